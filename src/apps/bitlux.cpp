@@ -1,0 +1,20 @@
+#include "apps/send_command.h"
+
+#include <iostream>
+
+#include <CLI/CLI.hpp>
+
+int main(int argc, char** argv) {
+    constexpr int usageError = 2;
+    CLI::App app("Bitlux Forge on the command line", "bitlux");
+    app.require_subcommand(1);
+    app.set_version_flag("--version", std::string(BITLUX_VERSION));
+    bitlux::SendOptions options;
+    const CLI::App& send = bitlux::addSendCommand(app, options);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : usageError;
+    }
+    return send.parsed() ? bitlux::runSendCommand(options, std::cout, std::cerr) : usageError;
+}

@@ -1,0 +1,264 @@
+#include "apps/send_command.h"
+
+#include "apps/bench_wiring.h"
+#include "apps/terminal_desk.h"
+#include "bench/simulated_port.h"
+#include "platform/failure.h"
+#include "platform/linux/linux_parallel_port.h"
+#include "program/program.h"
+#include "sending/word_text.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <memory>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <fmt/ostream.h>
+
+namespace bitlux {
+
+namespace {
+
+std::vector<std::string> splitAtCommas(const std::string& text) {
+    return CLI::detail::split(text, ',');
+}
+
+/// The port that the options ask for, and the clock that it lives by.
+struct Bus {
+    std::unique_ptr<BenchClock> benchClock;
+    std::unique_ptr<ParallelPort> port;
+    SimulatedPort* simulated = nullptr;
+    SystemClock systemClock;
+
+    [[nodiscard]] const Clock& clock() const {
+        return benchClock ? static_cast<const Clock&>(*benchClock) : systemClock;
+    }
+};
+
+Bus openBus(const SendOptions& options) {
+    Bus bus;
+    if (options.bench.empty()) {
+        bus.port = std::make_unique<LinuxParallelPort>();
+        return bus;
+    }
+    std::vector<Reply> replies;
+    if (!options.replies.empty())
+        for (const std::string& reply : splitAtCommas(options.replies))
+            replies.push_back(replyFromHex(reply));
+    bus.benchClock = std::make_unique<VirtualClock>();
+    auto port = std::make_unique<SimulatedPort>(*bus.benchClock,
+                                                makeDevice(options.bench, std::move(replies)));
+    bus.simulated = port.get();
+    bus.port = std::move(port);
+    return bus;
+}
+
+/// One run of the command: the program, and where its results go.
+class SendRun {
+public:
+    SendRun(const SendOptions& options, std::ostream& output, std::ostream& errors)
+        : options_(options),
+          output_(output),
+          boxes_(errors),
+          fileName_(options.log),
+          bus_(openBus(options)),
+          program_({.port = *bus_.port,
+                    .boxes = boxes_,
+                    .fileDialogs = fileName_,
+                    .pointer = pointer_,
+                    .loop = loop_}) {
+        if (bus_.simulated != nullptr)
+            bus_.simulated->setShapeSource([this] { return busShapeOf(program_.session()); });
+        openTrace();
+    }
+
+    bool run() {
+        program_.Main();
+        bool good = configure();
+        if (good && traceOutput_ != nullptr)
+            program_.pins().startRecording(trace_, bus_.clock());
+        for (std::size_t i = 0; good && i < options_.words.size(); ++i)
+            good = send(options_.words[i]);
+        program_.pins().stopRecording();
+        return saveLog() && good;
+    }
+
+private:
+    [[nodiscard]] forms::FormSet& forms() { return program_.forms(); }
+    void choose(const std::string& optionButton) {
+        forms().get<forms::OptionButton>("frmConfigureSPI." + optionButton).click();
+    }
+    void choosePin(const std::string& combo, const std::string& pin) {
+        forms().get<forms::ComboBox>("frmConfigureSPI." + combo).edit(pin);
+    }
+
+    bool configure();
+    bool send(const std::string& word);
+    void openTrace();
+    void writeTrace();
+    bool saveLog();
+
+    const SendOptions& options_;
+    std::ostream& output_;
+    TerminalBoxes boxes_;
+    GivenFileName fileName_;
+    NoPointer pointer_;
+    NoEvents loop_;
+    Bus bus_;
+    Program program_;
+    WireTrace trace_;
+    std::ofstream traceFile_;
+    std::ostream* traceOutput_ = nullptr;
+};
+
+bool SendRun::configure() {
+    forms().get<forms::MenuItem>("frmMain.itemPortOptions").click();
+    forms().get<forms::Button>("frmConfigureSPI.Btn_ParallelPort").click();
+    if (boxes_.shown())
+        return false;
+    forms()
+        .get<forms::ComboBox>("frmConfigureSPI.cmbSPIWordLength")
+        .edit(fmt::format("{}", options_.bits));
+    choose("optHex");
+    choose(options_.order == "lsb" ? "optLSBfirst" : "optMSBfirst");
+    choose(options_.cs == "high" ? "optCSpositive" : "optCSnegative");
+    choose(options_.di == "low" ? "optDIpolarity_neg" : "optDIpolarity_pos");
+    choose(options_.dataOut == "low" ? "optDOpolarity_neg" : "optDOpolarity_pos");
+    forms().get<forms::TabStrip>("frmConfigureSPI.TabStripSPItype").click(options_.type);
+    const std::vector<std::string> pins = splitAtCommas(options_.pins);
+    choosePin("cmbCS", pins.at(0));
+    choosePin("cmbDI", pins.at(1));
+    choosePin("cmbCLK", pins.at(2));
+    choosePin("cmbDO", pins.at(3));
+    forms().get<forms::Button>("frmConfigureSPI.cmdApply").click();
+    forms().form("frmConfigureSPI").setVisible(false);
+    return !boxes_.shown();
+}
+
+bool SendRun::send(const std::string& word) {
+    forms().get<forms::TextBox>("frmMain.txtHexWordToSend").edit(word);
+    forms().get<forms::Button>("frmMain.cmdSendOnce").click();
+    writeTrace();
+    if (boxes_.shown())
+        return false;
+    const Session& session = program_.session();
+    const auto length = static_cast<std::size_t>(session.SPIWordLength);
+    fmt::print(output_, "{} {}\n", hexText(WordBits(session.WordToSend).first(length)),
+               hexText(session.WordReceived));
+    return true;
+}
+
+void SendRun::openTrace() {
+    if (options_.trace == "-") {
+        traceOutput_ = &output_;
+    } else if (!options_.trace.empty()) {
+        traceFile_.open(options_.trace);
+        if (!traceFile_)
+            throw Failure(Failure::Kind::File, fmt::format("The file \"{}\" cannot be written: {}.",
+                                                           options_.trace, std::strerror(errno)));
+        traceOutput_ = &traceFile_;
+    }
+}
+
+void SendRun::writeTrace() {
+    if (traceOutput_ == nullptr)
+        return;
+    for (const WireAccess& access : trace_.accesses())
+        *traceOutput_ << trace_.line(access) << '\n';
+    trace_.clear();
+    if (!traceOutput_->flush())
+        throw Failure(Failure::Kind::File,
+                      fmt::format("The file \"{}\" cannot be written.", options_.trace));
+}
+
+bool SendRun::saveLog() {
+    if (options_.log == "-") {
+        const LogLines& lines = program_.mainForm().log.lines();
+        for (std::size_t i = 0; i < lines.size(); ++i)
+            output_ << lines.line(i) << '\n';
+    } else if (!options_.log.empty()) {
+        forms().get<forms::Button>("frmMain.cmdSaveLogSingle").click();
+    }
+    return !boxes_.shown();
+}
+
+CLI::Validator hexNumbers() {
+    return {[](const std::string& text) -> std::string {
+                try {
+                    for (const std::string& number : splitAtCommas(text))
+                        replyFromHex(number);
+                    return {};
+                } catch (const Failure& failure) {
+                    return failure.what();
+                }
+            },
+            "HEX,HEX,..."};
+}
+
+CLI::Validator fourPins() {
+    return {[](const std::string& text) -> std::string {
+                constexpr std::string_view dataOutPins = ",7,12,13,15,";
+                constexpr std::string_view otherPins = ",2,3,4,5,6,7,8,9,";
+                const std::vector<std::string> pins = splitAtCommas(text);
+                bool good = pins.size() == 4;
+                for (std::size_t i = 0; good && i < pins.size(); ++i)
+                    good = (i == 3 ? dataOutPins : otherPins).find("," + pins[i] + ",") !=
+                           std::string_view::npos;
+                return good ? "" : "CS, DI and CLK are pins 2 to 9, DO is 7, 12, 13 or 15";
+            },
+            "CS,DI,CLK,DO"};
+}
+
+} // namespace
+
+CLI::App& addSendCommand(CLI::App& app, SendOptions& options) {
+    CLI::App& send = *app.add_subcommand("send", "Send words and print the answers");
+    send.add_option("--bench", options.bench, "Send to a device of the virtual bench")
+        ->check(CLI::IsMember(deviceNames()));
+    send.add_option("--bits", options.bits, "Bits of a word, 1 to 160")->capture_default_str();
+    send.add_option("--type", options.type, "SPI type")
+        ->check(CLI::Range(1, 8))
+        ->capture_default_str();
+    send.add_option("--order", options.order, "Which bit goes first")
+        ->check(CLI::IsMember({"msb", "lsb"}))
+        ->capture_default_str();
+    send.add_option("--cs", options.cs, "Level of chip select when asserted")
+        ->check(CLI::IsMember({"low", "high"}))
+        ->capture_default_str();
+    send.add_option("--di", options.di, "Level of a one on data in")
+        ->check(CLI::IsMember({"high", "low"}))
+        ->capture_default_str();
+    send.add_option("--do", options.dataOut, "Level of a one on data out")
+        ->check(CLI::IsMember({"high", "low"}))
+        ->capture_default_str();
+    send.add_option("--pins", options.pins, "Pins of the connector")
+        ->check(fourPins())
+        ->capture_default_str();
+    const CLI::Option* replies =
+        send.add_option("--replies", options.replies, "Answers of the device scripted")
+            ->check(hexNumbers());
+    send.add_option("--trace", options.trace, "Write every access of the words, - for here")
+        ->type_name("FILE|-");
+    send.add_option("--log", options.log, "Save the Session Log, - to print it")
+        ->type_name("FILE|-");
+    send.add_option("WORD", options.words, "Hexadecimal words")->required();
+    send.final_callback([&options, replies] {
+        if ((options.bench == "scripted") != (replies->count() > 0))
+            throw CLI::ValidationError("--replies", "belongs to --bench scripted, and it needs it");
+    });
+    return send;
+}
+
+int runSendCommand(const SendOptions& options, std::ostream& output, std::ostream& errors) {
+    try {
+        SendRun run(options, output, errors);
+        return run.run() ? 0 : 1;
+    } catch (const Failure& failure) {
+        fmt::print(errors, "{}\n", failure.what());
+        return 1;
+    }
+}
+
+} // namespace bitlux

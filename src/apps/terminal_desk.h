@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/desk.h"
+
+#include <optional>
+#include <ostream>
+#include <string>
+
+namespace bitlux {
+
+/// Message boxes on a terminal: the text on the error stream. Where there is a choice the
+/// cautious button is taken, since nobody is there to ask.
+class TerminalBoxes : public MessageBoxes {
+public:
+    explicit TerminalBoxes(std::ostream& errors) : errors_(errors) {}
+    MessageBox::Answer show(const MessageBox& box) override;
+
+    /// Whether any box was shown.
+    [[nodiscard]] bool shown() const { return shown_; }
+
+private:
+    std::ostream& errors_;
+    bool shown_ = false;
+};
+
+/// A file dialog on a terminal: the name that the command line gave.
+class GivenFileName : public FileDialogs {
+public:
+    explicit GivenFileName(std::string fileName) : fileName_(std::move(fileName)) {}
+    std::optional<std::string> ask(const FileDialog&) override { return fileName_; }
+
+private:
+    std::string fileName_;
+};
+
+class NoPointer : public Pointer {
+public:
+    void showHourglass(bool) override {}
+};
+
+/// Nothing but the command line acts, so there is nothing to deliver.
+class NoEvents : public EventLoop {
+public:
+    void turn() override {}
+};
+
+} // namespace bitlux

@@ -1,0 +1,145 @@
+#include "bench/device.h"
+
+#include "bench/shift_device.h"
+#include "platform/conversions.h"
+#include "platform/failure.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+namespace {
+
+class StuckDevice : public Device {
+public:
+    explicit StuckDevice(bool level) : level_(level) {}
+    void inputsChanged(const DeviceInputs&, const BusShape&) override {}
+    [[nodiscard]] bool dataOut() const override { return level_; }
+
+private:
+    bool level_;
+};
+
+class LoopbackDevice : public Device {
+public:
+    void inputsChanged(const DeviceInputs& inputs, const BusShape&) override {
+        level_ = inputs.dataIn;
+    }
+    [[nodiscard]] bool dataOut() const override { return level_; }
+
+private:
+    bool level_ = false;
+};
+
+class EchoDevice : public ShiftDevice {
+protected:
+    Shifted wordBegins(const BusShape&) override { return previous_; }
+    void wordEnds(const Shifted& received, const BusShape&) override { previous_ = received; }
+
+private:
+    Shifted previous_;
+};
+
+/// Holds each bit until it has been sampled, so that a reply arrives as it was given whatever the
+/// clocking type.
+class ScriptedDevice : public Device {
+public:
+    explicit ScriptedDevice(std::vector<Reply> replies) : replies_(std::move(replies)) {}
+
+    void inputsChanged(const DeviceInputs& inputs, const BusShape& shape) override {
+        const bool selected = inputs.chipSelect == shape.selectedWhenHigh;
+        if (selected && !selected_) {
+            shape_ = shape;
+            position_ = 0;
+        } else if (!selected && selected_ && position_ > 0 && reply_ + 1 < replies_.size()) {
+            ++reply_;
+        }
+        selected_ = selected;
+    }
+
+    [[nodiscard]] bool dataOut() const override {
+        const int bit = shape_.msbFirst ? shape_.wordLength - 1 - position_ : position_;
+        const Reply* reply = reply_ < replies_.size() ? &replies_[reply_] : nullptr;
+        const auto index = static_cast<std::size_t>(bit);
+        const bool one = reply != nullptr && bit >= 0 && index < reply->size() && (*reply)[index];
+        return one == shape_.dataOutOneIsHigh;
+    }
+
+    void sampled() override { ++position_; }
+
+private:
+    std::vector<Reply> replies_;
+    std::size_t reply_ = 0;
+    BusShape shape_;
+    int position_ = 0;
+    bool selected_ = false;
+};
+
+struct Row {
+    const char* name;
+    std::unique_ptr<Device> (*make)(std::vector<Reply> replies);
+};
+
+constexpr std::array rows{
+    Row{"none",
+        [](std::vector<Reply>) -> std::unique_ptr<Device> {
+            return std::make_unique<StuckDevice>(true);
+        }},
+    Row{"loopback",
+        [](std::vector<Reply>) -> std::unique_ptr<Device> {
+            return std::make_unique<LoopbackDevice>();
+        }},
+    Row{"echo",
+        [](std::vector<Reply>) -> std::unique_ptr<Device> {
+            return std::make_unique<EchoDevice>();
+        }},
+    Row{"stuck-high",
+        [](std::vector<Reply>) -> std::unique_ptr<Device> {
+            return std::make_unique<StuckDevice>(true);
+        }},
+    Row{"stuck-low",
+        [](std::vector<Reply>) -> std::unique_ptr<Device> {
+            return std::make_unique<StuckDevice>(false);
+        }},
+    Row{"scripted",
+        [](std::vector<Reply> replies) -> std::unique_ptr<Device> {
+            return std::make_unique<ScriptedDevice>(std::move(replies));
+        }},
+};
+
+} // namespace
+
+Reply replyFromHex(std::string_view text) {
+    Reply bits;
+    for (std::size_t n = 0; n < text.size(); ++n) {
+        const int digit = hexDigit(text[text.size() - 1 - n]);
+        if (digit < 0)
+            break;
+        for (int k = 0; k < 4; ++k)
+            bits.push_back(((digit >> k) & 1) != 0);
+    }
+    if (text.empty() || bits.size() != 4 * text.size())
+        throw Failure(Failure::Kind::Conversion,
+                      fmt::format("\"{}\" is not a valid hex number", text));
+    return bits;
+}
+
+std::unique_ptr<Device> makeDevice(std::string_view name, std::vector<Reply> replies) {
+    for (const Row& row : rows)
+        if (row.name == name)
+            return row.make(std::move(replies));
+    throw Failure(Failure::Kind::OutOfRange, fmt::format("There is no device \"{}\"", name));
+}
+
+std::vector<std::string> deviceNames() {
+    std::vector<std::string> names;
+    for (const Row& row : rows)
+        names.emplace_back(row.name);
+    return names;
+}
+
+} // namespace bitlux

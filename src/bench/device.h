@@ -1,0 +1,52 @@
+#pragma once
+
+#include "bench/bus_shape.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bitlux {
+
+/// Levels of the three lines that go into a device.
+struct DeviceInputs {
+    bool chipSelect = false;
+    bool clock = false;
+    bool dataIn = false;
+};
+
+/// A device on the virtual bench, seen from its pins.
+class Device {
+public:
+    virtual ~Device() = default;
+
+    /// Lines have changed, all in the same moment.
+    virtual void inputsChanged(const DeviceInputs& inputs, const BusShape& shape) = 0;
+    /// Level of the data output.
+    [[nodiscard]] virtual bool dataOut() const = 0;
+    /// The data output has just been sampled.
+    virtual void sampled() {}
+};
+
+/// An answer of the device "scripted": element i is bit i, elements that are missing are 0.
+using Reply = std::vector<bool>;
+
+/// Bits of a hexadecimal text of any length; raises Failure (Conversion) for any other text.
+Reply replyFromHex(std::string_view text);
+
+/// Devices by name:
+///   none         nothing on the bus, the data output floats high
+///   loopback     the data output follows data in
+///   echo         answers with the previous word, 0 at first; shifts on the edges in force
+///   stuck-high   the data output stays high
+///   stuck-low    the data output stays low
+///   scripted     answers each word with the next of `replies`, or once more the last
+/// Raises Failure (OutOfRange) for any other name.
+std::unique_ptr<Device> makeDevice(std::string_view name, std::vector<Reply> replies = {});
+
+/// The names that makeDevice takes.
+std::vector<std::string> deviceNames();
+
+} // namespace bitlux

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "bench/bench_clock.h"
+#include "platform/desk.h"
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace bitlux {
+
+/// A box with a choice was shown and nobody had prepared an answer. No std::exception, so that no
+/// handler takes it for a failure of its own.
+struct UnansweredBox {
+    MessageBox box;
+};
+
+/// Message boxes that are answered by a script. A box with one button answers itself.
+class ScriptedBoxes : public MessageBoxes {
+public:
+    MessageBox::Answer show(const MessageBox& box) override;
+
+    /// The answer of a coming box with several buttons; answers are used in order.
+    void answer(MessageBox::Answer answer) { answers_.push_back(answer); }
+    /// All boxes shown so far.
+    [[nodiscard]] const std::vector<MessageBox>& shown() const { return shown_; }
+    /// The texts of the boxes shown since the last call.
+    std::vector<std::string> takeTexts();
+
+private:
+    std::deque<MessageBox::Answer> answers_;
+    std::vector<MessageBox> shown_;
+    std::size_t taken_ = 0;
+};
+
+/// File dialogs that are answered by a script; one without an answer is cancelled.
+class ScriptedFileDialogs : public FileDialogs {
+public:
+    std::optional<std::string> ask(const FileDialog& dialog) override;
+
+    /// The answer of a coming dialog, nothing for Cancel; answers are used in order.
+    void answer(std::optional<std::string> fileName) { answers_.push_back(std::move(fileName)); }
+    [[nodiscard]] const std::vector<FileDialog>& shown() const { return shown_; }
+
+private:
+    std::deque<std::optional<std::string>> answers_;
+    std::vector<FileDialog> shown_;
+};
+
+/// An event loop whose events are given beforehand: actions at a turn or at a time of the clock.
+class ScriptedLoop : public EventLoop {
+public:
+    explicit ScriptedLoop(const Clock& clock) : clock_(clock) {}
+
+    void turn() override;
+
+    /// Runs `action` in the n-th turn from now, from 1.
+    void atTurn(int n, std::function<void()> action) { byTurn_[turns_ + n] = std::move(action); }
+    /// Runs `action` in the first turn at or after a time of the clock, in nanoseconds.
+    void atTime(std::int64_t time, std::function<void()> action);
+
+    [[nodiscard]] int turns() const { return turns_; }
+
+private:
+    const Clock& clock_;
+    std::map<int, std::function<void()>> byTurn_;
+    std::multimap<std::int64_t, std::function<void()>> byTime_;
+    int turns_ = 0;
+};
+
+/// A mouse pointer that nobody sees.
+class QuietPointer : public Pointer {
+public:
+    void showHourglass(bool busy) override { busy_ = busy; }
+    [[nodiscard]] bool busy() const { return busy_; }
+
+private:
+    bool busy_ = false;
+};
+
+} // namespace bitlux

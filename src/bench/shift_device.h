@@ -1,0 +1,40 @@
+#pragma once
+
+#include "bench/device.h"
+
+#include <vector>
+
+namespace bitlux {
+
+/// A device that shifts words on the edges of the clocking type in force: the base of echo and of
+/// chip models.
+///
+/// Where data is valid on one edge and toggled on the other, bit 0 stands on the output from chip
+/// select on, or from the first edge when that is a toggling one. Where both are the same edge,
+/// data in counts as it comes with the edge, and the output changes after it.
+class ShiftDevice : public Device {
+public:
+    void inputsChanged(const DeviceInputs& inputs, const BusShape& shape) override;
+    [[nodiscard]] bool dataOut() const override;
+
+protected:
+    /// Bits in the order in which they travel.
+    using Shifted = std::vector<bool>;
+
+    /// A word begins: its answer, to which missing bits are added as 0.
+    virtual Shifted wordBegins(const BusShape& shape) = 0;
+    /// A word has ended with these bits taken in.
+    virtual void wordEnds(const Shifted& received, const BusShape& shape) = 0;
+
+private:
+    void clockEdge(bool rising, bool dataIn);
+
+    BusShape shape_;
+    Shifted answer_;
+    Shifted received_;
+    int position_ = 0; ///< of the bit on the output; -1 before the first toggling edge
+    bool selected_ = false;
+    bool clock_ = false;
+};
+
+} // namespace bitlux

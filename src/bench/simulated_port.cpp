@@ -1,0 +1,52 @@
+#include "bench/simulated_port.h"
+
+#include <utility>
+
+namespace bitlux {
+
+namespace {
+
+bool bitOf(std::uint8_t value, int bit) {
+    return ((value >> bit) & 1) != 0;
+}
+
+} // namespace
+
+SimulatedPort::SimulatedPort(BenchClock& clock, std::unique_ptr<Device> device, std::int16_t base)
+    : ParallelPort(true), clock_(clock), device_(std::move(device)), base_(base) {}
+
+std::int32_t SimulatedPort::Inp(std::int16_t address) {
+    clock_.spend(accessTime);
+    if (address == base_ + dataRegister)
+        return data_;
+    if (address == base_ + controlRegister)
+        return control_;
+    if (address != base_ + statusRegister)
+        return 0xFF; // nobody drives the bus there
+    const std::int32_t status = device_->dataOut() ? 1 << shape_.dataOutPin : 0;
+    device_->sampled();
+    return status;
+}
+
+void SimulatedPort::Outp(std::int16_t address, std::int16_t value) {
+    clock_.spend(accessTime);
+    if (address == base_ + dataRegister)
+        drive(static_cast<std::uint8_t>(value));
+    else if (address == base_ + controlRegister)
+        control_ = static_cast<std::uint8_t>(value);
+}
+
+std::int16_t SimulatedPort::GetLPTPortAddress(std::int16_t number) {
+    return number == 1 ? base_ : std::int16_t{0};
+}
+
+void SimulatedPort::drive(std::uint8_t value) {
+    shape_ = shapeSource_();
+    data_ = value;
+    device_->inputsChanged({.chipSelect = bitOf(value, shape_.chipSelectPin),
+                            .clock = bitOf(value, shape_.clockPin),
+                            .dataIn = bitOf(value, shape_.dataInPin)},
+                           shape_);
+}
+
+} // namespace bitlux

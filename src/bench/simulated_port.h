@@ -1,0 +1,44 @@
+#pragma once
+
+#include "bench/bench_clock.h"
+#include "bench/bus_shape.h"
+#include "bench/device.h"
+#include "platform/parallel_port.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace bitlux {
+
+/// A parallel port with a device on its pins. Whoever drives it cannot tell it from a real one.
+class SimulatedPort : public ParallelPort {
+public:
+    /// What a register access takes on a real port, in nanoseconds.
+    static constexpr std::int64_t accessTime = 1000;
+
+    /// `base` is the address of LPT1, the only port; `clock` outlives this.
+    SimulatedPort(BenchClock& clock, std::unique_ptr<Device> device,
+                  std::int16_t base = address378);
+
+    /// How the device is wired; asked at every write of the data register.
+    void setShapeSource(BusShapeSource source) { shapeSource_ = std::move(source); }
+
+    std::int32_t Inp(std::int16_t address) override;
+    void Outp(std::int16_t address, std::int16_t value) override;
+    void EnablePorts(std::int16_t, std::int16_t) override {}
+    void DisablePorts(std::int16_t, std::int16_t) override {}
+    std::int16_t GetLPTPortAddress(std::int16_t number) override;
+
+private:
+    void drive(std::uint8_t value);
+
+    BenchClock& clock_;
+    std::unique_ptr<Device> device_;
+    BusShapeSource shapeSource_ = [] { return BusShape{}; };
+    BusShape shape_;
+    std::int16_t base_;
+    std::uint8_t data_ = 0;
+    std::uint8_t control_ = 0;
+};
+
+} // namespace bitlux

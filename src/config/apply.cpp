@@ -1,0 +1,219 @@
+// Apply: the one road from the controls of the dialog to the session.
+
+#include "config/configure_dialog.h"
+
+#include "platform/conversions.h"
+#include "platform/failure.h"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+namespace {
+
+constexpr int longestBinaryWord = SingleWordPage::bitColumns;
+
+std::string hexOnlyNote() {
+    return fmt::format("You have selected a SPI word length longer than 40 bits.{}"
+                       "You will only be able to enter your commands in Hex mode.",
+                       lineBreak);
+}
+
+} // namespace
+
+void ConfigureDialog::cmdApply_Click() {
+    // The word length is taken over before anything is validated, and stays when a later step
+    // refuses.
+    applyWordLength();
+    if (session_.ParallelPortReady && !applyToParallelPort())
+        return;
+    parts_.singleWord.AdjustSPILabels();
+    applySucceeded_ = true;
+}
+
+void ConfigureDialog::applyWordLength() {
+    recreateWord();
+    if (session_.SPIWordLength != session_.SavedSPIWordLength) {
+        session_.SavedSPIWordLength = session_.SPIWordLength;
+        emptyLists();
+    }
+    parts_.singleWord.showBitColumns();
+}
+
+void ConfigureDialog::recreateWord() {
+    session_.SPIWordLength = toInt16(wantedWordLength());
+    if (session_.SPIWordLength < 0)
+        throw Failure(
+            Failure::Kind::OutOfRange,
+            fmt::format("Subscript out of range: a word of {} bits", session_.SPIWordLength));
+    session_.SingleWordBits.assign(static_cast<std::size_t>(session_.SPIWordLength) + 1, 0);
+    session_.QuickCommandTable.clear();
+}
+
+void ConfigureDialog::emptyLists() {
+    session_.QuickCommandTableEmpty = ConstOn;
+    parts_.commands.clear();
+    parts_.log.clear();
+    parts_.singleWord.cmdAll0Single_Click();
+}
+
+bool ConfigureDialog::applyToParallelPort() {
+    applySucceeded_ = false;
+    // Hidden, as at start-up and for a configuration file, the dialog applies what it holds.
+    if (visible() && !(acceptPins() && acceptPortChoice()))
+        return false;
+    if (!acceptWordLength())
+        return false;
+    if (session_.StartingUp != ConstOn)
+        session_.ConfigDirty = ConstOn;
+    applyPartName();
+    applyPins();
+    applyWordShape();
+    applyDisplay();
+    clearPinMaps();
+    if (session_.StartingUp != ConstOn)
+        parts_.lblConfigNag.hide();
+    applyLogDecisions();
+    choosePort();
+    parts_.pins.rest();
+    return true;
+}
+
+bool ConfigureDialog::acceptPins() {
+    return !hasPinConflict() ||
+           refuse("Pin Conflict!  Please select a different pin configuration.");
+}
+
+bool ConfigureDialog::hasPinConflict() const {
+    // The prefix gives the data pins two digits. The data output has none, so its "7" meets no
+    // data pin.
+    std::vector<std::string> pins{"9" + cmbCS.text(), "9" + cmbDI.text(), cmbDO.text(),
+                                  "9" + cmbCLK.text()};
+    std::sort(pins.begin(), pins.end());
+    return std::adjacent_find(pins.begin(), pins.end()) != pins.end();
+}
+
+bool ConfigureDialog::acceptPortChoice() {
+    const auto fixed = std::count_if(chkHardCodeLPT.begin(), chkHardCodeLPT.end(),
+                                     [](const auto& box) { return box->checked(); });
+    if (fixed > 1)
+        return refuse("Cannot use more than one address for the Parallel Port!");
+    if (fixed == 0 && cmbPortsAvailable.listIndex() < 0)
+        return refuse("Please Select a Parallel Port.");
+    return true;
+}
+
+bool ConfigureDialog::acceptWordLength() {
+    const double wanted = wantedWordLength();
+    if (wanted > session_.MaxSPIBits)
+        return refuse(fmt::format("The maximum number of SPI bits is {}", session_.MaxSPIBits));
+    return wanted == session_.SPIWordLength || acceptFractionalLength();
+}
+
+bool ConfigureDialog::acceptFractionalLength() {
+    const auto confirmed = [this](const std::string& text) {
+        return parts_.boxes.show(
+                   {.text = text, .title = "WARNING", .buttons = MessageBox::Buttons::OkCancel}) ==
+               MessageBox::Answer::Ok;
+    };
+    if (session_.ConfigDirty == ConstOn && !parts_.commands.cmbMasterQCList.items().empty() &&
+        !confirmed(
+            fmt::format("Changing the number of SPI bits will destroy all of your Quick Commands.{}"
+                        "Click OK to continue with changes, or click Cancel to discard changes.",
+                        lineBreak)))
+        return false;
+    if (wantedWordLength() > longestBinaryWord && optBinary.value()) {
+        if (!confirmed(
+                fmt::format("{}{}Click OK to use Hex mode, or click Cancel to discard changes.",
+                            hexOnlyNote(), lineBreak)))
+            return false;
+        optHex.setValue(true);
+        session_.DisplayHex = 1;
+    }
+    recreateWord();
+    session_.SavedSPIWordLength = session_.SPIWordLength;
+    emptyLists();
+    parts_.singleWord.showBitColumns();
+    return true;
+}
+
+void ConfigureDialog::applyPartName() {
+    session_.PartName = txtPartName.text();
+    parts_.labelMainTitle.setCaption(session_.PartName + " Bitlux Forge");
+}
+
+void ConfigureDialog::applyPins() {
+    session_.CSPin = ConvertPin(cmbCS.text());
+    session_.DIPin = ConvertPin(cmbDI.text());
+    session_.DOPin = ConvertPin(cmbDO.text());
+    session_.ClockPin = ConvertPin(cmbCLK.text());
+    session_.ClockHighLevel = ConstHigh;
+    session_.ClockLowLevel = ConstLow;
+}
+
+void ConfigureDialog::applyWordShape() {
+    const auto level = [](bool high) { return high ? ConstHigh : ConstLow; };
+    session_.MSBFirst = optMSBfirst.value() ? ConstOn : ConstOff;
+    session_.CSAssertLevel = level(optCSpositive.value());
+    session_.CSIdleLevel = level(!optCSpositive.value());
+    session_.DIOneLevel = level(optDIpolarity_pos.value());
+    session_.DIZeroLevel = level(!optDIpolarity_pos.value());
+    session_.DOHighValue = level(optDOpolarity_pos.value());
+    session_.DOLowValue = level(!optDOpolarity_pos.value());
+    session_.SPIType = session_.SPITypeTab;
+    session_.SavedSPIType = session_.SPITypeTab;
+}
+
+void ConfigureDialog::applyDisplay() {
+    if (optBinary.value() && wantedWordLength() > longestBinaryWord) {
+        parts_.boxes.show({.text = hexOnlyNote()});
+        optHex.setValue(true);
+    }
+    session_.DisplayHex = optBinary.value() ? 0 : 1;
+}
+
+void ConfigureDialog::clearPinMaps() {
+    session_.DataPortPins = {};
+    session_.ControlPortPins = {};
+    // Bits 0, 1 and 3 are inverted by the hardware: register level 1 is a low pin.
+    for (const int bit : {0, 1, 3})
+        session_.ControlPortPins.setLevel(bit, ConstHigh);
+}
+
+void ConfigureDialog::applyLogDecisions() {
+    session_.ContinuousLogEnabled = optLogOff.value() ? ConstOff : ConstOn;
+    if (optLogForever.value())
+        session_.ContinuousLogLimit = session_.SessionLogCapacity;
+    if (optLogFixedNumber.value())
+        session_.ContinuousLogLimit = toInt16(val(txtMessageLimit.text()));
+}
+
+void ConfigureDialog::choosePort() {
+    if (cmbPortsAvailable.enabled()) {
+        constexpr std::size_t digit = 3; // "LPT1: 0x378"
+        const std::string& text = cmbPortsAvailable.text();
+        const int number = text.size() > digit ? hexDigit(text[digit]) : 0;
+        session_.LPTPortAddress =
+            session_.LPTPortAddresses.at(static_cast<std::size_t>(number - 1));
+        return;
+    }
+    constexpr std::array addresses{address3BC, address378, address278};
+    for (const auto& box : chkHardCodeLPT)
+        if (box->checked()) {
+            session_.LPTPortAddress = addresses.at(static_cast<std::size_t>(box->index().value()));
+            return;
+        }
+}
+
+double ConfigureDialog::wantedWordLength() const {
+    return val(cmbSPIWordLength.text());
+}
+
+bool ConfigureDialog::refuse(const std::string& text) {
+    parts_.boxes.show({.text = text});
+    return false;
+}
+
+} // namespace bitlux

@@ -1,0 +1,238 @@
+#include "config/configure_dialog.h"
+
+#include "platform/forms/form_set.h"
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+namespace {
+
+using forms::ComboBox;
+
+constexpr const char* rangeOnUsb = "(Anything between 1 and 40)";
+constexpr const char* rangeOnPort = "(Anything between 1 and 160)";
+
+std::vector<std::string> dataPins() {
+    return {"2", "3", "4", "5", "6", "7", "8", "9"};
+}
+
+std::vector<forms::TabStrip::Tab> typeTabs() {
+    std::vector<forms::TabStrip::Tab> tabs;
+    for (int type = 1; type <= 8; ++type)
+        tabs.push_back({fmt::format("Type {}", type), "Click to change SPI type"});
+    return tabs;
+}
+
+forms::ControlArray<forms::CheckBox> addressBoxes(forms::Form& form) {
+    return {"chkHardCodeLPT", 0, 2, [&form](const std::string& name, int index) {
+                constexpr std::array addresses{"0x3BC", "0x378", "0x278"};
+                return std::make_unique<forms::CheckBox>(
+                    form, name,
+                    fmt::format("Always use {} (Not Recommended)",
+                                addresses.at(static_cast<std::size_t>(index))),
+                    index);
+            }};
+}
+
+} // namespace
+
+ConfigureDialog::ConfigureDialog(forms::FormSet& set, Parts parts)
+    : Form(set, "frmConfigureSPI", "Configuration"),
+      parts_(std::move(parts)),
+      session_(parts_.session),
+      txtPartName(*this, "txtPartName"),
+      cmbSPIWordLength(*this, "cmbSPIWordLength", ComboBox::Style::Editable,
+                       {"40", "32", "24", "16", "8"}),
+      lblSPIBitRange(*this, "lblSPIBitRange", rangeOnPort),
+      optBinary(*this, displayGroup_, "optBinary", "Binary"),
+      optHex(*this, displayGroup_, "optHex", "Hex"),
+      ChkSerialPort(*this, "ChkSerialPort", "Use USB instead of Parallel Port"),
+      Btn_ParallelPort(*this, "Btn_ParallelPort", "Setup Parallel Port"),
+      lblPortDisabled(*this, "lblPortDisabled"),
+      lblLPTaddress(*this, "lblLPTaddress", "Choose from the list below:  (Recommended)"),
+      cmbPortsAvailable(*this, "cmbPortsAvailable", ComboBox::Style::List),
+      chkHardCodeLPT(addressBoxes(*this)),
+      lblSPIPinsDisabled(*this, "lblSPIPinsDisabled"),
+      framePortPins(*this, "framePortPins"),
+      cmbCS(*this, "cmbCS", ComboBox::Style::List, dataPins()),
+      cmbDI(*this, "cmbDI", ComboBox::Style::List, dataPins()),
+      cmbCLK(*this, "cmbCLK", ComboBox::Style::List, dataPins()),
+      cmbDO(*this, "cmbDO", ComboBox::Style::List, {"7", "12", "13", "15"}),
+      frameSPIBitOrder(*this, "frameSPIBitOrder"),
+      optMSBfirst(*this, orderGroup_, "optMSBfirst", "MSB is sent first"),
+      optLSBfirst(*this, orderGroup_, "optLSBfirst", "LSB is sent first"),
+      frameCS(*this, "frameCS"),
+      optCSnegative(*this, csGroup_, "optCSnegative", "Low when asserted (CSB)"),
+      optCSpositive(*this, csGroup_, "optCSpositive", "High when asserted (CS)"),
+      frameDI(*this, "frameDI"),
+      optDIpolarity_pos(*this, diGroup_, "optDIpolarity_pos", "High = 1 (DI)"),
+      optDIpolarity_neg(*this, diGroup_, "optDIpolarity_neg", "Low = 1 (DIB)"),
+      frameDO(*this, "frameDO"),
+      optDOpolarity_pos(*this, doGroup_, "optDOpolarity_pos", "High = 1 (DO)"),
+      optDOpolarity_neg(*this, doGroup_, "optDOpolarity_neg", "Low = 1 (DOB)"),
+      frameSPItype(*this, "frameSPItype"),
+      TabStripSPItype(*this, "TabStripSPItype", typeTabs()),
+      lblExtraPinsDisabled(*this, "lblExtraPinsDisabled"),
+      frameStandardPins(*this, "frameStandardPins"),
+      frameOpenCollectorPins(*this, "frameOpenCollectorPins"),
+      frameUSBExtraPins(*this, "frameUSBExtraPins", "All Extra Pins"),
+      frameSPIBaudRate(*this, "frameSPIBaudRate"),
+      chkEnableLog(*this, "chkEnableLog", "Enable Session Log"),
+      frameDataLogging(*this, "frameDataLogging"),
+      optLogOff(*this, logGroup_, "optLogOff", "Turn off the Session Log in Continuous Send mode"),
+      optLogForever(*this, logGroup_, "optLogForever",
+                    "Keep recording messages until the Session Log is full"),
+      optLogFixedNumber(*this, logGroup_, "optLogFixedNumber",
+                        "Record a fixed number of messages and then stop"),
+      lblMessageLimit(*this, "lblMessageLimit", "Stop after:"),
+      txtMessageLimit(*this, "txtMessageLimit"),
+      cmdApply(*this, "cmdApply", "&Apply") {
+    for (forms::Control* control : {static_cast<forms::Control*>(&lblPortDisabled),
+                                    static_cast<forms::Control*>(&lblSPIPinsDisabled),
+                                    static_cast<forms::Control*>(&lblExtraPinsDisabled),
+                                    static_cast<forms::Control*>(&frameUSBExtraPins),
+                                    static_cast<forms::Control*>(&frameSPIBaudRate)})
+        control->hide();
+    registerProcedures();
+}
+
+void ConfigureDialog::registerProcedures() {
+    procedure("Form_Load", [this] { Form_Load(); });
+    procedure("SetDefaults", [this] { SetDefaults(); });
+    procedure("cmdApply_Click", [this] { cmdApply_Click(); });
+    procedure("Btn_ParallelPort_Click", [this] { Btn_ParallelPort_Click(); });
+    procedure("chkSerialPort_Click", [this] { chkSerialPort_Click(); });
+    procedure("chkHardCodeLPT_Click", [this](int index) { chkHardCodeLPT_Click(index); });
+    procedure("TabStripSPItype_Click", [this] { TabStripSPItype_Click(); });
+    procedure("chkEnableLog_Click", [this] { chkEnableLog_Click(); });
+    procedure("optLogOff_Click", [this] { enableLogLimit(false); });
+    procedure("optLogForever_Click", [this] { enableLogLimit(false); });
+    procedure("optLogFixedNumber_Click", [this] { enableLogLimit(optLogFixedNumber.value()); });
+}
+
+void ConfigureDialog::Form_Load() {
+    cmbPortsAvailable.clear();
+    session_.LPTPortAddresses = {address378, 0, 0, 0};
+    session_.ParallelPortReady = false;
+    enablePortControls(false);
+    SetDefaults();
+}
+
+void ConfigureDialog::SetDefaults() {
+    txtPartName.setText("Generic");
+    cmbSPIWordLength.setText("8");
+    optBinary.setValue(true);
+    ChkSerialPort.setValue(1);
+    if (session_.LPTPortAddresses[0] != address378 && !cmbPortsAvailable.items().empty())
+        cmbPortsAvailable.setListIndex(0);
+    for (const auto& box : chkHardCodeLPT)
+        box->setValue(0);
+    cmbCS.setText("2");
+    cmbDI.setText("3");
+    cmbCLK.setText("4");
+    cmbDO.setText("12");
+    optMSBfirst.setValue(true);
+    optCSnegative.setValue(true);
+    optDIpolarity_pos.setValue(true);
+    optDOpolarity_pos.setValue(true);
+    TabStripSPItype.setSelected(session_.SPIType);
+    TabStripSPItype_Click();
+    chkEnableLog.setValue(1);
+    chkEnableLog_Click();
+    optLogFixedNumber.setValue(true);
+    txtMessageLimit.setText("5");
+    parts_.singleWord.txtHexWordToSend.setText("");
+    parts_.singleWord.lblHexWordReceived.setCaption("");
+}
+
+void ConfigureDialog::Btn_ParallelPort_Click() {
+    ParallelPort& port = parts_.pins.port();
+    if (port.IsWinNT())
+        port.SetFastMode(0);
+    cmbPortsAvailable.clear();
+    for (std::int16_t n = 1; n <= 3; ++n) {
+        const std::int16_t address = port.GetLPTPortAddress(n);
+        session_.LPTPortAddresses.at(static_cast<std::size_t>(n - 1)) = address;
+        if (address == 0)
+            continue;
+        cmbPortsAvailable.enable();
+        chkHardCodeLPT(n - 1).enable();
+        cmbPortsAvailable.addItem(
+            fmt::format("LPT{}: 0x{:X}", n, static_cast<std::uint16_t>(address)));
+        session_.ParallelPortReady = true;
+        cmbPortsAvailable.setListIndex(0);
+    }
+    if (!session_.ParallelPortReady)
+        parts_.boxes.show({.text = "A parallel port was not detected."});
+}
+
+void ConfigureDialog::chkSerialPort_Click() {
+    if (ChkSerialPort.checked()) {
+        lblSPIBitRange.setCaption(rangeOnUsb);
+        frameSPIBaudRate.show();
+        for (const auto& box : chkHardCodeLPT)
+            box->setValue(0);
+        parts_.startUsb();
+    } else if (session_.ParallelPortReady) {
+        enablePortControls(true);
+        frameSPIBaudRate.hide();
+        framePortPins.show();
+        showBusFrames();
+        lblSPIBitRange.setCaption(rangeOnPort);
+    }
+}
+
+void ConfigureDialog::arrangeWithoutDongle() {
+    ChkSerialPort.setValue(0);
+    ChkSerialPort.disable();
+    if (!session_.ParallelPortReady)
+        return;
+    enablePortControls(true);
+    showBusFrames();
+}
+
+void ConfigureDialog::enablePortControls(bool enabled) {
+    lblLPTaddress.setEnabled(enabled);
+    cmbPortsAvailable.setEnabled(enabled);
+    for (const auto& box : chkHardCodeLPT)
+        box->setEnabled(enabled);
+}
+
+void ConfigureDialog::showBusFrames() {
+    for (forms::Frame* frame : {&frameSPIBitOrder, &frameCS, &frameDI, &frameDO, &frameSPItype,
+                                &frameStandardPins, &frameOpenCollectorPins})
+        frame->show();
+    for (forms::Label* label : {&lblPortDisabled, &lblSPIPinsDisabled, &lblExtraPinsDisabled})
+        label->hide();
+    frameUSBExtraPins.hide();
+}
+
+void ConfigureDialog::chkHardCodeLPT_Click(int index) {
+    cmbPortsAvailable.enable();
+    if (chkHardCodeLPT(index).checked())
+        for (const auto& box : chkHardCodeLPT)
+            if (box->index() != index)
+                box->setValue(0);
+    for (const auto& box : chkHardCodeLPT)
+        if (box->checked())
+            cmbPortsAvailable.disable();
+}
+
+void ConfigureDialog::TabStripSPItype_Click() {
+    session_.SPITypeTab = static_cast<std::int16_t>(TabStripSPItype.selected());
+}
+
+void ConfigureDialog::chkEnableLog_Click() {
+    const bool on = chkEnableLog.checked();
+    frameDataLogging.setEnabled(on);
+    parts_.log.setEnabled(on);
+    session_.SessionLogEnabled = on ? ConstOn : ConstOff;
+}
+
+void ConfigureDialog::enableLogLimit(bool enabled) {
+    lblMessageLimit.setEnabled(enabled);
+    txtMessageLimit.setEnabled(enabled);
+}
+
+} // namespace bitlux

@@ -1,0 +1,146 @@
+#pragma once
+
+#include "platform/desk.h"
+#include "platform/forms/control_array.h"
+#include "platform/forms/controls.h"
+#include "platform/forms/form.h"
+#include "sending/command_lists.h"
+#include "sending/run_controls.h"
+#include "sending/session_log.h"
+#include "sending/single_word_page.h"
+#include "session/session.h"
+#include "transfer/pin_layer.h"
+
+#include <functional>
+#include <vector>
+
+namespace bitlux {
+
+/// The configuration dialog. Its controls are the home of the settings even while it is hidden;
+/// nothing reaches the session before cmdApply_Click.
+class ConfigureDialog : public forms::Form {
+public:
+    /// What the dialog works with; all outlive it.
+    struct Parts {
+        Session& session;
+        PinLayer& pins;
+        MessageBoxes& boxes;
+        SingleWordPage& singleWord;
+        SessionLog& log;
+        CommandLists& commands;
+        forms::Label& labelMainTitle;
+        forms::Label& lblConfigNag;
+        std::function<void()> startUsb; ///< looks for the dongle and sets Session::USBReady
+    };
+
+    ConfigureDialog(forms::FormSet& set, Parts parts);
+
+    void Form_Load();
+    /// Brings the controls to the defaults; touches no session state.
+    void SetDefaults();
+    /// Copies the settings from the controls to the session and puts the idle levels on the wire.
+    /// A step that refuses shows its message and leaves at once.
+    void cmdApply_Click();
+    /// Looks for parallel ports.
+    void Btn_ParallelPort_Click();
+    void chkSerialPort_Click();
+    void chkHardCodeLPT_Click(int index);
+    void TabStripSPItype_Click();
+    void chkEnableLog_Click();
+    /// No dongle answered: the choice is taken away and the parallel port's settings come back.
+    void arrangeWithoutDongle();
+
+private:
+    // The steps of Apply, in their order. Those that can refuse return false then.
+    void applyWordLength();
+    bool applyToParallelPort();
+    bool acceptPins();
+    [[nodiscard]] bool hasPinConflict() const;
+    bool acceptPortChoice();
+    bool acceptWordLength();
+    bool acceptFractionalLength();
+    void applyPartName();
+    void applyPins();
+    void applyWordShape();
+    void applyDisplay();
+    void clearPinMaps();
+    void applyLogDecisions();
+    void choosePort();
+
+    void recreateWord();
+    void emptyLists();
+    [[nodiscard]] double wantedWordLength() const;
+    bool refuse(const std::string& text);
+
+    void registerProcedures();
+    void enablePortControls(bool enabled);
+    void showBusFrames();
+    void enableLogLimit(bool enabled);
+
+    Parts parts_;
+    Session& session_;
+    bool applySucceeded_ = false; ///< whether the last Apply went through all its steps
+
+    forms::OptionGroup displayGroup_;
+    forms::OptionGroup orderGroup_;
+    forms::OptionGroup csGroup_;
+    forms::OptionGroup diGroup_;
+    forms::OptionGroup doGroup_;
+    forms::OptionGroup logGroup_;
+
+public:
+    // General
+    forms::TextBox txtPartName;
+    forms::ComboBox cmbSPIWordLength;
+    forms::Label lblSPIBitRange;
+    forms::OptionButton optBinary;
+    forms::OptionButton optHex;
+    forms::CheckBox ChkSerialPort;
+    forms::Button Btn_ParallelPort;
+    forms::Label lblPortDisabled;
+    forms::Label lblLPTaddress;
+    forms::ComboBox cmbPortsAvailable;
+    forms::ControlArray<forms::CheckBox> chkHardCodeLPT;
+
+    // SPI Pins
+    forms::Label lblSPIPinsDisabled;
+    forms::Frame framePortPins;
+    forms::ComboBox cmbCS;
+    forms::ComboBox cmbDI;
+    forms::ComboBox cmbCLK;
+    forms::ComboBox cmbDO;
+    forms::Frame frameSPIBitOrder;
+    forms::OptionButton optMSBfirst;
+    forms::OptionButton optLSBfirst;
+    forms::Frame frameCS;
+    forms::OptionButton optCSnegative;
+    forms::OptionButton optCSpositive;
+    forms::Frame frameDI;
+    forms::OptionButton optDIpolarity_pos;
+    forms::OptionButton optDIpolarity_neg;
+    forms::Frame frameDO;
+    forms::OptionButton optDOpolarity_pos;
+    forms::OptionButton optDOpolarity_neg;
+    forms::Frame frameSPItype;
+    forms::TabStrip TabStripSPItype;
+
+    // Extra Pins
+    forms::Label lblExtraPinsDisabled;
+    forms::Frame frameStandardPins;
+    forms::Frame frameOpenCollectorPins;
+    forms::Frame frameUSBExtraPins;
+    forms::Frame frameSPIBaudRate;
+
+    // Session Log
+    forms::CheckBox chkEnableLog;
+    forms::Frame frameDataLogging;
+    forms::OptionButton optLogOff;
+    forms::OptionButton optLogForever;
+    forms::OptionButton optLogFixedNumber;
+    forms::Label lblMessageLimit;
+    forms::TextBox txtMessageLimit;
+
+    forms::Button cmdApply;
+};
+
+} // namespace bitlux

@@ -1,0 +1,71 @@
+#include "platform/conversions.h"
+
+#include "platform/failure.h"
+
+#include <cctype>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+namespace {
+
+std::string withoutBlanks(std::string_view text) {
+    std::string result;
+    for (const char c : text)
+        if (c != ' ' && c != '\t' && c != '\n' && c != '\r')
+            result += c;
+    return result;
+}
+
+double parseInteger(std::string_view digits, int base) {
+    std::int64_t value = 0;
+    const auto [end, error] =
+        std::from_chars(digits.data(), digits.data() + digits.size(), value, base);
+    if (error == std::errc::result_out_of_range)
+        throw Failure(Failure::Kind::Overflow, "Overflow");
+    return static_cast<double>(value);
+}
+
+} // namespace
+
+double val(std::string_view text) {
+    const std::string compact = withoutBlanks(text);
+    std::string_view rest = compact;
+    if (rest.size() > 2 && rest[0] == '&') {
+        const int letter = std::toupper(static_cast<unsigned char>(rest[1]));
+        if (letter == 'H')
+            return parseInteger(rest.substr(2), 16);
+        if (letter == 'O')
+            return parseInteger(rest.substr(2), 8);
+    }
+    if (!rest.empty() && rest.front() == '+') // from_chars takes no plus sign
+        rest.remove_prefix(1);
+    // from_chars also reads "inf" and "nan"; a number here begins with a digit or a point.
+    const std::size_t first = !rest.empty() && rest.front() == '-' ? 1 : 0;
+    if (first >= rest.size() ||
+        (std::isdigit(static_cast<unsigned char>(rest[first])) == 0 && rest[first] != '.'))
+        return 0;
+    double value = 0;
+    const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), value);
+    if (error == std::errc::result_out_of_range)
+        throw Failure(Failure::Kind::Overflow, "Overflow");
+    return value;
+}
+
+std::int16_t toInt16(double value) {
+    const double rounded = std::nearbyint(value); // the default mode takes ties to even
+    if (!(rounded >= std::numeric_limits<std::int16_t>::min() &&
+          rounded <= std::numeric_limits<std::int16_t>::max()))
+        throw Failure(Failure::Kind::Overflow, "Overflow");
+    return static_cast<std::int16_t>(rounded);
+}
+
+std::string hex(std::uint64_t value) {
+    return fmt::format("{:X}", value);
+}
+
+} // namespace bitlux

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace bitlux {
+
+/// The number that a text begins with, blanks passed over; 0 when it begins with none.
+/// "12.5 V" is 12.5, " 1 6" is 16, "1e3" is 1000, "&HFF" is 255, "abc" is 0.
+/// A number beyond the range of a double raises Failure (Overflow).
+double val(std::string_view text);
+
+/// Rounds to the nearest integer, ties to even, into 16 bits; raises Failure (Overflow) beyond.
+std::int16_t toInt16(double value);
+
+/// Upper-case hexadecimal without leading zeros; "0" for 0.
+std::string hex(std::uint64_t value);
+
+/// The value of a hexadecimal digit of either case, -1 for any other character.
+constexpr int hexDigit(char c) noexcept {
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    if (c >= 'A' && c <= 'F')
+        return c - 'A' + 10;
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
+    return -1;
+}
+
+} // namespace bitlux

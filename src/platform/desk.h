@@ -1,0 +1,75 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace bitlux {
+
+/// The name that stands in titles, also of message boxes that bring none of their own.
+inline constexpr const char* applicationTitle = "Bitlux Forge";
+
+/// Joins the lines of a message.
+inline constexpr const char* lineBreak = "\r\n";
+
+struct MessageBox {
+    enum class Buttons { Ok, OkCancel, YesNo };
+    enum class Icon { None, Question, Exclamation };
+    enum class Answer { Ok, Cancel, Yes, No };
+
+    std::string text;
+    std::string title = applicationTitle;
+    Buttons buttons = Buttons::Ok;
+    Icon icon = Icon::None;
+};
+
+/// Shows message boxes; the call returns when the user has answered.
+class MessageBoxes {
+public:
+    virtual ~MessageBoxes() = default;
+    virtual MessageBox::Answer show(const MessageBox& box) = 0;
+};
+
+struct FileDialog {
+    enum class Kind { Open, Save };
+
+    Kind kind = Kind::Open;
+    std::string title;
+    std::string filter;   ///< pairs "text|pattern" joined by '|'
+    std::string fileName; ///< what the dialog starts on
+};
+
+/// Asks for a file name; nothing when the user cancels.
+class FileDialogs {
+public:
+    virtual ~FileDialogs() = default;
+    virtual std::optional<std::string> ask(const FileDialog& dialog) = 0;
+};
+
+/// The mouse pointer.
+class Pointer {
+public:
+    virtual ~Pointer() = default;
+    virtual void showHourglass(bool busy) = 0;
+};
+
+/// The hourglass for as long as it lives.
+class Hourglass {
+public:
+    explicit Hourglass(Pointer& pointer) : pointer_(pointer) { pointer_.showHourglass(true); }
+    ~Hourglass() { pointer_.showHourglass(false); }
+    Hourglass(const Hourglass&) = delete;
+    Hourglass& operator=(const Hourglass&) = delete;
+
+private:
+    Pointer& pointer_;
+};
+
+/// The loop that delivers what the user does. Long-running code gives it one turn a word.
+class EventLoop {
+public:
+    virtual ~EventLoop() = default;
+    /// Delivers what is pending and returns; handlers of any form may run inside.
+    virtual void turn() = 0;
+};
+
+} // namespace bitlux

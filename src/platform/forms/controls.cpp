@@ -1,0 +1,157 @@
+#include "platform/forms/controls.h"
+
+#include "platform/failure.h"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+
+namespace bitlux::forms {
+
+namespace {
+
+[[noreturn]] void failOutOfRange(const Control& control, std::string_view what) {
+    throw Failure(Failure::Kind::OutOfRange,
+                  fmt::format("{} does not exist in {}", what, control.fullName()));
+}
+
+} // namespace
+
+void Captioned::setCaption(std::string_view caption) {
+    if (caption_ != caption) {
+        caption_ = caption;
+        touch();
+    }
+}
+
+void Button::click() {
+    byHand("Click", [this] { raiseClick(); });
+}
+
+void MenuItem::click() {
+    byHand("Click", [this] { raiseClick(); });
+}
+
+void CheckBox::setValue(std::int16_t value) {
+    if (value != 0 && value != 1)
+        failOutOfRange(*this, fmt::format("The value {}", value));
+    if (assign(value_, value))
+        raiseClick();
+}
+
+void CheckBox::click() {
+    byHand("Click", [this] { setValue(checked() ? 0 : 1); });
+}
+
+OptionButton::OptionButton(Form& form, OptionGroup& group, std::string name, std::string caption,
+                           std::optional<int> index)
+    : Captioned(form, Kind::OptionButton, std::move(name), index, std::move(caption)),
+      group_(group) {
+    group_.members_.push_back(this);
+}
+
+void OptionButton::setValue(bool value) {
+    if (!assign(value_, value))
+        return;
+    if (value)
+        for (OptionButton* member : group_.members_)
+            if (member != this)
+                member->assign(member->value_, false);
+    raiseClick();
+}
+
+void OptionButton::click() {
+    byHand("Click", [this] { setValue(true); });
+}
+
+void TextBox::edit(std::string text) {
+    byHand("Change", [this, &text] { setText(std::move(text)); });
+}
+
+void ComboBox::addItem(std::string item) {
+    items_.push_back(std::move(item));
+    touch();
+}
+
+void ComboBox::clear() {
+    items_.clear();
+    text_.clear();
+    listIndex_ = -1;
+    touch();
+}
+
+void ComboBox::setListIndex(int index) {
+    if (index < -1 || index >= static_cast<int>(items_.size()))
+        failOutOfRange(*this, fmt::format("The entry {}", index));
+    if (!assign(listIndex_, index))
+        return;
+    text_ = index < 0 ? std::string{} : items_[static_cast<std::size_t>(index)];
+    raiseClick();
+}
+
+void ComboBox::setText(const std::string& text) {
+    const auto found = std::find(items_.begin(), items_.end(), text);
+    if (found != items_.end()) {
+        setListIndex(static_cast<int>(found - items_.begin()));
+        return;
+    }
+    if (style_ == Style::List)
+        failOutOfRange(*this, fmt::format("The entry \"{}\"", text));
+    listIndex_ = -1;
+    assign(text_, text);
+}
+
+void ComboBox::edit(const std::string& text) {
+    byHand("Change", [this, &text] { setText(text); });
+}
+
+void ComboBox::select(int index) {
+    byHand("Click", [this, index] { setListIndex(index); });
+}
+
+std::string ListBox::line(std::size_t index) const {
+    if (index >= count())
+        failOutOfRange(*this, fmt::format("The line {}", index));
+    return lines_->line(index);
+}
+
+void ListBox::setListIndex(int index) {
+    if (index < -1 || index >= static_cast<int>(count()))
+        failOutOfRange(*this, fmt::format("The line {}", index));
+    if (assign(listIndex_, index))
+        raiseClick();
+}
+
+void ListBox::linesChanged() {
+    listIndex_ = std::min(listIndex_, static_cast<int>(count()) - 1);
+    touch();
+}
+
+void TabStrip::removeTab(int index) {
+    requireTab(index);
+    tabs_.erase(tabs_.begin() + (index - 1));
+    if (selected_ >= index && selected_ > 1)
+        --selected_;
+    touch();
+}
+
+void TabStrip::setSelected(int index) {
+    requireTab(index);
+    if (assign(selected_, index))
+        raiseClick();
+}
+
+void TabStrip::click(int index) {
+    byHand("Click", [this, index] {
+        requireTab(index);
+        assign(selected_, index);
+        raiseClick();
+    });
+}
+
+void TabStrip::requireTab(int index) const {
+    if (index < 1 || index > count())
+        failOutOfRange(*this, fmt::format("The tab {}", index));
+}
+
+} // namespace bitlux::forms

@@ -1,0 +1,208 @@
+#pragma once
+
+#include "platform/forms/control.h"
+#include "platform/forms/line_source.h"
+
+#include <memory>
+#include <vector>
+
+namespace bitlux::forms {
+
+/// A control with a caption. An ampersand in the caption marks the access key.
+class Captioned : public Control {
+public:
+    [[nodiscard]] const std::string& caption() const { return caption_; }
+    void setCaption(std::string_view caption);
+
+protected:
+    Captioned(Form& form, Kind kind, std::string name, std::optional<int> index,
+              std::string caption)
+        : Control(form, kind, std::move(name), index), caption_(std::move(caption)) {}
+
+private:
+    std::string caption_;
+};
+
+class Label : public Captioned {
+public:
+    Label(Form& form, std::string name, std::string caption = {}, std::optional<int> index = {})
+        : Captioned(form, Kind::Label, std::move(name), index, std::move(caption)) {}
+};
+
+class Frame : public Captioned {
+public:
+    Frame(Form& form, std::string name, std::string caption = {}, std::optional<int> index = {})
+        : Captioned(form, Kind::Frame, std::move(name), index, std::move(caption)) {}
+};
+
+class Button : public Captioned {
+public:
+    Button(Form& form, std::string name, std::string caption = {}, std::optional<int> index = {})
+        : Captioned(form, Kind::Button, std::move(name), index, std::move(caption)) {}
+
+    /// A click by hand.
+    void click();
+};
+
+class MenuItem : public Captioned {
+public:
+    MenuItem(Form& form, std::string name, std::string caption)
+        : Captioned(form, Kind::MenuItem, std::move(name), {}, std::move(caption)) {}
+
+    /// Chosen by hand.
+    void click();
+};
+
+/// Value 1 when checked, else 0.
+class CheckBox : public Captioned {
+public:
+    CheckBox(Form& form, std::string name, std::string caption = {}, std::optional<int> index = {})
+        : Captioned(form, Kind::CheckBox, std::move(name), index, std::move(caption)) {}
+
+    [[nodiscard]] std::int16_t value() const { return value_; }
+    [[nodiscard]] bool checked() const { return value_ == 1; }
+    /// 0 or 1; anything else raises Failure (OutOfRange).
+    void setValue(std::int16_t value);
+
+    /// A click by hand turns the value over.
+    void click();
+
+private:
+    std::int16_t value_ = 0;
+};
+
+/// One of a group, of which at most one is set. The members register themselves.
+class OptionButton;
+class OptionGroup {
+private:
+    friend class OptionButton;
+    std::vector<OptionButton*> members_;
+};
+
+/// Setting one clears the others of its group; only the one that was assigned runs its handler.
+class OptionButton : public Captioned {
+public:
+    OptionButton(Form& form, OptionGroup& group, std::string name, std::string caption = {},
+                 std::optional<int> index = {});
+
+    [[nodiscard]] bool value() const { return value_; }
+    void setValue(bool value);
+
+    /// A click by hand sets it.
+    void click();
+
+private:
+    OptionGroup& group_;
+    bool value_ = false;
+};
+
+class TextBox : public Control {
+public:
+    TextBox(Form& form, std::string name, std::optional<int> index = {})
+        : Control(form, Kind::TextBox, std::move(name), index) {}
+
+    [[nodiscard]] const std::string& text() const { return text_; }
+    void setText(std::string text) { assign(text_, std::move(text)); }
+
+    /// What the user's hand leaves in the box.
+    void edit(std::string text);
+
+private:
+    std::string text_;
+};
+
+/// Items with at most one selected; index -1 when none is.
+class ComboBox : public Control {
+public:
+    enum class Style {
+        List,    ///< only items can be chosen
+        Editable ///< any text can be typed
+    };
+
+    ComboBox(Form& form, std::string name, Style style, std::vector<std::string> items = {},
+             std::optional<int> index = {})
+        : Control(form, Kind::ComboBox, std::move(name), index),
+          items_(std::move(items)),
+          style_(style) {}
+
+    [[nodiscard]] Style style() const { return style_; }
+    [[nodiscard]] const std::vector<std::string>& items() const { return items_; }
+    void addItem(std::string item);
+    /// Removes all items and the selection.
+    void clear();
+
+    [[nodiscard]] int listIndex() const { return listIndex_; }
+    /// -1 to the last item; anything else raises Failure (OutOfRange). -1 also empties the text.
+    void setListIndex(int index);
+
+    [[nodiscard]] const std::string& text() const { return text_; }
+    /// Selects the item of this text. An editable box takes any other text as typed, a list
+    /// raises Failure (OutOfRange).
+    void setText(const std::string& text);
+
+    /// The same by hand.
+    void edit(const std::string& text);
+    void select(int index);
+
+private:
+    std::vector<std::string> items_;
+    std::string text_;
+    int listIndex_ = -1;
+    Style style_;
+};
+
+/// Lines with at most one selected; index -1 when none is.
+class ListBox : public Control {
+public:
+    /// `lines` is what the list shows, and may serve several lists.
+    ListBox(Form& form, std::string name, std::shared_ptr<const LineSource> lines)
+        : Control(form, Kind::ListBox, std::move(name), {}), lines_(std::move(lines)) {}
+
+    [[nodiscard]] std::size_t count() const { return lines_->size(); }
+    /// Raises Failure (OutOfRange) beyond the last line.
+    [[nodiscard]] std::string line(std::size_t index) const;
+
+    [[nodiscard]] int listIndex() const { return listIndex_; }
+    /// -1 to the last line; anything else raises Failure (OutOfRange).
+    void setListIndex(int index);
+
+    /// To be called by whoever changed the lines.
+    void linesChanged();
+
+private:
+    std::shared_ptr<const LineSource> lines_;
+    int listIndex_ = -1;
+};
+
+/// Tabs counted from 1, of which one is selected.
+class TabStrip : public Control {
+public:
+    struct Tab {
+        std::string caption;
+        std::string tooltip;
+        bool operator==(const Tab&) const = default;
+    };
+
+    TabStrip(Form& form, std::string name, std::vector<Tab> tabs)
+        : Control(form, Kind::TabStrip, std::move(name), {}), tabs_(std::move(tabs)) {}
+
+    [[nodiscard]] const std::vector<Tab>& tabs() const { return tabs_; }
+    [[nodiscard]] int count() const { return static_cast<int>(tabs_.size()); }
+    /// Removing the selected tab selects the one before it, without running the handler.
+    void removeTab(int index);
+
+    [[nodiscard]] int selected() const { return selected_; }
+    /// 1 to the last tab; anything else raises Failure (OutOfRange).
+    void setSelected(int index);
+
+    /// A click on a tab by hand. The handler runs also for the current tab.
+    void click(int index);
+
+private:
+    void requireTab(int index) const;
+
+    std::vector<Tab> tabs_;
+    int selected_ = 1;
+};
+
+} // namespace bitlux::forms

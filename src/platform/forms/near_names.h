@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bitlux::forms {
+
+/// Up to three of `names` that look most like `wanted`, the nearest first; none when nothing does.
+std::vector<std::string> nearNames(std::string_view wanted, const std::vector<std::string>& names);
+
+} // namespace bitlux::forms

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+
+namespace bitlux {
+
+/// The eight operations on the I/O ports of a PC parallel port. Everything that drives pins goes
+/// through this interface, so that a real port, a simulated one and a recording one can stand in
+/// for each other.
+///
+/// A port has three byte registers: data at its base address, status at base + 1 (read only),
+/// control at base + 2. Addresses are 16-bit, values are the low byte of a 16-bit integer.
+///
+/// Reads and writes report nothing in their results. An implementation that finds its port
+/// unusable throws Failure (PortUnusable) with a sentence that names the fix.
+class ParallelPort {
+public:
+    virtual ~ParallelPort() = default;
+
+    /// Reads one byte from an I/O port.
+    virtual std::int32_t Inp(std::int16_t address) = 0;
+    /// Writes the low byte of `value` to an I/O port.
+    virtual void Outp(std::int16_t address, std::int16_t value) = 0;
+    /// Opens direct access to the ports from `first` to `last`; used around each write in fast
+    /// mode.
+    virtual void EnablePorts(std::int16_t first, std::int16_t last) = 0;
+    /// Closes the access that EnablePorts opened.
+    virtual void DisablePorts(std::int16_t first, std::int16_t last) = 0;
+    /// Base address of LPT1 to LPT3, 0 when there is none.
+    virtual std::int16_t GetLPTPortAddress(std::int16_t number) = 0;
+    /// 1 switches fast mode (direct port I/O) on, 0 off.
+    virtual void SetFastMode(std::int32_t mode) { fastMode_ = mode; }
+
+    // These two are asked on both sides of every write, so they cost a load and no call.
+
+    /// True on a system that needs a driver for port access.
+    [[nodiscard]] bool IsWinNT() const noexcept { return needsDriver_; }
+    /// 1 when fast mode is on.
+    [[nodiscard]] std::int32_t GetFastMode() const noexcept { return fastMode_; }
+
+protected:
+    explicit ParallelPort(bool needsDriver) : needsDriver_(needsDriver) {}
+    ParallelPort(const ParallelPort&) = default;
+    ParallelPort& operator=(const ParallelPort&) = default;
+
+private:
+    std::int32_t fastMode_ = 0;
+    bool needsDriver_;
+};
+
+/// Offsets of the registers from the base address of a port.
+inline constexpr std::int16_t dataRegister = 0;
+inline constexpr std::int16_t statusRegister = 1;
+inline constexpr std::int16_t controlRegister = 2;
+
+/// The base addresses that parallel ports traditionally have.
+inline constexpr std::int16_t address3BC = 0x3BC;
+inline constexpr std::int16_t address378 = 0x378;
+inline constexpr std::int16_t address278 = 0x278;
+
+} // namespace bitlux

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/desk.h"
+#include "platform/forms/controls.h"
+#include "platform/forms/form.h"
+#include "sending/command_lists.h"
+#include "sending/run_controls.h"
+#include "sending/session_log.h"
+#include "sending/single_word_page.h"
+#include "session/live_options.h"
+#include "session/session.h"
+#include "transfer/pin_layer.h"
+#include "transfer/word_engine.h"
+
+namespace bitlux {
+
+/// frmMain, the main window: one form to the user, made of the parts that the rooms below
+/// contribute, and of what belongs to no page.
+class MainForm : public forms::Form {
+public:
+    /// What the form works with; all outlive it.
+    struct Parts {
+        Session& session;
+        const LiveOptions& options;
+        PinLayer& pins;
+        WordEngine& engine;
+        SessionLog::Desk desk;
+        EventLoop& loop;
+    };
+
+    MainForm(forms::FormSet& set, const Parts& parts);
+
+private:
+    void registerProcedures(const Parts& parts);
+
+public:
+    forms::Label labelMainTitle;
+    forms::Label lblConfigNag;
+    forms::TabStrip TabStripMain;
+    forms::MenuItem itemPortOptions;
+
+    RunControls run;
+    CommandLists commands;
+    SessionLog log;
+    SingleWordPage singleWord;
+};
+
+} // namespace bitlux

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/desk.h"
+#include "platform/forms/controls.h"
+#include "platform/forms/form.h"
+#include "platform/forms/text_lines.h"
+
+#include <memory>
+
+namespace bitlux {
+
+/// The lists of the main form that hold named words: the names of the Quick Commands on both
+/// pages, and the commands to send of the Batch page.
+class CommandLists {
+public:
+    CommandLists(forms::Form& form, MessageBoxes& boxes);
+
+    /// False, after a message, when there is nothing in the commands to send.
+    bool hasCommands();
+    /// Empties all three.
+    void clear();
+    /// The word on the single-word page is no stored command any more.
+    void deselectQuickCommand() { cmbMasterQCList.setListIndex(-1); }
+
+private:
+    MessageBoxes& boxes_;
+    std::shared_ptr<forms::TextLines> available_ = std::make_shared<forms::TextLines>();
+    std::shared_ptr<forms::TextLines> toSend_ = std::make_shared<forms::TextLines>();
+
+public:
+    forms::ComboBox cmbMasterQCList;
+    forms::ListBox lstCommandsAvailable;
+    forms::ListBox lstCommandsToSend;
+};
+
+} // namespace bitlux

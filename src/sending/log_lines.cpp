@@ -1,0 +1,81 @@
+#include "sending/log_lines.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace bitlux {
+
+namespace {
+
+/// False when an element is no bit.
+template <std::size_t Size>
+bool pack(WordBits bits, std::bitset<Size>& packed) {
+    for (std::size_t i = 0; i < bits.size(); ++i) {
+        if ((bits[i] & ~1) != 0)
+            return false;
+        packed[i] = bits[i] != 0;
+    }
+    return true;
+}
+
+template <std::size_t Size>
+std::vector<std::int16_t> unpack(const std::bitset<Size>& packed, std::size_t length) {
+    std::vector<std::int16_t> bits(length);
+    for (std::size_t i = 0; i < length; ++i)
+        bits[i] = packed[i] ? 1 : 0;
+    return bits;
+}
+
+} // namespace
+
+void LogLines::addWord(WordBits sent, WordBits received, WordDisplay display) {
+    RawWord word{.sent = {}, .received = {}, .length = 0, .display = display};
+    if (sent.size() <= rawBits && pack(sent, word.sent) && pack(received, word.received)) {
+        word.length = static_cast<std::uint8_t>(sent.size());
+        add(word, {}, linesOfWord);
+    } else {
+        add({}, textOf(sent, received, display), linesOfWord);
+    }
+}
+
+void LogLines::addText(std::string line) {
+    add({}, {std::move(line)}, 1);
+}
+
+void LogLines::clear() {
+    entries_.clear();
+    size_ = 0;
+}
+
+std::string LogLines::line(std::size_t index) const {
+    const auto after = std::upper_bound(
+        entries_.begin(), entries_.end(), index,
+        [](std::size_t line, const Entry& entry) { return line < entry.firstLine; });
+    const Entry& entry = *std::prev(after);
+    const std::size_t within = index - entry.firstLine;
+    return entry.text.empty() ? textOf(entry.word)[within] : entry.text[within];
+}
+
+std::vector<std::string> LogLines::textOf(WordBits sent, WordBits received, WordDisplay display) {
+    std::string sentText;
+    std::string receivedText;
+    if (display == WordDisplay::Binary) {
+        sentText = binaryTextSent(sent);
+        receivedText = binaryTextReceived(received);
+    } else if (display == WordDisplay::Hex) {
+        sentText = hexText(sent);
+        receivedText = hexText(received);
+    }
+    return {"SPI Word Sent:", "  " + sentText, "SPI Word Received:", "  " + receivedText, " "};
+}
+
+std::vector<std::string> LogLines::textOf(const RawWord& word) {
+    return textOf(unpack(word.sent, word.length), unpack(word.received, word.length), word.display);
+}
+
+void LogLines::add(const RawWord& word, std::vector<std::string> text, std::size_t lines) {
+    entries_.push_back({.firstLine = size_, .word = word, .text = std::move(text)});
+    size_ += lines;
+}
+
+} // namespace bitlux

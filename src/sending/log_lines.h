@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/forms/line_source.h"
+#include "sending/word_text.h"
+
+#include <array>
+#include <bitset>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace bitlux {
+
+/// How words are shown.
+enum class WordDisplay : std::uint8_t { Binary, Hex, None };
+
+/// The lines of the Session Log. Words are kept raw and become text when somebody looks, so that
+/// a word costs the same in a full log as in an empty one.
+class LogLines : public forms::LineSource {
+public:
+    /// Adds the five lines of a word; both spans have one element a bit.
+    void addWord(WordBits sent, WordBits received, WordDisplay display);
+    void addText(std::string line);
+    void clear();
+
+    [[nodiscard]] std::size_t size() const override { return size_; }
+    [[nodiscard]] std::string line(std::size_t index) const override;
+
+private:
+    static constexpr std::size_t linesOfWord = 5;
+    static constexpr std::size_t rawBits = 160;
+
+    struct RawWord {
+        std::bitset<rawBits> sent;
+        std::bitset<rawBits> received;
+        std::uint8_t length;
+        WordDisplay display;
+    };
+    /// One word, or lines kept as text when there are any.
+    struct Entry {
+        std::size_t firstLine;
+        RawWord word;
+        std::vector<std::string> text;
+    };
+
+    static std::vector<std::string> textOf(WordBits sent, WordBits received, WordDisplay display);
+    static std::vector<std::string> textOf(const RawWord& word);
+    void add(const RawWord& word, std::vector<std::string> text, std::size_t lines);
+
+    std::vector<Entry> entries_;
+    std::size_t size_ = 0;
+};
+
+} // namespace bitlux

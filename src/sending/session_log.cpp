@@ -1,0 +1,166 @@
+#include "sending/session_log.h"
+
+#include "platform/failure.h"
+#include "platform/text_file.h"
+
+#include <utility>
+
+namespace bitlux {
+
+namespace {
+
+WordDisplay displayOf(const Session& session) {
+    switch (session.DisplayHex) {
+    case 0:
+        return WordDisplay::Binary;
+    case 1:
+        return WordDisplay::Hex;
+    default:
+        return WordDisplay::None;
+    }
+}
+
+WordBits wordOf(const std::vector<std::int16_t>& bits, std::int16_t length) {
+    const auto wanted = static_cast<std::size_t>(length);
+    if (bits.size() < wanted)
+        throw Failure(Failure::Kind::OutOfRange, "Subscript out of range: the word is too short");
+    return WordBits(bits).first(wanted);
+}
+
+forms::ControlArray<forms::Frame> oneFrame(forms::Form& form, const std::string& name) {
+    return {name, 1, 1, [&form](const std::string& arrayName, int index) {
+                return std::make_unique<forms::Frame>(form, arrayName, "Session Log", index);
+            }};
+}
+
+} // namespace
+
+SessionLog::SessionLog(forms::Form& form, Session& session, const LiveOptions& options, Desk desk)
+    : session_(session),
+      options_(options),
+      desk_(desk),
+      frameLogPinsNow(oneFrame(form, "frameLogPinsNow")),
+      frameLogPins(oneFrame(form, "frameLogPins")),
+      lstSessionLogSingle(form, "lstSessionLogSingle", lines_),
+      lstSessionLogMult(form, "lstSessionLogMult", lines_),
+      cmdSaveLogSingle(form, "cmdSaveLogSingle", "Save &Log"),
+      cmdClearLogSingle(form, "cmdClearLogSingle", "Cl&ear Log"),
+      cmdSaveLogMult(form, "cmdSaveLogMult", "Save &Log"),
+      cmdClearLogMult(form, "cmdClearLogMult", "Cl&ear Log"),
+      itemSaveLog(form, "itemSaveLog", "Save Session &Log"),
+      itemSaveLogAs(form, "itemSaveLogAs", "Save Session Log As..."),
+      itemClearLog(form, "itemClearLog", "&Clear Session Log") {
+    form.procedure("UpdateLog", [this] { UpdateLog(); });
+    for (const char* name :
+         {"cmdClearLogSingle_Click", "cmdClearLogMult_Click", "itemClearLog_Click"})
+        form.procedure(name, [this] { cmdClearLogSingle_Click(); });
+    for (const char* name : {"cmdSaveLogSingle_Click", "cmdSaveLogMult_Click", "itemSaveLog_Click"})
+        form.procedure(name, [this] { cmdSaveLogSingle_Click(); });
+    form.procedure("itemSaveLogAs_Click", [this] { itemSaveLogAs_Click(); });
+}
+
+void SessionLog::UpdateLog() {
+    lines_->addWord(wordOf(session_.WordToSend, session_.SPIWordLength),
+                    wordOf(session_.WordReceived, session_.SPIWordLength), displayOf(session_));
+    moveToLastLine();
+}
+
+void SessionLog::logWord(bool continuous, PlaceInPass place) {
+    if (session_.SessionLogEnabled != ConstOn)
+        return;
+    if (!continuous) {
+        UpdateLog();
+        return;
+    }
+    const bool enabled = session_.ContinuousLogEnabled == ConstOn;
+    const bool forever = options_.logForever();
+    if (!enabled && session_.ContinuousLogCount == 1 && place.first)
+        addNote("Continuous Send Log Disabled");
+    if (!enabled || (session_.ContinuousLogCount > session_.ContinuousLogLimit && !forever))
+        return;
+    UpdateLog();
+    if (!forever && session_.ContinuousLogCount == session_.ContinuousLogLimit && place.last)
+        addNote("Continuous Send Log Suspended");
+}
+
+bool SessionLog::full() const {
+    return session_.SessionLogEnabled == ConstOn &&
+           lines_->size() >= static_cast<std::size_t>(session_.SessionLogCapacity);
+}
+
+void SessionLog::clear() {
+    lines_->clear();
+    linesChanged();
+}
+
+void SessionLog::cmdClearLogSingle_Click() {
+    stopContinuous();
+    clear();
+    session_.SessionLogCount = 0;
+}
+
+void SessionLog::cmdSaveLogSingle_Click() {
+    stopContinuous();
+    if (session_.LogFileName.empty())
+        session_.LogFileName = askFileName().value_or("");
+    if (session_.LogFileName.empty()) {
+        desk_.boxes.show({.text = "No filename selected.  Cannot Save."});
+        return;
+    }
+    write(session_.LogFileName);
+}
+
+void SessionLog::itemSaveLogAs_Click() {
+    const std::optional<std::string> name = askFileName();
+    if (!name)
+        return;
+    session_.LogFileName = *name;
+    cmdSaveLogSingle_Click();
+}
+
+std::optional<std::string> SessionLog::askFileName() {
+    return desk_.fileDialogs.ask({.kind = FileDialog::Kind::Save,
+                                  .title = "Save Session Log",
+                                  .filter = "Text Files (*.txt)|*.txt|All Files (*.*)|*.*",
+                                  .fileName = session_.LogFileName});
+}
+
+void SessionLog::write(const std::string& fileName) {
+    const Hourglass hourglass(desk_.pointer);
+    replaceTextFile(fileName, [this](const auto& writeLine) {
+        for (std::size_t i = 0; i < lines_->size(); ++i)
+            writeLine(lines_->line(i));
+    });
+}
+
+void SessionLog::setEnabled(bool enabled) {
+    for (const auto* frames : {&frameLogPinsNow, &frameLogPins})
+        (*frames)(1).setEnabled(enabled);
+    for (forms::Control* control : {static_cast<forms::Control*>(&lstSessionLogSingle),
+                                    static_cast<forms::Control*>(&lstSessionLogMult),
+                                    static_cast<forms::Control*>(&cmdSaveLogSingle),
+                                    static_cast<forms::Control*>(&cmdClearLogSingle),
+                                    static_cast<forms::Control*>(&cmdSaveLogMult),
+                                    static_cast<forms::Control*>(&cmdClearLogMult)})
+        control->setEnabled(enabled);
+}
+
+void SessionLog::addNote(const std::string& text) {
+    lines_->addText(text);
+    lines_->addText(" ");
+    moveToLastLine();
+}
+
+void SessionLog::linesChanged() {
+    lstSessionLogSingle.linesChanged();
+    lstSessionLogMult.linesChanged();
+}
+
+void SessionLog::moveToLastLine() {
+    linesChanged();
+    const int last = static_cast<int>(lines_->size()) - 1;
+    lstSessionLogSingle.setListIndex(last);
+    lstSessionLogMult.setListIndex(last);
+}
+
+} // namespace bitlux

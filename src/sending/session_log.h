@@ -1,0 +1,82 @@
+#pragma once
+
+#include "platform/desk.h"
+#include "platform/forms/control_array.h"
+#include "platform/forms/controls.h"
+#include "platform/forms/form.h"
+#include "sending/log_lines.h"
+#include "session/live_options.h"
+#include "session/session.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace bitlux {
+
+/// Where in a pass of a continuous run a word stands; a single word is the first and last.
+struct PlaceInPass {
+    bool first = true;
+    bool last = true;
+};
+
+/// The Session Log of the main form: two lists, one on each generic page, that always show the
+/// same lines, and the buttons and menu items that save and clear them.
+class SessionLog {
+public:
+    struct Desk {
+        MessageBoxes& boxes;
+        FileDialogs& fileDialogs;
+        Pointer& pointer;
+    };
+
+    SessionLog(forms::Form& form, Session& session, const LiveOptions& options, Desk desk);
+
+    // Saving and clearing first stop a continuous run. Set by whoever owns the run.
+    std::function<void()> stopContinuous;
+
+    /// Adds one word from WordToSend and WordReceived to both lists.
+    void UpdateLog();
+    /// Adds a word that a driver has sent, by the rules of single and continuous sending;
+    /// `continuous` tells whether a continuous run is on. Nothing while the log is off.
+    void logWord(bool continuous, PlaceInPass place = {});
+    /// True when the log is on and has no room for a further word.
+    [[nodiscard]] bool full() const;
+    void clear();
+
+    void cmdClearLogSingle_Click();
+    void cmdSaveLogSingle_Click();
+    void itemSaveLogAs_Click();
+
+    /// Enables or disables the lists, their buttons and their frames.
+    void setEnabled(bool enabled);
+
+    [[nodiscard]] const LogLines& lines() const { return *lines_; }
+
+private:
+    void addNote(const std::string& text);
+    void linesChanged();
+    void moveToLastLine();
+    std::optional<std::string> askFileName();
+    void write(const std::string& fileName);
+
+    Session& session_;
+    const LiveOptions& options_;
+    Desk desk_;
+    std::shared_ptr<LogLines> lines_ = std::make_shared<LogLines>();
+
+public:
+    forms::ControlArray<forms::Frame> frameLogPinsNow; ///< 1: the log on the single-word page
+    forms::ControlArray<forms::Frame> frameLogPins;    ///< 1: the log on the Batch page
+    forms::ListBox lstSessionLogSingle;
+    forms::ListBox lstSessionLogMult;
+    forms::Button cmdSaveLogSingle;
+    forms::Button cmdClearLogSingle;
+    forms::Button cmdSaveLogMult;
+    forms::Button cmdClearLogMult;
+    forms::MenuItem itemSaveLog;
+    forms::MenuItem itemSaveLogAs;
+    forms::MenuItem itemClearLog;
+};
+
+} // namespace bitlux

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <functional>
+
+namespace bitlux {
+
+/// Choices of the configuration dialog that count as they stand in its controls at the moment,
+/// applied or not. Whoever owns the dialog answers.
+struct LiveOptions {
+    std::function<bool()> logForever; ///< "Keep recording messages until the Session Log is full"
+};
+
+} // namespace bitlux

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace bitlux {
+
+/// The shadow of a port register: the level and the extra pin's name of each bit. The shadow is
+/// the only record of the pins; the register itself is never read back.
+template <int Bits>
+class PortPins {
+public:
+    /// 0 or 1; raises std::out_of_range beyond the register.
+    [[nodiscard]] std::int16_t level(int bit) const {
+        return static_cast<std::int16_t>((value_ & mask(bit)) != 0);
+    }
+    /// Any level but 0 counts as 1.
+    void setLevel(int bit, std::int16_t level) { value_ = with(value_, bit, level); }
+
+    /// A register value with one bit at another level.
+    static std::uint8_t with(std::uint8_t value, int bit, std::int16_t level) {
+        return static_cast<std::uint8_t>(level != 0 ? value | mask(bit) : value & ~mask(bit));
+    }
+
+    /// Name of the extra pin on this bit, empty when the bit is free.
+    [[nodiscard]] const std::string& name(int bit) const { return names_.at(index(bit)); }
+    void setName(int bit, std::string name) { names_.at(index(bit)) = std::move(name); }
+
+    /// All levels, as the register takes them.
+    [[nodiscard]] std::uint8_t value() const { return value_; }
+    void setValue(std::uint8_t value) {
+        value_ = static_cast<std::uint8_t>(value & ((1U << Bits) - 1U));
+    }
+
+private:
+    static std::size_t index(int bit) { return static_cast<std::size_t>(bit); }
+    static unsigned mask(int bit) {
+        if (bit < 0 || bit >= Bits)
+            throw std::out_of_range("no such bit in the register");
+        return 1U << static_cast<unsigned>(bit);
+    }
+
+    std::array<std::string, Bits> names_;
+    std::uint8_t value_ = 0;
+};
+
+} // namespace bitlux

@@ -1,0 +1,108 @@
+#pragma once
+
+#include "session/flag.h"
+#include "session/port_pins.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace bitlux {
+
+/// A stored word under a name. `bits` has one element a bit, element 0 the least significant.
+struct QuickCommand {
+    std::vector<std::int16_t> bits;
+    std::string name;
+};
+
+/// What a part-specific tab of the main window stands for.
+struct PartTab {
+    std::int32_t PartNumber = 0;
+    std::int16_t FrameIndex = 0;
+    std::string TitleText;
+    std::int16_t WordLength = 0;
+    std::int16_t TypeNumber = 0;
+};
+
+/// The working state of the program: one block of variables that every room reads and that knows
+/// no one. The initial values are those with which the start-up begins; Apply brings the settings
+/// of the dialog's defaults on top.
+///
+/// Bits and pin levels are 16-bit integers 0 and 1. In arrays of bits, element i is bit i of the
+/// word and element 0 the least significant.
+struct Session {
+    std::int16_t BuildNumber = 4457;
+
+    // The shape of a word
+    std::int16_t SPIWordLength = 32; ///< bits, 1 to MaxSPIBits
+    std::int16_t SavedSPIWordLength = 0;
+    std::int16_t MaxSPIBits = 160;
+    std::int16_t SPIType = 1; ///< 1 to 8
+    std::int16_t SavedSPIType = 1;
+    std::int16_t SPITypeTab = 1;
+    Flag MSBFirst = ConstOn;
+    std::int16_t DisplayHex = 0; ///< 1 hexadecimal, 0 binary display of words
+
+    // Levels that stand for asserted, idle, one and zero
+    std::int16_t CSAssertLevel = ConstLow;
+    std::int16_t CSIdleLevel = ConstHigh;
+    std::int16_t DIOneLevel = ConstHigh;
+    std::int16_t DIZeroLevel = ConstLow;
+    std::int16_t ClockHighLevel = ConstHigh;
+    std::int16_t ClockLowLevel = ConstLow;
+    std::int16_t DOHighValue = 1;
+    std::int16_t DOLowValue = 0;
+
+    // The parallel port
+    bool ParallelPortReady = false;
+    std::int16_t LPTPortAddress = 0;
+    std::array<std::int16_t, 4> LPTPortAddresses{};
+    std::int16_t DIPin = 0; ///< bits 0 to 7 of the data register
+    std::int16_t CSPin = 0;
+    std::int16_t ClockPin = 0;
+    std::int16_t DOPin = 0; ///< bit 3 to 7 of the status register
+    PortPins<8> DataPortPins;
+    PortPins<4> ControlPortPins;
+
+    // The dongle
+    bool USBReady = false;
+    std::int16_t SPIBaudRate = 64;
+
+    /// Set when a transfer failed; who sends by itself looks at it and stops.
+    bool LinkFailed = false;
+
+    // The word on its way
+    std::vector<std::int16_t> WordToSend;
+    std::vector<std::int16_t> WordReceived;
+    std::vector<std::int16_t> PortStatusSamples; ///< raw status register, one read a bit
+    std::vector<std::int16_t> SingleWordBits;    ///< the word of the single-word page
+
+    // Named words
+    std::vector<QuickCommand> QuickCommandTable;
+    Flag QuickCommandTableEmpty = ConstOn;
+
+    // Session Log
+    Flag SessionLogEnabled = ConstOn;
+    std::int16_t SessionLogCapacity = 20000; ///< lines at which sending refuses
+    Flag ContinuousLogEnabled = ConstOn;
+    std::int16_t ContinuousLogLimit = 5; ///< words of a continuous run that are logged
+    std::int16_t ContinuousLogCount = 1; ///< number of the word in the run, from 1
+    std::int32_t SessionLogCount = 0;
+    std::string LogFileName;
+
+    // Window
+    std::int16_t ActiveMainTab = 1; ///< 1 single word, 2 multiple commands, from 3 part tabs
+    std::int16_t ConfigTab = 1;
+    std::int16_t LogPinsTab = 1;
+    std::int16_t LogPinsNowTab = 1;
+    std::vector<PartTab> PartTabs; ///< in the order of the tabs from 3 on
+    std::string PartName;
+
+    // Configuration
+    std::string ConfigFileName;
+    Flag ConfigDirty = ConstOff;
+    Flag StartingUp = ConstOff; ///< on until the first Apply has run
+};
+
+} // namespace bitlux

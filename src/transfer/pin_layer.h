@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/clock.h"
+#include "platform/parallel_port.h"
+#include "session/session.h"
+#include "transfer/wire_trace.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace bitlux {
+
+/// Bit number inside its register of a pin of the 25-pin connector, given as text; 0 for a text
+/// that is none of "1" to "17". Pin 7 as a choice for the data output reads the bit of pin 12.
+std::int16_t ConvertPin(std::string_view pin);
+
+/// Sends the shadows of the port's registers to the port. Logic elsewhere puts levels into
+/// Session::DataPortPins or ControlPortPins and calls a Toggle; nothing moves before.
+class PinLayer {
+public:
+    PinLayer(Session& session, ParallelPort& port) : session_(session), port_(&port) {}
+    PinLayer(const PinLayer&) = delete;
+    PinLayer& operator=(const PinLayer&) = delete;
+
+    void ToggleDataPort();
+    void ToggleControlPort();
+
+    /// Puts chip select, data in and clock to their idle levels, the clock to that of the type.
+    void rest();
+
+    /// The port in use: the real one, or the one that records.
+    [[nodiscard]] ParallelPort& port() { return *port_; }
+
+    /// Records every access from now on; nothing is spent on it while off. The trace outlives
+    /// the recording.
+    void startRecording(WireTrace& trace, const Clock& clock);
+    void stopRecording();
+
+    /// One write of a register, bracketed by direct access in fast mode. The system and the mode
+    /// are asked afresh on both sides.
+    static void write(ParallelPort& port, std::int16_t address, std::uint8_t value) {
+        if (needsDirectAccess(port)) [[unlikely]]
+            port.EnablePorts(address, address);
+        port.Outp(address, value);
+        if (needsDirectAccess(port)) [[unlikely]]
+            port.DisablePorts(address, address);
+    }
+
+private:
+    static bool needsDirectAccess(const ParallelPort& port) {
+        return port.GetFastMode() == 1 && port.IsWinNT();
+    }
+
+    Session& session_;
+    ParallelPort* port_;
+    std::optional<RecordingPort> recording_;
+};
+
+} // namespace bitlux

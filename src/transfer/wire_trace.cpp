@@ -1,0 +1,51 @@
+#include "transfer/wire_trace.h"
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+std::string WireTrace::line(const WireAccess& access) const {
+    return fmt::format("{} {} {:X} {:02X}", access.nanoseconds - origin_,
+                       access.kind == WireAccess::Kind::Write ? 'W' : 'R',
+                       static_cast<std::uint16_t>(access.address), access.value);
+}
+
+RecordingPort::RecordingPort(ParallelPort& recorded, WireTrace& trace, const Clock& clock)
+    : ParallelPort(recorded), recorded_(recorded), trace_(trace), clock_(clock) {}
+
+std::int32_t RecordingPort::Inp(std::int16_t address) {
+    const std::int32_t value = recorded_.Inp(address);
+    record(WireAccess::Kind::Read, address, value);
+    return value;
+}
+
+void RecordingPort::Outp(std::int16_t address, std::int16_t value) {
+    recorded_.Outp(address, value);
+    record(WireAccess::Kind::Write, address, value);
+}
+
+void RecordingPort::EnablePorts(std::int16_t first, std::int16_t last) {
+    recorded_.EnablePorts(first, last);
+}
+
+void RecordingPort::DisablePorts(std::int16_t first, std::int16_t last) {
+    recorded_.DisablePorts(first, last);
+}
+
+std::int16_t RecordingPort::GetLPTPortAddress(std::int16_t number) {
+    return recorded_.GetLPTPortAddress(number);
+}
+
+void RecordingPort::SetFastMode(std::int32_t mode) {
+    ParallelPort::SetFastMode(mode);
+    recorded_.SetFastMode(mode);
+}
+
+void RecordingPort::record(WireAccess::Kind kind, std::int16_t address, std::int32_t value) {
+    trace_.add({.nanoseconds = clock_.nanoseconds(),
+                .kind = kind,
+                .address = address,
+                .value = static_cast<std::uint8_t>(value)});
+}
+
+} // namespace bitlux
