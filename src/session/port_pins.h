@@ -19,11 +19,8 @@ public:
         return static_cast<std::int16_t>((value_ & mask(bit)) != 0);
     }
     /// Any level but 0 counts as 1.
-    void setLevel(int bit, std::int16_t level) { value_ = with(value_, bit, level); }
-
-    /// A register value with one bit at another level.
-    static std::uint8_t with(std::uint8_t value, int bit, std::int16_t level) {
-        return static_cast<std::uint8_t>(level != 0 ? value | mask(bit) : value & ~mask(bit));
+    void setLevel(int bit, std::int16_t level) {
+        value_ = static_cast<std::uint8_t>(level != 0 ? value_ | mask(bit) : value_ & ~mask(bit));
     }
 
     /// Name of the extra pin on this bit, empty when the bit is free.
@@ -36,14 +33,15 @@ public:
         value_ = static_cast<std::uint8_t>(value & ((1U << Bits) - 1U));
     }
 
-private:
-    static std::size_t index(int bit) { return static_cast<std::size_t>(bit); }
-    static unsigned mask(int bit) {
+    /// The register value of one bit alone; raises std::out_of_range beyond the register.
+    static std::uint8_t mask(int bit) {
         if (bit < 0 || bit >= Bits)
             throw std::out_of_range("no such bit in the register");
-        return 1U << static_cast<unsigned>(bit);
+        return static_cast<std::uint8_t>(1U << static_cast<unsigned>(bit));
     }
 
+private:
+    static std::size_t index(int bit) { return static_cast<std::size_t>(bit); }
     std::array<std::string, Bits> names_;
     std::uint8_t value_ = 0;
 };

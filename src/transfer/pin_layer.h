@@ -47,11 +47,11 @@ public:
             port.DisablePorts(address, address);
     }
 
-private:
     static bool needsDirectAccess(const ParallelPort& port) {
         return port.GetFastMode() == 1 && port.IsWinNT();
     }
 
+private:
     Session& session_;
     ParallelPort* port_;
     std::optional<RecordingPort> recording_;

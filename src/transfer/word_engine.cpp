@@ -12,73 +12,171 @@ namespace bitlux {
 
 namespace {
 
-/// What clocking out the bits of a word needs, gathered once a word.
-struct BitRun {
+/// A pin of the data register with its two levels, as bits of the register.
+struct Line {
+    Line(int pin, std::int16_t oneLevel, std::int16_t otherLevel)
+        : mask(PortPins<8>::mask(pin)),
+          one(oneLevel != 0 ? mask : std::uint8_t{0}),
+          other(otherLevel != 0 ? mask : std::uint8_t{0}) {}
+
+    /// The register value with this pin at the level of `isOne`.
+    [[nodiscard]] std::uint8_t in(std::uint8_t value, bool isOne) const {
+        return static_cast<std::uint8_t>((value & ~mask) | (isOne ? one : other));
+    }
+
+    std::uint8_t mask;
+    std::uint8_t one;
+    std::uint8_t other;
+};
+
+/// What sending a word needs, gathered once a word. Lines may share a pin; then the one that is
+/// set last wins, as the order of the settings tells.
+struct WordRun {
     ParallelPort& port;
+    std::int16_t address;
     PortPins<8>& shadow;
     const std::int16_t* word;
     std::int16_t* samples;
     int length;
-    std::int16_t address;
-    /// The data register by element (0, 1) and clock level (0, 1).
-    std::array<std::array<std::uint8_t, 2>, 2> byte;
+    Line chipSelect; ///< one: asserted
+    Line dataIn;     ///< one: a one
+    Line clock;      ///< one: high
 };
 
-/// Nothing but port access and shadow between edges: everything about the type and the order is
-/// settled when this is compiled. False at the first element that is no bit; the bits before it
-/// are out then.
-template <int Type, bool MsbFirst>
-bool clockBits(const BitRun& run) {
+/// Elements from the first to travel on that are bits; the others are not sent.
+int countBits(const std::int16_t* word, int length, bool msbFirst) {
+    // Looked through without a branch first: nearly always there are no others.
+    std::int16_t all = 0;
+    for (int i = 0; i < length; ++i)
+        all = static_cast<std::int16_t>(all | word[i]);
+    if ((all & ~1) == 0) [[likely]]
+        return length;
+    int bits = 0;
+    while ((word[msbFirst ? length - 1 - bits : bits] & ~1) == 0)
+        ++bits;
+    return bits;
+}
+
+template <bool FastMode>
+void put(const WordRun& run, std::uint8_t value) {
+    if constexpr (FastMode)
+        PinLayer::write(run.port, run.address, value);
+    else
+        run.port.Outp(run.address, value);
+}
+
+/// The data register by clock level (0, 1).
+using ClockBytes = std::array<std::uint8_t, 2>;
+
+constexpr std::size_t levelAfter(BusStep step) {
+    return step == BusStep::ClockHigh ? 1 : 0;
+}
+
+/// Clocks out the first `bits` elements with nothing but port access between edges: everything
+/// about the type, the order and the mode of the port is settled when this is compiled, and
+/// nothing can change the mode while a word is on its way.
+template <int Type, bool MsbFirst, bool FastMode>
+void clockBits(const WordRun& run, const std::array<ClockBytes, 2>& bytesOfElement, int bits) {
     constexpr const ClockingType& type = clockingType(Type);
-    const int length = run.length;
-    const auto status = static_cast<std::int16_t>(run.address + statusRegister);
-    for (int position = 0; position < length; ++position) {
-        const int i = MsbFirst ? length - 1 - position : position;
-        const auto element = static_cast<std::uint16_t>(run.word[i]);
-        if (element > 1) [[unlikely]]
-            return false;
-        const auto step = [&]<BusStep What, bool Skippable>() {
-            if constexpr (What == BusStep::Sample) {
-                run.samples[i] = static_cast<std::int16_t>(run.port.Inp(status));
-            } else {
-                if (Skippable && i == length - 1)
-                    return;
-                const std::uint8_t value = run.byte[element][What == BusStep::ClockHigh ? 1 : 0];
-                run.shadow.setValue(value);
-                PinLayer::write(run.port, run.address, value);
-            }
+    constexpr std::ptrdiff_t forward = MsbFirst ? -1 : 1;
+    // Copies: for all the compiler knows, a port could change what the references refer to.
+    const WordRun here = run;
+    const auto bytes = bytesOfElement;
+    const auto status = static_cast<std::int16_t>(here.address + statusRegister);
+    const auto sendBit = [&]<bool SkipsLastStep>(std::ptrdiff_t i) {
+        const ClockBytes& byte = bytes[static_cast<std::size_t>(here.word[i])];
+        const auto take = [&]<BusStep What>() {
+            if constexpr (What == BusStep::Sample)
+                here.samples[i] = static_cast<std::int16_t>(here.port.Inp(status));
+            else
+                put<FastMode>(here, byte[levelAfter(What)]);
         };
-        step.template operator()<type.steps[0], false>();
-        step.template operator()<type.steps[1], false>();
-        step.template operator()<type.steps[2], type.skipsTopElement>();
+        take.template operator()<type.steps[0]>();
+        take.template operator()<type.steps[1]>();
+        if constexpr (!SkipsLastStep)
+            take.template operator()<type.steps[2]>();
+    };
+
+    const std::ptrdiff_t top = here.length - 1;
+    std::ptrdiff_t i = MsbFirst ? top : 0;
+    std::ptrdiff_t end = i + forward * bits;
+    const bool skips = type.skipsTopElement && bits > 0 && (MsbFirst || end > top);
+    if (MsbFirst && skips) { // the top element is the first
+        sendBit.template operator()<true>(i);
+        --i;
     }
+    if (!MsbFirst && skips) // the top element is the last
+        --end;
+    for (; i != end; i += forward)
+        sendBit.template operator()<false>(i);
+    if (!MsbFirst && skips)
+        sendBit.template operator()<true>(top);
+}
+
+/// The clock level that the last of the first `bits` elements left behind.
+template <int Type, bool MsbFirst>
+std::size_t clockLevelAfter(int bits, int length) {
+    constexpr const ClockingType& type = clockingType(Type);
+    constexpr BusStep last = type.steps[2] == BusStep::Sample ? type.steps[1] : type.steps[2];
+    const bool lastIsTop = bits == (MsbFirst ? 1 : length);
+    return levelAfter(type.skipsTopElement && lastIsTop ? type.steps[1] : last);
+}
+
+/// Sends a word. False when it has an element that is no bit; the bits before it are out then,
+/// chip select stays asserted and the clock where it is. The shadow follows; a port that fails in
+/// a word leaves it as chip select was asserted.
+template <int Type, bool MsbFirst, bool FastMode>
+bool sendWord(const WordRun& run) {
+    constexpr const ClockingType& type = clockingType(Type);
+    constexpr bool idleHigh = type.idle == ConstHigh;
+    const int bits = countBits(run.word, run.length, MsbFirst);
+    std::uint8_t value = run.chipSelect.in(run.shadow.value(), true);
+    std::array<ClockBytes, 2> bytes{};
+    for (const bool one : {false, true})
+        for (const bool high : {false, true})
+            bytes[one][high] = run.clock.in(run.dataIn.in(value, one), high);
+
+    run.shadow.setValue(value);
+    put<FastMode>(run, value);
+    if constexpr (type.leadIn != ClockingType::noLeadIn) {
+        value = run.clock.in(value, type.leadIn == ConstHigh);
+        put<FastMode>(run, value);
+    }
+    clockBits<Type, MsbFirst, FastMode>(run, bytes, bits);
+    if (bits > 0) {
+        const int lastElement = MsbFirst ? run.length - bits : bits - 1;
+        value = bytes[static_cast<std::size_t>(run.word[lastElement])]
+                     [clockLevelAfter<Type, MsbFirst>(bits, run.length)];
+    }
+    run.shadow.setValue(value);
+    if (bits != run.length)
+        return false;
+
+    if constexpr (type.ending == WordEnding::ClockRestsFirst) {
+        value = run.dataIn.in(run.clock.in(value, idleHigh), false);
+        put<FastMode>(run, value);
+    } else if constexpr (type.ending == WordEnding::ChipDeselectFirst) {
+        value = run.chipSelect.in(value, false);
+        put<FastMode>(run, value);
+    }
+    value = run.clock.in(run.dataIn.in(run.chipSelect.in(value, false), false), idleHigh);
+    run.shadow.setValue(value);
+    put<FastMode>(run, value);
     return true;
 }
 
-using ClockBits = bool (*)(const BitRun&);
+using SendWord = bool (*)(const WordRun&);
+
+/// By type less 1, then MSB first, then fast mode.
+using SendWordTable = std::array<std::array<std::array<SendWord, 2>, 2>, 8>;
 
 template <int... Types>
-constexpr auto clockBitsByType(std::integer_sequence<int, Types...>) {
-    return std::array<std::array<ClockBits, 2>, sizeof...(Types)>{
-        {{&clockBits<Types + 1, false>, &clockBits<Types + 1, true>}...}};
+constexpr SendWordTable sendWordByType(std::integer_sequence<int, Types...>) {
+    return {{{{{&sendWord<Types + 1, false, false>, &sendWord<Types + 1, false, true>},
+               {&sendWord<Types + 1, true, false>, &sendWord<Types + 1, true, true>}}}...}};
 }
 
-constexpr auto clockBitsOf = clockBitsByType(std::make_integer_sequence<int, 8>{});
-
-std::array<std::array<std::uint8_t, 2>, 2> registerBytes(const Session& session) {
-    using Pins = PortPins<8>;
-    std::array<std::array<std::uint8_t, 2>, 2> bytes{};
-    for (const std::size_t element : {0U, 1U})
-        for (const std::size_t clock : {0U, 1U}) {
-            const std::uint8_t withData =
-                Pins::with(session.DataPortPins.value(), session.DIPin,
-                           element == 1 ? session.DIOneLevel : session.DIZeroLevel);
-            bytes[element][clock] =
-                Pins::with(withData, session.ClockPin,
-                           clock == 1 ? session.ClockHighLevel : session.ClockLowLevel);
-        }
-    return bytes;
-}
+constexpr SendWordTable sendWordOf = sendWordByType(std::make_integer_sequence<int, 8>{});
 
 } // namespace
 
@@ -117,72 +215,48 @@ void WordEngine::requireSendable() const {
 }
 
 void WordEngine::sendOnParallelPort() {
-    PortPins<8>& shadow = session_.DataPortPins;
-    shadow.setLevel(session_.CSPin, session_.CSAssertLevel);
-    pins_.ToggleDataPort();
-    const ClockingType& type = clockingType(session_.SPIType);
-    if (type.leadIn != ClockingType::noLeadIn) {
-        shadow.setLevel(session_.ClockPin, type.leadIn == ConstHigh ? session_.ClockHighLevel
-                                                                    : session_.ClockLowLevel);
-        pins_.ToggleDataPort();
-    }
-    const BitRun run{.port = pins_.port(),
-                     .shadow = shadow,
-                     .word = session_.WordToSend.data(),
-                     .samples = session_.PortStatusSamples.data(),
-                     .length = session_.SPIWordLength,
-                     .address = session_.LPTPortAddress,
-                     .byte = registerBytes(session_)};
-    const auto byType = static_cast<std::size_t>(session_.SPIType - 1);
-    if (!clockBitsOf[byType][session_.MSBFirst == ConstOn ? 1 : 0](run)) {
+    ParallelPort& port = pins_.port();
+    const WordRun run{
+        .port = port,
+        .address = session_.LPTPortAddress,
+        .shadow = session_.DataPortPins,
+        .word = session_.WordToSend.data(),
+        .samples = session_.PortStatusSamples.data(),
+        .length = session_.SPIWordLength,
+        .chipSelect = {session_.CSPin, session_.CSAssertLevel, session_.CSIdleLevel},
+        .dataIn = {session_.DIPin, session_.DIOneLevel, session_.DIZeroLevel},
+        .clock = {session_.ClockPin, session_.ClockHighLevel, session_.ClockLowLevel}};
+    const auto& byOrder = sendWordOf[static_cast<std::size_t>(session_.SPIType - 1)];
+    const auto& byMode = byOrder[session_.MSBFirst == ConstOn ? 1 : 0];
+    if (!byMode[PinLayer::needsDirectAccess(port) ? 1 : 0](run)) {
         session_.LinkFailed = true;
         fail(fmt::format("WordToSend(i) is neither a 1 or a 0!!!{}"
                          "Check the USB cable and restart program",
                          lineBreak));
-        return;
-    }
-    endWord();
-    if (!decode()) {
+    } else if (!decode()) {
         fail("There was a problem with the received data.  Cannot continue.");
-        return;
+    } else {
+        wordTransferred.raise();
     }
-    wordTransferred.raise();
-}
-
-void WordEngine::endWord() {
-    PortPins<8>& shadow = session_.DataPortPins;
-    const ClockingType& type = clockingType(session_.SPIType);
-    const std::int16_t idleClock =
-        type.idle == ConstHigh ? session_.ClockHighLevel : session_.ClockLowLevel;
-    if (type.ending == WordEnding::ClockRestsFirst) {
-        shadow.setLevel(session_.ClockPin, idleClock);
-        shadow.setLevel(session_.DIPin, session_.DIZeroLevel);
-        pins_.ToggleDataPort();
-    } else if (type.ending == WordEnding::ChipDeselectFirst) {
-        shadow.setLevel(session_.CSPin, session_.CSIdleLevel);
-        pins_.ToggleDataPort();
-    }
-    shadow.setLevel(session_.CSPin, session_.CSIdleLevel);
-    shadow.setLevel(session_.DIPin, session_.DIZeroLevel);
-    shadow.setLevel(session_.ClockPin, idleClock);
-    pins_.ToggleDataPort();
 }
 
 bool WordEngine::decode() {
-    // Without a branch, so that the loop is vectorised.
+    // Without a branch and in one width, so that the loop is vectorised.
     const auto mask = static_cast<std::int16_t>(1 << session_.DOPin);
     const std::int16_t highValue = session_.DOHighValue;
     const std::int16_t lowValue = session_.DOLowValue;
-    const std::int16_t* samples = session_.PortStatusSamples.data();
-    std::int16_t* received = session_.WordReceived.data();
+    const std::int16_t* __restrict samples = session_.PortStatusSamples.data();
+    std::int16_t* __restrict received = session_.WordReceived.data();
     const int length = session_.SPIWordLength;
-    bool unclear = false;
+    std::int16_t unclear = 0;
     for (int i = 0; i < length; ++i) {
-        const int masked = samples[i] & mask;
-        unclear |= masked != mask && masked != 0;
-        received[i] = masked == mask ? highValue : lowValue;
+        const auto masked = static_cast<std::int16_t>(samples[i] & mask);
+        const auto high = static_cast<std::int16_t>(masked == mask ? -1 : 0);
+        const auto low = static_cast<std::int16_t>(masked == 0 ? -1 : 0);
+        unclear = static_cast<std::int16_t>(unclear | ~(high | low));
+        received[i] = static_cast<std::int16_t>((high & highValue) | (low & lowValue));
     }
-    return !unclear;
+    return unclear == 0;
 }
 
 void WordEngine::fail(const std::string& text) {

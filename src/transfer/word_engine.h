@@ -30,7 +30,6 @@ public:
 private:
     void requireSendable() const;
     void sendOnParallelPort();
-    void endWord();
     [[nodiscard]] bool decode();
     void fail(const std::string& text);
 

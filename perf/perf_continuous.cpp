@@ -1,0 +1,115 @@
+// Continuous sending without a window, every word logged, on a port of 1 microsecond an access:
+// how much of the time the bus is busy; and the cost of logging a word with an empty and with a
+// full log.
+
+#include "bare_loop.h"
+
+#include "apps/bench_wiring.h"
+#include "bench/scripted_desk.h"
+#include "bench/simulated_port.h"
+#include "null_port.h"
+#include "program/program.h"
+
+#include <algorithm>
+#include <vector>
+
+#include <fmt/format.h>
+
+namespace {
+
+using namespace bitlux;
+
+constexpr double busyLimit = 0.95;
+constexpr double logLimit = 1.1; // what the noise of the machine leaves of "no more"
+constexpr int wordsOfFullLog = 4000;
+
+/// A program on a port, set to words of 32 bits in hexadecimal, logging without end.
+struct Rig {
+    explicit Rig(ParallelPort& port)
+        : program({.port = port,
+                   .boxes = boxes,
+                   .fileDialogs = dialogs,
+                   .pointer = pointer,
+                   .loop = loop}) {
+        program.Main();
+        ConfigureDialog& dialog = program.dialog();
+        dialog.Btn_ParallelPort_Click();
+        dialog.cmbSPIWordLength.setText("32");
+        dialog.optHex.setValue(true);
+        dialog.optLogForever.setValue(true);
+        dialog.cmdApply_Click();
+        program.mainForm().singleWord.txtHexWordToSend.setText("DEADBEEF");
+    }
+
+    /// Sends until the log is full; nanoseconds.
+    std::int64_t fillLog() {
+        const std::int64_t start = clock.nanoseconds();
+        program.mainForm().run.cmdSendContinuous_Click();
+        return clock.nanoseconds() - start;
+    }
+
+    SystemClock clock;
+    ScriptedBoxes boxes;
+    ScriptedFileDialogs dialogs;
+    QuietPointer pointer;
+    ScriptedLoop loop{clock};
+    Program program;
+};
+
+bool measureBusy() {
+    PacedClock paced;
+    SimulatedPort port(paced, makeDevice("loopback"));
+    Rig rig(port);
+    port.setShapeSource([&rig] { return busShapeOf(rig.program.session()); });
+    // What the accesses alone take, in blocks before and after the run.
+    perf::BareLoop bare(port, 1, true, 32);
+    const auto accessesAlone = [&] {
+        const std::int64_t start = rig.clock.nanoseconds();
+        for (int i = 0; i < wordsOfFullLog / 2; ++i)
+            bare.send();
+        return rig.clock.nanoseconds() - start;
+    };
+    const std::int64_t before = accessesAlone();
+    const std::int64_t elapsed = rig.fillLog();
+    const std::int64_t busTime = before + accessesAlone();
+    const double busy = static_cast<double>(busTime) / static_cast<double>(elapsed);
+    fmt::print("continuous: {} words of 32 bits logged, {:.1f} us a word; the bus is busy {:.1f} % "
+               "of the time (at least {:.0f} %)\n",
+               wordsOfFullLog, static_cast<double>(elapsed) / wordsOfFullLog / 1000, 100 * busy,
+               100 * busyLimit);
+    return busy >= busyLimit;
+}
+
+/// Time for a block of words logged, on a port that costs nothing, by how full the log is.
+bool measureLog() {
+    constexpr int blocks = 8;
+    constexpr int rounds = 41;
+    const auto port = perf::makeNullPort();
+    Rig rig(*port);
+    std::vector<double> ratios;
+    for (int round = 0; round < rounds; ++round) {
+        rig.program.mainForm().log.clear();
+        std::vector<double> times;
+        for (int block = 0; block < blocks; ++block) {
+            const std::int64_t start = rig.clock.nanoseconds();
+            for (int i = 0; i < wordsOfFullLog / blocks; ++i)
+                rig.program.mainForm().singleWord.DoSPISingle();
+            times.push_back(static_cast<double>(rig.clock.nanoseconds() - start));
+        }
+        ratios.push_back(times.back() / times.front());
+    }
+    std::nth_element(ratios.begin(), ratios.begin() + rounds / 2, ratios.end());
+    const double ratio = ratios[rounds / 2];
+    fmt::print("log: a word costs {:.2f} times as much with 17500 to 20000 lines as with 0 to 2500 "
+               "(at most {})\n",
+               ratio, logLimit);
+    return ratio <= logLimit;
+}
+
+} // namespace
+
+int main() {
+    const bool busy = measureBusy();
+    const bool log = measureLog();
+    return busy && log ? 0 : 1;
+}

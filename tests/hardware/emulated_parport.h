@@ -1,0 +1,73 @@
+#pragma once
+
+#include "wired_port.h"
+
+#include <cstdint>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <umockdev.h>
+
+namespace bitlux::test {
+
+/// A folder of device nodes that stands in for /dev while it lives; one at a time.
+class Testbed {
+public:
+    Testbed();
+    ~Testbed();
+    Testbed(const Testbed&) = delete;
+    Testbed& operator=(const Testbed&) = delete;
+
+    [[nodiscard]] UMockdevTestbed* get() const { return testbed_; }
+
+private:
+    UMockdevTestbed* testbed_;
+};
+
+/// The node /dev/parportN with the kernel's user-space driver behind it, as far as programs can
+/// tell: one exclusive holder, nothing without a claim.
+class EmulatedParport {
+public:
+    EmulatedParport(const Testbed& testbed, int number);
+    ~EmulatedParport();
+    EmulatedParport(const EmulatedParport&) = delete;
+    EmulatedParport& operator=(const EmulatedParport&) = delete;
+
+    /// Answers `request` with an error, `times` times from now on, after letting `passing` pass.
+    struct Fault {
+        unsigned long request;
+        int error;
+        int times = 1'000'000;
+        int passing = 0;
+    };
+    void break_(const Fault& fault);
+    void repair();
+
+    [[nodiscard]] bool isHeld();
+    /// Every request that came, in order.
+    [[nodiscard]] std::vector<unsigned long> requests();
+
+    /// The registers; not to be touched while a request is under way.
+    WiredPort wires;
+
+private:
+    static gboolean onRequest(UMockdevIoctlBase*, UMockdevIoctlClient* client, gpointer self);
+    static void onVanished(UMockdevIoctlBase*, UMockdevIoctlClient* client, gpointer self);
+    int answer(UMockdevIoctlClient* client);
+    int claim(UMockdevIoctlClient* client);
+    int access(UMockdevIoctlClient* client, unsigned long request);
+    std::optional<int> injectedError(unsigned long request);
+
+    UMockdevTestbed* testbed_;
+    std::string node_;
+    UMockdevIoctlBase* driver_;
+    std::mutex mutex_; // requests arrive on a thread of the test bed
+    UMockdevIoctlClient* holder_ = nullptr;
+    std::optional<Fault> fault_;
+    std::vector<unsigned long> requests_;
+};
+
+} // namespace bitlux::test

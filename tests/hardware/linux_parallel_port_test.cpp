@@ -1,0 +1,152 @@
+#include "emulated_parport.h"
+#include "failure_text.h"
+#include "temporary_folder.h"
+#include "trapped_ports.h"
+
+#include "platform/linux/linux_parallel_port.h"
+
+#include <array>
+#include <cerrno>
+#include <string>
+#include <vector>
+
+#include <linux/ppdev.h>
+#include <sys/ioctl.h>
+
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+
+namespace {
+
+class LinuxParallelPortTest : public testing::Test {
+protected:
+    LinuxParallelPortTest() {
+        list.write("parport0/base-addr", "888\t1912\n");
+        list.write("parport1/base-addr", "632\t1656\n");
+        list.write("parport3/base-addr", "956\t0\n");
+    }
+
+    void TearDown() override { EXPECT_EQ(ports.trespassed(), std::vector<int>{}); }
+
+    Testbed testbed;
+    EmulatedParport first{testbed, 0};
+    EmulatedParport second{testbed, 1};
+    TrappedPorts ports;
+    TemporaryFolder list;
+    LinuxParallelPort port{list.path()};
+};
+
+TEST_F(LinuxParallelPortTest, KnowsThreeLptAddresses) {
+    struct Case {
+        std::int16_t number;
+        int address;
+    };
+    static constexpr std::array cases{Case{1, 0x378}, Case{2, 0x278}, Case{3, 0},
+                                      Case{0, 0},     Case{4, 0},     Case{-1, 0}};
+    for (const Case& c : cases)
+        EXPECT_EQ(port.GetLPTPortAddress(c.number), c.address) << "LPT" << c.number;
+    EXPECT_TRUE(port.IsWinNT());
+}
+
+TEST_F(LinuxParallelPortTest, CarriesAWordWithOneRequestAnAccess) {
+    first.wires.loadReply(0b0110, 4);
+    const unsigned reply = exchange(
+        0b1010, 4,
+        [&](int offset, std::uint8_t value) {
+            port.Outp(static_cast<std::int16_t>(0x378 + offset), value);
+        },
+        [&](int offset) { return port.Inp(static_cast<std::int16_t>(0x378 + offset)); });
+    EXPECT_EQ(reply, 0b0110U);
+    EXPECT_EQ(first.wires.received(), 0b1010U);
+    EXPECT_EQ(first.requests().size(), 3U + 10U + 4U) << "claim, writes, reads";
+}
+
+TEST_F(LinuxParallelPortTest, WritesTheLowByte) {
+    for (const int value : {0x1234, 0x00FF, -1, -256}) {
+        port.Outp(0x378, static_cast<std::int16_t>(value));
+        EXPECT_EQ(port.Inp(0x378), value & 0xFF);
+    }
+}
+
+TEST_F(LinuxParallelPortTest, HoldsThePortThatWasAccessedLast) {
+    EXPECT_FALSE(first.isHeld());
+    port.Outp(0x37A, 0x0B);
+    EXPECT_EQ(first.wires.written(), (std::vector<Written>{{2, 0x0B}}));
+    EXPECT_TRUE(first.isHeld());
+    port.Outp(0x278, 0x01);
+    EXPECT_EQ(second.wires.written(), (std::vector<Written>{{0, 0x01}}));
+    EXPECT_FALSE(first.isHeld());
+    EXPECT_TRUE(second.isHeld());
+    port.Outp(0x37A, 0x04);
+    EXPECT_EQ(first.wires.written(), (std::vector<Written>{{2, 0x0B}, {2, 0x04}}));
+    EXPECT_TRUE(first.isHeld());
+    EXPECT_FALSE(second.isHeld());
+}
+
+TEST_F(LinuxParallelPortTest, IgnoresWritesToTheStatus) {
+    port.Outp(0x379, 0xFF);
+    EXPECT_EQ(first.wires.written(), std::vector<Written>{});
+}
+
+TEST_F(LinuxParallelPortTest, SaysThatNoPortStandsAtAnAddress) {
+    for (const int address : {0x37B, 0x377, 0x100, 0, -1}) {
+        SCOPED_TRACE(address);
+        const std::string text =
+            failureText([&] { port.Outp(static_cast<std::int16_t>(address), 0); });
+        expectContains(text, "modprobe parport_pc");
+    }
+    expectContains(failureText([&] { port.Inp(0x37B); }), "0x37B");
+}
+
+TEST_F(LinuxParallelPortTest, OpensALostPortAgain) {
+    port.Outp(0x378, 0x01);
+    first.break_({.request = PPWDATA, .error = ENODEV});
+    expectContains(failureText([&] { port.Outp(0x378, 0x02); }), "lost");
+    EXPECT_FALSE(first.isHeld());
+    first.repair();
+    port.Outp(0x378, 0x03);
+    EXPECT_EQ(first.wires.read(0), 0x03);
+}
+
+TEST_F(LinuxParallelPortTest, FastModeGoesPastTheDriver) {
+    port.Outp(0x378, 0x01);
+    port.SetFastMode(1);
+    EXPECT_EQ(port.GetFastMode(), 1);
+    EXPECT_FALSE(first.isHeld());
+
+    port.EnablePorts(0x378, 0x378);
+    EXPECT_EQ(ports.open(), (std::vector{0x378}));
+    port.Outp(0x378, 0x12A5);
+    port.DisablePorts(0x378, 0x378);
+    EXPECT_EQ(port.Inp(0x378), 0xA5);
+    EXPECT_EQ(ports.open(), std::vector<int>{});
+    EXPECT_EQ(ports.wires.written(), (std::vector<Written>{{0, 0xA5}}));
+    EXPECT_FALSE(first.isHeld());
+
+    port.SetFastMode(0);
+    port.Outp(0x378, 0x03);
+    EXPECT_EQ(first.wires.written(), (std::vector<Written>{{0, 0x01}, {0, 0x03}}));
+}
+
+TEST_F(LinuxParallelPortTest, NormalModeOpensNoPorts) {
+    port.EnablePorts(0x378, 0x378);
+    EXPECT_EQ(ports.open(), std::vector<int>{});
+    ports.refuse(EPERM);
+    EXPECT_NO_THROW(port.DisablePorts(0x378, 0x378));
+}
+
+TEST_F(LinuxParallelPortTest, SettingTheSameModeKeepsThePort) {
+    port.Outp(0x378, 0x01);
+    port.SetFastMode(0);
+    EXPECT_TRUE(first.isHeld());
+}
+
+TEST_F(LinuxParallelPortTest, LooksForNodesInItsDeviceFolder) {
+    LinuxParallelPort elsewhere(list.path(), "/dev/nowhere");
+    expectContains(failureText([&] { elsewhere.Inp(0x379); }), "/dev/nowhere/parport0");
+}
+
+} // namespace
+
+} // namespace bitlux::test

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace bitlux::test {
+
+/// A new folder that goes away with everything in it.
+class TemporaryFolder {
+public:
+    TemporaryFolder() : path_((std::filesystem::temp_directory_path() / "bitlux-XXXXXX").string()) {
+        if (::mkdtemp(path_.data()) == nullptr)
+            throw std::runtime_error("no temporary folder");
+        std::filesystem::permissions(path_, std::filesystem::perms{0755});
+    }
+    ~TemporaryFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    [[nodiscard]] const std::string& path() const { return path_; }
+
+    /// Writes a file and returns its full name; folders on the way are created.
+    std::string write(const std::string& name, std::string_view content) const {
+        const std::filesystem::path file = std::filesystem::path(path_) / name;
+        std::filesystem::create_directories(file.parent_path());
+        std::ofstream(file, std::ios::binary) << content;
+        return file.string();
+    }
+
+private:
+    std::string path_;
+};
+
+} // namespace bitlux::test

@@ -1,0 +1,91 @@
+#include "support/test_bench.h"
+
+#include "apps/bench_wiring.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+namespace bitlux::test {
+
+namespace {
+
+std::vector<Reply> parsed(const std::vector<std::string>& replies) {
+    std::vector<Reply> result;
+    for (const std::string& reply : replies)
+        result.push_back(replyFromHex(reply));
+    return result;
+}
+
+} // namespace
+
+TestBench::TestBench(const std::string& device, const std::vector<std::string>& replies)
+    : port(clock, makeDevice(device, parsed(replies))), program({.port = port,
+                                                                 .boxes = boxes,
+                                                                 .fileDialogs = fileDialogs,
+                                                                 .pointer = pointer,
+                                                                 .loop = loop}) {
+    port.setShapeSource([this] { return busShapeOf(program.session()); });
+    program.Main();
+}
+
+void TestBench::configure(const std::string& bits, const std::vector<std::string>& options) {
+    choose("frmMain.itemPortOptions");
+    click("frmConfigureSPI.Btn_ParallelPort");
+    get<forms::ComboBox>("frmConfigureSPI.cmbSPIWordLength").edit(bits);
+    for (const std::string& option : options)
+        get<forms::OptionButton>("frmConfigureSPI." + option).click();
+    click("frmConfigureSPI.cmdApply");
+    program.dialog().setVisible(false);
+}
+
+void TestBench::send(const std::string& word) {
+    edit("frmMain.txtHexWordToSend", word);
+    click("frmMain.cmdSendOnce");
+}
+
+std::vector<std::string> TestBench::lines(const std::string& list) {
+    const auto& box = get<forms::ListBox>(list);
+    std::vector<std::string> result;
+    for (std::size_t i = 0; i < box.count(); ++i)
+        result.push_back(box.line(i));
+    return result;
+}
+
+std::string accessesOf(TestBench& bench, const std::function<void()>& action) {
+    WireTrace trace;
+    bench.program.pins().startRecording(trace, bench.clock);
+    action();
+    bench.program.pins().stopRecording();
+    std::vector<std::string> accesses;
+    for (const WireAccess& access : trace.accesses())
+        accesses.push_back(fmt::format(
+            "{}{:02X}", access.kind == WireAccess::Kind::Read ? "R" : "", access.value));
+    return fmt::format("{}", fmt::join(accesses, " "));
+}
+
+TemporaryFolder::TemporaryFolder() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "bitlux-XXXXXX").string();
+    folder_ = ::mkdtemp(pattern.data());
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::permissions(folder_, std::filesystem::perms::owner_all, ignored);
+    std::filesystem::remove_all(folder_, ignored);
+}
+
+std::string TemporaryFolder::path(const std::string& name) const {
+    return name.empty() ? folder_ : folder_ + "/" + name;
+}
+
+std::string contentOf(const std::string& fileName) {
+    std::ifstream file(fileName, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+} // namespace bitlux::test

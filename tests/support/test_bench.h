@@ -1,0 +1,73 @@
+#pragma once
+
+#include "bench/bench_clock.h"
+#include "bench/scripted_desk.h"
+#include "bench/simulated_port.h"
+#include "platform/forms/controls.h"
+#include "program/program.h"
+
+#include <string>
+#include <vector>
+
+namespace bitlux::test {
+
+/// The program on the virtual bench, worked through its forms by control names.
+class TestBench {
+public:
+    explicit TestBench(const std::string& device = "loopback",
+                       const std::vector<std::string>& replies = {});
+
+    /// Opens the dialog, sets up the port, types the word length, and applies.
+    void configure(const std::string& bits, const std::vector<std::string>& options = {"optHex"});
+
+    template <typename T>
+    T& get(const std::string& name) {
+        return program.forms().get<T>(name);
+    }
+    void click(const std::string& button) { get<forms::Button>(button).click(); }
+    void choose(const std::string& item) { get<forms::MenuItem>(item).click(); }
+    void edit(const std::string& textBox, const std::string& text) {
+        get<forms::TextBox>(textBox).edit(text);
+    }
+    std::string text(const std::string& textBox) { return get<forms::TextBox>(textBox).text(); }
+    std::string label(const std::string& name) { return get<forms::Label>(name).caption(); }
+    /// Types a word and sends it once.
+    void send(const std::string& word);
+
+    /// All lines of a list.
+    std::vector<std::string> lines(const std::string& list);
+    std::vector<std::string> log() { return lines("frmMain.lstSessionLogSingle"); }
+
+    [[nodiscard]] Session& session() { return program.session(); }
+
+    VirtualClock clock;
+    SimulatedPort port;
+    ScriptedBoxes boxes;
+    ScriptedFileDialogs fileDialogs;
+    QuietPointer pointer;
+    ScriptedLoop loop{clock};
+    Program program;
+};
+
+/// The accesses that `action` makes, as "00 06 R.. 01": a write as its byte, a read as R and its
+/// byte.
+std::string accessesOf(TestBench& bench, const std::function<void()>& action);
+
+/// A folder that goes away with all that is in it.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    [[nodiscard]] std::string path(const std::string& name = {}) const;
+
+private:
+    std::string folder_;
+};
+
+/// The whole content of a file.
+std::string contentOf(const std::string& fileName);
+
+} // namespace bitlux::test
