@@ -1,6 +1,6 @@
 #include "program/program.h"
 
-#include "platform/failure.h"
+#include <exception>
 
 namespace bitlux {
 
@@ -120,7 +120,7 @@ void Program::end() {
         return;
     try {
         pins_.rest();
-    } catch (const Failure&) { // a port that is gone needs no idle levels
+    } catch (const std::exception&) { // a port that is gone needs no idle levels
         session_.ParallelPortReady = false;
     }
 }

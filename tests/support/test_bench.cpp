@@ -24,11 +24,12 @@ std::vector<Reply> parsed(const std::vector<std::string>& replies) {
 } // namespace
 
 TestBench::TestBench(const std::string& device, const std::vector<std::string>& replies)
-    : port(clock, makeDevice(device, parsed(replies))), program({.port = port,
-                                                                 .boxes = boxes,
-                                                                 .fileDialogs = fileDialogs,
-                                                                 .pointer = pointer,
-                                                                 .loop = loop}) {
+    : port(clock, makeDevice(device, parsed(replies))),
+      program({.port = port,
+               .boxes = boxes,
+               .fileDialogs = fileDialogs,
+               .pointer = pointer,
+               .loop = loop}) {
     port.setShapeSource([this] { return busShapeOf(program.session()); });
     program.Main();
 }
@@ -63,9 +64,13 @@ std::string accessesOf(TestBench& bench, const std::function<void()>& action) {
     bench.program.pins().stopRecording();
     std::vector<std::string> accesses;
     for (const WireAccess& access : trace.accesses())
-        accesses.push_back(fmt::format(
-            "{}{:02X}", access.kind == WireAccess::Kind::Read ? "R" : "", access.value));
+        accesses.push_back(fmt::format("{}{:02X}", access.kind == WireAccess::Kind::Read ? "R" : "",
+                                       access.value));
     return fmt::format("{}", fmt::join(accesses, " "));
+}
+
+std::string repeated(std::size_t count, char character) {
+    return std::string(count, character);
 }
 
 TemporaryFolder::TemporaryFolder() {

@@ -53,6 +53,9 @@ public:
 /// byte.
 std::string accessesOf(TestBench& bench, const std::function<void()>& action);
 
+/// As many times the same character.
+std::string repeated(std::size_t count, char character);
+
 /// A folder that goes away with all that is in it.
 class TemporaryFolder {
 public:

@@ -20,9 +20,9 @@ public:
     }
 
     std::string send() {
-        static const std::map<int, std::string> programs{
-            {1, "LHR"}, {2, "HLR"}, {3, "HLR"}, {4, "LHR"},
-            {5, "RLH"}, {6, "RHL"}, {7, "RHL"}, {8, "RLH"}};
+        static const std::map<int, std::string> programs{{1, "LHR"}, {2, "HLR"}, {3, "HLR"},
+                                                         {4, "LHR"}, {5, "RLH"}, {6, "RHL"},
+                                                         {7, "RHL"}, {8, "RLH"}};
         const int last = session_.SPIWordLength - 1;
         write({{"CS", session_.CSAssertLevel}});
         if (session_.SPIType == 5)

@@ -1,0 +1,140 @@
+#include "support/test_bench.h"
+
+#include <array>
+#include <cstdio>
+#include <sstream>
+
+#include <sys/wait.h>
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+struct Outcome {
+    int code;
+    std::string output; ///< of both streams
+};
+
+/// Runs the real program with these arguments of a shell line.
+Outcome bitlux(const std::string& arguments) {
+    const std::string line = std::string(BITLUX_PROGRAM) + " " + arguments + " 2>&1";
+    FILE* pipe = ::popen(line.c_str(), "r");
+    std::string output;
+    std::array<char, 4096> block{};
+    while (const std::size_t size = std::fread(block.data(), 1, block.size(), pipe))
+        output.append(block.data(), size);
+    const int status = ::pclose(pipe);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output};
+}
+
+TEST(SendCommand, PrintsALineAWord) {
+    struct Case {
+        const char* arguments;
+        const char* output;
+    };
+    for (const Case& c :
+         {Case{"--bench loopback --bits 16 A5C3", "A5C3 A5C3\n"},
+          Case{"--bench loopback A5", "A5 A5\n"},
+          Case{"--bench loopback --bits 10 3f", "03F 03F\n"},
+          Case{"--bench loopback --bits 16 0000A5C3", "A5C3 A5C3\n"},
+          Case{"--bench none --bits 12 0", "000 FFF\n"},
+          Case{"--bench none --bits 12 --do low 0", "000 000\n"},
+          Case{"--bench stuck-low --bits 9 1", "001 000\n"},
+          Case{"--bench stuck-high --bits 1 0", "0 1\n"},
+          Case{"--bench echo --bits 16 1 2 3", "0001 0000\n0002 0001\n0003 0002\n"},
+          Case{"--bench scripted --replies 1234,ff --bits 16 --order lsb --type 5 0 0 0",
+               "0000 1234\n0000 00FF\n0000 00FF\n"}}) {
+        const Outcome outcome = bitlux(std::string("send ") + c.arguments);
+        EXPECT_EQ(outcome.output, c.output) << c.arguments;
+        EXPECT_EQ(outcome.code, 0) << c.arguments;
+    }
+}
+
+TEST(SendCommand, AnswersAsTheWireDoesForAllShapes) {
+    // Types 1 to 4 sample after the data, so a loop answers with the word itself. Types 5 to 8
+    // sample before the data of their bit is out, so the answer comes one bit late.
+    for (int type = 1; type <= 8; ++type)
+        for (const char* order : {"msb", "lsb"}) {
+            const Outcome outcome =
+                bitlux(fmt::format("send --bench loopback --bits 16 --type {} --order {} --cs high "
+                                   "--pins 9,5,3,13 A5C3",
+                                   type, order));
+            const char* expected = type <= 4                     ? "A5C3 A5C3\n"
+                                   : std::string(order) == "msb" ? "A5C3 52E1\n"
+                                                                 : "A5C3 4B86\n";
+            EXPECT_EQ(outcome.output, expected) << type << order;
+        }
+}
+
+TEST(SendCommand, TracesTheWordsAlone) {
+    const Outcome outcome = bitlux("send --bench loopback --bits 2 --type 7 --trace - 2");
+    EXPECT_EQ(outcome.output, "0 W 378 04\n"
+                              "1000 W 378 00\n"
+                              "2000 R 379 00\n"
+                              "3000 W 378 06\n"
+                              "4000 W 378 02\n"
+                              "5000 R 379 20\n"
+                              "6000 W 378 04\n"
+                              "7000 W 378 00\n"
+                              "8000 W 378 01\n"
+                              "9000 W 378 05\n"
+                              "2 1\n");
+    const TemporaryFolder folder;
+    bitlux("send --bench loopback --bits 1 --type 6 --trace " + folder.path("t") + " 1 1");
+    EXPECT_EQ(contentOf(folder.path("t")), "0 W 378 00\n1000 R 379 00\n2000 W 378 06\n"
+                                           "3000 W 378 02\n4000 W 378 01\n"
+                                           "5000 W 378 00\n6000 R 379 00\n7000 W 378 06\n"
+                                           "8000 W 378 02\n9000 W 378 01\n");
+}
+
+TEST(SendCommand, SavesTheLog) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(bitlux("send --bench loopback --log - A5").output,
+              "A5 A5\nSPI Word Sent:\n  A5\nSPI Word Received:\n  A5\n \n");
+    bitlux("send --bench loopback --log " + folder.path("log.txt") + " A5");
+    EXPECT_EQ(contentOf(folder.path("log.txt")),
+              "SPI Word Sent:\r\n  A5\r\nSPI Word Received:\r\n  A5\r\n \r\n");
+}
+
+TEST(SendCommand, EndsWithOneAtAMessageBox) {
+    struct Case {
+        const char* arguments;
+        const char* output;
+    };
+    for (const Case& c :
+         {Case{"--bench loopback 100", "The word is too long!\n"},
+          Case{"--bench loopback 12 xy 34", "12 12\nNot a valid hex number!\n"},
+          Case{"--bench loopback --bits 161 1", "The maximum number of SPI bits is 160\n"},
+          Case{"--bench loopback --bits 99999 1", "Overflow\nfrmConfigureSPI.cmdApply_Click\n"},
+          Case{"--bench loopback --bits 0 ''", "Nothing to send!\n"},
+          Case{"--bench loopback --pins 2,2,4,12 1",
+               "Pin Conflict!  Please select a different pin configuration.\n"},
+          Case{"--bench loopback --trace /missing/trace 1",
+               "The file \"/missing/trace\" cannot be written: No such file or directory.\n"},
+          Case{"--bench loopback --log /missing/log 1",
+               "01 01\nThe file \"/missing/log\" cannot be written: No such file or directory.\n"
+               "frmMain.cmdSaveLogSingle_Click\n"}}) {
+        const Outcome outcome = bitlux(std::string("send ") + c.arguments);
+        EXPECT_EQ(outcome.output, c.output) << c.arguments;
+        EXPECT_EQ(outcome.code, 1) << c.arguments;
+    }
+}
+
+TEST(SendCommand, EndsWithTwoAtABadUsage) {
+    for (const char* arguments :
+         {"", "send", "send --bench nothing A5", "send --bench loopback --type 9 A5",
+          "send --bench loopback --type 0 A5", "send --bench loopback --bits many A5",
+          "send --bench loopback --order up A5", "send --bench loopback --pins 2,3,4 A5",
+          "send --bench loopback --pins 2,3,4,5 A5", "send --bench loopback --pins 12,3,4,13 A5",
+          "send --bench scripted A5", "send --bench loopback --replies 12 A5",
+          "send --bench scripted --replies 12,zz A5", "send --bench loopback --wrong A5",
+          "receive A5"})
+        EXPECT_EQ(bitlux(arguments).code, 2) << arguments;
+    EXPECT_EQ(bitlux("--help").code, 0);
+    EXPECT_EQ(bitlux("send --help").code, 0);
+}
+
+} // namespace
+} // namespace bitlux::test

@@ -1,0 +1,248 @@
+#include "support/test_bench.h"
+
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+using Answer = MessageBox::Answer;
+
+const char* const hexNote = "You have selected a SPI word length longer than 40 bits.\r\n"
+                            "You will only be able to enter your commands in Hex mode.";
+
+TEST(Apply, TakesOverTheShapeOfAWord) {
+    TestBench bench;
+    bench.program.dialog().txtPartName.setText("Prototype");
+    bench.program.dialog().TabStripSPItype.click(7);
+    const std::string accesses = accessesOf(bench, [&] {
+        bench.configure("24", {"optHex", "optLSBfirst", "optCSpositive", "optDIpolarity_neg",
+                               "optDOpolarity_neg"});
+    });
+    const Session& session = bench.session();
+    EXPECT_EQ(session.SPIWordLength, 24);
+    EXPECT_EQ(session.SavedSPIWordLength, 24);
+    EXPECT_EQ(session.SingleWordBits, std::vector<std::int16_t>(25, 0));
+    EXPECT_EQ(session.DisplayHex, 1);
+    EXPECT_EQ(session.MSBFirst, ConstOff);
+    EXPECT_EQ(session.SPIType, 7);
+    EXPECT_EQ(session.SavedSPIType, 7);
+    EXPECT_EQ(session.CSAssertLevel, 1);
+    EXPECT_EQ(session.CSIdleLevel, 0);
+    EXPECT_EQ(session.DIOneLevel, 0);
+    EXPECT_EQ(session.DIZeroLevel, 1);
+    EXPECT_EQ(session.DOHighValue, 0);
+    EXPECT_EQ(session.DOLowValue, 1);
+    EXPECT_EQ(session.LPTPortAddress, 0x378);
+    EXPECT_EQ(session.ConfigDirty, ConstOn);
+    EXPECT_EQ(session.PartName, "Prototype");
+    EXPECT_EQ(bench.label("frmMain.labelMainTitle"), "Prototype Bitlux Forge");
+    // One write: chip select low, data in high, clock high.
+    EXPECT_EQ(accesses, "06");
+    // Control bits 0, 1 and 3 are inverted: all four pins are low.
+    EXPECT_EQ(session.ControlPortPins.value(), 0x0B);
+}
+
+TEST(Apply, TakesOverThePins) {
+    TestBench bench;
+    ConfigureDialog& dialog = bench.program.dialog();
+    dialog.cmbCS.setText("9");
+    dialog.cmbDI.setText("5");
+    dialog.cmbCLK.setText("2");
+    dialog.cmbDO.setText("15");
+    EXPECT_EQ(accessesOf(bench, [&] { bench.configure("8"); }), "80");
+    EXPECT_EQ(bench.session().CSPin, 7);
+    EXPECT_EQ(bench.session().DIPin, 3);
+    EXPECT_EQ(bench.session().ClockPin, 0);
+    EXPECT_EQ(bench.session().DOPin, 3);
+    bench.send("99");
+    EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "99");
+}
+
+TEST(Apply, ReadsTheWordLengthAsItIsTyped) {
+    struct Case {
+        const char* typed;
+        int length;
+        Texts messages;
+    };
+    for (const Case& c :
+         {Case{"1", 1, {}}, Case{"160", 160, {}}, Case{" 1 6", 16, {}}, Case{"16 bits", 16, {}},
+          Case{"", 0, {}}, Case{"many", 0, {}}, Case{"12.5", 12, {}}, Case{"13.5", 14, {}},
+          Case{"161", 161, {"The maximum number of SPI bits is 160"}},
+          Case{"99999", 8, {"Overflow\r\nfrmConfigureSPI.cmdApply_Click"}},
+          Case{"1e400", 8, {"Overflow\r\nfrmConfigureSPI.cmdApply_Click"}},
+          Case{"-3",
+               -3,
+               {"Subscript out of range: a word of -3 bits\r\n"
+                "frmConfigureSPI.cmdApply_Click"}}}) {
+        TestBench bench;
+        bench.configure(c.typed);
+        EXPECT_EQ(bench.session().SPIWordLength, c.length) << '"' << c.typed << '"';
+        EXPECT_EQ(bench.boxes.takeTexts(), c.messages) << '"' << c.typed << '"';
+        // The program goes on.
+        bench.configure("8");
+        bench.send("42");
+        EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "42") << '"' << c.typed << '"';
+    }
+}
+
+TEST(Apply, StopsWhereItRefusesAndKeepsWhatWasDone) {
+    TestBench bench;
+    bench.configure("8");
+    bench.send("A5");
+    bench.program.dialog().TabStripSPItype.click(3);
+    EXPECT_EQ(accessesOf(bench, [&] { bench.configure("161"); }), "");
+    // The length is taken over and the log is empty; nothing else has changed.
+    EXPECT_EQ(bench.session().SPIWordLength, 161);
+    EXPECT_EQ(bench.log(), Texts{});
+    EXPECT_EQ(bench.session().SPIType, 1);
+}
+
+TEST(Apply, EmptiesListsOnlyWhenTheLengthChanges) {
+    TestBench bench;
+    bench.configure("8");
+    bench.send("A5");
+    bench.configure("8");
+    EXPECT_EQ(bench.log().size(), 5U);
+    bench.configure("9");
+    EXPECT_EQ(bench.log().size(), 0U);
+    EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), "000");
+}
+
+TEST(Apply, ShowsALongWordInHexOnly) {
+    for (const auto& [bits, display, messages] :
+         {std::tuple{"64", 1, Texts{hexNote}}, std::tuple{"41", 1, Texts{hexNote}},
+          std::tuple{"40", 0, Texts{}}}) {
+        TestBench bench;
+        bench.configure(bits, {"optBinary"});
+        EXPECT_EQ(bench.session().DisplayHex, display) << bits;
+        EXPECT_EQ(bench.program.dialog().optHex.value(), display == 1) << bits;
+        EXPECT_EQ(bench.boxes.takeTexts(), messages) << bits;
+    }
+}
+
+TEST(Apply, AsksAboutALengthWithAFraction) {
+    const std::string longWord =
+        std::string(hexNote) + "\r\nClick OK to use Hex mode, or click Cancel to discard changes.";
+    for (const Answer answer : {Answer::Ok, Answer::Cancel}) {
+        TestBench bench;
+        bench.boxes.answer(answer);
+        bench.configure("50.5", {"optBinary"});
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts{longWord});
+        EXPECT_EQ(bench.boxes.shown().back().title, "WARNING");
+        EXPECT_EQ(bench.session().SPIWordLength, 50);
+        EXPECT_EQ(bench.session().DisplayHex, answer == Answer::Ok ? 1 : 0);
+        EXPECT_EQ(bench.program.dialog().optHex.value(), answer == Answer::Ok);
+        EXPECT_EQ(bench.session().ConfigDirty, answer == Answer::Ok ? ConstOn : ConstOff);
+    }
+    for (const Answer answer : {Answer::Ok, Answer::Cancel}) {
+        TestBench bench;
+        bench.configure("12");
+        bench.get<forms::ComboBox>("frmMain.cmbMasterQCList").addItem("Wake up");
+        bench.boxes.answer(answer);
+        bench.configure("12.25");
+        EXPECT_EQ(
+            bench.boxes.takeTexts(),
+            Texts{"Changing the number of SPI bits will destroy all of your Quick Commands.\r\n"
+                  "Click OK to continue with changes, or click Cancel to discard changes."});
+        EXPECT_EQ(bench.get<forms::ComboBox>("frmMain.cmbMasterQCList").items().empty(),
+                  answer == Answer::Ok);
+    }
+}
+
+TEST(Apply, RefusesAPinConflictWhileTheDialogIsOpen) {
+    struct Case {
+        const char *cs, *di, *clk, *dataOut;
+        bool conflict;
+    };
+    for (const Case& c : {Case{"2", "2", "4", "12", true}, Case{"2", "3", "2", "12", true},
+                          Case{"2", "4", "4", "12", true}, Case{"7", "3", "4", "7", false},
+                          Case{"2", "3", "4", "13", false}}) {
+        TestBench bench;
+        ConfigureDialog& dialog = bench.program.dialog();
+        dialog.cmbCS.setText(c.cs);
+        dialog.cmbDI.setText(c.di);
+        dialog.cmbCLK.setText(c.clk);
+        dialog.cmbDO.setText(c.dataOut);
+        bench.configure("8");
+        EXPECT_EQ(bench.boxes.takeTexts(),
+                  c.conflict ? Texts{"Pin Conflict!  Please select a different pin configuration."}
+                             : Texts{})
+            << c.cs << c.di << c.clk << c.dataOut;
+        // Hidden, the dialog applies what it holds.
+        dialog.cmdApply_Click();
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
+        EXPECT_EQ(bench.session().CSPin, c.cs[0] - '2');
+    }
+}
+
+TEST(Apply, ChoosesThePort) {
+    struct Case {
+        int box; // -1 for none
+        int address;
+    };
+    for (const Case& c : {Case{-1, 0x378}, Case{0, 0x3BC}, Case{1, 0x378}, Case{2, 0x278}}) {
+        TestBench bench;
+        ConfigureDialog& dialog = bench.program.dialog();
+        dialog.Btn_ParallelPort_Click();
+        if (c.box >= 0) {
+            dialog.chkHardCodeLPT(c.box).setValue(1);
+            EXPECT_FALSE(dialog.cmbPortsAvailable.enabled());
+        }
+        dialog.cmdApply_Click();
+        EXPECT_EQ(bench.session().LPTPortAddress, c.address) << c.box;
+    }
+}
+
+TEST(Apply, WantsExactlyOnePort) {
+    TestBench bench;
+    ConfigureDialog& dialog = bench.program.dialog();
+    dialog.Btn_ParallelPort_Click();
+    dialog.setVisible(true);
+    dialog.cmbPortsAvailable.setListIndex(-1);
+    bench.click("frmConfigureSPI.cmdApply");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Please Select a Parallel Port."});
+    // By hand at most one box is set, so two need a handler that has not run.
+    for (const int box : {0, 2})
+        dialog.chkHardCodeLPT(box).setClickHandler(nullptr);
+    dialog.chkHardCodeLPT(0).setValue(1);
+    dialog.chkHardCodeLPT(2).setValue(1);
+    bench.click("frmConfigureSPI.cmdApply");
+    EXPECT_EQ(bench.boxes.takeTexts(),
+              Texts{"Cannot use more than one address for the Parallel Port!"});
+}
+
+TEST(Apply, ValidatesNothingWithoutABus) {
+    TestBench bench;
+    bench.program.dialog().txtPartName.setText("Prototype");
+    bench.program.dialog().cmbSPIWordLength.setText("200");
+    bench.program.dialog().optCSpositive.setValue(true);
+    bench.program.dialog().cmdApply_Click();
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
+    EXPECT_EQ(bench.session().SPIWordLength, 200);
+    EXPECT_EQ(bench.session().PartName, "");
+    EXPECT_EQ(bench.session().CSAssertLevel, 0);
+    EXPECT_EQ(bench.session().ConfigDirty, ConstOff);
+}
+
+TEST(Apply, TakesOverTheLogDecisions) {
+    struct Case {
+        const char* option;
+        const char* limit;
+        Flag enabled;
+        int continuousLimit;
+    };
+    for (const Case& c :
+         {Case{"optLogOff", "7", ConstOff, 5}, Case{"optLogForever", "7", ConstOn, 20000},
+          Case{"optLogFixedNumber", "7", ConstOn, 7}, Case{"optLogFixedNumber", "2.5", ConstOn, 2},
+          Case{"optLogFixedNumber", "no number", ConstOn, 0}}) {
+        TestBench bench;
+        bench.program.dialog().txtMessageLimit.setText(c.limit);
+        bench.configure("8", {c.option});
+        EXPECT_EQ(bench.session().ContinuousLogEnabled, c.enabled) << c.option << c.limit;
+        EXPECT_EQ(bench.session().ContinuousLogLimit, c.continuousLimit) << c.option << c.limit;
+    }
+}
+
+} // namespace
+} // namespace bitlux::test

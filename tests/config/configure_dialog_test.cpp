@@ -1,0 +1,134 @@
+#include "support/test_bench.h"
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+/// A machine with ports at these addresses.
+class Ports : public ParallelPort {
+public:
+    explicit Ports(std::array<std::int16_t, 3> addresses)
+        : ParallelPort(true), addresses_(addresses) {}
+    std::int32_t Inp(std::int16_t) override { return 0; }
+    void Outp(std::int16_t, std::int16_t) override {}
+    void EnablePorts(std::int16_t, std::int16_t) override {}
+    void DisablePorts(std::int16_t, std::int16_t) override {}
+    std::int16_t GetLPTPortAddress(std::int16_t number) override {
+        return addresses_.at(static_cast<std::size_t>(number - 1));
+    }
+
+private:
+    std::array<std::int16_t, 3> addresses_;
+};
+
+struct PortsBench {
+    Ports port;
+    ScriptedBoxes boxes;
+    ScriptedFileDialogs dialogs;
+    QuietPointer pointer;
+    VirtualClock clock;
+    ScriptedLoop loop{clock};
+    Program program{
+        {.port = port, .boxes = boxes, .fileDialogs = dialogs, .pointer = pointer, .loop = loop}};
+
+    explicit PortsBench(std::array<std::int16_t, 3> addresses) : port(addresses) { program.Main(); }
+    ConfigureDialog& dialog() { return program.dialog(); }
+};
+
+TEST(ConfigureDialog, ListsThePortsThatItFinds) {
+    PortsBench bench({0x3BC, 0, 0x278});
+    bench.port.SetFastMode(1);
+    EXPECT_FALSE(bench.dialog().cmbPortsAvailable.enabled());
+    bench.dialog().Btn_ParallelPort.click();
+    EXPECT_EQ(bench.port.GetFastMode(), 0);
+    EXPECT_EQ(bench.dialog().cmbPortsAvailable.items(), (Texts{"LPT1: 0x3BC", "LPT3: 0x278"}));
+    EXPECT_EQ(bench.dialog().cmbPortsAvailable.listIndex(), 0);
+    EXPECT_TRUE(bench.dialog().cmbPortsAvailable.enabled());
+    std::string boxes;
+    for (int i = 0; i < 3; ++i)
+        boxes += bench.dialog().chkHardCodeLPT(i).enabled() ? '+' : '-';
+    EXPECT_EQ(boxes, "+-+");
+    EXPECT_TRUE(bench.program.session().ParallelPortReady);
+    bench.dialog().cmbPortsAvailable.setListIndex(1);
+    bench.dialog().cmdApply_Click();
+    EXPECT_EQ(bench.program.session().LPTPortAddress, 0x278);
+}
+
+TEST(ConfigureDialog, TellsThatThereIsNoPort) {
+    PortsBench bench({0, 0, 0});
+    bench.dialog().Btn_ParallelPort.click();
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"A parallel port was not detected."});
+    EXPECT_FALSE(bench.program.session().ParallelPortReady);
+    EXPECT_FALSE(bench.dialog().chkHardCodeLPT(0).enabled());
+}
+
+TEST(ConfigureDialog, KeepsAtMostOneFixedAddress) {
+    TestBench bench;
+    ConfigureDialog& dialog = bench.program.dialog();
+    dialog.Btn_ParallelPort_Click();
+    dialog.chkHardCodeLPT(0).setValue(1);
+    dialog.chkHardCodeLPT(2).setValue(1);
+    EXPECT_FALSE(dialog.chkHardCodeLPT(0).checked());
+    EXPECT_FALSE(dialog.cmbPortsAvailable.enabled());
+    dialog.chkHardCodeLPT(2).setValue(0);
+    EXPECT_TRUE(dialog.cmbPortsAvailable.enabled());
+}
+
+TEST(ConfigureDialog, OffersTheParallelPortWhenNoDongleAnswers) {
+    TestBench bench;
+    ConfigureDialog& dialog = bench.program.dialog();
+    EXPECT_FALSE(dialog.ChkSerialPort.checked());
+    EXPECT_FALSE(dialog.ChkSerialPort.enabled());
+    EXPECT_EQ(dialog.lblSPIBitRange.caption(), "(Anything between 1 and 40)");
+    dialog.Btn_ParallelPort_Click();
+    dialog.frameStandardPins.hide();
+    dialog.frameUSBExtraPins.show();
+    dialog.ChkSerialPort.setValue(1); // tries the dongle again
+    EXPECT_FALSE(dialog.ChkSerialPort.checked());
+    EXPECT_EQ(dialog.lblSPIBitRange.caption(), "(Anything between 1 and 160)");
+    EXPECT_TRUE(dialog.cmbPortsAvailable.enabled());
+    EXPECT_TRUE(dialog.frameStandardPins.visible());
+    EXPECT_FALSE(dialog.frameUSBExtraPins.visible());
+    EXPECT_FALSE(dialog.frameSPIBaudRate.visible());
+}
+
+TEST(ConfigureDialog, GoesBackToItsDefaults) {
+    TestBench bench;
+    bench.program.dialog().TabStripSPItype.click(5);
+    bench.configure("24", {"optHex", "optLSBfirst", "optCSpositive", "optLogOff"});
+    bench.send("123456");
+    ConfigureDialog& dialog = bench.program.dialog();
+    dialog.chkEnableLog.setValue(0);
+    dialog.SetDefaults();
+    EXPECT_EQ(dialog.cmbSPIWordLength.text(), "8");
+    EXPECT_TRUE(dialog.optBinary.value() && dialog.optMSBfirst.value() &&
+                dialog.optCSnegative.value() && dialog.optLogFixedNumber.value());
+    EXPECT_EQ(dialog.TabStripSPItype.selected(), 5); // the type that is applied
+    EXPECT_EQ(dialog.cmbPortsAvailable.listIndex(), 0);
+    EXPECT_EQ(bench.session().SessionLogEnabled, ConstOn);
+    EXPECT_TRUE(dialog.txtMessageLimit.enabled());
+    EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), "");
+    EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "");
+    // Nothing of it is applied.
+    EXPECT_EQ(bench.session().SPIWordLength, 24);
+    EXPECT_EQ(bench.session().MSBFirst, ConstOff);
+}
+
+TEST(ConfigureDialog, EnablesTheLimitOnlyForAFixedNumber) {
+    TestBench bench;
+    ConfigureDialog& dialog = bench.program.dialog();
+    for (const auto& [option, enabled] :
+         {std::pair{&dialog.optLogOff, false}, std::pair{&dialog.optLogFixedNumber, true},
+          std::pair{&dialog.optLogForever, false}}) {
+        option->click();
+        EXPECT_EQ(dialog.txtMessageLimit.enabled(), enabled) << option->caption();
+        EXPECT_EQ(dialog.lblMessageLimit.enabled(), enabled) << option->caption();
+    }
+}
+
+} // namespace
+} // namespace bitlux::test

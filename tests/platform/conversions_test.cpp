@@ -1,0 +1,91 @@
+#include "platform/conversions.h"
+
+#include "platform/failure.h"
+
+#include <limits>
+
+#include <gtest/gtest.h>
+
+namespace bitlux {
+namespace {
+
+Failure::Kind failureOf(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const Failure& failure) {
+        return failure.kind();
+    }
+    return Failure::Kind::File; // none of those that conversions raise
+}
+
+TEST(Val, ReadsTheNumberATextBeginsWith) {
+    const std::pair<const char*, double> cases[] = {
+        {"", 0},
+        {"   ", 0},
+        {"abc", 0},
+        {"12", 12},
+        {"12.5 V", 12.5},
+        {" 1 6", 16},
+        {"1\t2\r\n3", 123},
+        {"+5", 5},
+        {"-5", -5},
+        {"- 5", -5},
+        {"+-5", 0},
+        {"--5", 0},
+        {"-", 0},
+        {"+", 0},
+        {".5", 0.5},
+        {"-.5", -0.5},
+        {".", 0},
+        {"5.", 5},
+        {"1.2.3", 1.2},
+        {"1,5", 1},
+        {"1e3", 1000},
+        {"1E+3", 1000},
+        {"1e-3", 0.001},
+        {"1e", 1},
+        {"1e-400", 0}, // too small is zero
+        {"007", 7},
+        {"0x10", 0},
+        {"&HFF", 255},
+        {"&hff", 255},
+        {"& H F F", 255},
+        {"&H1G", 1},
+        {"&H", 0},
+        {"&HG", 0},
+        {"&H-5", 0},
+        {"&O17", 15},
+        {"&o8", 0},
+        {"&17", 0},
+        {"inf", 0},
+        {"-inf", 0},
+        {"nan", 0},
+        {"infinity", 0},
+    };
+    for (const auto& [text, number] : cases)
+        EXPECT_EQ(val(text), number) << '"' << text << '"';
+    for (const char* text : {"1e400", "-1e400", "&HFFFFFFFFFFFFFFFFF"})
+        EXPECT_EQ(failureOf([text] { val(text); }), Failure::Kind::Overflow) << text;
+}
+
+TEST(ToInt16, RoundsTiesToEvenWithinItsLimits) {
+    const std::pair<double, int> cases[] = {
+        {12.5, 12},   {13.5, 14},         {12.4999, 12},      {-0.5, 0},          {-1.5, -2},
+        {-12.5, -12}, {32767.4, 32767},   {-32768.5, -32768}, {-32768.4, -32768}, {0.5000001, 1},
+    };
+    for (const auto& [value, rounded] : cases)
+        EXPECT_EQ(toInt16(value), rounded) << value;
+    const double limit = std::numeric_limits<double>::infinity();
+    for (const double value : {32767.5, 32768.0, -32768.6, 1e300, limit, -limit,
+                               std::numeric_limits<double>::quiet_NaN()})
+        EXPECT_EQ(failureOf([value] { toInt16(value); }), Failure::Kind::Overflow) << value;
+}
+
+TEST(Hex, HasNoLeadingZeros) {
+    EXPECT_EQ(hex(0), "0");
+    EXPECT_EQ(hex(0xA5), "A5");
+    EXPECT_EQ(hex(~std::uint64_t{0}), "FFFFFFFFFFFFFFFF");
+}
+
+} // namespace
+} // namespace bitlux

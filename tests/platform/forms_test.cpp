@@ -1,0 +1,373 @@
+#include "bench/scripted_desk.h"
+#include "platform/failure.h"
+#include "platform/forms/control_array.h"
+#include "platform/forms/controls.h"
+#include "platform/forms/form_set.h"
+#include "platform/forms/text_lines.h"
+
+#include <functional>
+#include <new>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace bitlux::forms::test {
+namespace {
+
+using Strings = std::vector<std::string>;
+
+class SampleForm : public Form {
+public:
+    explicit SampleForm(FormSet& set) : Form(set, "frmSample", "Sample") {}
+
+    Button cmdSend{*this, "cmdSend"};
+    Button cmdSendAll{*this, "cmdSendAll"};
+    ControlArray<Button> cmdBit{*this, "cmdBit", 4};
+    CheckBox chkLog{*this, "chkLog"};
+    OptionGroup order;
+    OptionButton optMSB{*this, order, "optMSB"};
+    OptionButton optLSB{*this, order, "optLSB"};
+    ComboBox cmbList{*this, "cmbList", ComboBox::Style::List, {"8", "16", "24"}};
+    ComboBox cmbBits{*this, "cmbBits", ComboBox::Style::Editable, {"8", "16", "24"}};
+    TextBox txtWord{*this, "txtWord"};
+    std::shared_ptr<TextLines> lines = std::make_shared<TextLines>();
+    ListBox lstLog{*this, "lstLog", lines};
+    TabStrip tabs{*this, "tabs", {{"One", ""}, {"Two", ""}, {"Three", ""}}};
+    Label lblWord{*this, "lblWord"};
+};
+
+class Forms : public testing::Test {
+protected:
+    /// Notes `name` whenever the handler of the same name runs.
+    void note(const std::string& name) {
+        form.procedure(name, [this, name] { ran.push_back(name); });
+    }
+
+    Strings takeRan() { return std::exchange(ran, {}); }
+
+    Strings takeDirty() {
+        Strings names;
+        for (const Control* control : set.takeDirty())
+            names.push_back(control->localName());
+        return names;
+    }
+
+    ScriptedBoxes boxes;
+    FormSet set{boxes};
+    FormSlot<SampleForm> slot{
+        set, "frmSample", [this] { return std::make_unique<SampleForm>(set); }, [](SampleForm&) {}};
+    SampleForm& form = *slot;
+    Strings ran;
+};
+
+TEST_F(Forms, ReachesControlsByName) {
+    EXPECT_EQ(&set.get<Button>("frmSample.cmdSend"), &form.cmdSend);
+    EXPECT_EQ(&set.get<Button>("frmSample.cmdBit(3)"), &form.cmdBit(3));
+    EXPECT_EQ(form.cmdBit(3).fullName(), "frmSample.cmdBit(3)");
+    EXPECT_THROW((void)form.cmdBit(4), Failure);
+    EXPECT_THROW((void)form.cmdBit(-1), Failure);
+}
+
+TEST_F(Forms, NamesWhatIsNearAnUnknownName) {
+    struct Case {
+        const char* name;
+        const char* text;
+        Strings near;
+    };
+    const Case cases[] = {
+        {"frmSampel.cmdSend", "There is no frmSampel; there is frmSample", {"frmSample"}},
+        {"frmSample.cmdsend",
+         "There is no frmSample.cmdsend; there is cmdSend, cmdSendAll",
+         {"cmdSend", "cmdSendAll"}},
+        {"frmSample.cmdBit(4)",
+         "There is no frmSample.cmdBit(4); there is cmdBit(0), cmdBit(1), cmdBit(2)",
+         {"cmdBit(0)", "cmdBit(1)", "cmdBit(2)"}},
+        {"frmSample.lblWurd", "There is no frmSample.lblWurd; there is lblWord", {"lblWord"}},
+        {"frmSample.lblWord", "There is no frmSample.lblWord of this kind", {}},
+        {"frmSample.quite something else", "There is no frmSample.quite something else", {}},
+        {"cmdSend", "There is no cmdSend", {}},
+        {"", "There is no ", {}}};
+    for (const Case& c : cases)
+        try {
+            set.get<Button>(c.name);
+            ADD_FAILURE() << c.name << " was found";
+        } catch (const UnknownName& unknown) {
+            EXPECT_STREQ(unknown.what(), c.text);
+            EXPECT_EQ(unknown.nearOnes(), c.near) << c.name;
+        }
+}
+
+TEST_F(Forms, RefusesASecondControlOfAName) {
+    EXPECT_THROW(Label(form, "cmdSend"), std::logic_error);
+    EXPECT_THROW(Button(form, "cmdBit", "", 2), std::logic_error);
+    EXPECT_EQ(&form.control("cmdSend"), &form.cmdSend); // the first is still there
+    {
+        const Label passing(form, "lblPassing");
+        EXPECT_EQ(&form.control("lblPassing"), &passing);
+    }
+    EXPECT_THROW((void)form.control("lblPassing"), UnknownName);
+}
+
+TEST_F(Forms, BindsProceduresToControlsByName) {
+    note("CMDSEND_Click");
+    form.procedure("cmdbit_Click",
+                   [this](int index) { ran.push_back("bit " + std::to_string(index)); });
+    form.keyProcedure("TxtWord_KeyDown", [this](KeyCode code) {
+        ran.push_back("key " + std::to_string(static_cast<int>(code)));
+    });
+    note("Compute");
+    form.cmdSend.click();
+    form.cmdBit(2).click();
+    form.cmdBit(0).click();
+    form.txtWord.key(KeyCode::Enter);
+    form.cmdSendAll.click(); // has no handler
+    EXPECT_EQ(takeRan(), (Strings{"CMDSEND_Click", "bit 2", "bit 0", "key 13"}));
+    EXPECT_THROW(note("cmdSent_Click"), std::logic_error);
+
+    form.call("Compute");
+    form.call("cmdbit_Click", 3);
+    form.call("TxtWord_KeyDown", 13);
+    EXPECT_EQ(takeRan(), (Strings{"Compute", "bit 3", "key 13"}));
+    EXPECT_THROW(form.call("Compute", 1), Failure);
+    EXPECT_THROW(form.call("cmdbit_Click"), Failure);
+    EXPECT_THROW(form.call("Computed"), UnknownName);
+    EXPECT_EQ(takeRan(), Strings{});
+}
+
+TEST_F(Forms, RunAHandlerOnceForAValueThatChanges) {
+    for (const char* name : {"chkLog_Click", "cmbList_Click", "cmbBits_Click", "lstLog_Click",
+                             "tabs_Click", "optMSB_Click", "optLSB_Click"})
+        note(name);
+    form.lines->add("first");
+    form.lines->add("second");
+    struct Case {
+        const char* handler;
+        std::function<void()> assign;
+    };
+    const Case cases[] = {{"chkLog_Click", [this] { form.chkLog.setValue(1); }},
+                          {"cmbList_Click", [this] { form.cmbList.setListIndex(2); }},
+                          {"cmbBits_Click", [this] { form.cmbBits.setText("16"); }},
+                          {"lstLog_Click", [this] { form.lstLog.setListIndex(1); }},
+                          {"tabs_Click", [this] { form.tabs.setSelected(3); }},
+                          {"optMSB_Click", [this] { form.optMSB.setValue(true); }},
+                          {"optLSB_Click", [this] { form.optLSB.setValue(true); }}};
+    for (const Case& c : cases) {
+        c.assign();
+        EXPECT_EQ(takeRan(), Strings{c.handler});
+        c.assign();
+        EXPECT_EQ(takeRan(), Strings{}) << c.handler << " ran for an equal value";
+    }
+    form.tabs.click(3); // a hand's click counts on the current tab too
+    EXPECT_EQ(takeRan(), Strings{"tabs_Click"});
+}
+
+TEST_F(Forms, OptionsOfAGroupExcludeEachOther) {
+    note("optMSB_Click");
+    note("optLSB_Click");
+    bool msbWhileHandled = true;
+    form.optMSB.setValue(true);
+    form.procedure("optLSB_Click", [&] { msbWhileHandled = form.optMSB.value(); });
+    form.optLSB.click();
+    EXPECT_FALSE(form.optMSB.value());
+    EXPECT_FALSE(msbWhileHandled);
+    EXPECT_TRUE(form.optLSB.value());
+    EXPECT_EQ(takeRan(), Strings{"optMSB_Click"}); // not again when it was cleared
+    form.optLSB.setValue(false);
+    EXPECT_FALSE(form.optMSB.value());
+}
+
+TEST_F(Forms, ComboBoxesKeepTextAndSelectionTogether) {
+    struct Case {
+        const char* action;
+        std::function<void(ComboBox&)> act;
+        int listIndex;
+        const char* text;
+    };
+    const Case cases[] = {
+        {"select", [](ComboBox& box) { box.select(1); }, 1, "16"},
+        {"edit to an item", [](ComboBox& box) { box.edit("24"); }, 2, "24"},
+        {"edit to no item", [](ComboBox& box) { box.edit("17"); }, -1, "17"},
+        {"take the typed text away", [](ComboBox& box) { box.setListIndex(-1); }, -1, ""},
+        {"assign an item", [](ComboBox& box) { box.setText("8"); }, 0, "8"},
+        {"take the selection away", [](ComboBox& box) { box.setListIndex(-1); }, -1, ""},
+        {"add and assign", [](ComboBox& box) { box.addItem("32"), box.setText("32"); }, 3, "32"},
+        {"clear", [](ComboBox& box) { box.clear(); }, -1, ""}};
+    for (const Case& c : cases) {
+        c.act(form.cmbBits);
+        EXPECT_EQ(form.cmbBits.listIndex(), c.listIndex) << c.action;
+        EXPECT_EQ(form.cmbBits.text(), c.text) << c.action;
+    }
+}
+
+TEST_F(Forms, RefuseValuesThatDoNotExist) {
+    form.lines->add("first");
+    form.cmbList.setListIndex(1);
+    const std::vector<std::pair<const char*, std::function<void()>>> cases{
+        {"check box 2", [this] { form.chkLog.setValue(2); }},
+        {"check box -1", [this] { form.chkLog.setValue(-1); }},
+        {"combo box entry 3", [this] { form.cmbList.setListIndex(3); }},
+        {"combo box entry -2", [this] { form.cmbList.setListIndex(-2); }},
+        {"combo box text", [this] { form.cmbList.setText("17"); }},
+        {"list line 1", [this] { form.lstLog.setListIndex(1); }},
+        {"list line -2", [this] { form.lstLog.setListIndex(-2); }},
+        {"text of list line 1", [this] { (void)form.lstLog.line(1); }},
+        {"tab 0", [this] { form.tabs.setSelected(0); }},
+        {"tab 4", [this] { form.tabs.setSelected(4); }},
+        {"removed tab 4", [this] { form.tabs.removeTab(4); }}};
+    for (const auto& [what, action] : cases)
+        EXPECT_THROW(action(), Failure) << what;
+    EXPECT_EQ(form.cmbList.text(), "16");
+    EXPECT_EQ(form.tabs.count(), 3);
+}
+
+TEST_F(Forms, RemovingATabKeepsASelection) {
+    struct Case {
+        int selected, removed, left;
+    };
+    for (const Case& c : {Case{3, 3, 2}, Case{3, 1, 2}, Case{2, 3, 2}, Case{1, 1, 1}}) {
+        TabStrip strip(form, "strip", {{"A", ""}, {"B", ""}, {"C", ""}});
+        note("strip_Click");
+        strip.setSelected(c.selected);
+        takeRan();
+        strip.removeTab(c.removed);
+        EXPECT_EQ(strip.selected(), c.left) << c.selected << " selected, removed " << c.removed;
+        EXPECT_EQ(takeRan(), Strings{});
+    }
+}
+
+TEST_F(Forms, AListForgetsASelectionWhoseLineIsGone) {
+    for (const char* line : {"a", "b", "c"})
+        form.lines->add(line);
+    form.lstLog.setListIndex(1);
+    form.lines->add("d");
+    form.lstLog.linesChanged();
+    EXPECT_EQ(form.lstLog.listIndex(), 1);
+    form.lines->clear();
+    form.lstLog.linesChanged();
+    EXPECT_EQ(form.lstLog.listIndex(), -1);
+}
+
+TEST_F(Forms, AHandCannotReachWhatIsHiddenOrDisabled) {
+    note("cmdSend_Click");
+    note("tabs_Click");
+    note("cmbBits_Click");
+    note("chkLog_Click");
+    const std::vector<std::pair<Control*, std::function<void()>>> cases{
+        {&form.cmdSend, [this] { form.cmdSend.click(); }},
+        {&form.chkLog, [this] { form.chkLog.click(); }},
+        {&form.optMSB, [this] { form.optMSB.click(); }},
+        {&form.cmbBits, [this] { form.cmbBits.select(1); }},
+        {&form.cmbBits, [this] { form.cmbBits.edit("8"); }},
+        {&form.txtWord, [this] { form.txtWord.edit("A5"); }},
+        {&form.txtWord, [this] { form.txtWord.key(KeyCode::Enter); }},
+        {&form.tabs, [this] { form.tabs.click(2); }}};
+    for (const auto& [control, action] : cases) {
+        control->disable();
+        EXPECT_THROW(action(), Unreachable) << control->fullName() << " disabled";
+        control->enable();
+        control->hide();
+        EXPECT_THROW(action(), Unreachable) << control->fullName() << " hidden";
+        control->show();
+    }
+    EXPECT_EQ(takeRan(), Strings{});
+    EXPECT_EQ(form.txtWord.text() + form.cmbBits.text(), "");
+    EXPECT_FALSE(form.chkLog.checked() || form.optMSB.value());
+    EXPECT_EQ(boxes.shown().size(), 0U);
+
+    form.chkLog.disable();
+    form.chkLog.setValue(1); // code reaches it
+    EXPECT_EQ(takeRan(), Strings{"chkLog_Click"});
+}
+
+TEST_F(Forms, AFailureInAHandlerIsOneBoxAndTheProgramGoesOn) {
+    const std::vector<std::pair<const char*, std::function<void()>>> cases{
+        {"Overflow", [] { throw Failure(Failure::Kind::Overflow, "Overflow"); }},
+        {"Subscript out of range", [] { (void)Strings{}.at(1); }},
+        {"Out of memory", [] { throw std::bad_alloc(); }},
+        {"There is no frmOther", [this] { set.form("frmOther"); }},
+        {"frmSample.cmdSendAll is disabled", [this] { form.cmdSendAll.click(); }}};
+    form.cmdSendAll.disable();
+    for (const auto& [text, failing] : cases) {
+        // The assignment runs a handler, whose failure ends the handler that assigned.
+        form.chkLog.setValue(0);
+        form.procedure("chkLog_Click", [&failing] { failing(); });
+        form.procedure("cmdSend_Click", [this] {
+            form.lblWord.setCaption("before");
+            form.chkLog.setValue(1);
+            form.lblWord.setCaption("after");
+        });
+        form.cmdSend.click();
+        EXPECT_EQ(boxes.takeTexts(), Strings{text + std::string("\r\nfrmSample.cmdSend_Click")});
+        EXPECT_EQ(boxes.shown().back().buttons, MessageBox::Buttons::Ok) << text;
+        EXPECT_EQ(boxes.shown().back().icon, MessageBox::Icon::None) << text;
+        EXPECT_EQ(form.lblWord.caption(), "before") << text;
+        EXPECT_TRUE(form.chkLog.checked()) << text;
+        form.procedure("chkLog_Click", [] {});
+    }
+}
+
+TEST_F(Forms, TellEachChangedControlOnce) {
+    takeDirty();
+    form.cmdSend.setCaption("Send");
+    form.cmdSend.disable();
+    form.optMSB.setValue(true);
+    form.optLSB.setValue(true);
+    form.cmdBit(1).setTooltip("Bit 1");
+    EXPECT_EQ(takeDirty(), (Strings{"cmdSend", "optMSB", "optLSB", "cmdBit(1)"}));
+
+    form.cmdSend.setCaption("Send");
+    form.cmdSend.disable();
+    form.cmdSend.show();
+    form.optLSB.setValue(true);
+    form.txtWord.setText("");
+    form.tabs.setSelected(1);
+    form.cmbBits.setListIndex(-1);
+    EXPECT_EQ(takeDirty(), Strings{});
+
+    {
+        Label passing(form, "lblPassing");
+        passing.setCaption("gone before the next frame");
+        form.lblWord.setCaption("stays");
+    }
+    EXPECT_EQ(takeDirty(), Strings{"lblWord"});
+}
+
+TEST_F(Forms, OneControlHasTheFocus) {
+    form.txtWord.setFocus();
+    form.cmdSend.setFocus();
+    EXPECT_TRUE(form.cmdSend.hasFocus());
+    EXPECT_FALSE(form.txtWord.hasFocus());
+    {
+        Label passing(form, "lblPassing");
+        passing.setFocus();
+    }
+    EXPECT_EQ(form.focus(), nullptr);
+}
+
+TEST(FormSlot, MakesAFormWhenItIsTouched) {
+    ScriptedBoxes boxes;
+    FormSet set(boxes);
+    int made = 0;
+    int loaded = 0;
+    FormSlot<SampleForm> slot(
+        set, "frmSample",
+        [&] {
+            ++made;
+            return std::make_unique<SampleForm>(set);
+        },
+        [&](SampleForm& form) {
+            ++loaded;
+            slot->cmdSend.setCaption("Send"); // touches the form while it loads
+            set.formShown.subscribe([&](Form& shown) { EXPECT_EQ(&shown, &form); });
+        });
+    EXPECT_EQ(set.names(), Strings{"frmSample"});
+    EXPECT_EQ(made, 0);
+    EXPECT_EQ(set.get<Button>("frmSample.cmdSend").caption(), "Send");
+    set.form("frmSample").setVisible(true);
+    EXPECT_EQ(made, 1);
+    EXPECT_EQ(loaded, 1);
+}
+
+} // namespace
+} // namespace bitlux::forms::test

@@ -1,0 +1,144 @@
+#include "support/test_bench.h"
+
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+/// The four run buttons: + visible and enabled, - visible and disabled, . hidden; in the order
+/// Send Once, Cancel, Send Continuously, Stop.
+std::string buttons(TestBench& bench) {
+    std::string state;
+    for (const char* name :
+         {"cmdSendOnce", "cmdCancelSingle", "cmdSendContinuous", "cmdStopContinuous"}) {
+        const forms::Control& button =
+            bench.program.forms().control(std::string("frmMain.") + name);
+        state += !button.visible() ? '.' : button.enabled() ? '+' : '-';
+    }
+    return state;
+}
+
+int wordsIn(TestBench& bench) {
+    return static_cast<int>(bench.log().size() / 5);
+}
+
+TEST(Run, HasThreeStates) {
+    TestBench bench;
+    bench.configure("8");
+    EXPECT_EQ(buttons(bench), "+.+.");
+    std::string whileSending;
+    bench.program.engine().wordTransferred.subscribe([&] { whileSending = buttons(bench); });
+    bench.send("A5");
+    EXPECT_EQ(whileSending, ".+-.");
+    EXPECT_EQ(buttons(bench), "+.+.");
+    bench.loop.atTurn(3, [&] { bench.click("frmMain.cmdStopContinuous"); });
+    bench.click("frmMain.cmdSendContinuous");
+    EXPECT_EQ(whileSending, "-..+");
+    EXPECT_EQ(buttons(bench), "+.+.");
+    EXPECT_EQ(wordsIn(bench), 1 + 3);
+    EXPECT_EQ(bench.session().ContinuousLogCount, 1);
+}
+
+TEST(Run, CancelChangesTheButtonsAlone) {
+    TestBench bench;
+    bench.configure("8");
+    bool cancelled = false;
+    bench.program.engine().wordTransferred.subscribe([&] {
+        bench.click("frmMain.cmdCancelSingle");
+        cancelled = buttons(bench) == "+.+.";
+    });
+    bench.send("A5");
+    EXPECT_TRUE(cancelled);
+    EXPECT_EQ(wordsIn(bench), 1);
+}
+
+TEST(Run, GivesTheLoopOneTurnAWord) {
+    TestBench bench;
+    bench.configure("16");
+    bench.edit("frmMain.txtHexWordToSend", "1");
+    const int before = bench.loop.turns();
+    int words = 0;
+    bench.program.engine().wordTransferred.subscribe([&words] { ++words; });
+    bench.loop.atTurn(7, [&] { bench.click("frmMain.cmdStopContinuous"); });
+    bench.click("frmMain.cmdSendContinuous");
+    EXPECT_EQ(words, 7);
+    EXPECT_EQ(bench.loop.turns() - before, 7);
+}
+
+TEST(Run, EndsAtTheFirstBadWord) {
+    TestBench bench;
+    bench.configure("8");
+    bench.edit("frmMain.txtHexWordToSend", "1");
+    bench.loop.atTurn(2, [&] { bench.edit("frmMain.txtHexWordToSend", "xyz"); });
+    bench.click("frmMain.cmdSendContinuous");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Not a valid hex number!"});
+    EXPECT_EQ(buttons(bench), "+.+.");
+    EXPECT_EQ(wordsIn(bench), 2);
+}
+
+TEST(Run, EndsWhenTheDialogOpens) {
+    TestBench bench;
+    bench.configure("8");
+    bench.edit("frmMain.txtHexWordToSend", "1");
+    bench.loop.atTurn(2, [&] { bench.configure("24"); });
+    bench.click("frmMain.cmdSendContinuous");
+    EXPECT_EQ(bench.loop.turns(), 2);
+    EXPECT_EQ(buttons(bench), "+.+.");
+}
+
+TEST(Run, FollowsAWordLengthThatAHandlerChanges) {
+    TestBench bench;
+    bench.configure("8", {"optBinary"});
+    const auto changeLength = [&bench](std::int16_t length) {
+        bench.session().SPIWordLength = length;
+        bench.session().SingleWordBits.assign(static_cast<std::size_t>(length) + 1, 1);
+    };
+    bench.loop.atTurn(1, [&] { changeLength(12); });
+    bench.loop.atTurn(2, [&] { changeLength(3); });
+    bench.loop.atTurn(3, [&] { bench.click("frmMain.cmdStopContinuous"); });
+    bench.click("frmMain.cmdSendContinuous");
+    EXPECT_EQ(bench.log()[3], "  00000000");
+    EXPECT_EQ(bench.log()[8], "  1111 11111111");
+    EXPECT_EQ(bench.log()[13], "  111");
+}
+
+TEST(Run, DoesNotStayRunningAfterAFailure) {
+    TestBench bench;
+    bench.configure("8");
+    bench.edit("frmMain.txtHexWordToSend", "1");
+    bench.loop.atTurn(1, [&] { bench.session().SPIType = 12; });
+    bench.click("frmMain.cmdSendContinuous");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Subscript out of range: there is no SPI type 12\r\n"
+                                             "frmMain.cmdSendContinuous_Click"});
+    EXPECT_EQ(buttons(bench), "+.+.");
+}
+
+TEST(Run, DependsOnTheTab) {
+    TestBench bench;
+    bench.configure("8");
+    bench.edit("frmMain.txtHexWordToSend", "1");
+    bench.session().ActiveMainTab = 2;
+    bench.click("frmMain.cmdSendOnce");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Nothing to send."});
+
+    bench.session().PartTabs.resize(2);
+    bench.session().PartTabs[0].PartNumber = 72518;
+    bench.session().PartTabs[1].PartNumber = 72517;
+    bench.session().ActiveMainTab = 3;
+    bench.click("frmMain.cmdSendOnce");
+    EXPECT_EQ(wordsIn(bench), 0);
+    const auto continuously = [&bench](std::int16_t tab) {
+        bench.session().ActiveMainTab = tab;
+        bench.loop.atTurn(2, [&] { bench.click("frmMain.cmdStopContinuous"); });
+        bench.click("frmMain.cmdSendContinuous");
+        return wordsIn(bench);
+    };
+    EXPECT_EQ(continuously(3), 0);
+    EXPECT_EQ(continuously(4), 2);
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
+}
+
+} // namespace
+} // namespace bitlux::test

@@ -1,0 +1,244 @@
+#include "support/test_bench.h"
+
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+const Texts wordA5{"SPI Word Sent:", "  A5", "SPI Word Received:", "  A5", " "};
+
+Texts times(int count, const Texts& word, const Texts& note = {}) {
+    Texts lines;
+    for (int i = 0; i < count; ++i)
+        lines.insert(lines.end(), word.begin(), word.end());
+    lines.insert(lines.end(), note.begin(), note.end());
+    return lines;
+}
+
+/// A bench with a word of 8 bits ready to go, with these options of the log applied.
+struct LogBench : TestBench {
+    explicit LogBench(const std::vector<std::string>& options = {},
+                      const std::string& limit = "5") {
+        program.dialog().txtMessageLimit.setText(limit);
+        std::vector<std::string> all{"optHex"};
+        all.insert(all.end(), options.begin(), options.end());
+        configure("8", all);
+        edit("frmMain.txtHexWordToSend", "A5");
+    }
+
+    void sendContinuously(int words) {
+        loop.atTurn(words, [this] { click("frmMain.cmdStopContinuous"); });
+        click("frmMain.cmdSendContinuous");
+    }
+};
+
+TEST(SessionLog, WritesTheSameFiveLinesInBothLists) {
+    struct Case {
+        const char* bits;
+        const char* display;
+        const char* word;
+        const char* shown;
+    };
+    for (const Case& c :
+         {Case{"16", "optBinary", "", "  00000000 00000000"},
+          Case{"8", "optBinary", "", "  00000000"}, Case{"9", "optBinary", "", "  0 00000000"},
+          Case{"40", "optBinary", "", "  00000000 00000000 00000000 00000000 00000000"},
+          Case{"12", "optHex", "a5", "  0A5"}, Case{"41", "optHex", "1", "  00000000001"}}) {
+        TestBench bench;
+        bench.configure(c.bits, {c.display});
+        if (std::string(c.display) == "optHex")
+            bench.edit("frmMain.txtHexWordToSend", c.word);
+        bench.click("frmMain.cmdSendOnce");
+        const Texts expected{"SPI Word Sent:", c.shown, "SPI Word Received:", c.shown, " "};
+        EXPECT_EQ(bench.log(), expected) << c.bits;
+        EXPECT_EQ(bench.lines("frmMain.lstSessionLogMult"), expected) << c.bits;
+        EXPECT_EQ(bench.get<forms::ListBox>("frmMain.lstSessionLogSingle").listIndex(), 4);
+        EXPECT_EQ(bench.get<forms::ListBox>("frmMain.lstSessionLogMult").listIndex(), 4);
+    }
+}
+
+TEST(SessionLog, KeepsAWordAsItWasShown) {
+    TestBench bench;
+    bench.configure("8");
+    bench.send("A5");
+    bench.configure("8", {"optBinary"});
+    bench.click("frmMain.cmdAll1Single");
+    bench.click("frmMain.cmdSendOnce");
+    const Texts log = bench.log();
+    EXPECT_EQ(log[1], "  A5");
+    EXPECT_EQ(log[6], "  11111111");
+}
+
+TEST(SessionLog, WritesElementsThatAreNoBits) {
+    LogBench bench;
+    bench.session().WordToSend = {1, 0, 12, 0, 0, 0, 0, 0};
+    bench.session().WordReceived = {1, 0, 2, 0, 0, 0, 0, 0};
+    bench.session().DisplayHex = 0;
+    bench.program.forms().form("frmMain").call("UpdateLog");
+    EXPECT_EQ(bench.log()[1], "  0000012"
+                              "01");
+    EXPECT_EQ(bench.log()[3], "  00000x01");
+    bench.session().DisplayHex = 1;
+    bench.program.forms().form("frmMain").call("UpdateLog");
+    EXPECT_EQ(bench.log()[6], "  031"); // 1 + 4 * 12 is no digit, and stands as it is
+    bench.session().DisplayHex = 7;
+    bench.program.forms().form("frmMain").call("UpdateLog");
+    EXPECT_EQ(bench.log()[11], "  ");
+}
+
+TEST(SessionLog, FollowsTheModesOfAContinuousRun) {
+    struct Case {
+        std::vector<std::string> options;
+        const char* limit;
+        int words;
+        Texts expected;
+    };
+    const Texts suspended{"Continuous Send Log Suspended", " "};
+    const Texts disabled{"Continuous Send Log Disabled", " "};
+    const Case cases[] = {
+        {{}, "5", 9, times(5, wordA5, suspended)}, {{}, "5", 4, times(4, wordA5)},
+        {{}, "5", 5, times(5, wordA5, suspended)}, {{}, "1", 3, times(1, wordA5, suspended)},
+        {{"optLogOff"}, "5", 6, disabled},         {{"optLogForever"}, "5", 9, times(9, wordA5)}};
+    for (const Case& c : cases) {
+        LogBench bench(c.options, c.limit);
+        bench.sendContinuously(c.words);
+        EXPECT_EQ(bench.log(), c.expected) << c.limit << ", " << c.words << " words";
+        EXPECT_EQ(bench.lines("frmMain.lstSessionLogMult"), c.expected);
+        // A second run counts anew.
+        bench.click("frmMain.cmdClearLogSingle");
+        bench.sendContinuously(c.words);
+        EXPECT_EQ(bench.log(), c.expected) << c.limit << ", " << c.words << " words again";
+    }
+}
+
+TEST(SessionLog, CountsALiveChoiceOfLoggingForever) {
+    LogBench bench;
+    bench.program.dialog().optLogForever.setValue(true); // not applied: the limit is still 5
+    bench.sendContinuously(8);
+    EXPECT_EQ(bench.log(), times(8, wordA5));
+}
+
+TEST(SessionLog, RefusesToSendWhenFull) {
+    const Texts message{
+        "The Session Log is full.  Please save or clear the log before continuing.\r\n"
+        "The SPI word will not be sent."};
+    LogBench bench({"optLogForever"});
+    EXPECT_EQ(bench.session().ContinuousLogLimit, 20000);
+    bench.click("frmMain.cmdSendContinuous"); // nobody stops it
+    EXPECT_EQ(bench.log().size(), 20000U);
+    EXPECT_EQ(bench.boxes.takeTexts(), message);
+    EXPECT_TRUE(bench.get<forms::Button>("frmMain.cmdSendOnce").enabled());
+
+    // A full log also stops a run that would log nothing, but not when the log is off.
+    bench.program.dialog().optLogOff.setValue(true);
+    bench.session().ContinuousLogEnabled = ConstOff;
+    EXPECT_EQ(accessesOf(bench, [&] { bench.click("frmMain.cmdSendContinuous"); }), "");
+    EXPECT_EQ(bench.boxes.takeTexts(), message);
+    bench.program.dialog().chkEnableLog.click();
+    bench.click("frmMain.cmdSendOnce");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
+    EXPECT_EQ(bench.log().size(), 20000U);
+}
+
+TEST(SessionLog, CanBeSwitchedOff) {
+    LogBench bench;
+    bench.program.dialog().chkEnableLog.click();
+    EXPECT_EQ(bench.session().SessionLogEnabled, ConstOff);
+    bench.click("frmMain.cmdSendOnce");
+    bench.sendContinuously(3);
+    EXPECT_EQ(bench.log(), Texts{});
+    for (const char* name :
+         {"lstSessionLogSingle", "lstSessionLogMult", "cmdSaveLogSingle", "cmdClearLogSingle",
+          "cmdSaveLogMult", "cmdClearLogMult", "frameLogPinsNow(1)", "frameLogPins(1)"})
+        EXPECT_FALSE(bench.program.forms().control(std::string("frmMain.") + name).enabled())
+            << name;
+}
+
+TEST(SessionLog, ClearsBothLists) {
+    for (const char* button : {"cmdClearLogSingle", "cmdClearLogMult", "itemClearLog"}) {
+        LogBench bench;
+        bench.click("frmMain.cmdSendOnce");
+        bench.session().SessionLogCount = 77;
+        const std::string name = std::string("frmMain.") + button;
+        if (std::string(button).starts_with("item"))
+            bench.choose(name);
+        else
+            bench.click(name);
+        EXPECT_EQ(bench.log(), Texts{}) << button;
+        EXPECT_EQ(bench.lines("frmMain.lstSessionLogMult"), Texts{}) << button;
+        EXPECT_EQ(bench.get<forms::ListBox>("frmMain.lstSessionLogMult").listIndex(), -1);
+        EXPECT_EQ(bench.session().SessionLogCount, 0);
+    }
+}
+
+TEST(SessionLog, StopsARunBeforeItSavesOrClears) {
+    for (const char* button : {"cmdClearLogSingle", "cmdSaveLogSingle"}) {
+        LogBench bench;
+        bench.loop.atTurn(2, [&] { bench.click(std::string("frmMain.") + button); });
+        bench.click("frmMain.cmdSendContinuous");
+        EXPECT_EQ(bench.loop.turns(), 2) << button;
+    }
+}
+
+TEST(SessionLog, SavesUnderTheNameThatWasChosenOnce) {
+    const TemporaryFolder folder;
+    LogBench bench;
+    bench.click("frmMain.cmdSendOnce");
+    bench.fileDialogs.answer(folder.path("log.txt"));
+    bench.click("frmMain.cmdSaveLogSingle");
+    ASSERT_EQ(bench.fileDialogs.shown().size(), 1U);
+    const FileDialog dialog = bench.fileDialogs.shown().front();
+    EXPECT_EQ(dialog.kind, FileDialog::Kind::Save);
+    EXPECT_EQ(dialog.title, "Save Session Log");
+    EXPECT_EQ(dialog.filter, "Text Files (*.txt)|*.txt|All Files (*.*)|*.*");
+    EXPECT_EQ(dialog.fileName, "");
+    EXPECT_EQ(contentOf(folder.path("log.txt")),
+              "SPI Word Sent:\r\n  A5\r\nSPI Word Received:\r\n  A5\r\n \r\n");
+
+    // The second time it does not ask, and replaces the file.
+    bench.click("frmMain.cmdClearLogMult");
+    bench.click("frmMain.cmdSaveLogMult");
+    EXPECT_EQ(bench.fileDialogs.shown().size(), 1U);
+    EXPECT_EQ(contentOf(folder.path("log.txt")), "");
+
+    bench.fileDialogs.answer(folder.path("other.txt"));
+    bench.choose("frmMain.itemSaveLogAs");
+    EXPECT_EQ(bench.fileDialogs.shown().back().fileName, folder.path("log.txt"));
+    EXPECT_EQ(bench.session().LogFileName, folder.path("other.txt"));
+    bench.click("frmMain.cmdSendOnce");
+    bench.choose("frmMain.itemSaveLog");
+    EXPECT_EQ(contentOf(folder.path("other.txt")).size(), 51U);
+    EXPECT_FALSE(bench.pointer.busy());
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
+}
+
+TEST(SessionLog, DoesNotSaveWithoutAName) {
+    LogBench bench;
+    bench.click("frmMain.cmdSendOnce");
+    bench.click("frmMain.cmdSaveLogSingle"); // cancelled
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"No filename selected.  Cannot Save."});
+    EXPECT_EQ(bench.session().LogFileName, "");
+    // A cancelled Save As leaves file and name as they were.
+    bench.session().LogFileName = "kept.txt";
+    bench.choose("frmMain.itemSaveLogAs");
+    EXPECT_EQ(bench.session().LogFileName, "kept.txt");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
+}
+
+TEST(SessionLog, ReportsAFileThatCannotBeWritten) {
+    const TemporaryFolder folder;
+    LogBench bench;
+    bench.click("frmMain.cmdSendOnce");
+    bench.session().LogFileName = folder.path("missing/log.txt");
+    bench.click("frmMain.cmdSaveLogSingle");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"The file \"" + folder.path("missing/log.txt") +
+                                             "\" cannot be written: No such file or directory.\r\n"
+                                             "frmMain.cmdSaveLogSingle_Click"});
+    EXPECT_FALSE(bench.pointer.busy());
+    EXPECT_EQ(bench.log(), wordA5);
+}
+
+} // namespace
+} // namespace bitlux::test

@@ -1,0 +1,201 @@
+#include "support/test_bench.h"
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+using Word = std::vector<std::int16_t>;
+
+std::string buttonCaption(TestBench& bench, int bit) {
+    return bench.get<forms::Button>(fmt::format("frmMain.cmdSI_single({})", bit)).caption();
+}
+
+TEST(SingleWord, SendsHexTextAndShowsTheAnswer) {
+    struct Case {
+        const char* bits;
+        const char* typed;
+        const char* padded;
+        const char* received;
+    };
+    for (const Case& c : {Case{"16", "a5c3", "a5c3", "A5C3"}, Case{"16", "7", "0007", "0007"},
+                          Case{"15", "7FFF", "7FFF", "7FFF"}, Case{"16", "0A5C3", "0A5C3", "A5C3"},
+                          Case{"1", "1", "1", "1"}, Case{"10", "3fF", "3fF", "3FF"},
+                          Case{"41", "1fedcba9876", "1fedcba9876", "1FEDCBA9876"},
+                          Case{"160", "8000000000000000000000000000000000000000",
+                               "8000000000000000000000000000000000000000",
+                               "8000000000000000000000000000000000000000"}}) {
+        TestBench bench;
+        bench.configure(c.bits);
+        bench.send(c.typed);
+        EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), c.padded) << c.typed;
+        EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), c.received) << c.typed;
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts{}) << c.typed;
+    }
+}
+
+TEST(SingleWord, RefusesHexTextThatIsNoWord) {
+    struct Case {
+        const char* bits;
+        std::string typed;
+        const char* message;
+    };
+    const Case cases[] = {{"16", "", "Nothing to send!"},
+                          {"16", "12G4", "Not a valid hex number!"},
+                          {"16", " 12", "Not a valid hex number!"},
+                          {"16", "-1", "Not a valid hex number!"},
+                          {"16", "\xC3\xA4", "Not a valid hex number!"},
+                          {"15", "FFFF", "The word is too long!"},
+                          {"16", "10000", "The word is too long!"},
+                          // In a double all the ones of 64 bits are no less than 2 to the 64.
+                          {"64", "FFFFFFFFFFFFFFFF", "The word is too long!"},
+                          {"160", repeated(10000, 'F'), "The word is too long!"},
+                          {"16", repeated(9999, 'F') + "g", "Not a valid hex number!"}};
+    for (const Case& c : cases) {
+        TestBench bench;
+        bench.configure(c.bits);
+        EXPECT_EQ(accessesOf(bench, [&] { bench.send(c.typed); }), "") << c.typed;
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts{c.message}) << c.typed;
+        EXPECT_EQ(bench.log(), Texts{}) << c.typed;
+        EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), c.typed);
+        EXPECT_TRUE(bench.get<forms::Button>("frmMain.cmdSendOnce").visible());
+    }
+}
+
+TEST(SingleWord, TakesTenThousandLeadingZeros) {
+    TestBench bench;
+    bench.configure("16");
+    bench.send(repeated(10000, '0') + "1234");
+    EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "1234");
+}
+
+TEST(SingleWord, SendsTheBitButtons) {
+    TestBench bench("echo");
+    bench.configure("10", {"optBinary"});
+    for (const int bit : {0, 9, 4, 4, 1})
+        bench.click(fmt::format("frmMain.cmdSI_single({})", bit));
+    EXPECT_EQ(bench.session().SingleWordBits, (Word{1, 1, 0, 0, 0, 0, 0, 0, 0, 1, 0}));
+    EXPECT_EQ(buttonCaption(bench, 9), "1");
+    EXPECT_EQ(buttonCaption(bench, 4), "0");
+    EXPECT_TRUE(bench.get<forms::Button>("frmMain.cmdSendOnce").hasFocus());
+    bench.click("frmMain.cmdSendOnce");
+    bench.click("frmMain.cmdSendOnce");
+    std::string shown;
+    for (int bit = 9; bit >= 0; --bit)
+        shown += bench.label(fmt::format("frmMain.lblSO_single({})", bit));
+    EXPECT_EQ(shown, "1000000011");
+    EXPECT_EQ(bench.log()[1], "  10 00000011");
+}
+
+TEST(SingleWord, LeavesABitButtonWithAnotherCaptionAlone) {
+    TestBench bench;
+    bench.configure("8", {"optBinary"});
+    bench.get<forms::Button>("frmMain.cmdSI_single(3)").setCaption("?");
+    bench.click("frmMain.cmdSI_single(3)");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"No Initial Value Set"});
+    EXPECT_EQ(buttonCaption(bench, 3), "?");
+    EXPECT_EQ(bench.session().SingleWordBits, Word(9, 0));
+}
+
+TEST(SingleWord, ClearsAndSetsAllBits) {
+    TestBench bench;
+    bench.configure("9", {"optBinary"});
+    bench.click("frmMain.cmdAll1Single");
+    EXPECT_EQ(bench.session().SingleWordBits, (Word{1, 1, 1, 1, 1, 1, 1, 1, 1, 0}));
+    EXPECT_EQ(buttonCaption(bench, 8), "1");
+    bench.click("frmMain.cmdAll0Single");
+    EXPECT_EQ(bench.session().SingleWordBits, Word(10, 0));
+    EXPECT_EQ(buttonCaption(bench, 8), "0");
+
+    // In hexadecimal only the text changes; three digits F are too long for ten bits.
+    bench.configure("10");
+    bench.click("frmMain.cmdAll1Single");
+    EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), "FFF");
+    EXPECT_EQ(bench.session().SingleWordBits, Word(11, 0));
+    bench.click("frmMain.cmdSendOnce");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"The word is too long!"});
+    bench.click("frmMain.cmdAll0Single");
+    EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), "000");
+}
+
+TEST(SingleWord, EnterSends) {
+    TestBench bench;
+    bench.configure("8");
+    bench.edit("frmMain.txtHexWordToSend", "3c");
+    bench.get<forms::TextBox>("frmMain.txtHexWordToSend").key(forms::KeyCode::Enter);
+    bench.get<forms::Button>("frmMain.cmdSendOnce").key(forms::KeyCode::Enter);
+    bench.get<forms::TextBox>("frmMain.txtHexWordToSend").key(static_cast<forms::KeyCode>(32));
+    EXPECT_EQ(bench.log(), (Texts{"SPI Word Sent:", "  3C", "SPI Word Received:", "  3C", " ",
+                                  "SPI Word Sent:", "  3C", "SPI Word Received:", "  3C", " "}));
+}
+
+TEST(SingleWord, FollowsLengthAndDisplay) {
+    struct Case {
+        const char* bits;
+        const char* display;
+        int columns;
+        bool hex;
+        bool titles;
+    };
+    for (const Case& c :
+         {Case{"8", "optBinary", 8, false, true}, Case{"32", "optBinary", 32, false, true},
+          Case{"33", "optBinary", 33, false, false}, Case{"40", "optBinary", 40, false, false},
+          Case{"40", "optHex", 40, true, true}, Case{"160", "optHex", 40, true, true}}) {
+        TestBench bench;
+        bench.configure(c.bits, {c.display});
+        const auto visible = [&bench](const std::string& name) {
+            return bench.program.forms().control("frmMain." + name).visible();
+        };
+        for (int i = 0; i < 40; ++i)
+            for (const char* array :
+                 {"cmdSI_single", "lblSO_single", "lblInBitsSingle", "lblOutBitsSingle"})
+                EXPECT_EQ(visible(fmt::format("{}({})", array, i)), i < c.columns)
+                    << array << i << " of " << c.bits;
+        for (const char* name : {"lblHexDI", "lblHexDO", "txtHexWordToSend", "lblHexWordReceived"})
+            EXPECT_EQ(visible(name), c.hex) << name << " of " << c.bits;
+        EXPECT_EQ(visible("frameSPIinSingle"), !c.hex) << c.bits;
+        EXPECT_EQ(visible("frameSPIoutSingle"), !c.hex) << c.bits;
+        EXPECT_EQ(visible("lblSItitle"), c.titles) << c.bits;
+        EXPECT_EQ(visible("lblSOtitle"), c.titles) << c.bits;
+    }
+}
+
+TEST(SingleWord, ReportsADisplayThatIsNeitherHexNorBinary) {
+    TestBench bench;
+    bench.configure("8");
+    bench.session().DisplayHex = 2;
+    bench.click("frmMain.cmdSendOnce");
+    EXPECT_EQ(bench.boxes.takeTexts(),
+              Texts{"Problem!  This program couldn't figure out whether to use hex or binary."});
+    EXPECT_EQ(bench.log(), Texts{});
+}
+
+TEST(SingleWord, FailsPlainlyWithAWordOfNoBits) {
+    TestBench bench;
+    bench.configure("");
+    EXPECT_EQ(bench.session().SPIWordLength, 0);
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
+    EXPECT_FALSE(bench.program.forms().control("frmMain.cmdSI_single(0)").visible());
+    bench.session().DisplayHex = 0;
+    bench.click("frmMain.cmdSendOnce");
+    EXPECT_EQ(bench.boxes.takeTexts(),
+              Texts{"Subscript out of range: a word of 0 bits cannot be sent\r\n"
+                    "frmMain.cmdSendOnce_Click"});
+    EXPECT_TRUE(bench.get<forms::Button>("frmMain.cmdSendOnce").visible());
+    EXPECT_TRUE(bench.get<forms::Button>("frmMain.cmdSendContinuous").enabled());
+    // The program goes on.
+    bench.configure("8");
+    bench.send("42");
+    EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "42");
+}
+
+TEST(SingleWord, TellsThatThereIsNoBus) {
+    TestBench bench;
+    bench.click("frmMain.cmdSendOnce");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"No device available to send SPI Data."});
+}
+
+} // namespace
+} // namespace bitlux::test
