@@ -3,7 +3,7 @@
 # into the core, stops the build with the file and the line.
 
 # room -> rooms it may use directly; what those may use comes with them
-set(BITLUX_ROOMS platform session transfer sending config program bench apps)
+set(BITLUX_ROOMS platform session transfer sending config program bench workbench apps gui)
 set(BITLUX_ARROWS_platform)
 set(BITLUX_ARROWS_session)
 set(BITLUX_ARROWS_transfer platform session)
@@ -11,9 +11,11 @@ set(BITLUX_ARROWS_sending transfer)
 set(BITLUX_ARROWS_config sending)
 set(BITLUX_ARROWS_program config)
 set(BITLUX_ARROWS_bench platform)
-set(BITLUX_ARROWS_apps program bench)
-# rooms that may draw: none yet
-set(BITLUX_ROOMS_WITH_QT)
+set(BITLUX_ARROWS_workbench program bench)
+set(BITLUX_ARROWS_apps workbench)
+set(BITLUX_ARROWS_gui workbench)
+# rooms that may draw
+set(BITLUX_ROOMS_WITH_QT gui)
 
 function(bitlux_reachable_rooms ROOM RESULT)
     set(reached ${ROOM})
@@ -42,7 +44,10 @@ function(bitlux_check_includes ROOT ROOM)
                AND NOT CMAKE_MATCH_1 IN_LIST allowed)
                 message(FATAL_ERROR "${file}: the room ${ROOM} may not include ${CMAKE_MATCH_1}: ${line}")
             endif()
-            if(line MATCHES "[<\"](Qt?[A-Z][A-Za-z]*[/>\"]|q[a-z]+\\.h)"
+            if(line MATCHES "include[ \t]*[<\"][^>\"]*\\.\\./")
+                message(FATAL_ERROR "${file}: the room ${ROOM} may not leave its folder: ${line}")
+            endif()
+            if(line MATCHES "[<\"]Q[A-Za-z0-9]+[/>\"]|<q[a-z0-9]+\\.h>"
                AND NOT ROOM IN_LIST BITLUX_ROOMS_WITH_QT)
                 message(FATAL_ERROR "${file}: the room ${ROOM} may not include Qt: ${line}")
             endif()
@@ -84,6 +89,9 @@ function(bitlux_room NAME)
     if(ROOM_SOURCES)
         add_library(bitlux_${NAME} STATIC ${ROOM_SOURCES})
         set(scope PUBLIC)
+        if(NAME IN_LIST BITLUX_ROOMS_WITH_QT)
+            set_target_properties(bitlux_${NAME} PROPERTIES AUTOMOC ON)
+        endif()
         if(BITLUX_PRECOMPILED_HEADERS)
             target_precompile_headers(bitlux_${NAME} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/common.h)
         endif()

@@ -1,6 +1,6 @@
 #include "apps/send_command.h"
 
-#include "apps/bench_wiring.h"
+#include "workbench/bench_wiring.h"
 #include "apps/terminal_desk.h"
 #include "bench/simulated_port.h"
 #include "platform/failure.h"

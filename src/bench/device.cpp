@@ -81,33 +81,33 @@ private:
 
 struct Row {
     const char* name;
-    std::unique_ptr<Device> (*make)(std::vector<Reply> replies);
+    std::unique_ptr<Device> (*make)(const std::vector<Reply>& replies);
 };
 
 constexpr std::array rows{
     Row{"none",
-        [](std::vector<Reply>) -> std::unique_ptr<Device> {
+        [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
             return std::make_unique<StuckDevice>(true);
         }},
     Row{"loopback",
-        [](std::vector<Reply>) -> std::unique_ptr<Device> {
+        [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
             return std::make_unique<LoopbackDevice>();
         }},
     Row{"echo",
-        [](std::vector<Reply>) -> std::unique_ptr<Device> {
+        [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
             return std::make_unique<EchoDevice>();
         }},
     Row{"stuck-high",
-        [](std::vector<Reply>) -> std::unique_ptr<Device> {
+        [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
             return std::make_unique<StuckDevice>(true);
         }},
     Row{"stuck-low",
-        [](std::vector<Reply>) -> std::unique_ptr<Device> {
+        [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
             return std::make_unique<StuckDevice>(false);
         }},
     Row{"scripted",
-        [](std::vector<Reply> replies) -> std::unique_ptr<Device> {
-            return std::make_unique<ScriptedDevice>(std::move(replies));
+        [](const std::vector<Reply>& replies) -> std::unique_ptr<Device> {
+            return std::make_unique<ScriptedDevice>(replies);
         }},
 };
 
@@ -128,10 +128,10 @@ Reply replyFromHex(std::string_view text) {
     return bits;
 }
 
-std::unique_ptr<Device> makeDevice(std::string_view name, std::vector<Reply> replies) {
+std::unique_ptr<Device> makeDevice(std::string_view name, const std::vector<Reply>& replies) {
     for (const Row& row : rows)
         if (row.name == name)
-            return row.make(std::move(replies));
+            return row.make(replies);
     throw Failure(Failure::Kind::OutOfRange, fmt::format("There is no device \"{}\"", name));
 }
 

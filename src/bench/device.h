@@ -44,7 +44,7 @@ Reply replyFromHex(std::string_view text);
 ///   stuck-low    the data output stays low
 ///   scripted     answers each word with the next of `replies`, or once more the last
 /// Raises Failure (OutOfRange) for any other name.
-std::unique_ptr<Device> makeDevice(std::string_view name, std::vector<Reply> replies = {});
+std::unique_ptr<Device> makeDevice(std::string_view name, const std::vector<Reply>& replies = {});
 
 /// The names that makeDevice takes.
 std::vector<std::string> deviceNames();

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 
 namespace bitlux {
 
@@ -22,6 +23,15 @@ public:
 
     /// How the device is wired; asked at every write of the data register.
     void setShapeSource(BusShapeSource source) { shapeSource_ = std::move(source); }
+
+    /// Puts another device on the pins.
+    void connect(std::unique_ptr<Device> device) { device_ = std::move(device); }
+
+    /// What stands in the data and the control register.
+    [[nodiscard]] std::uint8_t dataPins() const { return data_; }
+    [[nodiscard]] std::uint8_t controlPins() const { return control_; }
+    /// Level of the device's output.
+    [[nodiscard]] bool dataOut() const { return device_->dataOut(); }
 
     std::int32_t Inp(std::int16_t address) override;
     void Outp(std::int16_t address, std::int16_t value) override;

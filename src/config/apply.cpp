@@ -33,6 +33,12 @@ void ConfigureDialog::cmdApply_Click() {
     applySucceeded_ = true;
 }
 
+void ConfigureDialog::cmdOK_Click() {
+    cmdApply_Click();
+    if (applySucceeded_)
+        setVisible(false);
+}
+
 void ConfigureDialog::applyWordLength() {
     recreateWord();
     if (session_.SPIWordLength != session_.SavedSPIWordLength) {

@@ -54,32 +54,32 @@ ConfigureDialog::ConfigureDialog(forms::FormSet& set, Parts parts)
       cmbPortsAvailable(*this, "cmbPortsAvailable", ComboBox::Style::List),
       chkHardCodeLPT(addressBoxes(*this)),
       lblSPIPinsDisabled(*this, "lblSPIPinsDisabled"),
-      framePortPins(*this, "framePortPins"),
+      framePortPins(*this, "framePortPins", "Pins of the connector"),
       cmbCS(*this, "cmbCS", ComboBox::Style::List, dataPins()),
       cmbDI(*this, "cmbDI", ComboBox::Style::List, dataPins()),
       cmbCLK(*this, "cmbCLK", ComboBox::Style::List, dataPins()),
       cmbDO(*this, "cmbDO", ComboBox::Style::List, {"7", "12", "13", "15"}),
-      frameSPIBitOrder(*this, "frameSPIBitOrder"),
+      frameSPIBitOrder(*this, "frameSPIBitOrder", "Bit order"),
       optMSBfirst(*this, orderGroup_, "optMSBfirst", "MSB is sent first"),
       optLSBfirst(*this, orderGroup_, "optLSBfirst", "LSB is sent first"),
-      frameCS(*this, "frameCS"),
+      frameCS(*this, "frameCS", "Chip select"),
       optCSnegative(*this, csGroup_, "optCSnegative", "Low when asserted (CSB)"),
       optCSpositive(*this, csGroup_, "optCSpositive", "High when asserted (CS)"),
-      frameDI(*this, "frameDI"),
+      frameDI(*this, "frameDI", "Data in"),
       optDIpolarity_pos(*this, diGroup_, "optDIpolarity_pos", "High = 1 (DI)"),
       optDIpolarity_neg(*this, diGroup_, "optDIpolarity_neg", "Low = 1 (DIB)"),
-      frameDO(*this, "frameDO"),
+      frameDO(*this, "frameDO", "Data out"),
       optDOpolarity_pos(*this, doGroup_, "optDOpolarity_pos", "High = 1 (DO)"),
       optDOpolarity_neg(*this, doGroup_, "optDOpolarity_neg", "Low = 1 (DOB)"),
-      frameSPItype(*this, "frameSPItype"),
+      frameSPItype(*this, "frameSPItype", "SPI type"),
       TabStripSPItype(*this, "TabStripSPItype", typeTabs()),
       lblExtraPinsDisabled(*this, "lblExtraPinsDisabled"),
-      frameStandardPins(*this, "frameStandardPins"),
-      frameOpenCollectorPins(*this, "frameOpenCollectorPins"),
+      frameStandardPins(*this, "frameStandardPins", "Data pins"),
+      frameOpenCollectorPins(*this, "frameOpenCollectorPins", "Control pins"),
       frameUSBExtraPins(*this, "frameUSBExtraPins", "All Extra Pins"),
-      frameSPIBaudRate(*this, "frameSPIBaudRate"),
+      frameSPIBaudRate(*this, "frameSPIBaudRate", "Clock"),
       chkEnableLog(*this, "chkEnableLog", "Enable Session Log"),
-      frameDataLogging(*this, "frameDataLogging"),
+      frameDataLogging(*this, "frameDataLogging", "Continuous sending"),
       optLogOff(*this, logGroup_, "optLogOff", "Turn off the Session Log in Continuous Send mode"),
       optLogForever(*this, logGroup_, "optLogForever",
                     "Keep recording messages until the Session Log is full"),
@@ -87,6 +87,7 @@ ConfigureDialog::ConfigureDialog(forms::FormSet& set, Parts parts)
                         "Record a fixed number of messages and then stop"),
       lblMessageLimit(*this, "lblMessageLimit", "Stop after:"),
       txtMessageLimit(*this, "txtMessageLimit"),
+      cmdOK(*this, "cmdOK", "&OK"),
       cmdApply(*this, "cmdApply", "&Apply") {
     for (forms::Control* control : {static_cast<forms::Control*>(&lblPortDisabled),
                                     static_cast<forms::Control*>(&lblSPIPinsDisabled),
@@ -100,6 +101,7 @@ ConfigureDialog::ConfigureDialog(forms::FormSet& set, Parts parts)
 void ConfigureDialog::registerProcedures() {
     procedure("Form_Load", [this] { Form_Load(); });
     procedure("SetDefaults", [this] { SetDefaults(); });
+    procedure("cmdOK_Click", [this] { cmdOK_Click(); });
     procedure("cmdApply_Click", [this] { cmdApply_Click(); });
     procedure("Btn_ParallelPort_Click", [this] { Btn_ParallelPort_Click(); });
     procedure("chkSerialPort_Click", [this] { chkSerialPort_Click(); });

@@ -41,6 +41,8 @@ public:
     /// Copies the settings from the controls to the session and puts the idle levels on the wire.
     /// A step that refuses shows its message and leaves at once.
     void cmdApply_Click();
+    /// Applies, and hides the dialog when that went through.
+    void cmdOK_Click();
     /// Looks for parallel ports.
     void Btn_ParallelPort_Click();
     void chkSerialPort_Click();
@@ -140,6 +142,7 @@ public:
     forms::Label lblMessageLimit;
     forms::TextBox txtMessageLimit;
 
+    forms::Button cmdOK;
     forms::Button cmdApply;
 };
 

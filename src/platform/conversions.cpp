@@ -6,6 +6,8 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <locale>
+#include <sstream>
 
 #include <fmt/format.h>
 
@@ -22,12 +24,22 @@ std::string withoutBlanks(std::string_view text) {
 }
 
 double parseInteger(std::string_view digits, int base) {
-    std::int64_t value = 0;
+    std::uint64_t value = 0; // takes no sign
     const auto [end, error] =
         std::from_chars(digits.data(), digits.data() + digits.size(), value, base);
     if (error == std::errc::result_out_of_range)
         throw Failure(Failure::Kind::Overflow, "Overflow");
     return static_cast<double>(value);
+}
+
+/// What from_chars finds out of range is too large, or so small that it counts as 0.
+double outOfRange(std::string_view number) {
+    std::istringstream stream{std::string(number)};
+    stream.imbue(std::locale::classic());
+    double value = 0;
+    if (!(stream >> value))
+        throw Failure(Failure::Kind::Overflow, "Overflow");
+    return value;
 }
 
 } // namespace
@@ -42,18 +54,16 @@ double val(std::string_view text) {
         if (letter == 'O')
             return parseInteger(rest.substr(2), 8);
     }
-    if (!rest.empty() && rest.front() == '+') // from_chars takes no plus sign
-        rest.remove_prefix(1);
     // from_chars also reads "inf" and "nan"; a number here begins with a digit or a point.
-    const std::size_t first = !rest.empty() && rest.front() == '-' ? 1 : 0;
+    const std::size_t first = !rest.empty() && (rest[0] == '-' || rest[0] == '+') ? 1 : 0;
     if (first >= rest.size() ||
         (std::isdigit(static_cast<unsigned char>(rest[first])) == 0 && rest[first] != '.'))
         return 0;
+    if (rest[0] == '+') // from_chars takes no plus sign
+        rest.remove_prefix(1);
     double value = 0;
     const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), value);
-    if (error == std::errc::result_out_of_range)
-        throw Failure(Failure::Kind::Overflow, "Overflow");
-    return value;
+    return error == std::errc::result_out_of_range ? outOfRange(rest) : value;
 }
 
 std::int16_t toInt16(double value) {

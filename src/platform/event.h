@@ -1,10 +1,15 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
+#include <map>
+#include <memory>
 #include <utility>
-#include <vector>
 
 namespace bitlux {
+
+/// Keeps a subscriber subscribed for as long as it lives. It may outlive the event.
+using Subscription = std::shared_ptr<void>;
 
 /// How a lower room tells upper rooms that something happened: they subscribe at start-up, and
 /// are called in the order of their subscriptions.
@@ -13,15 +18,32 @@ class Event {
 public:
     using Subscriber = std::function<void(Args...)>;
 
-    void subscribe(Subscriber subscriber) { subscribers_.push_back(std::move(subscriber)); }
+    /// Subscribes for good: the subscriber lives as long as the event.
+    void subscribe(Subscriber subscriber) { add(std::move(subscriber)); }
+
+    /// Subscribes until the result goes away.
+    [[nodiscard]] Subscription follow(Subscriber subscriber) {
+        const std::size_t key = add(std::move(subscriber));
+        return {nullptr, [list = std::weak_ptr(list_), key](void*) {
+                    if (const auto subscribers = list.lock())
+                        subscribers->erase(key);
+                }};
+    }
 
     void raise(Args... args) const {
-        for (const auto& subscriber : subscribers_)
+        for (const auto& [key, subscriber] : *list_)
             subscriber(args...);
     }
 
 private:
-    std::vector<Subscriber> subscribers_;
+    std::size_t add(Subscriber subscriber) {
+        list_->emplace(next_, std::move(subscriber));
+        return next_++;
+    }
+
+    std::shared_ptr<std::map<std::size_t, Subscriber>> list_ =
+        std::make_shared<std::map<std::size_t, Subscriber>>();
+    std::size_t next_ = 0;
 };
 
 } // namespace bitlux

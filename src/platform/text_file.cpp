@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -27,8 +28,8 @@ namespace fs = std::filesystem;
 /// A file beside its target that takes the target's place, or goes away when that fails.
 class Replacement {
 public:
-    Replacement(const std::string& shownName, const fs::path& target)
-        : shownName_(shownName),
+    Replacement(std::string shownName, const fs::path& target)
+        : shownName_(std::move(shownName)),
           target_(target),
           temporary_(target.string() + ".XXXXXX"),
           descriptor_(::mkostemp(temporary_.data(), O_CLOEXEC)) {
@@ -103,9 +104,14 @@ private:
 
 /// The file that a name leads to; a device, a pipe or a folder cannot be replaced.
 fs::path targetOf(const std::string& fileName) {
+    constexpr int mostLinks = 40; // as many as the system follows
     std::error_code error;
-    const fs::path resolved = fs::weakly_canonical(fileName, error);
-    const fs::path target = error ? fs::path(fileName) : resolved;
+    fs::path name = fileName;
+    // A link whose file does not exist yet is no canonical path to the library.
+    for (int n = 0; n < mostLinks && fs::is_symlink(name, error) && !fs::exists(name, error); ++n)
+        name = name.parent_path() / fs::read_symlink(name, error);
+    const fs::path resolved = fs::weakly_canonical(name, error);
+    fs::path target = error ? name : resolved;
     const fs::file_status status = fs::status(target, error);
     if (fs::is_directory(status))
         fail(fileName, EISDIR);

@@ -23,6 +23,7 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
       lblConfigNag(*this, "lblConfigNag", "(Not Configured)"),
       TabStripMain(*this, "TabStripMain", tabsOfAllParts()),
       itemPortOptions(*this, "itemPortOptions", "Edit &Configuration..."),
+      itemExit(*this, "itemExit", "E&xit"),
       run(*this, parts.session, parts.loop),
       commands(*this, parts.desk.boxes),
       log(*this, parts.session, parts.options, parts.desk),

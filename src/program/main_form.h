@@ -38,6 +38,7 @@ public:
     forms::Label lblConfigNag;
     forms::TabStrip TabStripMain;
     forms::MenuItem itemPortOptions;
+    forms::MenuItem itemExit;
 
     RunControls run;
     CommandLists commands;

@@ -80,6 +80,10 @@ void Program::registerProcedures(MainForm& form) {
         form.run.cmdStopContinuous_Click();
         dialog_->setVisible(true);
     });
+    form.procedure("itemExit_Click", [this, &form] {
+        form.run.cmdStopContinuous_Click();
+        exitRequested.raise();
+    });
     form.procedure("Start_USB", [this] { Start_USB(); });
 }
 

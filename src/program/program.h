@@ -38,6 +38,9 @@ public:
     /// An orderly end: a continuous run stops and the pins go idle. Harmless when repeated.
     void end();
 
+    /// The user asked for the end by the menu; whoever runs the program then calls end.
+    Event<> exitRequested;
+
     [[nodiscard]] forms::FormSet& forms() { return forms_; }
     [[nodiscard]] Session& session() { return session_; }
     [[nodiscard]] PinLayer& pins() { return pins_; }

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
-#include <utility>
 
 namespace bitlux {
 
@@ -25,7 +24,7 @@ public:
 
     /// Name of the extra pin on this bit, empty when the bit is free.
     [[nodiscard]] const std::string& name(int bit) const { return names_.at(index(bit)); }
-    void setName(int bit, std::string name) { names_.at(index(bit)) = std::move(name); }
+    void setName(int bit, const std::string& name) { names_.at(index(bit)) = name; }
 
     /// All levels, as the register takes them.
     [[nodiscard]] std::uint8_t value() const { return value_; }

@@ -1,6 +1,6 @@
 #include "support/test_bench.h"
 
-#include "apps/bench_wiring.h"
+#include "workbench/bench_wiring.h"
 
 #include <cstdlib>
 #include <filesystem>

@@ -71,6 +71,7 @@ public:
     [[nodiscard]] bool hasFocus() const;
     void setFocus();
 
+    [[nodiscard]] bool hasKeyHandler() const { return static_cast<bool>(onKey_); }
     /// A key pressed by hand while the control has the focus.
     void key(KeyCode code);
 

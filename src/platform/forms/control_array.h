@@ -21,7 +21,7 @@ public:
     template <typename Make>
     ControlArray(std::string name, int first, int last, Make make)
         : name_(std::move(name)), first_(first) {
-        elements_.reserve(static_cast<std::size_t>(last - first + 1));
+        elements_.reserve(static_cast<std::size_t>(last - first) + 1);
         for (int index = first; index <= last; ++index)
             elements_.push_back(make(name_, index));
     }

@@ -158,6 +158,7 @@ public:
     ListBox(Form& form, std::string name, std::shared_ptr<const LineSource> lines)
         : Control(form, Kind::ListBox, std::move(name), {}), lines_(std::move(lines)) {}
 
+    [[nodiscard]] const LineSource& lines() const { return *lines_; }
     [[nodiscard]] std::size_t count() const { return lines_->size(); }
     /// Raises Failure (OutOfRange) beyond the last line.
     [[nodiscard]] std::string line(std::size_t index) const;
@@ -165,6 +166,9 @@ public:
     [[nodiscard]] int listIndex() const { return listIndex_; }
     /// -1 to the last line; anything else raises Failure (OutOfRange).
     void setListIndex(int index);
+
+    /// The same by hand.
+    void select(int index);
 
     /// To be called by whoever changed the lines.
     void linesChanged();

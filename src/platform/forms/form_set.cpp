@@ -62,6 +62,12 @@ std::vector<Control*> FormSet::takeDirty() {
     return std::exchange(dirty_, {});
 }
 
+void FormSet::noteDirty(Control& control) {
+    dirty_.push_back(&control);
+    if (dirty_.size() == 1)
+        becameDirty.raise();
+}
+
 void FormSet::forget(Control& control) {
     if (control.dirty_)
         std::erase(dirty_, &control);

@@ -60,6 +60,8 @@ public:
     /// The controls that changed since the last call, each once.
     std::vector<Control*> takeDirty();
 
+    /// The first control changed since takeDirty; a window refreshes itself soon.
+    Event<> becameDirty;
     /// A form became visible or hidden.
     Event<Form&> formShown;
 
@@ -67,7 +69,7 @@ private:
     friend class Control;
     friend class Form;
 
-    void noteDirty(Control& control) { dirty_.push_back(&control); }
+    void noteDirty(Control& control);
     void forget(Control& control);
 
     MessageBoxes& boxes_;

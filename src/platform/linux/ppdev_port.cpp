@@ -73,8 +73,8 @@ int untilUninterrupted(Call call) {
     return result;
 }
 
-int request(int descriptor, unsigned long number, void* argument = nullptr) {
-    return untilUninterrupted([=] { return ::ioctl(descriptor, number, argument); });
+int control(int descriptor, unsigned long request, void* argument = nullptr) {
+    return untilUninterrupted([=] { return ::ioctl(descriptor, request, argument); });
 }
 
 int openNode(const std::string& node) {
@@ -96,7 +96,7 @@ PpdevPort::PpdevPort(const std::string& node) : node_(node), descriptor_(openNod
 }
 
 PpdevPort::~PpdevPort() {
-    request(descriptor_.number(), PPRELEASE);
+    control(descriptor_.number(), PPRELEASE);
 }
 
 std::uint8_t PpdevPort::read(int offset) {
@@ -128,15 +128,15 @@ void PpdevPort::write(int offset, std::uint8_t value) {
 }
 
 void PpdevPort::claim() {
-    if (request(descriptor_.number(), PPEXCL) < 0 || request(descriptor_.number(), PPCLAIM) < 0)
+    if (control(descriptor_.number(), PPEXCL) < 0 || control(descriptor_.number(), PPCLAIM) < 0)
         failToClaim(node_, errno);
     int towardsDevice = 0;
-    if (request(descriptor_.number(), PPDATADIR, &towardsDevice) < 0)
+    if (control(descriptor_.number(), PPDATADIR, &towardsDevice) < 0)
         failToClaim(node_, errno);
 }
 
-void PpdevPort::access(unsigned long number, void* argument) {
-    if (request(descriptor_.number(), number, argument) < 0)
+void PpdevPort::access(unsigned long request, void* argument) {
+    if (control(descriptor_.number(), request, argument) < 0)
         fail(fmt::format("The port {} was lost while in use: {}. Check that its card or adapter is "
                          "plugged in, then try again.",
                          node_, std::strerror(errno)));

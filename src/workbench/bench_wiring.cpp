@@ -1,4 +1,4 @@
-#include "apps/bench_wiring.h"
+#include "workbench/bench_wiring.h"
 
 #include "transfer/clocking_type.h"
 

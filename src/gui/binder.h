@@ -1,0 +1,66 @@
+#pragma once
+
+#include "gui/bindings.h"
+#include "platform/event.h"
+#include "platform/forms/form_set.h"
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+
+#include <QObject>
+#include <QTimer>
+
+namespace bitlux::gui {
+
+/// Ties the controls of forms to widgets and keeps the widgets up to date: controls that changed
+/// are refreshed together, at most once a frame.
+class Binder : public QObject {
+public:
+    static constexpr int frame = 16; ///< milliseconds
+
+    explicit Binder(forms::FormSet& forms);
+
+    void bind(forms::Button& control, QPushButton& widget);
+    void bind(forms::CheckBox& control, QCheckBox& widget);
+    void bind(forms::ComboBox& control, QComboBox& widget);
+    void bind(forms::Frame& control, QGroupBox& widget);
+    void bind(forms::Label& control, QLabel& widget);
+    void bind(forms::ListBox& control, LogView& widget);
+    void bind(forms::MenuItem& control, QAction& action);
+    void bind(forms::OptionButton& control, QRadioButton& widget);
+    void bind(forms::TabStrip& control, QTabBar& widget);
+    void bind(forms::TextBox& control, QLineEdit& widget);
+
+    /// Refreshes what changed, now.
+    void flush();
+    /// After a flush.
+    Event<> flushed;
+
+    /// A control that has no widget on purpose, because its page is not there yet.
+    void leaveOut(const forms::Control& control) { leftOut_.insert(&control); }
+
+    [[nodiscard]] bool isLeftOut(const forms::Control& control) const {
+        return leftOut_.contains(&control);
+    }
+    [[nodiscard]] bool isBound(const forms::Control& control) const {
+        return bindings_.contains(&control);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    template <typename B, typename Control, typename Widget>
+    void add(Control& control, Widget& widget);
+
+    forms::FormSet& forms_;
+    std::unordered_map<const forms::Control*, std::unique_ptr<Binding>> bindings_;
+    std::unordered_map<const QObject*, forms::Control*> controls_;
+    std::unordered_set<const forms::Control*> leftOut_;
+    QTimer timer_;
+    Subscription becameDirty_;
+};
+
+} // namespace bitlux::gui

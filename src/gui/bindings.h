@@ -1,0 +1,162 @@
+#pragma once
+
+#include "gui/digits_label.h"
+#include "gui/log_view.h"
+#include "platform/forms/controls.h"
+
+#include <functional>
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabBar>
+
+namespace bitlux::gui {
+
+/// Ties a control to its widget: the widget's object name is the control's full name, refresh()
+/// brings the widget up to date with its signals blocked, and what a hand does to the widget is
+/// done to the control.
+class Binding {
+public:
+    Binding(forms::Control& control, QObject& object);
+    virtual ~Binding() = default;
+    Binding(const Binding&) = delete;
+    Binding& operator=(const Binding&) = delete;
+
+    [[nodiscard]] forms::Control& control() const { return control_; }
+    [[nodiscard]] QObject& object() const { return object_; }
+
+    virtual void refresh() = 0;
+
+protected:
+    /// Runs what a hand does. A control that was hidden or disabled since the last refresh is out
+    /// of reach, whatever the widget still shows; then nothing happens but the refresh.
+    void byHand(const std::function<void()>& action);
+
+private:
+    forms::Control& control_;
+    QObject& object_;
+};
+
+/// The common part of all controls that are widgets.
+class WidgetBinding : public Binding {
+public:
+    WidgetBinding(forms::Control& control, QWidget& widget);
+    void refresh() final;
+
+protected:
+    /// Brings what is special about the kind up to date.
+    virtual void refreshContent() = 0;
+
+private:
+    QWidget& widget_;
+};
+
+class ButtonBinding : public WidgetBinding {
+public:
+    ButtonBinding(forms::Button& control, QPushButton& widget);
+    void refreshContent() override;
+
+private:
+    forms::Button& control_;
+    QPushButton& widget_;
+};
+
+class CheckBoxBinding : public WidgetBinding {
+public:
+    CheckBoxBinding(forms::CheckBox& control, QCheckBox& widget);
+    void refreshContent() override;
+
+private:
+    forms::CheckBox& control_;
+    QCheckBox& widget_;
+};
+
+class OptionButtonBinding : public WidgetBinding {
+public:
+    OptionButtonBinding(forms::OptionButton& control, QRadioButton& widget);
+    void refreshContent() override;
+
+private:
+    forms::OptionButton& control_;
+    QRadioButton& widget_;
+};
+
+class ComboBoxBinding : public WidgetBinding {
+public:
+    ComboBoxBinding(forms::ComboBox& control, QComboBox& widget);
+    void refreshContent() override;
+
+private:
+    forms::ComboBox& control_;
+    QComboBox& widget_;
+    std::vector<std::string> shown_;
+};
+
+class FrameBinding : public WidgetBinding {
+public:
+    FrameBinding(forms::Frame& control, QGroupBox& widget);
+    void refreshContent() override;
+
+private:
+    forms::Frame& control_;
+    QGroupBox& widget_;
+};
+
+class LabelBinding : public WidgetBinding {
+public:
+    LabelBinding(forms::Label& control, QLabel& widget);
+    void refreshContent() override;
+
+private:
+    forms::Label& control_;
+    QLabel& widget_;
+};
+
+class ListBoxBinding : public WidgetBinding {
+public:
+    ListBoxBinding(forms::ListBox& control, LogView& widget);
+    void refreshContent() override;
+
+private:
+    forms::ListBox& control_;
+    LogView& widget_;
+};
+
+class TabStripBinding : public WidgetBinding {
+public:
+    TabStripBinding(forms::TabStrip& control, QTabBar& widget);
+    void refreshContent() override;
+
+private:
+    forms::TabStrip& control_;
+    QTabBar& widget_;
+    std::vector<forms::TabStrip::Tab> shown_;
+};
+
+class TextBoxBinding : public WidgetBinding {
+public:
+    TextBoxBinding(forms::TextBox& control, QLineEdit& widget);
+    void refreshContent() override;
+
+private:
+    forms::TextBox& control_;
+    QLineEdit& widget_;
+};
+
+class MenuItemBinding : public Binding {
+public:
+    MenuItemBinding(forms::MenuItem& control, QAction& action);
+    void refresh() override;
+
+private:
+    forms::MenuItem& control_;
+    QAction& action_;
+};
+
+} // namespace bitlux::gui

@@ -1,0 +1,130 @@
+// Writes a picture of every form in its main states, for people to look at.
+
+#include "bench/scripted_desk.h"
+#include "gui/bench_view.h"
+#include "gui/main_window.h"
+#include "gui/theme.h"
+#include "workbench/bench_wiring.h"
+
+#include <QApplication>
+#include <QDir>
+
+#include <fmt/format.h>
+
+namespace {
+
+using namespace bitlux;
+
+struct State {
+    const char* name;
+    const char* bits;
+    bool hex;
+    std::vector<const char*> words; ///< hexadecimal, or a bit button to press
+};
+
+/// A program on the virtual bench, brought into a state and painted.
+class Stage {
+public:
+    Stage() {
+        port_.setShapeSource([this] { return busShapeOf(program_.session()); });
+        program_.Main();
+    }
+
+    void bring(const State& state) {
+        ConfigureDialog& dialog = program_.dialog();
+        dialog.Btn_ParallelPort_Click();
+        dialog.cmbSPIWordLength.setText(state.bits);
+        (state.hex ? dialog.optHex : dialog.optBinary).setValue(true);
+        dialog.cmdApply_Click();
+    }
+
+    void paint(const QString& file, QSize size, const State* state = nullptr) {
+        gui::MainWindow window(program_);
+        window.addDockWidget(Qt::BottomDockWidgetArea,
+                             new gui::BenchView(port_, "echo", window.binder(), &window));
+        if (state != nullptr)
+            sendWords(*state, window);
+        window.show();
+        if (size.isEmpty())
+            window.fitToContent();
+        else
+            window.resize(size);
+        window.view().focusEntry();
+        window.binder().flush();
+        QApplication::processEvents();
+        window.grab().save(file);
+    }
+
+    /// A refresh after each word, as between the clicks of a hand.
+    void sendWords(const State& state, gui::MainWindow& window) {
+        for (const char* word : state.words) {
+            if (state.hex)
+                program_.mainForm().singleWord.txtHexWordToSend.setText(word);
+            else
+                program_.mainForm().singleWord.cmdSI_single(std::atoi(word)).click();
+            program_.mainForm().run.cmdSendOnce.click();
+            window.binder().flush();
+        }
+    }
+
+    void paintDialog(const QString& prefix) {
+        gui::MainWindow window(program_);
+        program_.dialog().setVisible(true);
+        auto* dialog = window.findChild<QDialog*>();
+        auto* pages = dialog->findChild<QTabWidget*>();
+        for (int page = 0; page < pages->count(); ++page) {
+            pages->setCurrentIndex(page);
+            window.binder().flush();
+            QApplication::processEvents();
+            dialog->grab().save(prefix + QString("-%1.png").arg(page + 1));
+        }
+        program_.dialog().setVisible(false);
+    }
+
+    Program& program() { return program_; }
+
+private:
+    VirtualClock clock_;
+    SimulatedPort port_{clock_, makeDevice("echo")};
+    ScriptedBoxes boxes_;
+    ScriptedFileDialogs dialogs_;
+    QuietPointer pointer_;
+    ScriptedLoop loop_{clock_};
+    Program program_{{.port = port_,
+                      .boxes = boxes_,
+                      .fileDialogs = dialogs_,
+                      .pointer = pointer_,
+                      .loop = loop_}};
+};
+
+const State states[] = {
+    {"hex-8", "8", true, {"A5", "3C", "7"}},
+    {"hex-160", "160", true, {"123456789ABCDEF00FEDCBA987654321DEADBEEF", "FF"}},
+    {"bits-8", "8", false, {"0", "7", "5"}},
+    {"bits-16", "16", false, {"15", "3", "8"}},
+    {"bits-40", "40", false, {"39", "20", "1"}},
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    const QString folder = argc > 1 ? argv[1] : "screens";
+    const QString scale = argc > 2 ? argv[2] : "100";
+    QDir().mkpath(folder);
+    for (const bool dark : {false, true}) {
+        gui::applyTheme(dark);
+        const QString tail = QString("-%1-%2").arg(dark ? "dark" : "light", scale);
+        for (const State& state : states) {
+            Stage stage;
+            stage.bring(state);
+            stage.paint(folder + "/main-" + state.name + tail + ".png", {}, &state);
+        }
+        Stage first;
+        first.paint(folder + "/main-start" + tail + ".png", {});
+        first.bring(states[4]);
+        first.paint(folder + "/main-small-screen" + tail + ".png", QSize(640, 480), &states[4]);
+        first.paintDialog(folder + "/configure" + tail);
+    }
+    return 0;
+}

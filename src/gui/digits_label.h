@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QLabel>
+
+namespace bitlux::gui {
+
+/// A label of digits that can mark those that changed: its text is plain, the marks are painted
+/// behind it. Digits are compared from the right, where the least significant ones stand.
+class DigitsLabel : public QLabel {
+public:
+    explicit DigitsLabel(QWidget* parent = nullptr);
+
+    /// From now on the digits that differ from what was there at the last call are marked.
+    void markChanges();
+
+    [[nodiscard]] const QString& marks() const { return marks_; }
+    [[nodiscard]] QSize minimumSizeHint() const override;
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QString before_;
+    QString marks_; ///< '*' for a digit that changed, as long as the text
+};
+
+} // namespace bitlux::gui

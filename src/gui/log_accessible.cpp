@@ -1,0 +1,100 @@
+#include "gui/log_accessible.h"
+
+#include "gui/log_view.h"
+
+#include <map>
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+
+namespace bitlux::gui {
+
+namespace {
+
+/// A place in the list; what it says follows the lines that scroll through it.
+class LinePlace : public QAccessibleInterface {
+public:
+    LinePlace(LogView& view, QAccessibleInterface& list, int place)
+        : view_(view), list_(list), place_(place) {}
+
+    [[nodiscard]] bool isValid() const override { return place_ < view_.visibleCount(); }
+    [[nodiscard]] QObject* object() const override { return nullptr; }
+    [[nodiscard]] QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+    [[nodiscard]] QAccessibleInterface* parent() const override { return &list_; }
+    [[nodiscard]] QAccessibleInterface* child(int) const override { return nullptr; }
+    [[nodiscard]] int childCount() const override { return 0; }
+    [[nodiscard]] int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+
+    [[nodiscard]] QString text(QAccessible::Text kind) const override {
+        return kind == QAccessible::Name && isValid() ? view_.line(index()) : QString();
+    }
+    void setText(QAccessible::Text, const QString&) override {}
+
+    [[nodiscard]] QRect rect() const override {
+        const QRect row = view_.lineRect(index());
+        return {view_.viewport()->mapToGlobal(row.topLeft()), row.size()};
+    }
+    [[nodiscard]] QAccessible::Role role() const override { return QAccessible::ListItem; }
+    [[nodiscard]] QAccessible::State state() const override {
+        QAccessible::State state;
+        state.selectable = true;
+        state.selected = index() == view_.current();
+        state.invalid = !isValid();
+        return state;
+    }
+
+private:
+    [[nodiscard]] int index() const { return view_.firstVisible() + place_; }
+
+    LogView& view_;
+    QAccessibleInterface& list_;
+    int place_;
+};
+
+class AccessibleLog : public QAccessibleWidget {
+public:
+    explicit AccessibleLog(LogView& view)
+        : QAccessibleWidget(&view, QAccessible::List), view_(view) {}
+    ~AccessibleLog() override {
+        for (const auto& [place, id] : places_)
+            QAccessible::deleteAccessibleInterface(id);
+    }
+    AccessibleLog(const AccessibleLog&) = delete;
+    AccessibleLog& operator=(const AccessibleLog&) = delete;
+
+    [[nodiscard]] int childCount() const override { return view_.visibleCount(); }
+    [[nodiscard]] QAccessibleInterface* child(int place) const override {
+        if (place < 0 || place >= childCount())
+            return nullptr;
+        auto found = places_.find(place);
+        if (found == places_.end()) {
+            auto* made = new LinePlace(view_, const_cast<AccessibleLog&>(*this), place);
+            found = places_.emplace(place, QAccessible::registerAccessibleInterface(made)).first;
+        }
+        return QAccessible::accessibleInterface(found->second);
+    }
+    [[nodiscard]] int indexOfChild(const QAccessibleInterface* child) const override {
+        for (const auto& [place, id] : places_)
+            if (QAccessible::accessibleInterface(id) == child)
+                return place;
+        return -1;
+    }
+
+private:
+    LogView& view_;
+    mutable std::map<int, QAccessible::Id> places_; ///< owned by the toolkit's registry
+};
+
+QAccessibleInterface* makeInterface(const QString&, QObject* object) {
+    if (auto* view = qobject_cast<LogView*>(object))
+        return new AccessibleLog(*view);
+    return nullptr;
+}
+
+} // namespace
+
+void installLogAccessibility() {
+    QAccessible::installFactory(makeInterface);
+}
+
+} // namespace bitlux::gui

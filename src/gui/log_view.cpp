@@ -1,0 +1,157 @@
+#include "gui/log_view.h"
+
+#include "gui/theme.h"
+
+#include <algorithm>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+
+namespace bitlux::gui {
+
+namespace {
+constexpr int margin = 6;
+}
+
+LogView::LogView(QWidget* parent) : QAbstractScrollArea(parent) {
+    setFont(fixedFont());
+    setFocusPolicy(Qt::StrongFocus);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    viewport()->setBackgroundRole(QPalette::Base);
+}
+
+void LogView::showLines(const forms::LineSource& lines, int count, int current) {
+    lines_ = &lines;
+    const bool moved = current != current_;
+    count_ = count;
+    current_ = current;
+    updateScrollBar();
+    if (moved && current_ >= 0)
+        bringIntoSight(current_);
+    viewport()->update();
+}
+
+QString LogView::line(int index) const {
+    return QString::fromStdString(lines_->line(static_cast<std::size_t>(index)));
+}
+
+int LogView::firstVisible() const {
+    return std::min(verticalScrollBar()->value(), count_);
+}
+
+int LogView::visibleCount() const {
+    return std::min(count_ - firstVisible(), wholeLinesInSight() + 1);
+}
+
+QRect LogView::lineRect(int index) const {
+    return {0, (index - firstVisible()) * lineHeight(), viewport()->width(), lineHeight()};
+}
+
+QSize LogView::sizeHint() const {
+    constexpr int columns = 48;
+    constexpr int rows = 12;
+    return {columns * fontMetrics().horizontalAdvance('0'), rows * lineHeight()};
+}
+
+int LogView::lineHeight() const {
+    return fontMetrics().height() + 1;
+}
+
+int LogView::wholeLinesInSight() const {
+    return std::max(1, viewport()->height() / lineHeight());
+}
+
+void LogView::updateScrollBar() {
+    verticalScrollBar()->setPageStep(wholeLinesInSight());
+    verticalScrollBar()->setRange(0, std::max(0, count_ - wholeLinesInSight()));
+}
+
+void LogView::bringIntoSight(int index) {
+    QScrollBar* bar = verticalScrollBar();
+    if (index < bar->value())
+        bar->setValue(index);
+    else if (index >= bar->value() + wholeLinesInSight())
+        bar->setValue(index - wholeLinesInSight() + 1);
+}
+
+void LogView::paintEvent(QPaintEvent*) {
+    ++paints_;
+    QPainter painter(viewport());
+    const int left = margin - horizontalScrollBar()->value();
+    int widest = 0;
+    for (int i = 0; i < visibleCount(); ++i) {
+        const int index = firstVisible() + i;
+        const QRect row = lineRect(index);
+        const QString text = line(index);
+        if (index == current_)
+            painter.fillRect(
+                row, palette().color(hasFocus() ? QPalette::Highlight : QPalette::AlternateBase));
+        painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled,
+                                       index == current_ && hasFocus() ? QPalette::HighlightedText
+                                                                       : QPalette::Text));
+        painter.drawText(row.adjusted(left, 0, 0, 0), Qt::AlignVCenter | Qt::TextDontClip, text);
+        widest = std::max(widest, fontMetrics().horizontalAdvance(text));
+    }
+    horizontalScrollBar()->setRange(0, std::max(0, widest + 2 * margin - viewport()->width()));
+    horizontalScrollBar()->setPageStep(viewport()->width());
+}
+
+void LogView::resizeEvent(QResizeEvent* event) {
+    QAbstractScrollArea::resizeEvent(event);
+    const bool atEnd = verticalScrollBar()->value() == verticalScrollBar()->maximum();
+    updateScrollBar();
+    if (atEnd)
+        verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+}
+
+void LogView::keyPressEvent(QKeyEvent* event) {
+    int target = current_;
+    if (event->matches(QKeySequence::Copy)) {
+        if (current_ >= 0)
+            QApplication::clipboard()->setText(line(current_));
+        return;
+    }
+    switch (event->key()) {
+    case Qt::Key_Up:
+        target = current_ - 1;
+        break;
+    case Qt::Key_Down:
+        target = current_ + 1;
+        break;
+    case Qt::Key_PageUp:
+        target = current_ - wholeLinesInSight();
+        break;
+    case Qt::Key_PageDown:
+        target = current_ + wholeLinesInSight();
+        break;
+    case Qt::Key_Home:
+        target = 0;
+        break;
+    case Qt::Key_End:
+        target = count_ - 1;
+        break;
+    default:
+        QAbstractScrollArea::keyPressEvent(event);
+        return;
+    }
+    if (count_ > 0)
+        emit selected(std::clamp(target, 0, count_ - 1));
+}
+
+void LogView::mousePressEvent(QMouseEvent* event) {
+    const int index = firstVisible() + event->position().toPoint().y() / lineHeight();
+    if (index < count_)
+        emit selected(index);
+}
+
+void LogView::changeEvent(QEvent* event) {
+    QAbstractScrollArea::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        updateScrollBar();
+}
+
+} // namespace bitlux::gui

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/forms/line_source.h"
+
+#include <QAbstractScrollArea>
+
+namespace bitlux::gui {
+
+/// The lines of a list box. Only those in sight are made and painted, so that a list of 20,000
+/// lines that grows with every word costs no more than a short one.
+class LogView : public QAbstractScrollArea {
+    Q_OBJECT
+
+public:
+    explicit LogView(QWidget* parent = nullptr);
+
+    /// Shows `count` lines of `lines`, which outlives this, with the selection at `current` (-1
+    /// for none). A selection that moved is brought into sight.
+    void showLines(const forms::LineSource& lines, int count, int current);
+
+    [[nodiscard]] int count() const { return count_; }
+    [[nodiscard]] int current() const { return current_; }
+    [[nodiscard]] QString line(int index) const;
+    /// Lines in sight: the first, and how many.
+    [[nodiscard]] int firstVisible() const;
+    [[nodiscard]] int visibleCount() const;
+    [[nodiscard]] QRect lineRect(int index) const;
+
+    /// How often the lines were painted.
+    [[nodiscard]] int paints() const { return paints_; }
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+signals:
+    /// A user's hand chose a line.
+    void selected(int index);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    [[nodiscard]] int lineHeight() const;
+    [[nodiscard]] int wholeLinesInSight() const;
+    void updateScrollBar();
+    void bringIntoSight(int index);
+
+    const forms::LineSource* lines_ = nullptr;
+    int count_ = 0;
+    int current_ = -1;
+    int paints_ = 0;
+};
+
+} // namespace bitlux::gui

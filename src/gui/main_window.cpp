@@ -1,0 +1,104 @@
+#include "gui/main_window.h"
+
+#include "gui/theme.h"
+
+#include <algorithm>
+
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMenuBar>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStatusBar>
+
+#include <fmt/format.h>
+
+namespace bitlux::gui {
+
+MainWindow::MainWindow(Program& program) : program_(program), binder_(program.forms()) {
+    setWindowTitle(applicationTitle);
+    auto* scroll = new QScrollArea(this);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    view_ = new MainView(program, binder_, scroll);
+    scroll->setWidget(view_);
+    setCentralWidget(scroll);
+    bus_ = new QLabel(this);
+    statusBar()->addWidget(bus_);
+    makeMenus();
+    subscriptions_ = {
+        binder_.flushed.follow([this] { updateStatus(); }),
+        program_.forms().formShown.follow([this](forms::Form& form) { formShown(form); }),
+        program_.exitRequested.follow([this] { close(); })};
+    updateStatus();
+}
+
+void MainWindow::makeMenus() {
+    MainForm& form = program_.mainForm();
+    QMenu& file = *menuBar()->addMenu("&File");
+    menuItem(file, form.log.itemSaveLog);
+    menuItem(file, form.log.itemSaveLogAs);
+    menuItem(file, form.log.itemClearLog);
+    file.addSeparator();
+    menuItem(file, form.itemExit)->setShortcut(QKeySequence::Quit);
+    QMenu& configure = *menuBar()->addMenu("Co&nfigure");
+    menuItem(configure, form.itemPortOptions);
+    QMenu& view = *menuBar()->addMenu("&View");
+    QAction* dark = view.addAction("&Dark");
+    dark->setCheckable(true);
+    dark->setChecked(isDark());
+    connect(dark, &QAction::toggled, this, [](bool on) { applyTheme(on); });
+}
+
+QAction* MainWindow::menuItem(QMenu& menu, forms::MenuItem& item) {
+    auto* action = new QAction(this);
+    binder_.bind(item, *action);
+    menu.addAction(action);
+    return action;
+}
+
+void MainWindow::formShown(forms::Form& form) {
+    if (&form != &program_.dialog())
+        return;
+    if (configure_ == nullptr)
+        configure_ = new ConfigureView(program_.dialog(), binder_, this);
+    configure_->setVisible(form.visible());
+    if (form.visible()) {
+        configure_->raise();
+        configure_->activateWindow();
+    }
+}
+
+void MainWindow::updateStatus() {
+    const Session& session = program_.session();
+    const std::string bus =
+        session.ParallelPortReady
+            ? fmt::format("Parallel port 0x{:X}",
+                          static_cast<std::uint16_t>(session.LPTPortAddress))
+            : std::string("No bus: choose Configure, Edit Configuration, Setup Parallel Port");
+    const std::string shape =
+        fmt::format("{} bits, type {}, {} first", session.SPIWordLength, session.SPIType,
+                    session.MSBFirst == ConstOn ? "MSB" : "LSB");
+    bus_->setText(QString::fromStdString(bus + "    " + shape));
+}
+
+void MainWindow::fitToContent() {
+    const QSize screen = QGuiApplication::primaryScreen()->availableSize();
+    int around = menuBar()->sizeHint().height() + statusBar()->sizeHint().height() + 8;
+    for (const QDockWidget* dock : findChildren<QDockWidget*>())
+        around += dock->sizeHint().height();
+    const QSize wanted = view_->sizeHint() + QSize(4, around);
+    resize(std::min(std::max(wanted.width(), 720), screen.width()),
+           std::min(std::max(wanted.height(), 620), screen.height()));
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    program_.end();
+    if (configure_ != nullptr)
+        configure_->hide();
+    event->accept();
+}
+
+} // namespace bitlux::gui

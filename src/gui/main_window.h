@@ -1,0 +1,45 @@
+#pragma once
+
+#include "gui/binder.h"
+#include "gui/configure_view.h"
+#include "gui/main_view.h"
+#include "program/program.h"
+
+#include <array>
+
+#include <QMainWindow>
+
+class QLabel;
+
+namespace bitlux::gui {
+
+/// The main window: menus, the pages of frmMain in a scroll area, a status line; and the windows
+/// of the other forms as they are shown. Closing it ends the program.
+class MainWindow : public QMainWindow {
+public:
+    explicit MainWindow(Program& program);
+
+    [[nodiscard]] Binder& binder() { return binder_; }
+    [[nodiscard]] MainView& view() { return *view_; }
+
+    /// The size that shows everything without a scroll bar, if the screen has it.
+    void fitToContent();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void makeMenus();
+    QAction* menuItem(QMenu& menu, forms::MenuItem& item);
+    void formShown(forms::Form& form);
+    void updateStatus();
+
+    Program& program_;
+    Binder binder_;
+    MainView* view_;
+    QLabel* bus_;
+    std::array<Subscription, 3> subscriptions_;
+    ConfigureView* configure_ = nullptr;
+};
+
+} // namespace bitlux::gui

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/clock.h"
+#include "platform/desk.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include <QPointer>
+#include <QWidget>
+
+namespace bitlux::gui {
+
+/// Message boxes over the active window.
+class QtBoxes : public MessageBoxes {
+public:
+    MessageBox::Answer show(const MessageBox& box) override;
+};
+
+/// The file dialogs of the toolkit.
+class QtFileDialogs : public FileDialogs {
+public:
+    std::optional<std::string> ask(const FileDialog& dialog) override;
+};
+
+class QtPointer : public Pointer {
+public:
+    void showHourglass(bool busy) override;
+};
+
+/// The event loop of the toolkit. A continuous run asks for a turn after every word, which may be
+/// every few microseconds; no hand and no eye notices that events are delivered once a millisecond.
+class QtEventLoop : public EventLoop {
+public:
+    static constexpr std::int64_t shortestTurn = 1'000'000; ///< nanoseconds
+
+    void turn() override;
+
+private:
+    SystemClock clock_;
+    std::int64_t lastTurn_ = 0;
+};
+
+} // namespace bitlux::gui

@@ -1,0 +1,15 @@
+#include "gui/log_accessible.h"
+#include "gui/theme.h"
+
+#include <QApplication>
+
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    testing::InitGoogleTest(&argc, argv);
+    const QApplication application(argc, argv);
+    bitlux::gui::applyTheme(false);
+    bitlux::gui::installLogAccessibility();
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,253 @@
+#include "window_bench.h"
+
+#include "gui/qt_desk.h"
+#include "workbench/bench_wiring.h"
+
+#include <set>
+
+#include <QAccessible>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+TEST(MainWindow, HasAWidgetForEveryControlAndNoOther) {
+    WindowBench bench;
+    // What is made only when somebody looks at it.
+    bench.configure("40", {"optBinary"});
+    bench.settle();
+    bench.configure("40", {"optHex"});
+    bench.choose("frmMain.itemPortOptions");
+    bench.settle();
+    std::set<std::string> controls;
+    for (const std::string& name : bench.program.forms().names())
+        for (const forms::Control* control : bench.program.forms().form(name).controls()) {
+            if (bench.window.binder().isLeftOut(*control))
+                continue;
+            controls.insert(control->fullName());
+            EXPECT_TRUE(bench.window.binder().isBound(*control)) << control->fullName();
+        }
+    for (const QObject* object : bench.window.findChildren<QObject*>()) {
+        const std::string name = object->objectName().toStdString();
+        if (name.starts_with("frm")) {
+            EXPECT_EQ(controls.erase(name), 1U) << name << " twice or without a control";
+        }
+    }
+    EXPECT_TRUE(controls.empty()) << *controls.begin();
+}
+
+TEST(MainWindow, SendsWhatIsTypedOnEnter) {
+    WindowBench bench;
+    bench.configure("16");
+    bench.settle();
+    bench.type("frmMain.txtHexWordToSend", "a5c3");
+    QTest::keyClick(&bench.widget<QLineEdit>("frmMain.txtHexWordToSend"), Qt::Key_Return);
+    bench.settle();
+    EXPECT_EQ(bench.widget<QLabel>("frmMain.lblHexWordReceived").text(), "A5C3");
+    EXPECT_TRUE(bench.widget<QLabel>("frmMain.lblHexWordReceived").isVisible());
+    auto& log = bench.widget<gui::LogView>("frmMain.lstSessionLogSingle");
+    EXPECT_EQ(log.count(), 5);
+    EXPECT_EQ(log.line(3), "  A5C3");
+    EXPECT_EQ(log.current(), 4);
+}
+
+TEST(MainWindow, SendsTheBitsThatArePressed) {
+    WindowBench bench("echo");
+    bench.configure("9", {"optBinary"});
+    bench.settle();
+    EXPECT_TRUE(bench.widget<QPushButton>("frmMain.cmdSI_single(8)").isVisible());
+    EXPECT_FALSE(bench.widget<QPushButton>("frmMain.cmdSI_single(9)").isVisible());
+    bench.press("frmMain.cmdSI_single(8)");
+    EXPECT_EQ(bench.widget<QPushButton>("frmMain.cmdSI_single(8)").text(), "1");
+    // Enter sends from here.
+    EXPECT_EQ(bench.window.focusWidget(), &bench.widget<QPushButton>("frmMain.cmdSendOnce"));
+    QTest::keyClick(&bench.widget<QPushButton>("frmMain.cmdSendOnce"), Qt::Key_Return);
+    bench.settle();
+    bench.press("frmMain.cmdSendOnce");
+    EXPECT_EQ(bench.widget<QLabel>("frmMain.lblSO_single(8)").text(), "1");
+    EXPECT_EQ(bench.widget<gui::DigitsLabel>("frmMain.lblSO_single(8)").marks(), "*");
+    EXPECT_EQ(bench.widget<gui::DigitsLabel>("frmMain.lblSO_single(7)").marks(), " ");
+    // The same answer again is no change.
+    bench.press("frmMain.cmdSendOnce");
+    EXPECT_EQ(bench.widget<gui::DigitsLabel>("frmMain.lblSO_single(8)").marks(), " ");
+}
+
+TEST(MainWindow, RefreshesAtMostOnceAFrame) {
+    WindowBench bench;
+    bench.configure("8");
+    bench.settle();
+    int flushes = 0;
+    const Subscription counting = bench.window.binder().flushed.follow([&flushes] { ++flushes; });
+    for (int i = 0; i < 1000; ++i)
+        bench.program.mainForm().labelMainTitle.setCaption(std::to_string(i));
+    EXPECT_EQ(bench.widget<QLabel>("frmMain.labelMainTitle").text(), "Generic Bitlux Forge");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return flushes > 0; }, 1000));
+    EXPECT_EQ(flushes, 1);
+    EXPECT_EQ(bench.widget<QLabel>("frmMain.labelMainTitle").text(), "999");
+}
+
+TEST(MainWindow, IgnoresAClickThatCameTooLate) {
+    WindowBench bench;
+    bench.configure("8");
+    bench.settle();
+    bench.program.mainForm().run.cmdSendOnce.disable();
+    QTest::mouseClick(&bench.widget<QPushButton>("frmMain.cmdSendOnce"), Qt::LeftButton);
+    EXPECT_EQ(bench.log(), Texts{});
+    EXPECT_FALSE(bench.widget<QPushButton>("frmMain.cmdSendOnce").isEnabled());
+}
+
+TEST(MainWindow, TakesAnythingInAField) {
+    WindowBench bench;
+    bench.configure("16");
+    bench.choose("frmMain.itemPortOptions");
+    bench.settle();
+    QString all;
+    for (char16_t c = 1; c < 0x500; ++c)
+        all += QChar(c);
+    for (QLineEdit* edit : bench.window.findChildren<QLineEdit*>()) {
+        for (const QString& text : {QString(10000, 'F'), all, QString("\t\n\r"), QString()}) {
+            edit->clear();
+            edit->insert(text); // as pasting and dropping do
+            bench.settle();
+            bench.click("frmMain.cmdSendOnce");
+            bench.settle();
+        }
+        edit->clear();
+    }
+    EXPECT_FALSE(bench.boxes.takeTexts().empty());
+    bench.type("frmMain.txtHexWordToSend", "1234");
+    bench.press("frmMain.cmdSendOnce");
+    EXPECT_EQ(bench.widget<QLabel>("frmMain.lblHexWordReceived").text(), "1234");
+}
+
+TEST(MainWindow, ScrollsOnASmallScreen) {
+    WindowBench bench;
+    bench.configure("40", {"optBinary"});
+    bench.settle();
+    bench.window.resize(640, 480);
+    bench.settle();
+    auto* area = bench.window.findChild<QScrollArea*>();
+    EXPECT_GT(area->horizontalScrollBar()->maximum(), 0);
+    EXPECT_LE(bench.window.width(), 640);
+    // At the size that it asks for nothing is out of sight, and a screen of 1366 by 768 has it.
+    const QSize content = bench.window.view().minimumSizeHint();
+    EXPECT_LE(content.width(), 1366 - 8);
+    EXPECT_LE(content.height(), 768 - 120);
+}
+
+/// The program on the real parts of the window, which the toolkit's loop drives.
+struct LiveWindow {
+    PacedClock clock;
+    SimulatedPort port{clock, makeDevice("loopback")};
+    gui::QtBoxes boxes;
+    gui::QtFileDialogs dialogs;
+    gui::QtPointer pointer;
+    gui::QtEventLoop loop;
+    Program program{
+        {.port = port, .boxes = boxes, .fileDialogs = dialogs, .pointer = pointer, .loop = loop}};
+    std::unique_ptr<gui::MainWindow> window;
+
+    LiveWindow() {
+        port.setShapeSource([this] { return busShapeOf(program.session()); });
+        program.Main();
+        ConfigureDialog& dialog = program.dialog();
+        dialog.Btn_ParallelPort_Click();
+        dialog.cmbSPIWordLength.setText("32"); // a log is full after some 400 ms of them
+        dialog.optHex.setValue(true);
+        dialog.cmdApply_Click();
+        program.mainForm().singleWord.txtHexWordToSend.setText("A5");
+        window = std::make_unique<gui::MainWindow>(program);
+        window->show();
+        QApplication::processEvents();
+    }
+
+    QPushButton& button(const char* name) { return *window->findChild<QPushButton*>(name); }
+};
+
+TEST(MainWindow, StaysAliveInAContinuousRun) {
+    LiveWindow live;
+    auto& log = *live.window->findChild<gui::LogView*>("frmMain.lstSessionLogSingle");
+    live.program.dialog().optLogForever.setValue(true);
+    live.program.session().ContinuousLogLimit = 20000;
+    bool stopShown = false;
+    int painted = 0;
+    QTimer::singleShot(60, [&] {
+        stopShown = live.button("frmMain.cmdStopContinuous").isVisible();
+        painted = log.paints();
+        live.window->resize(900, 700);
+    });
+    QTimer::singleShot(160, [&] {
+        painted = log.paints() - painted;
+        QTest::mouseClick(&live.button("frmMain.cmdStopContinuous"), Qt::LeftButton);
+    });
+    QTest::mouseClick(&live.button("frmMain.cmdSendContinuous"), Qt::LeftButton);
+    EXPECT_TRUE(stopShown);
+    EXPECT_GE(painted, 2);
+    EXPECT_GT(live.program.mainForm().log.lines().size(), 100U);
+    live.window->binder().flush();
+    EXPECT_TRUE(live.button("frmMain.cmdSendOnce").isEnabled());
+}
+
+TEST(MainWindow, ClosingEndsAContinuousRun) {
+    LiveWindow live;
+    QTimer::singleShot(30, [&] { live.window->close(); });
+    QTest::mouseClick(&live.button("frmMain.cmdSendContinuous"), Qt::LeftButton);
+    EXPECT_FALSE(live.program.mainForm().run.cmdStopContinuous.visible());
+    EXPECT_EQ(live.port.dataPins(), 0x01); // idle
+}
+
+TEST(MainWindow, ShowsABoxForAFailureAndLives) {
+    LiveWindow live;
+    live.program.session().SPIType = 12;
+    QString text;
+    QString title;
+    QTimer::singleShot(20, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        text = box->text();
+        title = box->windowTitle();
+        box->accept();
+    });
+    QTest::mouseClick(&live.button("frmMain.cmdSendOnce"), Qt::LeftButton);
+    EXPECT_EQ(text, "Subscript out of range: there is no SPI type 12\nfrmMain.cmdSendOnce_Click");
+    EXPECT_EQ(title, "Bitlux Forge");
+    live.program.session().SPIType = 1;
+    QTest::mouseClick(&live.button("frmMain.cmdSendOnce"), Qt::LeftButton);
+    EXPECT_EQ(live.program.mainForm().singleWord.lblHexWordReceived.caption(), "000000A5");
+}
+
+TEST(LogView, IsAListOfTheLinesInSight) {
+    WindowBench bench;
+    bench.configure("8");
+    for (int i = 0; i < 40; ++i)
+        bench.send("A5");
+    bench.settle();
+    auto& log = bench.widget<gui::LogView>("frmMain.lstSessionLogSingle");
+    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(&log);
+    ASSERT_NE(list, nullptr);
+    EXPECT_EQ(list->role(), QAccessible::List);
+    EXPECT_EQ(list->text(QAccessible::Name), "Session Log");
+    ASSERT_GT(list->childCount(), 3);
+    ASSERT_LT(list->childCount(), 200);
+    const int last = list->childCount() - 1;
+    EXPECT_EQ(list->child(last)->text(QAccessible::Name), " ");
+    EXPECT_TRUE(list->child(last)->state().selected);
+    EXPECT_EQ(list->child(last - 1)->text(QAccessible::Name), "  A5");
+    EXPECT_EQ(list->indexOfChild(list->child(2)), 2);
+    QTest::keyClick(&log, Qt::Key_Home);
+    bench.settle();
+    EXPECT_EQ(log.current(), 0);
+    EXPECT_EQ(log.firstVisible(), 0);
+    EXPECT_EQ(list->child(0)->text(QAccessible::Name), "SPI Word Sent:");
+}
+
+} // namespace
+} // namespace bitlux::test

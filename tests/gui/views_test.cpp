@@ -1,0 +1,86 @@
+#include "window_bench.h"
+
+#include "gui/bench_view.h"
+
+#include <QDialog>
+
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+TEST(ConfigureView, BringsTheDialogToTheHand) {
+    WindowBench bench;
+    bench.choose("frmMain.itemPortOptions");
+    bench.settle();
+    auto& dialog = *bench.window.findChild<QDialog*>();
+    EXPECT_TRUE(dialog.isVisible());
+    bench.press("frmConfigureSPI.Btn_ParallelPort");
+    EXPECT_EQ(bench.widget<QComboBox>("frmConfigureSPI.cmbPortsAvailable").currentText(),
+              "LPT1: 0x378");
+
+    auto& bits = bench.widget<QComboBox>("frmConfigureSPI.cmbSPIWordLength");
+    bits.lineEdit()->selectAll();
+    QTest::keyClicks(bits.lineEdit(), "21");
+    bench.widget<QComboBox>("frmConfigureSPI.cmbCS").setCurrentIndex(7);
+    emit bench.widget<QComboBox>("frmConfigureSPI.cmbCS").activated(7);
+    bench.widget<QRadioButton>("frmConfigureSPI.optHex").click();
+    bench.widget<QRadioButton>("frmConfigureSPI.optLSBfirst").click();
+    bench.widget<QTabBar>("frmConfigureSPI.TabStripSPItype").setCurrentIndex(2);
+    bench.widget<QCheckBox>("frmConfigureSPI.chkEnableLog").click();
+    bench.settle();
+    EXPECT_FALSE(bench.widget<QRadioButton>("frmConfigureSPI.optBinary").isChecked());
+    EXPECT_FALSE(bench.widget<QGroupBox>("frmConfigureSPI.frameDataLogging").isEnabled());
+    bench.press("frmConfigureSPI.cmdOK");
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(bench.session().SPIWordLength, 21);
+    EXPECT_EQ(bench.session().CSPin, 7);
+    EXPECT_EQ(bench.session().DisplayHex, 1);
+    EXPECT_EQ(bench.session().MSBFirst, ConstOff);
+    EXPECT_EQ(bench.session().SPIType, 3);
+    EXPECT_EQ(bench.session().SessionLogEnabled, ConstOff);
+}
+
+TEST(ConfigureView, StaysOpenWhenApplyRefuses) {
+    WindowBench bench;
+    bench.choose("frmMain.itemPortOptions");
+    bench.press("frmConfigureSPI.Btn_ParallelPort");
+    bench.program.dialog().cmbSPIWordLength.setText("500");
+    bench.press("frmConfigureSPI.cmdOK");
+    EXPECT_EQ(bench.boxes.takeTexts(),
+              std::vector<std::string>{"The maximum number of SPI bits is 160"});
+    EXPECT_TRUE(bench.program.dialog().visible());
+    bench.window.findChild<QDialog*>()->close();
+    EXPECT_FALSE(bench.program.dialog().visible());
+}
+
+TEST(BenchView, ChangesTheDeviceAndShowsThePins) {
+    WindowBench bench;
+    auto* view = new gui::BenchView(bench.port, "loopback", bench.window.binder(), &bench.window);
+    bench.window.addDockWidget(Qt::BottomDockWidgetArea, view);
+    bench.configure("8");
+    bench.settle();
+    EXPECT_EQ(bench.widget<QLabel>("bench.data0").text(), "1"); // chip select idles high
+    EXPECT_EQ(bench.widget<QLabel>("bench.data2").text(), "0");
+    const auto answerTo = [&bench](const std::string& word) {
+        bench.send(word);
+        return bench.label("frmMain.lblHexWordReceived");
+    };
+    auto& device = bench.widget<QComboBox>("bench.device");
+    device.setCurrentText("stuck-high");
+    EXPECT_EQ(answerTo("12"), "FF");
+    device.setCurrentText("scripted");
+    auto& replies = bench.widget<QLineEdit>("bench.replies");
+    EXPECT_TRUE(replies.isVisibleTo(view));
+    replies.setText("3c, d2");
+    emit replies.editingFinished();
+    EXPECT_EQ(answerTo("12"), "3C");
+    EXPECT_EQ(answerTo("12"), "D2");
+    // A reply that is no number is refused, and the device stays.
+    replies.setText("xyz");
+    emit replies.editingFinished();
+    EXPECT_EQ(answerTo("12"), "D2");
+}
+
+} // namespace
+} // namespace bitlux::test

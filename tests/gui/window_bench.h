@@ -1,0 +1,50 @@
+#pragma once
+
+#include "gui/main_window.h"
+#include "support/test_bench.h"
+
+#include <QApplication>
+#include <QTest>
+
+namespace bitlux::test {
+
+/// The program on the virtual bench in its window, worked by mouse and keyboard through the object
+/// names of the widgets.
+struct WindowBench : TestBench {
+    gui::MainWindow window{program};
+
+    explicit WindowBench(const std::string& device = "loopback") : TestBench(device) {
+        window.fitToContent();
+        window.show();
+        window.activateWindow();
+        settle();
+    }
+
+    /// Brings the window up to date.
+    void settle() {
+        window.binder().flush();
+        QApplication::processEvents();
+    }
+
+    template <typename Widget>
+    Widget& widget(const QString& name) {
+        auto* found = window.findChild<Widget*>(name);
+        if (found == nullptr)
+            throw std::runtime_error("no widget " + name.toStdString());
+        return *found;
+    }
+
+    void press(const QString& name) {
+        QTest::mouseClick(&widget<QPushButton>(name), Qt::LeftButton);
+        settle();
+    }
+    void type(const QString& name, const QString& text) {
+        auto& edit = widget<QLineEdit>(name);
+        edit.setFocus();
+        edit.selectAll();
+        QTest::keyClicks(&edit, text);
+        settle();
+    }
+};
+
+} // namespace bitlux::test
