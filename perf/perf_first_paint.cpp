@@ -46,5 +46,5 @@ int main(int argc, char** argv) {
         return runEmptyWindow(argc, argv);
     bitlux::VirtualClock clock;
     bitlux::SimulatedPort port(clock, bitlux::makeDevice("loopback"));
-    return bitlux::gui::runWindow(argc, argv, port, &port);
+    return bitlux::gui::runWindow(argc, argv, port);
 }

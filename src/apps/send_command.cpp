@@ -1,12 +1,12 @@
 #include "apps/send_command.h"
 
-#include "workbench/bench_wiring.h"
 #include "apps/terminal_desk.h"
 #include "bench/simulated_port.h"
 #include "platform/failure.h"
 #include "platform/linux/linux_parallel_port.h"
 #include "program/program.h"
 #include "sending/word_text.h"
+#include "workbench/bench_wiring.h"
 
 #include <cerrno>
 #include <cstring>
@@ -48,8 +48,8 @@ Bus openBus(const SendOptions& options) {
         for (const std::string& reply : splitAtCommas(options.replies))
             replies.push_back(replyFromHex(reply));
     bus.benchClock = std::make_unique<VirtualClock>();
-    auto port = std::make_unique<SimulatedPort>(*bus.benchClock,
-                                                makeDevice(options.bench, std::move(replies)));
+    auto port =
+        std::make_unique<SimulatedPort>(*bus.benchClock, makeDevice(options.bench, replies));
     bus.simulated = port.get();
     bus.port = std::move(port);
     return bus;

@@ -1,6 +1,5 @@
 #include "gui/bench_view.h"
 
-#include "gui/theme.h"
 #include "platform/failure.h"
 
 #include <QComboBox>
@@ -25,7 +24,6 @@ void showLevel(QLabel& label, bool high) {
 
 QLabel* lamp(QWidget* parent, const QString& name) {
     auto* label = new QLabel(parent);
-    label->setFont(fixedFont());
     label->setAlignment(Qt::AlignCenter);
     label->setAutoFillBackground(true);
     label->setObjectName(name);
@@ -105,7 +103,7 @@ void BenchView::connectDevice() {
         if (name == "scripted" && !replies_->text().isEmpty())
             for (const QString& reply : replies_->text().split(','))
                 replies.push_back(replyFromHex(reply.trimmed().toStdString()));
-        port_.connect(makeDevice(name, std::move(replies)));
+        port_.connect(makeDevice(name, replies));
         problem_->hide();
     } catch (const Failure& failure) {
         problem_->setText(failure.what());

@@ -68,6 +68,7 @@ public:
             return nullptr;
         auto found = places_.find(place);
         if (found == places_.end()) {
+            // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): a child hands out its parent
             auto* made = new LinePlace(view_, const_cast<AccessibleLog&>(*this), place);
             found = places_.emplace(place, QAccessible::registerAccessibleInterface(made)).first;
         }

@@ -44,6 +44,8 @@ int LogView::firstVisible() const {
 }
 
 int LogView::visibleCount() const {
+    if (count_ == 0)
+        return 0;
     return std::min(count_ - firstVisible(), wholeLinesInSight() + 1);
 }
 
@@ -52,9 +54,11 @@ QRect LogView::lineRect(int index) const {
 }
 
 QSize LogView::sizeHint() const {
+    // From the window's font: the font of the lines is loaded when there are lines.
     constexpr int columns = 48;
     constexpr int rows = 12;
-    return {columns * fontMetrics().horizontalAdvance('0'), rows * lineHeight()};
+    const QFontMetrics metrics(QApplication::font());
+    return {columns * metrics.averageCharWidth(), rows * metrics.height()};
 }
 
 int LogView::lineHeight() const {
@@ -66,6 +70,10 @@ int LogView::wholeLinesInSight() const {
 }
 
 void LogView::updateScrollBar() {
+    if (count_ == 0) {
+        verticalScrollBar()->setRange(0, 0);
+        return;
+    }
     verticalScrollBar()->setPageStep(wholeLinesInSight());
     verticalScrollBar()->setRange(0, std::max(0, count_ - wholeLinesInSight()));
 }
@@ -109,7 +117,7 @@ void LogView::resizeEvent(QResizeEvent* event) {
 }
 
 void LogView::keyPressEvent(QKeyEvent* event) {
-    int target = current_;
+    int target = 0;
     if (event->matches(QKeySequence::Copy)) {
         if (current_ >= 0)
             QApplication::clipboard()->setText(line(current_));

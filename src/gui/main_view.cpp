@@ -53,9 +53,7 @@ QWidget* MainView::makeHeader() {
     auto* row = new QHBoxLayout(header);
     row->setContentsMargins(0, 0, 0, 0);
     auto* title = bound<QLabel>(form_.labelMainTitle, header);
-    QFont font = scaled(title->font(), 1.35);
-    font.setWeight(QFont::DemiBold);
-    title->setFont(font);
+    title->setFont(scaled(title->font(), 1.35));
     row->addWidget(title);
     row->addWidget(bound<QLabel>(form_.lblConfigNag, header));
     row->addStretch();
@@ -80,6 +78,7 @@ QWidget* MainView::makeBitRow(QGroupBox* frame, QLabel* title, bool toSend) {
     row->setSpacing(12);
     // Both titles take the same room, so that the bits stand below each other.
     title->setMinimumWidth(title->fontMetrics().horizontalAdvance("Word Received (DO)") + 4);
+    title->setContentsMargins(0, 0, 0, toSend ? 4 : 2); // on one line with the bits
     row->addWidget(title, 0, Qt::AlignBottom);
     row->addStretch();
     bitRows_[toSend ? 0 : 1] = row;
@@ -111,19 +110,16 @@ QWidget* MainView::makeGroup(int group, bool toSend) {
         const int bit = group * bitsInGroup + bitsInGroup - 1 - n;
         auto* number =
             bound<QLabel>(toSend ? page.lblInBitsSingle(bit) : page.lblOutBitsSingle(bit), widget);
-        number->setFont(scaled(number->font(), 0.8));
         number->setAlignment(Qt::AlignCenter);
         grid->addWidget(number, 0, n);
         if (toSend) {
             auto* button = bound<QPushButton>(page.cmdSI_single(bit), widget);
-            button->setFont(fixedFont());
             button->setFixedWidth(width);
             button->setAccessibleName(QString("Bit %1").arg(bit));
             button->setAccessibleDescription("Bit to send");
             grid->addWidget(button, 1, n);
         } else {
             auto* label = bound<DigitsLabel>(page.lblSO_single(bit), widget);
-            label->setFont(scaled(fixedFont(), 1.1));
             label->setAlignment(Qt::AlignCenter);
             label->setFixedWidth(width);
             answers_.push_back(label);

@@ -1,7 +1,6 @@
 #include "gui/theme.h"
 
 #include <QApplication>
-#include <QFontDatabase>
 #include <QPalette>
 #include <QStyle>
 #include <QStyleFactory>
@@ -65,8 +64,9 @@ QColor changedColor() {
 }
 
 QFont fixedFont() {
-    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    font.setPointSizeF(QApplication::font().pointSizeF());
+    QFont font = QApplication::font();
+    font.setFamilies({"DejaVu Sans Mono", "monospace"});
+    font.setStyleHint(QFont::Monospace);
     return font;
 }
 

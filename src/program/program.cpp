@@ -4,6 +4,16 @@
 
 namespace bitlux {
 
+namespace {
+
+void removePartTabs(MainForm& form) {
+    constexpr int genericTabs = 2;
+    while (form.TabStripMain.count() > genericTabs)
+        form.TabStripMain.removeTab(form.TabStripMain.count());
+}
+
+} // namespace
+
 Program::Program(const Platform& platform)
     : forms_(platform.boxes),
       pins_(session_, platform.port),
@@ -101,12 +111,6 @@ void Program::loadMainForm(MainForm& form) {
     form.lblConfigNag.hide();
     form.singleWord.AdjustSPILabels();
     removePartTabs(form);
-}
-
-void Program::removePartTabs(MainForm& form) {
-    constexpr int genericTabs = 2;
-    while (form.TabStripMain.count() > genericTabs)
-        form.TabStripMain.removeTab(form.TabStripMain.count());
 }
 
 void Program::Start_USB() {

@@ -51,7 +51,6 @@ public:
 private:
     void registerProcedures(MainForm& form);
     void loadMainForm(MainForm& form);
-    void removePartTabs(MainForm& form);
     void putIdleLevelsOnPins();
     void Start_USB();
 

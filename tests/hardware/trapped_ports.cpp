@@ -59,6 +59,7 @@ void TrappedPorts::onTrap(int, siginfo_t*, void* context) {
 
 bool TrappedPorts::emulate(ucontext_t& context) {
     auto& registers = context.uc_mcontext.gregs;
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): a register holds the address
     const auto opcode = *reinterpret_cast<const std::uint8_t*>(registers[REG_RIP]);
     const auto port = static_cast<int>(registers[REG_RDX] & 0xFFFF);
     if (opcode == inAlDx)
@@ -90,6 +91,7 @@ void TrappedPorts::out(int port, std::uint8_t value) {
 } // namespace bitlux::test
 
 // Stands in for the one of the C library in this executable.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
 extern "C" int ioperm(unsigned long first, unsigned long count, int on) noexcept {
     using bitlux::test::current;
     const int error = current != nullptr ? current->permit(first, count, on != 0) : EPERM;

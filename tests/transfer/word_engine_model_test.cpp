@@ -67,6 +67,13 @@ private:
     std::string log_;
 };
 
+void setPolarities(Session& session, bool csHigh, bool dataInverted) {
+    session.CSAssertLevel = csHigh ? 1 : 0;
+    session.CSIdleLevel = csHigh ? 0 : 1;
+    session.DIOneLevel = dataInverted ? 0 : 1;
+    session.DIZeroLevel = dataInverted ? 1 : 0;
+}
+
 TEST(WordEngine, AgreesWithASecondReadingForAllShapes) {
     std::mt19937 random(20261121);
     const int lengths[] = {1, 2, 3, 7, 8, 9, 16, 31, 32, 33, 40, 41, 64, 127, 159, 160};
@@ -81,12 +88,7 @@ TEST(WordEngine, AgreesWithASecondReadingForAllShapes) {
                     rig.session.CSPin = 6;
                     rig.session.DIPin = 3;
                     rig.session.ClockPin = 0;
-                    const bool csHigh = (polarities & 1) != 0;
-                    const bool dataInverted = (polarities & 2) != 0;
-                    rig.session.CSAssertLevel = csHigh ? 1 : 0;
-                    rig.session.CSIdleLevel = csHigh ? 0 : 1;
-                    rig.session.DIOneLevel = dataInverted ? 0 : 1;
-                    rig.session.DIZeroLevel = dataInverted ? 1 : 0;
+                    setPolarities(rig.session, (polarities & 1) != 0, (polarities & 2) != 0);
                     rig.session.DataPortPins = {};
                     rig.pins.rest();
                     rig.port.log.clear();
