@@ -51,6 +51,9 @@ void Binder::bind(forms::TabStrip& control, QTabBar& widget) {
 void Binder::bind(forms::TextBox& control, QLineEdit& widget) {
     add<TextBoxBinding>(control, widget);
 }
+void Binder::bind(forms::Timer& control, QTimer& timer) {
+    add<TimerBinding>(control, timer);
+}
 
 void Binder::flush() {
     for (forms::Control* control : forms_.takeDirty())

@@ -32,6 +32,7 @@ public:
     void bind(forms::OptionButton& control, QRadioButton& widget);
     void bind(forms::TabStrip& control, QTabBar& widget);
     void bind(forms::TextBox& control, QLineEdit& widget);
+    void bind(forms::Timer& control, QTimer& timer);
 
     /// Refreshes what changed, now.
     void flush();

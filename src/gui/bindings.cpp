@@ -161,6 +161,18 @@ void TextBoxBinding::refreshContent() {
         widget_.setText(text);
 }
 
+TimerBinding::TimerBinding(forms::Timer& control, QTimer& timer)
+    : Binding(control, timer), control_(control), timer_(timer) {
+    QObject::connect(&timer, &QTimer::timeout, &timer, [this] { control_.fire(); });
+}
+
+void TimerBinding::refresh() {
+    if (!control_.runs())
+        timer_.stop();
+    else if (!timer_.isActive() || timer_.interval() != control_.interval())
+        timer_.start(control_.interval());
+}
+
 MenuItemBinding::MenuItemBinding(forms::MenuItem& control, QAction& action)
     : Binding(control, action), control_(control), action_(action) {
     QObject::connect(&action, &QAction::triggered, &action,

@@ -3,6 +3,7 @@
 #include "gui/digits_label.h"
 #include "gui/log_view.h"
 #include "platform/forms/controls.h"
+#include "platform/forms/timer.h"
 
 #include <functional>
 
@@ -15,6 +16,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabBar>
+#include <QTimer>
 
 namespace bitlux::gui {
 
@@ -147,6 +149,16 @@ public:
 private:
     forms::TextBox& control_;
     QLineEdit& widget_;
+};
+
+class TimerBinding : public Binding {
+public:
+    TimerBinding(forms::Timer& control, QTimer& timer);
+    void refresh() override;
+
+private:
+    forms::Timer& control_;
+    QTimer& timer_;
 };
 
 class MenuItemBinding : public Binding {

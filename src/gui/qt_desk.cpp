@@ -99,6 +99,10 @@ void QtPointer::showHourglass(bool busy) {
         QApplication::restoreOverrideCursor();
 }
 
+void QtSound::beep() {
+    QApplication::beep();
+}
+
 void QtEventLoop::turn() {
     if (clock_.nanoseconds() - lastTurn_ < shortestTurn)
         return;

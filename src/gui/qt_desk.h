@@ -29,6 +29,11 @@ public:
     void showHourglass(bool busy) override;
 };
 
+class QtSound : public Sound {
+public:
+    void beep() override;
+};
+
 /// The event loop of the toolkit. A continuous run asks for a turn after every word, which may be
 /// every few microseconds; no hand and no eye notices that events are delivered once a millisecond.
 class QtEventLoop : public EventLoop {

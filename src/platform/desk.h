@@ -52,6 +52,13 @@ public:
     virtual void showHourglass(bool busy) = 0;
 };
 
+/// The bell.
+class Sound {
+public:
+    virtual ~Sound() = default;
+    virtual void beep() = 0;
+};
+
 /// The hourglass for as long as it lives.
 class Hourglass {
 public:

@@ -1,6 +1,7 @@
 #include "window_bench.h"
 
 #include "gui/bench_view.h"
+#include "platform/failure.h"
 
 #include <QDialog>
 
@@ -80,6 +81,32 @@ TEST(BenchView, ChangesTheDeviceAndShowsThePins) {
     replies.setText("xyz");
     emit replies.editingFinished();
     EXPECT_EQ(answerTo("12"), "D2");
+}
+
+TEST(Binder, DrivesTimersWhileTheyAreEnabled) {
+    ScriptedBoxes boxes;
+    forms::FormSet set(boxes);
+    forms::Form form(set, "frmClock", "Clock");
+    forms::Timer timer(form, "Timer1", 5);
+    gui::Binder binder(set);
+    QTimer beat;
+    binder.bind(timer, beat);
+    int fired = 0;
+    form.procedure("Timer1_Timer", [&fired] {
+        ++fired;
+        throw Failure(Failure::Kind::OutOfRange, "Subscript out of range");
+    });
+    EXPECT_FALSE(beat.isActive());
+    timer.enable();
+    EXPECT_TRUE(QTest::qWaitFor([&fired] { return fired >= 3; }, 2000));
+    EXPECT_EQ(boxes.takeTexts().front(), "Subscript out of range\r\nfrmClock.Timer1_Timer");
+    timer.disable();
+    binder.flush();
+    EXPECT_FALSE(beat.isActive());
+    timer.setInterval(0);
+    timer.enable();
+    binder.flush();
+    EXPECT_FALSE(beat.isActive());
 }
 
 } // namespace

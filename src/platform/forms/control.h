@@ -33,7 +33,8 @@ public:
         MenuItem,
         OptionButton,
         TabStrip,
-        TextBox
+        TextBox,
+        Timer
     };
 
     using ClickHandler = std::function<void()>;

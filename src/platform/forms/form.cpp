@@ -73,8 +73,9 @@ std::vector<Control*> Form::served(const std::string& handler, std::string_view 
 }
 
 void Form::procedure(const std::string& name, std::function<void()> body) {
-    for (Control* control : served(name, "_Click"))
-        control->setClickHandler(body);
+    for (const char* event : {"_Click", "_Timer"})
+        for (Control* control : served(name, event))
+            control->setClickHandler(body);
     procedures_[name] = std::move(body);
 }
 

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/forms/control.h"
+
+namespace bitlux::forms {
+
+/// Runs its handler NAME_Timer again and again while it is enabled, `interval` milliseconds apart;
+/// with an interval of 0 never. The event loop drives it.
+class Timer : public Control {
+public:
+    Timer(Form& form, std::string name, int interval, bool enabled = false)
+        : Control(form, Kind::Timer, std::move(name), {}), interval_(interval) {
+        setEnabled(enabled);
+    }
+
+    [[nodiscard]] int interval() const { return interval_; }
+    void setInterval(int interval) { assign(interval_, interval); }
+    [[nodiscard]] bool runs() const { return enabled() && interval_ > 0; }
+
+    /// The interval is over; a failure of the handler ends in a box.
+    void fire();
+
+private:
+    int interval_;
+};
+
+} // namespace bitlux::forms
