@@ -16,5 +16,10 @@ int main(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : usageError;
     }
-    return send.parsed() ? bitlux::runSendCommand(options, std::cout, std::cerr) : usageError;
+    try {
+        return send.parsed() ? bitlux::runSendCommand(options, std::cout, std::cerr) : usageError;
+    } catch (const std::exception& error) {
+        std::cerr << error.what() << '\n';
+        return 1;
+    }
 }

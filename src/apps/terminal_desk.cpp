@@ -8,15 +8,7 @@ MessageBox::Answer TerminalBoxes::show(const MessageBox& box) {
         if (c != '\r')
             errors_ << c;
     errors_ << '\n';
-    switch (box.buttons) {
-    case MessageBox::Buttons::OkCancel:
-        return MessageBox::Answer::Cancel;
-    case MessageBox::Buttons::YesNo:
-        return MessageBox::Answer::No;
-    case MessageBox::Buttons::Ok:
-        break;
-    }
-    return MessageBox::Answer::Ok;
+    return cautiousAnswer(box.buttons);
 }
 
 } // namespace bitlux

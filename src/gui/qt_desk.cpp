@@ -43,15 +43,7 @@ MessageBox::Answer answerOf(int button, MessageBox::Buttons buttons) {
     default: // closed without a button
         break;
     }
-    switch (buttons) {
-    case MessageBox::Buttons::OkCancel:
-        return MessageBox::Answer::Cancel;
-    case MessageBox::Buttons::YesNo:
-        return MessageBox::Answer::No;
-    case MessageBox::Buttons::Ok:
-        break;
-    }
-    return MessageBox::Answer::Ok;
+    return cautiousAnswer(buttons);
 }
 
 /// "Text Files (*.txt)|*.txt|All Files (*.*)|*.*" as the toolkit wants it.

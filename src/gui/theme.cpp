@@ -9,50 +9,54 @@ namespace bitlux::gui {
 
 namespace {
 
-QPalette lightPalette() {
-    QPalette palette;
-    palette.setColor(QPalette::Window, QColor(0xF3, 0xF4, 0xF6));
-    palette.setColor(QPalette::WindowText, QColor(0x1C, 0x22, 0x2B));
-    palette.setColor(QPalette::Base, Qt::white);
-    palette.setColor(QPalette::AlternateBase, QColor(0xEC, 0xEF, 0xF3));
-    palette.setColor(QPalette::Text, QColor(0x1C, 0x22, 0x2B));
-    palette.setColor(QPalette::Button, QColor(0xFC, 0xFC, 0xFD));
-    palette.setColor(QPalette::ButtonText, QColor(0x1C, 0x22, 0x2B));
-    palette.setColor(QPalette::Highlight, QColor(0x1F, 0x6F, 0xB5));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    palette.setColor(QPalette::ToolTipBase, QColor(0xFF, 0xFB, 0xE6));
-    palette.setColor(QPalette::ToolTipText, QColor(0x1C, 0x22, 0x2B));
-    palette.setColor(QPalette::PlaceholderText, QColor(0x6B, 0x74, 0x80));
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, QColor(0x8A, 0x92, 0x9C));
-    return palette;
-}
+struct Colors {
+    QRgb window, text, base, alternate, button, highlight, tooltip, placeholder, disabled;
+};
 
-QPalette darkPalette() {
+constexpr Colors light{.window = 0xFFF3F4F6,
+                       .text = 0xFF1C222B,
+                       .base = 0xFFFFFFFF,
+                       .alternate = 0xFFECEFF3,
+                       .button = 0xFFFCFCFD,
+                       .highlight = 0xFF1F6FB5,
+                       .tooltip = 0xFFFFFBE6,
+                       .placeholder = 0xFF6B7480,
+                       .disabled = 0xFF8A929C};
+
+constexpr Colors dark{.window = 0xFF23272E,
+                      .text = 0xFFE4E8EE,
+                      .base = 0xFF181B20,
+                      .alternate = 0xFF2B3038,
+                      .button = 0xFF333943,
+                      .highlight = 0xFF3D8FD6,
+                      .tooltip = 0xFF3A414C,
+                      .placeholder = 0xFF939CA8,
+                      .disabled = 0xFF77808C};
+
+QPalette paletteOf(const Colors& colors) {
     QPalette palette;
-    palette.setColor(QPalette::Window, QColor(0x23, 0x27, 0x2E));
-    palette.setColor(QPalette::WindowText, QColor(0xE4, 0xE8, 0xEE));
-    palette.setColor(QPalette::Base, QColor(0x18, 0x1B, 0x20));
-    palette.setColor(QPalette::AlternateBase, QColor(0x2B, 0x30, 0x38));
-    palette.setColor(QPalette::Text, QColor(0xE4, 0xE8, 0xEE));
-    palette.setColor(QPalette::Button, QColor(0x33, 0x39, 0x43));
-    palette.setColor(QPalette::ButtonText, QColor(0xE4, 0xE8, 0xEE));
-    palette.setColor(QPalette::Highlight, QColor(0x3D, 0x8F, 0xD6));
+    palette.setColor(QPalette::Window, colors.window);
+    palette.setColor(QPalette::Base, colors.base);
+    palette.setColor(QPalette::AlternateBase, colors.alternate);
+    palette.setColor(QPalette::Button, colors.button);
+    palette.setColor(QPalette::Highlight, colors.highlight);
     palette.setColor(QPalette::HighlightedText, Qt::white);
-    palette.setColor(QPalette::ToolTipBase, QColor(0x3A, 0x41, 0x4C));
-    palette.setColor(QPalette::ToolTipText, QColor(0xE4, 0xE8, 0xEE));
-    palette.setColor(QPalette::PlaceholderText, QColor(0x93, 0x9C, 0xA8));
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, QColor(0x77, 0x80, 0x8C));
+    palette.setColor(QPalette::ToolTipBase, colors.tooltip);
+    palette.setColor(QPalette::ToolTipText, colors.text);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(role, colors.text);
+        palette.setColor(QPalette::Disabled, role, colors.disabled);
+    }
+    palette.setColor(QPalette::PlaceholderText, colors.placeholder);
     return palette;
 }
 
 } // namespace
 
-void applyTheme(bool dark) {
+void applyTheme(bool useDark) {
     if (QApplication::style()->name() != "fusion")
         QApplication::setStyle(QStyleFactory::create("Fusion"));
-    QApplication::setPalette(dark ? darkPalette() : lightPalette());
+    QApplication::setPalette(paletteOf(useDark ? dark : light));
 }
 
 bool isDark() {

@@ -22,6 +22,19 @@ struct MessageBox {
     Icon icon = Icon::None;
 };
 
+/// The answer that changes nothing, for a box that nobody answered.
+constexpr MessageBox::Answer cautiousAnswer(MessageBox::Buttons buttons) {
+    switch (buttons) {
+    case MessageBox::Buttons::OkCancel:
+        return MessageBox::Answer::Cancel;
+    case MessageBox::Buttons::YesNo:
+        return MessageBox::Answer::No;
+    case MessageBox::Buttons::Ok:
+        break;
+    }
+    return MessageBox::Answer::Ok;
+}
+
 /// Shows message boxes; the call returns when the user has answered.
 class MessageBoxes {
 public:

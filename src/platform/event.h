@@ -30,9 +30,14 @@ public:
                 }};
     }
 
+    /// A subscriber may end subscriptions, its own too, and the event itself while it runs.
     void raise(Args... args) const {
-        for (const auto& [key, subscriber] : *list_)
+        const auto list = list_;
+        for (auto next = list->begin(); next != list->end();) {
+            const auto [key, subscriber] = *next;
             subscriber(args...);
+            next = list->upper_bound(key);
+        }
     }
 
 private:

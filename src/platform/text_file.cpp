@@ -83,13 +83,17 @@ private:
     void takeOverPermissions() const {
         struct stat old {};
         mode_t mode = 0;
-        if (::stat(target_.c_str(), &old) == 0) {
+        const bool exists = ::stat(target_.c_str(), &old) == 0;
+        if (exists) {
             mode = old.st_mode & 07777U;
         } else {
             const mode_t mask = ::umask(0);
             ::umask(mask);
             mode = 0666U & ~mask;
         }
+        // The owner too, where that is allowed: a log saved with sudo stays the user's.
+        if (exists && ::fchown(descriptor_, old.st_uid, old.st_gid) != 0 && errno != EPERM)
+            fail(shownName_, errno);
         if (::fchmod(descriptor_, mode) != 0)
             fail(shownName_, errno);
     }

@@ -1,6 +1,7 @@
 #include "sending/single_word_page.h"
 
 #include "platform/conversions.h"
+#include "platform/failure.h"
 #include "sending/word_text.h"
 
 #include <algorithm>
@@ -45,6 +46,7 @@ SingleWordPage::SingleWordPage(forms::Form& form, const Parts& parts)
     txtHexWordToSend.setTooltip("Hex word to send");
     form.procedure("DoSPISingle", [this] { DoSPISingle(); });
     form.procedure("AdjustSPILabels", [this] { AdjustSPILabels(); });
+    form.procedure("SetSpiWordLength", [this](int length) { SetSpiWordLength(toInt16(length)); });
     form.procedure("cmdSI_single_Click", [this](int index) { cmdSI_single_Click(index); });
     form.procedure("cmdAll0Single_Click", [this] { cmdAll0Single_Click(); });
     form.procedure("cmdAll1Single_Click", [this] { cmdAll1Single_Click(); });
@@ -75,6 +77,14 @@ void SingleWordPage::AdjustSPILabels() {
         lblSItitle.setVisible(session_.SPIWordLength < bitsThatFillTheRow);
         lblSOtitle.setVisible(session_.SPIWordLength < bitsThatFillTheRow);
     }
+}
+
+void SingleWordPage::SetSpiWordLength(std::int16_t length) {
+    if (length < 1)
+        throw Failure(Failure::Kind::OutOfRange,
+                      fmt::format("Subscript out of range: a word of {} bits", length));
+    session_.SPIWordLength = length;
+    session_.WordToSend.assign(static_cast<std::size_t>(length), 0);
 }
 
 void SingleWordPage::showBitColumns() {

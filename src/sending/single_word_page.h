@@ -36,6 +36,8 @@ public:
     void DoSPISingle();
     /// Brings the page into line with SPIWordLength and DisplayHex; clears the word.
     void AdjustSPILabels();
+    /// Sets the length of the coming words, as panels do; the word to send is made anew.
+    void SetSpiWordLength(std::int16_t length);
     /// Shows the bit columns that belong to the word and hides the others.
     void showBitColumns();
 

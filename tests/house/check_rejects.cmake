@@ -17,7 +17,7 @@ function(configure SOURCES RESULT ERRORS)
         if(EXISTS ${WORK}/src/platform)
             bitlux_check_registered(${WORK}/src/platform port.cpp)
         endif()")
-    execute_process(COMMAND ${CMAKE_COMMAND} -S ${WORK} -B ${WORK}/build
+    execute_process(COMMAND ${CMAKE_COMMAND} -G Ninja -S ${WORK} -B ${WORK}/build
                     RESULT_VARIABLE result ERROR_VARIABLE errors OUTPUT_QUIET)
     string(REGEX REPLACE "[ \n]+" " " errors "${errors}") # CMake folds long messages
     set(${RESULT} ${result} PARENT_SCOPE)

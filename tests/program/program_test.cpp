@@ -1,3 +1,4 @@
+#include "platform/failure.h"
 #include "support/test_bench.h"
 
 #include <gtest/gtest.h>
@@ -81,6 +82,12 @@ TEST(Program, NamesItsProcedures) {
     EXPECT_EQ(accessesOf(bench, [&] { form.call("ToggleDataPort"); }), "01");
     EXPECT_EQ(accessesOf(bench, [&] { form.call("ToggleControlPort"); }), "0B");
     form.call("AdjustSPILabels");
+    form.call("SetSpiWordLength", 24);
+    EXPECT_EQ(bench.session().SPIWordLength, 24);
+    EXPECT_EQ(bench.session().WordToSend, std::vector<std::int16_t>(24, 0));
+    EXPECT_THROW(form.call("SetSpiWordLength", 0), Failure);
+    EXPECT_THROW(form.call("SetSpiWordLength"), Failure);
+    EXPECT_THROW(form.call("SetSpiWordLenght", 8), forms::UnknownName);
     EXPECT_EQ(bench.session().SingleWordBits, std::vector<std::int16_t>(9, 0));
 }
 

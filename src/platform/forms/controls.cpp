@@ -83,10 +83,10 @@ void ComboBox::clear() {
 void ComboBox::setListIndex(int index) {
     if (index < -1 || index >= static_cast<int>(items_.size()))
         failOutOfRange(*this, fmt::format("The entry {}", index));
-    const bool changed = assign(listIndex_, index);
-    assign(text_, index < 0 ? std::string{} : items_[static_cast<std::size_t>(index)]);
-    if (changed)
-        raiseClick();
+    if (!assign(listIndex_, index))
+        return;
+    text_ = index < 0 ? std::string{} : items_[static_cast<std::size_t>(index)];
+    raiseClick();
 }
 
 void ComboBox::setText(const std::string& text) {

@@ -132,7 +132,8 @@ public:
     void clear();
 
     [[nodiscard]] int listIndex() const { return listIndex_; }
-    /// -1 to the last item; anything else raises Failure (OutOfRange). -1 also empties the text.
+    /// -1 to the last item; anything else raises Failure (OutOfRange). The text follows a
+    /// selection that changes; text that is typed stays while nothing is selected.
     void setListIndex(int index);
 
     [[nodiscard]] const std::string& text() const { return text_; }
