@@ -56,7 +56,7 @@ void BenchView::addDevice(QBoxLayout& row, const QString& device) {
     for (const std::string& name : deviceNames())
         device_->addItem(QString::fromStdString(name));
     device_->setCurrentText(device);
-    auto* title = new QLabel("De&vice:", this);
+    auto* title = new QLabel("&Device:", this);
     title->setBuddy(device_);
     replies_ = new QLineEdit(this);
     replies_->setObjectName("bench.replies");

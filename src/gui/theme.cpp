@@ -1,13 +1,57 @@
 #include "gui/theme.h"
 
 #include <QApplication>
+#include <QIconEngine>
+#include <QPainter>
 #include <QPalette>
-#include <QStyle>
-#include <QStyleFactory>
+#include <QProxyStyle>
+#include <QStyleOption>
 
 namespace bitlux::gui {
 
 namespace {
+
+/// The arrow of a menu bar that is too narrow for its menus.
+class MoreEngine : public QIconEngine {
+public:
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override {
+        painter->setPen(QApplication::palette().color(QPalette::ButtonText));
+        painter->drawText(rect, Qt::AlignCenter, QString(QChar(0xBB)));
+    }
+    [[nodiscard]] QIconEngine* clone() const override { return new MoreEngine; }
+};
+
+/// The toolkit's style, with two things drawn that it takes from pictures: the frame of a group,
+/// and the arrow of a menu bar, which is hardly ever seen. Drawn they are crisp at any scale, and
+/// the readers of image formats need not be loaded for them.
+class Style : public QProxyStyle {
+public:
+    Style() : QProxyStyle("Fusion") {}
+
+    [[nodiscard]] QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
+                                     const QWidget* widget) const override {
+        if (icon == SP_ToolBarHorizontalExtensionButton)
+            return QIcon(new MoreEngine);
+        return QProxyStyle::standardIcon(icon, option, widget);
+    }
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override {
+        if (element != PE_FrameGroupBox) {
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+            return;
+        }
+        constexpr qreal radius = 3;
+        QColor line = option->palette.color(QPalette::WindowText);
+        line.setAlphaF(0.2F);
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(line);
+        painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), radius,
+                                 radius);
+        painter->restore();
+    }
+};
 
 struct Colors {
     QRgb window, text, base, alternate, button, highlight, tooltip, placeholder, disabled;
@@ -54,8 +98,8 @@ QPalette paletteOf(const Colors& colors) {
 } // namespace
 
 void applyTheme(bool useDark) {
-    if (QApplication::style()->name() != "fusion")
-        QApplication::setStyle(QStyleFactory::create("Fusion"));
+    if (dynamic_cast<Style*>(QApplication::style()) == nullptr)
+        QApplication::setStyle(new Style);
     QApplication::setPalette(paletteOf(useDark ? dark : light));
 }
 

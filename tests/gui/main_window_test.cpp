@@ -6,6 +6,7 @@
 #include <set>
 
 #include <QAccessible>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QScrollArea>
@@ -179,10 +180,16 @@ TEST(MainWindow, StaysAliveInAContinuousRun) {
     live.program.session().ContinuousLogLimit = 20000;
     bool stopShown = false;
     int painted = 0;
+    std::size_t wordsUnderMenu = 0;
     QTimer::singleShot(60, [&] {
         stopShown = live.button("frmMain.cmdStopContinuous").isVisible();
         painted = log.paints();
         live.window->resize(900, 700);
+        live.window->menuBar()->actions().first()->menu()->popup(QPoint(0, 0));
+    });
+    QTimer::singleShot(120, [&] {
+        wordsUnderMenu = live.program.mainForm().log.lines().size();
+        live.window->menuBar()->actions().first()->menu()->hide();
     });
     QTimer::singleShot(160, [&] {
         painted = log.paints() - painted;
@@ -191,6 +198,7 @@ TEST(MainWindow, StaysAliveInAContinuousRun) {
     QTest::mouseClick(&live.button("frmMain.cmdSendContinuous"), Qt::LeftButton);
     EXPECT_TRUE(stopShown);
     EXPECT_GE(painted, 2);
+    EXPECT_GT(wordsUnderMenu, 100U);
     EXPECT_GT(live.program.mainForm().log.lines().size(), 100U);
     live.window->binder().flush();
     EXPECT_TRUE(live.button("frmMain.cmdSendOnce").isEnabled());
