@@ -188,6 +188,7 @@ void ConfigureDialog::chkSerialPort_Click() {
 void ConfigureDialog::arrangeWithoutDongle() {
     ChkSerialPort.setValue(0);
     ChkSerialPort.disable();
+    lblSPIBitRange.setCaption(rangeOnPort);
     if (!session_.ParallelPortReady)
         return;
     enablePortControls(true);

@@ -1,5 +1,7 @@
 #include "gui/theme.h"
 
+#include <algorithm>
+
 #include <QApplication>
 #include <QIconEngine>
 #include <QPainter>
@@ -42,13 +44,17 @@ public:
             return;
         }
         constexpr qreal radius = 3;
+        constexpr int belowTitle = 3; // the rectangle includes the title of the group
+        const int title = std::max(pixelMetric(PM_ExclusiveIndicatorHeight, option, widget),
+                                   option->fontMetrics.height()) +
+                          belowTitle;
         QColor line = option->palette.color(QPalette::WindowText);
         line.setAlphaF(0.2F);
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->setPen(line);
-        painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), radius,
-                                 radius);
+        painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, title + 0.5, -0.5, -0.5),
+                                 radius, radius);
         painter->restore();
     }
 };

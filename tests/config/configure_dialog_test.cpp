@@ -83,7 +83,7 @@ TEST(ConfigureDialog, OffersTheParallelPortWhenNoDongleAnswers) {
     ConfigureDialog& dialog = bench.program.dialog();
     EXPECT_FALSE(dialog.ChkSerialPort.checked());
     EXPECT_FALSE(dialog.ChkSerialPort.enabled());
-    EXPECT_EQ(dialog.lblSPIBitRange.caption(), "(Anything between 1 and 40)");
+    EXPECT_EQ(dialog.lblSPIBitRange.caption(), "(Anything between 1 and 160)");
     dialog.Btn_ParallelPort_Click();
     dialog.frameStandardPins.hide();
     dialog.frameUSBExtraPins.show();
