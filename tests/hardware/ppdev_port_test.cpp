@@ -1,6 +1,6 @@
 #include "emulated_parport.h"
 #include "failure_text.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 #include "platform/linux/ppdev_port.h"
 

@@ -2,8 +2,6 @@
 
 #include "workbench/bench_wiring.h"
 
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -71,21 +69,6 @@ std::string accessesOf(TestBench& bench, const std::function<void()>& action) {
 
 std::string repeated(std::size_t count, char character) {
     return std::string(count, character);
-}
-
-TemporaryFolder::TemporaryFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "bitlux-XXXXXX").string();
-    folder_ = ::mkdtemp(pattern.data());
-}
-
-TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::permissions(folder_, std::filesystem::perms::owner_all, ignored);
-    std::filesystem::remove_all(folder_, ignored);
-}
-
-std::string TemporaryFolder::path(const std::string& name) const {
-    return name.empty() ? folder_ : folder_ + "/" + name;
 }
 
 std::string contentOf(const std::string& fileName) {

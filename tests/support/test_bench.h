@@ -5,6 +5,7 @@
 #include "bench/simulated_port.h"
 #include "platform/forms/controls.h"
 #include "program/program.h"
+#include "support/temporary_folder.h"
 
 #include <string>
 #include <vector>
@@ -55,20 +56,6 @@ std::string accessesOf(TestBench& bench, const std::function<void()>& action);
 
 /// As many times the same character.
 std::string repeated(std::size_t count, char character);
-
-/// A folder that goes away with all that is in it.
-class TemporaryFolder {
-public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    [[nodiscard]] std::string path(const std::string& name = {}) const;
-
-private:
-    std::string folder_;
-};
 
 /// The whole content of a file.
 std::string contentOf(const std::string& fileName);

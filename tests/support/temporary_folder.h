@@ -18,13 +18,16 @@ public:
         std::filesystem::permissions(path_, std::filesystem::perms{0755});
     }
     ~TemporaryFolder() {
-        std::error_code ignored;
+        std::error_code ignored; // a test may have taken its permissions away
+        std::filesystem::permissions(path_, std::filesystem::perms::owner_all, ignored);
         std::filesystem::remove_all(path_, ignored);
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     [[nodiscard]] const std::string& path() const { return path_; }
+    /// The full name of something in the folder.
+    [[nodiscard]] std::string path(const std::string& name) const { return path_ + "/" + name; }
 
     /// Writes a file and returns its full name; folders on the way are created.
     std::string write(const std::string& name, std::string_view content) const {
