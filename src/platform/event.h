@@ -32,6 +32,8 @@ public:
 
     /// A subscriber may end subscriptions, its own too, and the event itself while it runs.
     void raise(Args... args) const {
+        if (list_->empty())
+            return;
         const auto list = list_;
         for (auto next = list->begin(); next != list->end();) {
             const auto [key, subscriber] = *next;
