@@ -87,11 +87,30 @@ QWidget* MainView::makeBitRow(QGroupBox* frame, QLabel* title, bool toSend) {
 
 void MainView::makeMissingGroups() {
     constexpr int place = 1; // behind the title; higher bits stand to the left
-    for (std::size_t group = 0; group < groups_.size(); ++group)
-        if (isShown(group) && groups_[group][0] == nullptr)
-            for (const std::size_t row : {0U, 1U})
-                bitRows_[row]->insertWidget(place, makeGroup(static_cast<int>(group), row == 0), 0,
-                                            Qt::AlignBottom);
+    bool made = false;
+    for (std::size_t group = 0; group < groups_.size(); ++group) {
+        if (!isShown(group) || groups_[group][0] != nullptr)
+            continue;
+        made = true;
+        for (const std::size_t row : {0U, 1U})
+            bitRows_[row]->insertWidget(place, makeGroup(static_cast<int>(group), row == 0), 0,
+                                        Qt::AlignBottom);
+    }
+    if (made)
+        orderTabs();
+}
+
+void MainView::orderTabs() {
+    QWidget* before = this;
+    const auto goThrough = [&before](QWidget* widget) {
+        if (widget != nullptr) {
+            QWidget::setTabOrder(before, widget);
+            before = widget;
+        }
+    };
+    for (std::size_t bit = bitButtons_.size(); bit-- > 0;)
+        goThrough(bitButtons_[bit]);
+    goThrough(hexEntry_);
 }
 
 bool MainView::isShown(std::size_t group) const {
@@ -114,6 +133,7 @@ QWidget* MainView::makeGroup(int group, bool toSend) {
         grid->addWidget(number, 0, n);
         if (toSend) {
             auto* button = bound<QPushButton>(page.cmdSI_single(bit), widget);
+            bitButtons_[static_cast<std::size_t>(bit)] = button;
             button->setFixedWidth(width);
             button->setAccessibleName(QString("Bit %1").arg(bit));
             button->setAccessibleDescription("Bit to send");
@@ -143,6 +163,7 @@ QWidget* MainView::makeHexRows() {
     entry->setPlaceholderText("hexadecimal, Enter sends");
     entry->setMaxLength(1 << 20);
     entryTitle->setBuddy(entry);
+    hexEntry_ = entry;
     auto* answer = bound<DigitsLabel>(page.lblHexWordReceived, hexRows_);
     answer->setFont(large);
     answers_.push_back(answer);
@@ -213,8 +234,10 @@ void MainView::follow() {
     // Either display, and each group of bits, is made when it is shown for the first time.
     if (asBits && bits_ == nullptr)
         entries_->insertWidget(0, makeBitRows());
-    if (asHex && hexRows_ == nullptr)
+    if (asHex && hexRows_ == nullptr) {
         entries_->addWidget(makeHexRows());
+        orderTabs();
+    }
     if (bits_ != nullptr) {
         if (asBits)
             makeMissingGroups();

@@ -30,6 +30,8 @@ private:
     QWidget* makeLog();
     void leaveOutWaitingControls();
     void makeMissingGroups();
+    /// Lets the tabulator key go through the entries, from the left, before the buttons.
+    void orderTabs();
     [[nodiscard]] bool isShown(std::size_t group) const;
     QWidget* makeBitRow(QGroupBox* frame, QLabel* title, bool toSend);
     QWidget* makeGroup(int group, bool toSend);
@@ -45,6 +47,8 @@ private:
     std::vector<std::array<QWidget*, 2>> groups_; ///< of eight bits, to send and received
     std::array<QHBoxLayout*, 2> bitRows_{};
     QVBoxLayout* entries_ = nullptr;
+    std::array<QWidget*, SingleWordPage::bitColumns> bitButtons_{};
+    QWidget* hexEntry_ = nullptr;
     std::vector<DigitsLabel*> answers_;
     QWidget* bits_ = nullptr;
     QWidget* hexRows_ = nullptr;

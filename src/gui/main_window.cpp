@@ -22,6 +22,7 @@ MainWindow::MainWindow(Program& program) : program_(program), binder_(program.fo
     auto* scroll = new QScrollArea(this);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus); // it follows the focus of what is in it
     view_ = new MainView(program, binder_, scroll);
     scroll->setWidget(view_);
     setCentralWidget(scroll);

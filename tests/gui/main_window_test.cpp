@@ -81,6 +81,28 @@ TEST(MainWindow, SendsTheBitsThatArePressed) {
     EXPECT_EQ(bench.widget<gui::DigitsLabel>("frmMain.lblSO_single(8)").marks(), " ");
 }
 
+TEST(MainWindow, IsReachedByTheTabulatorInReadingOrder) {
+    WindowBench bench;
+    const auto walk = [&bench](const QString& from, int steps) {
+        bench.widget<QWidget>(from).setFocus();
+        QStringList names;
+        for (int i = 0; i < steps; ++i) {
+            QTest::keyClick(bench.window.focusWidget(), Qt::Key_Tab);
+            names << bench.window.focusWidget()->objectName().section('.', 1);
+        }
+        return names.join(' ').toStdString();
+    };
+    bench.configure("9", {"optBinary"});
+    bench.settle();
+    EXPECT_EQ(walk("frmMain.cmdSI_single(8)", 2), "cmdSI_single(7) cmdSI_single(6)");
+    const std::string rest = "cmdSendOnce cmdSendContinuous cmdAll0Single cmdAll1Single"
+                             " lstSessionLogSingle cmdSaveLogSingle cmdClearLogSingle";
+    EXPECT_EQ(walk("frmMain.cmdSI_single(0)", 7), rest);
+    bench.configure("9", {"optHex"});
+    bench.settle();
+    EXPECT_EQ(walk("frmMain.txtHexWordToSend", 7), rest);
+}
+
 TEST(MainWindow, RefreshesAtMostOnceAFrame) {
     WindowBench bench;
     bench.configure("8");
