@@ -1,6 +1,7 @@
 """One journey through bitlux-bench over the accessibility bus: type a word, send it, read the
 answer and the log, start a continuous send and stop it."""
 
+import os
 import subprocess
 import sys
 import time
@@ -63,7 +64,23 @@ def application(name):
     return None
 
 
+def start_display():
+    """A display of our own; the server itself picks a number that is free."""
+    read_end, write_end = os.pipe()
+    server = subprocess.Popen(
+        ["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1366x768x24", "-nolisten", "tcp"],
+        pass_fds=[write_end], stderr=subprocess.DEVNULL)
+    os.close(write_end)
+    with os.fdopen(read_end) as pipe:
+        number = pipe.readline().strip()
+    if not number:
+        sys.exit("Xvfb did not start")
+    os.environ["DISPLAY"] = ":" + number
+    return server
+
+
 def main(program):
+    server = start_display()
     process = subprocess.Popen([program])
     try:
         app = wait_for("application", lambda: application("Bitlux Forge"))
@@ -83,8 +100,9 @@ def main(program):
         wait_for("idle buttons", lambda: find(window, "push button", "Send Continuously"))
         assert process.poll() is None
     finally:
-        process.terminate()
-        process.wait(timeout=10)
+        for child in (process, server):
+            child.terminate()
+            child.wait(timeout=10)
     print("journey done")
 
 
