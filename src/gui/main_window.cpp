@@ -28,6 +28,7 @@ MainWindow::MainWindow(Program& program) : program_(program), binder_(program.fo
     setCentralWidget(scroll);
     bus_ = new QLabel(this);
     statusBar()->addWidget(bus_);
+    statusBar()->setSizeGripEnabled(false); // the window's own border does that
     makeMenus();
     subscriptions_ = {
         binder_.flushed.follow([this] { updateStatus(); }),
