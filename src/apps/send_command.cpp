@@ -1,6 +1,7 @@
 #include "apps/send_command.h"
 
 #include "apps/terminal_desk.h"
+#include "bench/scripted_desk.h"
 #include "bench/simulated_port.h"
 #include "platform/failure.h"
 #include "platform/linux/linux_parallel_port.h"
@@ -104,7 +105,7 @@ private:
     std::ostream& output_;
     TerminalBoxes boxes_;
     GivenFileName fileName_;
-    NoPointer pointer_;
+    QuietPointer pointer_;
     NoEvents loop_;
     Bus bus_;
     Program program_;

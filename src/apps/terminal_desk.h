@@ -33,11 +33,6 @@ private:
     std::string fileName_;
 };
 
-class NoPointer : public Pointer {
-public:
-    void showHourglass(bool) override {}
-};
-
 /// Nothing but the command line acts, so there is nothing to deliver.
 class NoEvents : public EventLoop {
 public:

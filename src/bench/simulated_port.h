@@ -27,9 +27,8 @@ public:
     /// Puts another device on the pins.
     void connect(std::unique_ptr<Device> device) { device_ = std::move(device); }
 
-    /// What stands in the data and the control register.
+    /// What stands in the data register.
     [[nodiscard]] std::uint8_t dataPins() const { return data_; }
-    [[nodiscard]] std::uint8_t controlPins() const { return control_; }
     /// Level of the device's output.
     [[nodiscard]] bool dataOut() const { return device_->dataOut(); }
 
