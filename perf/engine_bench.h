@@ -2,6 +2,7 @@
 
 #include "bare_loop.h"
 #include "bench/scripted_desk.h"
+#include "bench/simulated_dongle.h"
 #include "null_port.h"
 #include "transfer/word_engine.h"
 
@@ -21,7 +22,12 @@ struct EngineBench {
     Session session;
     ScriptedBoxes boxes;
     PinLayer pins{session, *port};
-    WordEngine engine{session, pins, boxes};
+    VirtualClock clock;
+    SimulatedDongle unplugged{clock, makeDevice("none")};
+    LiveOptions options;
+    DongleLink link{session, unplugged, clock, boxes};
+    WordEngine engine{
+        {.session = session, .options = options, .pins = pins, .dongle = link, .boxes = boxes}};
     BareLoop bare;
     std::string name;
 

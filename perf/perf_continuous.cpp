@@ -5,6 +5,7 @@
 #include "bare_loop.h"
 
 #include "bench/scripted_desk.h"
+#include "bench/simulated_dongle.h"
 #include "bench/simulated_port.h"
 #include "null_port.h"
 #include "program/program.h"
@@ -26,11 +27,7 @@ constexpr int wordsOfFullLog = 4000;
 /// A program on a port, set to words of 32 bits in hexadecimal, logging without end.
 struct Rig {
     explicit Rig(ParallelPort& port)
-        : program({.port = port,
-                   .boxes = boxes,
-                   .fileDialogs = dialogs,
-                   .pointer = pointer,
-                   .loop = loop}) {
+        : program({.port = port, .usb = unplugged, .clock = clock}, desk.desk()) {
         program.Main();
         ConfigureDialog& dialog = program.dialog();
         dialog.Btn_ParallelPort_Click();
@@ -49,10 +46,9 @@ struct Rig {
     }
 
     SystemClock clock;
-    ScriptedBoxes boxes;
-    ScriptedFileDialogs dialogs;
-    QuietPointer pointer;
-    ScriptedLoop loop{clock};
+    VirtualClock busClock;
+    SimulatedDongle unplugged{busClock, makeDevice("none")};
+    ScriptedDesk desk{clock};
     Program program;
 };
 
@@ -67,7 +63,8 @@ bool measureBusy() {
     PacedClock paced;
     SimulatedPort port(paced, makeDevice("loopback"));
     Rig rig(port);
-    port.setShapeSource([&rig] { return busShapeOf(rig.program.session()); });
+    port.setShapeSource(
+        [&rig] { return busShapeOf(rig.program.session(), rig.program.session().SPIType); });
     // What the accesses alone take, before each run.
     perf::BareLoop bare(port, 1, true, 32);
     const auto accessesAlone = [&] {

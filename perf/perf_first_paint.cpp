@@ -2,6 +2,8 @@
 // the first argument says. perf/run counts the instructions and the memory of both.
 
 #include "gui/window_program.h"
+#include "platform/linux/linux_parallel_port.h"
+#include "platform/linux/linux_usb_host.h"
 
 #include <string_view>
 
@@ -44,7 +46,8 @@ Q_COREAPP_STARTUP_FUNCTION(watch)
 int main(int argc, char** argv) {
     if (argc > 1 && std::string_view(argv[1]) == "empty")
         return runEmptyWindow(argc, argv);
-    bitlux::VirtualClock clock;
-    bitlux::SimulatedPort port(clock, bitlux::makeDevice("loopback"));
-    return bitlux::gui::runWindow(argc, argv, port);
+    const bitlux::SystemClock clock;
+    bitlux::LinuxParallelPort port;
+    bitlux::LinuxUsbHost usb;
+    return bitlux::gui::runWindow(argc, argv, {.port = port, .usb = usb, .clock = clock});
 }

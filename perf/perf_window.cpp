@@ -5,11 +5,10 @@
 #include "bare_loop.h"
 
 #include "bench/scripted_desk.h"
-#include "bench/simulated_port.h"
 #include "gui/main_window.h"
 #include "gui/qt_desk.h"
 #include "gui/theme.h"
-#include "workbench/bench_wiring.h"
+#include "workbench/virtual_bench.h"
 
 #include <algorithm>
 #include <vector>
@@ -53,14 +52,14 @@ int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     gui::applyTheme(false);
     PacedClock clock;
-    SimulatedPort port(clock, makeDevice("loopback"));
-    ScriptedBoxes boxes;
-    ScriptedFileDialogs dialogs;
-    QuietPointer pointer;
+    VirtualBench bench(clock, makeDevice("loopback"));
+    ScriptedDesk desk(clock);
     WatchedLoop loop;
-    Program program(
-        {.port = port, .boxes = boxes, .fileDialogs = dialogs, .pointer = pointer, .loop = loop});
-    port.setShapeSource([&program] { return busShapeOf(program.session()); });
+    Program program(bench.hardware(), {.boxes = desk.boxes,
+                                       .fileDialogs = desk.fileDialogs,
+                                       .pointer = desk.pointer,
+                                       .loop = loop});
+    bench.wireFor(program.session());
     program.Main();
     ConfigureDialog& dialog = program.dialog();
     dialog.Btn_ParallelPort_Click();
@@ -75,7 +74,7 @@ int main(int argc, char** argv) {
     QApplication::processEvents();
     const auto& log = *window.findChild<gui::LogView*>("frmMain.lstSessionLogSingle");
 
-    perf::BareLoop bare(port, 1, true, 32);
+    perf::BareLoop bare(bench.port, 1, true, 32);
     std::vector<double> shares;
     std::int64_t elapsed = 0;
     int paints = 0;

@@ -2,12 +2,12 @@
 
 #include "apps/terminal_desk.h"
 #include "bench/scripted_desk.h"
-#include "bench/simulated_port.h"
 #include "platform/failure.h"
 #include "platform/linux/linux_parallel_port.h"
+#include "platform/linux/linux_usb_host.h"
 #include "program/program.h"
 #include "sending/word_text.h"
-#include "workbench/bench_wiring.h"
+#include "workbench/virtual_bench.h"
 
 #include <cerrno>
 #include <cstring>
@@ -26,35 +26,50 @@ std::vector<std::string> splitAtCommas(const std::string& text) {
     return CLI::detail::split(text, ',');
 }
 
-/// The port that the options ask for, and the clock that it lives by.
-struct Bus {
-    std::unique_ptr<BenchClock> benchClock;
-    std::unique_ptr<ParallelPort> port;
-    SimulatedPort* simulated = nullptr;
-    SystemClock systemClock;
-
-    [[nodiscard]] const Clock& clock() const {
-        return benchClock ? static_cast<const Clock&>(*benchClock) : systemClock;
-    }
-};
-
-Bus openBus(const SendOptions& options) {
-    Bus bus;
-    if (options.bench.empty()) {
-        bus.port = std::make_unique<LinuxParallelPort>();
-        return bus;
-    }
+std::vector<Reply> repliesOf(const SendOptions& options) {
     std::vector<Reply> replies;
     if (!options.replies.empty())
         for (const std::string& reply : splitAtCommas(options.replies))
             replies.push_back(replyFromHex(reply));
-    bus.benchClock = std::make_unique<VirtualClock>();
-    auto port =
-        std::make_unique<SimulatedPort>(*bus.benchClock, makeDevice(options.bench, replies));
-    bus.simulated = port.get();
-    bus.port = std::move(port);
-    return bus;
+    return replies;
 }
+
+/// What the words go out on: this machine, or the virtual bench.
+class Outlet {
+public:
+    explicit Outlet(const SendOptions& options) {
+        if (options.bench.empty()) {
+            port_ = std::make_unique<LinuxParallelPort>();
+            usb_ = std::make_unique<LinuxUsbHost>();
+            return;
+        }
+        bench_ = std::make_unique<VirtualBench>(benchClock_,
+                                                makeDevice(options.bench, repliesOf(options)));
+        if (options.bus != "dongle")
+            return;
+        std::vector<DongleFault> faults;
+        for (const std::string& fault : options.faults)
+            faults.push_back(dongleFaultFrom(fault));
+        bench_->dongle.setFaults(DongleFaults(std::move(faults), options.seed));
+        bench_->dongle.plug();
+    }
+
+    [[nodiscard]] Hardware hardware() {
+        return bench_ ? bench_->hardware()
+                      : Hardware{.port = *port_, .usb = *usb_, .clock = systemClock_};
+    }
+    void wireFor(const Session& session) {
+        if (bench_)
+            bench_->wireFor(session);
+    }
+
+private:
+    SystemClock systemClock_;
+    std::unique_ptr<LinuxParallelPort> port_;
+    std::unique_ptr<LinuxUsbHost> usb_;
+    VirtualClock benchClock_;
+    std::unique_ptr<VirtualBench> bench_;
+};
 
 /// One run of the command: the program, and where its results go.
 class SendRun {
@@ -64,14 +79,11 @@ public:
           output_(output),
           boxes_(errors),
           fileName_(options.log),
-          bus_(openBus(options)),
-          program_({.port = *bus_.port,
-                    .boxes = boxes_,
-                    .fileDialogs = fileName_,
-                    .pointer = pointer_,
-                    .loop = loop_}) {
-        if (bus_.simulated != nullptr)
-            bus_.simulated->setShapeSource([this] { return busShapeOf(program_.session()); });
+          outlet_(options),
+          program_(
+              outlet_.hardware(),
+              {.boxes = boxes_, .fileDialogs = fileName_, .pointer = pointer_, .loop = loop_}) {
+        outlet_.wireFor(program_.session());
         openTrace();
     }
 
@@ -79,10 +91,10 @@ public:
         program_.Main();
         bool good = configure();
         if (good && traceOutput_ != nullptr)
-            program_.pins().startRecording(trace_, bus_.clock());
+            program_.startRecording(trace_);
         for (std::size_t i = 0; good && i < options_.words.size(); ++i)
             good = send(options_.words[i]);
-        program_.pins().stopRecording();
+        program_.stopRecording();
         return saveLog() && good;
     }
 
@@ -96,6 +108,7 @@ private:
     }
 
     bool configure();
+    bool chooseBus();
     bool send(const std::string& word);
     void openTrace();
     void writeTrace();
@@ -107,7 +120,7 @@ private:
     GivenFileName fileName_;
     QuietPointer pointer_;
     NoEvents loop_;
-    Bus bus_;
+    Outlet outlet_;
     Program program_;
     WireTrace trace_;
     std::ofstream traceFile_;
@@ -116,8 +129,7 @@ private:
 
 bool SendRun::configure() {
     forms().get<forms::MenuItem>("frmMain.itemPortOptions").click();
-    forms().get<forms::Button>("frmConfigureSPI.Btn_ParallelPort").click();
-    if (boxes_.shown())
+    if (!chooseBus())
         return false;
     forms()
         .get<forms::ComboBox>("frmConfigureSPI.cmbSPIWordLength")
@@ -128,13 +140,28 @@ bool SendRun::configure() {
     choose(options_.di == "low" ? "optDIpolarity_neg" : "optDIpolarity_pos");
     choose(options_.dataOut == "low" ? "optDOpolarity_neg" : "optDOpolarity_pos");
     forms().get<forms::TabStrip>("frmConfigureSPI.TabStripSPItype").click(options_.type);
-    const std::vector<std::string> pins = splitAtCommas(options_.pins);
-    choosePin("cmbCS", pins.at(0));
-    choosePin("cmbDI", pins.at(1));
-    choosePin("cmbCLK", pins.at(2));
-    choosePin("cmbDO", pins.at(3));
+    if (!program_.engine().usesDongle()) {
+        const std::vector<std::string> pins = splitAtCommas(options_.pins);
+        choosePin("cmbCS", pins.at(0));
+        choosePin("cmbDI", pins.at(1));
+        choosePin("cmbCLK", pins.at(2));
+        choosePin("cmbDO", pins.at(3));
+    }
     forms().get<forms::Button>("frmConfigureSPI.cmdApply").click();
     forms().form("frmConfigureSPI").setVisible(false);
+    return !boxes_.shown();
+}
+
+bool SendRun::chooseBus() {
+    auto& dongle = forms().get<forms::CheckBox>("frmConfigureSPI.ChkSerialPort");
+    if (options_.bus == "port" && dongle.checked())
+        dongle.click();
+    if (program_.engine().usesDongle())
+        return true;
+    if (options_.bus == "dongle")
+        throw Failure(Failure::Kind::PortUnusable,
+                      "There is no dongle that could be opened; \"bitlux doctor\" tells why.");
+    forms().get<forms::Button>("frmConfigureSPI.Btn_ParallelPort").click();
     return !boxes_.shown();
 }
 
@@ -198,6 +225,18 @@ CLI::Validator hexNumbers() {
             "HEX,HEX,..."};
 }
 
+CLI::Validator dongleFaults() {
+    return {[](const std::string& text) -> std::string {
+                try {
+                    dongleFaultFrom(text);
+                    return {};
+                } catch (const Failure& failure) {
+                    return failure.what();
+                }
+            },
+            "FAULT"};
+}
+
 CLI::Validator fourPins() {
     return {[](const std::string& text) -> std::string {
                 constexpr std::string_view dataOutPins = ",7,12,13,15,";
@@ -218,7 +257,21 @@ CLI::App& addSendCommand(CLI::App& app, SendOptions& options) {
     CLI::App& send = *app.add_subcommand("send", "Send words and print the answers");
     send.add_option("--bench", options.bench, "Send to a device of the virtual bench")
         ->check(CLI::IsMember(deviceNames()));
-    send.add_option("--bits", options.bits, "Bits of a word, 1 to 160")->capture_default_str();
+    send.add_option("--bus", options.bus,
+                    "Send through the dongle or the parallel port; without it through the dongle "
+                    "when there is one, on the virtual bench through the port")
+        ->check(CLI::IsMember({"dongle", "port"}));
+    const CLI::Option* faults =
+        send.add_option("--fault", options.faults,
+                        "What goes wrong with the dongle of the virtual bench: silent, late:MS, "
+                        "short:BYTES, stalled, gone, gone:MS; then @FRAME, /CHANCE")
+            ->check(dongleFaults())
+            ->expected(1)
+            ->take_all();
+    send.add_option("--seed", options.seed, "Repeats the chances of --fault")
+        ->capture_default_str();
+    send.add_option("--bits", options.bits, "Bits of a word, 1 to 160, through the dongle 1 to 40")
+        ->capture_default_str();
     send.add_option("--type", options.type, "SPI type")
         ->check(CLI::Range(1, 8))
         ->capture_default_str();
@@ -240,12 +293,15 @@ CLI::App& addSendCommand(CLI::App& app, SendOptions& options) {
     const CLI::Option* replies =
         send.add_option("--replies", options.replies, "Answers of the device scripted")
             ->check(hexNumbers());
-    send.add_option("--trace", options.trace, "Write every access of the words, - for here")
+    send.add_option("--trace", options.trace,
+                    "Write every access or frame of the words, - for here")
         ->type_name("FILE|-");
     send.add_option("--log", options.log, "Save the Session Log, - to print it")
         ->type_name("FILE|-");
     send.add_option("WORD", options.words, "Hexadecimal words")->required();
-    send.final_callback([&options, replies] {
+    send.final_callback([&options, replies, faults] {
+        if (faults->count() > 0 && (options.bench.empty() || options.bus != "dongle"))
+            throw CLI::ValidationError("--fault", "needs --bench and --bus dongle");
         if ((options.bench == "scripted") != (replies->count() > 0))
             throw CLI::ValidationError("--replies", "belongs to --bench scripted, and it needs it");
     });

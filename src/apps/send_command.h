@@ -13,7 +13,10 @@ namespace bitlux {
 
 /// What `bitlux send` was told.
 struct SendOptions {
-    std::string bench; ///< a device of the virtual bench, empty for the real port
+    std::string bench;               ///< a device of the virtual bench, empty for this machine
+    std::string bus;                 ///< "dongle", "port" or empty
+    std::vector<std::string> faults; ///< of the dongle on the virtual bench
+    std::uint32_t seed = 1;
     std::int64_t bits = 8;
     int type = 1;
     std::string order = "msb";

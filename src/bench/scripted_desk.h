@@ -81,4 +81,18 @@ private:
     bool busy_ = false;
 };
 
+/// A desk at which a script sits.
+struct ScriptedDesk {
+    explicit ScriptedDesk(const Clock& clock) : loop(clock) {}
+
+    [[nodiscard]] Desk desk() {
+        return {.boxes = boxes, .fileDialogs = fileDialogs, .pointer = pointer, .loop = loop};
+    }
+
+    ScriptedBoxes boxes;
+    ScriptedFileDialogs fileDialogs;
+    QuietPointer pointer;
+    ScriptedLoop loop;
+};
+
 } // namespace bitlux

@@ -12,7 +12,7 @@ bool bitOf(std::uint8_t value, int bit) {
 
 } // namespace
 
-SimulatedPort::SimulatedPort(BenchClock& clock, std::unique_ptr<Device> device, std::int16_t base)
+SimulatedPort::SimulatedPort(BenchClock& clock, std::shared_ptr<Device> device, std::int16_t base)
     : ParallelPort(true), clock_(clock), device_(std::move(device)), base_(base) {}
 
 std::int32_t SimulatedPort::Inp(std::int16_t address) {

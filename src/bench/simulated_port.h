@@ -18,14 +18,14 @@ public:
     static constexpr std::int64_t accessTime = 1000;
 
     /// `base` is the address of LPT1, the only port; `clock` outlives this.
-    SimulatedPort(BenchClock& clock, std::unique_ptr<Device> device,
+    SimulatedPort(BenchClock& clock, std::shared_ptr<Device> device,
                   std::int16_t base = address378);
 
     /// How the device is wired; asked at every write of the data register.
     void setShapeSource(BusShapeSource source) { shapeSource_ = std::move(source); }
 
     /// Puts another device on the pins.
-    void connect(std::unique_ptr<Device> device) { device_ = std::move(device); }
+    void connect(std::shared_ptr<Device> device) { device_ = std::move(device); }
 
     /// What stands in the data register.
     [[nodiscard]] std::uint8_t dataPins() const { return data_; }
@@ -42,7 +42,7 @@ private:
     void drive(std::uint8_t value);
 
     BenchClock& clock_;
-    std::unique_ptr<Device> device_;
+    std::shared_ptr<Device> device_;
     BusShapeSource shapeSource_ = [] { return BusShape{}; };
     BusShape shape_;
     std::int16_t base_;

@@ -27,7 +27,7 @@ void ConfigureDialog::cmdApply_Click() {
     // The word length is taken over before anything is validated, and stays when a later step
     // refuses.
     applyWordLength();
-    if (session_.ParallelPortReady && !applyToParallelPort())
+    if (usesDongle() ? !applyToDongle() : session_.ParallelPortReady && !applyToParallelPort())
         return;
     parts_.singleWord.AdjustSPILabels();
     applySucceeded_ = true;
@@ -63,6 +63,21 @@ void ConfigureDialog::emptyLists() {
     parts_.commands.clear();
     parts_.log.clear();
     parts_.singleWord.cmdAll0Single_Click();
+}
+
+bool ConfigureDialog::applyToDongle() {
+    // applySucceeded_ keeps its value, so that OK closes the dialog even after a refusal.
+    if (!acceptWordLength())
+        return false;
+    if (session_.StartingUp != ConstOn)
+        session_.ConfigDirty = ConstOn;
+    applyPartName();
+    applyLogDecisions();
+    applyWordShape();
+    session_.DisplayHex = optBinary.value() ? 0 : 1;
+    if (session_.StartingUp != ConstOn)
+        parts_.lblConfigNag.hide();
+    return true;
 }
 
 bool ConfigureDialog::applyToParallelPort() {
@@ -119,30 +134,38 @@ bool ConfigureDialog::acceptWordLength() {
 }
 
 bool ConfigureDialog::acceptFractionalLength() {
-    const auto confirmed = [this](const std::string& text) {
-        return parts_.boxes.show(
-                   {.text = text, .title = "WARNING", .buttons = MessageBox::Buttons::OkCancel}) ==
-               MessageBox::Answer::Ok;
-    };
     if (session_.ConfigDirty == ConstOn && !parts_.commands.cmbMasterQCList.items().empty() &&
         !confirmed(
             fmt::format("Changing the number of SPI bits will destroy all of your Quick Commands.{}"
                         "Click OK to continue with changes, or click Cancel to discard changes.",
                         lineBreak)))
         return false;
-    if (wantedWordLength() > longestBinaryWord && optBinary.value()) {
-        if (!confirmed(
-                fmt::format("{}{}Click OK to use Hex mode, or click Cancel to discard changes.",
-                            hexOnlyNote(), lineBreak)))
-            return false;
-        optHex.setValue(true);
-        session_.DisplayHex = 1;
-    }
+    if (wantedWordLength() > longestBinaryWord &&
+        !(usesDongle() ? refuse("USB Mode only supports 40 bits maximum at this time.")
+                       : acceptHexOnly()))
+        return false;
     recreateWord();
     session_.SavedSPIWordLength = session_.SPIWordLength;
     emptyLists();
     parts_.singleWord.showBitColumns();
     return true;
+}
+
+bool ConfigureDialog::acceptHexOnly() {
+    if (!optBinary.value())
+        return true;
+    if (!confirmed(fmt::format("{}{}Click OK to use Hex mode, or click Cancel to discard changes.",
+                               hexOnlyNote(), lineBreak)))
+        return false;
+    optHex.setValue(true);
+    session_.DisplayHex = 1;
+    return true;
+}
+
+bool ConfigureDialog::confirmed(const std::string& text) {
+    return parts_.boxes.show(
+               {.text = text, .title = "WARNING", .buttons = MessageBox::Buttons::OkCancel}) ==
+           MessageBox::Answer::Ok;
 }
 
 void ConfigureDialog::applyPartName() {

@@ -180,19 +180,37 @@ void ConfigureDialog::chkSerialPort_Click() {
         enablePortControls(true);
         frameSPIBaudRate.hide();
         framePortPins.show();
-        showBusFrames();
+        showBusFrames(false);
         lblSPIBitRange.setCaption(rangeOnPort);
     }
 }
 
-void ConfigureDialog::arrangeWithoutDongle() {
+void ConfigureDialog::arrangeFor(DongleLink::Found found) {
+    if (found == DongleLink::Found::Opened) {
+        arrangeForDongle();
+        return;
+    }
     ChkSerialPort.setValue(0);
     ChkSerialPort.disable();
     lblSPIBitRange.setCaption(rangeOnPort);
-    if (!session_.ParallelPortReady)
+    if (found == DongleLink::Found::None && !session_.ParallelPortReady)
         return;
     enablePortControls(true);
-    showBusFrames();
+    showBusFrames(false);
+    if (found == DongleLink::Found::NotOpened)
+        framePortPins.show();
+}
+
+void ConfigureDialog::arrangeForDongle() {
+    enablePortControls(false);
+    framePortPins.hide();
+    showBusFrames(true);
+    // A dongle that was plugged in later can be chosen again, and is where there is no other bus.
+    ChkSerialPort.enable();
+    if (!session_.ParallelPortReady)
+        ChkSerialPort.setValue(1);
+    else if (!ChkSerialPort.checked())
+        chkSerialPort_Click(); // the port is in use and keeps its settings
 }
 
 void ConfigureDialog::enablePortControls(bool enabled) {
@@ -202,13 +220,14 @@ void ConfigureDialog::enablePortControls(bool enabled) {
         box->setEnabled(enabled);
 }
 
-void ConfigureDialog::showBusFrames() {
-    for (forms::Frame* frame : {&frameSPIBitOrder, &frameCS, &frameDI, &frameDO, &frameSPItype,
-                                &frameStandardPins, &frameOpenCollectorPins})
+void ConfigureDialog::showBusFrames(bool onDongle) {
+    for (forms::Frame* frame : {&frameSPIBitOrder, &frameCS, &frameDI, &frameDO, &frameSPItype})
         frame->show();
     for (forms::Label* label : {&lblPortDisabled, &lblSPIPinsDisabled, &lblExtraPinsDisabled})
         label->hide();
-    frameUSBExtraPins.hide();
+    frameStandardPins.setVisible(!onDongle);
+    frameOpenCollectorPins.setVisible(!onDongle);
+    frameUSBExtraPins.setVisible(onDongle);
 }
 
 void ConfigureDialog::chkHardCodeLPT_Click(int index) {

@@ -9,6 +9,7 @@
 #include "sending/session_log.h"
 #include "sending/single_word_page.h"
 #include "session/session.h"
+#include "transfer/dongle_link.h"
 #include "transfer/pin_layer.h"
 
 #include <functional>
@@ -30,7 +31,7 @@ public:
         CommandLists& commands;
         forms::Label& labelMainTitle;
         forms::Label& lblConfigNag;
-        std::function<void()> startUsb; ///< looks for the dongle and sets Session::USBReady
+        std::function<void()> startUsb; ///< looks for the dongle and calls arrangeFor
     };
 
     ConfigureDialog(forms::FormSet& set, Parts parts);
@@ -49,18 +50,22 @@ public:
     void chkHardCodeLPT_Click(int index);
     void TabStripSPItype_Click();
     void chkEnableLog_Click();
-    /// No dongle answered: the choice is taken away and the parallel port's settings come back.
-    void arrangeWithoutDongle();
+    /// Shows the settings of the bus that a search for the dongle has left.
+    void arrangeFor(DongleLink::Found found);
 
 private:
     // The steps of Apply, in their order. Those that can refuse return false then.
     void applyWordLength();
+    bool applyToDongle();
     bool applyToParallelPort();
     bool acceptPins();
     [[nodiscard]] bool hasPinConflict() const;
     bool acceptPortChoice();
     bool acceptWordLength();
     bool acceptFractionalLength();
+    bool acceptHexOnly();
+    bool confirmed(const std::string& text);
+    [[nodiscard]] bool usesDongle() const { return ChkSerialPort.checked() && session_.USBReady; }
     void applyPartName();
     void applyPins();
     void applyWordShape();
@@ -76,7 +81,8 @@ private:
 
     void registerProcedures();
     void enablePortControls(bool enabled);
-    void showBusFrames();
+    void arrangeForDongle();
+    void showBusFrames(bool onDongle);
     void enableLogLimit(bool enabled);
 
     Parts parts_;

@@ -2,11 +2,16 @@
 
 #include "platform/failure.h"
 
+#include <QCheckBox>
 #include <QComboBox>
+#include <QFontDatabase>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 
 namespace bitlux::gui {
 
@@ -31,10 +36,33 @@ QLabel* lamp(QWidget* parent, const QString& name) {
     return label;
 }
 
+QGridLayout* lampGrid(QWidget* parent) {
+    auto* grid = new QGridLayout(parent);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(4);
+    grid->setVerticalSpacing(2);
+    return grid;
+}
+
+QLabel* frameLabel(QWidget* parent, const QString& name) {
+    auto* label = new QLabel(parent);
+    label->setObjectName(name);
+    label->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return label;
+}
+
+void showFrame(QLabel& label, const UsbFrame& frame) {
+    const QString text = QString::fromStdString(fmt::format("{:02X}", fmt::join(frame, " ")));
+    if (label.text() != text)
+        label.setText(text);
+}
+
 } // namespace
 
-BenchView::BenchView(SimulatedPort& port, const QString& device, Binder& binder, QWidget* parent)
-    : QDockWidget("Virtual bench", parent), port_(port) {
+BenchView::BenchView(VirtualBench& bench, const Program& program, const QString& device,
+                     Binder& binder, QWidget* parent)
+    : QDockWidget("Virtual bench", parent), bench_(bench), program_(program) {
     setObjectName("bench");
     setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
     auto* content = new QWidget(this);
@@ -42,8 +70,13 @@ BenchView::BenchView(SimulatedPort& port, const QString& device, Binder& binder,
     row->setContentsMargins(14, 4, 14, 8);
     row->setSpacing(10);
     addDevice(*row, device);
-    row->addSpacing(16);
-    addPins(*row);
+    row->addSpacing(8);
+    addDongle(*row);
+    row->addSpacing(8);
+    portPins_ = makePortPins();
+    donglePins_ = makeDonglePins();
+    row->addWidget(portPins_);
+    row->addWidget(donglePins_);
     row->addStretch();
     setWidget(content);
     flushed_ = binder.flushed.follow([this] { follow(); });
@@ -73,26 +106,60 @@ void BenchView::addDevice(QBoxLayout& row, const QString& device) {
     connect(replies_, &QLineEdit::editingFinished, this, [this] { connectDevice(); });
 }
 
-void BenchView::addPins(QBoxLayout& row) {
-    auto* grid = new QGridLayout;
-    grid->setHorizontalSpacing(4);
-    grid->setVerticalSpacing(2);
-    grid->addWidget(new QLabel("Pin", this), 0, 0);
-    grid->addWidget(new QLabel("Level", this), 1, 0);
-    const auto addLamp = [&](int column, const QString& title, const QString& name) {
-        auto* number = new QLabel(title, this);
-        number->setAlignment(Qt::AlignCenter);
-        auto* level = lamp(this, name);
-        grid->addWidget(number, 0, column);
-        grid->addWidget(level, 1, column);
-        return level;
-    };
+void BenchView::addDongle(QBoxLayout& row) {
+    plugged_ = new QCheckBox("D&ongle plugged in", this);
+    plugged_->setObjectName("bench.dongle");
+    plugged_->setToolTip("Plugs the dongle in and pulls it out; the program looks for it at every "
+                         "change of page");
+    plugged_->setChecked(bench_.dongle.plugged());
+    row.addWidget(plugged_);
+    connect(plugged_, &QCheckBox::toggled, this, [this](bool on) {
+        if (on)
+            bench_.dongle.plug();
+        else
+            bench_.dongle.unplug();
+        follow();
+    });
+}
+
+QLabel* BenchView::addLamp(QGridLayout& grid, int column, const QString& title,
+                           const QString& name) {
+    auto* number = new QLabel(title, this);
+    number->setAlignment(Qt::AlignCenter);
+    auto* level = lamp(this, name);
+    grid.addWidget(number, 0, column);
+    grid.addWidget(level, 1, column);
+    return level;
+}
+
+QWidget* BenchView::makePortPins() {
+    auto* pins = new QWidget(this);
+    QGridLayout& grid = *lampGrid(pins);
+    grid.addWidget(new QLabel("Pin", this), 0, 0);
+    grid.addWidget(new QLabel("Level", this), 1, 0);
     for (int bit = 0; bit < 8; ++bit)
         data_[static_cast<std::size_t>(bit)] =
-            addLamp(bit + 1, QString::number(bit + 2), QString("bench.data%1").arg(bit));
-    dataOut_ = addLamp(10, "DO", "bench.dataOut");
-    grid->setColumnMinimumWidth(9, 8);
-    row.addLayout(grid);
+            addLamp(grid, bit + 1, QString::number(bit + 2), QString("bench.data%1").arg(bit));
+    dataOut_ = addLamp(grid, 10, "DO", "bench.dataOut");
+    grid.setColumnMinimumWidth(9, 8);
+    return pins;
+}
+
+QWidget* BenchView::makeDonglePins() {
+    auto* pins = new QWidget(this);
+    QGridLayout& grid = *lampGrid(pins);
+    grid.addWidget(new QLabel("OUT", this), 0, 0);
+    grid.addWidget(new QLabel("IN", this), 1, 0);
+    frameOut_ = frameLabel(this, "bench.frameOut");
+    frameIn_ = frameLabel(this, "bench.frameIn");
+    grid.addWidget(frameOut_, 0, 1);
+    grid.addWidget(frameIn_, 1, 1);
+    grid.setColumnMinimumWidth(2, 8);
+    for (int pin = 0; pin < 9; ++pin)
+        extraPins_[static_cast<std::size_t>(pin)] =
+            addLamp(grid, pin + 3, pin < 5 ? QString("D%1").arg(pin) : QString("C%1").arg(pin - 5),
+                    QString("bench.extraPin%1").arg(pin));
+    return pins;
 }
 
 void BenchView::connectDevice() {
@@ -103,7 +170,7 @@ void BenchView::connectDevice() {
         if (name == "scripted" && !replies_->text().isEmpty())
             for (const QString& reply : replies_->text().split(','))
                 replies.push_back(replyFromHex(reply.trimmed().toStdString()));
-        port_.connect(makeDevice(name, replies));
+        bench_.connect(makeDevice(name, replies));
         problem_->hide();
     } catch (const Failure& failure) {
         problem_->setText(failure.what());
@@ -113,9 +180,26 @@ void BenchView::connectDevice() {
 }
 
 void BenchView::follow() {
+    const bool onDongle = program_.engine().usesDongle();
+    portPins_->setVisible(!onDongle);
+    donglePins_->setVisible(onDongle);
+    if (onDongle) {
+        followDongle();
+        return;
+    }
+    const SimulatedPort& port = bench_.port;
     for (int bit = 0; bit < 8; ++bit)
-        showLevel(*data_[static_cast<std::size_t>(bit)], ((port_.dataPins() >> bit) & 1) != 0);
-    showLevel(*dataOut_, port_.dataOut());
+        showLevel(*data_[static_cast<std::size_t>(bit)], ((port.dataPins() >> bit) & 1) != 0);
+    showLevel(*dataOut_, port.dataOut());
+}
+
+void BenchView::followDongle() {
+    const SimulatedDongle& dongle = bench_.dongle;
+    showFrame(*frameOut_, dongle.lastOut());
+    showFrame(*frameIn_, dongle.lastIn());
+    for (int pin = 0; pin < 9; ++pin)
+        showLevel(*extraPins_[static_cast<std::size_t>(pin)],
+                  ((dongle.extraPins() >> pin) & 1) != 0);
 }
 
 } // namespace bitlux::gui

@@ -1,37 +1,54 @@
 #pragma once
 
-#include "bench/simulated_port.h"
 #include "gui/binder.h"
+#include "program/program.h"
+#include "workbench/virtual_bench.h"
 
 #include <array>
 
 #include <QDockWidget>
 
 class QBoxLayout;
+class QCheckBox;
 class QComboBox;
+class QGridLayout;
 class QLabel;
 class QLineEdit;
 
 namespace bitlux::gui {
 
-/// The virtual bench beside the program: which device is on the pins, and the levels of the pins.
+/// The virtual bench beside the program: which device is on the lines, whether the dongle is
+/// plugged in, and what stands on the bus in use: the pins of the port, or frames and pins of the
+/// dongle.
 class BenchView : public QDockWidget {
 public:
-    /// `device` is the name of the one that is on the pins. Follows the refreshes of `binder`.
-    BenchView(SimulatedPort& port, const QString& device, Binder& binder, QWidget* parent);
+    /// `device` is the name of the one that is on the lines. Follows the refreshes of `binder`.
+    BenchView(VirtualBench& bench, const Program& program, const QString& device, Binder& binder,
+              QWidget* parent);
 
 private:
     void addDevice(QBoxLayout& row, const QString& device);
-    void addPins(QBoxLayout& row);
+    void addDongle(QBoxLayout& row);
+    QWidget* makePortPins();
+    QWidget* makeDonglePins();
+    QLabel* addLamp(QGridLayout& grid, int column, const QString& title, const QString& name);
     void connectDevice();
     void follow();
+    void followDongle();
 
-    SimulatedPort& port_;
+    VirtualBench& bench_;
+    const Program& program_;
     QComboBox* device_ = nullptr;
     QLineEdit* replies_ = nullptr;
     QLabel* problem_ = nullptr;
     std::array<QLabel*, 8> data_{};
     QLabel* dataOut_ = nullptr;
+    QCheckBox* plugged_ = nullptr;
+    QWidget* portPins_ = nullptr;
+    QWidget* donglePins_ = nullptr;
+    QLabel* frameOut_ = nullptr;
+    QLabel* frameIn_ = nullptr;
+    std::array<QLabel*, 9> extraPins_{};
     Subscription flushed_;
 };
 

@@ -4,6 +4,7 @@
 
 int main(int argc, char** argv) {
     bitlux::PacedClock clock;
-    bitlux::SimulatedPort port(clock, bitlux::makeDevice("loopback"));
-    return bitlux::gui::runWindow(argc, argv, port, &port);
+    bitlux::VirtualBench bench(clock, bitlux::makeDevice("loopback"));
+    bench.dongle.plug();
+    return bitlux::gui::runWindow(argc, argv, bench.hardware(), &bench);
 }

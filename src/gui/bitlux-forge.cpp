@@ -2,8 +2,11 @@
 
 #include "gui/window_program.h"
 #include "platform/linux/linux_parallel_port.h"
+#include "platform/linux/linux_usb_host.h"
 
 int main(int argc, char** argv) {
+    const bitlux::SystemClock clock;
     bitlux::LinuxParallelPort port;
-    return bitlux::gui::runWindow(argc, argv, port);
+    bitlux::LinuxUsbHost usb;
+    return bitlux::gui::runWindow(argc, argv, {.port = port, .usb = usb, .clock = clock});
 }

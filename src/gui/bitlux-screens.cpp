@@ -4,7 +4,7 @@
 #include "gui/bench_view.h"
 #include "gui/main_window.h"
 #include "gui/theme.h"
-#include "workbench/bench_wiring.h"
+#include "workbench/virtual_bench.h"
 
 #include <QApplication>
 #include <QDir>
@@ -26,7 +26,7 @@ struct State {
 class Stage {
 public:
     Stage() {
-        port_.setShapeSource([this] { return busShapeOf(program_.session()); });
+        bench_.wireFor(program_.session());
         program_.Main();
     }
 
@@ -40,8 +40,9 @@ public:
 
     void paint(const QString& file, QSize size, const State* state = nullptr) {
         gui::MainWindow window(program_);
-        window.addDockWidget(Qt::BottomDockWidgetArea,
-                             new gui::BenchView(port_, "echo", window.binder(), &window));
+        window.addDockWidget(
+            Qt::BottomDockWidgetArea,
+            new gui::BenchView(bench_, program_, "echo", window.binder(), &window));
         if (state != nullptr)
             sendWords(*state, window);
         window.show();
@@ -85,16 +86,9 @@ public:
 
 private:
     VirtualClock clock_;
-    SimulatedPort port_{clock_, makeDevice("echo")};
-    ScriptedBoxes boxes_;
-    ScriptedFileDialogs dialogs_;
-    QuietPointer pointer_;
-    ScriptedLoop loop_{clock_};
-    Program program_{{.port = port_,
-                      .boxes = boxes_,
-                      .fileDialogs = dialogs_,
-                      .pointer = pointer_,
-                      .loop = loop_}};
+    VirtualBench bench_{clock_, makeDevice("echo")};
+    ScriptedDesk desk_{clock_};
+    Program program_{bench_.hardware(), desk_.desk()};
 };
 
 const State states[] = {

@@ -217,6 +217,8 @@ void MainView::leaveOutWaitingControls() {
     // They exist before their page does.
     for (const forms::Control* control :
          {static_cast<forms::Control*>(&form_.TabStripMain),
+          static_cast<forms::Control*>(&form_.Command1), static_cast<forms::Control*>(&form_.Text1),
+          static_cast<forms::Control*>(&form_.Text2),
           static_cast<forms::Control*>(&form_.commands.cmbMasterQCList),
           static_cast<forms::Control*>(&form_.commands.lstCommandsAvailable),
           static_cast<forms::Control*>(&form_.commands.lstCommandsToSend),

@@ -47,6 +47,7 @@ void MainWindow::makeMenus() {
     menuItem(file, form.itemExit)->setShortcut(QKeySequence::Quit);
     QMenu& configure = *menuBar()->addMenu("Co&nfigure");
     menuItem(configure, form.itemPortOptions);
+    menuItem(configure, form.itemUpdateDongle);
     QMenu& view = *menuBar()->addMenu("&View");
     QAction* dark = view.addAction("&Dark");
     dark->setCheckable(true);
@@ -76,10 +77,12 @@ void MainWindow::formShown(forms::Form& form) {
 void MainWindow::updateStatus() {
     const Session& session = program_.session();
     const std::string bus =
-        session.ParallelPortReady
+        program_.engine().usesDongle() ? std::string("USB dongle")
+        : session.ParallelPortReady
             ? fmt::format("Parallel port 0x{:X}",
                           static_cast<std::uint16_t>(session.LPTPortAddress))
-            : std::string("No bus: choose Configure, Edit Configuration, Setup Parallel Port");
+            : std::string("No bus: plug in a dongle, or choose Configure, Edit Configuration, "
+                          "Setup Parallel Port");
     const std::string shape =
         fmt::format("{} bits, type {}, {} first", session.SPIWordLength, session.SPIType,
                     session.MSBFirst == ConstOn ? "MSB" : "LSB");

@@ -47,4 +47,16 @@ private:
     std::int64_t lastTurn_ = 0;
 };
 
+/// The desk of the window.
+struct QtDesk {
+    [[nodiscard]] Desk desk() {
+        return {.boxes = boxes, .fileDialogs = fileDialogs, .pointer = pointer, .loop = loop};
+    }
+
+    QtBoxes boxes;
+    QtFileDialogs fileDialogs;
+    QtPointer pointer;
+    QtEventLoop loop;
+};
+
 } // namespace bitlux::gui

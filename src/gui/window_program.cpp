@@ -5,7 +5,6 @@
 #include "gui/main_window.h"
 #include "gui/qt_desk.h"
 #include "gui/theme.h"
-#include "workbench/bench_wiring.h"
 
 #include <cstdlib>
 
@@ -23,7 +22,7 @@ void endRunningProgram() {
         runningProgram->end();
 }
 
-/// Makes the bench ready: a port is found, and words are typed in hexadecimal.
+/// Makes the bench ready: the port is found too, and words are typed in hexadecimal.
 void setUp(Program& program) {
     ConfigureDialog& dialog = program.dialog();
     dialog.Btn_ParallelPort_Click();
@@ -34,23 +33,16 @@ void setUp(Program& program) {
 
 } // namespace
 
-int runWindow(int argc, char** argv, ParallelPort& port, SimulatedPort* bench) {
+int runWindow(int argc, char** argv, const Hardware& hardware, VirtualBench* bench) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(applicationTitle);
     applyTheme(isDark());
     installLogAccessibility();
 
-    QtBoxes boxes;
-    QtFileDialogs fileDialogs;
-    QtPointer pointer;
-    QtEventLoop loop;
-    Program program({.port = port,
-                     .boxes = boxes,
-                     .fileDialogs = fileDialogs,
-                     .pointer = pointer,
-                     .loop = loop});
+    QtDesk desk;
+    Program program(hardware, desk.desk());
     if (bench != nullptr)
-        bench->setShapeSource([&program] { return busShapeOf(program.session()); });
+        bench->wireFor(program.session());
     program.Main();
     runningProgram = &program;
     std::atexit(endRunningProgram);
@@ -61,8 +53,9 @@ int runWindow(int argc, char** argv, ParallelPort& port, SimulatedPort* bench) {
     {
         MainWindow window(program);
         if (bench != nullptr)
-            window.addDockWidget(Qt::BottomDockWidgetArea,
-                                 new BenchView(*bench, "loopback", window.binder(), &window));
+            window.addDockWidget(
+                Qt::BottomDockWidgetArea,
+                new BenchView(*bench, program, "loopback", window.binder(), &window));
         window.fitToContent();
         window.show();
         window.view().focusEntry();

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "bench/simulated_port.h"
-#include "platform/parallel_port.h"
+#include "platform/hardware.h"
+#include "workbench/virtual_bench.h"
 
 namespace bitlux::gui {
 
-/// Runs the program in its window on this port until the user ends it; the result is the exit
-/// code. With `bench`, which then is the port, the virtual bench stands beside it, set up and
+/// Runs the program in its window on this hardware until the user ends it; the result is the exit
+/// code. With `bench`, which then is the hardware, the virtual bench stands beside it, set up and
 /// ready to send.
-int runWindow(int argc, char** argv, ParallelPort& port, SimulatedPort* bench = nullptr);
+int runWindow(int argc, char** argv, const Hardware& hardware, VirtualBench* bench = nullptr);
 
 } // namespace bitlux::gui

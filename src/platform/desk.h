@@ -92,4 +92,12 @@ public:
     virtual void turn() = 0;
 };
 
+/// What a program meets its user with; all of it outlives the program.
+struct Desk {
+    MessageBoxes& boxes;
+    FileDialogs& fileDialogs;
+    Pointer& pointer;
+    EventLoop& loop;
+};
+
 } // namespace bitlux

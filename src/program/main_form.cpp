@@ -23,8 +23,12 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
       lblConfigNag(*this, "lblConfigNag", "(Not Configured)"),
       TabStripMain(*this, "TabStripMain", tabsOfAllParts()),
       itemPortOptions(*this, "itemPortOptions", "Edit &Configuration..."),
+      itemUpdateDongle(*this, "itemUpdateDongle", "&Update Dongle Firmware..."),
       itemExit(*this, "itemExit", "E&xit"),
-      run(*this, parts.session, parts.loop),
+      Command1(*this, "Command1"),
+      Text1(*this, "Text1"),
+      Text2(*this, "Text2"),
+      run(*this, parts.session, parts.desk.loop),
       commands(*this, parts.desk.boxes),
       log(*this, parts.session, parts.options, parts.desk),
       singleWord(*this, {.session = parts.session,
@@ -36,11 +40,23 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
     run.sendSingle = [this] { singleWord.DoSPISingle(); };
     run.hasCommands = [this] { return commands.hasCommands(); };
     log.stopContinuous = [this] { run.cmdStopContinuous_Click(); };
+    Command1.hide();
+    parts.engine.wordLeaving.subscribe([this] {
+        Text1.hide();
+        Text2.hide();
+    });
     registerProcedures(parts);
 }
 
 void MainForm::registerProcedures(const Parts& parts) {
     procedure("SendSPI", [&engine = parts.engine] { engine.SendSPI(); });
+    procedure("read_rstint", [&dongle = parts.dongle] { dongle.read_rstint(); });
+    procedure("test_mode", [&dongle = parts.dongle] { dongle.test_mode(); });
+    procedure("Command1_Click", [this, &dongle = parts.dongle] {
+        dongle.setUpPipes();
+        Command1.hide();
+        Command1.disable();
+    });
     procedure("ToggleDataPort", [&pins = parts.pins] { pins.ToggleDataPort(); });
     procedure("ToggleControlPort", [&pins = parts.pins] { pins.ToggleControlPort(); });
 }

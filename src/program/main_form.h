@@ -24,8 +24,8 @@ public:
         const LiveOptions& options;
         PinLayer& pins;
         WordEngine& engine;
-        SessionLog::Desk desk;
-        EventLoop& loop;
+        DongleLink& dongle;
+        const Desk& desk;
     };
 
     MainForm(forms::FormSet& set, const Parts& parts);
@@ -38,7 +38,12 @@ public:
     forms::Label lblConfigNag;
     forms::TabStrip TabStripMain;
     forms::MenuItem itemPortOptions;
+    forms::MenuItem itemUpdateDongle;
     forms::MenuItem itemExit;
+    // Relics of the form's design; nothing shows them.
+    forms::Button Command1; ///< sets up the pipes of a dongle that was found
+    forms::TextBox Text1;
+    forms::TextBox Text2;
 
     RunControls run;
     CommandLists commands;

@@ -2,6 +2,8 @@
 
 #include <exception>
 
+#include <fmt/format.h>
+
 namespace bitlux {
 
 namespace {
@@ -14,22 +16,26 @@ void removePartTabs(MainForm& form) {
 
 } // namespace
 
-Program::Program(const Platform& platform)
-    : forms_(platform.boxes),
-      pins_(session_, platform.port),
-      engine_(session_, pins_, platform.boxes),
+Program::Program(const Hardware& hardware, const Desk& desk)
+    : desk_(desk),
+      clock_(hardware.clock),
+      forms_(desk_.boxes),
+      pins_(session_, hardware.port),
+      dongle_(session_, hardware.usb, hardware.clock, desk_.boxes),
+      engine_({.session = session_,
+               .options = options_,
+               .pins = pins_,
+               .dongle = dongle_,
+               .boxes = desk_.boxes}),
       mainForm_(
           forms_, "frmMain",
-          [this, platform] {
-              return std::make_unique<MainForm>(
-                  forms_, MainForm::Parts{.session = session_,
-                                          .options = options_,
-                                          .pins = pins_,
-                                          .engine = engine_,
-                                          .desk = {.boxes = platform.boxes,
-                                                   .fileDialogs = platform.fileDialogs,
-                                                   .pointer = platform.pointer},
-                                          .loop = platform.loop});
+          [this] {
+              return std::make_unique<MainForm>(forms_, MainForm::Parts{.session = session_,
+                                                                        .options = options_,
+                                                                        .pins = pins_,
+                                                                        .engine = engine_,
+                                                                        .dongle = dongle_,
+                                                                        .desk = desk_});
           },
           [this](MainForm& form) {
               registerProcedures(form);
@@ -37,12 +43,12 @@ Program::Program(const Platform& platform)
           }),
       dialog_(
           forms_, "frmConfigureSPI",
-          [this, &boxes = platform.boxes] {
+          [this] {
               MainForm& form = *mainForm_;
               return std::make_unique<ConfigureDialog>(
                   forms_, ConfigureDialog::Parts{.session = session_,
                                                  .pins = pins_,
-                                                 .boxes = boxes,
+                                                 .boxes = desk_.boxes,
                                                  .singleWord = form.singleWord,
                                                  .log = form.log,
                                                  .commands = form.commands,
@@ -51,8 +57,10 @@ Program::Program(const Platform& platform)
                                                  .startUsb = [this] { Start_USB(); }});
           },
           [](ConfigureDialog& dialog) { dialog.call("Form_Load"); }) {
+    options_.useUsb = [this] { return dialog_->ChkSerialPort.checked(); };
     options_.logForever = [this] { return dialog_->optLogForever.value(); };
-    engine_.sendFailed.subscribe([this] { mainForm_->run.cmdStopContinuous_Click(); });
+    for (Event<>* failed : {&engine_.sendFailed, &dongle_.failed})
+        failed->subscribe([this] { mainForm_->run.cmdStopContinuous_Click(); });
 }
 
 Program::~Program() {
@@ -94,6 +102,7 @@ void Program::registerProcedures(MainForm& form) {
         form.run.cmdStopContinuous_Click();
         exitRequested.raise();
     });
+    form.procedure("itemUpdateDongle_Click", [this] { itemUpdateDongle_Click(); });
     form.procedure("Start_USB", [this] { Start_USB(); });
 }
 
@@ -114,9 +123,60 @@ void Program::loadMainForm(MainForm& form) {
 }
 
 void Program::Start_USB() {
-    // Nothing in the house speaks USB, so no dongle answers.
-    session_.USBReady = false;
-    dialog_->arrangeWithoutDongle();
+    if (searching_) // the dialog's box, ticked because of what was found, asks for a search
+        return;
+    searching_ = true;
+    const DongleLink::Found found = dongle_.search();
+    session_.USBReady = found == DongleLink::Found::Opened;
+    if (session_.USBReady) {
+        forms::Button& setUp = mainForm_->Command1;
+        setUp.show();
+        setUp.enable();
+        mainForm_->call("Command1_Click");
+        setUp.disable();
+    }
+    dialog_->arrangeFor(found);
+    searching_ = false;
+}
+
+void Program::itemUpdateDongle_Click() {
+    if (!session_.USBReady) {
+        desk_.boxes.show({.text = "There is no USB connection to a working dongle.  "
+                                  "Firmware update mode cannot be set."});
+        return;
+    }
+    const MessageBox question{
+        .text = "Are you sure you want to set the dongle to firmware update mode?  "
+                "This operation cannot be undone.",
+        .buttons = MessageBox::Buttons::YesNo};
+    if (desk_.boxes.show(question) != MessageBox::Answer::Yes)
+        return;
+    bool failed = false;
+    const Subscription watch = dongle_.failed.follow([&failed] { failed = true; });
+    session_.FirmwareUpdateRequest = true;
+    session_.WordToSend.assign(static_cast<std::size_t>(session_.SPIWordLength), 0);
+    try {
+        engine_.SendSPI();
+    } catch (...) { // a later word must not carry a request that nobody remembers
+        session_.FirmwareUpdateRequest = false;
+        throw;
+    }
+    if (failed)
+        return;
+    desk_.boxes.show({.text = fmt::format("Dongle firmware update mode has been set.{0}"
+                                          "Use the DLK Device Manager application to{0}"
+                                          "update the dongle firmware.",
+                                          lineBreak)});
+}
+
+void Program::startRecording(WireTrace& trace) {
+    pins_.startRecording(trace, clock_);
+    dongle_.startRecording(trace, clock_);
+}
+
+void Program::stopRecording() {
+    pins_.stopRecording();
+    dongle_.stopRecording();
 }
 
 void Program::end() {
@@ -124,6 +184,11 @@ void Program::end() {
         return;
     running_ = false;
     mainForm_->run.cmdStopContinuous_Click();
+    dongle_.close();
+    restPins();
+}
+
+void Program::restPins() {
     if (!session_.ParallelPortReady || session_.LPTPortAddress == 0)
         return;
     try {

@@ -4,7 +4,7 @@
 #include "platform/clock.h"
 #include "platform/desk.h"
 #include "platform/forms/form_set.h"
-#include "platform/parallel_port.h"
+#include "platform/hardware.h"
 #include "program/main_form.h"
 #include "session/live_options.h"
 #include "session/session.h"
@@ -17,16 +17,7 @@ namespace bitlux {
 /// is (window, command line, script, test) works on its forms.
 class Program {
 public:
-    /// The outside; all of it outlives the program.
-    struct Platform {
-        ParallelPort& port;
-        MessageBoxes& boxes;
-        FileDialogs& fileDialogs;
-        Pointer& pointer;
-        EventLoop& loop;
-    };
-
-    explicit Program(const Platform& platform);
+    Program(const Hardware& hardware, const Desk& desk);
     /// Ends the program if it has not ended yet.
     ~Program();
     Program(const Program&) = delete;
@@ -35,16 +26,23 @@ public:
     /// Starts the program: brings the session and the forms to their defaults, shows the main
     /// form.
     void Main();
-    /// An orderly end: a continuous run stops and the pins go idle. Harmless when repeated.
+    /// An orderly end: a continuous run stops, the dongle is closed and the pins go idle. Harmless
+    /// when repeated.
     void end();
 
     /// The user asked for the end by the menu; whoever runs the program then calls end.
     Event<> exitRequested;
 
+    /// Records what happens on either bus from now on; the trace outlives the recording.
+    void startRecording(WireTrace& trace);
+    void stopRecording();
+
     [[nodiscard]] forms::FormSet& forms() { return forms_; }
     [[nodiscard]] Session& session() { return session_; }
     [[nodiscard]] PinLayer& pins() { return pins_; }
+    [[nodiscard]] DongleLink& dongle() { return dongle_; }
     [[nodiscard]] WordEngine& engine() { return engine_; }
+    [[nodiscard]] const WordEngine& engine() const { return engine_; }
     [[nodiscard]] MainForm& mainForm() { return *mainForm_; }
     [[nodiscard]] ConfigureDialog& dialog() { return *dialog_; }
 
@@ -53,15 +51,21 @@ private:
     void loadMainForm(MainForm& form);
     void putIdleLevelsOnPins();
     void Start_USB();
+    void itemUpdateDongle_Click();
+    void restPins();
 
+    Desk desk_;
+    const Clock& clock_;
     Session session_;
     forms::FormSet forms_;
     LiveOptions options_;
     PinLayer pins_;
+    DongleLink dongle_;
     WordEngine engine_;
     forms::FormSlot<MainForm> mainForm_;
     forms::FormSlot<ConfigureDialog> dialog_;
     bool running_ = false;
+    bool searching_ = false;
 };
 
 } // namespace bitlux

@@ -35,7 +35,8 @@ forms::ControlArray<forms::Frame> oneFrame(forms::Form& form, const std::string&
 
 } // namespace
 
-SessionLog::SessionLog(forms::Form& form, Session& session, const LiveOptions& options, Desk desk)
+SessionLog::SessionLog(forms::Form& form, Session& session, const LiveOptions& options,
+                       const Desk& desk)
     : session_(session),
       options_(options),
       desk_(desk),

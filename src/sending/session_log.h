@@ -24,13 +24,7 @@ struct PlaceInPass {
 /// same lines, and the buttons and menu items that save and clear them.
 class SessionLog {
 public:
-    struct Desk {
-        MessageBoxes& boxes;
-        FileDialogs& fileDialogs;
-        Pointer& pointer;
-    };
-
-    SessionLog(forms::Form& form, Session& session, const LiveOptions& options, Desk desk);
+    SessionLog(forms::Form& form, Session& session, const LiveOptions& options, const Desk& desk);
 
     // Saving and clearing first stop a continuous run. Set by whoever owns the run.
     std::function<void()> stopContinuous;

@@ -67,7 +67,21 @@ struct Session {
 
     // The dongle
     bool USBReady = false;
-    std::int16_t SPIBaudRate = 64;
+    bool USBReadDone = false;       ///< the answer to the frame on its way has come
+    std::int16_t SPIBaudRate = 64;  ///< code of the clock: 0, 64, 128, 192
+    std::int16_t USBPinUpdate = 0;  ///< 1 while a word carries a change of the extra pins
+    std::uint8_t USBExtraPins0 = 0; ///< bits 0 to 4: Data0 to Data4; 5 to 7: Control0 to Control2
+    std::uint8_t USBExtraPins1 = 0; ///< bit 0: Control3
+    bool USBFrameTopBit = false;    ///< the next frame has 0x80 added to its first byte
+    bool FirmwareUpdateRequest = false; ///< the next word asks the dongle for its boot loader
+    bool InterruptSeen = false;         ///< the chip's lines as the dongle sampled them last
+    bool ResetSeen = false;
+
+    // Panels that want their labels refreshed: 1 when open
+    std::uint8_t ZT72518PanelActive = 0;
+    std::uint8_t ZT72361PanelActive = 0;
+    std::uint8_t ZT72537PanelActive = 0;
+    std::uint8_t ZT72537FrameByte7 = 0; ///< last byte of every word while that panel is open
 
     /// Set when a transfer failed; who sends by itself looks at it and stops.
     bool LinkFailed = false;

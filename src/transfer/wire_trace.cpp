@@ -1,10 +1,15 @@
 #include "transfer/wire_trace.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 namespace bitlux {
 
 std::string WireTrace::line(const WireAccess& access) const {
+    if (access.kind == WireAccess::Kind::FrameOut || access.kind == WireAccess::Kind::FrameIn)
+        return fmt::format("{} {} {:02X}", access.nanoseconds - origin_,
+                           access.kind == WireAccess::Kind::FrameOut ? "OUT" : "IN",
+                           fmt::join(access.frame, " "));
     return fmt::format("{} {} {:X} {:02X}", access.nanoseconds - origin_,
                        access.kind == WireAccess::Kind::Write ? 'W' : 'R',
                        static_cast<std::uint16_t>(access.address), access.value);

@@ -2,6 +2,7 @@
 
 #include "platform/clock.h"
 #include "platform/parallel_port.h"
+#include "platform/usb_endpoint.h"
 
 #include <cstdint>
 #include <string>
@@ -9,14 +10,16 @@
 
 namespace bitlux {
 
-/// One access to a register of the port, as it happened.
+/// One access to a register of the port, or one frame of the dongle, as it happened.
 struct WireAccess {
-    enum class Kind : std::uint8_t { Write, Read };
+    enum class Kind : std::uint8_t { Write, Read, FrameOut, FrameIn };
 
-    std::int64_t nanoseconds; ///< when the access was complete, on the clock of the recording
+    std::int64_t nanoseconds; ///< on the clock of the recording: when an access was complete, when
+                              ///< a frame was handed over
     Kind kind;
-    std::int16_t address;
-    std::uint8_t value;
+    std::int16_t address = 0; ///< of an access
+    std::uint8_t value = 0;   ///< of an access
+    UsbFrame frame{};
 };
 
 /// What happened on the wire, in order. One record serves the waveform, the exports, the command
@@ -33,8 +36,8 @@ public:
 
     [[nodiscard]] const std::vector<WireAccess>& accesses() const { return accesses_; }
 
-    /// As "1200 W 378 05": nanoseconds since the first access, write or read, address and byte in
-    /// hexadecimal.
+    /// As "1200 W 378 05": nanoseconds since the first entry, write or read, address and byte in
+    /// hexadecimal; or as "1200 OUT 10 70 00 A5 C3 00 00 00".
     [[nodiscard]] std::string line(const WireAccess& access) const;
 
     /// Forgets the accesses, but not when the first one was.

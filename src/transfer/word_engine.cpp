@@ -2,6 +2,7 @@
 
 #include "platform/failure.h"
 #include "transfer/clocking_type.h"
+#include "transfer/dongle_frame.h"
 
 #include <array>
 #include <utility>
@@ -185,6 +186,10 @@ void WordEngine::SendSPI() {
     const auto length = static_cast<std::size_t>(session_.SPIWordLength);
     session_.WordReceived.assign(length, 0);
     session_.PortStatusSamples.assign(length, 0);
+    if (usesDongle()) {
+        sendThroughDongle();
+        return;
+    }
     if (!session_.ParallelPortReady) {
         boxes_.show({.text = "No device available to send SPI Data."});
         return;
@@ -212,6 +217,15 @@ void WordEngine::requireSendable() const {
         throw Failure(
             Failure::Kind::OutOfRange,
             fmt::format("Subscript out of range: there is no SPI type {}", session_.SPIType));
+}
+
+void WordEngine::sendThroughDongle() {
+    wordLeaving.raise();
+    UsbFrame answer{};
+    if (!dongle_.exchangeUnlimited(buildWordFrame(session_), answer))
+        return;
+    unpackAnswer(answer, session_);
+    wordTransferred.raise();
 }
 
 void WordEngine::sendOnParallelPort() {

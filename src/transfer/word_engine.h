@@ -2,7 +2,9 @@
 
 #include "platform/desk.h"
 #include "platform/event.h"
+#include "session/live_options.h"
 #include "session/session.h"
+#include "transfer/dongle_link.h"
 #include "transfer/pin_layer.h"
 
 namespace bitlux {
@@ -10,8 +12,21 @@ namespace bitlux {
 /// The one place through which every SPI word passes.
 class WordEngine {
 public:
-    WordEngine(Session& session, PinLayer& pins, MessageBoxes& boxes)
-        : session_(session), pins_(pins), boxes_(boxes) {}
+    /// What the engine works with; all outlive it.
+    struct Parts {
+        Session& session;
+        const LiveOptions& options;
+        PinLayer& pins;
+        DongleLink& dongle;
+        MessageBoxes& boxes;
+    };
+
+    explicit WordEngine(const Parts& parts)
+        : session_(parts.session),
+          options_(parts.options),
+          pins_(parts.pins),
+          dongle_(parts.dongle),
+          boxes_(parts.boxes) {}
 
     /// Sends Session::WordToSend in the shape that the session tells and leaves the answer in
     /// Session::WordReceived. The caller has made WordToSend with at least SPIWordLength elements,
@@ -20,21 +35,32 @@ public:
     /// A failed transfer shows its message, raises sendFailed and returns; a word length below 1,
     /// a type outside 1 to 8 or a WordToSend that is too short raises Failure (OutOfRange) before
     /// anything moves. Gives no control to the event loop.
+    ///
+    /// Through the dongle a word may have whole bytes in its elements 0, 8, ..., each with the
+    /// seven elements above it at 0; the port refuses such a word.
     void SendSPI();
 
-    /// A transfer failed: whatever sends by itself stops.
+    /// Whether the next word goes through the dongle: it is chosen, and it is there.
+    [[nodiscard]] bool usesDongle() const { return session_.USBReady && options_.useUsb(); }
+
+    /// A transfer on the port failed: whatever sends by itself stops. (A dongle tells so itself.)
     Event<> sendFailed;
+    /// A word is about to leave for the dongle: open panels show what is sent.
+    Event<> wordLeaving;
     /// A word is through and WordReceived holds the answer: open panels show it.
     Event<> wordTransferred;
 
 private:
     void requireSendable() const;
+    void sendThroughDongle();
     void sendOnParallelPort();
     [[nodiscard]] bool decode();
     void fail(const std::string& text);
 
     Session& session_;
+    const LiveOptions& options_;
     PinLayer& pins_;
+    DongleLink& dongle_;
     MessageBoxes& boxes_;
 };
 

@@ -4,8 +4,8 @@
 
 namespace bitlux {
 
-BusShape busShapeOf(const Session& session) {
-    const ClockingType& type = clockingType(session.SPIType);
+BusShape busShapeOf(const Session& session, int spiType) {
+    const ClockingType& type = clockingType(spiType);
     return {.chipSelectPin = session.CSPin,
             .dataInPin = session.DIPin,
             .clockPin = session.ClockPin,

@@ -5,7 +5,7 @@
 
 namespace bitlux {
 
-/// How the settings in force wire and clock a device on the virtual bench.
-BusShape busShapeOf(const Session& session);
+/// How the settings in force wire a device on the virtual bench, for words of an SPI type.
+BusShape busShapeOf(const Session& session, int type);
 
 } // namespace bitlux

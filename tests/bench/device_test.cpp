@@ -1,4 +1,5 @@
 #include "bench/scripted_desk.h"
+#include "bench/simulated_dongle.h"
 #include "bench/simulated_port.h"
 #include "platform/failure.h"
 #include "transfer/word_engine.h"
@@ -69,7 +70,7 @@ public:
         session_.DIZeroLevel = shape.diInverted ? ConstHigh : ConstLow;
         session_.DOHighValue = shape.doInverted ? 0 : 1;
         session_.DOLowValue = shape.doInverted ? 1 : 0;
-        port_.setShapeSource([this] { return busShapeOf(session_); });
+        port_.setShapeSource([this] { return busShapeOf(session_, session_.SPIType); });
         pins_.rest();
     }
 
@@ -91,7 +92,14 @@ private:
     Session session_;
     ScriptedBoxes boxes_;
     PinLayer pins_{session_, port_};
-    WordEngine engine_{session_, pins_, boxes_};
+    LiveOptions options_;
+    SimulatedDongle unplugged_{clock_, makeDevice("none")};
+    DongleLink link_{session_, unplugged_, clock_, boxes_};
+    WordEngine engine_{{.session = session_,
+                        .options = options_,
+                        .pins = pins_,
+                        .dongle = link_,
+                        .boxes = boxes_}};
 };
 
 TEST(Device, EchoAnswersWithThePreviousWordHoweverItTravels) {

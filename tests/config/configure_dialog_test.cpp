@@ -27,13 +27,10 @@ private:
 
 struct PortsBench {
     Ports port;
-    ScriptedBoxes boxes;
-    ScriptedFileDialogs dialogs;
-    QuietPointer pointer;
     VirtualClock clock;
-    ScriptedLoop loop{clock};
-    Program program{
-        {.port = port, .boxes = boxes, .fileDialogs = dialogs, .pointer = pointer, .loop = loop}};
+    SimulatedDongle unplugged{clock, makeDevice("none")};
+    ScriptedDesk desk{clock};
+    Program program{{.port = port, .usb = unplugged, .clock = clock}, desk.desk()};
 
     explicit PortsBench(std::array<std::int16_t, 3> addresses) : port(addresses) { program.Main(); }
     ConfigureDialog& dialog() { return program.dialog(); }
@@ -61,7 +58,7 @@ TEST(ConfigureDialog, ListsThePortsThatItFinds) {
 TEST(ConfigureDialog, TellsThatThereIsNoPort) {
     PortsBench bench({0, 0, 0});
     bench.dialog().Btn_ParallelPort.click();
-    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"A parallel port was not detected."});
+    EXPECT_EQ(bench.desk.boxes.takeTexts(), Texts{"A parallel port was not detected."});
     EXPECT_FALSE(bench.program.session().ParallelPortReady);
     EXPECT_FALSE(bench.dialog().chkHardCodeLPT(0).enabled());
 }

@@ -1,7 +1,7 @@
 #include "window_bench.h"
 
 #include "gui/qt_desk.h"
-#include "workbench/bench_wiring.h"
+#include "workbench/virtual_bench.h"
 
 #include <set>
 
@@ -169,17 +169,13 @@ TEST(MainWindow, ScrollsOnASmallScreen) {
 /// The program on the real parts of the window, which the toolkit's loop drives.
 struct LiveWindow {
     PacedClock clock;
-    SimulatedPort port{clock, makeDevice("loopback")};
-    gui::QtBoxes boxes;
-    gui::QtFileDialogs dialogs;
-    gui::QtPointer pointer;
-    gui::QtEventLoop loop;
-    Program program{
-        {.port = port, .boxes = boxes, .fileDialogs = dialogs, .pointer = pointer, .loop = loop}};
+    VirtualBench bench{clock, makeDevice("loopback")};
+    gui::QtDesk desk;
+    Program program{bench.hardware(), desk.desk()};
     std::unique_ptr<gui::MainWindow> window;
 
     LiveWindow() {
-        port.setShapeSource([this] { return busShapeOf(program.session()); });
+        bench.wireFor(program.session());
         program.Main();
         ConfigureDialog& dialog = program.dialog();
         dialog.Btn_ParallelPort_Click();
@@ -230,7 +226,7 @@ TEST(MainWindow, ClosingEndsAContinuousRun) {
     QTimer::singleShot(30, [&] { live.window->close(); });
     QTest::mouseClick(&live.button("frmMain.cmdSendContinuous"), Qt::LeftButton);
     EXPECT_FALSE(live.program.mainForm().run.cmdStopContinuous.visible());
-    EXPECT_EQ(live.port.dataPins(), 0x01); // idle
+    EXPECT_EQ(live.bench.port.dataPins(), 0x01); // idle
 }
 
 TEST(MainWindow, ShowsABoxForAFailureAndLives) {

@@ -57,7 +57,8 @@ TEST(ConfigureView, StaysOpenWhenApplyRefuses) {
 
 TEST(BenchView, ChangesTheDeviceAndShowsThePins) {
     WindowBench bench;
-    auto* view = new gui::BenchView(bench.port, "loopback", bench.window.binder(), &bench.window);
+    auto* view = new gui::BenchView(bench.bench, bench.program, "loopback", bench.window.binder(),
+                                    &bench.window);
     bench.window.addDockWidget(Qt::BottomDockWidgetArea, view);
     bench.configure("8");
     bench.settle();

@@ -1,7 +1,5 @@
 #include "support/test_bench.h"
 
-#include "workbench/bench_wiring.h"
-
 #include <fstream>
 #include <iterator>
 
@@ -22,13 +20,8 @@ std::vector<Reply> parsed(const std::vector<std::string>& replies) {
 } // namespace
 
 TestBench::TestBench(const std::string& device, const std::vector<std::string>& replies)
-    : port(clock, makeDevice(device, parsed(replies))),
-      program({.port = port,
-               .boxes = boxes,
-               .fileDialogs = fileDialogs,
-               .pointer = pointer,
-               .loop = loop}) {
-    port.setShapeSource([this] { return busShapeOf(program.session()); });
+    : bench(clock, makeDevice(device, parsed(replies))), program(bench.hardware(), desk.desk()) {
+    bench.wireFor(program.session());
     program.Main();
 }
 
@@ -57,9 +50,9 @@ std::vector<std::string> TestBench::lines(const std::string& list) {
 
 std::string accessesOf(TestBench& bench, const std::function<void()>& action) {
     WireTrace trace;
-    bench.program.pins().startRecording(trace, bench.clock);
+    bench.program.startRecording(trace);
     action();
-    bench.program.pins().stopRecording();
+    bench.program.stopRecording();
     std::vector<std::string> accesses;
     for (const WireAccess& access : trace.accesses())
         accesses.push_back(fmt::format("{}{:02X}", access.kind == WireAccess::Kind::Read ? "R" : "",

@@ -2,10 +2,10 @@
 
 #include "bench/bench_clock.h"
 #include "bench/scripted_desk.h"
-#include "bench/simulated_port.h"
 #include "platform/forms/controls.h"
 #include "program/program.h"
 #include "support/temporary_folder.h"
+#include "workbench/virtual_bench.h"
 
 #include <string>
 #include <vector>
@@ -42,12 +42,16 @@ public:
     [[nodiscard]] Session& session() { return program.session(); }
 
     VirtualClock clock;
-    SimulatedPort port;
-    ScriptedBoxes boxes;
-    ScriptedFileDialogs fileDialogs;
-    QuietPointer pointer;
-    ScriptedLoop loop{clock};
+    VirtualBench bench;
+    ScriptedDesk desk{clock};
     Program program;
+
+    SimulatedPort& port = bench.port;
+    SimulatedDongle& dongle = bench.dongle; ///< unplugged at first
+    ScriptedBoxes& boxes = desk.boxes;
+    ScriptedFileDialogs& fileDialogs = desk.fileDialogs;
+    QuietPointer& pointer = desk.pointer;
+    ScriptedLoop& loop = desk.loop;
 };
 
 /// The accesses that `action` makes, as "00 06 R.. 01": a write as its byte, a read as R and its

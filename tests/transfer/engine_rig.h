@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bench/scripted_desk.h"
+#include "bench/simulated_dongle.h"
 #include "platform/failure.h"
 #include "transfer/word_engine.h"
 
@@ -51,8 +52,13 @@ struct EngineRig {
     Session session;
     LoggingPort port;
     ScriptedBoxes boxes;
+    VirtualClock clock;
+    SimulatedDongle unplugged{clock, makeDevice("none")};
+    LiveOptions options;
     PinLayer pins{session, port};
-    WordEngine engine{session, pins, boxes};
+    DongleLink link{session, unplugged, clock, boxes};
+    WordEngine engine{
+        {.session = session, .options = options, .pins = pins, .dongle = link, .boxes = boxes}};
 
     EngineRig(int type, Flag msbFirst, std::vector<std::int16_t> word) {
         session.ParallelPortReady = true;

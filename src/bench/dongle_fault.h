@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <random>
+#include <string_view>
+#include <vector>
+
+namespace bitlux {
+
+/// Something that goes wrong with the dongle of the virtual bench when a frame arrives.
+struct DongleFault {
+    enum class Kind : std::uint8_t {
+        None,
+        Silent,  ///< the frame is taken and never answered
+        Late,    ///< the answer comes later by `duration`
+        Short,   ///< the answer has only `bytes` bytes
+        Stalled, ///< the pipe refuses the frame
+        Gone,    ///< the dongle vanishes, for `duration` or, when that is 0, for good
+    };
+
+    Kind kind = Kind::None;
+    std::int64_t duration = 0; ///< nanoseconds
+    int bytes = 0;             ///< 0 to 7
+    int frame = 0;             ///< the frame that it strikes, counted from 1; 0 is every one
+    double chance = 1;         ///< that it strikes at all, 0 to 1
+};
+
+/// A fault from its text: a kind and what belongs to it, `silent`, `late:MS`, `short:BYTES`,
+/// `stalled`, `gone`, `gone:MS`; then, where wanted, `@FRAME` and `/CHANCE`, as in
+/// "late:700@3" or "short:5/0.25". Raises Failure (Conversion) for any other text.
+DongleFault dongleFaultFrom(std::string_view text);
+
+/// Decides which fault strikes a frame. The same seed gives the same faults.
+class DongleFaults {
+public:
+    explicit DongleFaults(std::vector<DongleFault> faults = {}, std::uint32_t seed = 1)
+        : faults_(std::move(faults)), random_(seed) {}
+
+    /// What strikes the next frame: the first fault that does, or one of kind None.
+    DongleFault next();
+
+private:
+    std::vector<DongleFault> faults_;
+    std::mt19937 random_;
+    int frames_ = 0;
+};
+
+} // namespace bitlux

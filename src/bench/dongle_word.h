@@ -1,0 +1,27 @@
+#pragma once
+
+#include "bench/bus_shape.h"
+#include "bench/device.h"
+#include "platform/usb_endpoint.h"
+
+namespace bitlux {
+
+/// A frame as the dongle reads it.
+struct DongleFrame {
+    explicit DongleFrame(const UsbFrame& frame);
+
+    int length;       ///< bits, 0 for a command
+    bool changesPins; ///< the extra pins take the levels of the frame
+    int type;         ///< SPI type, 1 to 8
+    bool selectedWhenHigh;
+    bool dataInOneIsHigh;
+    bool dataOutOneIsHigh;
+    std::int64_t bitTime;    ///< nanoseconds
+    std::uint16_t extraPins; ///< bit 0 to 8
+};
+
+/// Clocks the bits of a frame into the device, first bit 7 of the first data byte, and returns the
+/// frame with the bits that came back in the same places.
+UsbFrame clockWord(const UsbFrame& frame, const BusShape& shape, Device& device);
+
+} // namespace bitlux

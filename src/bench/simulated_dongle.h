@@ -1,0 +1,86 @@
+#pragma once
+
+#include "bench/bench_clock.h"
+#include "bench/bus_shape.h"
+#include "bench/device.h"
+#include "bench/dongle_fault.h"
+#include "platform/usb_endpoint.h"
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <utility>
+
+namespace bitlux {
+
+/// A dongle with a device on its SPI lines, and the USB socket it is plugged into. It takes frames
+/// as a real one does: a word is clocked into the device as the frame tells, and the answer goes
+/// back in one frame; a command is carried out. Whoever opens it cannot tell it from a real one.
+class SimulatedDongle : public UsbHost {
+public:
+    /// What a frame takes on the bus, in nanoseconds: a frame of full-speed USB in each direction.
+    static constexpr std::int64_t transferTime = 1'000'000;
+
+    /// Starts unplugged. `clock` outlives this.
+    SimulatedDongle(BenchClock& clock, std::shared_ptr<Device> device)
+        : clock_(clock), device_(std::move(device)) {}
+
+    /// How the device is wired for an SPI type, 1 to 8; asked for every word. Length and
+    /// polarities come with the frame.
+    void setWiring(std::function<BusShape(int type)> wiring) { wiring_ = std::move(wiring); }
+    /// Puts another device on the lines.
+    void connect(std::shared_ptr<Device> device) { device_ = std::move(device); }
+
+    void plug();
+    /// Takes it out of the socket; connections that were open find it gone.
+    void unplug();
+    [[nodiscard]] bool plugged() const { return plugged_; }
+
+    /// What goes wrong from now on; frames are counted anew.
+    void setFaults(DongleFaults faults) { faults_ = std::move(faults); }
+
+    /// Levels of the chip's interrupt and reset lines, as the dongle samples them.
+    void setLines(bool interrupt, bool reset);
+    /// The extra pins, bit 0 to 4 for Data0 to Data4, bit 5 to 8 for Control0 to Control3. They
+    /// keep their levels from one frame that carries a change to the next.
+    [[nodiscard]] std::uint16_t extraPins() const { return extraPins_; }
+    /// The last frames that went through, all zeros at first.
+    [[nodiscard]] const UsbFrame& lastOut() const { return lastOut_; }
+    [[nodiscard]] const UsbFrame& lastIn() const { return lastIn_; }
+
+    std::unique_ptr<UsbEndpoint> makeEndpoint() override;
+
+private:
+    friend class SimulatedEndpoint;
+
+    struct Answer {
+        std::int64_t due;
+        UsbFrame frame;
+        int bytes;
+    };
+
+    /// Brings a dongle back whose time away is over.
+    void catchUp();
+    UsbStatus take(const UsbFrame& frame);
+    UsbStatus give(UsbFrame& frame, std::int64_t wait);
+    UsbFrame carryOut(const UsbFrame& frame);
+    UsbFrame command(const UsbFrame& frame) const;
+    UsbFrame word(const UsbFrame& frame);
+
+    BenchClock& clock_;
+    std::shared_ptr<Device> device_;
+    std::function<BusShape(int)> wiring_ = [](int) { return BusShape{}; };
+    DongleFaults faults_;
+    bool plugged_ = false;
+    int plugging_ = 0; ///< counts how often it was plugged in, so that old connections stay broken
+    std::int64_t backAt_ = 0; ///< when it comes back, 0 for never
+    std::deque<Answer> answers_;
+    bool interrupt_ = false;
+    bool reset_ = false;
+    std::uint16_t extraPins_ = 0;
+    UsbFrame lastOut_{};
+    UsbFrame lastIn_{};
+};
+
+} // namespace bitlux

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/clock.h"
+#include "platform/parallel_port.h"
+#include "platform/usb_endpoint.h"
+
+namespace bitlux {
+
+/// What a program drives chips with; all of it outlives the program.
+struct Hardware {
+    ParallelPort& port;
+    UsbHost& usb;
+    const Clock& clock;
+};
+
+} // namespace bitlux

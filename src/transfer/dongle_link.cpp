@@ -1,0 +1,180 @@
+#include "transfer/dongle_link.h"
+
+#include "transfer/dongle_frame.h"
+
+#include <algorithm>
+
+namespace bitlux {
+
+namespace {
+
+constexpr std::string_view deviceInterfaceClass = "{4B322AC1-ECA3-46d6-8783-4640FE49B4B3}";
+constexpr std::uint8_t inPipe = 0x81;
+constexpr std::uint8_t outPipe = 0x02;
+constexpr UsbBuffers buffers{.size = 8, .count = 3, .errorsAllowed = 5};
+
+constexpr std::uint8_t readLinesCommand = 5;
+constexpr std::uint8_t testModeCommand = 13;
+constexpr std::uint8_t testModeKey = 127;
+
+/// The transport is asked again when this has passed; it ends no wait.
+constexpr std::int64_t endlessWait = 3'600'000'000'000;
+
+} // namespace
+
+DongleLink::Found DongleLink::search() {
+    close();
+    Endpoint1 = host_.makeEndpoint();
+    Endpoint2 = host_.makeEndpoint();
+    if (Endpoint1->enumerate(deviceInterfaceClass) < 1)
+        return Found::None;
+    const UsbStatus reading = Endpoint1->open(0);
+    const UsbStatus writing = Endpoint2->open(0);
+    return reading == UsbStatus::Success && writing == UsbStatus::Success ? Found::Opened
+                                                                          : Found::NotOpened;
+}
+
+void DongleLink::setUpPipes() {
+    ShowError(Endpoint1->addInterface(0, 0));
+    ShowError(Endpoint1->setConfiguration(0));
+    ShowError(Endpoint1->bind(inPipe));
+    ShowError(Endpoint1->resetPipe());
+    ShowError(Endpoint1->startReading(buffers));
+    ShowError(Endpoint2->bind(outPipe));
+    ShowError(Endpoint2->startWriting(buffers));
+}
+
+void DongleLink::close() {
+    if (!Endpoint1)
+        return;
+    ShowError(Endpoint2->stopWriting());
+    ShowError(Endpoint1->stopReading());
+    ShowError(Endpoint1->removeInterface());
+    ShowError(Endpoint1->leaveConfiguration());
+    Endpoint1->close();
+    Endpoint2->close();
+}
+
+bool DongleLink::exchangeUnlimited(const UsbFrame& frame, UsbFrame& answer) {
+    return report(exchange(frame, answer, std::nullopt));
+}
+
+bool DongleLink::exchangeLimited(const UsbFrame& frame, UsbFrame& answer) {
+    return report(exchange(frame, answer, answerLimit));
+}
+
+bool DongleLink::report(Exchange exchange) {
+    session_.USBReadDone = false;
+    if (exchange != Exchange::Answered)
+        fail();
+    return exchange == Exchange::Answered;
+}
+
+void DongleLink::read_rstint() {
+    if (!session_.USBReady)
+        return;
+    UsbFrame lines{};
+    if (!exchangeUnlimited(commandFrame(readLinesCommand), lines))
+        return;
+    session_.InterruptSeen = (lines[frameData] & 1) != 0;
+    session_.ResetSeen = (lines[frameData] & 2) == 0;
+}
+
+void DongleLink::test_mode() {
+    if (session_.USBReady) {
+        UsbFrame command = commandFrame(testModeCommand);
+        command[2] = testModeKey;
+        UsbFrame answer{};
+        if (exchange(command, answer, answerLimit) == Exchange::Broken)
+            fail();
+    }
+    session_.USBReadDone = false;
+}
+
+DongleLink::Exchange DongleLink::exchange(const UsbFrame& frame, UsbFrame& answer,
+                                          std::optional<std::int64_t> limit) {
+    if (!Endpoint1)
+        return Exchange::Broken;
+    settleLateAnswers();
+    session_.USBReadDone = false;
+    record(WireAccess::Kind::FrameOut, frame);
+    const UsbStatus status = Endpoint2->write(frame);
+    ShowError(status);
+    // A frame that did not go out has no answer that could be waited for.
+    return status == UsbStatus::Success ? awaitAnswer(answer, limit) : Exchange::Broken;
+}
+
+DongleLink::Exchange DongleLink::awaitAnswer(UsbFrame& answer, std::optional<std::int64_t> limit) {
+    const std::int64_t start = clock_.nanoseconds();
+    const auto remaining = [&] {
+        return limit ? std::max<std::int64_t>(start + *limit - clock_.nanoseconds(), 0)
+                     : endlessWait;
+    };
+    for (std::int64_t wait = remaining();; wait = remaining()) {
+        const UsbStatus status = read(answer, wait);
+        if (status == UsbStatus::Success) {
+            session_.USBReadDone = true;
+            return Exchange::Answered;
+        }
+        if (status == UsbStatus::Failed)
+            missAnswer(start);
+        if (status != UsbStatus::NothingRead)
+            return Exchange::Broken;
+        if (wait == 0) {
+            missAnswer(start + lateAnswerLimit);
+            return Exchange::TimedOut;
+        }
+    }
+}
+
+void DongleLink::missAnswer(std::int64_t until) {
+    ++late_;
+    lateUntil_ = until;
+}
+
+UsbStatus DongleLink::read(UsbFrame& frame, std::int64_t wait) {
+    const UsbStatus status = Endpoint1->read(frame, wait);
+    if (status == UsbStatus::Success)
+        record(WireAccess::Kind::FrameIn, frame);
+    return status;
+}
+
+void DongleLink::settleLateAnswers() {
+    const auto isAnswer = [](UsbStatus status) {
+        return status == UsbStatus::Success || status == UsbStatus::NoFrame;
+    };
+    UsbFrame old{};
+    while (isAnswer(read(old, 0)))
+        late_ = std::max(late_ - 1, 0);
+    while (late_ > 0) {
+        const std::int64_t left = lateUntil_ - clock_.nanoseconds();
+        if (left <= 0 || !isAnswer(read(old, left)))
+            break;
+        --late_;
+    }
+    if (late_ == 0)
+        return;
+    ShowError(Endpoint1->resetDevice());
+    setUpPipes();
+    late_ = 0;
+}
+
+void DongleLink::fail() {
+    session_.LinkFailed = true;
+    boxes_.show({.text = "Check the USB cable and restart program"});
+    failed.raise();
+}
+
+void DongleLink::startRecording(WireTrace& trace, const Clock& clock) {
+    trace_ = &trace;
+    traceClock_ = &clock;
+}
+
+void DongleLink::record(WireAccess::Kind kind, const UsbFrame& frame) {
+    if (trace_ != nullptr)
+        trace_->add({.nanoseconds = traceClock_->nanoseconds(), .kind = kind, .frame = frame});
+}
+
+void DongleLink::ShowError(UsbStatus) {}
+
+} // namespace bitlux

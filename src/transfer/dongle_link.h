@@ -1,0 +1,87 @@
+#pragma once
+
+#include "platform/clock.h"
+#include "platform/desk.h"
+#include "platform/event.h"
+#include "platform/usb_endpoint.h"
+#include "session/session.h"
+#include "transfer/wire_trace.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+namespace bitlux {
+
+/// The link to the dongle: two connections, one frame out and one frame back for each word or
+/// command. Frames never overlap, since a call waits for the answer before it returns, and an
+/// answer that comes too late is never taken for that of another frame.
+class DongleLink {
+public:
+    /// What a search found.
+    enum class Found { None, Opened, NotOpened };
+
+    /// How long the answer to a command may take, in nanoseconds.
+    static constexpr std::int64_t answerLimit = 500'000'000;
+    /// How long an answer that missed its limit is waited for before the next frame goes out. After
+    /// that the dongle is reset, so that it can come no more.
+    static constexpr std::int64_t lateAnswerLimit = 2'000'000'000;
+
+    /// All outlive the link.
+    DongleLink(Session& session, UsbHost& host, const Clock& clock, MessageBoxes& boxes)
+        : session_(session), host_(host), clock_(clock), boxes_(boxes) {}
+
+    /// Closes what was open, looks for dongles and opens the first.
+    Found search();
+    /// Sets up the pipes of the dongle that was opened.
+    void setUpPipes();
+    /// Stops both pipes and closes the dongle; harmless when none is open.
+    void close();
+
+    /// Sends a frame and waits for its answer without limit. False when the link failed.
+    bool exchangeUnlimited(const UsbFrame& frame, UsbFrame& answer);
+    /// Sends a frame and waits for its answer, at most answerLimit. False when none came; the link
+    /// has failed then.
+    bool exchangeLimited(const UsbFrame& frame, UsbFrame& answer);
+
+    /// Samples the interrupt and reset lines of the chip into InterruptSeen and ResetSeen. Does
+    /// nothing without a dongle.
+    void read_rstint();
+    /// Puts the dongle into test mode; one that does not answer is no failure.
+    void test_mode();
+
+    /// The link failed and the user was told: whatever sends by itself stops.
+    Event<> failed;
+
+    /// Records every frame from now on; the trace outlives the recording.
+    void startRecording(WireTrace& trace, const Clock& clock);
+    void stopRecording() { trace_ = nullptr; }
+
+    /// Takes the status of a call and does nothing with it: the place for a report to come.
+    static void ShowError(UsbStatus status);
+
+private:
+    enum class Exchange { Answered, TimedOut, Broken };
+
+    Exchange exchange(const UsbFrame& frame, UsbFrame& answer, std::optional<std::int64_t> limit);
+    Exchange awaitAnswer(UsbFrame& answer, std::optional<std::int64_t> limit);
+    void missAnswer(std::int64_t until);
+    UsbStatus read(UsbFrame& frame, std::int64_t wait);
+    void settleLateAnswers();
+    bool report(Exchange exchange);
+    void fail();
+    void record(WireAccess::Kind kind, const UsbFrame& frame);
+
+    Session& session_;
+    UsbHost& host_;
+    const Clock& clock_;
+    MessageBoxes& boxes_;
+    std::unique_ptr<UsbEndpoint> Endpoint1; ///< reads
+    std::unique_ptr<UsbEndpoint> Endpoint2; ///< writes
+    int late_ = 0;                          ///< answers that missed their limit
+    std::int64_t lateUntil_ = 0;            ///< when they are no longer waited for
+    WireTrace* trace_ = nullptr;
+    const Clock* traceClock_ = nullptr;
+};
+
+} // namespace bitlux

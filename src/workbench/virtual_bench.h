@@ -1,0 +1,29 @@
+#pragma once
+
+#include "bench/simulated_dongle.h"
+#include "bench/simulated_port.h"
+#include "platform/hardware.h"
+#include "session/session.h"
+
+#include <memory>
+
+namespace bitlux {
+
+/// The virtual bench: a parallel port and a dongle, with one device on the lines of both.
+struct VirtualBench {
+    /// The dongle is unplugged at first. `benchClock` outlives this.
+    VirtualBench(BenchClock& benchClock, const std::shared_ptr<Device>& device);
+
+    /// Puts another device on the lines.
+    void connect(const std::shared_ptr<Device>& device);
+    /// Wires the device as the settings in force tell; the session outlives the traffic.
+    void wireFor(const Session& session);
+
+    [[nodiscard]] Hardware hardware() { return {.port = port, .usb = dongle, .clock = clock}; }
+
+    BenchClock& clock;
+    SimulatedPort port;
+    SimulatedDongle dongle;
+};
+
+} // namespace bitlux
