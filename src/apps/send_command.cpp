@@ -266,8 +266,8 @@ CLI::App& addSendCommand(CLI::App& app, SendOptions& options) {
                         "What goes wrong with the dongle of the virtual bench: silent, late:MS, "
                         "short:BYTES, stalled, gone, gone:MS; then @FRAME, /CHANCE")
             ->check(dongleFaults())
-            ->expected(1)
-            ->take_all();
+            ->take_all()
+            ->allow_extra_args(false);
     send.add_option("--seed", options.seed, "Repeats the chances of --fault")
         ->capture_default_str();
     send.add_option("--bits", options.bits, "Bits of a word, 1 to 160, through the dongle 1 to 40")

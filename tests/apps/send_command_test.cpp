@@ -68,6 +68,38 @@ TEST(SendCommand, AnswersAsTheWireDoesForAllShapes) {
         }
 }
 
+TEST(SendCommand, SendsThroughTheDongle) {
+    struct Case {
+        const char* arguments;
+        const char* output;
+        int code;
+    };
+    constexpr const char* checkTheCable = "Check the USB cable and restart program\n";
+    const std::string oneGoodWord = std::string("1234 0000\n") + checkTheCable;
+    for (const Case& c :
+         {Case{"--bench loopback --bits 32 --trace - DEADBEEF",
+               "0 OUT 20 70 00 DE AD BE EF 00\n2032000 IN 20 70 00 DE AD BE EF 00\n"
+               "DEADBEEF DEADBEEF\n",
+               0},
+          Case{"--bench stuck-high --bits 8 --cs high --di low --do low --type 3 --order lsb "
+               "--trace - 0F",
+               "0 OUT 08 4A 00 F0 00 00 00 00\n2008000 IN 08 4A 00 00 00 00 00 00\n0F 00\n", 0},
+          Case{"--bench echo --bits 16 --fault late:700 1234 5678", "1234 0000\n5678 1234\n", 0},
+          Case{"--bench echo --bits 16 --fault gone@2 1234 5678 9ABC", oneGoodWord.c_str(), 1},
+          Case{"--bench echo --bits 16 --fault short:5/0 --fault stalled@2 1234 5678",
+               oneGoodWord.c_str(), 1},
+          Case{"--bench echo --bits 5 1F",
+               "Subscript out of range: the dongle takes whole bytes, and the word has no bit -1\n"
+               "frmMain.cmdSendOnce_Click\n",
+               1}}) {
+        const Outcome outcome = bitlux(std::string("send --bus dongle ") + c.arguments);
+        EXPECT_EQ(outcome.output, c.output) << c.arguments;
+        EXPECT_EQ(outcome.code, c.code) << c.arguments;
+    }
+    EXPECT_EQ(bitlux("send --bench loopback --bus port --trace - --bits 1 1").output.substr(0, 10),
+              "0 W 378 00");
+}
+
 TEST(SendCommand, TracesTheWordsAlone) {
     const Outcome outcome = bitlux("send --bench loopback --bits 2 --type 7 --trace - 2");
     EXPECT_EQ(outcome.output, "0 W 378 04\n"
@@ -130,7 +162,8 @@ TEST(SendCommand, EndsWithTwoAtABadUsage) {
           "send --bench loopback --pins 2,3,4,5 A5", "send --bench loopback --pins 12,3,4,13 A5",
           "send --bench scripted A5", "send --bench loopback --replies 12 A5",
           "send --bench scripted --replies 12,zz A5", "send --bench loopback --wrong A5",
-          "receive A5"})
+          "send --bench loopback --bus usb A5", "send --bench loopback --fault gone A5",
+          "send --bench loopback --bus dongle --fault lost A5", "receive A5"})
         EXPECT_EQ(bitlux(arguments).code, 2) << arguments;
     EXPECT_EQ(bitlux("--help").code, 0);
     EXPECT_EQ(bitlux("send --help").code, 0);

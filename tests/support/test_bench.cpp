@@ -19,8 +19,11 @@ std::vector<Reply> parsed(const std::vector<std::string>& replies) {
 
 } // namespace
 
-TestBench::TestBench(const std::string& device, const std::vector<std::string>& replies)
+TestBench::TestBench(const std::string& device, const std::vector<std::string>& replies,
+                     WithDongle withDongle)
     : bench(clock, makeDevice(device, parsed(replies))), program(bench.hardware(), desk.desk()) {
+    if (withDongle == WithDongle::Yes)
+        bench.dongle.plug();
     bench.wireFor(program.session());
     program.Main();
 }

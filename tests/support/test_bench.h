@@ -15,8 +15,11 @@ namespace bitlux::test {
 /// The program on the virtual bench, worked through its forms by control names.
 class TestBench {
 public:
+    enum class WithDongle { No, Yes };
+
     explicit TestBench(const std::string& device = "loopback",
-                       const std::vector<std::string>& replies = {});
+                       const std::vector<std::string>& replies = {},
+                       WithDongle withDongle = WithDongle::No);
 
     /// Opens the dialog, sets up the port, types the word length, and applies.
     void configure(const std::string& bits, const std::vector<std::string>& options = {"optHex"});
@@ -47,7 +50,7 @@ public:
     Program program;
 
     SimulatedPort& port = bench.port;
-    SimulatedDongle& dongle = bench.dongle; ///< unplugged at first
+    SimulatedDongle& dongle = bench.dongle; ///< plugged in before the start, or not at all
     ScriptedBoxes& boxes = desk.boxes;
     ScriptedFileDialogs& fileDialogs = desk.fileDialogs;
     QuietPointer& pointer = desk.pointer;

@@ -1,0 +1,192 @@
+#include "support/test_bench.h"
+
+#include <functional>
+
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+constexpr const char* checkTheCable = "Check the USB cable and restart program";
+constexpr const char* startUsb = "Start_USB";
+
+using Texts = std::vector<std::string>;
+
+/// A bench with the dongle plugged in before the program starts, in hexadecimal display.
+struct DongleBench : TestBench {
+    DongleBench() : TestBench("echo", {}, WithDongle::Yes) {}
+
+    /// Applies a word length, in the dialog as the user sees it or hidden.
+    void apply(const std::string& bits) {
+        get<forms::ComboBox>("frmConfigureSPI.cmbSPIWordLength").setText(bits);
+        program.dialog().optHex.setValue(true);
+        program.dialog().cmdApply_Click();
+    }
+    void search() { program.mainForm().call(startUsb); }
+    /// Which of the dialog's controls are shown or, with a leading '!', enabled.
+    std::string states(const std::vector<std::string>& names) {
+        std::string result;
+        for (const std::string& name : names) {
+            const bool asksEnabled = name.front() == '!';
+            const forms::Control& control =
+                program.forms().control("frmConfigureSPI." + name.substr(asksEnabled ? 1 : 0));
+            result += (asksEnabled ? control.enabled() : control.visible()) ? '+' : '-';
+        }
+        return result;
+    }
+};
+
+TEST(Dongle, IsFoundAtTheStartAndTakesTheWords) {
+    DongleBench bench;
+    EXPECT_TRUE(bench.session().USBReady);
+    EXPECT_TRUE(bench.program.engine().usesDongle());
+    EXPECT_EQ(bench.label("frmConfigureSPI.lblSPIBitRange"), "(Anything between 1 and 40)");
+    bench.apply("16");
+    WireTrace trace;
+    bench.program.startRecording(trace);
+    bench.send("A5C3");
+    bench.program.stopRecording();
+    ASSERT_EQ(trace.accesses().size(), 2U);
+    EXPECT_EQ(trace.line(trace.accesses()[0]), "0 OUT 10 70 00 A5 C3 00 00 00");
+    EXPECT_EQ(trace.line(trace.accesses()[1]), "2016000 IN 10 70 00 00 00 00 00 00");
+    bench.send("1");
+    EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "A5C3");
+    EXPECT_TRUE(bench.boxes.shown().empty());
+}
+
+TEST(Dongle, GoesToThePortWhereTheBoxIsNotTicked) {
+    DongleBench bench;
+    bench.click("frmConfigureSPI.Btn_ParallelPort");
+    bench.apply("8");
+    EXPECT_TRUE(bench.program.engine().usesDongle());
+    bench.program.dialog().ChkSerialPort.setValue(0);
+    bench.apply("8");
+    EXPECT_FALSE(bench.program.engine().usesDongle());
+    EXPECT_NE(accessesOf(bench, [&] { bench.send("A5"); }).find("R"), std::string::npos);
+    bench.search(); // must not take the port away from its user
+    EXPECT_FALSE(bench.program.engine().usesDongle());
+    EXPECT_EQ(bench.states({"!cmbPortsAvailable", "framePortPins", "!ChkSerialPort"}), "+++");
+}
+
+TEST(Dongle, ArrangesTheDialogByWhatWasFound) {
+    const std::vector<std::string> names{"!ChkSerialPort",
+                                         "!lblLPTaddress",
+                                         "!cmbPortsAvailable",
+                                         "!chkHardCodeLPT(0)",
+                                         "frameSPIBitOrder",
+                                         "frameCS",
+                                         "frameDI",
+                                         "frameDO",
+                                         "frameSPItype",
+                                         "framePortPins",
+                                         "frameStandardPins",
+                                         "frameOpenCollectorPins",
+                                         "frameUSBExtraPins",
+                                         "lblPortDisabled",
+                                         "lblSPIPinsDisabled",
+                                         "lblExtraPinsDisabled"};
+    DongleBench bench;
+    EXPECT_EQ(bench.states(names), "+---+++++---+---");
+    bench.dongle.unplug();
+    bench.search();
+    EXPECT_EQ(bench.states(names), "----+++++---+---") << "nothing is touched without a port";
+    EXPECT_FALSE(bench.session().USBReady);
+    bench.dongle.plug();
+    bench.search();
+    EXPECT_EQ(bench.states(names), "+---+++++---+---");
+    EXPECT_TRUE(bench.program.engine().usesDongle()) << "there is no other bus";
+    bench.click("frmConfigureSPI.Btn_ParallelPort");
+    bench.dongle.unplug();
+    bench.search();
+    EXPECT_EQ(bench.states(names), "-+++++++++++----");
+    EXPECT_EQ(bench.label("frmConfigureSPI.lblSPIBitRange"), "(Anything between 1 and 160)");
+    EXPECT_TRUE(bench.boxes.shown().empty());
+}
+
+TEST(Dongle, StopsAContinuousRunWhenItIsPulledOutAndGoesOnWhenItIsBack) {
+    DongleBench bench;
+    bench.apply("8");
+    bench.edit("frmMain.txtHexWordToSend", "A5");
+    bench.loop.atTurn(3, [&] { bench.dongle.unplug(); });
+    bench.loop.atTurn(9, [] { FAIL() << "the run went on"; });
+    bench.click("frmMain.cmdSendContinuous");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{checkTheCable});
+    EXPECT_TRUE(bench.session().LinkFailed);
+    EXPECT_TRUE(bench.get<forms::Button>("frmMain.cmdSendContinuous").visible());
+    EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), "A5");
+    EXPECT_EQ(bench.log().size(), 4 * 5U);
+    bench.dongle.plug();
+    bench.search();
+    bench.send("3C");
+    bench.send("00");
+    EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "3C");
+    EXPECT_TRUE(bench.boxes.takeTexts().empty());
+}
+
+TEST(Dongle, RefusesWhatItsFrameCannotTake) {
+    DongleBench bench;
+    bench.apply("5");
+    bench.send("1F");
+    bench.apply("48");
+    bench.send("1");
+    ASSERT_EQ(bench.boxes.shown().size(), 2U);
+    for (const MessageBox& box : bench.boxes.shown())
+        EXPECT_EQ(box.text.find("Subscript out of range"), 0U) << box.text;
+    bench.apply("8");
+    bench.send("12");
+    EXPECT_EQ(bench.boxes.shown().size(), 2U) << "the program lives";
+}
+
+TEST(Dongle, AppliesWithoutTouchingThePins) {
+    DongleBench bench;
+    ConfigureDialog& dialog = bench.program.dialog();
+    dialog.setVisible(true);
+    dialog.txtPartName.setText("ADC");
+    dialog.cmbCS.setText("3"); // would be a conflict on the port
+    dialog.optCSpositive.setValue(true);
+    bench.apply("161");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"The maximum number of SPI bits is 160"});
+    dialog.cmdOK_Click();
+    EXPECT_FALSE(dialog.visible()) << "OK closes even after a refusal";
+    bench.boxes.takeTexts();
+    bench.apply("40.4");
+    EXPECT_EQ(bench.boxes.takeTexts(),
+              Texts{"USB Mode only supports 40 bits maximum at this time."});
+    EXPECT_EQ(bench.label("frmMain.labelMainTitle"), "Generic Bitlux Forge");
+    bench.apply("41"); // a whole number passes
+    EXPECT_TRUE(bench.boxes.takeTexts().empty());
+    EXPECT_EQ(bench.label("frmMain.labelMainTitle"), "ADC Bitlux Forge");
+    EXPECT_EQ(bench.session().CSAssertLevel, 1);
+    EXPECT_EQ(bench.session().CSPin, 0);
+    EXPECT_EQ(bench.session().ConfigDirty, ConstOn);
+}
+
+TEST(Dongle, IsSetToFirmwareUpdateModeOnlyWhenTheUserIsSure) {
+    DongleBench bench;
+    bench.apply("16");
+    const MessageBox::Answer answers[] = {MessageBox::Answer::No, MessageBox::Answer::Yes};
+    for (const MessageBox::Answer answer : answers) {
+        bench.boxes.answer(answer);
+        bench.choose("frmMain.itemUpdateDongle");
+        EXPECT_EQ(bench.dongle.lastOut() == (UsbFrame{0x10, 0x77}),
+                  answer == MessageBox::Answer::Yes);
+    }
+    const std::string question =
+        "Are you sure you want to set the dongle to firmware update mode?  "
+        "This operation cannot be undone.";
+    EXPECT_EQ(bench.boxes.takeTexts(),
+              (Texts{question, question,
+                     "Dongle firmware update mode has been set.\r\n"
+                     "Use the DLK Device Manager application to\r\nupdate the dongle firmware."}));
+    bench.send("1");
+    EXPECT_EQ(bench.dongle.lastOut(), (UsbFrame{0x10, 0x70, 0, 0, 1}));
+    bench.dongle.unplug();
+    bench.search();
+    bench.choose("frmMain.itemUpdateDongle");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"There is no USB connection to a working dongle.  "
+                                             "Firmware update mode cannot be set."});
+    EXPECT_FALSE(bench.session().FirmwareUpdateRequest);
+}
+
+} // namespace
+} // namespace bitlux::test

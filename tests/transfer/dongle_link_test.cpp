@@ -1,0 +1,170 @@
+#include "bench/scripted_desk.h"
+#include "bench/simulated_dongle.h"
+#include "transfer/dongle_frame.h"
+#include "transfer/dongle_link.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+namespace bitlux::test {
+
+namespace {
+
+constexpr std::int64_t millisecond = 1'000'000;
+constexpr const char* checkTheCable = "Check the USB cable and restart program";
+
+/// A link to a dongle with nothing wrong and a loop on its lines, open and set up.
+struct LinkRig {
+    Session session;
+    VirtualClock clock;
+    SimulatedDongle dongle{clock, makeDevice("loopback")};
+    ScriptedBoxes boxes;
+    DongleLink link{session, dongle, clock, boxes};
+    WireTrace trace;
+    int failures = 0;
+
+    LinkRig() {
+        link.failed.subscribe([this] { ++failures; });
+        dongle.plug();
+        connect();
+        link.startRecording(trace, clock);
+    }
+
+    void connect() {
+        EXPECT_EQ(link.search(), DongleLink::Found::Opened);
+        link.setUpPipes();
+        session.USBReady = true;
+    }
+    void breakWith(const char* fault) { dongle.setFaults(DongleFaults({dongleFaultFrom(fault)})); }
+    /// Exchanges a word of eight bits; its answer, or what went wrong.
+    std::string word(std::uint8_t data) {
+        UsbFrame answer{};
+        if (!link.exchangeUnlimited({8, 0x70, 0, data}, answer))
+            return fmt::format("{}", fmt::join(boxes.takeTexts(), ", "));
+        return fmt::format("{:02X}", answer[3]);
+    }
+    bool command(std::uint8_t number) {
+        UsbFrame answer{};
+        return link.exchangeLimited(commandFrame(number), answer) && answer[1] == number;
+    }
+    std::string takeTrace() {
+        std::string lines;
+        for (const WireAccess& access : trace.accesses())
+            lines += trace.line(access) + "\n";
+        trace.clear();
+        return lines;
+    }
+};
+
+TEST(DongleLink, SendsOneFrameAndReadsOne) {
+    LinkRig rig;
+    EXPECT_EQ(rig.word(0xA5), "A5");
+    EXPECT_TRUE(rig.command(22));
+    EXPECT_EQ(rig.takeTrace(), "0 OUT 08 70 00 A5 00 00 00 00\n"
+                               "2008000 IN 08 70 00 A5 00 00 00 00\n"
+                               "2008000 OUT 00 16 00 00 00 00 00 00\n"
+                               "4008000 IN 00 16 00 00 00 00 00 00\n");
+    EXPECT_FALSE(rig.session.USBReadDone);
+    EXPECT_EQ(rig.failures, 0);
+}
+
+TEST(DongleLink, WaitsForAWordAsLongAsItTakes) {
+    LinkRig rig;
+    rig.breakWith("late:7200000");
+    EXPECT_EQ(rig.word(0x42), "42");
+    EXPECT_GE(rig.clock.nanoseconds(), 7'200'000 * millisecond);
+}
+
+TEST(DongleLink, WaitsForACommandHalfASecond) {
+    LinkRig rig;
+    rig.breakWith("late:498"); // and 2 ms for the frames
+    EXPECT_TRUE(rig.command(22));
+    EXPECT_FALSE(rig.session.LinkFailed);
+    rig.breakWith("late:499");
+    EXPECT_FALSE(rig.command(22));
+    EXPECT_TRUE(rig.session.LinkFailed);
+    EXPECT_FALSE(rig.session.USBReadDone);
+    EXPECT_EQ(rig.boxes.takeTexts(), (std::vector<std::string>{checkTheCable}));
+    EXPECT_EQ(rig.failures, 1);
+}
+
+TEST(DongleLink, NeverTakesALateAnswerForAnother) {
+    // The answer of the command is there already, or comes while it is waited for, or, as the
+    // dongle was reset, never.
+    for (const char* fault : {"late:600@1", "late:1900@1", "late:9000@1", "silent@1"}) {
+        for (const std::int64_t pause : {0, 700, 3000}) {
+            LinkRig rig;
+            rig.breakWith(fault);
+            EXPECT_FALSE(rig.command(22)) << fault;
+            rig.clock.idle(pause * millisecond);
+            EXPECT_EQ(rig.word(0x11), "11") << fault << " " << pause;
+            rig.clock.idle(10'000 * millisecond);
+            EXPECT_EQ(rig.word(0x22), "22") << fault << " " << pause;
+            EXPECT_EQ(rig.failures, 1) << fault << " " << pause;
+        }
+    }
+}
+
+TEST(DongleLink, FailsWhereNoAnswerCanCome) {
+    for (const char* fault : {"gone", "stalled", "short:5", "short:0"}) {
+        LinkRig rig;
+        EXPECT_EQ(rig.word(0x11), "11");
+        rig.breakWith(fault);
+        EXPECT_EQ(rig.word(0x22), checkTheCable) << fault;
+        EXPECT_TRUE(rig.session.LinkFailed) << fault;
+        EXPECT_EQ(rig.failures, 1) << fault;
+        rig.breakWith("silent@9");
+        rig.dongle.plug();
+        rig.connect();
+        EXPECT_EQ(rig.word(0x33), "33") << fault;
+    }
+}
+
+TEST(DongleLink, FindsADongleAgainThatWasGone) {
+    LinkRig rig;
+    rig.breakWith("gone:500@1");
+    EXPECT_EQ(rig.word(0x11), checkTheCable);
+    EXPECT_EQ(rig.word(0x11), checkTheCable) << "the old connection stays broken";
+    EXPECT_EQ(rig.link.search(), DongleLink::Found::None);
+    EXPECT_EQ(rig.word(0x11), checkTheCable);
+    rig.clock.idle(500 * millisecond);
+    rig.connect();
+    EXPECT_EQ(rig.word(0x11), "11");
+    rig.link.close();
+    EXPECT_EQ(rig.word(0x11), checkTheCable);
+}
+
+TEST(DongleLink, SamplesTheLinesOfTheChip) {
+    struct Case {
+        bool interrupt;
+        bool reset;
+    };
+    for (const Case& c : {Case{false, false}, Case{true, false}, Case{false, true}}) {
+        LinkRig rig;
+        rig.dongle.setLines(c.interrupt, c.reset);
+        rig.link.read_rstint();
+        EXPECT_EQ(rig.session.InterruptSeen, c.interrupt);
+        EXPECT_EQ(rig.session.ResetSeen, c.reset);
+        EXPECT_EQ(rig.takeTrace().substr(0, 30), "0 OUT 00 05 00 00 00 00 00 00\n");
+    }
+    LinkRig rig;
+    rig.session.USBReady = false;
+    rig.session.InterruptSeen = true;
+    rig.link.read_rstint();
+    EXPECT_TRUE(rig.session.InterruptSeen);
+    EXPECT_EQ(rig.takeTrace(), "");
+}
+
+TEST(DongleLink, PutsTheDongleIntoTestModeWithoutComplaint) {
+    LinkRig rig;
+    rig.breakWith("silent@1");
+    rig.link.test_mode();
+    EXPECT_EQ(rig.takeTrace(), "0 OUT 00 0D 7F 00 00 00 00 00\n");
+    EXPECT_EQ(rig.clock.nanoseconds(), 500 * millisecond);
+    EXPECT_EQ(rig.failures, 0);
+    EXPECT_EQ(rig.word(0x11), "11");
+}
+
+} // namespace
+
+} // namespace bitlux::test
