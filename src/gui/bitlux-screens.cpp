@@ -82,7 +82,10 @@ public:
         program_.dialog().setVisible(false);
     }
 
-    Program& program() { return program_; }
+    void plugDongle() {
+        bench_.dongle.plug();
+        program_.mainForm().call("Start_USB");
+    }
 
 private:
     VirtualClock clock_;
@@ -114,6 +117,11 @@ int main(int argc, char** argv) {
             stage.bring(state);
             stage.paint(folder + "/main-" + state.name + tail + ".png", {}, &state);
         }
+        Stage dongle;
+        dongle.plugDongle();
+        dongle.bring(states[0]);
+        dongle.paint(folder + "/main-dongle" + tail + ".png", {}, &states[0]);
+        dongle.paintDialog(folder + "/configure-dongle" + tail);
         Stage first;
         first.paint(folder + "/main-start" + tail + ".png", {});
         first.bring(states[4]);
