@@ -29,6 +29,8 @@ public:
 
     /// What stands in the data register.
     [[nodiscard]] std::uint8_t dataPins() const { return data_; }
+    /// What stands in the control register; bits 0, 1 and 3 are inverted on their pins.
+    [[nodiscard]] std::uint8_t controlPins() const { return control_; }
     /// Level of the device's output.
     [[nodiscard]] bool dataOut() const { return device_->dataOut(); }
 

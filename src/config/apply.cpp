@@ -4,8 +4,11 @@
 
 #include "platform/conversions.h"
 #include "platform/failure.h"
+#include "transfer/extra_pins.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -30,6 +33,7 @@ void ConfigureDialog::cmdApply_Click() {
     if (usesDongle() ? !applyToDongle() : session_.ParallelPortReady && !applyToParallelPort())
         return;
     parts_.singleWord.AdjustSPILabels();
+    showPartTabs();
     applySucceeded_ = true;
 }
 
@@ -55,7 +59,7 @@ void ConfigureDialog::recreateWord() {
             Failure::Kind::OutOfRange,
             fmt::format("Subscript out of range: a word of {} bits", session_.SPIWordLength));
     session_.SingleWordBits.assign(static_cast<std::size_t>(session_.SPIWordLength) + 1, 0);
-    session_.QuickCommandTable.clear();
+    session_.QuickCommandTable.recreate(session_.SPIWordLength);
 }
 
 void ConfigureDialog::emptyLists() {
@@ -67,11 +71,13 @@ void ConfigureDialog::emptyLists() {
 
 bool ConfigureDialog::applyToDongle() {
     // applySucceeded_ keeps its value, so that OK closes the dialog even after a refusal.
+    parts_.extraPins.fill(extraPins.dongleNames());
     if (!acceptWordLength())
         return false;
     if (session_.StartingUp != ConstOn)
         session_.ConfigDirty = ConstOn;
     applyPartName();
+    saveSnapshot();
     applyLogDecisions();
     applyWordShape();
     session_.DisplayHex = optBinary.value() ? 0 : 1;
@@ -82,6 +88,9 @@ bool ConfigureDialog::applyToDongle() {
 
 bool ConfigureDialog::applyToParallelPort() {
     applySucceeded_ = false;
+    if (!extraPins.allAssigned())
+        return refuse("No pin assignment was made for one or more Extra Pins.");
+    sortPinNumbers();
     // Hidden, as at start-up and for a configuration file, the dialog applies what it holds.
     if (visible() && !(acceptPins() && acceptPortChoice()))
         return false;
@@ -93,10 +102,14 @@ bool ConfigureDialog::applyToParallelPort() {
     applyPins();
     applyWordShape();
     applyDisplay();
-    clearPinMaps();
+    clearPinMaps(session_);
+    parts_.extraPins.fill(extraPins.portNames());
     if (session_.StartingUp != ConstOn)
         parts_.lblConfigNag.hide();
+    saveSnapshot();
+    savePortSnapshot();
     applyLogDecisions();
+    extraPins.enterPinMaps(session_);
     choosePort();
     parts_.pins.rest();
     return true;
@@ -107,13 +120,25 @@ bool ConfigureDialog::acceptPins() {
            refuse("Pin Conflict!  Please select a different pin configuration.");
 }
 
-bool ConfigureDialog::hasPinConflict() const {
+void ConfigureDialog::sortPinNumbers() {
     // The prefix gives the data pins two digits. The data output has none, so its "7" meets no
     // data pin.
     std::vector<std::string> pins{"9" + cmbCS.text(), "9" + cmbDI.text(), cmbDO.text(),
                                   "9" + cmbCLK.text()};
+    for (std::string& pin : extraPins.numbersForConflictTest())
+        pins.push_back(std::move(pin));
     std::sort(pins.begin(), pins.end());
-    return std::adjacent_find(pins.begin(), pins.end()) != pins.end();
+    sortedPins_->clear();
+    for (std::string& pin : pins)
+        sortedPins_->add(std::move(pin));
+    lstSortedPinNumbers.linesChanged();
+}
+
+bool ConfigureDialog::hasPinConflict() const {
+    for (std::size_t i = 1; i < lstSortedPinNumbers.count(); ++i)
+        if (lstSortedPinNumbers.line(i) == lstSortedPinNumbers.line(i - 1))
+            return true;
+    return false;
 }
 
 bool ConfigureDialog::acceptPortChoice() {
@@ -203,14 +228,6 @@ void ConfigureDialog::applyDisplay() {
     session_.DisplayHex = optBinary.value() ? 0 : 1;
 }
 
-void ConfigureDialog::clearPinMaps() {
-    session_.DataPortPins = {};
-    session_.ControlPortPins = {};
-    // Bits 0, 1 and 3 are inverted by the hardware: register level 1 is a low pin.
-    for (const int bit : {0, 1, 3})
-        session_.ControlPortPins.setLevel(bit, ConstHigh);
-}
-
 void ConfigureDialog::applyLogDecisions() {
     session_.ContinuousLogEnabled = optLogOff.value() ? ConstOff : ConstOn;
     if (optLogForever.value())
@@ -226,6 +243,7 @@ void ConfigureDialog::choosePort() {
         const int number = text.size() > digit ? hexDigit(text[digit]) : 0;
         session_.LPTPortAddress =
             session_.LPTPortAddresses.at(static_cast<std::size_t>(number - 1));
+        session_.Saved.SavedPortIndex = number;
         return;
     }
     constexpr std::array addresses{address3BC, address378, address278};
@@ -234,6 +252,19 @@ void ConfigureDialog::choosePort() {
             session_.LPTPortAddress = addresses.at(static_cast<std::size_t>(box->index().value()));
             return;
         }
+}
+
+void ConfigureDialog::showPartTabs() {
+    parts_.resetTabs();
+    const std::array<std::pair<const forms::CheckBox*, std::int32_t>, 5> parts{
+        {{&CheckEnable72361, 72361},
+         {&CheckEnable72517, 72517},
+         {&CheckEnable72518, 72518},
+         {&CheckEnable72537, 72537},
+         {&CheckEnable72516, 72516}}};
+    for (const auto& [check, number] : parts)
+        if (check->checked())
+            parts_.addPartTab(number);
 }
 
 double ConfigureDialog::wantedWordLength() const {

@@ -10,6 +10,7 @@ namespace {
 
 using forms::ComboBox;
 
+constexpr int baudStep = 64; // the code stands in the two top bits of its byte
 constexpr const char* rangeOnUsb = "(Anything between 1 and 40)";
 constexpr const char* rangeOnPort = "(Anything between 1 and 160)";
 
@@ -17,11 +18,20 @@ std::vector<std::string> dataPins() {
     return {"2", "3", "4", "5", "6", "7", "8", "9"};
 }
 
-std::vector<forms::TabStrip::Tab> typeTabs() {
-    std::vector<forms::TabStrip::Tab> tabs;
-    for (int type = 1; type <= 8; ++type)
-        tabs.push_back({fmt::format("Type {}", type), "Click to change SPI type"});
-    return tabs;
+std::vector<forms::TabStrip::Tab> pageTabs() {
+    return {{"General", "Configure general options such as the part name, LPT port, and number of "
+                        "SPI bits"},
+            {"SPI Pins", "Configure SPI pin assignments and polarities"},
+            {"Extra Pins", "Use this tab to configure extra pins on the parallel port"},
+            {"Session Log", "Change Session Log options"}};
+}
+
+forms::ControlArray<forms::OptionButton> baudRates(forms::Form& form, forms::OptionGroup& group) {
+    return {"SPIBaudRate", 0, 3, [&](const std::string& name, int index) {
+                constexpr std::array rates{"4 MHz", "1 MHz", "500 KHz", "62.5 KHz"};
+                return std::make_unique<forms::OptionButton>(
+                    form, group, name, rates.at(static_cast<std::size_t>(index)), index);
+            }};
 }
 
 forms::ControlArray<forms::CheckBox> addressBoxes(forms::Form& form) {
@@ -41,6 +51,11 @@ ConfigureDialog::ConfigureDialog(forms::FormSet& set, Parts parts)
     : Form(set, "frmConfigureSPI", "Configuration"),
       parts_(std::move(parts)),
       session_(parts_.session),
+      TabStripConfig(*this, "TabStripConfig", pageTabs()),
+      FrameConfig("FrameConfig", 1, 4,
+                  [this](const std::string& name, int index) {
+                      return std::make_unique<forms::Frame>(*this, name, "", index);
+                  }),
       txtPartName(*this, "txtPartName"),
       cmbSPIWordLength(*this, "cmbSPIWordLength", ComboBox::Style::Editable,
                        {"40", "32", "24", "16", "8"}),
@@ -53,6 +68,13 @@ ConfigureDialog::ConfigureDialog(forms::FormSet& set, Parts parts)
       lblLPTaddress(*this, "lblLPTaddress", "Choose from the list below:  (Recommended)"),
       cmbPortsAvailable(*this, "cmbPortsAvailable", ComboBox::Style::List),
       chkHardCodeLPT(addressBoxes(*this)),
+      frameSPIBaudRate(*this, "frameSPIBaudRate", "Clock of the dongle"),
+      SPIBaudRate(baudRates(*this, baudGroup_)),
+      CheckEnable72361(*this, "CheckEnable72361", "Enable 72361 Tab"),
+      CheckEnable72517(*this, "CheckEnable72517", "Enable 72517 Tab"),
+      CheckEnable72518(*this, "CheckEnable72518", "Enable 72518 Tab"),
+      CheckEnable72537(*this, "CheckEnable72537", "Enable 72537 Tab"),
+      CheckEnable72516(*this, "CheckEnable72516", "Enable 72516 Tab"),
       lblSPIPinsDisabled(*this, "lblSPIPinsDisabled"),
       framePortPins(*this, "framePortPins", "Pins of the connector"),
       cmbCS(*this, "cmbCS", ComboBox::Style::List, dataPins()),
@@ -71,13 +93,9 @@ ConfigureDialog::ConfigureDialog(forms::FormSet& set, Parts parts)
       frameDO(*this, "frameDO", "Data out"),
       optDOpolarity_pos(*this, doGroup_, "optDOpolarity_pos", "High = 1 (DO)"),
       optDOpolarity_neg(*this, doGroup_, "optDOpolarity_neg", "Low = 1 (DOB)"),
-      frameSPItype(*this, "frameSPItype", "SPI type"),
-      TabStripSPItype(*this, "TabStripSPItype", typeTabs()),
-      lblExtraPinsDisabled(*this, "lblExtraPinsDisabled"),
-      frameStandardPins(*this, "frameStandardPins", "Data pins"),
-      frameOpenCollectorPins(*this, "frameOpenCollectorPins", "Control pins"),
-      frameUSBExtraPins(*this, "frameUSBExtraPins", "All Extra Pins"),
-      frameSPIBaudRate(*this, "frameSPIBaudRate", "Clock"),
+      types(*this, session_),
+      extraPins(*this),
+      lstSortedPinNumbers(*this, "lstSortedPinNumbers", sortedPins_),
       chkEnableLog(*this, "chkEnableLog", "Enable Session Log"),
       frameDataLogging(*this, "frameDataLogging", "Continuous sending"),
       optLogOff(*this, logGroup_, "optLogOff", "Turn off the Session Log in Continuous Send mode"),
@@ -88,13 +106,16 @@ ConfigureDialog::ConfigureDialog(forms::FormSet& set, Parts parts)
       lblMessageLimit(*this, "lblMessageLimit", "Stop after:"),
       txtMessageLimit(*this, "txtMessageLimit"),
       cmdOK(*this, "cmdOK", "&OK"),
-      cmdApply(*this, "cmdApply", "&Apply") {
+      cmdApply(*this, "cmdApply", "&Apply"),
+      cmdCancel(*this, "cmdCancel", "&Cancel") {
     for (forms::Control* control : {static_cast<forms::Control*>(&lblPortDisabled),
                                     static_cast<forms::Control*>(&lblSPIPinsDisabled),
-                                    static_cast<forms::Control*>(&lblExtraPinsDisabled),
-                                    static_cast<forms::Control*>(&frameUSBExtraPins),
+                                    static_cast<forms::Control*>(&lstSortedPinNumbers),
                                     static_cast<forms::Control*>(&frameSPIBaudRate)})
         control->hide();
+    for (int page = 2; page <= FrameConfig.last(); ++page)
+        FrameConfig(page).hide();
+    SPIBaudRate(session_.SPIBaudRate / baudStep).setValue(true);
     registerProcedures();
 }
 
@@ -106,7 +127,12 @@ void ConfigureDialog::registerProcedures() {
     procedure("Btn_ParallelPort_Click", [this] { Btn_ParallelPort_Click(); });
     procedure("chkSerialPort_Click", [this] { chkSerialPort_Click(); });
     procedure("chkHardCodeLPT_Click", [this](int index) { chkHardCodeLPT_Click(index); });
-    procedure("TabStripSPItype_Click", [this] { TabStripSPItype_Click(); });
+    procedure("cmdCancel_Click", [this] { cmdCancel_Click(); });
+    procedure("TabStripConfig_Click", [this] { TabStripConfig_Click(); });
+    procedure("SPIBaudRate_Click", [this](int index) {
+        if (SPIBaudRate(index).value())
+            session_.SPIBaudRate = static_cast<std::int16_t>(index * baudStep);
+    });
     procedure("chkEnableLog_Click", [this] { chkEnableLog_Click(); });
     procedure("optLogOff_Click", [this] { enableLogLimit(false); });
     procedure("optLogForever_Click", [this] { enableLogLimit(false); });
@@ -114,11 +140,19 @@ void ConfigureDialog::registerProcedures() {
 }
 
 void ConfigureDialog::Form_Load() {
+    TabStripConfig.setSelected(1);
     cmbPortsAvailable.clear();
     session_.LPTPortAddresses = {address378, 0, 0, 0};
     session_.ParallelPortReady = false;
     enablePortControls(false);
-    SetDefaults();
+    if (session_.StartingUp == ConstOn) {
+        SetDefaults();
+        saveSnapshot();
+        savePortSnapshot();
+    } else {
+        cmdCancel_Click();
+        setVisible(true);
+    }
 }
 
 void ConfigureDialog::SetDefaults() {
@@ -138,8 +172,12 @@ void ConfigureDialog::SetDefaults() {
     optCSnegative.setValue(true);
     optDIpolarity_pos.setValue(true);
     optDOpolarity_pos.setValue(true);
-    TabStripSPItype.setSelected(session_.SPIType);
-    TabStripSPItype_Click();
+    types.TabStripSPItype.setSelected(session_.SPIType);
+    types.TabStripSPItype_Click();
+    extraPins.setDefaults();
+    for (forms::CheckBox* part : {&CheckEnable72361, &CheckEnable72517, &CheckEnable72518,
+                                  &CheckEnable72537, &CheckEnable72516})
+        part->setValue(0);
     chkEnableLog.setValue(1);
     chkEnableLog_Click();
     optLogFixedNumber.setValue(true);
@@ -192,6 +230,7 @@ void ConfigureDialog::arrangeFor(DongleLink::Found found) {
     }
     ChkSerialPort.setValue(0);
     ChkSerialPort.disable();
+    frameSPIBaudRate.hide();
     lblSPIBitRange.setCaption(rangeOnPort);
     if (found == DongleLink::Found::None && !session_.ParallelPortReady)
         return;
@@ -221,13 +260,15 @@ void ConfigureDialog::enablePortControls(bool enabled) {
 }
 
 void ConfigureDialog::showBusFrames(bool onDongle) {
-    for (forms::Frame* frame : {&frameSPIBitOrder, &frameCS, &frameDI, &frameDO, &frameSPItype})
+    for (forms::Frame* frame :
+         {&frameSPIBitOrder, &frameCS, &frameDI, &frameDO, &types.frameSPItype})
         frame->show();
-    for (forms::Label* label : {&lblPortDisabled, &lblSPIPinsDisabled, &lblExtraPinsDisabled})
+    for (forms::Label* label :
+         {&lblPortDisabled, &lblSPIPinsDisabled, &extraPins.lblExtraPinsDisabled})
         label->hide();
-    frameStandardPins.setVisible(!onDongle);
-    frameOpenCollectorPins.setVisible(!onDongle);
-    frameUSBExtraPins.setVisible(onDongle);
+    extraPins.frameStandardPins.setVisible(!onDongle);
+    extraPins.frameOpenCollectorPins.setVisible(!onDongle);
+    extraPins.frameUSBExtraPins.setVisible(onDongle);
 }
 
 void ConfigureDialog::chkHardCodeLPT_Click(int index) {
@@ -241,8 +282,13 @@ void ConfigureDialog::chkHardCodeLPT_Click(int index) {
             cmbPortsAvailable.disable();
 }
 
-void ConfigureDialog::TabStripSPItype_Click() {
-    session_.SPITypeTab = static_cast<std::int16_t>(TabStripSPItype.selected());
+void ConfigureDialog::TabStripConfig_Click() {
+    const int page = TabStripConfig.selected();
+    if (page == session_.ConfigTab)
+        return;
+    FrameConfig(page).show();
+    FrameConfig(session_.ConfigTab).hide();
+    session_.ConfigTab = static_cast<std::int16_t>(page);
 }
 
 void ConfigureDialog::chkEnableLog_Click() {

@@ -1,10 +1,14 @@
 #pragma once
 
+#include "config/extra_pin_page.h"
+#include "config/type_page.h"
 #include "platform/desk.h"
 #include "platform/forms/control_array.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
+#include "platform/forms/text_lines.h"
 #include "sending/command_lists.h"
+#include "sending/extra_pin_rows.h"
 #include "sending/run_controls.h"
 #include "sending/session_log.h"
 #include "sending/single_word_page.h"
@@ -29,9 +33,12 @@ public:
         SingleWordPage& singleWord;
         SessionLog& log;
         CommandLists& commands;
+        ExtraPinRows& extraPins;
         forms::Label& labelMainTitle;
         forms::Label& lblConfigNag;
-        std::function<void()> startUsb; ///< looks for the dongle and calls arrangeFor
+        std::function<void()> startUsb;  ///< looks for the dongle and calls arrangeFor
+        std::function<void()> resetTabs; ///< removes the part tabs of the main form
+        std::function<void(std::int32_t partNumber)> addPartTab;
     };
 
     ConfigureDialog(forms::FormSet& set, Parts parts);
@@ -42,13 +49,15 @@ public:
     /// Copies the settings from the controls to the session and puts the idle levels on the wire.
     /// A step that refuses shows its message and leaves at once.
     void cmdApply_Click();
+    /// Brings back what was last accepted, and hides the dialog.
+    void cmdCancel_Click();
     /// Applies, and hides the dialog when that went through.
     void cmdOK_Click();
     /// Looks for parallel ports.
     void Btn_ParallelPort_Click();
     void chkSerialPort_Click();
     void chkHardCodeLPT_Click(int index);
-    void TabStripSPItype_Click();
+    void TabStripConfig_Click();
     void chkEnableLog_Click();
     /// Shows the settings of the bus that a search for the dongle has left.
     void arrangeFor(DongleLink::Found found);
@@ -59,6 +68,7 @@ private:
     bool applyToDongle();
     bool applyToParallelPort();
     bool acceptPins();
+    void sortPinNumbers();
     [[nodiscard]] bool hasPinConflict() const;
     bool acceptPortChoice();
     bool acceptWordLength();
@@ -70,9 +80,13 @@ private:
     void applyPins();
     void applyWordShape();
     void applyDisplay();
-    void clearPinMaps();
     void applyLogDecisions();
     void choosePort();
+    void showPartTabs();
+
+    void saveSnapshot();
+    void savePortSnapshot();
+    void restoreSnapshot();
 
     void recreateWord();
     void emptyLists();
@@ -95,8 +109,13 @@ private:
     forms::OptionGroup diGroup_;
     forms::OptionGroup doGroup_;
     forms::OptionGroup logGroup_;
+    forms::OptionGroup baudGroup_;
+    std::shared_ptr<forms::TextLines> sortedPins_ = std::make_shared<forms::TextLines>();
 
 public:
+    forms::TabStrip TabStripConfig;
+    forms::ControlArray<forms::Frame> FrameConfig; ///< pages 1 to 4
+
     // General
     forms::TextBox txtPartName;
     forms::ComboBox cmbSPIWordLength;
@@ -109,6 +128,13 @@ public:
     forms::Label lblLPTaddress;
     forms::ComboBox cmbPortsAvailable;
     forms::ControlArray<forms::CheckBox> chkHardCodeLPT;
+    forms::Frame frameSPIBaudRate;
+    forms::ControlArray<forms::OptionButton> SPIBaudRate;
+    forms::CheckBox CheckEnable72361;
+    forms::CheckBox CheckEnable72517;
+    forms::CheckBox CheckEnable72518;
+    forms::CheckBox CheckEnable72537;
+    forms::CheckBox CheckEnable72516;
 
     // SPI Pins
     forms::Label lblSPIPinsDisabled;
@@ -129,15 +155,11 @@ public:
     forms::Frame frameDO;
     forms::OptionButton optDOpolarity_pos;
     forms::OptionButton optDOpolarity_neg;
-    forms::Frame frameSPItype;
-    forms::TabStrip TabStripSPItype;
+    TypePage types;
 
     // Extra Pins
-    forms::Label lblExtraPinsDisabled;
-    forms::Frame frameStandardPins;
-    forms::Frame frameOpenCollectorPins;
-    forms::Frame frameUSBExtraPins;
-    forms::Frame frameSPIBaudRate;
+    ExtraPinPage extraPins;
+    forms::ListBox lstSortedPinNumbers; ///< of the conflict test; hidden
 
     // Session Log
     forms::CheckBox chkEnableLog;
@@ -150,6 +172,7 @@ public:
 
     forms::Button cmdOK;
     forms::Button cmdApply;
+    forms::Button cmdCancel;
 };
 
 } // namespace bitlux

@@ -140,8 +140,13 @@ QWidget* BenchView::makePortPins() {
     for (int bit = 0; bit < 8; ++bit)
         data_[static_cast<std::size_t>(bit)] =
             addLamp(grid, bit + 1, QString::number(bit + 2), QString("bench.data%1").arg(bit));
-    dataOut_ = addLamp(grid, 10, "DO", "bench.dataOut");
-    grid.setColumnMinimumWidth(9, 8);
+    const std::array<const char*, 4> controlPins{"1", "14", "16", "17"};
+    for (std::size_t bit = 0; bit < controlPins.size(); ++bit)
+        control_[bit] = addLamp(grid, static_cast<int>(bit) + 10, controlPins[bit],
+                                QString("bench.control%1").arg(bit));
+    dataOut_ = addLamp(grid, 15, "DO", "bench.dataOut");
+    for (const int gap : {9, 14})
+        grid.setColumnMinimumWidth(gap, 8);
     return pins;
 }
 
@@ -190,6 +195,11 @@ void BenchView::follow() {
     const SimulatedPort& port = bench_.port;
     for (int bit = 0; bit < 8; ++bit)
         showLevel(*data_[static_cast<std::size_t>(bit)], ((port.dataPins() >> bit) & 1) != 0);
+    for (int bit = 0; bit < 4; ++bit) {
+        const bool inverted = bit != 2;
+        showLevel(*control_[static_cast<std::size_t>(bit)],
+                  (((port.controlPins() >> bit) & 1) != 0) != inverted);
+    }
     showLevel(*dataOut_, port.dataOut());
 }
 

@@ -42,6 +42,7 @@ private:
     QLineEdit* replies_ = nullptr;
     QLabel* problem_ = nullptr;
     std::array<QLabel*, 8> data_{};
+    std::array<QLabel*, 4> control_{};
     QLabel* dataOut_ = nullptr;
     QCheckBox* plugged_ = nullptr;
     QWidget* portPins_ = nullptr;

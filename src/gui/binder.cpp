@@ -33,6 +33,9 @@ void Binder::bind(forms::ComboBox& control, QComboBox& widget) {
 void Binder::bind(forms::Frame& control, QGroupBox& widget) {
     add<FrameBinding>(control, widget);
 }
+void Binder::bind(forms::Frame& control, QWidget& page) {
+    add<PageBinding>(control, page);
+}
 void Binder::bind(forms::Label& control, QLabel& widget) {
     add<LabelBinding>(control, widget);
 }

@@ -26,6 +26,7 @@ public:
     void bind(forms::CheckBox& control, QCheckBox& widget);
     void bind(forms::ComboBox& control, QComboBox& widget);
     void bind(forms::Frame& control, QGroupBox& widget);
+    void bind(forms::Frame& control, QWidget& page);
     void bind(forms::Label& control, QLabel& widget);
     void bind(forms::ListBox& control, LogView& widget);
     void bind(forms::MenuItem& control, QAction& action);

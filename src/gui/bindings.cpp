@@ -35,7 +35,10 @@ WidgetBinding::WidgetBinding(forms::Control& control, QWidget& widget)
 void WidgetBinding::refresh() {
     const QSignalBlocker blocker(widget_);
     refreshContent();
-    if (widget_.isVisibleTo(widget_.parentWidget()) != control().visible())
+    // A layout would show a new widget that nobody has hidden in so many words.
+    const bool mayBeShown = !widget_.testAttribute(Qt::WA_WState_ExplicitShowHide);
+    if (widget_.isVisibleTo(widget_.parentWidget()) != control().visible() ||
+        (mayBeShown && !control().visible()))
         widget_.setVisible(control().visible());
     widget_.setEnabled(control().enabled());
     const QString tooltip = textOf(control().tooltip());

@@ -100,6 +100,13 @@ private:
     std::vector<std::string> shown_;
 };
 
+/// A frame that is a page: no more than visible or not.
+class PageBinding : public WidgetBinding {
+public:
+    PageBinding(forms::Frame& control, QWidget& page) : WidgetBinding(control, page) {}
+    void refreshContent() override {}
+};
+
 class FrameBinding : public WidgetBinding {
 public:
     FrameBinding(forms::Frame& control, QGroupBox& widget);

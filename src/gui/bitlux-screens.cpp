@@ -6,6 +6,8 @@
 #include "gui/theme.h"
 #include "workbench/virtual_bench.h"
 
+#include <array>
+
 #include <QApplication>
 #include <QDir>
 
@@ -72,14 +74,27 @@ public:
         gui::MainWindow window(program_);
         program_.dialog().setVisible(true);
         auto* dialog = window.findChild<QDialog*>();
-        auto* pages = dialog->findChild<QTabWidget*>();
-        for (int page = 0; page < pages->count(); ++page) {
-            pages->setCurrentIndex(page);
+        for (int page = 1; page <= program_.dialog().FrameConfig.last(); ++page) {
+            program_.dialog().TabStripConfig.click(page);
             window.binder().flush();
             QApplication::processEvents();
-            dialog->grab().save(prefix + QString("-%1.png").arg(page + 1));
+            dialog->grab().save(prefix + QString("-%1.png").arg(page));
         }
         program_.dialog().setVisible(false);
+    }
+
+    void showExtraPins() {
+        ConfigureDialog& dialog = program_.dialog();
+        const std::array<std::pair<int, const char*>, 2> pins{{{0, "5"}, {1, "6"}}};
+        for (const auto& [row, pin] : pins) {
+            dialog.extraPins.dataPins.enable(row).setValue(1);
+            dialog.extraPins.dataPins.assignment(row).setText(pin);
+        }
+        for (int pin = 0; pin < 9; pin += 2)
+            dialog.extraPins.Check(pin).setValue(1);
+        dialog.cmdApply_Click();
+        program_.mainForm().extraPins.optSetHighNow(1).click();
+        program_.mainForm().extraPins.TabStripLogPinsNow.click(2);
     }
 
     void plugDongle() {
@@ -122,11 +137,15 @@ int main(int argc, char** argv) {
         dongle.bring(states[0]);
         dongle.paint(folder + "/main-dongle" + tail + ".png", {}, &states[0]);
         dongle.paintDialog(folder + "/configure-dongle" + tail);
+        dongle.showExtraPins();
+        dongle.paint(folder + "/main-dongle-pins" + tail + ".png", {});
         Stage first;
         first.paint(folder + "/main-start" + tail + ".png", {});
         first.bring(states[4]);
         first.paint(folder + "/main-small-screen" + tail + ".png", QSize(640, 480), &states[4]);
         first.paintDialog(folder + "/configure" + tail);
+        first.showExtraPins();
+        first.paint(folder + "/main-pins" + tail + ".png", {});
     }
     return 0;
 }

@@ -1,16 +1,31 @@
 #include "gui/configure_view.h"
 
+#include "gui/type_diagram.h"
+
 #include <array>
 
 #include <QCloseEvent>
 #include <QFormLayout>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QTabWidget>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace bitlux::gui {
+
+namespace {
+
+QLabel* noteLabel(const QString& text, QWidget* parent) {
+    auto* note = new QLabel(text, parent);
+    note->setWordWrap(true);
+    const int width = note->fontMetrics().averageCharWidth() * 80;
+    note->setMinimumSize(width, note->heightForWidth(width));
+    return note;
+}
+
+} // namespace
 
 template <typename Widget, typename Control>
 Widget* ConfigureView::bound(Control& control, QWidget* parent) {
@@ -23,32 +38,68 @@ ConfigureView::ConfigureView(ConfigureDialog& form, Binder& binder, QWidget* par
     : QDialog(parent), form_(form), binder_(binder) {
     setWindowTitle(QString::fromStdString(form.caption()));
     auto* layout = new QVBoxLayout(this);
-    auto* pages = new QTabWidget(this);
-    pages->addTab(makeGeneralPage(), "General");
-    pages->addTab(makePinsPage(), "SPI Pins");
-    pages->addTab(makeLogPage(), "Session Log");
-    layout->addWidget(pages, 1);
-    auto* buttons = new QHBoxLayout;
+    layout->setSpacing(0);
+    auto* tabs = bound<QTabBar>(form_.TabStripConfig, this);
+    tabs->setExpanding(false);
+    tabs->setDrawBase(false);
+    layout->addWidget(tabs);
+    auto* sheet = new QFrame(this);
+    sheet->setFrameShape(QFrame::StyledPanel);
+    auto* pages = new QGridLayout(sheet);
+    for (int page = 0; page < pageCount; ++page) {
+        auto* widget = new QWidget(sheet);
+        binder_.bind(form_.FrameConfig(page + 1), *widget);
+        pages->addWidget(widget, 0, 0); // all in one place; one is visible
+        pages_[static_cast<std::size_t>(page)] = widget;
+    }
+    layout->addWidget(sheet, 1);
+    layout->addSpacing(8);
+    layout->addWidget(makeButtons());
+    leaveOutHiddenControls();
+    flushed_ = binder_.flushed.follow([this] { makeShownPages(); });
+    makeShownPages();
+    // As large as the largest page will want to be, so that turning pages moves nothing.
+    const QSize wanted(fontMetrics().averageCharWidth() * 92, fontMetrics().height() * 45);
+    resize(wanted.boundedTo(QGuiApplication::primaryScreen()->availableSize() - QSize(40, 60)));
+}
+
+QWidget* ConfigureView::makeButtons() {
+    auto* row = new QWidget(this);
+    auto* buttons = new QHBoxLayout(row);
+    buttons->setContentsMargins(0, 0, 0, 0);
     buttons->addStretch();
-    for (forms::Button* control : {&form_.cmdOK, &form_.cmdApply}) {
-        auto* button = bound<QPushButton>(*control, this);
+    for (forms::Button* control : {&form_.cmdOK, &form_.cmdCancel, &form_.cmdApply}) {
+        auto* button = bound<QPushButton>(*control, row);
         button->setAutoDefault(control == &form_.cmdOK);
         buttons->addWidget(button);
     }
-    layout->addLayout(buttons);
-    leaveOutWaitingControls();
+    return row;
 }
 
-QWidget* ConfigureView::makeGeneralPage() {
-    auto* page = new QWidget(this);
+void ConfigureView::makeShownPages() {
+    constexpr std::array makers{&ConfigureView::makeGeneralPage, &ConfigureView::makePinsPage,
+                                &ConfigureView::makeExtraPinsPage, &ConfigureView::makeLogPage};
+    for (std::size_t page = 0; page < pages_.size(); ++page) {
+        if (made_[page] || !form_.FrameConfig(static_cast<int>(page) + 1).visible())
+            continue;
+        made_[page] = true;
+        (this->*makers[page])(pages_[page]);
+        layout()->activate();
+        resize(size().expandedTo(layout()->sizeHint()));
+    }
+}
+
+void ConfigureView::makeGeneralPage(QWidget* page) {
     auto* layout = new QVBoxLayout(page);
     auto* fields = new QFormLayout;
-    fields->addRow("Part name:", bound<QLineEdit>(form_.txtPartName, page));
+    fields->addRow("Part &name:", bound<QLineEdit>(form_.txtPartName, page));
     auto* length = new QHBoxLayout;
-    length->addWidget(bound<QComboBox>(form_.cmbSPIWordLength, page));
+    auto* bits = bound<QComboBox>(form_.cmbSPIWordLength, page);
+    length->addWidget(bits);
     length->addWidget(bound<QLabel>(form_.lblSPIBitRange, page));
     length->addStretch();
-    fields->addRow("Bits of a word:", length);
+    fields->addRow("&Bits of a word:", length);
+    qobject_cast<QLabel*>(fields->labelForField(length))->setBuddy(bits);
     auto* display = new QHBoxLayout;
     display->addWidget(bound<QRadioButton>(form_.optBinary, page));
     display->addWidget(bound<QRadioButton>(form_.optHex, page));
@@ -56,8 +107,8 @@ QWidget* ConfigureView::makeGeneralPage() {
     fields->addRow("Words are shown in:", display);
     layout->addLayout(fields);
     layout->addWidget(makePortBox(page));
+    layout->addWidget(makePartsBox(page));
     layout->addStretch();
-    return page;
 }
 
 QWidget* ConfigureView::makePortBox(QWidget* page) {
@@ -71,32 +122,141 @@ QWidget* ConfigureView::makePortBox(QWidget* page) {
     layout->addWidget(bound<QComboBox>(form_.cmbPortsAvailable, box));
     for (const auto& control : form_.chkHardCodeLPT)
         layout->addWidget(bound<QCheckBox>(*control, box));
+    auto* rates = bound<QGroupBox>(form_.frameSPIBaudRate, box);
+    auto* row = new QHBoxLayout(rates);
+    for (const auto& rate : form_.SPIBaudRate)
+        row->addWidget(bound<QRadioButton>(*rate, rates));
+    row->addStretch();
+    layout->addWidget(rates);
     return box;
 }
 
-QWidget* ConfigureView::makePinsPage() {
-    auto* page = new QWidget(this);
+QWidget* ConfigureView::makePartsBox(QWidget* page) {
+    auto* box = new QGroupBox("Panels of parts", page);
+    auto* grid = new QGridLayout(box);
+    int place = 0;
+    for (forms::CheckBox* part :
+         {&form_.CheckEnable72361, &form_.CheckEnable72517, &form_.CheckEnable72518,
+          &form_.CheckEnable72537, &form_.CheckEnable72516}) {
+        grid->addWidget(bound<QCheckBox>(*part, box), place / 3, place % 3);
+        ++place;
+    }
+    return box;
+}
+
+void ConfigureView::makePinsPage(QWidget* page) {
     auto* grid = new QGridLayout(page);
-    auto* pins = bound<QGroupBox>(form_.framePortPins, page);
-    auto* rows = new QFormLayout(pins);
-    rows->addRow("Chip select (CS):", bound<QComboBox>(form_.cmbCS, pins));
-    rows->addRow("Data in (DI):", bound<QComboBox>(form_.cmbDI, pins));
-    rows->addRow("Clock (CLK):", bound<QComboBox>(form_.cmbCLK, pins));
-    rows->addRow("Data out (DO):", bound<QComboBox>(form_.cmbDO, pins));
-    grid->addWidget(pins, 0, 0, 2, 1);
     grid->addWidget(pairBox(form_.frameSPIBitOrder, form_.optMSBfirst, form_.optLSBfirst, page), 0,
-                    1);
-    grid->addWidget(pairBox(form_.frameCS, form_.optCSnegative, form_.optCSpositive, page), 1, 1);
+                    0);
+    grid->addWidget(pairBox(form_.frameCS, form_.optCSnegative, form_.optCSpositive, page), 0, 1);
     grid->addWidget(pairBox(form_.frameDI, form_.optDIpolarity_pos, form_.optDIpolarity_neg, page),
-                    2, 0);
+                    1, 0);
     grid->addWidget(pairBox(form_.frameDO, form_.optDOpolarity_pos, form_.optDOpolarity_neg, page),
-                    2, 1);
-    auto* type = bound<QGroupBox>(form_.frameSPItype, page);
-    auto* typeLayout = new QVBoxLayout(type);
-    typeLayout->addWidget(bound<QTabBar>(form_.TabStripSPItype, type));
-    grid->addWidget(type, 3, 0, 1, 2);
+                    1, 1);
+    grid->addWidget(makePinBox(page), 2, 0, 1, 2);
+    grid->addWidget(makeTypeBox(page), 3, 0, 1, 2);
     grid->setRowStretch(4, 1);
-    return page;
+}
+
+QWidget* ConfigureView::makePinBox(QWidget* page) {
+    auto* box = bound<QGroupBox>(form_.framePortPins, page);
+    auto* row = new QHBoxLayout(box);
+    const std::array<std::pair<const char*, forms::ComboBox*>, 4> pins{{{"CS:", &form_.cmbCS},
+                                                                        {"DI:", &form_.cmbDI},
+                                                                        {"CLK:", &form_.cmbCLK},
+                                                                        {"DO:", &form_.cmbDO}}};
+    for (const auto& [title, control] : pins) {
+        auto* label = new QLabel(title, box);
+        auto* list = bound<QComboBox>(*control, box);
+        label->setBuddy(list);
+        row->addWidget(label);
+        row->addWidget(list);
+        row->addSpacing(12);
+    }
+    row->addStretch();
+    return box;
+}
+
+QWidget* ConfigureView::makeTypeBox(QWidget* page) {
+    auto* box = bound<QGroupBox>(form_.types.frameSPItype, page);
+    auto* layout = new QVBoxLayout(box);
+    auto* tabs = bound<QTabBar>(form_.types.TabStripSPItype, box);
+    tabs->setUsesScrollButtons(false);
+    tabs->setDrawBase(false);
+    layout->addWidget(tabs);
+    auto* pictures = new QGridLayout;
+    for (int type = 1; type <= 8; ++type)
+        pictures->addWidget(makePicture(type, box), 0, 0); // one is visible
+    layout->addLayout(pictures, 1);
+    return box;
+}
+
+QWidget* ConfigureView::makePicture(int type, QWidget* parent) {
+    TypePage& types = form_.types;
+    auto* picture = new QWidget(parent);
+    binder_.bind(types.frameSPIpicture(type), *picture);
+    auto* layout = new QVBoxLayout(picture);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    layout->addWidget(new TypeDiagram(type, picture), 1);
+    auto* polarity = new QHBoxLayout;
+    polarity->addWidget(bound<QLabel>(types.lblSPINotePolarity(type), picture));
+    polarity->addStretch();
+    if (type >= types.lblNonStandard.first())
+        polarity->addWidget(bound<QLabel>(types.lblNonStandard(type), picture));
+    layout->addWidget(bound<QLabel>(types.lblSPINoteRead(type), picture));
+    layout->addWidget(bound<QLabel>(types.lblSPINoteToggle(type), picture));
+    layout->addLayout(polarity);
+    return picture;
+}
+
+void ConfigureView::makeExtraPinsPage(QWidget* page) {
+    ExtraPinPage& pins = form_.extraPins;
+    auto* layout = new QVBoxLayout(page);
+    layout->addWidget(makePinRows(
+        pins.frameStandardPins, pins.dataPins,
+        "These are standard push-pull outputs which can generally source 2.6 mA and sink 24 mA.  "
+        "However, different manufacturers have different limits.",
+        page));
+    layout->addWidget(makePinRows(
+        pins.frameOpenCollectorPins, pins.controlPins,
+        "These are open-collector outputs which can typically sink 1.5 mA, and which typically "
+        "have a 4.7K resistor pull-up to 5 V.  However, different manufacturers may have different "
+        "specifications.",
+        page));
+    layout->addWidget(makeDonglePins(page));
+    layout->addStretch();
+}
+
+QWidget* ConfigureView::makePinRows(forms::Frame& frame, const PinRows& rows, const QString& note,
+                                    QWidget* page) {
+    auto* box = bound<QGroupBox>(frame, page);
+    auto* grid = new QGridLayout(box);
+    grid->addWidget(noteLabel(note, box), 0, 0, 1, 3);
+    grid->addWidget(new QLabel("Name", box), 1, 1);
+    grid->addWidget(new QLabel("Pin", box), 1, 2);
+    for (int row = 0; row < rows.count(); ++row) {
+        grid->addWidget(bound<QCheckBox>(rows.enable(row), box), row + 2, 0);
+        grid->addWidget(bound<QLineEdit>(rows.name(row), box), row + 2, 1);
+        grid->addWidget(bound<QComboBox>(rows.assignment(row), box), row + 2, 2);
+    }
+    grid->setColumnStretch(1, 1);
+    return box;
+}
+
+QWidget* ConfigureView::makeDonglePins(QWidget* page) {
+    ExtraPinPage& pins = form_.extraPins;
+    auto* box = bound<QGroupBox>(pins.frameUSBExtraPins, page);
+    auto* grid = new QGridLayout(box);
+    constexpr int dataPins = 5;
+    grid->addWidget(
+        noteLabel("These are standard CMOS push-pull outputs which can generally source 2.0 mA and "
+                  "sink 1.6 mA. ",
+                  box),
+        0, 0, 1, 2);
+    for (int pin = 0; pin <= pins.Check.last(); ++pin)
+        grid->addWidget(bound<QCheckBox>(pins.Check(pin), box), 1 + pin % dataPins, pin / dataPins);
+    return box;
 }
 
 QGroupBox* ConfigureView::pairBox(forms::Frame& frame, forms::OptionButton& first,
@@ -108,8 +268,7 @@ QGroupBox* ConfigureView::pairBox(forms::Frame& frame, forms::OptionButton& firs
     return box;
 }
 
-QWidget* ConfigureView::makeLogPage() {
-    auto* page = new QWidget(this);
+void ConfigureView::makeLogPage(QWidget* page) {
     auto* layout = new QVBoxLayout(page);
     layout->addWidget(bound<QCheckBox>(form_.chkEnableLog, page));
     auto* box = bound<QGroupBox>(form_.frameDataLogging, page);
@@ -120,32 +279,33 @@ QWidget* ConfigureView::makeLogPage() {
     auto* limit = new QHBoxLayout;
     limit->addSpacing(24);
     limit->addWidget(bound<QLabel>(form_.lblMessageLimit, box));
-    limit->addWidget(bound<QLineEdit>(form_.txtMessageLimit, box));
+    auto* number = bound<QLineEdit>(form_.txtMessageLimit, box);
+    number->setMaximumWidth(number->fontMetrics().averageCharWidth() * 12);
+    limit->addWidget(number);
     limit->addStretch();
     rows->addLayout(limit);
     layout->addWidget(box);
     layout->addStretch();
-    return page;
 }
 
-void ConfigureView::leaveOutWaitingControls() {
-    // They exist before their page does.
-    for (const forms::Label* label :
-         {&form_.lblPortDisabled, &form_.lblSPIPinsDisabled, &form_.lblExtraPinsDisabled})
-        binder_.leaveOut(*label);
-    for (const forms::Frame* frame : {&form_.frameStandardPins, &form_.frameOpenCollectorPins,
-                                      &form_.frameUSBExtraPins, &form_.frameSPIBaudRate})
-        binder_.leaveOut(*frame);
+void ConfigureView::leaveOutHiddenControls() {
+    // Nothing ever shows them.
+    for (const forms::Control* control :
+         {static_cast<forms::Control*>(&form_.lblPortDisabled),
+          static_cast<forms::Control*>(&form_.lblSPIPinsDisabled),
+          static_cast<forms::Control*>(&form_.extraPins.lblExtraPinsDisabled),
+          static_cast<forms::Control*>(&form_.lstSortedPinNumbers)})
+        binder_.leaveOut(*control);
 }
 
 void ConfigureView::closeEvent(QCloseEvent* event) {
     event->ignore();
-    form_.setVisible(false);
+    form_.cmdCancel.click();
 }
 
 void ConfigureView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape)
-        form_.setVisible(false);
+        form_.cmdCancel.click();
     else
         QDialog::keyPressEvent(event);
 }

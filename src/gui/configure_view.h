@@ -3,14 +3,17 @@
 #include "config/configure_dialog.h"
 #include "gui/binder.h"
 
+#include <array>
+
 #include <QDialog>
 
+class QGridLayout;
 class QVBoxLayout;
 
 namespace bitlux::gui {
 
-/// The window of frmConfigureSPI: its controls, laid out on pages. It shows itself while the form
-/// is visible.
+/// The window of frmConfigureSPI: its controls, laid out on four pages, each made when it is first
+/// shown. It shows itself while the form is visible.
 class ConfigureView : public QDialog {
 public:
     ConfigureView(ConfigureDialog& form, Binder& binder, QWidget* parent);
@@ -20,11 +23,23 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    QWidget* makeGeneralPage();
+    static constexpr int pageCount = 4;
+
+    QWidget* makeButtons();
+    void makeShownPages();
+    void makeGeneralPage(QWidget* page);
     QWidget* makePortBox(QWidget* page);
-    QWidget* makePinsPage();
-    QWidget* makeLogPage();
-    void leaveOutWaitingControls();
+    QWidget* makePartsBox(QWidget* page);
+    void makePinsPage(QWidget* page);
+    QWidget* makePinBox(QWidget* page);
+    QWidget* makeTypeBox(QWidget* page);
+    QWidget* makePicture(int type, QWidget* parent);
+    void makeExtraPinsPage(QWidget* page);
+    QWidget* makePinRows(forms::Frame& frame, const PinRows& rows, const QString& note,
+                         QWidget* page);
+    QWidget* makeDonglePins(QWidget* page);
+    void makeLogPage(QWidget* page);
+    void leaveOutHiddenControls();
 
     template <typename Widget, typename Control>
     Widget* bound(Control& control, QWidget* parent);
@@ -34,6 +49,9 @@ private:
 
     ConfigureDialog& form_;
     Binder& binder_;
+    std::array<QWidget*, pageCount> pages_{};
+    std::array<bool, pageCount> made_{};
+    Subscription flushed_;
 };
 
 } // namespace bitlux::gui

@@ -1,5 +1,6 @@
 #include "gui/main_view.h"
 
+#include "gui/log_pins_view.h"
 #include "gui/theme.h"
 
 #include <QGridLayout>
@@ -41,7 +42,7 @@ MainView::MainView(Program& program, Binder& binder, QWidget* parent)
     entries_ = new QVBoxLayout;
     layout->addLayout(entries_);
     layout->addWidget(makeRunRow());
-    layout->addWidget(makeLog(), 1);
+    layout->addWidget(new LogPinsView(form_, binder_, LogPinsView::Page::SingleWord, this), 1);
     leaveOutWaitingControls();
     subscriptions_ = {program_.engine().wordTransferred.follow([this] { answered_ = true; }),
                       binder_.flushed.follow([this] { follow(); })};
@@ -197,36 +198,32 @@ QWidget* MainView::makeRunRow() {
     return widget;
 }
 
-QWidget* MainView::makeLog() {
-    SessionLog& log = form_.log;
-    auto* frame = bound<QGroupBox>(log.frameLogPinsNow(1));
-    auto* row = new QHBoxLayout(frame);
-    row->setContentsMargins(10, 6, 10, 10);
-    auto* lines = bound<LogView>(log.lstSessionLogSingle, frame);
-    lines->setAccessibleName("Session Log");
-    row->addWidget(lines, 1);
-    auto* buttons = new QVBoxLayout;
-    buttons->addWidget(bound<QPushButton>(log.cmdSaveLogSingle, frame));
-    buttons->addWidget(bound<QPushButton>(log.cmdClearLogSingle, frame));
-    buttons->addStretch();
-    row->addLayout(buttons);
-    return frame;
-}
-
 void MainView::leaveOutWaitingControls() {
-    // They exist before their page does.
+    for (const forms::Control* relic :
+         {static_cast<forms::Control*>(&form_.Command1), static_cast<forms::Control*>(&form_.Text1),
+          static_cast<forms::Control*>(&form_.Text2)})
+        binder_.leaveOut(*relic);
+    // They exist before their pages do.
     for (const forms::Control* control :
-         {static_cast<forms::Control*>(&form_.TabStripMain),
-          static_cast<forms::Control*>(&form_.Command1), static_cast<forms::Control*>(&form_.Text1),
-          static_cast<forms::Control*>(&form_.Text2),
+         {static_cast<forms::Control*>(&form_.tabs.TabStripMain),
           static_cast<forms::Control*>(&form_.commands.cmbMasterQCList),
           static_cast<forms::Control*>(&form_.commands.lstCommandsAvailable),
           static_cast<forms::Control*>(&form_.commands.lstCommandsToSend),
           static_cast<forms::Control*>(&form_.log.lstSessionLogMult),
           static_cast<forms::Control*>(&form_.log.cmdSaveLogMult),
           static_cast<forms::Control*>(&form_.log.cmdClearLogMult),
-          static_cast<forms::Control*>(&form_.log.frameLogPins(1))})
+          static_cast<forms::Control*>(&form_.extraPins.TabStripLogPins)})
         binder_.leaveOut(*control);
+    for (const auto& page : form_.tabs.FrameMain)
+        binder_.leaveOut(*page);
+    for (const auto& page : form_.log.frameLogPins)
+        binder_.leaveOut(*page);
+    for (int row = 0; row < ExtraPinRows::rowCount; ++row)
+        for (const forms::Control* control :
+             {static_cast<forms::Control*>(&form_.extraPins.lblPinName(row)),
+              static_cast<forms::Control*>(&form_.extraPins.cmdToggleHigh(row)),
+              static_cast<forms::Control*>(&form_.extraPins.cmdToggleLow(row))})
+            binder_.leaveOut(*control);
 }
 
 void MainView::follow() {

@@ -27,7 +27,6 @@ private:
     QWidget* makeBitRows();
     QWidget* makeHexRows();
     QWidget* makeRunRow();
-    QWidget* makeLog();
     void leaveOutWaitingControls();
     void makeMissingGroups();
     /// Lets the tabulator key go through the entries, from the left, before the buttons.

@@ -2,26 +2,10 @@
 
 namespace bitlux {
 
-namespace {
-
-std::vector<forms::TabStrip::Tab> tabsOfAllParts() {
-    return {{"Send &One Command at a Time", "Use this tab to send SPI messages one at a time"},
-            {"Send a &Batch of Commands",
-             "Use this tab to send a batch of SPI messages with one click"},
-            {"ZT72517", "Use this tab to send PSPI for 72517"},
-            {"SBC ZT7251x Family", "ZT72514 - 511 - 518 control"},
-            {"ZT72361", "ZT72361 Control"},
-            {"ZT72537 - SBC LIN 2.5G", "ZT72537 - SBC LIN 2.5G control"},
-            {"ZT72516", "ZT72516 control"}};
-}
-
-} // namespace
-
 MainForm::MainForm(forms::FormSet& set, const Parts& parts)
     : Form(set, "frmMain", applicationTitle),
       labelMainTitle(*this, "labelMainTitle", "Generic Bitlux Forge"),
       lblConfigNag(*this, "lblConfigNag", "(Not Configured)"),
-      TabStripMain(*this, "TabStripMain", tabsOfAllParts()),
       itemPortOptions(*this, "itemPortOptions", "Edit &Configuration..."),
       itemUpdateDongle(*this, "itemUpdateDongle", "&Update Dongle Firmware..."),
       itemExit(*this, "itemExit", "E&xit"),
@@ -36,7 +20,16 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
                          .log = log,
                          .run = run,
                          .commands = commands,
-                         .boxes = parts.desk.boxes}) {
+                         .boxes = parts.desk.boxes}),
+      extraPins(*this, {.session = parts.session,
+                        .pins = parts.pins,
+                        .engine = parts.engine,
+                        .log = log,
+                        .run = run,
+                        .commands = commands,
+                        .singleWord = singleWord,
+                        .boxes = parts.desk.boxes}),
+      tabs(*this, {.session = parts.session, .run = run, .labelMainTitle = labelMainTitle}) {
     run.sendSingle = [this] { singleWord.DoSPISingle(); };
     run.hasCommands = [this] { return commands.hasCommands(); };
     log.stopContinuous = [this] { run.cmdStopContinuous_Click(); };

@@ -3,7 +3,9 @@
 #include "platform/desk.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
+#include "program/main_tabs.h"
 #include "sending/command_lists.h"
+#include "sending/extra_pin_rows.h"
 #include "sending/run_controls.h"
 #include "sending/session_log.h"
 #include "sending/single_word_page.h"
@@ -36,7 +38,6 @@ private:
 public:
     forms::Label labelMainTitle;
     forms::Label lblConfigNag;
-    forms::TabStrip TabStripMain;
     forms::MenuItem itemPortOptions;
     forms::MenuItem itemUpdateDongle;
     forms::MenuItem itemExit;
@@ -49,6 +50,8 @@ public:
     CommandLists commands;
     SessionLog log;
     SingleWordPage singleWord;
+    ExtraPinRows extraPins;
+    MainTabs tabs;
 };
 
 } // namespace bitlux

@@ -6,16 +6,6 @@
 
 namespace bitlux {
 
-namespace {
-
-void removePartTabs(MainForm& form) {
-    constexpr int genericTabs = 2;
-    while (form.TabStripMain.count() > genericTabs)
-        form.TabStripMain.removeTab(form.TabStripMain.count());
-}
-
-} // namespace
-
 Program::Program(const Hardware& hardware, const Desk& desk)
     : desk_(desk),
       clock_(hardware.clock),
@@ -46,15 +36,20 @@ Program::Program(const Hardware& hardware, const Desk& desk)
           [this] {
               MainForm& form = *mainForm_;
               return std::make_unique<ConfigureDialog>(
-                  forms_, ConfigureDialog::Parts{.session = session_,
-                                                 .pins = pins_,
-                                                 .boxes = desk_.boxes,
-                                                 .singleWord = form.singleWord,
-                                                 .log = form.log,
-                                                 .commands = form.commands,
-                                                 .labelMainTitle = form.labelMainTitle,
-                                                 .lblConfigNag = form.lblConfigNag,
-                                                 .startUsb = [this] { Start_USB(); }});
+                  forms_,
+                  ConfigureDialog::Parts{
+                      .session = session_,
+                      .pins = pins_,
+                      .boxes = desk_.boxes,
+                      .singleWord = form.singleWord,
+                      .log = form.log,
+                      .commands = form.commands,
+                      .extraPins = form.extraPins,
+                      .labelMainTitle = form.labelMainTitle,
+                      .lblConfigNag = form.lblConfigNag,
+                      .startUsb = [this] { Start_USB(); },
+                      .resetTabs = [&form] { form.tabs.ResetTabs(); },
+                      .addPartTab = [&form](std::int32_t part) { form.tabs.addPartTab(part); }});
           },
           [](ConfigureDialog& dialog) { dialog.call("Form_Load"); }) {
     options_.useUsb = [this] { return dialog_->ChkSerialPort.checked(); };
@@ -102,12 +97,13 @@ void Program::registerProcedures(MainForm& form) {
         form.run.cmdStopContinuous_Click();
         exitRequested.raise();
     });
+    form.tabs.startUsb = [this] { Start_USB(); };
     form.procedure("itemUpdateDongle_Click", [this] { itemUpdateDongle_Click(); });
     form.procedure("Start_USB", [this] { Start_USB(); });
 }
 
 void Program::loadMainForm(MainForm& form) {
-    session_.QuickCommandTable.clear();
+    session_.QuickCommandTable.recreate(session_.SPIWordLength);
     session_.ActiveMainTab = 1;
     session_.LogPinsTab = 1;
     session_.LogPinsNowTab = 1;
@@ -119,7 +115,7 @@ void Program::loadMainForm(MainForm& form) {
     dialog_->chkSerialPort_Click();
     form.lblConfigNag.hide();
     form.singleWord.AdjustSPILabels();
-    removePartTabs(form);
+    form.tabs.removePartTabs();
 }
 
 void Program::Start_USB() {

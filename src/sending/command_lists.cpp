@@ -15,6 +15,11 @@ bool CommandLists::hasCommands() {
     return false;
 }
 
+void CommandLists::addToSend(const std::string& line) {
+    toSend_->add(line);
+    lstCommandsToSend.linesChanged();
+}
+
 void CommandLists::clear() {
     cmbMasterQCList.clear();
     available_->clear();

@@ -17,6 +17,8 @@ public:
 
     /// False, after a message, when there is nothing in the commands to send.
     bool hasCommands();
+    /// Adds a line to the end of the commands to send.
+    void addToSend(const std::string& line);
     /// Empties all three.
     void clear();
     /// The word on the single-word page is no stored command any more.

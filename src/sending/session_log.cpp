@@ -27,10 +27,15 @@ WordBits wordOf(const std::vector<std::int16_t>& bits, std::int16_t length) {
     return WordBits(bits).first(wanted);
 }
 
-forms::ControlArray<forms::Frame> oneFrame(forms::Form& form, const std::string& name) {
-    return {name, 1, 1, [&form](const std::string& arrayName, int index) {
-                return std::make_unique<forms::Frame>(form, arrayName, "Session Log", index);
-            }};
+forms::ControlArray<forms::Frame> logAndPins(forms::Form& form, const std::string& name) {
+    constexpr int pins = 2;
+    forms::ControlArray<forms::Frame> frames(
+        name, 1, pins, [&form](const std::string& arrayName, int index) {
+            return std::make_unique<forms::Frame>(
+                form, arrayName, index == pins ? "Extra Pins" : "Session Log", index);
+        });
+    frames(pins).hide();
+    return frames;
 }
 
 } // namespace
@@ -40,8 +45,8 @@ SessionLog::SessionLog(forms::Form& form, Session& session, const LiveOptions& o
     : session_(session),
       options_(options),
       desk_(desk),
-      frameLogPinsNow(oneFrame(form, "frameLogPinsNow")),
-      frameLogPins(oneFrame(form, "frameLogPins")),
+      frameLogPinsNow(logAndPins(form, "frameLogPinsNow")),
+      frameLogPins(logAndPins(form, "frameLogPins")),
       lstSessionLogSingle(form, "lstSessionLogSingle", lines_),
       lstSessionLogMult(form, "lstSessionLogMult", lines_),
       cmdSaveLogSingle(form, "cmdSaveLogSingle", "Save &Log"),
@@ -73,15 +78,24 @@ void SessionLog::logWord(bool continuous, PlaceInPass place) {
         UpdateLog();
         return;
     }
-    const bool enabled = session_.ContinuousLogEnabled == ConstOn;
-    const bool forever = options_.logForever();
-    if (!enabled && session_.ContinuousLogCount == 1 && place.first)
+    if (session_.ContinuousLogEnabled != ConstOn && session_.ContinuousLogCount == 1 && place.first)
         addNote("Continuous Send Log Disabled");
-    if (!enabled || (session_.ContinuousLogCount > session_.ContinuousLogLimit && !forever))
+    if (!takesContinuous())
         return;
     UpdateLog();
-    if (!forever && session_.ContinuousLogCount == session_.ContinuousLogLimit && place.last)
+    if (!options_.logForever() && session_.ContinuousLogCount == session_.ContinuousLogLimit &&
+        place.last)
         addNote("Continuous Send Log Suspended");
+}
+
+void SessionLog::logPin(const std::string& text, bool continuous) {
+    if (session_.SessionLogEnabled == ConstOn && (!continuous || takesContinuous()))
+        addNote(text);
+}
+
+bool SessionLog::takesContinuous() const {
+    return session_.ContinuousLogEnabled == ConstOn &&
+           (session_.ContinuousLogCount <= session_.ContinuousLogLimit || options_.logForever());
 }
 
 bool SessionLog::full() const {

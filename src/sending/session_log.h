@@ -34,6 +34,8 @@ public:
     /// Adds a word that a driver has sent, by the rules of single and continuous sending;
     /// `continuous` tells whether a continuous run is on. Nothing while the log is off.
     void logWord(bool continuous, PlaceInPass place = {});
+    /// Adds a change of an extra pin, by the same rules.
+    void logPin(const std::string& text, bool continuous);
     /// True when the log is on and has no room for a further word.
     [[nodiscard]] bool full() const;
     void clear();
@@ -48,6 +50,7 @@ public:
     [[nodiscard]] const LogLines& lines() const { return *lines_; }
 
 private:
+    [[nodiscard]] bool takesContinuous() const;
     void addNote(const std::string& text);
     void linesChanged();
     void moveToLastLine();
@@ -60,8 +63,9 @@ private:
     std::shared_ptr<LogLines> lines_ = std::make_shared<LogLines>();
 
 public:
-    forms::ControlArray<forms::Frame> frameLogPinsNow; ///< 1: the log on the single-word page
-    forms::ControlArray<forms::Frame> frameLogPins;    ///< 1: the log on the Batch page
+    // 1 holds the log, 2 the extra pins.
+    forms::ControlArray<forms::Frame> frameLogPinsNow; ///< on the single-word page
+    forms::ControlArray<forms::Frame> frameLogPins;    ///< on the Batch page
     forms::ListBox lstSessionLogSingle;
     forms::ListBox lstSessionLogMult;
     forms::Button cmdSaveLogSingle;

@@ -2,6 +2,8 @@
 
 #include "session/flag.h"
 #include "session/port_pins.h"
+#include "session/quick_command_table.h"
+#include "session/saved_dialog.h"
 
 #include <array>
 #include <cstdint>
@@ -9,12 +11,6 @@
 #include <vector>
 
 namespace bitlux {
-
-/// A stored word under a name. `bits` has one element a bit, element 0 the least significant.
-struct QuickCommand {
-    std::vector<std::int16_t> bits;
-    std::string name;
-};
 
 /// What a part-specific tab of the main window stands for.
 struct PartTab {
@@ -93,7 +89,7 @@ struct Session {
     std::vector<std::int16_t> SingleWordBits;    ///< the word of the single-word page
 
     // Named words
-    std::vector<QuickCommand> QuickCommandTable;
+    bitlux::QuickCommandTable QuickCommandTable;
     Flag QuickCommandTableEmpty = ConstOn;
 
     // Session Log
@@ -110,12 +106,13 @@ struct Session {
     std::int16_t ConfigTab = 1;
     std::int16_t LogPinsTab = 1;
     std::int16_t LogPinsNowTab = 1;
-    std::vector<PartTab> PartTabs; ///< in the order of the tabs from 3 on
+    std::array<PartTab, 4> PartTabs; ///< in the order of the tabs from 3 on
     std::string PartName;
 
     // Configuration
     std::string ConfigFileName;
     Flag ConfigDirty = ConstOff;
+    SavedDialog Saved;          ///< what Cancel brings back
     Flag StartingUp = ConstOff; ///< on until the first Apply has run
 };
 

@@ -14,7 +14,7 @@ const char* const hexNote = "You have selected a SPI word length longer than 40 
 TEST(Apply, TakesOverTheShapeOfAWord) {
     TestBench bench;
     bench.program.dialog().txtPartName.setText("Prototype");
-    bench.program.dialog().TabStripSPItype.click(7);
+    bench.program.dialog().types.TabStripSPItype.click(7);
     const std::string accesses = accessesOf(bench, [&] {
         bench.configure("24", {"optHex", "optLSBfirst", "optCSpositive", "optDIpolarity_neg",
                                "optDOpolarity_neg"});
@@ -90,7 +90,7 @@ TEST(Apply, StopsWhereItRefusesAndKeepsWhatWasDone) {
     TestBench bench;
     bench.configure("8");
     bench.send("A5");
-    bench.program.dialog().TabStripSPItype.click(3);
+    bench.program.dialog().types.TabStripSPItype.click(3);
     EXPECT_EQ(accessesOf(bench, [&] { bench.configure("161"); }), "");
     // The length is taken over and the log is empty; nothing else has changed.
     EXPECT_EQ(bench.session().SPIWordLength, 161);

@@ -82,20 +82,20 @@ TEST(ConfigureDialog, OffersTheParallelPortWhenNoDongleAnswers) {
     EXPECT_FALSE(dialog.ChkSerialPort.enabled());
     EXPECT_EQ(dialog.lblSPIBitRange.caption(), "(Anything between 1 and 160)");
     dialog.Btn_ParallelPort_Click();
-    dialog.frameStandardPins.hide();
-    dialog.frameUSBExtraPins.show();
+    dialog.extraPins.frameStandardPins.hide();
+    dialog.extraPins.frameUSBExtraPins.show();
     dialog.ChkSerialPort.setValue(1); // tries the dongle again
     EXPECT_FALSE(dialog.ChkSerialPort.checked());
     EXPECT_EQ(dialog.lblSPIBitRange.caption(), "(Anything between 1 and 160)");
     EXPECT_TRUE(dialog.cmbPortsAvailable.enabled());
-    EXPECT_TRUE(dialog.frameStandardPins.visible());
-    EXPECT_FALSE(dialog.frameUSBExtraPins.visible());
+    EXPECT_TRUE(dialog.extraPins.frameStandardPins.visible());
+    EXPECT_FALSE(dialog.extraPins.frameUSBExtraPins.visible());
     EXPECT_FALSE(dialog.frameSPIBaudRate.visible());
 }
 
 TEST(ConfigureDialog, GoesBackToItsDefaults) {
     TestBench bench;
-    bench.program.dialog().TabStripSPItype.click(5);
+    bench.program.dialog().types.TabStripSPItype.click(5);
     bench.configure("24", {"optHex", "optLSBfirst", "optCSpositive", "optLogOff"});
     bench.send("123456");
     ConfigureDialog& dialog = bench.program.dialog();
@@ -104,7 +104,7 @@ TEST(ConfigureDialog, GoesBackToItsDefaults) {
     EXPECT_EQ(dialog.cmbSPIWordLength.text(), "8");
     EXPECT_TRUE(dialog.optBinary.value() && dialog.optMSBfirst.value() &&
                 dialog.optCSnegative.value() && dialog.optLogFixedNumber.value());
-    EXPECT_EQ(dialog.TabStripSPItype.selected(), 5); // the type that is applied
+    EXPECT_EQ(dialog.types.TabStripSPItype.selected(), 5); // the type that is applied
     EXPECT_EQ(dialog.cmbPortsAvailable.listIndex(), 0);
     EXPECT_EQ(bench.session().SessionLogEnabled, ConstOn);
     EXPECT_TRUE(dialog.txtMessageLimit.enabled());

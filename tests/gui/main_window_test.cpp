@@ -27,6 +27,11 @@ TEST(MainWindow, HasAWidgetForEveryControlAndNoOther) {
     bench.settle();
     bench.configure("40", {"optHex"});
     bench.choose("frmMain.itemPortOptions");
+    for (int page = 1; page <= 4; ++page) {
+        bench.get<forms::TabStrip>("frmConfigureSPI.TabStripConfig").click(page);
+        bench.settle();
+    }
+    bench.get<forms::TabStrip>("frmMain.TabStripLogPinsNow").click(2);
     bench.settle();
     std::set<std::string> controls;
     for (const std::string& name : bench.program.forms().names())
@@ -96,7 +101,7 @@ TEST(MainWindow, IsReachedByTheTabulatorInReadingOrder) {
     bench.settle();
     EXPECT_EQ(walk("frmMain.cmdSI_single(8)", 2), "cmdSI_single(7) cmdSI_single(6)");
     const std::string rest = "cmdSendOnce cmdSendContinuous cmdAll0Single cmdAll1Single"
-                             " lstSessionLogSingle cmdSaveLogSingle cmdClearLogSingle";
+                             " TabStripLogPinsNow lstSessionLogSingle cmdSaveLogSingle";
     EXPECT_EQ(walk("frmMain.cmdSI_single(0)", 7), rest);
     bench.configure("9", {"optHex"});
     bench.settle();

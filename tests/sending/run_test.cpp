@@ -123,7 +123,6 @@ TEST(Run, DependsOnTheTab) {
     bench.click("frmMain.cmdSendOnce");
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Nothing to send."});
 
-    bench.session().PartTabs.resize(2);
     bench.session().PartTabs[0].PartNumber = 72518;
     bench.session().PartTabs[1].PartNumber = 72517;
     bench.session().ActiveMainTab = 3;

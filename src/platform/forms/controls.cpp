@@ -43,6 +43,11 @@ void CheckBox::click() {
     byHand("Click", [this] { setValue(checked() ? 0 : 1); });
 }
 
+void OptionGroup::clear() {
+    for (OptionButton* member : members_)
+        member->assign(member->value_, false);
+}
+
 OptionButton::OptionButton(Form& form, OptionGroup& group, std::string name, std::string caption,
                            std::optional<int> index)
     : Captioned(form, Kind::OptionButton, std::move(name), index, std::move(caption)),
@@ -128,6 +133,11 @@ void ListBox::select(int index) {
 
 void ListBox::linesChanged() {
     listIndex_ = std::min(listIndex_, static_cast<int>(count()) - 1);
+    touch();
+}
+
+void TabStrip::addTab(Tab tab) {
+    tabs_.push_back(std::move(tab));
     touch();
 }
 

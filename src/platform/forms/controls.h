@@ -74,6 +74,10 @@ private:
 /// One of a group, of which at most one is set. The members register themselves.
 class OptionButton;
 class OptionGroup {
+public:
+    /// Leaves none set; runs no handler.
+    void clear();
+
 private:
     friend class OptionButton;
     std::vector<OptionButton*> members_;
@@ -92,6 +96,8 @@ public:
     void click();
 
 private:
+    friend class OptionGroup;
+
     OptionGroup& group_;
     bool value_ = false;
 };
@@ -193,6 +199,8 @@ public:
 
     [[nodiscard]] const std::vector<Tab>& tabs() const { return tabs_; }
     [[nodiscard]] int count() const { return static_cast<int>(tabs_.size()); }
+    /// Adds a tab behind the last one.
+    void addTab(Tab tab);
     /// Removing the selected tab selects the one before it, without running the handler.
     void removeTab(int index);
 

@@ -1,0 +1,81 @@
+// What the dialog held when it was last accepted, and its way back.
+
+#include "config/configure_dialog.h"
+
+namespace bitlux {
+
+namespace {
+
+void choose(forms::OptionButton& first, forms::OptionButton& second, bool takeFirst) {
+    (takeFirst ? first : second).setValue(true);
+}
+
+/// A list that had nothing selected has nothing selected again.
+void choose(forms::ComboBox& list, const std::string& text) {
+    if (text.empty())
+        list.setListIndex(-1);
+    else
+        list.setText(text);
+}
+
+} // namespace
+
+void ConfigureDialog::saveSnapshot() {
+    SavedDialog& saved = session_.Saved;
+    saved.SavedPartName = txtPartName.text();
+    saved.SavedWordLengthText = cmbSPIWordLength.text();
+    saved.SavedCSText = cmbCS.text();
+    saved.SavedDIText = cmbDI.text();
+    saved.SavedDOText = cmbDO.text();
+    saved.SavedCLKText = cmbCLK.text();
+    saved.SavedCSnegative = optCSnegative.value();
+    saved.SavedDIpolarity_pos = optDIpolarity_pos.value();
+    saved.SavedDOpolarity_pos = optDOpolarity_pos.value();
+    saved.SavedSPITypeCaption = types.selectedCaption();
+    saved.SavedBinary = optBinary.value();
+    saved.SavedMSBfirst = optMSBfirst.value();
+    saved.SavedLogOff = optLogOff.value();
+    saved.SavedLogForever = optLogForever.value();
+    saved.SavedLogFixed = optLogFixedNumber.value();
+}
+
+void ConfigureDialog::savePortSnapshot() {
+    SavedDialog& saved = session_.Saved;
+    extraPins.save(saved);
+    saved.SavedHardCode3BC = chkHardCodeLPT(0).value();
+    saved.SavedHardCode378 = chkHardCodeLPT(1).value();
+    saved.SavedHardCode278 = chkHardCodeLPT(2).value();
+    saved.SavedPortListIndex = cmbPortsAvailable.listIndex();
+}
+
+void ConfigureDialog::cmdCancel_Click() {
+    restoreSnapshot();
+    setVisible(false);
+}
+
+void ConfigureDialog::restoreSnapshot() {
+    const SavedDialog& saved = session_.Saved;
+    txtPartName.setText(saved.SavedPartName);
+    cmbSPIWordLength.setText(saved.SavedWordLengthText);
+    choose(cmbCS, saved.SavedCSText);
+    choose(cmbDI, saved.SavedDIText);
+    choose(cmbDO, saved.SavedDOText);
+    choose(cmbCLK, saved.SavedCLKText);
+    choose(optCSnegative, optCSpositive, saved.SavedCSnegative);
+    choose(optDIpolarity_pos, optDIpolarity_neg, saved.SavedDIpolarity_pos);
+    choose(optDOpolarity_pos, optDOpolarity_neg, saved.SavedDOpolarity_pos);
+    types.select(saved.SavedSPITypeCaption);
+    choose(optBinary, optHex, saved.SavedBinary);
+    choose(optMSBfirst, optLSBfirst, saved.SavedMSBfirst);
+    optLogOff.setValue(saved.SavedLogOff);
+    optLogForever.setValue(saved.SavedLogForever);
+    optLogFixedNumber.setValue(saved.SavedLogFixed);
+    extraPins.restore(saved);
+    chkHardCodeLPT(0).setValue(saved.SavedHardCode3BC);
+    chkHardCodeLPT(1).setValue(saved.SavedHardCode378);
+    chkHardCodeLPT(2).setValue(saved.SavedHardCode278);
+    if (saved.SavedPortListIndex < static_cast<int>(cmbPortsAvailable.items().size()))
+        cmbPortsAvailable.setListIndex(saved.SavedPortListIndex);
+}
+
+} // namespace bitlux

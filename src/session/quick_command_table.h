@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bitlux {
+
+/// The words that are kept under names: a row each, with as many bits as a word has and a name.
+/// There is always at least one row; whether that one is still free, a flag beside the table tells
+/// (Session::QuickCommandTableEmpty). A free row has an empty name and no bits.
+///
+/// Names and bits lie in two blocks, so that emptying costs the same however full the table is.
+class QuickCommandTable {
+public:
+    /// What an element holds that was never given a bit.
+    static constexpr std::int16_t noBit = -1;
+
+    QuickCommandTable() { recreate(0); }
+
+    /// Empties the table and leaves one free row for words of so many bits; a negative number
+    /// counts as 0.
+    void recreate(int wordLength);
+
+    [[nodiscard]] std::size_t rows() const { return nameEnds_.size(); }
+    [[nodiscard]] std::size_t wordLength() const { return wordLength_; }
+
+    // Rows from 0; all raise std::out_of_range beyond the last.
+
+    /// Valid until the table changes.
+    [[nodiscard]] std::string_view name(std::size_t row) const;
+    /// Element i is bit i; noBit for what is not there. Valid until the table changes.
+    [[nodiscard]] std::span<const std::int16_t> bits(std::size_t row) const;
+
+    /// Adds a free row at the end.
+    void addRow();
+    /// Gives the last row a name; an earlier one is replaced.
+    void nameLastRow(std::string_view name);
+    /// Gives a row its bits, at least wordLength() of them; further ones are not taken.
+    void setBits(std::size_t row, std::span<const std::int16_t> bits);
+
+private:
+    void requireRow(std::size_t row) const;
+
+    std::size_t wordLength_ = 0;
+    std::vector<std::int16_t> bits_; ///< row after row
+    std::string names_;              ///< row after row
+    std::vector<std::size_t> nameEnds_;
+};
+
+} // namespace bitlux

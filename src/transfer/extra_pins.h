@@ -1,0 +1,33 @@
+#pragma once
+
+#include "session/session.h"
+
+#include <string_view>
+
+namespace bitlux {
+
+/// Register of the parallel port that an extra pin was found on.
+enum class PinRegister { None, Data, Control };
+
+/// Level of a control register bit that makes its pin high or low: bits 0, 1 and 3 are inverted by
+/// the hardware.
+constexpr std::int16_t controlBitLevel(int bit, bool high) {
+    return high == (bit == 2) ? ConstHigh : ConstLow;
+}
+
+/// Names a pin of the data or control register and makes it low.
+void nameDataPin(Session& session, int bit, const std::string& name);
+void nameControlPin(Session& session, int bit, const std::string& name);
+
+/// Puts all pins of a name high or low in the shadows; moves nothing. The control register is only
+/// looked at when the data register has no such pin. An empty name is no pin's.
+PinRegister setPortPins(Session& session, std::string_view name, bool high);
+
+/// Puts the dongle's pin high or low that a name stands for: one ending in "a 0" to "a 4" or "l 0"
+/// to "l 3", as "Data 0" and "Control 3" do. Any other name stands for none.
+void setDonglePin(Session& session, std::string_view name, bool high);
+
+/// Makes all extra pins free and low on both registers.
+void clearPinMaps(Session& session);
+
+} // namespace bitlux
