@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/linux/dongle_search.h"
+#include "platform/usb_endpoint.h"
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace bitlux {
+
+class OpenDongle;
+
+/// The USB ports of a machine, reached through libusb. Nothing is opened before an endpoint asks,
+/// and between calls no thread, no watch and no open device node remains of a search.
+class LinuxUsbHost : public UsbHost {
+public:
+    /// By default this machine's.
+    explicit LinuxUsbHost(UsbPlaces places = {});
+
+    std::unique_ptr<UsbEndpoint> makeEndpoint() override;
+
+private:
+    class Endpoint;
+
+    /// Counts the dongles, and keeps them for openDongle.
+    int search(std::string_view deviceInterfaceClass);
+    /// One of those counted last; the endpoints that hold it at a time share it.
+    UsbStatus openDongle(int index, std::shared_ptr<OpenDongle>& dongle);
+
+    struct Shared {
+        UsbCandidate device;
+        std::weak_ptr<OpenDongle> dongle;
+    };
+
+    DongleSearch search_;
+    std::vector<UsbCandidate> found_;
+    std::vector<Shared> shared_;
+};
+
+} // namespace bitlux
