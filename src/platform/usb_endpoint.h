@@ -28,11 +28,12 @@ enum class UsbStatus : std::int32_t {
 struct UsbBuffers {
     int size = 0;          ///< bytes of one, as many as a frame has
     int count = 0;         ///< how many are queued
-    int errorsAllowed = 0; ///< failures in a row after which the transport gives up
+    int errorsAllowed = 0; ///< failures in a row after which a read fails
 };
 
 /// One open connection to a dongle, bound to one of its pipes. Two of them make a link: one reads,
-/// one writes. The calls build on each other in the order in which they stand here.
+/// one writes. The calls build on each other in the order in which they stand here; what the
+/// interface and the configuration are, and whether they are set up, the two share.
 ///
 /// Everything happens on the calling thread, and nothing keeps the processor busy while it waits.
 class UsbEndpoint {
@@ -43,7 +44,8 @@ public:
     /// How many dongles there are. Quick, and touches no other device.
     virtual int enumerate(std::string_view deviceInterfaceClass) = 0;
     /// Opens one of those that enumerate has counted, from 0. Endpoints of one host share it; other
-    /// programs are kept out.
+    /// programs are kept out. Once a dongle is Gone it stays so for those that have opened it;
+    /// after it is plugged in again enumerate counts it as a new one.
     virtual UsbStatus open(int index) = 0;
     virtual UsbStatus addInterface(int number, int alternateSetting) = 0;
     virtual UsbStatus setConfiguration(int index) = 0;
@@ -53,7 +55,8 @@ public:
     virtual UsbStatus startReading(const UsbBuffers& buffers) = 0;
     virtual UsbStatus startWriting(const UsbBuffers& buffers) = 0;
 
-    /// Sends a frame. May return before it is out; a later read then reports its failure.
+    /// Sends a frame. May return before it is out; a later read then reports its failure. Waits
+    /// while as many as there are buffers are on their way, a second at most.
     virtual UsbStatus write(const UsbFrame& frame) = 0;
     /// Takes the oldest frame that has come; waits for one at most `wait` nanoseconds, 0 for not
     /// at all. `frame` changes on success only.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "testbed.h"
 #include "wired_port.h"
 
 #include <cstdint>
@@ -9,23 +10,7 @@
 #include <string>
 #include <vector>
 
-#include <umockdev.h>
-
 namespace bitlux::test {
-
-/// A folder of device nodes that stands in for /dev while it lives; one at a time.
-class Testbed {
-public:
-    Testbed();
-    ~Testbed();
-    Testbed(const Testbed&) = delete;
-    Testbed& operator=(const Testbed&) = delete;
-
-    [[nodiscard]] UMockdevTestbed* get() const { return testbed_; }
-
-private:
-    UMockdevTestbed* testbed_;
-};
 
 /// The node /dev/parportN with the kernel's user-space driver behind it, as far as programs can
 /// tell: one exclusive holder, nothing without a claim.

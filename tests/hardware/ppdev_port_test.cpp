@@ -1,13 +1,12 @@
 #include "emulated_parport.h"
 #include "failure_text.h"
+#include "ordinary_user.h"
 #include "support/temporary_folder.h"
 
 #include "platform/linux/ppdev_port.h"
 
 #include <array>
 #include <cerrno>
-#include <cstdlib>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -148,25 +147,6 @@ TEST_F(PpdevPortTest, RepeatsInterruptedRequests) {
         EXPECT_FALSE(parport.isHeld());
     }
 }
-
-/// Takes root's rights away for as long as it lives.
-class OrdinaryUser {
-public:
-    OrdinaryUser() {
-        if (root_ && ::seteuid(nobody) != 0)
-            throw std::runtime_error("root cannot become an ordinary user");
-    }
-    ~OrdinaryUser() {
-        if (root_ && ::seteuid(0) != 0)
-            std::abort();
-    }
-    OrdinaryUser(const OrdinaryUser&) = delete;
-    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-
-private:
-    static constexpr uid_t nobody = 65534;
-    bool root_ = ::geteuid() == 0;
-};
 
 TEST_F(PpdevPortTest, SaysWhichGroupMayOpenThePort) {
     const TemporaryFolder folder;

@@ -1,27 +1,41 @@
 #pragma once
+
+#include "platform/linux/dongle_search.h"
 #include "platform/usb_endpoint.h"
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
 namespace bitlux {
-class NoEndpoint : public UsbEndpoint {
-public:
-    int enumerate(std::string_view) override { return 0; }
-    UsbStatus open(int) override { return UsbStatus::Gone; }
-    UsbStatus addInterface(int, int) override { return UsbStatus::NotSetUp; }
-    UsbStatus setConfiguration(int) override { return UsbStatus::NotSetUp; }
-    UsbStatus bind(std::uint8_t) override { return UsbStatus::NotSetUp; }
-    UsbStatus resetPipe() override { return UsbStatus::NotSetUp; }
-    UsbStatus startReading(const UsbBuffers&) override { return UsbStatus::NotSetUp; }
-    UsbStatus startWriting(const UsbBuffers&) override { return UsbStatus::NotSetUp; }
-    UsbStatus write(const UsbFrame&) override { return UsbStatus::NotSetUp; }
-    UsbStatus read(UsbFrame&, std::int64_t) override { return UsbStatus::NotSetUp; }
-    UsbStatus resetDevice() override { return UsbStatus::NotSetUp; }
-    UsbStatus stopReading() override { return UsbStatus::NotSetUp; }
-    UsbStatus stopWriting() override { return UsbStatus::NotSetUp; }
-    UsbStatus removeInterface() override { return UsbStatus::NotSetUp; }
-    UsbStatus leaveConfiguration() override { return UsbStatus::NotSetUp; }
-    void close() override {}
-};
+
+class OpenDongle;
+
+/// The USB ports of a machine, reached through libusb. Nothing is opened before an endpoint asks,
+/// and between calls no thread, no watch and no open device node remains of a search.
 class LinuxUsbHost : public UsbHost {
 public:
-    std::unique_ptr<UsbEndpoint> makeEndpoint() override { return std::make_unique<NoEndpoint>(); }
+    /// By default this machine's.
+    explicit LinuxUsbHost(UsbPlaces places = {});
+
+    std::unique_ptr<UsbEndpoint> makeEndpoint() override;
+
+private:
+    class Endpoint;
+
+    /// Counts the dongles, and keeps them for openDongle.
+    int search(std::string_view deviceInterfaceClass);
+    /// One of those counted last; the endpoints that hold it at a time share it.
+    UsbStatus openDongle(int index, std::shared_ptr<OpenDongle>& dongle);
+
+    struct Shared {
+        UsbCandidate device;
+        std::weak_ptr<OpenDongle> dongle;
+    };
+
+    DongleSearch search_;
+    std::vector<UsbCandidate> found_;
+    std::vector<Shared> shared_;
 };
+
 } // namespace bitlux

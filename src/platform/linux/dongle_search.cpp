@@ -1,0 +1,66 @@
+#include "platform/linux/dongle_search.h"
+
+#include "platform/linux/os_descriptors.h"
+#include "platform/linux/usb_connection.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+bool isSameDevice(const UsbCandidate& one, const UsbCandidate& other) {
+    return one.bus == other.bus && one.address == other.address && one.numbers == other.numbers;
+}
+
+std::vector<UsbCandidate> DongleSearch::find(std::string_view deviceInterfaceClass) {
+    std::vector<UsbCandidate> candidates = findUsbCandidates(places_.devices);
+    forgetAllBut(candidates);
+    if (candidates.empty())
+        return candidates;
+    const DongleNumbers numbers(places_.numberFiles);
+    std::erase_if(candidates, [&](const UsbCandidate& candidate) {
+        return !numbers.contains(candidate.numbers) && !names(candidate, deviceInterfaceClass);
+    });
+    return candidates;
+}
+
+std::string DongleSearch::node(const UsbCandidate& candidate) const {
+    return fmt::format("{}/{:03}/{:03}", places_.nodes, candidate.bus, candidate.address);
+}
+
+bool DongleSearch::names(const UsbCandidate& candidate, std::string_view deviceInterfaceClass) {
+    const Answer* const answer = answerOf(candidate);
+    return answer != nullptr &&
+           std::any_of(answer->classes.begin(), answer->classes.end(),
+                       [&](const auto& name) { return isSameClass(name, deviceInterfaceClass); });
+}
+
+/// What a device has answered, now or before; null while it cannot be asked.
+const DongleSearch::Answer* DongleSearch::answerOf(const UsbCandidate& candidate) {
+    const auto known = std::find_if(answers_.begin(), answers_.end(), [&](const Answer& answer) {
+        return isSameDevice(answer.device, candidate);
+    });
+    if (known != answers_.end())
+        return &*known;
+    UsbConnection connection(node(candidate));
+    if (connection.status() != UsbStatus::Success)
+        return nullptr;
+    const auto ask = [&](const ControlQuestion& question) { return connection.ask(question); };
+    std::vector<std::string> classes = deviceInterfaceClasses(ask, connection.usbVersion());
+    if (connection.status() != UsbStatus::Success)
+        return nullptr;
+    answers_.push_back({candidate, std::move(classes)});
+    return &answers_.back();
+}
+
+void DongleSearch::forgetAllBut(const std::vector<UsbCandidate>& present) {
+    std::erase_if(answers_, [&](const Answer& answer) {
+        return std::none_of(present.begin(), present.end(), [&](const UsbCandidate& candidate) {
+            return isSameDevice(answer.device, candidate);
+        });
+    });
+}
+
+} // namespace bitlux

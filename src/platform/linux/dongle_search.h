@@ -1,0 +1,50 @@
+#pragma once
+
+#include "platform/linux/dongle_numbers.h"
+#include "platform/linux/usb_devices.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace bitlux {
+
+/// Where a machine keeps what it knows of USB devices.
+struct UsbPlaces {
+    std::string devices = "/sys/bus/usb/devices"; ///< the kernel's list
+    std::string nodes = "/dev/bus/usb";
+    std::vector<std::string> numberFiles = DongleNumbers::files();
+};
+
+/// Finds the dongles among the devices. A candidate is one when its numbers are in the files, or
+/// when it names the device interface class itself; that it is asked once only.
+class DongleSearch {
+public:
+    explicit DongleSearch(UsbPlaces places) : places_(std::move(places)) {}
+
+    /// All dongles there are, in the order of the kernel's list. A device that would have to be
+    /// asked, but may not be opened, is none.
+    std::vector<UsbCandidate> find(std::string_view deviceInterfaceClass);
+
+    /// The device node of a candidate.
+    [[nodiscard]] std::string node(const UsbCandidate& candidate) const;
+
+private:
+    struct Answer {
+        UsbCandidate device;
+        std::vector<std::string> classes;
+    };
+
+    bool names(const UsbCandidate& candidate, std::string_view deviceInterfaceClass);
+    const Answer* answerOf(const UsbCandidate& candidate);
+    void forgetAllBut(const std::vector<UsbCandidate>& present);
+
+    UsbPlaces places_;
+    std::vector<Answer> answers_;
+};
+
+/// Whether two candidates are one device, plugged in once.
+bool isSameDevice(const UsbCandidate& one, const UsbCandidate& other);
+
+} // namespace bitlux

@@ -1,0 +1,173 @@
+#include "platform/linux/usb_devices.h"
+
+#include "platform/linux/file_start.h"
+
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+#include <optional>
+#include <span>
+#include <tuple>
+
+#include <linux/usb/ch9.h>
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A device that tells more about itself is no dongle.
+constexpr std::size_t mostDescriptorBytes = 65536;
+
+std::string lineOf(const std::string& fileName) {
+    std::string text = readFileStart(fileName, 4096).bytes;
+    text.erase(std::find(text.begin(), text.end(), '\n'), text.end());
+    return text;
+}
+
+template <typename Number>
+std::optional<Number> numberOf(const std::string& fileName, int base) {
+    const std::string text = lineOf(fileName);
+    Number number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number, base);
+    return error == std::errc() && rest == end ? std::optional(number) : std::nullopt;
+}
+
+/// One descriptor, or several behind each other.
+using Bytes = std::span<const std::uint8_t>;
+
+std::size_t leastSize(std::uint8_t type) {
+    switch (type) {
+    case USB_DT_DEVICE:
+        return USB_DT_DEVICE_SIZE;
+    case USB_DT_CONFIG:
+        return USB_DT_CONFIG_SIZE;
+    case USB_DT_INTERFACE:
+        return USB_DT_INTERFACE_SIZE;
+    case USB_DT_ENDPOINT:
+        return USB_DT_ENDPOINT_SIZE;
+    default:
+        return 2;
+    }
+}
+
+/// Takes the next descriptor off the front; an empty one where the bytes are damaged.
+Bytes takeDescriptor(Bytes& bytes) {
+    if (bytes.size() < 2 || bytes[0] > bytes.size() || bytes[0] < leastSize(bytes[1]))
+        return {};
+    const Bytes descriptor = bytes.first(bytes[0]);
+    bytes = bytes.subspan(descriptor.size());
+    return descriptor;
+}
+
+bool isA(std::uint8_t type, Bytes descriptor) {
+    return !descriptor.empty() && descriptor[1] == type;
+}
+
+/// All descriptors of a configuration behind its own. `active` 0 asks for the first configuration.
+std::optional<Bytes> configuration(Bytes bytes, std::uint8_t active) {
+    if (!isA(USB_DT_DEVICE, takeDescriptor(bytes)))
+        return std::nullopt;
+    while (!bytes.empty()) {
+        const Bytes all = bytes;
+        const Bytes head = takeDescriptor(bytes);
+        if (!isA(USB_DT_CONFIG, head))
+            return std::nullopt;
+        const std::size_t length = head[2] + std::size_t{head[3]} * 256;
+        if (length < head.size() || length > all.size())
+            return std::nullopt;
+        if (active == 0 || head[5] == active)
+            return all.subspan(head.size(), length - head.size());
+        bytes = all.subspan(length);
+    }
+    return std::nullopt;
+}
+
+struct Pipes {
+    bool isVendorSpecific = false;
+    std::optional<UsbCandidate::Transfer> in;
+    std::optional<UsbCandidate::Transfer> out;
+};
+
+void takeEndpoint(Bytes endpoint, Pipes& pipes) {
+    const int type = endpoint[3] & USB_ENDPOINT_XFERTYPE_MASK;
+    if (type != USB_ENDPOINT_XFER_BULK && type != USB_ENDPOINT_XFER_INT)
+        return;
+    const auto transfer = type == USB_ENDPOINT_XFER_BULK ? UsbCandidate::Transfer::Bulk
+                                                         : UsbCandidate::Transfer::Interrupt;
+    if (endpoint[2] == dongleInEndpoint)
+        pipes.in = transfer;
+    else if (endpoint[2] == dongleOutEndpoint)
+        pipes.out = transfer;
+}
+
+/// Of interface 0 as it is after plugging in; nothing where the descriptors are damaged.
+std::optional<Pipes> pipesOf(Bytes descriptors) {
+    Pipes pipes;
+    bool isTheirs = false;
+    while (!descriptors.empty()) {
+        const Bytes descriptor = takeDescriptor(descriptors);
+        if (descriptor.empty())
+            return std::nullopt;
+        if (isA(USB_DT_INTERFACE, descriptor)) {
+            isTheirs = descriptor[2] == 0 && descriptor[3] == 0;
+            if (isTheirs)
+                pipes.isVendorSpecific = descriptor[5] == USB_CLASS_VENDOR_SPEC;
+        } else if (isTheirs && isA(USB_DT_ENDPOINT, descriptor)) {
+            takeEndpoint(descriptor, pipes);
+        }
+    }
+    return pipes;
+}
+
+std::optional<UsbCandidate> candidateAt(const std::string& folder) {
+    const auto bus = numberOf<int>(folder + "/busnum", 10);
+    const auto address = numberOf<int>(folder + "/devnum", 10);
+    const auto vendor = numberOf<std::uint16_t>(folder + "/idVendor", 16);
+    const auto product = numberOf<std::uint16_t>(folder + "/idProduct", 16);
+    if (!bus || *bus <= 0 || !address || *address <= 0 || !vendor || !product)
+        return std::nullopt;
+    const std::string text = readFileStart(folder + "/descriptors", mostDescriptorBytes).bytes;
+    const std::vector<std::uint8_t> bytes(text.begin(), text.end());
+    // the file is empty while the device is not configured
+    const auto active = numberOf<std::uint8_t>(folder + "/bConfigurationValue", 10);
+    const std::optional<Bytes> descriptors = configuration(bytes, active.value_or(0));
+    const std::optional<Pipes> pipes = descriptors ? pipesOf(*descriptors) : std::nullopt;
+    if (!pipes || !pipes->isVendorSpecific || !pipes->in || !pipes->out)
+        return std::nullopt;
+    return UsbCandidate{.numbers = {*vendor, *product},
+                        .bus = *bus,
+                        .address = *address,
+                        .name = lineOf(folder + "/product"),
+                        .folder = folder,
+                        .in = *pipes->in,
+                        .out = *pipes->out};
+}
+
+} // namespace
+
+std::vector<UsbCandidate> findUsbCandidates(const std::string& devices) {
+    std::vector<UsbCandidate> found;
+    std::error_code error;
+    for (fs::directory_iterator entry(devices, error), end; !error && entry != end;
+         entry.increment(error)) {
+        if (entry->path().filename().string().find(':') != std::string::npos)
+            continue; // an interface
+        if (std::optional<UsbCandidate> candidate = candidateAt(entry->path().string()))
+            found.push_back(std::move(*candidate));
+    }
+    std::sort(found.begin(), found.end(), [](const UsbCandidate& a, const UsbCandidate& b) {
+        return std::tie(a.bus, a.address) < std::tie(b.bus, b.address);
+    });
+    return found;
+}
+
+std::string usbNode(const UsbCandidate& candidate) {
+    return fmt::format("/dev/bus/usb/{:03}/{:03}", candidate.bus, candidate.address);
+}
+
+} // namespace bitlux

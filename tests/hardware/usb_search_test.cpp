@@ -1,0 +1,174 @@
+#include "ordinary_user.h"
+#include "usb_link.h"
+
+#include <optional>
+#include <set>
+#include <utility>
+
+#include <sys/stat.h>
+
+namespace bitlux::test {
+
+namespace {
+
+constexpr std::string_view storageInterface = "\x09\x04\x00\x00\x02\x08\x06\x50\x00"sv;
+
+std::string descriptors(std::string_view interface, std::uint8_t usbMinor) {
+    std::string device(deviceDescriptor);
+    device[2] = static_cast<char>(usbMinor);
+    return device + configuration(1, {interface, bulkIn, bulkOut});
+}
+
+class UsbSearchTest : public UsbTest {
+protected:
+    void forgetNumbers() { files.write("dongles.conf", "# none\n"); }
+    int found() { return endpoint->enumerate(dongleClass); }
+
+    std::unique_ptr<UsbEndpoint> endpoint = host.makeEndpoint();
+};
+
+TEST_F(UsbSearchTest, KnowsADongleByItsNumbersWithoutOpeningIt) {
+    EXPECT_EQ(found(), 0);
+    EmulatedDongle dongle(testbed, list);
+    EXPECT_EQ(found(), 1);
+    EXPECT_EQ(dongle.requests(), 0);
+    dongle.unplug();
+    EXPECT_EQ(found(), 0);
+}
+
+TEST_F(UsbSearchTest, KnowsADongleByTheClassItNames) {
+    struct Case {
+        const char* what;
+        std::uint8_t usbMinor;
+        OsAnswers answers;
+        int found;
+    };
+    const Property another{"DeviceInterfaceGUID\0"s, "{00000000-0000-0000-0000-000000000001}"};
+    const Case cases[] = {
+        {"version 1.0", 0x00, {.properties = version1(property1(one)), .set = {}}, 1},
+        {"version 2.0", 0x01, {.properties = {}, .set = version2(property2(one))}, 1},
+        {"both",
+         0x01,
+         {.properties = version1(property1(one)), .set = version2(property2(one))},
+         1},
+        {"another class", 0x01, {.properties = {}, .set = version2(property2(another))}, 0},
+        {"none", 0x01, {.osString = {}, .properties = {}, .capabilities = {}, .set = {}}, 0},
+    };
+    forgetNumbers();
+    int address = 4;
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        EmulatedDongle dongle(testbed, list,
+                              {.descriptors = descriptors(vendorInterface, c.usbMinor),
+                               .address = address++,
+                               .control = c.answers.ask()});
+        EXPECT_EQ(found(), c.found);
+        const int requests = dongle.requests();
+        EXPECT_EQ(found(), c.found);
+        EXPECT_EQ(dongle.requests(), requests) << "asked once only";
+        EXPECT_EQ(dongle.count(USBDEVFS_CLAIMINTERFACE), 0);
+    }
+}
+
+TEST_F(UsbSearchTest, LeavesAMemoryStickAlone) {
+    EmulatedDongle stick(testbed, list, {.descriptors = descriptors(storageInterface, 0x00)});
+    EXPECT_EQ(found(), 0);
+    EXPECT_EQ(stick.requests(), 0);
+    EXPECT_EQ(endpoint->open(0), UsbStatus::NotSetUp);
+}
+
+TEST_F(UsbSearchTest, TellsSeveralApart) {
+    EmulatedDongle second(testbed, list, {.address = 7});
+    EmulatedDongle first(testbed, list, {.address = 5});
+    EXPECT_EQ(found(), 2);
+    EXPECT_EQ(endpoint->open(1), UsbStatus::Success);
+    EXPECT_FALSE(first.isHeld());
+    EXPECT_TRUE(second.isHeld());
+}
+
+TEST_F(UsbSearchTest, KeepsOtherProgramsOut) {
+    EmulatedDongle dongle(testbed, list);
+    UsbLink link(host);
+    EXPECT_EQ(link.open(), UsbStatus::Success);
+    LinuxUsbHost otherProgram(places);
+    UsbLink otherLink(otherProgram);
+    EXPECT_EQ(otherLink.open(), UsbStatus::Busy);
+    link.expectEcho();
+    link.reader->close();
+    EXPECT_EQ(otherLink.open(), UsbStatus::Busy);
+    link.writer->close();
+    EXPECT_EQ(otherLink.open(), UsbStatus::Success);
+}
+
+TEST_F(UsbSearchTest, CarriesWordsOnInterruptPipes) {
+    EmulatedDongle dongle(
+        testbed, list,
+        {.descriptors = join(
+             {deviceDescriptor, configuration(1, {vendorInterface, interruptIn, interruptOut})})});
+    UsbLink link(host);
+    EXPECT_EQ(link.open(), UsbStatus::Success);
+    link.expectEcho();
+    EXPECT_EQ(dongle.typesUsed(), (std::set<int>{USBDEVFS_URB_TYPE_INTERRUPT}));
+}
+
+TEST_F(UsbSearchTest, FindsADongleThatIsPluggedInAgain) {
+    std::optional<EmulatedDongle> dongle(std::in_place, testbed, list);
+    UsbLink link(host);
+    EXPECT_EQ(link.open(), UsbStatus::Success);
+    for (const int address : {5, 5}) { // the second time the number is used again
+        dongle->unplug();
+        EXPECT_EQ(link.read(), UsbStatus::Gone);
+        dongle.emplace(testbed, list, DongleKind{.address = address});
+        UsbLink second(host);
+        EXPECT_EQ(second.open(), UsbStatus::Success);
+        second.expectEcho();
+        EXPECT_EQ(link.read(), UsbStatus::Gone) << "what was opened stays gone";
+        second.reader->close();
+        second.writer->close();
+        EXPECT_EQ(link.open(), UsbStatus::Success);
+        link.expectEcho();
+    }
+}
+
+TEST_F(UsbSearchTest, AsksAnewWhatIsPluggedInAgain) {
+    forgetNumbers();
+    {
+        EmulatedDongle stranger(testbed, list);
+        EXPECT_EQ(found(), 0);
+    }
+    EXPECT_EQ(found(), 0);
+    const OsAnswers answers{.properties = version1(property1(one)), .set = {}};
+    EmulatedDongle dongle(testbed, list, {.control = answers.ask()});
+    EXPECT_EQ(found(), 1);
+}
+
+TEST_F(UsbSearchTest, AsksAgainWhatCouldNotBeAsked) {
+    forgetNumbers();
+    plugIn(list, "1-4", 4, dongleDescriptors());
+    EXPECT_EQ(found(), 0) << "its node is not there yet";
+    const OsAnswers answers{.properties = version1(property1(one)), .set = {}};
+    const EmulatedDongle dongle(testbed, list, {.control = answers.ask()});
+    EXPECT_EQ(found(), 1);
+}
+
+TEST_F(UsbSearchTest, SaysThatADongleMayNotBeOpened) {
+    plugIn(list, "1-4", 4, dongleDescriptors());
+    places.nodes = files.path();
+    ASSERT_EQ(::chmod(files.write("001/004", "").c_str(), 0), 0);
+    const OrdinaryUser user;
+    LinuxUsbHost here(places);
+    endpoint = here.makeEndpoint();
+    EXPECT_EQ(found(), 1);
+    EXPECT_EQ(endpoint->open(0), UsbStatus::NoRights);
+}
+
+TEST_F(UsbSearchTest, TellsADongleThatGoesBeforeItIsOpened) {
+    EmulatedDongle dongle(testbed, list);
+    EXPECT_EQ(found(), 1);
+    dongle.unplug();
+    EXPECT_EQ(endpoint->open(0), UsbStatus::Gone);
+}
+
+} // namespace
+
+} // namespace bitlux::test

@@ -1,0 +1,226 @@
+#include "usb_link.h"
+
+#include <cerrno>
+#include <ctime>
+
+namespace bitlux::test {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr UsbFrame word{0xA5, 0xC3, 0, 0, 0, 0, 0, 16};
+
+class UsbTransferTest : public UsbTest {
+protected:
+    UsbTransferTest() { EXPECT_EQ(link.open(), UsbStatus::Success); }
+
+    EmulatedDongle dongle{testbed, list};
+    UsbLink link{host};
+};
+
+TEST_F(UsbTransferTest, CarriesAWordWithOneTransferEachWay) {
+    EXPECT_EQ(dongle.submitted(0x81), 3);
+    EXPECT_EQ(dongle.waiting(), 3);
+    constexpr int words = 20;
+    for (int i = 1; i <= words; ++i) {
+        link.expectEcho({static_cast<std::uint8_t>(i), 0xFF, 0, 1, 2, 3, 4, 5});
+        EXPECT_EQ(dongle.submitted(0x02), i);
+        EXPECT_EQ(dongle.submitted(0x81), 3 + i);
+        EXPECT_EQ(dongle.waiting(), 3);
+    }
+    EXPECT_EQ(dongle.frames().size(), std::size_t{words});
+    EXPECT_EQ(dongle.frames().front(), (UsbFrame{1, 0xFF, 0, 1, 2, 3, 4, 5}));
+}
+
+TEST_F(UsbTransferTest, TellsWhatComesBackForAFrame) {
+    struct Case {
+        const char* what;
+        std::vector<Packet> packets;
+        std::vector<UsbStatus> statuses;
+    };
+    const std::vector<std::uint8_t> bytes(word.begin(), word.end());
+    const Case cases[] = {
+        {"echo", {{bytes}}, {UsbStatus::Success}},
+        {"silent", {}, {}},
+        {"late", {{bytes, 0, milliseconds(50)}}, {UsbStatus::NothingRead, UsbStatus::Success}},
+        {"short", {{{1, 2, 3}}}, {UsbStatus::NoFrame}},
+        {"long", {{std::vector<std::uint8_t>(12, 0xEE)}}, {UsbStatus::NoFrame}},
+        {"empty", {{}, {bytes}}, {UsbStatus::Success}},
+        {"stalled once", {{{}, EPIPE}, {bytes}}, {UsbStatus::Success}},
+        {"disturbed", {{{}, EPROTO}, {{}, EILSEQ}, {bytes}}, {UsbStatus::Success}},
+        {"disturbed for long",
+         {{{}, EPROTO}, {{}, EPROTO}, {{}, EPROTO}, {{}, EPROTO}, {{}, EPROTO}, {bytes}},
+         {UsbStatus::Failed, UsbStatus::Success}},
+        {"twice", {{bytes}, {bytes}}, {UsbStatus::Success, UsbStatus::Success}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        dongle.answerWith([&](const UsbFrame&) { return c.packets; });
+        EXPECT_EQ(link.writer->write(word), UsbStatus::Success);
+        for (const UsbStatus status : c.statuses) {
+            UsbFrame frame{};
+            const std::int64_t wait = status == UsbStatus::NothingRead ? 0 : enough;
+            EXPECT_EQ(link.reader->read(frame, wait), status);
+            EXPECT_EQ(frame, status == UsbStatus::Success ? word : UsbFrame{});
+        }
+        EXPECT_EQ(link.read(little), UsbStatus::NothingRead);
+        EXPECT_EQ(dongle.waiting(), 3);
+    }
+}
+
+TEST_F(UsbTransferTest, GivesUpAPipeThatStallsForGood) {
+    dongle.stallForGood();
+    const int cleared = dongle.count(USBDEVFS_CLEAR_HALT);
+    EXPECT_EQ(link.read(), UsbStatus::Failed);
+    EXPECT_EQ(dongle.count(USBDEVFS_CLEAR_HALT), cleared + 5);
+    EXPECT_EQ(link.read(), UsbStatus::Failed);
+}
+
+TEST_F(UsbTransferTest, ReportsAFrameThatWasNotTakenToTheNextRead) {
+    dongle.stallNextFrame();
+    EXPECT_EQ(link.writer->write(word), UsbStatus::Success);
+    EXPECT_EQ(link.read(), UsbStatus::Failed);
+    EXPECT_EQ(dongle.frames().size(), 0U);
+    link.expectEcho();
+}
+
+TEST_F(UsbTransferTest, WaitsAsLongAsAskedAndLeavesTheProcessorAlone) {
+    const auto now = [](clockid_t clock) {
+        timespec time{};
+        clock_gettime(clock, &time);
+        return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+    };
+    const auto start = now(CLOCK_MONOTONIC);
+    const auto busy = now(CLOCK_THREAD_CPUTIME_ID);
+    EXPECT_EQ(link.read(200'000'000), UsbStatus::NothingRead);
+    EXPECT_GE(now(CLOCK_MONOTONIC) - start, milliseconds(200));
+    EXPECT_LT(now(CLOCK_THREAD_CPUTIME_ID) - busy, milliseconds(20));
+    for (const std::int64_t wait : {std::int64_t{0}, std::int64_t{-1}})
+        EXPECT_EQ(link.read(wait), UsbStatus::NothingRead);
+}
+
+TEST_F(UsbTransferTest, DrainsWhatHasComeWithoutWaiting) {
+    for (std::uint8_t i = 1; i <= 5; ++i)
+        dongle.send({{i, 0, 0, 0, 0, 0, 0, 0}});
+    for (std::uint8_t i = 1; i <= 5; ++i) {
+        UsbFrame frame{};
+        EXPECT_EQ(link.reader->read(frame, 0), UsbStatus::Success);
+        EXPECT_EQ(frame[0], i) << "in the order of arrival";
+    }
+    EXPECT_EQ(link.read(0), UsbStatus::NothingRead);
+}
+
+TEST_F(UsbTransferTest, SaysThatTheDeviceVanishedInTheMiddleOfAWord) {
+    dongle.answerWith([](const UsbFrame&) { return std::vector<Packet>{{{}, ESHUTDOWN}}; });
+    EXPECT_EQ(link.writer->write(word), UsbStatus::Success);
+    EXPECT_EQ(link.read(), UsbStatus::Gone);
+    EXPECT_EQ(link.read(), UsbStatus::Gone);
+    EXPECT_EQ(link.writer->write(word), UsbStatus::Gone);
+    EXPECT_EQ(link.writer->resetDevice(), UsbStatus::Gone);
+    EXPECT_EQ(link.reader->enumerate(dongleClass), 0);
+}
+
+TEST_F(UsbTransferTest, ResettingThrowsAwayWhatWasUnderWay) {
+    dongle.send({{1, 2, 3, 4, 5, 6, 7, 8}});
+    EXPECT_EQ(link.writer->write(word), UsbStatus::Success);
+    EXPECT_EQ(link.writer->resetDevice(), UsbStatus::Success);
+    EXPECT_EQ(dongle.count(USBDEVFS_RESET), 1);
+    EXPECT_TRUE(dongle.isHeld());
+    EXPECT_EQ(link.read(), UsbStatus::NotSetUp);
+    EXPECT_EQ(link.writer->write(word), UsbStatus::NotSetUp);
+    EXPECT_EQ(link.start(), UsbStatus::Success);
+    EXPECT_EQ(link.read(little), UsbStatus::NothingRead);
+    link.expectEcho();
+}
+
+TEST_F(UsbTransferTest, IsGoneWhenAResetBringsBackAnotherDevice) {
+    dongle.refuse(USBDEVFS_RESET, ENODEV);
+    EXPECT_EQ(link.reader->resetDevice(), UsbStatus::Gone);
+    EXPECT_EQ(link.writer->write(word), UsbStatus::Gone);
+}
+
+TEST_F(UsbTransferTest, ClosesWithTransfersUnderWay) {
+    dongle.answerWith([](const UsbFrame&) {
+        return std::vector<Packet>{{{1, 2, 3, 4, 5, 6, 7, 8}, 0, milliseconds(5)}};
+    });
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(link.writer->write(word), UsbStatus::Success);
+    link.reader->close();
+    EXPECT_TRUE(dongle.isHeld()) << "the other endpoint holds it still";
+    link.writer->close();
+    EXPECT_FALSE(dongle.isHeld());
+    EXPECT_EQ(dongle.waiting(), 0);
+    EXPECT_EQ(link.open(), UsbStatus::Success);
+    link.reader.reset();
+    link.writer.reset();
+    EXPECT_FALSE(dongle.isHeld());
+}
+
+TEST_F(UsbTransferTest, ClosesADeviceThatIsGone) {
+    EXPECT_EQ(link.writer->write(word), UsbStatus::Success);
+    dongle.unplug();
+}
+
+TEST_F(UsbTransferTest, KeepsABufferThatNeverComesBackUntilTheDeviceIsClosed) {
+    dongle.refuse(USBDEVFS_DISCARDURB, EINVAL);
+    EXPECT_EQ(link.reader->stopReading(), UsbStatus::Success);
+    dongle.refuse(0, 0);
+    for (int i = 0; i < 2; ++i)
+        dongle.send({{1, 2, 3, 4, 5, 6, 7, 8}});
+    EXPECT_EQ(link.writer->write(word), UsbStatus::Success);
+    EXPECT_EQ(link.reader->startReading(threeFrames), UsbStatus::Success);
+    EXPECT_EQ(link.read(little), UsbStatus::NothingRead) << "buffers left behind took them";
+}
+
+TEST_F(UsbTransferTest, ChoosesNothingAnewThatIsChosen) {
+    EXPECT_EQ(link.writer->addInterface(0, 0), UsbStatus::Success);
+    EXPECT_EQ(link.writer->setConfiguration(0), UsbStatus::Success);
+    EXPECT_EQ(dongle.count(USBDEVFS_SETCONFIGURATION), 0);
+    EXPECT_EQ(dongle.count(USBDEVFS_SETINTERFACE), 1);
+    EXPECT_EQ(dongle.count(USBDEVFS_CLAIMINTERFACE), 1);
+    link.expectEcho();
+}
+
+TEST_F(UsbTransferTest, RefusesCallsOutOfOrder) {
+    link.writer->close();
+    UsbFrame frame{};
+    UsbEndpoint& e = *link.reader;
+    const auto expect = [&](const char* when, UsbStatus configured, UsbStatus started) {
+        SCOPED_TRACE(when);
+        EXPECT_EQ(e.setConfiguration(0), configured);
+        EXPECT_EQ(e.bind(0x81), started);
+        EXPECT_EQ(e.startReading(threeFrames), started);
+    };
+    EXPECT_EQ(e.startWriting(threeFrames), UsbStatus::NotSetUp) << "on the pipe for reading";
+    EXPECT_EQ(e.write(word), UsbStatus::NotSetUp);
+    EXPECT_EQ(e.stopReading(), UsbStatus::Success);
+    EXPECT_EQ(e.read(frame, 0), UsbStatus::NotSetUp);
+    EXPECT_EQ(e.startReading({.size = 9, .count = 3, .errorsAllowed = 5}), UsbStatus::Failed);
+    EXPECT_EQ(e.bind(0x83), UsbStatus::Failed);
+    EXPECT_EQ(e.setConfiguration(1), UsbStatus::Failed);
+    EXPECT_EQ(e.addInterface(1, 0), UsbStatus::Failed);
+    EXPECT_EQ(e.addInterface(0, 7), UsbStatus::Failed);
+    expect("all done", UsbStatus::Success, UsbStatus::Success);
+
+    EXPECT_EQ(e.removeInterface(), UsbStatus::Success);
+    EXPECT_EQ(e.removeInterface(), UsbStatus::NotSetUp);
+    expect("without interface", UsbStatus::NotSetUp, UsbStatus::NotSetUp);
+    EXPECT_EQ(e.addInterface(0, 0), UsbStatus::Success);
+    EXPECT_EQ(e.leaveConfiguration(), UsbStatus::Success);
+    EXPECT_EQ(e.bind(0x81), UsbStatus::NotSetUp);
+    expect("without configuration", UsbStatus::Success, UsbStatus::Success);
+
+    e.close();
+    expect("closed", UsbStatus::NotSetUp, UsbStatus::NotSetUp);
+    EXPECT_EQ(e.addInterface(0, 0), UsbStatus::NotSetUp);
+    EXPECT_EQ(e.resetDevice(), UsbStatus::NotSetUp);
+    EXPECT_EQ(e.open(1), UsbStatus::NotSetUp);
+    EXPECT_EQ(e.open(-1), UsbStatus::NotSetUp);
+    EXPECT_EQ(e.open(0), UsbStatus::Success);
+    expect("opened", UsbStatus::NotSetUp, UsbStatus::NotSetUp);
+}
+
+} // namespace
+
+} // namespace bitlux::test

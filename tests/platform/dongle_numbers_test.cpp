@@ -1,0 +1,155 @@
+#include "support/temporary_folder.h"
+
+#include "platform/linux/dongle_numbers.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+
+#include <sys/stat.h>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+std::string listed(const DongleNumbers& numbers) {
+    std::string text;
+    for (const UsbNumbers& pair : numbers.all())
+        text += numbersText(pair) + " ";
+    return text;
+}
+
+TEST(DongleNumbers, ReadsAPairALine) {
+    struct Case {
+        std::string_view content;
+        const char* numbers;
+    };
+    for (const Case& c : {Case{"1234:abcd\n", "1234:abcd "}, Case{"1234:ABCD", "1234:abcd "},
+                          Case{" \t1234:abcd \t# the one on the bench\r\n", "1234:abcd "},
+                          Case{"\r\n\n# 1111:2222\n0001:ffff\r\n", "0001:ffff "},
+                          Case{"2222:0000\n1111:0000\n2222:0000\n", "2222:0000 1111:0000 "},
+                          Case{"1234:abcd#\n#\n  #", "1234:abcd "}, Case{"", ""}}) {
+        const TemporaryFolder folder;
+        const DongleNumbers numbers({folder.write("dongles.conf", c.content)});
+        EXPECT_EQ(listed(numbers), c.numbers) << c.content;
+        EXPECT_TRUE(numbers.problems().empty()) << c.content;
+    }
+}
+
+TEST(DongleNumbers, ReportsALineThatIsNoPair) {
+    struct Case {
+        std::string_view content;
+        const char* problem;
+    };
+    using namespace std::string_view_literals;
+    for (const Case& c :
+         {Case{"\n\nzz\n", "line 3: \"zz\""}, Case{"1234:abcd\n1234:abc\n", "line 2: \"1234:abc\""},
+          Case{"1234:abcde", "line 1: \"1234:abcde\""}, Case{"12:34", "line 1: \"12:34\""},
+          Case{"1234abcd5", "line 1: \"1234abcd5\""}, Case{"1234:abcg", "line 1: \"1234:abcg\""},
+          Case{"-123:abcd", "line 1: \"-123:abcd\""}, Case{"0x12:abcd", "line 1: \"0x12:abcd\""},
+          Case{"1234: bcd", "line 1: \"1234: bcd\""},
+          Case{"1234:abcd 1234:abce", "line 1: \"1234:abcd 1234:abce\""},
+          Case{"1234:abcd\r1234:abce", "line 1: \"1234:abcd?1234:abce\""},
+          Case{"1234:abcd\0"sv, "line 1: \"1234:abcd?\""}, Case{"\x1b[2J", "line 1: \"?[2J\""},
+          Case{"0123456789012345678901234567890123456789x",
+               "line 1: \"0123456789012345678901234567890123456789...\""}}) {
+        const TemporaryFolder folder;
+        const std::string file = folder.write("dongles.conf", c.content);
+        const DongleNumbers numbers({file});
+        ASSERT_EQ(numbers.problems().size(), 1U) << c.content;
+        EXPECT_EQ(numbers.problems()[0],
+                  fmt::format("{}, {} is no pair of numbers such as 1234:abcd.", file, c.problem));
+    }
+}
+
+TEST(DongleNumbers, JoinsItsFiles) {
+    const TemporaryFolder folder;
+    const DongleNumbers numbers({folder.write("system", "1111:0001\nbad\n2222:0002\n"),
+                                 folder.path("missing"), folder.path("system/below"),
+                                 folder.write("user", "2222:0002\nworse\n3333:0003\n")});
+    EXPECT_EQ(listed(numbers), "1111:0001 2222:0002 3333:0003 ");
+    EXPECT_EQ(numbers.problems().size(), 2U);
+    EXPECT_TRUE(numbers.contains({.vendor = 0x3333, .product = 3}));
+    EXPECT_FALSE(numbers.contains({.vendor = 3, .product = 0x3333}));
+}
+
+TEST(DongleNumbers, IsNotHurtByGarbage) {
+    const TemporaryFolder folder;
+    std::string garbage = "1234:abcd\n";
+    for (unsigned i = 0, state = 1; i < 3'000'000; ++i) {
+        state = state * 1664525 + 1013904223;
+        garbage += static_cast<char>(state >> 24U);
+    }
+    const DongleNumbers numbers({folder.write("garbage", garbage)});
+    EXPECT_EQ(listed(numbers), "1234:abcd ");
+    ASSERT_EQ(numbers.problems().size(), 7U) << fmt::format("{}", numbers.problems());
+    EXPECT_NE(numbers.problems()[5].find(": and "), std::string::npos) << numbers.problems()[5];
+    EXPECT_NE(numbers.problems()[6].find("is longer than 65536 bytes"), std::string::npos);
+}
+
+TEST(DongleNumbers, LeavesOutALineThatItsLimitCuts) {
+    const TemporaryFolder folder;
+    std::string content = "#";
+    content.append(65536 - 5 - 2, 'x').append("\n1234:abcd\n");
+    EXPECT_EQ(listed(DongleNumbers({folder.write("long", content)})), "");
+}
+
+TEST(DongleNumbers, ReportsWhatCannotBeRead) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder.path("folder"));
+    std::filesystem::create_symlink("loop", folder.path("loop"));
+    const DongleNumbers numbers({folder.path("folder"), folder.path("loop")});
+    ASSERT_EQ(numbers.problems().size(), 2U);
+    EXPECT_EQ(numbers.problems()[0],
+              "The file " + folder.path("folder") + " cannot be read: Is a directory.");
+    ASSERT_EQ(::mkfifo(folder.path("pipe").c_str(), 0600), 0);
+    EXPECT_TRUE(DongleNumbers({folder.path("pipe")}).problems().empty()) << "must not wait";
+}
+
+/// Sets a variable of the environment, and sets it back.
+class Variable {
+public:
+    Variable(const char* name, const char* value) : name_(name) {
+        if (const char* old = std::getenv(name))
+            old_ = old;
+        set(value);
+    }
+    ~Variable() { set(old_ ? old_->c_str() : nullptr); }
+    Variable(const Variable&) = delete;
+    Variable& operator=(const Variable&) = delete;
+
+private:
+    void set(const char* value) {
+        value == nullptr ? ::unsetenv(name_) : ::setenv(name_, value, 1);
+    }
+    const char* name_;
+    std::optional<std::string> old_;
+};
+
+TEST(DongleNumbers, KnowsWhereItsFilesAre) {
+    struct Case {
+        const char* config;
+        const char* home;
+        const char* userFile;
+    };
+    for (const Case& c :
+         {Case{nullptr, "/home/ann", "/home/ann/.config/bitlux-forge/dongles.conf"},
+          Case{"", "/home/ann", "/home/ann/.config/bitlux-forge/dongles.conf"},
+          Case{"relative", "/home/ann", "/home/ann/.config/bitlux-forge/dongles.conf"},
+          Case{"/etc/xdg", "/home/ann", "/etc/xdg/bitlux-forge/dongles.conf"},
+          Case{"/etc/xdg", nullptr, "/etc/xdg/bitlux-forge/dongles.conf"},
+          Case{nullptr, nullptr, nullptr}, Case{nullptr, "", nullptr}}) {
+        const Variable config("XDG_CONFIG_HOME", c.config);
+        const Variable home("HOME", c.home);
+        std::vector<std::string> expected{"/etc/bitlux-forge/dongles.conf"};
+        if (c.userFile != nullptr)
+            expected.emplace_back(c.userFile);
+        EXPECT_EQ(DongleNumbers::files(), expected);
+    }
+}
+
+} // namespace
+} // namespace bitlux::test
