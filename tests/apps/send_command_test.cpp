@@ -130,10 +130,11 @@ TEST(SendCommand, EndsWithTwoAtABadUsage) {
           "send --bench loopback --pins 2,3,4,5 A5", "send --bench loopback --pins 12,3,4,13 A5",
           "send --bench scripted A5", "send --bench loopback --replies 12 A5",
           "send --bench scripted --replies 12,zz A5", "send --bench loopback --wrong A5",
-          "receive A5"})
+          "receive A5", "doctor A5", "doctor --udev --wrong"})
         EXPECT_EQ(bitlux(arguments).code, 2) << arguments;
     EXPECT_EQ(bitlux("--help").code, 0);
     EXPECT_EQ(bitlux("send --help").code, 0);
+    EXPECT_EQ(bitlux("doctor --help").code, 0);
 }
 
 } // namespace
