@@ -23,6 +23,9 @@ const std::string install =
 const std::string addNumbers = "sudo mkdir -p /etc/bitlux-forge && echo 1234:abcd | "
                                "sudo tee -a /etc/bitlux-forge/dongles.conf";
 
+const std::string addAndInstall = addNumbers + " && " + install;
+const char* const unusable = "Usable: nothing, neither a USB dongle nor a parallel port.\n";
+
 /// A machine made of files.
 class MadeMachine {
 public:
@@ -120,45 +123,34 @@ TEST(Doctor, TellsTheTruthOfAnEmptyMachine) {
 }
 
 TEST(Doctor, SaysWhatAListedDongleLacks) {
-    enum Rights : std::uint8_t { Open, Closed };
     struct Case {
         const char* what;
-        Rights rights;
+        bool mayOpen;
         bool hasRule;
         Membership plugdev;
         const char* driver;
-        std::string line;
+        std::string lack; ///< empty: nothing
     };
-    const std::string known = "1234:abcd \"Word dongle\" is a dongle by dongles.conf";
+    const std::string closed = ", but you may not open it. To do: ";
     for (const Case& c :
-         {Case{"all well", Open, true, Membership::InEffect, "",
-               "ok: " + known + " and can be opened"},
-          Case{"no rule", Closed, false, Membership::InEffect, "",
-               "wrong: " + known + ", but you may not open it. To do: " + install},
-          Case{"at a distance", Closed, true, Membership::Missing, "",
-               "wrong: " + known +
-                   ", but you may not open it. To do: sudo usermod -a -G plugdev ann, then log in "
-                   "again"},
-          Case{"just joined", Closed, true, Membership::NextLogin, "",
-               "wrong: " + known +
-                   ", but you may not open it. To do: log out and in again; this login began "
-                   "before you were in the group"},
-          Case{"rule asleep", Closed, true, Membership::InEffect, "",
-               "wrong: " + known +
-                   ", but you may not open it. To do: sudo udevadm control --reload && sudo "
-                   "udevadm trigger"},
-          Case{"foreign driver", Open, true, Membership::InEffect, "ftdi_sio",
-               "wrong: " + known +
-                   ", but the system's driver ftdi_sio has it. To do: echo 1-2:1.0 | sudo tee "
-                   "/sys/bus/usb/drivers/ftdi_sio/unbind"},
-          Case{"hidden program", Open, true, Membership::InEffect, "usbfs",
-               "wrong: " + known +
-                   ", but a program that you may not see holds it. To do: sudo bitlux doctor, "
-                   "which names the program; then close it"}}) {
+         {Case{"all well", true, true, Membership::InEffect, "", ""},
+          Case{"no rule", false, false, Membership::InEffect, "", closed + install},
+          Case{"at a distance", false, true, Membership::Missing, "",
+               closed + "sudo usermod -a -G plugdev ann, then log in again"},
+          Case{"just joined", false, true, Membership::NextLogin, "",
+               closed + "log out and in again; this login began before you were in the group"},
+          Case{"rule asleep", false, true, Membership::InEffect, "",
+               closed + "sudo udevadm control --reload && sudo udevadm trigger"},
+          Case{"foreign driver", true, true, Membership::InEffect, "ftdi_sio",
+               ", but the system's driver ftdi_sio has it. To do: echo 1-2:1.0 | sudo tee "
+               "/sys/bus/usb/drivers/ftdi_sio/unbind"},
+          Case{"hidden program", true, true, Membership::InEffect, "usbfs",
+               ", but a program that you may not see holds it. To do: sudo bitlux doctor, which "
+               "names the program; then close it"}}) {
         MadeMachine made;
         made.plugDongleIn();
         made.list("1234:abcd\n");
-        if (c.rights == Open)
+        if (c.mayOpen)
             made.openable.insert(usbNodeName);
         if (c.hasRule) {
             made.run(true);
@@ -167,12 +159,14 @@ TEST(Doctor, SaysWhatAListedDongleLacks) {
         made.memberships["plugdev"] = c.plugdev;
         if (*c.driver != '\0')
             made.bindDongle(c.driver);
-        const bool isUsable = c.line.starts_with("ok");
+        const bool isUsable = c.lack.empty();
         EXPECT_EQ(made.run(), isUsable ? 0 : 1) << c.what;
-        EXPECT_EQ(made.line(usbNodeName), c.line) << c.what;
+        EXPECT_EQ(made.line(usbNodeName),
+                  fmt::format("{}: 1234:abcd \"Word dongle\" is a dongle by dongles.conf{}",
+                              isUsable ? "ok" : "wrong", isUsable ? " and can be opened" : c.lack))
+            << c.what;
         EXPECT_EQ(made.verdict(),
-                  isUsable ? "Usable: the USB dongle. The parallel port is not.\n"
-                           : "Usable: nothing, neither a USB dongle nor a parallel port.\n")
+                  isUsable ? "Usable: the USB dongle. The parallel port is not.\n" : unusable)
             << c.what;
     }
 }
@@ -200,38 +194,34 @@ TEST(Doctor, AsksADeviceThatIsNotListed) {
         bool mayOpen;
         Answer answer;
         const char* driver;
-        std::string line;
+        const char* said;
+        std::string advice; ///< empty: none
     };
-    const std::string name = "1234:abcd \"Word dongle\"";
     for (const Case& c :
-         {Case{true, Yes, "", "ok: " + name + " says that it is a dongle and can be opened"},
-          Case{true, No, "",
-               "note: " + name + " is not known as a dongle. If it is one: " + addNumbers},
-          Case{true, NobodyAsks, "",
-               "note: " + name + " is not known as a dongle. If it is one: " + addNumbers},
-          Case{
-              true, No, "ftdi_sio",
-              "note: " + name +
-                  " is not known as a dongle; the system's driver ftdi_sio has it. If it is one: " +
-                  addNumbers},
-          Case{false, Yes, "",
-               "note: " + name +
-                   " cannot be asked whether it is a dongle: you may not open it. If it is one: " +
-                   addNumbers + " && " + install}}) {
+         {Case{true, Yes, "", "says that it is a dongle and can be opened", ""},
+          Case{true, No, "", "is not known as a dongle", addNumbers},
+          Case{true, NobodyAsks, "", "is not known as a dongle", addNumbers},
+          Case{true, No, "ftdi_sio",
+               "is not known as a dongle; the system's driver ftdi_sio has it", addNumbers},
+          Case{false, Yes, "", "cannot be asked whether it is a dongle: you may not open it",
+               addAndInstall}}) {
         MadeMachine made;
         made.plugDongleIn();
         if (c.mayOpen)
             made.openable.insert(usbNodeName);
         if (c.answer != NobodyAsks)
             made.machine.isDongle = [&](const UsbCandidate& candidate) {
-                EXPECT_TRUE(c.mayOpen) << c.line;
+                EXPECT_TRUE(c.mayOpen) << c.said;
                 EXPECT_EQ(usbNode(candidate), usbNodeName);
                 return c.answer == Yes;
             };
         if (*c.driver != '\0')
             made.bindDongle(c.driver);
-        EXPECT_EQ(made.run(), c.line.starts_with("ok") ? 0 : 1) << c.line;
-        EXPECT_EQ(made.line(usbNodeName), c.line);
+        const bool isUsable = c.advice.empty();
+        EXPECT_EQ(made.run(), isUsable ? 0 : 1) << c.said;
+        EXPECT_EQ(made.line(usbNodeName),
+                  fmt::format("{}: 1234:abcd \"Word dongle\" {}{}{}", isUsable ? "ok" : "note",
+                              c.said, isUsable ? "" : ". If it is one: ", c.advice));
     }
 }
 
@@ -326,8 +316,7 @@ TEST(Doctor, SaysWhatAPortLacks) {
         EXPECT_EQ(made.run(), isUsable ? 0 : 1) << c.what;
         EXPECT_EQ(made.line("/dev/parport0"), c.line) << c.what;
         EXPECT_EQ(made.verdict(),
-                  isUsable ? "Usable: the parallel port. No USB dongle is.\n"
-                           : "Usable: nothing, neither a USB dongle nor a parallel port.\n")
+                  isUsable ? "Usable: the parallel port. No USB dongle is.\n" : unusable)
             << c.what;
     }
 }
