@@ -141,9 +141,9 @@ TEST(Doctor, SaysWhatAListedDongleLacks) {
                closed + "log out and in again; this login began before you were in the group"},
           Case{"rule asleep", false, true, Membership::InEffect, "",
                closed + "sudo udevadm control --reload && sudo udevadm trigger"},
-          Case{"foreign driver", true, true, Membership::InEffect, "ftdi_sio",
-               ", but the system's driver ftdi_sio has it. To do: echo 1-2:1.0 | sudo tee "
-               "/sys/bus/usb/drivers/ftdi_sio/unbind"},
+          Case{"foreign driver", true, true, Membership::InEffect, "usbserial",
+               ", but the system's driver usbserial has it. To do: echo 1-2:1.0 | sudo tee "
+               "/sys/bus/usb/drivers/usbserial/unbind"},
           Case{"hidden program", true, true, Membership::InEffect, "usbfs",
                ", but a program that you may not see holds it. To do: sudo bitlux doctor, which "
                "names the program; then close it"}}) {
@@ -201,8 +201,8 @@ TEST(Doctor, AsksADeviceThatIsNotListed) {
          {Case{true, Yes, "", "says that it is a dongle and can be opened", ""},
           Case{true, No, "", "is not known as a dongle", addNumbers},
           Case{true, NobodyAsks, "", "is not known as a dongle", addNumbers},
-          Case{true, No, "ftdi_sio",
-               "is not known as a dongle; the system's driver ftdi_sio has it", addNumbers},
+          Case{true, No, "usbserial",
+               "is not known as a dongle; the system's driver usbserial has it", addNumbers},
           Case{false, Yes, "", "cannot be asked whether it is a dongle: you may not open it",
                addAndInstall}}) {
         MadeMachine made;
