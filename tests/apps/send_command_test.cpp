@@ -163,10 +163,12 @@ TEST(SendCommand, EndsWithTwoAtABadUsage) {
           "send --bench scripted A5", "send --bench loopback --replies 12 A5",
           "send --bench scripted --replies 12,zz A5", "send --bench loopback --wrong A5",
           "send --bench loopback --bus usb A5", "send --bench loopback --fault gone A5",
-          "send --bench loopback --bus dongle --fault lost A5", "receive A5"})
+          "send --bench loopback --bus dongle --fault lost A5", "receive A5", "doctor A5",
+          "doctor --udev --wrong"})
         EXPECT_EQ(bitlux(arguments).code, 2) << arguments;
     EXPECT_EQ(bitlux("--help").code, 0);
     EXPECT_EQ(bitlux("send --help").code, 0);
+    EXPECT_EQ(bitlux("doctor --help").code, 0);
 }
 
 } // namespace

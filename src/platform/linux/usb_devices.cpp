@@ -45,9 +45,9 @@ std::size_t leastSize(std::uint8_t type) {
     case USB_DT_DEVICE:
         return USB_DT_DEVICE_SIZE;
     case USB_DT_CONFIG:
-        return USB_DT_CONFIG_SIZE;
     case USB_DT_INTERFACE:
-        return USB_DT_INTERFACE_SIZE;
+        static_assert(USB_DT_CONFIG_SIZE == USB_DT_INTERFACE_SIZE);
+        return USB_DT_CONFIG_SIZE;
     case USB_DT_ENDPOINT:
         return USB_DT_ENDPOINT_SIZE;
     default:

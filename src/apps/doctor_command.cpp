@@ -1,0 +1,93 @@
+#include "apps/doctor_command.h"
+
+#include "apps/checkup.h"
+#include "apps/udev_rules.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <fmt/ostream.h>
+
+namespace bitlux {
+
+namespace {
+
+std::string_view word(Finding::Rank rank) {
+    constexpr std::array<std::string_view, 3> words{"ok", "note", "wrong"};
+    return words.at(static_cast<std::size_t>(rank));
+}
+
+std::size_t widestSubject(const Findings& findings) {
+    std::size_t widest = 0;
+    for (const Finding& finding : findings)
+        widest = std::max(widest, finding.subject.size());
+    return widest;
+}
+
+void print(std::string_view title, const Findings& findings, std::size_t width,
+           std::ostream& output) {
+    fmt::print(output, "{}\n", title);
+    for (const Finding& finding : findings)
+        fmt::print(output, "  {:<5}  {:<{}}  {}{}{}\n", word(finding.rank), finding.subject, width,
+                   finding.text, finding.fix.empty() ? "" : ". To do: ", finding.fix);
+}
+
+bool anyUsable(const Findings& findings) {
+    return std::any_of(findings.begin(), findings.end(),
+                       [](const Finding& finding) { return finding.isUsable; });
+}
+
+std::string_view verdict(bool dongle, bool port) {
+    if (dongle && port)
+        return "Usable: the USB dongle and the parallel port.";
+    if (dongle)
+        return "Usable: the USB dongle. The parallel port is not.";
+    if (port)
+        return "Usable: the parallel port. No USB dongle is.";
+    return "Usable: nothing, neither a USB dongle nor a parallel port.";
+}
+
+int printRules(const Machine& machine, std::ostream& output, std::ostream& errors) {
+    const DongleNumbers numbers(machine.dongleFiles);
+    for (const std::string& problem : numbers.problems())
+        fmt::print(errors, "{}\n", problem);
+    if (numbers.all().empty()) {
+        fmt::print(errors,
+                   "No rules: dongles.conf lists no device. Put the two numbers of the dongle, as "
+                   "lsusb shows them (1234:abcd), on a line of {}.\n",
+                   fmt::join(machine.dongleFiles, " or "));
+        return 1;
+    }
+    output << udevRules(numbers.all());
+    return 0;
+}
+
+} // namespace
+
+CLI::App& addDoctorCommand(CLI::App& app, DoctorOptions& options) {
+    CLI::App& doctor =
+        *app.add_subcommand("doctor", "Tell which bus can be used, and what is missing");
+    doctor.add_flag("--udev", options.udev,
+                    "Print a udev rule file for the devices that dongles.conf lists");
+    return doctor;
+}
+
+int runDoctorCommand(const DoctorOptions& options, const Machine& machine, std::ostream& output,
+                     std::ostream& errors) {
+    if (options.udev)
+        return printRules(machine, output, errors);
+    const Findings dongles = examineDongles(machine, DongleNumbers(machine.dongleFiles));
+    const Findings ports = examinePorts(machine);
+    const std::size_t width = std::max(widestSubject(dongles), widestSubject(ports));
+    print("USB dongle", dongles, width, output);
+    print("Parallel port", ports, width, output);
+    const bool dongle = anyUsable(dongles);
+    const bool port = anyUsable(ports);
+    fmt::print(output, "{}\n", verdict(dongle, port));
+    return dongle || port ? 0 : 1;
+}
+
+} // namespace bitlux

@@ -1,0 +1,201 @@
+#include "apps/checkup.h"
+#include "apps/udev_rules.h"
+#include "platform/linux/file_start.h"
+#include "platform/printable.h"
+
+#include <filesystem>
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using Rank = Finding::Rank;
+
+constexpr std::string_view listName = "dongles.conf";
+
+/// The driver that has interface 0, and under which name.
+struct Binding {
+    std::string interface; ///< as "1-2:1.0"
+    std::string driver;    ///< empty for none
+};
+
+Binding bindingOf(const UsbCandidate& candidate) {
+    const std::string start = fs::path(candidate.folder).filename().string() + ":";
+    std::error_code error;
+    for (fs::directory_iterator entry(candidate.folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        const std::string name = entry->path().filename().string();
+        if (!name.starts_with(start) || !name.ends_with(".0"))
+            continue;
+        std::error_code none;
+        return {name, fs::read_symlink(entry->path() / "driver", none).filename().string()};
+    }
+    return {};
+}
+
+/// The driver that stands for programs.
+bool isPrograms(const Binding& binding) {
+    return binding.driver == "usbfs";
+}
+
+class DongleCheckup {
+public:
+    DongleCheckup(const Machine& machine, const DongleNumbers& numbers)
+        : machine_(machine), numbers_(numbers) {}
+
+    Findings run() {
+        examineDevices();
+        examineList();
+        examineRules();
+        return std::move(findings_);
+    }
+
+private:
+    void examineDevices();
+    void examineList();
+    void examineRules();
+    void examine(const UsbCandidate& candidate, Finding& finding) const;
+    void examineDongle(const UsbCandidate& candidate, Finding& finding) const;
+    void examineStranger(const UsbCandidate& candidate, Finding& finding) const;
+    [[nodiscard]] std::string rightsFix(const UsbNumbers& numbers) const;
+    [[nodiscard]] std::string rules() const {
+        return readFileStart(machine_.root + std::string(udevRuleFile), 1 << 20).bytes;
+    }
+
+    const Machine& machine_;
+    const DongleNumbers& numbers_;
+    Findings findings_;
+};
+
+void DongleCheckup::examineDevices() {
+    const std::string bus = machine_.root + "/sys/bus/usb";
+    std::error_code error;
+    if (!fs::exists(bus, error)) {
+        findings_.push_back({Rank::Note, "dongle", "none: this system has no USB",
+                             "give the USB devices to this container or virtual machine, if it "
+                             "is one"});
+        return;
+    }
+    for (const UsbCandidate& candidate : findUsbCandidates(bus + "/devices"))
+        examine(candidate, findings_.emplace_back());
+    if (findings_.empty())
+        findings_.push_back({Rank::Note, "dongle", "none is plugged in",
+                             "plug it in; lsusb lists what the system sees"});
+}
+
+void DongleCheckup::examine(const UsbCandidate& candidate, Finding& finding) const {
+    const std::string node = usbNode(candidate);
+    finding.subject = node;
+    finding.text = numbersText(candidate.numbers);
+    if (!candidate.name.empty())
+        finding.text += fmt::format(" \"{}\"", printable(candidate.name, 60));
+    const bool isListed = numbers_.contains(candidate.numbers);
+    const bool isDongle =
+        isListed || (machine_.mayOpen(node) && machine_.isDongle && machine_.isDongle(candidate));
+    if (isDongle)
+        examineDongle(candidate, finding);
+    else
+        examineStranger(candidate, finding);
+}
+
+void DongleCheckup::examineDongle(const UsbCandidate& candidate, Finding& finding) const {
+    const std::string node = usbNode(candidate);
+    finding.text += numbers_.contains(candidate.numbers)
+                        ? fmt::format(" is a dongle by {}", listName)
+                        : " says that it is a dongle";
+    std::error_code error;
+    finding.rank = Rank::Wrong;
+    if (!fs::exists(machine_.root + node, error)) {
+        finding.text += ", but its node is missing";
+        finding.fix = "sudo udevadm trigger, or unplug it and plug it in again";
+        return;
+    }
+    if (!machine_.mayOpen(node)) {
+        finding.text += ", but you may not open it";
+        finding.fix = rightsFix(candidate.numbers);
+        return;
+    }
+    const Binding binding = bindingOf(candidate);
+    if (isPrograms(binding)) {
+        tellHolders(findHolders(node, machine_.root + "/proc"), finding);
+        return;
+    }
+    if (!binding.driver.empty()) {
+        finding.text += fmt::format(", but the system's driver {} has it", binding.driver);
+        finding.fix = fmt::format("echo {} | sudo tee /sys/bus/usb/drivers/{}/unbind",
+                                  binding.interface, binding.driver);
+        return;
+    }
+    finding.rank = Rank::Good;
+    finding.text += " and can be opened";
+    finding.isUsable = true;
+}
+
+void DongleCheckup::examineStranger(const UsbCandidate& candidate, Finding& finding) const {
+    const bool mayAsk = machine_.mayOpen(usbNode(candidate));
+    const Binding binding = bindingOf(candidate);
+    finding.rank = Rank::Note;
+    finding.text += mayAsk ? " is not known as a dongle"
+                           : " cannot be asked whether it is a dongle: you may not open it";
+    if (!binding.driver.empty() && !isPrograms(binding))
+        finding.text += fmt::format("; the system's driver {} has it", binding.driver);
+    finding.text += fmt::format(". If it is one: sudo mkdir -p /etc/bitlux-forge && echo {} | "
+                                "sudo tee -a /etc/bitlux-forge/{}",
+                                numbersText(candidate.numbers), listName);
+    if (!mayAsk)
+        finding.text += " && " + udevInstallCommand();
+}
+
+std::string DongleCheckup::rightsFix(const UsbNumbers& numbers) const {
+    if (!hasUdevRule(rules(), numbers))
+        return udevInstallCommand();
+    const std::string fix = groupFix(machine_, dongleGroup);
+    return fix.empty() ? std::string(udevReloadCommand) : fix;
+}
+
+void DongleCheckup::examineList() {
+    for (const std::string& problem : numbers_.problems())
+        findings_.push_back({Rank::Wrong, std::string(listName), problem});
+    const std::size_t count = numbers_.all().size();
+    if (count == 0)
+        findings_.push_back({Rank::Note, std::string(listName), "lists no device"});
+    else
+        findings_.push_back(
+            {Rank::Good, std::string(listName),
+             fmt::format("lists {} kind{} of device", count, count == 1 ? "" : "s")});
+}
+
+void DongleCheckup::examineRules() {
+    const std::string installed = rules();
+    std::string missing;
+    for (const UsbNumbers& numbers : numbers_.all())
+        if (!hasUdevRule(installed, numbers))
+            (missing += ' ') += numbersText(numbers);
+    Finding finding{.subject = "udev rules", .text = std::string(udevRuleFile)};
+    if (!missing.empty()) {
+        // root can do without
+        finding.rank = machine_.membership(std::string(dongleGroup)) == Membership::NotNeeded
+                           ? Rank::Note
+                           : Rank::Wrong;
+        finding.text += installed.empty() ? " is missing; it gives users the right to open"
+                                          : " has no rule for";
+        finding.text += missing;
+        finding.fix = udevInstallCommand();
+    } else if (installed.empty()) {
+        finding.rank = Rank::Note;
+        finding.text = fmt::format("none; none are needed while {} lists no device", listName);
+    }
+    findings_.push_back(std::move(finding));
+}
+
+} // namespace
+
+Findings examineDongles(const Machine& machine, const DongleNumbers& numbers) {
+    return DongleCheckup(machine, numbers).run();
+}
+
+} // namespace bitlux

@@ -1,0 +1,60 @@
+#include "platform/linux/node_holders.h"
+
+#include "platform/linux/file_start.h"
+#include "platform/printable.h"
+
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+#include <optional>
+#include <string_view>
+
+namespace bitlux {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Processes come and go meanwhile; a folder that is gone ends the walk without a word.
+template <typename Visit>
+void forEachEntry(const fs::path& folder, Visit visit) {
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error))
+        visit(entry->path());
+}
+
+std::optional<int> processNumber(const std::string& name) {
+    int number = 0;
+    const char* const end = name.data() + name.size();
+    const auto [rest, error] = std::from_chars(name.data(), end, number);
+    return error == std::errc() && rest == end ? std::optional(number) : std::nullopt;
+}
+
+std::string nameOf(const fs::path& process) {
+    const std::string name = readFileStart(process / "comm", 64).bytes;
+    return printable(std::string_view(name).substr(0, std::min(name.find('\n'), name.size())), 32);
+}
+
+} // namespace
+
+std::vector<NodeHolder> findHolders(const std::string& node, const std::string& processes) {
+    std::vector<NodeHolder> found;
+    forEachEntry(processes, [&](const fs::path& process) {
+        const std::optional<int> number = processNumber(process.filename().string());
+        if (!number)
+            return;
+        bool holds = false;
+        forEachEntry(process / "fd", [&](const fs::path& link) {
+            std::error_code gone;
+            holds = holds || fs::read_symlink(link, gone) == node;
+        });
+        if (holds)
+            found.push_back({*number, nameOf(process)});
+    });
+    std::sort(found.begin(), found.end(),
+              [](const NodeHolder& a, const NodeHolder& b) { return a.process < b.process; });
+    return found;
+}
+
+} // namespace bitlux

@@ -1,0 +1,373 @@
+#include "support/usb_descriptors.h"
+
+#include "apps/doctor_command.h"
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <set>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string usbNodeName = "/dev/bus/usb/001/004";
+const std::string rulesName = "etc/udev/rules.d/70-bitlux-forge.rules";
+const std::string install =
+    "bitlux doctor --udev | sudo tee /etc/udev/rules.d/70-bitlux-forge.rules && "
+    "sudo udevadm control --reload && sudo udevadm trigger";
+const std::string addNumbers = "sudo mkdir -p /etc/bitlux-forge && echo 1234:abcd | "
+                               "sudo tee -a /etc/bitlux-forge/dongles.conf";
+
+const std::string addAndInstall = addNumbers + " && " + install;
+const char* const unusable = "Usable: nothing, neither a USB dongle nor a parallel port.\n";
+
+/// A machine made of files.
+class MadeMachine {
+public:
+    MadeMachine() {
+        machine.root = root.path();
+        machine.dongleFiles = {root.path("etc/dongles.conf")};
+        machine.user = "ann";
+        machine.membership = [this](const std::string& group) {
+            const auto found = memberships.find(group);
+            return found == memberships.end() ? Membership::Missing : found->second;
+        };
+        machine.mayOpen = [this](const std::string& node) { return openable.contains(node); };
+    }
+
+    void plugDongleIn() {
+        const TemporaryFolder made;
+        plugIn(made, "1-2", 4, dongleDescriptors());
+        fs::create_directories(root.path("sys/bus/usb"));
+        fs::copy(made.path(), root.path("sys/bus/usb/devices"), fs::copy_options::recursive);
+        root.write(usbNodeName.substr(1), "");
+    }
+    void list(const std::string& numbers) { root.write("etc/dongles.conf", numbers); }
+    void bindDongle(const std::string& driver) {
+        link("sys/bus/usb/devices/1-2/1-2:1.0/driver", "../../../bus/usb/drivers/" + driver);
+    }
+    void addPort(int number, const std::string& base) {
+        root.write(fmt::format("proc/sys/dev/parport/parport{}/base-addr", number), base);
+        root.write(fmt::format("proc/sys/dev/parport/parport{}/devices/active", number), "none\n");
+        root.write(fmt::format("dev/parport{}", number), "");
+        root.write("sys/module/parport_pc/refcnt", "");
+        root.write("sys/class/ppdev/x", "");
+    }
+    void runProgram(int number, const std::string& name, const std::string& node) {
+        const std::string folder = fmt::format("proc/{}", number);
+        root.write(folder + "/comm", name + "\n");
+        link(folder + "/fd/0", "/dev/null");
+        link(folder + "/fd/7", node);
+    }
+    void link(const std::string& name, const std::string& target) {
+        fs::create_directories(fs::path(root.path(name)).parent_path());
+        fs::create_symlink(target, root.path(name));
+    }
+
+    int run(bool udev = false) {
+        output.str("");
+        errors.str("");
+        return runDoctorCommand({.udev = udev}, machine, output, errors);
+    }
+    /// What the only line about a subject says, with its rank.
+    std::string line(const std::string& subject) const {
+        std::istringstream lines(output.str());
+        std::string found;
+        for (std::string text; std::getline(lines, text);) {
+            if (text.size() < 9 || text.compare(9, subject.size() + 1, subject + " ") != 0)
+                continue;
+            EXPECT_EQ(found, "") << output.str();
+            const std::string rest = text.substr(9 + subject.size());
+            found = text.substr(2, text.find(' ', 2) - 2) + ": " +
+                    rest.substr(rest.find_first_not_of(' '));
+        }
+        return found;
+    }
+    std::string verdict() const {
+        const std::string text = output.str();
+        return text.substr(text.rfind('\n', text.size() - 2) + 1);
+    }
+
+    TemporaryFolder root;
+    Machine machine;
+    std::map<std::string, Membership> memberships;
+    std::set<std::string> openable;
+    std::ostringstream output;
+    std::ostringstream errors;
+};
+
+TEST(Doctor, TellsTheTruthOfAnEmptyMachine) {
+    MadeMachine made;
+    EXPECT_EQ(made.run(), 1);
+    EXPECT_EQ(
+        made.output.str(),
+        "USB dongle\n"
+        "  note   dongle         none: this system has no USB. To do: give the USB devices to "
+        "this container or virtual machine, if it is one\n"
+        "  note   dongles.conf   lists no device\n"
+        "  note   udev rules     none; none are needed while dongles.conf lists no device\n"
+        "Parallel port\n"
+        "  note   parallel port  the system knows none\n"
+        "  wrong  parport_pc     the driver of the ports is not loaded. To do: sudo modprobe "
+        "parport_pc\n"
+        "  wrong  ppdev          the driver that lets programs use the ports is not loaded. "
+        "To do: sudo modprobe ppdev\n"
+        "  wrong  group lp       ann is no member and may not use the ports. To do: sudo "
+        "usermod -a -G lp ann, then log in again\n"
+        "Usable: nothing, neither a USB dongle nor a parallel port.\n");
+}
+
+TEST(Doctor, SaysWhatAListedDongleLacks) {
+    struct Case {
+        const char* what;
+        bool mayOpen;
+        bool hasRule;
+        Membership plugdev;
+        const char* driver;
+        std::string lack; ///< empty: nothing
+    };
+    const std::string closed = ", but you may not open it. To do: ";
+    for (const Case& c :
+         {Case{"all well", true, true, Membership::InEffect, "", ""},
+          Case{"no rule", false, false, Membership::InEffect, "", closed + install},
+          Case{"at a distance", false, true, Membership::Missing, "",
+               closed + "sudo usermod -a -G plugdev ann, then log in again"},
+          Case{"just joined", false, true, Membership::NextLogin, "",
+               closed + "log out and in again; this login began before you were in the group"},
+          Case{"rule asleep", false, true, Membership::InEffect, "",
+               closed + "sudo udevadm control --reload && sudo udevadm trigger"},
+          Case{"foreign driver", true, true, Membership::InEffect, "usbserial",
+               ", but the system's driver usbserial has it. To do: echo 1-2:1.0 | sudo tee "
+               "/sys/bus/usb/drivers/usbserial/unbind"},
+          Case{"hidden program", true, true, Membership::InEffect, "usbfs",
+               ", but a program that you may not see holds it. To do: sudo bitlux doctor, which "
+               "names the program; then close it"}}) {
+        MadeMachine made;
+        made.plugDongleIn();
+        made.list("1234:abcd\n");
+        if (c.mayOpen)
+            made.openable.insert(usbNodeName);
+        if (c.hasRule) {
+            made.run(true);
+            made.root.write(rulesName, made.output.str());
+        }
+        made.memberships["plugdev"] = c.plugdev;
+        if (*c.driver != '\0')
+            made.bindDongle(c.driver);
+        const bool isUsable = c.lack.empty();
+        EXPECT_EQ(made.run(), isUsable ? 0 : 1) << c.what;
+        EXPECT_EQ(made.line(usbNodeName),
+                  fmt::format("{}: 1234:abcd \"Word dongle\" is a dongle by dongles.conf{}",
+                              isUsable ? "ok" : "wrong", isUsable ? " and can be opened" : c.lack))
+            << c.what;
+        EXPECT_EQ(made.verdict(),
+                  isUsable ? "Usable: the USB dongle. The parallel port is not.\n" : unusable)
+            << c.what;
+    }
+}
+
+TEST(Doctor, NamesTheProgramsThatHoldADongle) {
+    MadeMachine made;
+    made.plugDongleIn();
+    made.list("1234:abcd\n");
+    made.openable.insert(usbNodeName);
+    made.runProgram(812, "virtual\x1b[2J", usbNodeName);
+    made.runProgram(97, "bitlux-forge", usbNodeName);
+    made.runProgram(98, "editor", "/dev/bus/usb/001/005");
+    made.root.write("proc/self/comm", "no number");
+    EXPECT_EQ(made.run(), 0) << "open, but nobody has claimed it";
+    made.bindDongle("usbfs");
+    EXPECT_EQ(made.run(), 1);
+    EXPECT_EQ(made.line(usbNodeName),
+              "wrong: 1234:abcd \"Word dongle\" is a dongle by dongles.conf, but it is held by "
+              "bitlux-forge (process 97), virtual?[2J (process 812). To do: close that program");
+}
+
+TEST(Doctor, AsksADeviceThatIsNotListed) {
+    enum Answer : std::uint8_t { Yes, No, NobodyAsks };
+    struct Case {
+        bool mayOpen;
+        Answer answer;
+        const char* driver;
+        const char* said;
+        std::string advice; ///< empty: none
+    };
+    for (const Case& c :
+         {Case{true, Yes, "", "says that it is a dongle and can be opened", ""},
+          Case{true, No, "", "is not known as a dongle", addNumbers},
+          Case{true, NobodyAsks, "", "is not known as a dongle", addNumbers},
+          Case{true, No, "usbserial",
+               "is not known as a dongle; the system's driver usbserial has it", addNumbers},
+          Case{false, Yes, "", "cannot be asked whether it is a dongle: you may not open it",
+               addAndInstall}}) {
+        MadeMachine made;
+        made.plugDongleIn();
+        if (c.mayOpen)
+            made.openable.insert(usbNodeName);
+        if (c.answer != NobodyAsks)
+            made.machine.isDongle = [&](const UsbCandidate& candidate) {
+                EXPECT_TRUE(c.mayOpen) << c.said;
+                EXPECT_EQ(usbNode(candidate), usbNodeName);
+                return c.answer == Yes;
+            };
+        if (*c.driver != '\0')
+            made.bindDongle(c.driver);
+        const bool isUsable = c.advice.empty();
+        EXPECT_EQ(made.run(), isUsable ? 0 : 1) << c.said;
+        EXPECT_EQ(made.line(usbNodeName),
+                  fmt::format("{}: 1234:abcd \"Word dongle\" {}{}{}", isUsable ? "ok" : "note",
+                              c.said, isUsable ? "" : ". If it is one: ", c.advice));
+    }
+}
+
+TEST(Doctor, TellsOfTheListAndTheRules) {
+    MadeMachine made;
+    fs::create_directories(made.root.path("sys/bus/usb/devices"));
+    made.list("1234:abcd\nzz\n0001:ffff\n");
+    made.run();
+    EXPECT_EQ(made.line("dongle"),
+              "note: none is plugged in. To do: plug it in; lsusb lists what the system sees");
+    EXPECT_NE(made.output.str().find("  wrong  dongles.conf   " + made.root.path() +
+                                     "/etc/dongles.conf, line 2: \"zz\" is no pair of numbers"),
+              std::string::npos)
+        << made.output.str();
+    EXPECT_NE(made.output.str().find("  ok     dongles.conf   lists 2 kinds of device\n"),
+              std::string::npos);
+    EXPECT_EQ(made.line("udev rules"),
+              "wrong: /etc/udev/rules.d/70-bitlux-forge.rules is missing; it gives users the right "
+              "to open 1234:abcd 0001:ffff. To do: " +
+                  install);
+
+    made.memberships["plugdev"] = Membership::NotNeeded;
+    made.root.write(rulesName, "# ATTR{idVendor}==\"0001\", ATTR{idProduct}==\"ffff\"\n"
+                               "ATTR{idVendor}==\"0001\"\n"
+                               "ATTR{idVendor}==\"1234\", ATTR{idProduct}==\"abcd\"");
+    made.run();
+    EXPECT_EQ(made.line("udev rules"),
+              "note: /etc/udev/rules.d/70-bitlux-forge.rules has no rule for 0001:ffff. To do: " +
+                  install);
+}
+
+TEST(Doctor, SaysWhatAPortLacks) {
+    struct Case {
+        const char* what;
+        std::function<void(MadeMachine&)> change;
+        const char* line;
+    };
+    for (const Case& c : {
+             Case{"all well", [](MadeMachine&) {}, "ok: LPT1 at 0x378, can be opened"},
+             Case{"no program driver",
+                  [](MadeMachine& made) {
+                      fs::remove(made.root.path("dev/parport0"));
+                      fs::remove_all(made.root.path("sys/class"));
+                  },
+                  "wrong: LPT1 at 0x378, but its node is missing. To do: sudo modprobe ppdev"},
+             Case{"no node", [](MadeMachine& made) { fs::remove(made.root.path("dev/parport0")); },
+                  "wrong: LPT1 at 0x378, but its node is missing. To do: sudo udevadm trigger"},
+             Case{"not in the group",
+                  [](MadeMachine& made) {
+                      made.openable.clear();
+                      made.memberships["lp"] = Membership::Missing;
+                  },
+                  "wrong: LPT1 at 0x378, but you may not open it. To do: sudo usermod -a -G lp "
+                  "ann, then log in again"},
+             Case{"in the group too late",
+                  [](MadeMachine& made) {
+                      made.openable.clear();
+                      made.memberships["lp"] = Membership::NextLogin;
+                  },
+                  "wrong: LPT1 at 0x378, but you may not open it. To do: log out and in again; "
+                  "this login began before you were in the group"},
+             Case{"odd rights", [](MadeMachine& made) { made.openable.clear(); },
+                  "wrong: LPT1 at 0x378, but you may not open it. To do: sudo chgrp lp "
+                  "/dev/parport0 && sudo chmod 660 /dev/parport0"},
+             Case{"printer driver",
+                  [](MadeMachine& made) {
+                      made.root.write("proc/sys/dev/parport/parport0/devices/lp/timeslice", "");
+                  },
+                  "wrong: LPT1 at 0x378, but the system's driver lp has it. To do: sudo rmmod lp"},
+             Case{"another program",
+                  [](MadeMachine& made) {
+                      made.root.write("proc/sys/dev/parport/parport0/devices/ppdev0/timeslice", "");
+                      made.runProgram(12, "prober", "/dev/parport0");
+                  },
+                  "wrong: LPT1 at 0x378, but it is held by prober (process 12). To do: close that "
+                  "program"},
+             Case{"a hidden program",
+                  [](MadeMachine& made) {
+                      made.root.write("proc/sys/dev/parport/parport0/devices/ppdev0/timeslice", "");
+                  },
+                  "wrong: LPT1 at 0x378, but a program that you may not see holds it. To do: sudo "
+                  "bitlux doctor, which names the program; then close it"},
+             Case{"no registers", [](MadeMachine& made) { made.addPort(0, "0\t0\n"); },
+                  "note: has no registers of its own, so its pins cannot be driven"},
+         }) {
+        MadeMachine made;
+        made.addPort(0, "888\t1912\n");
+        made.openable.insert("/dev/parport0");
+        made.memberships["lp"] = Membership::InEffect;
+        c.change(made);
+        const bool isUsable = std::string_view(c.line).starts_with("ok");
+        EXPECT_EQ(made.run(), isUsable ? 0 : 1) << c.what;
+        EXPECT_EQ(made.line("/dev/parport0"), c.line) << c.what;
+        EXPECT_EQ(made.verdict(),
+                  isUsable ? "Usable: the parallel port. No USB dongle is.\n" : unusable)
+            << c.what;
+    }
+}
+
+TEST(Doctor, TellsOfThePortsDrivers) {
+    MadeMachine made;
+    made.root.write("sys/module/parport_pc/refcnt", "");
+    made.run();
+    EXPECT_EQ(made.line("parport_pc"),
+              "wrong: the driver of the ports is loaded, but has found no port. To do: switch the "
+              "port on in the BIOS set-up, or plug in a card");
+    made.addPort(3, "632\t0\n");
+    made.addPort(1, "888\t0\n");
+    made.openable = {"/dev/parport1", "/dev/parport3"};
+    made.plugDongleIn();
+    made.list("1234:abcd");
+    made.openable.insert(usbNodeName);
+    EXPECT_EQ(made.run(), 0);
+    EXPECT_EQ(made.line("/dev/parport1"), "ok: LPT2 at 0x378, can be opened");
+    EXPECT_EQ(made.line("/dev/parport3"),
+              "note: at 0x278, not used: only parport0 to parport2 are, as LPT1 to LPT3");
+    EXPECT_EQ(made.line("group lp"), "note: ann is no member, and needs not be");
+    EXPECT_EQ(made.verdict(), "Usable: the USB dongle and the parallel port.\n");
+}
+
+TEST(Doctor, PrintsUdevRules) {
+    MadeMachine made;
+    made.list("1234:ABCD\nbad\n0001:0002\n");
+    EXPECT_EQ(made.run(true), 0);
+    std::istringstream lines(made.output.str());
+    std::string rules;
+    for (std::string line; std::getline(lines, line);)
+        if (!line.starts_with('#'))
+            rules += line + "\n";
+    EXPECT_EQ(rules, "SUBSYSTEM==\"usb\", ATTR{idVendor}==\"1234\", ATTR{idProduct}==\"abcd\", "
+                     "MODE=\"0660\", GROUP=\"plugdev\", TAG+=\"uaccess\"\n"
+                     "SUBSYSTEM==\"usb\", ATTR{idVendor}==\"0001\", ATTR{idProduct}==\"0002\", "
+                     "MODE=\"0660\", GROUP=\"plugdev\", TAG+=\"uaccess\"\n");
+    EXPECT_NE(made.output.str().find("#   " + install), std::string::npos);
+    EXPECT_NE(made.errors.str().find("line 2: \"bad\""), std::string::npos);
+}
+
+TEST(Doctor, PrintsNoRulesWithoutNumbers) {
+    MadeMachine made;
+    EXPECT_EQ(made.run(true), 1);
+    EXPECT_EQ(made.output.str(), "");
+    EXPECT_EQ(made.errors.str(),
+              "No rules: dongles.conf lists no device. Put the two numbers of the dongle, as lsusb "
+              "shows them (1234:abcd), on a line of " +
+                  made.root.path("etc/dongles.conf") + ".\n");
+}
+
+} // namespace
+} // namespace bitlux::test
