@@ -27,7 +27,7 @@ using namespace bitlux;
 constexpr double speedLimit = 0.9;
 constexpr double processorLimit = 50; // microseconds: a twentieth of a USB frame
 constexpr int words = 300;
-constexpr int rounds = 21;
+constexpr int rounds = 11;
 constexpr UsbFrame word{0xDE, 0xAD, 0xBE, 0xEF, 0, 0, 0, 32};
 
 void require(bool good, const char* what) {
