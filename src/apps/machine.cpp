@@ -1,5 +1,8 @@
 #include "apps/machine.h"
 
+#include "platform/linux/dongle_search.h"
+#include "transfer/dongle_link.h"
+
 #include <algorithm>
 
 #include <fcntl.h>
@@ -44,6 +47,13 @@ std::string userName() {
     return account == nullptr ? fmt::format("{}", ::geteuid()) : account->pw_name;
 }
 
+bool saysThatItIsADongle(const UsbCandidate& candidate) {
+    const std::vector<UsbCandidate> dongles =
+        DongleSearch(UsbPlaces{}).find(DongleLink::deviceInterfaceClass);
+    return std::any_of(dongles.begin(), dongles.end(),
+                       [&](const UsbCandidate& dongle) { return isSameDevice(dongle, candidate); });
+}
+
 } // namespace
 
 Machine thisMachine() {
@@ -56,7 +66,7 @@ Machine thisMachine() {
                 [](const std::string& node) {
                     return ::faccessat(AT_FDCWD, node.c_str(), R_OK | W_OK, AT_EACCESS) == 0;
                 },
-            .isDongle = {}};
+            .isDongle = saysThatItIsADongle};
 }
 
 } // namespace bitlux

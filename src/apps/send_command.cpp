@@ -37,10 +37,12 @@ std::vector<Reply> repliesOf(const SendOptions& options) {
 /// What the words go out on: this machine, or the virtual bench.
 class Outlet {
 public:
-    explicit Outlet(const SendOptions& options) {
+    Outlet(const SendOptions& options, std::ostream& errors) {
         if (options.bench.empty()) {
             port_ = std::make_unique<LinuxParallelPort>();
             usb_ = std::make_unique<LinuxUsbHost>();
+            for (const std::string& problem : DongleNumbers(DongleNumbers::files()).problems())
+                fmt::print(errors, "{}\n", problem);
             return;
         }
         bench_ = std::make_unique<VirtualBench>(benchClock_,
@@ -79,7 +81,7 @@ public:
           output_(output),
           boxes_(errors),
           fileName_(options.log),
-          outlet_(options),
+          outlet_(options, errors),
           program_(
               outlet_.hardware(),
               {.boxes = boxes_, .fileDialogs = fileName_, .pointer = pointer_, .loop = loop_}) {

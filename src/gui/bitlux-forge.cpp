@@ -4,9 +4,14 @@
 #include "platform/linux/linux_parallel_port.h"
 #include "platform/linux/linux_usb_host.h"
 
+#include <iostream>
+
 int main(int argc, char** argv) {
     const bitlux::SystemClock clock;
     bitlux::LinuxParallelPort port;
     bitlux::LinuxUsbHost usb;
+    for (const std::string& problem :
+         bitlux::DongleNumbers(bitlux::DongleNumbers::files()).problems())
+        std::cerr << problem << '\n';
     return bitlux::gui::runWindow(argc, argv, {.port = port, .usb = usb, .clock = clock});
 }

@@ -8,7 +8,6 @@ namespace bitlux {
 
 namespace {
 
-constexpr std::string_view deviceInterfaceClass = "{4B322AC1-ECA3-46d6-8783-4640FE49B4B3}";
 constexpr std::uint8_t inPipe = 0x81;
 constexpr std::uint8_t outPipe = 0x02;
 constexpr UsbBuffers buffers{.size = 8, .count = 3, .errorsAllowed = 5};

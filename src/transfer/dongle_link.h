@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string_view>
 
 namespace bitlux {
 
@@ -21,6 +22,9 @@ public:
     /// What a search found.
     enum class Found { None, Opened, NotOpened };
 
+    /// By which a dongle tells that it is one.
+    static constexpr std::string_view deviceInterfaceClass =
+        "{4B322AC1-ECA3-46d6-8783-4640FE49B4B3}";
     /// How long the answer to a command may take, in nanoseconds.
     static constexpr std::int64_t answerLimit = 500'000'000;
     /// How long an answer that missed its limit is waited for before the next frame goes out. After
