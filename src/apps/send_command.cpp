@@ -41,7 +41,8 @@ public:
         if (options.bench.empty()) {
             port_ = std::make_unique<LinuxParallelPort>();
             usb_ = std::make_unique<LinuxUsbHost>();
-            for (const std::string& problem : DongleNumbers(DongleNumbers::files()).problems())
+            const DongleNumbers numbers(DongleNumbers::files());
+            for (const std::string& problem : numbers.problems())
                 fmt::print(errors, "{}\n", problem);
             return;
         }

@@ -10,8 +10,8 @@ int main(int argc, char** argv) {
     const bitlux::SystemClock clock;
     bitlux::LinuxParallelPort port;
     bitlux::LinuxUsbHost usb;
-    for (const std::string& problem :
-         bitlux::DongleNumbers(bitlux::DongleNumbers::files()).problems())
+    const bitlux::DongleNumbers numbers(bitlux::DongleNumbers::files());
+    for (const std::string& problem : numbers.problems())
         std::cerr << problem << '\n';
     return bitlux::gui::runWindow(argc, argv, {.port = port, .usb = usb, .clock = clock});
 }

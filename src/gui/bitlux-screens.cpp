@@ -4,12 +4,16 @@
 #include "gui/bench_view.h"
 #include "gui/main_window.h"
 #include "gui/theme.h"
+#include "gui/type_diagram.h"
 #include "workbench/virtual_bench.h"
 
 #include <array>
 
 #include <QApplication>
 #include <QDir>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QVBoxLayout>
 
 #include <fmt/format.h>
 
@@ -117,6 +121,21 @@ const State states[] = {
     {"bits-40", "40", false, {"39", "20", "1"}},
 };
 
+/// All eight types on one sheet; `size` is that of a diagram.
+void paintTypes(const QString& file, bool msbFirst, QSize size) {
+    QWidget sheet;
+    auto* grid = new QGridLayout(&sheet);
+    for (int type = 1; type <= 8; ++type) {
+        auto* box = new QGroupBox(QString("SPI type %1").arg(type), &sheet);
+        auto* diagram = new gui::TypeDiagram(type, box);
+        diagram->setType(type, msbFirst);
+        diagram->setFixedSize(size.isEmpty() ? diagram->minimumSizeHint() : size);
+        (new QVBoxLayout(box))->addWidget(diagram);
+        grid->addWidget(box, (type - 1) % 4, (type - 1) / 4);
+    }
+    sheet.grab().save(file);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -127,6 +146,8 @@ int main(int argc, char** argv) {
     for (const bool dark : {false, true}) {
         gui::applyTheme(dark);
         const QString tail = QString("-%1-%2").arg(dark ? "dark" : "light", scale);
+        paintTypes(folder + "/types-msb" + tail + ".png", true, {520, 190});
+        paintTypes(folder + "/types-lsb-smallest" + tail + ".png", false, {});
         for (const State& state : states) {
             Stage stage;
             stage.bring(state);

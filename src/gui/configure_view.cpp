@@ -56,8 +56,8 @@ ConfigureView::ConfigureView(ConfigureDialog& form, Binder& binder, QWidget* par
     layout->addSpacing(8);
     layout->addWidget(makeButtons());
     leaveOutHiddenControls();
-    flushed_ = binder_.flushed.follow([this] { makeShownPages(); });
-    makeShownPages();
+    flushed_ = binder_.flushed.follow([this] { follow(); });
+    follow();
     // As large as the largest page will want to be, so that turning pages moves nothing.
     const QSize wanted(fontMetrics().averageCharWidth() * 92, fontMetrics().height() * 45);
     resize(wanted.boundedTo(QGuiApplication::primaryScreen()->availableSize() - QSize(40, 60)));
@@ -74,6 +74,13 @@ QWidget* ConfigureView::makeButtons() {
         buttons->addWidget(button);
     }
     return row;
+}
+
+void ConfigureView::follow() {
+    makeShownPages();
+    for (std::size_t i = 0; i < diagrams_.size(); ++i)
+        if (diagrams_[i] != nullptr)
+            diagrams_[i]->setType(static_cast<int>(i) + 1, form_.optMSBfirst.value());
 }
 
 void ConfigureView::makeShownPages() {
@@ -198,7 +205,9 @@ QWidget* ConfigureView::makePicture(int type, QWidget* parent) {
     auto* layout = new QVBoxLayout(picture);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
-    layout->addWidget(new TypeDiagram(type, picture), 1);
+    auto* diagram = new TypeDiagram(type, picture);
+    diagrams_[static_cast<std::size_t>(type - 1)] = diagram;
+    layout->addWidget(diagram, 1);
     auto* polarity = new QHBoxLayout;
     polarity->addWidget(bound<QLabel>(types.lblSPINotePolarity(type), picture));
     polarity->addStretch();

@@ -7,10 +7,9 @@
 
 #include <QDialog>
 
-class QGridLayout;
-class QVBoxLayout;
-
 namespace bitlux::gui {
+
+class TypeDiagram;
 
 /// The window of frmConfigureSPI: its controls, laid out on four pages, each made when it is first
 /// shown. It shows itself while the form is visible.
@@ -26,6 +25,7 @@ private:
     static constexpr int pageCount = 4;
 
     QWidget* makeButtons();
+    void follow();
     void makeShownPages();
     void makeGeneralPage(QWidget* page);
     QWidget* makePortBox(QWidget* page);
@@ -51,6 +51,7 @@ private:
     Binder& binder_;
     std::array<QWidget*, pageCount> pages_{};
     std::array<bool, pageCount> made_{};
+    std::array<TypeDiagram*, 8> diagrams_{};
     Subscription flushed_;
 };
 

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QPainter>
+
+namespace bitlux::gui {
+
+/// Draws lines that fill whole pixels of the device at any scale factor, wherever the widget
+/// stands. Positions are those of the painter; a line lies right of or below its position.
+class CrispInk {
+public:
+    explicit CrispInk(QPainter& painter)
+        : painter_(painter), toDevice_(painter.deviceTransform()), back_(toDevice_.inverted()) {}
+
+    [[nodiscard]] qreal x(qreal x) const;
+    [[nodiscard]] qreal y(qreal y) const;
+    /// Nearest whole number of device pixels, one at least.
+    [[nodiscard]] qreal length(qreal length) const;
+
+    /// These take positions from x() and y(), and widths from length().
+    void horizontal(qreal x1, qreal x2, qreal y, qreal width, const QColor& color);
+    void vertical(qreal x, qreal y1, qreal y2, qreal width, const QColor& color);
+    void dashed(qreal x, qreal y1, qreal y2, qreal width, const QColor& color);
+
+private:
+    QPainter& painter_;
+    QTransform toDevice_; ///< scales and moves
+    QTransform back_;
+};
+
+} // namespace bitlux::gui

@@ -1,0 +1,180 @@
+#include "gui/theme.h"
+#include "gui/type_diagram.h"
+
+#include <algorithm>
+#include <map>
+
+#include <QApplication>
+#include <QImage>
+
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+using gui::TypeTiming;
+
+char digit(int bit) {
+    return bit == TypeTiming::noBit ? 'x' : static_cast<char>('0' + bit);
+}
+
+/// A line of text for each line of the bus, a character for each half of a bit. `edges` has what
+/// the edge at the beginning of each half means: v(alid), t(oggled), b(oth), or - for none.
+struct Lines {
+    explicit Lines(const TypeTiming& timing) {
+        const bool idleHigh = timing.clock.front().edge == Edge::Falling;
+        clock.assign(TypeTiming::end, idleHigh ? '1' : '0');
+        for (const auto& [at, edge, valid, toggled] : timing.clock) {
+            for (int half = at; half < TypeTiming::end; ++half)
+                spot(clock, half) = edge == Edge::Rising ? '1' : '0';
+            spot(edges, at) = "-vtb"[(valid ? 1 : 0) + (toggled ? 2 : 0)];
+        }
+        for (int half = timing.selected; half < timing.deselected; ++half)
+            spot(select, half) = '0';
+        fill(dataIn, timing.dataIn);
+        fill(dataOut, timing.dataOut);
+        for (const auto& read : timing.reads)
+            spot(reads, static_cast<int>(read.at)) = digit(read.bit);
+    }
+
+    std::string select = std::string(TypeTiming::end, '1');
+    std::string clock;
+    std::string edges = std::string(TypeTiming::end, ' ');
+    std::string dataIn = std::string(TypeTiming::end, ' ');
+    std::string dataOut = std::string(TypeTiming::end, ' ');
+    std::string reads = std::string(TypeTiming::end, ' ');
+
+    static char& spot(std::string& line, int half) {
+        return line.at(static_cast<std::size_t>(half));
+    }
+    static void fill(std::string& line, const std::vector<TypeTiming::Window>& windows) {
+        for (const auto& window : windows)
+            for (int half = window.from; half < window.to; ++half)
+                spot(line, half) = digit(window.bit);
+    }
+};
+
+TEST(TypeTiming, FollowsTheWritesOfEachType) {
+    struct Case {
+        int type;
+        bool msbFirst;
+        const char *select, *clock, *edges, *dataIn, *dataOut, *reads;
+    };
+    // CS, CLK, edges, DI, DO, reads
+    const Case cases[] = {
+        {1, true, "110000000000111", "000010101010000", "    vtvtvtvt   ", "   33221100    ",
+         "  333221100x   ", "    3 2 1 0    "},
+        {2, true, "110000000001111", "000101010100000", "   tvtvtvtv    ", "   33221100    ",
+         "  x33221100    ", "    3 2 1 0    "},
+        {3, true, "110000000000111", "111101010101111", "    vtvtvtvt   ", "   33221100    ",
+         "  333221100x   ", "    3 2 1 0    "},
+        {4, true, "110000000001111", "111010101011111", "   tvtvtvtv    ", "   33221100    ",
+         "  x33221100    ", "    3 2 1 0    "},
+        {5, true, "110000000001111", "000100101010000", "   -b -b-b--   ", "    3221100    ",
+         "  332221100    ", "   32 1 0      "},
+        {5, false, "110000000001111", "000101010100000", "   -b-b-b-b    ", "    0011223    ",
+         "  00112233x    ", "   0 1 2 3     "},
+        {6, true, "110000000001111", "000101010100000", "   b-b-b-b-    ", "   33221100    ",
+         "  3221100xx    ", "  3 2 1 0      "},
+        {7, true, "110000000000111", "111010101010011", "   -b-b-b-b- - ", "    332211000  ",
+         "  33221100xx   ", "   3 2 1 0     "},
+        {8, true, "110000000001111", "111010101011111", "   b-b-b-b-    ", "   33221100    ",
+         "  3221100xx    ", "  3 2 1 0      "},
+    };
+    for (const Case& c : cases) {
+        const Lines lines(gui::typeTiming(clockingType(c.type), c.msbFirst));
+        SCOPED_TRACE(testing::Message() << "type " << c.type << ", MSB first " << c.msbFirst);
+        EXPECT_EQ(lines.select, c.select);
+        EXPECT_EQ(lines.clock, c.clock);
+        EXPECT_EQ(lines.edges, c.edges);
+        EXPECT_EQ(lines.dataIn, c.dataIn);
+        EXPECT_EQ(lines.dataOut, c.dataOut);
+        EXPECT_EQ(lines.reads, c.reads);
+    }
+}
+
+QImage pictureOf(QWidget& widget, qreal scale) {
+    QImage image(widget.size() * scale, QImage::Format_RGB32);
+    image.setDevicePixelRatio(scale);
+    widget.render(&image);
+    return image;
+}
+
+TEST(TypeDiagram, EveryTypeHasItsPictureInEveryPalette) {
+    for (const qreal scale : {1.0, 2.0}) {
+        std::vector<QImage> pictures;
+        for (const bool dark : {false, true}) {
+            gui::applyTheme(dark);
+            for (int type = 1; type <= 8; ++type) {
+                gui::TypeDiagram diagram(type);
+                diagram.resize(diagram.sizeHint());
+                const QImage picture = pictureOf(diagram, scale);
+                EXPECT_EQ(std::count(pictures.begin(), pictures.end(), picture), 0)
+                    << "type " << type << ", dark " << dark << ", scale " << scale;
+                pictures.push_back(picture);
+            }
+        }
+    }
+    gui::applyTheme(false);
+}
+
+TEST(TypeDiagram, FollowsTypeAndPalette) {
+    gui::TypeDiagram diagram(1);
+    diagram.resize(diagram.sizeHint());
+    diagram.setType(6, false);
+    gui::applyTheme(true);
+    diagram.setPalette(QApplication::palette());
+    gui::TypeDiagram other(6);
+    other.resize(diagram.size());
+    EXPECT_NE(pictureOf(diagram, 1), pictureOf(other, 1)); // the order of the bits
+    other.setType(6, false);
+    EXPECT_EQ(pictureOf(diagram, 1), pictureOf(other, 1));
+    EXPECT_EQ(diagram.minimumSizeHint(), gui::TypeDiagram(1).minimumSizeHint());
+    gui::applyTheme(false);
+}
+
+TEST(TypeDiagram, LinesFillWholePixels) {
+    struct Case {
+        qreal scale;
+        int thickness;
+    };
+    for (const Case& c : {Case{1, 1}, Case{1.5, 2}, Case{2, 3}}) {
+        QWidget around;
+        around.resize(560, 220);
+        gui::TypeDiagram diagram(1, &around);
+        diagram.setGeometry(7, 11, 523, 193); // half a pixel off at 150 %
+        const QImage picture = pictureOf(around, c.scale);
+        const int x = static_cast<int>((7 + 523 - 6) * c.scale); // where all lines are idle
+        std::map<QRgb, int> colors;
+        for (int y = 0; y < picture.height(); ++y)
+            ++colors[picture.pixel(x, y)];
+        EXPECT_EQ(colors.size(), 2U) << "scale " << c.scale;
+        EXPECT_EQ(colors[diagram.palette().color(QPalette::WindowText).rgb()], 4 * c.thickness)
+            << "scale " << c.scale;
+    }
+}
+
+TEST(TypeDiagram, TellsTheTimingInWords) {
+    struct Case {
+        int type;
+        bool msbFirst;
+        const char* words;
+    };
+    for (const Case& c :
+         {Case{3, true,
+               "Timing of SPI type 3: data is valid on the falling edge of CLK, toggled on the "
+               "rising edge, CLK idles high; MSB first"},
+          Case{6, false,
+               "Timing of SPI type 6: data is valid and toggled on the rising edge of CLK, DO is "
+               "read just before it, CLK idles low; LSB first"},
+          Case{5, true,
+               "Timing of SPI type 5: data is valid and toggled on the falling edge of CLK, DO is "
+               "read just before it, CLK idles low; MSB first, CLK stays low after bit 3"}}) {
+        gui::TypeDiagram diagram(c.type);
+        diagram.setType(c.type, c.msbFirst);
+        EXPECT_EQ(diagram.accessibleDescription().toStdString(), c.words);
+    }
+}
+
+} // namespace
+} // namespace bitlux::test
