@@ -23,9 +23,9 @@ public:
     [[nodiscard]] QIconEngine* clone() const override { return new MoreEngine; }
 };
 
-/// The toolkit's style, with two things drawn that it takes from pictures: the frame of a group,
-/// and the arrow of a menu bar, which is hardly ever seen. Drawn they are crisp at any scale, and
-/// the readers of image formats need not be loaded for them.
+/// The toolkit's style, with some things drawn plainly that it takes from pictures or paints at
+/// length: frames, tabs, and the arrow of a menu bar, which is hardly ever seen. Drawn they are
+/// crisp at any scale, and the readers of image formats need not be loaded for them.
 class Style : public QProxyStyle {
 public:
     Style() : QProxyStyle("Fusion") {}
@@ -39,23 +39,62 @@ public:
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
-        if (element != PE_FrameGroupBox) {
+        if (element == PE_FrameGroupBox)
+            drawGroupFrame(*option, *painter, widget);
+        else if (element == PE_Frame)
+            drawFrame(*option, *painter);
+        else
             QProxyStyle::drawPrimitive(element, option, painter, widget);
-            return;
-        }
+    }
+
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+        if (element == CE_TabBarTabShape)
+            drawTab(*option, *painter);
+        else
+            QProxyStyle::drawControl(element, option, painter, widget);
+    }
+
+private:
+    static QColor lineColor(const QStyleOption& option) {
+        QColor line = option.palette.color(QPalette::WindowText);
+        line.setAlphaF(0.2F);
+        return line;
+    }
+
+    static void drawFrame(const QStyleOption& option, QPainter& painter) {
+        painter.save();
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(lineColor(option));
+        painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+        painter.restore();
+    }
+
+    /// The selected tab has a line below it, the one under the pointer a tint.
+    static void drawTab(const QStyleOption& option, QPainter& painter) {
+        constexpr int thickness = 2;
+        QColor tint = lineColor(option);
+        tint.setAlphaF(0.08F);
+        if ((option.state & State_MouseOver) != 0)
+            painter.fillRect(option.rect, tint);
+        if ((option.state & State_Selected) != 0)
+            painter.fillRect(option.rect.adjusted(4, option.rect.height() - thickness, -4, 0),
+                             option.palette.color(QPalette::Highlight));
+    }
+
+    void drawGroupFrame(const QStyleOption& option, QPainter& painter,
+                        const QWidget* widget) const {
         constexpr qreal radius = 3;
         constexpr int belowTitle = 3; // the rectangle includes the title of the group
-        const int title = std::max(pixelMetric(PM_ExclusiveIndicatorHeight, option, widget),
-                                   option->fontMetrics.height()) +
+        const int title = std::max(pixelMetric(PM_ExclusiveIndicatorHeight, &option, widget),
+                                   option.fontMetrics.height()) +
                           belowTitle;
-        QColor line = option->palette.color(QPalette::WindowText);
-        line.setAlphaF(0.2F);
-        painter->save();
-        painter->setRenderHint(QPainter::Antialiasing);
-        painter->setPen(line);
-        painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, title + 0.5, -0.5, -0.5),
-                                 radius, radius);
-        painter->restore();
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(lineColor(option));
+        painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, title + 0.5, -0.5, -0.5), radius,
+                                radius);
+        painter.restore();
     }
 };
 

@@ -19,7 +19,7 @@ struct Outcome {
 
 /// Runs the real program with these arguments of a shell line.
 Outcome bitlux(const std::string& arguments) {
-    const std::string line = std::string(BITLUX_PROGRAM) + " " + arguments + " 2>&1";
+    const std::string line = fmt::format("{} {} 2>&1", BITLUX_PROGRAM, arguments);
     FILE* pipe = ::popen(line.c_str(), "r");
     std::string output;
     std::array<char, 4096> block{};
@@ -75,7 +75,7 @@ TEST(SendCommand, SendsThroughTheDongle) {
         int code;
     };
     constexpr const char* checkTheCable = "Check the USB cable and restart program\n";
-    const std::string oneGoodWord = std::string("1234 0000\n") + checkTheCable;
+    const std::string oneGoodWord = fmt::format("1234 0000\n{}", checkTheCable);
     for (const Case& c :
          {Case{"--bench loopback --bits 32 --trace - DEADBEEF",
                "0 OUT 20 70 00 DE AD BE EF 00\n2032000 IN 20 70 00 DE AD BE EF 00\n"
@@ -92,7 +92,7 @@ TEST(SendCommand, SendsThroughTheDongle) {
                "Subscript out of range: the dongle takes whole bytes, and the word has no bit -1\n"
                "frmMain.cmdSendOnce_Click\n",
                1}}) {
-        const Outcome outcome = bitlux(std::string("send --bus dongle ") + c.arguments);
+        const Outcome outcome = bitlux(fmt::format("send --bus dongle {}", c.arguments));
         EXPECT_EQ(outcome.output, c.output) << c.arguments;
         EXPECT_EQ(outcome.code, c.code) << c.arguments;
     }

@@ -34,9 +34,11 @@ void Form::setVisible(bool visible) {
 }
 
 void Form::add(Control& control) {
-    const auto [place, added] = byName_.emplace(control.localName(), &control);
-    if (!added)
-        throw std::logic_error(fmt::format("{} exists twice", control.fullName()));
+    std::vector<Control*>& sameName = byName_[control.name()];
+    for (const Control* other : sameName)
+        if (other->index() == control.index() || !other->index() || !control.index())
+            throw std::logic_error(fmt::format("{} exists twice", control.fullName()));
+    sameName.push_back(&control);
     controls_.push_back(&control);
 }
 
@@ -44,19 +46,20 @@ void Form::remove(Control& control) {
     if (focus_ == &control)
         focus_ = nullptr;
     set_.forget(control);
-    byName_.erase(control.localName());
+    std::erase(byName_.find(control.name())->second, &control);
     std::erase(controls_, &control);
 }
 
 Control& Form::control(std::string_view localName) const {
-    const auto found = byName_.find(localName);
-    if (found == byName_.end()) {
-        std::vector<std::string> names;
-        for (const auto& [name, control] : byName_)
-            names.push_back(name);
-        throw UnknownName(fmt::format("{}.{}", name_, localName), nearNames(localName, names));
-    }
-    return *found->second;
+    const std::string_view name = localName.substr(0, localName.find('('));
+    if (const auto found = byName_.find(name); found != byName_.end())
+        for (Control* control : found->second)
+            if (control->localName() == localName)
+                return *control;
+    std::vector<std::string> names;
+    for (const Control* control : controls_)
+        names.push_back(control->localName());
+    throw UnknownName(fmt::format("{}.{}", name_, localName), nearNames(localName, names));
 }
 
 std::vector<Control*> Form::served(const std::string& handler, std::string_view event) const {

@@ -65,7 +65,8 @@ private:
     std::string name_;
     std::string caption_;
     std::vector<Control*> controls_;
-    std::map<std::string, Control*, std::less<>> byName_;
+    std::map<std::string, std::vector<Control*>, std::less<>>
+        byName_; ///< elements of an array together
     std::map<std::string, Procedure, std::less<>> procedures_;
     Control* focus_ = nullptr;
     bool visible_ = false;
