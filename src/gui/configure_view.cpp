@@ -308,8 +308,8 @@ void ConfigureView::leaveOutHiddenControls() {
 }
 
 void ConfigureView::closeEvent(QCloseEvent* event) {
-    event->ignore();
-    form_.cmdCancel.click();
+    form_.cmdCancel.click(); // hides this
+    event->accept();         // an ignored event would stop the end of the application
 }
 
 void ConfigureView::keyPressEvent(QKeyEvent* event) {
