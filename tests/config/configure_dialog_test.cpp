@@ -127,5 +127,93 @@ TEST(ConfigureDialog, EnablesTheLimitOnlyForAFixedNumber) {
     }
 }
 
+TEST(ConfigureDialog, GoesBackToWhatWasAcceptedOnCancel) {
+    TestBench bench;
+    ConfigureDialog& dialog = bench.program.dialog();
+    dialog.extraPins.dataPins.enable(1).setValue(1);
+    dialog.extraPins.dataPins.assignment(1).setText("8");
+    dialog.types.TabStripSPItype.click(3);
+    bench.configure("24", {"optHex", "optLSBfirst", "optCSpositive", "optLogForever"});
+    // Every setting changes, and none is applied.
+    dialog.setVisible(true);
+    dialog.txtPartName.setText("Other");
+    dialog.cmbSPIWordLength.setText("9");
+    dialog.cmbCS.setText("9");
+    dialog.cmbDI.setText("8");
+    dialog.cmbCLK.setText("7");
+    dialog.cmbDO.setText("15");
+    for (forms::OptionButton* option :
+         {&dialog.optBinary, &dialog.optMSBfirst, &dialog.optCSnegative, &dialog.optDIpolarity_neg,
+          &dialog.optDOpolarity_neg, &dialog.optLogOff})
+        option->setValue(true);
+    dialog.types.TabStripSPItype.click(8);
+    dialog.extraPins.dataPins.enable(1).setValue(0);
+    dialog.extraPins.controlPins.enable(0).setValue(1);
+    dialog.extraPins.controlPins.name(0).setText("Power");
+    dialog.chkHardCodeLPT(2).setValue(1);
+    EXPECT_EQ(accessesOf(bench, [&] { dialog.cmdCancel.click(); }), "");
+    EXPECT_FALSE(dialog.visible());
+    EXPECT_EQ(dialog.txtPartName.text() + dialog.cmbSPIWordLength.text(), "Generic24");
+    EXPECT_EQ(dialog.cmbCS.text() + dialog.cmbDI.text() + dialog.cmbCLK.text() +
+                  dialog.cmbDO.text(),
+              "23412");
+    EXPECT_TRUE(dialog.optHex.value() && dialog.optLSBfirst.value() &&
+                dialog.optCSpositive.value() && dialog.optDIpolarity_pos.value() &&
+                dialog.optDOpolarity_pos.value() && dialog.optLogForever.value());
+    EXPECT_EQ(dialog.types.TabStripSPItype.selected(), 3);
+    EXPECT_TRUE(dialog.types.frameSPIpicture(3).visible());
+    EXPECT_FALSE(dialog.types.frameSPIpicture(8).visible());
+    EXPECT_TRUE(dialog.extraPins.dataPins.enable(1).checked());
+    EXPECT_EQ(dialog.extraPins.dataPins.assignment(1).text(), "8");
+    EXPECT_FALSE(dialog.extraPins.controlPins.enable(0).checked());
+    EXPECT_EQ(dialog.extraPins.controlPins.name(0).text(), "Control 0");
+    EXPECT_FALSE(dialog.chkHardCodeLPT(2).checked());
+    EXPECT_EQ(dialog.cmbPortsAvailable.listIndex(), 0);
+    EXPECT_EQ(bench.session().SPIWordLength, 24);
+}
+
+TEST(ConfigureDialog, GoesBackToTheDefaultsWhereNothingWasAccepted) {
+    TestBench bench; // without a bus nothing is accepted
+    ConfigureDialog& dialog = bench.program.dialog();
+    dialog.setVisible(true);
+    dialog.txtPartName.setText("Other");
+    dialog.cmbSPIWordLength.setText("9");
+    dialog.cmdCancel.click();
+    EXPECT_EQ(dialog.txtPartName.text() + dialog.cmbSPIWordLength.text(), "Generic8");
+}
+
+TEST(ConfigureDialog, TakesOverTheClockOfTheDongleAtOnce) {
+    TestBench bench("loopback", {}, TestBench::WithDongle::Yes);
+    ConfigureDialog& dialog = bench.program.dialog();
+    EXPECT_TRUE(dialog.SPIBaudRate(1).value());
+    for (const auto& [index, code] :
+         {std::pair{0, 0}, std::pair{2, 128}, std::pair{3, 192}, std::pair{1, 64}}) {
+        dialog.SPIBaudRate(index).click();
+        EXPECT_EQ(bench.session().SPIBaudRate, code);
+    }
+}
+
+TEST(ConfigureDialog, TellsEachTypeInWords) {
+    TestBench bench;
+    const TypePage& types = bench.program.dialog().types;
+    // Valid and toggled edge, idle level.
+    const char* const expected[] = {
+        "rising falling low",  "falling rising low", "falling rising high", "rising falling high",
+        "falling falling low", "rising rising low",  "rising rising high",  "falling falling high"};
+    for (int type = 1; type <= 8; ++type) {
+        const std::string text = expected[type - 1];
+        const std::size_t second = text.find(' ');
+        const std::size_t third = text.rfind(' ');
+        EXPECT_EQ(types.lblSPINoteRead(type).caption(),
+                  fmt::format("DI and DO are valid on {} edge of CLK.", text.substr(0, second)));
+        EXPECT_EQ(types.lblSPINoteToggle(type).caption(),
+                  fmt::format("DI and DO are toggled on {} edge of CLK.",
+                              text.substr(second + 1, third - second - 1)));
+        EXPECT_EQ(types.lblSPINotePolarity(type).caption(),
+                  fmt::format("CLK is {} before and after transfer.", text.substr(third + 1)));
+    }
+    EXPECT_EQ(types.lblNonStandard.first(), 5);
+}
+
 } // namespace
 } // namespace bitlux::test

@@ -1,0 +1,253 @@
+#include "support/test_bench.h"
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+struct Pin {
+    std::string kind; ///< "Data" or "Control"
+    int row;
+    std::string number;
+    std::string name;
+};
+
+void enable(TestBench& bench, const Pin& pin) {
+    const auto control = [&pin](const std::string& prefix, const std::string& suffix) {
+        return fmt::format("frmConfigureSPI.{}{}Pin{}({})", prefix, pin.kind, suffix, pin.row);
+    };
+    bench.get<forms::CheckBox>(control("chk", "Enable")).setValue(1);
+    if (!pin.name.empty())
+        bench.get<forms::TextBox>(control("txt", "Name")).setText(pin.name);
+    if (!pin.number.empty())
+        bench.get<forms::ComboBox>(control("cmb", "Assignment")).setText(pin.number);
+}
+
+struct PortBench : TestBench {
+    explicit PortBench(const std::vector<Pin>& pins) {
+        for (const Pin& pin : pins)
+            enable(*this, pin);
+        configure("8");
+    }
+};
+
+struct PinsOnDongle : TestBench {
+    explicit PinsOnDongle(const std::vector<int>& pins)
+        : TestBench("loopback", {}, WithDongle::Yes) {
+        for (const int pin : pins)
+            get<forms::CheckBox>(fmt::format("frmConfigureSPI.Check({})", pin)).setValue(1);
+        program.dialog().optHex.setValue(true);
+        program.dialog().cmdApply_Click();
+        edit("frmMain.txtHexWordToSend", "A5");
+    }
+};
+
+/// Names of the rows that are shown, and nothing of the rows behind them.
+std::string rows(TestBench& bench) {
+    std::string names;
+    for (int row = 0; row < ExtraPinRows::rowCount; ++row) {
+        int shown = 0;
+        for (const char* control : {"lblPinName", "cmdToggleHigh", "cmdToggleLow", "lblSetNow",
+                                    "optSetHighNow", "optSetLowNow"})
+            shown +=
+                bench.program.forms().control(fmt::format("frmMain.{}({})", control, row)).visible()
+                    ? 1
+                    : 0;
+        EXPECT_TRUE(shown == 0 || shown == 6) << row;
+        if (shown > 0)
+            names += fmt::format("[{}]", bench.label(fmt::format("frmMain.lblSetNow({})", row)));
+    }
+    return names;
+}
+
+std::string traceOf(TestBench& bench, const std::function<void()>& action) {
+    WireTrace trace;
+    bench.program.startRecording(trace);
+    action();
+    bench.program.stopRecording();
+    std::string lines;
+    for (const WireAccess& access : trace.accesses()) {
+        const std::string line = trace.line(access);
+        lines += fmt::format("{}{}", lines.empty() ? "" : "; ", line.substr(line.find(' ') + 1));
+    }
+    return lines;
+}
+
+std::string setNow(TestBench& bench, int row, bool high) {
+    return traceOf(bench, [&] {
+        bench
+            .get<forms::OptionButton>(
+                fmt::format("frmMain.optSet{}Now({})", high ? "High" : "Low", row))
+            .click();
+    });
+}
+
+TEST(ExtraPins, FillRowsInTheirOrder) {
+    PortBench bench({{"Control", 2, "16", "Reset"}});
+    EXPECT_EQ(rows(bench), "[Reset]");
+    EXPECT_EQ(bench.program.forms().control("frmMain.cmdToggleHigh(0)").tooltip(),
+              "Click to set Reset high in 'Commands To Send'");
+    EXPECT_EQ(bench.program.forms().control("frmMain.cmdToggleLow(0)").tooltip(),
+              "Click to set Reset low in 'Commands To Send'");
+    EXPECT_EQ(bench.program.forms().control("frmMain.optSetHighNow(0)").tooltip(),
+              "Click to set Reset high");
+    EXPECT_EQ(bench.program.forms().control("frmMain.optSetLowNow(0)").tooltip(),
+              "Click to set Reset low");
+    enable(bench, {"Data", 3, "9", ""});
+    EXPECT_EQ(rows(bench), "[Reset]") << "not yet applied";
+    bench.configure("8");
+    EXPECT_EQ(rows(bench), "[Data 3][Reset]");
+    EXPECT_EQ(rows(*std::make_unique<PinsOnDongle>(std::vector{8, 0, 5})),
+              "[Data 0][Control 0][Control 3]");
+}
+
+TEST(ExtraPins, MoveOnThePort) {
+    struct Case {
+        Pin pin;
+        const char* high;
+        const char* low;
+    };
+    // Chip select idles high on bit 0. Control bits 0, 1 and 3 are inverted.
+    for (const Case& c : {Case{{"Data", 0, "5", ""}, "W 378 09", "W 378 01"},
+                          Case{{"Data", 4, "9", ""}, "W 378 81", "W 378 01"},
+                          Case{{"Control", 0, "1", ""}, "W 37A 0A", "W 37A 0B"},
+                          Case{{"Control", 1, "14", ""}, "W 37A 09", "W 37A 0B"},
+                          Case{{"Control", 2, "16", ""}, "W 37A 0F", "W 37A 0B"},
+                          Case{{"Control", 3, "17", ""}, "W 37A 03", "W 37A 0B"}}) {
+        PortBench bench({c.pin});
+        EXPECT_EQ(setNow(bench, 0, true), c.high) << c.pin.number;
+        EXPECT_EQ(setNow(bench, 0, false), c.low) << c.pin.number;
+        EXPECT_TRUE(bench.boxes.shown().empty());
+    }
+}
+
+TEST(ExtraPins, KeepTheirLevelsWhileWordsGoOutUntilApply) {
+    PortBench bench({{"Data", 0, "9", ""}});
+    setNow(bench, 0, true);
+    EXPECT_EQ(accessesOf(bench, [&] { bench.send("0"); }).substr(0, 5), "80 80");
+    EXPECT_EQ(accessesOf(bench, [&] { bench.configure("8"); }), "01");
+    EXPECT_FALSE(bench.get<forms::OptionButton>("frmMain.optSetHighNow(0)").value());
+    EXPECT_EQ(setNow(bench, 0, true), "W 378 81");
+}
+
+TEST(ExtraPins, AreFoundByName) {
+    PortBench twins({{"Data", 0, "5", "EN"}, {"Data", 1, "6", "EN"}, {"Control", 0, "1", "EN"}});
+    EXPECT_EQ(setNow(twins, 2, true), "W 378 19") << "all data pins of the name, and no other";
+
+    PortBench bench({{"Data", 0, "5", "EN"}});
+    bench.get<forms::Label>("frmMain.lblSetNow(0)").setCaption("DIS");
+    EXPECT_EQ(setNow(bench, 0, true), "");
+    EXPECT_EQ(setNow(bench, 0, false), "");
+    EXPECT_EQ(bench.boxes.takeTexts(),
+              (Texts{"Pin Name not found!", "Error: Pin Name not found!"}));
+    EXPECT_TRUE(bench.log().empty());
+}
+
+TEST(ExtraPins, TravelWithAWordOnTheDongle) {
+    PinsOnDongle bench({1, 7, 8});
+    const std::string answer = "; IN 08 70 00 A5 00 00 00 00";
+    EXPECT_EQ(setNow(bench, 0, true), "OUT 48 70 02 A5 00 00 00 00; IN 48 70 02 A5 00 00 00 00");
+    EXPECT_EQ(setNow(bench, 1, true), "OUT 48 70 82 A5 00 00 00 00; IN 48 70 82 A5 00 00 00 00");
+    EXPECT_EQ(setNow(bench, 2, true), "OUT C8 70 82 A5 00 00 00 00; IN C8 70 82 A5 00 00 00 00");
+    EXPECT_EQ(bench.dongle.extraPins(), 0x182);
+    EXPECT_EQ(traceOf(bench, [&] { bench.send("1"); }).substr(0, 27),
+              "OUT 88 70 82 01 00 00 00 00");
+    bench.program.dialog().cmdApply_Click(); // levels stay on this bus
+    EXPECT_EQ(setNow(bench, 0, false).substr(0, 27), "OUT C8 70 80 01 00 00 00 00");
+    EXPECT_EQ(bench.session().USBPinUpdate, 0);
+}
+
+TEST(ExtraPins, AreLoggedByTheRulesOfWords) {
+    PortBench bench({{"Data", 0, "5", "EN"}});
+    setNow(bench, 0, true);
+    setNow(bench, 0, false);
+    EXPECT_EQ(bench.log(), (Texts{"Set HIGH: EN", " ", "Set LOW: EN", " "}));
+    bench.click("frmMain.cmdClearLogSingle");
+    bench.edit("frmMain.txtHexWordToSend", "1");
+    // Two words are logged; what is set behind the limit is not.
+    bench.session().ContinuousLogLimit = 2;
+    for (const int turn : {1, 3})
+        bench.loop.atTurn(turn, [&bench, turn] {
+            if (turn == 3)
+                bench.click("frmMain.cmdStopContinuous");
+            bench.program.mainForm().extraPins.optSetHighNow_Click(0);
+        });
+    bench.loop.atTurn(2, [&bench] { bench.program.mainForm().extraPins.optSetLowNow_Click(0); });
+    bench.click("frmMain.cmdSendContinuous");
+    const Texts log = bench.log();
+    EXPECT_EQ(std::count(log.begin(), log.end(), "Set HIGH: EN"), 2);
+    EXPECT_EQ(std::count(log.begin(), log.end(), "Set LOW: EN"), 0);
+    EXPECT_EQ(log.back(), " ");
+}
+
+TEST(ExtraPins, BecomeLinesOfTheCommandsToSend) {
+    PortBench bench({{"Data", 0, "5", "EN"}});
+    bench.click("frmMain.cmdToggleHigh(0)");
+    bench.click("frmMain.cmdToggleLow(0)");
+    EXPECT_EQ(bench.lines("frmMain.lstCommandsToSend"), (Texts{"* Set HIGH: EN", "* Set LOW: EN"}));
+    EXPECT_TRUE(bench.log().empty());
+}
+
+TEST(ExtraPins, AreCheckedBeforeTheyAreApplied) {
+    const std::string conflict = "Pin Conflict!  Please select a different pin configuration.";
+    struct Case {
+        std::vector<Pin> pins;
+        const char* chipSelect;
+        const char* dataOut;
+        Texts messages;
+    };
+    for (const Case& c :
+         {Case{{{"Data", 0, "", ""}},
+               "2",
+               "12",
+               {"No pin assignment was made for one or more Extra Pins."}},
+          Case{{{"Control", 3, "", ""}},
+               "2",
+               "12",
+               {"No pin assignment was made for one or more Extra Pins."}},
+          Case{{{"Data", 0, "2", ""}}, "2", "12", {conflict}},
+          Case{{{"Data", 0, "5", ""}, {"Data", 1, "5", ""}}, "2", "12", {conflict}},
+          Case{{{"Control", 0, "16", ""}, {"Control", 3, "16", ""}}, "2", "12", {conflict}},
+          Case{{{"Data", 0, "7", ""}}, "2", "7", {}}, Case{{}, "7", "7", {}},
+          Case{{{"Control", 0, "1", ""}}, "2", "12", {}},
+          Case{{{"Control", 0, "14", ""}}, "2", "12", {}}}) {
+        TestBench bench;
+        for (const Pin& pin : c.pins)
+            enable(bench, pin);
+        ConfigureDialog& dialog = bench.program.dialog();
+        dialog.cmbCS.setText(c.chipSelect);
+        dialog.cmbDO.setText(c.dataOut);
+        bench.configure("8");
+        EXPECT_EQ(bench.boxes.takeTexts(), c.messages) << c.chipSelect << c.dataOut;
+        // Hidden, as for a configuration file, the dialog does not look for conflicts.
+        dialog.cmdApply_Click();
+        const bool stopsAlways = !c.messages.empty() && c.messages[0] != conflict;
+        EXPECT_EQ(bench.boxes.takeTexts(), stopsAlways ? c.messages : Texts{});
+    }
+}
+
+TEST(ExtraPins, TurnToTheirPage) {
+    TestBench bench;
+    for (const auto& [strip, frames] : {std::pair{"TabStripLogPins", "frameLogPins"},
+                                        std::pair{"TabStripLogPinsNow", "frameLogPinsNow"}}) {
+        const auto pages = [&bench, name = std::string(frames)] {
+            return fmt::format("{}{}",
+                               bench.program.forms().control("frmMain." + name + "(1)").visible(),
+                               bench.program.forms().control("frmMain." + name + "(2)").visible());
+        };
+        auto& tabs = bench.get<forms::TabStrip>(std::string("frmMain.") + strip);
+        EXPECT_EQ(pages(), "truefalse");
+        tabs.click(2);
+        EXPECT_EQ(pages(), "falsetrue");
+        tabs.click(2);
+        EXPECT_EQ(pages(), "falsetrue");
+        tabs.click(1);
+        EXPECT_EQ(pages(), "truefalse");
+    }
+}
+
+} // namespace
+} // namespace bitlux::test

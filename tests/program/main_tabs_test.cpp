@@ -1,0 +1,97 @@
+#include "platform/failure.h"
+#include "support/test_bench.h"
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+struct TabBench : TestBench {
+    explicit TabBench(const std::vector<int>& parts = {}) {
+        for (const int part : parts)
+            get<forms::CheckBox>(fmt::format("frmConfigureSPI.CheckEnable{}", part)).setValue(1);
+        program.dialog().cmdApply_Click();
+    }
+
+    forms::TabStrip& strip() { return program.mainForm().tabs.TabStripMain; }
+    std::string captions() {
+        std::string result;
+        for (int tab = 3; tab <= strip().count(); ++tab)
+            result +=
+                fmt::format("[{}]", strip().tabs()[static_cast<std::size_t>(tab - 1)].caption);
+        return result;
+    }
+    /// The pages that are visible, with the title and the Send buttons beside them.
+    std::string shown() {
+        std::string result;
+        for (const auto& page : program.mainForm().tabs.FrameMain)
+            if (page->visible())
+                result += fmt::format("{} ", page->index().value());
+        return fmt::format("{}{} {}", result, label("frmMain.labelMainTitle"),
+                           program.mainForm().run.cmdSendOnce.visible() ? "send" : "-");
+    }
+};
+
+TEST(MainTabs, StandInTheOrderOfTheParts) {
+    TabBench bench({72516, 72537, 72361, 72518});
+    EXPECT_EQ(bench.captions(), "[ZT72361][SBC ZT7251x Family][ZT72537 - SBC LIN 2.5G][ZT72516]");
+    EXPECT_EQ(bench.session().PartTabs[1].PartNumber, 72518);
+    EXPECT_TRUE(bench.program.mainForm().tabs.IsTabActive(72537));
+    EXPECT_FALSE(bench.program.mainForm().tabs.IsTabActive(72517));
+    bench.program.dialog().CheckEnable72537.setValue(0);
+    bench.program.dialog().cmdApply_Click();
+    EXPECT_EQ(bench.captions(), "[ZT72361][SBC ZT7251x Family][ZT72516]");
+    EXPECT_FALSE(bench.program.mainForm().tabs.IsTabActive(72537));
+}
+
+TEST(MainTabs, HaveRoomForFourParts) {
+    TabBench bench({72361, 72517, 72518, 72537});
+    bench.program.dialog().CheckEnable72516.setValue(1);
+    EXPECT_THROW(bench.program.dialog().cmdApply_Click(), Failure);
+    EXPECT_EQ(bench.strip().count(), 6);
+}
+
+TEST(MainTabs, BringTheirPageTitleAndWord) {
+    TabBench bench({72361, 72517, 72537, 72516});
+    bench.program.dialog().txtPartName.setText("Mine");
+    struct Case {
+        int tab;
+        const char* shown;
+        int length;
+        int type;
+    };
+    for (const Case& c :
+         {Case{1, "1 Generic Bitlux Forge send", 8, 1},
+          Case{2, "2 Generic Bitlux Forge send", 8, 1},
+          Case{5, "6 ZT72537 Bitlux Forge send", 8, 2}, Case{6, "7 ZT72516 Bitlux Forge -", 32, 1},
+          Case{5, "6 ZT72537 Bitlux Forge -", 8, 2}, Case{4, "3 ZT72517 Bitlux Forge -", 8, 4},
+          Case{3, "5 ZT72361 Bitlux Forge -", 8, 1}, Case{6, "7 ZT72516 Bitlux Forge -", 32, 1},
+          Case{1, "1 Generic Bitlux Forge send", 32, 1}}) {
+        bench.strip().click(c.tab);
+        EXPECT_EQ(bench.shown(), c.shown) << c.tab;
+        EXPECT_EQ(bench.session().SPIWordLength, c.length) << c.tab;
+        EXPECT_EQ(bench.session().SPIType, c.type) << c.tab;
+        EXPECT_EQ(bench.session().ActiveMainTab, c.tab);
+    }
+    bench.strip().click(4);
+    bench.program.dialog().cmdApply_Click();
+    EXPECT_EQ(bench.strip().selected(), 1);
+    EXPECT_EQ(bench.session().ActiveMainTab, 1);
+    EXPECT_EQ(bench.shown().substr(0, 1), "1");
+}
+
+TEST(MainTabs, LookForADongleAtAChangeOfPage) {
+    TabBench bench;
+    bench.dongle.plug();
+    bench.strip().click(1); // no change
+    EXPECT_FALSE(bench.session().USBReady);
+    bench.strip().click(2);
+    EXPECT_TRUE(bench.session().USBReady);
+    bench.dongle.unplug();
+    bench.strip().click(1);
+    EXPECT_FALSE(bench.session().USBReady);
+}
+
+} // namespace
+} // namespace bitlux::test
