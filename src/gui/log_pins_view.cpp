@@ -86,6 +86,7 @@ void LogPinsView::addRow(QGridLayout& grid, int row) {
     const auto addName = [&](forms::Label& name) {
         auto* label = bound<QLabel>(name, pins_);
         label->setTextFormat(Qt::PlainText);
+        label->setMaximumWidth(label->fontMetrics().averageCharWidth() * 40); // any name fits
         grid.addWidget(label, row, 0);
     };
     if (single()) {

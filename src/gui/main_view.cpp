@@ -55,9 +55,10 @@ QWidget* MainView::makeHeader() {
     row->setContentsMargins(0, 0, 0, 0);
     auto* title = bound<QLabel>(form_.labelMainTitle, header);
     title->setFont(scaled(title->font(), 1.35));
-    row->addWidget(title);
+    title->setTextFormat(Qt::PlainText);
+    title->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // any part name fits
+    row->addWidget(title, 1);
     row->addWidget(bound<QLabel>(form_.lblConfigNag, header));
-    row->addStretch();
     return header;
 }
 

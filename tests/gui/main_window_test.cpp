@@ -279,5 +279,19 @@ TEST(LogView, IsAListOfTheLinesInSight) {
     EXPECT_EQ(list->child(0)->text(QAccessible::Name), "SPI Word Sent:");
 }
 
+TEST(MainWindow, StaysItsSizeWithNamesOfAnyLength) {
+    WindowBench bench;
+    const int width = bench.window.view().minimumSizeHint().width();
+    ConfigureDialog& dialog = bench.program.dialog();
+    dialog.txtPartName.setText(repeated(10'000, 'W'));
+    dialog.extraPins.dataPins.enable(0).setValue(1);
+    dialog.extraPins.dataPins.name(0).setText(repeated(10'000, 'W'));
+    dialog.extraPins.dataPins.assignment(0).setText("5");
+    bench.configure("8", {"optBinary"});
+    bench.get<forms::TabStrip>("frmMain.TabStripLogPinsNow").click(2);
+    bench.settle();
+    EXPECT_LE(bench.window.view().minimumSizeHint().width(), width);
+}
+
 } // namespace
 } // namespace bitlux::test

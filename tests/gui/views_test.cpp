@@ -3,6 +3,8 @@
 #include "gui/bench_view.h"
 #include "platform/failure.h"
 
+#include <set>
+
 #include <QDialog>
 
 #include <gtest/gtest.h>
@@ -47,6 +49,40 @@ TEST(ConfigureView, BringsTheDialogToTheHand) {
     EXPECT_EQ(bench.session().MSBFirst, ConstOff);
     EXPECT_EQ(bench.session().SPIType, 3);
     EXPECT_EQ(bench.session().SessionLogEnabled, ConstOff);
+}
+
+TEST(ConfigureView, IsWalkedThroughWithTheKeyboardAlone) {
+    for (const bool onDongle : {false, true}) {
+        WindowBench bench;
+        if (onDongle) {
+            bench.dongle.plug();
+            bench.program.mainForm().call("Start_USB");
+        }
+        bench.choose("frmMain.itemPortOptions");
+        bench.settle();
+        auto& dialog = *bench.window.findChild<QDialog*>();
+        auto& tabs = bench.widget<QTabBar>("frmConfigureSPI.TabStripConfig");
+        tabs.setFocus();
+        for (int page = 1; page <= 4; ++page) {
+            EXPECT_EQ(bench.session().ConfigTab, page);
+            std::set<QWidget*> reached;
+            for (QWidget* at = &tabs; reached.insert(at).second; at = dialog.focusWidget())
+                QTest::keyClick(at, Qt::Key_Tab);
+            for (QWidget* widget : dialog.findChildren<QWidget*>()) {
+                if (widget->objectName().startsWith("frm") && widget->isVisibleTo(&dialog) &&
+                    widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus) != 0) {
+                    EXPECT_TRUE(reached.contains(widget)) << widget->objectName().toStdString();
+                }
+            }
+            tabs.setFocus();
+            QTest::keyClick(&tabs, Qt::Key_Right);
+            bench.settle();
+        }
+        bench.program.dialog().txtPartName.setText("Other");
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        EXPECT_FALSE(bench.program.dialog().visible());
+        EXPECT_EQ(bench.program.dialog().txtPartName.text(), "Generic");
+    }
 }
 
 TEST(ConfigureView, StaysOpenWhenApplyRefuses) {
