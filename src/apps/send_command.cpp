@@ -12,6 +12,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
+#include <map>
 #include <memory>
 
 #include <CLI/CLI.hpp>
@@ -143,7 +144,9 @@ bool SendRun::configure() {
     choose(options_.di == "low" ? "optDIpolarity_neg" : "optDIpolarity_pos");
     choose(options_.dataOut == "low" ? "optDOpolarity_neg" : "optDOpolarity_pos");
     forms().get<forms::TabStrip>("frmConfigureSPI.TabStripSPItype").click(options_.type);
-    if (!program_.engine().usesDongle()) {
+    if (program_.engine().usesDongle()) {
+        choose(fmt::format("SPIBaudRate({})", options_.clock));
+    } else {
         const std::vector<std::string> pins = splitAtCommas(options_.pins);
         choosePin("cmbCS", pins.at(0));
         choosePin("cmbDI", pins.at(1));
@@ -293,6 +296,10 @@ CLI::App& addSendCommand(CLI::App& app, SendOptions& options) {
     send.add_option("--pins", options.pins, "Pins of the connector")
         ->check(fourPins())
         ->capture_default_str();
+    const std::map<std::string, int> clocks{{"4M", 0}, {"1M", 1}, {"500k", 2}, {"62.5k", 3}};
+    send.add_option("--clock", options.clock, "Clock of the dongle in Hz (1M)")
+        ->transform(CLI::Transformer(clocks).description("{4M,1M,500k,62.5k}"))
+        ->check(CLI::IsMember({0, 1, 2, 3}).description(""));
     const CLI::Option* replies =
         send.add_option("--replies", options.replies, "Answers of the device scripted")
             ->check(hexNumbers());

@@ -84,6 +84,8 @@ TEST(SendCommand, SendsThroughTheDongle) {
           Case{"--bench stuck-high --bits 8 --cs high --di low --do low --type 3 --order lsb "
                "--trace - 0F",
                "0 OUT 08 4A 00 F0 00 00 00 00\n2008000 IN 08 4A 00 00 00 00 00 00\n0F 00\n", 0},
+          Case{"--bench loopback --clock 62.5k --trace - A5",
+               "0 OUT 08 F0 00 A5 00 00 00 00\n2128000 IN 08 F0 00 A5 00 00 00 00\nA5 A5\n", 0},
           Case{"--bench echo --bits 16 --fault late:700 1234 5678", "1234 0000\n5678 1234\n", 0},
           Case{"--bench echo --bits 16 --fault gone@2 1234 5678 9ABC", oneGoodWord.c_str(), 1},
           Case{"--bench echo --bits 16 --fault short:5/0 --fault stalled@2 1234 5678",
@@ -155,16 +157,27 @@ TEST(SendCommand, EndsWithOneAtAMessageBox) {
 }
 
 TEST(SendCommand, EndsWithTwoAtABadUsage) {
-    for (const char* arguments :
-         {"", "send", "send --bench nothing A5", "send --bench loopback --type 9 A5",
-          "send --bench loopback --type 0 A5", "send --bench loopback --bits many A5",
-          "send --bench loopback --order up A5", "send --bench loopback --pins 2,3,4 A5",
-          "send --bench loopback --pins 2,3,4,5 A5", "send --bench loopback --pins 12,3,4,13 A5",
-          "send --bench scripted A5", "send --bench loopback --replies 12 A5",
-          "send --bench scripted --replies 12,zz A5", "send --bench loopback --wrong A5",
-          "send --bench loopback --bus usb A5", "send --bench loopback --fault gone A5",
-          "send --bench loopback --bus dongle --fault lost A5", "receive A5", "doctor A5",
-          "doctor --udev --wrong"})
+    for (const char* arguments : {"",
+                                  "send",
+                                  "send --bench nothing A5",
+                                  "send --bench loopback --type 9 A5",
+                                  "send --bench loopback --type 0 A5",
+                                  "send --bench loopback --bits many A5",
+                                  "send --bench loopback --order up A5",
+                                  "send --bench loopback --pins 2,3,4 A5",
+                                  "send --bench loopback --pins 2,3,4,5 A5",
+                                  "send --bench loopback --pins 12,3,4,13 A5",
+                                  "send --bench scripted A5",
+                                  "send --bench loopback --replies 12 A5",
+                                  "send --bench scripted --replies 12,zz A5",
+                                  "send --bench loopback --wrong A5",
+                                  "send --bench loopback --bus usb A5",
+                                  "send --bench loopback --clock 2M A5",
+                                  "send --bench loopback --fault gone A5",
+                                  "send --bench loopback --bus dongle --fault lost A5",
+                                  "receive A5",
+                                  "doctor A5",
+                                  "doctor --udev --wrong"})
         EXPECT_EQ(bitlux(arguments).code, 2) << arguments;
     EXPECT_EQ(bitlux("--help").code, 0);
     EXPECT_EQ(bitlux("send --help").code, 0);
