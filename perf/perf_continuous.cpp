@@ -3,6 +3,7 @@
 // full log.
 
 #include "bare_loop.h"
+#include "endless_words.h"
 
 #include "bench/scripted_desk.h"
 #include "bench/simulated_dongle.h"
@@ -28,14 +29,7 @@ constexpr int wordsOfFullLog = 4000;
 struct Rig {
     explicit Rig(ParallelPort& port)
         : program({.port = port, .usb = unplugged, .clock = clock}, desk.desk()) {
-        program.Main();
-        ConfigureDialog& dialog = program.dialog();
-        dialog.Btn_ParallelPort_Click();
-        dialog.cmbSPIWordLength.setText("32");
-        dialog.optHex.setValue(true);
-        dialog.optLogForever.setValue(true);
-        dialog.cmdApply_Click();
-        program.mainForm().singleWord.txtHexWordToSend.setText("DEADBEEF");
+        perf::prepareForEndlessWords(program);
     }
 
     /// Sends until the log is full; nanoseconds.

@@ -3,6 +3,7 @@
 // time between two turns of the event loop.
 
 #include "bare_loop.h"
+#include "endless_words.h"
 
 #include "bench/scripted_desk.h"
 #include "gui/main_window.h"
@@ -60,14 +61,7 @@ int main(int argc, char** argv) {
                                        .pointer = desk.pointer,
                                        .loop = loop});
     bench.wireFor(program.session());
-    program.Main();
-    ConfigureDialog& dialog = program.dialog();
-    dialog.Btn_ParallelPort_Click();
-    dialog.cmbSPIWordLength.setText("32");
-    dialog.optHex.setValue(true);
-    dialog.optLogForever.setValue(true);
-    dialog.cmdApply_Click();
-    program.mainForm().singleWord.txtHexWordToSend.setText("DEADBEEF");
+    perf::prepareForEndlessWords(program);
     gui::MainWindow window(program);
     window.resize(1000, 700);
     window.show();
