@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
+#include <gtest/gtest.h>
 
 namespace bitlux::test {
 
@@ -16,8 +17,8 @@ namespace {
 Session sessionWith(const std::string& bits) {
     Session session;
     session.SPIWordLength = static_cast<std::int16_t>(bits.size());
-    for (auto bit = bits.rbegin(); bit != bits.rend(); ++bit)
-        session.WordToSend.push_back(static_cast<std::int16_t>(*bit - '0'));
+    for (const char bit : bits)
+        session.WordToSend.insert(session.WordToSend.begin(), static_cast<std::int16_t>(bit - '0'));
     session.WordReceived.assign(bits.size(), 0);
     return session;
 }

@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
+#include <gtest/gtest.h>
 
 namespace bitlux::test {
 
