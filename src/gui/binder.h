@@ -35,6 +35,14 @@ public:
     void bind(forms::TextBox& control, QLineEdit& widget);
     void bind(forms::Timer& control, QTimer& timer);
 
+    /// A new widget, tied to a control.
+    template <typename Widget, typename Control>
+    Widget* make(Control& control, QWidget* parent) {
+        auto* widget = new Widget(parent);
+        bind(control, *widget);
+        return widget;
+    }
+
     /// Refreshes what changed, now.
     void flush();
     /// After a flush.

@@ -41,8 +41,6 @@ private:
     void makeLogPage(QWidget* page);
     void leaveOutHiddenControls();
 
-    template <typename Widget, typename Control>
-    Widget* bound(Control& control, QWidget* parent);
     /// A group box with a pair of options below each other.
     QGroupBox* pairBox(forms::Frame& frame, forms::OptionButton& first, forms::OptionButton& second,
                        QWidget* parent);

@@ -163,4 +163,10 @@ QFont fixedFont() {
     return font;
 }
 
+QFont scaled(const QFont& font, qreal factor) {
+    QFont result = font;
+    result.setPointSizeF(font.pointSizeF() * factor);
+    return result;
+}
+
 } // namespace bitlux::gui

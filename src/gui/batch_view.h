@@ -1,0 +1,27 @@
+#pragma once
+
+#include "gui/binder.h"
+#include "program/main_form.h"
+
+#include <QWidget>
+
+namespace bitlux::gui {
+
+/// The page of Batches: the Quick Commands on the left, the commands to send on the right, what
+/// moves lines between them in the middle, and the saved Batches.
+class BatchView : public QWidget {
+public:
+    BatchView(MainForm& form, Binder& binder, QWidget* parent);
+
+    /// Where the run buttons stand on this page.
+    [[nodiscard]] QWidget& runPlace() const { return *runPlace_; }
+
+private:
+    QWidget* makeLists();
+
+    MainForm& form_;
+    Binder& binder_;
+    QWidget* runPlace_ = nullptr;
+};
+
+} // namespace bitlux::gui
