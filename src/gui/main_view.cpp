@@ -209,11 +209,27 @@ void MainView::leaveOutWaitingControls() {
           static_cast<forms::Control*>(&form_.commands.cmbMasterQCList),
           static_cast<forms::Control*>(&form_.commands.lstCommandsAvailable),
           static_cast<forms::Control*>(&form_.commands.lstCommandsToSend),
+          static_cast<forms::Control*>(&form_.quickCommands.cmdSaveQC),
+          static_cast<forms::Control*>(&form_.quickCommands.cmdDeleteQC),
+          static_cast<forms::Control*>(&form_.editor.cmdAddMult),
+          static_cast<forms::Control*>(&form_.editor.cmdAddPause),
+          static_cast<forms::Control*>(&form_.editor.cmdAddWait),
+          static_cast<forms::Control*>(&form_.editor.cmdRemoveMult),
+          static_cast<forms::Control*>(&form_.editor.cmdMoveUpMult),
+          static_cast<forms::Control*>(&form_.editor.cmdMoveDownMult),
+          static_cast<forms::Control*>(&form_.editor.cmdClearMultiple),
+          static_cast<forms::Control*>(&form_.batches.cmdSaveBatch),
+          static_cast<forms::Control*>(&form_.batches.cmdDeleteBatch),
+          static_cast<forms::Control*>(&form_.batches.cmbBatches),
           static_cast<forms::Control*>(&form_.log.lstSessionLogMult),
           static_cast<forms::Control*>(&form_.log.cmdSaveLogMult),
           static_cast<forms::Control*>(&form_.log.cmdClearLogMult),
           static_cast<forms::Control*>(&form_.extraPins.TabStripLogPins)})
         binder_.leaveOut(*control);
+    for (const forms::Form* dialog : {static_cast<forms::Form*>(&program_.saveBatchForm()),
+                                      static_cast<forms::Form*>(&program_.addWaitForm())})
+        for (const forms::Control* control : dialog->controls())
+            binder_.leaveOut(*control);
     for (const auto& page : form_.tabs.FrameMain)
         binder_.leaveOut(*page);
     for (const auto& page : form_.log.frameLogPins)
