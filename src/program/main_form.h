@@ -4,8 +4,11 @@
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
 #include "program/main_tabs.h"
+#include "sending/batches.h"
+#include "sending/command_editor.h"
 #include "sending/command_lists.h"
 #include "sending/extra_pin_rows.h"
+#include "sending/quick_commands.h"
 #include "sending/run_controls.h"
 #include "sending/session_log.h"
 #include "sending/single_word_page.h"
@@ -50,6 +53,9 @@ public:
     CommandLists commands;
     SessionLog log;
     SingleWordPage singleWord;
+    QuickCommands quickCommands;
+    CommandEditor editor;
+    Batches batches;
     ExtraPinRows extraPins;
     MainTabs tabs;
 };

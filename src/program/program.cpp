@@ -51,7 +51,17 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                       .resetTabs = [&form] { form.tabs.ResetTabs(); },
                       .addPartTab = [&form](std::int32_t part) { form.tabs.addPartTab(part); }});
           },
-          [](ConfigureDialog& dialog) { dialog.call("Form_Load"); }) {
+          [](ConfigureDialog& dialog) { dialog.call("Form_Load"); }),
+      saveBatch_(
+          forms_, "frmSaveBatch",
+          [this] { return std::make_unique<SaveBatchForm>(forms_, mainForm_->batches); },
+          [](SaveBatchForm& form) { form.call("Form_Load"); }),
+      addWait_(
+          forms_, "frmAddWait",
+          [this] {
+              return std::make_unique<AddWaitForm>(forms_, mainForm_->commands, desk_.boxes);
+          },
+          [](AddWaitForm& form) { form.call("Form_Load"); }) {
     options_.useUsb = [this] { return dialog_->ChkSerialPort.checked(); };
     options_.logForever = [this] { return dialog_->optLogForever.value(); };
     for (Event<>* failed : {&engine_.sendFailed, &dongle_.failed})
