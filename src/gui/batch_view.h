@@ -7,8 +7,8 @@
 
 namespace bitlux::gui {
 
-/// The page of Batches: the Quick Commands on the left, the commands to send on the right, what
-/// moves lines between them in the middle, and the saved Batches.
+/// The page of Batches: the Quick Commands on the left, the commands to send on the right, between
+/// them what fills and orders these, and below the saved Batches and the Session Log.
 class BatchView : public QWidget {
 public:
     BatchView(MainForm& form, Binder& binder, QWidget* parent);
@@ -18,6 +18,9 @@ public:
 
 private:
     QWidget* makeLists();
+    LogView* makeList(forms::ListBox& control, const QString& title, QWidget* parent);
+    QWidget* makeButtons(QWidget* parent);
+    QWidget* makeBatchRow();
 
     MainForm& form_;
     Binder& binder_;

@@ -85,7 +85,11 @@ void OptionButtonBinding::refreshContent() {
 
 ComboBoxBinding::ComboBoxBinding(forms::ComboBox& control, QComboBox& widget)
     : WidgetBinding(control, widget), control_(control), widget_(widget) {
-    widget_.setEditable(control.style() == forms::ComboBox::Style::Editable);
+    if (control.style() == forms::ComboBox::Style::Editable) {
+        // setEditable would make the list that drops down, too, long before it does.
+        widget_.setLineEdit(new QLineEdit(&widget_));
+        widget_.setCompleter(nullptr); // the text is what was typed and no more
+    }
     widget_.setInsertPolicy(QComboBox::NoInsert);
     QObject::connect(&widget, &QComboBox::activated, &widget,
                      [this](int index) { byHand([this, index] { control_.select(index); }); });
@@ -97,9 +101,11 @@ ComboBoxBinding::ComboBoxBinding(forms::ComboBox& control, QComboBox& widget)
 void ComboBoxBinding::refreshContent() {
     if (shown_ != control_.items()) {
         shown_ = control_.items();
-        widget_.clear();
+        QStringList items;
         for (const std::string& item : shown_)
-            widget_.addItem(textOf(item));
+            items << textOf(item);
+        widget_.clear();
+        widget_.addItems(items);
     }
     widget_.setCurrentIndex(control_.listIndex());
     if (widget_.isEditable() && widget_.currentText() != textOf(control_.text()))

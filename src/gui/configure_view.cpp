@@ -4,12 +4,10 @@
 
 #include <array>
 
-#include <QCloseEvent>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QScreen>
 #include <QVBoxLayout>
 
@@ -28,8 +26,7 @@ QLabel* noteLabel(const QString& text, QWidget* parent) {
 } // namespace
 
 ConfigureView::ConfigureView(ConfigureDialog& form, Binder& binder, QWidget* parent)
-    : QDialog(parent), form_(form), binder_(binder) {
-    setWindowTitle(QString::fromStdString(form.caption()));
+    : FormDialog(form, form.cmdCancel, binder, parent), form_(form), binder_(binder) {
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(0);
     auto* tabs = binder_.make<QTabBar>(form_.TabStripConfig, this);
@@ -47,29 +44,16 @@ ConfigureView::ConfigureView(ConfigureDialog& form, Binder& binder, QWidget* par
     }
     layout->addWidget(sheet, 1);
     layout->addSpacing(8);
-    layout->addWidget(makeButtons());
+    layout->addWidget(makeButtons({&form_.cmdOK, &form_.cmdCancel, &form_.cmdApply}));
     leaveOutHiddenControls();
-    flushed_ = binder_.flushed.follow([this] { follow(); });
-    follow();
+    flushed_ = binder_.flushed.follow([this] { followForm(); });
+    followForm();
     // As large as the largest page will want to be, so that turning pages moves nothing.
     const QSize wanted(fontMetrics().averageCharWidth() * 92, fontMetrics().height() * 45);
     resize(wanted.boundedTo(QGuiApplication::primaryScreen()->availableSize() - QSize(40, 60)));
 }
 
-QWidget* ConfigureView::makeButtons() {
-    auto* row = new QWidget(this);
-    auto* buttons = new QHBoxLayout(row);
-    buttons->setContentsMargins(0, 0, 0, 0);
-    buttons->addStretch();
-    for (forms::Button* control : {&form_.cmdOK, &form_.cmdCancel, &form_.cmdApply}) {
-        auto* button = binder_.make<QPushButton>(*control, row);
-        button->setAutoDefault(control == &form_.cmdOK);
-        buttons->addWidget(button);
-    }
-    return row;
-}
-
-void ConfigureView::follow() {
+void ConfigureView::followForm() {
     makeShownPages();
     for (std::size_t i = 0; i < diagrams_.size(); ++i)
         if (diagrams_[i] != nullptr)
@@ -299,18 +283,6 @@ void ConfigureView::leaveOutHiddenControls() {
           static_cast<forms::Control*>(&form_.extraPins.lblExtraPinsDisabled),
           static_cast<forms::Control*>(&form_.lstSortedPinNumbers)})
         binder_.leaveOut(*control);
-}
-
-void ConfigureView::closeEvent(QCloseEvent* event) {
-    form_.cmdCancel.click(); // hides this
-    event->accept();         // an ignored event would stop the end of the application
-}
-
-void ConfigureView::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
-        form_.cmdCancel.click();
-    else
-        QDialog::keyPressEvent(event);
 }
 
 } // namespace bitlux::gui

@@ -1,5 +1,8 @@
 #include "gui/main_window.h"
 
+#include "gui/add_wait_view.h"
+#include "gui/configure_view.h"
+#include "gui/save_batch_view.h"
 #include "gui/theme.h"
 
 #include <algorithm>
@@ -19,6 +22,7 @@ namespace bitlux::gui {
 
 MainWindow::MainWindow(Program& program) : program_(program), binder_(program.forms()) {
     setWindowTitle(applicationTitle);
+    setAnimated(false); // nothing here glides
     auto* scroll = new QScrollArea(this);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
@@ -63,15 +67,21 @@ QAction* MainWindow::menuItem(QMenu& menu, forms::MenuItem& item) {
 }
 
 void MainWindow::formShown(forms::Form& form) {
-    if (&form != &program_.dialog())
-        return;
-    if (configure_ == nullptr)
-        configure_ = new ConfigureView(program_.dialog(), binder_, this);
-    configure_->setVisible(form.visible());
-    if (form.visible()) {
-        configure_->raise();
-        configure_->activateWindow();
-    }
+    if (!dialogs_.contains(&form))
+        if (FormDialog* dialog = makeDialog(form))
+            dialogs_[&form] = dialog;
+    if (const auto found = dialogs_.find(&form); found != dialogs_.end())
+        found->second->follow();
+}
+
+FormDialog* MainWindow::makeDialog(forms::Form& form) {
+    if (auto* configure = dynamic_cast<ConfigureDialog*>(&form))
+        return new ConfigureView(*configure, binder_, this);
+    if (auto* saveBatch = dynamic_cast<SaveBatchForm*>(&form))
+        return new SaveBatchView(*saveBatch, binder_, this);
+    if (auto* addWait = dynamic_cast<AddWaitForm*>(&form))
+        return new AddWaitView(*addWait, binder_, this);
+    return nullptr; // the main form has this window
 }
 
 void MainWindow::updateStatus() {
@@ -101,8 +111,8 @@ void MainWindow::fitToContent() {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     program_.end();
-    if (configure_ != nullptr)
-        configure_->hide();
+    for (const auto& [form, dialog] : dialogs_)
+        dialog->hide();
     event->accept();
 }
 

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "gui/binder.h"
-#include "gui/configure_view.h"
+#include "gui/form_dialog.h"
 #include "gui/main_view.h"
 #include "program/program.h"
 
 #include <array>
+#include <map>
 
 #include <QMainWindow>
 
@@ -32,6 +33,7 @@ private:
     void makeMenus();
     QAction* menuItem(QMenu& menu, forms::MenuItem& item);
     void formShown(forms::Form& form);
+    FormDialog* makeDialog(forms::Form& form);
     void updateStatus();
 
     Program& program_;
@@ -39,7 +41,7 @@ private:
     MainView* view_;
     QLabel* bus_;
     std::array<Subscription, 3> subscriptions_;
-    ConfigureView* configure_ = nullptr;
+    std::map<const forms::Form*, FormDialog*> dialogs_; ///< those that were shown
 };
 
 } // namespace bitlux::gui

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "gui/binder.h"
-#include "sending/command_lists.h"
+#include "program/main_form.h"
 
 #include <QWidget>
 
@@ -10,7 +10,7 @@ namespace bitlux::gui {
 /// The Quick Commands on the page of single words: chosen, named, saved and deleted.
 class QuickCommandRow : public QWidget {
 public:
-    QuickCommandRow(CommandLists& commands, Binder& binder, QWidget* parent);
+    QuickCommandRow(MainForm& form, Binder& binder, QWidget* parent);
 };
 
 } // namespace bitlux::gui

@@ -152,7 +152,7 @@ QWidget* SingleWordView::makeCommandRow() {
     auto* widget = new QWidget(this);
     auto* row = new QHBoxLayout(widget);
     row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(new QuickCommandRow(form_.commands, binder_, widget), 1);
+    row->addWidget(new QuickCommandRow(form_, binder_, widget), 1);
     row->addSpacing(24);
     row->addWidget(binder_.make<QPushButton>(form_.singleWord.cmdAll0Single, widget));
     row->addWidget(binder_.make<QPushButton>(form_.singleWord.cmdAll1Single, widget));
