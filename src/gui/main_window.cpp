@@ -22,7 +22,6 @@ namespace bitlux::gui {
 
 MainWindow::MainWindow(Program& program) : program_(program), binder_(program.forms()) {
     setWindowTitle(applicationTitle);
-    setAnimated(false); // nothing here glides
     auto* scroll = new QScrollArea(this);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
