@@ -38,8 +38,18 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
                         .commands = commands,
                         .singleWord = singleWord,
                         .boxes = parts.desk.boxes}),
+      multiple(*this, {.session = parts.session,
+                       .engine = parts.engine,
+                       .commands = commands,
+                       .log = log,
+                       .run = run,
+                       .extraPins = extraPins,
+                       .boxes = parts.desk.boxes,
+                       .loop = parts.desk.loop,
+                       .clock = parts.clock}),
       tabs(*this, {.session = parts.session, .run = run, .labelMainTitle = labelMainTitle}) {
     run.sendSingle = [this] { singleWord.DoSPISingle(); };
+    run.sendMultiple = [this] { multiple.DoSPIMultiple(); };
     run.hasCommands = [this] { return commands.hasCommands(); };
     log.stopContinuous = [this] { run.cmdStopContinuous_Click(); };
     Command1.hide();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/clock.h"
 #include "platform/desk.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
@@ -8,6 +9,7 @@
 #include "sending/command_editor.h"
 #include "sending/command_lists.h"
 #include "sending/extra_pin_rows.h"
+#include "sending/multiple_run.h"
 #include "sending/quick_commands.h"
 #include "sending/run_controls.h"
 #include "sending/session_log.h"
@@ -31,6 +33,7 @@ public:
         WordEngine& engine;
         DongleLink& dongle;
         const Desk& desk;
+        const Clock& clock;
     };
 
     MainForm(forms::FormSet& set, const Parts& parts);
@@ -57,6 +60,7 @@ public:
     CommandEditor editor;
     Batches batches;
     ExtraPinRows extraPins;
+    MultipleRun multiple;
     MainTabs tabs;
 };
 

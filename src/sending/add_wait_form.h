@@ -12,6 +12,8 @@ class AddWaitForm : public forms::Form {
 public:
     AddWaitForm(forms::FormSet& set, CommandLists& commands, MessageBoxes& boxes);
 
+    void cmdOK_Click();
+
 private:
     CommandLists& commands_;
     MessageBoxes& boxes_;

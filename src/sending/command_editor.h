@@ -6,6 +6,7 @@
 #include "sending/run_controls.h"
 
 #include <functional>
+#include <string>
 
 namespace bitlux {
 
@@ -17,6 +18,11 @@ public:
 
     /// Shows the dialog that adds a wait. Set by whoever owns it.
     std::function<void()> showAddWait;
+
+    void cmdAddMult_Click();
+    void cmdRemoveMult_Click();
+    void cmdMoveUpMult_Click();
+    void cmdMoveDownMult_Click();
 
 private:
     CommandLists& commands_;

@@ -9,8 +9,10 @@
 #include "session/session.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace bitlux {
 
@@ -29,7 +31,24 @@ public:
 
     QuickCommands(forms::Form& form, const Parts& parts);
 
+    void cmdSaveQC_Click();
+    void cmdDeleteQC_Click();
+    /// Brings the selected Quick Command to the single-word page.
+    void cmbMasterQCList_Click();
+    void cmbMasterQCList_DblClick();
+    void cmbMasterQCList_KeyDown(forms::KeyCode code);
+
+    /// Fills both lists from the table.
+    void rebuildLists();
+
 private:
+    bool acceptName(const std::string& name);
+    bool chooseRow(const std::string& name, std::optional<std::size_t>& row);
+    void store(const std::string& name, std::optional<std::size_t> row);
+    void removeRow(std::size_t row);
+    [[nodiscard]] std::vector<std::int16_t> wordOf(std::size_t row) const;
+    void showBits(const std::vector<std::int16_t>& bits);
+
     Parts parts_;
     Session& session_;
 
