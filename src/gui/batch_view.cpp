@@ -19,6 +19,10 @@ BatchView::BatchView(MainForm& form, Binder& binder, QWidget* parent)
     runPlace_ = new QWidget(this);
     layout->addWidget(runPlace_);
     layout->addWidget(new LogPinsView(form_, binder_, LogPinsView::Page::Batch, this), 2);
+    flushed_ = binder_.flushed.follow([this] {
+        const std::optional<RunProgress>& progress = form_.multiple.progress();
+        toSend_->mark(progress ? static_cast<int>(progress->line) : -1);
+    });
 }
 
 QWidget* BatchView::makeLists() {
@@ -33,7 +37,9 @@ QWidget* BatchView::makeLists() {
     grid->addWidget(new QLabel(toSend, widget), 0, 2);
     grid->addWidget(makeList(form_.commands.lstCommandsAvailable, available, widget), 1, 0);
     grid->addWidget(makeButtons(widget), 1, 1);
-    grid->addWidget(makeList(form_.commands.lstCommandsToSend, toSend, widget), 1, 2);
+    toSend_ = makeList(form_.commands.lstCommandsToSend, toSend, widget);
+    toSend_->setMarkable(); // for the line that is played
+    grid->addWidget(toSend_, 1, 2);
     grid->setColumnStretch(0, 2);
     grid->setColumnStretch(2, 3);
     return widget;

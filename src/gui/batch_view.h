@@ -24,7 +24,9 @@ private:
 
     MainForm& form_;
     Binder& binder_;
+    LogView* toSend_ = nullptr;
     QWidget* runPlace_ = nullptr;
+    Subscription flushed_;
 };
 
 } // namespace bitlux::gui

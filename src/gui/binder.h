@@ -4,6 +4,7 @@
 #include "platform/event.h"
 #include "platform/forms/form_set.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -43,6 +44,8 @@ public:
         return widget;
     }
 
+    /// Flushes soon, also when no control changes.
+    void flushSoon();
     /// Refreshes what changed, now.
     void flush();
     /// After a flush.
@@ -62,6 +65,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void byHand(const std::function<void()>& action);
+
     template <typename B, typename Control, typename Widget>
     void add(Control& control, Widget& widget);
 

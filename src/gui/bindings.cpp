@@ -88,7 +88,9 @@ ComboBoxBinding::ComboBoxBinding(forms::ComboBox& control, QComboBox& widget)
     if (control.style() == forms::ComboBox::Style::Editable) {
         // setEditable would make the list that drops down, too, long before it does.
         widget_.setLineEdit(new QLineEdit(&widget_));
-        widget_.setCompleter(nullptr); // the text is what was typed and no more
+        // The text is what was typed and no more, and typing it chooses nothing.
+        widget_.setCompleter(nullptr);
+        QObject::disconnect(widget_.lineEdit(), &QLineEdit::editingFinished, &widget_, nullptr);
     }
     widget_.setInsertPolicy(QComboBox::NoInsert);
     QObject::connect(&widget, &QComboBox::activated, &widget,
@@ -107,9 +109,12 @@ void ComboBoxBinding::refreshContent() {
         widget_.clear();
         widget_.addItems(items);
     }
+    const int cursor = widget_.isEditable() ? widget_.lineEdit()->cursorPosition() : 0;
     widget_.setCurrentIndex(control_.listIndex());
-    if (widget_.isEditable() && widget_.currentText() != textOf(control_.text()))
+    if (widget_.isEditable() && widget_.currentText() != textOf(control_.text())) {
         widget_.setEditText(textOf(control_.text()));
+        widget_.lineEdit()->setCursorPosition(cursor);
+    }
 }
 
 FrameBinding::FrameBinding(forms::Frame& control, QGroupBox& widget)
@@ -134,6 +139,8 @@ ListBoxBinding::ListBoxBinding(forms::ListBox& control, LogView& widget)
     : WidgetBinding(control, widget), control_(control), widget_(widget) {
     QObject::connect(&widget, &LogView::selected, &widget,
                      [this](int index) { byHand([this, index] { control_.select(index); }); });
+    QObject::connect(&widget, &LogView::doubleClicked, &widget,
+                     [this] { byHand([this] { control_.doubleClick(); }); });
 }
 
 void ListBoxBinding::refreshContent() {

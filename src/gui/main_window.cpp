@@ -2,6 +2,7 @@
 
 #include "gui/add_wait_view.h"
 #include "gui/configure_view.h"
+#include "gui/run_progress_view.h"
 #include "gui/save_batch_view.h"
 #include "gui/theme.h"
 
@@ -36,7 +37,8 @@ MainWindow::MainWindow(Program& program) : program_(program), binder_(program.fo
     subscriptions_ = {
         binder_.flushed.follow([this] { updateStatus(); }),
         program_.forms().formShown.follow([this](forms::Form& form) { formShown(form); }),
-        program_.exitRequested.follow([this] { close(); })};
+        program_.exitRequested.follow([this] { close(); }),
+        program_.mainForm().multiple.progressChanged.follow([this] { followRun(); })};
     updateStatus();
 }
 
@@ -96,6 +98,15 @@ void MainWindow::updateStatus() {
         fmt::format("{} bits, type {}, {} first", session.SPIWordLength, session.SPIType,
                     session.MSBFirst == ConstOn ? "MSB" : "LSB");
     bus_->setText(QString::fromStdString(bus + "    " + shape));
+}
+
+void MainWindow::followRun() {
+    if (progress_ == nullptr) {
+        const MainForm& form = program_.mainForm();
+        progress_ = new RunProgressView(form.multiple, form.run, binder_, this);
+        statusBar()->addPermanentWidget(progress_);
+    }
+    binder_.flushSoon();
 }
 
 void MainWindow::fitToContent() {

@@ -14,6 +14,8 @@ class QLabel;
 
 namespace bitlux::gui {
 
+class RunProgressView;
+
 /// The main window: menus, the pages of frmMain in a scroll area, a status line; and the windows
 /// of the other forms as they are shown. Closing it ends the program.
 class MainWindow : public QMainWindow {
@@ -35,12 +37,14 @@ private:
     void formShown(forms::Form& form);
     FormDialog* makeDialog(forms::Form& form);
     void updateStatus();
+    void followRun();
 
     Program& program_;
     Binder binder_;
     MainView* view_;
     QLabel* bus_;
-    std::array<Subscription, 3> subscriptions_;
+    RunProgressView* progress_ = nullptr; ///< made for the first run
+    std::array<Subscription, 4> subscriptions_;
     std::map<const forms::Form*, FormDialog*> dialogs_; ///< those that were shown
 };
 
