@@ -16,6 +16,8 @@ set(BITLUX_ARROWS_apps workbench)
 set(BITLUX_ARROWS_gui workbench)
 # rooms that may draw
 set(BITLUX_ROOMS_WITH_QT gui)
+# rooms that wait for the user most of the time: small code starts sooner and takes less memory
+set(BITLUX_SMALL_ROOMS config program gui)
 
 function(bitlux_reachable_rooms ROOM RESULT)
     set(reached ${ROOM})
@@ -89,6 +91,9 @@ function(bitlux_room NAME)
     if(ROOM_SOURCES)
         add_library(bitlux_${NAME} STATIC ${ROOM_SOURCES})
         set(scope PUBLIC)
+        if(NAME IN_LIST BITLUX_SMALL_ROOMS AND CMAKE_BUILD_TYPE STREQUAL "RelWithDebInfo")
+            target_compile_options(bitlux_${NAME} PRIVATE -Os)
+        endif()
         if(NAME IN_LIST BITLUX_ROOMS_WITH_QT)
             set_target_properties(bitlux_${NAME} PROPERTIES AUTOMOC ON)
         endif()

@@ -38,6 +38,7 @@ public:
             longest = std::max(longest, now - last_);
         last_ = now;
     }
+    void waitForEvents(std::int64_t nanoseconds) override { loop_.waitForEvents(nanoseconds); }
     void restart() { last_ = 0; }
     std::int64_t longest = 0;
 

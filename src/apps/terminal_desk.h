@@ -37,6 +37,7 @@ private:
 class NoEvents : public EventLoop {
 public:
     void turn() override {}
+    void waitForEvents(std::int64_t nanoseconds) override;
 };
 
 } // namespace bitlux

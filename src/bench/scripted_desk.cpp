@@ -1,5 +1,8 @@
 #include "bench/scripted_desk.h"
 
+#include <algorithm>
+#include <chrono>
+#include <thread>
 #include <utility>
 
 namespace bitlux {
@@ -29,6 +32,23 @@ std::optional<std::string> ScriptedFileDialogs::ask(const FileDialog& dialog) {
     std::optional<std::string> answer = std::move(answers_.front());
     answers_.pop_front();
     return answer;
+}
+
+ScriptedLoop::ScriptedLoop(BenchClock& clock)
+    : clock_(clock), idle_([&clock](std::int64_t duration) { clock.idle(duration); }) {}
+
+ScriptedLoop::ScriptedLoop(const SystemClock& clock)
+    : clock_(clock), idle_([](std::int64_t duration) {
+          std::this_thread::sleep_for(std::chrono::nanoseconds(duration));
+      }) {}
+
+void ScriptedLoop::waitForEvents(std::int64_t nanoseconds) {
+    if (!byTurn_.contains(turns_ + 1)) {
+        const std::int64_t now = clock_.nanoseconds();
+        const std::int64_t due = byTime_.empty() ? now + nanoseconds : byTime_.begin()->first;
+        idle_(std::clamp<std::int64_t>(due - now, 0, std::max<std::int64_t>(nanoseconds, 0)));
+    }
+    turn();
 }
 
 void ScriptedLoop::turn() {

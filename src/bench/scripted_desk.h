@@ -53,9 +53,14 @@ private:
 /// An event loop whose events are given beforehand: actions at a turn or at a time of the clock.
 class ScriptedLoop : public EventLoop {
 public:
-    explicit ScriptedLoop(const Clock& clock) : clock_(clock) {}
+    /// Waiting takes time on the clock.
+    explicit ScriptedLoop(BenchClock& clock);
+    /// Waiting takes the time of the world outside, which is what the clock shows.
+    explicit ScriptedLoop(const SystemClock& clock);
 
     void turn() override;
+    /// Time passes up to the next action that is due, if the wait is as long.
+    void waitForEvents(std::int64_t nanoseconds) override;
 
     /// Runs `action` in the n-th turn from now, from 1.
     void atTurn(int n, std::function<void()> action) { byTurn_[turns_ + n] = std::move(action); }
@@ -66,6 +71,7 @@ public:
 
 private:
     const Clock& clock_;
+    std::function<void(std::int64_t)> idle_;
     std::map<int, std::function<void()>> byTurn_;
     std::multimap<std::int64_t, std::function<void()>> byTime_;
     int turns_ = 0;
@@ -83,7 +89,8 @@ private:
 
 /// A desk at which a script sits.
 struct ScriptedDesk {
-    explicit ScriptedDesk(const Clock& clock) : loop(clock) {}
+    explicit ScriptedDesk(BenchClock& clock) : loop(clock) {}
+    explicit ScriptedDesk(const SystemClock& clock) : loop(clock) {}
 
     [[nodiscard]] Desk desk() {
         return {.boxes = boxes, .fileDialogs = fileDialogs, .pointer = pointer, .loop = loop};

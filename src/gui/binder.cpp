@@ -29,6 +29,10 @@ void Binder::bind(forms::CheckBox& control, QCheckBox& widget) {
 }
 void Binder::bind(forms::ComboBox& control, QComboBox& widget) {
     add<ComboBoxBinding>(control, widget);
+    if (QLineEdit* edit = widget.lineEdit()) { // it has the mouse, the box the keyboard
+        controls_[edit] = &control;
+        edit->installEventFilter(this);
+    }
 }
 void Binder::bind(forms::Frame& control, QGroupBox& widget) {
     add<FrameBinding>(control, widget);
@@ -58,6 +62,11 @@ void Binder::bind(forms::Timer& control, QTimer& timer) {
     add<TimerBinding>(control, timer);
 }
 
+void Binder::flushSoon() {
+    if (!timer_.isActive())
+        timer_.start();
+}
+
 void Binder::flush() {
     for (forms::Control* control : forms_.takeDirty())
         if (const auto found = bindings_.find(control); found != bindings_.end())
@@ -72,18 +81,25 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
     forms::Control& control = *found->second;
     if (event->type() == QEvent::FocusIn) {
         control.form().setFocus(control);
+    } else if (event->type() == QEvent::MouseButtonDblClick) {
+        if (auto* combo = dynamic_cast<forms::ComboBox*>(&control))
+            byHand([combo] { combo->doubleClick(); });
     } else if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if ((key == Qt::Key_Return || key == Qt::Key_Enter) && control.hasKeyHandler()) {
-            try {
-                control.key(forms::KeyCode::Enter);
-            } catch (const forms::Unreachable&) {
-                flush();
-            }
+            byHand([&control] { control.key(forms::KeyCode::Enter); });
             return true;
         }
     }
     return false;
+}
+
+void Binder::byHand(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const forms::Unreachable&) {
+        flush();
+    }
 }
 
 } // namespace bitlux::gui

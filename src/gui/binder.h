@@ -4,6 +4,7 @@
 #include "platform/event.h"
 #include "platform/forms/form_set.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -35,6 +36,16 @@ public:
     void bind(forms::TextBox& control, QLineEdit& widget);
     void bind(forms::Timer& control, QTimer& timer);
 
+    /// A new widget, tied to a control.
+    template <typename Widget, typename Control>
+    Widget* make(Control& control, QWidget* parent) {
+        auto* widget = new Widget(parent);
+        bind(control, *widget);
+        return widget;
+    }
+
+    /// Flushes soon, also when no control changes.
+    void flushSoon();
     /// Refreshes what changed, now.
     void flush();
     /// After a flush.
@@ -54,6 +65,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void byHand(const std::function<void()>& action);
+
     template <typename B, typename Control, typename Widget>
     void add(Control& control, Widget& widget);
 

@@ -85,7 +85,13 @@ void OptionButtonBinding::refreshContent() {
 
 ComboBoxBinding::ComboBoxBinding(forms::ComboBox& control, QComboBox& widget)
     : WidgetBinding(control, widget), control_(control), widget_(widget) {
-    widget_.setEditable(control.style() == forms::ComboBox::Style::Editable);
+    if (control.style() == forms::ComboBox::Style::Editable) {
+        // setEditable would make the list that drops down, too, long before it does.
+        widget_.setLineEdit(new QLineEdit(&widget_));
+        // The text is what was typed and no more, and typing it chooses nothing.
+        widget_.setCompleter(nullptr);
+        QObject::disconnect(widget_.lineEdit(), &QLineEdit::editingFinished, &widget_, nullptr);
+    }
     widget_.setInsertPolicy(QComboBox::NoInsert);
     QObject::connect(&widget, &QComboBox::activated, &widget,
                      [this](int index) { byHand([this, index] { control_.select(index); }); });
@@ -97,13 +103,18 @@ ComboBoxBinding::ComboBoxBinding(forms::ComboBox& control, QComboBox& widget)
 void ComboBoxBinding::refreshContent() {
     if (shown_ != control_.items()) {
         shown_ = control_.items();
-        widget_.clear();
+        QStringList items;
         for (const std::string& item : shown_)
-            widget_.addItem(textOf(item));
+            items << textOf(item);
+        widget_.clear();
+        widget_.addItems(items);
     }
+    const int cursor = widget_.isEditable() ? widget_.lineEdit()->cursorPosition() : 0;
     widget_.setCurrentIndex(control_.listIndex());
-    if (widget_.isEditable() && widget_.currentText() != textOf(control_.text()))
+    if (widget_.isEditable() && widget_.currentText() != textOf(control_.text())) {
         widget_.setEditText(textOf(control_.text()));
+        widget_.lineEdit()->setCursorPosition(cursor);
+    }
 }
 
 FrameBinding::FrameBinding(forms::Frame& control, QGroupBox& widget)
@@ -128,6 +139,8 @@ ListBoxBinding::ListBoxBinding(forms::ListBox& control, LogView& widget)
     : WidgetBinding(control, widget), control_(control), widget_(widget) {
     QObject::connect(&widget, &LogView::selected, &widget,
                      [this](int index) { byHand([this, index] { control_.select(index); }); });
+    QObject::connect(&widget, &LogView::doubleClicked, &widget,
+                     [this] { byHand([this] { control_.doubleClick(); }); });
 }
 
 void ListBoxBinding::refreshContent() {

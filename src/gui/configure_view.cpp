@@ -4,12 +4,10 @@
 
 #include <array>
 
-#include <QCloseEvent>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QScreen>
 #include <QVBoxLayout>
 
@@ -27,19 +25,11 @@ QLabel* noteLabel(const QString& text, QWidget* parent) {
 
 } // namespace
 
-template <typename Widget, typename Control>
-Widget* ConfigureView::bound(Control& control, QWidget* parent) {
-    auto* widget = new Widget(parent);
-    binder_.bind(control, *widget);
-    return widget;
-}
-
 ConfigureView::ConfigureView(ConfigureDialog& form, Binder& binder, QWidget* parent)
-    : QDialog(parent), form_(form), binder_(binder) {
-    setWindowTitle(QString::fromStdString(form.caption()));
+    : FormDialog(form, form.cmdCancel, binder, parent), form_(form), binder_(binder) {
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(0);
-    auto* tabs = bound<QTabBar>(form_.TabStripConfig, this);
+    auto* tabs = binder_.make<QTabBar>(form_.TabStripConfig, this);
     tabs->setExpanding(false);
     tabs->setDrawBase(false);
     layout->addWidget(tabs);
@@ -54,29 +44,16 @@ ConfigureView::ConfigureView(ConfigureDialog& form, Binder& binder, QWidget* par
     }
     layout->addWidget(sheet, 1);
     layout->addSpacing(8);
-    layout->addWidget(makeButtons());
+    layout->addWidget(makeButtons({&form_.cmdOK, &form_.cmdCancel, &form_.cmdApply}));
     leaveOutHiddenControls();
-    flushed_ = binder_.flushed.follow([this] { follow(); });
-    follow();
+    flushed_ = binder_.flushed.follow([this] { followForm(); });
+    followForm();
     // As large as the largest page will want to be, so that turning pages moves nothing.
     const QSize wanted(fontMetrics().averageCharWidth() * 92, fontMetrics().height() * 45);
     resize(wanted.boundedTo(QGuiApplication::primaryScreen()->availableSize() - QSize(40, 60)));
 }
 
-QWidget* ConfigureView::makeButtons() {
-    auto* row = new QWidget(this);
-    auto* buttons = new QHBoxLayout(row);
-    buttons->setContentsMargins(0, 0, 0, 0);
-    buttons->addStretch();
-    for (forms::Button* control : {&form_.cmdOK, &form_.cmdCancel, &form_.cmdApply}) {
-        auto* button = bound<QPushButton>(*control, row);
-        button->setAutoDefault(control == &form_.cmdOK);
-        buttons->addWidget(button);
-    }
-    return row;
-}
-
-void ConfigureView::follow() {
+void ConfigureView::followForm() {
     makeShownPages();
     for (std::size_t i = 0; i < diagrams_.size(); ++i)
         if (diagrams_[i] != nullptr)
@@ -99,17 +76,17 @@ void ConfigureView::makeShownPages() {
 void ConfigureView::makeGeneralPage(QWidget* page) {
     auto* layout = new QVBoxLayout(page);
     auto* fields = new QFormLayout;
-    fields->addRow("Part &name:", bound<QLineEdit>(form_.txtPartName, page));
+    fields->addRow("Part &name:", binder_.make<QLineEdit>(form_.txtPartName, page));
     auto* length = new QHBoxLayout;
-    auto* bits = bound<QComboBox>(form_.cmbSPIWordLength, page);
+    auto* bits = binder_.make<QComboBox>(form_.cmbSPIWordLength, page);
     length->addWidget(bits);
-    length->addWidget(bound<QLabel>(form_.lblSPIBitRange, page));
+    length->addWidget(binder_.make<QLabel>(form_.lblSPIBitRange, page));
     length->addStretch();
     fields->addRow("&Bits of a word:", length);
     qobject_cast<QLabel*>(fields->labelForField(length))->setBuddy(bits);
     auto* display = new QHBoxLayout;
-    display->addWidget(bound<QRadioButton>(form_.optBinary, page));
-    display->addWidget(bound<QRadioButton>(form_.optHex, page));
+    display->addWidget(binder_.make<QRadioButton>(form_.optBinary, page));
+    display->addWidget(binder_.make<QRadioButton>(form_.optHex, page));
     display->addStretch();
     fields->addRow("Words are shown in:", display);
     layout->addLayout(fields);
@@ -121,18 +98,18 @@ void ConfigureView::makeGeneralPage(QWidget* page) {
 QWidget* ConfigureView::makePortBox(QWidget* page) {
     auto* box = new QGroupBox("Interface", page);
     auto* layout = new QVBoxLayout(box);
-    layout->addWidget(bound<QCheckBox>(form_.ChkSerialPort, box));
-    auto* setup = bound<QPushButton>(form_.Btn_ParallelPort, box);
+    layout->addWidget(binder_.make<QCheckBox>(form_.ChkSerialPort, box));
+    auto* setup = binder_.make<QPushButton>(form_.Btn_ParallelPort, box);
     setup->setAutoDefault(false);
     layout->addWidget(setup, 0, Qt::AlignLeft);
-    layout->addWidget(bound<QLabel>(form_.lblLPTaddress, box));
-    layout->addWidget(bound<QComboBox>(form_.cmbPortsAvailable, box));
+    layout->addWidget(binder_.make<QLabel>(form_.lblLPTaddress, box));
+    layout->addWidget(binder_.make<QComboBox>(form_.cmbPortsAvailable, box));
     for (const auto& control : form_.chkHardCodeLPT)
-        layout->addWidget(bound<QCheckBox>(*control, box));
-    auto* rates = bound<QGroupBox>(form_.frameSPIBaudRate, box);
+        layout->addWidget(binder_.make<QCheckBox>(*control, box));
+    auto* rates = binder_.make<QGroupBox>(form_.frameSPIBaudRate, box);
     auto* row = new QHBoxLayout(rates);
     for (const auto& rate : form_.SPIBaudRate)
-        row->addWidget(bound<QRadioButton>(*rate, rates));
+        row->addWidget(binder_.make<QRadioButton>(*rate, rates));
     row->addStretch();
     layout->addWidget(rates);
     return box;
@@ -145,7 +122,7 @@ QWidget* ConfigureView::makePartsBox(QWidget* page) {
     for (forms::CheckBox* part :
          {&form_.CheckEnable72361, &form_.CheckEnable72517, &form_.CheckEnable72518,
           &form_.CheckEnable72537, &form_.CheckEnable72516}) {
-        grid->addWidget(bound<QCheckBox>(*part, box), place / 3, place % 3);
+        grid->addWidget(binder_.make<QCheckBox>(*part, box), place / 3, place % 3);
         ++place;
     }
     return box;
@@ -166,7 +143,7 @@ void ConfigureView::makePinsPage(QWidget* page) {
 }
 
 QWidget* ConfigureView::makePinBox(QWidget* page) {
-    auto* box = bound<QGroupBox>(form_.framePortPins, page);
+    auto* box = binder_.make<QGroupBox>(form_.framePortPins, page);
     auto* row = new QHBoxLayout(box);
     const std::array<std::pair<const char*, forms::ComboBox*>, 4> pins{{{"CS:", &form_.cmbCS},
                                                                         {"DI:", &form_.cmbDI},
@@ -174,7 +151,7 @@ QWidget* ConfigureView::makePinBox(QWidget* page) {
                                                                         {"DO:", &form_.cmbDO}}};
     for (const auto& [title, control] : pins) {
         auto* label = new QLabel(title, box);
-        auto* list = bound<QComboBox>(*control, box);
+        auto* list = binder_.make<QComboBox>(*control, box);
         label->setBuddy(list);
         row->addWidget(label);
         row->addWidget(list);
@@ -185,9 +162,9 @@ QWidget* ConfigureView::makePinBox(QWidget* page) {
 }
 
 QWidget* ConfigureView::makeTypeBox(QWidget* page) {
-    auto* box = bound<QGroupBox>(form_.types.frameSPItype, page);
+    auto* box = binder_.make<QGroupBox>(form_.types.frameSPItype, page);
     auto* layout = new QVBoxLayout(box);
-    auto* tabs = bound<QTabBar>(form_.types.TabStripSPItype, box);
+    auto* tabs = binder_.make<QTabBar>(form_.types.TabStripSPItype, box);
     tabs->setUsesScrollButtons(false);
     tabs->setDrawBase(false);
     layout->addWidget(tabs);
@@ -209,12 +186,12 @@ QWidget* ConfigureView::makePicture(int type, QWidget* parent) {
     diagrams_[static_cast<std::size_t>(type - 1)] = diagram;
     layout->addWidget(diagram, 1);
     auto* polarity = new QHBoxLayout;
-    polarity->addWidget(bound<QLabel>(types.lblSPINotePolarity(type), picture));
+    polarity->addWidget(binder_.make<QLabel>(types.lblSPINotePolarity(type), picture));
     polarity->addStretch();
     if (type >= types.lblNonStandard.first())
-        polarity->addWidget(bound<QLabel>(types.lblNonStandard(type), picture));
-    layout->addWidget(bound<QLabel>(types.lblSPINoteRead(type), picture));
-    layout->addWidget(bound<QLabel>(types.lblSPINoteToggle(type), picture));
+        polarity->addWidget(binder_.make<QLabel>(types.lblNonStandard(type), picture));
+    layout->addWidget(binder_.make<QLabel>(types.lblSPINoteRead(type), picture));
+    layout->addWidget(binder_.make<QLabel>(types.lblSPINoteToggle(type), picture));
     layout->addLayout(polarity);
     return picture;
 }
@@ -239,15 +216,15 @@ void ConfigureView::makeExtraPinsPage(QWidget* page) {
 
 QWidget* ConfigureView::makePinRows(forms::Frame& frame, const PinRows& rows, const QString& note,
                                     QWidget* page) {
-    auto* box = bound<QGroupBox>(frame, page);
+    auto* box = binder_.make<QGroupBox>(frame, page);
     auto* grid = new QGridLayout(box);
     grid->addWidget(noteLabel(note, box), 0, 0, 1, 3);
     grid->addWidget(new QLabel("Name", box), 1, 1);
     grid->addWidget(new QLabel("Pin", box), 1, 2);
     for (int row = 0; row < rows.count(); ++row) {
-        grid->addWidget(bound<QCheckBox>(rows.enable(row), box), row + 2, 0);
-        grid->addWidget(bound<QLineEdit>(rows.name(row), box), row + 2, 1);
-        grid->addWidget(bound<QComboBox>(rows.assignment(row), box), row + 2, 2);
+        grid->addWidget(binder_.make<QCheckBox>(rows.enable(row), box), row + 2, 0);
+        grid->addWidget(binder_.make<QLineEdit>(rows.name(row), box), row + 2, 1);
+        grid->addWidget(binder_.make<QComboBox>(rows.assignment(row), box), row + 2, 2);
     }
     grid->setColumnStretch(1, 1);
     return box;
@@ -255,7 +232,7 @@ QWidget* ConfigureView::makePinRows(forms::Frame& frame, const PinRows& rows, co
 
 QWidget* ConfigureView::makeDonglePins(QWidget* page) {
     ExtraPinPage& pins = form_.extraPins;
-    auto* box = bound<QGroupBox>(pins.frameUSBExtraPins, page);
+    auto* box = binder_.make<QGroupBox>(pins.frameUSBExtraPins, page);
     auto* grid = new QGridLayout(box);
     constexpr int dataPins = 5;
     grid->addWidget(
@@ -264,31 +241,32 @@ QWidget* ConfigureView::makeDonglePins(QWidget* page) {
                   box),
         0, 0, 1, 2);
     for (int pin = 0; pin <= pins.Check.last(); ++pin)
-        grid->addWidget(bound<QCheckBox>(pins.Check(pin), box), 1 + pin % dataPins, pin / dataPins);
+        grid->addWidget(binder_.make<QCheckBox>(pins.Check(pin), box), 1 + pin % dataPins,
+                        pin / dataPins);
     return box;
 }
 
 QGroupBox* ConfigureView::pairBox(forms::Frame& frame, forms::OptionButton& first,
                                   forms::OptionButton& second, QWidget* parent) {
-    auto* box = bound<QGroupBox>(frame, parent);
+    auto* box = binder_.make<QGroupBox>(frame, parent);
     auto* layout = new QVBoxLayout(box);
-    layout->addWidget(bound<QRadioButton>(first, box));
-    layout->addWidget(bound<QRadioButton>(second, box));
+    layout->addWidget(binder_.make<QRadioButton>(first, box));
+    layout->addWidget(binder_.make<QRadioButton>(second, box));
     return box;
 }
 
 void ConfigureView::makeLogPage(QWidget* page) {
     auto* layout = new QVBoxLayout(page);
-    layout->addWidget(bound<QCheckBox>(form_.chkEnableLog, page));
-    auto* box = bound<QGroupBox>(form_.frameDataLogging, page);
+    layout->addWidget(binder_.make<QCheckBox>(form_.chkEnableLog, page));
+    auto* box = binder_.make<QGroupBox>(form_.frameDataLogging, page);
     auto* rows = new QVBoxLayout(box);
     for (forms::OptionButton* option :
          {&form_.optLogOff, &form_.optLogForever, &form_.optLogFixedNumber})
-        rows->addWidget(bound<QRadioButton>(*option, box));
+        rows->addWidget(binder_.make<QRadioButton>(*option, box));
     auto* limit = new QHBoxLayout;
     limit->addSpacing(24);
-    limit->addWidget(bound<QLabel>(form_.lblMessageLimit, box));
-    auto* number = bound<QLineEdit>(form_.txtMessageLimit, box);
+    limit->addWidget(binder_.make<QLabel>(form_.lblMessageLimit, box));
+    auto* number = binder_.make<QLineEdit>(form_.txtMessageLimit, box);
     number->setMaximumWidth(number->fontMetrics().averageCharWidth() * 12);
     limit->addWidget(number);
     limit->addStretch();
@@ -305,18 +283,6 @@ void ConfigureView::leaveOutHiddenControls() {
           static_cast<forms::Control*>(&form_.extraPins.lblExtraPinsDisabled),
           static_cast<forms::Control*>(&form_.lstSortedPinNumbers)})
         binder_.leaveOut(*control);
-}
-
-void ConfigureView::closeEvent(QCloseEvent* event) {
-    form_.cmdCancel.click(); // hides this
-    event->accept();         // an ignored event would stop the end of the application
-}
-
-void ConfigureView::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
-        form_.cmdCancel.click();
-    else
-        QDialog::keyPressEvent(event);
 }
 
 } // namespace bitlux::gui

@@ -1,11 +1,9 @@
 #pragma once
 
 #include "config/configure_dialog.h"
-#include "gui/binder.h"
+#include "gui/form_dialog.h"
 
 #include <array>
-
-#include <QDialog>
 
 namespace bitlux::gui {
 
@@ -13,19 +11,14 @@ class TypeDiagram;
 
 /// The window of frmConfigureSPI: its controls, laid out on four pages, each made when it is first
 /// shown. It shows itself while the form is visible.
-class ConfigureView : public QDialog {
+class ConfigureView : public FormDialog {
 public:
     ConfigureView(ConfigureDialog& form, Binder& binder, QWidget* parent);
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     static constexpr int pageCount = 4;
 
-    QWidget* makeButtons();
-    void follow();
+    void followForm();
     void makeShownPages();
     void makeGeneralPage(QWidget* page);
     QWidget* makePortBox(QWidget* page);
@@ -41,8 +34,6 @@ private:
     void makeLogPage(QWidget* page);
     void leaveOutHiddenControls();
 
-    template <typename Widget, typename Control>
-    Widget* bound(Control& control, QWidget* parent);
     /// A group box with a pair of options below each other.
     QGroupBox* pairBox(forms::Frame& frame, forms::OptionButton& first, forms::OptionButton& second,
                        QWidget* parent);

@@ -4,6 +4,10 @@
 
 #include <algorithm>
 
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
+#include <QMenu>
 #include <QPainter>
 
 namespace bitlux::gui {
@@ -14,7 +18,6 @@ constexpr int inset = 3;
 
 DigitsLabel::DigitsLabel(QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
-    setTextInteractionFlags(Qt::TextSelectableByMouse);
     setFocusPolicy(Qt::NoFocus);
 }
 
@@ -38,6 +41,13 @@ QSize DigitsLabel::sizeHint() const {
 
 QSize DigitsLabel::minimumSizeHint() const {
     return sizeHint();
+}
+
+void DigitsLabel::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu menu(this);
+    connect(menu.addAction("&Copy"), &QAction::triggered, this,
+            [this] { QGuiApplication::clipboard()->setText(text()); });
+    menu.exec(event->globalPos());
 }
 
 void DigitsLabel::paintEvent(QPaintEvent*) {

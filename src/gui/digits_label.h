@@ -18,6 +18,8 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
+    /// Offers to copy the digits.
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

@@ -13,19 +13,12 @@ constexpr int pinsTab = 2;
 
 } // namespace
 
-template <typename Widget, typename Control>
-Widget* LogPinsView::bound(Control& control, QWidget* parent) {
-    auto* widget = new Widget(parent);
-    binder_.bind(control, *widget);
-    return widget;
-}
-
 LogPinsView::LogPinsView(MainForm& form, Binder& binder, Page page, QWidget* parent)
     : QWidget(parent), form_(form), binder_(binder), page_(page) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    auto* tabs = bound<QTabBar>(
+    auto* tabs = binder_.make<QTabBar>(
         single() ? form_.extraPins.TabStripLogPinsNow : form_.extraPins.TabStripLogPins, this);
     tabs->setExpanding(false);
     tabs->setDrawBase(false);
@@ -54,14 +47,15 @@ void LogPinsView::fillLog(QWidget& page) {
     SessionLog& log = form_.log;
     auto* row = new QHBoxLayout(&page);
     row->setContentsMargins(0, 0, 0, 0);
-    auto* lines = bound<LogView>(single() ? log.lstSessionLogSingle : log.lstSessionLogMult, &page);
+    auto* lines =
+        binder_.make<LogView>(single() ? log.lstSessionLogSingle : log.lstSessionLogMult, &page);
     lines->setAccessibleName("Session Log");
     row->addWidget(lines, 1);
     auto* buttons = new QVBoxLayout;
     buttons->addWidget(
-        bound<QPushButton>(single() ? log.cmdSaveLogSingle : log.cmdSaveLogMult, &page));
+        binder_.make<QPushButton>(single() ? log.cmdSaveLogSingle : log.cmdSaveLogMult, &page));
     buttons->addWidget(
-        bound<QPushButton>(single() ? log.cmdClearLogSingle : log.cmdClearLogMult, &page));
+        binder_.make<QPushButton>(single() ? log.cmdClearLogSingle : log.cmdClearLogMult, &page));
     buttons->addStretch();
     row->addLayout(buttons);
 }
@@ -84,7 +78,7 @@ void LogPinsView::makeShownPins() {
 void LogPinsView::addRow(QGridLayout& grid, int row) {
     ExtraPinRows& pins = form_.extraPins;
     const auto addName = [&](forms::Label& name) {
-        auto* label = bound<QLabel>(name, pins_);
+        auto* label = binder_.make<QLabel>(name, pins_);
         label->setTextFormat(Qt::PlainText);
         label->setMaximumWidth(label->fontMetrics().averageCharWidth() * 40); // any name fits
         grid.addWidget(label, row, 0);
@@ -94,13 +88,13 @@ void LogPinsView::addRow(QGridLayout& grid, int row) {
         auto* pair = new QWidget(pins_);
         auto* options = new QHBoxLayout(pair);
         options->setContentsMargins(0, 0, 0, 0);
-        options->addWidget(bound<QRadioButton>(pins.optSetHighNow(row), pair));
-        options->addWidget(bound<QRadioButton>(pins.optSetLowNow(row), pair));
+        options->addWidget(binder_.make<QRadioButton>(pins.optSetHighNow(row), pair));
+        options->addWidget(binder_.make<QRadioButton>(pins.optSetLowNow(row), pair));
         grid.addWidget(pair, row, 1);
     } else {
         addName(pins.lblPinName(row));
-        grid.addWidget(bound<QPushButton>(pins.cmdToggleHigh(row), pins_), row, 1);
-        grid.addWidget(bound<QPushButton>(pins.cmdToggleLow(row), pins_), row, 2);
+        grid.addWidget(binder_.make<QPushButton>(pins.cmdToggleHigh(row), pins_), row, 1);
+        grid.addWidget(binder_.make<QPushButton>(pins.cmdToggleLow(row), pins_), row, 2);
     }
 }
 

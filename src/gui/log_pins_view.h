@@ -24,8 +24,6 @@ private:
     void addRow(QGridLayout& grid, int row);
     void follow();
 
-    template <typename Widget, typename Control>
-    Widget* bound(Control& control, QWidget* parent);
     [[nodiscard]] bool single() const { return page_ == Page::SingleWord; }
     [[nodiscard]] forms::Frame& frame(int tab) const;
 

@@ -35,6 +35,15 @@ void LogView::showLines(const forms::LineSource& lines, int count, int current) 
     viewport()->update();
 }
 
+void LogView::mark(int index) {
+    if (marked_ == index)
+        return;
+    marked_ = index;
+    if (marked_ >= 0 && marked_ < count_)
+        bringIntoSight(marked_);
+    viewport()->update();
+}
+
 QString LogView::line(int index) const {
     return QString::fromStdString(lines_->line(static_cast<std::size_t>(index)));
 }
@@ -65,6 +74,15 @@ int LogView::lineHeight() const {
     return fontMetrics().height() + 1;
 }
 
+int LogView::leftOfText() const {
+    return margin + (markable_ ? lineHeight() / 2 + margin : 0);
+}
+
+int LogView::indexAt(const QMouseEvent& event) const {
+    const int index = firstVisible() + event.position().toPoint().y() / lineHeight();
+    return index < count_ ? index : -1;
+}
+
 int LogView::wholeLinesInSight() const {
     return std::max(1, viewport()->height() / lineHeight());
 }
@@ -86,10 +104,20 @@ void LogView::bringIntoSight(int index) {
         bar->setValue(index - wholeLinesInSight() + 1);
 }
 
+void LogView::paintMark(QPainter& painter, const QRect& row) const {
+    painter.fillRect(row, changedColor());
+    const int half = lineHeight() / 4;
+    const QPoint tip(margin + 2 * half, row.center().y());
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(palette().color(QPalette::Text));
+    painter.drawPolygon(
+        QPolygon({tip, tip + QPoint(-2 * half, -half), tip + QPoint(-2 * half, half)}));
+}
+
 void LogView::paintEvent(QPaintEvent*) {
     ++paints_;
     QPainter painter(viewport());
-    const int left = margin - horizontalScrollBar()->value();
+    const int left = leftOfText() - horizontalScrollBar()->value();
     int widest = 0;
     for (int i = 0; i < visibleCount(); ++i) {
         const int index = firstVisible() + i;
@@ -98,13 +126,17 @@ void LogView::paintEvent(QPaintEvent*) {
         if (index == current_)
             painter.fillRect(
                 row, palette().color(hasFocus() ? QPalette::Highlight : QPalette::AlternateBase));
+        if (index == marked_)
+            paintMark(painter, row);
         painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled,
-                                       index == current_ && hasFocus() ? QPalette::HighlightedText
-                                                                       : QPalette::Text));
+                                       index == current_ && index != marked_ && hasFocus()
+                                           ? QPalette::HighlightedText
+                                           : QPalette::Text));
         painter.drawText(row.adjusted(left, 0, 0, 0), Qt::AlignVCenter | Qt::TextDontClip, text);
         widest = std::max(widest, fontMetrics().horizontalAdvance(text));
     }
-    horizontalScrollBar()->setRange(0, std::max(0, widest + 2 * margin - viewport()->width()));
+    horizontalScrollBar()->setRange(
+        0, std::max(0, leftOfText() + widest + margin - viewport()->width()));
     horizontalScrollBar()->setPageStep(viewport()->width());
 }
 
@@ -151,9 +183,14 @@ void LogView::keyPressEvent(QKeyEvent* event) {
 }
 
 void LogView::mousePressEvent(QMouseEvent* event) {
-    const int index = firstVisible() + event->position().toPoint().y() / lineHeight();
-    if (index < count_)
+    if (const int index = indexAt(*event); index >= 0)
         emit selected(index);
+}
+
+void LogView::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
+    if (indexAt(*event) >= 0)
+        emit doubleClicked();
 }
 
 void LogView::changeEvent(QEvent* event) {

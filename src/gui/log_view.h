@@ -18,6 +18,12 @@ public:
     /// for none). A selection that moved is brought into sight.
     void showLines(const forms::LineSource& lines, int count, int current);
 
+    /// Keeps room for a mark before the lines.
+    void setMarkable() { markable_ = true; }
+    /// Marks a line, -1 for none. A mark that moved is brought into sight.
+    void mark(int index);
+    [[nodiscard]] int marked() const { return marked_; }
+
     [[nodiscard]] int count() const { return count_; }
     [[nodiscard]] int current() const { return current_; }
     [[nodiscard]] QString line(int index) const;
@@ -34,16 +40,22 @@ public:
 signals:
     /// A user's hand chose a line.
     void selected(int index);
+    /// A line was clicked twice; it was selected before.
+    void doubleClicked();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
     [[nodiscard]] int lineHeight() const;
+    [[nodiscard]] int leftOfText() const;                      ///< pixels
+    [[nodiscard]] int indexAt(const QMouseEvent& event) const; ///< -1 beside the lines
+    void paintMark(QPainter& painter, const QRect& row) const;
     [[nodiscard]] int wholeLinesInSight() const;
     void updateScrollBar();
     void bringIntoSight(int index);
@@ -51,7 +63,9 @@ private:
     const forms::LineSource* lines_ = nullptr;
     int count_ = 0;
     int current_ = -1;
+    int marked_ = -1;
     int paints_ = 0;
+    bool markable_ = false;
 };
 
 } // namespace bitlux::gui

@@ -1,5 +1,9 @@
 #include "gui/main_window.h"
 
+#include "gui/add_wait_view.h"
+#include "gui/configure_view.h"
+#include "gui/run_progress_view.h"
+#include "gui/save_batch_view.h"
 #include "gui/theme.h"
 
 #include <algorithm>
@@ -33,7 +37,8 @@ MainWindow::MainWindow(Program& program) : program_(program), binder_(program.fo
     subscriptions_ = {
         binder_.flushed.follow([this] { updateStatus(); }),
         program_.forms().formShown.follow([this](forms::Form& form) { formShown(form); }),
-        program_.exitRequested.follow([this] { close(); })};
+        program_.exitRequested.follow([this] { close(); }),
+        program_.mainForm().multiple.progressChanged.follow([this] { followRun(); })};
     updateStatus();
 }
 
@@ -63,15 +68,21 @@ QAction* MainWindow::menuItem(QMenu& menu, forms::MenuItem& item) {
 }
 
 void MainWindow::formShown(forms::Form& form) {
-    if (&form != &program_.dialog())
-        return;
-    if (configure_ == nullptr)
-        configure_ = new ConfigureView(program_.dialog(), binder_, this);
-    configure_->setVisible(form.visible());
-    if (form.visible()) {
-        configure_->raise();
-        configure_->activateWindow();
-    }
+    if (!dialogs_.contains(&form))
+        if (FormDialog* dialog = makeDialog(form))
+            dialogs_[&form] = dialog;
+    if (const auto found = dialogs_.find(&form); found != dialogs_.end())
+        found->second->follow();
+}
+
+FormDialog* MainWindow::makeDialog(forms::Form& form) {
+    if (auto* configure = dynamic_cast<ConfigureDialog*>(&form))
+        return new ConfigureView(*configure, binder_, this);
+    if (auto* saveBatch = dynamic_cast<SaveBatchForm*>(&form))
+        return new SaveBatchView(*saveBatch, binder_, this);
+    if (auto* addWait = dynamic_cast<AddWaitForm*>(&form))
+        return new AddWaitView(*addWait, binder_, this);
+    return nullptr; // the main form has this window
 }
 
 void MainWindow::updateStatus() {
@@ -89,6 +100,15 @@ void MainWindow::updateStatus() {
     bus_->setText(QString::fromStdString(bus + "    " + shape));
 }
 
+void MainWindow::followRun() {
+    if (progress_ == nullptr) {
+        const MainForm& form = program_.mainForm();
+        progress_ = new RunProgressView(form.multiple, form.run, binder_, this);
+        statusBar()->addPermanentWidget(progress_);
+    }
+    binder_.flushSoon();
+}
+
 void MainWindow::fitToContent() {
     const QSize screen = QGuiApplication::primaryScreen()->availableSize();
     int around = menuBar()->sizeHint().height() + statusBar()->sizeHint().height() + 8;
@@ -101,8 +121,8 @@ void MainWindow::fitToContent() {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     program_.end();
-    if (configure_ != nullptr)
-        configure_->hide();
+    for (const auto& [form, dialog] : dialogs_)
+        dialog->hide();
     event->accept();
 }
 

@@ -1,17 +1,20 @@
 #pragma once
 
 #include "gui/binder.h"
-#include "gui/configure_view.h"
+#include "gui/form_dialog.h"
 #include "gui/main_view.h"
 #include "program/program.h"
 
 #include <array>
+#include <map>
 
 #include <QMainWindow>
 
 class QLabel;
 
 namespace bitlux::gui {
+
+class RunProgressView;
 
 /// The main window: menus, the pages of frmMain in a scroll area, a status line; and the windows
 /// of the other forms as they are shown. Closing it ends the program.
@@ -32,14 +35,17 @@ private:
     void makeMenus();
     QAction* menuItem(QMenu& menu, forms::MenuItem& item);
     void formShown(forms::Form& form);
+    FormDialog* makeDialog(forms::Form& form);
     void updateStatus();
+    void followRun();
 
     Program& program_;
     Binder binder_;
     MainView* view_;
     QLabel* bus_;
-    std::array<Subscription, 3> subscriptions_;
-    ConfigureView* configure_ = nullptr;
+    RunProgressView* progress_ = nullptr; ///< made for the first run
+    std::array<Subscription, 4> subscriptions_;
+    std::map<const forms::Form*, FormDialog*> dialogs_; ///< those that were shown
 };
 
 } // namespace bitlux::gui

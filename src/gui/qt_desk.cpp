@@ -3,6 +3,9 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QTimer>
+
+#include <chrono>
 
 namespace bitlux::gui {
 
@@ -26,6 +29,8 @@ QMessageBox::Icon iconOf(MessageBox::Icon icon) {
         return QMessageBox::Question;
     case MessageBox::Icon::Exclamation:
         return QMessageBox::Warning;
+    case MessageBox::Icon::Information:
+        return QMessageBox::Information;
     case MessageBox::Icon::None:
         break;
     }
@@ -100,6 +105,24 @@ void QtEventLoop::turn() {
         return;
     QCoreApplication::processEvents();
     lastTurn_ = clock_.nanoseconds();
+}
+
+void QtEventLoop::waitForEvents(std::int64_t nanoseconds) {
+    if (nanoseconds > polledStretch) {
+        using namespace std::chrono;
+        QTimer wake;
+        wake.setTimerType(Qt::PreciseTimer);
+        wake.setSingleShot(true);
+        wake.start(
+            duration_cast<milliseconds>(std::chrono::nanoseconds(nanoseconds - polledStretch)));
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        lastTurn_ = clock_.nanoseconds();
+        return;
+    }
+    // A timer may come late by more than the deadline allows.
+    const std::int64_t end = clock_.nanoseconds() + nanoseconds;
+    while (clock_.nanoseconds() < end)
+        turn();
 }
 
 } // namespace bitlux::gui

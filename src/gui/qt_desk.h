@@ -40,7 +40,10 @@ class QtEventLoop : public EventLoop {
 public:
     static constexpr std::int64_t shortestTurn = 1'000'000; ///< nanoseconds
 
+    static constexpr std::int64_t polledStretch = 2'000'000; ///< nanoseconds before a deadline
+
     void turn() override;
+    void waitForEvents(std::int64_t nanoseconds) override;
 
 private:
     SystemClock clock_;

@@ -24,8 +24,8 @@ public:
 };
 
 /// The toolkit's style, with some things drawn plainly that it takes from pictures or paints at
-/// length: frames, tabs, and the arrow of a menu bar, which is hardly ever seen. Drawn they are
-/// crisp at any scale, and the readers of image formats need not be loaded for them.
+/// length: frames, tabs, buttons, fields, and the arrow of a menu bar, which is hardly ever seen.
+/// Drawn they are crisp at any scale, and the readers of image formats need not be loaded for them.
 class Style : public QProxyStyle {
 public:
     Style() : QProxyStyle("Fusion") {}
@@ -43,6 +43,10 @@ public:
             drawGroupFrame(*option, *painter, widget);
         else if (element == PE_Frame)
             drawFrame(*option, *painter);
+        else if (element == PE_PanelButtonCommand)
+            drawButton(*option, *painter);
+        else if (element == PE_PanelLineEdit)
+            drawField(*option, *painter);
         else
             QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
@@ -53,6 +57,21 @@ public:
             drawTab(*option, *painter);
         else
             QProxyStyle::drawControl(element, option, painter, widget);
+    }
+
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                            QPainter* painter, const QWidget* widget) const override {
+        if (control == CC_ComboBox)
+            drawComboBox(*option, *painter, widget);
+        else
+            QProxyStyle::drawComplexControl(control, option, painter, widget);
+    }
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* result) const override {
+        if (hint == SH_Widget_Animation_Duration)
+            return 0; // nothing glides
+        return QProxyStyle::styleHint(hint, option, widget, result);
     }
 
 private:
@@ -68,6 +87,58 @@ private:
         painter.setPen(lineColor(option));
         painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
         painter.restore();
+    }
+
+    /// A surface with a thin line around it, which tells where the focus is.
+    static void drawPanel(const QStyleOption& option, QPainter& painter, const QColor& surface,
+                          bool marked) {
+        constexpr qreal radius = 2.5;
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setBrush(surface);
+        painter.setPen(marked ? option.palette.color(QPalette::Highlight) : lineColor(option));
+        painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+        painter.restore();
+    }
+
+    static void drawButton(const QStyleOption& option, QPainter& painter) {
+        const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
+        const bool isDefault =
+            button != nullptr && (button->features & QStyleOptionButton::DefaultButton) != 0;
+        QColor surface = option.palette.color(QPalette::Button);
+        if ((option.state & (State_Sunken | State_On)) != 0)
+            surface = option.palette.color(QPalette::AlternateBase);
+        else if ((option.state & (State_MouseOver)) != 0 && (option.state & State_Enabled) != 0)
+            surface = surface.lighter(isDark() ? 115 : 102);
+        drawPanel(option, painter, surface, isDefault || isFocused(option));
+    }
+
+    static void drawField(const QStyleOption& option, QPainter& painter) {
+        const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(&option);
+        const QColor surface = option.palette.color(QPalette::Base);
+        if (frame != nullptr && frame->lineWidth == 0) // within something that has a frame
+            painter.fillRect(option.rect, surface);
+        else
+            drawPanel(option, painter, surface, (option.state & State_HasFocus) != 0);
+    }
+
+    void drawComboBox(const QStyleOptionComplex& option, QPainter& painter,
+                      const QWidget* widget) const {
+        const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(&option);
+        const bool editable = combo != nullptr && combo->editable;
+        drawPanel(option, painter,
+                  option.palette.color(editable ? QPalette::Base : QPalette::Button),
+                  (option.state & State_HasFocus) != 0);
+        QStyleOption arrow(option);
+        arrow.rect = subControlRect(CC_ComboBox, &option, SC_ComboBoxArrow, widget);
+        constexpr int size = 9;
+        arrow.rect = QRect(arrow.rect.center() - QPoint(size / 2, size / 2 - 1), QSize(size, size));
+        QProxyStyle::drawPrimitive(PE_IndicatorArrowDown, &arrow, &painter, widget);
+    }
+
+    static bool isFocused(const QStyleOption& option) {
+        return (option.state & State_HasFocus) != 0 &&
+               (option.state & State_KeyboardFocusChange) != 0;
     }
 
     /// The selected tab has a line below it, the one under the pointer a tint.
@@ -161,6 +232,12 @@ QFont fixedFont() {
     font.setFamilies({"DejaVu Sans Mono", "monospace"});
     font.setStyleHint(QFont::Monospace);
     return font;
+}
+
+QFont scaled(const QFont& font, qreal factor) {
+    QFont result = font;
+    result.setPointSizeF(font.pointSizeF() * factor);
+    return result;
 }
 
 } // namespace bitlux::gui

@@ -14,5 +14,6 @@ void applyTheme(bool dark);
 
 /// For words, addresses and the log.
 [[nodiscard]] QFont fixedFont();
+[[nodiscard]] QFont scaled(const QFont& font, qreal factor);
 
 } // namespace bitlux::gui

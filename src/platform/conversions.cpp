@@ -42,6 +42,22 @@ double outOfRange(std::string_view number) {
     return value;
 }
 
+/// from_chars also reads "inf" and "nan"; a number here begins with a digit or a point.
+bool beginsNumber(std::string_view text) {
+    const std::size_t first = !text.empty() && (text[0] == '-' || text[0] == '+') ? 1 : 0;
+    return first < text.size() &&
+           (std::isdigit(static_cast<unsigned char>(text[first])) != 0 || text[first] == '.');
+}
+
+template <typename Integer>
+Integer rounded(double value) {
+    const double nearest = std::nearbyint(value); // the default mode takes ties to even
+    if (!(nearest >= std::numeric_limits<Integer>::min() &&
+          nearest <= std::numeric_limits<Integer>::max()))
+        throw Failure(Failure::Kind::Overflow, "Overflow");
+    return static_cast<Integer>(nearest);
+}
+
 } // namespace
 
 double val(std::string_view text) {
@@ -54,10 +70,7 @@ double val(std::string_view text) {
         if (letter == 'O')
             return parseInteger(rest.substr(2), 8);
     }
-    // from_chars also reads "inf" and "nan"; a number here begins with a digit or a point.
-    const std::size_t first = !rest.empty() && (rest[0] == '-' || rest[0] == '+') ? 1 : 0;
-    if (first >= rest.size() ||
-        (std::isdigit(static_cast<unsigned char>(rest[first])) == 0 && rest[first] != '.'))
+    if (!beginsNumber(rest))
         return 0;
     if (rest[0] == '+') // from_chars takes no plus sign
         rest.remove_prefix(1);
@@ -66,12 +79,25 @@ double val(std::string_view text) {
     return error == std::errc::result_out_of_range ? outOfRange(rest) : value;
 }
 
+double toNumber(std::string_view text) {
+    std::string_view rest = text;
+    if (beginsNumber(text)) {
+        if (rest[0] == '+')
+            rest.remove_prefix(1);
+        double value = 0;
+        const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), value);
+        if (end == rest.data() + rest.size() && error != std::errc::invalid_argument)
+            return error == std::errc::result_out_of_range ? outOfRange(rest) : value;
+    }
+    throw Failure(Failure::Kind::Conversion, "Type mismatch: the text is no number");
+}
+
 std::int16_t toInt16(double value) {
-    const double rounded = std::nearbyint(value); // the default mode takes ties to even
-    if (!(rounded >= std::numeric_limits<std::int16_t>::min() &&
-          rounded <= std::numeric_limits<std::int16_t>::max()))
-        throw Failure(Failure::Kind::Overflow, "Overflow");
-    return static_cast<std::int16_t>(rounded);
+    return rounded<std::int16_t>(value);
+}
+
+std::int32_t toInt32(double value) {
+    return rounded<std::int32_t>(value);
 }
 
 std::string hex(std::uint64_t value) {

@@ -11,8 +11,14 @@ namespace bitlux {
 /// A number beyond the range of a double raises Failure (Overflow).
 double val(std::string_view text);
 
-/// Rounds to the nearest integer, ties to even, into 16 bits; raises Failure (Overflow) beyond.
+/// The number that the whole text stands for, as "12.5" or "1e3". A text that is no number, also
+/// one with blanks, raises Failure (Conversion), one beyond the range of a double Failure
+/// (Overflow).
+double toNumber(std::string_view text);
+
+/// Round to the nearest integer, ties to even; raise Failure (Overflow) beyond the range.
 std::int16_t toInt16(double value);
+std::int32_t toInt32(double value);
 
 /// Upper-case hexadecimal without leading zeros; "0" for 0.
 std::string hex(std::uint64_t value);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -13,7 +14,7 @@ inline constexpr const char* lineBreak = "\r\n";
 
 struct MessageBox {
     enum class Buttons { Ok, OkCancel, YesNo };
-    enum class Icon { None, Question, Exclamation };
+    enum class Icon { None, Question, Exclamation, Information };
     enum class Answer { Ok, Cancel, Yes, No };
 
     std::string text;
@@ -90,6 +91,9 @@ public:
     virtual ~EventLoop() = default;
     /// Delivers what is pending and returns; handlers of any form may run inside.
     virtual void turn() = 0;
+    /// Sleeps until something was delivered or so many nanoseconds are over, and then returns, at
+    /// most a millisecond late.
+    virtual void waitForEvents(std::int64_t nanoseconds) = 0;
 };
 
 /// What a program meets its user with; all of it outlives the program.

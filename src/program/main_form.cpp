@@ -21,6 +21,15 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
                          .run = run,
                          .commands = commands,
                          .boxes = parts.desk.boxes}),
+      quickCommands(*this, {.session = parts.session,
+                            .commands = commands,
+                            .singleWord = singleWord,
+                            .run = run,
+                            .boxes = parts.desk.boxes}),
+      editor(*this, commands, run),
+      batches(
+          *this,
+          {.session = parts.session, .commands = commands, .run = run, .boxes = parts.desk.boxes}),
       extraPins(*this, {.session = parts.session,
                         .pins = parts.pins,
                         .engine = parts.engine,
@@ -29,8 +38,18 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
                         .commands = commands,
                         .singleWord = singleWord,
                         .boxes = parts.desk.boxes}),
+      multiple(*this, {.session = parts.session,
+                       .engine = parts.engine,
+                       .commands = commands,
+                       .log = log,
+                       .run = run,
+                       .extraPins = extraPins,
+                       .boxes = parts.desk.boxes,
+                       .loop = parts.desk.loop,
+                       .clock = parts.clock}),
       tabs(*this, {.session = parts.session, .run = run, .labelMainTitle = labelMainTitle}) {
     run.sendSingle = [this] { singleWord.DoSPISingle(); };
+    run.sendMultiple = [this] { multiple.DoSPIMultiple(); };
     run.hasCommands = [this] { return commands.hasCommands(); };
     log.stopContinuous = [this] { run.cmdStopContinuous_Click(); };
     Command1.hide();

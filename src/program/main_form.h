@@ -1,11 +1,16 @@
 #pragma once
 
+#include "platform/clock.h"
 #include "platform/desk.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
 #include "program/main_tabs.h"
+#include "sending/batches.h"
+#include "sending/command_editor.h"
 #include "sending/command_lists.h"
 #include "sending/extra_pin_rows.h"
+#include "sending/multiple_run.h"
+#include "sending/quick_commands.h"
 #include "sending/run_controls.h"
 #include "sending/session_log.h"
 #include "sending/single_word_page.h"
@@ -28,6 +33,7 @@ public:
         WordEngine& engine;
         DongleLink& dongle;
         const Desk& desk;
+        const Clock& clock;
     };
 
     MainForm(forms::FormSet& set, const Parts& parts);
@@ -50,7 +56,11 @@ public:
     CommandLists commands;
     SessionLog log;
     SingleWordPage singleWord;
+    QuickCommands quickCommands;
+    CommandEditor editor;
+    Batches batches;
     ExtraPinRows extraPins;
+    MultipleRun multiple;
     MainTabs tabs;
 };
 

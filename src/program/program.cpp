@@ -25,7 +25,8 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                                                                         .pins = pins_,
                                                                         .engine = engine_,
                                                                         .dongle = dongle_,
-                                                                        .desk = desk_});
+                                                                        .desk = desk_,
+                                                                        .clock = clock_});
           },
           [this](MainForm& form) {
               registerProcedures(form);
@@ -51,7 +52,19 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                       .resetTabs = [&form] { form.tabs.ResetTabs(); },
                       .addPartTab = [&form](std::int32_t part) { form.tabs.addPartTab(part); }});
           },
-          [](ConfigureDialog& dialog) { dialog.call("Form_Load"); }) {
+          [](ConfigureDialog& dialog) { dialog.call("Form_Load"); }),
+      saveBatch_(
+          forms_, "frmSaveBatch",
+          [this] {
+              return std::make_unique<SaveBatchForm>(forms_, mainForm_->batches, desk_.boxes);
+          },
+          [](SaveBatchForm& form) { form.call("Form_Load"); }),
+      addWait_(
+          forms_, "frmAddWait",
+          [this] {
+              return std::make_unique<AddWaitForm>(forms_, mainForm_->commands, desk_.boxes);
+          },
+          [](AddWaitForm& form) { form.call("Form_Load"); }) {
     options_.useUsb = [this] { return dialog_->ChkSerialPort.checked(); };
     options_.logForever = [this] { return dialog_->optLogForever.value(); };
     for (Event<>* failed : {&engine_.sendFailed, &dongle_.failed})
@@ -97,6 +110,8 @@ void Program::registerProcedures(MainForm& form) {
         form.run.cmdStopContinuous_Click();
         exitRequested.raise();
     });
+    form.batches.showSaveBatch = [this] { saveBatch_->setVisible(true); };
+    form.editor.showAddWait = [this] { addWait_->setVisible(true); };
     form.tabs.startUsb = [this] { Start_USB(); };
     form.procedure("itemUpdateDongle_Click", [this] { itemUpdateDongle_Click(); });
     form.procedure("Start_USB", [this] { Start_USB(); });
@@ -180,6 +195,7 @@ void Program::end() {
         return;
     running_ = false;
     mainForm_->run.cmdStopContinuous_Click();
+    mainForm_->multiple.abandon();
     dongle_.close();
     restPins();
 }

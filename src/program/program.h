@@ -6,6 +6,8 @@
 #include "platform/forms/form_set.h"
 #include "platform/hardware.h"
 #include "program/main_form.h"
+#include "sending/add_wait_form.h"
+#include "sending/save_batch_form.h"
 #include "session/live_options.h"
 #include "session/session.h"
 #include "transfer/pin_layer.h"
@@ -45,6 +47,8 @@ public:
     [[nodiscard]] const WordEngine& engine() const { return engine_; }
     [[nodiscard]] MainForm& mainForm() { return *mainForm_; }
     [[nodiscard]] ConfigureDialog& dialog() { return *dialog_; }
+    [[nodiscard]] SaveBatchForm& saveBatchForm() { return *saveBatch_; }
+    [[nodiscard]] AddWaitForm& addWaitForm() { return *addWait_; }
 
 private:
     void registerProcedures(MainForm& form);
@@ -64,6 +68,8 @@ private:
     WordEngine engine_;
     forms::FormSlot<MainForm> mainForm_;
     forms::FormSlot<ConfigureDialog> dialog_;
+    forms::FormSlot<SaveBatchForm> saveBatch_;
+    forms::FormSlot<AddWaitForm> addWait_;
     bool running_ = false;
     bool searching_ = false;
 };

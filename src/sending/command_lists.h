@@ -6,6 +6,8 @@
 #include "platform/forms/text_lines.h"
 
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace bitlux {
 
@@ -19,6 +21,17 @@ public:
     bool hasCommands();
     /// Adds a line to the end of the commands to send.
     void addToSend(const std::string& line);
+    /// Other commands to send than before; none is selected.
+    void setToSend(std::vector<std::string> lines);
+    /// Takes a line, or all lines of a text, out of the commands to send.
+    void removeToSend(std::size_t index);
+    void removeAllToSend(const std::string& text);
+    /// Exchanges the selected line with another one, and the selection goes with it.
+    void moveSelectedToSend(int to);
+    [[nodiscard]] const std::vector<std::string>& toSend() const { return toSend_->all(); }
+
+    /// Other names of Quick Commands than before, in both lists; none is selected.
+    void setNames(std::vector<std::string> names);
     /// Empties all three.
     void clear();
     /// The word on the single-word page is no stored command any more.
@@ -26,12 +39,11 @@ public:
 
 private:
     MessageBoxes& boxes_;
-    std::shared_ptr<forms::TextLines> available_ = std::make_shared<forms::TextLines>();
     std::shared_ptr<forms::TextLines> toSend_ = std::make_shared<forms::TextLines>();
 
 public:
     forms::ComboBox cmbMasterQCList;
-    forms::ListBox lstCommandsAvailable;
+    forms::ListBox lstCommandsAvailable; ///< the same names
     forms::ListBox lstCommandsToSend;
 };
 

@@ -119,7 +119,7 @@ void ExtraPinRows::setNow(int index, bool high) {
         parts_.run.cmdStopContinuous_Click();
         return;
     }
-    parts_.log.logPin(fmt::format("Set {}: {}", levelName(high), name), parts_.run.continuous());
+    parts_.log.logNote(fmt::format("Set {}: {}", levelName(high), name), parts_.run.continuous());
     if (parts_.run.cmdSendOnce.enabled() && parts_.run.cmdSendOnce.visible())
         parts_.run.cmdSendOnce.setFocus();
 }

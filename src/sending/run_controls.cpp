@@ -47,6 +47,7 @@ void RunControls::sendOnce(const std::function<void()>& send) {
     cmdSendContinuous.disable();
     cmdSendOnce.hide();
     cmdCancelSingle.show();
+    pass_ = 1;
     try {
         send();
     } catch (...) { // a failure must not leave the buttons without a Send
@@ -60,8 +61,10 @@ void RunControls::cmdSendContinuous_Click() {
     cmdSendContinuous.hide();
     cmdSendOnce.disable();
     cmdStopContinuous.show();
+    pass_ = 0;
     try {
         while (cmdStopContinuous.visible()) {
+            ++pass_;
             sendPass();
             if (session_.SessionLogEnabled == ConstOn &&
                 session_.ContinuousLogCount <= session_.ContinuousLogLimit)
@@ -92,6 +95,16 @@ void RunControls::cmdStopContinuous_Click() {
     cmdSendOnce.enable();
     cmdSendContinuous.show();
     session_.ContinuousLogCount = 1;
+}
+
+void RunControls::sendOnceIfOffered() {
+    if (cmdSendOnce.enabled() && cmdSendOnce.visible())
+        cmdSendOnce_Click();
+}
+
+bool RunControls::idle() const {
+    return (cmdSendContinuous.enabled() && cmdSendContinuous.visible()) ||
+           (cmdSendOnce.enabled() && cmdSendOnce.visible());
 }
 
 void RunControls::cmdCancelSingle_Click() {

@@ -27,9 +27,16 @@ public:
     /// Ends a continuous run; harmless when nothing runs.
     void cmdStopContinuous_Click();
     void cmdCancelSingle_Click();
+    /// Sends once when its button offers it.
+    void sendOnceIfOffered();
 
     /// While a continuous run is on its button is hidden.
     [[nodiscard]] bool continuous() const { return !cmdSendContinuous.visible(); }
+    /// Either Send button can be pressed: nothing runs, or what runs was told to stop.
+    [[nodiscard]] bool idle() const;
+    /// The number of the present pass, or of the last one: from 1 in a continuous run, 1 in a
+    /// single one.
+    [[nodiscard]] int pass() const { return pass_; }
 
 private:
     void sendOnce(const std::function<void()>& send);
@@ -37,6 +44,7 @@ private:
 
     Session& session_;
     EventLoop& loop_;
+    int pass_ = 0;
 
 public:
     forms::Button cmdSendOnce;

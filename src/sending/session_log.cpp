@@ -88,9 +88,20 @@ void SessionLog::logWord(bool continuous, PlaceInPass place) {
         addNote("Continuous Send Log Suspended");
 }
 
-void SessionLog::logPin(const std::string& text, bool continuous) {
-    if (session_.SessionLogEnabled == ConstOn && (!continuous || takesContinuous()))
+void SessionLog::logLine(const std::string& text, bool continuous) {
+    if (!takesText(continuous))
+        return;
+    lines_->addText(text);
+    moveToLastLine();
+}
+
+void SessionLog::logNote(const std::string& text, bool continuous) {
+    if (takesText(continuous))
         addNote(text);
+}
+
+bool SessionLog::takesText(bool continuous) const {
+    return session_.SessionLogEnabled == ConstOn && (!continuous || takesContinuous());
 }
 
 bool SessionLog::takesContinuous() const {

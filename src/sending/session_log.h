@@ -34,8 +34,10 @@ public:
     /// Adds a word that a driver has sent, by the rules of single and continuous sending;
     /// `continuous` tells whether a continuous run is on. Nothing while the log is off.
     void logWord(bool continuous, PlaceInPass place = {});
-    /// Adds a change of an extra pin, by the same rules.
-    void logPin(const std::string& text, bool continuous);
+    /// Adds a text that is no word, by the same rules.
+    void logLine(const std::string& text, bool continuous);
+    /// The same and an empty line behind it.
+    void logNote(const std::string& text, bool continuous);
     /// True when the log is on and has no room for a further word.
     [[nodiscard]] bool full() const;
     void clear();
@@ -51,6 +53,7 @@ public:
 
 private:
     [[nodiscard]] bool takesContinuous() const;
+    [[nodiscard]] bool takesText(bool continuous) const;
     void addNote(const std::string& text);
     void linesChanged();
     void moveToLastLine();

@@ -144,7 +144,7 @@ void SingleWordPage::DoSPISingle() {
                            lineBreak));
         return;
     }
-    if (session_.DisplayHex == 1 && !takeHexEntry())
+    if (session_.DisplayHex == 1 && !takeHexEntry("Nothing to send!"))
         return;
     session_.WordToSend = session_.SingleWordBits;
     parts_.engine.SendSPI();
@@ -152,10 +152,10 @@ void SingleWordPage::DoSPISingle() {
         parts_.log.logWord(parts_.run.continuous());
 }
 
-bool SingleWordPage::takeHexEntry() {
+bool SingleWordPage::takeHexEntry(const char* whenEmpty) {
     const std::string& text = txtHexWordToSend.text();
     if (text.empty()) {
-        refuse("Nothing to send!");
+        refuse(whenEmpty);
         return false;
     }
     if (!std::all_of(text.begin(), text.end(), [](char c) { return hexDigit(c) >= 0; })) {

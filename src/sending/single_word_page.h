@@ -34,6 +34,9 @@ public:
     /// Sends the word of the page once: checks the log and the entry, sends, shows, logs. Every
     /// refusal shows its message and ends a continuous run.
     void DoSPISingle();
+    /// Takes over the hexadecimal entry into SingleWordBits and pads it. False after a message,
+    /// which also ends a continuous run; `whenEmpty` is the one for an empty entry.
+    bool takeHexEntry(const char* whenEmpty);
     /// Brings the page into line with SPIWordLength and DisplayHex; clears the word.
     void AdjustSPILabels();
     /// Sets the length of the coming words, as panels do; the word to send is made anew.
@@ -46,7 +49,6 @@ public:
     void cmdAll1Single_Click();
 
 private:
-    bool takeHexEntry();
     [[nodiscard]] bool fits(const std::string& text);
     void padHexEntry();
     void setSingleWordBitsFromHex();

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -35,8 +36,13 @@ public:
     /// Element i is bit i; noBit for what is not there. Valid until the table changes.
     [[nodiscard]] std::span<const std::int16_t> bits(std::size_t row) const;
 
+    /// The last row of this name.
+    [[nodiscard]] std::optional<std::size_t> lastRowNamed(std::string_view name) const;
+
     /// Adds a free row at the end.
     void addRow();
+    /// Takes a row out. At least two exist.
+    void removeRow(std::size_t row);
     /// Gives the last row a name; an earlier one is replaced.
     void nameLastRow(std::string_view name);
     /// Gives a row its bits, at least wordLength() of them; further ones are not taken.
@@ -44,11 +50,17 @@ public:
 
 private:
     void requireRow(std::size_t row) const;
+    void makeIndex() const;
+    /// Where the index holds a row of this name, or the free slot where it would.
+    [[nodiscard]] std::size_t slotOf(std::string_view name) const;
 
     std::size_t wordLength_ = 0;
     std::vector<std::int16_t> bits_; ///< row after row
     std::string names_;              ///< row after row
     std::vector<std::size_t> nameEnds_;
+    // Rows by the hashes of their names, a row plus one or 0; a power of two of them, at least
+    // half free. None after a change of names, until somebody asks.
+    mutable std::vector<std::size_t> slots_;
 };
 
 } // namespace bitlux

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "session/batch_lists.h"
 #include "session/flag.h"
 #include "session/port_pins.h"
 #include "session/quick_command_table.h"
@@ -91,6 +92,9 @@ struct Session {
     // Named words
     bitlux::QuickCommandTable QuickCommandTable;
     Flag QuickCommandTableEmpty = ConstOn;
+    BatchLists lstBatchList;
+    /// One more than there are Batches.
+    [[nodiscard]] int BatchCount() const { return lstBatchList.count() + 1; }
 
     // Session Log
     Flag SessionLogEnabled = ConstOn;

@@ -117,12 +117,18 @@ TEST_F(Forms, BindsProceduresToControlsByName) {
         ran.push_back("key " + std::to_string(static_cast<int>(code)));
     });
     note("Compute");
+    note("lstLog_Click");
+    note("lstLog_DblClick");
     form.cmdSend.click();
     form.cmdBit(2).click();
     form.cmdBit(0).click();
     form.txtWord.key(KeyCode::Enter);
-    form.cmdSendAll.click(); // has no handler
-    EXPECT_EQ(takeRan(), (Strings{"CMDSEND_Click", "bit 2", "bit 0", "key 13"}));
+    form.lstLog.doubleClick();
+    form.cmbBits.doubleClick(); // has no handler
+    form.cmdSendAll.click();    // nor has this
+    EXPECT_EQ(takeRan(), (Strings{"CMDSEND_Click", "bit 2", "bit 0", "key 13", "lstLog_DblClick"}));
+    form.lstLog.disable();
+    EXPECT_THROW(form.lstLog.doubleClick(), Unreachable);
     EXPECT_THROW(note("cmdSent_Click"), std::logic_error);
 
     form.call("Compute");
@@ -186,13 +192,17 @@ TEST_F(Forms, ComboBoxesKeepTextAndSelectionTogether) {
     };
     const Case cases[] = {
         {"select", [](ComboBox& box) { box.select(1); }, 1, "16"},
-        {"edit to an item", [](ComboBox& box) { box.edit("24"); }, 2, "24"},
+        {"edit to the text of an item", [](ComboBox& box) { box.edit("24"); }, -1, "24"},
         {"edit to no item", [](ComboBox& box) { box.edit("17"); }, -1, "17"},
         {"select nothing again", [](ComboBox& box) { box.setListIndex(-1); }, -1, "17"},
         {"assign an item", [](ComboBox& box) { box.setText("8"); }, 0, "8"},
         {"take the selection away", [](ComboBox& box) { box.setListIndex(-1); }, -1, ""},
         {"add and assign", [](ComboBox& box) { box.addItem("32"), box.setText("32"); }, 3, "32"},
-        {"clear", [](ComboBox& box) { box.clear(); }, -1, ""}};
+        {"remove an item before", [](ComboBox& box) { box.removeItem(0); }, 2, "32"},
+        {"remove the item", [](ComboBox& box) { box.removeItem(2); }, -1, ""},
+        {"select and type", [](ComboBox& box) { box.select(0), box.edit("9"); }, -1, "9"},
+        {"other items", [](ComboBox& box) { box.setItems({"9"}); }, -1, ""},
+        {"clear", [](ComboBox& box) { box.select(0), box.clear(); }, -1, ""}};
     for (const Case& c : cases) {
         c.act(form.cmbBits);
         EXPECT_EQ(form.cmbBits.listIndex(), c.listIndex) << c.action;
@@ -208,6 +218,7 @@ TEST_F(Forms, RefuseValuesThatDoNotExist) {
         {"check box -1", [this] { form.chkLog.setValue(-1); }},
         {"combo box entry 3", [this] { form.cmbList.setListIndex(3); }},
         {"combo box entry -2", [this] { form.cmbList.setListIndex(-2); }},
+        {"removed combo box entry 3", [this] { form.cmbList.removeItem(3); }},
         {"combo box text", [this] { form.cmbList.setText("17"); }},
         {"list line 1", [this] { form.lstLog.setListIndex(1); }},
         {"list line -2", [this] { form.lstLog.setListIndex(-2); }},

@@ -40,6 +40,13 @@ void Control::key(KeyCode code) {
     });
 }
 
+void Control::raiseDoubleClick() {
+    byHand("DblClick", [this] {
+        if (onDoubleClick_)
+            onDoubleClick_();
+    });
+}
+
 void Control::touch() {
     if (!dirty_) {
         dirty_ = true;

@@ -78,6 +78,7 @@ public:
 
     // Set by Form::procedure.
     void setClickHandler(ClickHandler handler) { onClick_ = std::move(handler); }
+    void setDoubleClickHandler(ClickHandler handler) { onDoubleClick_ = std::move(handler); }
     void setKeyHandler(KeyHandler handler) { onKey_ = std::move(handler); }
 
 protected:
@@ -100,6 +101,9 @@ protected:
             onClick_();
     }
 
+    /// A double click by hand; the clicks it is made of are told before.
+    void raiseDoubleClick();
+
     /// Runs what a user's hand started: refused when the control is hidden or disabled, and a
     /// failure inside ends in a box (FormSet::perform).
     void byHand(std::string_view event, const std::function<void()>& action);
@@ -111,6 +115,7 @@ private:
     std::string name_;
     std::string tooltip_;
     ClickHandler onClick_;
+    ClickHandler onDoubleClick_;
     KeyHandler onKey_;
     std::optional<int> index_;
     Kind kind_;

@@ -78,10 +78,23 @@ void ComboBox::addItem(std::string item) {
     touch();
 }
 
-void ComboBox::clear() {
-    items_.clear();
+void ComboBox::setItems(std::vector<std::string> items) {
+    items_ = std::move(items);
     text_.clear();
     listIndex_ = -1;
+    touch();
+}
+
+void ComboBox::removeItem(int index) {
+    if (index < 0 || index >= static_cast<int>(items_.size()))
+        failOutOfRange(*this, fmt::format("The entry {}", index));
+    items_.erase(items_.begin() + index);
+    if (listIndex_ == index) {
+        listIndex_ = -1;
+        text_.clear();
+    } else if (listIndex_ > index) {
+        --listIndex_;
+    }
     touch();
 }
 
@@ -102,12 +115,21 @@ void ComboBox::setText(const std::string& text) {
     }
     if (style_ == Style::List)
         failOutOfRange(*this, fmt::format("The entry \"{}\"", text));
-    listIndex_ = -1;
+    setEditText(text);
+}
+
+void ComboBox::setEditText(const std::string& text) {
+    assign(listIndex_, -1);
     assign(text_, text);
 }
 
 void ComboBox::edit(const std::string& text) {
-    byHand("Change", [this, &text] { setText(text); });
+    byHand("Change", [this, &text] {
+        if (style_ == Style::Editable)
+            setEditText(text);
+        else
+            setText(text);
+    });
 }
 
 void ComboBox::select(int index) {

@@ -134,8 +134,13 @@ public:
     [[nodiscard]] Style style() const { return style_; }
     [[nodiscard]] const std::vector<std::string>& items() const { return items_; }
     void addItem(std::string item);
+    /// Other items than before; nothing is selected, and the text is empty.
+    void setItems(std::vector<std::string> items);
+    /// Raises Failure (OutOfRange) beyond the last. The text goes with a selected item; no handler
+    /// runs.
+    void removeItem(int index);
     /// Removes all items and the selection.
-    void clear();
+    void clear() { setItems({}); }
 
     [[nodiscard]] int listIndex() const { return listIndex_; }
     /// -1 to the last item; anything else raises Failure (OutOfRange). The text follows a
@@ -147,9 +152,13 @@ public:
     /// raises Failure (OutOfRange).
     void setText(const std::string& text);
 
-    /// The same by hand.
+    /// Text in the edit field, which selects nothing and runs no handler.
+    void setEditText(const std::string& text);
+
+    /// What the user's hand types into an editable box, or chooses by its text in a list.
     void edit(const std::string& text);
     void select(int index);
+    void doubleClick() { raiseDoubleClick(); }
 
 private:
     std::vector<std::string> items_;
@@ -176,6 +185,7 @@ public:
 
     /// The same by hand.
     void select(int index);
+    void doubleClick() { raiseDoubleClick(); }
 
     /// To be called by whoever changed the lines.
     void linesChanged();

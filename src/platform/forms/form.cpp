@@ -79,6 +79,8 @@ void Form::procedure(const std::string& name, std::function<void()> body) {
     for (const char* event : {"_Click", "_Timer"})
         for (Control* control : served(name, event))
             control->setClickHandler(body);
+    for (Control* control : served(name, "_DblClick"))
+        control->setDoubleClickHandler(body);
     procedures_[name] = std::move(body);
 }
 

@@ -17,8 +17,8 @@ class FormSet;
 /// code its controls may be members of several parts, each of which is handed the form.
 ///
 /// Controls register themselves when they are made. Procedures are registered by name; one named
-/// CONTROL_Click, CONTROL_Timer or CONTROL_KeyDown (case does not matter) becomes the handler of
-/// that control, or of every element of that control array.
+/// CONTROL_Click, CONTROL_DblClick, CONTROL_Timer or CONTROL_KeyDown (case does not matter)
+/// becomes the handler of that control, or of every element of that control array.
 class Form {
 public:
     Form(FormSet& set, std::string name, std::string caption);

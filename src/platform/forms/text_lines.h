@@ -17,6 +17,16 @@ public:
 
     void add(std::string line) { lines_.push_back(std::move(line)); }
     void clear() { lines_.clear(); }
+    void assign(std::vector<std::string> lines) { lines_ = std::move(lines); }
+    [[nodiscard]] const std::vector<std::string>& all() const { return lines_; }
+
+    // Indexes are below size().
+    void remove(std::size_t index) {
+        lines_.erase(lines_.begin() + static_cast<std::ptrdiff_t>(index));
+    }
+    void swap(std::size_t one, std::size_t other) { std::swap(lines_[one], lines_[other]); }
+    /// Removes every line of this text.
+    void removeAll(const std::string& text) { std::erase(lines_, text); }
 
 private:
     std::vector<std::string> lines_;

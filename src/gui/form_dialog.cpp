@@ -1,0 +1,47 @@
+#include "gui/form_dialog.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+
+namespace bitlux::gui {
+
+FormDialog::FormDialog(forms::Form& form, forms::Button& cancel, Binder& binder, QWidget* parent)
+    : QDialog(parent), form_(form), cancel_(cancel), binder_(binder) {
+    setWindowTitle(QString::fromStdString(form.caption()));
+}
+
+void FormDialog::follow() {
+    setVisible(form_.visible());
+    if (form_.visible()) {
+        raise();
+        activateWindow();
+    }
+}
+
+QWidget* FormDialog::makeButtons(std::initializer_list<forms::Button*> controls) {
+    auto* row = new QWidget(this);
+    auto* buttons = new QHBoxLayout(row);
+    buttons->setContentsMargins(0, 0, 0, 0);
+    buttons->addStretch();
+    for (forms::Button* control : controls) {
+        auto* button = binder_.make<QPushButton>(*control, row);
+        button->setAutoDefault(control == *controls.begin());
+        buttons->addWidget(button);
+    }
+    return row;
+}
+
+void FormDialog::closeEvent(QCloseEvent* event) {
+    cancel_.click(); // hides this
+    event->accept(); // an ignored event would stop the end of the application
+}
+
+void FormDialog::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        cancel_.click();
+    else
+        QDialog::keyPressEvent(event);
+}
+
+} // namespace bitlux::gui

@@ -1,0 +1,42 @@
+#include "gui/run_row.h"
+
+#include <QGridLayout>
+#include <QPointer>
+#include <QVBoxLayout>
+
+namespace bitlux::gui {
+
+RunRow::RunRow(RunControls& run, Binder& binder, QWidget* parent) : QWidget(parent) {
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    // The two of a pair share a place, so that nothing moves when one takes over.
+    const std::array<forms::Button*, 4> controls{&run.cmdSendOnce, &run.cmdCancelSingle,
+                                                 &run.cmdSendContinuous, &run.cmdStopContinuous};
+    for (std::size_t i = 0; i < controls.size(); ++i) {
+        auto* button = binder.make<QPushButton>(*controls[i], this);
+        button->setMinimumWidth(button->fontMetrics().horizontalAdvance("Send Continuously") + 36);
+        button->setMinimumHeight(button->fontMetrics().height() + 14);
+        grid->addWidget(button, 0, static_cast<int>(i / 2));
+        buttons_[i] = button;
+    }
+    grid->setColumnStretch(2, 1);
+}
+
+void RunRow::moveTo(QWidget& place) {
+    if (parentWidget() == &place)
+        return;
+    const QPointer<QWidget> focused = window()->focusWidget(); // would lose the focus on the way
+    if (place.layout() == nullptr)
+        (new QVBoxLayout(&place))->setContentsMargins(0, 0, 0, 0);
+    place.layout()->addWidget(this);
+    show();
+    QWidget* before = &place;
+    for (QWidget* button : buttons_) {
+        QWidget::setTabOrder(before, button);
+        before = button;
+    }
+    if (focused != nullptr && isAncestorOf(focused))
+        focused->setFocus();
+}
+
+} // namespace bitlux::gui

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "platform/clock.h"
+#include "platform/desk.h"
+#include "platform/event.h"
+#include "platform/forms/form.h"
+#include "sending/command_line.h"
+#include "sending/command_lists.h"
+#include "sending/extra_pin_rows.h"
+#include "sending/run_controls.h"
+#include "sending/session_log.h"
+#include "session/session.h"
+#include "transfer/word_engine.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace bitlux {
+
+/// Where a run over the commands to send is.
+struct RunProgress {
+    std::size_t line = 0;                  ///< the line that is played, from 0
+    std::size_t lines = 0;                 ///< as many as there were at the start
+    int pass = 0;                          ///< from 1
+    std::optional<std::int64_t> waitUntil; ///< on the clock, in nanoseconds, during a wait
+};
+
+/// Plays the commands to send, from top to bottom.
+class MultipleRun {
+public:
+    /// What the run works with; all outlive it.
+    struct Parts {
+        Session& session;
+        WordEngine& engine;
+        CommandLists& commands;
+        SessionLog& log;
+        RunControls& run;
+        ExtraPinRows& extraPins;
+        MessageBoxes& boxes;
+        EventLoop& loop;
+        const Clock& clock;
+    };
+
+    MultipleRun(forms::Form& form, const Parts& parts);
+
+    /// Plays the list once. Words are sent one after the other; events are delivered in waits and
+    /// pauses alone, so that these are where Stop and Cancel count. A stopped wait is over, and the
+    /// lines behind it are still played. Lines that were removed meanwhile raise Failure
+    /// (OutOfRange).
+    void DoSPIMultiple();
+
+    /// Nothing while no run is on.
+    [[nodiscard]] const std::optional<RunProgress>& progress() const { return progress_; }
+    /// Nanoseconds that are left of the present wait, 0 without one.
+    [[nodiscard]] std::int64_t remainingWait() const;
+    /// A line, a wait or the run began or ended.
+    Event<> progressChanged;
+
+    /// Ends a run at the line it is at, its wait too; for the end of the program.
+    void abandon() { abandoned_ = true; }
+
+private:
+    class Shown;
+
+    /// False when the run ends with this line.
+    bool play(const std::string& line, PlaceInPass place);
+    bool send(const std::string& name, PlaceInPass place);
+    bool pause();
+    bool wait(std::string_view number, std::string_view unit);
+    void passTime(std::int64_t nanoseconds);
+    void setPins(const CommandTokens& tokens);
+    void setPin(forms::OptionButton& option, const CommandTokens& tokens, const char* already);
+    /// Shows a message and ends a continuous run; false.
+    bool refuse(const std::string& text);
+
+    Parts parts_;
+    Session& session_;
+    std::optional<RunProgress> progress_;
+    bool abandoned_ = false;
+};
+
+} // namespace bitlux
