@@ -1,0 +1,173 @@
+// Runs over Quick Commands on a port that costs nothing, and what it costs to change one command
+// among many. Every figure is a ratio of times of the same run.
+
+#include "null_port.h"
+#include "program_rig.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <fmt/format.h>
+
+namespace {
+
+using namespace bitlux;
+using perf::median;
+
+constexpr int commands = 10'000;
+constexpr int rounds = 15;
+constexpr double growthLimit = 11; // of ten times as much
+constexpr double lineLimit = 10;   // words
+constexpr double changeLimit = 4;  // copyings of all names
+
+std::string nameOf(int command) {
+    return fmt::format("Quick Command {:05}", command);
+}
+
+class Bench {
+public:
+    Bench() : rig_(*port_), form_(rig_.program.mainForm()) {
+        QuickCommandTable& table = rig_.program.session().QuickCommandTable;
+        const std::vector<std::int16_t> word(32, 1);
+        for (int i = 0; i < commands; ++i) {
+            if (i > 0)
+                table.addRow();
+            table.nameLastRow(nameOf(i));
+            table.setBits(table.rows() - 1, word);
+        }
+        rig_.program.session().QuickCommandTableEmpty = ConstOff;
+        form_.quickCommands.rebuildLists();
+    }
+
+    [[nodiscard]] double time(const std::function<void()>& action) const {
+        const std::int64_t start = rig_.clock.nanoseconds();
+        action();
+        return static_cast<double>(rig_.clock.nanoseconds() - start);
+    }
+
+    /// Plays as many lines, spread over the table, and logs them.
+    double timeOfRun(int lines) {
+        std::vector<std::string> toSend;
+        for (int i = 0; i < lines; ++i)
+            toSend.push_back(nameOf(static_cast<int>(i * 7919LL % commands)));
+        form_.commands.setToSend(std::move(toSend));
+        form_.log.clear();
+        return time([this] { form_.multiple.DoSPIMultiple(); });
+    }
+
+    double timeOfWord() {
+        rig_.program.session().WordToSend.assign(32, 1);
+        constexpr int words = 1000;
+        return time([this] {
+                   for (int i = 0; i < words; ++i)
+                       rig_.program.engine().SendSPI();
+               }) /
+               words;
+    }
+
+    /// Copies all names into two lists that are full.
+    double timeOfCopying() {
+        const std::vector<std::string> names = form_.commands.cmbMasterQCList.items();
+        std::vector<std::string> lists[] = {names, names};
+        return time([&] {
+            for (std::vector<std::string>& list : lists) {
+                list.clear();
+                for (const std::string& name : names)
+                    list.push_back(name);
+            }
+        });
+    }
+
+    double timeOfSaving() {
+        form_.commands.cmbMasterQCList.setEditText("one more");
+        return time([this] { form_.quickCommands.cmdSaveQC_Click(); });
+    }
+    double timeOfOverwriting() {
+        form_.commands.cmbMasterQCList.setEditText(nameOf(commands / 2));
+        rig_.desk.boxes.answer(MessageBox::Answer::Yes);
+        return time([this] { form_.quickCommands.cmdSaveQC_Click(); });
+    }
+    /// Deletes the last command, so that saving finds the table as it was.
+    double timeOfDeleting() {
+        form_.commands.cmbMasterQCList.setListIndex(commands);
+        return time([this] { form_.quickCommands.cmdDeleteQC_Click(); });
+    }
+
+private:
+    std::unique_ptr<ParallelPort> port_ = perf::makeNullPort();
+    perf::ProgramRig rig_;
+    MainForm& form_;
+};
+
+bool measureRuns(Bench& bench) {
+    std::vector<double> growth;
+    std::vector<double> line;
+    double microseconds = 0;
+    for (int round = 0; round < rounds; ++round) {
+        const double word = bench.timeOfWord();
+        const double tenth = bench.timeOfRun(commands / 10);
+        const double whole = bench.timeOfRun(commands);
+        growth.push_back(whole / tenth);
+        line.push_back(whole / commands / word);
+        microseconds = whole / commands / 1000;
+    }
+    fmt::print("runs: 10,000 lines over 10,000 Quick Commands take {:.1f} times as long as 1,000 "
+               "(at most {})\n",
+               median(growth), growthLimit);
+    fmt::print("runs: a line takes {:.1f} us, {:.1f} times a word of 32 bits alone (at most {})\n",
+               microseconds, median(line), lineLimit);
+    return median(growth) <= growthLimit && median(line) <= lineLimit;
+}
+
+bool measureChanges(Bench& bench) {
+    std::vector<double> saving;
+    std::vector<double> overwriting;
+    std::vector<double> deleting;
+    for (int round = 0; round < rounds; ++round) {
+        const double copying = bench.timeOfCopying();
+        saving.push_back(bench.timeOfSaving() / copying);
+        overwriting.push_back(bench.timeOfOverwriting() / copying);
+        deleting.push_back(bench.timeOfDeleting() / copying);
+    }
+    fmt::print("commands: among 10,000, saving one costs {:.2f} times the copying of all names "
+               "into two lists, overwriting {:.2f}, deleting {:.2f} (at most {})\n",
+               median(saving), median(overwriting), median(deleting), changeLimit);
+    return median(saving) <= changeLimit && median(overwriting) <= changeLimit &&
+           median(deleting) <= changeLimit;
+}
+
+/// Nanoseconds for a table that grows row by row.
+double timeOfGrowing(int rows) {
+    const SystemClock clock;
+    const std::int64_t start = clock.nanoseconds();
+    QuickCommandTable table;
+    table.recreate(32);
+    for (int i = 1; i < rows; ++i) {
+        table.addRow();
+        table.nameLastRow("Quick Command");
+    }
+    return static_cast<double>(clock.nanoseconds() - start);
+}
+
+bool measureGrowth() {
+    std::vector<double> growth;
+    for (int round = 0; round < rounds; ++round)
+        growth.push_back(timeOfGrowing(commands) / timeOfGrowing(commands / 10));
+    // Fresh memory is dearer the more of it there is; growth by copying would cost 100 times.
+    constexpr double limit = 25;
+    fmt::print("commands: growing the table to 10,000 rows takes {:.1f} times as long as to 1,000 "
+               "(at most {})\n",
+               median(growth), limit);
+    return median(growth) <= limit;
+}
+
+} // namespace
+
+int main() {
+    Bench bench;
+    const bool runs = measureRuns(bench);
+    const bool changes = measureChanges(bench);
+    const bool growth = measureGrowth();
+    return runs && changes && growth ? 0 : 1;
+}
