@@ -16,8 +16,8 @@ BatchView::BatchView(MainForm& form, Binder& binder, QWidget* parent)
     layout->setSpacing(10);
     layout->addWidget(makeLists(), 3);
     layout->addWidget(makeBatchRow());
-    runPlace_ = new QWidget(this);
-    layout->addWidget(runPlace_);
+    runPlace_.room = new QWidget(this);
+    layout->addWidget(runPlace_.room);
     layout->addWidget(new LogPinsView(form_, binder_, LogPinsView::Page::Batch, this), 2);
     flushed_ = binder_.flushed.follow([this] {
         const std::optional<RunProgress>& progress = form_.multiple.progress();
@@ -80,7 +80,9 @@ QWidget* BatchView::makeBatchRow() {
     row->addWidget(title);
     row->addWidget(names, 1);
     row->addWidget(binder_.make<QPushButton>(form_.batches.cmdSaveBatch, widget));
-    row->addWidget(binder_.make<QPushButton>(form_.batches.cmdDeleteBatch, widget));
+    auto* last = binder_.make<QPushButton>(form_.batches.cmdDeleteBatch, widget);
+    row->addWidget(last);
+    runPlace_.before = last;
     return widget;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "gui/binder.h"
+#include "gui/run_row.h"
 #include "program/main_form.h"
 
 #include <QWidget>
@@ -14,7 +15,7 @@ public:
     BatchView(MainForm& form, Binder& binder, QWidget* parent);
 
     /// Where the run buttons stand on this page.
-    [[nodiscard]] QWidget& runPlace() const { return *runPlace_; }
+    [[nodiscard]] const RunRow::Place& runPlace() const { return runPlace_; }
 
 private:
     QWidget* makeLists();
@@ -25,7 +26,7 @@ private:
     MainForm& form_;
     Binder& binder_;
     LogView* toSend_ = nullptr;
-    QWidget* runPlace_ = nullptr;
+    RunRow::Place runPlace_;
     Subscription flushed_;
 };
 

@@ -1,7 +1,6 @@
 #include "gui/main_view.h"
 
 #include "gui/batch_view.h"
-#include "gui/run_row.h"
 #include "gui/single_word_view.h"
 #include "gui/theme.h"
 
@@ -23,9 +22,9 @@ MainView::MainView(Program& program, Binder& binder, QWidget* parent)
     layout->setContentsMargins(14, 10, 14, 12);
     layout->setSpacing(10);
     layout->addWidget(makeHeader());
-    auto* tabs = binder_.make<QTabBar>(form_.tabs.TabStripMain, this);
-    tabs->setExpanding(false);
-    layout->addWidget(tabs);
+    tabs_ = binder_.make<QTabBar>(form_.tabs.TabStripMain, this);
+    tabs_->setExpanding(false);
+    layout->addWidget(tabs_);
     pages_ = new QVBoxLayout;
     layout->addLayout(pages_, 1);
     runRow_ = new RunRow(form_.run, binder_, this);
@@ -58,34 +57,33 @@ void MainView::follow() {
     for (int page = 1; page <= pageCount; ++page) {
         if (!form_.tabs.FrameMain(page).visible())
             continue;
-        QWidget*& place = runPlaces_[static_cast<std::size_t>(page - 1)];
-        if (place == nullptr)
+        RunRow::Place& place = runPlaces_[static_cast<std::size_t>(page - 1)];
+        if (place.room == nullptr)
             place = makePage(page);
-        runRow_->moveTo(*place);
+        runRow_->moveTo(place);
     }
 }
 
-QWidget* MainView::makePage(int page) {
-    forms::Frame& frame = form_.tabs.FrameMain(page);
-    QWidget* place = nullptr;
+RunRow::Place MainView::makePage(int page) {
+    RunRow::Place place;
     QWidget* widget = nullptr;
     if (page == singleWordPage) {
-        auto* view = new SingleWordView(program_, binder_, this);
-        place = &view->runPlace();
+        auto* view = new SingleWordView(program_, binder_, *tabs_, this);
+        place = view->runPlace();
         widget = view;
     } else if (page == batchPage) {
         auto* view = new BatchView(form_, binder_, this);
-        place = &view->runPlace();
+        place = view->runPlace();
         widget = view;
     } else {
         widget = new QWidget(this);
         auto* layout = new QVBoxLayout(widget);
         layout->setContentsMargins(0, 0, 0, 0);
-        place = new QWidget(widget);
-        layout->addWidget(place);
+        place = {.room = new QWidget(widget), .before = tabs_};
+        layout->addWidget(place.room);
         layout->addStretch();
     }
-    binder_.bind(frame, *widget);
+    binder_.bind(form_.tabs.FrameMain(page), *widget);
     pages_->addWidget(widget);
     return place;
 }

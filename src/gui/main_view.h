@@ -1,6 +1,7 @@
 #pragma once
 
 #include "gui/binder.h"
+#include "gui/run_row.h"
 #include "program/program.h"
 
 #include <array>
@@ -10,8 +11,6 @@
 class QVBoxLayout;
 
 namespace bitlux::gui {
-
-class RunRow;
 
 /// The main form: its title, the tabs and their pages, each made when it is first shown. It decides
 /// nothing; what is visible and enabled is the form's affair.
@@ -28,15 +27,16 @@ private:
     QWidget* makeHeader();
     void leaveOutRelics();
     void follow();
-    QWidget* makePage(int page); ///< the place of the run buttons on it
+    RunRow::Place makePage(int page); ///< the place of the run buttons on it
 
     Program& program_;
     MainForm& form_;
     Binder& binder_;
+    QTabBar* tabs_ = nullptr;
     RunRow* runRow_ = nullptr;
     QVBoxLayout* pages_ = nullptr;
-    /// Where the run buttons stand on each page; null before the page is made.
-    std::array<QWidget*, pageCount> runPlaces_{};
+    /// Where the run buttons stand on each page; empty before the page is made.
+    std::array<RunRow::Place, pageCount> runPlaces_{};
     Subscription flushed_;
 };
 

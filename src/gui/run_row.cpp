@@ -22,15 +22,15 @@ RunRow::RunRow(RunControls& run, Binder& binder, QWidget* parent) : QWidget(pare
     grid->setColumnStretch(2, 1);
 }
 
-void RunRow::moveTo(QWidget& place) {
-    if (parentWidget() == &place)
+void RunRow::moveTo(const Place& place) {
+    if (parentWidget() == place.room)
         return;
     const QPointer<QWidget> focused = window()->focusWidget(); // would lose the focus on the way
-    if (place.layout() == nullptr)
-        (new QVBoxLayout(&place))->setContentsMargins(0, 0, 0, 0);
-    place.layout()->addWidget(this);
+    if (place.room->layout() == nullptr)
+        (new QVBoxLayout(place.room))->setContentsMargins(0, 0, 0, 0);
+    place.room->layout()->addWidget(this);
     show();
-    QWidget* before = &place;
+    QWidget* before = place.before;
     for (QWidget* button : buttons_) {
         QWidget::setTabOrder(before, button);
         before = button;

@@ -14,8 +14,12 @@ class RunRow : public QWidget {
 public:
     RunRow(RunControls& run, Binder& binder, QWidget* parent);
 
-    /// Moves into `place`, also in the order of the tabulator key.
-    void moveTo(QWidget& place);
+    /// Where it stands on a page.
+    struct Place {
+        QWidget* room = nullptr;
+        QWidget* before = nullptr; ///< the last control before it that the tabulator key reaches
+    };
+    void moveTo(const Place& place);
 
 private:
     std::array<QWidget*, 4> buttons_{};

@@ -17,16 +17,20 @@ constexpr int groupCount = SingleWordPage::bitColumns / bitsInGroup;
 
 } // namespace
 
-SingleWordView::SingleWordView(Program& program, Binder& binder, QWidget* parent)
-    : QWidget(parent), form_(program.mainForm()), binder_(binder), groups_(groupCount) {
+SingleWordView::SingleWordView(Program& program, Binder& binder, QWidget& before, QWidget* parent)
+    : QWidget(parent),
+      form_(program.mainForm()),
+      binder_(binder),
+      before_(before),
+      groups_(groupCount) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(10);
     entries_ = new QVBoxLayout;
     layout->addLayout(entries_);
     layout->addWidget(makeCommandRow());
-    runPlace_ = new QWidget(this);
-    layout->addWidget(runPlace_);
+    runPlace_.room = new QWidget(this);
+    layout->addWidget(runPlace_.room);
     layout->addWidget(new LogPinsView(form_, binder_, LogPinsView::Page::SingleWord, this), 1);
     subscriptions_ = {program.engine().wordTransferred.follow([this] { answered_ = true; }),
                       binder_.flushed.follow([this] { follow(); })};
@@ -74,7 +78,7 @@ void SingleWordView::makeMissingGroups() {
 }
 
 void SingleWordView::orderTabs() {
-    QWidget* before = this;
+    QWidget* before = &before_;
     const auto goThrough = [&before](QWidget* widget) {
         if (widget != nullptr) {
             QWidget::setTabOrder(before, widget);
@@ -155,7 +159,9 @@ QWidget* SingleWordView::makeCommandRow() {
     row->addWidget(new QuickCommandRow(form_, binder_, widget), 1);
     row->addSpacing(24);
     row->addWidget(binder_.make<QPushButton>(form_.singleWord.cmdAll0Single, widget));
-    row->addWidget(binder_.make<QPushButton>(form_.singleWord.cmdAll1Single, widget));
+    auto* last = binder_.make<QPushButton>(form_.singleWord.cmdAll1Single, widget);
+    row->addWidget(last);
+    runPlace_.before = last;
     return widget;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "gui/binder.h"
+#include "gui/run_row.h"
 #include "program/program.h"
 
 #include <array>
@@ -16,10 +17,11 @@ namespace bitlux::gui {
 /// The page of single words: the word as bits or digits, the Quick Commands, the Session Log.
 class SingleWordView : public QWidget {
 public:
-    SingleWordView(Program& program, Binder& binder, QWidget* parent);
+    /// `before` is what the tabulator key reaches before the page.
+    SingleWordView(Program& program, Binder& binder, QWidget& before, QWidget* parent);
 
     /// Where the run buttons stand on this page.
-    [[nodiscard]] QWidget& runPlace() const { return *runPlace_; }
+    [[nodiscard]] const RunRow::Place& runPlace() const { return runPlace_; }
 
 private:
     QWidget* makeBitRows();
@@ -35,6 +37,7 @@ private:
 
     MainForm& form_;
     Binder& binder_;
+    QWidget& before_;
     std::vector<std::array<QWidget*, 2>> groups_; ///< of eight bits, to send and received
     std::array<QHBoxLayout*, 2> bitRows_{};
     QVBoxLayout* entries_ = nullptr;
@@ -43,7 +46,7 @@ private:
     std::vector<DigitsLabel*> answers_;
     QWidget* bits_ = nullptr;
     QWidget* hexRows_ = nullptr;
-    QWidget* runPlace_ = nullptr;
+    RunRow::Place runPlace_;
     std::array<Subscription, 2> subscriptions_;
     bool answered_ = false; ///< a word came back since the last refresh
 };

@@ -1,7 +1,5 @@
+#include "live_window.h"
 #include "window_bench.h"
-
-#include "gui/qt_desk.h"
-#include "workbench/virtual_bench.h"
 
 #include <set>
 
@@ -33,6 +31,22 @@ TEST(MainWindow, HasAWidgetForEveryControlAndNoOther) {
     }
     bench.get<forms::TabStrip>("frmMain.TabStripLogPinsNow").click(2);
     bench.settle();
+    auto& tabs = bench.get<forms::TabStrip>("frmMain.TabStripMain");
+    tabs.click(2);
+    bench.get<forms::TabStrip>("frmMain.TabStripLogPins").click(2);
+    bench.click("frmMain.cmdSaveBatch");
+    bench.click("frmMain.cmdAddWait");
+    bench.settle();
+    ConfigureDialog& dialog = bench.program.dialog();
+    for (forms::CheckBox* part :
+         {&dialog.CheckEnable72361, &dialog.CheckEnable72517, &dialog.CheckEnable72518,
+          &dialog.CheckEnable72537, &dialog.CheckEnable72516}) {
+        part->setValue(1);
+        dialog.cmdApply_Click();
+        tabs.click(3);
+        bench.settle();
+        part->setValue(0);
+    }
     std::set<std::string> controls;
     for (const std::string& name : bench.program.forms().names())
         for (const forms::Control* control : bench.program.forms().form(name).controls()) {
@@ -100,12 +114,23 @@ TEST(MainWindow, IsReachedByTheTabulatorInReadingOrder) {
     bench.configure("9", {"optBinary"});
     bench.settle();
     EXPECT_EQ(walk("frmMain.cmdSI_single(8)", 2), "cmdSI_single(7) cmdSI_single(6)");
-    const std::string rest = "cmdSendOnce cmdSendContinuous cmdAll0Single cmdAll1Single"
-                             " TabStripLogPinsNow lstSessionLogSingle cmdSaveLogSingle";
-    EXPECT_EQ(walk("frmMain.cmdSI_single(0)", 7), rest);
+    const std::string rest = "cmbMasterQCList cmdSaveQC cmdDeleteQC cmdAll0Single cmdAll1Single"
+                             " cmdSendOnce cmdSendContinuous TabStripLogPinsNow"
+                             " lstSessionLogSingle cmdSaveLogSingle";
+    EXPECT_EQ(walk("frmMain.cmdSI_single(0)", 10), rest);
     bench.configure("9", {"optHex"});
     bench.settle();
-    EXPECT_EQ(walk("frmMain.txtHexWordToSend", 7), rest);
+    EXPECT_EQ(walk("frmMain.txtHexWordToSend", 10), rest);
+    // The run buttons come along to the other page, and back.
+    bench.get<forms::TabStrip>("frmMain.TabStripMain").click(2);
+    bench.settle();
+    EXPECT_EQ(walk("frmMain.TabStripMain", 16),
+              "lstCommandsAvailable cmdAddMult cmdAddPause cmdAddWait cmdRemoveMult cmdMoveUpMult"
+              " cmdMoveDownMult cmdClearMultiple lstCommandsToSend cmbBatches cmdSaveBatch"
+              " cmdDeleteBatch cmdSendOnce cmdSendContinuous TabStripLogPins lstSessionLogMult");
+    bench.get<forms::TabStrip>("frmMain.TabStripMain").click(1);
+    bench.settle();
+    EXPECT_EQ(walk("frmMain.txtHexWordToSend", 10), rest);
 }
 
 TEST(MainWindow, RefreshesAtMostOnceAFrame) {
@@ -170,31 +195,6 @@ TEST(MainWindow, ScrollsOnASmallScreen) {
     EXPECT_LE(content.width(), 1366 - 8);
     EXPECT_LE(content.height(), 768 - 120);
 }
-
-/// The program on the real parts of the window, which the toolkit's loop drives.
-struct LiveWindow {
-    PacedClock clock;
-    VirtualBench bench{clock, makeDevice("loopback")};
-    gui::QtDesk desk;
-    Program program{bench.hardware(), desk.desk()};
-    std::unique_ptr<gui::MainWindow> window;
-
-    LiveWindow() {
-        bench.wireFor(program.session());
-        program.Main();
-        ConfigureDialog& dialog = program.dialog();
-        dialog.Btn_ParallelPort_Click();
-        dialog.cmbSPIWordLength.setText("32"); // a log is full after some 400 ms of them
-        dialog.optHex.setValue(true);
-        dialog.cmdApply_Click();
-        program.mainForm().singleWord.txtHexWordToSend.setText("A5");
-        window = std::make_unique<gui::MainWindow>(program);
-        window->show();
-        QApplication::processEvents();
-    }
-
-    QPushButton& button(const char* name) { return *window->findChild<QPushButton*>(name); }
-};
 
 TEST(MainWindow, StaysAliveInAContinuousRun) {
     LiveWindow live;

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "gui/main_window.h"
+#include "gui/qt_desk.h"
+#include "workbench/virtual_bench.h"
+
+#include <memory>
+
+#include <QApplication>
+#include <QPushButton>
+
+namespace bitlux::test {
+
+/// The program on the real parts of the window, which the toolkit's loop drives.
+struct LiveWindow {
+    PacedClock clock;
+    VirtualBench bench{clock, makeDevice("loopback")};
+    gui::QtDesk desk;
+    Program program{bench.hardware(), desk.desk()};
+    std::unique_ptr<gui::MainWindow> window;
+
+    LiveWindow() {
+        bench.wireFor(program.session());
+        program.Main();
+        ConfigureDialog& dialog = program.dialog();
+        dialog.Btn_ParallelPort_Click();
+        dialog.cmbSPIWordLength.setText("32"); // a log is full after some 400 ms of them
+        dialog.optHex.setValue(true);
+        dialog.cmdApply_Click();
+        program.mainForm().singleWord.txtHexWordToSend.setText("A5");
+        window = std::make_unique<gui::MainWindow>(program);
+        window->show();
+        QApplication::processEvents();
+    }
+
+    QPushButton& button(const char* name) { return *window->findChild<QPushButton*>(name); }
+};
+
+} // namespace bitlux::test
