@@ -4,7 +4,9 @@
 #include "null_port.h"
 #include "program_rig.h"
 
+#include <algorithm>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -13,7 +15,6 @@
 namespace {
 
 using namespace bitlux;
-using perf::median;
 
 constexpr int commands = 10'000;
 constexpr int rounds = 15;
@@ -100,41 +101,49 @@ private:
     MainForm& form_;
 };
 
+/// The shortest of the rounds, which nothing else on the machine has disturbed.
+double shortest(const std::vector<double>& times) {
+    return *std::min_element(times.begin(), times.end());
+}
+
 bool measureRuns(Bench& bench) {
-    std::vector<double> growth;
-    std::vector<double> line;
-    double microseconds = 0;
+    std::vector<double> words;
+    std::vector<double> tenths;
+    std::vector<double> wholes;
     for (int round = 0; round < rounds; ++round) {
-        const double word = bench.timeOfWord();
-        const double tenth = bench.timeOfRun(commands / 10);
-        const double whole = bench.timeOfRun(commands);
-        growth.push_back(whole / tenth);
-        line.push_back(whole / commands / word);
-        microseconds = whole / commands / 1000;
+        words.push_back(bench.timeOfWord());
+        for (int i = 0; i < 5; ++i)
+            tenths.push_back(bench.timeOfRun(commands / 10));
+        wholes.push_back(bench.timeOfRun(commands));
     }
+    const double growth = shortest(wholes) / shortest(tenths);
+    const double line = shortest(wholes) / commands;
     fmt::print("runs: 10,000 lines over 10,000 Quick Commands take {:.1f} times as long as 1,000 "
                "(at most {})\n",
-               median(growth), growthLimit);
-    fmt::print("runs: a line takes {:.1f} us, {:.1f} times a word of 32 bits alone (at most {})\n",
-               microseconds, median(line), lineLimit);
-    return median(growth) <= growthLimit && median(line) <= lineLimit;
+               growth, growthLimit);
+    fmt::print("runs: a line takes {:.2f} us, {:.1f} times a word of 32 bits alone (at most {})\n",
+               line / 1000, line / shortest(words), lineLimit);
+    return growth <= growthLimit && line <= lineLimit * shortest(words);
 }
 
 bool measureChanges(Bench& bench) {
+    std::vector<double> copying;
     std::vector<double> saving;
     std::vector<double> overwriting;
     std::vector<double> deleting;
     for (int round = 0; round < rounds; ++round) {
-        const double copying = bench.timeOfCopying();
-        saving.push_back(bench.timeOfSaving() / copying);
-        overwriting.push_back(bench.timeOfOverwriting() / copying);
-        deleting.push_back(bench.timeOfDeleting() / copying);
+        copying.push_back(bench.timeOfCopying());
+        saving.push_back(bench.timeOfSaving());
+        overwriting.push_back(bench.timeOfOverwriting());
+        deleting.push_back(bench.timeOfDeleting());
     }
+    const double unit = shortest(copying);
     fmt::print("commands: among 10,000, saving one costs {:.2f} times the copying of all names "
                "into two lists, overwriting {:.2f}, deleting {:.2f} (at most {})\n",
-               median(saving), median(overwriting), median(deleting), changeLimit);
-    return median(saving) <= changeLimit && median(overwriting) <= changeLimit &&
-           median(deleting) <= changeLimit;
+               shortest(saving) / unit, shortest(overwriting) / unit, shortest(deleting) / unit,
+               changeLimit);
+    return std::max({shortest(saving), shortest(overwriting), shortest(deleting)}) <=
+           changeLimit * unit;
 }
 
 /// Nanoseconds for a table that grows row by row.
@@ -151,15 +160,19 @@ double timeOfGrowing(int rows) {
 }
 
 bool measureGrowth() {
-    std::vector<double> growth;
-    for (int round = 0; round < rounds; ++round)
-        growth.push_back(timeOfGrowing(commands) / timeOfGrowing(commands / 10));
+    std::vector<double> tenths;
+    std::vector<double> wholes;
+    for (int round = 0; round < rounds; ++round) {
+        tenths.push_back(timeOfGrowing(commands / 10));
+        wholes.push_back(timeOfGrowing(commands));
+    }
+    const double growth = shortest(wholes) / shortest(tenths);
     // Fresh memory is dearer the more of it there is; growth by copying would cost 100 times.
     constexpr double limit = 25;
     fmt::print("commands: growing the table to 10,000 rows takes {:.1f} times as long as to 1,000 "
                "(at most {})\n",
-               median(growth), limit);
-    return median(growth) <= limit;
+               growth, limit);
+    return growth <= limit;
 }
 
 } // namespace
