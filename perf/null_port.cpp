@@ -11,7 +11,7 @@ public:
     void Outp(std::int16_t, std::int16_t) override {}
     void EnablePorts(std::int16_t, std::int16_t) override {}
     void DisablePorts(std::int16_t, std::int16_t) override {}
-    std::int16_t GetLPTPortAddress(std::int16_t) override { return 0; }
+    std::int16_t GetLPTPortAddress(std::int16_t) override { return 0x378; }
 };
 
 } // namespace

@@ -4,14 +4,11 @@
 
 #include "bare_loop.h"
 
-#include "bench/scripted_desk.h"
-#include "bench/simulated_dongle.h"
 #include "bench/simulated_port.h"
 #include "null_port.h"
-#include "program/program.h"
+#include "program_rig.h"
 #include "workbench/bench_wiring.h"
 
-#include <algorithm>
 #include <vector>
 
 #include <fmt/format.h>
@@ -19,43 +16,19 @@
 namespace {
 
 using namespace bitlux;
+using perf::median;
 
 constexpr double busyLimit = 0.95;
 constexpr double logLimit = 1.1; // what the noise of the machine leaves of "no more"
 constexpr int wordsOfFullLog = 4000;
 
-/// A program on a port, set to words of 32 bits in hexadecimal, logging without end.
-struct Rig {
-    explicit Rig(ParallelPort& port)
-        : program({.port = port, .usb = unplugged, .clock = clock}, desk.desk()) {
-        program.Main();
-        ConfigureDialog& dialog = program.dialog();
-        dialog.Btn_ParallelPort_Click();
-        dialog.cmbSPIWordLength.setText("32");
-        dialog.optHex.setValue(true);
-        dialog.optLogForever.setValue(true);
-        dialog.cmdApply_Click();
-        program.mainForm().singleWord.txtHexWordToSend.setText("DEADBEEF");
-    }
+using Rig = perf::ProgramRig;
 
-    /// Sends until the log is full; nanoseconds.
-    std::int64_t fillLog() {
-        const std::int64_t start = clock.nanoseconds();
-        program.mainForm().run.cmdSendContinuous_Click();
-        return clock.nanoseconds() - start;
-    }
-
-    SystemClock clock;
-    VirtualClock busClock;
-    SimulatedDongle unplugged{busClock, makeDevice("none")};
-    ScriptedDesk desk{clock};
-    Program program;
-};
-
-double median(std::vector<double> values) {
-    const auto middle = values.begin() + static_cast<long>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
+/// Sends until the log is full; nanoseconds.
+std::int64_t fillLog(Rig& rig) {
+    const std::int64_t start = rig.clock.nanoseconds();
+    rig.program.mainForm().run.cmdSendContinuous_Click();
+    return rig.clock.nanoseconds() - start;
 }
 
 bool measureBusy() {
@@ -78,7 +51,7 @@ bool measureBusy() {
     for (int round = 0; round < rounds; ++round) {
         const std::int64_t busTime = accessesAlone();
         rig.program.mainForm().log.clear();
-        const std::int64_t elapsed = rig.fillLog();
+        const std::int64_t elapsed = fillLog(rig);
         busy.push_back(static_cast<double>(busTime) / static_cast<double>(elapsed));
         microseconds = static_cast<double>(elapsed) / wordsOfFullLog / 1000;
     }

@@ -71,7 +71,7 @@ std::optional<std::size_t> QuickCommandTable::lastRowNamed(std::string_view name
 void QuickCommandTable::makeIndex() const {
     slots_.assign(std::bit_ceil(2 * rows()), 0);
     for (std::size_t row = 0; row < rows(); ++row)
-        slots_[slotOf(name(row))] = row + 1;
+        slots_[slotOf(name(row))] = static_cast<std::uint32_t>(row + 1);
 }
 
 std::size_t QuickCommandTable::slotOf(std::string_view name) const {

@@ -60,7 +60,7 @@ private:
     std::vector<std::size_t> nameEnds_;
     // Rows by the hashes of their names, a row plus one or 0; a power of two of them, at least
     // half free. None after a change of names, until somebody asks.
-    mutable std::vector<std::size_t> slots_;
+    mutable std::vector<std::uint32_t> slots_;
 };
 
 } // namespace bitlux

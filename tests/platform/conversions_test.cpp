@@ -51,6 +51,25 @@ TEST(ToInt16, RoundsTiesToEvenWithinItsLimits) {
         EXPECT_EQ(failureOf([value] { toInt16(value); }), Failure::Kind::Overflow) << value;
 }
 
+TEST(ToInt32, TakesItsWholeRange) {
+    EXPECT_EQ(toInt32(2147483647.4), 2147483647);
+    EXPECT_EQ(toInt32(-2147483648.5), -2147483647 - 1);
+    for (const double value : {2147483647.5, -2147483648.6, 1e300})
+        EXPECT_EQ(failureOf([value] { toInt32(value); }), Failure::Kind::Overflow) << value;
+}
+
+TEST(ToNumber, TakesWholeTextsThatAreNumbers) {
+    const std::pair<const char*, double> numbers[] = {{"0", 0},     {"-12.5", -12.5}, {"+7", 7},
+                                                      {".5", 0.5},  {"5.", 5},        {"1e3", 1000},
+                                                      {"1e-400", 0}};
+    for (const auto& [text, value] : numbers)
+        EXPECT_EQ(toNumber(text), value) << text;
+    for (const char* text : {"", " ", "1 ", " 1", "1 6", "1x", "-", ".", "+-1", "e3", "inf", "nan",
+                             "&HFF", "0x10", "1,5", "12.5 V"})
+        EXPECT_EQ(failureOf([text] { toNumber(text); }), Failure::Kind::Conversion) << text;
+    EXPECT_EQ(failureOf([] { toNumber("-1e400"); }), Failure::Kind::Overflow);
+}
+
 TEST(Hex, HasNoLeadingZeros) {
     EXPECT_EQ(hex(0), "0");
     EXPECT_EQ(hex(0xA5), "A5");

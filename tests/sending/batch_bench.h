@@ -1,0 +1,52 @@
+#pragma once
+
+#include "support/test_bench.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace bitlux::test {
+
+using Texts = std::vector<std::string>;
+
+constexpr std::int64_t millisecond = 1'000'000;
+
+/// A bench in hexadecimal display that works with Quick Commands and the Batch page.
+struct BatchBench : TestBench {
+    explicit BatchBench(const std::string& bits = "8") { configure(bits); }
+
+    forms::ComboBox& names() { return get<forms::ComboBox>("frmMain.cmbMasterQCList"); }
+    forms::ListBox& toSend() { return get<forms::ListBox>("frmMain.lstCommandsToSend"); }
+    Texts available() { return lines("frmMain.lstCommandsAvailable"); }
+    Texts sendLines() { return lines("frmMain.lstCommandsToSend"); }
+
+    /// Types word and name, and saves.
+    void save(const std::string& name, const std::string& word = "A5") {
+        edit("frmMain.txtHexWordToSend", word);
+        names().edit(name);
+        click("frmMain.cmdSaveQC");
+    }
+    void saveBatch(const std::string& name) {
+        click("frmMain.cmdSaveBatch");
+        edit("frmSaveBatch.txtBatchName", name);
+        click("frmSaveBatch.cmdSave");
+    }
+    /// Other commands to send than before.
+    void setToSend(const Texts& lines) { program.mainForm().commands.setToSend(lines); }
+    /// Opens the Batch page.
+    void openBatchPage() { get<forms::TabStrip>("frmMain.TabStripMain").click(2); }
+    /// Plays lines once; the texts of the boxes.
+    Texts play(const Texts& lines) {
+        setToSend(lines);
+        click("frmMain.cmdSendOnce");
+        return boxes.takeTexts();
+    }
+    bool dirty() {
+        const bool dirty = session().ConfigDirty == ConstOn;
+        session().ConfigDirty = ConstOff;
+        return dirty;
+    }
+};
+
+} // namespace bitlux::test

@@ -1,0 +1,263 @@
+#include "batch_bench.h"
+
+#include "transfer/extra_pins.h"
+
+#include <functional>
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+/// A bench on the Batch page with the commands a (0x0A) and b (0x0B), all words logged.
+struct RunBench : BatchBench {
+    RunBench() {
+        save("a", "A");
+        save("b", "B");
+        openBatchPage();
+    }
+    MultipleRun& run() { return program.mainForm().multiple; }
+    /// The log in short: words as they were sent, texts as they stand.
+    Texts logged() {
+        Texts result;
+        const Texts all = log();
+        for (std::size_t i = 0; i < all.size(); ++i)
+            if (all[i] == "SPI Word Sent:") {
+                result.push_back(all[i + 1].substr(2));
+                i += 4;
+            } else if (all[i] != " ") {
+                result.push_back(all[i]);
+            }
+        program.mainForm().log.clear();
+        return result;
+    }
+    std::int64_t elapsedIn(const std::function<void()>& action) {
+        const std::int64_t start = clock.nanoseconds();
+        action();
+        return clock.nanoseconds() - start;
+    }
+    bool idle() {
+        const RunControls& controls = program.mainForm().run;
+        return controls.cmdSendOnce.visible() && controls.cmdSendOnce.enabled() &&
+               controls.cmdSendContinuous.visible() && controls.cmdSendContinuous.enabled() &&
+               !controls.cmdCancelSingle.visible() && !controls.cmdStopContinuous.visible();
+    }
+    /// Sends continuously until the n-th turn of the loop.
+    void playContinuously(const Texts& lines, int turns) {
+        setToSend(lines);
+        loop.atTurn(turns, [this] { click("frmMain.cmdStopContinuous"); });
+        click("frmMain.cmdSendContinuous");
+    }
+};
+
+TEST(MultipleRun, PlaysTheLines) {
+    struct Case {
+        Texts lines;
+        Texts log;
+        Texts boxes;
+    };
+    const char* const noCommand = "No Quick Commands are selected!";
+    const char* const noUnit = "There was a problem converting the units.";
+    const char* const noMatch = "There was a problem.  No match found for '*' command.";
+    const char* const noLevel = "Internal Error.  Couldn't determine High or Low.";
+    const Case cases[] = {
+        {{"b", "a", "a"}, {"0B", "0A", "0A"}, {}},
+        {{"a", "gone", "b"}, {"0A"}, {noCommand}},
+        {{"A", "b"}, {}, {noCommand}},
+        {{"a", "", "b"}, {"0A"}, {noCommand}},
+        {{"* Wait 0 ms", "a"}, {"Waiting 0 ms ...", "Done Waiting", "0A"}, {}},
+        {{"* Wait 5 weeks", "a"}, {}, {noUnit}},
+        {{"* Wait", "a"}, {}, {noUnit}},
+        {{"* Wait x s", "a"},
+         {"Waiting x s ..."},
+         {"Type mismatch: the text is no number\r\nfrmMain.cmdSendOnce_Click"}},
+        {{"* Wait 1e400 s", "a"},
+         {"Waiting 1e400 s ..."},
+         {"Overflow\r\nfrmMain.cmdSendOnce_Click"}},
+        {{"* Wait 1  s", "a"}, {}, {noUnit}},
+        {{"*", "a"}, {}, {noMatch}},
+        {{"* ", "a"}, {}, {noMatch}},
+        {{"* pause", "a"}, {}, {noMatch}},
+        {{"* Set HIGH: NO PIN", "a"}, {"0A"}, {}},
+        {{"* Set HIGH: WAKE UP", "* Set HIGH: WAKE UP", "* Set LOW: WAKE UP", "* Set LOW: WAKE UP"},
+         {"Set HIGH: WAKE UP", "Set HIGH: WAKE UP (already high)", "Set LOW: WAKE UP",
+          "Set LOW: WAKE UP (already low)"},
+         {}},
+        {{"* Set UP: WAKE UP", "a"}, {"0A"}, {noLevel}},
+    };
+    for (const Case& c : cases) {
+        RunBench bench;
+        nameDataPin(bench.session(), 5, "WAKE UP");
+        bench.program.mainForm().extraPins.fill({"RESET", "WAKE UP"});
+        EXPECT_EQ(bench.play(c.lines), c.boxes) << c.lines[0];
+        EXPECT_EQ(bench.logged(), c.log) << c.lines[0];
+        EXPECT_TRUE(bench.idle()) << c.lines[0];
+        EXPECT_EQ(bench.session().DataPortPins.level(5), 0) << c.lines[0];
+    }
+}
+
+TEST(MultipleRun, WaitsAsLongAsItSays) {
+    struct Case {
+        const char* wait;
+        std::int64_t milliseconds;
+    };
+    for (const Case& c :
+         {Case{"0 ms", 0}, Case{"1 ms", 1}, Case{"1.5 s", 1500}, Case{"2 min", 120'000},
+          Case{"3 hrs", 10'800'000}, Case{"23 days", 1'987'200'000}, Case{"-4 s", 0}}) {
+        RunBench bench;
+        const int turns = bench.loop.turns();
+        EXPECT_EQ(bench.elapsedIn([&] { bench.play({fmt::format("* Wait {}", c.wait)}); }),
+                  c.milliseconds * millisecond)
+            << c.wait;
+        EXPECT_LE(bench.loop.turns() - turns, 2) << c.wait << ": it sleeps";
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts{}) << c.wait;
+    }
+}
+
+TEST(MultipleRun, PausesUntilTheUserGoesOn) {
+    for (const bool goOn : {true, false})
+        for (const char* button : {"frmMain.cmdSendOnce", "frmMain.cmdSendContinuous"}) {
+            RunBench bench;
+            bench.boxes.answer(goOn ? MessageBox::Answer::Ok : MessageBox::Answer::Cancel);
+            bench.setToSend({"a", "* Pause", "b"});
+            if (goOn)
+                bench.loop.atTurn(1, [&] { bench.click("frmMain.cmdStopContinuous"); });
+            bench.click(button);
+            const MessageBox& box = bench.boxes.shown().at(0);
+            EXPECT_EQ(box.text, "SPI routine paused.  Click OK to continue,\r\n"
+                                "or click Cancel to stop.");
+            EXPECT_EQ(box.title, "SPI Transfers Paused");
+            EXPECT_EQ(box.buttons, MessageBox::Buttons::OkCancel);
+            EXPECT_EQ(box.icon, MessageBox::Icon::Information);
+            EXPECT_EQ(bench.boxes.shown().size(), 1U);
+            EXPECT_EQ(bench.logged(), goOn ? (Texts{"0A", "0B"}) : Texts{"0A"}) << button;
+            EXPECT_TRUE(bench.idle()) << button;
+        }
+}
+
+TEST(MultipleRun, EndsAWaitAtOnceAndPlaysTheRest) {
+    struct Case {
+        const char* start;
+        const char* stop;
+    };
+    for (const Case& c : {Case{"frmMain.cmdSendOnce", "frmMain.cmdCancelSingle"},
+                          Case{"frmMain.cmdSendContinuous", "frmMain.cmdStopContinuous"}}) {
+        RunBench bench;
+        bench.setToSend({"* Wait 1 hrs", "a", "* Wait 1 hrs", "b"});
+        const std::int64_t at = bench.clock.nanoseconds() + 7 * millisecond;
+        bench.loop.atTime(at - 5 * millisecond, [] {}); // an event that is none of its business
+        bench.loop.atTime(at, [&] { bench.click(c.stop); });
+        EXPECT_LT(bench.elapsedIn([&] { bench.click(c.start); }), 8 * millisecond) << c.start;
+        EXPECT_EQ(bench.logged(), (Texts{"Waiting 1 hrs ...", "Done Waiting", "0A",
+                                         "Waiting 1 hrs ...", "Done Waiting", "0B"}))
+            << c.start;
+        EXPECT_TRUE(bench.idle()) << c.start;
+    }
+}
+
+TEST(MultipleRun, LogsAContinuousRunByItsRules) {
+    struct Case {
+        const char* option;
+        Texts lines;
+        Texts log;
+    };
+    const Case cases[] = {
+        {"optLogFixedNumber",
+         {"a", "b"},
+         {"0A", "0B", "0A", "0B", "Continuous Send Log Suspended"}},
+        {"optLogFixedNumber",
+         {"a", "* Wait 0 s"},
+         {"0A", "Waiting 0 s ...", "Done Waiting", "0A", "Waiting 0 s ...", "Done Waiting"}},
+        {"optLogOff", {"a", "b"}, {"Continuous Send Log Disabled"}},
+        {"optLogOff", {"* Wait 0 s", "a"}, {}},
+    };
+    for (const Case& c : cases) {
+        RunBench bench;
+        bench.edit("frmConfigureSPI.txtMessageLimit", "2");
+        bench.get<forms::OptionButton>("frmConfigureSPI." + std::string(c.option)).setValue(true);
+        bench.session().ContinuousLogEnabled =
+            c.option == std::string("optLogOff") ? ConstOff : ConstOn;
+        bench.session().ContinuousLogLimit = 2;
+        bench.playContinuously(c.lines, 8);
+        EXPECT_EQ(bench.logged(), c.log) << c.option << " " << c.lines[0];
+    }
+}
+
+TEST(MultipleRun, SpinsThroughAnEmptyListUntilItIsStopped) {
+    RunBench bench;
+    bench.playContinuously({}, 3);
+    EXPECT_TRUE(bench.idle());
+    EXPECT_EQ(bench.play({}), Texts{"Nothing to send."});
+}
+
+TEST(MultipleRun, RefusesAFullLog) {
+    RunBench bench;
+    bench.session().SessionLogCapacity = 5;
+    EXPECT_EQ(bench.play({"a", "b"}), Texts{});
+    EXPECT_EQ(bench.play({"a"}),
+              Texts{"The Session Log is full.  Please save or clear the log before continuing.\r\n"
+                    "The last SPI word will not be sent."});
+    EXPECT_EQ(bench.logged(), (Texts{"0A", "0B"}));
+}
+
+TEST(MultipleRun, GoesOnAfterAFailedTransfer) {
+    RunBench bench;
+    bench.session().ParallelPortReady = false;
+    EXPECT_EQ(bench.play({"a", "b"}), Texts(2, "No device available to send SPI Data."));
+}
+
+TEST(MultipleRun, LivesThroughChangesDuringAWait) {
+    struct Case {
+        const char* what;
+        std::function<void(RunBench&)> change;
+        Texts boxes;
+    };
+    const Texts gone{"The line 1 does not exist in frmMain.lstCommandsToSend\r\n"
+                     "frmMain.cmdSendOnce_Click"};
+    const Texts unknown{"No Quick Commands are selected!"};
+    const Case cases[] = {
+        {"clear", [](RunBench& bench) { bench.click("frmMain.cmdClearMultiple"); }, gone},
+        {"another length", [](RunBench& bench) { bench.configure("12"); }, gone},
+        {"apply", [](RunBench& bench) { bench.configure("8"); }, unknown},
+        {"delete",
+         [](RunBench& bench) {
+             bench.names().select(0);
+             bench.click("frmMain.cmdDeleteQC");
+         },
+         gone},
+        {"cancel and send again",
+         [](RunBench& bench) {
+             bench.click("frmMain.cmdCancelSingle");
+             bench.click("frmMain.cmdSendOnce");
+         },
+         {}},
+        {"the end of the program", [](RunBench& bench) { bench.program.end(); }, {}},
+    };
+    for (const Case& c : cases) {
+        RunBench bench;
+        bench.loop.atTime(bench.clock.nanoseconds() + millisecond, [&] { c.change(bench); });
+        EXPECT_EQ(bench.play({"* Wait 1 s", "a"}), c.boxes) << c.what;
+        EXPECT_TRUE(bench.idle()) << c.what;
+        EXPECT_FALSE(bench.run().progress()) << c.what;
+    }
+}
+
+TEST(MultipleRun, ShowsWhereItIs) {
+    RunBench bench;
+    std::string seen;
+    bench.run().progressChanged.subscribe([&] {
+        const auto& progress = bench.run().progress();
+        seen += progress ? fmt::format("{}.{}/{}:{} ", progress->pass, progress->line,
+                                       progress->lines, bench.run().remainingWait() / millisecond)
+                         : "- ";
+    });
+    bench.play({"a", "* Wait 5 ms"});
+    EXPECT_EQ(seen, "1.0/2:0 1.1/2:0 1.1/2:5 1.1/2:0 - ");
+    seen.clear();
+    bench.playContinuously({"a"}, 2);
+    EXPECT_EQ(seen, "1.0/1:0 - 2.0/1:0 - ");
+}
+
+} // namespace
+} // namespace bitlux::test

@@ -1,0 +1,244 @@
+#include "batch_bench.h"
+
+#include <algorithm>
+
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+constexpr const char* badElement = "Quick Command array element is neither 0 nor 1!\r\n"
+                                   "Check the USB cable and restart program";
+constexpr const char* overwrite = "Quick Command already exists!  Overwrite it?";
+
+TEST(QuickCommands, AreSavedAndShownAgain) {
+    struct Case {
+        const char* bits;
+        const char* typed;
+        const char* padded;
+        const char* shown;
+    };
+    for (const Case& c : {Case{"12", "ABC", "ABC", "ABC"}, Case{"12", "1", "001", "001"},
+                          Case{"13", "1abc", "1abc", "1ABC"}, Case{"1", "1", "1", "1"},
+                          Case{"54", "20000000000001", "20000000000001", "20000000000001"},
+                          Case{"160", "8000000000000000000000000000000000000001",
+                               "8000000000000000000000000000000000000001",
+                               "8000000000000000000000000000000000000001"}}) {
+        BatchBench bench(c.bits);
+        bench.save("one", c.typed);
+        EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), c.padded) << c.typed;
+        bench.edit("frmMain.txtHexWordToSend", "");
+        bench.names().select(0);
+        EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), c.shown) << c.typed;
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts{}) << c.typed;
+    }
+}
+
+TEST(QuickCommands, RefuseNamesAndWords) {
+    struct Case {
+        std::string name;
+        const char* word;
+        const char* message; // empty when it is saved
+    };
+    const Case cases[] = {{"", "1", "You must type a name for the Quick Command."},
+                          {"*", "1", "Quick Commands cannot begin with '*'."},
+                          {"* Pause", "1", "Quick Commands cannot begin with '*'."},
+                          {"one", "", "Nothing to save!"},
+                          {"one", "1G", "Not a valid hex number!"},
+                          {"one", "\xC3\xA4", "Not a valid hex number!"},
+                          {"one", "1000", "The word is too long!"},
+                          {"*Pause", "1", ""},
+                          {"*\tPause", "1", ""},
+                          {" * Pause", "1", ""},
+                          {"\"a\", 'b'", "1", ""},
+                          {"two\r\nlines\t", "1", ""},
+                          {repeated(10000, 'n'), "1", ""}};
+    for (const Case& c : cases) {
+        BatchBench bench("12");
+        bench.dirty();
+        bench.save(c.name, c.word);
+        const bool saved = *c.message == '\0';
+        EXPECT_EQ(bench.boxes.takeTexts(), saved ? Texts{} : Texts{c.message}) << c.name;
+        EXPECT_EQ(bench.available(), saved ? Texts{c.name} : Texts{}) << c.name;
+        EXPECT_TRUE(bench.dirty()) << c.name;
+        if (!saved)
+            continue;
+        // What is taken for a name here is taken for one in a run.
+        bench.openBatchPage();
+        EXPECT_EQ(bench.play({c.name}), Texts{}) << c.name;
+        EXPECT_EQ(bench.log().size(), 5U) << c.name;
+    }
+}
+
+TEST(QuickCommands, GrowByARowEachAndKeepTheirRowWhenOverwritten) {
+    BatchBench bench;
+    const QuickCommandTable& table = bench.session().QuickCommandTable;
+    EXPECT_EQ(table.rows(), 1U);
+    bench.save("one", "01");
+    EXPECT_EQ(table.rows(), 1U);
+    EXPECT_EQ(bench.session().QuickCommandTableEmpty, ConstOff);
+    bench.save("two", "02");
+    EXPECT_EQ(table.rows(), 2U);
+    bench.boxes.answer(MessageBox::Answer::No);
+    bench.save("one", "11");
+    EXPECT_EQ(table.bits(0)[4], 0);
+    bench.boxes.answer(MessageBox::Answer::Yes);
+    bench.save("one", "11");
+    EXPECT_EQ(table.bits(0)[4], 1);
+    EXPECT_EQ(bench.boxes.takeTexts(), (Texts{overwrite, overwrite}));
+    EXPECT_EQ(bench.boxes.shown().back().icon, MessageBox::Icon::Exclamation);
+    bench.save("One", "03"); // another name
+    EXPECT_EQ(bench.available(), (Texts{"one", "two", "One"}));
+    EXPECT_EQ(bench.names().items(), bench.available());
+}
+
+TEST(QuickCommands, OfTheSameNameAskEachAndTheLastIsMeant) {
+    BatchBench bench;
+    bench.save("one", "01");
+    QuickCommandTable& table = bench.session().QuickCommandTable;
+    table.addRow(); // as a file may bring it
+    table.nameLastRow("one");
+    table.setBits(1, std::vector<std::int16_t>(8, 1));
+    EXPECT_EQ(table.lastRowNamed("one"), 1U);
+    for (int i = 0; i < 2; ++i)
+        bench.boxes.answer(MessageBox::Answer::Yes);
+    bench.save("one", "70");
+    EXPECT_EQ(bench.boxes.takeTexts(), (Texts{overwrite, overwrite}));
+    EXPECT_EQ(table.bits(0)[0], 1);
+    EXPECT_EQ(table.bits(1)[0], 0);
+}
+
+TEST(QuickCommands, AreFoundAfterEveryChange) {
+    QuickCommandTable table;
+    table.recreate(2);
+    std::vector<std::string> model{""};
+    std::uint32_t random = 1;
+    for (int step = 0; step < 3000; ++step) {
+        random = random * 1664525 + 1013904223;
+        const std::uint32_t choice = random >> 16;
+        const std::string name = std::to_string(choice % 37);
+        if (choice % 3 != 0) {
+            table.addRow();
+            table.nameLastRow(name);
+            model.push_back(name);
+        } else if (model.size() > 1) {
+            const std::size_t row = choice % model.size();
+            table.removeRow(row);
+            model.erase(model.begin() + static_cast<std::ptrdiff_t>(row));
+        }
+        const auto last = std::find(model.rbegin(), model.rend(), name);
+        const auto found = table.lastRowNamed(name);
+        ASSERT_EQ(found.has_value(), last != model.rend()) << step;
+        if (found) {
+            ASSERT_EQ(*found, static_cast<std::size_t>(model.rend() - last) - 1) << step;
+        }
+    }
+}
+
+TEST(QuickCommands, AreDeletedWithTheirLines) {
+    BatchBench bench;
+    for (const char* name : {"a", "b", "c"})
+        bench.save(name);
+    bench.setToSend({"b", "b", "a", "* Pause", "b"});
+    bench.toSend().select(2);
+    bench.saveBatch("b");
+    bench.names().select(1);
+    bench.click("frmMain.cmdDeleteQC");
+    EXPECT_EQ(bench.available(), (Texts{"a", "c"}));
+    EXPECT_EQ(bench.names().items(), bench.available());
+    EXPECT_EQ(bench.sendLines(), (Texts{"a", "* Pause"}));
+    // In a Batch the neighbour of a removed line is passed over, and the name stays.
+    EXPECT_EQ(bench.session().lstBatchList(1), (Texts{"b", "b", "a", "* Pause"}));
+    bench.dirty();
+    bench.click("frmMain.cmdDeleteQC");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"You haven't selected a command to delete!"});
+    EXPECT_FALSE(bench.dirty());
+}
+
+TEST(QuickCommands, LeaveAnEntryWithoutANameBehind) {
+    BatchBench bench("4");
+    bench.save("only", "5");
+    bench.names().select(0);
+    bench.click("frmMain.cmdDeleteQC");
+    EXPECT_EQ(bench.available(), Texts{""});
+    EXPECT_EQ(bench.session().QuickCommandTableEmpty, ConstOn);
+    bench.get<forms::ListBox>("frmMain.lstCommandsAvailable").select(0);
+    bench.click("frmMain.cmdAddMult");
+    EXPECT_EQ(bench.sendLines(), Texts{});
+    bench.openBatchPage();
+    EXPECT_EQ(bench.play({""}), Texts{"No Quick Commands are selected!"});
+    bench.session().DisplayHex = 0;
+    bench.names().select(0);
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts(4, badElement));
+    EXPECT_TRUE(bench.session().LinkFailed);
+    bench.click("frmMain.cmdDeleteQC"); // once more
+    EXPECT_EQ(bench.available(), Texts{""});
+    bench.session().DisplayHex = 1;
+    bench.save("next", "6");
+    EXPECT_EQ(bench.available(), Texts{"next"});
+}
+
+TEST(QuickCommands, OutliveApplyAsNamesAlone) {
+    BatchBench bench("4");
+    for (const char* name : {"a", "b", "c"})
+        bench.save(name, "5");
+    bench.configure("4", {"optBinary"});
+    EXPECT_EQ(bench.available().size(), 3U);
+    bench.names().select(0);
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts(4, badElement));
+    bench.names().select(1);
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts(4, badElement));
+    bench.names().select(2);
+    EXPECT_EQ(bench.boxes.takeTexts(),
+              Texts{"Subscript out of range\r\nfrmMain.cmbMasterQCList_Click"});
+    bench.configure("5");
+    EXPECT_EQ(bench.available(), Texts{});
+}
+
+TEST(QuickCommands, ShowTheirBitsInBinaryDisplay) {
+    BatchBench bench("4");
+    bench.save("five", "5");
+    bench.save("ten", "A");
+    bench.session().DisplayHex = 0;
+    bench.session().LinkFailed = true;
+    bench.names().select(1);
+    std::string captions;
+    for (int bit = 3; bit >= 0; --bit)
+        captions += bench.program.mainForm().singleWord.cmdSI_single(bit).caption();
+    EXPECT_EQ(captions, "1010");
+    EXPECT_EQ(bench.session().SingleWordBits, (std::vector<std::int16_t>{0, 1, 0, 1, 0}));
+    EXPECT_FALSE(bench.session().LinkFailed);
+    // A bit that is turned over makes it another word; it is saved under a name that is typed.
+    bench.click("frmMain.cmdSI_single(2)");
+    EXPECT_EQ(bench.names().listIndex(), -1);
+    bench.names().edit("five");
+    bench.boxes.answer(MessageBox::Answer::Yes);
+    bench.click("frmMain.cmdSaveQC");
+    const auto bits = bench.session().QuickCommandTable.bits(0);
+    EXPECT_EQ(std::vector<std::int16_t>(bits.begin(), bits.end()),
+              (std::vector<std::int16_t>{0, 1, 1, 1}));
+}
+
+TEST(QuickCommands, AnswerEnterAndDoubleClick) {
+    BatchBench bench;
+    bench.edit("frmMain.txtHexWordToSend", "A5");
+    bench.names().edit("a");
+    bench.names().key(forms::KeyCode::Enter);
+    EXPECT_EQ(bench.names().listIndex(), 0); // saved, and the last entry is selected
+    EXPECT_EQ(bench.names().text(), "a");
+    bench.edit("frmMain.txtHexWordToSend", "11");
+    bench.names().key(forms::KeyCode::Enter); // sends what stands there
+    EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "11");
+    bench.names().doubleClick(); // sends what is stored
+    EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "A5");
+    bench.program.mainForm().run.cmdSendOnce.disable();
+    bench.names().key(forms::KeyCode::Enter);
+    EXPECT_EQ(bench.log().size(), 10U);
+    bench.names().edit("*");
+    bench.names().key(forms::KeyCode::Enter);
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Quick Commands cannot begin with '*'."});
+    EXPECT_EQ(bench.names().text(), "a");
+}
+
+} // namespace
+} // namespace bitlux::test
