@@ -1,6 +1,7 @@
 #include "gui/theme.h"
 
 #include <algorithm>
+#include <array>
 
 #include <QApplication>
 #include <QIconEngine>
@@ -136,11 +137,18 @@ private:
         drawPanel(option, painter,
                   option.palette.color(editable ? QPalette::Base : QPalette::Button),
                   (option.state & State_HasFocus) != 0);
-        QStyleOption arrow(option);
-        arrow.rect = subControlRect(CC_ComboBox, &option, SC_ComboBoxArrow, widget);
-        constexpr int size = 9;
-        arrow.rect = QRect(arrow.rect.center() - QPoint(size / 2, size / 2 - 1), QSize(size, size));
-        QProxyStyle::drawPrimitive(PE_IndicatorArrowDown, &arrow, &painter, widget);
+        const QPointF center =
+            QRectF(subControlRect(CC_ComboBox, &option, SC_ComboBoxArrow, widget)).center();
+        const std::array<QPointF, 3> arrow{center + QPointF(-4, -2), center + QPointF(4, -2),
+                                           center + QPointF(0, 2)};
+        QColor ink = option.palette.color(QPalette::ButtonText);
+        ink.setAlphaF(0.7F);
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(ink);
+        painter.drawConvexPolygon(arrow.data(), static_cast<int>(arrow.size()));
+        painter.restore();
     }
 
     static bool isFocused(const QStyleOption& option) {
