@@ -87,6 +87,45 @@ public:
         program_.dialog().setVisible(false);
     }
 
+    /// The Batch page: at the start, filled, in a wait of a continuous run; and its dialogs.
+    void paintBatch(const QString& prefix, const QString& tail) {
+        MainForm& form = program_.mainForm();
+        gui::MainWindow window(program_);
+        window.show();
+        form.tabs.TabStripMain.click(2);
+        window.binder().flush();
+        window.fitToContent();
+        shoot(window, window, prefix + "-empty" + tail);
+        fillBatch();
+        shoot(window, window, prefix + "-filled" + tail);
+        form.batches.cmdSaveBatch.click();
+        shoot(window, *window.findChild<QDialog*>(), prefix + "-save" + tail);
+        program_.saveBatchForm().txtBatchName.edit("Night watch");
+        program_.saveBatchForm().cmdSave.click();
+        form.editor.cmdAddWait.click();
+        for (auto* dialog : window.findChildren<QDialog*>())
+            if (dialog->isVisible())
+                shoot(window, *dialog, prefix + "-wait" + tail);
+        program_.addWaitForm().cmdCancel.click();
+        desk_.boxes.answer(MessageBox::Answer::Ok);
+        desk_.loop.atTime(clock_.nanoseconds() + 1'300'000'000, [&] {
+            shoot(window, window, prefix + "-running" + tail);
+            window.resize(640, 480);
+            shoot(window, window, prefix + "-small" + tail);
+            form.run.cmdStopContinuous.click();
+        });
+        form.run.cmdSendContinuous.click();
+    }
+
+    void paintPartTabs(const QString& file, QSize size) {
+        ConfigureDialog& dialog = program_.dialog();
+        for (forms::CheckBox* part : {&dialog.CheckEnable72361, &dialog.CheckEnable72517,
+                                      &dialog.CheckEnable72518, &dialog.CheckEnable72537})
+            part->setValue(1);
+        dialog.cmdApply_Click();
+        paint(file, size);
+    }
+
     void showExtraPins() {
         ConfigureDialog& dialog = program_.dialog();
         const std::array<std::pair<int, const char*>, 2> pins{{{0, "5"}, {1, "6"}}};
@@ -107,6 +146,27 @@ public:
     }
 
 private:
+    static void shoot(gui::MainWindow& window, QWidget& part, const QString& name) {
+        window.binder().flush();
+        QApplication::processEvents();
+        part.grab().save(name + ".png");
+    }
+
+    void fillBatch() {
+        MainForm& form = program_.mainForm();
+        for (const auto& [name, word] :
+             {std::pair("Wake", "A5"), std::pair("Read status", "03"), std::pair("Sleep", "3C")}) {
+            form.singleWord.txtHexWordToSend.edit(word);
+            form.commands.cmbMasterQCList.edit(name);
+            form.quickCommands.cmdSaveQC.click();
+        }
+        for (const char* line :
+             {"Wake", "* Wait 2 s", "Read status", "* Set HIGH: D5", "* Pause", "Sleep"})
+            form.commands.addToSend(line);
+        form.commands.lstCommandsToSend.select(2);
+        form.commands.lstCommandsAvailable.select(0);
+    }
+
     VirtualClock clock_;
     VirtualBench bench_{clock_, makeDevice("echo")};
     ScriptedDesk desk_{clock_};
@@ -160,6 +220,13 @@ int main(int argc, char** argv) {
         dongle.paintDialog(folder + "/configure-dongle" + tail);
         dongle.showExtraPins();
         dongle.paint(folder + "/main-dongle-pins" + tail + ".png", {});
+        Stage batch;
+        batch.bring(states[0]);
+        batch.paintBatch(folder + "/batch", tail);
+        Stage parts;
+        parts.bring(states[0]);
+        parts.paintPartTabs(folder + "/main-parts" + tail + ".png", {});
+        parts.paintPartTabs(folder + "/main-parts-small" + tail + ".png", QSize(640, 480));
         Stage first;
         first.paint(folder + "/main-start" + tail + ".png", {});
         first.bring(states[4]);

@@ -1,6 +1,7 @@
 #include "gui/theme.h"
 
 #include <algorithm>
+#include <array>
 
 #include <QApplication>
 #include <QIconEngine>
@@ -40,9 +41,12 @@ public:
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
         if (element == PE_FrameGroupBox)
-            drawGroupFrame(*option, *painter, widget);
+            drawOutline(groupFrame(*option, widget), *painter, lineColor(*option));
         else if (element == PE_Frame)
-            drawFrame(*option, *painter);
+            drawOutline(option->rect, *painter, lineColor(*option));
+        else if (element == PE_FrameTabBarBase)
+            painter->fillRect(option->rect.adjusted(0, option->rect.height() - 1, 0, 0),
+                              lineColor(*option));
         else if (element == PE_PanelButtonCommand)
             drawButton(*option, *painter);
         else if (element == PE_PanelLineEdit)
@@ -75,18 +79,22 @@ public:
     }
 
 private:
+    /// A fifth of the text's color on the window's; opaque, which is filled at once.
     static QColor lineColor(const QStyleOption& option) {
-        QColor line = option.palette.color(QPalette::WindowText);
-        line.setAlphaF(0.2F);
-        return line;
+        const QColor text = option.palette.color(QPalette::WindowText);
+        const QColor window = option.palette.color(QPalette::Window);
+        const auto mixed = [](int one, int other) { return (one + 4 * other) / 5; };
+        return {mixed(text.red(), window.red()), mixed(text.green(), window.green()),
+                mixed(text.blue(), window.blue())};
     }
 
-    static void drawFrame(const QStyleOption& option, QPainter& painter) {
-        painter.save();
-        painter.setBrush(Qt::NoBrush);
-        painter.setPen(lineColor(option));
-        painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
-        painter.restore();
+    /// Four filled rectangles: stroking a tall outline would start threads.
+    static void drawOutline(const QRect& rect, QPainter& painter, const QColor& color) {
+        const int right = rect.width() - 1;
+        const int bottom = rect.height() - 1;
+        for (const QRect& side : {rect.adjusted(0, 0, 0, -bottom), rect.adjusted(0, bottom, 0, 0),
+                                  rect.adjusted(0, 0, -right, 0), rect.adjusted(right, 0, 0, 0)})
+            painter.fillRect(side, color);
     }
 
     /// A surface with a thin line around it, which tells where the focus is.
@@ -129,11 +137,18 @@ private:
         drawPanel(option, painter,
                   option.palette.color(editable ? QPalette::Base : QPalette::Button),
                   (option.state & State_HasFocus) != 0);
-        QStyleOption arrow(option);
-        arrow.rect = subControlRect(CC_ComboBox, &option, SC_ComboBoxArrow, widget);
-        constexpr int size = 9;
-        arrow.rect = QRect(arrow.rect.center() - QPoint(size / 2, size / 2 - 1), QSize(size, size));
-        QProxyStyle::drawPrimitive(PE_IndicatorArrowDown, &arrow, &painter, widget);
+        const QPointF center =
+            QRectF(subControlRect(CC_ComboBox, &option, SC_ComboBoxArrow, widget)).center();
+        const std::array<QPointF, 3> arrow{center + QPointF(-4, -2), center + QPointF(4, -2),
+                                           center + QPointF(0, 2)};
+        QColor ink = option.palette.color(QPalette::ButtonText);
+        ink.setAlphaF(0.7F);
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(ink);
+        painter.drawConvexPolygon(arrow.data(), static_cast<int>(arrow.size()));
+        painter.restore();
     }
 
     static bool isFocused(const QStyleOption& option) {
@@ -144,7 +159,7 @@ private:
     /// The selected tab has a line below it, the one under the pointer a tint.
     static void drawTab(const QStyleOption& option, QPainter& painter) {
         constexpr int thickness = 2;
-        QColor tint = lineColor(option);
+        QColor tint = option.palette.color(QPalette::WindowText);
         tint.setAlphaF(0.08F);
         if ((option.state & State_MouseOver) != 0)
             painter.fillRect(option.rect, tint);
@@ -153,19 +168,12 @@ private:
                              option.palette.color(QPalette::Highlight));
     }
 
-    void drawGroupFrame(const QStyleOption& option, QPainter& painter,
-                        const QWidget* widget) const {
-        constexpr qreal radius = 3;
-        constexpr int belowTitle = 3; // the rectangle includes the title of the group
+    /// The rectangle of a group without its title.
+    [[nodiscard]] QRect groupFrame(const QStyleOption& option, const QWidget* widget) const {
+        constexpr int belowTitle = 3;
         const int title = std::max(pixelMetric(PM_ExclusiveIndicatorHeight, &option, widget),
-                                   option.fontMetrics.height()) +
-                          belowTitle;
-        painter.save();
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(lineColor(option));
-        painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, title + 0.5, -0.5, -0.5), radius,
-                                radius);
-        painter.restore();
+                                   option.fontMetrics.height());
+        return option.rect.adjusted(0, title + belowTitle, 0, 0);
     }
 };
 

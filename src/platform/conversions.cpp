@@ -7,6 +7,7 @@
 #include <cmath>
 #include <limits>
 #include <locale>
+#include <optional>
 #include <sstream>
 
 #include <fmt/format.h>
@@ -49,9 +50,27 @@ bool beginsNumber(std::string_view text) {
            (std::isdigit(static_cast<unsigned char>(text[first])) != 0 || text[first] == '.');
 }
 
+/// Few digits and nothing else, which most texts of numbers are: no need for the machinery of
+/// floating point.
+std::optional<double> fewDigits(std::string_view text) {
+    constexpr std::size_t few = 9;
+    std::uint32_t value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (text.size() > few || error != std::errc() || end != text.data() + text.size())
+        return std::nullopt;
+    return value;
+}
+
+bool isWhole(double value) {
+    constexpr double exact = 1e15;
+    return std::abs(value) < exact &&
+           static_cast<double>(static_cast<std::int64_t>(value)) == value;
+}
+
 template <typename Integer>
 Integer rounded(double value) {
-    const double nearest = std::nearbyint(value); // the default mode takes ties to even
+    // The default mode takes ties to even.
+    const double nearest = isWhole(value) ? value : std::nearbyint(value);
     if (!(nearest >= std::numeric_limits<Integer>::min() &&
           nearest <= std::numeric_limits<Integer>::max()))
         throw Failure(Failure::Kind::Overflow, "Overflow");
@@ -70,6 +89,8 @@ double val(std::string_view text) {
         if (letter == 'O')
             return parseInteger(rest.substr(2), 8);
     }
+    if (const auto value = fewDigits(rest))
+        return *value;
     if (!beginsNumber(rest))
         return 0;
     if (rest[0] == '+') // from_chars takes no plus sign

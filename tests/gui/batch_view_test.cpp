@@ -95,7 +95,8 @@ TEST(BatchView, IsWorkedByTheKeyboardAlone) {
 
     bench.window.activateWindow();
     bench.settle();
-    bench.key(Qt::Key_S, Qt::AltModifier); // Send Once
+    bench.key(Qt::Key_S, Qt::AltModifier); // Send Once, after the look of a pressed button
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !bench.log().empty(); }, 2000));
     EXPECT_EQ(bench.lines("frmMain.lstSessionLogMult"),
               (Texts{"SPI Word Sent:", "  3C", "SPI Word Received:", "  3C", " ",
                      "Waiting 250 ms ...", "Done Waiting", " "}));
