@@ -85,7 +85,7 @@ def main(program):
     try:
         app = wait_for("application", lambda: application("Bitlux Forge"))
         window = wait_for("window", lambda: find(app, "frame"))
-        entry = wait_for("entry", lambda: find(window, "text"))
+        entry = wait_for("entry", lambda: find(window, "text", "Word to Send (DI):"))
         Atspi.EditableText.set_text_contents(entry, "a5")
         press(window, "Send Once")
         wait_for("answer A5", lambda: find(window, "label", "A5"))
