@@ -26,8 +26,11 @@ SingleWordView::SingleWordView(Program& program, Binder& binder, QWidget& before
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(10);
-    entries_ = new QVBoxLayout;
-    layout->addLayout(entries_);
+    // The first child, so that who reads the window hears of the entries first, whenever made.
+    auto* entries = new QWidget(this);
+    entries_ = new QVBoxLayout(entries);
+    entries_->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(entries);
     layout->addWidget(makeCommandRow());
     runPlace_.room = new QWidget(this);
     layout->addWidget(runPlace_.room);
@@ -39,7 +42,7 @@ SingleWordView::SingleWordView(Program& program, Binder& binder, QWidget& before
 
 QWidget* SingleWordView::makeBitRows() {
     SingleWordPage& page = form_.singleWord;
-    bits_ = new QWidget(this);
+    bits_ = new QWidget(entries_->parentWidget());
     auto* rows = new QVBoxLayout(bits_);
     rows->setContentsMargins(0, 0, 0, 0);
     auto* in = binder_.make<QGroupBox>(page.frameSPIinSingle, bits_);
@@ -129,7 +132,7 @@ QWidget* SingleWordView::makeGroup(int group, bool toSend) {
 
 QWidget* SingleWordView::makeHexRows() {
     SingleWordPage& page = form_.singleWord;
-    hexRows_ = new QWidget(this);
+    hexRows_ = new QWidget(entries_->parentWidget());
     auto* grid = new QGridLayout(hexRows_);
     grid->setContentsMargins(0, 4, 0, 4);
     grid->setHorizontalSpacing(12);

@@ -47,6 +47,8 @@ public:
         else if (element == PE_FrameTabBarBase)
             painter->fillRect(option->rect.adjusted(0, option->rect.height() - 1, 0, 0),
                               lineColor(*option));
+        else if (element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton)
+            drawIndicator(element, *option, *painter, widget);
         else if (element == PE_PanelButtonCommand)
             drawButton(*option, *painter);
         else if (element == PE_PanelLineEdit)
@@ -148,6 +150,22 @@ private:
         painter.setPen(Qt::NoPen);
         painter.setBrush(ink);
         painter.drawConvexPolygon(arrow.data(), static_cast<int>(arrow.size()));
+        painter.restore();
+    }
+
+    /// The toolkit's line around it cannot be seen on a dark window.
+    void drawIndicator(PrimitiveElement element, const QStyleOption& option, QPainter& painter,
+                       const QWidget* widget) const {
+        QProxyStyle::drawPrimitive(element, &option, &painter, widget);
+        if (element == PE_IndicatorCheckBox) {
+            drawOutline(option.rect, painter, lineColor(option));
+            return;
+        }
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(lineColor(option));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawEllipse(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5));
         painter.restore();
     }
 
