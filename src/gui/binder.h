@@ -51,7 +51,7 @@ public:
     /// After a flush.
     Event<> flushed;
 
-    /// A control that has no widget on purpose, because its page is not there yet.
+    /// A control that has no widget on purpose: nothing ever shows it.
     void leaveOut(const forms::Control& control) { leftOut_.insert(&control); }
 
     [[nodiscard]] bool isLeftOut(const forms::Control& control) const {
