@@ -161,8 +161,8 @@ std::vector<std::int16_t> QuickCommands::wordOf(std::size_t row) const {
 
 void QuickCommands::showBits(const std::vector<std::int16_t>& bits) {
     for (std::size_t i = 0; i < bits.size(); ++i) {
-        session_.LinkFailed = bits[i] != 0 && bits[i] != 1;
-        if (session_.LinkFailed) { // a box for every bad bit
+        session_.StopSending = bits[i] != 0 && bits[i] != 1;
+        if (session_.StopSending) { // a box for every bad bit
             parts_.boxes.show(
                 {.text = fmt::format("Quick Command array element is neither 0 nor 1!{}"
                                      "Check the USB cable and restart program",

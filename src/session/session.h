@@ -92,6 +92,7 @@ struct Session {
     // Named words
     bitlux::QuickCommandTable QuickCommandTable;
     Flag QuickCommandTableEmpty = ConstOn;
+    bool StopSending = false; ///< the stored word that was shown last has an element that is no bit
     BatchLists lstBatchList;
     /// One more than there are Batches.
     [[nodiscard]] int BatchCount() const { return lstBatchList.count() + 1; }

@@ -162,6 +162,9 @@ TEST(MultipleRun, LogsAContinuousRunByItsRules) {
         Texts lines;
         Texts log;
     };
+    Texts everyPass;
+    for (int pass = 0; pass < 4; ++pass) // a wait has a turn of the loop, and so has a pass
+        everyPass.insert(everyPass.end(), {"0A", "Waiting 0 s ...", "Done Waiting"});
     const Case cases[] = {
         {"optLogFixedNumber",
          {"a", "b"},
@@ -169,6 +172,7 @@ TEST(MultipleRun, LogsAContinuousRunByItsRules) {
         {"optLogFixedNumber",
          {"a", "* Wait 0 s"},
          {"0A", "Waiting 0 s ...", "Done Waiting", "0A", "Waiting 0 s ...", "Done Waiting"}},
+        {"optLogForever", {"a", "* Wait 0 s"}, everyPass},
         {"optLogOff", {"a", "b"}, {"Continuous Send Log Disabled"}},
         {"optLogOff", {"* Wait 0 s", "a"}, {}},
     };

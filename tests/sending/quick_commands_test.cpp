@@ -170,7 +170,7 @@ TEST(QuickCommands, LeaveAnEntryWithoutANameBehind) {
     bench.session().DisplayHex = 0;
     bench.names().select(0);
     EXPECT_EQ(bench.boxes.takeTexts(), Texts(4, badElement));
-    EXPECT_TRUE(bench.session().LinkFailed);
+    EXPECT_TRUE(bench.session().StopSending);
     bench.click("frmMain.cmdDeleteQC"); // once more
     EXPECT_EQ(bench.available(), Texts{""});
     bench.session().DisplayHex = 1;
@@ -200,14 +200,14 @@ TEST(QuickCommands, ShowTheirBitsInBinaryDisplay) {
     bench.save("five", "5");
     bench.save("ten", "A");
     bench.session().DisplayHex = 0;
-    bench.session().LinkFailed = true;
+    bench.session().StopSending = true;
     bench.names().select(1);
     std::string captions;
     for (int bit = 3; bit >= 0; --bit)
         captions += bench.program.mainForm().singleWord.cmdSI_single(bit).caption();
     EXPECT_EQ(captions, "1010");
     EXPECT_EQ(bench.session().SingleWordBits, (std::vector<std::int16_t>{0, 1, 0, 1, 0}));
-    EXPECT_FALSE(bench.session().LinkFailed);
+    EXPECT_FALSE(bench.session().StopSending);
     // A bit that is turned over makes it another word; it is saved under a name that is typed.
     bench.click("frmMain.cmdSI_single(2)");
     EXPECT_EQ(bench.names().listIndex(), -1);
