@@ -45,7 +45,9 @@ void LogView::mark(int index) {
 }
 
 QString LogView::line(int index) const {
-    return QString::fromStdString(lines_->line(static_cast<std::size_t>(index)));
+    // Lines may have gone since the last refresh, and a paint may come before the next.
+    const auto place = static_cast<std::size_t>(index);
+    return place < lines_->size() ? QString::fromStdString(lines_->line(place)) : QString();
 }
 
 int LogView::firstVisible() const {

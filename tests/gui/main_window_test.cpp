@@ -293,5 +293,17 @@ TEST(MainWindow, StaysItsSizeWithNamesOfAnyLength) {
     EXPECT_LE(bench.window.view().minimumSizeHint().width(), width);
 }
 
+TEST(MainWindow, PaintsBeforeItHasNoticedThatLinesAreGone) {
+    WindowBench bench;
+    bench.configure("8");
+    for (int word = 0; word < 50; ++word)
+        bench.send("A5");
+    bench.settle();
+    bench.program.mainForm().log.clear();
+    auto& log = bench.widget<gui::LogView>("frmMain.lstSessionLogSingle");
+    EXPECT_FALSE(log.grab().isNull());
+    EXPECT_EQ(log.line(0), "");
+}
+
 } // namespace
 } // namespace bitlux::test
