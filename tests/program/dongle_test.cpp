@@ -62,7 +62,7 @@ TEST(Dongle, GoesToThePortWhereTheBoxIsNotTicked) {
     bench.program.dialog().ChkSerialPort.setValue(0);
     bench.apply("8");
     EXPECT_FALSE(bench.program.engine().usesDongle());
-    EXPECT_NE(accessesOf(bench, [&] { bench.send("A5"); }).find("R"), std::string::npos);
+    EXPECT_NE(accessesOf(bench, [&] { bench.send("A5"); }).find('R'), std::string::npos);
     bench.search(); // must not take the port away from its user
     EXPECT_FALSE(bench.program.engine().usesDongle());
     EXPECT_EQ(bench.states({"!cmbPortsAvailable", "framePortPins", "!ChkSerialPort"}), "+++");
