@@ -10,14 +10,6 @@ void choose(forms::OptionButton& first, forms::OptionButton& second, bool takeFi
     (takeFirst ? first : second).setValue(true);
 }
 
-/// A list that had nothing selected has nothing selected again.
-void choose(forms::ComboBox& list, const std::string& text) {
-    if (text.empty())
-        list.setListIndex(-1);
-    else
-        list.setText(text);
-}
-
 } // namespace
 
 void ConfigureDialog::saveSnapshot() {
@@ -57,10 +49,10 @@ void ConfigureDialog::restoreSnapshot() {
     const SavedDialog& saved = session_.Saved;
     txtPartName.setText(saved.SavedPartName);
     cmbSPIWordLength.setText(saved.SavedWordLengthText);
-    choose(cmbCS, saved.SavedCSText);
-    choose(cmbDI, saved.SavedDIText);
-    choose(cmbDO, saved.SavedDOText);
-    choose(cmbCLK, saved.SavedCLKText);
+    cmbCS.choose(saved.SavedCSText);
+    cmbDI.choose(saved.SavedDIText);
+    cmbDO.choose(saved.SavedDOText);
+    cmbCLK.choose(saved.SavedCLKText);
     choose(optCSnegative, optCSpositive, saved.SavedCSnegative);
     choose(optDIpolarity_pos, optDIpolarity_neg, saved.SavedDIpolarity_pos);
     choose(optDOpolarity_pos, optDOpolarity_neg, saved.SavedDOpolarity_pos);

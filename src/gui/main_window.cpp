@@ -37,7 +37,7 @@ MainWindow::MainWindow(Program& program) : program_(program), binder_(program.fo
     subscriptions_ = {
         binder_.flushed.follow([this] { updateStatus(); }),
         program_.forms().formShown.follow([this](forms::Form& form) { formShown(form); }),
-        program_.exitRequested.follow([this] { close(); }),
+        program_.ended.follow([this] { close(); }),
         program_.mainForm().multiple.progressChanged.follow([this] { followRun(); })};
     updateStatus();
 }
@@ -45,6 +45,10 @@ MainWindow::MainWindow(Program& program) : program_(program), binder_(program.fo
 void MainWindow::makeMenus() {
     MainForm& form = program_.mainForm();
     QMenu& file = *menuBar()->addMenu("&File");
+    menuItem(file, form.files.itemOpen)->setShortcut(QKeySequence::Open);
+    menuItem(file, form.files.itemSave)->setShortcut(QKeySequence::Save);
+    menuItem(file, form.files.itemSaveAs)->setShortcut(QKeySequence::SaveAs);
+    file.addSeparator();
     menuItem(file, form.log.itemSaveLog);
     menuItem(file, form.log.itemSaveLogAs);
     menuItem(file, form.log.itemClearLog);
@@ -120,7 +124,7 @@ void MainWindow::fitToContent() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-    program_.end();
+    program_.close();
     for (const auto& [form, dialog] : dialogs_)
         dialog->hide();
     event->accept();

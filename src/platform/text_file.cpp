@@ -48,7 +48,12 @@ public:
     Replacement& operator=(const Replacement&) = delete;
 
     void writeLine(std::string_view line) {
-        buffer_.append(line).append("\r\n");
+        write(line);
+        write("\r\n");
+    }
+
+    void write(std::string_view content) {
+        buffer_.append(content);
         if (buffer_.size() > flushSize)
             flush();
     }
@@ -128,6 +133,12 @@ fs::path targetOf(const std::string& fileName) {
 }
 
 } // namespace
+
+void replaceFile(const std::string& fileName, std::string_view content) {
+    Replacement replacement(fileName, targetOf(fileName));
+    replacement.write(content);
+    replacement.finish();
+}
 
 void replaceTextFile(
     const std::string& fileName,

@@ -9,6 +9,8 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
       itemPortOptions(*this, "itemPortOptions", "Edit &Configuration..."),
       itemUpdateDongle(*this, "itemUpdateDongle", "&Update Dongle Firmware..."),
       itemExit(*this, "itemExit", "E&xit"),
+      itemHelpTopics(*this, "itemHelpTopics", "Help &Topics..."),
+      itemAbout(*this, "itemAbout", "&About Bitlux Forge..."),
       Command1(*this, "Command1"),
       Text1(*this, "Text1"),
       Text2(*this, "Text2"),
@@ -47,10 +49,19 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
                        .boxes = parts.desk.boxes,
                        .loop = parts.desk.loop,
                        .clock = parts.clock}),
-      tabs(*this, {.session = parts.session, .run = run, .labelMainTitle = labelMainTitle}) {
+      tabs(*this, {.session = parts.session, .run = run, .labelMainTitle = labelMainTitle}),
+      files(*this, {.session = parts.session,
+                    .commands = commands,
+                    .batches = batches,
+                    .log = log,
+                    .run = run,
+                    .desk = parts.desk}) {
     run.sendSingle = [this] { singleWord.DoSPISingle(); };
     run.sendMultiple = [this] { multiple.DoSPIMultiple(); };
     run.hasCommands = [this] { return commands.hasCommands(); };
+    files.tabs = {.reset = [this] { tabs.ResetTabs(); },
+                  .isActive = [this](std::int32_t part) { return tabs.IsTabActive(part); },
+                  .add = [this](std::int32_t part) { tabs.addPartTab(part); }};
     log.stopContinuous = [this] { run.cmdStopContinuous_Click(); };
     Command1.hide();
     parts.engine.wordLeaving.subscribe([this] {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "config/configuration_files.h"
 #include "platform/clock.h"
 #include "platform/desk.h"
 #include "platform/forms/controls.h"
@@ -47,6 +48,8 @@ public:
     forms::MenuItem itemPortOptions;
     forms::MenuItem itemUpdateDongle;
     forms::MenuItem itemExit;
+    forms::MenuItem itemHelpTopics; ///< the window shows the help
+    forms::MenuItem itemAbout;
     // Relics of the form's design; nothing shows them.
     forms::Button Command1; ///< sets up the pipes of a dongle that was found
     forms::TextBox Text1;
@@ -62,6 +65,7 @@ public:
     ExtraPinRows extraPins;
     MultipleRun multiple;
     MainTabs tabs;
+    ConfigurationFiles files;
 };
 
 } // namespace bitlux

@@ -1,6 +1,7 @@
 #include "program/program.h"
 
 #include <exception>
+#include <filesystem>
 
 #include <fmt/format.h>
 
@@ -75,7 +76,7 @@ Program::~Program() {
     end();
 }
 
-void Program::Main() {
+void Program::Main(const std::string& commandLine) {
     session_ = Session{};
     session_.SingleWordBits.assign(static_cast<std::size_t>(session_.SPIWordLength) + 1, 0);
     session_.StartingUp = ConstOn;
@@ -89,6 +90,26 @@ void Program::Main() {
         putIdleLevelsOnPins();
     mainForm_->setVisible(true);
     running_ = true;
+    openFromCommandLine(commandLine);
+}
+
+void Program::openFromCommandLine(const std::string& commandLine) {
+    if (commandLine.empty())
+        return;
+    if (!ValidFile(commandLine)) {
+        desk_.boxes.show(
+            {.text = "Invalid configuration file name specified on the command line."});
+        return;
+    }
+    session_.CommandLine = commandLine;
+    session_.OpenFromCommandLine = true;
+    forms_.perform("frmMain.itemOpen.Click", [this] { mainForm_->files.itemOpen_Click(); });
+}
+
+bool Program::ValidFile(const std::string& name) {
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(name, error);
+    return std::filesystem::exists(status) && !std::filesystem::is_directory(status);
 }
 
 void Program::putIdleLevelsOnPins() {
@@ -106,10 +127,11 @@ void Program::registerProcedures(MainForm& form) {
         form.run.cmdStopContinuous_Click();
         dialog_->setVisible(true);
     });
-    form.procedure("itemExit_Click", [this, &form] {
-        form.run.cmdStopContinuous_Click();
-        exitRequested.raise();
-    });
+    form.files.dialog = [this]() -> ConfigureDialog& { return *dialog_; };
+    form.procedure("itemHelpTopics_Click", [this] { helpRequested.raise(); });
+    form.procedure("itemExit_Click", [this] { itemExit_Click(); });
+    form.procedure("Form_QueryUnload", [&form] { form.run.cmdStopContinuous_Click(); });
+    form.procedure("Form_Unload", [this] { Form_Unload(); });
     form.batches.showSaveBatch = [this] { saveBatch_->setVisible(true); };
     form.editor.showAddWait = [this] { addWait_->setVisible(true); };
     form.tabs.startUsb = [this] { Start_USB(); };
@@ -190,6 +212,34 @@ void Program::stopRecording() {
     dongle_.stopRecording();
 }
 
+void Program::itemExit_Click() {
+    mainForm_->run.cmdStopContinuous_Click();
+    dongle_.close();
+    addWait_->setVisible(false);
+    saveBatch_->setVisible(false);
+    dialog_->setVisible(false); // its controls keep what they hold for the question that follows
+    close();
+}
+
+void Program::close() {
+    if (closing_ || !running_)
+        return;
+    closing_ = true;
+    forms_.perform("frmMain.Form_QueryUnload", [this] { mainForm_->call("Form_QueryUnload"); });
+    mainForm_->call("Form_Unload");
+    closing_ = false;
+}
+
+void Program::Form_Unload() {
+    const MessageBox question{.text = "Save configuration before exiting?",
+                              .title = "Last Chance to Save",
+                              .buttons = MessageBox::Buttons::YesNo,
+                              .icon = MessageBox::Icon::Question};
+    if (session_.ConfigDirty == ConstOn && desk_.boxes.show(question) == MessageBox::Answer::Yes)
+        forms_.perform("frmMain.itemSave.Click", [this] { mainForm_->files.itemSave_Click(); });
+    end();
+}
+
 void Program::end() {
     if (!running_)
         return;
@@ -198,6 +248,7 @@ void Program::end() {
     mainForm_->multiple.abandon();
     dongle_.close();
     restPins();
+    ended.raise();
 }
 
 void Program::restPins() {

@@ -26,14 +26,23 @@ public:
     Program& operator=(const Program&) = delete;
 
     /// Starts the program: brings the session and the forms to their defaults, shows the main
-    /// form.
-    void Main();
-    /// An orderly end: a continuous run stops, the dongle is closed and the pins go idle. Harmless
-    /// when repeated.
+    /// form, and opens the configuration file that the command line names. The whole command line
+    /// is the name, as it stands.
+    void Main(const std::string& commandLine = {});
+    /// Whether a file of this name exists that is no folder; a failure to find out counts as none.
+    static bool ValidFile(const std::string& name);
+    /// The close box: stops a continuous run, asks whether to save changed settings, and ends the
+    /// program. Harmless when repeated, also while the question is shown.
+    void close();
+    /// An orderly end without a question: a continuous run stops, the dongle is closed and the
+    /// pins go idle. Harmless when repeated.
     void end();
+    [[nodiscard]] bool running() const { return running_; }
 
-    /// The user asked for the end by the menu; whoever runs the program then calls end.
-    Event<> exitRequested;
+    /// The program has ended, whichever way; whoever shows its windows closes them.
+    Event<> ended;
+    /// The user asked for the help.
+    Event<> helpRequested;
 
     /// Records what happens on either bus from now on; the trace outlives the recording.
     void startRecording(WireTrace& trace);
@@ -53,6 +62,9 @@ public:
 private:
     void registerProcedures(MainForm& form);
     void loadMainForm(MainForm& form);
+    void openFromCommandLine(const std::string& commandLine);
+    void itemExit_Click();
+    void Form_Unload();
     void putIdleLevelsOnPins();
     void Start_USB();
     void itemUpdateDongle_Click();
@@ -71,6 +83,7 @@ private:
     forms::FormSlot<SaveBatchForm> saveBatch_;
     forms::FormSlot<AddWaitForm> addWait_;
     bool running_ = false;
+    bool closing_ = false; ///< the question about saving may be on the screen
     bool searching_ = false;
 };
 

@@ -81,6 +81,11 @@ void CommandLists::setNames(std::vector<std::string> names) {
     lstCommandsAvailable.setListIndex(-1);
 }
 
+void CommandLists::addName(std::string name) {
+    cmbMasterQCList.addItem(std::move(name));
+    lstCommandsAvailable.linesChanged();
+}
+
 void CommandLists::clear() {
     setNames({});
     setToSend({});

@@ -32,6 +32,8 @@ public:
 
     /// Other names of Quick Commands than before, in both lists; none is selected.
     void setNames(std::vector<std::string> names);
+    /// One more name, at the end of both.
+    void addName(std::string name);
     /// Empties all three.
     void clear();
     /// The word on the single-word page is no stored command any more.

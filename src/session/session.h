@@ -116,6 +116,8 @@ struct Session {
 
     // Configuration
     std::string ConfigFileName;
+    std::string CommandLine;          ///< a file name, as it stands
+    bool OpenFromCommandLine = false; ///< the next Open takes that file
     Flag ConfigDirty = ConstOff;
     SavedDialog Saved;          ///< what Cancel brings back
     Flag StartingUp = ConstOff; ///< on until the first Apply has run

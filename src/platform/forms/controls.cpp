@@ -118,6 +118,13 @@ void ComboBox::setText(const std::string& text) {
     setEditText(text);
 }
 
+void ComboBox::choose(const std::string& text) {
+    if (text.empty())
+        setListIndex(-1);
+    else
+        setText(text);
+}
+
 void ComboBox::setEditText(const std::string& text) {
     assign(listIndex_, -1);
     assign(text_, text);

@@ -139,6 +139,8 @@ public:
     /// Raises Failure (OutOfRange) beyond the last. The text goes with a selected item; no handler
     /// runs.
     void removeItem(int index);
+    /// As setText, and an empty text selects nothing.
+    void choose(const std::string& text);
     /// Removes all items and the selection.
     void clear() { setItems({}); }
 

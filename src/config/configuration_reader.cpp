@@ -1,0 +1,184 @@
+#include "config/configuration_reader.h"
+
+#include "platform/code_page.h"
+#include "platform/conversions.h"
+#include "platform/failure.h"
+#include "platform/printable.h"
+
+#include <stdexcept>
+#include <utility>
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+namespace {
+
+constexpr std::string_view firstKeyOfVersion2 = "Bitlux Forge Configuration File";
+constexpr std::string_view firstKeyOfVersion3 = "Bitlux Configuration File (Version 3.x.x)";
+constexpr std::string_view quickCommandKey = "[QuickCommand]";
+
+struct Split {
+    std::string_view first;
+    std::string_view rest;
+    bool inTwo; ///< false when there was no blank; all of it is `first` then
+};
+
+Split atFirstBlank(std::string_view text) {
+    const std::size_t blank = text.find(' ');
+    if (blank == std::string_view::npos)
+        return {text, {}, false};
+    return {text.substr(0, blank), text.substr(blank + 1), true};
+}
+
+/// The name that an older file marks as reserved, as an ordinary one; nothing for any other.
+std::optional<std::string> withoutStar(std::string_view name) {
+    const Split split = atFirstBlank(name);
+    if (split.first != "*")
+        return std::nullopt;
+    return "+ " + std::string(split.rest);
+}
+
+std::int16_t bitOf(std::string_view part) {
+    if (part == "0" || part == "1")
+        return part == "1" ? 1 : 0;
+    return toInt16(val(part));
+}
+
+} // namespace
+
+ConfigurationReader::ConfigurationReader(const Parts& parts, const std::string& fileName)
+    : parts_(parts), session_(parts.session), file_(fileName) {
+    for (ConfigurationSetting& setting :
+         configurationSettings(parts_.dialog, session_, parts_.tabs))
+        actions_[setting.key] = std::move(setting.read);
+    actions_["[ApplyNow]"] = [this](const RecordValue&) { applyNow(); };
+    actions_["[CommandToSend]"] = [this](const RecordValue& value) {
+        commandToSend(textOf(value));
+    };
+    actions_["[BatchItem]"] = [this](const RecordValue& value) { batchItem(textOf(value)); };
+}
+
+bool ConfigurationReader::isConfiguration() {
+    try {
+        const std::optional<std::string_view> line = file_.next();
+        if (!line)
+            return false;
+        const std::string_view key = parseRecord(*line).key;
+        isVersion2_ = key == firstKeyOfVersion2;
+        return isVersion2_ || key == firstKeyOfVersion3;
+    } catch (const Failure&) { // no record at all
+        return false;
+    }
+}
+
+void ConfigurationReader::read() {
+    reset();
+    const auto damaged = [this](const char* reason) {
+        return fmt::format("The file \"{}\" is damaged in line {}: {}.",
+                           printable(file_.fileName(), 200), file_.lineNumber(), reason);
+    };
+    while (const std::optional<std::string_view> line = file_.next()) {
+        try {
+            play(*line);
+        } catch (const Failure& failure) {
+            throw Failure(failure.kind(), damaged(failure.what()));
+        } catch (const std::out_of_range& failure) {
+            throw Failure(Failure::Kind::OutOfRange, damaged(failure.what()));
+        }
+    }
+}
+
+void ConfigurationReader::reset() {
+    ConfigureDialog& dialog = parts_.dialog;
+    parts_.tabs.reset();
+    for (forms::CheckBox* part :
+         {&dialog.CheckEnable72361, &dialog.CheckEnable72518, &dialog.CheckEnable72517,
+          &dialog.CheckEnable72537, &dialog.CheckEnable72516})
+        part->setValue(0);
+    parts_.commands.clear();
+    parts_.log.clear();
+    parts_.batches.clear();
+}
+
+void ConfigurationReader::play(std::string_view line) {
+    if (line.find_first_not_of(" \t") == std::string_view::npos)
+        return;
+    const ConfigurationRecord record = parseRecord(line);
+    const auto* text = std::get_if<std::string_view>(&record.value);
+    if (record.key == quickCommandKey) {
+        quickCommand(text != nullptr ? *text : textOf(record.value));
+        return;
+    }
+    const auto found = actions_.find(std::string(record.key));
+    if (found == actions_.end())
+        return;
+    found->second(record.value);
+}
+
+void ConfigurationReader::applyNow() {
+    parts_.dialog.setVisible(false);
+    parts_.dialog.cmdApply_Click();
+    session_.QuickCommandTable.recreate(session_.SPIWordLength);
+    nextCommandIsFirst_ = true;
+}
+
+void ConfigurationReader::quickCommand(std::string_view value) {
+    std::string_view rest = value;
+    takeBits(rest, value);
+    QuickCommandTable& table = session_.QuickCommandTable;
+    if (!std::exchange(nextCommandIsFirst_, false))
+        table.addRow();
+    table.setBits(table.rows() - 1, bits_);
+    std::string name = toUtf8(rest);
+    if (isVersion2_)
+        name = withoutStar(name).value_or(name);
+    table.nameLastRow(name);
+    parts_.commands.addName(std::move(name));
+    session_.QuickCommandTableEmpty = ConstOff;
+}
+
+void ConfigurationReader::takeBits(std::string_view& rest, std::string_view value) {
+    // The most significant bit stands first.
+    bits_.resize(static_cast<std::size_t>(session_.SPIWordLength));
+    for (auto bit = bits_.rbegin(); bit != bits_.rend(); ++bit) {
+        const Split split = atFirstBlank(rest);
+        if (!split.inTwo)
+            throw Failure(Failure::Kind::OutOfRange,
+                          fmt::format("the Quick Command \"{}\" has no {} bits and a name",
+                                      printable(toUtf8(value), 40), bits_.size()));
+        *bit = bitOf(split.first);
+        rest = split.rest;
+    }
+}
+
+void ConfigurationReader::commandToSend(const std::string& line) {
+    if (!isVersion2_) {
+        parts_.commands.addToSend(line);
+        return;
+    }
+    if (const std::optional<std::string> name = withoutStar(line))
+        parts_.commands.addToSend(*name); // and once more as it was
+    if (line == "Pause")
+        parts_.commands.addToSend("* Pause");
+    else if (line != "Trigger")
+        parts_.commands.addToSend(line);
+}
+
+void ConfigurationReader::batchItem(const std::string& value) {
+    const Split split = atFirstBlank(value);
+    const double number = toNumber(split.first);
+    if (!split.inTwo)
+        throw Failure(Failure::Kind::OutOfRange, "there is no text behind the number of the Batch");
+    const std::string text(split.rest);
+    if (number == session_.BatchCount()) {
+        parts_.batches.add({text});
+        return;
+    }
+    if (number < 1 || number > session_.BatchCount())
+        throw Failure(Failure::Kind::OutOfRange,
+                      fmt::format("there is no Batch {}", printable(split.first, 40)));
+    session_.lstBatchList(toInt16(number)).push_back(text);
+}
+
+} // namespace bitlux

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "config/configuration_settings.h"
+#include "config/configure_dialog.h"
+#include "platform/line_reader.h"
+#include "sending/batches.h"
+#include "sending/command_lists.h"
+#include "sending/session_log.h"
+#include "session/session.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace bitlux {
+
+/// Plays a configuration file: each record acts on the dialog's controls or on the lists as it is
+/// met, and [ApplyNow] applies what the controls hold by then.
+class ConfigurationReader {
+public:
+    /// What it works with; all outlive it.
+    struct Parts {
+        Session& session;
+        ConfigureDialog& dialog;
+        CommandLists& commands;
+        Batches& batches;
+        SessionLog& log;
+        const PartTabAccess& tabs;
+    };
+
+    /// Opens the file; raises Failure (File) when it cannot be read.
+    ConfigurationReader(const Parts& parts, const std::string& fileName);
+
+    /// Reads the first record; false when the file is empty or the record is not that of a
+    /// configuration. To be called once, before `read`.
+    bool isConfiguration();
+    /// Empties the lists and plays the other records; keys that it does not know are passed over.
+    /// A record that is damaged or cannot act raises Failure with file, line and reason; those
+    /// before it have acted.
+    void read();
+
+private:
+    using Action = std::function<void(const RecordValue& value)>;
+
+    void reset();
+    void play(std::string_view line);
+    void applyNow();
+    void quickCommand(std::string_view value);
+    void takeBits(std::string_view& rest, std::string_view value);
+    void commandToSend(const std::string& line);
+    void batchItem(const std::string& value);
+
+    Parts parts_;
+    Session& session_;
+    LineReader file_;
+    std::unordered_map<std::string, Action> actions_; ///< by key
+    bool isVersion2_ = false;
+    bool nextCommandIsFirst_ = false; ///< from [ApplyNow] to the first Quick Command
+    std::vector<std::int16_t> bits_;  ///< of the Quick Command that is read
+};
+
+} // namespace bitlux

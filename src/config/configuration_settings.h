@@ -1,0 +1,37 @@
+#pragma once
+
+#include "config/configuration_record.h"
+#include "config/configure_dialog.h"
+#include "session/session.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace bitlux {
+
+/// A setting of the dialog as a record of a configuration file.
+struct ConfigurationSetting {
+    using Value = std::variant<std::string, int, bool>;
+
+    std::string key;
+    std::function<Value()> value; ///< what is saved; none for the names of older files
+    std::function<void(const RecordValue& value)> read;
+};
+
+/// The tabs of parts, as far as a file opens them.
+struct PartTabAccess {
+    std::function<void()> reset;
+    std::function<bool(std::int32_t partNumber)> isActive;
+    std::function<void(std::int32_t partNumber)> add;
+};
+
+/// All settings, in the order in which they are saved, and the older names among them. Their
+/// functions work on the dialog's controls, which hold more than was applied. All arguments outlive
+/// the result.
+std::vector<ConfigurationSetting> configurationSettings(ConfigureDialog& dialog, Session& session,
+                                                        const PartTabAccess& tabs);
+
+} // namespace bitlux

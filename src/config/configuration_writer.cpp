@@ -1,0 +1,98 @@
+#include "config/configuration_writer.h"
+
+#include "platform/code_page.h"
+#include "platform/failure.h"
+#include "platform/printable.h"
+
+#include <iterator>
+#include <string_view>
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+namespace {
+
+/// Collects records, and refuses text that a record cannot hold.
+class Records {
+public:
+    void addText(std::string_view key, std::string_view text) {
+        begin(key);
+        text_ += '"';
+        append(key, text);
+        text_ += "\"\r\n";
+    }
+
+    void add(const std::string& key, const ConfigurationSetting::Value& value) {
+        if (const auto* text = std::get_if<std::string>(&value)) {
+            addText(key, *text);
+            return;
+        }
+        begin(key);
+        if (const auto* number = std::get_if<int>(&value))
+            fmt::format_to(std::back_inserter(text_), "{}\r\n", *number);
+        else
+            text_ += std::get<bool>(value) ? "#TRUE#\r\n" : "#FALSE#\r\n";
+    }
+
+    void addQuickCommand(const QuickCommandTable& table, std::size_t row) {
+        constexpr std::string_view key = "[QuickCommand]";
+        const auto bits = table.bits(row);
+        begin(key);
+        text_ += '"';
+        for (auto bit = bits.rbegin(); bit != bits.rend(); ++bit) {
+            appendBit(*bit);
+            text_ += ' ';
+        }
+        append(key, table.name(row));
+        text_ += "\"\r\n";
+    }
+
+    std::string take() { return std::move(text_); }
+
+private:
+    void begin(std::string_view key) { text_.append("\"").append(key).append("\","); }
+
+    void appendBit(std::int16_t bit) {
+        if (bit == 0 || bit == 1)
+            text_ += bit == 0 ? '0' : '1';
+        else if (bit != QuickCommandTable::noBit)
+            fmt::format_to(std::back_inserter(text_), "{}", bit);
+    }
+
+    void append(std::string_view key, std::string_view text) {
+        try {
+            if (text.find_first_of(std::string_view("\r\n\0", 3)) != std::string_view::npos)
+                throw Failure(Failure::Kind::Conversion, "a text cannot hold an end of line");
+            text_ += toCodePage(text);
+        } catch (const Failure& failure) {
+            throw Failure(failure.kind(), fmt::format("{} \"{}\" cannot be saved: {}.", key,
+                                                      printable(text, 60), failure.what()));
+        }
+    }
+
+    std::string text_;
+};
+
+} // namespace
+
+std::string configurationText(const std::vector<ConfigurationSetting>& settings,
+                              const Session& session,
+                              const std::vector<std::string>& commandsToSend) {
+    Records records;
+    records.addText("Bitlux Configuration File (Version 3.x.x)", "Verification Line");
+    for (const ConfigurationSetting& setting : settings)
+        if (setting.value)
+            records.add(setting.key, setting.value());
+    records.addText("[ApplyNow]", "This applies the Config Form changes above");
+    for (std::size_t row = 0; row < session.QuickCommandTable.rows(); ++row)
+        records.addQuickCommand(session.QuickCommandTable, row);
+    for (const std::string& line : commandsToSend)
+        records.addText("[CommandToSend]", line);
+    for (int n = 1; n < session.BatchCount(); ++n)
+        for (const std::string& line : session.lstBatchList(n))
+            records.addText("[BatchItem]", fmt::format("{} {}", n, line));
+    return records.take();
+}
+
+} // namespace bitlux
