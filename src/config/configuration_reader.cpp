@@ -56,7 +56,7 @@ ConfigurationReader::ConfigurationReader(const Parts& parts, const std::string& 
     actions_["[CommandToSend]"] = [this](const RecordValue& value) {
         commandToSend(textOf(value));
     };
-    actions_["[BatchItem]"] = [this](const RecordValue& value) { batchItem(textOf(value)); };
+    actions_["[BatchItem]"] = [this](const RecordValue& value) { batchItem(value); };
 }
 
 bool ConfigurationReader::isConfiguration() {
@@ -165,19 +165,19 @@ void ConfigurationReader::commandToSend(const std::string& line) {
         parts_.commands.addToSend(line);
 }
 
-void ConfigurationReader::batchItem(const std::string& value) {
-    const Split split = atFirstBlank(value);
-    const double number = toNumber(split.first);
+void ConfigurationReader::batchItem(const RecordValue& value) {
+    const auto* item = std::get_if<std::string_view>(&value);
+    const Split split = atFirstBlank(item != nullptr ? *item : std::string_view());
+    const double number = numberOf(item != nullptr ? split.first : value);
     if (!split.inTwo)
         throw Failure(Failure::Kind::OutOfRange, "there is no text behind the number of the Batch");
-    const std::string text(split.rest);
+    const std::string text = toUtf8(split.rest);
     if (number == session_.BatchCount()) {
         parts_.batches.add({text});
         return;
     }
     if (number < 1 || number > session_.BatchCount())
-        throw Failure(Failure::Kind::OutOfRange,
-                      fmt::format("there is no Batch {}", printable(split.first, 40)));
+        throw Failure(Failure::Kind::OutOfRange, fmt::format("there is no Batch {}", number));
     session_.lstBatchList(toInt16(number)).push_back(text);
 }
 

@@ -51,7 +51,7 @@ private:
     void quickCommand(std::string_view value);
     void takeBits(std::string_view& rest, std::string_view value);
     void commandToSend(const std::string& line);
-    void batchItem(const std::string& value);
+    void batchItem(const RecordValue& value);
 
     Parts parts_;
     Session& session_;

@@ -84,9 +84,14 @@ std::string textOf(const RecordValue& value) {
 double numberOf(const RecordValue& value) {
     if (const auto* number = std::get_if<double>(&value))
         return *number;
-    if (const auto* text = std::get_if<std::string_view>(&value))
-        return toNumber(*text);
-    return std::get<bool>(value) ? -1 : 0;
+    if (const auto* truth = std::get_if<bool>(&value))
+        return *truth ? -1 : 0;
+    const auto text = std::get<std::string_view>(value);
+    try {
+        return toNumber(text);
+    } catch (const Failure& failure) {
+        throw Failure(failure.kind(), fmt::format("{} is no number", quoted(text)));
+    }
 }
 
 std::int16_t integerOf(const RecordValue& value) {

@@ -80,11 +80,13 @@ Setting address(std::string key, ConfigureDialog& dialog, int index) {
 Setting serialMode(ConfigureDialog& dialog) {
     Setting setting = check("[SerialMode]", dialog.ChkSerialPort);
     setting.read = [&dialog](const RecordValue& value) {
+        // The dongle is looked for here in any case; a port that stays in use keeps the address
+        // that was fixed before.
         const std::int16_t wanted = integerOf(value);
-        if (dialog.ChkSerialPort.value() == wanted)
+        if (wanted == 1 && dialog.ChkSerialPort.checked())
             dialog.chkSerialPort_Click();
         else
-            dialog.ChkSerialPort.setValue(wanted); // which runs the handler
+            dialog.ChkSerialPort.setValue(wanted);
     };
     return setting;
 }

@@ -1,6 +1,9 @@
 #include "platform/failure.h"
 #include "support/test_bench.h"
 
+#include <filesystem>
+#include <memory>
+
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
@@ -89,6 +92,97 @@ TEST(Program, NamesItsProcedures) {
     EXPECT_THROW(form.call("SetSpiWordLength"), Failure);
     EXPECT_THROW(form.call("SetSpiWordLenght", 8), forms::UnknownName);
     EXPECT_EQ(bench.session().SingleWordBits, std::vector<std::int16_t>(9, 0));
+}
+
+TEST(Program, OpensTheFileThatTheCommandLineNames) {
+    const TemporaryFolder folder;
+    const std::string name =
+        folder.write("with blanks \u00FC.spi", "\"Bitlux Forge Configuration File\",0\r\n"
+                                               "\"[PartName]\",\"from the file\"\r\n");
+    const auto start = [](const std::string& commandLine) {
+        return std::make_unique<TestBench>("loopback", std::vector<std::string>{},
+                                           TestBench::WithDongle::No, commandLine);
+    };
+    const auto opened = start(name);
+    EXPECT_EQ(opened->text("frmConfigureSPI.txtPartName"), "from the file");
+    EXPECT_EQ(opened->session().ConfigFileName, name);
+    EXPECT_FALSE(opened->session().OpenFromCommandLine);
+    EXPECT_TRUE(opened->fileDialogs.shown().empty());
+    for (const std::string& bad : {"\"" + name + "\"", folder.path(), folder.path("none.spi")}) {
+        const auto bench = start(bad);
+        EXPECT_EQ(bench->boxes.takeTexts(),
+                  std::vector<std::string>{
+                      "Invalid configuration file name specified on the command line."});
+        EXPECT_EQ(bench->session().ConfigFileName, "");
+        EXPECT_TRUE(bench->program.mainForm().visible());
+    }
+    EXPECT_EQ(start("/dev/null")->boxes.takeTexts().size(), 1U); // a file that cannot be read
+}
+
+/// A bench with a setting that was neither applied nor saved, and a file to save it to.
+struct DirtyBench : TestBench {
+    DirtyBench() {
+        configure("8");
+        session().ConfigFileName = name;
+        choose("frmMain.itemPortOptions");
+        edit("frmConfigureSPI.txtPartName", "typed");
+    }
+
+    TemporaryFolder folder;
+    std::string name = folder.path("end.spi");
+};
+
+TEST(Program, AsksOnceBeforeItEndsByWhicheverRoad) {
+    const auto roads = {+[](DirtyBench& bench) { bench.choose("frmMain.itemExit"); },
+                        +[](DirtyBench& bench) { bench.program.close(); },
+                        +[](DirtyBench& bench) { bench.program.mainForm().call("Form_Unload"); }};
+    for (const auto& road : roads) {
+        DirtyBench bench;
+        int ends = 0;
+        const Subscription watch = bench.program.ended.follow([&ends] { ++ends; });
+        bench.boxes.answer(MessageBox::Answer::Yes);
+        road(bench);
+        ASSERT_EQ(bench.boxes.shown().size(), 1U);
+        EXPECT_EQ(bench.boxes.shown()[0].title, "Last Chance to Save");
+        EXPECT_EQ(bench.boxes.shown()[0].text, "Save configuration before exiting?");
+        EXPECT_EQ(bench.boxes.shown()[0].buttons, MessageBox::Buttons::YesNo);
+        EXPECT_EQ(bench.boxes.shown()[0].icon, MessageBox::Icon::Question);
+        EXPECT_NE(contentOf(bench.name).find("\"[PartName]\",\"typed\""), std::string::npos);
+        bench.program.close();
+        bench.program.end();
+        EXPECT_EQ(ends, 1);
+        EXPECT_FALSE(bench.program.running());
+    }
+}
+
+TEST(Program, EndsWithoutAQuestionOrASaveWhereNoneIsWanted) {
+    DirtyBench no;
+    no.boxes.answer(MessageBox::Answer::No);
+    no.program.close();
+    EXPECT_FALSE(std::filesystem::exists(no.name));
+    DirtyBench unchanged;
+    unchanged.session().ConfigDirty = ConstOff;
+    unchanged.choose("frmMain.itemExit");
+    EXPECT_TRUE(unchanged.boxes.shown().empty());
+    EXPECT_FALSE(unchanged.program.running());
+    // A save that fails says so, and the program ends all the same.
+    DirtyBench failing;
+    failing.session().ConfigFileName = failing.folder.path("nowhere/x.spi");
+    failing.boxes.answer(MessageBox::Answer::Yes);
+    failing.program.close();
+    EXPECT_EQ(failing.boxes.shown().size(), 2U);
+    EXPECT_FALSE(failing.program.running());
+}
+
+TEST(Program, StopsARunBeforeItAsks) {
+    DirtyBench bench;
+    bench.boxes.answer(MessageBox::Answer::No);
+    bench.edit("frmMain.txtHexWordToSend", "5A");
+    bench.loop.atTurn(3, [&bench] { bench.choose("frmMain.itemExit"); });
+    bench.click("frmMain.cmdSendContinuous");
+    EXPECT_EQ(bench.log().size(), 15U);
+    EXPECT_FALSE(bench.program.running());
+    EXPECT_EQ(bench.port.dataPins(), 0x01);
 }
 
 } // namespace

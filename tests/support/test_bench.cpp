@@ -20,12 +20,12 @@ std::vector<Reply> parsed(const std::vector<std::string>& replies) {
 } // namespace
 
 TestBench::TestBench(const std::string& device, const std::vector<std::string>& replies,
-                     WithDongle withDongle)
+                     WithDongle withDongle, const std::string& commandLine)
     : bench(clock, makeDevice(device, parsed(replies))), program(bench.hardware(), desk.desk()) {
     if (withDongle == WithDongle::Yes)
         bench.dongle.plug();
     bench.wireFor(program.session());
-    program.Main();
+    program.Main(commandLine);
 }
 
 void TestBench::configure(const std::string& bits, const std::vector<std::string>& options) {

@@ -19,7 +19,7 @@ public:
 
     explicit TestBench(const std::string& device = "loopback",
                        const std::vector<std::string>& replies = {},
-                       WithDongle withDongle = WithDongle::No);
+                       WithDongle withDongle = WithDongle::No, const std::string& commandLine = {});
 
     /// Opens the dialog, sets up the port, types the word length, and applies.
     void configure(const std::string& bits, const std::vector<std::string>& options = {"optHex"});

@@ -1,0 +1,369 @@
+// Configuration files against their bytes: what is written, and what a file that somebody wrote by
+// hand does.
+
+#include "sending/batch_bench.h"
+
+#include <filesystem>
+
+#include <sys/stat.h>
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+/// A bench that opens and saves files.
+struct FileBench : BatchBench {
+    using BatchBench::BatchBench;
+
+    Texts open(const std::string& name) {
+        fileDialogs.answer(name);
+        choose("frmMain.itemOpen");
+        return boxes.takeTexts();
+    }
+    /// Opens what the lines say, behind the first record of a file of today.
+    Texts openRecords(const std::string& records) {
+        return open(folder.write(
+            "records.spi", "\"Bitlux Configuration File (Version 3.x.x)\",\"\"\r\n" + records));
+    }
+    Texts saveAs(const std::string& name) {
+        fileDialogs.answer(name);
+        choose("frmMain.itemSaveAs");
+        return boxes.takeTexts();
+    }
+    [[nodiscard]] std::string chosen(const std::string& combo) {
+        return get<forms::ComboBox>("frmConfigureSPI." + combo).text();
+    }
+    bool option(const std::string& name) {
+        return get<forms::OptionButton>("frmConfigureSPI." + name).value();
+    }
+    int check(const std::string& name) {
+        return get<forms::CheckBox>("frmConfigureSPI." + name).value();
+    }
+
+    TemporaryFolder folder;
+};
+
+/// Every record of a session with two Quick Commands and two Batches.
+constexpr const char* savedSession =
+    "\"Bitlux Configuration File (Version 3.x.x)\",\"Verification Line\"\r\n"
+    "\"[PartName]\",\"B\xFC"
+    "ro \x80 4\"\r\n"
+    "\"[Enable72361]\",1\r\n"
+    "\"[Enable72517]\",0\r\n"
+    "\"[Enable72518]\",0\r\n"
+    "\"[Enable72516]\",0\r\n"
+    "\"[Enable72537]\",1\r\n"
+    "\"[SPIWordLength]\",\"4\"\r\n"
+    "\"[HardCode3BC]\",0\r\n"
+    "\"[HardCode378]\",1\r\n"
+    "\"[HardCode278]\",0\r\n"
+    "\"[BinaryMode]\",#FALSE#\r\n"
+    "\"[SerialMode]\",0\r\n"
+    "\"[CSpin]\",\"2\"\r\n"
+    "\"[DIpin]\",\"3\"\r\n"
+    "\"[DOpin]\",\"15\"\r\n"
+    "\"[CLKpin]\",\"4\"\r\n"
+    "\"[CSpositive]\",#TRUE#\r\n"
+    "\"[DIpositive]\",#TRUE#\r\n"
+    "\"[DOpositive]\",#FALSE#\r\n"
+    "\"[MSBFirst]\",#FALSE#\r\n"
+    "\"[SPIType]\",3\r\n"
+    "\"[Data0Enable]\",0\r\n\"[Data0Name]\",\"Data 0\"\r\n\"[Data0Assignment]\",\"\"\r\n"
+    "\"[Data1Enable]\",1\r\n\"[Data1Name]\",\"RESET\"\r\n\"[Data1Assignment]\",\"9\"\r\n"
+    "\"[Data2Enable]\",0\r\n\"[Data2Name]\",\"Data 2\"\r\n\"[Data2Assignment]\",\"\"\r\n"
+    "\"[Data3Enable]\",0\r\n\"[Data3Name]\",\"Data 3\"\r\n\"[Data3Assignment]\",\"\"\r\n"
+    "\"[Data4Enable]\",0\r\n\"[Data4Name]\",\"Data 4\"\r\n\"[Data4Assignment]\",\"\"\r\n"
+    "\"[Control0Enable]\",0\r\n\"[Control0Name]\",\"Control "
+    "0\"\r\n\"[Control0Assignment]\",\"\"\r\n"
+    "\"[Control1Enable]\",0\r\n\"[Control1Name]\",\"Control "
+    "1\"\r\n\"[Control1Assignment]\",\"\"\r\n"
+    "\"[Control2Enable]\",0\r\n\"[Control2Name]\",\"Control "
+    "2\"\r\n\"[Control2Assignment]\",\"\"\r\n"
+    "\"[Control3Enable]\",1\r\n\"[Control3Name]\",\"Control "
+    "3\"\r\n\"[Control3Assignment]\",\"16\"\r\n"
+    "\"[EnableLog]\",1\r\n"
+    "\"[LogOff]\",#FALSE#\r\n"
+    "\"[LogForever]\",#TRUE#\r\n"
+    "\"[LogFixedNumber]\",#FALSE#\r\n"
+    "\"[MessageLimit]\",\"5\"\r\n"
+    "\"[SPIBaudRate]\",64\r\n"
+    "\"[ApplyNow]\",\"This applies the Config Form changes above\"\r\n"
+    "\"[QuickCommand]\",\"1 0 1 0 read \"id\" now\"\r\n"
+    "\"[QuickCommand]\",\"0 0 1 1 stop\"\r\n"
+    "\"[CommandToSend]\",\"stop\"\r\n"
+    "\"[CommandToSend]\",\"* Wait 5 ms\"\r\n"
+    "\"[BatchItem]\",\"1 first\"\r\n"
+    "\"[BatchItem]\",\"1 read \"id\" now\"\r\n"
+    "\"[BatchItem]\",\"2 second one\"\r\n"
+    "\"[BatchItem]\",\"2 stop\"\r\n"
+    "\"[BatchItem]\",\"2 * Pause\"\r\n";
+
+TEST(ConfigurationFile, HoldsEveryRecordInItsPlace) {
+    FileBench bench("4");
+    ConfigureDialog& dialog = bench.program.dialog();
+    dialog.txtPartName.setText("B\u00FCro \u20AC 4");
+    dialog.CheckEnable72361.setValue(1);
+    dialog.CheckEnable72537.setValue(1);
+    dialog.chkHardCodeLPT(1).setValue(1);
+    dialog.cmbDO.setText("15");
+    dialog.optCSpositive.setValue(true);
+    dialog.optDOpolarity_neg.setValue(true);
+    dialog.optLSBfirst.setValue(true);
+    dialog.types.TabStripSPItype.setSelected(3);
+    dialog.extraPins.dataPins.enable(1).setValue(1);
+    dialog.extraPins.dataPins.name(1).setText("RESET");
+    dialog.extraPins.dataPins.assignment(1).setText("9");
+    dialog.extraPins.controlPins.enable(3).setValue(1);
+    dialog.extraPins.controlPins.assignment(3).setText("16");
+    dialog.optLogForever.setValue(true);
+    dialog.cmdApply_Click();
+    bench.save("read \"id\" now", "A");
+    bench.setToSend({"read \"id\" now"});
+    bench.saveBatch("first");
+    bench.save("stop", "3");
+    bench.setToSend({"stop", "* Pause"});
+    bench.saveBatch("second one");
+    bench.setToSend({"stop", "* Wait 5 ms"});
+
+    // Neither applied nor cancelled: it is saved, while the type is the applied one.
+    dialog.types.TabStripSPItype.setSelected(8);
+    const std::string name = bench.folder.path("session.spi");
+    EXPECT_EQ(bench.saveAs(name), Texts{});
+    EXPECT_EQ(contentOf(name), savedSession);
+    EXPECT_EQ(bench.session().ConfigDirty, ConstOff);
+    EXPECT_EQ(bench.fileDialogs.shown().back().title, "Save Configuration");
+    EXPECT_EQ(bench.fileDialogs.shown().back().filter,
+              "SPI Config Files (*.spi)|*.spi|All Files (*.*)|*.*");
+    EXPECT_FALSE(bench.pointer.busy());
+
+    FileBench other;
+    EXPECT_EQ(other.open(name), Texts{});
+    EXPECT_EQ(other.fileDialogs.shown().back().title, "Open Configuration");
+    EXPECT_EQ(other.session().ConfigDirty, ConstOn);
+    EXPECT_EQ(other.session().PartName, "B\u00FCro \u20AC 4");
+    EXPECT_EQ(other.session().SPIType, 3);
+    EXPECT_EQ(other.session().LPTPortAddress, 0x378);
+    EXPECT_EQ(other.names().items(), (Texts{"read \"id\" now", "stop"}));
+    EXPECT_EQ(other.sendLines(), (Texts{"stop", "* Wait 5 ms"}));
+    EXPECT_TRUE(other.program.mainForm().tabs.IsTabActive(72537));
+    EXPECT_EQ(other.get<forms::TabStrip>("frmMain.TabStripMain").count(), 4);
+    EXPECT_EQ(other.saveAs(other.folder.path("again.spi")), Texts{});
+    EXPECT_EQ(contentOf(other.folder.path("again.spi")), savedSession);
+}
+
+TEST(ConfigurationFile, WithoutQuickCommandsHoldsTheFreeRow) {
+    FileBench bench;
+    const std::string name = bench.folder.path("empty.spi");
+    bench.saveAs(name);
+    const std::string content = contentOf(name);
+    EXPECT_EQ(content.substr(content.find("\"[Quick")), "\"[QuickCommand]\",\"        \"\r\n");
+    bench.open(name);
+    EXPECT_EQ(bench.names().items(), Texts{""});
+    EXPECT_EQ(bench.available(), Texts{""});
+    EXPECT_EQ(bench.session().QuickCommandTableEmpty, ConstOff);
+}
+
+TEST(ConfigurationFile, OfVersionTwoTurnsReservedNamesIntoOrdinaryOnes) {
+    FileBench bench;
+    EXPECT_EQ(bench.open(bench.folder.write("old.spi",
+                                            "\"Bitlux Forge Configuration File\",\"whatever\"\r\n"
+                                            "\"[SPIWordLength]\",\"2\"\r\n\"[SIpin]\",\"7\"\r\n"
+                                            "\"[SOpin]\",\"13\"\r\n\"[SIpositive]\",#FALSE#\r\n"
+                                            "\"[SOpositive]\",#FALSE#\r\n\"[ApplyNow]\",\"\"\r\n"
+                                            "\"[QuickCommand]\",\"1 0 * old name\"\r\n"
+                                            "\"[QuickCommand]\",\"0 1 *new\"\r\n"
+                                            "\"[CommandToSend]\",\"Pause\"\r\n"
+                                            "\"[CommandToSend]\",\"Trigger\"\r\n"
+                                            "\"[CommandToSend]\",\"* old name\"\r\n"
+                                            "\"[CommandToSend]\",\"*new\"\r\n")),
+              Texts{});
+    EXPECT_EQ(bench.names().items(), (Texts{"+ old name", "*new"}));
+    EXPECT_EQ(bench.sendLines(), (Texts{"* Pause", "+ old name", "* old name", "*new"}));
+    EXPECT_EQ(bench.session().DIPin, 5);
+    EXPECT_EQ(bench.session().DIOneLevel, ConstLow);
+    EXPECT_EQ(bench.session().DOHighValue, 0);
+    EXPECT_EQ(bench.chosen("cmbDO"), "13");
+    // Today's files say the same words and mean them.
+    bench.openRecords("\"[CommandToSend]\",\"Trigger\"\r\n\"[CommandToSend]\",\"* old\"");
+    EXPECT_EQ(bench.sendLines(), (Texts{"Trigger", "* old"}));
+}
+
+TEST(ConfigurationFile, ActsRecordByRecord) {
+    FileBench bench;
+    bench.save("kept");
+    bench.session().SPITypeTab = 1;
+    // Without [ApplyNow] only controls change, and the lists are empty.
+    EXPECT_EQ(bench.openRecords("\"[SPIWordLength]\",12\n \"[PartName]\" , 7 \n\n"
+                                "\"[Unknown]\",#TRUE#\n\"[BinaryMode]\",\"true\"\n"
+                                "\"[SPIType]\",\"2\"\n\"[EnableLog]\",0"),
+              Texts{});
+    EXPECT_EQ(bench.chosen("cmbSPIWordLength"), "12");
+    EXPECT_EQ(bench.text("frmConfigureSPI.txtPartName"), "7");
+    EXPECT_TRUE(bench.option("optBinary"));
+    EXPECT_EQ(bench.session().SPITypeTab, 2);
+    EXPECT_EQ(bench.session().SessionLogEnabled, ConstOff);
+    EXPECT_EQ(bench.session().SPIWordLength, 8);
+    EXPECT_EQ(bench.session().SPIType, 1);
+    EXPECT_EQ(bench.session().ConfigDirty, ConstOff);
+    EXPECT_TRUE(bench.names().items().empty());
+    // A Quick Command before it is cut for the length of before, and grows the table.
+    EXPECT_EQ(bench.openRecords("\"[QuickCommand]\",\"1 1 1 1 0 0 0 0 0 0 1 1 x\"\r\n"), Texts{});
+    EXPECT_EQ(bench.names().items(), Texts{"0 0 1 1 x"});
+    EXPECT_EQ(bench.session().QuickCommandTable.rows(), 2U);
+    EXPECT_EQ(bench.session().QuickCommandTable.bits(1)[7], 1);
+}
+
+TEST(ConfigurationFile, NeverSelectsTheFourthClock) {
+    FileBench bench;
+    bench.openRecords("\"[SPIBaudRate]\",0");
+    EXPECT_TRUE(bench.option("SPIBaudRate(0)"));
+    bench.openRecords("\"[SPIBaudRate]\",192");
+    EXPECT_EQ(bench.session().SPIBaudRate, 192);
+    EXPECT_TRUE(bench.option("SPIBaudRate(0)"));
+    bench.openRecords("\"[SPIBaudRate]\",256");
+    EXPECT_TRUE(bench.option("SPIBaudRate(3)"));
+    EXPECT_FALSE(bench.option("SPIBaudRate(0)"));
+}
+
+TEST(ConfigurationFile, LeavesThePinsOfThePortAloneWhileTheDongleIsReady) {
+    TestBench bench("loopback", {}, TestBench::WithDongle::Yes);
+    const TemporaryFolder folder;
+    bench.fileDialogs.answer(folder.write(
+        "pins.spi", "\"Bitlux Configuration File (Version 3.x.x)\",1\r\n\"[CSpin]\",\"9\"\r\n"
+                    "\"[SerialMode]\",0\r\n\"[CSpin]\",\"8\"\r\n\"[SerialMode]\",1\r\n"
+                    "\"[DOpin]\",\"nonsense\"\r\n\"[PartName]\",\"end\"\r\n"));
+    bench.choose("frmMain.itemOpen");
+    EXPECT_TRUE(bench.boxes.takeTexts().empty());
+    EXPECT_EQ(bench.program.dialog().cmbCS.text(), "2");
+    EXPECT_EQ(bench.program.dialog().txtPartName.text(), "end");
+    EXPECT_TRUE(bench.session().USBReady);
+}
+
+TEST(ConfigurationFile, AddsATabOnceAndAtMostFour) {
+    FileBench bench;
+    const forms::TabStrip& tabs = bench.get<forms::TabStrip>("frmMain.TabStripMain");
+    bench.openRecords("\"[Enable72518]\",1\r\n\"[Enable72518]\",1\r\n\"[Enable72361]\",2");
+    EXPECT_EQ(tabs.count(), 3);
+    EXPECT_EQ(bench.check("CheckEnable72518"), 1);
+    EXPECT_EQ(bench.check("CheckEnable72361"), 0);
+    const Texts texts =
+        bench.openRecords("\"[Enable72361]\",1\r\n\"[Enable72517]\",1\r\n\"[Enable72518]\",1\r\n"
+                          "\"[Enable72516]\",1\r\n\"[Enable72537]\",1\r\n");
+    ASSERT_EQ(texts.size(), 1U);
+    EXPECT_NE(texts[0].find("line 6: Subscript out of range"), std::string::npos) << texts[0];
+    EXPECT_EQ(tabs.count(), 6);
+    EXPECT_EQ(bench.check("CheckEnable72537"), 0);
+}
+
+TEST(ConfigurationFile, ThatIsDamagedTellsLineAndReason) {
+    struct Damage {
+        const char* record;
+        const char* reason;
+    };
+    const std::string longLine = "\"[PartName]\",\"" + repeated(10'000'000, 'x') + "\"";
+    for (const Damage& damage :
+         {Damage{"\"[BinaryMode]\",#TRUE", "\"#TRUE\" is no text in quotes, number, #TRUE#"},
+          {"\"[BinaryMode]\",\"perhaps\"", "\"perhaps\" is no number"},
+          {"\"[EnableLog]\",\"on\"", "\"on\" is no number"},
+          {"\"[EnableLog]\",7", "The value 7 does not exist in frmConfigureSPI.chkEnableLog"},
+          {"\"[SPIBaudRate]\",70000", "Overflow"},
+          {"\"[SPIType]\",9", "The tab 9 does not exist"},
+          {"\"[CSpin]\",\"1\"", "The entry \"1\" does not exist in frmConfigureSPI.cmbCS"},
+          {"\"[CSpin]\"", "there is no comma behind the key"},
+          {"\"[CSpin]\",", "the value is missing"},
+          {"\"[CSpin]\",\"2", "the text has no closing quote"},
+          {"\"[CSpin", "the line does not begin with a key in quotes"},
+          {"[CSpin],2", "the line does not begin with a key in quotes"},
+          {"\"[QuickCommand]\",\"1 0 1\"", "has no 8 bits and a name"},
+          {"\"[BatchItem]\",\"3 name\"", "there is no Batch 3"},
+          {"\"[BatchItem]\",\"0 name\"", "there is no Batch 0"},
+          {"\"[BatchItem]\",\"1\"", "there is no text behind the number"},
+          {"\"[BatchItem]\",\"one name\"", "\"one\" is no number"},
+          {longLine.c_str(), "line 3 has more than 65536 characters"}}) {
+        FileBench bench;
+        const Texts texts =
+            bench.openRecords("\"[MessageLimit]\",\"77\"\r\n" + std::string(damage.record) +
+                              "\r\n\"[PartName]\",\"late\"\r\n");
+        SCOPED_TRACE(damage.reason);
+        ASSERT_EQ(texts.size(), 1U);
+        EXPECT_NE(texts[0].find("records.spi\""), std::string::npos) << texts[0];
+        EXPECT_NE(texts[0].find("line 3"), std::string::npos) << texts[0];
+        EXPECT_NE(texts[0].find(damage.reason), std::string::npos) << texts[0];
+        EXPECT_LT(texts[0].size(), 400U);
+        EXPECT_EQ(bench.text("frmConfigureSPI.txtMessageLimit"), "77");
+        EXPECT_EQ(bench.text("frmConfigureSPI.txtPartName"), "Generic");
+        EXPECT_FALSE(bench.pointer.busy());
+    }
+    FileBench bench;
+    const Texts texts = bench.openRecords(std::string("\"[PartName]\",\"a\0b\"", 18));
+    EXPECT_NE(texts.at(0).find("line 2: the line holds a NUL character"), std::string::npos);
+}
+
+TEST(ConfigurationFile, ThatIsNoneChangesOnlyTheName) {
+    FileBench bench;
+    bench.save("kept");
+    const std::string fifo = bench.folder.path("fifo");
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    const std::string empty = bench.folder.write("empty.spi", "");
+    const std::string bom =
+        bench.folder.write("bom", "\xEF\xBB\xBF\"Bitlux Forge Configuration File\",1\r\n");
+    const std::string lower =
+        bench.folder.write("lower", "\"bitlux Forge Configuration File\",\"1\"\r\n");
+    const std::string zeros = bench.folder.write("zeros", repeated(300'000, '\0'));
+    for (const std::string& name : {empty, bom, lower, zeros}) {
+        EXPECT_EQ(bench.open(name), Texts{"Invalid File Format."}) << name;
+        EXPECT_EQ(bench.session().ConfigFileName, name);
+    }
+    for (const auto& [name, reason] :
+         std::vector<std::pair<std::string, std::string>>{{bench.folder.path(), "it is a folder"},
+                                                          {fifo, "it is a device"},
+                                                          {"/dev/zero", "it is a device"},
+                                                          {"/nowhere/x.spi", "No such file"}}) {
+        const Texts texts = bench.open(name);
+        ASSERT_EQ(texts.size(), 1U) << name;
+        EXPECT_NE(texts[0].find("\"" + name + "\" cannot be read: " + reason), std::string::npos)
+            << texts[0];
+    }
+    bench.fileDialogs.answer(std::nullopt);
+    bench.choose("frmMain.itemOpen");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"No filename selected.  Nothing to open."});
+    EXPECT_EQ(bench.session().ConfigFileName, "/nowhere/x.spi");
+    EXPECT_EQ(bench.names().items(), Texts{"kept"});
+}
+
+TEST(ConfigurationFile, ThatCannotBeWrittenLeavesTheOldOneAndTheChangesMarked) {
+    FileBench bench;
+    const std::string name = bench.folder.write("old.spi", "old");
+    const auto refused = [&](const std::string& target, const std::string& reason) {
+        const Texts texts = bench.saveAs(target);
+        ASSERT_EQ(texts.size(), 1U);
+        EXPECT_NE(texts[0].find(reason), std::string::npos) << texts[0];
+        EXPECT_EQ(bench.session().ConfigDirty, ConstOn);
+        EXPECT_EQ(contentOf(name), "old");
+        EXPECT_FALSE(bench.pointer.busy());
+    };
+    refused(bench.folder.path("nowhere/x.spi"), "No such file or directory");
+    bench.save("Spannung \u2126");
+    refused(name, "[QuickCommand] \"Spannung \u2126\" cannot be saved: the character \"\u2126\" is "
+                  "not in the code page Windows-1252.");
+    bench.names().select(0);
+    bench.click("frmMain.cmdDeleteQC");
+    bench.setToSend({"two\nlines"});
+    refused(name, "cannot hold an end of line");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(bench.folder.path()), {}), 1);
+
+    bench.fileDialogs.answer(std::nullopt); // Cancel
+    bench.choose("frmMain.itemSaveAs");
+    bench.session().ConfigFileName.clear();
+    bench.fileDialogs.answer(std::nullopt);
+    bench.choose("frmMain.itemSave");
+    bench.fileDialogs.answer("");
+    bench.choose("frmMain.itemSave");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"No filename selected.  Cannot Save."});
+    EXPECT_EQ(bench.session().ConfigFileName, "");
+}
+
+} // namespace
+} // namespace bitlux::test
