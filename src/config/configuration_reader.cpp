@@ -39,10 +39,19 @@ std::optional<std::string> withoutStar(std::string_view name) {
     return "+ " + std::string(split.rest);
 }
 
-std::int16_t bitOf(std::string_view part) {
-    if (part == "0" || part == "1")
-        return part == "1" ? 1 : 0;
-    return toInt16(val(part));
+/// Fills `bits`, the most significant first, from digits that have one blank behind each, as files
+/// are saved; false when the value has any other form.
+bool takeDigits(std::string_view value, std::vector<std::int16_t>& bits) {
+    if (value.size() < 2 * bits.size())
+        return false;
+    const char* next = value.data();
+    for (auto bit = bits.rbegin(); bit != bits.rend(); ++bit, next += 2) {
+        const int digit = next[0] - '0';
+        if ((digit & ~1) != 0 || next[1] != ' ')
+            return false;
+        *bit = static_cast<std::int16_t>(digit);
+    }
+    return true;
 }
 
 } // namespace
@@ -124,32 +133,34 @@ void ConfigurationReader::applyNow() {
 }
 
 void ConfigurationReader::quickCommand(std::string_view value) {
-    std::string_view rest = value;
-    takeBits(rest, value);
+    const std::string_view name = takeBits(value);
     QuickCommandTable& table = session_.QuickCommandTable;
     if (!std::exchange(nextCommandIsFirst_, false))
         table.addRow();
     table.setBits(table.rows() - 1, bits_);
-    std::string name = toUtf8(rest);
+    std::string text = toUtf8(name);
     if (isVersion2_)
-        name = withoutStar(name).value_or(name);
-    table.nameLastRow(name);
-    parts_.commands.addName(std::move(name));
+        text = withoutStar(text).value_or(text);
+    table.nameLastRow(text);
+    parts_.commands.addName(std::move(text));
     session_.QuickCommandTableEmpty = ConstOff;
 }
 
-void ConfigurationReader::takeBits(std::string_view& rest, std::string_view value) {
-    // The most significant bit stands first.
+std::string_view ConfigurationReader::takeBits(std::string_view value) {
     bits_.resize(static_cast<std::size_t>(session_.SPIWordLength));
+    if (takeDigits(value, bits_))
+        return value.substr(2 * bits_.size());
+    std::string_view rest = value;
     for (auto bit = bits_.rbegin(); bit != bits_.rend(); ++bit) {
         const Split split = atFirstBlank(rest);
         if (!split.inTwo)
             throw Failure(Failure::Kind::OutOfRange,
                           fmt::format("the Quick Command \"{}\" has no {} bits and a name",
                                       printable(toUtf8(value), 40), bits_.size()));
-        *bit = bitOf(split.first);
+        *bit = toInt16(val(split.first));
         rest = split.rest;
     }
+    return rest;
 }
 
 void ConfigurationReader::commandToSend(const std::string& line) {

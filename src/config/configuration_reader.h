@@ -49,7 +49,8 @@ private:
     void play(std::string_view line);
     void applyNow();
     void quickCommand(std::string_view value);
-    void takeBits(std::string_view& rest, std::string_view value);
+    /// Fills bits_ from the value of a Quick Command; what stands behind them is the name.
+    std::string_view takeBits(std::string_view value);
     void commandToSend(const std::string& line);
     void batchItem(const RecordValue& value);
 

@@ -4,7 +4,9 @@
 #include "platform/failure.h"
 #include "platform/printable.h"
 
+#include <algorithm>
 #include <iterator>
+#include <span>
 #include <string_view>
 
 #include <fmt/format.h>
@@ -12,6 +14,11 @@
 namespace bitlux {
 
 namespace {
+
+/// Printable ASCII, as nearly all text is.
+bool isPlain(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
+}
 
 /// Collects records, and refuses text that a record cannot hold.
 class Records {
@@ -40,9 +47,15 @@ public:
         const auto bits = table.bits(row);
         begin(key);
         text_ += '"';
-        for (auto bit = bits.rbegin(); bit != bits.rend(); ++bit) {
-            appendBit(*bit);
-            text_ += ' ';
+        std::size_t end = text_.size();
+        text_.resize(end + 2 * bits.size(), ' ');
+        for (auto bit = bits.rbegin(); bit != bits.rend(); ++bit, end += 2) {
+            if (*bit != 0 && *bit != 1) {
+                text_.resize(end);
+                appendOtherBits(bits.first(static_cast<std::size_t>(bits.rend() - bit)));
+                break;
+            }
+            text_[end] = static_cast<char>('0' + *bit);
         }
         append(key, table.name(row));
         text_ += "\"\r\n";
@@ -53,14 +66,20 @@ public:
 private:
     void begin(std::string_view key) { text_.append("\"").append(key).append("\","); }
 
-    void appendBit(std::int16_t bit) {
-        if (bit == 0 || bit == 1)
-            text_ += bit == 0 ? '0' : '1';
-        else if (bit != QuickCommandTable::noBit)
-            fmt::format_to(std::back_inserter(text_), "{}", bit);
+    /// Of a free row, or of a file whose bits were none.
+    void appendOtherBits(std::span<const std::int16_t> bits) {
+        for (auto bit = bits.rbegin(); bit != bits.rend(); ++bit) {
+            if (*bit != QuickCommandTable::noBit)
+                fmt::format_to(std::back_inserter(text_), "{}", *bit);
+            text_ += ' ';
+        }
     }
 
     void append(std::string_view key, std::string_view text) {
+        if (isPlain(text)) {
+            text_ += text;
+            return;
+        }
         try {
             if (text.find_first_of(std::string_view("\r\n\0", 3)) != std::string_view::npos)
                 throw Failure(Failure::Kind::Conversion, "a text cannot hold an end of line");
