@@ -45,6 +45,7 @@ int main(int argc, char** argv) {
     ScriptedDesk desk(busClock);
     Program program(bench.hardware(), desk.desk());
     program.Main();
+    program.dialog().Btn_ParallelPort_Click();
     gui::MainWindow window(program);
     window.resize(1000, 700);
     window.show();
