@@ -1,0 +1,85 @@
+#include "panels/zt72518/chip_link.h"
+
+#include "panels/common/colours.h"
+
+#include <array>
+
+namespace bitlux::zt72518 {
+
+namespace {
+
+constexpr int wordBits = 16;
+constexpr std::uint8_t highView = 0x80;
+constexpr std::array captions{"REG_FLAG0", "REG_FLAG1", "I/O_FLAG0", "I/O_FLAG1",
+                              "LIN0_FLAGS", "LIN1_FLAGS", "CAN_LOC", "CAN_BUS",
+                              "VREG_G", "SAFE_G", "I/O_G", "LIN_G",
+                              "CAN_G", "RST", "WU", "INT"};
+
+} // namespace
+
+ChipLink::ChipLink(forms::Form& form, Session& session, WordEngine& engine,
+                   PanelVariables& variables)
+    : session_(session),
+      engine_(engine),
+      variables_(variables),
+      Reg_W("Reg_W", 0, wordBits - 1, [&form](const std::string& name, int bit) {
+          return std::make_unique<forms::Label>(form, name,
+                                                captions.at(static_cast<std::size_t>(bit)), bit);
+      }) {}
+
+void ChipLink::send(std::uint8_t high, std::uint8_t low) {
+    session_.WordToSend.resize(wordBits);
+    session_.WordToSend[8] = high;
+    session_.WordToSend[0] = low;
+    engine_.SendSPI();
+}
+
+void ChipLink::Send_SPI() {
+    send(variables_.ZT72518WordHigh, variables_.ZT72518WordLow);
+    variables_.ZT72518ReplyLow = replyLow();
+    variables_.ZT72518ReplyHigh = replyHigh();
+}
+
+void ChipLink::ReadLowWord(std::uint8_t high) {
+    send(high, 0);
+    Update_Miso_Read();
+}
+
+void ChipLink::ReadHighWord(std::uint8_t high) {
+    send(high, highView);
+    Update_Miso_Read();
+}
+
+void ChipLink::Update_Miso_Write() {
+    show(0);
+}
+
+void ChipLink::Update_Miso_Read() {
+    show(wordBits / 2);
+}
+
+void ChipLink::show(int firstBit) {
+    for (int bit = firstBit; bit < wordBits; ++bit)
+        light(Reg_W(bit), received(bit), litColour);
+}
+
+bool ChipLink::received(int bit) const {
+    const auto element = static_cast<std::size_t>(bit);
+    return element < session_.WordReceived.size() && session_.WordReceived[element] == 1;
+}
+
+std::uint8_t ChipLink::replyLow() const {
+    unsigned sum = 0;
+    for (int bit = 0; bit < 8; ++bit)
+        sum |= received(bit) ? 1U << bit : 0U;
+    return static_cast<std::uint8_t>(sum);
+}
+
+std::uint8_t ChipLink::replyHigh() const {
+    unsigned sum = 0;
+    for (int bit = 0; bit < 8; ++bit)
+        sum |= received(bit + 8) ? 1U << bit : 0U;
+    return static_cast<std::uint8_t>(sum);
+}
+
+} // namespace bitlux::zt72518

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace bitlux::zt72518 {
+
+/// The variables of the form that its parts share; reachable by name from scripts.
+struct PanelVariables {
+    // Words
+    std::int16_t BitIndex = 0;
+    std::uint8_t WordLowByte = 0; ///< data byte being built
+    bool SPIParityEnabled = false;
+    std::uint8_t ParityBit = 0; ///< last computed; added to every write, also after parity is off
+    std::int16_t ReadBit = 1;   ///< bit 8 of every read
+    std::uint8_t ZT72518WordHigh = 0;
+    std::uint8_t ZT72518WordLow = 0;
+    std::uint8_t ZT72518ReplyLow = 0;
+    std::uint8_t ZT72518ReplyHigh = 0;
+    std::int16_t ModeCode = 0; ///< of the mode register as it was read last
+
+    // Command store
+    bool StoreCommands = false;
+    std::string StoreFileName;
+    std::string StoreFileNumber;
+
+    // Sequence
+    bool LoopStopRequest = false;
+    bool Pass1 = false;
+    bool Pass2 = false;
+    bool Condition1Seen = false;
+    bool Condition2Seen = false;
+    bool RunEnabled = true;
+    bool NextLoopPick = true; ///< the next click on a command picks the loop's start, else its stop
+    std::uint8_t SequenceHighByte = 0;
+    bool SequenceIsWrite = false;
+    bool SequenceIsWatchdog = false;
+
+    // Watchdog; shared with the dongle's commands
+    bool WdConfigRequest = false;
+    bool WdSequenceRequest = false;
+    std::int16_t WdSequenceMode = 0;
+    std::int16_t WdSequenceTime = 0;
+    bool WdCurrentOn = false;
+    bool WdStopRequest = false;
+};
+
+/// What the register pages hand to the sequencer.
+struct CommandSinks {
+    /// Adds a line to the end of the sequence.
+    std::function<void(const std::string& name, const std::string& value)> append;
+    /// save_log: adds a line to the command store. To be called while StoreCommands is set only.
+    std::function<void(const std::string& name, const std::string& value)> store;
+};
+
+} // namespace bitlux::zt72518
