@@ -37,6 +37,7 @@ MainWindow::MainWindow(Program& program) : program_(program), binder_(program.fo
     subscriptions_ = {
         binder_.flushed.follow([this] { updateStatus(); }),
         program_.forms().formShown.follow([this](forms::Form& form) { formShown(form); }),
+        program_.forms().formGoing.follow([this](forms::Form& form) { formGoing(form); }),
         program_.ended.follow([this] { close(); }),
         program_.mainForm().multiple.progressChanged.follow([this] { followRun(); })};
     updateStatus();
@@ -77,6 +78,14 @@ void MainWindow::formShown(forms::Form& form) {
             dialogs_[&form] = dialog;
     if (const auto found = dialogs_.find(&form); found != dialogs_.end())
         found->second->follow();
+}
+
+void MainWindow::formGoing(forms::Form& form) {
+    const auto found = dialogs_.find(&form);
+    if (found == dialogs_.end())
+        return;
+    found->second->deleteLater(); // one of its buttons may be what unloads the form
+    dialogs_.erase(found);
 }
 
 FormDialog* MainWindow::makeDialog(forms::Form& form) {
@@ -121,6 +130,12 @@ void MainWindow::fitToContent() {
     const QSize wanted = view_->sizeHint() + QSize(4, around);
     resize(std::min(std::max(wanted.width(), 720), screen.width()),
            std::min(std::max(wanted.height(), 620), screen.height()));
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && program_.running())
+        program_.forms().activate(program_.mainForm());
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -29,12 +29,14 @@ public:
     void fitToContent();
 
 protected:
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
     void makeMenus();
     QAction* menuItem(QMenu& menu, forms::MenuItem& item);
     void formShown(forms::Form& form);
+    void formGoing(forms::Form& form);
     FormDialog* makeDialog(forms::Form& form);
     void updateStatus();
     void followRun();
@@ -44,7 +46,7 @@ private:
     MainView* view_;
     QLabel* bus_;
     RunProgressView* progress_ = nullptr; ///< made for the first run
-    std::array<Subscription, 4> subscriptions_;
+    std::array<Subscription, 5> subscriptions_;
     std::map<const forms::Form*, FormDialog*> dialogs_; ///< those that were shown
 };
 

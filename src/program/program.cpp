@@ -29,43 +29,35 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                                                                         .desk = desk_,
                                                                         .clock = clock_});
           },
-          [this](MainForm& form) {
-              registerProcedures(form);
-              form.call("Form_Load");
-          }),
-      dialog_(
-          forms_, "frmConfigureSPI",
-          [this] {
-              MainForm& form = *mainForm_;
-              return std::make_unique<ConfigureDialog>(
-                  forms_,
-                  ConfigureDialog::Parts{
-                      .session = session_,
-                      .pins = pins_,
-                      .boxes = desk_.boxes,
-                      .singleWord = form.singleWord,
-                      .log = form.log,
-                      .commands = form.commands,
-                      .extraPins = form.extraPins,
-                      .labelMainTitle = form.labelMainTitle,
-                      .lblConfigNag = form.lblConfigNag,
-                      .startUsb = [this] { Start_USB(); },
-                      .resetTabs = [&form] { form.tabs.ResetTabs(); },
-                      .addPartTab = [&form](std::int32_t part) { form.tabs.addPartTab(part); }});
-          },
-          [](ConfigureDialog& dialog) { dialog.call("Form_Load"); }),
-      saveBatch_(
-          forms_, "frmSaveBatch",
-          [this] {
-              return std::make_unique<SaveBatchForm>(forms_, mainForm_->batches, desk_.boxes);
-          },
-          [](SaveBatchForm& form) { form.call("Form_Load"); }),
-      addWait_(
-          forms_, "frmAddWait",
-          [this] {
-              return std::make_unique<AddWaitForm>(forms_, mainForm_->commands, desk_.boxes);
-          },
-          [](AddWaitForm& form) { form.call("Form_Load"); }) {
+          [this](MainForm& form) { registerProcedures(form); }),
+      dialog_(forms_, "frmConfigureSPI",
+              [this] {
+                  MainForm& form = *mainForm_;
+                  return std::make_unique<ConfigureDialog>(
+                      forms_, ConfigureDialog::Parts{
+                                  .session = session_,
+                                  .pins = pins_,
+                                  .boxes = desk_.boxes,
+                                  .singleWord = form.singleWord,
+                                  .log = form.log,
+                                  .commands = form.commands,
+                                  .extraPins = form.extraPins,
+                                  .labelMainTitle = form.labelMainTitle,
+                                  .lblConfigNag = form.lblConfigNag,
+                                  .startUsb = [this] { Start_USB(); },
+                                  .resetTabs = [&form] { form.tabs.ResetTabs(); },
+                                  .addPartTab =
+                                      [&form](std::int32_t part) { form.tabs.addPartTab(part); }});
+              }),
+      saveBatch_(forms_, "frmSaveBatch",
+                 [this] {
+                     return std::make_unique<SaveBatchForm>(forms_, mainForm_->batches,
+                                                            desk_.boxes);
+                 }),
+      addWait_(forms_, "frmAddWait", [this] {
+          return std::make_unique<AddWaitForm>(forms_, mainForm_->commands, desk_.boxes);
+      }) {
+    forms_.unloadThrough("frmMain", [this] { close(); });
     options_.useUsb = [this] { return dialog_->ChkSerialPort.checked(); };
     options_.logForever = [this] { return dialog_->optLogForever.value(); };
     for (Event<>* failed : {&engine_.sendFailed, &dongle_.failed})
