@@ -1,0 +1,80 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+/// What a data sheet says of a chip, as constant tables: the panels make their pages, handlers and
+/// sequence commands from them, the virtual bench its model of the chip.
+namespace bitlux::chips {
+
+/// Captions of a byte's labels, bit 0 first; "-" where a bit carries nothing.
+using BitCaptions = std::array<std::string_view, 8>;
+
+/// Name of a control, or of an element of a control array; none when the name is empty.
+struct ControlName {
+    std::string_view name;
+    int index = -1; ///< -1 for a control that is no element
+
+    [[nodiscard]] constexpr bool exists() const { return !name.empty(); }
+};
+
+/// One of several values of a field, chosen by option buttons: the button `firstOption` + v of the
+/// array stands for value v.
+struct OptionField {
+    std::string_view options;
+    int firstOption = 0;
+    int lowBit = 0;
+    int width = 1; ///< bits
+    std::span<const std::string_view> captions;
+};
+
+/// A bit that a check box sets.
+struct CheckBit {
+    ControlName box;
+    int bit = 0;
+    std::string_view caption;
+};
+
+/// Bits that the index of a list sets, not always in their order.
+struct ComboField {
+    std::string_view combo;
+    std::string_view prompt;
+    std::span<const std::string_view> items;
+    std::span<const int> bitOfIndexBit; ///< bit of the register that bit k of the index sets
+};
+
+/// A view of a register that can be read, and the row of labels that shows it.
+struct ReadView {
+    std::string_view labels; ///< control array; none when the view does not exist
+    int firstLabel = 0;
+    BitCaptions captions{};
+    std::uint32_t litColour = 0;
+    ControlName readButton;
+    ControlName sequenceButton;
+    std::string_view sequenceName;  ///< command of a sequence, as "Mode RM Read Low"
+    std::string_view sequenceValue; ///< value that goes with it
+
+    [[nodiscard]] constexpr bool exists() const { return !labels.empty(); }
+};
+
+/// A register of a panel: its page and what reads and writes it.
+struct Register {
+    std::string_view title; ///< of the page
+    std::uint8_t address = 0;
+    std::string_view writeLabels; ///< control array of the write row: lit labels are the byte
+    BitCaptions writeCaptions{};
+    ControlName writeButton;
+    ControlName sequenceButton; ///< appends the write to the sequence
+    std::string_view sequenceName;
+    std::span<const OptionField> options;
+    std::span<const CheckBit> checks;
+    std::span<const ComboField> combos;
+    ReadView low;
+    ReadView high;
+    ReadView flagLow;
+    ReadView flagHigh;
+};
+
+} // namespace bitlux::chips
