@@ -65,6 +65,17 @@ private:
     [[nodiscard]] std::string rules() const {
         return readFileStart(machine_.root + std::string(udevRuleFile), 1 << 20).bytes;
     }
+    [[nodiscard]] bool isFile(std::string_view name) const {
+        std::error_code error;
+        return fs::exists(machine_.root + std::string(name), error);
+    }
+    [[nodiscard]] bool hasPackagedRule() const {
+        return !isFile(udevRuleFile) && isFile(packagedRuleFile);
+    }
+    [[nodiscard]] bool hasRule(const UsbNumbers& numbers) const {
+        return hasPackagedRule() ? DongleNumbers({machine_.dongleFiles.front()}).contains(numbers)
+                                 : hasUdevRule(rules(), numbers);
+    }
 
     const Machine& machine_;
     const DongleNumbers& numbers_;
@@ -147,11 +158,12 @@ void DongleCheckup::examineStranger(const UsbCandidate& candidate, Finding& find
                                 "sudo tee -a /etc/bitlux-forge/{}",
                                 numbersText(candidate.numbers), listName);
     if (!mayAsk)
-        finding.text += " && " + udevInstallCommand();
+        finding.text +=
+            " && " + (hasPackagedRule() ? std::string(udevReloadCommand) : udevInstallCommand());
 }
 
 std::string DongleCheckup::rightsFix(const UsbNumbers& numbers) const {
-    if (!hasUdevRule(rules(), numbers))
+    if (!hasRule(numbers))
         return udevInstallCommand();
     const std::string fix = groupFix(machine_, dongleGroup);
     return fix.empty() ? std::string(udevReloadCommand) : fix;
@@ -170,22 +182,24 @@ void DongleCheckup::examineList() {
 }
 
 void DongleCheckup::examineRules() {
-    const std::string installed = rules();
     std::string missing;
     for (const UsbNumbers& numbers : numbers_.all())
-        if (!hasUdevRule(installed, numbers))
+        if (!hasRule(numbers))
             (missing += ' ') += numbersText(numbers);
-    Finding finding{.subject = "udev rules", .text = std::string(udevRuleFile)};
+    const bool isPackaged = hasPackagedRule();
+    const bool isThere = isPackaged || !rules().empty();
+    Finding finding{.subject = "udev rules",
+                    .text = std::string(isPackaged ? packagedRuleFile : udevRuleFile)};
     if (!missing.empty()) {
         // root can do without
         finding.rank = machine_.membership(std::string(dongleGroup)) == Membership::NotNeeded
                            ? Rank::Note
                            : Rank::Wrong;
-        finding.text += installed.empty() ? " is missing; it gives users the right to open"
-                                          : " has no rule for";
+        finding.text +=
+            isThere ? " has no rule for" : " is missing; it gives users the right to open";
         finding.text += missing;
         finding.fix = udevInstallCommand();
-    } else if (installed.empty()) {
+    } else if (!isThere) {
         finding.rank = Rank::Note;
         finding.text = fmt::format("none; none are needed while {} lists no device", listName);
     }

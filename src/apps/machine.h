@@ -19,7 +19,7 @@ enum class Membership : std::uint8_t {
 /// What the doctor examines, and for whom.
 struct Machine {
     std::string root; ///< stands before /sys, /proc, /dev and /etc; empty for the real ones
-    std::vector<std::string> dongleFiles; ///< dongles.conf
+    std::vector<std::string> dongleFiles; ///< dongles.conf, the system's first
     std::string user;
     std::function<Membership(const std::string& group)> membership;
     /// Whether the user may read and write a device node.

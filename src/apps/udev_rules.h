@@ -10,6 +10,10 @@ namespace bitlux {
 
 inline constexpr std::string_view udevRuleFile = "/etc/udev/rules.d/70-bitlux-forge.rules";
 
+/// What an installed program brings along: a rule for all that the system's dongles.conf lists, in
+/// force while there is no file of the administrator.
+inline constexpr std::string_view packagedRuleFile = "/usr/lib/udev/rules.d/70-bitlux-forge.rules";
+
 /// Whose members may open a dongle without sitting at the machine.
 inline constexpr std::string_view dongleGroup = "plugdev";
 

@@ -17,9 +17,9 @@ namespace fs = std::filesystem;
 
 const std::string usbNodeName = "/dev/bus/usb/001/004";
 const std::string rulesName = "etc/udev/rules.d/70-bitlux-forge.rules";
+const std::string reload = "sudo udevadm control --reload && sudo udevadm trigger";
 const std::string install =
-    "bitlux doctor --udev | sudo tee /etc/udev/rules.d/70-bitlux-forge.rules && "
-    "sudo udevadm control --reload && sudo udevadm trigger";
+    "bitlux doctor --udev | sudo tee /etc/udev/rules.d/70-bitlux-forge.rules && " + reload;
 const std::string addNumbers = "sudo mkdir -p /etc/bitlux-forge && echo 1234:abcd | "
                                "sudo tee -a /etc/bitlux-forge/dongles.conf";
 
@@ -251,6 +251,37 @@ TEST(Doctor, TellsOfTheListAndTheRules) {
     EXPECT_EQ(made.line("udev rules"),
               "note: /etc/udev/rules.d/70-bitlux-forge.rules has no rule for 0001:ffff. To do: " +
                   install);
+}
+
+TEST(Doctor, CountsOnTheRuleOfAPackage) {
+    const std::string packaged = "usr/lib/udev/rules.d/70-bitlux-forge.rules";
+    MadeMachine made;
+    made.plugDongleIn();
+    made.root.write(packaged, "");
+    made.run();
+    EXPECT_TRUE(made.line(usbNodeName).ends_with(addNumbers + " && " + reload))
+        << made.line(usbNodeName);
+
+    made.machine.dongleFiles.push_back(made.root.write("user.conf", "1234:abcd"));
+    made.run();
+    EXPECT_EQ(made.line("udev rules"),
+              "wrong: /" + packaged + " has no rule for 1234:abcd. To do: " + install)
+        << "it knows the list of the system only";
+
+    made.list("1234:abcd");
+    made.memberships["plugdev"] = Membership::InEffect;
+    made.run();
+    EXPECT_EQ(made.line("udev rules"), "ok: /" + packaged);
+    EXPECT_TRUE(made.line(usbNodeName).ends_with("may not open it. To do: " + reload))
+        << made.line(usbNodeName);
+
+    made.root.write(rulesName, "");
+    made.run();
+    EXPECT_EQ(made.line("udev rules"),
+              "wrong: /etc/udev/rules.d/70-bitlux-forge.rules is missing; it gives users the right "
+              "to open 1234:abcd. To do: " +
+                  install)
+        << "an empty file of the administrator takes its place";
 }
 
 TEST(Doctor, SaysWhatAPortLacks) {

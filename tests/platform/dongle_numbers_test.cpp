@@ -1,10 +1,9 @@
+#include "support/environment_variable.h"
 #include "support/temporary_folder.h"
 
 #include "platform/linux/dongle_numbers.h"
 
-#include <cstdlib>
 #include <filesystem>
-#include <optional>
 
 #include <sys/stat.h>
 
@@ -109,26 +108,6 @@ TEST(DongleNumbers, ReportsWhatCannotBeRead) {
     EXPECT_TRUE(DongleNumbers({folder.path("pipe")}).problems().empty()) << "must not wait";
 }
 
-/// Sets a variable of the environment, and sets it back.
-class Variable {
-public:
-    Variable(const char* name, const char* value) : name_(name) {
-        if (const char* old = std::getenv(name))
-            old_ = old;
-        set(value);
-    }
-    ~Variable() { set(old_ ? old_->c_str() : nullptr); }
-    Variable(const Variable&) = delete;
-    Variable& operator=(const Variable&) = delete;
-
-private:
-    void set(const char* value) {
-        value == nullptr ? ::unsetenv(name_) : ::setenv(name_, value, 1);
-    }
-    const char* name_;
-    std::optional<std::string> old_;
-};
-
 TEST(DongleNumbers, KnowsWhereItsFilesAre) {
     struct Case {
         const char* config;
@@ -142,8 +121,8 @@ TEST(DongleNumbers, KnowsWhereItsFilesAre) {
           Case{"/etc/xdg", "/home/ann", "/etc/xdg/bitlux-forge/dongles.conf"},
           Case{"/etc/xdg", nullptr, "/etc/xdg/bitlux-forge/dongles.conf"},
           Case{nullptr, nullptr, nullptr}, Case{nullptr, "", nullptr}}) {
-        const Variable config("XDG_CONFIG_HOME", c.config);
-        const Variable home("HOME", c.home);
+        const EnvironmentVariable config("XDG_CONFIG_HOME", c.config);
+        const EnvironmentVariable home("HOME", c.home);
         std::vector<std::string> expected{"/etc/bitlux-forge/dongles.conf"};
         if (c.userFile != nullptr)
             expected.emplace_back(c.userFile);

@@ -3,6 +3,7 @@
 #include "panels/common/colours.h"
 
 #include <array>
+#include <memory>
 
 namespace bitlux::zt72518 {
 
@@ -23,8 +24,10 @@ ChipLink::ChipLink(forms::Form& form, Session& session, WordEngine& engine,
       engine_(engine),
       variables_(variables),
       Reg_W("Reg_W", 0, wordBits - 1, [&form](const std::string& name, int bit) {
-          return std::make_unique<forms::Label>(form, name,
-                                                captions.at(static_cast<std::size_t>(bit)), bit);
+          auto label = std::make_unique<forms::Label>(
+              form, name, captions.at(static_cast<std::size_t>(bit)), bit);
+          label->setBackColor(forms::windowColor);
+          return label;
       }) {}
 
 void ChipLink::send(std::uint8_t high, std::uint8_t low) {

@@ -1,12 +1,12 @@
 #include "platform/linux/dongle_numbers.h"
 
 #include "platform/linux/file_start.h"
+#include "platform/linux/user_folder.h"
 #include "platform/printable.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
-#include <cstdlib>
 #include <cstring>
 #include <optional>
 #include <string_view>
@@ -106,14 +106,6 @@ private:
     std::size_t badLines_ = 0;
 };
 
-std::string userFolder() {
-    // a relative name counts as none
-    if (const char* config = std::getenv("XDG_CONFIG_HOME"); config != nullptr && *config == '/')
-        return config;
-    const char* home = std::getenv("HOME");
-    return home != nullptr && *home != '\0' ? std::string(home) + "/.config" : std::string();
-}
-
 } // namespace
 
 std::string numbersText(const UsbNumbers& numbers) {
@@ -128,7 +120,7 @@ DongleNumbers::DongleNumbers(const std::vector<std::string>& fileNames) {
 std::vector<std::string> DongleNumbers::files() {
     std::vector<std::string> names{"/etc/bitlux-forge/dongles.conf"};
     if (const std::string folder = userFolder(); !folder.empty())
-        names.push_back(folder + "/bitlux-forge/dongles.conf");
+        names.push_back(folder + "/dongles.conf");
     return names;
 }
 
