@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <ranges>
 #include <span>
 #include <string_view>
 
@@ -68,9 +69,9 @@ private:
 
     /// Of a free row, or of a file whose bits were none.
     void appendOtherBits(std::span<const std::int16_t> bits) {
-        for (auto bit = bits.rbegin(); bit != bits.rend(); ++bit) {
-            if (*bit != QuickCommandTable::noBit)
-                fmt::format_to(std::back_inserter(text_), "{}", *bit);
+        for (const std::int16_t bit : std::views::reverse(bits)) {
+            if (bit != QuickCommandTable::noBit)
+                fmt::format_to(std::back_inserter(text_), "{}", bit);
             text_ += ' ';
         }
     }
