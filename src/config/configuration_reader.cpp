@@ -5,7 +5,6 @@
 #include "platform/failure.h"
 #include "platform/printable.h"
 
-#include <ranges>
 #include <stdexcept>
 #include <utility>
 
@@ -152,13 +151,13 @@ std::string_view ConfigurationReader::takeBits(std::string_view value) {
     if (takeDigits(value, bits_))
         return value.substr(2 * bits_.size());
     std::string_view rest = value;
-    for (std::int16_t& bit : std::views::reverse(bits_)) {
+    for (std::size_t bit = bits_.size(); bit-- > 0;) {
         const Split split = atFirstBlank(rest);
         if (!split.inTwo)
             throw Failure(Failure::Kind::OutOfRange,
                           fmt::format("the Quick Command \"{}\" has no {} bits and a name",
                                       printable(toUtf8(value), 40), bits_.size()));
-        bit = toInt16(val(split.first));
+        bits_[bit] = toInt16(val(split.first));
         rest = split.rest;
     }
     return rest;

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <ranges>
 #include <span>
 #include <string_view>
 
@@ -69,9 +68,9 @@ private:
 
     /// Of a free row, or of a file whose bits were none.
     void appendOtherBits(std::span<const std::int16_t> bits) {
-        for (const std::int16_t bit : std::views::reverse(bits)) {
-            if (bit != QuickCommandTable::noBit)
-                fmt::format_to(std::back_inserter(text_), "{}", bit);
+        for (std::size_t i = bits.size(); i-- > 0;) {
+            if (bits[i] != QuickCommandTable::noBit)
+                fmt::format_to(std::back_inserter(text_), "{}", bits[i]);
             text_ += ' ';
         }
     }

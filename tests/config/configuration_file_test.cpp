@@ -323,7 +323,8 @@ TEST(ConfigurationFile, ThatIsNoneChangesOnlyTheName) {
                                                           {"/nowhere/x.spi", "No such file"}}) {
         const Texts texts = bench.open(name);
         ASSERT_EQ(texts.size(), 1U) << name;
-        EXPECT_NE(texts[0].find("\"" + name + "\" cannot be read: " + reason), std::string::npos)
+        EXPECT_NE(texts[0].find(fmt::format("\"{}\" cannot be read: {}", name, reason)),
+                  std::string::npos)
             << texts[0];
     }
     bench.fileDialogs.answer(std::nullopt);
