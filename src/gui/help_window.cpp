@@ -1,6 +1,7 @@
 #include "gui/help_window.h"
 
 #include "gui/program_icon.h"
+#include "gui/theme.h"
 
 #include <array>
 
@@ -74,15 +75,18 @@ HelpWindow::HelpWindow() : browser_(new QTextBrowser(this)), contents_(makeConte
     splitter->addWidget(browser_);
     splitter->setStretchFactor(1, 1);
     splitter->setChildrenCollapsible(false);
+    splitter->setHandleWidth(10);
+    splitter->setSizes({contents_->minimumWidth(), width()});
     layout->addWidget(splitter, 1);
     setColors();
     show(0);
     contents_->setFocus();
-    resize(fontMetrics().averageCharWidth() * 125, fontMetrics().height() * 38);
+    resize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 38);
 }
 
 QListWidget* HelpWindow::makeContents() {
     auto* contents = new QListWidget(this);
+    contents->setSpacing(2);
     contents->setAccessibleName("Contents");
     for (const Page& page : pages)
         contents->addItem(page.title);
@@ -159,8 +163,10 @@ void HelpWindow::setColors() {
                 "pre { font-family: 'DejaVu Sans Mono', monospace; background-color: %2;"
                 "      margin-top: 6px; margin-bottom: 8px; }"
                 "th { text-align: left; background-color: %2; }"
-                "td, th { padding: 3px 10px 3px 6px; }")
-            .arg(name(QPalette::Highlight), name(QPalette::AlternateBase)));
+                "table { border-collapse: collapse; border: 1px solid %3; }"
+                "td, th { padding: 3px 10px 3px 6px; border: 1px solid %3; }")
+            .arg(name(QPalette::Highlight), name(QPalette::AlternateBase),
+                 name(isDark() ? QPalette::Button : QPalette::Mid)));
 }
 
 void HelpWindow::find(bool forwards) {

@@ -51,6 +51,7 @@ MainWindow::MainWindow(Program& program, UserSettings settings)
     scroll->setWidget(view_);
     setCentralWidget(scroll);
     bus_ = new QLabel(this);
+    bus_->setIndent(10);
     statusBar()->addWidget(bus_);
     statusBar()->setSizeGripEnabled(false); // the window's own border does that
     makeMenus();

@@ -52,6 +52,7 @@ PartPage::PartPage(MainTabs& tabs, int page, QWidget& before, Binder& binder, QW
     layout->addWidget(purpose);
     if (text.open != nullptr) {
         auto* open = binder.make<QPushButton>(tabs.*text.open, this);
+        open->setMinimumWidth(open->sizeHint().width() + 24);
         open->setMinimumHeight(open->fontMetrics().height() + 14);
         layout->addWidget(open, 0, Qt::AlignLeft);
         runPlace_.before = open;

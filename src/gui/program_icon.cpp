@@ -17,9 +17,9 @@ public:
         painter->setRenderHint(QPainter::Antialiasing);
         painter->translate(rect.topLeft());
         painter->scale(rect.width() / 64.0, rect.height() / 64.0);
-        painter->setPen(Qt::NoPen);
+        painter->setPen(QPen(QColor(0x4A, 0x60, 0x80), 2)); // for dark surroundings
         painter->setBrush(QColor(0x1D, 0x2B, 0x3F));
-        painter->drawRoundedRect(QRectF(2, 2, 60, 60), 12, 12);
+        painter->drawRoundedRect(QRectF(3, 3, 58, 58), 12, 12);
         drawLine(*painter, QColor(0xE4, 0xE8, 0xEE),
                  std::array<QPointF, 10>{{{9, 29},
                                           {16, 29},

@@ -4,6 +4,7 @@
 #include "gui/command_line.h"
 #include "gui/log_accessible.h"
 #include "gui/main_window.h"
+#include "gui/program_icon.h"
 #include "gui/qt_desk.h"
 #include "gui/termination_signals.h"
 #include "gui/theme.h"
@@ -14,6 +15,7 @@
 
 #include <QApplication>
 #include <QSessionManager>
+#include <QTimer>
 
 namespace bitlux::gui {
 
@@ -77,6 +79,7 @@ private:
         window_->restorePlace();
         window_->show();
         window_->view().focusEntry();
+        QTimer::singleShot(0, window_.get(), [this] { window_->setWindowIcon(programIcon()); });
     }
 
     Program& program_;
