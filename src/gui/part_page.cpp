@@ -19,20 +19,16 @@ struct Text {
 
 /// From page 3 on.
 constexpr std::array<Text, 5> texts{{
-    {"ZT72517 over its byte-wide link",
-     "Controls the ZT72517 byte by byte over its parallel serial link.", nullptr},
+    {"ZT72517 over its byte-wide link", "Controls the chip byte by byte. Words have 8 bits here.",
+     nullptr},
     {"ZT7251x family",
-     "Registers, flags, watchdog and sequences of the system-basis chips ZT72518, ZT72514 and "
-     "ZT72511, in a window of their own. Words have 16 bits here.",
+     "Registers, flags, watchdog and sequences of the system-basis chips. Words have 16 bits here.",
      &MainTabs::ZT72518_windows},
-    {"ZT72361", "Registers and flags of the CAN chip ZT72361. Words have 8 bits here.", nullptr},
-    {"ZT72537",
-     "Registers and flags of the LIN system-basis chip ZT72537, in a window of their own. Words "
-     "have 8 bits here.",
+    {"ZT72361", "Registers and flags of the CAN chip. Words have 8 bits here.", nullptr},
+    {"ZT72537", "Registers and flags of the LIN system-basis chip. Words have 8 bits here.",
      &MainTabs::open_72537},
     {"ZT72516",
-     "Rails, registers, watchdog and sequences of the multi-rail chip ZT72516, in a window of "
-     "their own. Words have 32 bits here.",
+     "Rails, registers, watchdog and sequences of the multi-rail chip. Words have 32 bits here.",
      &MainTabs::OpenZT72516Window},
 }};
 

@@ -1,8 +1,11 @@
+#include "gui/qt_desk.h"
 #include "gui/recent_menu.h"
 #include "window_bench.h"
 
 #include <QDragEnterEvent>
+#include <QFileDialog>
 #include <QMimeData>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -40,12 +43,14 @@ struct RecentBench : TestBench {
     bool drag(const std::string& name, bool drop) {
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(nameOf(folder.path(name)))});
+        data.setText("file://" + nameOf(folder.path(name)));
+        auto* field = window.findChild<QLineEdit*>("frmMain.txtHexWordToSend");
         QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         enter.ignore();
-        QApplication::sendEvent(&window, &enter);
+        QApplication::sendEvent(field, &enter);
         QDropEvent fall({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         if (drop)
-            QApplication::sendEvent(&window, &fall);
+            QApplication::sendEvent(field, &fall);
         QTest::qWait(1);
         settle();
         return enter.isAccepted();
@@ -86,12 +91,35 @@ TEST(RecentFiles, OpenAndTellWhenTheyAreGone) {
 
 TEST(RecentFiles, CanBeDroppedOnTheWindow) {
     RecentBench bench;
+    bench.configure("8");
     bench.save("one.spi");
     bench.session().ConfigFileName.clear();
     bench.folder.write("notes.txt", "no configuration");
     EXPECT_FALSE(bench.drag("notes.txt", false));
     EXPECT_TRUE(bench.drag("one.spi", true));
     EXPECT_EQ(bench.session().ConfigFileName, bench.folder.path("one.spi"));
+    EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), "");
+}
+
+TEST(FileDialogs, StartOnTheFileAndKnowTheEnding) {
+    const TemporaryFolder folder;
+    QString start;
+    QTimer::singleShot(0, [&start] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        auto* name = dialog->findChild<QLineEdit*>("fileNameEdit");
+        start = name->text();
+        name->setText("board 7");
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    gui::QtFileDialogs dialogs;
+    const std::optional<std::string> chosen =
+        dialogs.ask({.kind = FileDialog::Kind::Save,
+                     .title = "Save",
+                     .filter = "SPI Config Files (*.spi)|*.spi|All Files (*.*)|*.*",
+                     .fileName = folder.path("old.spi")});
+    EXPECT_EQ(start, "old.spi");
+    EXPECT_EQ(chosen, folder.path("board 7.spi"));
 }
 
 TEST(MainWindow, NamesTheFileInItsTitle) {
