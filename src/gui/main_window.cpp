@@ -98,7 +98,7 @@ void MainWindow::makeFileMenu() {
     file.addMenu(new RecentMenu(
         settings_, [this](const QString& name) { openFile(name); }, this));
     menuItem(file, form.files.itemSave)->setShortcut(QKeySequence::Save);
-    menuItem(file, form.files.itemSaveAs)->setShortcut(QKeySequence::SaveAs);
+    menuItem(file, form.files.itemSaveAs)->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_S);
     file.addSeparator();
     menuItem(file, form.log.itemSaveLog);
     menuItem(file, form.log.itemSaveLogAs);

@@ -1,9 +1,8 @@
 #pragma once
 
 #include <array>
+#include <csignal>
 #include <functional>
-
-#include <signal.h>
 
 #include <QObject>
 

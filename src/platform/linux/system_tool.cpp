@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdlib>
 #include <sstream>
+#include <utility>
 
 #include <linux/close_range.h>
 #include <sys/wait.h>
@@ -37,7 +38,8 @@ std::string environment(const char* name) {
 std::string inSearchPath(const std::string& program) {
     std::istringstream folders(environment("PATH"));
     for (std::string folder; std::getline(folders, folder, ':');) {
-        std::string file = folder + "/" + program;
+        std::string file = folder;
+        file.append("/").append(program);
         if (!folder.empty() && access(file.c_str(), X_OK) == 0)
             return file;
     }
@@ -59,16 +61,16 @@ std::vector<std::string> LinuxSystemTool::command() {
 }
 
 void LinuxSystemTool::start() {
-    const std::vector<std::string> found = command();
+    std::vector<std::string> found = command();
     if (found.empty())
         throw Failure(Failure::Kind::File, "The system information tool is gone");
-    startDetached(found);
+    startDetached(std::move(found));
 }
 
-void startDetached(const std::vector<std::string>& command) {
+void startDetached(std::vector<std::string> command) {
     std::vector<char*> arguments;
-    for (const std::string& argument : command)
-        arguments.push_back(const_cast<char*>(argument.c_str()));
+    for (std::string& argument : command)
+        arguments.push_back(argument.data());
     arguments.push_back(nullptr);
     const pid_t child = fork();
     if (child < 0)

@@ -19,6 +19,6 @@ public:
 
 /// Starts a program that goes its own way: it is no child of ours and inherits no open file but the
 /// standard ones. Raises Failure (File) when the system has no room for another process.
-void startDetached(const std::vector<std::string>& command);
+void startDetached(std::vector<std::string> command);
 
 } // namespace bitlux
