@@ -1,6 +1,8 @@
 #include "gui/binder.h"
 
+#include <QDragEnterEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 
 namespace bitlux::gui {
 
@@ -84,6 +86,12 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
     } else if (event->type() == QEvent::MouseButtonDblClick) {
         if (auto* combo = dynamic_cast<forms::ComboBox*>(&control))
             byHand([combo] { combo->doubleClick(); });
+    } else if (event->type() == QEvent::DragEnter) {
+        // A file is the window's affair, not a text for a field.
+        if (static_cast<QDragEnterEvent*>(event)->mimeData()->hasUrls()) {
+            event->ignore();
+            return true;
+        }
     } else if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if ((key == Qt::Key_Return || key == Qt::Key_Enter) && control.hasKeyHandler()) {

@@ -2,7 +2,9 @@
 
 #include "bench/scripted_desk.h"
 #include "gui/bench_view.h"
+#include "gui/help_window.h"
 #include "gui/main_window.h"
+#include "gui/recent_menu.h"
 #include "gui/theme.h"
 #include "gui/type_diagram.h"
 #include "workbench/virtual_bench.h"
@@ -13,6 +15,8 @@
 #include <QDir>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QListWidget>
+#include <QTemporaryDir>
 #include <QVBoxLayout>
 
 #include <fmt/format.h>
@@ -126,6 +130,49 @@ public:
         paint(file, size);
     }
 
+    void paintPartPages(const QString& prefix, const QString& tail) {
+        ConfigureDialog& dialog = program_.dialog();
+        gui::MainWindow window(program_);
+        window.show();
+        for (forms::CheckBox* part :
+             {&dialog.CheckEnable72361, &dialog.CheckEnable72517, &dialog.CheckEnable72518,
+              &dialog.CheckEnable72537, &dialog.CheckEnable72516}) {
+            part->setValue(1);
+            dialog.cmdApply_Click();
+            program_.mainForm().tabs.TabStripMain.click(3);
+            window.resize(760, 420);
+            shoot(window, window,
+                  prefix + "-" + QString::fromStdString(part->name()).right(5) + tail);
+            part->setValue(0);
+        }
+        dialog.cmdApply_Click();
+    }
+
+    /// About, the help, and the menu of recent files.
+    void paintHelp(const QString& folder, const QString& tail) {
+        QTemporaryDir settings;
+        gui::UserSettings recent(settings.filePath("window.conf"));
+        for (const char* file : {"/home/lab/boards/lamp & motor.spi", "/home/lab/wake up.spi"})
+            recent.fileUsed(file);
+        program_.session().ConfigFileName = "/home/lab/wake up.spi";
+        gui::MainWindow window(program_, recent);
+        window.show();
+        auto* menu = window.findChild<gui::RecentMenu*>();
+        menu->popup({40, 40});
+        shoot(window, *menu, folder + "/recent" + tail);
+        menu->close();
+        program_.mainForm().itemAbout.click();
+        shoot(window, *window.findChild<QDialog*>(), folder + "/about" + tail);
+        program_.aboutForm().cmdOK.click();
+        gui::HelpWindow help;
+        help.bringToFront();
+        auto& contents = *help.findChild<QListWidget*>();
+        for (int page = 0; page < contents.count(); ++page) {
+            contents.setCurrentRow(page);
+            shoot(window, help, folder + QString("/help-%1").arg(page) + tail);
+        }
+    }
+
     void showExtraPins() {
         ConfigureDialog& dialog = program_.dialog();
         const std::array<std::pair<int, const char*>, 2> pins{{{0, "5"}, {1, "6"}}};
@@ -227,6 +274,8 @@ int main(int argc, char** argv) {
         parts.bring(states[0]);
         parts.paintPartTabs(folder + "/main-parts" + tail + ".png", {});
         parts.paintPartTabs(folder + "/main-parts-small" + tail + ".png", QSize(640, 480));
+        parts.paintPartPages(folder + "/part", tail);
+        parts.paintHelp(folder, tail);
         Stage first;
         first.paint(folder + "/main-start" + tail + ".png", {});
         first.bring(states[4]);

@@ -1,5 +1,7 @@
 #include "program/program.h"
 
+#include "platform/failure.h"
+
 #include <exception>
 #include <filesystem>
 
@@ -65,7 +67,14 @@ Program::Program(const Hardware& hardware, const Desk& desk)
           [this] {
               return std::make_unique<AddWaitForm>(forms_, mainForm_->commands, desk_.boxes);
           },
-          [](AddWaitForm& form) { form.call("Form_Load"); }) {
+          [](AddWaitForm& form) { form.call("Form_Load"); }),
+      about_(
+          forms_, "frmAbout",
+          [this] {
+              return std::make_unique<AboutForm>(forms_, session_.BuildNumber,
+                                                 desk_.systemInformation);
+          },
+          [](AboutForm&) {}) {
     options_.useUsb = [this] { return dialog_->ChkSerialPort.checked(); };
     options_.logForever = [this] { return dialog_->optLogForever.value(); };
     for (Event<>* failed : {&engine_.sendFailed, &dongle_.failed})
@@ -106,6 +115,14 @@ void Program::openFromCommandLine(const std::string& commandLine) {
     forms_.perform("frmMain.itemOpen.Click", [this] { mainForm_->files.itemOpen_Click(); });
 }
 
+void Program::open(const std::string& fileName) {
+    forms_.perform("frmMain.itemOpen.Click", [&] {
+        if (!ValidFile(fileName))
+            throw Failure(Failure::Kind::File, fmt::format("There is no file {}", fileName));
+        mainForm_->files.open(fileName);
+    });
+}
+
 bool Program::ValidFile(const std::string& name) {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(name, error);
@@ -129,6 +146,7 @@ void Program::registerProcedures(MainForm& form) {
     });
     form.files.dialog = [this]() -> ConfigureDialog& { return *dialog_; };
     form.procedure("itemHelpTopics_Click", [this] { helpRequested.raise(); });
+    form.procedure("itemAbout_Click", [this] { about_->setVisible(true); });
     form.procedure("itemExit_Click", [this] { itemExit_Click(); });
     form.procedure("Form_QueryUnload", [&form] { form.run.cmdStopContinuous_Click(); });
     form.procedure("Form_Unload", [this] { Form_Unload(); });

@@ -5,6 +5,7 @@
 #include "platform/desk.h"
 #include "platform/forms/form_set.h"
 #include "platform/hardware.h"
+#include "program/about_form.h"
 #include "program/main_form.h"
 #include "sending/add_wait_form.h"
 #include "sending/save_batch_form.h"
@@ -38,6 +39,11 @@ public:
     /// pins go idle. Harmless when repeated.
     void end();
     [[nodiscard]] bool running() const { return running_; }
+    /// Whether close() is under way; the question about saving may be on the screen.
+    [[nodiscard]] bool closing() const { return closing_; }
+    /// Opens a configuration file that the user chose without a dialog. A failure ends in a box;
+    /// when there is no such file, nothing changes.
+    void open(const std::string& fileName);
 
     /// The program has ended, whichever way; whoever shows its windows closes them.
     Event<> ended;
@@ -58,6 +64,7 @@ public:
     [[nodiscard]] ConfigureDialog& dialog() { return *dialog_; }
     [[nodiscard]] SaveBatchForm& saveBatchForm() { return *saveBatch_; }
     [[nodiscard]] AddWaitForm& addWaitForm() { return *addWait_; }
+    [[nodiscard]] AboutForm& aboutForm() { return *about_; }
 
 private:
     void registerProcedures(MainForm& form);
@@ -82,8 +89,9 @@ private:
     forms::FormSlot<ConfigureDialog> dialog_;
     forms::FormSlot<SaveBatchForm> saveBatch_;
     forms::FormSlot<AddWaitForm> addWait_;
+    forms::FormSlot<AboutForm> about_;
     bool running_ = false;
-    bool closing_ = false; ///< the question about saving may be on the screen
+    bool closing_ = false;
     bool searching_ = false;
 };
 

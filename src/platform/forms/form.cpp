@@ -90,10 +90,15 @@ void Form::procedure(const std::string& name, std::function<void(int)> body) {
     procedures_[name] = std::move(body);
 }
 
+void Form::function(const std::string& name, std::function<bool(int)> body) {
+    procedures_[name] = std::move(body);
+}
+
 void Form::keyProcedure(const std::string& name, std::function<void(KeyCode)> body) {
     for (Control* control : served(name, "_KeyDown"))
         control->setKeyHandler(body);
-    procedures_[name] = [body = std::move(body)](int code) { body(static_cast<KeyCode>(code)); };
+    procedures_[name] = std::function<void(int)>(
+        [body = std::move(body)](int code) { body(static_cast<KeyCode>(code)); });
 }
 
 std::vector<std::string> Form::procedures() const {
@@ -103,7 +108,7 @@ std::vector<std::string> Form::procedures() const {
     return names;
 }
 
-void Form::call(std::string_view procedure, std::optional<int> argument) {
+bool Form::call(std::string_view procedure, std::optional<int> argument) {
     const auto found = procedures_.find(procedure);
     if (found == procedures_.end())
         throw UnknownName(fmt::format("{}.{}", name_, procedure),
@@ -113,9 +118,13 @@ void Form::call(std::string_view procedure, std::optional<int> argument) {
     else if (const auto* indexed = std::get_if<std::function<void(int)>>(&found->second);
              indexed && argument)
         (*indexed)(*argument);
+    else if (const auto* asked = std::get_if<std::function<bool(int)>>(&found->second);
+             asked && argument)
+        return (*asked)(*argument);
     else
         throw Failure(Failure::Kind::Conversion, fmt::format("{}.{} takes {} argument", name_,
                                                              procedure, argument ? "no" : "one"));
+    return false;
 }
 
 } // namespace bitlux::forms

@@ -44,16 +44,20 @@ public:
     void procedure(const std::string& name, std::function<void()> body);
     /// For handlers of control arrays, which are told the index.
     void procedure(const std::string& name, std::function<void(int)> body);
+    /// A procedure with an answer, as IsTabActive of a number.
+    void function(const std::string& name, std::function<bool(int)> body);
     void keyProcedure(const std::string& name, std::function<void(KeyCode)> body);
 
     [[nodiscard]] std::vector<std::string> procedures() const;
-    /// Calls a procedure by name; raises UnknownName, and Failure (Conversion) when an argument
-    /// is missing or surplus. A failure of the procedure itself passes through.
-    void call(std::string_view procedure, std::optional<int> argument = {});
+    /// Calls a procedure by name; the result is the answer of a function, else false. Raises
+    /// UnknownName, and Failure (Conversion) when an argument is missing or surplus. A failure of
+    /// the procedure itself passes through.
+    bool call(std::string_view procedure, std::optional<int> argument = {});
 
 private:
     friend class Control;
-    using Procedure = std::variant<std::function<void()>, std::function<void(int)>>;
+    using Procedure =
+        std::variant<std::function<void()>, std::function<void(int)>, std::function<bool(int)>>;
 
     void add(Control& control);
     void remove(Control& control);
