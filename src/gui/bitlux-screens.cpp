@@ -5,7 +5,7 @@
 #include "gui/main_window.h"
 #include "gui/theme.h"
 #include "gui/type_diagram.h"
-#include "gui/wave_canvas.h"
+#include "gui/waveform_view.h"
 #include "workbench/virtual_bench.h"
 
 #include <array>
@@ -14,8 +14,7 @@
 #include <QDir>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QMenuBar>
-#include <QPushButton>
+#include <QThread>
 #include <QVBoxLayout>
 
 #include <fmt/format.h>
@@ -141,7 +140,10 @@ public:
         QApplication::processEvents();
         sendWords(state, window);
         QApplication::processEvents();
-        auto* canvas = window.findChild<gui::WaveCanvas*>();
+        QThread::msleep(gui::WaveformView::refreshPause + 10);
+        QApplication::processEvents();
+        auto* canvas = dynamic_cast<gui::WaveCanvas*>(
+            window.findChild<QAbstractScrollArea*>("waveform.canvas"));
         if (zoomed) {
             canvas->setCursor(canvas->waveform().bits.at(1).sampledAt);
             canvas->zoom(3);

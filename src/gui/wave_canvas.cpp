@@ -75,7 +75,7 @@ void WaveCanvas::setScale(double nsPerPixel, double from) {
 }
 
 void WaveCanvas::updateScrollBars() {
-    const QSignalBlocker noEcho(horizontalScrollBar());
+    scrollsItself_ = true;
     const int page = static_cast<int>(width());
     const int all = static_cast<int>(std::ceil((end() - begin()) / scale_.nsPerPixel));
     horizontalScrollBar()->setRange(0, fitted_ ? 0 : std::max(0, all - page));
@@ -83,6 +83,7 @@ void WaveCanvas::updateScrollBars() {
     horizontalScrollBar()->setSingleStep(std::max(1, page / 10));
     horizontalScrollBar()->setValue(
         static_cast<int>(std::lround((scale_.from - begin()) / scale_.nsPerPixel)));
+    scrollsItself_ = false;
     const int rows = static_cast<int>(WavePicture::height(font(), waveform_));
     verticalScrollBar()->setRange(0, std::max(0, rows - viewport()->height()));
     verticalScrollBar()->setPageStep(viewport()->height());
@@ -219,6 +220,17 @@ void WaveCanvas::paintEvent(QPaintEvent*) {
     const WavePicture::Content content{waveform_, scale_, cursor_,
                                        static_cast<qreal>(verticalScrollBar()->value())};
     WavePicture(painter, *viewport(), content).paint();
+    if (hasFocus())
+        paintFocus(painter);
+}
+
+void WaveCanvas::paintFocus(QPainter& painter) const {
+    const QColor color = palette().color(QPalette::Highlight);
+    const int right = viewport()->width() - 1;
+    const int bottom = viewport()->height() - 1;
+    for (const QRect& side : {QRect(0, 0, right, 1), QRect(0, bottom, right, 1),
+                              QRect(0, 0, 1, bottom), QRect(right, 0, 1, bottom + 1)})
+        painter.fillRect(side, color);
 }
 
 void WaveCanvas::resizeEvent(QResizeEvent*) {
@@ -229,7 +241,7 @@ void WaveCanvas::resizeEvent(QResizeEvent*) {
 }
 
 void WaveCanvas::scrollContentsBy(int dx, int) {
-    if (dx != 0)
+    if (dx != 0 && !scrollsItself_)
         scale_.from = begin() + horizontalScrollBar()->value() * scale_.nsPerPixel;
     viewport()->update();
 }

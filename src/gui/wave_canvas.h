@@ -55,10 +55,12 @@ private:
     void showCursor();
     void placeCursor(double pixel);
     void describe();
+    void paintFocus(QPainter& painter) const;
 
     Waveform waveform_;
     WaveScale scale_;
     bool fitted_ = true;
+    bool scrollsItself_ = false; ///< the bars follow the scale, not the other way round
     std::optional<std::int64_t> cursor_;
 };
 

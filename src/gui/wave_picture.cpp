@@ -70,7 +70,8 @@ WavePicture::Colors::Colors(const QWidget& widget)
 WavePicture::WavePicture(QPainter& painter, const QWidget& widget, const Content& content)
     : painter_(painter),
       ink_(painter),
-      font_(widget.font()),
+      widgetFont_(widget.font()),
+      font_(widgetFont_),
       colors_(widget),
       content_(content),
       waveform_(content.waveform),
@@ -100,7 +101,7 @@ qreal WavePicture::height(const QFont& font, const Waveform& waveform) {
 }
 
 void WavePicture::layOutRows() {
-    const qreal needed = height(painter_.font(), waveform_);
+    const qreal needed = height(widgetFont_, waveform_);
     const auto count = static_cast<qreal>(std::max<std::size_t>(waveform_.lines.size(), 1));
     const qreal more = std::max(0.0, size_.height() - needed) / count;
     const qreal stretch = std::min(more, 0.7 * font_.height()); // taller waves say no more
@@ -131,9 +132,10 @@ void WavePicture::paint() {
     painter_.fillRect(QRectF(QPointF(0, 0), size_), colors_.base);
     painter_.save();
     painter_.setClipRect(QRectF(names_, 0, size_.width() - names_, ruler_));
-    paintSamples();
+    paintGuides();
     for (std::size_t i = 0; i < rows_.size(); ++i)
         paintWave(waveform_.lines[i], rows_[i]);
+    paintSamples();
     paintCaption();
     paintBits(Waveform::dataIn, &WaveBit::dataIn, waveform_.sent);
     paintBits(Waveform::dataOut, &WaveBit::dataOut, waveform_.received);
@@ -182,28 +184,41 @@ void WavePicture::paintCaption() {
         textIn(from, to, row.top, row.bottom - row.top, text, colors_.quiet);
 }
 
+qreal WavePicture::cell() const {
+    const auto count = static_cast<qreal>(std::max<std::size_t>(waveform_.bits.size(), 1));
+    return pixels(0, waveform_.end) / count;
+}
+
+void WavePicture::paintGuides() {
+    if (rows_.size() <= Waveform::dataOut || cell() < guideDistance)
+        return;
+    const QColor color = mixed(colors_.accent, colors_.base, 0.6);
+    for (const WaveBit& bit : waveform_.bits) {
+        const qreal at = x(static_cast<double>(bit.sampledAt));
+        if (bit.received && at >= names_)
+            for (const std::size_t line :
+                 {Waveform::clock, Waveform::dataIn, Waveform::dataOut}) // around what is written
+                ink_.dashed(at, ink_.y(rows_[line].top - 3), rows_[line].bottom, thin_, color);
+    }
+}
+
 void WavePicture::paintSamples() {
-    if (rows_.size() <= Waveform::dataOut || waveform_.bits.empty())
+    if (rows_.size() <= Waveform::dataOut)
         return;
     const Row& row = rows_[Waveform::dataOut];
-    const qreal cell = pixels(0, waveform_.end) / static_cast<qreal>(waveform_.bits.size());
-    const qreal radius = std::clamp(cell / 5, 1.0, largestDot);
+    const qreal radius = std::clamp(cell() / 5, 1.0, largestDot);
+    painter_.setRenderHint(QPainter::Antialiasing);
+    painter_.setPen(Qt::NoPen);
+    painter_.setBrush(colors_.accent);
     for (const WaveBit& bit : waveform_.bits) {
         const qreal at = x(static_cast<double>(bit.sampledAt));
         if (!bit.received || at < names_ || at > size_.width())
             continue;
-        if (cell >= guideDistance)
-            ink_.dashed(at, rows_[Waveform::clock].top, row.bottom, thin_,
-                        mixed(colors_.accent, colors_.base, 0.6));
         const Level level = waveform_.lines[Waveform::dataOut].levelAt(bit.dataOut.from);
-        const QPointF center(at + thin_ / 2,
-                             (level == Level::High ? row.top : row.bottom) + thick_ / 2);
-        painter_.setRenderHint(QPainter::Antialiasing);
-        painter_.setPen(Qt::NoPen);
-        painter_.setBrush(colors_.accent);
-        painter_.drawEllipse(center, radius, radius);
-        painter_.setRenderHint(QPainter::Antialiasing, false);
+        const qreal y = level == Level::High ? row.top : row.bottom;
+        painter_.drawEllipse(QPointF(at + thin_ / 2, y + thick_ / 2), radius, radius);
     }
+    painter_.setRenderHint(QPainter::Antialiasing, false);
 }
 
 void WavePicture::paintBits(std::size_t line, WaveBit::Window WaveBit::*window,
@@ -220,23 +235,21 @@ void WavePicture::paintBits(std::size_t line, WaveBit::Window WaveBit::*window,
     const qreal to = x(static_cast<double>(((*last).*window).to));
     painter_.fillRect(QRectF(from, row.word, to - from, wordHeight(font_) - 1), colors_.band);
     painter_.setFont(fixedFont());
-    textIn(std::max(from, names_), std::min(to, size_.width()), row.word, wordHeight(font_) - 1,
-           QString::fromStdString(word), colors_.line);
     for (const WaveBit& bit : bits)
         if (isKnown(bit))
             paintBit(row, bit.*window,
                      (line == Waveform::dataIn ? bit.sent : *bit.received) ? "1" : "0");
-    painter_.setFont(QFont());
+    textIn(std::max(from, names_), std::min(to, size_.width()), row.word, wordHeight(font_) - 1,
+           QString::fromStdString(word), colors_.line);
+    painter_.setFont(widgetFont_);
 }
 
 void WavePicture::paintBit(const Row& row, const WaveBit::Window& window, const QString& text) {
     const qreal from = x(static_cast<double>(window.from));
     const qreal to = x(static_cast<double>(window.to));
     const bool isWide = to - from >= font_.horizontalAdvance("0") + 3;
-    if (!isWide || to < names_ || from > size_.width())
-        return;
-    ink_.vertical(from, row.word, row.top, thin_, colors_.base);
-    textIn(from, to, row.bits, font_.height(), text, colors_.line);
+    if (isWide && to >= names_ && from <= size_.width())
+        textIn(from, to, row.bits, font_.height(), text, colors_.line);
 }
 
 void WavePicture::paintRuler() {

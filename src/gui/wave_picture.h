@@ -49,6 +49,8 @@ private:
     void paintWave(const WaveLine& line, const Row& row);
     void paintLevel(const Row& row, Level level, qreal from, qreal to);
     void paintCaption();
+    [[nodiscard]] qreal cell() const;
+    void paintGuides();
     void paintSamples();
     void paintBits(std::size_t line, WaveBit::Window WaveBit::*window, const std::string& word);
     void paintBit(const Row& row, const WaveBit::Window& window, const QString& text);
@@ -59,6 +61,7 @@ private:
 
     QPainter& painter_;
     CrispInk ink_;
+    QFont widgetFont_;
     QFontMetricsF font_;
     Colors colors_;
     const Content& content_;

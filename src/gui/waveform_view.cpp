@@ -55,7 +55,7 @@ WaveformView::WaveformView(Program& program, Binder& binder, QWidget* parent)
     layout->addWidget(canvas_, 1);
     layout->addWidget(readout_);
     setWidget(content);
-    canvas_->cursorMoved.subscribe([this] { readout_->setText(canvas_->readout()); });
+    canvas_->cursorMoved.subscribe([this] { showReadout(); });
     canvas_->wordWanted.subscribe([this](int words) { step(words); });
     pause_.setSingleShot(true);
     pause_.setInterval(refreshPause);
@@ -137,7 +137,12 @@ void WaveformView::refresh() {
 void WaveformView::showWord(std::uint64_t number) {
     if (const WordRecord* word = recording_.word(number))
         canvas_->show(waveformOf(*word));
-    readout_->setText(canvas_->readout());
+    showReadout();
+}
+
+void WaveformView::showReadout() {
+    const QString text = canvas_->readout();
+    readout_->setText(text.isEmpty() ? "Click, or press an arrow key, for the cursor" : text);
 }
 
 void WaveformView::step(int words) {

@@ -41,6 +41,7 @@ private:
     void refresh();
     void showWord(std::uint64_t number);
     void step(int words);
+    void showReadout();
 
     WaveformRecording& recording_;
     WaveCanvas* canvas_;
