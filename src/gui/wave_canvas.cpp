@@ -202,7 +202,8 @@ void WaveCanvas::describe() {
 QSize WaveCanvas::sizeHint() const {
     Waveform usual;
     usual.lines.resize(Waveform::firstExtra);
-    return {640, static_cast<int>(WavePicture::height(font(), usual)) + 2 * frameWidth() + 4};
+    const int rows = static_cast<int>(WavePicture::height(font(), usual));
+    return {640, rows + 2 * frameWidth() + horizontalScrollBar()->sizeHint().height()};
 }
 
 QSize WaveCanvas::minimumSizeHint() const {

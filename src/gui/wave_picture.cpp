@@ -22,6 +22,11 @@ qreal wordHeight(const QFontMetricsF& font) {
     return font.height() + 2;
 }
 
+/// Of the bits and the room for the dots below them.
+qreal bitsHeight(const QFontMetricsF& font) {
+    return font.height() + largestDot;
+}
+
 bool hasBits(std::size_t line) {
     return line == Waveform::dataIn || line == Waveform::dataOut;
 }
@@ -96,7 +101,7 @@ qreal WavePicture::height(const QFont& font, const Waveform& waveform) {
     qreal height = rulerHeight(metrics) + rowGap;
     for (std::size_t line = 0; line < waveform.lines.size(); ++line)
         height += waveHeight(metrics) + rowGap +
-                  (hasBits(line) ? wordHeight(metrics) + metrics.height() : 0);
+                  (hasBits(line) ? wordHeight(metrics) + bitsHeight(metrics) : 0);
     return std::ceil(height);
 }
 
@@ -111,7 +116,7 @@ void WavePicture::layOutRows() {
         Row row{};
         row.word = ink_.y(y);
         row.bits = row.word + (hasBits(line) ? wordHeight(font_) : 0);
-        row.top = ink_.y(row.bits + (hasBits(line) ? font_.height() : 0));
+        row.top = ink_.y(row.bits + (hasBits(line) ? bitsHeight(font_) : 0));
         row.bottom = ink_.y(row.top + waveHeight(font_) + stretch);
         rows_.push_back(row);
         y = row.bottom + rowGap + spread;
