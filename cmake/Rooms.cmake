@@ -18,7 +18,7 @@ set(BITLUX_ARROWS_gui workbench)
 # rooms that may draw
 set(BITLUX_ROOMS_WITH_QT gui)
 # rooms that wait for the user most of the time: small code starts sooner and takes less memory
-set(BITLUX_SMALL_ROOMS config program gui)
+set(BITLUX_SMALL_ROOMS waveform config program gui)
 
 function(bitlux_reachable_rooms ROOM RESULT)
     set(reached ${ROOM})
