@@ -59,7 +59,7 @@ void MainWindow::makeMenus() {
     menuItem(configure, form.itemPortOptions);
     menuItem(configure, form.itemUpdateDongle);
     QMenu& view = *menuBar()->addMenu("&View");
-    addWaveformEntry(view, *this, program_, binder_);
+    addWaveformEntry(view, *this, program_);
     QAction* dark = view.addAction("&Dark");
     dark->setCheckable(true);
     dark->setChecked(isDark());

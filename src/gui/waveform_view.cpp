@@ -35,8 +35,8 @@ void place(QDockWidget& view, QMainWindow& window) {
 
 } // namespace
 
-WaveformView::WaveformView(Program& program, Binder& binder, QWidget* parent)
-    : QDockWidget("Waveform", parent), recording_(program.waveform()) {
+WaveformView::WaveformView(Program& program, QWidget* parent)
+    : QDockWidget("Waveform", parent), program_(program), recording_(program.waveform()) {
     setObjectName("waveform");
     auto* content = new QWidget(this);
     auto* layout = new QVBoxLayout(content);
@@ -57,10 +57,9 @@ WaveformView::WaveformView(Program& program, Binder& binder, QWidget* parent)
     setWidget(content);
     canvas_->cursorMoved.subscribe([this] { showReadout(); });
     canvas_->wordWanted.subscribe([this](int words) { step(words); });
-    pause_.setSingleShot(true);
-    pause_.setInterval(refreshPause);
-    connect(&pause_, &QTimer::timeout, this, [this] { follow(); });
-    flushed_ = binder.flushed.follow([this] { follow(); });
+    timer_.setSingleShot(true);
+    connect(&timer_, &QTimer::timeout, this, [this] { refresh(); });
+    sinceRefresh_.start();
     refresh();
 }
 
@@ -113,13 +112,18 @@ void WaveformView::addSaveButtons(QBoxLayout& row) {
 }
 
 void WaveformView::follow() {
-    if (pause_.isActive() || recording_.count() == known_)
-        return;
-    refresh();
-    pause_.start();
+    words_ = {program_.engine().wordTransferred.follow([this] { refreshSoon(); }),
+              program_.engine().sendFailed.follow([this] { refreshSoon(); }),
+              program_.dongle().failed.follow([this] { refreshSoon(); })};
+}
+
+void WaveformView::refreshSoon() {
+    if (!timer_.isActive())
+        timer_.start(sinceRefresh_.hasExpired(refreshPause) ? shortPause : refreshPause);
 }
 
 void WaveformView::refresh() {
+    sinceRefresh_.restart();
     known_ = recording_.count();
     if (!hold_->isChecked() && known_ > 0)
         showWord(known_);
@@ -166,6 +170,7 @@ void WaveformView::showEvent(QShowEvent* event) {
     if (event->spontaneous() || recording_.running())
         return;
     recording_.start();
+    follow();
     hold_->setChecked(false);
     canvas_->show({});
     refresh();
@@ -173,11 +178,13 @@ void WaveformView::showEvent(QShowEvent* event) {
 
 void WaveformView::hideEvent(QHideEvent* event) {
     QDockWidget::hideEvent(event);
-    if (!event->spontaneous()) // minimised with its window it goes on
-        recording_.stop();
+    if (event->spontaneous()) // minimised with its window it goes on
+        return;
+    recording_.stop();
+    words_ = {};
 }
 
-void addWaveformEntry(QMenu& menu, QMainWindow& window, Program& program, Binder& binder) {
+void addWaveformEntry(QMenu& menu, QMainWindow& window, Program& program) {
     QAction* open = menu.addAction("&Waveform");
     open->setObjectName("openWaveform");
     open->setCheckable(true);
@@ -185,7 +192,7 @@ void addWaveformEntry(QMenu& menu, QMainWindow& window, Program& program, Binder
     QObject::connect(open, &QAction::toggled, &window,
                      [&, open, view = static_cast<WaveformView*>(nullptr)](bool on) mutable {
                          if (view == nullptr && on) {
-                             view = new WaveformView(program, binder, &window);
+                             view = new WaveformView(program, &window);
                              view->closed.subscribe([open] { open->setChecked(false); });
                              place(*view, window);
                          }

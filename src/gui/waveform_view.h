@@ -1,10 +1,12 @@
 #pragma once
 
-#include "gui/binder.h"
 #include "gui/wave_canvas.h"
 #include "program/program.h"
 
+#include <array>
+
 #include <QDockWidget>
+#include <QElapsedTimer>
 #include <QTimer>
 
 class QBoxLayout;
@@ -19,10 +21,10 @@ namespace bitlux::gui {
 /// are recorded while the view is open.
 class WaveformView : public QDockWidget {
 public:
-    static constexpr int refreshPause = 100; ///< milliseconds; an eye follows no faster
+    static constexpr int shortPause = 16;    ///< milliseconds to the refresh after a single word
+    static constexpr int refreshPause = 100; ///< between refreshes; an eye follows no faster
 
-    /// Follows the refreshes of `binder`.
-    WaveformView(Program& program, Binder& binder, QWidget* parent);
+    WaveformView(Program& program, QWidget* parent);
 
     Event<> closed; ///< by its button
 
@@ -38,11 +40,13 @@ private:
     void addZoomButtons(QBoxLayout& row);
     void addSaveButtons(QBoxLayout& row);
     void follow();
+    void refreshSoon();
     void refresh();
     void showWord(std::uint64_t number);
     void step(int words);
     void showReadout();
 
+    Program& program_;
     WaveformRecording& recording_;
     WaveCanvas* canvas_;
     QLabel* place_ = nullptr;
@@ -52,12 +56,13 @@ private:
     QPushButton* hold_ = nullptr;
     QPushButton* saveVcd_ = nullptr;
     QPushButton* saveSr_ = nullptr;
-    QTimer pause_;
-    std::uint64_t known_ = 0; ///< words when it was refreshed last
-    Subscription flushed_;
+    QTimer timer_; ///< runs while words wait to be shown
+    QElapsedTimer sinceRefresh_;
+    std::uint64_t known_ = 0;           ///< words when it was refreshed last
+    std::array<Subscription, 3> words_; ///< while it is open
 };
 
 /// Adds the menu entry that opens and closes the view, which is made when it is first opened.
-void addWaveformEntry(QMenu& menu, QMainWindow& window, Program& program, Binder& binder);
+void addWaveformEntry(QMenu& menu, QMainWindow& window, Program& program);
 
 } // namespace bitlux::gui

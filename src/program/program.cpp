@@ -24,7 +24,7 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                  .dongle = dongle_,
                  .tap = tap_,
                  .forms = forms_,
-                 .fileDialogs = desk_.fileDialogs}),
+                 .desk = desk_}),
       mainForm_(
           forms_, "frmMain",
           [this] {

@@ -1,5 +1,7 @@
 #include "program/waveform_recording.h"
 
+#include <fmt/format.h>
+
 namespace bitlux {
 
 void WireTap::join(WireListener& listener) {
@@ -48,7 +50,10 @@ void WaveformRecording::saveVcdAs() {
             .title = "Save Waveform as VCD",
             .filter = "Value Change Dumps (*.vcd)|*.vcd|All Files (*.*)|*.*",
             .fileName = "waveform.vcd"},
-           [this](const std::string& fileName) { saveVcd(fileName); });
+           [this](const std::string& fileName) {
+               saveVcd(fileName);
+               return std::string();
+           });
 }
 
 void WaveformRecording::saveSrAs() {
@@ -56,13 +61,26 @@ void WaveformRecording::saveSrAs() {
             .title = "Save Waveform as sigrok Session",
             .filter = "sigrok Sessions (*.sr)|*.sr|All Files (*.*)|*.*",
             .fileName = "waveform.sr"},
-           [this](const std::string& fileName) { saveSr(fileName); });
+           [this](const std::string& fileName) {
+               const std::size_t saved = saveSr(fileName).words;
+               return saved == words().size()
+                          ? std::string()
+                          : fmt::format("The file has room for the last {} of {} words.", saved,
+                                        words().size());
+           });
 }
 
-void WaveformRecording::saveAs(const FileDialog& dialog,
-                               const std::function<void(const std::string&)>& save) {
-    if (const std::optional<std::string> name = parts_.fileDialogs.ask(dialog))
-        parts_.forms.perform(dialog.title, [&] { save(*name); });
+void WaveformRecording::saveAs(const FileDialog& dialog, const Save& save) {
+    const std::optional<std::string> name = parts_.desk.fileDialogs.ask(dialog);
+    if (!name)
+        return;
+    std::string remark;
+    parts_.forms.perform(dialog.title, [&] {
+        const Hourglass hourglass(parts_.desk.pointer);
+        remark = save(*name);
+    });
+    if (!remark.empty())
+        parts_.desk.boxes.show({.text = remark, .icon = MessageBox::Icon::Information});
 }
 
 } // namespace bitlux

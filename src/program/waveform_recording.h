@@ -47,7 +47,7 @@ public:
         DongleLink& dongle;
         WireTap& tap;
         forms::FormSet& forms;
-        FileDialogs& fileDialogs;
+        const Desk& desk;
     };
 
     explicit WaveformRecording(const Parts& parts) : parts_(parts) {}
@@ -74,12 +74,15 @@ public:
     void saveVcd(const std::string& fileName) const { exportVcd(words(), fileName); }
     SampledWords saveSr(const std::string& fileName) const { return exportSr(words(), fileName); }
 
-    // Ask for the file name and save; a failure is shown in a box.
+    // Ask for the file name and save; a failure is shown in a box, and so is what found no room.
     void saveVcdAs();
     void saveSrAs();
 
 private:
-    void saveAs(const FileDialog& dialog, const std::function<void(const std::string&)>& save);
+    /// Saves under a name and returns what there is to say about it.
+    using Save = std::function<std::string(const std::string& fileName)>;
+
+    void saveAs(const FileDialog& dialog, const Save& save);
 
     Parts parts_;
     std::unique_ptr<WordRecorder> recorder_;
