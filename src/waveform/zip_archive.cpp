@@ -2,6 +2,7 @@
 
 #include "platform/failure.h"
 
+#define ZLIB_CONST // what is packed is only read
 #include <zlib.h>
 
 namespace bitlux {
@@ -33,7 +34,7 @@ std::string packed(std::span<const std::uint8_t> content) {
                      Z_DEFAULT_STRATEGY) != Z_OK)
         throw Failure(Failure::Kind::File, "There is no memory to pack a file.");
     std::string result(deflateBound(&stream, static_cast<uLong>(content.size())), '\0');
-    stream.next_in = const_cast<Bytef*>(content.data()); // it is only read
+    stream.next_in = content.data();
     stream.avail_in = static_cast<uInt>(content.size());
     stream.next_out = reinterpret_cast<Bytef*>(result.data());
     stream.avail_out = static_cast<uInt>(result.size());
