@@ -159,6 +159,7 @@ public:
         program_.waveform().start();
         program_.mainForm().singleWord.txtHexWordToSend.setText("A5");
         program_.mainForm().run.cmdSendOnce.click();
+        program_.waveform().stop();
         return waveformOf(program_.waveform().words().back());
     }
 

@@ -167,8 +167,9 @@ void WaveformView::closeEvent(QCloseEvent* event) {
 
 void WaveformView::showEvent(QShowEvent* event) {
     QDockWidget::showEvent(event);
-    if (event->spontaneous() || recording_.running())
+    if (event->spontaneous())
         return;
+    startedHere_ = !recording_.running();
     recording_.start();
     follow();
     hold_->setChecked(false);
@@ -180,7 +181,8 @@ void WaveformView::hideEvent(QHideEvent* event) {
     QDockWidget::hideEvent(event);
     if (event->spontaneous()) // minimised with its window it goes on
         return;
-    recording_.stop();
+    if (startedHere_)
+        recording_.stop();
     words_ = {};
 }
 

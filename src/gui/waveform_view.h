@@ -58,6 +58,7 @@ private:
     QPushButton* saveSr_ = nullptr;
     QTimer timer_; ///< runs while words wait to be shown
     QElapsedTimer sinceRefresh_;
+    bool startedHere_ = false;          ///< the recording; one that somebody else started goes on
     std::uint64_t known_ = 0;           ///< words when it was refreshed last
     std::array<Subscription, 3> words_; ///< while it is open
 };

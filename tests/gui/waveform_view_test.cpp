@@ -51,6 +51,13 @@ TEST(WaveformView, IsMadeAndRecordsOnlyWhenOpened) {
     bench.settle();
     EXPECT_TRUE(bench.widget<QDockWidget>("waveform").isVisible());
     EXPECT_EQ(bench.program.waveform().count(), 0U);
+    open->trigger();
+    bench.settle();
+    bench.program.waveform().start(); // by somebody else: it goes on
+    for (int i = 0; i < 2; ++i)
+        open->trigger();
+    bench.send("3C");
+    EXPECT_EQ(bench.program.waveform().count(), 1U);
 }
 
 TEST(WaveformView, IsReadByKeyboardAndMouse) {
