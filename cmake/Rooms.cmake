@@ -3,13 +3,14 @@
 # into the core, stops the build with the file and the line.
 
 # room -> rooms it may use directly; what those may use comes with them
-set(BITLUX_ROOMS platform session transfer sending config program bench workbench apps gui)
+set(BITLUX_ROOMS platform session transfer waveform sending config program bench workbench apps gui)
 set(BITLUX_ARROWS_platform)
 set(BITLUX_ARROWS_session)
 set(BITLUX_ARROWS_transfer platform session)
+set(BITLUX_ARROWS_waveform transfer)
 set(BITLUX_ARROWS_sending transfer)
 set(BITLUX_ARROWS_config sending)
-set(BITLUX_ARROWS_program config)
+set(BITLUX_ARROWS_program config waveform)
 set(BITLUX_ARROWS_bench platform)
 set(BITLUX_ARROWS_workbench program bench)
 set(BITLUX_ARROWS_apps workbench)
@@ -17,7 +18,7 @@ set(BITLUX_ARROWS_gui workbench)
 # rooms that may draw
 set(BITLUX_ROOMS_WITH_QT gui)
 # rooms that wait for the user most of the time: small code starts sooner and takes less memory
-set(BITLUX_SMALL_ROOMS config program gui)
+set(BITLUX_SMALL_ROOMS waveform config program gui)
 
 function(bitlux_reachable_rooms ROOM RESULT)
     set(reached ${ROOM})

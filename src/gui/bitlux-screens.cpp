@@ -7,6 +7,7 @@
 #include "gui/recent_menu.h"
 #include "gui/theme.h"
 #include "gui/type_diagram.h"
+#include "gui/waveform_view.h"
 #include "workbench/virtual_bench.h"
 
 #include <array>
@@ -17,6 +18,7 @@
 #include <QGroupBox>
 #include <QListWidget>
 #include <QTemporaryDir>
+#include <QThread>
 #include <QVBoxLayout>
 
 #include <fmt/format.h>
@@ -173,6 +175,41 @@ public:
         }
     }
 
+    /// The window with the waveform of the last of the words.
+    void paintWaveform(const QString& file, const State& state, bool zoomed = false) {
+        gui::MainWindow window(program_);
+        window.addDockWidget(
+            Qt::BottomDockWidgetArea,
+            new gui::BenchView(bench_, program_, "echo", window.binder(), &window));
+        window.show();
+        window.fitToContent();
+        window.findChild<QAction*>("openWaveform")->trigger();
+        QApplication::processEvents();
+        sendWords(state, window);
+        QApplication::processEvents();
+        QThread::msleep(gui::WaveformView::refreshPause + 10);
+        QApplication::processEvents();
+        auto* canvas = dynamic_cast<gui::WaveCanvas*>(
+            window.findChild<QAbstractScrollArea*>("waveform.canvas"));
+        if (zoomed) {
+            canvas->setCursor(canvas->waveform().bits.at(1).sampledAt);
+            canvas->zoom(3);
+        }
+        canvas->setFocus();
+        shoot(window, window, file);
+    }
+
+    /// A word of a type alone, to be drawn elsewhere.
+    Waveform waveformOfType(int type) {
+        program_.forms().get<forms::TabStrip>("frmConfigureSPI.TabStripSPItype").click(type);
+        program_.dialog().cmdApply_Click();
+        program_.waveform().start();
+        program_.mainForm().singleWord.txtHexWordToSend.setText("A5");
+        program_.mainForm().run.cmdSendOnce.click();
+        program_.waveform().stop();
+        return waveformOf(program_.waveform().words().back());
+    }
+
     void showExtraPins() {
         ConfigureDialog& dialog = program_.dialog();
         const std::array<std::pair<int, const char*>, 2> pins{{{0, "5"}, {1, "6"}}};
@@ -243,6 +280,19 @@ void paintTypes(const QString& file, bool msbFirst, QSize size) {
     sheet.grab().save(file);
 }
 
+/// Words of all eight types on one sheet.
+void paintWaveforms(const QString& file, Stage& stage) {
+    QWidget sheet;
+    auto* grid = new QGridLayout(&sheet);
+    for (int type = 1; type <= 8; ++type) {
+        auto* canvas = new gui::WaveCanvas(&sheet);
+        canvas->setFixedSize(620, canvas->sizeHint().height());
+        canvas->show(stage.waveformOfType(type));
+        grid->addWidget(canvas, (type - 1) % 4, (type - 1) / 4);
+    }
+    sheet.grab().save(file);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -267,6 +317,17 @@ int main(int argc, char** argv) {
         dongle.paintDialog(folder + "/configure-dongle" + tail);
         dongle.showExtraPins();
         dongle.paint(folder + "/main-dongle-pins" + tail + ".png", {});
+        Stage waves;
+        waves.bring(states[0]);
+        waves.paintWaveform(folder + "/waveform-port" + tail, states[0], true);
+        paintWaveforms(folder + "/waveform-types" + tail + ".png", waves);
+        waves.bring(states[1]);
+        waves.paintWaveform(folder + "/waveform-160" + tail, states[1]);
+        Stage commanded;
+        commanded.plugDongle();
+        commanded.bring(states[0]);
+        commanded.paintWaveform(folder + "/waveform-dongle" + tail, states[0]);
+        paintWaveforms(folder + "/waveform-types-dongle" + tail + ".png", commanded);
         Stage batch;
         batch.bring(states[0]);
         batch.paintBatch(folder + "/batch", tail);

@@ -8,6 +8,7 @@
 #include "gui/run_progress_view.h"
 #include "gui/save_batch_view.h"
 #include "gui/theme.h"
+#include "gui/waveform_view.h"
 
 #include <algorithm>
 
@@ -74,6 +75,7 @@ void MainWindow::makeMenus() {
     menuItem(configure, form.itemPortOptions);
     menuItem(configure, form.itemUpdateDongle);
     QMenu& view = *menuBar()->addMenu("&View");
+    addWaveformEntry(view, *this, program_);
     QAction* dark = view.addAction("&Dark");
     dark->setCheckable(true);
     dark->setChecked(isDark());

@@ -20,6 +20,13 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                .pins = pins_,
                .dongle = dongle_,
                .boxes = desk_.boxes}),
+      tap_(pins_, dongle_, hardware.clock),
+      waveform_({.session = session_,
+                 .engine = engine_,
+                 .dongle = dongle_,
+                 .tap = tap_,
+                 .forms = forms_,
+                 .desk = desk_}),
       mainForm_(
           forms_, "frmMain",
           [this] {
@@ -221,13 +228,15 @@ void Program::itemUpdateDongle_Click() {
 }
 
 void Program::startRecording(WireTrace& trace) {
-    pins_.startRecording(trace, clock_);
-    dongle_.startRecording(trace, clock_);
+    stopRecording();
+    trace_ = &trace;
+    tap_.join(trace);
 }
 
 void Program::stopRecording() {
-    pins_.stopRecording();
-    dongle_.stopRecording();
+    if (trace_ != nullptr)
+        tap_.leave(*trace_);
+    trace_ = nullptr;
 }
 
 void Program::itemExit_Click() {

@@ -7,6 +7,7 @@
 #include "platform/hardware.h"
 #include "program/about_form.h"
 #include "program/main_form.h"
+#include "program/waveform_recording.h"
 #include "sending/add_wait_form.h"
 #include "sending/save_batch_form.h"
 #include "session/live_options.h"
@@ -53,6 +54,11 @@ public:
     /// Records what happens on either bus from now on; the trace outlives the recording.
     void startRecording(WireTrace& trace);
     void stopRecording();
+    /// The words on the wire as waveforms, recorded when somebody wants them.
+    [[nodiscard]] WaveformRecording& waveform() { return waveform_; }
+    /// Save the words that waveform() keeps; see waveform_files.h.
+    void saveVcd(const std::string& fileName) const { waveform_.saveVcd(fileName); }
+    SampledWords saveSr(const std::string& fileName) const { return waveform_.saveSr(fileName); }
 
     [[nodiscard]] forms::FormSet& forms() { return forms_; }
     [[nodiscard]] Session& session() { return session_; }
@@ -85,6 +91,9 @@ private:
     PinLayer pins_;
     DongleLink dongle_;
     WordEngine engine_;
+    WireTap tap_;
+    WireTrace* trace_ = nullptr;
+    WaveformRecording waveform_;
     forms::FormSlot<MainForm> mainForm_;
     forms::FormSlot<ConfigureDialog> dialog_;
     forms::FormSlot<SaveBatchForm> saveBatch_;

@@ -164,14 +164,15 @@ void DongleLink::fail() {
     failed.raise();
 }
 
-void DongleLink::startRecording(WireTrace& trace, const Clock& clock) {
-    trace_ = &trace;
-    traceClock_ = &clock;
+void DongleLink::startRecording(WireListener& listener, const Clock& clock) {
+    listener_ = &listener;
+    listenerClock_ = &clock;
 }
 
 void DongleLink::record(WireAccess::Kind kind, const UsbFrame& frame) {
-    if (trace_ != nullptr)
-        trace_->add({.nanoseconds = traceClock_->nanoseconds(), .kind = kind, .frame = frame});
+    if (listener_ != nullptr)
+        listener_->add(
+            {.nanoseconds = listenerClock_->nanoseconds(), .kind = kind, .frame = frame});
 }
 
 void DongleLink::ShowError(UsbStatus) {}
