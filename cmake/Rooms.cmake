@@ -3,7 +3,7 @@
 # into the core, stops the build with the file and the line.
 
 # room -> rooms it may use directly; what those may use comes with them
-set(BITLUX_ROOMS platform session transfer sending config program bench workbench apps gui)
+set(BITLUX_ROOMS platform session transfer sending config program bench workbench apps python gui)
 set(BITLUX_ARROWS_platform)
 set(BITLUX_ARROWS_session)
 set(BITLUX_ARROWS_transfer platform session)
@@ -13,6 +13,7 @@ set(BITLUX_ARROWS_program config)
 set(BITLUX_ARROWS_bench platform)
 set(BITLUX_ARROWS_workbench program bench)
 set(BITLUX_ARROWS_apps workbench)
+set(BITLUX_ARROWS_python workbench)
 set(BITLUX_ARROWS_gui workbench)
 # rooms that may draw
 set(BITLUX_ROOMS_WITH_QT gui)
@@ -81,13 +82,14 @@ function(bitlux_check_registered FOLDER)
     endforeach()
 endfunction()
 
-# bitlux_room(NAME SOURCES a.cpp ... LINKS library ... PROGRAMS name ...)
-# A program NAME is made of NAME.cpp, which holds its main function, and the room's library.
+# bitlux_room(NAME SOURCES a.cpp ... LINKS library ... PROGRAMS name ... APART b.cpp ...)
+# A program NAME is made of NAME.cpp, which holds its main function, and the room's library. Sources
+# that stand APART the room builds by itself.
 function(bitlux_room NAME)
-    cmake_parse_arguments(PARSE_ARGV 1 ROOM "" "" "SOURCES;LINKS;PROGRAMS")
+    cmake_parse_arguments(PARSE_ARGV 1 ROOM "" "" "SOURCES;LINKS;PROGRAMS;APART")
     list(TRANSFORM ROOM_PROGRAMS APPEND .cpp OUTPUT_VARIABLE mains)
     bitlux_check_includes(${PROJECT_SOURCE_DIR}/src ${NAME})
-    bitlux_check_registered(${CMAKE_CURRENT_SOURCE_DIR} ${ROOM_SOURCES} ${mains})
+    bitlux_check_registered(${CMAKE_CURRENT_SOURCE_DIR} ${ROOM_SOURCES} ${mains} ${ROOM_APART})
     if(ROOM_SOURCES)
         add_library(bitlux_${NAME} STATIC ${ROOM_SOURCES})
         set(scope PUBLIC)

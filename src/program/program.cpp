@@ -217,8 +217,13 @@ void Program::close() {
     if (closing_ || !running_)
         return;
     closing_ = true;
-    forms_.perform("frmMain.Form_QueryUnload", [this] { mainForm_->call("Form_QueryUnload"); });
-    mainForm_->call("Form_Unload");
+    try {
+        forms_.perform("frmMain.Form_QueryUnload", [this] { mainForm_->call("Form_QueryUnload"); });
+        mainForm_->call("Form_Unload");
+    } catch (...) { // nobody answered the question; it can be asked again
+        closing_ = false;
+        throw;
+    }
     closing_ = false;
 }
 
