@@ -98,6 +98,11 @@ function(bitlux_room NAME)
         endif()
         if(NAME IN_LIST BITLUX_ROOMS_WITH_QT)
             set_target_properties(bitlux_${NAME} PROPERTIES AUTOMOC ON)
+        else() # goes into the Python module too; hidden, it is called no slower for it
+            set_target_properties(bitlux_${NAME} PROPERTIES
+                POSITION_INDEPENDENT_CODE ON
+                CXX_VISIBILITY_PRESET hidden
+                VISIBILITY_INLINES_HIDDEN ON)
         endif()
         if(BITLUX_PRECOMPILED_HEADERS)
             target_precompile_headers(bitlux_${NAME} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/common.h)

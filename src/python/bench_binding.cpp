@@ -72,9 +72,9 @@ struct StartOptions {
 
 BenchHolder makeBench(const StartOptions& options) {
     if (options.bus && *options.bus != "port" && *options.bus != "dongle")
-        throw py::value_error("bus is \"port\" or \"dongle\"");
+        throw py::value_error(R"(bus is "port" or "dongle")");
     if (options.clock != "virtual" && options.clock != "real")
-        throw py::value_error("clock is \"virtual\" or \"real\"");
+        throw py::value_error(R"(clock is "virtual" or "real")");
     BenchSetup setup{.device = options.device,
                      .bus = options.bus,
                      .ports = addressesFrom(options.ports),
@@ -227,9 +227,9 @@ void bindMessages(py::module_& module) {
             "Its lines are joined by \\r\\n.")
         .def_property_readonly(
             "title", [](const Message& self) { return self.box.title; }, "The title of the box.")
-        .def_property_readonly("buttons", buttonsOf, "As (\"Yes\", \"No\").")
+        .def_property_readonly("buttons", buttonsOf, R"(As ("Yes", "No").)")
         .def_property_readonly("icon", iconOf,
-                               "\"Question\", \"Exclamation\", \"Information\" or None.")
+                               R"("Question", "Exclamation", "Information" or None.)")
         .def_property_readonly(
             "answer",
             [](const Message& self) -> std::optional<std::string> {
@@ -247,7 +247,7 @@ void bindMessages(py::module_& module) {
             [](const AskedFile& self) {
                 return self.dialog.kind == FileDialog::Kind::Open ? "Open" : "Save";
             },
-            "\"Open\" or \"Save\".")
+            R"("Open" or "Save".)")
         .def_property_readonly(
             "title", [](const AskedFile& self) { return self.dialog.title; },
             "The title of the dialog.")
@@ -327,7 +327,7 @@ void bindVirtualBench(py::module_& module) {
                     replies.push_back(replyOf(number));
                 self.setReplies(std::move(replies));
             },
-            "Answers of the device \"scripted\" to the coming words; the last one stays.")
+            R"(Answers of the device "scripted" to the coming words; the last one stays.)")
         .def_property("command_replies", commandRepliesOf, setCommandReplies,
                       "Answers of the dongle to the coming commands, 8 bytes each; the last one\n"
                       "stays. With none the dongle answers by itself.")
@@ -357,7 +357,7 @@ void bindVirtualBench(py::module_& module) {
             "The chip's interrupt and reset lines, as the dongle samples them.")
         .def_property_readonly("pins", pinsOf,
                                "Levels: \"data\" and \"control\" registers of the port,\n"
-                               "\"data_out\" of the device, \"extra\" pins of the dongle.");
+                               R"("data_out" of the device, "extra" pins of the dongle.)");
 }
 
 } // namespace
@@ -369,7 +369,7 @@ void bindBench(py::module_& module) {
     py::class_<ScriptBench, BenchHolder>(
         module, "Bench",
         "The program without its window, on the virtual bench or on hardware.\n\n"
-        "With bus=\"dongle\" or bus=\"port\" it is ready to send in hexadecimal; without, it is "
+        R"(With bus="dongle" or bus="port" it is ready to send in hexadecimal; without, it is )"
         "as\n"
         "the program starts on what the bench offers: ports, a dongle, a command line (the name "
         "of\n"
@@ -458,7 +458,7 @@ void bindBench(py::module_& module) {
             py::arg("form"), "Whether a form is shown.")
         .def("call", call, py::arg("procedure"),
              "Call a procedure of a form, with arguments; returns what it gives.")
-        .def("get", get, py::arg("name"), "A variable of a form, as \"ZT72518.ParityBit\".")
+        .def("get", get, py::arg("name"), R"(A variable of a form, as "ZT72518.ParityBit".)")
         .def("set", set, py::arg("name"), py::arg("value"), "Set a variable of a form.")
         .def_property_readonly(
             "session", [](BenchHolder self) { return SessionView{std::move(self)}; },
@@ -492,7 +492,7 @@ void bindBench(py::module_& module) {
              "Call action in so many milliseconds, also within a call that blocks.")
         .def_property_readonly("trace", traceOf,
                                "What went over the wire: (\"W\", 0x378, 5), (\"R\", 0x379, 32),\n"
-                               "(\"OUT\", bytes), (\"IN\", bytes).")
+                               R"(("OUT", bytes), ("IN", bytes).)")
         .def(
             "clear_trace", [](ScriptBench& self) { self.trace().clear(); },
             "Forget what went over the wire so far.")

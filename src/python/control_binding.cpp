@@ -194,7 +194,7 @@ void bindControls(py::module_& module) {
         "and a control that is hidden or disabled by itself raises Unreachable.\n"
         "A property that the kind of control does not have is None.")
         .def_property_readonly("name", &ControlHandle::name, "As \"frmMain.cmdSI_single(3)\".")
-        .def_property_readonly("kind", kindOf, "\"Button\", \"TextBox\" and so on.")
+        .def_property_readonly("kind", kindOf, R"("Button", "TextBox" and so on.)")
         .def("click", byHand([](forms::Control& control) { control.click(); }),
              "Click it. A tab strip is clicked on the tab it shows; set value for another.")
         .def("double_click", byHand([](forms::Control& control) { control.doubleClick(); }),
@@ -207,7 +207,7 @@ void bindControls(py::module_& module) {
                 const forms::Keystroke stroke = forms::keystrokeNamed(name);
                 handle.bench().act([&] { handle.control().key(stroke); });
             },
-            py::arg("name"), "Press a key, as \"Enter\", \"Escape\", \"F5\" or \"a\".")
+            py::arg("name"), R"(Press a key, as "Enter", "Escape", "F5" or "a".)")
         .def(
             "type",
             [](const ControlHandle& handle, const std::string& text) {

@@ -7,6 +7,7 @@
 #include <exception>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -40,12 +41,12 @@ void raise(PyObject* exception, const std::string& text) {
 
 void translate(std::exception_ptr thrown) {
     try {
-        std::rethrow_exception(thrown);
+        std::rethrow_exception(std::move(thrown));
     } catch (ScriptError& raised) {
         raised.error.restore();
     } catch (const UnansweredBox& unanswered) {
-        raise(exceptions.unansweredBox,
-              "Nobody answers the box \"" + unanswered.box.title + "\": " + unanswered.box.text);
+        raise(exceptions.unansweredBox, R"(Nobody answers the box ")" + unanswered.box.title +
+                                            R"(": )" + unanswered.box.text);
     } catch (const Failure& failure) {
         raise(exceptions.failure, failure.what());
     } catch (const forms::UnknownName& unknown) {
@@ -86,7 +87,7 @@ PYBIND11_MODULE(bitlux, module) {
                    "    b = bitlux.Bench(device=\"loopback\", bus=\"dongle\")\n"
                    "    b[\"frmMain.txtHexWordToSend\"].text = \"A5\"\n"
                    "    b[\"frmMain.cmdSendOnce\"].click()\n"
-                   "    print(b[\"frmMain.lblHexWordReceived\"].caption)";
+                   R"(    print(b["frmMain.lblHexWordReceived"].caption))";
     makeExceptions(module);
     bindControls(module);
     bindBench(module);

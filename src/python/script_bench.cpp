@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include <fmt/format.h>
+
 namespace bitlux {
 
 namespace {
@@ -60,9 +62,9 @@ void BenchControls::connect(const std::string& device) {
 
 void BenchControls::setReplies(std::vector<Reply> replies) {
     if (device_ != "scripted")
-        throw Failure(Failure::Kind::OutOfRange,
-                      "The device \"" + device_ +
-                          "\" answers by itself; \"scripted\" takes replies");
+        throw Failure(
+            Failure::Kind::OutOfRange,
+            fmt::format(R"(The device "{}" answers by itself; "scripted" takes replies)", device_));
     replies_ = std::move(replies);
     connect(device_);
 }

@@ -215,7 +215,7 @@ MessageBox::Answer answerFrom(const std::string& name) {
     for (const auto& [answer, button] : answers)
         if (name == button || (answer == MessageBox::Answer::Ok && name == "Ok"))
             return answer;
-    throw py::value_error("\"" + name + "\" is no button; there are OK, Cancel, Yes and No");
+    throw py::value_error(R"(")" + name + R"(" is no button; there are OK, Cancel, Yes and No)");
 }
 
 } // namespace bitlux::python
