@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bench/bench_clock.h"
+#include "bench/form_timers.h"
 #include "platform/desk.h"
 
 #include <deque>
@@ -18,21 +19,27 @@ struct UnansweredBox {
     MessageBox box;
 };
 
-/// Message boxes that are answered by a script. A box with one button answers itself.
+/// Message boxes that are answered by a script. A box with one button takes the next answer only
+/// when that names its button, and answers itself otherwise.
 class ScriptedBoxes : public MessageBoxes {
 public:
     MessageBox::Answer show(const MessageBox& box) override;
 
-    /// The answer of a coming box with several buttons; answers are used in order.
+    /// The answer of a coming box; answers are used in order.
     void answer(MessageBox::Answer answer) { answers_.push_back(answer); }
     /// All boxes shown so far.
     [[nodiscard]] const std::vector<MessageBox>& shown() const { return shown_; }
+    /// Their answers, nothing for a box that nobody had prepared one for.
+    [[nodiscard]] const std::vector<std::optional<MessageBox::Answer>>& answered() const {
+        return answered_;
+    }
     /// The texts of the boxes shown since the last call.
     std::vector<std::string> takeTexts();
 
 private:
     std::deque<MessageBox::Answer> answers_;
     std::vector<MessageBox> shown_;
+    std::vector<std::optional<MessageBox::Answer>> answered_;
     std::size_t taken_ = 0;
 };
 
@@ -44,13 +51,19 @@ public:
     /// The answer of a coming dialog, nothing for Cancel; answers are used in order.
     void answer(std::optional<std::string> fileName) { answers_.push_back(std::move(fileName)); }
     [[nodiscard]] const std::vector<FileDialog>& shown() const { return shown_; }
+    /// What they were answered, nothing for Cancel.
+    [[nodiscard]] const std::vector<std::optional<std::string>>& answered() const {
+        return answered_;
+    }
 
 private:
     std::deque<std::optional<std::string>> answers_;
     std::vector<FileDialog> shown_;
+    std::vector<std::optional<std::string>> answered_;
 };
 
-/// An event loop whose events are given beforehand: actions at a turn or at a time of the clock.
+/// An event loop whose events are given beforehand, actions at a turn or at a time of the clock,
+/// and that drives the timers of forms.
 class ScriptedLoop : public EventLoop {
 public:
     /// Waiting takes time on the clock.
@@ -59,8 +72,11 @@ public:
     explicit ScriptedLoop(const SystemClock& clock);
 
     void turn() override;
-    /// Time passes up to the next action that is due, if the wait is as long.
+    /// Time passes up to the next action or timer that is due, if the wait is as long.
     void waitForEvents(std::int64_t nanoseconds) override;
+
+    /// Fires the timers of these forms from now on, in the turns at or after their times.
+    void drive(forms::FormSet& forms) { timers_.drive(forms); }
 
     /// Runs `action` in the n-th turn from now, from 1.
     void atTurn(int n, std::function<void()> action) { byTurn_[turns_ + n] = std::move(action); }
@@ -70,7 +86,11 @@ public:
     [[nodiscard]] int turns() const { return turns_; }
 
 private:
+    /// When something is due next.
+    [[nodiscard]] std::optional<std::int64_t> nextDue() const;
+
     const Clock& clock_;
+    FormTimers timers_;
     std::function<void(std::int64_t)> idle_;
     std::map<int, std::function<void()>> byTurn_;
     std::multimap<std::int64_t, std::function<void()>> byTime_;

@@ -12,6 +12,7 @@ Binder::Binder(forms::FormSet& forms) : forms_(forms) {
     connect(&timer_, &QTimer::timeout, this, [this] { flush(); });
     timer_.start(); // for what changed before anybody listened
     becameDirty_ = forms_.becameDirty.follow([this] { timer_.start(); });
+    formGoing_ = forms_.formGoing.follow([this](forms::Form& form) { forget(form); });
 }
 
 template <typename B, typename Control, typename Widget>
@@ -54,6 +55,9 @@ void Binder::bind(forms::MenuItem& control, QAction& action) {
 void Binder::bind(forms::OptionButton& control, QRadioButton& widget) {
     add<OptionButtonBinding>(control, widget);
 }
+void Binder::bind(forms::ScrollBar& control, QAbstractSlider& widget) {
+    add<ScrollBarBinding>(control, widget);
+}
 void Binder::bind(forms::TabStrip& control, QTabBar& widget) {
     add<TabStripBinding>(control, widget);
 }
@@ -76,30 +80,82 @@ void Binder::flush() {
     flushed.raise();
 }
 
+void Binder::forget(const forms::Form& form) {
+    for (const forms::Control* control : form.controls()) {
+        leftOut_.erase(control);
+        const auto found = bindings_.find(control);
+        if (found == bindings_.end())
+            continue;
+        found->second->leave();
+        // One of its slots may be what runs; it stays as long as the widget.
+        const std::shared_ptr<Binding> binding = std::move(found->second);
+        connect(&binding->object(), &QObject::destroyed, this, [binding] {});
+        bindings_.erase(found);
+    }
+    std::erase_if(controls_, [&form](const auto& entry) { return &entry.second->form() == &form; });
+}
+
 bool Binder::eventFilter(QObject* watched, QEvent* event) {
     const auto found = controls_.find(watched);
     if (found == controls_.end())
         return false;
     forms::Control& control = *found->second;
-    if (event->type() == QEvent::FocusIn) {
-        control.form().setFocus(control);
-    } else if (event->type() == QEvent::MouseButtonDblClick) {
-        if (auto* combo = dynamic_cast<forms::ComboBox*>(&control))
-            byHand([combo] { combo->doubleClick(); });
-    } else if (event->type() == QEvent::DragEnter) {
+    switch (event->type()) {
+    case QEvent::FocusIn:
+        byHand([&control] { control.focus(); });
+        break;
+    case QEvent::MouseButtonDblClick:
+        if (control.kind() == forms::Control::Kind::ComboBox ||
+            control.kind() == forms::Control::Kind::Label)
+            byHand([&control] { control.doubleClick(); });
+        break;
+    case QEvent::MouseButtonRelease:
+        if (control.kind() == forms::Control::Kind::Label)
+            byHand([&control] { control.click(); });
+        break;
+    case QEvent::DragEnter:
         // A file is the window's affair, not a text for a field.
         if (static_cast<QDragEnterEvent*>(event)->mimeData()->hasUrls()) {
             event->ignore();
             return true;
         }
-    } else if (event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
-        if ((key == Qt::Key_Return || key == Qt::Key_Enter) && control.hasKeyHandler()) {
-            byHand([&control] { control.key(forms::KeyCode::Enter); });
-            return true;
-        }
+        break;
+    case QEvent::KeyPress:
+        return keyPressed(control, watched, *static_cast<QKeyEvent*>(event));
+    default:
+        break;
     }
     return false;
+}
+
+bool Binder::keyPressed(forms::Control& control, QObject* widget, const QKeyEvent& event) {
+    const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    if (enter && control.hasKeyHandler()) {
+        byHand([&control] { control.key(forms::KeyCode::Enter); });
+        return true;
+    }
+    auto* box = dynamic_cast<forms::TextBox*>(&control);
+    auto* edit = qobject_cast<QLineEdit*>(widget);
+    return box != nullptr && edit != nullptr && typed(*box, *edit, event);
+}
+
+bool Binder::typed(forms::TextBox& control, QLineEdit& widget, const QKeyEvent& event) {
+    const QString text = event.text();
+    const bool types = text.size() == 1 && text[0].unicode() < 0x80 &&
+                       (text[0].isPrint() || text[0] == '\b' || text[0] == '\r');
+    if (!types || !control.handles(forms::ControlEvent::KeyPress))
+        return false;
+    const auto bytes = [&widget](int characters) {
+        return static_cast<std::size_t>(widget.text().left(characters).toUtf8().size());
+    };
+    const int start = widget.hasSelectedText() ? widget.selectionStart() : widget.cursorPosition();
+    const int length = static_cast<int>(widget.selectedText().size());
+    control.select(bytes(start), bytes(start + length) - bytes(start));
+    byHand([&] { control.key(forms::keystrokeOf(text[0].toLatin1())); });
+    flush();
+    const std::string before = control.text().substr(0, control.selectionStart());
+    widget.setCursorPosition(static_cast<int>(QString::fromStdString(before).size()));
+    return true;
 }
 
 void Binder::byHand(const std::function<void()>& action) {

@@ -10,6 +10,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include <QKeyEvent>
 #include <QObject>
 #include <QTimer>
 
@@ -32,6 +33,7 @@ public:
     void bind(forms::ListBox& control, LogView& widget);
     void bind(forms::MenuItem& control, QAction& action);
     void bind(forms::OptionButton& control, QRadioButton& widget);
+    void bind(forms::ScrollBar& control, QAbstractSlider& widget);
     void bind(forms::TabStrip& control, QTabBar& widget);
     void bind(forms::TextBox& control, QLineEdit& widget);
     void bind(forms::Timer& control, QTimer& timer);
@@ -51,6 +53,9 @@ public:
     /// After a flush.
     Event<> flushed;
 
+    /// The controls of a form go; their widgets do nothing any more, and may be destroyed later.
+    void forget(const forms::Form& form);
+
     /// A control that has no widget on purpose: nothing ever shows it.
     void leaveOut(const forms::Control& control) { leftOut_.insert(&control); }
 
@@ -66,6 +71,8 @@ protected:
 
 private:
     void byHand(const std::function<void()>& action);
+    bool keyPressed(forms::Control& control, QObject* widget, const QKeyEvent& event);
+    bool typed(forms::TextBox& control, QLineEdit& widget, const QKeyEvent& event);
 
     template <typename B, typename Control, typename Widget>
     void add(Control& control, Widget& widget);
@@ -76,6 +83,7 @@ private:
     std::unordered_set<const forms::Control*> leftOut_;
     QTimer timer_;
     Subscription becameDirty_;
+    Subscription formGoing_;
 };
 
 } // namespace bitlux::gui

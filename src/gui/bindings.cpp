@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include <QApplication>
 #include <QSignalBlocker>
 
 namespace bitlux::gui {
@@ -15,13 +16,30 @@ QString textOf(const std::string& text) {
     return QString::fromStdString(text);
 }
 
+QColor colorOf(forms::Color color) {
+    const QPalette palette = QApplication::palette();
+    if (color == forms::windowColor)
+        return palette.color(QPalette::Base);
+    if (color == forms::buttonFaceColor)
+        return palette.color(QPalette::Button);
+    return {static_cast<int>(color & 0xFFU), static_cast<int>((color >> 8U) & 0xFFU),
+            static_cast<int>((color >> 16U) & 0xFFU)};
+}
+
 } // namespace
 
 Binding::Binding(forms::Control& control, QObject& object) : control_(control), object_(object) {
     object_.setObjectName(textOf(control.fullName()));
 }
 
+void Binding::leave() {
+    gone_ = true;
+    object_.blockSignals(true);
+}
+
 void Binding::byHand(const std::function<void()>& action) {
+    if (gone_)
+        return;
     try {
         action();
     } catch (const forms::Unreachable&) {
@@ -30,9 +48,31 @@ void Binding::byHand(const std::function<void()>& action) {
 }
 
 WidgetBinding::WidgetBinding(forms::Control& control, QWidget& widget)
-    : Binding(control, widget), widget_(widget) {}
+    : Binding(control, widget),
+      widget_(widget),
+      color_(forms::ownColor(control.kind())),
+      ownColor_(color_) {}
 
-void WidgetBinding::refresh() {
+void WidgetBinding::refreshColor() {
+    color_ = control().backColor();
+    if (color_ == ownColor_) {
+        widget_.setPalette({});
+        widget_.setAutoFillBackground(false);
+        return;
+    }
+    QPalette palette = widget_.palette();
+    const QColor color = colorOf(color_);
+    const QColor ink = color.lightness() > 127 ? Qt::black : Qt::white;
+    for (const QPalette::ColorRole role : {QPalette::Window, QPalette::Button, QPalette::Base})
+        palette.setColor(role, color);
+    for (const QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
+        palette.setColor(role, ink);
+    widget_.setPalette(palette);
+    widget_.setAutoFillBackground(true);
+}
+
+void WidgetBinding::bringUpToDate() {
     const QSignalBlocker blocker(widget_);
     refreshContent();
     // A layout would show a new widget that nobody has hidden in so many words.
@@ -44,6 +84,8 @@ void WidgetBinding::refresh() {
     const QString tooltip = textOf(control().tooltip());
     if (widget_.toolTip() != tooltip)
         widget_.setToolTip(tooltip);
+    if (color_ != control().backColor())
+        refreshColor();
     if (control().hasFocus() && widget_.window()->focusWidget() != &widget_)
         widget_.setFocus();
 }
@@ -147,6 +189,21 @@ void ListBoxBinding::refreshContent() {
     widget_.showLines(control_.lines(), static_cast<int>(control_.count()), control_.listIndex());
 }
 
+ScrollBarBinding::ScrollBarBinding(forms::ScrollBar& control, QAbstractSlider& widget)
+    : WidgetBinding(control, widget), control_(control), widget_(widget) {
+    widget_.setTracking(false); // the value changes when the thumb is let go
+    QObject::connect(&widget, &QAbstractSlider::sliderMoved, &widget,
+                     [this](int value) { byHand([this, value] { control_.drag(value); }); });
+    QObject::connect(&widget, &QAbstractSlider::valueChanged, &widget,
+                     [this](int value) { byHand([this, value] { control_.move(value); }); });
+}
+
+void ScrollBarBinding::refreshContent() {
+    widget_.setRange(control_.min(), control_.max());
+    if (!widget_.isSliderDown())
+        widget_.setValue(control_.value());
+}
+
 TabStripBinding::TabStripBinding(forms::TabStrip& control, QTabBar& widget)
     : WidgetBinding(control, widget), control_(control), widget_(widget) {
     QObject::connect(&widget, &QTabBar::currentChanged, &widget,
@@ -182,7 +239,7 @@ TimerBinding::TimerBinding(forms::Timer& control, QTimer& timer)
     QObject::connect(&timer, &QTimer::timeout, &timer, [this] { control_.fire(); });
 }
 
-void TimerBinding::refresh() {
+void TimerBinding::bringUpToDate() {
     if (!control_.runs())
         timer_.stop();
     else if (!timer_.isActive() || timer_.interval() != control_.interval())
@@ -195,7 +252,7 @@ MenuItemBinding::MenuItemBinding(forms::MenuItem& control, QAction& action)
                      [this] { byHand([this] { control_.click(); }); });
 }
 
-void MenuItemBinding::refresh() {
+void MenuItemBinding::bringUpToDate() {
     action_.setText(textOf(control_.caption()));
     action_.setVisible(control_.visible());
     action_.setEnabled(control_.enabled());

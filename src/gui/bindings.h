@@ -7,6 +7,7 @@
 
 #include <functional>
 
+#include <QAbstractSlider>
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
@@ -33,30 +34,42 @@ public:
     [[nodiscard]] forms::Control& control() const { return control_; }
     [[nodiscard]] QObject& object() const { return object_; }
 
-    virtual void refresh() = 0;
+    /// Nothing once the control is gone.
+    void refresh() {
+        if (!gone_)
+            bringUpToDate();
+    }
+    /// The control goes; the widget stays for a while and does nothing.
+    void leave();
 
 protected:
     /// Runs what a hand does. A control that was hidden or disabled since the last refresh is out
     /// of reach, whatever the widget still shows; then nothing happens but the refresh.
     void byHand(const std::function<void()>& action);
+    virtual void bringUpToDate() = 0;
 
 private:
     forms::Control& control_;
     QObject& object_;
+    bool gone_ = false;
 };
 
 /// The common part of all controls that are widgets.
 class WidgetBinding : public Binding {
 public:
     WidgetBinding(forms::Control& control, QWidget& widget);
-    void refresh() final;
 
 protected:
+    void bringUpToDate() final;
     /// Brings what is special about the kind up to date.
     virtual void refreshContent() = 0;
 
 private:
+    void refreshColor();
+
     QWidget& widget_;
+    forms::Color color_; ///< that is shown; the one at first is the kind's own
+    forms::Color ownColor_;
 };
 
 class ButtonBinding : public WidgetBinding {
@@ -137,6 +150,16 @@ private:
     LogView& widget_;
 };
 
+class ScrollBarBinding : public WidgetBinding {
+public:
+    ScrollBarBinding(forms::ScrollBar& control, QAbstractSlider& widget);
+    void refreshContent() override;
+
+private:
+    forms::ScrollBar& control_;
+    QAbstractSlider& widget_;
+};
+
 class TabStripBinding : public WidgetBinding {
 public:
     TabStripBinding(forms::TabStrip& control, QTabBar& widget);
@@ -161,7 +184,9 @@ private:
 class TimerBinding : public Binding {
 public:
     TimerBinding(forms::Timer& control, QTimer& timer);
-    void refresh() override;
+
+protected:
+    void bringUpToDate() override;
 
 private:
     forms::Timer& control_;
@@ -171,7 +196,9 @@ private:
 class MenuItemBinding : public Binding {
 public:
     MenuItemBinding(forms::MenuItem& control, QAction& action);
-    void refresh() override;
+
+protected:
+    void bringUpToDate() override;
 
 private:
     forms::MenuItem& control_;

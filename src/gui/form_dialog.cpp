@@ -1,5 +1,7 @@
 #include "gui/form_dialog.h"
 
+#include "platform/forms/form_set.h"
+
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -31,6 +33,12 @@ QWidget* FormDialog::makeButtons(std::initializer_list<forms::Button*> controls)
         buttons->addWidget(button);
     }
     return row;
+}
+
+void FormDialog::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && form_.visible())
+        form_.set().activate(form_);
 }
 
 void FormDialog::closeEvent(QCloseEvent* event) {

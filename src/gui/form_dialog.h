@@ -21,6 +21,7 @@ protected:
     /// A row of buttons, of which Enter presses the first where no control takes it.
     QWidget* makeButtons(std::initializer_list<forms::Button*> controls);
 
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 

@@ -59,6 +59,7 @@ MainWindow::MainWindow(Program& program, UserSettings settings)
     subscriptions_ = {
         binder_.flushed.follow([this] { refresh(); }),
         program_.forms().formShown.follow([this](forms::Form& form) { formShown(form); }),
+        program_.forms().formGoing.follow([this](forms::Form& form) { formGoing(form); }),
         program_.ended.follow([] { QApplication::closeAllWindows(); }),
         program_.helpRequested.follow([this] { showHelp(); }),
         program_.mainForm().files.fileUsed.follow([this] { noteFileUsed(); }),
@@ -123,6 +124,14 @@ void MainWindow::formShown(forms::Form& form) {
             dialogs_[&form] = dialog;
     if (const auto found = dialogs_.find(&form); found != dialogs_.end())
         found->second->follow();
+}
+
+void MainWindow::formGoing(forms::Form& form) {
+    const auto found = dialogs_.find(&form);
+    if (found == dialogs_.end())
+        return;
+    found->second->deleteLater(); // one of its buttons may be what unloads the form
+    dialogs_.erase(found);
 }
 
 FormDialog* MainWindow::makeDialog(forms::Form& form) {
@@ -206,6 +215,12 @@ void MainWindow::showHelp() {
     if (!help_)
         help_ = std::make_unique<HelpWindow>();
     help_->bringToFront();
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && program_.running())
+        program_.forms().activate(program_.mainForm());
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

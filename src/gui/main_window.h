@@ -36,6 +36,7 @@ public:
     void restorePlace();
 
 protected:
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -46,6 +47,7 @@ private:
     void makeHelpMenu();
     QAction* menuItem(QMenu& menu, forms::MenuItem& item);
     void formShown(forms::Form& form);
+    void formGoing(forms::Form& form);
     FormDialog* makeDialog(forms::Form& form);
     void refresh();
     void updateTitle();
@@ -62,7 +64,7 @@ private:
     QLabel* bus_;
     RunProgressView* progress_ = nullptr; ///< made for the first run
     std::unique_ptr<HelpWindow> help_;    ///< once it was asked for
-    std::array<Subscription, 6> subscriptions_;
+    std::array<Subscription, 7> subscriptions_;
     std::map<const forms::Form*, FormDialog*> dialogs_; ///< those that were shown
 };
 

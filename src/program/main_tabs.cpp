@@ -70,7 +70,7 @@ MainTabs::MainTabs(forms::Form& form, const Parts& parts)
     for (int page = 2; page <= pages; ++page)
         FrameMain(page).hide();
     form.procedure("ResetTabs", [this] { ResetTabs(); });
-    form.function("IsTabActive", [this](int part) { return IsTabActive(part); });
+    form.procedure("IsTabActive", [this](std::int32_t part) { return IsTabActive(part); });
     form.procedure("TabStripMain_Click", [this] { TabStripMain_Click(); });
     form.procedure("ZT72518_windows_Click", [this] { ZT72518_windows_Click(); });
     form.procedure("OpenZT72516Window_Click", [this] { OpenZT72516Window_Click(); });

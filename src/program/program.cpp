@@ -38,50 +38,39 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                                                                         .desk = desk_,
                                                                         .clock = clock_});
           },
-          [this](MainForm& form) {
-              registerProcedures(form);
-              form.call("Form_Load");
-          }),
-      dialog_(
-          forms_, "frmConfigureSPI",
-          [this] {
-              MainForm& form = *mainForm_;
-              return std::make_unique<ConfigureDialog>(
-                  forms_,
-                  ConfigureDialog::Parts{
-                      .session = session_,
-                      .pins = pins_,
-                      .boxes = desk_.boxes,
-                      .singleWord = form.singleWord,
-                      .log = form.log,
-                      .commands = form.commands,
-                      .extraPins = form.extraPins,
-                      .labelMainTitle = form.labelMainTitle,
-                      .lblConfigNag = form.lblConfigNag,
-                      .startUsb = [this] { Start_USB(); },
-                      .resetTabs = [&form] { form.tabs.ResetTabs(); },
-                      .addPartTab = [&form](std::int32_t part) { form.tabs.addPartTab(part); }});
-          },
-          [](ConfigureDialog& dialog) { dialog.call("Form_Load"); }),
-      saveBatch_(
-          forms_, "frmSaveBatch",
-          [this] {
-              return std::make_unique<SaveBatchForm>(forms_, mainForm_->batches, desk_.boxes);
-          },
-          [](SaveBatchForm& form) { form.call("Form_Load"); }),
-      addWait_(
-          forms_, "frmAddWait",
-          [this] {
-              return std::make_unique<AddWaitForm>(forms_, mainForm_->commands, desk_.boxes);
-          },
-          [](AddWaitForm& form) { form.call("Form_Load"); }),
-      about_(
-          forms_, "frmAbout",
-          [this] {
-              return std::make_unique<AboutForm>(forms_, session_.BuildNumber,
-                                                 desk_.systemInformation);
-          },
-          [](AboutForm&) {}) {
+          [this](MainForm& form) { registerProcedures(form); }),
+      dialog_(forms_, "frmConfigureSPI",
+              [this] {
+                  MainForm& form = *mainForm_;
+                  return std::make_unique<ConfigureDialog>(
+                      forms_, ConfigureDialog::Parts{
+                                  .session = session_,
+                                  .pins = pins_,
+                                  .boxes = desk_.boxes,
+                                  .singleWord = form.singleWord,
+                                  .log = form.log,
+                                  .commands = form.commands,
+                                  .extraPins = form.extraPins,
+                                  .labelMainTitle = form.labelMainTitle,
+                                  .lblConfigNag = form.lblConfigNag,
+                                  .startUsb = [this] { Start_USB(); },
+                                  .resetTabs = [&form] { form.tabs.ResetTabs(); },
+                                  .addPartTab =
+                                      [&form](std::int32_t part) { form.tabs.addPartTab(part); }});
+              }),
+      saveBatch_(forms_, "frmSaveBatch",
+                 [this] {
+                     return std::make_unique<SaveBatchForm>(forms_, mainForm_->batches,
+                                                            desk_.boxes);
+                 }),
+      addWait_(forms_, "frmAddWait",
+               [this] {
+                   return std::make_unique<AddWaitForm>(forms_, mainForm_->commands, desk_.boxes);
+               }),
+      about_(forms_, "frmAbout", [this] {
+          return std::make_unique<AboutForm>(forms_, session_.BuildNumber, desk_.systemInformation);
+      }) {
+    forms_.unloadThrough("frmMain", [this] { close(); });
     options_.useUsb = [this] { return dialog_->ChkSerialPort.checked(); };
     options_.logForever = [this] { return dialog_->optLogForever.value(); };
     for (Event<>* failed : {&engine_.sendFailed, &dongle_.failed})
@@ -252,8 +241,13 @@ void Program::close() {
     if (closing_ || !running_)
         return;
     closing_ = true;
-    forms_.perform("frmMain.Form_QueryUnload", [this] { mainForm_->call("Form_QueryUnload"); });
-    mainForm_->call("Form_Unload");
+    try {
+        forms_.perform("frmMain.Form_QueryUnload", [this] { mainForm_->call("Form_QueryUnload"); });
+        mainForm_->call("Form_Unload");
+    } catch (...) { // nobody answered the question; it can be asked again
+        closing_ = false;
+        throw;
+    }
     closing_ = false;
 }
 

@@ -100,7 +100,14 @@ DongleLink::Exchange DongleLink::exchange(const UsbFrame& frame, UsbFrame& answe
     const UsbStatus status = Endpoint2->write(frame);
     ShowError(status);
     // A frame that did not go out has no answer that could be waited for.
-    return status == UsbStatus::Success ? awaitAnswer(answer, limit) : Exchange::Broken;
+    if (status != UsbStatus::Success)
+        return Exchange::Broken;
+    try {
+        return awaitAnswer(answer, limit);
+    } catch (...) { // whoever waited was interrupted; the answer may still come
+        missAnswer(clock_.nanoseconds() + lateAnswerLimit);
+        throw;
+    }
 }
 
 DongleLink::Exchange DongleLink::awaitAnswer(UsbFrame& answer, std::optional<std::int64_t> limit) {

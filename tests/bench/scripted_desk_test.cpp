@@ -22,7 +22,12 @@ TEST(ScriptedBoxes, AnswerInTheOrderOfTheScript) {
     } catch (const UnansweredBox& unanswered) {
         EXPECT_EQ(unanswered.box.text, "really?");
     }
-    EXPECT_EQ(boxes.takeTexts(), (std::vector<std::string>{"go on?", "really?"}));
+    boxes.answer(Answer::Ok);
+    EXPECT_EQ(boxes.show({.text = "done"}), Answer::Ok); // this one names its button
+    EXPECT_THROW(boxes.show({.text = "go on?", .buttons = Buttons::OkCancel}), UnansweredBox);
+    EXPECT_EQ(boxes.takeTexts(), (std::vector<std::string>{"go on?", "really?", "done", "go on?"}));
+    EXPECT_EQ(boxes.answered(), (std::vector<std::optional<Answer>>{
+                                    Answer::No, Answer::Ok, Answer::Cancel, {}, Answer::Ok, {}}));
     EXPECT_EQ(boxes.takeTexts(), std::vector<std::string>{});
 }
 

@@ -204,7 +204,7 @@ TEST(Apply, WantsExactlyOnePort) {
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Please Select a Parallel Port."});
     // By hand at most one box is set, so two need a handler that has not run.
     for (const int box : {0, 2})
-        dialog.chkHardCodeLPT(box).setClickHandler(nullptr);
+        dialog.chkHardCodeLPT(box).setHandler(forms::ControlEvent::Click, nullptr);
     dialog.chkHardCodeLPT(0).setValue(1);
     dialog.chkHardCodeLPT(2).setValue(1);
     bench.click("frmConfigureSPI.cmdApply");

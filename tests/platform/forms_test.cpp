@@ -4,12 +4,14 @@
 #include "platform/forms/controls.h"
 #include "platform/forms/form_set.h"
 #include "platform/forms/text_lines.h"
+#include "platform/forms/timer.h"
 
 #include <functional>
 #include <new>
 #include <string>
 #include <vector>
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 namespace bitlux::forms::test {
@@ -378,6 +380,198 @@ TEST(FormSlot, MakesAFormWhenItIsTouched) {
     set.form("frmSample").setVisible(true);
     EXPECT_EQ(made, 1);
     EXPECT_EQ(loaded, 1);
+}
+
+TEST_F(Forms, KeysPassTheirHandlersBeforeTheBoxTakesThem) {
+    // As a hexadecimal entry of two digits: capitals, no other characters, the second is replaced.
+    form.procedure("txtWord_KeyPress", [this](int code) -> int {
+        if (code == 8 || code == 13)
+            return code;
+        const int capital = code >= 'a' ? code - 'a' + 'A' : code;
+        if (!(capital >= '0' && capital <= '9') && !(capital >= 'A' && capital <= 'F'))
+            return 0;
+        if (form.txtWord.text().size() == 2)
+            form.txtWord.select(1, 1);
+        return capital;
+    });
+    form.procedure("txtWord_Change", [this] { ran.push_back(form.txtWord.text()); });
+    form.procedure("txtWord_KeyDown", [this](KeyCode code) {
+        if (code == KeyCode::Escape)
+            form.txtWord.setText("");
+    });
+    form.txtWord.type("a5g7\r");
+    EXPECT_EQ(takeRan(), (Strings{"A", "A5", "A7"}));
+    form.txtWord.key(keystrokeNamed("Backspace"));
+    EXPECT_EQ(takeRan(), Strings{"A"});
+    form.txtWord.select(0, 9);
+    form.txtWord.key(keystrokeNamed("c"));
+    form.txtWord.select(0, 0);
+    form.txtWord.key(keystrokeNamed("Delete"));
+    form.txtWord.type("12");
+    form.txtWord.key(keystrokeNamed("Escape"));
+    EXPECT_EQ(takeRan(), (Strings{"C", "", "1", "12", ""}));
+    EXPECT_THROW(keystrokeNamed("Entr"), UnknownName);
+
+    note("cmdSend_Click");
+    form.cmdSend.key(KeyCode::Enter);
+    EXPECT_EQ(takeRan(), Strings{"cmdSend_Click"});
+    form.keyProcedure("cmdSend_KeyDown", [](KeyCode) {}); // looks at keys itself
+    form.cmdSend.key(KeyCode::Enter);
+    EXPECT_EQ(takeRan(), Strings{});
+}
+
+TEST_F(Forms, ProceduresTakeAndGiveValues) {
+    bool stored = false;
+    std::uint8_t parity = 0;
+    form.variable("StoreCommands", stored);
+    form.variable("ParityBit", parity);
+    form.variable("Next", [] { return toValue(7); }, {});
+    form.procedure("Twice", [](std::int16_t number) { return 2 * number; });
+    form.procedure("Join", [](const std::string& left, double right, bool hex) {
+        return fmt::format("{} {} {}", left, right, hex);
+    });
+    EXPECT_EQ(form.call("Twice", 21), Value(std::int64_t{42}));
+    EXPECT_EQ(form.call("Join", "MUX Write", 2, true), Value("MUX Write 2 true"));
+    form.writeVariable("StoreCommands", true);
+    form.writeVariable("ParityBit", std::int64_t{255});
+    EXPECT_TRUE(stored);
+    EXPECT_EQ(form.readVariable("ParityBit"), Value(std::int64_t{255}));
+
+    const std::vector<std::pair<const char*, std::function<void()>>> refused{
+        {"frmSample.Twice takes 1 arguments, not 0", [this] { form.call("Twice"); }},
+        {"A whole number is wanted, not a text", [this] { form.call("Twice", "21"); }},
+        {"A whole number is wanted, not a truth value", [this] { form.call("Twice", true); }},
+        {"Overflow: 40000 is not between -32768 and 32767", [this] { form.call("Twice", 40000); }},
+        {"A truth value is wanted, not a whole number",
+         [this] { form.writeVariable("StoreCommands", std::int64_t{1}); }},
+        {"Overflow: 256 is not between 0 and 255",
+         [this] { form.writeVariable("ParityBit", std::int64_t{256}); }},
+        {"frmSample.Next can only be read", [this] { form.writeVariable("Next", false); }}};
+    for (const auto& [text, action] : refused)
+        try {
+            action();
+            ADD_FAILURE() << "not refused: " << text;
+        } catch (const Failure& failure) {
+            EXPECT_STREQ(failure.what(), text);
+        }
+    EXPECT_THROW((void)form.readVariable("StoreCommand"), UnknownName);
+}
+
+TEST_F(Forms, ScrollBarsTellDraggingFromChanging) {
+    ScrollBar bar(form, "barTime", 5, 500);
+    note("barTime_Change");
+    note("barTime_Scroll");
+    EXPECT_EQ(bar.value(), 5);
+    bar.drag(40);
+    bar.drag(50);
+    bar.move(50); // let go
+    bar.move(50);
+    bar.setValue(60);
+    EXPECT_EQ(takeRan(),
+              (Strings{"barTime_Scroll", "barTime_Scroll", "barTime_Change", "barTime_Change"}));
+    EXPECT_THROW(bar.setValue(4), Failure);
+    bar.setRange(100, 200);
+    EXPECT_EQ(bar.value(), 100);
+}
+
+class PanelForm : public Form {
+public:
+    PanelForm(FormSet& set, std::string name, Strings& ran)
+        : Form(set, std::move(name), "Panel"), ran_(ran) {
+        for (const char* event : {"Load", "Activate", "Deactivate", "QueryUnload", "Unload"})
+            procedure(std::string("Form_") + event, [this, event] { note(event); });
+        procedure("cmdQuit_Click", [this] {
+            this->set().unload(this->name());
+            cmdQuit.setCaption("gone"); // the form is still there
+            note("after");
+        });
+        procedure("tmrPoll_Timer", [this] { note("Timer"); });
+    }
+
+    Button cmdQuit{*this, "cmdQuit"};
+    Timer tmrPoll{*this, "tmrPoll", 100, true};
+
+private:
+    void note(const std::string& event) { ran_.push_back(name() + " " + event); }
+    Strings& ran_;
+};
+
+class Panels : public testing::Test {
+protected:
+    FormSlot<PanelForm> slot(const std::string& name) {
+        return {set, name, [this, name] { return std::make_unique<PanelForm>(set, name, ran); }};
+    }
+    Strings takeRan() { return std::exchange(ran, {}); }
+
+    VirtualClock clock;
+    ScriptedDesk desk{clock};
+    FormSet set{desk.boxes};
+    Strings ran;
+    FormSlot<PanelForm> a = slot("a");
+    FormSlot<PanelForm> b = slot("b");
+};
+
+TEST_F(Panels, OneIsInFront) {
+    set.show("a");
+    set.show("a");
+    set.show("b");
+    EXPECT_EQ(takeRan(), (Strings{"a Load", "a Activate", "b Load", "a Deactivate", "b Activate"}));
+    set.activate("a");
+    set.activate("a"); // asked for by name it runs again
+    set.activate(*a);  // as a window does
+    EXPECT_EQ(takeRan(), (Strings{"b Deactivate", "a Activate", "a Activate"}));
+    a->setVisible(false);
+    EXPECT_EQ(takeRan(), (Strings{"a Deactivate", "b Activate"}));
+    set.deactivate("a");
+    set.deactivate("b");
+    set.deactivate("b");
+    EXPECT_EQ(takeRan(), Strings{"b Deactivate"});
+}
+
+TEST_F(Panels, AnUnloadedFormIsMadeAnew) {
+    desk.loop.drive(set);
+    Strings going;
+    set.formGoing.subscribe([&](Form& form) { going.push_back(form.name()); });
+    set.unload("a"); // never made
+    set.show("a");
+    takeRan();
+    a->cmdQuit.click();
+    EXPECT_EQ(takeRan(), (Strings{"a QueryUnload", "a Unload", "a Deactivate", "a after"}));
+    EXPECT_EQ(going, Strings{"a"});
+    EXPECT_TRUE(set.takeDirty().empty());
+    desk.loop.waitForEvents(150'000'000); // the timer went with it
+    EXPECT_EQ(takeRan(), Strings{});
+    EXPECT_EQ(set.get<Button>("a.cmdQuit").caption(), "");
+    EXPECT_FALSE(a->visible());
+    EXPECT_EQ(takeRan(), Strings{"a Load"});
+    set.unload("a");
+    EXPECT_EQ(takeRan(), (Strings{"a QueryUnload", "a Unload"}));
+    bool told = false;
+    set.unloadThrough("b", [&told] { told = true; });
+    set.unload("b");
+    EXPECT_TRUE(told);
+}
+
+TEST_F(Panels, TimersFireAsTheClockOfTheBenchPasses) {
+    desk.loop.drive(set);
+    set.show("a");
+    set.show("b");
+    takeRan();
+    b->tmrPoll.setInterval(70);
+    const auto passes = [this](int milliseconds) {
+        for (const std::int64_t end = clock.nanoseconds() + milliseconds * 1'000'000;
+             clock.nanoseconds() < end;)
+            desk.loop.waitForEvents(end - clock.nanoseconds());
+        return takeRan();
+    };
+    EXPECT_EQ(passes(99), Strings{"b Timer"});
+    desk.loop.atTime(150'000'000, [this] { ran.emplace_back("action"); });
+    EXPECT_EQ(passes(101), (Strings{"a Timer", "b Timer", "action", "a Timer"}));
+    a->tmrPoll.disable();
+    clock.spend(500'000'000); // a long word
+    desk.loop.turn();
+    EXPECT_EQ(takeRan(), Strings{"b Timer"}); // once for all that it missed
+    EXPECT_EQ(passes(70), Strings{"b Timer"});
 }
 
 } // namespace

@@ -1,18 +1,39 @@
 #pragma once
 
+#include "platform/forms/keystroke.h"
+#include "platform/forms/procedure.h"
+
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace bitlux::forms {
 
 class Form;
 
-/// Windows key codes of the keys that handlers look at.
-enum class KeyCode : std::int16_t { Enter = 13 };
+/// A back colour as the low bytes blue, green and red, or one of the system's colours.
+using Color = std::uint32_t;
+inline constexpr Color windowColor = 0x80000005;
+inline constexpr Color buttonFaceColor = 0x8000000F;
+
+/// What a handler can be told of; CONTROL_Click and so on are its names.
+enum class ControlEvent : std::uint8_t {
+    Click,
+    DblClick,
+    Change,   ///< the text of a text box or an editable combo, the value of a scroll bar
+    Scroll,   ///< the thumb of a scroll bar while a hand moves it
+    KeyDown,  ///< told the key code
+    KeyPress, ///< told the character's code; one that returns a number replaces it, 0 swallows it
+    GotFocus,
+    LostFocus,
+    DragDrop, ///< a line of a list was dropped; told the index under the pointer
+    Timer,
+};
 
 /// What every control of a form has. A control belongs to the form it is made with, is a member
 /// of it (or of one of its parts) and lives as long; it is reached by its name everywhere.
@@ -32,13 +53,11 @@ public:
         ListBox,
         MenuItem,
         OptionButton,
+        ScrollBar,
         TabStrip,
         TextBox,
         Timer
     };
-
-    using ClickHandler = std::function<void()>;
-    using KeyHandler = std::function<void(KeyCode)>;
 
     /// `index` is the place of an element of a control array.
     Control(Form& form, Kind kind, std::string name, std::optional<int> index);
@@ -62,24 +81,42 @@ public:
     void hide() { setVisible(false); }
 
     [[nodiscard]] bool enabled() const { return enabled_; }
-    void setEnabled(bool enabled) { assign(enabled_, enabled); }
+    void setEnabled(bool enabled) {
+        if (assign(enabled_, enabled))
+            enabledChanged();
+    }
     void enable() { setEnabled(true); }
     void disable() { setEnabled(false); }
 
     [[nodiscard]] const std::string& tooltip() const { return tooltip_; }
     void setTooltip(std::string tooltip) { assign(tooltip_, std::move(tooltip)); }
 
+    /// As it was given; the window shows it when it is not the one that the kind has by itself.
+    [[nodiscard]] Color backColor() const { return backColor_; }
+    void setBackColor(Color color) { assign(backColor_, color); }
+
     [[nodiscard]] bool hasFocus() const;
+    /// Runs LostFocus of the control that had it and GotFocus, when it is another one.
     void setFocus();
+    /// A hand has moved the focus here, so that the window need not.
+    void focus();
 
-    [[nodiscard]] bool hasKeyHandler() const { return static_cast<bool>(onKey_); }
-    /// A key pressed by hand while the control has the focus.
-    void key(KeyCode code);
+    /// A click by hand.
+    virtual void click();
+    /// A double click by hand; the clicks it is made of are told before.
+    void doubleClick();
 
-    // Set by Form::procedure.
-    void setClickHandler(ClickHandler handler) { onClick_ = std::move(handler); }
-    void setDoubleClickHandler(ClickHandler handler) { onDoubleClick_ = std::move(handler); }
-    void setKeyHandler(KeyHandler handler) { onKey_ = std::move(handler); }
+    [[nodiscard]] bool handles(ControlEvent event) const { return handlerOf(event) != nullptr; }
+    [[nodiscard]] bool hasKeyHandler() const { return handles(ControlEvent::KeyDown); }
+    /// A key pressed by hand while the control has the focus: KeyDown, then KeyPress when it types
+    /// a character, then what the control itself does with it.
+    void key(Keystroke stroke);
+    void key(KeyCode code) { key(keystrokeOf(code)); }
+    /// The keys of a text, one after the other.
+    void type(std::string_view text);
+
+    /// Set by Form::procedure; null takes the handler away.
+    void setHandler(ControlEvent event, std::shared_ptr<const Procedure> handler);
 
 protected:
     /// Marks the control for the next refresh of the window.
@@ -95,33 +132,45 @@ protected:
         return true;
     }
 
-    /// Runs the click handler, as a part of what is running now.
-    void raiseClick() const {
-        if (onClick_)
-            onClick_();
-    }
+    /// Runs the handler of an event, as a part of what is running now. The result is the
+    /// handler's, nothing when there is none.
+    Value raise(ControlEvent event, const Value& argument = {}) const;
+    void raiseClick() const { raise(ControlEvent::Click); }
 
-    /// A double click by hand; the clicks it is made of are told before.
-    void raiseDoubleClick();
+    /// What the control itself does with a key that its handlers let through; `character` may have
+    /// been replaced, and is 0 when no character was typed.
+    virtual void take(KeyCode, char /*character*/) {}
+    virtual void enabledChanged() {}
 
     /// Runs what a user's hand started: refused when the control is hidden or disabled, and a
     /// failure inside ends in a box (FormSet::perform).
     void byHand(std::string_view event, const std::function<void()>& action);
 
 private:
+    friend class Form;
     friend class FormSet;
+
+    struct Handler {
+        ControlEvent event;
+        std::shared_ptr<const Procedure> procedure;
+    };
+
+    [[nodiscard]] const Handler* handlerOf(ControlEvent event) const;
+    void strike(Keystroke stroke);
 
     Form& form_;
     std::string name_;
     std::string tooltip_;
-    ClickHandler onClick_;
-    ClickHandler onDoubleClick_;
-    KeyHandler onKey_;
+    std::vector<Handler> handlers_;
     std::optional<int> index_;
+    Color backColor_;
     Kind kind_;
     bool visible_ = true;
     bool enabled_ = true;
     bool dirty_ = false;
 };
+
+/// The colour that a kind has by itself.
+Color ownColor(Control::Kind kind);
 
 } // namespace bitlux::forms

@@ -3,6 +3,7 @@
 #include "platform/failure.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -24,12 +25,9 @@ void Captioned::setCaption(std::string_view caption) {
     }
 }
 
-void Button::click() {
-    byHand("Click", [this] { raiseClick(); });
-}
-
-void MenuItem::click() {
-    byHand("Click", [this] { raiseClick(); });
+void Button::take(KeyCode code, char) {
+    if ((code == KeyCode::Enter || code == KeyCode::Space) && !hasKeyHandler())
+        raiseClick();
 }
 
 void CheckBox::setValue(std::int16_t value) {
@@ -69,8 +67,79 @@ void OptionButton::click() {
     byHand("Click", [this] { setValue(true); });
 }
 
+void TextBox::setText(std::string text) {
+    if (!assign(text_, std::move(text)))
+        return;
+    select(text_.size(), 0);
+    raise(ControlEvent::Change);
+}
+
 void TextBox::edit(std::string text) {
     byHand("Change", [this, &text] { setText(std::move(text)); });
+}
+
+void TextBox::select(std::size_t start, std::size_t length) {
+    start = std::min(start, text_.size());
+    assign(selectionStart_, start);
+    assign(selectionLength_, std::min(length, text_.size() - start));
+}
+
+void TextBox::take(KeyCode code, char character) {
+    const bool backspace = character == static_cast<char>(KeyCode::Backspace);
+    if (backspace && selectionLength_ == 0 && selectionStart_ > 0)
+        select(selectionStart_ - 1, 1);
+    if (code == KeyCode::Delete && selectionLength_ == 0)
+        select(selectionStart_, 1);
+    if (backspace || code == KeyCode::Delete)
+        replaceSelection({});
+    else if (static_cast<unsigned char>(character) >= ' ')
+        replaceSelection({&character, 1});
+}
+
+void TextBox::replaceSelection(std::string_view with) {
+    std::string text = text_;
+    text.replace(selectionStart_, selectionLength_, with);
+    const std::size_t behind = selectionStart_ + with.size();
+    if (assign(text_, std::move(text))) {
+        select(behind, 0);
+        raise(ControlEvent::Change);
+    }
+}
+
+void ScrollBar::requireInside(int value) const {
+    if (value < min_ || value > max_)
+        failOutOfRange(*this, fmt::format("The value {}", value));
+}
+
+void ScrollBar::setRange(int min, int max) {
+    assign(min_, min);
+    assign(max_, max);
+    setValue(std::clamp(value_, min, max));
+}
+
+void ScrollBar::setValue(int value) {
+    requireInside(value);
+    if (assign(value_, value))
+        raise(ControlEvent::Change);
+}
+
+void ScrollBar::move(int value) {
+    byHand("Change", [this, value] {
+        requireInside(value);
+        const bool letGo = std::exchange(dragged_, false);
+        if (assign(value_, value) || letGo)
+            raise(ControlEvent::Change);
+    });
+}
+
+void ScrollBar::drag(int value) {
+    byHand("Scroll", [this, value] {
+        requireInside(value);
+        if (assign(value_, value)) {
+            dragged_ = true;
+            raise(ControlEvent::Scroll);
+        }
+    });
 }
 
 void ComboBox::addItem(std::string item) {
@@ -132,10 +201,14 @@ void ComboBox::setEditText(const std::string& text) {
 
 void ComboBox::edit(const std::string& text) {
     byHand("Change", [this, &text] {
-        if (style_ == Style::Editable)
-            setEditText(text);
-        else
+        if (style_ != Style::Editable) {
             setText(text);
+        } else if (text_ != text) {
+            setEditText(text);
+            raise(ControlEvent::Change);
+        } else {
+            setEditText(text);
+        }
     });
 }
 
@@ -158,6 +231,13 @@ void ListBox::setListIndex(int index) {
 
 void ListBox::select(int index) {
     byHand("Click", [this, index] { setListIndex(index); });
+}
+
+void ListBox::dragLine(int from, int to) {
+    byHand("DragDrop", [this, from, to] {
+        setListIndex(from);
+        raise(ControlEvent::DragDrop, toValue(to));
+    });
 }
 
 void ListBox::linesChanged() {

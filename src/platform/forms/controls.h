@@ -40,17 +40,15 @@ public:
     Button(Form& form, std::string name, std::string caption = {}, std::optional<int> index = {})
         : Captioned(form, Kind::Button, std::move(name), index, std::move(caption)) {}
 
-    /// A click by hand.
-    void click();
+protected:
+    /// Enter and Space press it, unless it looks at keys itself.
+    void take(KeyCode code, char character) override;
 };
 
 class MenuItem : public Captioned {
 public:
     MenuItem(Form& form, std::string name, std::string caption)
         : Captioned(form, Kind::MenuItem, std::move(name), {}, std::move(caption)) {}
-
-    /// Chosen by hand.
-    void click();
 };
 
 /// Value 1 when checked, else 0.
@@ -65,7 +63,7 @@ public:
     void setValue(std::int16_t value);
 
     /// A click by hand turns the value over.
-    void click();
+    void click() override;
 
 private:
     std::int16_t value_ = 0;
@@ -93,7 +91,7 @@ public:
     void setValue(bool value);
 
     /// A click by hand sets it.
-    void click();
+    void click() override;
 
 private:
     friend class OptionGroup;
@@ -108,13 +106,59 @@ public:
         : Control(form, Kind::TextBox, std::move(name), index) {}
 
     [[nodiscard]] const std::string& text() const { return text_; }
-    void setText(std::string text) { assign(text_, std::move(text)); }
+    /// The insertion point goes to the end.
+    void setText(std::string text);
 
     /// What the user's hand leaves in the box.
     void edit(std::string text);
 
+    /// The selected stretch, empty at the insertion point; in bytes, cut to the text.
+    [[nodiscard]] std::size_t selectionStart() const { return selectionStart_; }
+    [[nodiscard]] std::size_t selectionLength() const { return selectionLength_; }
+    void select(std::size_t start, std::size_t length);
+
+protected:
+    /// Types over the selection.
+    void take(KeyCode code, char character) override;
+
 private:
+    void replaceSelection(std::string_view with);
+
     std::string text_;
+    std::size_t selectionStart_ = 0;
+    std::size_t selectionLength_ = 0;
+};
+
+/// A scroll bar: a whole number between two limits.
+class ScrollBar : public Control {
+public:
+    ScrollBar(Form& form, std::string name, int min, int max, std::optional<int> index = {})
+        : Control(form, Kind::ScrollBar, std::move(name), index),
+          min_(min),
+          max_(max),
+          value_(min) {}
+
+    [[nodiscard]] int min() const { return min_; }
+    [[nodiscard]] int max() const { return max_; }
+    /// The value is brought between the limits.
+    void setRange(int min, int max);
+
+    [[nodiscard]] int value() const { return value_; }
+    /// Raises Failure (OutOfRange) outside the limits.
+    void setValue(int value);
+
+    /// The same by hand; also where a hand lets go after a drag.
+    void move(int value);
+    /// A hand holds the thumb and is here: Scroll runs, Change waits until it lets go.
+    void drag(int value);
+
+private:
+    void requireInside(int value) const;
+
+    int min_;
+    int max_;
+    int value_;
+    bool dragged_ = false;
 };
 
 /// Items with at most one selected; index -1 when none is.
@@ -160,7 +204,6 @@ public:
     /// What the user's hand types into an editable box, or chooses by its text in a list.
     void edit(const std::string& text);
     void select(int index);
-    void doubleClick() { raiseDoubleClick(); }
 
 private:
     std::vector<std::string> items_;
@@ -187,7 +230,9 @@ public:
 
     /// The same by hand.
     void select(int index);
-    void doubleClick() { raiseDoubleClick(); }
+
+    /// A line is dragged by hand to the place of another: it is selected, and DragDrop runs.
+    void dragLine(int from, int to);
 
     /// To be called by whoever changed the lines.
     void linesChanged();
@@ -222,6 +267,7 @@ public:
 
     /// A click on a tab by hand. The handler runs also for the current tab.
     void click(int index);
+    void click() override { click(selected_); }
 
 private:
     void requireTab(int index) const;

@@ -5,8 +5,11 @@
 #include "platform/forms/near_names.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
+#include <optional>
 #include <stdexcept>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -21,6 +24,31 @@ bool equalIgnoringCase(std::string_view a, std::string_view b) {
     });
 }
 
+struct EventName {
+    std::string_view suffix;
+    ControlEvent event;
+    std::size_t arguments; ///< that the event itself tells
+};
+
+constexpr std::array events{EventName{"Click", ControlEvent::Click, 0},
+                            EventName{"DblClick", ControlEvent::DblClick, 0},
+                            EventName{"Change", ControlEvent::Change, 0},
+                            EventName{"Scroll", ControlEvent::Scroll, 0},
+                            EventName{"KeyDown", ControlEvent::KeyDown, 1},
+                            EventName{"KeyPress", ControlEvent::KeyPress, 1},
+                            EventName{"GotFocus", ControlEvent::GotFocus, 0},
+                            EventName{"LostFocus", ControlEvent::LostFocus, 0},
+                            EventName{"DragDrop", ControlEvent::DragDrop, 1},
+                            EventName{"Timer", ControlEvent::Timer, 0}};
+
+template <typename Map>
+std::vector<std::string> namesIn(const Map& map) {
+    std::vector<std::string> names;
+    for (const auto& [name, thing] : map)
+        names.push_back(name);
+    return names;
+}
+
 } // namespace
 
 Form::Form(FormSet& set, std::string name, std::string caption)
@@ -31,6 +59,19 @@ void Form::setVisible(bool visible) {
         visible_ = visible;
         set_.formShown.raise(*this);
     }
+    if (visible)
+        set_.activate(*this);
+    else
+        set_.leave(*this);
+}
+
+void Form::setFocus(Control& control) {
+    if (focus_ == &control)
+        return;
+    if (Control* before = std::exchange(focus_, &control))
+        before->raise(ControlEvent::LostFocus);
+    if (focus_ == &control) // the handler may have sent it elsewhere
+        control.raise(ControlEvent::GotFocus);
 }
 
 void Form::add(Control& control) {
@@ -62,69 +103,85 @@ Control& Form::control(std::string_view localName) const {
     throw UnknownName(fmt::format("{}.{}", name_, localName), nearNames(localName, names));
 }
 
-std::vector<Control*> Form::served(const std::string& handler, std::string_view event) const {
-    std::vector<Control*> result;
-    if (!handler.ends_with(event))
-        return result;
-    const std::string_view base(handler.data(), handler.size() - event.size());
-    for (Control* control : controls_)
-        if (equalIgnoringCase(control->name(), base))
-            result.push_back(control);
-    if (result.empty())
-        throw std::logic_error(fmt::format("{}.{} has no control", name_, handler));
-    return result;
+void Form::serve(std::string_view name, const std::shared_ptr<const Procedure>& procedure) {
+    const std::size_t line = name.rfind('_');
+    if (line == std::string_view::npos)
+        return;
+    const auto* const found =
+        std::find_if(events.begin(), events.end(),
+                     [&](const EventName& event) { return event.suffix == name.substr(line + 1); });
+    if (found == events.end())
+        return;
+    bool serves = false;
+    for (Control* control : controls_) {
+        if (!equalIgnoringCase(control->name(), name.substr(0, line)))
+            continue;
+        const std::size_t most = found->arguments + (control->index() ? 1 : 0);
+        if (procedure->arity < found->arguments || procedure->arity > most)
+            throw std::logic_error(
+                fmt::format("{}.{} cannot have {} arguments", name_, name, procedure->arity));
+        control->setHandler(found->event, procedure);
+        serves = true;
+    }
+    if (!serves)
+        throw std::logic_error(fmt::format("{}.{} has no control", name_, name));
 }
 
-void Form::procedure(const std::string& name, std::function<void()> body) {
-    for (const char* event : {"_Click", "_Timer"})
-        for (Control* control : served(name, event))
-            control->setClickHandler(body);
-    for (Control* control : served(name, "_DblClick"))
-        control->setDoubleClickHandler(body);
-    procedures_[name] = std::move(body);
-}
-
-void Form::procedure(const std::string& name, std::function<void(int)> body) {
-    for (Control* control : served(name, "_Click"))
-        control->setClickHandler([body, index = control->index().value()] { body(index); });
-    procedures_[name] = std::move(body);
-}
-
-void Form::function(const std::string& name, std::function<bool(int)> body) {
-    procedures_[name] = std::move(body);
-}
-
-void Form::keyProcedure(const std::string& name, std::function<void(KeyCode)> body) {
-    for (Control* control : served(name, "_KeyDown"))
-        control->setKeyHandler(body);
-    procedures_[name] = std::function<void(int)>(
-        [body = std::move(body)](int code) { body(static_cast<KeyCode>(code)); });
+void Form::addProcedure(const std::string& name, Procedure procedure) {
+    auto shared = std::make_shared<const Procedure>(std::move(procedure));
+    serve(name, shared);
+    procedures_[name] = std::move(shared);
 }
 
 std::vector<std::string> Form::procedures() const {
-    std::vector<std::string> names;
-    for (const auto& [name, body] : procedures_)
-        names.push_back(name);
-    return names;
+    return namesIn(procedures_);
 }
 
-bool Form::call(std::string_view procedure, std::optional<int> argument) {
+Value Form::callWith(std::string_view procedure, std::span<const Value> arguments) {
     const auto found = procedures_.find(procedure);
     if (found == procedures_.end())
         throw UnknownName(fmt::format("{}.{}", name_, procedure),
                           nearNames(procedure, procedures()));
-    if (const auto* plain = std::get_if<std::function<void()>>(&found->second); plain && !argument)
-        (*plain)();
-    else if (const auto* indexed = std::get_if<std::function<void(int)>>(&found->second);
-             indexed && argument)
-        (*indexed)(*argument);
-    else if (const auto* asked = std::get_if<std::function<bool(int)>>(&found->second);
-             asked && argument)
-        return (*asked)(*argument);
-    else
-        throw Failure(Failure::Kind::Conversion, fmt::format("{}.{} takes {} argument", name_,
-                                                             procedure, argument ? "no" : "one"));
-    return false;
+    const std::shared_ptr<const Procedure> called = found->second; // may be replaced meanwhile
+    if (called->arity != arguments.size())
+        throw Failure(Failure::Kind::Conversion,
+                      fmt::format("{}.{} takes {} arguments, not {}", name_, procedure,
+                                  called->arity, arguments.size()));
+    const FormSet::Running running(set_);
+    return called->run(arguments);
+}
+
+void Form::callIfThere(std::string_view procedure) {
+    if (hasProcedure(procedure))
+        callWith(procedure, {});
+}
+
+void Form::variable(const std::string& name, std::function<Value()> read,
+                    std::function<void(const Value&)> write) {
+    variables_[name] = {.read = std::move(read), .write = std::move(write)};
+}
+
+std::vector<std::string> Form::variables() const {
+    return namesIn(variables_);
+}
+
+const Form::Variable& Form::findVariable(std::string_view name) const {
+    const auto found = variables_.find(name);
+    if (found == variables_.end())
+        throw UnknownName(fmt::format("{}.{}", name_, name), nearNames(name, variables()));
+    return found->second;
+}
+
+Value Form::readVariable(std::string_view name) const {
+    return findVariable(name).read();
+}
+
+void Form::writeVariable(std::string_view name, const Value& value) {
+    const Variable& found = findVariable(name);
+    if (!found.write)
+        throw Failure(Failure::Kind::Conversion,
+                      fmt::format("{}.{} can only be read", name_, name));
+    found.write(value);
 }
 
 } // namespace bitlux::forms

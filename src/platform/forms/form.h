@@ -4,21 +4,27 @@
 
 #include <functional>
 #include <map>
+#include <memory>
+#include <span>
 #include <string>
 #include <string_view>
-#include <variant>
+#include <utility>
 #include <vector>
 
 namespace bitlux::forms {
 
 class FormSet;
 
-/// A form: its controls and its named procedures. A form to the user and to a script; in the
-/// code its controls may be members of several parts, each of which is handed the form.
+/// A form: its controls, its named procedures and its named variables. A form to the user and to a
+/// script; in the code its controls may be members of several parts, each of which is handed the
+/// form.
 ///
 /// Controls register themselves when they are made. Procedures are registered by name; one named
-/// CONTROL_Click, CONTROL_DblClick, CONTROL_Timer or CONTROL_KeyDown (case does not matter)
-/// becomes the handler of that control, or of every element of that control array.
+/// CONTROL_Click, CONTROL_KeyPress and so on (ControlEvent; case does not matter in CONTROL)
+/// becomes the handler of that control, or of every element of that control array. A handler of an
+/// array may take the index in front of what the event tells. Form_Load, Form_Activate,
+/// Form_Deactivate, Form_QueryUnload and Form_Unload run when the form is made, comes to the front,
+/// leaves it and goes (FormSet).
 class Form {
 public:
     Form(FormSet& set, std::string name, std::string caption);
@@ -31,39 +37,72 @@ public:
 
     [[nodiscard]] const std::string& caption() const { return caption_; }
     [[nodiscard]] bool visible() const { return visible_; }
+    /// A form that is shown comes to the front; hiding the one in front brings back the one before.
     void setVisible(bool visible);
 
     [[nodiscard]] Control* focus() const { return focus_; }
-    void setFocus(Control& control) { focus_ = &control; }
+    /// Runs LostFocus and GotFocus when the focus moves.
+    void setFocus(Control& control);
 
     /// In the order in which they were made.
     [[nodiscard]] const std::vector<Control*>& controls() const { return controls_; }
     /// By its local name, as "cmdSendOnce" or "cmdSI_single(7)"; raises UnknownName.
     [[nodiscard]] Control& control(std::string_view localName) const;
 
-    void procedure(const std::string& name, std::function<void()> body);
-    /// For handlers of control arrays, which are told the index.
-    void procedure(const std::string& name, std::function<void(int)> body);
-    /// A procedure with an answer, as IsTabActive of a number.
-    void function(const std::string& name, std::function<bool(int)> body);
-    void keyProcedure(const std::string& name, std::function<void(KeyCode)> body);
+    /// `body` takes values (numbers, truth values, texts) and gives one or nothing.
+    template <typename Body>
+    void procedure(const std::string& name, Body&& body) {
+        addProcedure(name, makeProcedure(std::forward<Body>(body)));
+    }
+    void keyProcedure(const std::string& name, std::function<void(KeyCode)> body) {
+        procedure(name, std::move(body));
+    }
 
     [[nodiscard]] std::vector<std::string> procedures() const;
-    /// Calls a procedure by name; the result is the answer of a function, else false. Raises
-    /// UnknownName, and Failure (Conversion) when an argument is missing or surplus. A failure of
-    /// the procedure itself passes through.
-    bool call(std::string_view procedure, std::optional<int> argument = {});
+    [[nodiscard]] bool hasProcedure(std::string_view name) const {
+        return procedures_.find(name) != procedures_.end();
+    }
+    /// Calls a procedure by name; raises UnknownName, and Failure when an argument is missing,
+    /// surplus or of the wrong kind. A failure of the procedure itself passes through.
+    template <typename... Args>
+    Value call(std::string_view procedure, const Args&... arguments) {
+        return callWith(procedure, Values{toValue(arguments)...});
+    }
+    Value callWith(std::string_view procedure, std::span<const Value> arguments);
+
+    /// Makes a variable known that outlives the form or is a member of it.
+    template <typename T>
+    void variable(const std::string& name, T& place) {
+        variable(
+            name, [&place] { return toValue(place); },
+            [&place](const Value& value) { place = valueAs<T>(value); });
+    }
+    /// One that is read and written through functions; without `write` it can only be read.
+    void variable(const std::string& name, std::function<Value()> read,
+                  std::function<void(const Value&)> write);
+
+    [[nodiscard]] std::vector<std::string> variables() const;
+    /// Both raise UnknownName; writing raises Failure for a value of the wrong kind, and for a
+    /// variable that can only be read.
+    [[nodiscard]] Value readVariable(std::string_view name) const;
+    void writeVariable(std::string_view name, const Value& value);
 
 private:
     friend class Control;
-    using Procedure =
-        std::variant<std::function<void()>, std::function<void(int)>, std::function<bool(int)>>;
+    friend class FormSet;
 
+    struct Variable {
+        std::function<Value()> read;
+        std::function<void(const Value&)> write;
+    };
+
+    void addProcedure(const std::string& name, Procedure procedure);
+    void callIfThere(std::string_view procedure);
+    [[nodiscard]] const Variable& findVariable(std::string_view name) const;
     void add(Control& control);
     void remove(Control& control);
-    /// The controls that a handler of this name serves.
-    [[nodiscard]] std::vector<Control*> served(const std::string& handler,
-                                               std::string_view event) const;
+    /// Makes a procedure of this name the handler of what it names, if it names a control's event.
+    void serve(std::string_view name, const std::shared_ptr<const Procedure>& procedure);
 
     FormSet& set_;
     std::string name_;
@@ -71,7 +110,8 @@ private:
     std::vector<Control*> controls_;
     std::map<std::string, std::vector<Control*>, std::less<>>
         byName_; ///< elements of an array together
-    std::map<std::string, Procedure, std::less<>> procedures_;
+    std::map<std::string, std::shared_ptr<const Procedure>, std::less<>> procedures_;
+    std::map<std::string, Variable, std::less<>> variables_;
     Control* focus_ = nullptr;
     bool visible_ = false;
 };

@@ -2,7 +2,9 @@
 
 #include "platform/failure.h"
 #include "platform/forms/near_names.h"
+#include "platform/forms/timer.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <fmt/format.h>
@@ -16,22 +18,102 @@ UnknownName::UnknownName(const std::string& name, std::vector<std::string> nearO
                                                         fmt::join(nearOnes, ", "))),
       near_(std::move(nearOnes)) {}
 
-void FormSet::declare(const std::string& name, std::function<Form&()> touch) {
-    forms_[name] = std::move(touch);
+FormSet::Running::~Running() {
+    if (--set_.running_ == 0)
+        std::exchange(set_.gone_, {}).clear();
+}
+
+void FormSet::declare(const std::string& name, Home home) {
+    forms_[name] = {.home = std::move(home), .unload = {}};
+}
+
+void FormSet::unloadThrough(const std::string& name, std::function<void()> action) {
+    forms_.at(name).unload = std::move(action);
 }
 
 std::vector<std::string> FormSet::names() const {
     std::vector<std::string> result;
-    for (const auto& [name, touch] : forms_)
+    for (const auto& [name, declared] : forms_)
         result.push_back(name);
     return result;
 }
 
-Form& FormSet::form(std::string_view name) const {
+const FormSet::Declared& FormSet::find(std::string_view name) const {
     const auto found = forms_.find(name);
     if (found == forms_.end())
         throw UnknownName(std::string(name), nearNames(name, names()));
-    return found->second();
+    return found->second;
+}
+
+Form& FormSet::form(std::string_view name) const {
+    return find(name).home.touch();
+}
+
+void FormSet::activate(std::string_view name) {
+    moveToFront(form(name));
+}
+
+void FormSet::activate(Form& form) {
+    if (front_ != &form)
+        moveToFront(form);
+}
+
+void FormSet::moveToFront(Form& form) {
+    std::erase(order_, &form);
+    order_.push_back(&form);
+    Form* before = std::exchange(front_, &form);
+    if (before != nullptr && before != &form)
+        before->callIfThere("Form_Deactivate");
+    if (front_ == &form) // the handler may have brought another one to the front
+        form.callIfThere("Form_Activate");
+}
+
+void FormSet::deactivate(std::string_view name) {
+    if (Form* form = find(name).home.find(); form != nullptr && form == front_) {
+        front_ = nullptr;
+        form->callIfThere("Form_Deactivate");
+    }
+}
+
+void FormSet::leave(Form& form) {
+    std::erase(order_, &form);
+    if (front_ != &form)
+        return;
+    front_ = nullptr;
+    form.callIfThere("Form_Deactivate");
+    if (front_ == nullptr && !order_.empty())
+        moveToFront(*order_.back());
+}
+
+void FormSet::unload(std::string_view name) {
+    const Declared& declared = find(name);
+    if (declared.unload) {
+        declared.unload();
+        return;
+    }
+    Form* form = declared.home.find();
+    if (form == nullptr)
+        return;
+    const Running running(*this);
+    form->callIfThere("Form_QueryUnload");
+    form->callIfThere("Form_Unload");
+    if (declared.home.find() != form) // a handler unloaded it too
+        return;
+    letGo(*form);
+    gone_.push_back(declared.home.moveOut());
+}
+
+void FormSet::letGo(Form& form) {
+    if (form.visible())
+        form.setVisible(false);
+    leave(form);
+    for (Control* control : form.controls()) {
+        if (control->kind() == Control::Kind::Timer)
+            control->disable();
+        forget(*control);
+        control->dirty_ = true; // what a handler still changes, nobody wants to see
+    }
+    formGoing.raise(form);
 }
 
 Control& FormSet::control(std::string_view fullName) const {
@@ -41,7 +123,8 @@ Control& FormSet::control(std::string_view fullName) const {
     return form(fullName.substr(0, point)).control(fullName.substr(point + 1));
 }
 
-void FormSet::perform(std::string_view place, const std::function<void()>& action) const {
+void FormSet::perform(std::string_view place, const std::function<void()>& action) {
+    const Running running(*this);
     std::string failure;
     try {
         action();
@@ -54,6 +137,7 @@ void FormSet::perform(std::string_view place, const std::function<void()>& actio
         failure = error.what();
     }
     boxes_.show({.text = fmt::format("{}{}{}", failure, lineBreak, place)});
+    handlerFailed.raise(failure);
 }
 
 std::vector<Control*> FormSet::takeDirty() {

@@ -3,6 +3,7 @@
 #include "platform/desk.h"
 #include "platform/event.h"
 #include "platform/forms/form.h"
+#include "platform/forms/unknown_name.h"
 
 #include <functional>
 #include <map>
@@ -14,15 +15,7 @@
 
 namespace bitlux::forms {
 
-/// A name that no form, control or procedure bears.
-class UnknownName : public std::runtime_error {
-public:
-    UnknownName(const std::string& name, std::vector<std::string> nearOnes);
-    [[nodiscard]] const std::vector<std::string>& nearOnes() const { return near_; }
-
-private:
-    std::vector<std::string> near_;
-};
+class Timer;
 
 /// A hand reached for a control that is hidden or disabled.
 class Unreachable : public std::runtime_error {
@@ -30,18 +23,45 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// The forms of a program: finds them and their controls by name, catches the failures of
-/// handlers, and remembers which controls changed since the window was last refreshed.
+/// The forms of a program: finds them and their controls by name, brings them up and lets them go,
+/// catches the failures of handlers, and remembers which controls changed since the window was last
+/// refreshed.
+///
+/// One form at most is in front. Form_Activate runs when a form comes to the front and
+/// Form_Deactivate of the one that was there before; being shown brings a form to the front.
 class FormSet {
 public:
     explicit FormSet(MessageBoxes& boxes) : boxes_(boxes) {}
 
-    /// Makes a form known; `touch` makes it when it does not exist yet.
-    void declare(const std::string& name, std::function<Form&()> touch);
+    /// Where a form lives.
+    struct Home {
+        std::function<Form&()> touch;                   ///< makes and loads it when it is not there
+        std::function<Form*()> find;                    ///< null when it is not there
+        std::function<std::unique_ptr<Form>()> moveOut; ///< when it is there
+    };
+
+    /// Makes a form known.
+    void declare(const std::string& name, Home home);
+    /// What unload does for a form that cannot go by itself.
+    void unloadThrough(const std::string& name, std::function<void()> action);
     [[nodiscard]] std::vector<std::string> names() const;
 
-    /// A form by name, made when it is touched for the first time; raises UnknownName.
+    /// A form by name, made when it is touched for the first time; raises UnknownName. So do all
+    /// others that take a name.
     Form& form(std::string_view name) const;
+    void show(std::string_view name) { form(name).setVisible(true); }
+    /// Brings a form to the front; Form_Activate runs also when it is there already.
+    void activate(std::string_view name);
+    /// Brings it to the front, as a window does; nothing happens when it is there already.
+    void activate(Form& form);
+    /// Takes a form from the front; nothing happens when another one is there.
+    void deactivate(std::string_view name);
+    [[nodiscard]] Form* inFront() const { return front_; }
+    /// Runs Form_QueryUnload and Form_Unload and lets the form go; it is made anew when it is
+    /// touched the next time. It is destroyed when no handler runs any more. Nothing happens when
+    /// it does not exist.
+    void unload(std::string_view name);
+
     /// A control by its full name, as "frmMain.cmdSI_single(7)"; raises UnknownName.
     Control& control(std::string_view fullName) const;
     /// The same as the kind that the caller knows it to be; raises UnknownName for another kind.
@@ -55,7 +75,7 @@ public:
 
     /// Runs what the user started. A failure ends it with a plain box that names the failure and
     /// the place; whatever was done before the failure stays done.
-    void perform(std::string_view place, const std::function<void()>& action) const;
+    void perform(std::string_view place, const std::function<void()>& action);
 
     /// The controls that changed since the last call, each once.
     std::vector<Control*> takeDirty();
@@ -64,36 +84,75 @@ public:
     Event<> becameDirty;
     /// A form became visible or hidden.
     Event<Form&> formShown;
+    /// A form was unloaded and is about to be destroyed: nobody may touch it or its controls later.
+    Event<Form&> formGoing;
+    /// A timer starts anew, or stops.
+    Event<Timer&> timerChanged;
+    /// What a hand started has failed, with this text; the box that tells so was shown.
+    Event<const std::string&> handlerFailed;
 
 private:
     friend class Control;
     friend class Form;
 
+    /// As long as one lives, a form that was unloaded stays.
+    class Running {
+    public:
+        explicit Running(FormSet& set) : set_(set) { ++set_.running_; }
+        ~Running();
+        Running(const Running&) = delete;
+        Running& operator=(const Running&) = delete;
+
+    private:
+        FormSet& set_;
+    };
+
+    struct Declared {
+        Home home;
+        std::function<void()> unload;
+    };
+
+    [[nodiscard]] const Declared& find(std::string_view name) const;
+    void moveToFront(Form& form);
+    /// A form is hidden or goes.
+    void leave(Form& form);
     void noteDirty(Control& control);
     void forget(Control& control);
+    void letGo(Form& form);
 
     MessageBoxes& boxes_;
-    std::map<std::string, std::function<Form&()>, std::less<>> forms_;
+    std::map<std::string, Declared, std::less<>> forms_;
     std::vector<Control*> dirty_;
+    std::vector<Form*> order_; ///< that were in front, the last one most recently
+    Form* front_ = nullptr;
+    int running_ = 0; ///< handlers and procedures that run inside each other
+    std::vector<std::unique_ptr<Form>> gone_;
 };
 
 /// The place of one form, which is made when it is first touched.
 template <typename T>
 class FormSlot {
 public:
-    /// `load` runs once the form exists, so that it may touch the form in turn.
     FormSlot(FormSet& set, const std::string& name, std::function<std::unique_ptr<T>()> make,
-             std::function<void(T&)> load)
-        : make_(std::move(make)), load_(std::move(load)) {
-        set.declare(name, [this]() -> Form& { return touch(); });
+             std::function<void(T&)> prepare = {})
+        : make_(std::move(make)), prepare_(std::move(prepare)) {
+        set.declare(name,
+                    {.touch = [this]() -> Form& { return touch(); },
+                     .find = [this]() -> Form* { return form_.get(); },
+                     .moveOut = [this]() -> std::unique_ptr<Form> { return std::move(form_); }});
     }
     FormSlot(const FormSlot&) = delete;
     FormSlot& operator=(const FormSlot&) = delete;
 
+    /// Once the form exists it is prepared, and then its Form_Load runs; both may touch it in turn.
     T& touch() {
         if (!form_) {
             form_ = make_();
-            load_(*form_);
+            T& form = *form_;
+            if (prepare_)
+                prepare_(form);
+            if (form.hasProcedure("Form_Load"))
+                form.call("Form_Load");
         }
         return *form_;
     }
@@ -102,7 +161,7 @@ public:
 
 private:
     std::function<std::unique_ptr<T>()> make_;
-    std::function<void(T&)> load_;
+    std::function<void(T&)> prepare_;
     std::unique_ptr<T> form_;
 };
 

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/clock.h"
+#include "platform/event.h"
+#include "platform/forms/form_set.h"
+#include "platform/forms/timer.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace bitlux {
+
+/// When the timers of forms are due on a clock. Somebody else lets them fire.
+class FormTimers {
+public:
+    explicit FormTimers(const Clock& clock) : clock_(clock) {}
+
+    /// Follows the timers of these forms, which start or change from now on.
+    void drive(forms::FormSet& forms);
+
+    /// Nothing when no timer runs.
+    [[nodiscard]] std::optional<std::int64_t> nextDue() const;
+    /// Fires the timer that is due next; of several the one that started first. A timer whose time
+    /// came more than once meanwhile fires once.
+    void fireNext();
+
+private:
+    struct Due {
+        forms::Timer* timer;
+        std::int64_t time;
+    };
+
+    void follow(forms::Timer& timer);
+    [[nodiscard]] std::vector<Due>::const_iterator next() const;
+
+    const Clock& clock_;
+    std::vector<Due> due_; ///< those that run, in the order in which they started
+    Subscription changes_;
+};
+
+} // namespace bitlux
