@@ -497,7 +497,8 @@ void bindBench(py::module_& module) {
             "clear_trace", [](ScriptBench& self) { self.trace().clear(); },
             "Forget what went over the wire so far.")
         .def_property("recording", &ScriptBench::recording, &ScriptBench::record,
-                      "Whether what goes over the wire is recorded; it grows until clear_trace().")
+                      "Whether what goes over the wire is recorded; the trace grows\n"
+                      "until clear_trace(), the waveform keeps the last words.")
         .def_property_readonly("bench", virtualBench, py::return_value_policy::reference_internal,
                                "The virtual bench.")
         .def("transfer", transfer, py::arg("word"), py::arg("bits") = 0, py::arg("type") = 0,
@@ -511,6 +512,13 @@ void bindBench(py::module_& module) {
             "save",
             [](ScriptBench& self, const std::string& name) { self.act([&] { self.save(name); }); },
             py::arg("file_name"), "Save the configuration.")
+        .def(
+            "vcd", [](ScriptBench& self, const std::string& name) { self.program().saveVcd(name); },
+            py::arg("file_name"),
+            "Save the waveform of the last words, as many as 16 MB hold, as a value change dump.")
+        .def(
+            "sr", [](ScriptBench& self, const std::string& name) { self.program().saveSr(name); },
+            py::arg("file_name"), "Save it as a sigrok session.")
         .def(
             "close", [](ScriptBench& self) { self.act([&] { self.program().close(); }); },
             "The close box of the main window, with its question when something is unsaved.")

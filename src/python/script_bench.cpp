@@ -243,10 +243,13 @@ void ScriptBench::save(const std::string& fileName) {
 
 void ScriptBench::record(bool on) {
     recording_ = on;
-    if (on)
+    if (on) {
         program_->startRecording(trace_);
-    else
+        program_->waveform().start();
+    } else {
         program_->stopRecording();
+        program_->waveform().stop();
+    }
 }
 
 } // namespace bitlux

@@ -123,13 +123,13 @@ TEST(MainTabs, OpenTheirPanelsWhereThereAreSome) {
 TEST(MainTabs, AnswerByName) {
     TabBench bench({72518});
     forms::Form& form = bench.program.mainForm();
-    EXPECT_TRUE(form.call("IsTabActive", 72518));
-    EXPECT_FALSE(form.call("IsTabActive", 72516));
+    EXPECT_EQ(form.call("IsTabActive", 72518), forms::Value(true));
+    EXPECT_EQ(form.call("IsTabActive", 72516), forms::Value(false));
     EXPECT_THROW(form.call("IsTabActive"), Failure);
     form.call("Add72518Tab"); // doubles are nobody's affair
     EXPECT_EQ(bench.captions(), "[SBC ZT7251x Family][SBC ZT7251x Family]");
     form.call("ResetTabs");
-    EXPECT_FALSE(form.call("IsTabActive", 72518));
+    EXPECT_EQ(form.call("IsTabActive", 72518), forms::Value(false));
 }
 
 } // namespace

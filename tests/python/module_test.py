@@ -343,6 +343,17 @@ class Files(unittest.TestCase):
 
 
 class Module(unittest.TestCase):
+    def test_save_the_waveform_of_the_words(self):
+        bench = bitlux.Bench(device="loopback", bus="port")
+        send(bench, "A5")
+        with tempfile.TemporaryDirectory() as folder:
+            bench.vcd(folder + "/z.vcd")
+            dump = pathlib.Path(folder, "z.vcd").read_text()
+            with self.assertRaisesRegex(bitlux.Failure, "nowhere"):
+                bench.sr(folder + "/nowhere/z.sr")
+        clock = dump.split(" CLK $end")[0].split()[-1]
+        self.assertEqual(dump.split("$dumpvars")[1].count("\n1" + clock), 8)
+
     def test_has_a_stub_that_is_in_step_and_documentation(self):
         stub = ast.parse((pathlib.Path(bitlux.__file__).parent / "bitlux.pyi").read_text())
         classes = {node.name: node for node in stub.body if isinstance(node, ast.ClassDef)}
