@@ -3,24 +3,26 @@
 # into the core, stops the build with the file and the line.
 
 # room -> rooms it may use directly; what those may use comes with them
-set(BITLUX_ROOMS platform session chips transfer sending config panels program bench workbench apps
-    gui)
+set(BITLUX_ROOMS platform session chips transfer waveform sending config panels program bench
+    workbench apps python gui)
 set(BITLUX_ARROWS_platform)
 set(BITLUX_ARROWS_session)
 set(BITLUX_ARROWS_chips)
 set(BITLUX_ARROWS_transfer platform session)
+set(BITLUX_ARROWS_waveform transfer)
 set(BITLUX_ARROWS_sending transfer)
 set(BITLUX_ARROWS_config sending)
 set(BITLUX_ARROWS_panels sending chips)
-set(BITLUX_ARROWS_program config panels)
+set(BITLUX_ARROWS_program config panels waveform)
 set(BITLUX_ARROWS_bench platform chips)
 set(BITLUX_ARROWS_workbench program bench)
 set(BITLUX_ARROWS_apps workbench)
+set(BITLUX_ARROWS_python workbench)
 set(BITLUX_ARROWS_gui workbench)
 # rooms that may draw
 set(BITLUX_ROOMS_WITH_QT gui)
 # rooms that wait for the user most of the time: small code starts sooner and takes less memory
-set(BITLUX_SMALL_ROOMS config panels program gui)
+set(BITLUX_SMALL_ROOMS waveform config panels program gui)
 
 function(bitlux_reachable_rooms ROOM RESULT)
     set(reached ${ROOM})
@@ -84,13 +86,14 @@ function(bitlux_check_registered FOLDER)
     endforeach()
 endfunction()
 
-# bitlux_room(NAME SOURCES a.cpp ... LINKS library ... PROGRAMS name ...)
-# A program NAME is made of NAME.cpp, which holds its main function, and the room's library.
+# bitlux_room(NAME SOURCES a.cpp ... LINKS library ... PROGRAMS name ... APART b.cpp ...)
+# A program NAME is made of NAME.cpp, which holds its main function, and the room's library. Sources
+# that stand APART the room builds by itself.
 function(bitlux_room NAME)
-    cmake_parse_arguments(PARSE_ARGV 1 ROOM "" "" "SOURCES;LINKS;PROGRAMS")
+    cmake_parse_arguments(PARSE_ARGV 1 ROOM "" "" "SOURCES;LINKS;PROGRAMS;APART")
     list(TRANSFORM ROOM_PROGRAMS APPEND .cpp OUTPUT_VARIABLE mains)
     bitlux_check_includes(${PROJECT_SOURCE_DIR}/src ${NAME})
-    bitlux_check_registered(${CMAKE_CURRENT_SOURCE_DIR} ${ROOM_SOURCES} ${mains})
+    bitlux_check_registered(${CMAKE_CURRENT_SOURCE_DIR} ${ROOM_SOURCES} ${mains} ${ROOM_APART})
     if(ROOM_SOURCES)
         add_library(bitlux_${NAME} STATIC ${ROOM_SOURCES})
         set(scope PUBLIC)
@@ -99,6 +102,11 @@ function(bitlux_room NAME)
         endif()
         if(NAME IN_LIST BITLUX_ROOMS_WITH_QT)
             set_target_properties(bitlux_${NAME} PROPERTIES AUTOMOC ON)
+        else() # goes into the Python module too; hidden, it is called no slower for it
+            set_target_properties(bitlux_${NAME} PROPERTIES
+                POSITION_INDEPENDENT_CODE ON
+                CXX_VISIBILITY_PRESET hidden
+                VISIBILITY_INLINES_HIDDEN ON)
         endif()
         if(BITLUX_PRECOMPILED_HEADERS)
             target_precompile_headers(bitlux_${NAME} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/common.h)

@@ -23,9 +23,9 @@ dongle, and shows what the chip answers. A virtual bench stands in for port and
 chip, so that everything can be tried without hardware.")
 set(CPACK_DEBIAN_FORGE_PACKAGE_SHLIBDEPS ON)
 # A program finds a file type by the databases of the first two. The window wants a font, and on
-# Wayland its plugin.
+# Wayland its plugin; the module for Python wants that.
 set(CPACK_DEBIAN_FORGE_PACKAGE_RECOMMENDS
-    "desktop-file-utils, shared-mime-info, fonts-dejavu-core, hicolor-icon-theme, qt6-wayland, udev")
+    "desktop-file-utils, shared-mime-info, fonts-dejavu-core, hicolor-icon-theme, python3 (>= 3.11), qt6-wayland, udev")
 set(CPACK_DEBIAN_FORGE_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/conffiles)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 include(CPack)

@@ -1,5 +1,6 @@
 // Time for a word: the engine against the bare loop. Repetitions of both are interleaved, so that
-// the ratio of their medians holds while the machine's speed drifts.
+// the ratio of their medians holds while the machine's speed drifts. Where stack and heap happen to
+// lie decides about some nanoseconds a word: perf/run starts this several times.
 
 #include "engine_bench.h"
 
@@ -9,8 +10,6 @@
 #include <benchmark/benchmark.h>
 
 namespace {
-
-constexpr double limit = 1.25;
 
 class RatioReporter : public benchmark::BenchmarkReporter {
 public:
@@ -22,20 +21,15 @@ public:
                 times_[run.run_name.function_name].push_back(run.GetAdjustedRealTime());
     }
 
-    /// False when a ratio is beyond the limit.
-    bool print() {
-        bool good = true;
+    void print() {
         for (auto& [name, times] : times_) {
             if (!name.starts_with("engine "))
                 continue;
             const std::string shape = name.substr(name.find(' ') + 1);
             const double engine = median(times);
             const double bare = median(times_.at("bare " + shape));
-            fmt::print("time   {}: engine {:6.1f} ns, bare {:6.1f} ns, ratio {:.2f} (limit {})\n",
-                       shape, engine, bare, engine / bare, limit);
-            good &= engine <= limit * bare;
+            fmt::print("{} {:.1f} {:.1f} {:.3f}\n", shape, engine, bare, engine / bare);
         }
-        return good;
     }
 
 private:
@@ -66,7 +60,7 @@ int main() {
     }
     std::string program = "perf_engine_time";
     std::string interleave = "--benchmark_enable_random_interleaving=true";
-    std::string repetitions = "--benchmark_repetitions=15";
+    std::string repetitions = "--benchmark_repetitions=5";
     std::string time = "--benchmark_min_time=0.02";
     std::vector<char*> arguments{program.data(), interleave.data(), repetitions.data(), time.data(),
                                  nullptr};
@@ -74,5 +68,5 @@ int main() {
     benchmark::Initialize(&count, arguments.data());
     RatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
-    return reporter.print() ? 0 : 1;
+    reporter.print();
 }

@@ -41,7 +41,7 @@ void writeFile(const std::string& name, int commands) {
     file << "\"Bitlux Configuration File (Version 3.x.x)\",\"Verification Line\"\r\n"
             "\"[SPIWordLength]\",\"32\"\r\n\"[ApplyNow]\",\"\"\r\n";
     for (int n = 0; n < commands; ++n) {
-        file << "\"[QuickCommand]\",\"";
+        file << R"("[QuickCommand]",")";
         for (unsigned bit = 0; bit < 32; ++bit)
             file << ((static_cast<unsigned>(n) >> (bit % 17) & 1U) != 0 ? "1 " : "0 ");
         file << "Command number " << n << "\"\r\n";

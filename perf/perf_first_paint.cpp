@@ -83,5 +83,5 @@ int main(int argc, char** argv) {
     const bitlux::SystemClock clock;
     bitlux::LinuxParallelPort port;
     bitlux::LinuxUsbHost usb;
-    return bitlux::gui::runWindow(argc, argv, {.port = port, .usb = usb, .clock = clock});
+    return bitlux::gui::runWindow(1, argv, {.port = port, .usb = usb, .clock = clock});
 }

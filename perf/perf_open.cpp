@@ -27,7 +27,7 @@ void writeFile(const std::string& name) {
     file << "\"Bitlux Configuration File (Version 3.x.x)\",\"Verification Line\"\r\n"
             "\"[SPIWordLength]\",\"32\"\r\n\"[BinaryMode]\",#FALSE#\r\n\"[ApplyNow]\",\"\"\r\n";
     for (int n = 0; n < commands; ++n) {
-        file << "\"[QuickCommand]\",\"";
+        file << R"("[QuickCommand]",")";
         for (int bit = 0; bit < 32; ++bit)
             file << ((n >> (31 - bit)) % 2 != 0 ? "1 " : "0 ");
         file << "Command number " << n << "\"\r\n";

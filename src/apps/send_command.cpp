@@ -81,6 +81,7 @@ public:
     SendRun(const SendOptions& options, std::ostream& output, std::ostream& errors)
         : options_(options),
           output_(output),
+          errors_(errors),
           boxes_(errors),
           fileName_(options.log),
           outlet_(options, errors),
@@ -96,9 +97,12 @@ public:
         bool good = configure();
         if (good && traceOutput_ != nullptr)
             program_.startRecording(trace_);
+        if (good && wantsWaveform())
+            program_.waveform().start();
         for (std::size_t i = 0; good && i < options_.words.size(); ++i)
             good = send(options_.words[i]);
         program_.stopRecording();
+        saveWaveform();
         return saveLog() && good;
     }
 
@@ -117,9 +121,14 @@ private:
     void openTrace();
     void writeTrace();
     bool saveLog();
+    [[nodiscard]] bool wantsWaveform() const {
+        return !options_.vcd.empty() || !options_.sr.empty();
+    }
+    void saveWaveform();
 
     const SendOptions& options_;
     std::ostream& output_;
+    std::ostream& errors_;
     TerminalBoxes boxes_;
     GivenFileName fileName_;
     QuietPointer pointer_;
@@ -205,6 +214,27 @@ void SendRun::writeTrace() {
     if (!traceOutput_->flush())
         throw Failure(Failure::Kind::File,
                       fmt::format("The file \"{}\" cannot be written.", options_.trace));
+}
+
+void SendRun::saveWaveform() {
+    WaveformRecording& waveform = program_.waveform();
+    waveform.stop();
+    const std::size_t kept = waveform.words().size();
+    if (kept == 0)
+        return;
+    if (kept < waveform.count())
+        fmt::print(errors_, "The waveform holds the last {} of {} words.\n", kept,
+                   waveform.count());
+    if (!options_.vcd.empty())
+        program_.saveVcd(options_.vcd);
+    if (options_.sr.empty())
+        return;
+    const SampledWords saved = program_.saveSr(options_.sr);
+    if (saved.words < kept)
+        fmt::print(errors_, "The file \"{}\" holds the last {} of {} words.\n", options_.sr,
+                   saved.words, kept);
+    if (!saved.exact)
+        fmt::print(errors_, "The file \"{}\" has a sample every {} ns.\n", options_.sr, saved.tick);
 }
 
 bool SendRun::saveLog() {
@@ -308,6 +338,9 @@ CLI::App& addSendCommand(CLI::App& app, SendOptions& options) {
         ->type_name("FILE|-");
     send.add_option("--log", options.log, "Save the Session Log, - to print it")
         ->type_name("FILE|-");
+    send.add_option("--vcd", options.vcd, "Save the waveform of the words as a value change dump")
+        ->type_name("FILE");
+    send.add_option("--sr", options.sr, "Save it as a sigrok session")->type_name("FILE");
     send.add_option("WORD", options.words, "Hexadecimal words")->required();
     send.final_callback([&options, replies, faults] {
         if (faults->count() > 0 && (options.bench.empty() || options.bus != "dongle"))

@@ -27,6 +27,8 @@ struct SendOptions {
     int clock = 1;                 ///< of the dialog's clocks of the dongle, from the fastest
     std::string trace;             ///< a file, "-" for standard output
     std::string log;               ///< likewise
+    std::string vcd;               ///< a file
+    std::string sr;                ///< a file
     std::string replies;           ///< hexadecimal numbers between commas
     std::vector<std::string> words;
 };

@@ -172,7 +172,13 @@ UsbFrame SimulatedDongle::carryOut(const UsbFrame& frame) {
     return word(frame);
 }
 
-UsbFrame SimulatedDongle::command(const UsbFrame& frame) const {
+UsbFrame SimulatedDongle::command(const UsbFrame& frame) {
+    if (!commandAnswers_.empty()) {
+        const UsbFrame given = commandAnswers_.front();
+        if (commandAnswers_.size() > 1)
+            commandAnswers_.pop_front();
+        return given;
+    }
     UsbFrame answer{0, frame[1]};
     if (frame[1] == readLinesCommand)
         answer[3] = static_cast<std::uint8_t>((interrupt_ ? 1 : 0) | (reset_ ? 0 : 2));

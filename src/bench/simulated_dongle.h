@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <utility>
+#include <vector>
 
 namespace bitlux {
 
@@ -40,6 +41,12 @@ public:
     /// What goes wrong from now on; frames are counted anew.
     void setFaults(DongleFaults faults) { faults_ = std::move(faults); }
 
+    /// The answers to the coming commands, of which the last one stays; with none the dongle
+    /// answers by itself.
+    void answerCommandsWith(std::vector<UsbFrame> answers) {
+        commandAnswers_.assign(answers.begin(), answers.end());
+    }
+
     /// Levels of the chip's interrupt and reset lines, as the dongle samples them.
     void setLines(bool interrupt, bool reset);
     /// The extra pins, bit 0 to 4 for Data0 to Data4, bit 5 to 8 for Control0 to Control3. They
@@ -65,7 +72,7 @@ private:
     UsbStatus take(const UsbFrame& frame);
     UsbStatus give(UsbFrame& frame, std::int64_t wait);
     UsbFrame carryOut(const UsbFrame& frame);
-    UsbFrame command(const UsbFrame& frame) const;
+    UsbFrame command(const UsbFrame& frame);
     UsbFrame word(const UsbFrame& frame);
 
     BenchClock& clock_;
@@ -76,6 +83,7 @@ private:
     int plugging_ = 0; ///< counts how often it was plugged in, so that old connections stay broken
     std::int64_t backAt_ = 0; ///< when it comes back, 0 for never
     std::deque<Answer> answers_;
+    std::deque<UsbFrame> commandAnswers_;
     bool interrupt_ = false;
     bool reset_ = false;
     std::uint16_t extraPins_ = 0;

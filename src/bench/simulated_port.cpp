@@ -13,31 +13,44 @@ bool bitOf(std::uint8_t value, int bit) {
 } // namespace
 
 SimulatedPort::SimulatedPort(BenchClock& clock, std::shared_ptr<Device> device, std::int16_t base)
-    : ParallelPort(true), clock_(clock), device_(std::move(device)), base_(base) {}
+    : ParallelPort(true), clock_(clock), device_(std::move(device)), bases_{base} {}
+
+int SimulatedPort::registerAt(std::int16_t address) const {
+    for (const std::int16_t base : bases_)
+        if (address >= base && address <= base + controlRegister)
+            return address - base;
+    return -1;
+}
 
 std::int32_t SimulatedPort::Inp(std::int16_t address) {
     clock_.spend(accessTime);
-    if (address == base_ + dataRegister)
+    switch (registerAt(address)) {
+    case dataRegister:
         return data_;
-    if (address == base_ + controlRegister)
+    case controlRegister:
         return control_;
-    if (address != base_ + statusRegister)
+    case statusRegister: {
+        const std::int32_t status = device_->dataOut() ? 1 << shape_.dataOutPin : 0;
+        device_->sampled();
+        return status;
+    }
+    default:
         return 0xFF; // nobody drives the bus there
-    const std::int32_t status = device_->dataOut() ? 1 << shape_.dataOutPin : 0;
-    device_->sampled();
-    return status;
+    }
 }
 
 void SimulatedPort::Outp(std::int16_t address, std::int16_t value) {
     clock_.spend(accessTime);
-    if (address == base_ + dataRegister)
+    const int place = registerAt(address);
+    if (place == dataRegister)
         drive(static_cast<std::uint8_t>(value));
-    else if (address == base_ + controlRegister)
+    else if (place == controlRegister)
         control_ = static_cast<std::uint8_t>(value);
 }
 
 std::int16_t SimulatedPort::GetLPTPortAddress(std::int16_t number) {
-    return number == 1 ? base_ : std::int16_t{0};
+    const auto place = static_cast<std::size_t>(number) - 1;
+    return place < bases_.size() ? bases_[place] : std::int16_t{0};
 }
 
 void SimulatedPort::drive(std::uint8_t value) {

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <memory>
 #include <utility>
+#include <vector>
 
 namespace bitlux {
 
@@ -17,7 +18,7 @@ public:
     /// What a register access takes on a real port, in nanoseconds.
     static constexpr std::int64_t accessTime = 1000;
 
-    /// `base` is the address of LPT1, the only port; `clock` outlives this.
+    /// `base` is the address of LPT1, the only port at first; `clock` outlives this.
     SimulatedPort(BenchClock& clock, std::shared_ptr<Device> device,
                   std::int16_t base = address378);
 
@@ -26,6 +27,9 @@ public:
 
     /// Puts another device on the pins.
     void connect(std::shared_ptr<Device> device) { device_ = std::move(device); }
+
+    /// The addresses of LPT1, LPT2 and so on; all lead to the same pins.
+    void setAddresses(std::vector<std::int16_t> bases) { bases_ = std::move(bases); }
 
     /// What stands in the data register.
     [[nodiscard]] std::uint8_t dataPins() const { return data_; }
@@ -42,12 +46,14 @@ public:
 
 private:
     void drive(std::uint8_t value);
+    /// Which register lies at an address, -1 for none.
+    [[nodiscard]] int registerAt(std::int16_t address) const;
 
     BenchClock& clock_;
     std::shared_ptr<Device> device_;
     BusShapeSource shapeSource_ = [] { return BusShape{}; };
     BusShape shape_;
-    std::int16_t base_;
+    std::vector<std::int16_t> bases_;
     std::uint8_t data_ = 0;
     std::uint8_t control_ = 0;
 };

@@ -151,13 +151,13 @@ std::string_view ConfigurationReader::takeBits(std::string_view value) {
     if (takeDigits(value, bits_))
         return value.substr(2 * bits_.size());
     std::string_view rest = value;
-    for (auto bit = bits_.rbegin(); bit != bits_.rend(); ++bit) {
+    for (std::size_t bit = bits_.size(); bit-- > 0;) {
         const Split split = atFirstBlank(rest);
         if (!split.inTwo)
             throw Failure(Failure::Kind::OutOfRange,
                           fmt::format("the Quick Command \"{}\" has no {} bits and a name",
                                       printable(toUtf8(value), 40), bits_.size()));
-        *bit = toInt16(val(split.first));
+        bits_[bit] = toInt16(val(split.first));
         rest = split.rest;
     }
     return rest;

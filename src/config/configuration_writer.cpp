@@ -68,9 +68,9 @@ private:
 
     /// Of a free row, or of a file whose bits were none.
     void appendOtherBits(std::span<const std::int16_t> bits) {
-        for (auto bit = bits.rbegin(); bit != bits.rend(); ++bit) {
-            if (*bit != QuickCommandTable::noBit)
-                fmt::format_to(std::back_inserter(text_), "{}", *bit);
+        for (std::size_t i = bits.size(); i-- > 0;) {
+            if (bits[i] != QuickCommandTable::noBit)
+                fmt::format_to(std::back_inserter(text_), "{}", bits[i]);
             text_ += ' ';
         }
     }

@@ -1,5 +1,9 @@
 #include "gui/binder.h"
 
+#include <QDragEnterEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+
 namespace bitlux::gui {
 
 Binder::Binder(forms::FormSet& forms) : forms_(forms) {
@@ -108,6 +112,13 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::MouseButtonRelease:
         if (control.kind() == forms::Control::Kind::Label)
             byHand([&control] { control.click(); });
+        break;
+    case QEvent::DragEnter:
+        // A file is the window's affair, not a text for a field.
+        if (static_cast<QDragEnterEvent*>(event)->mimeData()->hasUrls()) {
+            event->ignore();
+            return true;
+        }
         break;
     case QEvent::KeyPress:
         return keyPressed(control, watched, *static_cast<QKeyEvent*>(event));

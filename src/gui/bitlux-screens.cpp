@@ -2,9 +2,12 @@
 
 #include "bench/scripted_desk.h"
 #include "gui/bench_view.h"
+#include "gui/help_window.h"
 #include "gui/main_window.h"
+#include "gui/recent_menu.h"
 #include "gui/theme.h"
 #include "gui/type_diagram.h"
+#include "gui/waveform_view.h"
 #include "workbench/virtual_bench.h"
 
 #include <array>
@@ -13,6 +16,9 @@
 #include <QDir>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QListWidget>
+#include <QTemporaryDir>
+#include <QThread>
 #include <QVBoxLayout>
 
 #include <fmt/format.h>
@@ -126,6 +132,84 @@ public:
         paint(file, size);
     }
 
+    void paintPartPages(const QString& prefix, const QString& tail) {
+        ConfigureDialog& dialog = program_.dialog();
+        gui::MainWindow window(program_);
+        window.show();
+        for (forms::CheckBox* part :
+             {&dialog.CheckEnable72361, &dialog.CheckEnable72517, &dialog.CheckEnable72518,
+              &dialog.CheckEnable72537, &dialog.CheckEnable72516}) {
+            part->setValue(1);
+            dialog.cmdApply_Click();
+            program_.mainForm().tabs.TabStripMain.click(3);
+            window.resize(760, 420);
+            shoot(window, window,
+                  prefix + "-" + QString::fromStdString(part->name()).right(5) + tail);
+            part->setValue(0);
+        }
+        dialog.cmdApply_Click();
+    }
+
+    /// About, the help, and the menu of recent files.
+    void paintHelp(const QString& folder, const QString& tail) {
+        QTemporaryDir settings;
+        gui::UserSettings recent(settings.filePath("window.conf"));
+        for (const char* file : {"/home/lab/boards/lamp & motor.spi", "/home/lab/wake up.spi"})
+            recent.fileUsed(file);
+        program_.session().ConfigFileName = "/home/lab/wake up.spi";
+        gui::MainWindow window(program_, recent);
+        window.show();
+        auto* menu = window.findChild<gui::RecentMenu*>();
+        menu->popup({40, 40});
+        shoot(window, *menu, folder + "/recent" + tail);
+        menu->close();
+        program_.mainForm().itemAbout.click();
+        shoot(window, *window.findChild<QDialog*>(), folder + "/about" + tail);
+        program_.aboutForm().cmdOK.click();
+        gui::HelpWindow help;
+        help.bringToFront();
+        auto& contents = *help.findChild<QListWidget*>();
+        for (int page = 0; page < contents.count(); ++page) {
+            contents.setCurrentRow(page);
+            shoot(window, help, folder + QString("/help-%1").arg(page) + tail);
+        }
+    }
+
+    /// The window with the waveform of the last of the words.
+    void paintWaveform(const QString& file, const State& state, bool zoomed = false) {
+        gui::MainWindow window(program_);
+        window.addDockWidget(
+            Qt::BottomDockWidgetArea,
+            new gui::BenchView(bench_, program_, "echo", window.binder(), &window));
+        window.show();
+        window.fitToContent();
+        window.findChild<QAction*>("openWaveform")->trigger();
+        QApplication::processEvents();
+        sendWords(state, window);
+        QApplication::processEvents();
+        QThread::msleep(gui::WaveformView::refreshPause + 10);
+        QApplication::processEvents();
+        auto* canvas = dynamic_cast<gui::WaveCanvas*>(
+            window.findChild<QAbstractScrollArea*>("waveform.canvas"));
+        if (zoomed) {
+            canvas->setCursor(canvas->waveform().bits.at(1).sampledAt);
+            canvas->zoom(3);
+        }
+        canvas->setFocus();
+        shoot(window, window, file);
+    }
+
+    /// A word of a type alone, to be drawn elsewhere.
+    Waveform waveformOfType(int type) {
+        program_.forms().get<forms::TabStrip>("frmConfigureSPI.TabStripSPItype").click(type);
+        program_.dialog().cmdApply_Click();
+        program_.waveform().start();
+        program_.mainForm().singleWord.txtHexWordToSend.setText("A5");
+        program_.mainForm().run.cmdSendOnce.click();
+        program_.waveform().stop();
+        return waveformOf(program_.waveform().words().back());
+    }
+
     void showExtraPins() {
         ConfigureDialog& dialog = program_.dialog();
         const std::array<std::pair<int, const char*>, 2> pins{{{0, "5"}, {1, "6"}}};
@@ -196,6 +280,19 @@ void paintTypes(const QString& file, bool msbFirst, QSize size) {
     sheet.grab().save(file);
 }
 
+/// Words of all eight types on one sheet.
+void paintWaveforms(const QString& file, Stage& stage) {
+    QWidget sheet;
+    auto* grid = new QGridLayout(&sheet);
+    for (int type = 1; type <= 8; ++type) {
+        auto* canvas = new gui::WaveCanvas(&sheet);
+        canvas->setFixedSize(620, canvas->sizeHint().height());
+        canvas->show(stage.waveformOfType(type));
+        grid->addWidget(canvas, (type - 1) % 4, (type - 1) / 4);
+    }
+    sheet.grab().save(file);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -220,6 +317,17 @@ int main(int argc, char** argv) {
         dongle.paintDialog(folder + "/configure-dongle" + tail);
         dongle.showExtraPins();
         dongle.paint(folder + "/main-dongle-pins" + tail + ".png", {});
+        Stage waves;
+        waves.bring(states[0]);
+        waves.paintWaveform(folder + "/waveform-port" + tail, states[0], true);
+        paintWaveforms(folder + "/waveform-types" + tail + ".png", waves);
+        waves.bring(states[1]);
+        waves.paintWaveform(folder + "/waveform-160" + tail, states[1]);
+        Stage commanded;
+        commanded.plugDongle();
+        commanded.bring(states[0]);
+        commanded.paintWaveform(folder + "/waveform-dongle" + tail, states[0]);
+        paintWaveforms(folder + "/waveform-types-dongle" + tail + ".png", commanded);
         Stage batch;
         batch.bring(states[0]);
         batch.paintBatch(folder + "/batch", tail);
@@ -227,6 +335,8 @@ int main(int argc, char** argv) {
         parts.bring(states[0]);
         parts.paintPartTabs(folder + "/main-parts" + tail + ".png", {});
         parts.paintPartTabs(folder + "/main-parts-small" + tail + ".png", QSize(640, 480));
+        parts.paintPartPages(folder + "/part", tail);
+        parts.paintHelp(folder, tail);
         Stage first;
         first.paint(folder + "/main-start" + tail + ".png", {});
         first.bring(states[4]);

@@ -29,6 +29,7 @@ QWidget* FormDialog::makeButtons(std::initializer_list<forms::Button*> controls)
     for (forms::Button* control : controls) {
         auto* button = binder_.make<QPushButton>(*control, row);
         button->setAutoDefault(control == *controls.begin());
+        button->setMinimumWidth(button->sizeHint().width() + 16);
         buttons->addWidget(button);
     }
     return row;

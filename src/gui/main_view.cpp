@@ -1,6 +1,7 @@
 #include "gui/main_view.h"
 
 #include "gui/batch_view.h"
+#include "gui/part_page.h"
 #include "gui/single_word_view.h"
 #include "gui/theme.h"
 
@@ -76,12 +77,9 @@ RunRow::Place MainView::makePage(int page) {
         place = view->runPlace();
         widget = view;
     } else {
-        widget = new QWidget(this);
-        auto* layout = new QVBoxLayout(widget);
-        layout->setContentsMargins(0, 0, 0, 0);
-        place = {.room = new QWidget(widget), .before = tabs_};
-        layout->addWidget(place.room);
-        layout->addStretch();
+        auto* view = new PartPage(form_.tabs, page, *tabs_, binder_, this);
+        place = view->runPlace();
+        widget = view;
     }
     binder_.bind(form_.tabs.FrameMain(page), *widget);
     pages_->addWidget(widget);

@@ -1,28 +1,49 @@
 #include "gui/main_window.h"
 
+#include "gui/about_view.h"
 #include "gui/add_wait_view.h"
 #include "gui/configure_view.h"
+#include "gui/help_window.h"
+#include "gui/recent_menu.h"
 #include "gui/run_progress_view.h"
 #include "gui/save_batch_view.h"
 #include "gui/theme.h"
+#include "gui/waveform_view.h"
 
 #include <algorithm>
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
-#include <QGuiApplication>
+#include <QFileInfo>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QScreen>
 #include <QScrollArea>
 #include <QStatusBar>
+#include <QTimer>
 
 #include <fmt/format.h>
 
 namespace bitlux::gui {
 
-MainWindow::MainWindow(Program& program) : program_(program), binder_(program.forms()) {
-    setWindowTitle(applicationTitle);
+namespace {
+
+/// The one configuration file that is dragged, if it is one.
+QString draggedFile(const QMimeData& data) {
+    const QList<QUrl> urls = data.urls();
+    if (urls.size() != 1 || !urls.first().isLocalFile())
+        return {};
+    const QString name = urls.first().toLocalFile();
+    return name.endsWith(".spi", Qt::CaseInsensitive) ? name : QString();
+}
+
+} // namespace
+
+MainWindow::MainWindow(Program& program, UserSettings settings)
+    : program_(program), settings_(std::move(settings)), binder_(program.forms()) {
+    setAcceptDrops(true);
     auto* scroll = new QScrollArea(this);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
@@ -31,43 +52,68 @@ MainWindow::MainWindow(Program& program) : program_(program), binder_(program.fo
     scroll->setWidget(view_);
     setCentralWidget(scroll);
     bus_ = new QLabel(this);
+    bus_->setIndent(10);
     statusBar()->addWidget(bus_);
     statusBar()->setSizeGripEnabled(false); // the window's own border does that
     makeMenus();
     subscriptions_ = {
-        binder_.flushed.follow([this] { updateStatus(); }),
+        binder_.flushed.follow([this] { refresh(); }),
         program_.forms().formShown.follow([this](forms::Form& form) { formShown(form); }),
         program_.forms().formGoing.follow([this](forms::Form& form) { formGoing(form); }),
-        program_.ended.follow([this] { close(); }),
+        program_.ended.follow([] { QApplication::closeAllWindows(); }),
+        program_.helpRequested.follow([this] { showHelp(); }),
+        program_.mainForm().files.fileUsed.follow([this] { noteFileUsed(); }),
         program_.mainForm().multiple.progressChanged.follow([this] { followRun(); })};
-    updateStatus();
+    refresh();
 }
 
+MainWindow::~MainWindow() = default;
+
 void MainWindow::makeMenus() {
+    makeFileMenu();
+    MainForm& form = program_.mainForm();
+    QMenu& configure = *menuBar()->addMenu("Co&nfigure");
+    menuItem(configure, form.itemPortOptions);
+    menuItem(configure, form.itemUpdateDongle);
+    QMenu& view = *menuBar()->addMenu("&View");
+    addWaveformEntry(view, *this, program_);
+    QAction* dark = view.addAction("&Dark");
+    dark->setCheckable(true);
+    dark->setChecked(isDark());
+    connect(dark, &QAction::toggled, this, [](bool on) { applyTheme(on); });
+    makeHelpMenu();
+}
+
+void MainWindow::makeHelpMenu() {
+    MainForm& form = program_.mainForm();
+    QMenu& help = *menuBar()->addMenu("&Help");
+    QAction* topics = menuItem(help, form.itemHelpTopics);
+    topics->setShortcut(QKeySequence::HelpContents);
+    topics->setShortcutContext(Qt::ApplicationShortcut); // in the dialogs too
+    help.addSeparator();
+    menuItem(help, form.itemAbout);
+}
+
+void MainWindow::makeFileMenu() {
     MainForm& form = program_.mainForm();
     QMenu& file = *menuBar()->addMenu("&File");
     menuItem(file, form.files.itemOpen)->setShortcut(QKeySequence::Open);
+    file.addMenu(new RecentMenu(
+        settings_, [this](const QString& name) { openFile(name); }, this));
     menuItem(file, form.files.itemSave)->setShortcut(QKeySequence::Save);
-    menuItem(file, form.files.itemSaveAs)->setShortcut(QKeySequence::SaveAs);
+    menuItem(file, form.files.itemSaveAs)->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_S);
     file.addSeparator();
     menuItem(file, form.log.itemSaveLog);
     menuItem(file, form.log.itemSaveLogAs);
     menuItem(file, form.log.itemClearLog);
     file.addSeparator();
     menuItem(file, form.itemExit)->setShortcut(QKeySequence::Quit);
-    QMenu& configure = *menuBar()->addMenu("Co&nfigure");
-    menuItem(configure, form.itemPortOptions);
-    menuItem(configure, form.itemUpdateDongle);
-    QMenu& view = *menuBar()->addMenu("&View");
-    QAction* dark = view.addAction("&Dark");
-    dark->setCheckable(true);
-    dark->setChecked(isDark());
-    connect(dark, &QAction::toggled, this, [](bool on) { applyTheme(on); });
 }
 
 QAction* MainWindow::menuItem(QMenu& menu, forms::MenuItem& item) {
     auto* action = new QAction(this);
     binder_.bind(item, *action);
+    connect(action, &QAction::triggered, this, [this] { binder_.flushSoon(); }); // for the title
     menu.addAction(action);
     return action;
 }
@@ -95,7 +141,25 @@ FormDialog* MainWindow::makeDialog(forms::Form& form) {
         return new SaveBatchView(*saveBatch, binder_, this);
     if (auto* addWait = dynamic_cast<AddWaitForm*>(&form))
         return new AddWaitView(*addWait, binder_, this);
+    if (auto* about = dynamic_cast<AboutForm*>(&form))
+        return new AboutView(*about, binder_, this);
     return nullptr; // the main form has this window
+}
+
+void MainWindow::refresh() {
+    updateTitle();
+    updateStatus();
+}
+
+void MainWindow::updateTitle() {
+    const Session& session = program_.session();
+    QString name = QFileInfo(QString::fromStdString(session.ConfigFileName)).fileName();
+    name.replace("[*]", "[*][*]"); // the toolkit's mark of a changed file
+    setWindowTitle(name.isEmpty() ? QString("%1[*]").arg(applicationTitle)
+                                  : QString("%1[*] - %2").arg(name, applicationTitle));
+    const bool changed = session.ConfigDirty == ConstOn;
+    if (isWindowModified() != changed)
+        setWindowModified(changed);
 }
 
 void MainWindow::updateStatus() {
@@ -132,6 +196,27 @@ void MainWindow::fitToContent() {
            std::min(std::max(wanted.height(), 620), screen.height()));
 }
 
+void MainWindow::restorePlace() {
+    if (const QByteArray place = settings_.place(); place.isEmpty() || !restoreGeometry(place))
+        fitToContent();
+}
+
+void MainWindow::noteFileUsed() {
+    settings_.fileUsed(QString::fromStdString(program_.session().ConfigFileName));
+    binder_.flushSoon();
+}
+
+void MainWindow::openFile(const QString& fileName) {
+    program_.open(fileName.toStdString());
+    binder_.flushSoon();
+}
+
+void MainWindow::showHelp() {
+    if (!help_)
+        help_ = std::make_unique<HelpWindow>();
+    help_->bringToFront();
+}
+
 void MainWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && isActiveWindow() && program_.running())
@@ -140,9 +225,25 @@ void MainWindow::changeEvent(QEvent* event) {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     program_.close();
+    if (program_.running()) { // the question that an earlier close asked is on the screen
+        event->ignore();
+        return;
+    }
+    settings_.setPlace(saveGeometry());
     for (const auto& [form, dialog] : dialogs_)
         dialog->hide();
     event->accept();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (!draggedFile(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    // Later, so that whoever was dragged from need not wait for a box.
+    QTimer::singleShot(0, this, [this, name = draggedFile(*event->mimeData())] { openFile(name); });
 }
 
 } // namespace bitlux::gui

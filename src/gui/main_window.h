@@ -3,10 +3,12 @@
 #include "gui/binder.h"
 #include "gui/form_dialog.h"
 #include "gui/main_view.h"
+#include "gui/user_settings.h"
 #include "program/program.h"
 
 #include <array>
 #include <map>
+#include <memory>
 
 #include <QMainWindow>
 
@@ -14,39 +16,55 @@ class QLabel;
 
 namespace bitlux::gui {
 
+class HelpWindow;
 class RunProgressView;
 
 /// The main window: menus, the pages of frmMain in a scroll area, a status line; and the windows
-/// of the other forms as they are shown. Closing it ends the program.
+/// of the other forms as they are shown. Closing it ends the program, and the program's end closes
+/// all windows. A configuration file that is dropped on it is opened.
 class MainWindow : public QMainWindow {
 public:
-    explicit MainWindow(Program& program);
+    explicit MainWindow(Program& program, UserSettings settings = UserSettings());
+    ~MainWindow() override;
 
     [[nodiscard]] Binder& binder() { return binder_; }
     [[nodiscard]] MainView& view() { return *view_; }
 
     /// The size that shows everything without a scroll bar, if the screen has it.
     void fitToContent();
+    /// Where it stood last time, if that is known; else as fitToContent.
+    void restorePlace();
 
 protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void makeMenus();
+    void makeFileMenu();
+    void makeHelpMenu();
     QAction* menuItem(QMenu& menu, forms::MenuItem& item);
     void formShown(forms::Form& form);
     void formGoing(forms::Form& form);
     FormDialog* makeDialog(forms::Form& form);
+    void refresh();
+    void updateTitle();
     void updateStatus();
+    void noteFileUsed();
+    void openFile(const QString& fileName);
+    void showHelp();
     void followRun();
 
     Program& program_;
+    UserSettings settings_;
     Binder binder_;
     MainView* view_;
     QLabel* bus_;
     RunProgressView* progress_ = nullptr; ///< made for the first run
-    std::array<Subscription, 5> subscriptions_;
+    std::unique_ptr<HelpWindow> help_;    ///< once it was asked for
+    std::array<Subscription, 7> subscriptions_;
     std::map<const forms::Form*, FormDialog*> dialogs_; ///< those that were shown
 };
 

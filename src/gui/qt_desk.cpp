@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QTimer>
 
@@ -52,7 +54,7 @@ MessageBox::Answer answerOf(int button, MessageBox::Buttons buttons) {
 }
 
 /// "Text Files (*.txt)|*.txt|All Files (*.*)|*.*" as the toolkit wants it.
-QString filterOf(const std::string& filter) {
+QStringList filterOf(const std::string& filter) {
     const QStringList parts = QString::fromStdString(filter).split('|');
     QStringList filters;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
@@ -60,13 +62,29 @@ QString filterOf(const std::string& filter) {
         const QString pattern = parts[i + 1] == "*.*" ? "*" : parts[i + 1];
         filters << text + " (" + pattern + ")";
     }
-    return filters.join(";;");
+    return filters;
+}
+
+/// The ending of names that a filter's pattern wants, without its point.
+QString endingOf(const QString& filter) {
+    const QString pattern = filter.section('(', -1).section(')', 0, 0);
+    return pattern.startsWith("*.") ? pattern.mid(2) : QString();
+}
+
+/// What a box or dialog stands over: the active window, or the only one there is.
+QWidget* owner() {
+    if (QWidget* active = QApplication::activeWindow())
+        return active;
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->isVisible() && qobject_cast<QMainWindow*>(window) != nullptr)
+            return window;
+    return nullptr;
 }
 
 } // namespace
 
 MessageBox::Answer QtBoxes::show(const MessageBox& box) {
-    QMessageBox widget(QApplication::activeWindow());
+    QMessageBox widget(owner());
     widget.setObjectName("messageBox");
     widget.setWindowTitle(QString::fromStdString(box.title));
     widget.setTextFormat(Qt::PlainText);
@@ -77,16 +95,26 @@ MessageBox::Answer QtBoxes::show(const MessageBox& box) {
 }
 
 std::optional<std::string> QtFileDialogs::ask(const FileDialog& dialog) {
-    QWidget* parent = QApplication::activeWindow();
-    const QString title = QString::fromStdString(dialog.title);
-    const QString start = QString::fromStdString(dialog.fileName);
-    const QString filter = filterOf(dialog.filter);
-    const QString name = dialog.kind == FileDialog::Kind::Save
-                             ? QFileDialog::getSaveFileName(parent, title, start, filter)
-                             : QFileDialog::getOpenFileName(parent, title, start, filter);
-    if (name.isEmpty())
+    QFileDialog widget(owner(), QString::fromStdString(dialog.title));
+    widget.setObjectName("fileDialog");
+    widget.setNameFilters(filterOf(dialog.filter));
+    if (dialog.kind == FileDialog::Kind::Save) {
+        widget.setAcceptMode(QFileDialog::AcceptSave);
+        widget.setDefaultSuffix(endingOf(widget.selectedNameFilter()));
+        QObject::connect(
+            &widget, &QFileDialog::filterSelected, &widget,
+            [&widget](const QString& filter) { widget.setDefaultSuffix(endingOf(filter)); });
+    } else {
+        widget.setFileMode(QFileDialog::ExistingFile);
+    }
+    if (!dialog.fileName.empty()) {
+        const QFileInfo start(QString::fromStdString(dialog.fileName));
+        widget.setDirectory(start.absolutePath());
+        widget.selectFile(start.fileName());
+    }
+    if (widget.exec() != QDialog::Accepted || widget.selectedFiles().isEmpty())
         return std::nullopt;
-    return name.toStdString();
+    return widget.selectedFiles().first().toStdString();
 }
 
 void QtPointer::showHourglass(bool busy) {

@@ -2,6 +2,7 @@
 
 #include "platform/clock.h"
 #include "platform/desk.h"
+#include "platform/linux/system_tool.h"
 
 #include <cstdint>
 #include <optional>
@@ -53,13 +54,18 @@ private:
 /// The desk of the window.
 struct QtDesk {
     [[nodiscard]] Desk desk() {
-        return {.boxes = boxes, .fileDialogs = fileDialogs, .pointer = pointer, .loop = loop};
+        return {.boxes = boxes,
+                .fileDialogs = fileDialogs,
+                .pointer = pointer,
+                .loop = loop,
+                .systemInformation = &systemInformation};
     }
 
     QtBoxes boxes;
     QtFileDialogs fileDialogs;
     QtPointer pointer;
     QtEventLoop loop;
+    LinuxSystemTool systemInformation;
 };
 
 } // namespace bitlux::gui

@@ -1,14 +1,21 @@
 #include "gui/window_program.h"
 
 #include "gui/bench_view.h"
+#include "gui/command_line.h"
 #include "gui/log_accessible.h"
 #include "gui/main_window.h"
+#include "gui/program_icon.h"
 #include "gui/qt_desk.h"
+#include "gui/termination_signals.h"
 #include "gui/theme.h"
 
 #include <cstdlib>
+#include <iostream>
+#include <memory>
 
 #include <QApplication>
+#include <QSessionManager>
+#include <QTimer>
 
 namespace bitlux::gui {
 
@@ -31,38 +38,94 @@ void setUp(Program& program) {
     program.session().ConfigDirty = ConstOff;
 }
 
-} // namespace
+/// Ends the program as the close box does; at once when the question is on the screen already.
+void endBySignal(Program& program) {
+    if (program.closing())
+        program.end();
+    else
+        program.close();
+}
 
-int runWindow(int argc, char** argv, const Hardware& hardware, VirtualBench* bench) {
-    QApplication application(argc, argv);
-    QApplication::setApplicationName(applicationTitle);
-    applyTheme(isDark());
-    installLogAccessibility();
+/// The end of the user's session.
+void endWithSession(Program& program, QSessionManager& manager) {
+    if (!manager.allowsInteraction()) {
+        program.end();
+        return;
+    }
+    program.close();
+    manager.release();
+}
 
+/// The window and what stands in it, made when the program shows its main form.
+class Stage {
+public:
+    Stage(Program& program, VirtualBench* bench) : program_(program), bench_(bench) {
+        shown_ = program.forms().formShown.follow([this](const forms::Form& form) {
+            if (!window_ && form.visible() && form.name() == "frmMain")
+                raise();
+        });
+    }
+
+private:
+    void raise() {
+        if (bench_ != nullptr)
+            setUp(program_);
+        window_ = std::make_unique<MainWindow>(
+            program_, UserSettings(UserSettings::standardFile(), bench_ ? "bench" : "window"));
+        if (bench_ != nullptr)
+            window_->addDockWidget(
+                Qt::BottomDockWidgetArea,
+                new BenchView(*bench_, program_, "loopback", window_->binder(), window_.get()));
+        window_->restorePlace();
+        window_->show();
+        window_->view().focusEntry();
+        QTimer::singleShot(0, window_.get(), [this] { window_->setWindowIcon(programIcon()); });
+    }
+
+    Program& program_;
+    VirtualBench* bench_;
+    std::unique_ptr<MainWindow> window_;
+    Subscription shown_;
+};
+
+int runInWindow(const std::string& commandLine, const Hardware& hardware, VirtualBench* bench) {
     QtDesk desk;
     Program program(hardware, desk.desk());
-    if (bench != nullptr)
-        bench->wireFor(program.session());
-    program.Main();
     runningProgram = &program;
     std::atexit(endRunningProgram);
     if (bench != nullptr)
-        setUp(program);
-
+        bench->wireFor(program.session());
     int result = 0;
     {
-        MainWindow window(program);
-        if (bench != nullptr)
-            window.addDockWidget(
-                Qt::BottomDockWidgetArea,
-                new BenchView(*bench, program, "loopback", window.binder(), &window));
-        window.fitToContent();
-        window.show();
-        window.view().focusEntry();
-        result = QApplication::exec();
+        const Stage stage(program, bench);
+        const TerminationSignals termination([&program] { endBySignal(program); });
+        QObject::connect(
+            qApp, &QGuiApplication::commitDataRequest, &termination,
+            [&program](QSessionManager& manager) { endWithSession(program, manager); });
+        program.Main(commandLine);
+        if (program.running()) // it may have ended in a box about the file
+            result = QApplication::exec();
     }
     runningProgram = nullptr;
     return result;
+}
+
+} // namespace
+
+int runWindow(int argc, char** argv, const Hardware& hardware, VirtualBench* bench) {
+    const std::string commandLine = commandLineOf(argc, argv);
+    const std::string name = bench != nullptr ? "bitlux-bench" : "bitlux-forge";
+    if (const std::optional<std::string> answer = answerTo(commandLine, name)) {
+        std::cout << *answer;
+        return 0;
+    }
+    int count = 1; // the toolkit has no arguments of its own among these
+    QApplication application(count, argv);
+    QApplication::setApplicationName(applicationTitle);
+    QGuiApplication::setDesktopFileName(bench != nullptr ? "io.bitlux.Bench" : "io.bitlux.Forge");
+    applyTheme(isDark());
+    installLogAccessibility();
+    return runInWindow(commandLine, hardware, bench);
 }
 
 } // namespace bitlux::gui

@@ -5,8 +5,9 @@
 
 namespace bitlux::gui {
 
-/// Runs the program in its window on this hardware until the user ends it; the result is the exit
-/// code. With `bench`, which then is the hardware, the virtual bench stands beside it, set up and
+/// Runs the program in its window on this hardware until the user, a signal or the end of the
+/// session ends it; the result is the exit code. The arguments are the name of a configuration
+/// file. With `bench`, which then is the hardware, the virtual bench stands beside it, set up and
 /// ready to send.
 int runWindow(int argc, char** argv, const Hardware& hardware, VirtualBench* bench = nullptr);
 

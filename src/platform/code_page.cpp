@@ -89,7 +89,7 @@ std::string toCodePage(std::string_view utf8Text) {
             text += character;
             continue;
         }
-        const auto found = std::find(characters.begin(), characters.end(), character);
+        const auto* const found = std::find(characters.begin(), characters.end(), character);
         if (found == characters.end())
             throw Failure(Failure::Kind::Conversion,
                           fmt::format("the character \"{}\" is not in the code page Windows-1252",

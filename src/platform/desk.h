@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/system_information.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -102,6 +104,7 @@ struct Desk {
     FileDialogs& fileDialogs;
     Pointer& pointer;
     EventLoop& loop;
+    SystemInformation* systemInformation = nullptr; ///< where there is one
 };
 
 } // namespace bitlux

@@ -40,6 +40,10 @@ const PartRow& rowOf(std::int32_t partNumber) {
     throw Failure(Failure::Kind::OutOfRange, fmt::format("There is no part {}", partNumber));
 }
 
+std::string titleOf(std::int32_t partNumber) {
+    return fmt::format("ZT{} Bitlux Forge", partNumber);
+}
+
 std::vector<forms::TabStrip::Tab> tabsOfAllParts() {
     std::vector<forms::TabStrip::Tab> tabs{
         {"Send &One Command at a Time", "Use this tab to send SPI messages one at a time"},
@@ -56,13 +60,21 @@ MainTabs::MainTabs(forms::Form& form, const Parts& parts)
     : parts_(parts),
       session_(parts.session),
       TabStripMain(form, "TabStripMain", tabsOfAllParts()),
-      FrameMain("FrameMain", 1, pages, [&form](const std::string& name, int index) {
-          return std::make_unique<forms::Frame>(form, name, "", index);
-      }) {
+      FrameMain("FrameMain", 1, pages,
+                [&form](const std::string& name, int index) {
+                    return std::make_unique<forms::Frame>(form, name, "", index);
+                }),
+      ZT72518_windows(form, "ZT72518_windows", "Open ZT7251x &Panel"),
+      open_72537(form, "open_72537", "Open ZT72537 &Panel"),
+      OpenZT72516Window(form, "OpenZT72516Window", "Open ZT72516 &Panel") {
     for (int page = 2; page <= pages; ++page)
         FrameMain(page).hide();
     form.procedure("ResetTabs", [this] { ResetTabs(); });
+    form.procedure("IsTabActive", [this](std::int32_t part) { return IsTabActive(part); });
     form.procedure("TabStripMain_Click", [this] { TabStripMain_Click(); });
+    form.procedure("ZT72518_windows_Click", [this] { ZT72518_windows_Click(); });
+    form.procedure("OpenZT72516Window_Click", [this] { OpenZT72516Window_Click(); });
+    form.procedure("open_72537_Click", [this] { open_72537_Click(); });
     for (const PartRow& row : partRows)
         form.procedure(fmt::format("Add{}Tab", row.number),
                        [this, number = row.number] { addPartTab(number); });
@@ -101,7 +113,7 @@ void MainTabs::addPartTab(std::int32_t partNumber) {
     TabStripMain.addTab({row.caption, row.tooltip});
     session_.PartTabs[record] = {.PartNumber = row.number,
                                  .FrameIndex = row.frame,
-                                 .TitleText = fmt::format("ZT{} Bitlux Forge", row.number),
+                                 .TitleText = titleOf(row.number),
                                  .WordLength = row.wordLength,
                                  .TypeNumber = row.type};
 }
@@ -145,8 +157,36 @@ void MainTabs::showPartPage(int tab) {
     if (part.PartNumber == panelWithSendButtons)
         return;
     startUsb();
+    hideSendButtons();
+}
+
+void MainTabs::hideSendButtons() {
     parts_.run.cmdSendOnce.hide();
     parts_.run.cmdSendContinuous.hide();
+}
+
+void MainTabs::ZT72518_windows_Click() {
+    constexpr std::int16_t type = 2; // on purpose another than that of the tab
+    visit(72518, 16, type);
+}
+
+void MainTabs::OpenZT72516Window_Click() {
+    visit(72516, 32, 1);
+}
+
+void MainTabs::open_72537_Click() {
+    showPanel(72537);
+}
+
+void MainTabs::visit(std::int32_t partNumber, std::int16_t wordLength, std::int16_t type) {
+    showPanel(partNumber);
+    startUsb();
+    pageOf(session_.ActiveMainTab).hide();
+    pageOf(TabStripMain.selected()).show();
+    parts_.labelMainTitle.setCaption(titleOf(partNumber));
+    session_.SPIWordLength = wordLength;
+    session_.SPIType = type;
+    hideSendButtons();
 }
 
 } // namespace bitlux

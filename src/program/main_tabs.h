@@ -41,11 +41,16 @@ public:
     void removePartTabs();
 
     void TabStripMain_Click();
+    void ZT72518_windows_Click();
+    void OpenZT72516Window_Click();
+    void open_72537_Click();
 
 private:
     [[nodiscard]] forms::Frame& pageOf(int tab) const;
     void showGenericPage(int tab);
     void showPartPage(int tab);
+    void visit(std::int32_t partNumber, std::int16_t wordLength, std::int16_t type);
+    void hideSendButtons();
 
     Parts parts_;
     Session& session_;
@@ -53,6 +58,10 @@ private:
 public:
     forms::TabStrip TabStripMain;
     forms::ControlArray<forms::Frame> FrameMain; ///< pages 1 to 7
+    // On pages 4, 6 and 7.
+    forms::Button ZT72518_windows;
+    forms::Button open_72537;
+    forms::Button OpenZT72516Window;
 };
 
 } // namespace bitlux

@@ -1,5 +1,7 @@
 #include "program/program.h"
 
+#include "platform/failure.h"
+
 #include <exception>
 #include <filesystem>
 
@@ -18,6 +20,13 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                .pins = pins_,
                .dongle = dongle_,
                .boxes = desk_.boxes}),
+      tap_(pins_, dongle_, hardware.clock),
+      waveform_({.session = session_,
+                 .engine = engine_,
+                 .dongle = dongle_,
+                 .tap = tap_,
+                 .forms = forms_,
+                 .desk = desk_}),
       mainForm_(
           forms_, "frmMain",
           [this] {
@@ -54,8 +63,12 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                      return std::make_unique<SaveBatchForm>(forms_, mainForm_->batches,
                                                             desk_.boxes);
                  }),
-      addWait_(forms_, "frmAddWait", [this] {
-          return std::make_unique<AddWaitForm>(forms_, mainForm_->commands, desk_.boxes);
+      addWait_(forms_, "frmAddWait",
+               [this] {
+                   return std::make_unique<AddWaitForm>(forms_, mainForm_->commands, desk_.boxes);
+               }),
+      about_(forms_, "frmAbout", [this] {
+          return std::make_unique<AboutForm>(forms_, session_.BuildNumber, desk_.systemInformation);
       }) {
     forms_.unloadThrough("frmMain", [this] { close(); });
     options_.useUsb = [this] { return dialog_->ChkSerialPort.checked(); };
@@ -98,6 +111,14 @@ void Program::openFromCommandLine(const std::string& commandLine) {
     forms_.perform("frmMain.itemOpen.Click", [this] { mainForm_->files.itemOpen_Click(); });
 }
 
+void Program::open(const std::string& fileName) {
+    forms_.perform("frmMain.itemOpen.Click", [&] {
+        if (!ValidFile(fileName))
+            throw Failure(Failure::Kind::File, fmt::format("There is no file {}", fileName));
+        mainForm_->files.open(fileName);
+    });
+}
+
 bool Program::ValidFile(const std::string& name) {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(name, error);
@@ -121,6 +142,7 @@ void Program::registerProcedures(MainForm& form) {
     });
     form.files.dialog = [this]() -> ConfigureDialog& { return *dialog_; };
     form.procedure("itemHelpTopics_Click", [this] { helpRequested.raise(); });
+    form.procedure("itemAbout_Click", [this] { about_->setVisible(true); });
     form.procedure("itemExit_Click", [this] { itemExit_Click(); });
     form.procedure("Form_QueryUnload", [&form] { form.run.cmdStopContinuous_Click(); });
     form.procedure("Form_Unload", [this] { Form_Unload(); });
@@ -195,13 +217,15 @@ void Program::itemUpdateDongle_Click() {
 }
 
 void Program::startRecording(WireTrace& trace) {
-    pins_.startRecording(trace, clock_);
-    dongle_.startRecording(trace, clock_);
+    stopRecording();
+    trace_ = &trace;
+    tap_.join(trace);
 }
 
 void Program::stopRecording() {
-    pins_.stopRecording();
-    dongle_.stopRecording();
+    if (trace_ != nullptr)
+        tap_.leave(*trace_);
+    trace_ = nullptr;
 }
 
 void Program::itemExit_Click() {
@@ -217,8 +241,13 @@ void Program::close() {
     if (closing_ || !running_)
         return;
     closing_ = true;
-    forms_.perform("frmMain.Form_QueryUnload", [this] { mainForm_->call("Form_QueryUnload"); });
-    mainForm_->call("Form_Unload");
+    try {
+        forms_.perform("frmMain.Form_QueryUnload", [this] { mainForm_->call("Form_QueryUnload"); });
+        mainForm_->call("Form_Unload");
+    } catch (...) { // nobody answered the question; it can be asked again
+        closing_ = false;
+        throw;
+    }
     closing_ = false;
 }
 

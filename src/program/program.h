@@ -5,7 +5,9 @@
 #include "platform/desk.h"
 #include "platform/forms/form_set.h"
 #include "platform/hardware.h"
+#include "program/about_form.h"
 #include "program/main_form.h"
+#include "program/waveform_recording.h"
 #include "sending/add_wait_form.h"
 #include "sending/save_batch_form.h"
 #include "session/live_options.h"
@@ -38,6 +40,11 @@ public:
     /// pins go idle. Harmless when repeated.
     void end();
     [[nodiscard]] bool running() const { return running_; }
+    /// Whether close() is under way; the question about saving may be on the screen.
+    [[nodiscard]] bool closing() const { return closing_; }
+    /// Opens a configuration file that the user chose without a dialog. A failure ends in a box;
+    /// when there is no such file, nothing changes.
+    void open(const std::string& fileName);
 
     /// The program has ended, whichever way; whoever shows its windows closes them.
     Event<> ended;
@@ -47,6 +54,11 @@ public:
     /// Records what happens on either bus from now on; the trace outlives the recording.
     void startRecording(WireTrace& trace);
     void stopRecording();
+    /// The words on the wire as waveforms, recorded when somebody wants them.
+    [[nodiscard]] WaveformRecording& waveform() { return waveform_; }
+    /// Save the words that waveform() keeps; see waveform_files.h.
+    void saveVcd(const std::string& fileName) const { waveform_.saveVcd(fileName); }
+    SampledWords saveSr(const std::string& fileName) const { return waveform_.saveSr(fileName); }
 
     [[nodiscard]] forms::FormSet& forms() { return forms_; }
     [[nodiscard]] Session& session() { return session_; }
@@ -58,6 +70,7 @@ public:
     [[nodiscard]] ConfigureDialog& dialog() { return *dialog_; }
     [[nodiscard]] SaveBatchForm& saveBatchForm() { return *saveBatch_; }
     [[nodiscard]] AddWaitForm& addWaitForm() { return *addWait_; }
+    [[nodiscard]] AboutForm& aboutForm() { return *about_; }
 
 private:
     void registerProcedures(MainForm& form);
@@ -78,12 +91,16 @@ private:
     PinLayer pins_;
     DongleLink dongle_;
     WordEngine engine_;
+    WireTap tap_;
+    WireTrace* trace_ = nullptr;
+    WaveformRecording waveform_;
     forms::FormSlot<MainForm> mainForm_;
     forms::FormSlot<ConfigureDialog> dialog_;
     forms::FormSlot<SaveBatchForm> saveBatch_;
     forms::FormSlot<AddWaitForm> addWait_;
+    forms::FormSlot<AboutForm> about_;
     bool running_ = false;
-    bool closing_ = false; ///< the question about saving may be on the screen
+    bool closing_ = false;
     bool searching_ = false;
 };
 

@@ -100,7 +100,14 @@ DongleLink::Exchange DongleLink::exchange(const UsbFrame& frame, UsbFrame& answe
     const UsbStatus status = Endpoint2->write(frame);
     ShowError(status);
     // A frame that did not go out has no answer that could be waited for.
-    return status == UsbStatus::Success ? awaitAnswer(answer, limit) : Exchange::Broken;
+    if (status != UsbStatus::Success)
+        return Exchange::Broken;
+    try {
+        return awaitAnswer(answer, limit);
+    } catch (...) { // whoever waited was interrupted; the answer may still come
+        missAnswer(clock_.nanoseconds() + lateAnswerLimit);
+        throw;
+    }
 }
 
 DongleLink::Exchange DongleLink::awaitAnswer(UsbFrame& answer, std::optional<std::int64_t> limit) {
@@ -164,14 +171,15 @@ void DongleLink::fail() {
     failed.raise();
 }
 
-void DongleLink::startRecording(WireTrace& trace, const Clock& clock) {
-    trace_ = &trace;
-    traceClock_ = &clock;
+void DongleLink::startRecording(WireListener& listener, const Clock& clock) {
+    listener_ = &listener;
+    listenerClock_ = &clock;
 }
 
 void DongleLink::record(WireAccess::Kind kind, const UsbFrame& frame) {
-    if (trace_ != nullptr)
-        trace_->add({.nanoseconds = traceClock_->nanoseconds(), .kind = kind, .frame = frame});
+    if (listener_ != nullptr)
+        listener_->add(
+            {.nanoseconds = listenerClock_->nanoseconds(), .kind = kind, .frame = frame});
 }
 
 void DongleLink::ShowError(UsbStatus) {}

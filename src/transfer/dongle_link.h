@@ -57,9 +57,9 @@ public:
     /// The link failed and the user was told: whatever sends by itself stops.
     Event<> failed;
 
-    /// Records every frame from now on; the trace outlives the recording.
-    void startRecording(WireTrace& trace, const Clock& clock);
-    void stopRecording() { trace_ = nullptr; }
+    /// Tells of every frame from now on; the listener outlives the recording.
+    void startRecording(WireListener& listener, const Clock& clock);
+    void stopRecording() { listener_ = nullptr; }
 
     /// Takes the status of a call and does nothing with it: the place for a report to come.
     static void ShowError(UsbStatus status);
@@ -84,8 +84,8 @@ private:
     std::unique_ptr<UsbEndpoint> Endpoint2; ///< writes
     int late_ = 0;                          ///< answers that missed their limit
     std::int64_t lateUntil_ = 0;            ///< when they are no longer waited for
-    WireTrace* trace_ = nullptr;
-    const Clock* traceClock_ = nullptr;
+    WireListener* listener_ = nullptr;
+    const Clock* listenerClock_ = nullptr;
 };
 
 } // namespace bitlux

@@ -42,9 +42,9 @@ void PinLayer::rest() {
     ToggleDataPort();
 }
 
-void PinLayer::startRecording(WireTrace& trace, const Clock& clock) {
+void PinLayer::startRecording(WireListener& listener, const Clock& clock) {
     stopRecording();
-    recording_.emplace(*port_, trace, clock);
+    recording_.emplace(*port_, listener, clock);
     port_ = &*recording_;
 }
 

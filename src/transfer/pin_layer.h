@@ -32,9 +32,9 @@ public:
     /// The port in use: the real one, or the one that records.
     [[nodiscard]] ParallelPort& port() { return *port_; }
 
-    /// Records every access from now on; nothing is spent on it while off. The trace outlives
+    /// Tells of every access from now on; nothing is spent on it while off. The listener outlives
     /// the recording.
-    void startRecording(WireTrace& trace, const Clock& clock);
+    void startRecording(WireListener& listener, const Clock& clock);
     void stopRecording();
 
     /// One write of a register, bracketed by direct access in fast mode. The system and the mode

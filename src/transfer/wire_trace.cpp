@@ -15,8 +15,8 @@ std::string WireTrace::line(const WireAccess& access) const {
                        static_cast<std::uint16_t>(access.address), access.value);
 }
 
-RecordingPort::RecordingPort(ParallelPort& recorded, WireTrace& trace, const Clock& clock)
-    : ParallelPort(recorded), recorded_(recorded), trace_(trace), clock_(clock) {}
+RecordingPort::RecordingPort(ParallelPort& recorded, WireListener& listener, const Clock& clock)
+    : ParallelPort(recorded), recorded_(recorded), listener_(listener), clock_(clock) {}
 
 std::int32_t RecordingPort::Inp(std::int16_t address) {
     const std::int32_t value = recorded_.Inp(address);
@@ -47,10 +47,10 @@ void RecordingPort::SetFastMode(std::int32_t mode) {
 }
 
 void RecordingPort::record(WireAccess::Kind kind, std::int16_t address, std::int32_t value) {
-    trace_.add({.nanoseconds = clock_.nanoseconds(),
-                .kind = kind,
-                .address = address,
-                .value = static_cast<std::uint8_t>(value)});
+    listener_.add({.nanoseconds = clock_.nanoseconds(),
+                   .kind = kind,
+                   .address = address,
+                   .value = static_cast<std::uint8_t>(value)});
 }
 
 } // namespace bitlux

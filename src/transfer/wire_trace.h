@@ -22,11 +22,18 @@ struct WireAccess {
     UsbFrame frame{};
 };
 
-/// What happened on the wire, in order. One record serves the waveform, the exports, the command
-/// line and the tests.
-class WireTrace {
+/// Who is told of everything on the wire, at once and in order.
+class WireListener {
 public:
-    void add(const WireAccess& access) {
+    virtual ~WireListener() = default;
+    virtual void add(const WireAccess& access) = 0;
+};
+
+/// All that happened on the wire, in order, for the command line and the tests. It grows with every
+/// access.
+class WireTrace : public WireListener {
+public:
+    void add(const WireAccess& access) override {
         if (!started_) {
             started_ = true;
             origin_ = access.nanoseconds;
@@ -49,10 +56,10 @@ private:
     bool started_ = false;
 };
 
-/// A port that records what passes through it.
+/// A port that tells what passes through it.
 class RecordingPort : public ParallelPort {
 public:
-    RecordingPort(ParallelPort& recorded, WireTrace& trace, const Clock& clock);
+    RecordingPort(ParallelPort& recorded, WireListener& listener, const Clock& clock);
 
     [[nodiscard]] ParallelPort& recorded() const { return recorded_; }
 
@@ -67,7 +74,7 @@ private:
     void record(WireAccess::Kind kind, std::int16_t address, std::int32_t value);
 
     ParallelPort& recorded_;
-    WireTrace& trace_;
+    WireListener& listener_;
     const Clock& clock_;
 };
 

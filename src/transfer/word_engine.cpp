@@ -220,6 +220,7 @@ void WordEngine::requireSendable() const {
 }
 
 void WordEngine::sendThroughDongle() {
+    wordStarting.raise();
     wordLeaving.raise();
     UsbFrame answer{};
     if (!dongle_.exchangeUnlimited(buildWordFrame(session_), answer))
@@ -229,6 +230,7 @@ void WordEngine::sendThroughDongle() {
 }
 
 void WordEngine::sendOnParallelPort() {
+    wordStarting.raise();
     ParallelPort& port = pins_.port();
     const WordRun run{
         .port = port,

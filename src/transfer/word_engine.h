@@ -45,6 +45,8 @@ public:
 
     /// A transfer on the port failed: whatever sends by itself stops. (A dongle tells so itself.)
     Event<> sendFailed;
+    /// A word is about to go out on either bus: who records tells its accesses from those before.
+    Event<> wordStarting;
     /// A word is about to leave for the dongle: open panels show what is sent.
     Event<> wordLeaving;
     /// A word is through and WordReceived holds the answer: open panels show it.

@@ -262,25 +262,25 @@ TEST(ConfigurationFile, ThatIsDamagedTellsLineAndReason) {
         const char* record;
         const char* reason;
     };
-    const std::string longLine = "\"[PartName]\",\"" + repeated(10'000'000, 'x') + "\"";
+    const std::string longLine = R"("[PartName]",")" + repeated(10'000'000, 'x') + R"(")";
     for (const Damage& damage :
-         {Damage{"\"[BinaryMode]\",#TRUE", "\"#TRUE\" is no text in quotes, number, #TRUE#"},
-          {"\"[BinaryMode]\",\"perhaps\"", "\"perhaps\" is no number"},
-          {"\"[EnableLog]\",\"on\"", "\"on\" is no number"},
-          {"\"[EnableLog]\",7", "The value 7 does not exist in frmConfigureSPI.chkEnableLog"},
-          {"\"[SPIBaudRate]\",70000", "Overflow"},
-          {"\"[SPIType]\",9", "The tab 9 does not exist"},
-          {"\"[CSpin]\",\"1\"", "The entry \"1\" does not exist in frmConfigureSPI.cmbCS"},
-          {"\"[CSpin]\"", "there is no comma behind the key"},
-          {"\"[CSpin]\",", "the value is missing"},
-          {"\"[CSpin]\",\"2", "the text has no closing quote"},
-          {"\"[CSpin", "the line does not begin with a key in quotes"},
+         {Damage{R"("[BinaryMode]",#TRUE)", R"("#TRUE" is no text in quotes, number, #TRUE#)"},
+          {R"("[BinaryMode]","perhaps")", R"("perhaps" is no number)"},
+          {R"("[EnableLog]","on")", R"("on" is no number)"},
+          {R"("[EnableLog]",7)", "The value 7 does not exist in frmConfigureSPI.chkEnableLog"},
+          {R"("[SPIBaudRate]",70000)", "Overflow"},
+          {R"("[SPIType]",9)", "The tab 9 does not exist"},
+          {R"("[CSpin]","1")", R"(The entry "1" does not exist in frmConfigureSPI.cmbCS)"},
+          {R"("[CSpin]")", "there is no comma behind the key"},
+          {R"("[CSpin]",)", "the value is missing"},
+          {R"("[CSpin]","2)", "the text has no closing quote"},
+          {R"("[CSpin)", "the line does not begin with a key in quotes"},
           {"[CSpin],2", "the line does not begin with a key in quotes"},
-          {"\"[QuickCommand]\",\"1 0 1\"", "has no 8 bits and a name"},
-          {"\"[BatchItem]\",\"3 name\"", "there is no Batch 3"},
-          {"\"[BatchItem]\",\"0 name\"", "there is no Batch 0"},
-          {"\"[BatchItem]\",\"1\"", "there is no text behind the number"},
-          {"\"[BatchItem]\",\"one name\"", "\"one\" is no number"},
+          {R"("[QuickCommand]","1 0 1")", "has no 8 bits and a name"},
+          {R"("[BatchItem]","3 name")", "there is no Batch 3"},
+          {R"("[BatchItem]","0 name")", "there is no Batch 0"},
+          {R"("[BatchItem]","1")", "there is no text behind the number"},
+          {R"("[BatchItem]","one name")", R"("one" is no number)"},
           {longLine.c_str(), "line 3 has more than 65536 characters"}}) {
         FileBench bench;
         const Texts texts =
@@ -288,7 +288,7 @@ TEST(ConfigurationFile, ThatIsDamagedTellsLineAndReason) {
                               "\r\n\"[PartName]\",\"late\"\r\n");
         SCOPED_TRACE(damage.reason);
         ASSERT_EQ(texts.size(), 1U);
-        EXPECT_NE(texts[0].find("records.spi\""), std::string::npos) << texts[0];
+        EXPECT_NE(texts[0].find(R"(records.spi")"), std::string::npos) << texts[0];
         EXPECT_NE(texts[0].find("line 3"), std::string::npos) << texts[0];
         EXPECT_NE(texts[0].find(damage.reason), std::string::npos) << texts[0];
         EXPECT_LT(texts[0].size(), 400U);
@@ -323,7 +323,8 @@ TEST(ConfigurationFile, ThatIsNoneChangesOnlyTheName) {
                                                           {"/nowhere/x.spi", "No such file"}}) {
         const Texts texts = bench.open(name);
         ASSERT_EQ(texts.size(), 1U) << name;
-        EXPECT_NE(texts[0].find("\"" + name + "\" cannot be read: " + reason), std::string::npos)
+        EXPECT_NE(texts[0].find(fmt::format("\"{}\" cannot be read: {}", name, reason)),
+                  std::string::npos)
             << texts[0];
     }
     bench.fileDialogs.answer(std::nullopt);

@@ -93,5 +93,44 @@ TEST(MainTabs, LookForADongleAtAChangeOfPage) {
     EXPECT_FALSE(bench.session().USBReady);
 }
 
+TEST(MainTabs, OpenTheirPanelsWhereThereAreSome) {
+    TabBench bench({72518, 72537, 72516});
+    std::vector<int> opened;
+    bench.program.mainForm().tabs.showPanel = [&opened](int part) { opened.push_back(part); };
+    bench.strip().click(4);
+    bench.session().SPIType = 7;
+    bench.click("frmMain.open_72537");
+    EXPECT_EQ(bench.shown(), "6 ZT72537 Bitlux Forge send");
+    EXPECT_EQ(bench.session().SPIType, 7);
+    bench.strip().click(3);
+    EXPECT_EQ(bench.session().SPIType, 1);
+    bench.dongle.plug();
+    bench.click("frmMain.ZT72518_windows"); // another type than the tab's
+    EXPECT_EQ(bench.session().SPIType, 2);
+    EXPECT_EQ(bench.session().SPIWordLength, 16);
+    EXPECT_TRUE(bench.session().USBReady);
+    EXPECT_EQ(bench.shown(), "4 ZT72518 Bitlux Forge -");
+    bench.strip().click(5);
+    bench.session().SPIWordLength = 8;
+    bench.session().SPIType = 7;
+    bench.click("frmMain.OpenZT72516Window");
+    EXPECT_EQ(bench.session().SPIType, 1);
+    EXPECT_EQ(bench.session().SPIWordLength, 32);
+    EXPECT_EQ(bench.shown(), "7 ZT72516 Bitlux Forge -");
+    EXPECT_EQ(opened, (std::vector{72537, 72537, 72518, 72518, 72516, 72516}));
+}
+
+TEST(MainTabs, AnswerByName) {
+    TabBench bench({72518});
+    forms::Form& form = bench.program.mainForm();
+    EXPECT_EQ(form.call("IsTabActive", 72518), forms::Value(true));
+    EXPECT_EQ(form.call("IsTabActive", 72516), forms::Value(false));
+    EXPECT_THROW(form.call("IsTabActive"), Failure);
+    form.call("Add72518Tab"); // doubles are nobody's affair
+    EXPECT_EQ(bench.captions(), "[SBC ZT7251x Family][SBC ZT7251x Family]");
+    form.call("ResetTabs");
+    EXPECT_EQ(form.call("IsTabActive", 72518), forms::Value(false));
+}
+
 } // namespace
 } // namespace bitlux::test

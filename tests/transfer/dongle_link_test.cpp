@@ -3,6 +3,8 @@
 #include "transfer/dongle_frame.h"
 #include "transfer/dongle_link.h"
 
+#include <utility>
+
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <gtest/gtest.h>
@@ -14,10 +16,23 @@ namespace {
 constexpr std::int64_t millisecond = 1'000'000;
 constexpr const char* checkTheCable = "Check the USB cable and restart program";
 
+struct Interrupted {};
+
+/// A clock on which a wait can be interrupted.
+class InterruptibleClock : public VirtualClock {
+public:
+    void idle(std::int64_t duration) override {
+        if (std::exchange(interrupts, false))
+            throw Interrupted{};
+        VirtualClock::idle(duration);
+    }
+    bool interrupts = false;
+};
+
 /// A link to a dongle with nothing wrong and a loop on its lines, open and set up.
 struct LinkRig {
     Session session;
-    VirtualClock clock;
+    InterruptibleClock clock;
     SimulatedDongle dongle{clock, makeDevice("loopback")};
     ScriptedBoxes boxes;
     DongleLink link{session, dongle, clock, boxes};
@@ -56,6 +71,15 @@ struct LinkRig {
         return lines;
     }
 };
+
+TEST(DongleLink, TakesTheAnswerOfAnInterruptedWaitForNoOther) {
+    LinkRig rig;
+    rig.breakWith("late:100");
+    rig.clock.interrupts = true;
+    EXPECT_THROW(rig.word(0xA5), Interrupted);
+    rig.dongle.setFaults(DongleFaults{});
+    EXPECT_EQ(rig.word(0x3C), "3C");
+}
 
 TEST(DongleLink, SendsOneFrameAndReadsOne) {
     LinkRig rig;

@@ -48,7 +48,7 @@ void Control::setFocus() {
 }
 
 void Control::focus() {
-    byHand("GotFocus", [this] { setFocus(); });
+    byHand("GotFocus", [this] { form_.setFocus(*this); });
 }
 
 void Control::click() {

@@ -98,7 +98,7 @@ public:
     [[nodiscard]] bool hasFocus() const;
     /// Runs LostFocus of the control that had it and GotFocus, when it is another one.
     void setFocus();
-    /// The same by hand.
+    /// A hand has moved the focus here, so that the window need not.
     void focus();
 
     /// A click by hand.

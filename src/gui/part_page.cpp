@@ -1,0 +1,60 @@
+#include "gui/part_page.h"
+
+#include "gui/theme.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace bitlux::gui {
+
+namespace {
+
+constexpr int firstPage = 3;
+
+struct Text {
+    const char* title;
+    const char* purpose;
+    forms::Button MainTabs::*open;
+};
+
+/// From page 3 on.
+constexpr std::array<Text, 5> texts{{
+    {"ZT72517 over its byte-wide link", "Controls the chip byte by byte. Words have 8 bits here.",
+     nullptr},
+    {"ZT7251x family",
+     "Registers, flags, watchdog and sequences of the system-basis chips. Words have 16 bits here.",
+     &MainTabs::ZT72518_windows},
+    {"ZT72361", "Registers and flags of the CAN chip. Words have 8 bits here.", nullptr},
+    {"ZT72537", "Registers and flags of the LIN system-basis chip. Words have 8 bits here.",
+     &MainTabs::open_72537},
+    {"ZT72516",
+     "Rails, registers, watchdog and sequences of the multi-rail chip. Words have 32 bits here.",
+     &MainTabs::OpenZT72516Window},
+}};
+
+} // namespace
+
+PartPage::PartPage(MainTabs& tabs, int page, QWidget& before, Binder& binder, QWidget* parent)
+    : QWidget(parent), runPlace_{.room = new QWidget(this), .before = &before} {
+    const Text& text = texts.at(static_cast<std::size_t>(page - firstPage));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 8, 0, 0);
+    layout->setSpacing(10);
+    auto* title = new QLabel(text.title, this);
+    title->setFont(scaled(title->font(), 1.15));
+    layout->addWidget(title);
+    auto* purpose = new QLabel(text.purpose, this);
+    purpose->setWordWrap(true);
+    layout->addWidget(purpose);
+    if (text.open != nullptr) {
+        auto* open = binder.make<QPushButton>(tabs.*text.open, this);
+        open->setMinimumWidth(open->sizeHint().width() + 24);
+        open->setMinimumHeight(open->fontMetrics().height() + 14);
+        layout->addWidget(open, 0, Qt::AlignLeft);
+        runPlace_.before = open;
+    }
+    layout->addWidget(runPlace_.room);
+    layout->addStretch();
+}
+
+} // namespace bitlux::gui

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+namespace bitlux::gui {
+
+/// What the window remembers for its user from one session to the next: where it stood, and which
+/// configuration files were used. Without a file it remembers nothing.
+class UserSettings {
+public:
+    static constexpr qsizetype recentLimit = 8;
+
+    /// `fileName` need not exist. `program` tells programs apart that stand in different places.
+    explicit UserSettings(QString fileName = {}, QString program = "window");
+
+    /// The file of this user.
+    [[nodiscard]] static QString standardFile();
+
+    /// Full names, the last one used first.
+    [[nodiscard]] QStringList recentFiles() const;
+    void fileUsed(const QString& fileName);
+    void clearRecentFiles();
+
+    /// As QWidget::saveGeometry tells it; empty when nothing is known.
+    [[nodiscard]] QByteArray place() const;
+    void setPlace(const QByteArray& place);
+
+private:
+    [[nodiscard]] QVariant value(const QString& key) const;
+    void setValue(const QString& key, const QVariant& value);
+    [[nodiscard]] QString placeKey() const { return program_ + "/place"; }
+
+    QString fileName_;
+    QString program_;
+};
+
+} // namespace bitlux::gui

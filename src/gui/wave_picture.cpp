@@ -1,0 +1,322 @@
+#include "gui/wave_picture.h"
+
+#include "gui/theme.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace bitlux::gui {
+
+namespace {
+
+// Logical pixels; all else follows the font.
+constexpr qreal gap = 8;
+constexpr qreal rowGap = 9;
+constexpr qreal rulerMark = 5;
+constexpr qreal rulerDistance = 90;
+constexpr qreal widestNames = 140;
+constexpr qreal largestDot = 3;
+constexpr qreal guideDistance = 14; ///< samples that stand closer have no line
+
+qreal wordHeight(const QFontMetricsF& font) {
+    return font.height() + 2;
+}
+
+/// Of the bits and the room for the dots below them.
+qreal bitsHeight(const QFontMetricsF& font) {
+    return font.height() + largestDot;
+}
+
+bool hasBits(std::size_t line) {
+    return line == Waveform::dataIn || line == Waveform::dataOut;
+}
+
+qreal rulerHeight(const QFontMetricsF& font) {
+    return font.height() + rulerMark + 4;
+}
+
+/// Of the waves alone, at the least.
+qreal waveHeight(const QFontMetricsF& font) {
+    return font.height();
+}
+
+QString caption(const Waveform& waveform) {
+    QString text = QString("type %1, %2 bits, %3 first")
+                       .arg(waveform.type)
+                       .arg(waveform.length)
+                       .arg(waveform.msbFirst ? "MSB" : "LSB");
+    if (waveform.asCommanded)
+        text += ", as commanded";
+    if (!waveform.complete)
+        text += ", failed";
+    return text;
+}
+
+QColor mixed(const QColor& one, const QColor& other, qreal share) {
+    const auto part = [share](int a, int b) {
+        return static_cast<int>(std::lround(a * share + b * (1 - share)));
+    };
+    return {part(one.red(), other.red()), part(one.green(), other.green()),
+            part(one.blue(), other.blue())};
+}
+
+} // namespace
+
+WavePicture::Colors::Colors(const QWidget& widget)
+    : base(widget.palette().color(QPalette::Base)),
+      line(widget.palette().color(QPalette::Text)),
+      quiet(widget.palette().color(QPalette::PlaceholderText)),
+      grid(mixed(line, base, 0.12)),
+      accent(widget.palette().color(QPalette::Highlight)),
+      onAccent(widget.palette().color(QPalette::HighlightedText)),
+      band(mixed(accent, base, 0.2)),
+      unknown(mixed(quiet, base, 0.3)) {}
+
+WavePicture::WavePicture(QPainter& painter, const QWidget& widget, const Content& content)
+    : painter_(painter),
+      ink_(painter),
+      widgetFont_(widget.font()),
+      font_(widgetFont_),
+      colors_(widget),
+      content_(content),
+      waveform_(content.waveform),
+      size_(widget.size()),
+      thin_(ink_.length(1)),
+      thick_(ink_.length(1.4)),
+      names_(namesWidth(widget.font(), content.waveform)) {
+    layOutRows();
+}
+
+qreal WavePicture::namesWidth(const QFont& font, const Waveform& waveform) {
+    const QFontMetricsF metrics(font);
+    qreal width = 0;
+    for (const WaveLine& line : waveform.lines)
+        width = std::max(width, metrics.horizontalAdvance(QString::fromStdString(line.name)));
+    const qreal level = metrics.horizontalAdvance("0") + gap;
+    return std::ceil(std::min(width, widestNames) + level + 2 * gap);
+}
+
+qreal WavePicture::height(const QFont& font, const Waveform& waveform) {
+    const QFontMetricsF metrics(font);
+    qreal height = rulerHeight(metrics) + rowGap;
+    for (std::size_t line = 0; line < waveform.lines.size(); ++line)
+        height += waveHeight(metrics) + rowGap +
+                  (hasBits(line) ? wordHeight(metrics) + bitsHeight(metrics) : 0);
+    return std::ceil(height);
+}
+
+void WavePicture::layOutRows() {
+    const qreal needed = height(widgetFont_, waveform_);
+    const auto count = static_cast<qreal>(std::max<std::size_t>(waveform_.lines.size(), 1));
+    const qreal more = std::max(0.0, size_.height() - needed) / count;
+    const qreal stretch = std::min(more, 0.7 * font_.height()); // taller waves say no more
+    const qreal spread = std::min(more - stretch, font_.height());
+    qreal y = rowGap - content_.scrolled;
+    for (std::size_t line = 0; line < waveform_.lines.size(); ++line) {
+        Row row{};
+        row.word = ink_.y(y);
+        row.bits = row.word + (hasBits(line) ? wordHeight(font_) : 0);
+        row.top = ink_.y(row.bits + (hasBits(line) ? bitsHeight(font_) : 0));
+        row.bottom = ink_.y(row.top + waveHeight(font_) + stretch);
+        rows_.push_back(row);
+        y = row.bottom + rowGap + spread;
+    }
+    ruler_ = ink_.y(size_.height() - rulerHeight(font_));
+}
+
+qreal WavePicture::x(double at) const {
+    // What lies far outside stays near, where the painter's numbers are exact.
+    return ink_.x(std::clamp(names_ + content_.scale.x(at), -10.0, size_.width() + 10));
+}
+
+qreal WavePicture::pixels(std::int64_t from, std::int64_t to) const {
+    return static_cast<qreal>(to - from) / content_.scale.nsPerPixel;
+}
+
+void WavePicture::paint() {
+    painter_.fillRect(QRectF(QPointF(0, 0), size_), colors_.base);
+    painter_.save();
+    painter_.setClipRect(QRectF(names_, 0, size_.width() - names_, ruler_));
+    paintGuides();
+    for (std::size_t i = 0; i < rows_.size(); ++i)
+        paintWave(waveform_.lines[i], rows_[i]);
+    paintSamples();
+    paintCaption();
+    paintBits(Waveform::dataIn, &WaveBit::dataIn, waveform_.sent);
+    paintBits(Waveform::dataOut, &WaveBit::dataOut, waveform_.received);
+    painter_.restore();
+    paintRuler();
+    paintNames();
+    paintCursor();
+}
+
+void WavePicture::paintWave(const WaveLine& line, const Row& row) {
+    const double left = content_.scale.at(0);
+    const double right = content_.scale.at(size_.width() - names_);
+    auto edge = std::upper_bound(line.edges.begin(), line.edges.end(), left,
+                                 [](double time, const WaveLine::Edge& other) {
+                                     return time < static_cast<double>(other.at);
+                                 });
+    Level level = edge == line.edges.begin() ? line.before : std::prev(edge)->to;
+    qreal from = x(left);
+    for (; edge != line.edges.end() && static_cast<double>(edge->at) <= right; ++edge) {
+        const qreal to = x(static_cast<double>(edge->at));
+        paintLevel(row, level, from, to);
+        ink_.vertical(to, row.top, row.bottom + thick_, thick_, colors_.line);
+        level = edge->to;
+        from = to;
+    }
+    paintLevel(row, level, from, x(right));
+}
+
+void WavePicture::paintLevel(const Row& row, Level level, qreal from, qreal to) {
+    if (level == Level::Unknown)
+        painter_.fillRect(QRectF(from, row.top, to - from, row.bottom + thick_ - row.top),
+                          colors_.unknown);
+    else
+        ink_.horizontal(from, to + thick_, level == Level::High ? row.top : row.bottom, thick_,
+                        colors_.line);
+}
+
+void WavePicture::paintCaption() {
+    if (rows_.empty())
+        return;
+    const Row& row = rows_[Waveform::chipSelect];
+    const qreal from = std::max(x(0), names_);
+    const qreal to = std::min(x(static_cast<double>(waveform_.end)), size_.width());
+    const QString text = caption(waveform_);
+    if (font_.horizontalAdvance(text) + 2 * gap < to - from)
+        textIn(from, to, row.top, row.bottom - row.top, text, colors_.quiet);
+}
+
+qreal WavePicture::cell() const {
+    const auto count = static_cast<qreal>(std::max<std::size_t>(waveform_.bits.size(), 1));
+    return pixels(0, waveform_.end) / count;
+}
+
+void WavePicture::paintGuides() {
+    if (rows_.size() <= Waveform::dataOut || cell() < guideDistance)
+        return;
+    const QColor color = mixed(colors_.accent, colors_.base, 0.6);
+    for (const WaveBit& bit : waveform_.bits) {
+        const qreal at = x(static_cast<double>(bit.sampledAt));
+        if (bit.received && at >= names_)
+            for (const std::size_t line :
+                 {Waveform::clock, Waveform::dataIn, Waveform::dataOut}) // around what is written
+                ink_.dashed(at, ink_.y(rows_[line].top - 3), rows_[line].bottom, thin_, color);
+    }
+}
+
+void WavePicture::paintSamples() {
+    if (rows_.size() <= Waveform::dataOut)
+        return;
+    const Row& row = rows_[Waveform::dataOut];
+    const qreal radius = std::clamp(cell() / 5, 1.0, largestDot);
+    painter_.setRenderHint(QPainter::Antialiasing);
+    painter_.setPen(Qt::NoPen);
+    painter_.setBrush(colors_.accent);
+    for (const WaveBit& bit : waveform_.bits) {
+        const qreal at = x(static_cast<double>(bit.sampledAt));
+        if (!bit.received || at < names_ || at > size_.width())
+            continue;
+        const Level level = waveform_.lines[Waveform::dataOut].levelAt(bit.dataOut.from);
+        const qreal y = level == Level::High ? row.top : row.bottom;
+        painter_.drawEllipse(QPointF(at + thin_ / 2, y + thick_ / 2), radius, radius);
+    }
+    painter_.setRenderHint(QPainter::Antialiasing, false);
+}
+
+void WavePicture::paintBits(std::size_t line, WaveBit::Window WaveBit::*window,
+                            const std::string& word) {
+    const auto& bits = waveform_.bits;
+    const auto isKnown = [&](const WaveBit& bit) {
+        return line == Waveform::dataIn || bit.received.has_value();
+    };
+    if (rows_.size() <= line || bits.empty() || !isKnown(bits.front()))
+        return;
+    const Row& row = rows_[line];
+    const auto last = std::find_if(bits.rbegin(), bits.rend(), isKnown);
+    const qreal from = x(static_cast<double>((bits.front().*window).from));
+    const qreal to = x(static_cast<double>(((*last).*window).to));
+    painter_.fillRect(QRectF(from, row.word, to - from, wordHeight(font_) - 1), colors_.band);
+    painter_.setFont(fixedFont());
+    for (const WaveBit& bit : bits)
+        if (isKnown(bit))
+            paintBit(row, bit.*window,
+                     (line == Waveform::dataIn ? bit.sent : *bit.received) ? "1" : "0");
+    textIn(std::max(from, names_), std::min(to, size_.width()), row.word, wordHeight(font_) - 1,
+           QString::fromStdString(word), colors_.line);
+    painter_.setFont(widgetFont_);
+}
+
+void WavePicture::paintBit(const Row& row, const WaveBit::Window& window, const QString& text) {
+    const qreal from = x(static_cast<double>(window.from));
+    const qreal to = x(static_cast<double>(window.to));
+    const bool isWide = to - from >= font_.horizontalAdvance("0") + 3;
+    if (isWide && to >= names_ && from <= size_.width())
+        textIn(from, to, row.bits, font_.height(), text, colors_.line);
+}
+
+void WavePicture::paintRuler() {
+    painter_.fillRect(QRectF(0, ruler_, size_.width(), size_.height() - ruler_), colors_.base);
+    ink_.horizontal(names_, size_.width(), ruler_, thin_, colors_.grid);
+    const WaveScale& scale = content_.scale;
+    const std::int64_t step = scale.rulerStep(rulerDistance);
+    const auto first = static_cast<std::int64_t>(std::ceil(scale.from / static_cast<double>(step)));
+    for (std::int64_t n = first; names_ + scale.x(static_cast<double>(n * step)) < size_.width();
+         ++n) {
+        const qreal at = x(static_cast<double>(n * step));
+        ink_.vertical(at, ruler_, ink_.y(ruler_ + rulerMark), thin_, colors_.quiet);
+        const QString text = timeText(n * step, step);
+        const qreal half = font_.horizontalAdvance(text) / 2;
+        if (at - half >= names_ && at + half <= size_.width())
+            textIn(at - half, at + half, ruler_ + rulerMark, font_.height(), text, colors_.quiet);
+    }
+}
+
+void WavePicture::paintNames() {
+    painter_.save();
+    painter_.setClipRect(QRectF(0, 0, names_, ruler_));
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+        const Row& row = rows_[i];
+        const QRectF place(gap, row.top - 2, names_ - 2 * gap, row.bottom - row.top + 4);
+        const QString name = QString::fromStdString(waveform_.lines[i].name);
+        painter_.setPen(colors_.line);
+        painter_.drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
+                          font_.elidedText(name, Qt::ElideRight, widestNames));
+        if (!content_.cursor)
+            continue;
+        const Level level = waveform_.lines[i].levelAt(*content_.cursor);
+        painter_.setPen(colors_.accent);
+        painter_.drawText(place, Qt::AlignRight | Qt::AlignVCenter,
+                          level == Level::Unknown ? "?"
+                          : level == Level::High  ? "1"
+                                                  : "0");
+    }
+    painter_.restore();
+}
+
+void WavePicture::paintCursor() {
+    if (!content_.cursor)
+        return;
+    const qreal at = ink_.x(names_ + content_.scale.x(static_cast<double>(*content_.cursor)));
+    if (at < names_ || at > size_.width())
+        return;
+    ink_.vertical(at, 0, ruler_, thick_, colors_.accent);
+    const auto step = static_cast<std::int64_t>(std::max(1.0, content_.scale.nsPerPixel));
+    const QString text = timeText(*content_.cursor, std::min<std::int64_t>(step, 100));
+    const qreal width = font_.horizontalAdvance(text) + 2 * gap;
+    const qreal left = std::clamp(at - width / 2, names_, size_.width() - width);
+    const QRectF flag(left, ruler_, width, font_.height() + rulerMark + 2);
+    painter_.fillRect(flag, colors_.accent);
+    textIn(flag.left(), flag.right(), flag.top(), flag.height(), text, colors_.onAccent);
+}
+
+void WavePicture::textIn(qreal from, qreal to, qreal top, qreal height, const QString& text,
+                         const QColor& color) {
+    painter_.setPen(color);
+    painter_.drawText(QRectF(from, top, to - from, height), Qt::AlignCenter | Qt::TextDontClip,
+                      text);
+}
+
+} // namespace bitlux::gui

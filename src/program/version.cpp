@@ -1,0 +1,7 @@
+#include "program/version.h"
+
+namespace bitlux {
+
+const char* const programVersion = BITLUX_VERSION;
+
+} // namespace bitlux

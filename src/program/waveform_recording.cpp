@@ -1,0 +1,86 @@
+#include "program/waveform_recording.h"
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+void WireTap::join(WireListener& listener) {
+    listeners_.push_back(&listener);
+    if (listeners_.size() > 1)
+        return;
+    pins_.startRecording(*this, clock_);
+    dongle_.startRecording(*this, clock_);
+}
+
+void WireTap::leave(WireListener& listener) {
+    if (std::erase(listeners_, &listener) == 0 || !listeners_.empty())
+        return;
+    pins_.stopRecording();
+    dongle_.stopRecording();
+}
+
+void WireTap::add(const WireAccess& access) {
+    for (WireListener* listener : listeners_)
+        listener->add(access);
+}
+
+void WaveformRecording::start(std::size_t limit) {
+    if (running_)
+        return;
+    recorder_ = std::make_unique<WordRecorder>(parts_.session, parts_.engine, parts_.dongle, limit);
+    parts_.tap.join(*recorder_);
+    running_ = true;
+}
+
+void WaveformRecording::stop() {
+    if (!running_)
+        return;
+    recorder_->stop();
+    parts_.tap.leave(*recorder_);
+    running_ = false;
+}
+
+const std::deque<WordRecord>& WaveformRecording::words() const {
+    static const std::deque<WordRecord> none;
+    return recorder_ ? recorder_->words() : none;
+}
+
+void WaveformRecording::saveVcdAs() {
+    saveAs({.kind = FileDialog::Kind::Save,
+            .title = "Save Waveform as VCD",
+            .filter = "Value Change Dumps (*.vcd)|*.vcd|All Files (*.*)|*.*",
+            .fileName = "waveform.vcd"},
+           [this](const std::string& fileName) {
+               saveVcd(fileName);
+               return std::string();
+           });
+}
+
+void WaveformRecording::saveSrAs() {
+    saveAs({.kind = FileDialog::Kind::Save,
+            .title = "Save Waveform as sigrok Session",
+            .filter = "sigrok Sessions (*.sr)|*.sr|All Files (*.*)|*.*",
+            .fileName = "waveform.sr"},
+           [this](const std::string& fileName) {
+               const std::size_t saved = saveSr(fileName).words;
+               return saved == words().size()
+                          ? std::string()
+                          : fmt::format("The file has room for the last {} of {} words.", saved,
+                                        words().size());
+           });
+}
+
+void WaveformRecording::saveAs(const FileDialog& dialog, const Save& save) {
+    const std::optional<std::string> name = parts_.desk.fileDialogs.ask(dialog);
+    if (!name)
+        return;
+    std::string remark;
+    parts_.forms.perform(dialog.title, [&] {
+        const Hourglass hourglass(parts_.desk.pointer);
+        remark = save(*name);
+    });
+    if (!remark.empty())
+        parts_.desk.boxes.show({.text = remark, .icon = MessageBox::Icon::Information});
+}
+
+} // namespace bitlux

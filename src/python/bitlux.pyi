@@ -1,0 +1,264 @@
+"""Bitlux Forge without its window: the program, its forms by their names."""
+
+from types import TracebackType
+from typing import Any, Callable, Dict, List, Literal, Optional, Sequence, Tuple, Type, Union
+
+Value = Union[None, bool, int, float, str]
+Button = Literal["OK", "Cancel", "Yes", "No"]
+Access = Union[Tuple[Literal["W", "R"], int, int], Tuple[Literal["OUT", "IN"], bytes]]
+
+class Failure(RuntimeError):
+    """The program failed; the text is its own."""
+
+class Unreachable(RuntimeError):
+    """A hand reached for a control that is hidden or disabled."""
+
+class UnansweredBox(RuntimeError):
+    """A box with several buttons was shown and no answer was left for it."""
+
+class UnknownName(KeyError, AttributeError):
+    """A name that no form, control, procedure or variable bears; the text has near ones."""
+
+class Control:
+    """A control of a form. What is set or done here is what a user's hand does."""
+
+    @property
+    def name(self) -> str: ...
+    @property
+    def kind(self) -> str: ...
+    @property
+    def caption(self) -> Optional[str]: ...
+    text: Optional[str]
+    value: Union[None, bool, int]
+    list_index: Optional[int]
+    @property
+    def items(self) -> Optional[List[str]]: ...
+    @property
+    def visible(self) -> bool: ...
+    @property
+    def enabled(self) -> bool: ...
+    @property
+    def tooltip(self) -> str: ...
+    @property
+    def back_color(self) -> int: ...
+    def click(self) -> None: ...
+    def double_click(self) -> None: ...
+    def focus(self) -> None: ...
+    def key(self, name: str) -> None: ...
+    def type(self, text: str) -> None: ...
+    def drag(self, value: int) -> None: ...
+    def drag_line(self, source: int, target: int) -> None: ...
+
+class Message:
+    """A message box that was shown."""
+
+    @property
+    def text(self) -> str: ...
+    @property
+    def title(self) -> str: ...
+    @property
+    def buttons(self) -> Tuple[str, ...]: ...
+    @property
+    def icon(self) -> Optional[str]: ...
+    @property
+    def answer(self) -> Optional[str]: ...
+
+class FileDialog:
+    """A file dialog that was shown."""
+
+    @property
+    def kind(self) -> str: ...
+    @property
+    def title(self) -> str: ...
+    @property
+    def filter(self) -> str: ...
+    @property
+    def file_name(self) -> str: ...
+    @property
+    def answer(self) -> Optional[str]: ...
+
+class VirtualBench:
+    """The virtual bench: what its device answers, and what goes wrong."""
+
+    device: str
+    replies: List[int]
+    command_replies: List[bytes]
+    silent: bool
+    late_ms: float
+    def set_faults(self, faults: Sequence[str], seed: int = 1) -> None: ...
+    def set_lines(self, interrupt: bool = False, reset: bool = False) -> None: ...
+    def plug(self) -> None: ...
+    def unplug(self) -> None: ...
+    @property
+    def plugged(self) -> bool: ...
+    @property
+    def pins(self) -> Dict[str, int]: ...
+
+class Session:
+    """The variables of the program by name. Lists are copies: assign a whole one."""
+
+    BuildNumber: int
+    SPIWordLength: int
+    SavedSPIWordLength: int
+    MaxSPIBits: int
+    SPIType: int
+    SavedSPIType: int
+    SPITypeTab: int
+    MSBFirst: int
+    DisplayHex: int
+    CSAssertLevel: int
+    CSIdleLevel: int
+    DIOneLevel: int
+    DIZeroLevel: int
+    ClockHighLevel: int
+    ClockLowLevel: int
+    DOHighValue: int
+    DOLowValue: int
+    ParallelPortReady: bool
+    LPTPortAddress: int
+    LPTPortAddresses: List[int]
+    DIPin: int
+    CSPin: int
+    ClockPin: int
+    DOPin: int
+    @property
+    def DataPortPins(self) -> List[Tuple[int, str]]: ...
+    @property
+    def ControlPortPins(self) -> List[Tuple[int, str]]: ...
+    USBReady: bool
+    USBReadDone: bool
+    SPIBaudRate: int
+    USBPinUpdate: int
+    USBExtraPins0: int
+    USBExtraPins1: int
+    USBFrameTopBit: bool
+    FirmwareUpdateRequest: bool
+    InterruptSeen: bool
+    ResetSeen: bool
+    ZT72518PanelActive: int
+    ZT72361PanelActive: int
+    ZT72537PanelActive: int
+    ZT72537FrameByte7: int
+    LinkFailed: bool
+    WordToSend: List[int]
+    WordReceived: List[int]
+    PortStatusSamples: List[int]
+    SingleWordBits: List[int]
+    @property
+    def QuickCommandTable(self) -> List[Tuple[str, List[int]]]: ...
+    QuickCommandTableEmpty: int
+    StopSending: bool
+    @property
+    def lstBatchList(self) -> List[List[str]]: ...
+    SessionLogEnabled: int
+    SessionLogCapacity: int
+    ContinuousLogEnabled: int
+    ContinuousLogLimit: int
+    ContinuousLogCount: int
+    SessionLogCount: int
+    LogFileName: str
+    ActiveMainTab: int
+    ConfigTab: int
+    LogPinsTab: int
+    LogPinsNowTab: int
+    @property
+    def PartTabs(self) -> List[Dict[str, Any]]: ...
+    PartName: str
+    ConfigFileName: str
+    CommandLine: str
+    OpenFromCommandLine: bool
+    ConfigDirty: int
+    StartingUp: int
+    MainTab: int
+    SavedPartName: str
+    SavedWordLengthText: str
+    SavedCSText: str
+    SavedDIText: str
+    SavedDOText: str
+    SavedCLKText: str
+    SavedCSnegative: bool
+    SavedDIpolarity_pos: bool
+    SavedDOpolarity_pos: bool
+    SavedSPITypeCaption: str
+    SavedBinary: bool
+    SavedMSBfirst: bool
+    SavedLogOff: bool
+    SavedLogForever: bool
+    SavedLogFixed: bool
+    SavedDataPinEnable: List[int]
+    SavedDataPinName: List[str]
+    SavedDataPinIndex: List[int]
+    SavedControlPinEnable: List[int]
+    SavedControlPinName: List[str]
+    SavedControlPinIndex: List[int]
+    SavedHardCode3BC: int
+    SavedHardCode378: int
+    SavedHardCode278: int
+    SavedPortListIndex: int
+    SavedPortIndex: int
+    @property
+    def BatchCount(self) -> int: ...
+
+class Bench:
+    """The program without its window, on the virtual bench or on hardware."""
+
+    def __init__(
+        self,
+        *,
+        device: str = "loopback",
+        bus: Optional[Literal["dongle", "port"]] = None,
+        clock: Literal["virtual", "real"] = "virtual",
+        ports: Sequence[int] = ...,
+        dongle: bool = False,
+        command_line: str = "",
+        markers: Sequence[str] = ...,
+        answers: Sequence[Button] = ...,
+    ) -> None: ...
+    @staticmethod
+    def hardware() -> "Bench": ...
+    def __enter__(self) -> "Bench": ...
+    def __exit__(
+        self,
+        kind: Optional[Type[BaseException]],
+        error: Optional[BaseException],
+        trace: Optional[TracebackType],
+    ) -> None: ...
+    def __getitem__(self, name: str) -> Control: ...
+    def forms(self) -> List[str]: ...
+    def controls(self, form: str) -> List[str]: ...
+    def procedures(self, form: str) -> List[str]: ...
+    def variables(self, form: str) -> List[str]: ...
+    def show(self, form: str) -> None: ...
+    def activate(self, form: str) -> None: ...
+    def deactivate(self, form: str) -> None: ...
+    def unload(self, form: str) -> None: ...
+    def visible(self, form: str) -> bool: ...
+    def call(self, procedure: str, *arguments: Value) -> Value: ...
+    def get(self, name: str) -> Value: ...
+    def set(self, name: str, value: Value) -> None: ...
+    @property
+    def session(self) -> Session: ...
+    def answer(self, *answers: Button) -> None: ...
+    @property
+    def messages(self) -> List[Message]: ...
+    def answer_file(self, *answers: Optional[str]) -> None: ...
+    @property
+    def file_dialogs(self) -> List[FileDialog]: ...
+    def run_for(self, ms: float) -> None: ...
+    @property
+    def clock_ms(self) -> float: ...
+    def at(self, ms: float, action: Callable[[], object]) -> None: ...
+    @property
+    def trace(self) -> List[Access]: ...
+    def clear_trace(self) -> None: ...
+    recording: bool
+    @property
+    def bench(self) -> VirtualBench: ...
+    def transfer(self, word: int, bits: int = 0, type: int = 0) -> int: ...
+    def open(self, file_name: str) -> None: ...
+    def save(self, file_name: str) -> None: ...
+    def vcd(self, file_name: str) -> None: ...
+    def sr(self, file_name: str) -> None: ...
+    def close(self) -> None: ...
+    @property
+    def running(self) -> bool: ...

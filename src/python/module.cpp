@@ -1,0 +1,94 @@
+// The Python module bitlux.
+
+#include "platform/failure.h"
+#include "platform/forms/form_set.h"
+#include "python/bindings.h"
+
+#include <exception>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+#include <fmt/format.h>
+
+namespace bitlux::python {
+
+namespace {
+
+/// The exceptions of the module; they live as long as the interpreter.
+struct Exceptions {
+    PyObject* failure;
+    PyObject* unreachable;
+    PyObject* unansweredBox;
+    PyObject* unknownName;
+};
+
+PyObject* makeException(py::module_& module, const char* name, const char* documentation,
+                        const py::object& bases) {
+    PyObject* made = PyErr_NewExceptionWithDoc((std::string("bitlux.") + name).c_str(),
+                                               documentation, bases.ptr(), nullptr);
+    if (made == nullptr)
+        throw py::error_already_set();
+    module.add_object(name, made);
+    return made;
+}
+
+Exceptions exceptions{};
+
+void raise(PyObject* exception, const std::string& text) {
+    PyErr_SetString(exception, text.c_str());
+}
+
+void translate(std::exception_ptr thrown) {
+    try {
+        std::rethrow_exception(std::move(thrown));
+    } catch (ScriptError& raised) {
+        raised.error.restore();
+    } catch (const UnansweredBox& unanswered) {
+        raise(exceptions.unansweredBox, R"(Nobody answers the box ")" + unanswered.box.title +
+                                            R"(": )" + unanswered.box.text);
+    } catch (const Failure& failure) {
+        raise(exceptions.failure, failure.what());
+    } catch (const forms::UnknownName& unknown) {
+        raise(exceptions.unknownName, unknown.what());
+    } catch (const forms::Unreachable& unreachable) {
+        raise(exceptions.unreachable, unreachable.what());
+    } catch (const std::out_of_range&) {
+        raise(exceptions.failure, "Subscript out of range");
+    }
+}
+
+void makeExceptions(py::module_& module) {
+    const py::module_ builtins = py::module_::import("builtins");
+    const py::object runtimeError = builtins.attr("RuntimeError");
+    exceptions = {
+        .failure = makeException(module, "Failure", "The program failed; the text is its own.",
+                                 runtimeError),
+        .unreachable =
+            makeException(module, "Unreachable",
+                          "A hand reached for a control that is hidden or disabled.", runtimeError),
+        .unansweredBox = makeException(
+            module, "UnansweredBox",
+            "A box with several buttons was shown and no answer was left for it.", runtimeError),
+        .unknownName = makeException(
+            module, "UnknownName",
+            "A name that no form, control, procedure or variable bears; the text has near ones.",
+            py::make_tuple(builtins.attr("KeyError"), builtins.attr("AttributeError")))};
+    py::register_exception_translator(translate);
+}
+
+} // namespace
+
+} // namespace bitlux::python
+
+PYBIND11_MODULE(bitlux, module) {
+    using namespace bitlux::python;
+    module.doc() = "Bitlux Forge without its window: the program, its forms by their names.\n\n"
+                   "    b = bitlux.Bench(device=\"loopback\", bus=\"dongle\")\n"
+                   "    b[\"frmMain.txtHexWordToSend\"].text = \"A5\"\n"
+                   "    b[\"frmMain.cmdSendOnce\"].click()\n"
+                   R"(    print(b["frmMain.lblHexWordReceived"].caption))";
+    makeExceptions(module);
+    bindControls(module);
+    bindBench(module);
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "bench/device.h"
+#include "platform/desk.h"
+#include "platform/forms/value.h"
+#include "session/session_variables.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include <pybind11/pybind11.h>
+
+namespace bitlux::python {
+
+namespace py = pybind11;
+
+/// What a script has raised within a call of the program. No std::exception, so that no handler
+/// takes it for a failure of its own.
+struct ScriptError {
+    py::error_already_set error;
+};
+
+py::object toPython(const forms::Value& value);
+/// Raises TypeError for anything but None, bool, int, float and str.
+forms::Value fromPython(const py::handle& value);
+
+py::object toPython(const VariablePlace& place);
+/// Raises TypeError, ValueError, and AttributeError for what can only be read.
+void assign(const VariablePlace& place, const std::string& name, const py::handle& value);
+
+/// Bits of a number that is not negative, element i being bit i; raises ValueError for others.
+std::vector<std::int16_t> bitsOf(const py::int_& number);
+py::int_ numberOf(const std::vector<std::int16_t>& bits);
+Reply replyOf(const py::int_& number);
+py::int_ numberOf(const Reply& reply);
+
+const char* nameOf(MessageBox::Answer answer);
+/// Raises ValueError for a text that is no button.
+MessageBox::Answer answerFrom(const std::string& name);
+
+} // namespace bitlux::python

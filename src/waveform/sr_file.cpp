@@ -1,0 +1,170 @@
+#include "platform/text_file.h"
+#include "waveform/wave_changes.h"
+#include "waveform/waveform_files.h"
+#include "waveform/zip_archive.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <numeric>
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+namespace {
+
+constexpr std::int64_t second = 1'000'000'000;
+/// Samples before the first change and after the last word.
+constexpr std::int64_t margin = 2;
+constexpr std::size_t chunkBytes = std::size_t{4} << 20U; // as large as the format's own programs
+
+std::int64_t exactTick(const WaveChanges& waves) {
+    std::int64_t tick = second;
+    for (const WaveChanges::Change& change : waves.changes)
+        tick = std::gcd(tick, change.at);
+    return std::gcd(tick, waves.end);
+}
+
+/// Between changes that are not simultaneous.
+std::int64_t shortestGap(const WaveChanges& waves) {
+    std::int64_t shortest = second;
+    for (std::size_t i = 1; i < waves.changes.size(); ++i)
+        if (const std::int64_t gap = waves.changes[i].at - waves.changes[i - 1].at; gap > 0)
+            shortest = std::min(shortest, gap);
+    return shortest;
+}
+
+/// Ticks of round sample rates, from the shortest.
+constexpr std::array<std::int64_t, 16> roundTicks{
+    1, 2, 5, 10, 20, 50, 100, 200, 500, 1000, 2000, 5000, 10000, 20000, 50000, 100000};
+
+std::size_t bytesOfSample(const WaveChanges& waves) {
+    return (waves.lines.size() + 7) / 8;
+}
+
+std::int64_t samplesOf(const WaveChanges& waves, std::int64_t tick) {
+    return waves.end / tick + 2 * margin;
+}
+
+bool fits(const WaveChanges& waves, std::int64_t tick, std::size_t mostSamples) {
+    return static_cast<std::size_t>(samplesOf(waves, tick)) * bytesOfSample(waves) <= mostSamples;
+}
+
+/// The shortest tick of a round rate that fits, or else the longest that keeps the edges apart.
+std::int64_t coarserTick(const WaveChanges& waves, std::size_t mostSamples) {
+    const std::int64_t longest = shortestGap(waves);
+    std::int64_t best = 1;
+    for (const std::int64_t tick : roundTicks) {
+        if (tick > longest)
+            break;
+        best = tick;
+        if (fits(waves, tick, mostSamples))
+            break;
+    }
+    return best;
+}
+
+std::string metadata(const WaveChanges& waves, std::int64_t tick) {
+    std::string text = fmt::format("[global]\nsigrok version=0.5.2\n\n[device 1]\n"
+                                   "capturefile=logic-1\ntotal probes={}\nsamplerate={}\n"
+                                   "total analog=0\n",
+                                   waves.lines.size(), second / tick);
+    for (std::size_t i = 0; i < waves.lines.size(); ++i)
+        text += fmt::format("probe{}={}\n", i + 1, waves.lines[i].name);
+    return text + fmt::format("unitsize={}\n", bytesOfSample(waves));
+}
+
+/// Puts samples into the archive, a chunk at a time.
+class Samples {
+public:
+    Samples(ZipArchive& archive, const WaveChanges& waves)
+        : archive_(archive), sampleBytes_(bytesOfSample(waves)) {
+        chunk_.reserve(chunkBytes);
+        for (std::size_t i = 0; i < waves.lines.size(); ++i)
+            put(i, firstKnown(waves, i));
+    }
+
+    void put(std::size_t line, bool high) {
+        const auto mask = 1U << line;
+        levels_ = high ? levels_ | mask : levels_ & ~mask;
+    }
+
+    /// The levels as they are, up to this sample and without it.
+    void fillTo(std::int64_t sample) {
+        for (; written_ < sample; ++written_) {
+            for (std::size_t byte = 0; byte < sampleBytes_; ++byte)
+                chunk_.push_back(static_cast<std::uint8_t>(levels_ >> (8 * byte)));
+            if (chunk_.size() + sampleBytes_ > chunkBytes)
+                flush();
+        }
+    }
+
+    void flush() {
+        if (!chunk_.empty())
+            archive_.add(fmt::format("logic-1-{}", ++chunks_), chunk_);
+        chunk_.clear();
+    }
+
+private:
+    static bool firstKnown(const WaveChanges& waves, std::size_t line) {
+        if (waves.lines[line].before != Level::Unknown)
+            return waves.lines[line].before == Level::High;
+        for (const WaveChanges::Change& change : waves.changes)
+            if (change.line == line)
+                return change.to == Level::High;
+        return false;
+    }
+
+    ZipArchive& archive_;
+    std::size_t sampleBytes_;
+    std::vector<std::uint8_t> chunk_;
+    std::uint32_t levels_ = 0;
+    std::int64_t written_ = 0;
+    int chunks_ = 0;
+};
+
+std::string sessionFile(const WaveChanges& waves, std::int64_t tick) {
+    ZipArchive archive;
+    archive.add("version", "2");
+    archive.add("metadata", metadata(waves, tick));
+    Samples samples(archive, waves);
+    for (const WaveChanges::Change& change : waves.changes) {
+        samples.fillTo(change.at / tick + margin);
+        samples.put(change.line, change.to == Level::High);
+    }
+    samples.fillTo(samplesOf(waves, tick));
+    samples.flush();
+    return archive.finish();
+}
+
+/// The first of the words that have room with this tick.
+std::size_t firstThatFits(const WaveChanges& waves, std::int64_t tick, std::size_t mostSamples) {
+    const auto room = static_cast<std::int64_t>(mostSamples / bytesOfSample(waves)) - 2 * margin;
+    const auto first =
+        std::lower_bound(waves.begins.begin(), waves.begins.end(), waves.end - room * tick);
+    return static_cast<std::size_t>(first - waves.begins.begin());
+}
+
+} // namespace
+
+SampledWords exportSr(const std::deque<WordRecord>& words, const std::string& fileName,
+                      std::size_t mostSamples) {
+    std::size_t first = 0;
+    for (;;) {
+        const WaveChanges waves(words, first);
+        std::int64_t tick = exactTick(waves);
+        const bool exact = fits(waves, tick, mostSamples);
+        if (!exact)
+            tick = coarserTick(waves, mostSamples);
+        if (fits(waves, tick, mostSamples) || first + 1 == words.size()) {
+            replaceFile(fileName, sessionFile(waves, tick));
+            return {.words = words.size() - first, .tick = tick, .exact = exact};
+        }
+        // Extra pins may have moved long before the first word that is left.
+        first += std::max<std::size_t>(firstThatFits(waves, tick, mostSamples), 1);
+        first = std::min(first, words.size() - 1);
+    }
+}
+
+} // namespace bitlux

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "waveform/word_record.h"
+
+namespace bitlux {
+
+/// A frame of the dongle that carries a word, taken apart.
+struct CommandedWord {
+    explicit CommandedWord(const UsbFrame& frame);
+
+    int length;              ///< bits
+    int type;                ///< 1 to 8
+    bool changesPins;        ///< the extra pins take the levels of the frame
+    std::uint16_t extraPins; ///< bits 0 to 4: Data0 to Data4; 5 to 8: Control0 to 3
+    bool selectedWhenHigh;
+    bool dataInOneIsHigh;
+    bool dataOutOneIsHigh;
+    std::int64_t halfPeriod; ///< of the clock, in nanoseconds
+};
+
+/// The bit of a frame that travels as the n-th, from 0; 0 beyond the frame.
+bool bitOf(const UsbFrame& frame, int n);
+
+/// Makes the levels that a record left behind those before the next.
+void carryLevels(const WordRecord& record, WordRecord& next);
+
+} // namespace bitlux

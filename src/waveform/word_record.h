@@ -1,0 +1,50 @@
+#pragma once
+
+#include "transfer/wire_trace.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace bitlux {
+
+/// Names of the extra pins on bits 0 to 7 of the data register and, from element 8 on, on bits 0 to
+/// 3 of the control register; empty where there is none.
+using ExtraPinNames = std::array<std::string, 12>;
+
+/// How a word was shaped and wired when it was sent. A frame of the dongle carries its own shape:
+/// of a word that went through the dongle only `msbFirst` counts.
+struct WordShape {
+    bool onDongle = false;
+    int length = 0; ///< bits
+    int type = 1;   ///< 1 to 8
+    bool msbFirst = true;
+    bool selectedWhenHigh = false;
+    bool dataInOneIsHigh = true;
+    bool dataOutOneIsHigh = true;
+    std::int16_t address = 0; ///< base of the port
+    int chipSelectPin = 0;    ///< bits of the data register
+    int clockPin = 0;
+    int dataInPin = 0;
+    int dataOutPin = 0; ///< bit of the status register
+    std::shared_ptr<const ExtraPinNames> extraPins;
+};
+
+/// One word as it was recorded: what was written and read on the port, or the frame of the dongle
+/// and its answer.
+struct WordRecord {
+    std::uint64_t number = 0; ///< of the word since the recording began, from 1
+    WordShape shape;
+    bool complete = false; ///< false: the transfer failed, and this is what went out until then
+    // Levels before the first of the accesses
+    std::uint8_t dataBefore = 0;        ///< of the data register
+    std::uint8_t controlBefore = 0;     ///< of the control register
+    std::uint16_t donglePinsBefore = 0; ///< bits 0 to 4: Data0 to Data4; 5 to 8: Control0 to 3
+    /// Those before `firstOfWord` were made between the word before and this one.
+    std::vector<WireAccess> accesses;
+    std::size_t firstOfWord = 0;
+};
+
+} // namespace bitlux

@@ -1,0 +1,119 @@
+#include "gui/command_line.h"
+#include "gui/termination_signals.h"
+#include "live_window.h"
+#include "support/temporary_folder.h"
+
+#include <csignal>
+
+#include <QFile>
+#include <QMessageBox>
+#include <QProcess>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+QMessageBox* question() {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    return box != nullptr && box->windowTitle() == "Last Chance to Save" ? box : nullptr;
+}
+
+/// Once the question is on the screen.
+void whenAsked(const std::function<void(QMessageBox&)>& action) {
+    QTimer::singleShot(1, [action] {
+        if (QMessageBox* box = question())
+            action(*box);
+        else
+            whenAsked(action);
+    });
+}
+
+TEST(Ending, StopsAContinuousRunAndAsksOnce) {
+    LiveWindow live;
+    int asked = 0;
+    whenAsked([&](QMessageBox& box) {
+        ++asked;
+        EXPECT_FALSE(live.program.mainForm().run.cmdStopContinuous.visible());
+        live.window->close();
+        EXPECT_TRUE(live.window->isVisible());
+        EXPECT_EQ(QApplication::activeModalWidget(), &box);
+        box.button(QMessageBox::No)->click();
+    });
+    QTimer::singleShot(30, [&] { live.window->close(); });
+    QTest::mouseClick(&live.button("frmMain.cmdSendContinuous"), Qt::LeftButton);
+    EXPECT_EQ(asked, 1);
+    EXPECT_FALSE(live.program.running());
+    EXPECT_FALSE(live.window->isVisible());
+    EXPECT_EQ(live.bench.port.dataPins(), 0x01); // idle
+    live.window->close();
+    EXPECT_EQ(asked, 1);
+}
+
+TEST(Ending, ByExitClosesEveryWindow) {
+    LiveWindow live;
+    live.program.session().ConfigDirty = ConstOff;
+    live.program.mainForm().itemHelpTopics.click();
+    live.program.mainForm().itemAbout.click();
+    live.program.dialog().setVisible(true);
+    live.program.mainForm().itemExit.click();
+    for (const QWidget* window : QApplication::topLevelWidgets())
+        EXPECT_FALSE(window->isVisible()) << window->windowTitle().toStdString();
+}
+
+TEST(Ending, BySignalAsksAndASecondOneDoesNot) {
+    LiveWindow live;
+    std::vector<bool> closing;
+    const gui::TerminationSignals termination([&] {
+        closing.push_back(live.program.closing());
+        if (live.program.closing())
+            live.program.end();
+        else
+            live.program.close();
+    });
+    whenAsked([](QMessageBox&) { std::raise(SIGINT); });
+    std::raise(SIGTERM);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !live.program.running(); }, 5000));
+    EXPECT_EQ(closing, (std::vector{false, true}));
+    EXPECT_EQ(question(), nullptr);
+    EXPECT_FALSE(live.window->isVisible());
+}
+
+/// Whether a process has a handler for SIGTERM.
+bool minds(qint64 process) {
+    QFile status(QString("/proc/%1/status").arg(process));
+    if (!status.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray all = status.readAll();
+    const qsizetype mask = all.indexOf("SigCgt:") + 7;
+    return (all.mid(mask, 17).trimmed().toULongLong(nullptr, 16) >> (SIGTERM - 1) & 1U) != 0;
+}
+
+TEST(Ending, OfTheRealProgramBySignalIsOrderly) {
+    const TemporaryFolder folder; // no settings of the user's
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("XDG_CONFIG_HOME", QString::fromStdString(folder.path()));
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(BITLUX_BENCH_PROGRAM, QStringList());
+    ASSERT_TRUE(process.waitForStarted());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return minds(process.processId()); }, 30000));
+    process.terminate();
+    ASSERT_TRUE(process.waitForFinished(30000));
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 0);
+    EXPECT_TRUE(QFile::exists(QString::fromStdString(folder.path("bitlux-forge/window.conf"))));
+}
+
+TEST(CommandLine, IsOneNameAsItStands) {
+    const std::array<const char*, 4> words{"bitlux-forge", "-platform", "über  uns", "\"x\".spi"};
+    EXPECT_EQ(gui::commandLineOf(4, words.data()), "-platform über  uns \"x\".spi");
+    EXPECT_EQ(gui::commandLineOf(1, words.data()), "");
+    EXPECT_TRUE(gui::answerTo("--version", "bitlux-forge")->starts_with("bitlux-forge 0."));
+    EXPECT_FALSE(gui::answerTo("--version 2.spi", "bitlux-forge"));
+}
+
+} // namespace
+} // namespace bitlux::test

@@ -1,0 +1,151 @@
+#include "gui/qt_desk.h"
+#include "gui/recent_menu.h"
+#include "window_bench.h"
+
+#include <QDragEnterEvent>
+#include <QFileDialog>
+#include <QMimeData>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+QString nameOf(const std::string& name) {
+    return QString::fromStdString(name);
+}
+
+struct RecentBench : TestBench {
+    TemporaryFolder folder;
+    gui::UserSettings settings{nameOf(folder.path("window.conf"))};
+    gui::MainWindow window{program, settings};
+
+    RecentBench() {
+        window.show();
+        settle();
+    }
+    void settle() {
+        window.binder().flush();
+        QApplication::processEvents();
+    }
+    /// The entries of the menu as it opens.
+    QList<QAction*> entries() {
+        auto* menu = window.findChild<gui::RecentMenu*>();
+        emit menu->aboutToShow();
+        return menu->actions();
+    }
+    void save(const std::string& name) {
+        session().ConfigFileName = folder.path(name);
+        choose("frmMain.itemSave");
+        settle();
+    }
+    bool drag(const std::string& name, bool drop) {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(nameOf(folder.path(name)))});
+        data.setText("file://" + nameOf(folder.path(name)));
+        auto* field = window.findChild<QLineEdit*>("frmMain.txtHexWordToSend");
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        enter.ignore();
+        QApplication::sendEvent(field, &enter);
+        QDropEvent fall({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        if (drop)
+            QApplication::sendEvent(field, &fall);
+        QTest::qWait(1);
+        settle();
+        return enter.isAccepted();
+    }
+};
+
+TEST(RecentFiles, AreTheLastEightWithTheNewestFirst) {
+    RecentBench bench;
+    EXPECT_EQ(bench.entries().size(), 3);
+    for (int i = 0; i < 9; ++i)
+        bench.save("a&b " + std::to_string(i) + ".spi");
+    bench.save("a&b 4.spi");
+    const QList<QAction*> entries = bench.entries();
+    ASSERT_EQ(entries.size(), 8 + 2);
+    EXPECT_TRUE(entries[0]->text().startsWith("&1  a&&b 4.spi"));
+    EXPECT_TRUE(entries[1]->text().startsWith("&2  a&&b 8.spi"));
+    EXPECT_EQ(entries[7]->toolTip(), nameOf(bench.folder.path("a&b 1.spi")));
+    entries[9]->trigger();
+    EXPECT_EQ(bench.settings.recentFiles(), QStringList());
+}
+
+TEST(RecentFiles, OpenAndTellWhenTheyAreGone) {
+    RecentBench bench;
+    bench.save("one.spi");
+    bench.save("two.spi");
+    bench.program.dialog().txtPartName.setText("changed");
+    bench.entries()[1]->trigger();
+    EXPECT_EQ(bench.session().ConfigFileName, bench.folder.path("one.spi"));
+    EXPECT_EQ(bench.program.dialog().txtPartName.text(), "Generic");
+    std::filesystem::remove(bench.folder.path("two.spi"));
+    bench.boxes.takeTexts();
+    bench.entries()[1]->trigger();
+    EXPECT_EQ(bench.boxes.takeTexts(),
+              std::vector{"There is no file " + bench.folder.path("two.spi") +
+                          "\r\nfrmMain.itemOpen.Click"});
+    EXPECT_EQ(bench.session().ConfigFileName, bench.folder.path("one.spi"));
+}
+
+TEST(RecentFiles, CanBeDroppedOnTheWindow) {
+    RecentBench bench;
+    bench.configure("8");
+    bench.save("one.spi");
+    bench.session().ConfigFileName.clear();
+    bench.folder.write("notes.txt", "no configuration");
+    EXPECT_FALSE(bench.drag("notes.txt", false));
+    EXPECT_TRUE(bench.drag("one.spi", true));
+    EXPECT_EQ(bench.session().ConfigFileName, bench.folder.path("one.spi"));
+    EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), "");
+}
+
+TEST(FileDialogs, StartOnTheFileAndKnowTheEnding) {
+    const TemporaryFolder folder;
+    QString start;
+    QTimer::singleShot(0, [&start] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        auto* name = dialog->findChild<QLineEdit*>("fileNameEdit");
+        start = name->text();
+        name->setText("board 7");
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    gui::QtFileDialogs dialogs;
+    const std::optional<std::string> chosen =
+        dialogs.ask({.kind = FileDialog::Kind::Save,
+                     .title = "Save",
+                     .filter = "SPI Config Files (*.spi)|*.spi|All Files (*.*)|*.*",
+                     .fileName = folder.path("old.spi")});
+    EXPECT_EQ(start, "old.spi");
+    EXPECT_EQ(chosen, folder.path("board 7.spi"));
+}
+
+TEST(MainWindow, NamesTheFileInItsTitle) {
+    RecentBench bench;
+    EXPECT_EQ(bench.window.windowTitle(), "Bitlux Forge[*]");
+    bench.save("one[*].spi");
+    EXPECT_EQ(bench.window.windowTitle(), "one[*][*].spi[*] - Bitlux Forge");
+    EXPECT_FALSE(bench.window.isWindowModified());
+    bench.configure("8");
+    bench.settle();
+    EXPECT_TRUE(bench.window.isWindowModified());
+    bench.save("one.spi");
+    EXPECT_FALSE(bench.window.isWindowModified());
+}
+
+TEST(MainWindow, ComesBackWhereItStood) {
+    RecentBench bench;
+    bench.window.resize(777, 655);
+    bench.settle();
+    bench.session().ConfigDirty = ConstOff;
+    bench.window.close();
+    TestBench other;
+    gui::MainWindow again(other.program, bench.settings);
+    again.restorePlace();
+    EXPECT_EQ(again.size(), QSize(777, 655));
+}
+
+} // namespace
+} // namespace bitlux::test

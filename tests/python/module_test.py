@@ -1,0 +1,386 @@
+"""The module bitlux as a script uses it."""
+
+import ast
+import os
+import pathlib
+import signal
+import subprocess
+import tempfile
+import time
+import unittest
+
+import bitlux
+
+ENTRY = "frmMain.txtHexWordToSend"
+SEND = "frmMain.cmdSendOnce"
+ANSWER = "frmMain.lblHexWordReceived"
+
+
+def send(bench, word):
+    bench[ENTRY].text = word
+    bench[SEND].click()
+    return bench[ANSWER].caption
+
+
+def keep(bench, name, word):
+    """Keeps a word as a Quick Command and puts it into the list of commands to send."""
+    bench[ENTRY].text = word
+    bench["frmMain.cmbMasterQCList"].text = name
+    bench["frmMain.cmdSaveQC"].click()
+
+
+class Words(unittest.TestCase):
+    def test_go_through_the_forms_on_either_bus(self):
+        dongle = bitlux.Bench(device="loopback", bus="dongle")
+        port = bitlux.Bench(device="stuck-high", bus="port")
+        self.assertEqual(send(dongle, "A5"), "A5")
+        self.assertEqual(send(port, "A5"), "FF")
+        frame = b"\x08\x70\x00\xa5\x00\x00\x00\x00"
+        self.assertEqual(dongle.trace, [("OUT", frame), ("IN", frame)])
+        self.assertEqual(port.trace[:3], [("W", 0x378, 0), ("W", 0x378, 2), ("W", 0x378, 6)])
+        self.assertEqual(sum(kind == "R" for kind, *_ in port.trace), 8)
+        port.clear_trace()
+        self.assertEqual((port.trace, len(dongle.trace)), ([], 2))
+        log = dongle["frmMain.lstSessionLogSingle"].items
+        self.assertEqual(log[:2], ["SPI Word Sent:", "  A5"])
+
+    def test_go_the_short_road_in_any_shape(self):
+        bench = bitlux.Bench(device="scripted", bus="port")
+        bench.session.SPIType = 3
+        word = 0x123456789ABCDEF0123456789ABCDEF012345678
+        bench.bench.replies = [word, 1]
+        self.assertEqual(bench.bench.replies, [word, 1])
+        self.assertEqual(bench.transfer(word, bits=160, type=2), word)
+        self.assertEqual(bench.transfer(0, bits=16), 1)
+        self.assertEqual(bench.transfer(0, bits=16), 1)
+        self.assertEqual((bench.session.SPIWordLength, bench.session.SPIType), (8, 3))
+        for word, shape in ((256, {}), (-1, {}), (1 << 160, {"bits": 160})):
+            with self.assertRaises(ValueError):
+                bench.transfer(word, **shape)
+        for shape in ({"bits": 161}, {"bits": -1}, {"type": 9}):
+            with self.assertRaises(bitlux.Failure):
+                bench.transfer(0, **shape)
+        with self.assertRaisesRegex(bitlux.Failure, "No device available"):
+            bitlux.Bench(ports=[]).transfer(1)
+        with self.assertRaisesRegex(bitlux.Failure, "answers by itself"):
+            bitlux.Bench().bench.replies = [1]
+
+    def test_can_be_typed(self):
+        bench = bitlux.Bench(bus="dongle")
+        entry = bench[ENTRY]
+        entry.type("3cx")
+        entry.key("Backspace")
+        entry.key("Enter")
+        self.assertEqual(bench[ANSWER].text, "3C")
+
+
+class Boxes(unittest.TestCase):
+    def test_with_a_choice_need_an_answer(self):
+        bench = bitlux.Bench(bus="port")
+        bench.session.ConfigDirty = 1
+        with self.assertRaisesRegex(bitlux.UnansweredBox, "Save configuration before exiting"):
+            bench.close()
+        box = bench.messages[-1]
+        self.assertEqual((box.title, box.buttons, box.icon, box.answer),
+                         ("Last Chance to Save", ("Yes", "No"), "Question", None))
+        self.assertTrue(bench.running)
+        bench.answer("No")
+        bench.close()
+        self.assertEqual((bench.messages[-1].answer, bench.running), ("No", False))
+        with self.assertRaises(ValueError):
+            bench.answer("Maybe")
+
+    def test_with_one_button_take_an_answer_only_by_its_name(self):
+        bench = bitlux.Bench(bus="port")
+        bench.answer("Cancel", "OK")
+        send(bench, "xyz")
+        self.assertEqual(bench.messages[-1].text, "Not a valid hex number!")
+        bench["frmMain.cmdAddPause"].click()
+        bench["frmMain.TabStripMain"].value = 2
+        bench[SEND].click()  # asks at the pause, which takes Cancel
+        self.assertEqual([box.answer for box in bench.messages], ["OK", "Cancel"])
+        bench.call("frmMain.itemOpen_Click")  # says that no file was chosen
+        with self.assertRaises(bitlux.UnansweredBox):  # the answer OK has gone there
+            bench[SEND].click()
+
+    def test_a_failure_in_a_handler_is_raised_and_told(self):
+        bench = bitlux.Bench(bus="port")
+        bench.session.SPIType = 9
+        with self.assertRaisesRegex(bitlux.Failure, "^Subscript out of range: there is no SPI"):
+            send(bench, "A5")
+        self.assertIn("frmMain.cmdSendOnce_Click", bench.messages[-1].text)
+        bench.session.SPIType = 1
+        bench.call("frmMain.cmdCancelSingle_Click")
+        self.assertEqual(send(bench, "A5"), "A5")
+
+
+class Names(unittest.TestCase):
+    def test_that_do_not_exist_raise_with_near_ones(self):
+        bench = bitlux.Bench()
+        for near, deed in (
+            ("frmMain", lambda: bench["frmMian.cmdSendOnce"]),
+            ("cmdSendOnce", lambda: bench["frmMain.cmdSendOne"]),
+            ("SPIWordLength", lambda: bench.session.SPIWordLenght),
+            ("SPIType", lambda: setattr(bench.session, "SPITyp", 1)),
+            ("DoSPISingle", lambda: bench.call("frmMain.DoSPISingel")),
+            ("", lambda: bench.get("frmMain.StoreCommands")),
+            ("frmAddWait", lambda: bench.show("frmAddWiat")),
+            ("Enter", lambda: bench[SEND].key("Entr")),
+        ):
+            with self.assertRaisesRegex(KeyError, near):
+                deed()
+        self.assertFalse(hasattr(bench.session, "Nothing"))
+
+    def test_lead_to_every_control_and_variable(self):
+        bench = bitlux.Bench(bus="dongle")
+        self.assertIn("frmConfigureSPI", bench.forms())
+        for form in bench.forms():
+            for name in bench.controls(form):
+                control = bench[name]
+                self.assertEqual(control.name, name)
+                for part in ("caption", "text", "value", "items", "list_index", "tooltip"):
+                    getattr(control, part)
+        for name in dir(bench.session):
+            value = getattr(bench.session, name)
+            try:
+                setattr(bench.session, name, value)
+            except AttributeError as error:
+                self.assertIn("can only be read", str(error))
+            self.assertEqual(getattr(bench.session, name), value, name)
+
+    def test_of_variables_keep_their_kinds(self):
+        session = bitlux.Bench(bus="port").session
+        self.assertIs(session.ParallelPortReady, True)
+        self.assertEqual((session.MainTab, session.ConfigDirty, session.PartName), (1, 0, "Generic"))
+        session.WordToSend = [1, 0, 1]
+        self.assertEqual(session.WordToSend, [1, 0, 1])
+        for name, wrong, error in (("SPIWordLength", 40000, ValueError),
+                                   ("SPIWordLength", "8", TypeError),
+                                   ("USBReady", 1, TypeError),
+                                   ("PartName", 7, TypeError),
+                                   ("LPTPortAddresses", [1], ValueError),
+                                   ("WordToSend", [1.5], TypeError)):
+            with self.assertRaises(error, msg=name):
+                setattr(session, name, wrong)
+
+    def test_of_procedures_take_arguments(self):
+        bench = bitlux.Bench()
+        bench.call("frmMain.SetSpiWordLength", 24)
+        self.assertEqual(len(bench.session.WordToSend), 24)
+        for arguments in ((), (1, 2), ("24",), (100000,), (0,)):
+            with self.assertRaises(bitlux.Failure):
+                bench.call("frmMain.SetSpiWordLength", *arguments)
+
+
+class Hands(unittest.TestCase):
+    def test_do_not_reach_what_is_hidden_or_disabled(self):
+        bench = bitlux.Bench()  # as it starts: in binary
+        entry = bench[ENTRY]
+        self.assertFalse(entry.visible)
+        for deed in (lambda: setattr(entry, "text", "A5"), entry.click,
+                     bench["frmMain.cmdStopContinuous"].click):
+            with self.assertRaises(bitlux.Unreachable):
+                deed()
+        self.assertTrue(bench["frmMain.cmdSI_single(3)"].visible)
+        bench["frmMain.cmdSI_single(3)"].click()
+        self.assertEqual(bench["frmMain.cmdSI_single(3)"].caption, "1")
+
+    def test_set_what_a_control_holds(self):
+        bench = bitlux.Bench(bus="port", dongle=True)
+        check = bench["frmConfigureSPI.ChkSerialPort"]
+        self.assertEqual(check.value, 0)
+        check.value = 1
+        self.assertEqual((check.value, bench.session.USBReady), (1, True))
+        option = bench["frmConfigureSPI.optBinary"]
+        option.value = True
+        self.assertIs(bench["frmConfigureSPI.optHex"].value, False)
+        with self.assertRaises(ValueError):
+            option.value = False
+        bits = bench["frmConfigureSPI.cmbSPIWordLength"]
+        bits.text = "12"
+        self.assertEqual((bits.text, bits.list_index), ("12", -1))
+        bits.list_index = 1
+        self.assertEqual(bits.text, bits.items[1])
+        for name, part in ((ANSWER, "text"), (SEND, "value"), (SEND, "list_index")):
+            with self.assertRaises(AttributeError):
+                setattr(bench[name], part, 1 if part != "text" else "1")
+
+    def test_keep_a_control_whose_form_was_made_anew(self):
+        bench = bitlux.Bench()
+        name = bench["frmSaveBatch.txtBatchName"]
+        bench.show("frmSaveBatch")
+        name.text = "Cycle"
+        bench.unload("frmSaveBatch")
+        self.assertEqual((name.text, bench.visible("frmSaveBatch")), ("", False))
+        bench.unload("frmMain")
+        self.assertFalse(bench.running)
+
+
+class Time(unittest.TestCase):
+    def test_passes_in_calls_that_block(self):
+        bench = bitlux.Bench(bus="dongle")
+        keep(bench, "Ask", "3C")
+        bench["frmMain.TabStripMain"].value = 2
+        bench["frmMain.lstCommandsAvailable"].list_index = 0
+        bench["frmMain.cmdAddMult"].click()
+        bench["frmMain.cmdAddWait"].click()
+        bench["frmAddWait.txtWaitTime"].text = "10000"
+        bench["frmAddWait.cmdOK"].click()
+        seen = []
+        bench.at(400, lambda: seen.append(bench.clock_ms))
+        bench.at(700, bench["frmMain.cmdCancelSingle"].click)
+        start = bench.clock_ms
+        bench[SEND].click()
+        self.assertAlmostEqual(seen[0] - start, 400, delta=0.01)
+        self.assertAlmostEqual(bench.clock_ms - start, 700, delta=0.01)
+        bench.run_for(250)
+        self.assertAlmostEqual(bench.clock_ms - start, 950, delta=0.01)
+
+    def test_may_be_real(self):
+        bench = bitlux.Bench(bus="port", clock="real")
+        start, outside = bench.clock_ms, time.monotonic()
+        bench.run_for(30)
+        self.assertGreaterEqual(bench.clock_ms - start, 30)
+        self.assertGreaterEqual(time.monotonic() - outside, 0.03)
+
+    def test_what_a_script_raises_comes_back_as_it_was(self):
+        bench = bitlux.Bench(bus="port")
+        bench[ENTRY].text = "A5"
+        error = ZeroDivisionError("of the script")
+
+        def fail():
+            raise error
+
+        bench.at(0, fail)
+        with self.assertRaises(ZeroDivisionError) as caught:
+            bench["frmMain.cmdSendContinuous"].click()
+        self.assertIs(caught.exception, error)
+        self.assertEqual(bench.messages, [])
+
+    def test_signals_reach_calls_that_last(self):
+        def interrupted(call):
+            """Whether call ends soon when the user presses Ctrl-C, and what else was seen."""
+            seen = []
+            signal.signal(signal.SIGUSR1, lambda *_: seen.append("handler"))
+            child = os.fork()
+            if child == 0:
+                parent = os.getppid()
+                time.sleep(0.1)
+                os.kill(parent, signal.SIGUSR1)
+                time.sleep(0.1)
+                os.kill(parent, signal.SIGINT)
+                os._exit(0)
+            started = time.monotonic()
+            try:
+                with self.assertRaises(KeyboardInterrupt):
+                    call()
+            finally:
+                os.waitpid(child, 0)
+            self.assertLess(time.monotonic() - started, 5)
+            self.assertEqual(seen, ["handler"])
+
+        sending = bitlux.Bench(bus="port")
+        sending.session.SessionLogEnabled = 0
+        sending[ENTRY].text = "A5"
+        sending.recording = False
+        interrupted(sending["frmMain.cmdSendContinuous"].click)
+        waiting = bitlux.Bench(clock="real")
+        interrupted(lambda: waiting.run_for(60000))
+        silent = bitlux.Bench(bus="dongle")
+        silent.bench.silent = True
+        interrupted(lambda: silent.transfer(1))
+
+
+class Dongles(unittest.TestCase):
+    def test_misbehave_as_told(self):
+        bench = bitlux.Bench(bus="dongle")
+        bench.bench.silent = True
+        start = bench.clock_ms
+        bench.call("frmMain.test_mode")
+        self.assertAlmostEqual(bench.clock_ms - start, 500, delta=5)
+        bench.bench.silent = False
+        bench.bench.late_ms = 600
+        start = bench.clock_ms
+        self.assertEqual(bench.transfer(0xA5), 0xA5)
+        self.assertGreater(bench.clock_ms - start, 600)
+        bench.bench.late_ms = 0
+        bench.bench.command_replies = [bytes([0, 5, 0, 1, 0, 0, 0, 0]), bytes(8)]
+        lines = []
+        for _ in range(3):
+            bench.call("frmMain.read_rstint")
+            lines.append(bench.session.InterruptSeen)
+        self.assertEqual(lines, [True, False, False])
+        bench.bench.unplug()
+        with self.assertRaisesRegex(bitlux.Failure, "Check the USB cable"):
+            bench.transfer(0xA5)
+        bench.bench.plug()
+        bench.call("frmMain.Start_USB")
+        self.assertEqual(bench.transfer(0xA5), 0xA5)
+        self.assertEqual(set(bench.bench.pins), {"data", "control", "data_out", "extra"})
+
+
+class Files(unittest.TestCase):
+    def test_open_and_save_configurations(self):
+        with tempfile.TemporaryDirectory() as folder:
+            name = os.path.join(folder, "x.spi")
+            with bitlux.Bench(bus="port") as bench:
+                keep(bench, "Wake up", "A5")
+                bench.save(name)
+                self.assertEqual(bench.session.ConfigDirty, 0)
+            again = bitlux.Bench(ports=[0x378], command_line=name)
+            self.assertEqual(again["frmMain.cmbMasterQCList"].items, ["Wake up"])
+            other = bitlux.Bench()
+            other.answer_file(name, None)
+            other["frmMain.itemOpen"].click()
+            self.assertEqual(other.session.QuickCommandTable[0][0], "Wake up")
+            other["frmMain.itemSaveAs"].click()
+            self.assertEqual([(asked.kind, asked.answer) for asked in other.file_dialogs],
+                             [("Open", name), ("Save", None)])
+            with self.assertRaises(bitlux.Failure):
+                other.open(os.path.join(folder, "y.spi"))
+            with self.assertRaises(bitlux.Failure):
+                other.save(os.path.join(folder, "nowhere", "y.spi"))
+
+
+class Module(unittest.TestCase):
+    def test_save_the_waveform_of_the_words(self):
+        bench = bitlux.Bench(device="loopback", bus="port")
+        send(bench, "A5")
+        with tempfile.TemporaryDirectory() as folder:
+            bench.vcd(folder + "/z.vcd")
+            dump = pathlib.Path(folder, "z.vcd").read_text()
+            with self.assertRaisesRegex(bitlux.Failure, "nowhere"):
+                bench.sr(folder + "/nowhere/z.sr")
+        clock = dump.split(" CLK $end")[0].split()[-1]
+        self.assertEqual(dump.split("$dumpvars")[1].count("\n1" + clock), 8)
+
+    def test_has_a_stub_that_is_in_step_and_documentation(self):
+        stub = ast.parse((pathlib.Path(bitlux.__file__).parent / "bitlux.pyi").read_text())
+        classes = {node.name: node for node in stub.body if isinstance(node, ast.ClassDef)}
+        real = {name: thing for name, thing in vars(bitlux).items() if isinstance(thing, type)}
+        self.assertEqual(set(classes), set(real))
+        for name, node in classes.items():
+            stated = {part.name if isinstance(part, ast.FunctionDef) else part.target.id
+                      for part in node.body if not isinstance(part, ast.Expr)}
+            if name == "Session":
+                self.assertEqual(stated, set(dir(bitlux.Bench().session)))
+                continue
+            for part in stated:
+                self.assertTrue(hasattr(real[name], part), f"{name}.{part}")
+            public = {part for part in vars(real[name]) if not part.startswith("_")}
+            self.assertEqual(public - stated, set())
+            for part in public:
+                self.assertTrue(getattr(real[name], part).__doc__, f"{name}.{part}")
+
+    def test_ends_with_a_bench_in_the_middle_of_things(self):
+        script = ("import bitlux\n"
+                  "b = bitlux.Bench(bus='dongle')\n"
+                  "b.bench.silent = True\n"
+                  "b.at(5, lambda: b['frmMain.cmdSendOnce'].click())\n")
+        done = subprocess.run(["/usr/bin/python3", "-c", script], timeout=30, check=False,
+                              env=dict(os.environ), stderr=subprocess.PIPE)
+        self.assertEqual((done.returncode, done.stderr), (0, b""))
+
+
+if __name__ == "__main__":
+    unittest.main()
