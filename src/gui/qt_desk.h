@@ -53,13 +53,18 @@ private:
 /// The desk of the window.
 struct QtDesk {
     [[nodiscard]] Desk desk() {
-        return {.boxes = boxes, .fileDialogs = fileDialogs, .pointer = pointer, .loop = loop};
+        return {.boxes = boxes,
+                .fileDialogs = fileDialogs,
+                .pointer = pointer,
+                .loop = loop,
+                .sound = &sound};
     }
 
     QtBoxes boxes;
     QtFileDialogs fileDialogs;
     QtPointer pointer;
     QtEventLoop loop;
+    QtSound sound;
 };
 
 } // namespace bitlux::gui

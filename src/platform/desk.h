@@ -102,6 +102,7 @@ struct Desk {
     FileDialogs& fileDialogs;
     Pointer& pointer;
     EventLoop& loop;
+    Sound* sound = nullptr; ///< silence when there is none
 };
 
 } // namespace bitlux
