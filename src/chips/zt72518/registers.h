@@ -29,6 +29,7 @@ constexpr std::uint8_t readHigh(int address) {
 /// Addresses of registers that have something of their own.
 inline constexpr int ramA = 1;
 inline constexpr int ramCount = 4;
+inline constexpr int initWdog = 6;
 inline constexpr int initMisc = 8;
 inline constexpr int specialMode = 9;
 inline constexpr int watchdogRefresh = 13;

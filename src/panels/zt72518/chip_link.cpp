@@ -11,10 +11,10 @@ namespace {
 
 constexpr int wordBits = 16;
 constexpr std::uint8_t highView = 0x80;
-constexpr std::array captions{"REG_FLAG0", "REG_FLAG1", "I/O_FLAG0", "I/O_FLAG1",
-                              "LIN0_FLAGS", "LIN1_FLAGS", "CAN_LOC", "CAN_BUS",
-                              "VREG_G", "SAFE_G", "I/O_G", "LIN_G",
-                              "CAN_G", "RST", "WU", "INT"};
+constexpr std::array captions{"REG_FLAG0",  "REG_FLAG1",  "I/O_FLAG0", "I/O_FLAG1",
+                              "LIN0_FLAGS", "LIN1_FLAGS", "CAN_LOC",   "CAN_BUS",
+                              "VREG_G",     "SAFE_G",     "I/O_G",     "LIN_G",
+                              "CAN_G",      "RST",        "WU",        "INT"};
 
 } // namespace
 
