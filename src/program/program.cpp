@@ -10,6 +10,7 @@ namespace bitlux {
 Program::Program(const Hardware& hardware, const Desk& desk)
     : desk_(desk),
       clock_(hardware.clock),
+      markers_(hardware.markers != nullptr ? *hardware.markers : userMarkers_),
       forms_(desk_.boxes),
       pins_(session_, hardware.port),
       dongle_(session_, hardware.usb, hardware.clock, desk_.boxes),
@@ -54,8 +55,17 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                      return std::make_unique<SaveBatchForm>(forms_, mainForm_->batches,
                                                             desk_.boxes);
                  }),
-      addWait_(forms_, "frmAddWait", [this] {
-          return std::make_unique<AddWaitForm>(forms_, mainForm_->commands, desk_.boxes);
+      addWait_(forms_, "frmAddWait",
+               [this] {
+                   return std::make_unique<AddWaitForm>(forms_, mainForm_->commands, desk_.boxes);
+               }),
+      zt72518_(forms_, "ZT72518", [this] {
+          return std::make_unique<zt72518::PanelForm>(
+              forms_, zt72518::PanelForm::Parts{.session = session_,
+                                                .engine = engine_,
+                                                .dongle = dongle_,
+                                                .desk = desk_,
+                                                .markers = markers_});
       }) {
     forms_.unloadThrough("frmMain", [this] { close(); });
     options_.useUsb = [this] { return dialog_->ChkSerialPort.checked(); };
@@ -127,8 +137,14 @@ void Program::registerProcedures(MainForm& form) {
     form.batches.showSaveBatch = [this] { saveBatch_->setVisible(true); };
     form.editor.showAddWait = [this] { addWait_->setVisible(true); };
     form.tabs.startUsb = [this] { Start_USB(); };
+    form.tabs.showPanel = [this](std::int32_t part) { showPanel(part); };
     form.procedure("itemUpdateDongle_Click", [this] { itemUpdateDongle_Click(); });
     form.procedure("Start_USB", [this] { Start_USB(); });
+}
+
+void Program::showPanel(std::int32_t part) {
+    if (part == 72518)
+        zt72518_->setVisible(true);
 }
 
 void Program::loadMainForm(MainForm& form) {

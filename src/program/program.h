@@ -1,10 +1,12 @@
 #pragma once
 
 #include "config/configure_dialog.h"
+#include "panels/zt72518/panel_form.h"
 #include "platform/clock.h"
 #include "platform/desk.h"
 #include "platform/forms/form_set.h"
 #include "platform/hardware.h"
+#include "platform/linux/user_marker_files.h"
 #include "program/main_form.h"
 #include "sending/add_wait_form.h"
 #include "sending/save_batch_form.h"
@@ -58,10 +60,12 @@ public:
     [[nodiscard]] ConfigureDialog& dialog() { return *dialog_; }
     [[nodiscard]] SaveBatchForm& saveBatchForm() { return *saveBatch_; }
     [[nodiscard]] AddWaitForm& addWaitForm() { return *addWait_; }
+    [[nodiscard]] zt72518::PanelForm& zt72518() { return *zt72518_; }
 
 private:
     void registerProcedures(MainForm& form);
     void loadMainForm(MainForm& form);
+    void showPanel(std::int32_t part);
     void openFromCommandLine(const std::string& commandLine);
     void itemExit_Click();
     void Form_Unload();
@@ -72,6 +76,8 @@ private:
 
     Desk desk_;
     const Clock& clock_;
+    const UserMarkerFiles userMarkers_;
+    const MarkerFiles& markers_;
     Session session_;
     forms::FormSet forms_;
     LiveOptions options_;
@@ -82,6 +88,7 @@ private:
     forms::FormSlot<ConfigureDialog> dialog_;
     forms::FormSlot<SaveBatchForm> saveBatch_;
     forms::FormSlot<AddWaitForm> addWait_;
+    forms::FormSlot<zt72518::PanelForm> zt72518_;
     bool running_ = false;
     bool closing_ = false; ///< the question about saving may be on the screen
     bool searching_ = false;
