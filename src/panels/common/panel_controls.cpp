@@ -97,13 +97,12 @@ void PanelControls::onClick(const Name& name, Action action) {
 }
 
 void PanelControls::run(const Name& name) const {
-    const auto found = handlers_.find(name.name);
-    const auto element =
-        found == handlers_.end() ? Elements::const_iterator{} : found->second.find(name.index);
-    if (found == handlers_.end() || element == found->second.end())
+    if (find(name) == nullptr)
         throw Failure(Failure::Kind::OutOfRange, fmt::format("There is no {}", text(name)));
-    for (const Action& action : element->second)
-        action();
+    const Elements& elements = handlers_.at(std::string(name.name));
+    if (const auto actions = elements.find(name.index); actions != elements.end())
+        for (const Action& action : actions->second)
+            action();
 }
 
 void PanelControls::registerHandlers() {

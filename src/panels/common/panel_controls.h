@@ -60,7 +60,8 @@ public:
 
     /// `action` runs when the control is clicked, after those that were given before.
     void onClick(const Name& name, Action action);
-    /// Runs what a click runs, as other handlers do.
+    /// Runs what a click runs, as other handlers do; raises Failure (OutOfRange) when there is no
+    /// such control.
     void run(const Name& name) const;
     /// Makes a procedure NAME_Click of every handler, with the index of an element as argument, and
     /// one called NAME of those of buttons. To be called when all controls are there.

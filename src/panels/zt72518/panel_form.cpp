@@ -36,28 +36,28 @@ PanelForm::PanelForm(forms::FormSet& set, const Parts& parts)
       kept_{},
       filters_(parts.desk.boxes, parts.desk.sound),
       link(*this, parts.session, parts.engine, variables_),
-      controls(*this),
+      pageControls(*this),
       words(link, variables_, sinks),
-      registers(controls, words, chip::registers),
+      registers(pageControls, words, chip::registers),
       decoder(variables_),
-      status(controls, parts.session, parts.engine),
+      status(pageControls, parts.session, parts.engine),
       tab_518("tab_518", 0, 1,
               [this](const std::string& name, int strip) {
                   return std::make_unique<forms::TabStrip>(*this, name, tabs(strip), strip);
               }),
-      specialMode(controls, registers, words),
-      mode(controls, registers, words, variables_),
-      ram(*this, controls, filters_, boxes_),
-      flags(controls, words, link, [this] { return selection.variant(); }),
-      diagram(*this, controls, link, variables_),
-      selection(*this, controls, parts.markers) {
+      specialMode(pageControls, registers, words),
+      mode(pageControls, registers, words, variables_),
+      ram(*this, pageControls, filters_, boxes_),
+      flags(pageControls, words, link, [this] { return selection.variant(); }),
+      diagram(*this, pageControls, link, variables_),
+      selection(*this, pageControls, parts.markers) {
     saveSequence = [this] { call("Cm_SAVE_Seq_Click"); };
     decoder.clickWatchdog = [this](int button) { call("watchdog_Click", button); };
     addRefreshMirror();
-    controls.onClick(parityBox, [this] {
-        variables_.SPIParityEnabled = controls.get<forms::CheckBox>(parityBox).checked();
+    pageControls.onClick(parityBox, [this] {
+        variables_.SPIParityEnabled = pageControls.get<forms::CheckBox>(parityBox).checked();
     });
-    controls.registerHandlers();
+    pageControls.registerHandlers();
     registerVariables(*this, variables_);
     registerProcedures();
     registerFilters();
@@ -65,11 +65,11 @@ PanelForm::PanelForm(forms::FormSet& set, const Parts& parts)
 
 void PanelForm::addRefreshMirror() {
     const chips::OptionField& shown = chip::registers[chip::initWdog].options.front();
-    controls.addFrame({"wd_frame"}, "WD Refresh Mode (See Only. for Change =>see Init Wd)")
+    pageControls.addFrame({"wd_frame"}, "WD Refresh Mode (See Only. for Change =>see Init Wd)")
         .disable();
-    controls.addOptions(shown.mirror.name, shown.mirror.index, shown.captions);
+    pageControls.addOptions(shown.mirror.name, shown.mirror.index, shown.captions);
     for (int value = 0; value < static_cast<int>(shown.captions.size()); ++value)
-        controls.find({shown.mirror.name, shown.mirror.index + value})->disable();
+        pageControls.find({shown.mirror.name, shown.mirror.index + value})->disable();
 }
 
 void PanelForm::registerProcedures() {
@@ -81,7 +81,7 @@ void PanelForm::registerProcedures() {
     procedure("ParityOfWordLow", [this](std::uint8_t data) { words.ParityOfWordLow(data); });
     procedure("Decod_Name", [this](const std::string& name) { decoder.Decod_Name(name); });
     procedure("Color_Decod", [this](const std::string& row) {
-        variables_.WordLowByte = controls.row(row).byte();
+        variables_.WordLowByte = pageControls.row(row).byte();
     });
     procedure("HEXtoBIN", [](const std::string& digits) { return HEXtoBIN(digits); });
     procedure("tab_518_Click", [this](int index) { tab_518_Click(index); });
@@ -98,7 +98,7 @@ void PanelForm::registerFilters() {
 }
 
 void PanelForm::load() {
-    controls.row("RAM").show(0);
+    pageControls.row("RAM").show(0);
     variables_.ParityBit = 0;
     variables_.ReadBit = 1;
     kept_ = {

@@ -88,7 +88,7 @@ public:
                        .store = [](const std::string&, const std::string&) {}};
 
     ChipLink link;
-    PanelControls controls;
+    PanelControls pageControls;
     ChipWords words;
     RegisterPages registers;
     SequenceDecoder decoder;
