@@ -168,8 +168,11 @@ TEST(Tables, OfTheZt72518NameEverythingOnceAndReferToWhatIsThere) {
 
 TEST(Tables, OfTheZt72518PutEveryRegisterOnOnePageUnderItsAddress) {
     int next = 0;
-    for (const Register& row : zt72518::registers)
+    Names stems;
+    for (const Register& row : zt72518::registers) {
         EXPECT_EQ(row.address, next++) << row.title;
+        EXPECT_TRUE(row.stem.empty() || stems.insert(std::string(row.stem)).second) << row.stem;
+    }
     std::set<int> shown;
     for (const zt72518::Page& page : zt72518::pages)
         for (int i = 0; i < page.count; ++i)

@@ -190,6 +190,7 @@ public:
             }
             for (const chips::Register& row : chips::zt72518::registers)
                 panel().pageControls.row(row.writeLabels).show(0xA5);
+            session().WordToSend.assign(16, 1); // as the page for single words leaves it
             EXPECT_EQ(effectsOf(press.button), press.effects) << press.button;
         }
         return refused;

@@ -31,7 +31,7 @@ ChipLink::ChipLink(forms::Form& form, Session& session, WordEngine& engine,
       }) {}
 
 void ChipLink::send(std::uint8_t high, std::uint8_t low) {
-    session_.WordToSend.resize(wordBits);
+    session_.WordToSend.assign(wordBits, 0); // bits of another page's word must not mix in
     session_.WordToSend[8] = high;
     session_.WordToSend[0] = low;
     engine_.SendSPI();

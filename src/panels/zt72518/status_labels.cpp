@@ -70,11 +70,10 @@ void StatusLabels::showReceived() {
 
 int StatusLabels::nibble(int lowBit) const {
     int value = 0;
-    for (int i = 0; i < 4; ++i) {
-        const auto element = static_cast<std::size_t>(lowBit + i);
+    auto element = static_cast<std::size_t>(lowBit);
+    for (int i = 0; i < 4; ++i, ++element)
         if (element < session_.WordReceived.size() && session_.WordReceived[element] != 0)
             value |= 1 << i;
-    }
     return value;
 }
 
