@@ -107,19 +107,34 @@ private:
     bool busy_ = false;
 };
 
+/// A bell that is counted.
+class CountedSound : public Sound {
+public:
+    void beep() override { ++beeps_; }
+    [[nodiscard]] int beeps() const { return beeps_; }
+
+private:
+    int beeps_ = 0;
+};
+
 /// A desk at which a script sits.
 struct ScriptedDesk {
     explicit ScriptedDesk(BenchClock& clock) : loop(clock) {}
     explicit ScriptedDesk(const SystemClock& clock) : loop(clock) {}
 
     [[nodiscard]] Desk desk() {
-        return {.boxes = boxes, .fileDialogs = fileDialogs, .pointer = pointer, .loop = loop};
+        return {.boxes = boxes,
+                .fileDialogs = fileDialogs,
+                .pointer = pointer,
+                .loop = loop,
+                .sound = &sound};
     }
 
     ScriptedBoxes boxes;
     ScriptedFileDialogs fileDialogs;
     QuietPointer pointer;
     ScriptedLoop loop;
+    CountedSound sound;
 };
 
 } // namespace bitlux

@@ -18,16 +18,21 @@ struct ControlName {
     int index = -1; ///< -1 for a control that is no element
 
     [[nodiscard]] constexpr bool exists() const { return !name.empty(); }
+    constexpr bool operator==(const ControlName&) const = default;
 };
 
 /// One of several values of a field, chosen by option buttons: the button `firstOption` + v of the
 /// array stands for value v.
 struct OptionField {
+    std::string_view title; ///< of the group of buttons
     std::string_view options;
     int firstOption = 0;
     int lowBit = 0;
     int width = 1; ///< bits
     std::span<const std::string_view> captions;
+    ControlName frame{};  ///< around the buttons, where it has a name
+    ControlName mirror{}; ///< choosing value v also chooses the button v behind this one
+    ControlName gate{};   ///< box that shows or hides the buttons; choosing one ticks it
 };
 
 /// A bit that a check box sets.
@@ -40,7 +45,7 @@ struct CheckBit {
 /// Bits that the index of a list sets, not always in their order.
 struct ComboField {
     std::string_view combo;
-    std::string_view prompt;
+    std::string_view prompt; ///< shown while nothing is selected
     std::span<const std::string_view> items;
     std::span<const int> bitOfIndexBit; ///< bit of the register that bit k of the index sets
 };
@@ -48,33 +53,42 @@ struct ComboField {
 /// A view of a register that can be read, and the row of labels that shows it.
 struct ReadView {
     std::string_view labels; ///< control array; none when the view does not exist
-    int firstLabel = 0;
     BitCaptions captions{};
     std::uint32_t litColour = 0;
     ControlName readButton;
-    ControlName sequenceButton;
-    std::string_view sequenceName;  ///< command of a sequence, as "Mode RM Read Low"
-    std::string_view sequenceValue; ///< value that goes with it
+    ControlName sequenceButton{}; ///< appends the read to the sequence
 
     [[nodiscard]] constexpr bool exists() const { return !labels.empty(); }
 };
 
+/// Which lines of a sequence mean something to the register.
+struct SequenceLines {
+    bool write = false;
+    bool readLow = false;
+    bool readHigh = false; ///< also of registers whose high view has no row
+};
+
 /// A register of a panel: its page and what reads and writes it.
 struct Register {
-    std::string_view title; ///< of the page
+    std::string_view title;
     std::uint8_t address = 0;
     std::string_view writeLabels; ///< control array of the write row: lit labels are the byte
     BitCaptions writeCaptions{};
     ControlName writeButton;
-    ControlName sequenceButton; ///< appends the write to the sequence
-    std::string_view sequenceName;
-    std::span<const OptionField> options;
-    std::span<const CheckBit> checks;
-    std::span<const ComboField> combos;
+    std::string_view writeCaption = "Write";
+    ControlName sequenceButton{}; ///< appends the write to the sequence
+    /// The lines of a sequence are called by it: "MUX" with " Write", " Read Low" and " Read High"
+    /// behind it. Empty when no sequence knows the register.
+    std::string_view stem;
+    std::string_view writeName{}; ///< name of the write where it is another
+    SequenceLines lines{.write = true, .readLow = true, .readHigh = true};
+    bool addsParity = true; ///< a write carries the parity bit
+    int lowLineReads = -1;  ///< address that the line " Read Low" reads, when it is another
+    std::span<const OptionField> options{};
+    std::span<const CheckBit> checks{};
+    std::span<const ComboField> combos{};
     ReadView low;
-    ReadView high;
-    ReadView flagLow;
-    ReadView flagHigh;
+    ReadView high{};
 };
 
 } // namespace bitlux::chips

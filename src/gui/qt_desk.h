@@ -58,7 +58,8 @@ struct QtDesk {
                 .fileDialogs = fileDialogs,
                 .pointer = pointer,
                 .loop = loop,
-                .systemInformation = &systemInformation};
+                .systemInformation = &systemInformation,
+                .sound = &sound};
     }
 
     QtBoxes boxes;
@@ -66,6 +67,7 @@ struct QtDesk {
     QtPointer pointer;
     QtEventLoop loop;
     LinuxSystemTool systemInformation;
+    QtSound sound;
 };
 
 } // namespace bitlux::gui

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/clock.h"
+#include "platform/marker_files.h"
 #include "platform/parallel_port.h"
 #include "platform/usb_endpoint.h"
 
@@ -11,6 +12,7 @@ struct Hardware {
     ParallelPort& port;
     UsbHost& usb;
     const Clock& clock;
+    const MarkerFiles* markers = nullptr; ///< those in the user's folder when there are none
 };
 
 } // namespace bitlux

@@ -12,6 +12,7 @@ namespace bitlux {
 Program::Program(const Hardware& hardware, const Desk& desk)
     : desk_(desk),
       clock_(hardware.clock),
+      markers_(hardware.markers != nullptr ? *hardware.markers : userMarkers_),
       forms_(desk_.boxes),
       pins_(session_, hardware.port),
       dongle_(session_, hardware.usb, hardware.clock, desk_.boxes),
@@ -67,8 +68,18 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                [this] {
                    return std::make_unique<AddWaitForm>(forms_, mainForm_->commands, desk_.boxes);
                }),
-      about_(forms_, "frmAbout", [this] {
-          return std::make_unique<AboutForm>(forms_, session_.BuildNumber, desk_.systemInformation);
+      about_(forms_, "frmAbout",
+             [this] {
+                 return std::make_unique<AboutForm>(forms_, session_.BuildNumber,
+                                                    desk_.systemInformation);
+             }),
+      zt72518_(forms_, "ZT72518", [this] {
+          return std::make_unique<zt72518::PanelForm>(
+              forms_, zt72518::PanelForm::Parts{.session = session_,
+                                                .engine = engine_,
+                                                .dongle = dongle_,
+                                                .desk = desk_,
+                                                .markers = markers_});
       }) {
     forms_.unloadThrough("frmMain", [this] { close(); });
     options_.useUsb = [this] { return dialog_->ChkSerialPort.checked(); };
@@ -149,8 +160,14 @@ void Program::registerProcedures(MainForm& form) {
     form.batches.showSaveBatch = [this] { saveBatch_->setVisible(true); };
     form.editor.showAddWait = [this] { addWait_->setVisible(true); };
     form.tabs.startUsb = [this] { Start_USB(); };
+    form.tabs.showPanel = [this](std::int32_t part) { showPanel(part); };
     form.procedure("itemUpdateDongle_Click", [this] { itemUpdateDongle_Click(); });
     form.procedure("Start_USB", [this] { Start_USB(); });
+}
+
+void Program::showPanel(std::int32_t part) {
+    if (part == 72518)
+        zt72518_->setVisible(true);
 }
 
 void Program::loadMainForm(MainForm& form) {

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "config/configure_dialog.h"
+#include "panels/zt72518/panel_form.h"
 #include "platform/clock.h"
 #include "platform/desk.h"
 #include "platform/forms/form_set.h"
 #include "platform/hardware.h"
 #include "program/about_form.h"
+#include "platform/linux/user_marker_files.h"
 #include "program/main_form.h"
 #include "program/waveform_recording.h"
 #include "sending/add_wait_form.h"
@@ -71,10 +73,12 @@ public:
     [[nodiscard]] SaveBatchForm& saveBatchForm() { return *saveBatch_; }
     [[nodiscard]] AddWaitForm& addWaitForm() { return *addWait_; }
     [[nodiscard]] AboutForm& aboutForm() { return *about_; }
+    [[nodiscard]] zt72518::PanelForm& zt72518() { return *zt72518_; }
 
 private:
     void registerProcedures(MainForm& form);
     void loadMainForm(MainForm& form);
+    void showPanel(std::int32_t part);
     void openFromCommandLine(const std::string& commandLine);
     void itemExit_Click();
     void Form_Unload();
@@ -85,6 +89,8 @@ private:
 
     Desk desk_;
     const Clock& clock_;
+    const UserMarkerFiles userMarkers_;
+    const MarkerFiles& markers_;
     Session session_;
     forms::FormSet forms_;
     LiveOptions options_;
@@ -99,6 +105,7 @@ private:
     forms::FormSlot<SaveBatchForm> saveBatch_;
     forms::FormSlot<AddWaitForm> addWait_;
     forms::FormSlot<AboutForm> about_;
+    forms::FormSlot<zt72518::PanelForm> zt72518_;
     bool running_ = false;
     bool closing_ = false;
     bool searching_ = false;

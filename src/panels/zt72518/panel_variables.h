@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/forms/form.h"
+
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -45,6 +47,9 @@ struct PanelVariables {
     bool WdCurrentOn = false;
     bool WdStopRequest = false;
 };
+
+/// Makes them known under their names.
+void registerVariables(forms::Form& form, PanelVariables& variables);
 
 /// What the register pages hand to the sequencer.
 struct CommandSinks {

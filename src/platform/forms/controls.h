@@ -251,8 +251,8 @@ public:
         bool operator==(const Tab&) const = default;
     };
 
-    TabStrip(Form& form, std::string name, std::vector<Tab> tabs)
-        : Control(form, Kind::TabStrip, std::move(name), {}), tabs_(std::move(tabs)) {}
+    TabStrip(Form& form, std::string name, std::vector<Tab> tabs, std::optional<int> index = {})
+        : Control(form, Kind::TabStrip, std::move(name), index), tabs_(std::move(tabs)) {}
 
     [[nodiscard]] const std::vector<Tab>& tabs() const { return tabs_; }
     [[nodiscard]] int count() const { return static_cast<int>(tabs_.size()); }

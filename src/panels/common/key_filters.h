@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/desk.h"
+
+#include <cstdint>
+
+/// Filters for the keys typed into a text box: each takes a character's code and gives back what to
+/// type instead, 0 for nothing. A key that is refused beeps.
+namespace bitlux {
+
+class KeyFilters {
+public:
+    /// All outlive it; `sound` may be null.
+    KeyFilters(MessageBoxes& boxes, Sound* sound) : boxes_(boxes), sound_(sound) {}
+
+    /// Hexadecimal digits in capital letters, Backspace and Enter; also tells in a box.
+    int HEXA_check(int key);
+    /// Digits and Backspace.
+    int NUM_check(int key);
+    /// The same and the point.
+    int DECimal_check(int key);
+    /// 0, 1, x and Backspace.
+    int BINary_x_check(int key);
+
+private:
+    int passIf(bool good, int key);
+
+    MessageBoxes& boxes_;
+    Sound* sound_;
+};
+
+} // namespace bitlux

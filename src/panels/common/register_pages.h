@@ -1,0 +1,50 @@
+#pragma once
+
+#include "chips/register_map.h"
+#include "panels/common/panel_controls.h"
+#include "panels/common/register_words.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace bitlux {
+
+/// Makes the controls and handlers of registers from their rows in a table.
+///
+/// The lit labels of the write row are the register's byte. Options, boxes and lists are a second
+/// view of it: choosing lights bits, and a click on a bit chooses what agrees with it. Write sends
+/// the byte, >SEQ appends it to the sequence, the read buttons show a view in its row.
+///
+/// Whatever else a control of a register does is given to PanelControls::onClick behind it.
+class RegisterPages {
+public:
+    /// All outlive it, the table too. Registers may share a write row.
+    RegisterPages(PanelControls& controls, RegisterWords& words,
+                  std::span<const chips::Register> table);
+
+    /// The byte that a register's write row holds.
+    [[nodiscard]] std::uint8_t byte(const chips::Register& of) const {
+        return controls_.row(of.writeLabels).byte();
+    }
+    /// Writes what the row holds.
+    void write(const chips::Register& target) { words_.write(target, byte(target)); }
+
+private:
+    void add(const chips::Register& added);
+    void addWriteRow(const chips::Register& added);
+    void addOptions(const chips::OptionField& field, const LabelRow& row);
+    void addCheck(const chips::CheckBit& check, const LabelRow& row);
+    void addCombo(const chips::ComboField& field, const LabelRow& row);
+    void addView(const chips::Register& added, const chips::ReadView& shown, RegisterView view);
+    void addButton(const chips::ControlName& name, std::string_view caption,
+                   const std::string& tooltip, PanelControls::Action action);
+    /// Brings the choices that hold a bit into line with the row.
+    void follow(const chips::Register& changed, int bit);
+
+    PanelControls& controls_;
+    RegisterWords& words_;
+};
+
+} // namespace bitlux

@@ -1,0 +1,130 @@
+#include "panels/zt72518/diagram_page.h"
+
+#include "platform/conversions.h"
+
+#include <fmt/format.h>
+
+namespace bitlux::zt72518 {
+
+namespace chip = chips::zt72518;
+
+namespace {
+
+constexpr int readInterval = 250; // milliseconds
+constexpr const char* buttons = "Send_pre_prog";
+constexpr const char* boxes = "pre_prog_box";
+constexpr const char* lines = "lin_pre";
+constexpr chips::ControlName modeText{"read_pre_prog", 0};
+constexpr chips::ControlName requestMode{"read_pre_prog", 1};
+
+std::uint8_t highByte(std::uint16_t word) {
+    return static_cast<std::uint8_t>(word >> 8);
+}
+
+std::uint8_t lowByte(std::uint16_t word) {
+    return static_cast<std::uint8_t>(word);
+}
+
+} // namespace
+
+DiagramPage::DiagramPage(forms::Form& form, PanelControls& controls, ChipLink& link,
+                         PanelVariables& variables)
+    : controls_(controls),
+      link_(link),
+      variables_(variables),
+      timer_auto_pre(form, "timer_auto_pre", readInterval) {
+    addControls();
+    for (int i = 0; i < static_cast<int>(chip::modeButtons.size()); ++i)
+        controls.onClick({buttons, i}, [this, i] { Send_pre_prog_Click(i); });
+    controls.onClick({boxes, chip::autoReadingBox},
+                     [this] { timer_auto_pre.setEnabled(box(chip::autoReadingBox).checked()); });
+    form.procedure("timer_auto_pre_Timer", [this] { timer_auto_pre_Timer(); });
+}
+
+void DiagramPage::addControls() {
+    for (int i = 0; const chip::ModeButton& button : chip::modeButtons)
+        controls_.addButton({buttons, i++}, button.caption);
+    for (int i = 0; const std::string_view caption : chip::modeBoxes)
+        controls_.addBox({boxes, i++}, caption);
+    for (int i = 0; i < chip::modeLines; ++i)
+        controls_.addLabel({lines, i}, "").hide();
+    controls_.addLabel(modeText, "").setTooltip(fmt::format("0x{:04X}", chip::readModeWord));
+    controls_.addLabel(requestMode, "Normal Request");
+    controls_.addLabel({"diagram_hint"},
+                       "--> The white lines show the possible transitions from the current mode.");
+}
+
+forms::CheckBox& DiagramPage::box(int index) const {
+    return controls_.get<forms::CheckBox>({boxes, index});
+}
+
+void DiagramPage::Send_pre_prog_Click(int index) {
+    const chip::ModeButton& button = chip::modeButtons.at(static_cast<std::size_t>(index));
+    const bool isThere = controls_.find({buttons, index})->backColor() == presentModeColour;
+    if (button.select && !(button.skipsEntry && isThere) && !enterMode(*button.select))
+        return;
+    for (const chip::ModeWord& step : button.words)
+        if (!sendStep(step))
+            return;
+}
+
+bool DiagramPage::send(std::uint16_t word) {
+    variables_.ZT72518WordHigh = highByte(word);
+    variables_.ZT72518WordLow = lowByte(word);
+    link_.Send_SPI();
+    return !link_.linkFailed();
+}
+
+bool DiagramPage::enterMode(std::uint8_t select) {
+    if (!send(chip::readRandomWord))
+        return false;
+    // In normal mode the select bits are read as 11, so that their inverse adds nothing.
+    const auto low = static_cast<std::uint8_t>((select << 6) + 255 - variables_.ZT72518ReplyLow);
+    return send(static_cast<std::uint16_t>(chip::specialModeWriteHigh << 8 | low));
+}
+
+bool DiagramPage::sendStep(const chip::ModeWord& step) {
+    if (step.onlyWhereEnabled && !box(step.box).enabled())
+        return true;
+    const bool chosen = step.box < 0 || box(step.box).checked();
+    const std::optional<std::uint16_t>& word = chosen ? step.word : step.whenClear;
+    return !word || send(*word);
+}
+
+void DiagramPage::timer_auto_pre_Timer() {
+    send(chip::readModeWord);
+    controls_.get<forms::Label>(modeText).setCaption(
+        fmt::format("{}  {}", hex(variables_.ZT72518ReplyHigh), hex(variables_.ZT72518ReplyLow)));
+    if (link_.linkFailed()) {
+        timer_auto_pre.disable();
+        return;
+    }
+    showNoMode();
+    showMode(variables_.ZT72518ReplyLow);
+}
+
+void DiagramPage::showNoMode() {
+    for (int i = 0; i < static_cast<int>(chip::modeButtons.size()); ++i)
+        controls_.find({buttons, i})->setBackColor(forms::buttonFaceColor);
+    controls_.find(requestMode)->setBackColor(forms::buttonFaceColor);
+    for (int i = 0; i < chip::modeLines; ++i)
+        controls_.find({lines, i})->hide();
+}
+
+void DiagramPage::showMode(int low) {
+    for (const chip::ShownMode& mode : chip::shownModes) {
+        if (low < mode.least || low > mode.most)
+            continue;
+        controls_.get<forms::Label>(modeText).setCaption(mode.caption);
+        controls_.find(mode.highlight)->setBackColor(presentModeColour);
+        for (const int line : mode.lines)
+            controls_.find({lines, line})->show();
+    }
+}
+
+void DiagramPage::leave() {
+    box(chip::autoReadingBox).setValue(0);
+    timer_auto_pre.disable();
+}
+
+} // namespace bitlux::zt72518

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "chips/zt72518/diagram.h"
+#include "panels/common/panel_controls.h"
+#include "panels/zt72518/chip_link.h"
+#include "panels/zt72518/panel_variables.h"
+#include "platform/forms/form.h"
+#include "platform/forms/timer.h"
+
+#include <cstdint>
+
+namespace bitlux::zt72518 {
+
+/// The page with the picture of the chip's modes: buttons that lead the chip from one mode to
+/// another, and the present mode lit, read four times a second while that is asked for.
+class DiagramPage {
+public:
+    static constexpr forms::Color presentModeColour = 0xC0C000;
+
+    /// All outlive it.
+    DiagramPage(forms::Form& form, PanelControls& controls, ChipLink& link,
+                PanelVariables& variables);
+
+    void Send_pre_prog_Click(int index);
+    void timer_auto_pre_Timer();
+    /// The page is left: nothing is read any more.
+    void leave();
+
+private:
+    void addControls();
+    [[nodiscard]] forms::CheckBox& box(int index) const;
+    /// Sends the words in turn; false when the link failed.
+    bool send(std::uint16_t word);
+    bool enterMode(std::uint8_t select);
+    bool sendStep(const chips::zt72518::ModeWord& step);
+    void showMode(int lowByte);
+    void showNoMode();
+
+    PanelControls& controls_;
+    ChipLink& link_;
+    PanelVariables& variables_;
+
+public:
+    forms::Timer timer_auto_pre;
+};
+
+} // namespace bitlux::zt72518

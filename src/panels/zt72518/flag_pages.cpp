@@ -1,0 +1,85 @@
+#include "panels/zt72518/flag_pages.h"
+
+#include "chips/zt72518/flags.h"
+#include "panels/common/colours.h"
+
+#include <string>
+#include <utility>
+
+namespace bitlux::zt72518 {
+
+namespace chip = chips::zt72518;
+
+namespace {
+
+constexpr const char* appendCaption = ">SEQ";
+constexpr int safeResetRow = 4; ///< the one high row whose >SEQ stands among the low ones
+constexpr int safeResetAppend = 7;
+
+} // namespace
+
+FlagPages::FlagPages(PanelControls& controls, ChipWords& words, const ChipLink& link,
+                     std::function<int()> variant)
+    : controls_(controls), words_(words), link_(link), variant_(std::move(variant)) {
+    for (int i = 0; const chip::FlagRow& row : chip::lowFlagRows) {
+        addRow(row, {"Cm_RFl", i});
+        addAppend(row, {"Seq_RFl", i++});
+    }
+    for (int i = 0; const chip::FlagRow& row : chip::highFlagRows) {
+        addRow(row, {"Cm_RFh", i});
+        addAppend(row, i == safeResetRow ? chips::ControlName{"Seq_RFl", safeResetAppend}
+                                         : chips::ControlName{"Seq_RFh", i});
+        ++i;
+    }
+    addGroups();
+}
+
+void FlagPages::addRow(const chip::FlagRow& row, const chips::ControlName& read) {
+    const LabelRow& labels = controls_.addRow(row.labels, row.captions, row.firstLabel);
+    controls_.addButton(read, row.title).setTooltip(ChipWords::flagText(row));
+    controls_.onClick(
+        read, [this, &row, &labels] { labels.show(words_.readFlags(row), stripedLitColour); });
+}
+
+void FlagPages::addAppend(const chip::FlagRow& row, const chips::ControlName& name) {
+    controls_.addButton(name, appendCaption).setTooltip(std::string(row.sequenceName));
+    controls_.onClick(
+        name, [this, &row] { words_.append(std::string(row.sequenceName), flagLineValue(row)); });
+}
+
+void FlagPages::addGroups() {
+    addGroup({"Cm_ReadAll_Rl", 0}, "Read all", [this] { readAll(chip::readAllLow); });
+    addGroup({"Cm_ReadAll_Rl", 1}, "General Flags", [this] { words_.readGeneralFlags(); });
+    controls_.find({"Cm_ReadAll_Rl", 1})->setTooltip(ChipWords::generalFlagsText());
+    addGroup({"Cm_ReadAll_Rl", 2}, ">All", [this] { appendAll(chip::sequenceAllLow); });
+    addGroup({"Cm_ReadAll_Rh"}, "Read all", [this] { readAllWhileLinked(chip::readAllHigh); });
+    addGroup({"Seq_All_Rh"}, ">All", [this] { appendAll(chip::sequenceAllHigh); });
+    addGroup({"Cm_ReadAll_RFl"}, "Read all", [this] { readAllWhileLinked(chip::readAllFlags); });
+    addGroup({"Seq_All_RFl"}, ">All", [this] { appendAll(chip::sequenceAllFlags); });
+}
+
+void FlagPages::addGroup(const chips::ControlName& name, std::string_view caption,
+                         PanelControls::Action action) {
+    controls_.addButton(name, caption);
+    controls_.onClick(name, std::move(action));
+}
+
+void FlagPages::readAll(Steps steps) const {
+    const unsigned variant = 1U << variant_();
+    for (const chip::ReadAllStep& step : steps)
+        if ((step.variants & variant) != 0)
+            controls_.run(step.button);
+}
+
+void FlagPages::readAllWhileLinked(Steps steps) const {
+    readAll(steps.first(1));
+    if (!link_.linkFailed())
+        readAll(steps.subspan(1));
+}
+
+void FlagPages::appendAll(Names names) const {
+    for (const chips::ControlName& name : names)
+        controls_.run(name);
+}
+
+} // namespace bitlux::zt72518

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "panels/common/panel_controls.h"
+#include "platform/event.h"
+#include "session/session.h"
+#include "transfer/word_engine.h"
+
+#include <cstddef>
+#include <string>
+
+namespace bitlux::zt72518 {
+
+/// The labels that tell the word sent and the word received last while the panel is active:
+/// Label_Liste(0) to (2) and (3), (7), (8).
+class StatusLabels {
+public:
+    /// All outlive it.
+    StatusLabels(PanelControls& controls, const Session& session, WordEngine& engine);
+
+private:
+    void show(int label, const std::string& text) const;
+    void showSent();
+    void showReceived();
+    [[nodiscard]] int sent(std::size_t element) const;
+    [[nodiscard]] int nibble(int lowBit) const;
+    [[nodiscard]] int ones(int lowBit) const;
+
+    PanelControls& controls_;
+    const Session& session_;
+    const WordEngine& engine_;
+    Subscription leaving_;
+    Subscription transferred_;
+};
+
+} // namespace bitlux::zt72518
