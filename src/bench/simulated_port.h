@@ -7,7 +7,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <utility>
 
 namespace bitlux {
 
@@ -25,7 +24,7 @@ public:
     void setShapeSource(BusShapeSource source) { shapeSource_ = std::move(source); }
 
     /// Puts another device on the pins.
-    void connect(std::shared_ptr<Device> device) { device_ = std::move(device); }
+    void connect(std::shared_ptr<Device> device);
 
     /// What stands in the data register.
     [[nodiscard]] std::uint8_t dataPins() const { return data_; }
@@ -45,6 +44,7 @@ private:
 
     BenchClock& clock_;
     std::shared_ptr<Device> device_;
+    Chip* chip_ = nullptr; ///< the device, when it is one
     BusShapeSource shapeSource_ = [] { return BusShape{}; };
     BusShape shape_;
     std::int16_t base_;
