@@ -24,6 +24,7 @@ struct ChipSwitch {
 
 /// Something that can be seen at a part of the bench.
 struct Reading {
+    std::string group;
     std::string name;
     std::string value;
 };

@@ -236,9 +236,9 @@ std::uint16_t SimulatedDongle::ownWord(std::uint16_t word) {
 }
 
 std::vector<Reading> SimulatedDongle::readings() const {
-    return {{"Watchdog", watchdog_.refreshText()},
-            {"Current", watchdog_.currentText()},
-            {"Triggers", std::to_string(triggers_)}};
+    return {{"Dongle", "Watchdog", watchdog_.refreshText()},
+            {"Dongle", "Current", watchdog_.currentText()},
+            {"Dongle", "Triggers", std::to_string(triggers_)}};
 }
 
 UsbFrame SimulatedDongle::word(const UsbFrame& frame) {

@@ -40,6 +40,8 @@ public:
     /// What goes wrong from now on; frames are counted anew.
     void setFaults(DongleFaults faults) { faults_ = std::move(faults); }
 
+    /// The device on the lines when it is a chip, else null.
+    [[nodiscard]] Chip* chip() const { return chip_; }
     /// Lets happen what was due by now on the dongle and in the chip: refreshes of the watchdog, a
     /// wake-up, the return of a dongle. Every frame does so first; whoever looks at either asks.
     void catchUp();

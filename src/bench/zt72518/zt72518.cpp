@@ -301,17 +301,18 @@ void Model::turn(std::size_t index, bool on) {
 std::vector<Reading> Model::readings() const {
     constexpr double millisecond = 1e6;
     std::vector<Reading> all{
-        {"Mode", std::string(machine_.name())},
-        {"Watchdog", machine_.watchdogRuns()
-                         ? fmt::format("{:.1f} ms left",
-                                       static_cast<double>(machine_.watchdogLeft()) / millisecond)
-                         : "off"},
-        {"Test mode",
+        {"State", "Mode", std::string(machine_.name())},
+        {"State", "Watchdog",
+         machine_.watchdogRuns()
+             ? fmt::format("{:.1f} ms left",
+                           static_cast<double>(machine_.watchdogLeft()) / millisecond)
+             : "off"},
+        {"State", "Test mode",
          testMode_ ? fmt::format("{:02X} {:02X}", state_.registers[RamA], state_.registers[RamB])
                    : "off"},
-        {"Trimming", trimming_}};
+        {"State", "Trimming", trimming_}};
     for (std::size_t address = 0; address < registerCount; ++address)
-        all.push_back({std::string(registerNames[address]),
+        all.push_back({"Registers", std::string(registerNames[address]),
                        fmt::format("{:02X}", lowView(static_cast<unsigned>(address)))});
     return all;
 }
