@@ -49,6 +49,7 @@ public:
         }
         bench_ = std::make_unique<VirtualBench>(benchClock_,
                                                 makeDevice(options.bench, repliesOf(options)));
+        turnOn(options.switches);
         if (options.bus != "dongle")
             return;
         std::vector<DongleFault> faults;
@@ -68,6 +69,14 @@ public:
     }
 
 private:
+    void turnOn(const std::vector<std::string>& switches) {
+        Chip* chip = bench_->dongle.chip();
+        if (chip == nullptr && !switches.empty())
+            throw Failure(Failure::Kind::OutOfRange, "This device has no switches");
+        for (const std::string& name : switches)
+            chip->turn(switchNamed(*chip, name), true);
+    }
+
     SystemClock systemClock_;
     std::unique_ptr<LinuxParallelPort> port_;
     std::unique_ptr<LinuxUsbHost> usb_;
@@ -304,6 +313,11 @@ CLI::App& addSendCommand(CLI::App& app, SendOptions& options) {
             ->check(dongleFaults())
             ->take_all()
             ->allow_extra_args(false);
+    send.add_option("--turn-on", options.switches,
+                    "Turn on a flag, a pin or a fault of the chip on the virtual bench")
+        ->type_name("SWITCH")
+        ->take_all()
+        ->allow_extra_args(false);
     send.add_option("--seed", options.seed, "Repeats the chances of --fault")
         ->capture_default_str();
     send.add_option("--bits", options.bits, "Bits of a word, 1 to 160, through the dongle 1 to 40")

@@ -23,13 +23,14 @@ struct SendOptions {
     std::string cs = "low";
     std::string di = "high";
     std::string dataOut = "high";
-    std::string pins = "2,3,4,12"; ///< CS, DI, CLK, DO
-    int clock = 1;                 ///< of the dialog's clocks of the dongle, from the fastest
-    std::string trace;             ///< a file, "-" for standard output
-    std::string log;               ///< likewise
-    std::string vcd;               ///< a file
-    std::string sr;                ///< a file
-    std::string replies;           ///< hexadecimal numbers between commas
+    std::string pins = "2,3,4,12";     ///< CS, DI, CLK, DO
+    int clock = 1;                     ///< of the dialog's clocks of the dongle, from the fastest
+    std::string trace;                 ///< a file, "-" for standard output
+    std::string log;                   ///< likewise
+    std::string vcd;                   ///< a file
+    std::string sr;                    ///< a file
+    std::string replies;               ///< hexadecimal numbers between commas
+    std::vector<std::string> switches; ///< of the chip on the virtual bench, turned on
     std::vector<std::string> words;
 };
 

@@ -1,6 +1,7 @@
 #include "bench/device.h"
 
 #include "bench/shift_device.h"
+#include "bench/zt72518/zt72518.h"
 #include "platform/conversions.h"
 #include "platform/failure.h"
 
@@ -132,6 +133,9 @@ std::unique_ptr<Device> makeDevice(std::string_view name, const std::vector<Repl
     for (const Row& row : rows)
         if (row.name == name)
             return row.make(replies);
+    for (const zt72518::Variant& variant : zt72518::variants)
+        if (variant.name == name)
+            return zt72518::makeChip(variant);
     throw Failure(Failure::Kind::OutOfRange, fmt::format("There is no device \"{}\"", name));
 }
 
@@ -139,6 +143,8 @@ std::vector<std::string> deviceNames() {
     std::vector<std::string> names;
     for (const Row& row : rows)
         names.emplace_back(row.name);
+    for (const zt72518::Variant& variant : zt72518::variants)
+        names.emplace_back(variant.name);
     return names;
 }
 

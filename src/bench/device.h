@@ -17,6 +17,8 @@ struct DeviceInputs {
     bool dataIn = false;
 };
 
+class Chip;
+
 /// A device on the virtual bench, seen from its pins.
 class Device {
 public:
@@ -28,6 +30,8 @@ public:
     [[nodiscard]] virtual bool dataOut() const = 0;
     /// The data output has just been sampled.
     virtual void sampled() {}
+    /// The device as a chip, when it is the model of one.
+    virtual Chip* chip() { return nullptr; }
 };
 
 /// An answer of the device "scripted": element i is bit i, elements that are missing are 0.
@@ -43,6 +47,7 @@ Reply replyFromHex(std::string_view text);
 ///   stuck-high   the data output stays high
 ///   stuck-low    the data output stays low
 ///   scripted     answers each word with the next of `replies`, or once more the last
+///   zt72518d and its like   a model of the chip, see zt72518/zt72518.h
 /// Raises Failure (OutOfRange) for any other name.
 std::unique_ptr<Device> makeDevice(std::string_view name, const std::vector<Reply>& replies = {});
 

@@ -18,6 +18,7 @@ void ShiftDevice::inputsChanged(const DeviceInputs& inputs, const BusShape& shap
     }
     selected_ = selected;
     clock_ = inputs.clock;
+    dataIn_ = inputs.dataIn;
 }
 
 void ShiftDevice::clockEdge(bool rising, bool dataIn) {
@@ -28,8 +29,7 @@ void ShiftDevice::clockEdge(bool rising, bool dataIn) {
 }
 
 bool ShiftDevice::dataOut() const {
-    const auto index = static_cast<std::size_t>(position_);
-    const bool bit = position_ >= 0 && index < answer_.size() && answer_[index];
+    const bool bit = position_ >= 0 && answerBit(static_cast<std::size_t>(position_));
     return bit == shape_.dataOutOneIsHigh;
 }
 

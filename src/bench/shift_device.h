@@ -23,6 +23,14 @@ protected:
 
     /// A word begins: its answer, to which missing bits are added as 0.
     virtual Shifted wordBegins(const BusShape& shape) = 0;
+    /// Bit n of the answer in the order of travel, while it stands on the output.
+    [[nodiscard]] virtual bool answerBit(std::size_t n) const {
+        return n < answer_.size() && answer_[n];
+    }
+    /// Bit n of the word on its way: as it was taken in, or as it stands on the line now.
+    [[nodiscard]] bool requestBit(std::size_t n) const {
+        return n < received_.size() ? received_[n] : dataIn_ == shape_.dataInOneIsHigh;
+    }
     /// A word has ended with these bits taken in.
     virtual void wordEnds(const Shifted& received, const BusShape& shape) = 0;
 
@@ -35,6 +43,7 @@ private:
     int position_ = 0; ///< of the bit on the output; -1 before the first toggling edge
     bool selected_ = false;
     bool clock_ = false;
+    bool dataIn_ = false;
 };
 
 } // namespace bitlux

@@ -5,12 +5,18 @@
 #include <algorithm>
 #include <chrono>
 #include <thread>
+#include <utility>
 
 namespace bitlux {
 
 namespace {
 
 constexpr std::uint8_t readLinesCommand = 5;
+constexpr std::uint8_t testModeCommand = 13;
+constexpr std::uint8_t testModeKey = 127;
+constexpr std::uint8_t trimmingCommand = 37;
+constexpr std::uint8_t topBit = 0x80;
+constexpr std::uint16_t topPin = 0x100; ///< the extra pin that has the same place in a frame
 
 } // namespace
 
@@ -90,6 +96,18 @@ private:
     bool started_ = false;
 };
 
+SimulatedDongle::SimulatedDongle(BenchClock& clock, std::shared_ptr<Device> device)
+    : clock_(clock) {
+    connect(std::move(device));
+}
+
+void SimulatedDongle::connect(std::shared_ptr<Device> device) {
+    device_ = std::move(device);
+    chip_ = device_->chip();
+    if (chip_ != nullptr)
+        chip_->timeIs(clock_.nanoseconds());
+}
+
 std::unique_ptr<UsbEndpoint> SimulatedDongle::makeEndpoint() {
     return std::make_unique<SimulatedEndpoint>(*this);
 }
@@ -104,6 +122,8 @@ void SimulatedDongle::plug() {
 }
 
 void SimulatedDongle::unplug() {
+    catchUp();
+    watchdog_ = {};
     backAt_ = 0;
     plugged_ = false;
     answers_.clear();
@@ -117,9 +137,14 @@ void SimulatedDongle::setLines(bool interrupt, bool reset) {
 void SimulatedDongle::catchUp() {
     if (backAt_ != 0 && clock_.nanoseconds() >= backAt_)
         plug();
+    const std::int64_t now = clock_.nanoseconds();
+    watchdog_.serve(now, chip_, [this](std::uint16_t word) { return ownWord(word); });
+    if (chip_ != nullptr)
+        chip_->timeIs(now);
 }
 
 UsbStatus SimulatedDongle::take(const UsbFrame& frame) {
+    catchUp();
     const DongleFault fault = faults_.next();
     if (fault.kind == DongleFault::Kind::Stalled)
         return UsbStatus::Failed;
@@ -165,11 +190,11 @@ UsbStatus SimulatedDongle::give(UsbFrame& frame, std::int64_t wait) {
 
 UsbFrame SimulatedDongle::carryOut(const UsbFrame& frame) {
     const DongleFrame read(frame);
-    if (read.length == 0)
-        return command(frame);
-    if (read.changesPins)
+    if (read.length > 0 && read.changesPins)
         extraPins_ = read.extraPins;
-    return word(frame);
+    if ((frame[0] & topBit) != 0 && (extraPins_ & topPin) == 0)
+        ++triggers_;
+    return read.length == 0 ? command(frame) : word(frame);
 }
 
 UsbFrame SimulatedDongle::command(const UsbFrame& frame) {
@@ -181,8 +206,45 @@ UsbFrame SimulatedDongle::command(const UsbFrame& frame) {
     }
     UsbFrame answer{0, frame[1]};
     if (frame[1] == readLinesCommand)
-        answer[3] = static_cast<std::uint8_t>((interrupt_ ? 1 : 0) | (reset_ ? 0 : 2));
+        answer[3] = readLines();
+    else if (frame[1] == trimmingCommand)
+        trim(frame);
+    else if (frame[1] == testModeCommand && frame[2] == testModeKey && chip_ != nullptr)
+        chip_->enterTestMode();
+    else
+        watchdog_.command(frame, clock_.nanoseconds());
     return answer;
+}
+
+std::uint8_t SimulatedDongle::readLines() const {
+    const ChipLines lines = chip_ != nullptr ? chip_->lines() : ChipLines{};
+    return static_cast<std::uint8_t>((interrupt_ || lines.interrupt ? 1 : 0) |
+                                     (reset_ || lines.reset ? 0 : 2));
+}
+
+void SimulatedDongle::trim(const UsbFrame& frame) {
+    constexpr std::uint16_t firstWord = 0x4200;
+    constexpr std::uint16_t secondWord = 0x4400;
+    ownWord(firstWord | frame[3]);
+    ownWord(secondWord | frame[4]);
+    if (chip_ != nullptr)
+        chip_->holdTxdLow(frame[5]);
+}
+
+std::uint16_t SimulatedDongle::ownWord(std::uint16_t word) {
+    constexpr int type = 2;
+    BusShape shape = wiring_(type);
+    shape.wordLength = 16;
+    const UsbFrame answer = clockWord(
+        {0, 0, 0, static_cast<std::uint8_t>(word >> 8), static_cast<std::uint8_t>(word & 0xFF)},
+        shape, *device_);
+    return static_cast<std::uint16_t>(answer[3] << 8 | answer[4]);
+}
+
+std::vector<Reading> SimulatedDongle::readings() const {
+    return {{"Dongle", "Watchdog", watchdog_.refreshText()},
+            {"Dongle", "Current", watchdog_.currentText()},
+            {"Dongle", "Triggers", std::to_string(triggers_)}};
 }
 
 UsbFrame SimulatedDongle::word(const UsbFrame& frame) {

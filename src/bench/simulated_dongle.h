@@ -2,8 +2,9 @@
 
 #include "bench/bench_clock.h"
 #include "bench/bus_shape.h"
-#include "bench/device.h"
+#include "bench/chip.h"
 #include "bench/dongle_fault.h"
+#include "bench/zt72518/watchdog_service.h"
 #include "platform/usb_endpoint.h"
 
 #include <cstdint>
@@ -24,14 +25,13 @@ public:
     static constexpr std::int64_t transferTime = 1'000'000;
 
     /// Starts unplugged. `clock` outlives this.
-    SimulatedDongle(BenchClock& clock, std::shared_ptr<Device> device)
-        : clock_(clock), device_(std::move(device)) {}
+    SimulatedDongle(BenchClock& clock, std::shared_ptr<Device> device);
 
     /// How the device is wired for an SPI type, 1 to 8; asked for every word. Length and
     /// polarities come with the frame.
     void setWiring(std::function<BusShape(int type)> wiring) { wiring_ = std::move(wiring); }
     /// Puts another device on the lines.
-    void connect(std::shared_ptr<Device> device) { device_ = std::move(device); }
+    void connect(std::shared_ptr<Device> device);
 
     void plug();
     /// Takes it out of the socket; connections that were open find it gone.
@@ -47,11 +47,21 @@ public:
         commandAnswers_.assign(answers.begin(), answers.end());
     }
 
-    /// Levels of the chip's interrupt and reset lines, as the dongle samples them.
+    /// The device on the lines when it is a chip, else null.
+    [[nodiscard]] Chip* chip() const { return chip_; }
+    /// Lets happen what was due by now on the dongle and in the chip: refreshes of the watchdog, a
+    /// wake-up, the return of a dongle. Every frame does so first; whoever looks at either asks.
+    void catchUp();
+
+    /// Holds the interrupt and reset lines, whatever the chip does with them.
     void setLines(bool interrupt, bool reset);
     /// The extra pins, bit 0 to 4 for Data0 to Data4, bit 5 to 8 for Control0 to Control3. They
     /// keep their levels from one frame that carries a change to the next.
     [[nodiscard]] std::uint16_t extraPins() const { return extraPins_; }
+    /// How often a frame asked for a pulse on the trigger output.
+    [[nodiscard]] int triggers() const { return triggers_; }
+    /// What it does by itself, for people to look at.
+    [[nodiscard]] std::vector<Reading> readings() const;
     /// The last frames that went through, all zeros at first.
     [[nodiscard]] const UsbFrame& lastOut() const { return lastOut_; }
     [[nodiscard]] const UsbFrame& lastIn() const { return lastIn_; }
@@ -67,16 +77,21 @@ private:
         int bytes;
     };
 
-    /// Brings a dongle back whose time away is over.
-    void catchUp();
     UsbStatus take(const UsbFrame& frame);
     UsbStatus give(UsbFrame& frame, std::int64_t wait);
     UsbFrame carryOut(const UsbFrame& frame);
     UsbFrame command(const UsbFrame& frame);
     UsbFrame word(const UsbFrame& frame);
+    std::uint8_t readLines() const;
+    /// Sends a pair of test words, and holds the transmit input low.
+    void trim(const UsbFrame& frame);
+    /// A word of its own, of 16 bits and SPI type 2.
+    std::uint16_t ownWord(std::uint16_t word);
 
     BenchClock& clock_;
     std::shared_ptr<Device> device_;
+    Chip* chip_ = nullptr; ///< the device, when it is one
+    zt72518::WatchdogService watchdog_;
     std::function<BusShape(int)> wiring_ = [](int) { return BusShape{}; };
     DongleFaults faults_;
     bool plugged_ = false;
@@ -87,6 +102,7 @@ private:
     bool interrupt_ = false;
     bool reset_ = false;
     std::uint16_t extraPins_ = 0;
+    int triggers_ = 0;
     UsbFrame lastOut_{};
     UsbFrame lastIn_{};
 };

@@ -1,5 +1,7 @@
 #include "bench/simulated_port.h"
 
+#include "bench/chip.h"
+
 #include <utility>
 
 namespace bitlux {
@@ -13,7 +15,14 @@ bool bitOf(std::uint8_t value, int bit) {
 } // namespace
 
 SimulatedPort::SimulatedPort(BenchClock& clock, std::shared_ptr<Device> device, std::int16_t base)
-    : ParallelPort(true), clock_(clock), device_(std::move(device)), bases_{base} {}
+    : ParallelPort(true), clock_(clock), bases_{base} {
+    connect(std::move(device));
+}
+
+void SimulatedPort::connect(std::shared_ptr<Device> device) {
+    device_ = std::move(device);
+    chip_ = device_->chip();
+}
 
 int SimulatedPort::registerAt(std::int16_t address) const {
     for (const std::int16_t base : bases_)
@@ -56,6 +65,8 @@ std::int16_t SimulatedPort::GetLPTPortAddress(std::int16_t number) {
 void SimulatedPort::drive(std::uint8_t value) {
     shape_ = shapeSource_();
     data_ = value;
+    if (chip_ != nullptr)
+        chip_->timeIs(clock_.nanoseconds());
     device_->inputsChanged({.chipSelect = bitOf(value, shape_.chipSelectPin),
                             .clock = bitOf(value, shape_.clockPin),
                             .dataIn = bitOf(value, shape_.dataInPin)},

@@ -26,7 +26,7 @@ public:
     void setShapeSource(BusShapeSource source) { shapeSource_ = std::move(source); }
 
     /// Puts another device on the pins.
-    void connect(std::shared_ptr<Device> device) { device_ = std::move(device); }
+    void connect(std::shared_ptr<Device> device);
 
     /// The addresses of LPT1, LPT2 and so on; all lead to the same pins.
     void setAddresses(std::vector<std::int16_t> bases) { bases_ = std::move(bases); }
@@ -51,6 +51,7 @@ private:
 
     BenchClock& clock_;
     std::shared_ptr<Device> device_;
+    Chip* chip_ = nullptr; ///< the device, when it is one
     BusShapeSource shapeSource_ = [] { return BusShape{}; };
     BusShape shape_;
     std::vector<std::int16_t> bases_;

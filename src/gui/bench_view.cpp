@@ -9,6 +9,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -62,7 +63,7 @@ void showFrame(QLabel& label, const UsbFrame& frame) {
 
 BenchView::BenchView(VirtualBench& bench, const Program& program, const QString& device,
                      Binder& binder, QWidget* parent)
-    : QDockWidget("Virtual bench", parent), bench_(bench), program_(program) {
+    : QDockWidget("Virtual bench", parent), bench_(bench), program_(program), binder_(binder) {
     setObjectName("bench");
     setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
     auto* content = new QWidget(this);
@@ -79,6 +80,7 @@ BenchView::BenchView(VirtualBench& bench, const Program& program, const QString&
     row->addWidget(donglePins_);
     row->addStretch();
     setWidget(content);
+    showChip();
     flushed_ = binder.flushed.follow([this] { follow(); });
     follow();
 }
@@ -99,11 +101,33 @@ void BenchView::addDevice(QBoxLayout& row, const QString& device) {
     replies_->hide();
     problem_ = new QLabel(this);
     problem_->hide();
+    chipShown_ = new QCheckBox("C&hip", this);
+    chipShown_->setObjectName("bench.chip");
+    chipShown_->setToolTip("Shows the state, the flags, pins and faults of the chip");
+    chipShown_->setChecked(true);
     for (QWidget* widget : {static_cast<QWidget*>(title), static_cast<QWidget*>(device_),
-                            static_cast<QWidget*>(replies_), static_cast<QWidget*>(problem_)})
+                            static_cast<QWidget*>(chipShown_), static_cast<QWidget*>(replies_),
+                            static_cast<QWidget*>(problem_)})
         row.addWidget(widget);
     connect(device_, &QComboBox::currentTextChanged, this, [this] { connectDevice(); });
     connect(replies_, &QLineEdit::editingFinished, this, [this] { connectDevice(); });
+}
+
+void BenchView::showChip() {
+    const bool isChip = bench_.dongle.chip() != nullptr;
+    chipShown_->setVisible(isChip);
+    if (isChip && chip_ != nullptr) {
+        chip_->chipChanged();
+    } else if (isChip) {
+        chip_ = new ChipView(bench_, binder_, parentWidget());
+        if (auto* window = qobject_cast<QMainWindow*>(parentWidget())) {
+            window->addDockWidget(Qt::RightDockWidgetArea, chip_);
+            window->resizeDocks({chip_}, {chip_->sizeHint().width()}, Qt::Horizontal);
+        }
+        connect(chipShown_, &QCheckBox::toggled, chip_, &QWidget::setVisible);
+    }
+    if (chip_ != nullptr)
+        chip_->setVisible(isChip && chipShown_->isChecked());
 }
 
 void BenchView::addDongle(QBoxLayout& row) {
@@ -176,6 +200,7 @@ void BenchView::connectDevice() {
             for (const QString& reply : replies_->text().split(','))
                 replies.push_back(replyFromHex(reply.trimmed().toStdString()));
         bench_.connect(makeDevice(name, replies));
+        showChip();
         problem_->hide();
     } catch (const Failure& failure) {
         problem_->setText(failure.what());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "gui/binder.h"
+#include "gui/chip_view.h"
 #include "program/program.h"
 #include "workbench/virtual_bench.h"
 
@@ -19,7 +20,7 @@ namespace bitlux::gui {
 
 /// The virtual bench beside the program: which device is on the lines, whether the dongle is
 /// plugged in, and what stands on the bus in use: the pins of the port, or frames and pins of the
-/// dongle.
+/// dongle. For the model of a chip there is a view of the chip at the side.
 class BenchView : public QDockWidget {
 public:
     /// `device` is the name of the one that is on the lines. Follows the refreshes of `binder`.
@@ -33,11 +34,14 @@ private:
     QWidget* makeDonglePins();
     QLabel* addLamp(QGridLayout& grid, int column, const QString& title, const QString& name);
     void connectDevice();
+    void showChip();
     void follow();
     void followDongle();
 
     VirtualBench& bench_;
     const Program& program_;
+    Binder& binder_;
+    ChipView* chip_ = nullptr; ///< made for the first chip
     QComboBox* device_ = nullptr;
     QLineEdit* replies_ = nullptr;
     QLabel* problem_ = nullptr;
@@ -45,6 +49,7 @@ private:
     std::array<QLabel*, 4> control_{};
     QLabel* dataOut_ = nullptr;
     QCheckBox* plugged_ = nullptr;
+    QCheckBox* chipShown_ = nullptr;
     QWidget* portPins_ = nullptr;
     QWidget* donglePins_ = nullptr;
     QLabel* frameOut_ = nullptr;

@@ -19,6 +19,7 @@
 #include <QListWidget>
 #include <QTemporaryDir>
 #include <QThread>
+#include <QLineEdit>
 #include <QVBoxLayout>
 
 #include <fmt/format.h>
@@ -50,11 +51,14 @@ public:
         dialog.cmdApply_Click();
     }
 
-    void paint(const QString& file, QSize size, const State* state = nullptr) {
+    void paint(const QString& file, QSize size, const State* state = nullptr,
+               const char* device = "echo", const QString& search = {}) {
         gui::MainWindow window(program_);
         window.addDockWidget(
             Qt::BottomDockWidgetArea,
-            new gui::BenchView(bench_, program_, "echo", window.binder(), &window));
+            new gui::BenchView(bench_, program_, device, window.binder(), &window));
+        if (auto* field = window.findChild<QLineEdit*>("chip.search"))
+            field->setText(search);
         if (state != nullptr)
             sendWords(*state, window);
         window.show();
@@ -224,6 +228,14 @@ public:
         program_.mainForm().extraPins.TabStripLogPinsNow.click(2);
     }
 
+    void paintChip(const QString& file, QSize size, const QString& search = {}) {
+        bench_.connect(makeDevice("zt72518d"));
+        Chip& chip = *bench_.dongle.chip();
+        for (const char* name : {"SPI ERR", "FWU", "Lin 1/Rx High", "VDD OV", "VSUV", "I/O 0"})
+            chip.turn(switchNamed(chip, name), true);
+        paint(file, size, nullptr, "zt72518d", search);
+    }
+
     void plugDongle() {
         bench_.dongle.plug();
         program_.mainForm().call("Start_USB");
@@ -328,6 +340,8 @@ int main(int argc, char** argv) {
         commanded.bring(states[0]);
         commanded.paintWaveform(folder + "/waveform-dongle" + tail, states[0]);
         paintWaveforms(folder + "/waveform-types-dongle" + tail + ".png", commanded);
+        dongle.paintChip(folder + "/main-chip" + tail + ".png", {});
+        dongle.paintChip(folder + "/main-chip-search" + tail + ".png", QSize(640, 480), "rx");
         Stage batch;
         batch.bring(states[0]);
         batch.paintBatch(folder + "/batch", tail);

@@ -23,6 +23,7 @@
 #include <QScrollArea>
 #include <QStatusBar>
 #include <QTimer>
+#include <QStyle>
 
 #include <fmt/format.h>
 
@@ -189,9 +190,14 @@ void MainWindow::followRun() {
 void MainWindow::fitToContent() {
     const QSize screen = QGuiApplication::primaryScreen()->availableSize();
     int around = menuBar()->sizeHint().height() + statusBar()->sizeHint().height() + 8;
-    for (const QDockWidget* dock : findChildren<QDockWidget*>())
-        around += dock->sizeHint().height();
-    const QSize wanted = view_->sizeHint() + QSize(4, around);
+    int beside = 4;
+    for (QDockWidget* dock : findChildren<QDockWidget*>()) {
+        const bool below = dockWidgetArea(dock) == Qt::BottomDockWidgetArea;
+        (below ? around : beside) += below ? dock->sizeHint().height() : dock->sizeHint().width();
+        if (!below)
+            beside += style()->pixelMetric(QStyle::PM_DockWidgetSeparatorExtent);
+    }
+    const QSize wanted = view_->sizeHint() + QSize(beside, around);
     resize(std::min(std::max(wanted.width(), 720), screen.width()),
            std::min(std::max(wanted.height(), 620), screen.height()));
 }

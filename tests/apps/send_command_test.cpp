@@ -45,7 +45,10 @@ TEST(SendCommand, PrintsALineAWord) {
           Case{"--bench stuck-high --bits 1 0", "0 1\n"},
           Case{"--bench echo --bits 16 1 2 3", "0001 0000\n0002 0001\n0003 0002\n"},
           Case{"--bench scripted --replies 1234,ff --bits 16 --order lsb --type 5 0 0 0",
-               "0000 1234\n0000 00FF\n0000 00FF\n"}}) {
+               "0000 1234\n0000 00FF\n0000 00FF\n"},
+          Case{"--bench zt72518s --bus dongle --bits 16 --type 2 --turn-on 'vdd ov' "
+               "--turn-on 'CAN Low/Tx Dom' 2580 E500 E100 BF00",
+               "2580 92CA\nE500 9204\nE100 1004\nBF00 0000\n"}}) {
         const Outcome outcome = bitlux(std::string("send ") + c.arguments);
         EXPECT_EQ(outcome.output, c.output) << c.arguments;
         EXPECT_EQ(outcome.code, 0) << c.arguments;

@@ -166,6 +166,21 @@ TEST(Device, ScriptedAnswersAsGivenHoweverTheWordTravels) {
     EXPECT_EQ(DeviceRig("scripted", {}).send(0xFF), 0x00U);
 }
 
+TEST(Device, ChipAnswersWithinTheWordThatAsks) {
+    // The view is told by bit 7 of the word, which is when bit 7 of the answer is due.
+    for (int type = 1; type <= 4; ++type)
+        for (const bool inverted : {false, true}) {
+            DeviceRig rig("zt72518d", {.type = type,
+                                       .csHigh = inverted,
+                                       .diInverted = inverted,
+                                       .doInverted = inverted,
+                                       .length = 16});
+            EXPECT_EQ(rig.send(0x6488), 0x0000U) << type;
+            EXPECT_EQ(rig.send(0x2580), 0x00EAU) << type;
+            EXPECT_EQ(rig.send(0x2500), 0x0088U) << type;
+        }
+}
+
 TEST(Device, NamesWhatItDoesNotKnow) {
     for (const char* text : {"", "G", "0x1", "A 5", "-1"})
         EXPECT_THROW(replyFromHex(text), Failure) << '"' << text << '"';

@@ -6,6 +6,7 @@
 #include <set>
 
 #include <QDialog>
+#include <QTreeWidget>
 
 #include <gtest/gtest.h>
 
@@ -125,6 +126,35 @@ TEST(BenchView, ChangesTheDeviceAndShowsThePins) {
     replies.setText("xyz");
     emit replies.editingFinished();
     EXPECT_EQ(answerTo("12"), "D2");
+}
+
+TEST(BenchView, TurnsTheSwitchesOfAChip) {
+    WindowBench bench;
+    bench.configure("16");
+    bench.window.addDockWidget(Qt::BottomDockWidgetArea,
+                               new gui::BenchView(bench.bench, bench.program, "loopback",
+                                                  bench.window.binder(), &bench.window));
+    EXPECT_EQ(bench.window.findChild<QTreeWidget*>("chip.tree"), nullptr);
+    auto& device = bench.widget<QComboBox>("bench.device");
+    device.setCurrentText("zt72518d");
+    auto& tree = bench.widget<QTreeWidget>("chip.tree");
+    const auto item = [&tree](const char* name) {
+        return tree.findItems(name, Qt::MatchExactly | Qt::MatchRecursive).at(0);
+    };
+    item("VDD OV")->setCheckState(0, Qt::Checked);
+    bench.send("E500");
+    EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "8204");
+    bench.send("5A00");
+    bench.settle();
+    EXPECT_EQ(item("VDD OV")->checkState(0), Qt::Unchecked);
+    EXPECT_EQ(item("Mode")->text(1), "Normal");
+    bench.type("chip.search", "vdd ov");
+    EXPECT_TRUE(item("VDD low INT")->isHidden());
+    EXPECT_TRUE(item("Safe INT")->isExpanded());
+    device.setCurrentText("zt72514");
+    EXPECT_EQ(item("Mode")->text(1), "Init");
+    device.setCurrentText("loopback");
+    EXPECT_FALSE(bench.widget<QDockWidget>("chip").isVisible());
 }
 
 TEST(Binder, DrivesTimersWhileTheyAreEnabled) {

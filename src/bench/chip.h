@@ -1,0 +1,61 @@
+#pragma once
+
+#include "bench/shift_device.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bitlux {
+
+/// Lines of a chip beside the bus, as a dongle samples them.
+struct ChipLines {
+    bool interrupt = false;
+    bool reset = false;
+};
+
+/// Something that the user of the bench turns on and off at a chip: a flag, a pin, a fault.
+struct ChipSwitch {
+    std::string group;
+    std::string name; ///< once in its group
+};
+
+/// Something that can be seen at a part of the bench.
+struct Reading {
+    std::string group;
+    std::string name;
+    std::string value;
+};
+
+/// The model of a chip: beside its pins it has time, lines, and what a user may do to it.
+class Chip : public ShiftDevice {
+public:
+    Chip* chip() override { return this; }
+
+    /// The bench has come to `now`, in nanoseconds; what was due by then happens. Told before
+    /// anything else reaches the chip; a time that is over counts as the present one.
+    virtual void timeIs(std::int64_t now) = 0;
+
+    [[nodiscard]] virtual ChipLines lines() const = 0;
+    virtual void enterTestMode() = 0;
+    /// The load has drawn a pulse of current, in nanoseconds, that ends now.
+    virtual void drawCurrent(std::int64_t duration) = 0;
+    /// The transmit input is held low, for a time in units of the dongle.
+    virtual void holdTxdLow(std::uint8_t time) = 0;
+
+    /// The same list for the whole life of the chip.
+    [[nodiscard]] virtual const std::vector<ChipSwitch>& switches() const = 0;
+    [[nodiscard]] virtual bool isOn(std::size_t index) const = 0;
+    virtual void turn(std::size_t index, bool on) = 0;
+
+    /// State for people to look at, always in the same order.
+    [[nodiscard]] virtual std::vector<Reading> readings() const = 0;
+};
+
+/// Index of the switch "GROUP/NAME", or of a NAME that only one group has; capitals do not matter.
+/// Raises Failure (OutOfRange) that tells near names for any other text.
+std::size_t switchNamed(const Chip& chip, std::string_view name);
+
+} // namespace bitlux

@@ -1,0 +1,407 @@
+#include "bench/zt72518/zt72518.h"
+
+#include "bench/simulated_dongle.h"
+#include "platform/failure.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+constexpr std::int64_t millisecond = 1'000'000;
+
+/// A chip of the family behind the dongle, worked with frames.
+class ChipRig {
+public:
+    explicit ChipRig(const std::string& device = "zt72518d") : device_(makeDevice(device)) {
+        dongle.setWiring([](int type) {
+            return BusShape{.validOnRising = type == 1, .toggledOnRising = type == 2};
+        });
+        dongle.plug();
+        for (UsbEndpoint* endpoint : {in_.get(), out_.get()})
+            endpoint->open(0);
+        in_->bind(0x81);
+        in_->startReading({});
+        out_->bind(0x02);
+        out_->startWriting({});
+    }
+
+    UsbFrame exchange(const UsbFrame& frame) {
+        EXPECT_EQ(out_->write(frame), UsbStatus::Success);
+        UsbFrame answer{};
+        EXPECT_EQ(in_->read(answer, 1000 * millisecond), UsbStatus::Success);
+        return answer;
+    }
+    /// Sends a word of type 2 and returns the reply.
+    unsigned send(unsigned word) {
+        sentAt = clock.nanoseconds();
+        const UsbFrame answer = exchange({16, 0x31, 0, static_cast<std::uint8_t>(word >> 8),
+                                          static_cast<std::uint8_t>(word & 0xFF)});
+        return static_cast<unsigned>(answer[3]) << 8 | answer[4];
+    }
+    /// The low byte of the reply.
+    unsigned read(unsigned word) { return send(word) & 0xFF; }
+    /// Lets the bench come to a time after the last word was sent.
+    void goTo(std::int64_t afterLastWord) {
+        clock.idle(sentAt + afterLastWord - clock.nanoseconds());
+    }
+    void turn(const std::string& name, bool on = true) {
+        dongle.catchUp();
+        chip().turn(switchNamed(chip(), name), on);
+    }
+    std::string reading(const std::string& name) {
+        dongle.catchUp();
+        for (const Reading& one : chip().readings())
+            if (one.name == name)
+                return one.value;
+        return "no such reading";
+    }
+    Chip& chip() { return *device_->chip(); }
+    /// Answers the random word with a choice of mode.
+    void special(unsigned choice) { send(0x5200 | choice << 6 | (~send(0x1300) & 0x3F)); }
+
+    VirtualClock clock;
+
+private:
+    std::shared_ptr<Device> device_;
+
+public:
+    SimulatedDongle dongle{clock, device_};
+    std::int64_t sentAt = 0;
+
+private:
+    std::unique_ptr<UsbEndpoint> in_ = dongle.makeEndpoint();
+    std::unique_ptr<UsbEndpoint> out_ = dongle.makeEndpoint();
+};
+
+TEST(Zt72518, TellsWhichChipItIs) {
+    for (const auto& [name, identity] : {std::pair{"zt72518d", 0xEAU},
+                                         {"zt72518s", 0xCAU},
+                                         {"zt72511", 0xAAU},
+                                         {"zt72514", 0x8AU},
+                                         {"zt72514d", 0x8AU},
+                                         {"zt72514s", 0x8AU}})
+        EXPECT_EQ(ChipRig(name).send(0x2580), identity) << name;
+    ChipRig other;
+    other.turn("VDD_ID", false);
+    other.turn("Rev-4");
+    EXPECT_EQ(other.send(0x2580), 0x7AU);
+}
+
+TEST(Zt72518, KeepsWhatIsWritten) {
+    ChipRig rig;
+    const std::pair<unsigned, unsigned> words[] = {
+        {0x40E8, 0x0100}, {0x4211, 0x0300}, {0x4422, 0x0500}, {0x4633, 0x0700}, {0x4844, 0x0900},
+        {0x4A55, 0x0B00}, {0x4C01, 0x0D00}, {0x4E77, 0x0F00}, {0x5005, 0x1100}, {0x5499, 0x1500},
+        {0x56AA, 0x1700}, {0x58BB, 0x1900}, {0x5EDF, 0x1F00}, {0x60C9, 0x2100}, {0x62F9, 0x2300},
+        {0x64BB, 0x2500}, {0x66C4, 0x2700}, {0x6884, 0x2900}};
+    for (const auto& [write, _] : words)
+        EXPECT_EQ(rig.send(write), 0x0000U) << std::hex << write;
+    for (const auto& [write, read] : words)
+        EXPECT_EQ(rig.send(read), write & 0xFF) << std::hex << read;
+    EXPECT_EQ(rig.send(0x2180), 0xC0U); // transmitter and receiver of CAN
+    EXPECT_EQ(rig.send(0x2780), 0xC0U);
+    EXPECT_EQ(rig.send(0x2980), 0x80U);
+    rig.turn("Pins/I/O 0");
+    EXPECT_EQ(rig.send(0x2380), 0x51U); // 0: its pin, 1: driven low, 2 and 3: high
+    EXPECT_EQ(rig.send(0x0180), 0xE8U); // a register with one view
+    rig.send(0x64FB);
+    EXPECT_EQ(rig.send(0x2500), 0x82BBU) << "the request for an interrupt clears itself";
+    EXPECT_EQ(rig.send(0xE500), 0x8280U);
+    EXPECT_EQ(rig.send(0xE500), 0x0000U);
+}
+
+TEST(Zt72518, ReadsAndClearsFlags) {
+    struct Case {
+        const char* flag;
+        unsigned word;
+        unsigned answer; ///< with the status before the flag is cleared
+        unsigned general;
+    };
+    for (const Case& c :
+         {Case{"VSUV", 0xDF00, 0x0102, 0x01}, Case{"Vsuv batfail", 0xDF80, 0x0102, 0x02},
+          Case{"IDD OC WU", 0xDF80, 0x4101, 0x02}, Case{"SPI ERR", 0xE300, 0x0420, 0x04},
+          Case{"I/O_1_3 INT_WU", 0xE380, 0x4480, 0x08},
+          Case{"Lin 1/Over Temp", 0xE700, 0x0810, 0x10}, Case{"LIN 2 WU", 0xE900, 0x4840, 0x20},
+          Case{"CAN WU", 0xE100, 0x5080, 0x40}, Case{"CAN_UF", 0xE180, 0x1080, 0x80},
+          Case{"VDD OV", 0xE500, 0x8204, 0x00}, Case{"VDD low RST", 0xE580, 0x2208, 0x00}}) {
+        ChipRig rig;
+        rig.turn(c.flag);
+        EXPECT_EQ(rig.send(0xBF00), (c.answer & 0xFF00) | c.general) << c.flag;
+        EXPECT_EQ(rig.send(c.word ^ 0x80), c.answer & 0xFF00) << c.flag << ", the other view";
+        EXPECT_EQ(rig.send(c.word), c.answer) << c.flag;
+        EXPECT_EQ(rig.send(c.word), 0x0000U) << c.flag;
+        rig.turn(c.flag);
+        rig.turn("Flags stay");
+        EXPECT_EQ(rig.send(c.word), c.answer) << c.flag;
+        EXPECT_EQ(rig.send(c.word), c.answer) << c.flag;
+    }
+}
+
+TEST(Zt72518, HasSwitchesByName) {
+    ChipRig rig;
+    const std::map<std::string, std::string> refusals{
+        {"Vaux OV0", "The chip has no switch \"Vaux OV0\"; there is Vaux OV, Vaux OC"},
+        {"rx low", "More than one switch is called \"rx low\"; there is CAN Low/Rx Low, "
+                   "Lin 1/Rx Low, Lin 2/Rx Low"},
+        {"", "The chip has no switch \"\""}};
+    for (const auto& [name, message] : refusals) {
+        try {
+            rig.turn(name);
+            ADD_FAILURE() << name;
+        } catch (const Failure& failure) {
+            EXPECT_EQ(failure.what(), message);
+        }
+    }
+    for (std::size_t i = 0; i < rig.chip().switches().size(); ++i) {
+        const ChipSwitch& one = rig.chip().switches()[i];
+        EXPECT_EQ(switchNamed(rig.chip(), one.group + "/" + one.name), i);
+    }
+}
+
+TEST(Zt72518, ChangesItsModeForTheInvertedRandomWord) {
+    ChipRig rig;
+    EXPECT_EQ(rig.read(0xDD80), 0x03U); // Init
+    EXPECT_EQ(rig.read(0x1300) & 0xC0, 0x40U);
+    rig.special(2);
+    EXPECT_EQ(rig.read(0xDD80), 0x0BU); // Flash
+    EXPECT_EQ(rig.read(0x1300) & 0xC0, 0x80U);
+    rig.send(0x5A00);
+    EXPECT_EQ(rig.read(0xDD80), 0x0BU);
+    rig.send(0x5240 | (rig.send(0x1300) & 0x3F)); // not inverted
+    EXPECT_EQ(rig.read(0xDD80), 0x0BU);
+    rig.special(1);
+    EXPECT_EQ(rig.read(0xDD80), 0x03U);
+    rig.send(0x5A00);
+    EXPECT_EQ(rig.read(0xDD80), 0x1BU); // Normal
+    EXPECT_EQ(rig.read(0x1D80) >> 3, 0x03U);
+    EXPECT_EQ(rig.read(0x1300) & 0xC0, 0xC0U);
+    rig.send(0x1D00); // leaves debug
+    EXPECT_EQ(rig.read(0xDD80), 0x1AU);
+    rig.special(3);
+    EXPECT_EQ(rig.read(0xDD80), 0x1AU);
+    rig.special(0);
+    EXPECT_EQ(rig.read(0xDD80), 0x13U); // Normal Request after the reset
+    EXPECT_EQ(rig.read(0xE380), 0x02U);
+    rig.special(1);
+    const unsigned random = rig.send(0x1300);
+    rig.send(0x5200 | (random & 0x30) | (~random & 0x0F)); // works the SAFE pin
+    EXPECT_EQ(rig.read(0xDD80), 0x01U);
+    EXPECT_EQ(rig.read(0xDD00), 0x01U); // releases it, and leaves debug
+    EXPECT_EQ(rig.read(0xDD80), 0x02U);
+}
+
+TEST(Zt72518, ResetsWhenTheWatchdogExpires) {
+    ChipRig alive;
+    alive.send(0x5A00);
+    alive.goTo(256 * millisecond - 1);
+    EXPECT_EQ(alive.send(0xDD80), 0x001BU);
+    ChipRig late;
+    late.send(0x5A00);
+    late.goTo(256 * millisecond);
+    EXPECT_EQ(late.send(0xDD80), 0x0000U); // in reset for a millisecond
+    EXPECT_EQ(late.send(0xDD80), 0x2213U);
+    EXPECT_EQ(late.read(0xE580), 0x01U);
+
+    struct Case {
+        unsigned timer0;
+        std::int64_t period; ///< microseconds
+    };
+    for (const Case& c : {Case{0x5400, 2500}, Case{0x5409, 6000}, Case{0x541F, 512000}}) {
+        for (const bool expired : {false, true}) {
+            ChipRig rig;
+            rig.send(c.timer0);
+            rig.send(0x5A00);
+            rig.goTo(c.period * 1000 - (expired ? 0 : 1));
+            EXPECT_EQ(rig.reading("Mode"), expired ? "Reset" : "Normal") << c.timer0;
+            EXPECT_EQ(rig.exchange({0, 5})[3], expired ? 0x00 : 0x02);
+        }
+    }
+
+    ChipRig window;
+    window.send(0x4C02);
+    window.send(0x5A00);
+    window.goTo(128 * millisecond);
+    window.send(0x5A00);
+    EXPECT_EQ(window.reading("Mode"), "Normal");
+    window.goTo(128 * millisecond - 1);
+    window.send(0x5A00);
+    EXPECT_EQ(window.read(0xE580), 0x01U) << "too early";
+
+    ChipRig again;
+    again.send(0x4A10); // resets of 10 ms
+    again.send(0x5A00);
+    again.goTo((256 + 10 + 256) * millisecond);
+    EXPECT_EQ(again.reading("Mode"), "Reset");
+    again.goTo((256 + 10 + 256 + 10) * millisecond);
+    EXPECT_EQ(again.read(0xE580), 0x03U);
+}
+
+TEST(Zt72518, GoesToLowPowerAndWakes) {
+    ChipRig rig;
+    rig.send(0x5C80);
+    EXPECT_EQ(rig.read(0xDD80), 0x03U) << "only from Normal";
+    rig.send(0x5A00);
+    rig.send(0x5C81);
+    EXPECT_EQ(rig.read(0xDD80), 0x1BU) << "the random bits have to be 0";
+    rig.send(0x5C80);
+    EXPECT_EQ(rig.read(0xDD80), 0x83U);
+    EXPECT_EQ(rig.read(0x1D80) & 0xF8, 0x80U);
+    rig.clock.idle(60'000 * millisecond);
+    EXPECT_EQ(rig.read(0xDD80), 0x83U);
+    rig.send(0x5C10);
+    EXPECT_EQ(rig.read(0xDD80), 0x13U);
+    EXPECT_EQ(rig.send(0xE380), 0x4420U);
+
+    rig.send(0x5A00);
+    rig.send(0x5C60);
+    EXPECT_EQ(rig.read(0xDD80), 0x1BU) << "VDD may not be switched off";
+    rig.send(0x5E01);
+    rig.send(0x5C60);
+    EXPECT_EQ(rig.send(0xDD80), 0x0000U);
+    EXPECT_EQ(rig.send(0x2580), 0x0000U);
+    rig.turn("CAN WU");
+    EXPECT_EQ(rig.reading("Mode"), "Reset");
+    rig.clock.idle(millisecond);
+    EXPECT_EQ(rig.read(0xDD80), 0x13U);
+
+    for (const unsigned word : {0x5CC0U, 0x5C70U}) { // the timer wakes it
+        ChipRig timed;
+        for (const unsigned setUp : {0x5E01U, 0x5809U, 0x5A00U, word})
+            timed.send(setUp);
+        timed.goTo(128 * millisecond - 1);
+        EXPECT_EQ(timed.reading("Mode").substr(0, 9), "Low Power");
+        timed.clock.idle(2 * millisecond);
+        EXPECT_EQ(timed.reading("Mode"), "Normal Request");
+        EXPECT_EQ(timed.read(0xE380) & 0x10, 0x10U);
+    }
+
+    ChipRig random;
+    random.send(0x5080);
+    random.send(0x5A00);
+    random.send(0x5C80 | (~random.send(0x1D80) & 7));
+    EXPECT_EQ(random.reading("Mode"), "Low Power Vdd On (Stop)");
+}
+
+TEST(Zt72518, ChecksParityWhenToldTo) {
+    ChipRig rig;
+    rig.send(0x5140); // the bit in the high byte does not matter yet
+    rig.send(0x5E0F); // an even count wants it
+    EXPECT_EQ(rig.read(0x1F00), 0x00U);
+    EXPECT_EQ(rig.send(0xE300), 0x0420U);
+    rig.send(0x5F0F);
+    EXPECT_EQ(rig.read(0x1F00), 0x0FU);
+    rig.send(0x5F07);
+    EXPECT_EQ(rig.read(0x1F00), 0x0FU);
+    rig.send(0x5E07);
+    EXPECT_EQ(rig.read(0x1F00), 0x07U);
+    rig.special(2);
+    EXPECT_EQ(rig.read(0xDD80), 0x0BU) << "its words carry no parity";
+}
+
+TEST(Zt72518, IgnoresWordsOfAnotherLength) {
+    ChipRig rig;
+    rig.exchange({24, 0x31, 0, 0x5A, 0x00, 0x00});
+    rig.exchange({8, 0x31, 0, 0x5A});
+    EXPECT_EQ(rig.send(0xDD80), 0x0403U);
+    EXPECT_EQ(rig.send(0xE300), 0x0420U);
+}
+
+TEST(Zt72518, CanBeFaulty) {
+    ChipRig rig;
+    rig.turn("Silent");
+    EXPECT_EQ(rig.send(0x2580), 0x0000U);
+    rig.turn("Silent", false);
+    rig.turn("Output stuck high");
+    EXPECT_EQ(rig.send(0x5A00), 0xFFFFU);
+    rig.turn("Output stuck high", false);
+    EXPECT_EQ(rig.read(0xDD80), 0x03U);
+    rig.turn("No watchdog");
+    rig.send(0x5A00);
+    rig.clock.idle(60'000 * millisecond);
+    EXPECT_EQ(rig.send(0xDD80), 0x001BU);
+    rig.turn("RST");
+    rig.turn("INT");
+    EXPECT_EQ(rig.send(0xDD80), 0xA01BU);
+    EXPECT_EQ(rig.exchange({0, 5})[3], 0x01);
+}
+
+TEST(Zt72518, IsRefreshedByTheDongle) {
+    for (unsigned mode = 0; mode < 4; ++mode) {
+        ChipRig rig;
+        rig.send(0x4C00 | mode << 2);
+        rig.exchange({0, 21, 0, static_cast<std::uint8_t>(8 + mode), 6}); // 100 ms
+        rig.clock.idle(10'000 * millisecond);
+        EXPECT_EQ(rig.send(0xDD80), 0x001BU) << mode;
+        rig.clock.idle(10'000 * millisecond);
+        EXPECT_EQ(rig.send(0xE580), 0x0000U) << mode;
+        const std::int64_t stop = rig.clock.nanoseconds();
+        rig.exchange({0, 21, 0, 32});
+        // The last refresh was up to 100 ms ago.
+        rig.clock.idle(stop + 155 * millisecond - rig.clock.nanoseconds());
+        EXPECT_EQ(rig.reading("Mode"), "Normal") << mode;
+        rig.clock.idle(103 * millisecond);
+        EXPECT_EQ(rig.read(0xDD80), 0x13U) << mode;
+        EXPECT_EQ(rig.read(0xE580), 0x01U) << mode;
+    }
+    for (const auto& [chipMode, dongleMode] : {std::pair{0x4C04U, 8}, {0x4C08U, 11}}) {
+        ChipRig rig; // the chip wants another answer
+        rig.send(chipMode);
+        rig.exchange({0, 21, 0, static_cast<std::uint8_t>(dongleMode), 6});
+        rig.clock.idle(10 * millisecond);
+        EXPECT_EQ(rig.read(0xE580) & 1, 1U);
+    }
+    ChipRig slow;
+    slow.exchange({0x80, 21, 0, 8, 7}); // 500 ms, with a trigger
+    slow.clock.idle(300 * millisecond);
+    EXPECT_EQ(slow.reading("Mode"), "Normal Request");
+    EXPECT_EQ(slow.dongle.triggers(), 1);
+    EXPECT_EQ(slow.dongle.readings().front().value, "Simple WD every 500 ms");
+    slow.dongle.unplug();
+    slow.clock.idle(100 * millisecond);
+    EXPECT_EQ(slow.dongle.readings().front().value, "off");
+}
+
+TEST(Zt72518, IsWokenByPulsesOfCurrent) {
+    struct Case {
+        unsigned initWdog;
+        std::uint8_t length; ///< milliseconds; from 8 on a pulse is long
+        const char* mode;
+    };
+    for (const Case& c :
+         {Case{0x4C20, 20, "Low Power Vdd On (Stop)"}, Case{0x4C40, 5, "Normal Request"},
+          Case{0x4C60, 8, "Low Power Vdd On (Stop)"}, Case{0x4C60, 9, "Normal Request"}}) {
+        ChipRig rig;
+        for (const unsigned word : {0x54BEU, c.initWdog, 0x5A00U, 0x5C80U})
+            rig.send(word);
+        rig.exchange({0, 69, 0, 16, 0, c.length, 1});
+        rig.clock.idle(200 * millisecond);
+        EXPECT_EQ(rig.reading("Mode"), c.mode) << std::hex << c.initWdog;
+        EXPECT_EQ(rig.dongle.readings().at(1).value, c.length == 5   ? "5 ms every 55 ms"
+                                                     : c.length == 8 ? "8 ms every 58 ms"
+                                                     : c.length == 9 ? "9 ms every 59 ms"
+                                                                     : "20 ms every 70 ms");
+        rig.exchange({0, 69, 0, 0});
+        EXPECT_EQ(rig.dongle.readings().at(1).value, "off");
+    }
+}
+
+TEST(Zt72518, RemembersTestCommandsAndTrimming) {
+    ChipRig rig;
+    rig.exchange({0, 37, 0, 39, 254, 10});
+    EXPECT_EQ(rig.reading("Trimming"), "none") << "not in test mode";
+    rig.exchange({0, 13, 127});
+    rig.send(0x4210);
+    rig.send(0x4403);
+    EXPECT_EQ(rig.reading("Test mode"), "10 03");
+    rig.exchange({0, 37, 0, 39, 254, 10});
+    EXPECT_EQ(rig.reading("Trimming"), "27 FE, TXD low 10");
+    EXPECT_EQ(rig.reading("Test mode"), "27 FE");
+}
+
+} // namespace
+} // namespace bitlux::test
