@@ -54,8 +54,15 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                      return std::make_unique<SaveBatchForm>(forms_, mainForm_->batches,
                                                             desk_.boxes);
                  }),
-      addWait_(forms_, "frmAddWait", [this] {
-          return std::make_unique<AddWaitForm>(forms_, mainForm_->commands, desk_.boxes);
+      addWait_(forms_, "frmAddWait",
+               [this] {
+                   return std::make_unique<AddWaitForm>(forms_, mainForm_->commands, desk_.boxes);
+               }),
+      zt72518TestMode_(forms_, "TestMode", [this] {
+          return std::make_unique<zt72518::TestModeForm>(
+              forms_,
+              zt72518::TestModeForm::Parts{
+                  .session = session_, .engine = engine_, .dongle = dongle_, .boxes = desk_.boxes});
       }) {
     forms_.unloadThrough("frmMain", [this] { close(); });
     options_.useUsb = [this] { return dialog_->ChkSerialPort.checked(); };

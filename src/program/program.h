@@ -1,6 +1,7 @@
 #pragma once
 
 #include "config/configure_dialog.h"
+#include "panels/zt72518/test_mode_form.h"
 #include "platform/clock.h"
 #include "platform/desk.h"
 #include "platform/forms/form_set.h"
@@ -82,6 +83,7 @@ private:
     forms::FormSlot<ConfigureDialog> dialog_;
     forms::FormSlot<SaveBatchForm> saveBatch_;
     forms::FormSlot<AddWaitForm> addWait_;
+    forms::FormSlot<zt72518::TestModeForm> zt72518TestMode_;
     bool running_ = false;
     bool closing_ = false; ///< the question about saving may be on the screen
     bool searching_ = false;
