@@ -11,12 +11,19 @@ namespace {
 
 constexpr int wordBits = 16;
 constexpr std::uint8_t highView = 0x80;
-constexpr std::array captions{"REG_FLAG0", "REG_FLAG1", "I/O_FLAG0", "I/O_FLAG1",
-                              "LIN0_FLAGS", "LIN1_FLAGS", "CAN_LOC", "CAN_BUS",
-                              "VREG_G", "SAFE_G", "I/O_G", "LIN_G",
-                              "CAN_G", "RST", "WU", "INT"};
+constexpr std::array captions{"REG_FLAG0",  "REG_FLAG1",  "I/O_FLAG0", "I/O_FLAG1",
+                              "LIN0_FLAGS", "LIN1_FLAGS", "CAN_LOC",   "CAN_BUS",
+                              "VREG_G",     "SAFE_G",     "I/O_G",     "LIN_G",
+                              "CAN_G",      "RST",        "WU",        "INT"};
 
 } // namespace
+
+void sendPacked(Session& session, WordEngine& engine, std::uint8_t high, std::uint8_t low) {
+    session.WordToSend.resize(wordBits);
+    session.WordToSend[8] = high;
+    session.WordToSend[0] = low;
+    engine.SendSPI();
+}
 
 ChipLink::ChipLink(forms::Form& form, Session& session, WordEngine& engine,
                    PanelVariables& variables)
@@ -31,10 +38,7 @@ ChipLink::ChipLink(forms::Form& form, Session& session, WordEngine& engine,
       }) {}
 
 void ChipLink::send(std::uint8_t high, std::uint8_t low) {
-    session_.WordToSend.resize(wordBits);
-    session_.WordToSend[8] = high;
-    session_.WordToSend[0] = low;
-    engine_.SendSPI();
+    sendPacked(session_, engine_, high, low);
 }
 
 void ChipLink::Send_SPI() {

@@ -4,7 +4,18 @@ namespace bitlux::zt72518 {
 
 PanelForm::PanelForm(forms::FormSet& set, const Parts& parts)
     : Form(set, "ZT72518", "ZT72518"),
-      link(*this, parts.session, parts.engine, variables_) {
+      link(*this, parts.session, parts.engine, variables_),
+      Label_Liste("Label_Liste", 5, 6,
+                  [this](const std::string& name, int index) {
+                      return std::make_unique<forms::Label>(*this, name,
+                                                            index == 5 ? "Start" : "Stop", index);
+                  }),
+      sequencer(*this, {.session = parts.session,
+                        .variables = variables_,
+                        .link = link,
+                        .dongle = parts.dongle,
+                        .Label_Liste = Label_Liste,
+                        .desk = parts.desk}) {
     procedure("Send_SPI", [this] { link.Send_SPI(); });
     procedure("ReadLowWord", [this](std::uint8_t high) { link.ReadLowWord(high); });
     procedure("ReadHighWord", [this](std::uint8_t high) { link.ReadHighWord(high); });

@@ -2,6 +2,7 @@
 
 #include "panels/zt72518/chip_link.h"
 #include "panels/zt72518/panel_variables.h"
+#include "panels/zt72518/sequencer.h"
 #include "platform/desk.h"
 #include "platform/forms/form.h"
 #include "session/session.h"
@@ -24,11 +25,15 @@ public:
 
     PanelForm(forms::FormSet& set, const Parts& parts);
 
+    [[nodiscard]] PanelVariables& variables() { return variables_; }
+
 private:
     PanelVariables variables_;
 
 public:
     ChipLink link;
+    forms::ControlArray<forms::Label> Label_Liste; ///< 5 and 6 Start and Stop of the loop
+    Sequencer sequencer;
 };
 
 } // namespace bitlux::zt72518
