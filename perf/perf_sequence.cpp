@@ -144,7 +144,8 @@ private:
                 program_.forms(), zt72518::PanelForm::Parts{.session = program_.session(),
                                                             .engine = program_.engine(),
                                                             .dongle = program_.dongle(),
-                                                            .desk = parts_});
+                                                            .desk = parts_,
+                                                            .clock = clock_});
         }};
     Pages pages_{*panel_};
 };

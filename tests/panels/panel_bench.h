@@ -120,7 +120,8 @@ private:
                 program.forms(), zt72518::PanelForm::Parts{.session = program.session(),
                                                            .engine = program.engine(),
                                                            .dongle = program.dongle(),
-                                                           .desk = deskParts});
+                                                           .desk = deskParts,
+                                                           .clock = clock});
         }};
     const Desk deskParts = desk.desk();
 };

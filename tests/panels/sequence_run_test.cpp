@@ -28,6 +28,7 @@ struct RunBench : PanelBench {
             lines.emplace_back("MUX Write", fmt::format("{:X}", line));
         return lines;
     }
+    forms::FormSet otherForms{boxes};
     Texts numbers() { return column("List1"); }
 };
 
@@ -202,6 +203,23 @@ TEST(SequenceRun, WaitsAsLongAsItSays) {
         EXPECT_EQ(bench.sent(), wait > 0 ? "4002" : "4001 4002");
         EXPECT_LE(bench.loop.turns() - turns, 5) << "it sleeps";
         EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
+    }
+}
+
+TEST(SequenceRun, EndsAWaitWhenItsTimerIsDisabled) {
+    for (const char* how : {"Timer1_Timer", "no driver"}) {
+        RunBench bench;
+        if (how == std::string("no driver"))
+            bench.loop.drive(bench.otherForms);
+        const std::int64_t start = bench.clock.nanoseconds();
+        bench.loop.atTime(start + 70 * millisecond, [&] {
+            if (how == std::string("Timer1_Timer"))
+                bench.panel().call(how);
+        });
+        bench.run({{"Wait", "90"}});
+        EXPECT_EQ(bench.clock.nanoseconds() - start,
+                  (how == std::string("no driver") ? 90 : 70) * millisecond);
+        EXPECT_FALSE(bench.panel().sequencer.run.Timer1.enabled());
     }
 }
 

@@ -15,7 +15,8 @@ PanelForm::PanelForm(forms::FormSet& set, const Parts& parts)
                         .link = link,
                         .dongle = parts.dongle,
                         .Label_Liste = Label_Liste,
-                        .desk = parts.desk}) {
+                        .desk = parts.desk,
+                        .clock = parts.clock}) {
     procedure("Send_SPI", [this] { link.Send_SPI(); });
     procedure("ReadLowWord", [this](std::uint8_t high) { link.ReadLowWord(high); });
     procedure("ReadHighWord", [this](std::uint8_t high) { link.ReadHighWord(high); });

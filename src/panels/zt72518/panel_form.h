@@ -3,6 +3,7 @@
 #include "panels/zt72518/chip_link.h"
 #include "panels/zt72518/panel_variables.h"
 #include "panels/zt72518/sequencer.h"
+#include "platform/clock.h"
 #include "platform/desk.h"
 #include "platform/forms/form.h"
 #include "session/session.h"
@@ -21,6 +22,7 @@ public:
         WordEngine& engine;
         DongleLink& dongle;
         const Desk& desk;
+        const Clock& clock;
     };
 
     PanelForm(forms::FormSet& set, const Parts& parts);

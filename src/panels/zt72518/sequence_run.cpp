@@ -221,8 +221,13 @@ void SequenceRun::wait(const std::string& value) {
         return;
     Timer1.setInterval(milliseconds);
     Timer1.enable();
-    while (Timer1.enabled() && variables_.RunEnabled)
-        parts_.loop.waitForEvents(milliseconds * millisecond);
+    // A timer of a window may come late, and one that nobody drives never.
+    const std::int64_t end = parts_.clock.nanoseconds() + milliseconds * millisecond;
+    for (std::int64_t left = milliseconds * millisecond;
+         left > 0 && Timer1.enabled() && variables_.RunEnabled;
+         left = end - parts_.clock.nanoseconds())
+        parts_.loop.waitForEvents(left);
+    Timer1.disable();
 }
 
 void SequenceRun::enterSpecialMode(std::uint8_t choice) {

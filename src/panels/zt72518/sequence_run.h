@@ -4,6 +4,7 @@
 #include "panels/zt72518/panel_variables.h"
 #include "panels/zt72518/sequence_lists.h"
 #include "panels/zt72518/watchdog.h"
+#include "platform/clock.h"
 #include "platform/desk.h"
 #include "platform/event.h"
 #include "platform/forms/control_array.h"
@@ -35,6 +36,7 @@ public:
         const forms::ControlArray<forms::TextBox>& Val_loop;
         const forms::ControlArray<forms::Label>& Label_Liste;
         EventLoop& loop;
+        const Clock& clock;
     };
 
     SequenceRun(forms::Form& form, const Parts& parts);
@@ -85,7 +87,7 @@ private:
 
 public:
     forms::Button Cm_Run_Seq;
-    forms::Timer Timer1; ///< runs for as long as a wait lasts
+    forms::Timer Timer1; ///< runs for as long as a wait lasts; who disables it ends the wait
     forms::CheckBox Ch_Loop;
     forms::Button Cm_Stop_Loop;
     forms::ControlArray<forms::Frame> frame_Condition;

@@ -22,6 +22,7 @@ public:
         DongleLink& dongle;
         const forms::ControlArray<forms::Label>& Label_Liste;
         const Desk& desk;
+        const Clock& clock;
     };
 
     Sequencer(forms::Form& form, const Parts& parts);
