@@ -1,4 +1,4 @@
-#include "panel_bench.h"
+#include "sequencer_bench.h"
 
 #include <functional>
 #include <memory>
@@ -17,7 +17,7 @@ constexpr const char* everyRead =
     "Cm_RFl(5) Cm_RFl(6) Cm_RFh(0) Cm_RFh(1) Cm_RFh(2) Cm_RFh(3) Cm_RFh(4) Cm_ReadAll_Rl(1)";
 
 /// Notes the reads in place of sending them.
-struct AutoBench : PanelBench {
+struct AutoBench : SequencerBench {
     AutoBench() {
         std::istringstream names(everyRead);
         for (std::string name; names >> name;)

@@ -1,11 +1,11 @@
-#include "panel_bench.h"
+#include "sequencer_bench.h"
 
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
 namespace {
 
-struct EditorBench : PanelBench {
+struct EditorBench : SequencerBench {
     EditorBench() { fill({{"a", "1"}, {"b", "50ms"}, {"c", "3"}}); }
     forms::ListBox& commands() { return lists().List_Commands; }
     forms::ListBox& values() { return lists().List_Value; }
@@ -64,12 +64,13 @@ TEST(SequenceEditor, MovesLinesByDragging) {
 TEST(SequenceEditor, PicksTheLinesOfTheLoop) {
     EditorBench bench;
     const auto colours = [&bench] {
-        return fmt::format("{:X} {:X}", bench.panel().Label_Liste(5).backColor(),
-                           bench.panel().Label_Liste(6).backColor());
+        return fmt::format("{:X} {:X}",
+                           bench.get<forms::Label>("ZT72518.Label_Liste(5)").backColor(),
+                           bench.get<forms::Label>("ZT72518.Label_Liste(6)").backColor());
     };
-    EXPECT_FALSE(bench.panel().Label_Liste(5).visible());
+    EXPECT_FALSE(bench.get<forms::Label>("ZT72518.Label_Liste(5)").visible());
     bench.toggle("Ch_Loop");
-    EXPECT_TRUE(bench.panel().Label_Liste(5).visible());
+    EXPECT_TRUE(bench.get<forms::Label>("ZT72518.Label_Liste(5)").visible());
     EXPECT_TRUE(bench.get<forms::TextBox>("ZT72518.Val_loop(1)").enabled());
     bench.commands().select(2);
     EXPECT_EQ(bench.loopBox(0) + bench.loopBox(1), "22");

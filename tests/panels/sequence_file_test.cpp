@@ -1,4 +1,4 @@
-#include "panel_bench.h"
+#include "sequencer_bench.h"
 
 #include <chrono>
 
@@ -10,7 +10,7 @@ namespace {
 constexpr const char* save = "Cm_SAVE_Seq";
 constexpr const char* load = "Cm_LOAD_Seq";
 
-struct FileBench : PanelBench {
+struct FileBench : SequencerBench {
     /// Loads what a file holds; the text of the box.
     std::string loadFrom(const std::string& content) {
         fileDialogs.answer(folder.write("a.txt", content));
@@ -148,7 +148,9 @@ TEST(SequenceFile, RecordsWhatIsSent) {
     bench.press("watchdog(12)");
     EXPECT_EQ(contentOf(name), recorded);
 
-    bench.variables().StoreCommands = true;
+    bench.fileDialogs.answer(name);
+    bench.toggle("read_auto(40)");
+    EXPECT_EQ(ticks(), "11true");
     bench.variables().StoreFileName = bench.folder.path();
     bench.sent();
     bench.press("watchdog(12)");

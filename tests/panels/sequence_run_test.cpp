@@ -1,4 +1,4 @@
-#include "panel_bench.h"
+#include "sequencer_bench.h"
 
 #include <functional>
 
@@ -7,8 +7,8 @@
 namespace bitlux::test {
 namespace {
 
-struct RunBench : PanelBench {
-    using PanelBench::PanelBench;
+struct RunBench : SequencerBench {
+    using SequencerBench::SequencerBench;
 
     bool idle() { return get<forms::Button>("ZT72518.Cm_Run_Seq").enabled(); }
     void at(int turn, std::function<void()> action) { loop.atTurn(turn, std::move(action)); }
@@ -33,7 +33,7 @@ struct RunBench : PanelBench {
 };
 
 TEST(SequenceRun, PlaysEveryKindOfLine) {
-    RunBench bench({"A50C", "0000", "FFD5", "0102"});
+    RunBench bench({"A50C", "0F10", "FFD5", "0102"});
     bench.panel().sequencer.watchdog.wd_config(0).setListIndex(1);
     bench.panel().sequencer.watchdog.wd_config(1).setListIndex(9);
     EXPECT_EQ(bench.run({{"MUX Write", "5"},
@@ -48,7 +48,7 @@ TEST(SequenceRun, PlaysEveryKindOfLine) {
                          {"MUX Write", " F F"}}),
               "4005 007F 1300 52AA 1D00 <00 15 00 0A 04 00 00 00> <00 15 00 08 04 00 00 00> "
               "<00 15 00 09 09 00 00 00> 5A00 40FF");
-    EXPECT_EQ(bench.answers(), " 1010 0101  (A5), 0000  1100  (C)| 0000  0000  (0), 0000  0000  (0)"
+    EXPECT_EQ(bench.answers(), " 1010 0101  (A5), 0000  1100  (C)| 0000  1111  (F), 0001 0000  (10)"
                                "|,| 0000  0001  (1), 0000  0010  (2)|,|,|,|,|,"
                                "| 0000  0001  (1), 0000  0010  (2)");
     EXPECT_EQ(bench.numbers().at(10) + bench.numbers().at(11), "1011  ---->");

@@ -1,11 +1,11 @@
-#include "panel_bench.h"
+#include "sequencer_bench.h"
 
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
 namespace {
 
-struct TestModeBench : PanelBench {
+struct TestModeBench : SequencerBench {
     void choose(const std::string& option) {
         get<forms::OptionButton>("TestMode." + option).click();
     }

@@ -1,4 +1,4 @@
-#include "panel_bench.h"
+#include "sequencer_bench.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@ namespace {
 
 constexpr const char* checkTheCable = "Check the USB cable and restart program";
 
-struct WatchdogBench : PanelBench {
+struct WatchdogBench : SequencerBench {
     zt72518::Watchdog& watchdog() { return panel().sequencer.watchdog; }
     std::string after(int button) {
         sent();

@@ -14,7 +14,8 @@ PanelForm::PanelForm(forms::FormSet& set, const Parts& parts)
                         .variables = variables_,
                         .link = link,
                         .dongle = parts.dongle,
-                        .Label_Liste = Label_Liste,
+                        .startPick = Label_Liste(5),
+                        .stopPick = Label_Liste(6),
                         .desk = parts.desk,
                         .clock = parts.clock}) {
     procedure("Send_SPI", [this] { link.Send_SPI(); });

@@ -13,8 +13,6 @@ namespace bitlux::zt72518 {
 namespace {
 
 constexpr forms::Color red = 255;
-constexpr int startPick = 5;
-constexpr int stopPick = 6;
 
 } // namespace
 
@@ -69,8 +67,8 @@ void SequenceEditor::List_Commands_Click() {
 
 void SequenceEditor::showNextPick() {
     const bool picksStart = parts_.variables.NextLoopPick;
-    parts_.Label_Liste(startPick).setBackColor(picksStart ? red : forms::buttonFaceColor);
-    parts_.Label_Liste(stopPick).setBackColor(picksStart ? forms::buttonFaceColor : red);
+    parts_.startPick.setBackColor(picksStart ? red : forms::buttonFaceColor);
+    parts_.stopPick.setBackColor(picksStart ? forms::buttonFaceColor : red);
 }
 
 void SequenceEditor::Val_loop_Change() {

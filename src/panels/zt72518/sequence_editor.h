@@ -17,7 +17,8 @@ public:
         PanelVariables& variables;
         SequenceLists& lists;
         forms::ComboBox& timeOfLine; ///< edits the value of a watchdog's line
-        const forms::ControlArray<forms::Label>& Label_Liste; ///< 5 and 6: Start and Stop
+        forms::Label& startPick;     ///< red while the next click picks the start of the loop
+        forms::Label& stopPick;
         MessageBoxes& boxes;
     };
 

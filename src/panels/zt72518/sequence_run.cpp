@@ -123,8 +123,8 @@ void SequenceRun::Ch_Loop_Click() {
     parts_.Val_loop(0).setEnabled(on);
     parts_.Val_loop(1).setEnabled(on);
     Cm_Stop_Loop.setEnabled(on);
-    for (const int pick : {5, 6}) // Start and Stop
-        parts_.Label_Liste(pick).setVisible(on);
+    parts_.startPick.setVisible(on);
+    parts_.stopPick.setVisible(on);
 }
 
 void SequenceRun::Cm_Run_Seq_Click() {

@@ -34,7 +34,8 @@ public:
         SequenceLists& lists;
         Watchdog& watchdog;
         const forms::ControlArray<forms::TextBox>& Val_loop;
-        const forms::ControlArray<forms::Label>& Label_Liste;
+        forms::Label& startPick; ///< shown while there is a loop
+        forms::Label& stopPick;
         EventLoop& loop;
         const Clock& clock;
     };

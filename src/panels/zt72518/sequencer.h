@@ -20,7 +20,8 @@ public:
         PanelVariables& variables;
         ChipLink& link;
         DongleLink& dongle;
-        const forms::ControlArray<forms::Label>& Label_Liste;
+        forms::Label& startPick; ///< caption of the start of the loop
+        forms::Label& stopPick;
         const Desk& desk;
         const Clock& clock;
     };

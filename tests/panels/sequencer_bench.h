@@ -22,8 +22,8 @@ constexpr std::int64_t millisecond = 1'000'000;
 
 /// The panel beside a dongle with a chip that answers as a script tells, in the shape of words that
 /// the panel sets, with the wire trace on.
-struct PanelBench : TestBench {
-    explicit PanelBench(const Texts& replies = {"0000"})
+struct SequencerBench : TestBench {
+    explicit SequencerBench(const Texts& replies = {"0000"})
         : TestBench("scripted", replies, WithDongle::Yes) {
         session().SPIWordLength = 16;
         session().SPIType = 2;
