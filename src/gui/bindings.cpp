@@ -236,6 +236,7 @@ void TextBoxBinding::refreshContent() {
 
 TimerBinding::TimerBinding(forms::Timer& control, QTimer& timer)
     : Binding(control, timer), control_(control), timer_(timer) {
+    timer.setTimerType(Qt::PreciseTimer); // a coarse one may come early
     QObject::connect(&timer, &QTimer::timeout, &timer, [this] { control_.fire(); });
 }
 

@@ -16,10 +16,10 @@
 #include <QDir>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QTemporaryDir>
 #include <QThread>
-#include <QLineEdit>
 #include <QVBoxLayout>
 
 #include <fmt/format.h>

@@ -22,8 +22,8 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QStatusBar>
-#include <QTimer>
 #include <QStyle>
+#include <QTimer>
 
 #include <fmt/format.h>
 

@@ -105,7 +105,7 @@ struct Desk {
     Pointer& pointer;
     EventLoop& loop;
     SystemInformation* systemInformation = nullptr; ///< where there is one
-    Sound* sound = nullptr; ///< silence when there is none
+    Sound* sound = nullptr;                         ///< silence when there is none
 };
 
 } // namespace bitlux

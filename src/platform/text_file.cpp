@@ -148,4 +148,20 @@ void replaceTextFile(
     replacement.finish();
 }
 
+void appendLine(const std::string& fileName, std::string_view line) {
+    // A pipe must not make the program wait.
+    const int descriptor =
+        ::open(fileName.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0666);
+    if (descriptor < 0)
+        fail(fileName, errno);
+    const std::string whole = std::string(line) + "\r\n"; // at once, so that no line is half there
+    const ssize_t written = ::write(descriptor, whole.data(), whole.size());
+    const int error = written < 0 ? errno : ENOSPC;
+    const int closed = ::close(descriptor);
+    if (written != static_cast<ssize_t>(whole.size()))
+        fail(fileName, error);
+    if (closed != 0)
+        fail(fileName, errno);
+}
+
 } // namespace bitlux

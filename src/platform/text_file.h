@@ -19,4 +19,8 @@ void replaceTextFile(
     const std::string& fileName,
     const std::function<void(const std::function<void(std::string_view)>&)>& write);
 
+/// Adds a line with carriage return and line feed to the end of a file, which is made when it does
+/// not exist. Raises Failure (File) as replaceFile does.
+void appendLine(const std::string& fileName, std::string_view line);
+
 } // namespace bitlux

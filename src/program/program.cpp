@@ -73,13 +73,21 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                  return std::make_unique<AboutForm>(forms_, session_.BuildNumber,
                                                     desk_.systemInformation);
              }),
-      zt72518_(forms_, "ZT72518", [this] {
-          return std::make_unique<zt72518::PanelForm>(
-              forms_, zt72518::PanelForm::Parts{.session = session_,
-                                                .engine = engine_,
-                                                .dongle = dongle_,
-                                                .desk = desk_,
-                                                .markers = markers_});
+      zt72518_(forms_, "ZT72518",
+               [this] {
+                   return std::make_unique<zt72518::PanelForm>(
+                       forms_, zt72518::PanelForm::Parts{.session = session_,
+                                                         .engine = engine_,
+                                                         .dongle = dongle_,
+                                                         .desk = desk_,
+                                                         .markers = markers_,
+                                                         .clock = clock_});
+               }),
+      zt72518TestMode_(forms_, "TestMode", [this] {
+          return std::make_unique<zt72518::TestModeForm>(
+              forms_,
+              zt72518::TestModeForm::Parts{
+                  .session = session_, .engine = engine_, .dongle = dongle_, .boxes = desk_.boxes});
       }) {
     forms_.unloadThrough("frmMain", [this] { close(); });
     options_.useUsb = [this] { return dialog_->ChkSerialPort.checked(); };

@@ -2,12 +2,13 @@
 
 #include "config/configure_dialog.h"
 #include "panels/zt72518/panel_form.h"
+#include "panels/zt72518/test_mode_form.h"
 #include "platform/clock.h"
 #include "platform/desk.h"
 #include "platform/forms/form_set.h"
 #include "platform/hardware.h"
-#include "program/about_form.h"
 #include "platform/linux/user_marker_files.h"
+#include "program/about_form.h"
 #include "program/main_form.h"
 #include "program/waveform_recording.h"
 #include "sending/add_wait_form.h"
@@ -106,6 +107,7 @@ private:
     forms::FormSlot<AddWaitForm> addWait_;
     forms::FormSlot<AboutForm> about_;
     forms::FormSlot<zt72518::PanelForm> zt72518_;
+    forms::FormSlot<zt72518::TestModeForm> zt72518TestMode_;
     bool running_ = false;
     bool closing_ = false;
     bool searching_ = false;

@@ -3,6 +3,7 @@
 #include "transfer/dongle_frame.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace bitlux {
 
@@ -15,6 +16,10 @@ constexpr UsbBuffers buffers{.size = 8, .count = 3, .errorsAllowed = 5};
 constexpr std::uint8_t readLinesCommand = 5;
 constexpr std::uint8_t testModeCommand = 13;
 constexpr std::uint8_t testModeKey = 127;
+constexpr std::uint8_t watchdogCommand = 21;
+constexpr std::uint8_t watchdogCurrentCommand = 69;
+constexpr std::uint8_t trimmingCommand = 37;
+constexpr std::uint8_t triggerBit = 0x80;
 
 /// The transport is asked again when this has passed; it ends no wait.
 constexpr std::int64_t endlessWait = 3'600'000'000'000;
@@ -88,6 +93,45 @@ void DongleLink::test_mode() {
             fail();
     }
     session_.USBReadDone = false;
+}
+
+UsbFrame DongleLink::triggeredFrame(std::uint8_t command) {
+    UsbFrame frame = commandFrame(command);
+    if (std::exchange(session_.USBFrameTopBit, false))
+        frame[0] = triggerBit;
+    return frame;
+}
+
+void DongleLink::send_wd(std::uint8_t mode, std::uint8_t time) {
+    if (!session_.USBReady)
+        return;
+    UsbFrame frame = triggeredFrame(watchdogCommand);
+    frame[3] = mode;
+    frame[4] = time;
+    UsbFrame answer{};
+    exchangeLimited(frame, answer);
+}
+
+void DongleLink::send_wd_current(std::uint8_t on, std::uint8_t highTime, std::uint8_t lowTime) {
+    if (!session_.USBReady)
+        return;
+    UsbFrame frame = triggeredFrame(watchdogCurrentCommand);
+    frame[3] = on;
+    frame[5] = highTime;
+    frame[6] = lowTime;
+    UsbFrame answer{};
+    exchangeLimited(frame, answer);
+}
+
+void DongleLink::send_trimming(std::uint8_t txdLow) {
+    if (!session_.USBReady)
+        return;
+    UsbFrame frame = commandFrame(trimmingCommand);
+    frame[3] = static_cast<std::uint8_t>(session_.WordToSend.at(8));
+    frame[4] = static_cast<std::uint8_t>(session_.WordToSend.at(0));
+    frame[5] = txdLow;
+    UsbFrame answer{};
+    exchangeUnlimited(frame, answer);
 }
 
 DongleLink::Exchange DongleLink::exchange(const UsbFrame& frame, UsbFrame& answer,

@@ -54,6 +54,19 @@ public:
     /// Puts the dongle into test mode; one that does not answer is no failure.
     void test_mode();
 
+    // Commands of the panels. Without a dongle they do nothing; where one does not answer the link
+    // has failed. Those of the watchdog take up and clear USBFrameTopBit.
+
+    /// Starts or stops the watchdog that the dongle serves: its mode and 8, or 32 to stop, and the
+    /// number of its time.
+    void send_wd(std::uint8_t mode, std::uint8_t time);
+    /// The pulse of current of the watchdog: 16 for on, 0 for off, its high time in ms and the
+    /// number of its low time.
+    void send_wd_current(std::uint8_t on, std::uint8_t highTime, std::uint8_t lowTime);
+    /// Burns what the bytes in the elements 8 and 0 of WordToSend tell, with data out low for so
+    /// many steps. Waits without limit.
+    void send_trimming(std::uint8_t txdLow);
+
     /// The link failed and the user was told: whatever sends by itself stops.
     Event<> failed;
 
@@ -74,6 +87,7 @@ private:
     void settleLateAnswers();
     bool report(Exchange exchange);
     void fail();
+    UsbFrame triggeredFrame(std::uint8_t command);
     void record(WireAccess::Kind kind, const UsbFrame& frame);
 
     Session& session_;

@@ -3,6 +3,7 @@
 #include "transfer/dongle_frame.h"
 #include "transfer/dongle_link.h"
 
+#include <functional>
 #include <utility>
 
 #include <fmt/format.h>
@@ -178,6 +179,48 @@ TEST(DongleLink, SamplesTheLinesOfTheChip) {
     rig.link.read_rstint();
     EXPECT_TRUE(rig.session.InterruptSeen);
     EXPECT_EQ(rig.takeTrace(), "");
+}
+
+TEST(DongleLink, CarriesTheCommandsOfThePanels) {
+    LinkRig rig;
+    const auto frameOf = [&rig](const std::function<void()>& command) {
+        command();
+        const std::string trace = rig.takeTrace();
+        const std::size_t out = trace.find("OUT");
+        return trace.substr(out, trace.find('\n') - out);
+    };
+    const auto watchdog = [&rig] { rig.link.send_wd(11, 9); };
+    const auto current = [&rig] { rig.link.send_wd_current(16, 5, 8); };
+    EXPECT_EQ(frameOf(watchdog), "OUT 00 15 00 0B 09 00 00 00");
+    rig.session.USBFrameTopBit = true;
+    EXPECT_EQ(frameOf(current), "OUT 80 45 00 10 00 05 08 00");
+    EXPECT_EQ(frameOf(current), "OUT 00 45 00 10 00 05 08 00") << "it triggers once";
+    rig.session.USBFrameTopBit = true;
+    EXPECT_EQ(frameOf(watchdog), "OUT 80 15 00 0B 09 00 00 00");
+    rig.session.WordToSend.assign(16, 0);
+    rig.session.WordToSend[8] = 39;
+    rig.session.WordToSend[0] = 254;
+    rig.session.USBFrameTopBit = true;
+    rig.breakWith("late:7200000");
+    EXPECT_EQ(frameOf([&rig] { rig.link.send_trimming(100); }), "OUT 00 25 00 27 FE 64 00 00");
+    EXPECT_TRUE(rig.session.USBFrameTopBit);
+    EXPECT_EQ(rig.failures, 0) << "this one has no limit";
+
+    for (const auto& command : std::vector<std::function<void()>>{watchdog, current}) {
+        rig.breakWith("late:499");
+        command();
+        EXPECT_TRUE(rig.session.LinkFailed);
+        EXPECT_EQ(rig.boxes.takeTexts(), std::vector<std::string>{checkTheCable});
+    }
+    EXPECT_EQ(rig.failures, 2);
+    rig.session.USBReady = false;
+    rig.session.USBFrameTopBit = true;
+    rig.takeTrace();
+    watchdog();
+    current();
+    rig.link.send_trimming(0);
+    EXPECT_EQ(rig.takeTrace(), "");
+    EXPECT_TRUE(rig.session.USBFrameTopBit) << "it waits for a dongle";
 }
 
 TEST(DongleLink, PutsTheDongleIntoTestModeWithoutComplaint) {

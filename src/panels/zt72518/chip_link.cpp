@@ -18,6 +18,13 @@ constexpr std::array captions{"REG_FLAG0",  "REG_FLAG1",  "I/O_FLAG0", "I/O_FLAG
 
 } // namespace
 
+void sendPacked(Session& session, WordEngine& engine, std::uint8_t high, std::uint8_t low) {
+    session.WordToSend.assign(wordBits, 0); // bits of another page's word must not mix in
+    session.WordToSend[8] = high;
+    session.WordToSend[0] = low;
+    engine.SendSPI();
+}
+
 ChipLink::ChipLink(forms::Form& form, Session& session, WordEngine& engine,
                    PanelVariables& variables)
     : session_(session),
@@ -31,10 +38,7 @@ ChipLink::ChipLink(forms::Form& form, Session& session, WordEngine& engine,
       }) {}
 
 void ChipLink::send(std::uint8_t high, std::uint8_t low) {
-    session_.WordToSend.assign(wordBits, 0); // bits of another page's word must not mix in
-    session_.WordToSend[8] = high;
-    session_.WordToSend[0] = low;
-    engine_.SendSPI();
+    sendPacked(session_, engine_, high, low);
 }
 
 void ChipLink::Send_SPI() {

@@ -11,6 +11,9 @@
 
 namespace bitlux::zt72518 {
 
+/// Sends a word of 16 bits in the packed form; the answer stands in WordReceived.
+void sendPacked(Session& session, WordEngine& engine, std::uint8_t high, std::uint8_t low);
+
 /// The one way of the panel to the chip: words of 16 bits in the packed form, whole bytes in the
 /// elements 8 (high) and 0 (low) of WordToSend; and the row of labels that shows the status byte
 /// of the answer.

@@ -50,8 +50,24 @@ PanelForm::PanelForm(forms::FormSet& set, const Parts& parts)
       ram(*this, pageControls, filters_, boxes_),
       flags(pageControls, words, link, [this] { return selection.variant(); }),
       diagram(*this, pageControls, link, variables_),
-      selection(*this, pageControls, parts.markers) {
-    saveSequence = [this] { call("Cm_SAVE_Seq_Click"); };
+      selection(*this, pageControls, parts.markers),
+      Label_Liste("Label_Liste", 5, 6,
+                  [this](const std::string& name, int index) {
+                      return std::make_unique<forms::Label>(*this, name,
+                                                            index == 5 ? "Start" : "Stop", index);
+                  }),
+      sequencer(*this, {.session = parts.session,
+                        .variables = variables_,
+                        .link = link,
+                        .dongle = parts.dongle,
+                        .startPick = Label_Liste(5),
+                        .stopPick = Label_Liste(6),
+                        .desk = parts.desk,
+                        .clock = parts.clock}) {
+    sinks = sequencer.sinks();
+    sequencer.run.decodeName = [this](const std::string& name) { decoder.Decod_Name(name); };
+    sequencer.run.binaryText = [](const std::string& digits) { return HEXtoBIN(digits); };
+    sequencer.run.computeParity = [this](std::uint8_t data) { words.ParityOfWordLow(data); };
     decoder.clickWatchdog = [this](int button) { call("watchdog_Click", button); };
     addRefreshMirror();
     pageControls.onClick(parityBox, [this] {
@@ -121,7 +137,7 @@ void PanelForm::unload() {
                               .buttons = MessageBox::Buttons::YesNo};
     if (tab_518(outerPages).selected() == SequencePage) {
         if (boxes_.show(question) == MessageBox::Answer::Yes)
-            saveSequence();
+            call("Cm_SAVE_Seq_Click");
         else
             variables_.RunEnabled = false; // what still runs sends nothing more
     }

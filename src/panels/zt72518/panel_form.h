@@ -11,9 +11,11 @@
 #include "panels/zt72518/panel_variables.h"
 #include "panels/zt72518/ram_page.h"
 #include "panels/zt72518/sequence_decoder.h"
+#include "panels/zt72518/sequencer.h"
 #include "panels/zt72518/special_mode_page.h"
 #include "panels/zt72518/status_labels.h"
 #include "panels/zt72518/variant_selection.h"
+#include "platform/clock.h"
 #include "platform/desk.h"
 #include "platform/forms/control_array.h"
 #include "platform/forms/form.h"
@@ -42,6 +44,7 @@ public:
         DongleLink& dongle;
         const Desk& desk;
         const MarkerFiles& markers;
+        const Clock& clock;
     };
 
     /// The outer pages, tabs of tab_518(0); tab_518(1) has the pages of registers.
@@ -56,9 +59,6 @@ public:
     PanelForm(forms::FormSet& set, const Parts& parts);
 
     [[nodiscard]] PanelVariables& variables() { return variables_; }
-
-    /// Saves the sequence, when the user wants that at the end.
-    std::function<void()> saveSequence;
 
 private:
     struct WordShape {
@@ -102,6 +102,9 @@ public:
     FlagPages flags;
     DiagramPage diagram;
     VariantSelection selection;
+
+    forms::ControlArray<forms::Label> Label_Liste; ///< 5 and 6 Start and Stop of the loop
+    Sequencer sequencer;
 };
 
 } // namespace bitlux::zt72518

@@ -241,7 +241,11 @@ void ListBox::dragLine(int from, int to) {
 }
 
 void ListBox::linesChanged() {
-    listIndex_ = std::min(listIndex_, static_cast<int>(count()) - 1);
+    linesChanged(listIndex_);
+}
+
+void ListBox::linesChanged(int listIndex) {
+    listIndex_ = std::min(listIndex, static_cast<int>(count()) - 1);
     touch();
 }
 

@@ -236,6 +236,8 @@ public:
 
     /// To be called by whoever changed the lines.
     void linesChanged();
+    /// The same; the selection went along with its line, and no handler runs.
+    void linesChanged(int listIndex);
 
 private:
     std::shared_ptr<const LineSource> lines_;

@@ -20,7 +20,17 @@ public:
     void assign(std::vector<std::string> lines) { lines_ = std::move(lines); }
     [[nodiscard]] const std::vector<std::string>& all() const { return lines_; }
 
+    /// In front of line `index`, or at the end when that is size().
+    void insert(std::size_t index, std::string line) {
+        lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(index), std::move(line));
+    }
+
     // Indexes are below size().
+    void replace(std::size_t index, std::string line) { lines_[index] = std::move(line); }
+    void remove(std::size_t first, std::size_t count) {
+        const auto begin = lines_.begin() + static_cast<std::ptrdiff_t>(first);
+        lines_.erase(begin, begin + static_cast<std::ptrdiff_t>(count));
+    }
     void remove(std::size_t index) {
         lines_.erase(lines_.begin() + static_cast<std::ptrdiff_t>(index));
     }

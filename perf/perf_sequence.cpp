@@ -1,0 +1,177 @@
+// A sequence of 200 lines beside the same words sent bare, and what automatic reading of all
+// registers takes of a processor's time, through a dongle that takes its time on the bus.
+
+#include "bench/scripted_desk.h"
+#include "panels/common/colours.h"
+#include "panels/zt72518/panel_form.h"
+#include "program/program.h"
+#include "workbench/virtual_bench.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <ctime>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <fmt/format.h>
+
+namespace {
+
+using namespace bitlux;
+
+constexpr int lines = 200;
+constexpr int rounds = 3;
+constexpr double ratioLimit = 1.2;
+constexpr double shareLimit = 5; // percent
+constexpr double tick = 500e6;   // nanoseconds between two automatic readings
+
+/// The processor's time of this thread, in nanoseconds.
+std::int64_t processorTime() {
+    timespec time{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return time.tv_sec * 1'000'000'000LL + time.tv_nsec;
+}
+
+/// Nanoseconds.
+struct Times {
+    double all = 0;
+    double processor = 0;
+};
+
+/// What nothing else on the machine has disturbed.
+Times shorter(const Times& one, const Times& other) {
+    return {.all = std::min(one.all, other.all),
+            .processor = std::min(one.processor, other.processor)};
+}
+
+/// What the automatic reads call.
+constexpr std::array readButtons{
+    "Cm_Mux_Rl",        "Cm_Init_Reg_Rl",   "Cm_Init_Wdog_Rl",  "Cm_Init_Lin_Io_Rl",
+    "Cm_Init_Misc_Rl",  "Cm_Spe_Mode_Rl",   "Cm_Timer0_Rl",     "Cm_Timer1_Rl",
+    "Cm_Timer2_Rl",     "Cm_Wd_Refresh_Rl", "Cm_Mode_Rm_Rl",    "Cm_Regulateur_Rl",
+    "Cm_CAN_Rl",        "Cm_Io_Rl",         "Cm_interrupts_Rl", "Cm_Lin0_Rl",
+    "Cm_Lin1_Rl",       "Cm_Mode_Rm_Rh",    "Cm_CAN_Rh",        "Cm_I0_Rh",
+    "Cm_Interrupts_Rh", "CM_Lin0_Rh",       "Cm_Lin1_Rh"};
+constexpr std::array readArrays{"Cm_RFl", "Cm_RFh", "Cm_ReadAll_Rl"};
+
+/// Pages that read a register into eight labels, for those that the panel has not.
+class Pages {
+public:
+    explicit Pages(zt72518::PanelForm& panel) : panel_(panel) {
+        for (const std::string button : readButtons)
+            if (!panel.hasProcedure(button + "_Click")) {
+                buttons_.push_back(std::make_unique<forms::Button>(panel, button));
+                panel.procedure(button + "_Click", [this] { read(); });
+            }
+        for (const std::string button : readArrays)
+            if (!panel.hasProcedure(button + "_Click")) {
+                buttons_.push_back(std::make_unique<forms::Button>(panel, button, "", 0));
+                panel.procedure(button + "_Click", [this](int) { read(); });
+            }
+    }
+
+private:
+    void read() {
+        panel_.link.ReadLowWord(1);
+        for (int bit = 0; bit < 8; ++bit)
+            light(row_(bit), panel_.link.received(bit), litColour);
+    }
+
+    zt72518::PanelForm& panel_;
+    std::vector<std::unique_ptr<forms::Button>> buttons_;
+    forms::ControlArray<forms::Label> row_{panel_, "row", 8};
+};
+
+class Rig {
+public:
+    Rig() {
+        bench_.dongle.plug();
+        bench_.wireFor(program_.session());
+        program_.Main();
+        program_.session().SPIWordLength = 16;
+        program_.session().SPIType = 2;
+        panel().sequencer.run.decodeName = [this](const std::string&) {
+            panel().variables().SequenceHighByte = 64;
+            panel().variables().SequenceIsWrite = true;
+            panel().variables().SequenceIsWatchdog = false;
+        };
+        panel().sequencer.run.binaryText = [](const std::string& digits) {
+            return fmt::format(" {0:>4} {0:>4}", digits);
+        };
+        for (int line = 0; line < lines; ++line)
+            panel().sequencer.lists.append("MUX Write", fmt::format("{:X}", line));
+    }
+
+    Times sequence() {
+        return timesOf([this] { panel().sequencer.run.Cm_Run_Seq_Click(); });
+    }
+    Times bare() {
+        return timesOf([this] {
+            for (int line = 0; line < lines; ++line)
+                panel().link.send(64, static_cast<std::uint8_t>(line));
+        });
+    }
+    /// The readings of one tick.
+    Times reading() {
+        zt72518::AutoReads& reads = panel().sequencer.autoReads;
+        for (int box = 0; box <= 36; ++box)
+            reads.read_auto(box).setValue(1);
+        reads.timer_auto.enable();
+        return timesOf([&reads] { reads.timer_auto_Timer(); });
+    }
+    [[nodiscard]] bool told() const { return !desk_.boxes.shown().empty(); }
+
+private:
+    zt72518::PanelForm& panel() { return *panel_; }
+    template <typename Action>
+    Times timesOf(const Action& action) {
+        const std::int64_t start = clock_.nanoseconds();
+        const std::int64_t processorStart = processorTime();
+        action();
+        return {.all = static_cast<double>(clock_.nanoseconds() - start),
+                .processor = static_cast<double>(processorTime() - processorStart)};
+    }
+    PacedClock clock_;
+    VirtualBench bench_{clock_, makeDevice("echo")};
+    ScriptedDesk desk_{clock_};
+    const Desk parts_ = desk_.desk();
+    Program program_{bench_.hardware(), parts_};
+    forms::FormSlot<zt72518::PanelForm> panel_{
+        program_.forms(), "ZT72518", [this] {
+            return std::make_unique<zt72518::PanelForm>(
+                program_.forms(), zt72518::PanelForm::Parts{.session = program_.session(),
+                                                            .engine = program_.engine(),
+                                                            .dongle = program_.dongle(),
+                                                            .desk = parts_,
+                                                            .clock = clock_});
+        }};
+    Pages pages_{*panel_};
+};
+
+} // namespace
+
+int main() {
+    Rig rig;
+    Times sequence = rig.sequence();
+    Times bare = rig.bare();
+    Times reading = rig.reading();
+    for (int round = 1; round < rounds; ++round) {
+        sequence = shorter(sequence, rig.sequence());
+        bare = shorter(bare, rig.bare());
+        reading = shorter(reading, rig.reading());
+    }
+    const double ratio = sequence.all / bare.all;
+    const double share = 100 * reading.processor / tick;
+    fmt::print("sequence: {} lines take {:.3f} times as long as their words alone, {:.2f} ms each "
+               "(at most {}); the processor has {:.1f} us a line and {:.1f} a word\n",
+               lines, ratio, bare.all / lines / 1e6, ratioLimit, sequence.processor / lines / 1000,
+               bare.processor / lines / 1000);
+    fmt::print("automatic reading of all registers keeps a processor busy for {:.2f} ms of 500, "
+               "{:.2f} % (at most {}); it takes {:.0f} ms\n",
+               reading.processor / 1e6, share, shareLimit, reading.all / 1e6);
+    if (rig.told()) // a box would have taken the place of the work
+        return 1;
+    return ratio <= ratioLimit && share <= shareLimit ? 0 : 1;
+}

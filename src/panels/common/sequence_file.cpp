@@ -1,0 +1,77 @@
+#include "panels/common/sequence_file.h"
+
+#include "platform/code_page.h"
+#include "platform/failure.h"
+#include "platform/line_reader.h"
+#include "platform/printable.h"
+#include "platform/text_file.h"
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+namespace {
+
+constexpr std::string_view titles = "Command\tValue";
+constexpr std::size_t longestName = 200; // in a message
+
+std::string lineOf(std::string_view command, std::string_view value) {
+    for (const std::string_view text : {command, value})
+        if (text.find_first_of("\t\r\n") != std::string_view::npos)
+            throw Failure(Failure::Kind::Conversion,
+                          fmt::format("\"{}\" has a tab or a line end and cannot be saved",
+                                      printable(text, longestName)));
+    return toCodePage(fmt::format("{}\t{}\t", command, value));
+}
+
+[[noreturn]] void failDamaged(const LineReader& file, std::string_view reason) {
+    throw Failure(Failure::Kind::Conversion,
+                  fmt::format("The file \"{}\" is damaged in line {}: {}.",
+                              printable(file.fileName(), longestName), file.lineNumber(), reason));
+}
+
+void addRow(SequenceRows& rows, std::string_view line, const LineReader& file) {
+    const std::size_t first = line.find('\t');
+    const std::size_t second = first == std::string_view::npos ? first : line.find('\t', first + 1);
+    if (second == std::string_view::npos)
+        failDamaged(file, "there is no tab behind the command and behind the value");
+    rows.commands.push_back(toUtf8(line.substr(0, first)));
+    rows.values.push_back(toUtf8(line.substr(first + 1, second - first - 1)));
+}
+
+} // namespace
+
+void saveSequence(const std::string& fileName, const forms::LineSource& commands,
+                  const forms::LineSource& values) {
+    replaceTextFile(fileName, [&](const auto& writeLine) {
+        writeLine(titles);
+        for (std::size_t row = 0; row < commands.size(); ++row)
+            writeLine(lineOf(commands.line(row), values.line(row)));
+    });
+}
+
+SequenceRows loadSequence(const std::string& fileName) {
+    LineReader file(fileName);
+    file.next();
+    SequenceRows rows;
+    while (const std::optional<std::string_view> line = file.next())
+        addRow(rows, *line, file);
+    if (rows.commands.empty())
+        failDamaged(file, "there is no row of headers behind it");
+    return rows;
+}
+
+void startSequenceFile(const std::string& fileName, std::string_view command,
+                       std::string_view value) {
+    replaceTextFile(fileName, [&](const auto& writeLine) {
+        writeLine(titles);
+        writeLine(lineOf(command, value));
+    });
+}
+
+void appendToSequenceFile(const std::string& fileName, std::string_view command,
+                          std::string_view value) {
+    appendLine(fileName, lineOf(command, value));
+}
+
+} // namespace bitlux

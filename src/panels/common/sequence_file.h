@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/forms/line_source.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Text files of sequences, in Windows-1252: a line of titles, then a line for each row with the
+/// command and its value, a tab behind each. Every line ends in carriage return and line feed.
+namespace bitlux {
+
+/// The rows of a sequence: as many values as commands.
+struct SequenceRows {
+    std::vector<std::string> commands;
+    std::vector<std::string> values;
+};
+
+/// Replaces the file as a whole. Raises Failure (File) when it cannot be written, and (Conversion)
+/// when a text has a tab or a line end or the code page lacks one of its characters.
+void saveSequence(const std::string& fileName, const forms::LineSource& commands,
+                  const forms::LineSource& values);
+
+/// All rows, of which there is at least one; what the first line says does not matter. Raises
+/// Failure (File) when the file cannot be read, and (Conversion) with file, line and reason when a
+/// row lacks its tabs.
+SequenceRows loadSequence(const std::string& fileName);
+
+/// Makes a file that holds the titles and one row, that of the headers.
+void startSequenceFile(const std::string& fileName, std::string_view command,
+                       std::string_view value);
+/// Adds a row to a file. Both raise as saveSequence does.
+void appendToSequenceFile(const std::string& fileName, std::string_view command,
+                          std::string_view value);
+
+} // namespace bitlux

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "chips/zt72518/test_mode.h"
+#include "platform/desk.h"
+#include "platform/forms/control_array.h"
+#include "platform/forms/controls.h"
+#include "platform/forms/form.h"
+#include "session/session.h"
+#include "transfer/dongle_link.h"
+#include "transfer/word_engine.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace bitlux::zt72518 {
+
+/// The form "TestMode": brings internal thresholds and flags to pins, starts scan tests, and trims
+/// oscillator and bias, with or without burning fuses. Its words have the shape that the panel set.
+class TestModeForm : public forms::Form {
+public:
+    /// What the form works with; all outlive it.
+    struct Parts {
+        Session& session;
+        WordEngine& engine;
+        DongleLink& dongle;
+        MessageBoxes& boxes;
+    };
+
+    TestModeForm(forms::FormSet& set, const Parts& parts);
+
+    /// Sends both words of TestWords.
+    void Send_SPI();
+    void can_lin_Click(int index);
+    void thres_combox_Click();
+    void thres_send_Click();
+    void term_send_Click();
+    void trim_send_Click();
+    void tests_send_Click(int index);
+
+private:
+    void choose(chips::zt72518::TestCommand command, std::uint8_t second = 0);
+    void sendFirstWord();
+    [[nodiscard]] chips::zt72518::Trimming trimming() const;
+    void trim_fuse_Click();
+    void showTxdTime();
+    void buildPattern();
+    /// The byte that Text1 tells; nothing for any other text.
+    [[nodiscard]] std::optional<std::uint8_t> pattern() const;
+    void sendPattern();
+
+    Parts parts_;
+
+public:
+    /// High and low byte of the first and of the second word.
+    std::array<std::uint8_t, 4> TestWords{chips::zt72518::testWordHigh, 0,
+                                          chips::zt72518::secondTestWordHigh, 0};
+
+    forms::Button enter_test_mode;
+    forms::ControlArray<forms::Button> can_lin;
+    forms::ControlArray<forms::Label> can_lin_lbl;
+    forms::ComboBox thres_combox;
+    forms::ControlArray<forms::Label> thres_lbl;
+    forms::Button thres_send;
+    forms::OptionGroup termConditions;
+    forms::ControlArray<forms::OptionButton> term_cond;
+    forms::Button term_send;
+    forms::OptionGroup trimVersions;
+    forms::OptionGroup trimVolts;
+    forms::OptionGroup trimOscillators;
+    forms::OptionGroup trimBiases;
+    forms::OptionGroup trimLins;
+    forms::OptionGroup trimFuses;
+    forms::ControlArray<forms::OptionButton> trim_version;
+    forms::ControlArray<forms::OptionButton> trim_volt;
+    forms::ControlArray<forms::OptionButton> trim_osci;
+    forms::ControlArray<forms::OptionButton> trim_bias;
+    forms::ControlArray<forms::OptionButton> trim_lin;
+    forms::ControlArray<forms::OptionButton> trim_fuse;
+    forms::ScrollBar trimming_txd;
+    forms::ControlArray<forms::Label> trimmingLabels; ///< "trimming"
+    forms::Button trim_send;
+    forms::ControlArray<forms::Button> tests_send;
+
+    // The pattern: a byte as eight binary digits in Text1, bit 7 first. The other three write their
+    // bits into it, and what stands there is what is sent.
+    forms::CheckBox bit_6;
+    forms::ComboBox periph_dec;       ///< bits 5 to 3
+    forms::ComboBox periph_scan_list; ///< bits 2 to 0
+    forms::TextBox Text1;
+};
+
+} // namespace bitlux::zt72518

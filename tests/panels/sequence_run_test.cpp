@@ -1,0 +1,280 @@
+#include "sequencer_bench.h"
+
+#include <functional>
+
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+struct RunBench : SequencerBench {
+    using SequencerBench::SequencerBench;
+
+    bool idle() { return get<forms::Button>("ZT72518.Cm_Run_Seq").enabled(); }
+    void at(int turn, std::function<void()> action) { loop.atTurn(turn, std::move(action)); }
+    std::string answers() {
+        const Texts high = column("List_Val_read1");
+        const Texts low = column("List_Val_read0");
+        EXPECT_EQ(high.size(), low.size());
+        Texts rows;
+        for (std::size_t row = 1; row < high.size(); ++row)
+            rows.push_back(high[row] + "," + low[row]);
+        return fmt::format("{}", fmt::join(rows, "|"));
+    }
+    /// Lines that tell themselves apart: MUX Write 1, 2, ...
+    static Lines writes(int count) {
+        Lines lines;
+        for (int line = 1; line <= count; ++line)
+            lines.emplace_back("MUX Write", fmt::format("{:X}", line));
+        return lines;
+    }
+    forms::FormSet otherForms{boxes};
+    Texts numbers() { return column("List1"); }
+};
+
+TEST(SequenceRun, PlaysEveryKindOfLine) {
+    RunBench bench({"A50C", "0F10", "FFD5", "0102"});
+    bench.panel().sequencer.watchdog.wd_config(0).setListIndex(1);
+    bench.panel().sequencer.watchdog.wd_config(1).setListIndex(9);
+    EXPECT_EQ(bench.run({{"MUX Write", "5"},
+                         {"Wrong name", "7f"},
+                         {"Special Mode", "2"},
+                         {"CAN Read Low", ""},
+                         {"Enhanced 2", "10ms"},
+                         {"Simple WD", "no time"},
+                         {"Start Watchdog", ""},
+                         {"One Simple Watchdog", ""},
+                         {"Wait", "1"},
+                         {"MUX Write", " F F"}}),
+              "4005 007F 1300 52AA 1D00 <00 15 00 0A 04 00 00 00> <00 15 00 08 04 00 00 00> "
+              "<00 15 00 09 09 00 00 00> 5A00 40FF");
+    EXPECT_EQ(bench.answers(), " 1010 0101  (A5), 0000  1100  (C)| 0000  1111  (F), 0001 0000  (10)"
+                               "|,| 0000  0001  (1), 0000  0010  (2)|,|,|,|,|,"
+                               "| 0000  0001  (1), 0000  0010  (2)");
+    EXPECT_EQ(bench.numbers().at(10) + bench.numbers().at(11), "1011  ---->");
+    EXPECT_TRUE(bench.idle());
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
+    EXPECT_EQ(bench.run({}), "");
+    EXPECT_EQ(bench.answers(), "");
+    EXPECT_TRUE(bench.idle());
+    bench.run(RunBench::writes(60));
+    EXPECT_EQ(bench.numbers().back(), "61  ---->");
+}
+
+TEST(SequenceRun, ComputesAParityThatDoesNotCount) {
+    RunBench bench;
+    bench.variables().SPIParityEnabled = true;
+    EXPECT_EQ(bench.run({{"MUX Write", "1"},
+                         {"Init Misc Write", "40"},
+                         {"MUX Write", "3"},
+                         {"CAN Read Low", "5"},
+                         {"Init Misc Write", "3F"},
+                         {"MUX Write", "4"}}),
+              "4001 5040 4003 1D05 503F 4004");
+    EXPECT_EQ(bench.parityOf, (std::vector<int>{0x40, 3}));
+}
+
+TEST(SequenceRun, EndsAtALineThatCannotBe) {
+    struct Case {
+        const char* command;
+        const char* value;
+        const char* text;
+    };
+    for (const Case& c : {Case{"MUX Write", "zz", "The value \"zz\" is no hexadecimal number"},
+                          Case{"MUX Write", "100", "The value \"100\" is more than a byte"},
+                          Case{"Special Mode", "4", "There is no Special Mode 4"},
+                          Case{"Wait", "a while", "Type mismatch: the text is no number"},
+                          Case{"Wait", "", "Type mismatch: the text is no number"}}) {
+        RunBench bench;
+        EXPECT_EQ(bench.run({{"MUX Write", "1"}, {c.command, c.value}, {"MUX Write", "2"}}),
+                  "4001");
+        EXPECT_EQ(bench.boxes.takeTexts(),
+                  Texts{c.text + std::string("\r\nZT72518.Cm_Run_Seq_Click")});
+        EXPECT_TRUE(bench.idle());
+    }
+    RunBench bench;
+    bench.at(2, [&] { bench.lists().clear(); });
+    EXPECT_EQ(bench.run(RunBench::writes(4)), "4001 4002");
+    EXPECT_EQ(bench.boxes.takeTexts().size(), 1U);
+    EXPECT_TRUE(bench.idle());
+}
+
+TEST(SequenceRun, RepeatsLinesUntilItIsStopped) {
+    RunBench bench;
+    bench.toggle("Ch_Loop");
+    bench.type("Val_loop(0)", "3");
+    bench.type("Val_loop(1)", "5");
+    std::size_t most = 0;
+    for (int turn = 1; turn < 20; ++turn)
+        bench.at(turn, [&] { most = std::max(most, bench.column("List_Val_read1").size()); });
+    bench.at(20, [&] { bench.press("Cm_Stop_Loop"); });
+    EXPECT_EQ(bench.run(RunBench::writes(6)),
+              "4001 4002 4003 4004 4005 4003 4004 4005 4003 4004 4005 4006");
+    EXPECT_LE(most, 6U) << "never past line 5";
+    EXPECT_EQ(bench.column("List_Val_read1").size(), 7U);
+    EXPECT_EQ(bench.run(), "4001 4002 4003 4004 4005 4006") << "a stop goes on counting";
+    bench.variables().LoopStopRequest = false;
+    bench.type("Val_loop(1)", "7");
+    EXPECT_EQ(bench.run(), "4001 4002 4003 4004 4005 4006") << "the loop is not within the lines";
+}
+
+TEST(SequenceRun, StopsForTheLinesOfTheChip) {
+    for (const bool first : {true, false})
+        for (const bool reset : {true, false}) {
+            RunBench bench;
+            bench.toggle("Ch_FirstCondition");
+            bench.type("Text_FirstCondition", "2");
+            if (!first) {
+                bench.toggle("Ch_SecondCondition");
+                bench.press("Cm_PassCondition1");
+                bench.type("Text_SecondCondition", "3");
+            }
+            const std::string options = first ? "R_Condition1" : "R_Condition2";
+            bench.get<forms::OptionButton>(fmt::format("ZT72518.{}({})", options, reset ? 0 : 1))
+                .click();
+            // The other line does not count; the right one ends it.
+            const int lines = first ? 2 : 3;
+            bench.at(lines + 2, [&] { bench.dongle.setLines(reset, !reset); });
+            bench.at(lines + 4, [&] { bench.dongle.setLines(!reset, reset); });
+            const std::string poll = " <00 05 00 00 00 00 00 00>";
+            std::string expected = first ? "4001 4002" : "4001 4002 4003";
+            for (int sample = 0; sample < 5; ++sample)
+                expected += poll;
+            EXPECT_EQ(bench.run(RunBench::writes(4)), expected + (first ? " 4003 4004" : " 4004"))
+                << reset;
+            EXPECT_FALSE(bench.variables().Condition1Seen || bench.variables().Condition2Seen);
+        }
+}
+
+TEST(SequenceRun, PassesAConditionByHand) {
+    RunBench bench;
+    bench.toggle("Ch_FirstCondition");
+    bench.type("Text_FirstCondition", "1");
+    bench.at(3, [&] {
+        EXPECT_FALSE(bench.idle());
+        bench.press("Cm_PassCondition1");
+    });
+    EXPECT_EQ(bench.run(RunBench::writes(2)),
+              "4001 <00 05 00 00 00 00 00 00> <00 05 00 00 00 00 00 00> 4002");
+    EXPECT_EQ(bench.run(), "4001 4002") << "one press goes on counting";
+    for (const char* beyond : {"7", "1e300"}) {
+        bench.type("Text_FirstCondition", beyond);
+        EXPECT_EQ(bench.run(), "4001 4002") << beyond;
+    }
+    bench.type("Text_FirstCondition", "-3");
+    EXPECT_EQ(bench.run(), "4001 4002");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
+}
+
+TEST(SequenceRun, TellsOnceThatTheDongleIsGoneDuringACondition) {
+    for (const bool plugged : {true, false}) {
+        RunBench bench;
+        if (!plugged)
+            bench.session().USBReady = false;
+        bench.toggle("Ch_FirstCondition");
+        bench.type("Text_FirstCondition", "0");
+        bench.at(2, [&] { bench.dongle.unplug(); });
+        bench.at(40, [&] { bench.press("Cm_PassCondition1"); });
+        const std::int64_t start = bench.clock.nanoseconds();
+        bench.run();
+        EXPECT_EQ(bench.boxes.takeTexts().size(), plugged ? 1U : 0U);
+        EXPECT_GT(bench.clock.nanoseconds() - start, 300 * millisecond) << "it sleeps";
+    }
+}
+
+TEST(SequenceRun, WaitsAsLongAsItSays) {
+    struct Case {
+        const char* value;
+        std::int64_t milliseconds;
+    };
+    for (const Case& c :
+         {Case{"0", 0}, Case{"-5", 0}, Case{"1", 1}, Case{"2.6", 3}, Case{"70000", 70'000}}) {
+        RunBench bench;
+        bench.fill({{"MUX Write", "1"}, {"Wait", c.value}, {"MUX Write", "2"}});
+        constexpr std::int64_t word = 2 * SimulatedDongle::transferTime + 16'000;
+        const std::int64_t start = bench.clock.nanoseconds();
+        const std::int64_t wait = c.milliseconds * millisecond;
+        const int turns = bench.loop.turns();
+        if (wait > 0)
+            bench.loop.atTime(start + word + wait - 1,
+                              [&] { EXPECT_EQ(bench.sent(), "4001") << c.value; });
+        bench.press("Cm_Run_Seq");
+        EXPECT_EQ(bench.clock.nanoseconds() - start, word + wait + word) << c.value;
+        EXPECT_EQ(bench.sent(), wait > 0 ? "4002" : "4001 4002");
+        EXPECT_LE(bench.loop.turns() - turns, 5) << "it sleeps";
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
+    }
+}
+
+TEST(SequenceRun, EndsAWaitWhenItsTimerIsDisabled) {
+    for (const char* how : {"Timer1_Timer", "no driver"}) {
+        RunBench bench;
+        if (how == std::string("no driver"))
+            bench.loop.drive(bench.otherForms);
+        const std::int64_t start = bench.clock.nanoseconds();
+        bench.loop.atTime(start + 70 * millisecond, [&] {
+            if (how == std::string("Timer1_Timer"))
+                bench.panel().call(how);
+        });
+        bench.run({{"Wait", "90"}});
+        EXPECT_EQ(bench.clock.nanoseconds() - start,
+                  (how == std::string("no driver") ? 90 : 70) * millisecond);
+        EXPECT_FALSE(bench.panel().sequencer.run.Timer1.enabled());
+    }
+}
+
+TEST(SequenceRun, TriggersAtOneLine) {
+    RunBench bench;
+    bench.type("Val_loop(3)", "2");
+    EXPECT_EQ(bench.run(RunBench::writes(3)), "4001 4002! 4003");
+    EXPECT_EQ(bench.run({{"Wait", "1"}, {"Simple WD", "1ms"}, {"MUX Write", "1"}}),
+              "<80 15 00 08 00 00 00 00> 4001");
+    EXPECT_EQ(bench.run({{"MUX Write", "1"}, {"Special Mode", "0"}}), "4001 1300! 523F");
+    EXPECT_EQ(bench.run({{"MUX Write", "1"}, {"Wait", "1"}, {"MUX Write", "2"}}), "4001 4002");
+}
+
+TEST(SequenceRun, GoesOnWithoutSendingWhenTheFormGoes) {
+    struct Case {
+        const char* what;
+        Lines lines;
+        bool waitsForReset;
+    };
+    const Case cases[] = {
+        {"between lines", RunBench::writes(50), false},
+        {"in a wait", {{"MUX Write", "1"}, {"Wait", "90"}, {"MUX Write", "2"}}, false},
+        {"in a condition", RunBench::writes(2), true},
+        {"in a loop", RunBench::writes(1), false}};
+    for (const Case& c : cases) {
+        RunBench bench;
+        bench.type("Val_loop(0)", "1");
+        bench.type("Val_loop(1)", "1");
+        if (std::string(c.what) == "in a loop")
+            bench.toggle("Ch_Loop");
+        bench.type("Text_FirstCondition", "1");
+        if (c.waitsForReset)
+            bench.toggle("Ch_FirstCondition");
+        bool gone = false;
+        bench.program.forms().formGoing.subscribe([&](forms::Form&) {
+            gone = true;
+            bench.sent();
+        });
+        bench.at(2, [&] { bench.program.forms().unload("ZT72518"); });
+        bench.fill(c.lines);
+        bench.press("Cm_Run_Seq");
+        EXPECT_TRUE(gone) << c.what;
+        EXPECT_EQ(bench.sent(), "") << c.what;
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts{}) << c.what;
+        EXPECT_TRUE(bench.variables().RunEnabled) << "a new form begins anew";
+    }
+}
+
+TEST(SequenceRun, GoesOnAfterAFailedTransfer) {
+    RunBench bench;
+    bench.at(1, [&] { bench.dongle.unplug(); });
+    EXPECT_EQ(bench.run(RunBench::writes(3)), "4001 4002 4003");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts(2, "Check the USB cable and restart program"));
+    EXPECT_EQ(bench.column("List_Val_read1").size(), 4U);
+}
+
+} // namespace
+} // namespace bitlux::test

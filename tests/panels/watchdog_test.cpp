@@ -1,0 +1,120 @@
+#include "sequencer_bench.h"
+
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+constexpr const char* checkTheCable = "Check the USB cable and restart program";
+
+struct WatchdogBench : SequencerBench {
+    zt72518::Watchdog& watchdog() { return panel().sequencer.watchdog; }
+    std::string after(int button) {
+        sent();
+        press(fmt::format("watchdog({})", button));
+        return sent();
+    }
+    std::string state() {
+        const forms::Label& label = watchdog().wd_aff(1);
+        return fmt::format("{} {:X}", label.caption(), label.backColor());
+    }
+    void configure() {
+        watchdog().wd_config(0).select(3);
+        watchdog().wd_config(1).select(7);
+        watchdog().wd_config(2).select(8);
+        watchdog().wd_current_time.move(77);
+    }
+};
+
+TEST(Watchdog, StartsAndStopsByItsButtons) {
+    WatchdogBench bench;
+    EXPECT_EQ(bench.watchdog().wd_aff(0).caption(), "TH = 5 ms");
+    for (const int button : {0, 1, 4, 8})
+        EXPECT_EQ(bench.after(button), "") << button;
+    EXPECT_EQ(bench.boxes.takeTexts(),
+              (Texts{"Please configure WatchDog", "Please configure WatchDog",
+                     "Please configure WatchDog Current", "Please configure WatchDog Current"}));
+    EXPECT_EQ(bench.state(), "Watch Dog is OFF 8000000F");
+    EXPECT_EQ(bench.sequence(), "");
+
+    bench.configure();
+    EXPECT_EQ(bench.watchdog().wd_aff(0).caption(), "TH = 77 ms");
+    EXPECT_EQ(bench.after(0), "<00 15 00 0B 07 00 00 00>");
+    EXPECT_EQ(bench.state(), "Watch Dog is ON FF");
+    EXPECT_EQ(bench.after(2), "<00 15 00 20 00 00 00 00>");
+    EXPECT_EQ(bench.state(), "Watch Dog is OFF 8000000F");
+    for (const int button : {4, 8})
+        EXPECT_EQ(bench.after(button), "<00 45 00 10 00 4D 08 00>");
+    for (const int button : {6, 10})
+        EXPECT_EQ(bench.after(button), "<00 45 00 00 00 00 00 00>");
+    for (const int button : {12, 14})
+        EXPECT_EQ(bench.after(button), "5A00");
+    for (const int button : {1, 3, 5, 7, 9, 11, 13})
+        EXPECT_EQ(bench.after(button), "");
+    EXPECT_EQ(bench.sequence(),
+              "Enhanced 4=500ms Stop Watchdog= Start Watchdog Current= Stop Watchdog Current= "
+              "Start Watchdog Current= Stop Watchdog Current= One Simple Watchdog=");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
+}
+
+TEST(Watchdog, StoresWhatItsButtonsSend) {
+    WatchdogBench bench;
+    const TemporaryFolder folder;
+    bench.configure();
+    bench.fileDialogs.answer(folder.path("a.txt"));
+    bench.toggle("read_auto(39)");
+    for (const int button : {0, 2, 4, 6, 12, 1})
+        bench.after(button);
+    EXPECT_EQ(contentOf(folder.path("a.txt")),
+              "Command\tValue\r\nCommands\tValue in Hexa\t\r\nEnhanced 4\t500ms\t\r\n"
+              "Stop Watchdog\t\t\r\nStart Watchdog Current\t\t\r\nStop Watchdog Current\t\t\r\n"
+              "One Simple Watchdog\t\t\r\n");
+}
+
+TEST(Watchdog, SendsTheRequestThatCountsMost) {
+    WatchdogBench bench;
+    bench.configure();
+    zt72518::PanelVariables& variables = bench.variables();
+    variables.WdStopRequest = true;
+    variables.WdConfigRequest = true;
+    variables.WdSequenceRequest = true;
+    variables.WdSequenceMode = 1;
+    variables.WdSequenceTime = 2;
+    bench.sent();
+    bench.panel().call("send_wd");
+    EXPECT_EQ(bench.sent(), "<00 15 00 09 02 00 00 00>");
+    EXPECT_EQ(bench.state(), "Watch Dog is ON FF");
+    variables.WdStopRequest = true;
+    variables.WdConfigRequest = true;
+    bench.panel().call("send_wd");
+    EXPECT_EQ(bench.sent(), "<00 15 00 20 00 00 00 00>");
+    EXPECT_FALSE(variables.WdStopRequest || variables.WdConfigRequest);
+    variables.WdStopRequest = true;
+    bench.session().USBReady = false;
+    bench.panel().call("send_wd");
+    EXPECT_TRUE(variables.WdStopRequest) << "nothing happens without a dongle";
+    EXPECT_EQ(bench.sent(), "");
+
+    bench.fill({{"Simple WD", "2ms"}, {"Simple WD", "5s"}, {"Simple WD", "6s"}});
+    for (const auto& [line, time] : {std::pair{1, 1}, {2, 9}, {3, 9}}) {
+        bench.panel().call("decod_wd_time", line);
+        EXPECT_EQ(variables.WdSequenceTime, time);
+    }
+}
+
+TEST(Watchdog, EndsTheAutomaticReadsWhenTheDongleDoesNotAnswer) {
+    WatchdogBench bench;
+    bench.configure();
+    bench.toggle("read_auto(41)");
+    bench.toggle("read_auto(34)");
+    bench.dongle.setFaults(DongleFaults({dongleFaultFrom("silent")}));
+    bench.after(0);
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{checkTheCable});
+    EXPECT_TRUE(bench.session().LinkFailed);
+    EXPECT_FALSE(bench.panel().sequencer.autoReads.timer_auto.enabled());
+    for (int box = 0; box <= 34; ++box)
+        EXPECT_FALSE(bench.panel().sequencer.autoReads.read_auto(box).checked()) << box;
+}
+
+} // namespace
+} // namespace bitlux::test
