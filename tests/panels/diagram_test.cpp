@@ -66,6 +66,7 @@ TEST(Diagram, LeadsFromModeToModeByTheWordsOfTheVariant) {
         EXPECT_EQ(bench.effectsOf(button(mode.button)), mode.words) << mode.button;
     bench.on<forms::Button>(button(4)).setBackColor(present);
     EXPECT_EQ(bench.effectsOf(button(4)), "4A04 4C00 4E56 5000 DF80") << "is in Init already";
+    EXPECT_EQ(bench.on<forms::Button>(button(3)).tooltip(), "0x5C10");
 }
 
 TEST(Diagram, StopsWhereTheLinkFails) {

@@ -224,7 +224,8 @@ TEST(RegisterPages, HaveNoButtonThatTheWalkLeavesOut) {
     for (const forms::Control* control : bench.panel().controls()) {
         const bool isOfPages =
             control->kind() == forms::Control::Kind::Button && control->name() != "Send_pre_prog" &&
-            bench.panel().pageControls.find({control->name(), control->index().value_or(-1)});
+            bench.panel().pageControls.find({control->name(), control->index().value_or(-1)}) !=
+                nullptr;
         EXPECT_TRUE(!isOfPages || known.contains(control->localName())) << control->localName();
     }
     EXPECT_EQ(bench.on<forms::Button>("Cm_Interrupts_Rh").tooltip(), "0x2580");

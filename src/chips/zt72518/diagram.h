@@ -14,7 +14,7 @@ namespace bitlux::chips::zt72518 {
 
 /// A word on the way to a mode. A box may decide between two words, or whether there is one.
 struct ModeWord {
-    std::optional<std::uint16_t> word;        ///< sent when the box is ticked, or always
+    std::uint16_t word = 0;                   ///< sent when the box is ticked, or always
     int box = -1;                             ///< pre_prog_box that decides
     std::optional<std::uint16_t> whenClear{}; ///< sent when it is not ticked
     bool onlyWhereEnabled = false;            ///< left out on variants that disable the box

@@ -2,7 +2,11 @@
 
 #include "platform/conversions.h"
 
+#include <string>
+#include <vector>
+
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 namespace bitlux::zt72518 {
 
@@ -25,6 +29,19 @@ std::uint8_t lowByte(std::uint16_t word) {
     return static_cast<std::uint8_t>(word);
 }
 
+/// The words that a button may send.
+std::string tooltipOf(const chip::ModeButton& button) {
+    std::vector<std::string> words;
+    if (button.select)
+        words = {fmt::format("0x{:04X}", chip::readRandomWord),
+                 fmt::format("0x{:02X}xx", chip::specialModeWriteHigh)};
+    for (const chip::ModeWord& step : button.words)
+        words.push_back(step.whenClear
+                            ? fmt::format("0x{:04X} or 0x{:04X}", step.word, *step.whenClear)
+                            : fmt::format("0x{:04X}", step.word));
+    return fmt::format("{}", fmt::join(words, ", "));
+}
+
 } // namespace
 
 DiagramPage::DiagramPage(forms::Form& form, PanelControls& controls, ChipLink& link,
@@ -43,7 +60,7 @@ DiagramPage::DiagramPage(forms::Form& form, PanelControls& controls, ChipLink& l
 
 void DiagramPage::addControls() {
     for (int i = 0; const chip::ModeButton& button : chip::modeButtons)
-        controls_.addButton({buttons, i++}, button.caption);
+        controls_.addButton({buttons, i++}, button.caption).setTooltip(tooltipOf(button));
     for (int i = 0; const std::string_view caption : chip::modeBoxes)
         controls_.addBox({boxes, i++}, caption);
     for (int i = 0; i < chip::modeLines; ++i)
@@ -87,7 +104,7 @@ bool DiagramPage::sendStep(const chip::ModeWord& step) {
     if (step.onlyWhereEnabled && !box(step.box).enabled())
         return true;
     const bool chosen = step.box < 0 || box(step.box).checked();
-    const std::optional<std::uint16_t>& word = chosen ? step.word : step.whenClear;
+    const std::optional<std::uint16_t> word = chosen ? std::optional(step.word) : step.whenClear;
     return !word || send(*word);
 }
 

@@ -34,6 +34,8 @@ StatusLabels::StatusLabels(PanelControls& controls, const Session& session, Word
         controls.addLabel({labels, label}, "Sent : ").setTooltip(decodedNote);
     for (const int label : receivedLabels)
         controls.addLabel({labels, label}, "Received : ").setTooltip(decodedNote);
+    controls.addLabel(loopStart, "Start");
+    controls.addLabel(loopStop, "Stop");
 }
 
 void StatusLabels::show(int label, const std::string& text) const {
