@@ -51,17 +51,12 @@ PanelForm::PanelForm(forms::FormSet& set, const Parts& parts)
       flags(pageControls, words, link, [this] { return selection.variant(); }),
       diagram(*this, pageControls, link, variables_),
       selection(*this, pageControls, parts.markers),
-      Label_Liste("Label_Liste", 5, 6,
-                  [this](const std::string& name, int index) {
-                      return std::make_unique<forms::Label>(*this, name,
-                                                            index == 5 ? "Start" : "Stop", index);
-                  }),
       sequencer(*this, {.session = parts.session,
                         .variables = variables_,
                         .link = link,
                         .dongle = parts.dongle,
-                        .startPick = Label_Liste(5),
-                        .stopPick = Label_Liste(6),
+                        .startPick = pageControls.get<forms::Label>(StatusLabels::loopStart),
+                        .stopPick = pageControls.get<forms::Label>(StatusLabels::loopStop),
                         .desk = parts.desk,
                         .clock = parts.clock}) {
     sinks = sequencer.sinks();

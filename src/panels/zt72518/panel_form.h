@@ -103,7 +103,6 @@ public:
     DiagramPage diagram;
     VariantSelection selection;
 
-    forms::ControlArray<forms::Label> Label_Liste; ///< 5 and 6 Start and Stop of the loop
     Sequencer sequencer;
 };
 
