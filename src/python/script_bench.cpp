@@ -120,7 +120,7 @@ ScriptBench::ScriptBench(BenchSetup setup, Interruption interruption)
         bench_->dongle.plug();
     for (const MessageBox::Answer answer : setup_.answers)
         boxes_.answer(answer);
-    start({.port = bench_->port, .usb = *usb_, .clock = *clock_});
+    start({.port = bench_->port, .usb = *usb_, .clock = *clock_, .markers = &markers_});
 }
 
 ScriptBench::ScriptBench(Interruption interruption)

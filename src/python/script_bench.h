@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bench/bench_clock.h"
+#include "bench/chosen_marker_files.h"
 #include "bench/scripted_desk.h"
 #include "platform/event.h"
 #include "platform/hardware.h"
@@ -117,7 +118,6 @@ public:
     [[nodiscard]] WireTrace& trace() { return trace_; }
     [[nodiscard]] bool recording() const { return recording_; }
     void record(bool on);
-    [[nodiscard]] const BenchSetup& setup() const { return setup_; }
     /// Null on hardware.
     [[nodiscard]] BenchControls* bench() { return controls_.get(); }
 
@@ -135,6 +135,7 @@ private:
     [[nodiscard]] std::string lastMessage(std::size_t before) const;
 
     BenchSetup setup_;
+    ChosenMarkerFiles markers_{setup_.markers};
     Interruption interruption_;
     std::unique_ptr<BenchClock> clock_;
     std::unique_ptr<VirtualBench> bench_;

@@ -343,6 +343,17 @@ class Files(unittest.TestCase):
 
 
 class Module(unittest.TestCase):
+    def test_find_the_marker_files_that_a_bench_offers(self):
+        for markers in ([], ["72518VBopt.txt"]):
+            bench = bitlux.Bench(device="zt72518d", dongle=True, markers=markers)
+            bench.show("ZT72518")
+            self.assertEqual(bench["ZT72518.opt_vb(0)"].visible, bool(markers))
+            self.assertFalse(bench.get("ZT72518.StoreCommands"))
+            bench.call("ZT72518.Decod_Name", "MUX Write")
+            self.assertEqual(bench.get("ZT72518.SequenceHighByte"), 64)
+            bench["ZT72518.Cm_Interrupts_Rh"].click()
+            self.assertIn("ZT72518D", bench["ZT72518.Mode_Rm_Rh(14)"].caption)
+
     def test_save_the_waveform_of_the_words(self):
         bench = bitlux.Bench(device="loopback", bus="port")
         send(bench, "A5")
