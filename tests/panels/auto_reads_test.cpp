@@ -24,16 +24,12 @@ struct AutoBench : SequencerBench {
             replace(name, name.substr(0, name.find('(')));
     }
     void replace(const std::string& name, const std::string& button) {
-        if (button == name) {
-            buttons.push_back(std::make_unique<forms::Button>(panel(), button));
+        if (button == name)
             panel().procedure(button + "_Click", [this, name] { note(name); });
-            return;
-        }
-        buttons.push_back(
-            std::make_unique<forms::Button>(panel(), button, "", static_cast<int>(buttons.size())));
-        panel().procedure(button + "_Click", [this, button](int index) {
-            note(fmt::format("{}({})", button, index));
-        });
+        else
+            panel().procedure(button + "_Click", [this, button](int index) {
+                note(fmt::format("{}({})", button, index));
+            });
     }
     void note(const std::string& name) {
         done += (done.empty() ? "" : " ") + name;
@@ -61,7 +57,6 @@ struct AutoBench : SequencerBench {
         return done;
     }
 
-    std::vector<std::unique_ptr<forms::Button>> buttons;
     std::string done;
     std::function<void()> atRead;
 };
