@@ -19,7 +19,7 @@ constexpr std::array captions{"REG_FLAG0",  "REG_FLAG1",  "I/O_FLAG0", "I/O_FLAG
 } // namespace
 
 void sendPacked(Session& session, WordEngine& engine, std::uint8_t high, std::uint8_t low) {
-    session.WordToSend.resize(wordBits);
+    session.WordToSend.assign(wordBits, 0); // bits that another page left would be sent too
     session.WordToSend[8] = high;
     session.WordToSend[0] = low;
     engine.SendSPI();
