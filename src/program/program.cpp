@@ -292,6 +292,8 @@ void Program::end() {
     running_ = false;
     mainForm_->run.cmdStopContinuous_Click();
     mainForm_->multiple.abandon();
+    if (zt72518::PanelForm* panel = zt72518_.find())
+        panel->sequencer.run.abandon();
     dongle_.close();
     restPins();
     ended.raise();

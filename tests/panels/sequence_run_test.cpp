@@ -71,7 +71,7 @@ TEST(SequenceRun, ComputesAParityThatDoesNotCount) {
                          {"Init Misc Write", "3F"},
                          {"MUX Write", "4"}}),
               "4001 5040 4003 1D05 503F 4004");
-    EXPECT_EQ(bench.parityOf, (std::vector<int>{0x40, 3}));
+    EXPECT_EQ(bench.variables().ParityBit, 1) << "that of 03";
 }
 
 TEST(SequenceRun, EndsAtALineThatCannotBe) {
@@ -266,6 +266,13 @@ TEST(SequenceRun, GoesOnWithoutSendingWhenTheFormGoes) {
         EXPECT_EQ(bench.boxes.takeTexts(), Texts{}) << c.what;
         EXPECT_TRUE(bench.variables().RunEnabled) << "a new form begins anew";
     }
+}
+
+TEST(SequenceRun, EndsWithTheProgram) {
+    RunBench bench;
+    bench.at(2, [&] { bench.program.end(); });
+    EXPECT_EQ(bench.run({{"MUX Write", "1"}, {"Wait", "90"}, {"MUX Write", "2"}}), "4001");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
 }
 
 TEST(SequenceRun, GoesOnAfterAFailedTransfer) {

@@ -24,9 +24,7 @@ struct SequencerBench : TestBench {
     explicit SequencerBench(const Texts& replies = {"0000"})
         : TestBench("scripted", replies, WithDongle::Yes) {
         loop.drive(program.forms());
-        panel().sequencer.run.computeParity = [this](std::uint8_t byte) {
-            parityOf.push_back(byte);
-        };
+        program.forms().show("ZT72518");
         program.startRecording(trace);
     }
 
@@ -81,7 +79,6 @@ struct SequencerBench : TestBench {
     }
 
     WireTrace trace;
-    std::vector<int> parityOf;
 };
 
 } // namespace bitlux::test

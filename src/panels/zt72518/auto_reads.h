@@ -33,10 +33,10 @@ public:
 private:
     class Adjusting;
 
-    void read_auto_Click(int index);
-    void switchAll(int index);
+    void read_auto_Click(int box);
+    void switchAll(int box);
     void tick(int first, int last, bool on);
-    void tickGroup(int index);
+    void tickGroup(int box);
     void record(bool on);
     void showRecording();
     void readTicked();

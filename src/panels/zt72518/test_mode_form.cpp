@@ -206,7 +206,7 @@ void TestModeForm::trim_send_Click() {
     TestWords[3] = secondTrimByte(trimming());
     if (selected(trim_fuse) != chips::zt72518::burnFuses)
         return Send_SPI();
-    parts_.session.WordToSend.resize(std::max<std::size_t>(parts_.session.WordToSend.size(), 16));
+    parts_.session.WordToSend.assign(16, 0);
     parts_.session.WordToSend[8] = TestWords[1];
     parts_.session.WordToSend[0] = TestWords[3];
     parts_.dongle.send_trimming(static_cast<std::uint8_t>(trimming_txd.value()));
