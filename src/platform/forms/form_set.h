@@ -156,6 +156,8 @@ public:
         }
         return *form_;
     }
+    /// Null when it is not there.
+    [[nodiscard]] T* find() const { return form_.get(); }
     T* operator->() { return &touch(); }
     T& operator*() { return touch(); }
 
