@@ -2,18 +2,13 @@
 // registers takes of a processor's time, through a dongle that takes its time on the bus.
 
 #include "bench/scripted_desk.h"
-#include "panels/common/colours.h"
 #include "panels/zt72518/panel_form.h"
 #include "program/program.h"
 #include "workbench/virtual_bench.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <ctime>
-#include <memory>
-#include <string>
-#include <vector>
 
 #include <fmt/format.h>
 
@@ -46,60 +41,13 @@ Times shorter(const Times& one, const Times& other) {
             .processor = std::min(one.processor, other.processor)};
 }
 
-/// What the automatic reads call.
-constexpr std::array readButtons{
-    "Cm_Mux_Rl",        "Cm_Init_Reg_Rl",   "Cm_Init_Wdog_Rl",  "Cm_Init_Lin_Io_Rl",
-    "Cm_Init_Misc_Rl",  "Cm_Spe_Mode_Rl",   "Cm_Timer0_Rl",     "Cm_Timer1_Rl",
-    "Cm_Timer2_Rl",     "Cm_Wd_Refresh_Rl", "Cm_Mode_Rm_Rl",    "Cm_Regulateur_Rl",
-    "Cm_CAN_Rl",        "Cm_Io_Rl",         "Cm_interrupts_Rl", "Cm_Lin0_Rl",
-    "Cm_Lin1_Rl",       "Cm_Mode_Rm_Rh",    "Cm_CAN_Rh",        "Cm_I0_Rh",
-    "Cm_Interrupts_Rh", "CM_Lin0_Rh",       "Cm_Lin1_Rh"};
-constexpr std::array readArrays{"Cm_RFl", "Cm_RFh", "Cm_ReadAll_Rl"};
-
-/// Pages that read a register into eight labels, for those that the panel has not.
-class Pages {
-public:
-    explicit Pages(zt72518::PanelForm& panel) : panel_(panel) {
-        for (const std::string button : readButtons)
-            if (!panel.hasProcedure(button + "_Click")) {
-                buttons_.push_back(std::make_unique<forms::Button>(panel, button));
-                panel.procedure(button + "_Click", [this] { read(); });
-            }
-        for (const std::string button : readArrays)
-            if (!panel.hasProcedure(button + "_Click")) {
-                buttons_.push_back(std::make_unique<forms::Button>(panel, button, "", 0));
-                panel.procedure(button + "_Click", [this](int) { read(); });
-            }
-    }
-
-private:
-    void read() {
-        panel_.link.ReadLowWord(1);
-        for (int bit = 0; bit < 8; ++bit)
-            light(row_(bit), panel_.link.received(bit), litColour);
-    }
-
-    zt72518::PanelForm& panel_;
-    std::vector<std::unique_ptr<forms::Button>> buttons_;
-    forms::ControlArray<forms::Label> row_{panel_, "row", 8};
-};
-
 class Rig {
 public:
     Rig() {
         bench_.dongle.plug();
         bench_.wireFor(program_.session());
         program_.Main();
-        program_.session().SPIWordLength = 16;
-        program_.session().SPIType = 2;
-        panel().sequencer.run.decodeName = [this](const std::string&) {
-            panel().variables().SequenceHighByte = 64;
-            panel().variables().SequenceIsWrite = true;
-            panel().variables().SequenceIsWatchdog = false;
-        };
-        panel().sequencer.run.binaryText = [](const std::string& digits) {
-            return fmt::format(" {0:>4} {0:>4}", digits);
-        };
+        program_.forms().show("ZT72518"); // which sets the shape of words
         for (int line = 0; line < lines; ++line)
             panel().sequencer.lists.append("MUX Write", fmt::format("{:X}", line));
     }
@@ -124,7 +72,7 @@ public:
     [[nodiscard]] bool told() const { return !desk_.boxes.shown().empty(); }
 
 private:
-    zt72518::PanelForm& panel() { return *panel_; }
+    zt72518::PanelForm& panel() { return program_.zt72518(); }
     template <typename Action>
     Times timesOf(const Action& action) {
         const std::int64_t start = clock_.nanoseconds();
@@ -136,18 +84,7 @@ private:
     PacedClock clock_;
     VirtualBench bench_{clock_, makeDevice("echo")};
     ScriptedDesk desk_{clock_};
-    const Desk parts_ = desk_.desk();
-    Program program_{bench_.hardware(), parts_};
-    forms::FormSlot<zt72518::PanelForm> panel_{
-        program_.forms(), "ZT72518", [this] {
-            return std::make_unique<zt72518::PanelForm>(
-                program_.forms(), zt72518::PanelForm::Parts{.session = program_.session(),
-                                                            .engine = program_.engine(),
-                                                            .dongle = program_.dongle(),
-                                                            .desk = parts_,
-                                                            .clock = clock_});
-        }};
-    Pages pages_{*panel_};
+    Program program_{bench_.hardware(), desk_.desk()};
 };
 
 } // namespace
