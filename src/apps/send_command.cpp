@@ -3,17 +3,14 @@
 #include "apps/terminal_desk.h"
 #include "bench/scripted_desk.h"
 #include "platform/failure.h"
-#include "platform/linux/linux_parallel_port.h"
-#include "platform/linux/linux_usb_host.h"
 #include "program/program.h"
 #include "sending/word_text.h"
-#include "workbench/virtual_bench.h"
 
 #include <cerrno>
 #include <cstring>
 #include <fstream>
+#include <functional>
 #include <map>
-#include <memory>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -22,67 +19,6 @@
 namespace bitlux {
 
 namespace {
-
-std::vector<std::string> splitAtCommas(const std::string& text) {
-    return CLI::detail::split(text, ',');
-}
-
-std::vector<Reply> repliesOf(const SendOptions& options) {
-    std::vector<Reply> replies;
-    if (!options.replies.empty())
-        for (const std::string& reply : splitAtCommas(options.replies))
-            replies.push_back(replyFromHex(reply));
-    return replies;
-}
-
-/// What the words go out on: this machine, or the virtual bench.
-class Outlet {
-public:
-    Outlet(const SendOptions& options, std::ostream& errors) {
-        if (options.bench.empty()) {
-            port_ = std::make_unique<LinuxParallelPort>();
-            usb_ = std::make_unique<LinuxUsbHost>();
-            const DongleNumbers numbers(DongleNumbers::files());
-            for (const std::string& problem : numbers.problems())
-                fmt::print(errors, "{}\n", problem);
-            return;
-        }
-        bench_ = std::make_unique<VirtualBench>(benchClock_,
-                                                makeDevice(options.bench, repliesOf(options)));
-        turnOn(options.switches);
-        if (options.bus != "dongle")
-            return;
-        std::vector<DongleFault> faults;
-        for (const std::string& fault : options.faults)
-            faults.push_back(dongleFaultFrom(fault));
-        bench_->dongle.setFaults(DongleFaults(std::move(faults), options.seed));
-        bench_->dongle.plug();
-    }
-
-    [[nodiscard]] Hardware hardware() {
-        return bench_ ? bench_->hardware()
-                      : Hardware{.port = *port_, .usb = *usb_, .clock = systemClock_};
-    }
-    void wireFor(const Session& session) {
-        if (bench_)
-            bench_->wireFor(session);
-    }
-
-private:
-    void turnOn(const std::vector<std::string>& switches) {
-        Chip* chip = bench_->dongle.chip();
-        if (chip == nullptr && !switches.empty())
-            throw Failure(Failure::Kind::OutOfRange, "This device has no switches");
-        for (const std::string& name : switches)
-            chip->turn(switchNamed(*chip, name), true);
-    }
-
-    SystemClock systemClock_;
-    std::unique_ptr<LinuxParallelPort> port_;
-    std::unique_ptr<LinuxUsbHost> usb_;
-    VirtualClock benchClock_;
-    std::unique_ptr<VirtualBench> bench_;
-};
 
 /// One run of the command: the program, and where its results go.
 class SendRun {
@@ -93,10 +29,11 @@ public:
           errors_(errors),
           boxes_(errors),
           fileName_(options.log),
-          outlet_(options, errors),
-          program_(
-              outlet_.hardware(),
-              {.boxes = boxes_, .fileDialogs = fileName_, .pointer = pointer_, .loop = loop_}) {
+          outlet_(options.outlet, uninterrupted(), errors),
+          program_(outlet_.hardware(), {.boxes = boxes_,
+                                        .fileDialogs = fileName_,
+                                        .pointer = pointer_,
+                                        .loop = outlet_.loop()}) {
         outlet_.wireFor(program_.session());
         openTrace();
     }
@@ -106,12 +43,12 @@ public:
         bool good = configure();
         if (good && traceOutput_ != nullptr)
             program_.startRecording(trace_);
-        if (good && wantsWaveform())
+        if (good && options_.waveform.any())
             program_.waveform().start();
         for (std::size_t i = 0; good && i < options_.words.size(); ++i)
             good = send(options_.words[i]);
         program_.stopRecording();
-        saveWaveform();
+        saveWaveform(program_, options_.waveform, errors_);
         return saveLog() && good;
     }
 
@@ -130,10 +67,6 @@ private:
     void openTrace();
     void writeTrace();
     bool saveLog();
-    [[nodiscard]] bool wantsWaveform() const {
-        return !options_.vcd.empty() || !options_.sr.empty();
-    }
-    void saveWaveform();
 
     const SendOptions& options_;
     std::ostream& output_;
@@ -141,7 +74,6 @@ private:
     TerminalBoxes boxes_;
     GivenFileName fileName_;
     QuietPointer pointer_;
-    NoEvents loop_;
     Outlet outlet_;
     Program program_;
     WireTrace trace_;
@@ -178,11 +110,11 @@ bool SendRun::configure() {
 
 bool SendRun::chooseBus() {
     auto& dongle = forms().get<forms::CheckBox>("frmConfigureSPI.ChkSerialPort");
-    if (options_.bus == "port" && dongle.checked())
+    if (options_.outlet.bus == "port" && dongle.checked())
         dongle.click();
     if (program_.engine().usesDongle())
         return true;
-    if (options_.bus == "dongle")
+    if (options_.outlet.bus == "dongle")
         throw Failure(Failure::Kind::PortUnusable,
                       "There is no dongle that could be opened; \"bitlux doctor\" tells why.");
     forms().get<forms::Button>("frmConfigureSPI.Btn_ParallelPort").click();
@@ -225,27 +157,6 @@ void SendRun::writeTrace() {
                       fmt::format("The file \"{}\" cannot be written.", options_.trace));
 }
 
-void SendRun::saveWaveform() {
-    WaveformRecording& waveform = program_.waveform();
-    waveform.stop();
-    const std::size_t kept = waveform.words().size();
-    if (kept == 0)
-        return;
-    if (kept < waveform.count())
-        fmt::print(errors_, "The waveform holds the last {} of {} words.\n", kept,
-                   waveform.count());
-    if (!options_.vcd.empty())
-        program_.saveVcd(options_.vcd);
-    if (options_.sr.empty())
-        return;
-    const SampledWords saved = program_.saveSr(options_.sr);
-    if (saved.words < kept)
-        fmt::print(errors_, "The file \"{}\" holds the last {} of {} words.\n", options_.sr,
-                   saved.words, kept);
-    if (!saved.exact)
-        fmt::print(errors_, "The file \"{}\" has a sample every {} ns.\n", options_.sr, saved.tick);
-}
-
 bool SendRun::saveLog() {
     if (options_.log == "-") {
         const LogLines& lines = program_.mainForm().log.lines();
@@ -255,31 +166,6 @@ bool SendRun::saveLog() {
         forms().get<forms::Button>("frmMain.cmdSaveLogSingle").click();
     }
     return !boxes_.shown();
-}
-
-CLI::Validator hexNumbers() {
-    return {[](const std::string& text) -> std::string {
-                try {
-                    for (const std::string& number : splitAtCommas(text))
-                        replyFromHex(number);
-                    return {};
-                } catch (const Failure& failure) {
-                    return failure.what();
-                }
-            },
-            "HEX,HEX,..."};
-}
-
-CLI::Validator dongleFaults() {
-    return {[](const std::string& text) -> std::string {
-                try {
-                    dongleFaultFrom(text);
-                    return {};
-                } catch (const Failure& failure) {
-                    return failure.what();
-                }
-            },
-            "FAULT"};
 }
 
 CLI::Validator fourPins() {
@@ -300,26 +186,10 @@ CLI::Validator fourPins() {
 
 CLI::App& addSendCommand(CLI::App& app, SendOptions& options) {
     CLI::App& send = *app.add_subcommand("send", "Send words and print the answers");
-    send.add_option("--bench", options.bench, "Send to a device of the virtual bench")
-        ->check(CLI::IsMember(deviceNames()));
-    send.add_option("--bus", options.bus,
-                    "Send through the dongle or the parallel port; without it through the dongle "
-                    "when there is one, on the virtual bench through the port")
-        ->check(CLI::IsMember({"dongle", "port"}));
-    const CLI::Option* faults =
-        send.add_option("--fault", options.faults,
-                        "What goes wrong with the dongle of the virtual bench: silent, late:MS, "
-                        "short:BYTES, stalled, gone, gone:MS; then @FRAME, /CHANCE")
-            ->check(dongleFaults())
-            ->take_all()
-            ->allow_extra_args(false);
-    send.add_option("--turn-on", options.switches,
-                    "Turn on a flag, a pin or a fault of the chip on the virtual bench")
-        ->type_name("SWITCH")
-        ->take_all()
-        ->allow_extra_args(false);
-    send.add_option("--seed", options.seed, "Repeats the chances of --fault")
-        ->capture_default_str();
+    const std::function<void()> checkOutlet = addOutletOptions(
+        send, options.outlet,
+        "Send through the dongle or the parallel port; without it through the dongle when there is "
+        "one, on the virtual bench through the port");
     send.add_option("--bits", options.bits, "Bits of a word, 1 to 160, through the dongle 1 to 40")
         ->capture_default_str();
     send.add_option("--type", options.type, "SPI type")
@@ -344,24 +214,14 @@ CLI::App& addSendCommand(CLI::App& app, SendOptions& options) {
     send.add_option("--clock", options.clock, "Clock of the dongle in Hz (1M)")
         ->transform(CLI::Transformer(clocks).description("{4M,1M,500k,62.5k}"))
         ->check(CLI::IsMember({0, 1, 2, 3}).description(""));
-    const CLI::Option* replies =
-        send.add_option("--replies", options.replies, "Answers of the device scripted")
-            ->check(hexNumbers());
     send.add_option("--trace", options.trace,
                     "Write every access or frame of the words, - for here")
         ->type_name("FILE|-");
     send.add_option("--log", options.log, "Save the Session Log, - to print it")
         ->type_name("FILE|-");
-    send.add_option("--vcd", options.vcd, "Save the waveform of the words as a value change dump")
-        ->type_name("FILE");
-    send.add_option("--sr", options.sr, "Save it as a sigrok session")->type_name("FILE");
+    addWaveformOptions(send, options.waveform);
     send.add_option("WORD", options.words, "Hexadecimal words")->required();
-    send.final_callback([&options, replies, faults] {
-        if (faults->count() > 0 && (options.bench.empty() || options.bus != "dongle"))
-            throw CLI::ValidationError("--fault", "needs --bench and --bus dongle");
-        if ((options.bench == "scripted") != (replies->count() > 0))
-            throw CLI::ValidationError("--replies", "belongs to --bench scripted, and it needs it");
-    });
+    send.final_callback(checkOutlet);
     return send;
 }
 

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "apps/outlet.h"
+#include "apps/waveform_output.h"
+
 #include <cstdint>
 #include <ostream>
 #include <string>
@@ -13,24 +16,18 @@ namespace bitlux {
 
 /// What `bitlux send` was told.
 struct SendOptions {
-    std::string bench;               ///< a device of the virtual bench, empty for this machine
-    std::string bus;                 ///< "dongle", "port" or empty
-    std::vector<std::string> faults; ///< of the dongle on the virtual bench
-    std::uint32_t seed = 1;
+    OutletOptions outlet;
     std::int64_t bits = 8;
     int type = 1;
     std::string order = "msb";
     std::string cs = "low";
     std::string di = "high";
     std::string dataOut = "high";
-    std::string pins = "2,3,4,12";     ///< CS, DI, CLK, DO
-    int clock = 1;                     ///< of the dialog's clocks of the dongle, from the fastest
-    std::string trace;                 ///< a file, "-" for standard output
-    std::string log;                   ///< likewise
-    std::string vcd;                   ///< a file
-    std::string sr;                    ///< a file
-    std::string replies;               ///< hexadecimal numbers between commas
-    std::vector<std::string> switches; ///< of the chip on the virtual bench, turned on
+    std::string pins = "2,3,4,12"; ///< CS, DI, CLK, DO
+    int clock = 1;                 ///< of the dialog's clocks of the dongle, from the fastest
+    std::string trace;             ///< a file, "-" for standard output
+    std::string log;               ///< likewise
+    WaveformOptions waveform;
     std::vector<std::string> words;
 };
 

@@ -9,7 +9,7 @@
 namespace bitlux {
 
 /// Message boxes on a terminal: the text on the error stream. Where there is a choice the
-/// cautious button is taken, since nobody is there to ask.
+/// cautious button is taken, since nobody is asked.
 class TerminalBoxes : public MessageBoxes {
 public:
     explicit TerminalBoxes(std::ostream& errors) : errors_(errors) {}
@@ -17,6 +17,10 @@ public:
 
     /// Whether any box was shown.
     [[nodiscard]] bool shown() const { return shown_; }
+
+protected:
+    void print(const MessageBox& box);
+    [[nodiscard]] std::ostream& errors() { return errors_; }
 
 private:
     std::ostream& errors_;
@@ -31,13 +35,6 @@ public:
 
 private:
     std::string fileName_;
-};
-
-/// Nothing but the command line acts, so there is nothing to deliver.
-class NoEvents : public EventLoop {
-public:
-    void turn() override {}
-    void waitForEvents(std::int64_t nanoseconds) override;
 };
 
 } // namespace bitlux

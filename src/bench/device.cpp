@@ -82,31 +82,32 @@ private:
 
 struct Row {
     const char* name;
+    const char* description; ///< a line for the user
     std::unique_ptr<Device> (*make)(const std::vector<Reply>& replies);
 };
 
 constexpr std::array rows{
-    Row{"none",
+    Row{"none", "nothing is connected, the data output floats high",
         [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
             return std::make_unique<StuckDevice>(true);
         }},
-    Row{"loopback",
+    Row{"loopback", "the data output follows data in",
         [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
             return std::make_unique<LoopbackDevice>();
         }},
-    Row{"echo",
+    Row{"echo", "answers with the previous word",
         [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
             return std::make_unique<EchoDevice>();
         }},
-    Row{"stuck-high",
+    Row{"stuck-high", "the data output stays high",
         [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
             return std::make_unique<StuckDevice>(true);
         }},
-    Row{"stuck-low",
+    Row{"stuck-low", "the data output stays low",
         [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
             return std::make_unique<StuckDevice>(false);
         }},
-    Row{"scripted",
+    Row{"scripted", "answers with the words of --replies, the last of them again and again",
         [](const std::vector<Reply>& replies) -> std::unique_ptr<Device> {
             return std::make_unique<ScriptedDevice>(replies);
         }},
@@ -137,6 +138,16 @@ std::unique_ptr<Device> makeDevice(std::string_view name, const std::vector<Repl
         if (variant.name == name)
             return zt72518::makeChip(variant);
     throw Failure(Failure::Kind::OutOfRange, fmt::format("There is no device \"{}\"", name));
+}
+
+std::string deviceDescription(std::string_view name) {
+    for (const Row& row : rows)
+        if (row.name == name)
+            return row.description;
+    for (const zt72518::Variant& variant : zt72518::variants)
+        if (variant.name == name)
+            return "a chip of the ZT72518 family, with flags, modes and watchdog";
+    return {};
 }
 
 std::vector<std::string> deviceNames() {

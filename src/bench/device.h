@@ -54,4 +54,7 @@ std::unique_ptr<Device> makeDevice(std::string_view name, const std::vector<Repl
 /// The names that makeDevice takes.
 std::vector<std::string> deviceNames();
 
+/// What a device does, in a line for the user; empty for a name that there is none of.
+std::string deviceDescription(std::string_view name);
+
 } // namespace bitlux

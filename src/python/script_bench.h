@@ -2,11 +2,11 @@
 
 #include "bench/bench_clock.h"
 #include "bench/chosen_marker_files.h"
+#include "bench/interruptible.h"
 #include "bench/scripted_desk.h"
 #include "platform/event.h"
 #include "platform/hardware.h"
 #include "program/program.h"
-#include "python/interruptible.h"
 #include "transfer/wire_trace.h"
 #include "workbench/virtual_bench.h"
 

@@ -87,7 +87,7 @@ bool MultipleRun::pause() {
     const MessageBox box{.text = fmt::format("SPI routine paused.  Click OK to continue,{}"
                                              "or click Cancel to stop.",
                                              lineBreak),
-                         .title = "SPI Transfers Paused",
+                         .title = pausedTitle,
                          .buttons = MessageBox::Buttons::OkCancel,
                          .icon = MessageBox::Icon::Information};
     if (parts_.boxes.show(box) == MessageBox::Answer::Ok)

@@ -43,6 +43,9 @@ public:
         const Clock& clock;
     };
 
+    /// The title of the box that a pause shows, and no other.
+    static constexpr const char* pausedTitle = "SPI Transfers Paused";
+
     MultipleRun(forms::Form& form, const Parts& parts);
 
     /// Plays the list once. Words are sent one after the other; events are delivered in waits and

@@ -10,7 +10,7 @@
 
 namespace bitlux {
 
-/// Where a call that lasts lets whoever made it act: the interpreter behind a script.
+/// Where a call that lasts lets whoever made it act: the interpreter behind a script, a signal.
 struct Interruption {
     /// Called often; may leave by an exception that is no std::exception, which ends the call.
     std::function<void()> check;

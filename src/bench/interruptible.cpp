@@ -1,4 +1,4 @@
-#include "python/interruptible.h"
+#include "bench/interruptible.h"
 
 #include <algorithm>
 #include <utility>

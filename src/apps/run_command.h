@@ -1,0 +1,34 @@
+#pragma once
+
+#include "apps/outlet.h"
+#include "apps/waveform_output.h"
+
+#include <optional>
+#include <ostream>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace bitlux {
+
+/// What `bitlux run` was told.
+struct RunOptions {
+    std::string file;
+    std::optional<std::string> batch; ///< the Commands To Send without one
+    int times = 1;
+    bool json = false;
+    std::string log; ///< a file, "-" for standard output
+    WaveformOptions waveform;
+    OutletOptions outlet;
+};
+
+/// Adds the command to the command line; `options` is filled when it is parsed.
+CLI::App& addRunCommand(CLI::App& app, RunOptions& options);
+
+/// Opens the file and plays its commands through the forms. A message box ends the run, its text on
+/// `errors`; so does a signal, with an orderly end. Returns the exit code of the program.
+int runRunCommand(const RunOptions& options, std::ostream& output, std::ostream& errors);
+
+} // namespace bitlux

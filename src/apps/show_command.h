@@ -1,0 +1,25 @@
+#pragma once
+
+#include <ostream>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace bitlux {
+
+/// What `bitlux show` was told.
+struct ShowOptions {
+    std::string file;
+    bool batches = false; ///< their names alone
+};
+
+/// Adds the command to the command line; `options` is filled when it is parsed.
+CLI::App& addShowCommand(CLI::App& app, ShowOptions& options);
+
+/// Prints what a configuration file holds: settings, Quick Commands, Commands To Send, Batches.
+/// Returns the exit code of the program: 1 after a message on `errors`.
+int runShowCommand(const ShowOptions& options, std::ostream& output, std::ostream& errors);
+
+} // namespace bitlux
