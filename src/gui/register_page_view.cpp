@@ -1,0 +1,144 @@
+#include "gui/register_page_view.h"
+
+#include "gui/theme.h"
+
+#include <QScrollArea>
+
+namespace bitlux::gui {
+
+namespace {
+
+constexpr int choiceWidth = 135; ///< of a row of groups, in characters
+
+QString textOf(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+} // namespace
+
+void addButtons(QBoxLayout& layout, const PanelWidgets& widgets, QWidget* parent,
+                std::initializer_list<chips::ControlName> names) {
+    for (const chips::ControlName& name : names)
+        if (name.exists())
+            layout.addWidget(widgets.button(name, parent));
+}
+
+RegisterPageView::RegisterPageView(std::span<const chips::Register> registers,
+                                   const PanelWidgets& widgets, QWidget* parent)
+    : QWidget(parent), widgets_(widgets), rows_(new QVBoxLayout) {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addLayout(rows_);
+    makeChoices();
+    std::string_view written;
+    for (const chips::Register& shown : registers) {
+        if (shown.writeLabels != written)
+            addWriteRow(shown);
+        written = shown.writeLabels;
+        addWriteButtons(shown);
+        addView(shown, shown.low);
+        addView(shown, shown.high);
+        addCombos(shown);
+        for (const chips::OptionField& field : shown.options)
+            addOptions(field);
+        addChecks(shown);
+    }
+}
+
+void RegisterPageView::makeChoices() {
+    auto* scroll = new QScrollArea(this);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    choices_ = new QWidget(scroll);
+    auto* column = new QVBoxLayout(choices_);
+    column->setContentsMargins(0, 4, 0, 0);
+    choiceRows_ = new QVBoxLayout;
+    column->addLayout(choiceRows_);
+    column->addStretch();
+    scroll->setWidget(choices_);
+    layout()->addWidget(scroll);
+}
+
+void RegisterPageView::addWriteRow(const chips::Register& shown) {
+    auto* title = new QLabel(QString("%1, register 0x%2")
+                                 .arg(textOf(shown.title))
+                                 .arg(shown.address, 2, 16, QChar('0'))
+                                 .toUpper()
+                                 .replace("0X", "0x"),
+                             this);
+    QFont bold = scaled(title->font(), 1.1);
+    bold.setBold(true);
+    title->setFont(bold);
+    rows_->addWidget(title);
+    rows_->addWidget(widgets_.row(shown.writeLabels, BitRow::Use::Clicked, this));
+}
+
+void RegisterPageView::addWriteButtons(const chips::Register& shown) {
+    writeButtons_ = new QHBoxLayout;
+    addButtons(*writeButtons_, widgets_, this, {shown.writeButton, shown.sequenceButton});
+    auto* line = new QHBoxLayout;
+    line->addLayout(writeButtons_);
+    line->addStretch();
+    rows_->addLayout(line);
+}
+
+void RegisterPageView::addView(const chips::Register&, const chips::ReadView& view) {
+    if (!view.exists())
+        return;
+    rows_->addWidget(widgets_.row(view.labels, BitRow::Use::Shown, this));
+    auto* buttons = new QHBoxLayout;
+    addButtons(*buttons, widgets_, this, {view.readButton, view.sequenceButton});
+    buttons->addStretch();
+    rows_->addLayout(buttons);
+}
+
+void RegisterPageView::addOptions(const chips::OptionField& field) {
+    auto* box = new QGroupBox(textOf(field.title), choices_);
+    if (field.frame.exists())
+        widgets_.binder.bind(widgets_.controls.get<forms::Frame>(field.frame), *box);
+    auto* column = new QVBoxLayout(box);
+    column->setSpacing(2);
+    for (int value = 0; value < static_cast<int>(field.captions.size()); ++value)
+        column->addWidget(widgets_.make<QRadioButton, forms::OptionButton>(
+            {field.options, field.firstOption + value}, box));
+    column->addStretch();
+    addChoice(box);
+}
+
+void RegisterPageView::addChecks(const chips::Register& shown) {
+    if (shown.checks.empty())
+        return;
+    auto* box = new QGroupBox("Single bits", choices_);
+    auto* column = new QVBoxLayout(box);
+    column->setSpacing(2);
+    for (const chips::CheckBit& check : shown.checks)
+        column->addWidget(widgets_.make<QCheckBox, forms::CheckBox>(check.box, box));
+    column->addStretch();
+    addChoice(box);
+}
+
+void RegisterPageView::addCombos(const chips::Register& shown) {
+    for (const chips::ComboField& field : shown.combos) {
+        auto* box = new QGroupBox(textOf(field.prompt).trimmed(), choices_);
+        auto* combo = widgets_.make<QComboBox, forms::ComboBox>({field.combo}, box);
+        combo->setPlaceholderText("not chosen");
+        combo->setAccessibleName(textOf(field.prompt).trimmed());
+        combo->setMinimumWidth(combo->fontMetrics().averageCharWidth() * 30);
+        (new QVBoxLayout(box))->addWidget(combo);
+        addChoice(box);
+    }
+}
+
+void RegisterPageView::addChoice(QWidget* group) {
+    const int wanted = group->sizeHint().width();
+    if (lastChoices_ == nullptr || wanted > room_) {
+        lastChoices_ = new QHBoxLayout;
+        choiceRows_->addLayout(lastChoices_);
+        room_ = choiceWidth * fontMetrics().averageCharWidth();
+    }
+    room_ -= wanted;
+    lastChoices_->addWidget(group);
+}
+
+} // namespace bitlux::gui
