@@ -39,7 +39,7 @@ void BitCell::setNeighbours(BitCell* left, BitCell* right) {
 QSize BitCell::sizeHint() const {
     const QFontMetrics number(scaled(font(), numberScale / captionScale));
     return {cellWidth * fontMetrics().averageCharWidth(),
-            number.height() + lines * fontMetrics().height() + 2 * gap};
+            number.height() + lines * (fontMetrics().height() + 2) + 2 * gap};
 }
 
 QSize BitCell::minimumSizeHint() const {

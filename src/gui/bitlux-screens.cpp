@@ -256,12 +256,11 @@ public:
             shoot(window, panel,
                   prefix + QString("-register-%1").arg(page, 2, 10, QChar('0')) + tail);
         }
+        form.sequencer.run.Cm_Run_Seq_Click();
         form.sequencer.run.Ch_Loop.click();
         form.sequencer.run.Ch_FirstCondition.click();
         for (int page = 1; page <= form.tab_518(0).count(); ++page) {
             form.tab_518(0).click(page);
-            if (page == zt72518::PanelForm::SequencePage)
-                form.sequencer.run.Cm_Run_Seq_Click();
             if (page == zt72518::PanelForm::Diagram)
                 form.diagram.timer_auto_pre_Timer();
             shoot(window, panel, prefix + QString("-page-%1").arg(page) + tail);
@@ -357,6 +356,9 @@ int main(int argc, char** argv) {
     for (const bool dark : {false, true}) {
         gui::applyTheme(dark);
         const QString tail = QString("-%1-%2").arg(dark ? "dark" : "light", scale);
+        Stage panel;
+        panel.plugDongle();
+        panel.paintPanel(folder + "/panel", tail);
         paintTypes(folder + "/types-msb" + tail + ".png", true, {520, 190});
         paintTypes(folder + "/types-lsb-smallest" + tail + ".png", false, {});
         for (const State& state : states) {
@@ -384,9 +386,6 @@ int main(int argc, char** argv) {
         paintWaveforms(folder + "/waveform-types-dongle" + tail + ".png", commanded);
         dongle.paintChip(folder + "/main-chip" + tail + ".png", {});
         dongle.paintChip(folder + "/main-chip-search" + tail + ".png", QSize(640, 480), "rx");
-        Stage panel;
-        panel.plugDongle();
-        panel.paintPanel(folder + "/panel", tail);
         Stage batch;
         batch.bring(states[0]);
         batch.paintBatch(folder + "/batch", tail);

@@ -22,8 +22,8 @@ constexpr int wakeUpPlace = 3;
 /// Centers of the modes by the index of their buttons, Normal Request behind them, in parts of the
 /// picture.
 constexpr std::array<QPointF, requestPlace + 1> places{
-    QPointF(0.50, 0.46), QPointF(0.84, 0.84), QPointF(0.16, 0.84), QPointF(0.84, 0.46),
-    QPointF(0.50, 0.10), QPointF(0.84, 0.10), QPointF(0.16, 0.10), QPointF(0.16, 0.46)};
+    QPointF(0.50, 0.52), QPointF(0.84, 0.90), QPointF(0.16, 0.90), QPointF(0.72, 0.62),
+    QPointF(0.50, 0.27), QPointF(0.84, 0.09), QPointF(0.16, 0.09), QPointF(0.16, 0.52)};
 
 /// An arrow from mode to mode; some belong to one transition.
 struct Arrow {
@@ -163,11 +163,11 @@ ModeDiagram::ModeDiagram(const PanelWidgets& widgets, QWidget* parent)
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     auto* left = new QVBoxLayout;
+    left->addWidget(makeReading());
     left->addWidget(new ModePicture(widgets_, this), 1);
     left->addWidget(widgets_.make<QLabel, forms::Label>({"diagram_hint"}, this));
     layout->addLayout(left, 1);
     auto* right = new QVBoxLayout;
-    right->addWidget(makeReading());
     right->addWidget(makeBoxes("To Normal mode", Normal));
     right->addWidget(makeBoxes("To Low Power", VddOn));
     right->addWidget(makeBoxes("Behind Init Mode", Init));
@@ -176,14 +176,15 @@ ModeDiagram::ModeDiagram(const PanelWidgets& widgets, QWidget* parent)
 }
 
 QWidget* ModeDiagram::makeReading() {
-    auto* box = new QGroupBox("Present mode", this);
-    auto* column = new QVBoxLayout(box);
-    column->addWidget(
-        widgets_.make<QCheckBox, forms::CheckBox>({"pre_prog_box", chip::autoReadingBox}, box));
-    auto* mode = widgets_.make<QLabel, forms::Label>({"read_pre_prog", 0}, box);
-    mode->setMinimumSize(mode->fontMetrics().averageCharWidth() * 32, mode->fontMetrics().height());
-    column->addWidget(mode);
-    return box;
+    auto* widget = new QWidget(this);
+    auto* row = new QHBoxLayout(widget);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(
+        widgets_.make<QCheckBox, forms::CheckBox>({"pre_prog_box", chip::autoReadingBox}, widget));
+    row->addSpacing(20);
+    row->addWidget(new QLabel("Present mode:", widget));
+    row->addWidget(widgets_.make<QLabel, forms::Label>({"read_pre_prog", 0}, widget), 1);
+    return widget;
 }
 
 QWidget* ModeDiagram::makeBoxes(const QString& title, int button) {

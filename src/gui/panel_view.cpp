@@ -61,7 +61,7 @@ PanelView::PanelView(zt72518::PanelForm& form, Binder& binder, QWidget* parent)
             flushed_ = {};
     });
     followForm();
-    const QSize wanted(fontMetrics().averageCharWidth() * 160, fontMetrics().height() * 43);
+    const QSize wanted(fontMetrics().averageCharWidth() * 160, fontMetrics().height() * 48);
     resize(wanted.boundedTo(QGuiApplication::primaryScreen()->availableSize() - QSize(20, 50)));
 }
 
@@ -187,8 +187,7 @@ void PanelView::addRamExtras(RegisterPageView& page) {
 }
 
 void PanelView::addSpecialModeExtras(RegisterPageView& page) {
-    addButtons(page.writeButtons(), widgets_, &page,
-               {{"Cm_Spe_Mode_W", 1}, {"Cm_Spe_Mode_W", 2}, {"Seq_Spe_Mode_W"}});
+    page.addWriteButtons({{"Seq_Spe_Mode_W"}, {"Cm_Spe_Mode_W", 1}, {"Cm_Spe_Mode_W", 2}});
     constexpr int randomBits = 6;
     std::vector<forms::Label*> inverse;
     for (int bit = 0; bit < randomBits; ++bit)
@@ -211,7 +210,7 @@ void PanelView::addRefreshExtras(RegisterPageView& page) {
 }
 
 void PanelView::addModeExtras(RegisterPageView& page) {
-    addButtons(page.writeButtons(), widgets_, &page, {{"Cm_Mode_RM_W", 1}, {"Cm_Mode_RM_W", 2}});
+    page.addWriteButtons({{"Cm_Mode_RM_W", 1}, {"Cm_Mode_RM_W", 2}});
     auto* box = new QGroupBox("Low power", page.choiceParent());
     auto* column = new QVBoxLayout(box);
     for (int i = 0; i < static_cast<int>(chip::lowPowerModes.size()); ++i)

@@ -25,24 +25,35 @@ void addButtons(QBoxLayout& layout, const PanelWidgets& widgets, QWidget* parent
 
 RegisterPageView::RegisterPageView(std::span<const chips::Register> registers,
                                    const PanelWidgets& widgets, QWidget* parent)
-    : QWidget(parent), widgets_(widgets), rows_(new QVBoxLayout) {
+    : QWidget(parent), widgets_(widgets), rows_(new QGridLayout) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(rows_);
+    rows_->setVerticalSpacing(4);
+    rows_->setColumnStretch(1, 1);
     makeChoices();
-    std::string_view written;
-    for (const chips::Register& shown : registers) {
-        if (shown.writeLabels != written)
-            addWriteRow(shown);
-        written = shown.writeLabels;
-        addWriteButtons(shown);
-        addView(shown, shown.low);
-        addView(shown, shown.high);
-        addCombos(shown);
-        for (const chips::OptionField& field : shown.options)
-            addOptions(field);
-        addChecks(shown);
-    }
+    addTitle(registers);
+    if (registers.size() == 1)
+        addRegister(registers.front());
+    else
+        addSharing(registers);
+}
+
+void RegisterPageView::addRegister(const chips::Register& shown) {
+    addRow(shown.writeLabels, BitRow::Use::Clicked, {shown.writeButton, shown.sequenceButton});
+    for (const chips::ReadView* view : {&shown.low, &shown.high})
+        if (view->exists())
+            addRow(view->labels, BitRow::Use::Shown, {view->readButton, view->sequenceButton});
+    addCombos(shown);
+    for (const chips::OptionField& field : shown.options)
+        addOptions(field);
+    addChecks(shown);
+}
+
+void RegisterPageView::addSharing(std::span<const chips::Register> registers) {
+    addRow(registers.front().writeLabels, BitRow::Use::Clicked, {});
+    for (const chips::Register& shown : registers)
+        addRow(shown.low.labels, BitRow::Use::Shown, {shown.writeButton, shown.low.readButton});
 }
 
 void RegisterPageView::makeChoices() {
@@ -60,37 +71,32 @@ void RegisterPageView::makeChoices() {
     layout()->addWidget(scroll);
 }
 
-void RegisterPageView::addWriteRow(const chips::Register& shown) {
-    auto* title = new QLabel(QString("%1, register 0x%2")
-                                 .arg(textOf(shown.title))
-                                 .arg(shown.address, 2, 16, QChar('0'))
-                                 .toUpper()
-                                 .replace("0X", "0x"),
-                             this);
+void RegisterPageView::addTitle(std::span<const chips::Register> registers) {
+    QStringList parts;
+    for (const chips::Register& shown : registers)
+        parts << textOf(shown.title) + " at 0x" +
+                     QString::number(shown.address, 16).toUpper().rightJustified(2, '0');
+    auto* title = new QLabel(parts.join(",  "), this);
     QFont bold = scaled(title->font(), 1.1);
     bold.setBold(true);
     title->setFont(bold);
-    rows_->addWidget(title);
-    rows_->addWidget(widgets_.row(shown.writeLabels, BitRow::Use::Clicked, this));
+    rows_->addWidget(title, 0, 0, 1, 2);
 }
 
-void RegisterPageView::addWriteButtons(const chips::Register& shown) {
-    writeButtons_ = new QHBoxLayout;
-    addButtons(*writeButtons_, widgets_, this, {shown.writeButton, shown.sequenceButton});
+void RegisterPageView::addRow(std::string_view labels, BitRow::Use use,
+                              std::initializer_list<chips::ControlName> buttons) {
+    const int line = rows_->rowCount();
+    auto* left = new QHBoxLayout;
+    addButtons(*left, widgets_, this, buttons);
+    rows_->addLayout(left, line, 0);
+    rows_->addWidget(widgets_.row(labels, use, this), line, 1);
+}
+
+void RegisterPageView::addWriteButtons(std::initializer_list<chips::ControlName> names) {
     auto* line = new QHBoxLayout;
-    line->addLayout(writeButtons_);
+    addButtons(*line, widgets_, this, names);
     line->addStretch();
-    rows_->addLayout(line);
-}
-
-void RegisterPageView::addView(const chips::Register&, const chips::ReadView& view) {
-    if (!view.exists())
-        return;
-    rows_->addWidget(widgets_.row(view.labels, BitRow::Use::Shown, this));
-    auto* buttons = new QHBoxLayout;
-    addButtons(*buttons, widgets_, this, {view.readButton, view.sequenceButton});
-    buttons->addStretch();
-    rows_->addLayout(buttons);
+    rows_->addLayout(line, rows_->rowCount(), 0, 1, 2);
 }
 
 void RegisterPageView::addOptions(const chips::OptionField& field) {

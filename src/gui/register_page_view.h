@@ -3,8 +3,10 @@
 #include "chips/register_map.h"
 #include "gui/panel_widgets.h"
 
+#include <initializer_list>
 #include <span>
 
+#include <QGridLayout>
 #include <QVBoxLayout>
 #include <QWidget>
 
@@ -17,25 +19,26 @@ public:
     RegisterPageView(std::span<const chips::Register> registers, const PanelWidgets& widgets,
                      QWidget* parent);
 
-    /// Behind the Write and >SEQ buttons of the last register.
-    [[nodiscard]] QHBoxLayout& writeButtons() { return *writeButtons_; }
-    /// Above and below what the tables give; parents of what is added.
-    [[nodiscard]] QVBoxLayout& rows() { return *rows_; }
+    /// Buttons in a row of their own.
+    void addWriteButtons(std::initializer_list<chips::ControlName> names);
+    /// A group behind the choices that the tables give, made with choiceParent().
     void addChoice(QWidget* group);
     [[nodiscard]] QWidget* choiceParent() { return choices_; }
 
 private:
-    void addWriteRow(const chips::Register& shown);
-    void addWriteButtons(const chips::Register& shown);
-    void addView(const chips::Register& shown, const chips::ReadView& view);
+    void addTitle(std::span<const chips::Register> registers);
+    void addRegister(const chips::Register& shown);
+    /// Registers that share their write row have their Write buttons in their read rows.
+    void addSharing(std::span<const chips::Register> registers);
+    void addRow(std::string_view labels, BitRow::Use use,
+                std::initializer_list<chips::ControlName> buttons);
     void addOptions(const chips::OptionField& field);
     void addChecks(const chips::Register& shown);
     void addCombos(const chips::Register& shown);
     void makeChoices();
 
     PanelWidgets widgets_;
-    QVBoxLayout* rows_;
-    QHBoxLayout* writeButtons_ = nullptr;
+    QGridLayout* rows_; ///< buttons, and the bits beside them
     QWidget* choices_;
     QVBoxLayout* choiceRows_;
     QHBoxLayout* lastChoices_ = nullptr; ///< groups that stand side by side

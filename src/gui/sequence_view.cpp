@@ -29,7 +29,7 @@ QWidget* SequenceView::makeLists() {
               makeList(lists.List_Val_read1, "High bytes", widget),
               makeList(lists.List_Val_read0, "Low bytes", widget)};
     constexpr std::array<std::pair<int, int>, 5> shares{
-        {{12, 0}, {22, 5}, {13, 2}, {20, 4}, {20, 4}}}; // characters at least, part of the rest
+        {{15, 0}, {22, 5}, {17, 2}, {20, 4}, {20, 4}}}; // characters at least, part of the rest
     for (std::size_t i = 0; i < lists_.size(); ++i) {
         LogView* list = lists_.at(i);
         const int width = list->fontMetrics().averageCharWidth() * shares.at(i).first;
@@ -38,6 +38,7 @@ QWidget* SequenceView::makeLists() {
             list->setMaximumWidth(width);
         row->addWidget(list, shares.at(i).second);
     }
+    lists_.front()->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // it goes with the others
     scrollTogether();
     return widget;
 }

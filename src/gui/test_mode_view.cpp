@@ -18,10 +18,11 @@ TestModeView::TestModeView(zt72518::TestModeForm& form, Binder& binder, QWidget*
     auto* left = new QVBoxLayout;
     left->addWidget(PanelWidgets::button(binder_, form_.enter_test_mode, this));
     left->addWidget(makeFlags());
+    left->addWidget(makeThermal());
     left->addStretch();
     layout->addLayout(left);
     auto* right = new QVBoxLayout;
-    for (QWidget* group : {makeThresholds(), makeThermal(), makeTrimming(), makeTests()})
+    for (QWidget* group : {makeThresholds(), makeTrimming(), makeTests()})
         right->addWidget(group);
     right->addStretch();
     layout->addLayout(right, 1);
