@@ -187,7 +187,7 @@ void PanelView::addRamExtras(RegisterPageView& page) {
 }
 
 void PanelView::addSpecialModeExtras(RegisterPageView& page) {
-    page.addWriteButtons({{"Seq_Spe_Mode_W"}, {"Cm_Spe_Mode_W", 1}, {"Cm_Spe_Mode_W", 2}});
+    page.addWriteButtons({{"Cm_Spe_Mode_W", 1}, {"Cm_Spe_Mode_W", 2}, {"Seq_Spe_Mode_W"}});
     constexpr int randomBits = 6;
     std::vector<forms::Label*> inverse;
     for (int bit = 0; bit < randomBits; ++bit)

@@ -8,6 +8,7 @@ namespace bitlux::gui {
 
 namespace {
 
+constexpr int buttonSpacing = 4;
 constexpr int choiceWidth = 135; ///< of a row of groups, in characters
 
 QString textOf(std::string_view text) {
@@ -87,6 +88,7 @@ void RegisterPageView::addRow(std::string_view labels, BitRow::Use use,
                               std::initializer_list<chips::ControlName> buttons) {
     const int line = rows_->rowCount();
     auto* left = new QHBoxLayout;
+    left->setSpacing(buttonSpacing);
     addButtons(*left, widgets_, this, buttons);
     rows_->addLayout(left, line, 0);
     rows_->addWidget(widgets_.row(labels, use, this), line, 1);
@@ -94,6 +96,7 @@ void RegisterPageView::addRow(std::string_view labels, BitRow::Use use,
 
 void RegisterPageView::addWriteButtons(std::initializer_list<chips::ControlName> names) {
     auto* line = new QHBoxLayout;
+    line->setSpacing(buttonSpacing);
     addButtons(*line, widgets_, this, names);
     line->addStretch();
     rows_->addLayout(line, rows_->rowCount(), 0, 1, 2);
