@@ -17,7 +17,7 @@ FlagsView::FlagsView(const PanelWidgets& widgets, QWidget* parent)
     auto* sheet = new QWidget(scroll);
     grid_ = new QGridLayout(sheet);
     grid_->setContentsMargins(0, 0, 0, 0);
-    grid_->setVerticalSpacing(3);
+    grid_->setVerticalSpacing(0);
     grid_->setColumnStretch(2, 1);
     for (int i = 0; const chip::FlagRow& row : chip::lowFlagRows) {
         addRow(row, {"Cm_RFl", i}, {"Seq_RFl", i});

@@ -61,7 +61,7 @@ PanelView::PanelView(zt72518::PanelForm& form, Binder& binder, QWidget* parent)
             flushed_ = {};
     });
     followForm();
-    const QSize wanted(fontMetrics().averageCharWidth() * 160, fontMetrics().height() * 48);
+    const QSize wanted(fontMetrics().averageCharWidth() * 160, fontMetrics().height() * 49);
     resize(wanted.boundedTo(QGuiApplication::primaryScreen()->availableSize() - QSize(20, 50)));
 }
 
