@@ -119,6 +119,23 @@ TEST(PanelView, UnloadsTheFormWhenItIsClosedAndOpensAnew) {
     EXPECT_TRUE(bench.widget<QLabel>("ZT72518.Mux_W(0)").isVisible());
 }
 
+TEST(PanelView, MayBeClosedWhileASequenceRuns) {
+    PanelBench bench;
+    bench.choose("ZT72518.tab_518(0)", 1);
+    bench.press("ZT72518.Cm_Wait");
+    bench.press("ZT72518.Seq_All_RFl");
+    bench.boxes.answer(MessageBox::Answer::No);
+    bench.loop.atTime(bench.clock.nanoseconds() + 5'000'000, [&bench] {
+        bench.panel->close();
+        bench.settle();
+    });
+    QTest::mouseClick(&bench.widget<QPushButton>("ZT72518.Cm_Run_Seq"), Qt::LeftButton);
+    bench.settle();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(bench.panel.isNull());
+    EXPECT_EQ(bench.program.session().ZT72518PanelActive, 0);
+}
+
 TEST(PanelView, ShowsWhatTheVariantLacksAsDisabled) {
     PanelBench bench;
     QTest::mouseClick(&bench.widget<QRadioButton>("ZT72518.opt_vb(5)"), Qt::LeftButton, {},
