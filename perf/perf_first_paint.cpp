@@ -1,7 +1,9 @@
 // Start-up to the first paint: an empty main window of the toolkit, or the program's window, as
-// the first argument says; or, with "dialog", from opening the configuration dialog to its first
-// paint. perf/run counts the instructions, and the memory of the first two.
+// the first argument says; or, with "dialog" or "panel", from opening the configuration dialog or
+// the panel of the ZT7251x family to its first paint. perf/run counts the instructions, and the
+// memory of the first two.
 
+#include "gui/main_window.h"
 #include "gui/window_program.h"
 #include "platform/linux/linux_parallel_port.h"
 #include "platform/linux/linux_usb_host.h"
@@ -18,7 +20,8 @@
 
 namespace {
 
-bool opensDialog = false;
+bool opensDialog = false; ///< or the panel
+bool opensPanel = false;
 
 /// Ends the application once something has been painted; where the dialog is wanted, opens it then
 /// and counts from there to its own paint.
@@ -42,8 +45,11 @@ protected:
 
 private:
     static void openDialog() {
-        for (const QWidget* window : QApplication::topLevelWidgets())
-            if (auto* item = window->findChild<QAction*>("frmMain.itemPortOptions")) {
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (auto* main = dynamic_cast<bitlux::gui::MainWindow*>(window); main && opensPanel) {
+                CALLGRIND_TOGGLE_COLLECT;
+                main->program().forms().show("ZT72518");
+            } else if (auto* item = window->findChild<QAction*>("frmMain.itemPortOptions")) {
                 CALLGRIND_TOGGLE_COLLECT;
                 item->trigger();
             }
@@ -79,7 +85,8 @@ Q_COREAPP_STARTUP_FUNCTION(watch)
 int main(int argc, char** argv) {
     if (argc > 1 && std::string_view(argv[1]) == "empty")
         return runEmptyWindow(argc, argv);
-    opensDialog = argc > 1 && std::string_view(argv[1]) == "dialog";
+    opensPanel = argc > 1 && std::string_view(argv[1]) == "panel";
+    opensDialog = opensPanel || (argc > 1 && std::string_view(argv[1]) == "dialog");
     const bitlux::SystemClock clock;
     bitlux::LinuxParallelPort port;
     bitlux::LinuxUsbHost usb;

@@ -80,6 +80,11 @@ void Binder::flush() {
     flushed.raise();
 }
 
+void Binder::refreshAll() {
+    for (const auto& [control, binding] : bindings_)
+        binding->refresh();
+}
+
 void Binder::forget(const forms::Form& form) {
     for (const forms::Control* control : form.controls()) {
         leftOut_.erase(control);

@@ -50,6 +50,8 @@ public:
     void flushSoon();
     /// Refreshes what changed, now.
     void flush();
+    /// The program has other colors.
+    void refreshAll();
     /// After a flush.
     Event<> flushed;
 

@@ -55,6 +55,7 @@ WidgetBinding::WidgetBinding(forms::Control& control, QWidget& widget)
 
 void WidgetBinding::refreshColor() {
     color_ = control().backColor();
+    theme_ = QApplication::palette().cacheKey();
     if (color_ == ownColor_) {
         widget_.setPalette({});
         widget_.setAutoFillBackground(false);
@@ -62,7 +63,7 @@ void WidgetBinding::refreshColor() {
     }
     QPalette palette = widget_.palette();
     const QColor color = colorOf(color_);
-    const QColor ink = color.lightness() > 127 ? Qt::black : Qt::white;
+    const QColor ink = qGray(color.rgb()) > 110 ? Qt::black : Qt::white;
     for (const QPalette::ColorRole role : {QPalette::Window, QPalette::Button, QPalette::Base})
         palette.setColor(role, color);
     for (const QPalette::ColorRole role :
@@ -84,7 +85,8 @@ void WidgetBinding::bringUpToDate() {
     const QString tooltip = textOf(control().tooltip());
     if (widget_.toolTip() != tooltip)
         widget_.setToolTip(tooltip);
-    if (color_ != control().backColor())
+    const bool isThemed = color_ != ownColor_ && theme_ != QApplication::palette().cacheKey();
+    if (color_ != control().backColor() || isThemed)
         refreshColor();
     if (control().hasFocus() && widget_.window()->focusWidget() != &widget_)
         widget_.setFocus();
@@ -183,6 +185,11 @@ ListBoxBinding::ListBoxBinding(forms::ListBox& control, LogView& widget)
                      [this](int index) { byHand([this, index] { control_.select(index); }); });
     QObject::connect(&widget, &LogView::doubleClicked, &widget,
                      [this] { byHand([this] { control_.doubleClick(); }); });
+    if (control.handles(forms::ControlEvent::DragDrop))
+        widget.setDraggable();
+    QObject::connect(&widget, &LogView::dragged, &widget, [this](int from, int to) {
+        byHand([this, from, to] { control_.dragLine(from, to); });
+    });
 }
 
 void ListBoxBinding::refreshContent() {

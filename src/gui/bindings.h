@@ -70,6 +70,7 @@ private:
     QWidget& widget_;
     forms::Color color_; ///< that is shown; the one at first is the kind's own
     forms::Color ownColor_;
+    qint64 theme_ = 0; ///< palette of the program when the color was shown
 };
 
 class ButtonBinding : public WidgetBinding {

@@ -236,6 +236,47 @@ public:
         paint(file, size, nullptr, "zt72518d", search);
     }
 
+    /// All pages of the panel of the ZT7251x family with a model of the chip, and its test mode.
+    void paintPanel(const QString& prefix, const QString& tail) {
+        bench_.connect(makeDevice("zt72518d"));
+        Chip& chip = *bench_.dongle.chip();
+        for (const char* name : {"SPI ERR", "FWU", "Lin 1/Rx High", "VDD OV", "VSUV", "I/O 0"})
+            chip.turn(switchNamed(chip, name), true);
+        program_.mainForm().call("Start_USB");
+        gui::MainWindow window(program_);
+        program_.forms().show("ZT72518");
+        zt72518::PanelForm& form = program_.zt72518();
+        QWidget& panel = *window.findChild<QDialog*>();
+        for (const char* button :
+             {"Cm_ReadAll_Rl(0)", "Cm_ReadAll_Rh", "Cm_ReadAll_RFl", "Seq_All_RFl"})
+            dynamic_cast<forms::Button&>(form.control(button)).click();
+        dynamic_cast<forms::OptionButton&>(form.control("R_MUX(5)")).click();
+        for (int page = 1; page <= form.tab_518(1).count(); ++page) {
+            form.tab_518(1).click(page);
+            shoot(window, panel,
+                  prefix + QString("-register-%1").arg(page, 2, 10, QChar('0')) + tail);
+        }
+        form.sequencer.run.Cm_Run_Seq_Click();
+        form.sequencer.run.Ch_Loop.click();
+        form.sequencer.run.Ch_FirstCondition.click();
+        for (int page = 1; page <= form.tab_518(0).count(); ++page) {
+            form.tab_518(0).click(page);
+            if (page == zt72518::PanelForm::Diagram)
+                form.diagram.timer_auto_pre_Timer();
+            shoot(window, panel, prefix + QString("-page-%1").arg(page) + tail);
+        }
+        dynamic_cast<forms::OptionButton&>(form.control("opt_vb(5)")).click();
+        form.tab_518(0).click(zt72518::PanelForm::RegistersPage);
+        shoot(window, panel, prefix + "-disabled" + tail);
+        panel.resize(640, 480);
+        shoot(window, panel, prefix + "-small" + tail);
+        program_.forms().unload("ZT72518");
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        program_.forms().show("TestMode");
+        shoot(window, *window.findChild<QDialog*>(), prefix + "-test-mode" + tail);
+        program_.forms().unload("TestMode");
+    }
+
     void plugDongle() {
         bench_.dongle.plug();
         program_.mainForm().call("Start_USB");
@@ -315,6 +356,9 @@ int main(int argc, char** argv) {
     for (const bool dark : {false, true}) {
         gui::applyTheme(dark);
         const QString tail = QString("-%1-%2").arg(dark ? "dark" : "light", scale);
+        Stage panel;
+        panel.plugDongle();
+        panel.paintPanel(folder + "/panel", tail);
         paintTypes(folder + "/types-msb" + tail + ".png", true, {520, 190});
         paintTypes(folder + "/types-lsb-smallest" + tail + ".png", false, {});
         for (const State& state : states) {

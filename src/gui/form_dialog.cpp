@@ -2,14 +2,17 @@
 
 #include "platform/forms/form_set.h"
 
+#include <utility>
+
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 
 namespace bitlux::gui {
 
-FormDialog::FormDialog(forms::Form& form, forms::Button& cancel, Binder& binder, QWidget* parent)
-    : QDialog(parent), form_(form), cancel_(cancel), binder_(binder) {
+FormDialog::FormDialog(forms::Form& form, std::function<void()> leave, Binder& binder,
+                       QWidget* parent)
+    : QDialog(parent), form_(form), leave_(std::move(leave)), binder_(binder) {
     setWindowTitle(QString::fromStdString(form.caption()));
 }
 
@@ -42,13 +45,13 @@ void FormDialog::changeEvent(QEvent* event) {
 }
 
 void FormDialog::closeEvent(QCloseEvent* event) {
-    cancel_.click(); // hides this
+    leave_();        // hides this
     event->accept(); // an ignored event would stop the end of the application
 }
 
 void FormDialog::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape)
-        cancel_.click();
+        leave_();
     else
         QDialog::keyPressEvent(event);
 }

@@ -3,6 +3,7 @@
 #include "gui/binder.h"
 #include "platform/forms/form.h"
 
+#include <functional>
 #include <initializer_list>
 
 #include <QDialog>
@@ -12,7 +13,11 @@ namespace bitlux::gui {
 /// The window of a form that is a dialog. Escape and closing it do what its Cancel button does.
 class FormDialog : public QDialog {
 public:
-    FormDialog(forms::Form& form, forms::Button& cancel, Binder& binder, QWidget* parent);
+    FormDialog(forms::Form& form, forms::Button& cancel, Binder& binder, QWidget* parent)
+        : FormDialog(
+              form, [&cancel] { cancel.click(); }, binder, parent) {}
+    /// `leave` is what Escape and closing it do.
+    FormDialog(forms::Form& form, std::function<void()> leave, Binder& binder, QWidget* parent);
 
     /// Shows or hides this, as the form is.
     void follow();
@@ -27,7 +32,7 @@ protected:
 
 private:
     forms::Form& form_;
-    forms::Button& cancel_;
+    std::function<void()> leave_;
     Binder& binder_;
 };
 

@@ -116,6 +116,13 @@ void LogView::paintMark(QPainter& painter, const QRect& row) const {
         QPolygon({tip, tip + QPoint(-2 * half, -half), tip + QPoint(-2 * half, half)}));
 }
 
+void LogView::paintTarget(QPainter& painter) const {
+    constexpr int thickness = 2;
+    const QRect row = lineRect(target_);
+    const int y = target_ > pressed_ ? row.bottom() - thickness + 1 : row.top();
+    painter.fillRect(QRect(0, y, row.width(), thickness), palette().color(QPalette::Highlight));
+}
+
 void LogView::paintEvent(QPaintEvent*) {
     ++paints_;
     QPainter painter(viewport());
@@ -137,6 +144,8 @@ void LogView::paintEvent(QPaintEvent*) {
         painter.drawText(row.adjusted(left, 0, 0, 0), Qt::AlignVCenter | Qt::TextDontClip, text);
         widest = std::max(widest, fontMetrics().horizontalAdvance(text));
     }
+    if (target_ >= 0)
+        paintTarget(painter);
     horizontalScrollBar()->setRange(
         0, std::max(0, leftOfText() + widest + margin - viewport()->width()));
     horizontalScrollBar()->setPageStep(viewport()->width());
@@ -155,6 +164,13 @@ void LogView::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy)) {
         if (current_ >= 0)
             QApplication::clipboard()->setText(line(current_));
+        return;
+    }
+    const bool moves = draggable_ && event->modifiers() == Qt::AltModifier && current_ >= 0;
+    if (moves && (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)) {
+        target = std::clamp(current_ + (event->key() == Qt::Key_Up ? -1 : 1), 0, count_ - 1);
+        if (target != current_)
+            emit dragged(current_, target);
         return;
     }
     switch (event->key()) {
@@ -185,8 +201,45 @@ void LogView::keyPressEvent(QKeyEvent* event) {
 }
 
 void LogView::mousePressEvent(QMouseEvent* event) {
-    if (const int index = indexAt(*event); index >= 0)
+    const int index = indexAt(*event);
+    if (draggable_ && event->button() == Qt::LeftButton) {
+        pressed_ = index;
+        pressedAt_ = event->position().toPoint();
+    }
+    if (index >= 0)
         emit selected(index);
+}
+
+void LogView::mouseMoveEvent(QMouseEvent* event) {
+    const QPoint way = event->position().toPoint() - pressedAt_;
+    const bool drags = pressed_ >= 0 && (event->buttons() & Qt::LeftButton) != 0 &&
+                       (target_ >= 0 || way.manhattanLength() >= QApplication::startDragDistance());
+    if (!drags)
+        return;
+    target_ = dropTarget(*event);
+    bringIntoSight(target_);
+    viewport()->setCursor(Qt::ClosedHandCursor);
+    viewport()->update();
+}
+
+void LogView::mouseReleaseEvent(QMouseEvent*) {
+    const int from = pressed_;
+    const int to = target_;
+    endDrag();
+    if (from >= 0 && to >= 0 && from != to)
+        emit dragged(from, to);
+}
+
+int LogView::dropTarget(const QMouseEvent& event) const {
+    const int line = firstVisible() + event.position().toPoint().y() / lineHeight();
+    return std::clamp(line, 0, std::max(0, count_ - 1));
+}
+
+void LogView::endDrag() {
+    pressed_ = -1;
+    target_ = -1;
+    viewport()->unsetCursor();
+    viewport()->update();
 }
 
 void LogView::mouseDoubleClickEvent(QMouseEvent* event) {

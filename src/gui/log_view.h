@@ -20,6 +20,9 @@ public:
 
     /// Keeps room for a mark before the lines.
     void setMarkable() { markable_ = true; }
+    /// A line can be dragged to the place of another, by the mouse or by Alt with Up and Down.
+    void setDraggable() { draggable_ = true; }
+
     /// Marks a line, -1 for none. A mark that moved is brought into sight.
     void mark(int index);
     [[nodiscard]] int marked() const { return marked_; }
@@ -42,12 +45,16 @@ signals:
     void selected(int index);
     /// A line was clicked twice; it was selected before.
     void doubleClicked();
+    /// A line was dragged to the place of another.
+    void dragged(int from, int to);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void changeEvent(QEvent* event) override;
 
@@ -55,6 +62,9 @@ private:
     [[nodiscard]] int lineHeight() const;
     [[nodiscard]] int leftOfText() const;                      ///< pixels
     [[nodiscard]] int indexAt(const QMouseEvent& event) const; ///< -1 beside the lines
+    void paintTarget(QPainter& painter) const;
+    [[nodiscard]] int dropTarget(const QMouseEvent& event) const;
+    void endDrag();
     void paintMark(QPainter& painter, const QRect& row) const;
     [[nodiscard]] int wholeLinesInSight() const;
     void updateScrollBar();
@@ -66,6 +76,10 @@ private:
     int marked_ = -1;
     int paints_ = 0;
     bool markable_ = false;
+    bool draggable_ = false;
+    int pressed_ = -1; ///< line under the pointer when the button went down
+    int target_ = -1;  ///< line under the pointer while another is dragged
+    QPoint pressedAt_;
 };
 
 } // namespace bitlux::gui

@@ -4,9 +4,11 @@
 #include "gui/add_wait_view.h"
 #include "gui/configure_view.h"
 #include "gui/help_window.h"
+#include "gui/panel_view.h"
 #include "gui/recent_menu.h"
 #include "gui/run_progress_view.h"
 #include "gui/save_batch_view.h"
+#include "gui/test_mode_view.h"
 #include "gui/theme.h"
 #include "gui/waveform_view.h"
 
@@ -81,7 +83,10 @@ void MainWindow::makeMenus() {
     QAction* dark = view.addAction("&Dark");
     dark->setCheckable(true);
     dark->setChecked(isDark());
-    connect(dark, &QAction::toggled, this, [](bool on) { applyTheme(on); });
+    connect(dark, &QAction::toggled, this, [this](bool on) {
+        applyTheme(on);
+        binder_.refreshAll();
+    });
     makeHelpMenu();
 }
 
@@ -144,6 +149,10 @@ FormDialog* MainWindow::makeDialog(forms::Form& form) {
         return new AddWaitView(*addWait, binder_, this);
     if (auto* about = dynamic_cast<AboutForm*>(&form))
         return new AboutView(*about, binder_, this);
+    if (auto* panel = dynamic_cast<zt72518::PanelForm*>(&form))
+        return new PanelView(*panel, binder_, this);
+    if (auto* testMode = dynamic_cast<zt72518::TestModeForm*>(&form))
+        return new TestModeView(*testMode, binder_, this);
     return nullptr; // the main form has this window
 }
 

@@ -27,6 +27,7 @@ public:
     explicit MainWindow(Program& program, UserSettings settings = UserSettings());
     ~MainWindow() override;
 
+    [[nodiscard]] Program& program() { return program_; }
     [[nodiscard]] Binder& binder() { return binder_; }
     [[nodiscard]] MainView& view() { return *view_; }
 

@@ -48,6 +48,19 @@ TEST(MainWindow, HasAWidgetForEveryControlAndNoOther) {
         bench.settle();
         part->setValue(0);
     }
+    bench.program.forms().show("TestMode");
+    bench.program.forms().show("ZT72518");
+    for (const int strip : {1, 0}) {
+        auto& pages = bench.get<forms::TabStrip>("ZT72518.tab_518(" + std::to_string(strip) + ")");
+        for (int page = 1; page <= pages.count(); ++page) {
+            pages.click(page);
+            bench.settle();
+        }
+    }
+    const auto isControl = [](const std::string& name) {
+        return name.starts_with("frm") || name.starts_with("ZT72518.") ||
+               name.starts_with("TestMode.");
+    };
     std::set<std::string> controls;
     for (const std::string& name : bench.program.forms().names())
         for (const forms::Control* control : bench.program.forms().form(name).controls()) {
@@ -58,7 +71,7 @@ TEST(MainWindow, HasAWidgetForEveryControlAndNoOther) {
         }
     for (const QObject* object : bench.window.findChildren<QObject*>()) {
         const std::string name = object->objectName().toStdString();
-        if (name.starts_with("frm")) {
+        if (isControl(name)) {
             EXPECT_EQ(controls.erase(name), 1U) << name << " twice or without a control";
         }
     }

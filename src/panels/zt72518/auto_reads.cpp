@@ -1,5 +1,9 @@
 #include "panels/zt72518/auto_reads.h"
 
+#include "chips/zt72518/flags.h"
+#include "chips/zt72518/registers.h"
+
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <string>
@@ -45,6 +49,23 @@ constexpr int lowViews = 41;
 constexpr int highViews = 42;
 constexpr int flags = 43;
 
+/// Title of the register or the flags that a button reads.
+std::string titleOf(const AutoRead& read) {
+    const chips::ControlName name{read.button, read.index};
+    for (const chips::Register& any : chips::zt72518::registers) {
+        if (any.low.readButton == name)
+            return std::string(any.title);
+        if (any.high.exists() && any.high.readButton == name)
+            return std::string(any.title) + " high";
+    }
+    const auto row = static_cast<std::size_t>(read.index);
+    if (read.button == "Cm_RFl")
+        return std::string(chips::zt72518::lowFlagRows.at(row).title);
+    if (read.button == "Cm_RFh")
+        return std::string(chips::zt72518::highFlagRows.at(row).title);
+    return "General Flags";
+}
+
 std::string captionOf(int box) {
     switch (box) {
     case 34:
@@ -61,8 +82,11 @@ std::string captionOf(int box) {
     case flags:
         return "All flags";
     default:
-        return "";
+        break;
     }
+    const auto* const read = std::find_if(reads.begin(), reads.end(),
+                                          [box](const AutoRead& any) { return any.box == box; });
+    return read == reads.end() ? std::string() : titleOf(*read);
 }
 
 } // namespace

@@ -1,0 +1,142 @@
+#include "gui/bit_row.h"
+
+#include "gui/theme.h"
+#include "platform/forms/form.h"
+#include "platform/forms/form_set.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace bitlux::gui {
+
+namespace {
+
+constexpr int cellWidth = 11; ///< in characters
+constexpr int lines = 2;
+constexpr int gap = 3;
+constexpr qreal numberScale = 0.75;
+constexpr qreal captionScale = 0.85;
+
+} // namespace
+
+BitCell::BitCell(int bit, bool clickable, QWidget* parent) : QLabel(parent), bit_(bit) {
+    setFont(scaled(QApplication::font(), captionScale));
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    if (clickable) {
+        setFocusPolicy(Qt::ClickFocus);
+        setCursor(Qt::PointingHandCursor);
+    }
+}
+
+void BitCell::setNeighbours(BitCell* left, BitCell* right) {
+    left_ = left;
+    right_ = right;
+}
+
+QSize BitCell::sizeHint() const {
+    const QFontMetrics number(scaled(font(), numberScale / captionScale));
+    return {cellWidth * fontMetrics().averageCharWidth(),
+            number.height() + lines * (fontMetrics().height() + 2) + 2 * gap};
+}
+
+QSize BitCell::minimumSizeHint() const {
+    return {sizeHint().width() / 2, sizeHint().height()};
+}
+
+void BitCell::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const bool carries = text() != "-" && isEnabled();
+    // A label that is lit has a colour of its own; the ink goes with it.
+    QColor ink =
+        palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText);
+    painter.fillRect(rect(),
+                     (isEnabled() ? palette() : QApplication::palette()).color(QPalette::Window));
+    QColor faint = ink;
+    faint.setAlphaF(0.55F);
+    painter.setPen(faint);
+    const QRect inner = rect().adjusted(gap, gap, -gap, -gap);
+    const QFont number = scaled(font(), numberScale / captionScale);
+    painter.setFont(number);
+    painter.drawText(inner, Qt::AlignHCenter | Qt::AlignTop, QString::number(bit_));
+    painter.setFont(font());
+    painter.setPen(carries ? ink : faint);
+    const QRect caption = inner.adjusted(0, QFontMetrics(number).height(), 0, 0);
+    painter.drawText(caption, Qt::AlignCenter | Qt::TextWordWrap, text().simplified());
+    QColor edge = hasFocus() ? palette().color(QPalette::Highlight)
+                             : QApplication::palette().color(QPalette::WindowText);
+    edge.setAlphaF(hasFocus() ? 1.0F : 0.25F);
+    painter.setPen(QPen(edge, hasFocus() ? 2 : 1));
+    painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
+}
+
+void BitCell::keyPressEvent(QKeyEvent* event) {
+    BitCell* const next = event->key() == Qt::Key_Left    ? left_
+                          : event->key() == Qt::Key_Right ? right_
+                                                          : nullptr;
+    if (next != nullptr)
+        next->setFocus(Qt::OtherFocusReason);
+    else if (event->key() == Qt::Key_Space && focusPolicy() != Qt::NoFocus) {
+        // What is tied to it waits for the hand that lets go.
+        QMouseEvent release(QEvent::MouseButtonRelease, rect().center(),
+                            mapToGlobal(rect().center()), Qt::LeftButton, Qt::NoButton,
+                            Qt::NoModifier);
+        QApplication::sendEvent(this, &release);
+    } else
+        QLabel::keyPressEvent(event);
+}
+
+BitRow::BitRow(std::span<forms::Label* const> labels, Use use, Binder& binder, QWidget* parent)
+    : QWidget(parent), labels_(labels.begin(), labels.end()), value_(new QLabel(this)) {
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    std::vector<BitCell*> cells(labels.size());
+    for (std::size_t i = labels.size(); i-- > 0;) {
+        auto* cell = new BitCell(static_cast<int>(i), use == Use::Clicked, this);
+        binder.bind(*labels[i], *cell);
+        cell->setAccessibleName(QString("bit %1 %2").arg(i).arg(cell->text()));
+        row->addWidget(cell, 1);
+        cells[i] = cell;
+    }
+    for (std::size_t i = 0; i < cells.size(); ++i)
+        cells[i]->setNeighbours(i + 1 < cells.size() ? cells[i + 1] : nullptr,
+                                i > 0 ? cells[i - 1] : nullptr);
+    if (use == Use::Clicked)
+        cells.back()->setFocusPolicy(Qt::StrongFocus);
+    value_->setFont(fixedFont());
+    value_->setMinimumWidth(value_->fontMetrics().horizontalAdvance("0x00000"));
+    value_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    value_->setAlignment(Qt::AlignCenter);
+    row->addWidget(value_);
+    flushed_ = binder.flushed.follow([this] { showValue(); });
+    formGoing_ = labels.front()->form().set().formGoing.follow([this](forms::Form& going) {
+        if (!labels_.empty() && &going == &labels_.front()->form())
+            labels_.clear();
+    });
+    showValue();
+}
+
+void BitRow::showValue() {
+    if (labels_.empty())
+        return;
+    unsigned value = 0;
+    for (std::size_t i = 0; i < labels_.size(); ++i)
+        if (labels_[i]->backColor() != forms::windowColor)
+            value |= 1U << i;
+    const int digits = static_cast<int>(labels_.size()) / 4;
+    const QString text = "0x" + QString::number(value, 16).toUpper().rightJustified(digits, '0');
+    if (value_->text() != text)
+        value_->setText(text);
+}
+
+std::array<forms::Label*, LabelRow::bits> labelsOf(const LabelRow& row) {
+    std::array<forms::Label*, LabelRow::bits> labels{};
+    for (int bit = 0; bit < LabelRow::bits; ++bit)
+        labels[static_cast<std::size_t>(bit)] = &row.label(bit);
+    return labels;
+}
+
+} // namespace bitlux::gui

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "gui/binder.h"
+#include "panels/common/label_row.h"
+
+#include <array>
+#include <span>
+#include <vector>
+
+#include <QLabel>
+
+namespace bitlux::gui {
+
+/// A bit as a cell of a register's row: its number above its caption, lit by the back colour of
+/// the label that it is tied to. One that can be clicked also takes Space.
+class BitCell : public QLabel {
+public:
+    BitCell(int bit, bool clickable, QWidget* parent);
+
+    /// Arrow keys lead to these.
+    void setNeighbours(BitCell* left, BitCell* right);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    int bit_;
+    BitCell* left_ = nullptr;
+    BitCell* right_ = nullptr;
+};
+
+/// The bits of a word side by side, the highest on the left, and its hexadecimal value behind them.
+/// Only one cell is on the way of the Tab key.
+class BitRow : public QWidget {
+public:
+    enum class Use { Shown, Clicked };
+
+    /// `labels` from bit 0 on.
+    BitRow(std::span<forms::Label* const> labels, Use use, Binder& binder, QWidget* parent);
+
+private:
+    void showValue();
+
+    std::vector<forms::Label*> labels_;
+    QLabel* value_;
+    Subscription flushed_;
+    Subscription formGoing_;
+};
+
+/// The labels of a row of a byte.
+[[nodiscard]] std::array<forms::Label*, LabelRow::bits> labelsOf(const LabelRow& row);
+
+} // namespace bitlux::gui

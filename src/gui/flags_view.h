@@ -1,0 +1,24 @@
+#pragma once
+
+#include "chips/zt72518/flags.h"
+#include "gui/panel_widgets.h"
+
+#include <QGridLayout>
+#include <QWidget>
+
+namespace bitlux::gui {
+
+/// The page of flags: a row of bits for each word that reads some.
+class FlagsView : public QWidget {
+public:
+    FlagsView(const PanelWidgets& widgets, QWidget* parent);
+
+private:
+    void addRow(const chips::zt72518::FlagRow& row, const chips::ControlName& read,
+                const chips::ControlName& append);
+
+    PanelWidgets widgets_;
+    QGridLayout* grid_;
+};
+
+} // namespace bitlux::gui

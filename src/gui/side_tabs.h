@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QTabBar>
+
+namespace bitlux::gui {
+
+/// Tabs below each other with their texts as they are read.
+class SideTabs : public QTabBar {
+public:
+    explicit SideTabs(QWidget* parent);
+
+protected:
+    [[nodiscard]] QSize tabSizeHint(int index) const override;
+    [[nodiscard]] QSize minimumTabSizeHint(int index) const override { return tabSizeHint(index); }
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+};
+
+} // namespace bitlux::gui

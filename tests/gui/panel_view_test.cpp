@@ -1,0 +1,151 @@
+#include "window_bench.h"
+
+#include <QDialog>
+#include <QPointer>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+/// The panel's window with a model of the chip behind the dongle.
+struct PanelBench : WindowBench {
+    PanelBench() : WindowBench("zt72518d") {
+        bench.dongle.plug();
+        program.mainForm().call("Start_USB");
+        program.forms().show("ZT72518");
+        panel = window.findChild<QDialog*>();
+        panel->activateWindow();
+        settle();
+    }
+
+    void choose(const char* tabs, int tab) {
+        widget<QTabBar>(tabs).setCurrentIndex(tab - 1);
+        settle();
+    }
+    QColor color(const QString& label) {
+        return widget<QLabel>(label).palette().color(QPalette::Window);
+    }
+
+    QPointer<QDialog> panel;
+};
+
+const QColor lit(0xC0, 0xFF, 0xFF);
+
+TEST(PanelView, LightsBitsOfARegisterByMouseAndKeyboard) {
+    PanelBench bench;
+    QTest::mouseClick(&bench.widget<QLabel>("ZT72518.Mux_W(7)"), Qt::LeftButton);
+    bench.settle();
+    EXPECT_EQ(bench.color("ZT72518.Mux_W(7)"), lit);
+    EXPECT_TRUE(bench.widget<QRadioButton>("ZT72518.R_MUX(4)").isChecked());
+
+    bench.widget<QLabel>("ZT72518.Mux_W(7)").setFocus();
+    for (int i = 0; i < 4; ++i)
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    bench.settle();
+    EXPECT_EQ(bench.color("ZT72518.Mux_W(3)"), lit);
+    EXPECT_TRUE(bench.widget<QCheckBox>("ZT72518.Ch_Mux(0)").isChecked());
+
+    const auto values =
+        bench.widget<QLabel>("ZT72518.Mux_W(3)").parentWidget()->findChildren<QLabel*>();
+    EXPECT_TRUE(std::any_of(values.begin(), values.end(),
+                            [](const QLabel* label) { return label->text() == "0x88"; }));
+    bench.press("ZT72518.Cm_MUX_W");
+    EXPECT_EQ(bench.label("ZT72518.Label_Liste(0)"), "Sent : 40 - 88");
+}
+
+TEST(PanelView, MakesAPageWhenItIsLookedAt) {
+    PanelBench bench;
+    EXPECT_EQ(bench.window.findChild<QWidget*>("ZT72518.Can_W(0)"), nullptr);
+    bench.choose("ZT72518.tab_518(1)", 14);
+    EXPECT_TRUE(bench.widget<QLabel>("ZT72518.Can_W(0)").isVisible());
+    EXPECT_EQ(bench.window.findChild<QWidget*>("ZT72518.wd_config(0)"), nullptr);
+    bench.choose("ZT72518.tab_518(0)", 5);
+    EXPECT_TRUE(bench.widget<QComboBox>("ZT72518.wd_config(0)").isVisible());
+}
+
+TEST(PanelView, MovesALineOfTheSequenceByDragging) {
+    PanelBench bench;
+    for (const char* button : {"ZT72518.Seq_RFl(0)", "ZT72518.Seq_RFl(1)", "ZT72518.Seq_RFl(2)"})
+        bench.click(button);
+    bench.choose("ZT72518.tab_518(0)", 1);
+    auto& list = bench.widget<gui::LogView>("ZT72518.List_Commands");
+    QTest::mousePress(list.viewport(), Qt::LeftButton, {}, list.lineRect(1).center());
+    const QPoint target = list.lineRect(3).center();
+    QMouseEvent move(QEvent::MouseMove, target, list.viewport()->mapToGlobal(target), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(list.viewport(), &move);
+    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, target);
+    bench.settle();
+    const std::vector<std::string> moved{"Commands", "Regulator Read Flag Low", "CAN Read Flag Low",
+                                         "Mode RM Read Flag Low"};
+    EXPECT_EQ(bench.lines("ZT72518.List_Commands"), moved);
+
+    list.setFocus();
+    QTest::keyClick(&list, Qt::Key_Up, Qt::AltModifier);
+    EXPECT_EQ(bench.lines("ZT72518.List_Commands")[2], "Mode RM Read Flag Low");
+}
+
+TEST(PanelView, DrivesTheTimersOfTheForm) {
+    PanelBench bench;
+    bench.choose("ZT72518.tab_518(0)", 2);
+    QTest::mouseClick(&bench.widget<QCheckBox>("ZT72518.pre_prog_box(10)"), Qt::LeftButton, {},
+                      QPoint(5, 5));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&bench] { return bench.label("ZT72518.read_pre_prog(0)") == "Initialization Mode"; },
+        3000));
+    bench.settle();
+    EXPECT_TRUE(bench.widget<QLabel>("ZT72518.lin_pre(0)").isVisible());
+    EXPECT_FALSE(bench.widget<QLabel>("ZT72518.lin_pre(4)").isVisible());
+}
+
+TEST(PanelView, UnloadsTheFormWhenItIsClosedAndOpensAnew) {
+    PanelBench bench;
+    bench.choose("ZT72518.tab_518(0)", 1);
+    QTest::keyClick(bench.panel, Qt::Key_Escape);
+    EXPECT_TRUE(bench.panel->isVisible());
+
+    bench.desk.boxes.answer(MessageBox::Answer::No);
+    bench.panel->close();
+    EXPECT_EQ(bench.program.session().ZT72518PanelActive, 0);
+    bench.window.binder().flush();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(bench.panel.isNull());
+
+    bench.program.forms().show("ZT72518");
+    bench.settle();
+    EXPECT_TRUE(bench.widget<QLabel>("ZT72518.Mux_W(0)").isVisible());
+}
+
+TEST(PanelView, MayBeClosedWhileASequenceRuns) {
+    PanelBench bench;
+    bench.choose("ZT72518.tab_518(0)", 1);
+    bench.press("ZT72518.Cm_Wait");
+    bench.press("ZT72518.Seq_All_RFl");
+    bench.boxes.answer(MessageBox::Answer::No);
+    bench.loop.atTime(bench.clock.nanoseconds() + 5'000'000, [&bench] {
+        bench.panel->close();
+        bench.settle();
+    });
+    QTest::mouseClick(&bench.widget<QPushButton>("ZT72518.Cm_Run_Seq"), Qt::LeftButton);
+    bench.settle();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(bench.panel.isNull());
+    EXPECT_EQ(bench.program.session().ZT72518PanelActive, 0);
+}
+
+TEST(PanelView, ShowsWhatTheVariantLacksAsDisabled) {
+    PanelBench bench;
+    QTest::mouseClick(&bench.widget<QRadioButton>("ZT72518.opt_vb(5)"), Qt::LeftButton, {},
+                      QPoint(5, 5));
+    bench.settle();
+    EXPECT_FALSE(bench.widget<QLabel>("ZT72518.Mux_W(7)").isEnabled());
+    QTest::mouseClick(&bench.widget<QLabel>("ZT72518.Mux_W(7)"), Qt::LeftButton);
+    bench.settle();
+    EXPECT_NE(bench.color("ZT72518.Mux_W(7)"), lit);
+}
+
+} // namespace
+} // namespace bitlux::test
