@@ -87,12 +87,12 @@ TEST_F(RunCommand, EndsWithAMessageWhereItCannotGoOn) {
         const char* arguments;
         const char* message;
     };
-    folder.write("damaged.spi", std::string(file) + "\"[BatchItem]\",\"9 x\"\r\n");
+    folder.write("damaged.spi", fmt::format("{}\"[BatchItem]\",\"9 x\"\r\n", file));
     for (const Case& c :
          {Case{"run {} --batch halt --bench loopback", "SPI routine paused."},
           {"run {} --batch hlt --bench loopback", "There is no Batch \"hlt\"; near: \"halt\"."},
-          {"run damaged.spi --bench loopback", "is damaged in line 21: there is no Batch 9."},
-          {"show damaged.spi", "is damaged in line 21"},
+          {"run damaged.spi --bench loopback", "is damaged in line 19: there is no Batch 9."},
+          {"show damaged.spi", "is damaged in line 19"},
           {"run none.spi --bench loopback", "none.spi"},
           {"run {} --bench loopback --bus dongle --fault stalled@2", "cable"}}) {
         const Outcome outcome = bitlux(c.arguments);
