@@ -1,0 +1,218 @@
+#include "bitlux_program.h"
+#include "board_file.h"
+#include "support/test_bench.h"
+
+#include <csignal>
+#include <functional>
+
+#include <pty.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+/// A folder with the file of the board.
+struct Board : TemporaryFolder {
+    std::string file = write("board.spi", boardFile);
+
+    [[nodiscard]] Outcome run(const std::string& arguments) const {
+        return bitlux(fmt::format("run {} {} </dev/null", file, arguments));
+    }
+};
+
+constexpr const char* pauseText =
+    "SPI routine paused.  Click OK to continue,\nor click Cancel to stop.\n";
+
+TEST(RunCommand, PrintsALineAWordAndSavesTheLog) {
+    const Board board;
+    EXPECT_EQ(board.run("--bench echo --log " + board.path("log")).output, "A5 00\n0F A5\n");
+    EXPECT_EQ(contentOf(board.path("log")),
+              "SPI Word Sent:\r\n  A5\r\nSPI Word Received:\r\n  00\r\n \r\nWaiting 2 hrs ...\r\n"
+              "Done Waiting\r\n \r\nSet HIGH: EN\r\n \r\n"
+              "SPI Word Sent:\r\n  0F\r\nSPI Word Received:\r\n  A5\r\n \r\n");
+    EXPECT_EQ(board.run("--bench loopback --batch sweep --times 3").output,
+              "A5 A5\nA5 A5\nA5 A5\nA5 A5\nA5 A5\nA5 A5\n");
+    // Without a log there is none that could be full.
+    EXPECT_EQ(board.run("--bench loopback --batch sweep --times 9000").code, 0);
+    const Outcome full = board.run("--bench loopback --batch sweep --times 9000 --log /dev/null");
+    EXPECT_NE(full.output.find("The Session Log is full."), std::string::npos);
+    EXPECT_EQ(full.code, 1);
+}
+
+TEST(RunCommand, PrintsObjects) {
+    const Board board;
+    const std::string output =
+        "{\"kind\":\"word\",\"word\":1,\"pass\":1,\"line\":1,\"command\":\"read id\",\"ms\":0.027,"
+        "\"sent\":\"A5\",\"received\":\"00\",\"bits\":8}\n"
+        "{\"kind\":\"wait\",\"pass\":1,\"line\":2,\"command\":\"* Wait 2 hrs\",\"ms\":0.027,"
+        "\"duration_ms\":7200000}\n"
+        "{\"kind\":\"pin\",\"pass\":1,\"line\":3,\"command\":\"* Set HIGH: EN\","
+        "\"ms\":7200000.027,\"pin\":\"EN\",\"level\":\"high\",\"known\":true}\n"
+        "{\"kind\":\"pin\",\"pass\":1,\"line\":4,\"command\":\"* Set LOW: DIS\","
+        "\"ms\":7200000.028,\"pin\":\"DIS\",\"level\":\"low\",\"known\":false}\n"
+        "{\"kind\":\"word\",\"word\":2,\"pass\":1,\"line\":5,"
+        "\"command\":\"gr\xC3\xBCn \\\"a\\\\b\\\" \\u001b[2J\",\"ms\":7200000.055,"
+        "\"sent\":\"0F\",\"received\":\"A5\",\"bits\":8}\n";
+    const std::string whole = board.run("--bench echo --json").output;
+    EXPECT_EQ(whole.substr(0, output.size()), output);
+    EXPECT_EQ(whole.substr(output.size()).substr(0, 41),
+              "{\"kind\":\"summary\",\"passes\":1,\"words\":2,\"m");
+    const std::string script =
+        "import json, sys\nfor line in sys.stdin:\n    o = json.loads(line)\n"
+        "    print(o['kind'], o.get('pass'), ascii(o.get('command')))\n";
+    board.write("read.py", script);
+    EXPECT_EQ(
+        bitlux(fmt::format("run {} --bench echo --json --times 2 | /usr/bin/python3 {}", board.file,
+                           board.path("read.py")))
+            .output,
+        "word 1 'read id'\nwait 1 '* Wait 2 hrs'\npin 1 '* Set HIGH: EN'\npin 1 '* Set LOW: DIS'\n"
+        "word 1 'gr\\xfcn \"a\\\\b\" \\x1b[2J'\nword 2 'read id'\nwait 2 '* Wait 2 hrs'\n"
+        "pin 2 '* Set HIGH: EN'\npin 2 '* Set LOW: DIS'\n"
+        "word 2 'gr\\xfcn \"a\\\\b\" \\x1b[2J'\nsummary None None\n");
+}
+
+TEST(RunCommand, EndsWithOneAtAMessage) {
+    const Board board;
+    board.write("damaged.spi", boardFile + "\"[BatchItem]\",\"9 x\"\r\n");
+    board.write("dongle.spi", dongleFile());
+    board.write("other.spi", "hello\r\n");
+    const std::string start = "run --bench echo " + board.path();
+    struct Case {
+        std::string arguments;
+        std::string output;
+    };
+    for (const Case& c :
+         {Case{"/board.spi --batch sweeep", "There is no Batch \"sweeep\"; near: \"sweep\".\n"},
+          Case{"/board.spi --batch ''", "There is no Batch \"\".\n"},
+          Case{"/board.spi --batch 'hold on'",
+               fmt::format("A5 00\n{}Nobody can be asked: the standard input is no terminal.\n",
+                           pauseText)},
+          Case{"/damaged.spi", fmt::format("The file \"{}\" is damaged in line 26: there is no "
+                                           "Batch 9.\n",
+                                           board.path("damaged.spi"))},
+          Case{"/other.spi", "Invalid File Format.\n"},
+          Case{"/none.spi", fmt::format("There is no file \"{}\".\n", board.path("none.spi"))},
+          Case{"/dongle.spi --bus dongle --batch sweep --fault gone@2",
+               "A5 00\nCheck the USB cable and restart program\n"},
+          Case{"/board.spi --log /missing/log",
+               "A5 00\n0F A5\nThe file \"/missing/log\" cannot be written: No such file or "
+               "directory.\n"}}) {
+        const Outcome outcome = bitlux(start + c.arguments + " </dev/null");
+        EXPECT_EQ(outcome.output, c.output) << c.arguments;
+        EXPECT_EQ(outcome.code, 1) << c.arguments;
+    }
+    for (const char* arguments : {"", "--times 0", "--bus port", "--bench echo --json --log -"})
+        EXPECT_EQ(board.run(arguments).code, *arguments == '\0' ? 1 : 2) << arguments;
+    EXPECT_EQ(board.run("--bench echo >/dev/full").code, 1);
+}
+
+TEST(RunCommand, LeavesTheChoiceOfTheBusToTheFile) {
+    const Board board;
+    board.write("dongle.spi", dongleFile());
+    const auto frames = [&](const std::string& arguments) {
+        const std::string vcd = board.path("w.vcd");
+        EXPECT_EQ(bitlux(fmt::format("run {}/{} --bench loopback --batch sweep --vcd {}",
+                                     board.path(), arguments, vcd))
+                      .output,
+                  "A5 A5\nA5 A5\n");
+        return contentOf(vcd).find("as commanded") != std::string::npos;
+    };
+    EXPECT_FALSE(frames("board.spi --bus dongle"));
+    EXPECT_FALSE(frames("dongle.spi --bus port"));
+    EXPECT_TRUE(frames("dongle.spi --bus dongle"));
+}
+
+/// The program on a terminal of its own; its standard output goes to a file.
+class OnTerminal {
+public:
+    OnTerminal(const std::string& arguments, const std::string& outputFile) {
+        child_ = forkpty(&terminal_, nullptr, nullptr, nullptr);
+        if (child_ != 0)
+            return;
+        const std::string line =
+            fmt::format("exec {} {} >{}", BITLUX_PROGRAM, arguments, outputFile);
+        execl("/bin/sh", "sh", "-c", line.c_str(), nullptr);
+        _exit(127);
+    }
+    ~OnTerminal() { ::close(terminal_); }
+    OnTerminal(const OnTerminal&) = delete;
+    OnTerminal& operator=(const OnTerminal&) = delete;
+
+    /// Reads until this stands on the terminal; false when the program ends before.
+    bool waitFor(const std::string& text) {
+        std::array<char, 512> block{};
+        while (seen_.find(text) == std::string::npos) {
+            const ssize_t size = ::read(terminal_, block.data(), block.size());
+            if (size <= 0)
+                return false;
+            seen_.append(block.data(), static_cast<std::size_t>(size));
+        }
+        seen_.erase(0, seen_.find(text) + text.size());
+        return true;
+    }
+    void type(const std::string& keys) const {
+        EXPECT_EQ(::write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
+    }
+    void signal(int number) const { ::kill(child_, number); }
+    int exitCode() {
+        waitFor("nothing that it says"); // a terminal that nobody reads keeps it from ending
+        int status = 0;
+        ::waitpid(child_, &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    }
+
+private:
+    int terminal_ = -1;
+    pid_t child_ = -1;
+    std::string seen_;
+};
+
+TEST(RunCommand, AsksOnATerminal) {
+    struct Case {
+        const char* keys;
+        int code;
+        const char* output;
+    };
+    for (const Case& c : {Case{"\n", 0, "A5 00\nA5 A5\n"}, Case{"what\nc\n", 1, "A5 00\n"},
+                          Case{"\x04", 1, "A5 00\n"}}) {
+        const Board board;
+        OnTerminal terminal(fmt::format("run {} --bench echo --batch 'hold on'", board.file),
+                            board.path("out"));
+        ASSERT_TRUE(terminal.waitFor("or click Cancel to stop."));
+        ASSERT_TRUE(terminal.waitFor("Enter continues, c cancels: "));
+        terminal.type(c.keys);
+        EXPECT_EQ(terminal.exitCode(), c.code) << c.keys;
+        EXPECT_EQ(contentOf(board.path("out")), c.output) << c.keys;
+    }
+}
+
+TEST(RunCommand, EndsOrderlyAtASignal) {
+    for (const int number : {SIGINT, SIGTERM}) {
+        const Board board;
+        OnTerminal terminal(fmt::format("run {} --bench echo --batch 'hold on' --log {} --vcd {}",
+                                        board.file, board.path("log"), board.path("vcd")),
+                            board.path("out"));
+        ASSERT_TRUE(terminal.waitFor("Enter continues, c cancels: "));
+        terminal.signal(number);
+        EXPECT_EQ(terminal.exitCode(), 128 + number);
+        EXPECT_EQ(contentOf(board.path("out")), "A5 00\n");
+        EXPECT_EQ(contentOf(board.path("log")),
+                  "SPI Word Sent:\r\n  A5\r\nSPI Word Received:\r\n  00\r\n \r\n");
+        EXPECT_NE(contentOf(board.path("vcd")).find("$dumpvars"), std::string::npos);
+    }
+}
+
+TEST(RunCommand, EndsBetweenWordsAndTellsItsProgress) {
+    const Board board;
+    OnTerminal terminal(
+        fmt::format("run {} --bench echo --batch sweep --times 2000000000", board.file),
+        "/dev/null");
+    ASSERT_TRUE(terminal.waitFor(" of 2000000000, line ")); // so it is among the words
+    terminal.signal(SIGTERM);
+    EXPECT_EQ(terminal.exitCode(), 143);
+}
+
+} // namespace
+} // namespace bitlux::test
