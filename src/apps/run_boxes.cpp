@@ -39,7 +39,10 @@ MessageBox::Answer RunBoxes::show(const MessageBox& box) {
     const bool isPause = box.title == MultipleRun::pausedTitle;
     if (isPause && isatty(STDIN_FILENO) == 1) {
         print(box);
-        if (askToGoOn())
+        asking_ = true;
+        const bool goesOn = askToGoOn();
+        asking_ = false;
+        if (goesOn)
             return MessageBox::Answer::Ok;
     } else {
         TerminalBoxes::show(box);

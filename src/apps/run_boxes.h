@@ -23,12 +23,15 @@ public:
     std::function<void()> ended;
     /// Whether one has: with a message, or with a pause that was cancelled.
     [[nodiscard]] bool hasEnded() const { return hasEnded_; }
+    /// Whether a question stands on the terminal.
+    [[nodiscard]] bool asking() const { return asking_; }
 
 private:
     [[nodiscard]] bool askToGoOn();
 
     const Interruption& interruption_;
     bool hasEnded_ = false;
+    bool asking_ = false;
 };
 
 } // namespace bitlux

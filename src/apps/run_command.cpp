@@ -122,7 +122,7 @@ void Run::checkSignals() {
         isOver_ = true;
         throw Interrupted{};
     }
-    if (report_)
+    if (report_ && !boxes_.asking())
         showProgress();
 }
 

@@ -1,115 +1,217 @@
-// bitlux run, show and list as a user starts them.
-
+#include "bitlux_program.h"
+#include "board_file.h"
 #include "support/test_bench.h"
 
-#include <array>
 #include <csignal>
-#include <cstdio>
+#include <functional>
 
-#include <sys/wait.h>
+#include <pty.h>
+#include <unistd.h>
 
-#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
 namespace {
 
-constexpr const char* file = "\"Bitlux Configuration File (Version 3.x.x)\",\"\"\r\n"
-                             "\"[PartName]\",\"B\xFCro\"\r\n\"[SPIWordLength]\",\"8\"\r\n"
-                             "\"[BinaryMode]\",#FALSE#\r\n\"[Data0Enable]\",1\r\n"
-                             "\"[Data0Name]\",\"RESET\"\r\n\"[Data0Assignment]\",\"9\"\r\n"
-                             "\"[ApplyNow]\",\"\"\r\n"
-                             "\"[QuickCommand]\",\"1 0 1 0 0 1 0 1 read \"id\"\"\r\n"
-                             "\"[QuickCommand]\",\"0 0 0 0 1 1 1 1 stop\"\r\n"
-                             "\"[CommandToSend]\",\"read \"id\"\"\r\n"
-                             "\"[CommandToSend]\",\"* Wait 5 s\"\r\n"
-                             "\"[CommandToSend]\",\"* Set HIGH: RESET\"\r\n"
-                             "\"[CommandToSend]\",\"stop\"\r\n"
-                             "\"[BatchItem]\",\"1 halt\"\r\n\"[BatchItem]\",\"1 stop\"\r\n"
-                             "\"[BatchItem]\",\"1 * Pause\"\r\n"
-                             "\"[BatchItem]\",\"1 read \"id\"\"\r\n";
+/// A folder with the file of the board.
+struct Board : TemporaryFolder {
+    std::string file = write("board.spi", boardFile);
 
-struct Outcome {
-    int code;
-    std::string output; ///< of both streams
-};
-
-class RunCommand : public testing::Test {
-protected:
-    /// Runs the real program with these arguments of a shell line, in which {} is the file.
-    Outcome bitlux(const std::string& arguments) {
-        const std::string line =
-            fmt::format("cd {} && {} {} 2>&1 </dev/null", folder.path(), BITLUX_PROGRAM,
-                        fmt::format(fmt::runtime(arguments), name));
-        FILE* pipe = ::popen(line.c_str(), "r");
-        std::string output;
-        std::array<char, 4096> block{};
-        while (const std::size_t size = std::fread(block.data(), 1, block.size(), pipe))
-            output.append(block.data(), size);
-        const int status = ::pclose(pipe);
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output};
+    [[nodiscard]] Outcome run(const std::string& arguments) const {
+        return bitlux(fmt::format("run {} {} </dev/null", file, arguments));
     }
-
-    TemporaryFolder folder;
-    std::string name = folder.write("x.spi", file);
 };
 
-TEST_F(RunCommand, PrintsWhatGoesOut) {
-    EXPECT_EQ(bitlux("run {} --bench echo --times 2").output, "A5 00\n0F A5\nA5 0F\n0F A5\n");
-    const Outcome json = bitlux("run {} --bench loopback --bus dongle --json");
-    EXPECT_EQ(json.code, 0);
-    EXPECT_NE(json.output.find("\"command\":\"read \\\"id\\\"\""), std::string::npos)
-        << json.output;
-    EXPECT_NE(json.output.find("\"words\":2"), std::string::npos) << json.output;
+constexpr const char* pauseText =
+    "SPI routine paused.  Click OK to continue,\nor click Cancel to stop.\n";
+
+TEST(RunCommand, PrintsALineAWordAndSavesTheLog) {
+    const Board board;
+    EXPECT_EQ(board.run("--bench echo --log " + board.path("log")).output, "A5 00\n0F A5\n");
+    EXPECT_EQ(contentOf(board.path("log")),
+              "SPI Word Sent:\r\n  A5\r\nSPI Word Received:\r\n  00\r\n \r\nWaiting 2 hrs ...\r\n"
+              "Done Waiting\r\n \r\nSet HIGH: EN\r\n \r\n"
+              "SPI Word Sent:\r\n  0F\r\nSPI Word Received:\r\n  A5\r\n \r\n");
+    EXPECT_EQ(board.run("--bench loopback --batch sweep --times 3").output,
+              "A5 A5\nA5 A5\nA5 A5\nA5 A5\nA5 A5\nA5 A5\n");
+    // Without a log there is none that could be full.
+    EXPECT_EQ(board.run("--bench loopback --batch sweep --times 9000").code, 0);
+    const Outcome full = board.run("--bench loopback --batch sweep --times 9000 --log /dev/null");
+    EXPECT_NE(full.output.find("The Session Log is full."), std::string::npos);
+    EXPECT_EQ(full.code, 1);
 }
 
-TEST_F(RunCommand, SavesTheLogOfTheProgram) {
-    bitlux("run {} --bench loopback --log run.txt");
-    TestBench bench;
-    bench.get<forms::CheckBox>("frmConfigureSPI.ChkSerialPort").setValue(0);
-    bench.click("frmConfigureSPI.Btn_ParallelPort");
-    bench.fileDialogs.answer(name);
-    bench.choose("frmMain.itemOpen");
-    bench.get<forms::TabStrip>("frmMain.TabStripMain").click(2);
-    bench.click("frmMain.cmdSendOnce");
-    bench.fileDialogs.answer(folder.path("window.txt"));
-    bench.click("frmMain.cmdSaveLogMult");
-    EXPECT_EQ(bench.boxes.takeTexts(), std::vector<std::string>{});
-    const std::string log = contentOf(folder.path("run.txt"));
-    EXPECT_EQ(log, contentOf(folder.path("window.txt")));
-    EXPECT_EQ(log, "SPI Word Sent:\r\n  A5\r\nSPI Word Received:\r\n  A5\r\n \r\n"
-                   "Waiting 5 s ...\r\nDone Waiting\r\n \r\nSet HIGH: RESET\r\n \r\n"
-                   "SPI Word Sent:\r\n  0F\r\nSPI Word Received:\r\n  0F\r\n \r\n");
+TEST(RunCommand, PrintsObjects) {
+    const Board board;
+    const std::string output =
+        "{\"kind\":\"word\",\"word\":1,\"pass\":1,\"line\":1,\"command\":\"read id\",\"ms\":0.027,"
+        "\"sent\":\"A5\",\"received\":\"00\",\"bits\":8}\n"
+        "{\"kind\":\"wait\",\"pass\":1,\"line\":2,\"command\":\"* Wait 2 hrs\",\"ms\":0.027,"
+        "\"duration_ms\":7200000}\n"
+        "{\"kind\":\"pin\",\"pass\":1,\"line\":3,\"command\":\"* Set HIGH: EN\","
+        "\"ms\":7200000.027,\"pin\":\"EN\",\"level\":\"high\",\"known\":true}\n"
+        "{\"kind\":\"pin\",\"pass\":1,\"line\":4,\"command\":\"* Set LOW: DIS\","
+        "\"ms\":7200000.028,\"pin\":\"DIS\",\"level\":\"low\",\"known\":false}\n"
+        "{\"kind\":\"word\",\"word\":2,\"pass\":1,\"line\":5,"
+        "\"command\":\"gr\xC3\xBCn \\\"a\\\\b\\\" \\u001b[2J\",\"ms\":7200000.055,"
+        "\"sent\":\"0F\",\"received\":\"A5\",\"bits\":8}\n";
+    const std::string whole = board.run("--bench echo --json").output;
+    EXPECT_EQ(whole.substr(0, output.size()), output);
+    EXPECT_EQ(whole.substr(output.size()).substr(0, 41),
+              "{\"kind\":\"summary\",\"passes\":1,\"words\":2,\"m");
+    const std::string script =
+        "import json, sys\nfor line in sys.stdin:\n    o = json.loads(line)\n"
+        "    print(o['kind'], o.get('pass'), ascii(o.get('command')))\n";
+    board.write("read.py", script);
+    EXPECT_EQ(
+        bitlux(fmt::format("run {} --bench echo --json --times 2 | /usr/bin/python3 {}", board.file,
+                           board.path("read.py")))
+            .output,
+        "word 1 'read id'\nwait 1 '* Wait 2 hrs'\npin 1 '* Set HIGH: EN'\npin 1 '* Set LOW: DIS'\n"
+        "word 1 'gr\\xfcn \"a\\\\b\" \\x1b[2J'\nword 2 'read id'\nwait 2 '* Wait 2 hrs'\n"
+        "pin 2 '* Set HIGH: EN'\npin 2 '* Set LOW: DIS'\n"
+        "word 2 'gr\\xfcn \"a\\\\b\" \\x1b[2J'\nsummary None None\n");
 }
 
-TEST_F(RunCommand, EndsWithAMessageWhereItCannotGoOn) {
+TEST(RunCommand, EndsWithOneAtAMessage) {
+    const Board board;
+    board.write("damaged.spi", boardFile + "\"[BatchItem]\",\"9 x\"\r\n");
+    board.write("dongle.spi", dongleFile());
+    board.write("other.spi", "hello\r\n");
+    const std::string start = "run --bench echo " + board.path();
     struct Case {
-        const char* arguments;
-        const char* message;
+        std::string arguments;
+        std::string output;
     };
-    folder.write("damaged.spi", fmt::format("{}\"[BatchItem]\",\"9 x\"\r\n", file));
     for (const Case& c :
-         {Case{"run {} --batch halt --bench loopback", "SPI routine paused."},
-          {"run {} --batch hlt --bench loopback", "There is no Batch \"hlt\"; near: \"halt\"."},
-          {"run damaged.spi --bench loopback", "is damaged in line 19: there is no Batch 9."},
-          {"show damaged.spi", "is damaged in line 19"},
-          {"run none.spi --bench loopback", "none.spi"},
-          {"run {} --bench loopback --bus dongle --fault stalled@2", "cable"}}) {
-        const Outcome outcome = bitlux(c.arguments);
+         {Case{"/board.spi --batch sweeep", "There is no Batch \"sweeep\"; near: \"sweep\".\n"},
+          Case{"/board.spi --batch ''", "There is no Batch \"\".\n"},
+          Case{"/board.spi --batch 'hold on'",
+               fmt::format("A5 00\n{}Nobody can be asked: the standard input is no terminal.\n",
+                           pauseText)},
+          Case{"/damaged.spi", fmt::format("The file \"{}\" is damaged in line 26: there is no "
+                                           "Batch 9.\n",
+                                           board.path("damaged.spi"))},
+          Case{"/other.spi", "Invalid File Format.\n"},
+          Case{"/none.spi", fmt::format("There is no file \"{}\".\n", board.path("none.spi"))},
+          Case{"/dongle.spi --bus dongle --batch sweep --fault gone@2",
+               "A5 00\nCheck the USB cable and restart program\n"},
+          Case{"/board.spi --log /missing/log",
+               "A5 00\n0F A5\nThe file \"/missing/log\" cannot be written: No such file or "
+               "directory.\n"}}) {
+        const Outcome outcome = bitlux(start + c.arguments + " </dev/null");
+        EXPECT_EQ(outcome.output, c.output) << c.arguments;
         EXPECT_EQ(outcome.code, 1) << c.arguments;
-        EXPECT_NE(outcome.output.find(c.message), std::string::npos) << c.arguments << '\n'
-                                                                     << outcome.output;
+    }
+    for (const char* arguments : {"", "--times 0", "--bus port", "--bench echo --json --log -"})
+        EXPECT_EQ(board.run(arguments).code, *arguments == '\0' ? 1 : 2) << arguments;
+    EXPECT_EQ(board.run("--bench echo >/dev/full").code, 1);
+}
+
+TEST(RunCommand, LeavesTheChoiceOfTheBusToTheFile) {
+    const Board board;
+    board.write("dongle.spi", dongleFile());
+    const auto frames = [&](const std::string& arguments) {
+        const std::string vcd = board.path("w.vcd");
+        EXPECT_EQ(bitlux(fmt::format("run {}/{} --bench loopback --batch sweep --vcd {}",
+                                     board.path(), arguments, vcd))
+                      .output,
+                  "A5 A5\nA5 A5\n");
+        return contentOf(vcd).find("as commanded") != std::string::npos;
+    };
+    EXPECT_FALSE(frames("board.spi --bus dongle"));
+    EXPECT_FALSE(frames("dongle.spi --bus port"));
+    EXPECT_TRUE(frames("dongle.spi --bus dongle"));
+}
+
+/// The program on a terminal of its own; its standard output goes to a file.
+class OnTerminal {
+public:
+    OnTerminal(const std::string& arguments, const std::string& outputFile) {
+        child_ = forkpty(&terminal_, nullptr, nullptr, nullptr);
+        if (child_ != 0)
+            return;
+        const std::string line =
+            fmt::format("exec {} {} >{}", BITLUX_PROGRAM, arguments, outputFile);
+        execl("/bin/sh", "sh", "-c", line.c_str(), nullptr);
+        _exit(127);
+    }
+    ~OnTerminal() { ::close(terminal_); }
+    OnTerminal(const OnTerminal&) = delete;
+    OnTerminal& operator=(const OnTerminal&) = delete;
+
+    /// Reads until this stands on the terminal; false when the program ends before.
+    bool waitFor(const std::string& text) {
+        std::array<char, 512> block{};
+        while (seen_.find(text) == std::string::npos) {
+            const ssize_t size = ::read(terminal_, block.data(), block.size());
+            if (size <= 0)
+                return false;
+            seen_.append(block.data(), static_cast<std::size_t>(size));
+        }
+        seen_.erase(0, seen_.find(text) + text.size());
+        return true;
+    }
+    void type(const std::string& keys) const {
+        EXPECT_EQ(::write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
+    }
+    void signal(int number) const { ::kill(child_, number); }
+    int exitCode() {
+        waitFor("nothing that it says"); // a terminal that nobody reads keeps it from ending
+        int status = 0;
+        ::waitpid(child_, &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    }
+
+private:
+    int terminal_ = -1;
+    pid_t child_ = -1;
+    std::string seen_;
+};
+
+TEST(RunCommand, AsksOnATerminal) {
+    struct Case {
+        const char* keys;
+        int code;
+        const char* output;
+    };
+    for (const Case& c : {Case{"\n", 0, "A5 00\nA5 A5\n"}, Case{"what\nc\n", 1, "A5 00\n"},
+                          Case{"\x04", 1, "A5 00\n"}}) {
+        const Board board;
+        OnTerminal terminal(fmt::format("run {} --bench echo --batch 'hold on'", board.file),
+                            board.path("out"));
+        ASSERT_TRUE(terminal.waitFor("or click Cancel to stop."));
+        ASSERT_TRUE(terminal.waitFor("Enter continues, c cancels: "));
+        terminal.type(c.keys);
+        EXPECT_EQ(terminal.exitCode(), c.code) << c.keys;
+        EXPECT_EQ(contentOf(board.path("out")), c.output) << c.keys;
     }
 }
 
-TEST_F(RunCommand, ShowsWhatAFileHolds) {
-    const std::string shown = bitlux("show {}").output;
-    for (const char* line : {"Part          B\u00FCro\n", "8 bits, MSB first\n",
-                             "  A5  read \"id\"\n", "  0F  stop\n", "  halt\n", "* Wait 5 s\n"})
-        EXPECT_NE(shown.find(line), std::string::npos) << line << shown;
-    EXPECT_EQ(bitlux("show --batches {}").output, "halt\n");
-    EXPECT_NE(bitlux("list").output.find("echo        answers with the previous word\n"),
-              std::string::npos);
+TEST(RunCommand, EndsOrderlyAtASignal) {
+    for (const int number : {SIGINT, SIGTERM}) {
+        const Board board;
+        OnTerminal terminal(fmt::format("run {} --bench echo --batch 'hold on' --log {} --vcd {}",
+                                        board.file, board.path("log"), board.path("vcd")),
+                            board.path("out"));
+        ASSERT_TRUE(terminal.waitFor("Enter continues, c cancels: "));
+        terminal.signal(number);
+        EXPECT_EQ(terminal.exitCode(), 128 + number);
+        EXPECT_EQ(contentOf(board.path("out")), "A5 00\n");
+        EXPECT_EQ(contentOf(board.path("log")),
+                  "SPI Word Sent:\r\n  A5\r\nSPI Word Received:\r\n  00\r\n \r\n");
+        EXPECT_NE(contentOf(board.path("vcd")).find("$dumpvars"), std::string::npos);
+    }
+}
+
+TEST(RunCommand, EndsBetweenWordsAndTellsItsProgress) {
+    const Board board;
+    OnTerminal terminal(
+        fmt::format("run {} --bench echo --batch sweep --times 2000000000", board.file),
+        "/dev/null");
+    ASSERT_TRUE(terminal.waitFor(" of 2000000000, line ")); // so it is among the words
+    terminal.signal(SIGTERM);
+    EXPECT_EQ(terminal.exitCode(), 143);
 }
 
 } // namespace

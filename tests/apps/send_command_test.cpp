@@ -1,33 +1,11 @@
+#include "bitlux_program.h"
 #include "support/test_bench.h"
-
-#include <array>
-#include <cstdio>
-#include <sstream>
-
-#include <sys/wait.h>
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
 namespace {
-
-struct Outcome {
-    int code;
-    std::string output; ///< of both streams
-};
-
-/// Runs the real program with these arguments of a shell line.
-Outcome bitlux(const std::string& arguments) {
-    const std::string line = fmt::format("{} {} 2>&1", BITLUX_PROGRAM, arguments);
-    FILE* pipe = ::popen(line.c_str(), "r");
-    std::string output;
-    std::array<char, 4096> block{};
-    while (const std::size_t size = std::fread(block.data(), 1, block.size(), pipe))
-        output.append(block.data(), size);
-    const int status = ::pclose(pipe);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output};
-}
 
 TEST(SendCommand, PrintsALineAWord) {
     struct Case {

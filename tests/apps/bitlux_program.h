@@ -1,0 +1,30 @@
+#pragma once
+
+#include <array>
+#include <cstdio>
+#include <string>
+
+#include <sys/wait.h>
+
+#include <fmt/format.h>
+
+namespace bitlux::test {
+
+struct Outcome {
+    int code;
+    std::string output; ///< of both streams
+};
+
+/// Runs the real program with these arguments of a shell line.
+inline Outcome bitlux(const std::string& arguments) {
+    const std::string line = fmt::format("{} {} 2>&1", BITLUX_PROGRAM, arguments);
+    FILE* pipe = ::popen(line.c_str(), "r");
+    std::string output;
+    std::array<char, 4096> block{};
+    while (const std::size_t size = std::fread(block.data(), 1, block.size(), pipe))
+        output.append(block.data(), size);
+    const int status = ::pclose(pipe);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output};
+}
+
+} // namespace bitlux::test
