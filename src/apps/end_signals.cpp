@@ -30,7 +30,7 @@ EndSignals::~EndSignals() {
         sigaction(numbers[i], &before_[i], nullptr);
 }
 
-std::optional<int> EndSignals::received() const {
+std::optional<int> EndSignals::received() {
     const int number = arrived;
     return number == 0 ? std::nullopt : std::optional(number);
 }

@@ -18,7 +18,7 @@ public:
     EndSignals& operator=(const EndSignals&) = delete;
 
     /// The number of the last one that arrived.
-    [[nodiscard]] std::optional<int> received() const;
+    [[nodiscard]] static std::optional<int> received();
 
 private:
     static constexpr std::array<int, 4> numbers{SIGINT, SIGTERM, SIGHUP, SIGPIPE};

@@ -118,7 +118,7 @@ Run::Run(const RunOptions& options, std::ostream& output, std::ostream& errors)
 void Run::checkSignals() {
     if (isOver_)
         return;
-    if (signals_.received()) {
+    if (EndSignals::received()) {
         isOver_ = true;
         throw Interrupted{};
     }
@@ -132,7 +132,7 @@ int Run::run() {
         return finish(good ? 0 : 1);
     } catch (const Interrupted&) {
         constexpr int signalBase = 128; // as shells tell of a program that a signal has ended
-        return finish(signalBase + signals_.received().value_or(0));
+        return finish(signalBase + EndSignals::received().value_or(0));
     } catch (const Failure& failure) {
         progress_.clear();
         fmt::print(errors_, "{}\n", failure.what());
