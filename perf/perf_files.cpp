@@ -3,6 +3,8 @@
 // be run under callgrind with collection off at start; perf/run reads the dumps. Without callgrind
 // the times are printed.
 
+#include "large_file.h"
+
 #include "bench/scripted_desk.h"
 #include "platform/clock.h"
 #include "program/program.h"
@@ -36,18 +38,6 @@ void count(const std::string& name, const std::function<void()>& action) {
         fmt::print("{}: {:.1f} ms\n", name, static_cast<double>(clock.nanoseconds() - start) / 1e6);
 }
 
-void writeFile(const std::string& name, int commands) {
-    std::ofstream file(name, std::ios::binary);
-    file << "\"Bitlux Configuration File (Version 3.x.x)\",\"Verification Line\"\r\n"
-            "\"[SPIWordLength]\",\"32\"\r\n\"[ApplyNow]\",\"\"\r\n";
-    for (int n = 0; n < commands; ++n) {
-        file << R"("[QuickCommand]",")";
-        for (unsigned bit = 0; bit < 32; ++bit)
-            file << ((static_cast<unsigned>(n) >> (bit % 17) & 1U) != 0 ? "1 " : "0 ");
-        file << "Command number " << n << "\"\r\n";
-    }
-}
-
 void readLines(const std::string& name) {
     std::ifstream file(name, std::ios::binary);
     std::string line;
@@ -58,7 +48,7 @@ void readLines(const std::string& name) {
 
 void measure(const std::string& folder, int commands) {
     const std::string name = fmt::format("{}/{}.spi", folder, commands);
-    writeFile(name, commands);
+    perf::writeLargeFile(name, commands);
     VirtualClock clock;
     VirtualBench bench(clock, makeDevice("loopback"));
     ScriptedDesk desk(clock);

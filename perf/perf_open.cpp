@@ -1,13 +1,14 @@
 // From opening a file of 100,000 Quick Commands of 32 bits in the window to the window painted, and
 // a name chosen in its list.
 
+#include "large_file.h"
+
 #include "bench/scripted_desk.h"
 #include "gui/main_window.h"
 #include "gui/theme.h"
 #include "workbench/virtual_bench.h"
 
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 #include <QApplication>
@@ -21,18 +22,6 @@ using namespace bitlux;
 
 constexpr int commands = 100'000;
 constexpr double limit = 1000; // milliseconds
-
-void writeFile(const std::string& name) {
-    std::ofstream file(name, std::ios::binary);
-    file << "\"Bitlux Configuration File (Version 3.x.x)\",\"Verification Line\"\r\n"
-            "\"[SPIWordLength]\",\"32\"\r\n\"[BinaryMode]\",#FALSE#\r\n\"[ApplyNow]\",\"\"\r\n";
-    for (int n = 0; n < commands; ++n) {
-        file << R"("[QuickCommand]",")";
-        for (int bit = 0; bit < 32; ++bit)
-            file << ((n >> (31 - bit)) % 2 != 0 ? "1 " : "0 ");
-        file << "Command number " << n << "\"\r\n";
-    }
-}
 
 } // namespace
 
@@ -52,7 +41,7 @@ int main(int argc, char** argv) {
     QApplication::processEvents();
     const std::filesystem::path file =
         std::filesystem::temp_directory_path() / fmt::format("bitlux-perf-{}.spi", ::getpid());
-    writeFile(file);
+    perf::writeLargeFile(file, commands);
 
     const auto passed = [&clock, start = clock.nanoseconds()] {
         return static_cast<double>(clock.nanoseconds() - start) / 1e6;
