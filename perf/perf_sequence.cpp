@@ -53,7 +53,7 @@ public:
     }
 
     Times sequence() {
-        return timesOf([this] { panel().sequencer.run.Cm_Run_Seq_Click(); });
+        return timesOf([this] { panel().sequencer.player.Cm_Run_Seq_Click(); });
     }
     Times bare() {
         return timesOf([this] {

@@ -28,6 +28,13 @@ void ShiftDevice::clockEdge(bool rising, bool dataIn) {
         ++position_;
 }
 
+std::uint32_t ShiftDevice::requestWord(std::size_t bits) const {
+    std::uint32_t word = 0;
+    for (std::size_t n = 0; n < bits; ++n)
+        word = word << 1 | (requestBit(n) ? 1U : 0U);
+    return word;
+}
+
 bool ShiftDevice::dataOut() const {
     const bool bit = position_ >= 0 && answerBit(static_cast<std::size_t>(position_));
     return bit == shape_.dataOutOneIsHigh;

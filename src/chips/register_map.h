@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -9,8 +8,9 @@
 /// sequence commands from them, the virtual bench its model of the chip.
 namespace bitlux::chips {
 
-/// Captions of a byte's labels, bit 0 first; "-" where a bit carries nothing.
-using BitCaptions = std::array<std::string_view, 8>;
+/// Captions of a row of labels, bit 0 first; "-" where a bit carries nothing. A row has as many
+/// bits as captions, 1 to 32.
+using BitCaptions = std::span<const std::string_view>;
 
 /// Name of a control, or of an element of a control array; none when the name is empty.
 struct ControlName {
@@ -61,6 +61,26 @@ struct ReadView {
     [[nodiscard]] constexpr bool exists() const { return !labels.empty(); }
 };
 
+/// The words that carry a chip's registers: a constant that tells the operation, the address in its
+/// place, the data right-aligned. The most significant bit travels first.
+struct WordFormat {
+    int bits = 0; ///< 1 to 32
+    int addressShift = 0;
+    std::uint32_t addressMask = 0; ///< of the address itself
+    std::uint32_t operationMask = 0;
+    std::uint32_t write = 0;
+    std::uint32_t readLow = 0;
+    std::uint32_t readHigh = 0;
+
+    [[nodiscard]] constexpr std::uint32_t writing(int address, std::uint32_t data) const {
+        return write | static_cast<std::uint32_t>(address) << addressShift | data;
+    }
+    [[nodiscard]] constexpr std::uint32_t reading(int address, bool highView) const {
+        return (highView ? readHigh : readLow) | static_cast<std::uint32_t>(address)
+                                                     << addressShift;
+    }
+};
+
 /// Which lines of a sequence mean something to the register.
 struct SequenceLines {
     bool write = false;
@@ -68,7 +88,7 @@ struct SequenceLines {
     bool readHigh = false; ///< also of registers whose high view has no row
 };
 
-/// A register of a panel: its page and what reads and writes it.
+/// A register of a panel: its page and what reads and writes it. It is as wide as its write row.
 struct Register {
     std::string_view title;
     std::uint8_t address = 0;
@@ -89,6 +109,15 @@ struct Register {
     std::span<const ComboField> combos{};
     ReadView low;
     ReadView high{};
+};
+
+/// A chip whose table says all there is to it.
+struct Chip {
+    std::string_view form; ///< name of its panel
+    std::string_view title;
+    WordFormat format;
+    std::int16_t spiType = 1;
+    std::span<const Register> registers;
 };
 
 } // namespace bitlux::chips

@@ -126,17 +126,10 @@ void BitRow::showValue() {
     for (std::size_t i = 0; i < labels_.size(); ++i)
         if (labels_[i]->backColor() != forms::windowColor)
             value |= 1U << i;
-    const int digits = static_cast<int>(labels_.size()) / 4;
+    const int digits = (static_cast<int>(labels_.size()) + 3) / 4;
     const QString text = "0x" + QString::number(value, 16).toUpper().rightJustified(digits, '0');
     if (value_->text() != text)
         value_->setText(text);
-}
-
-std::array<forms::Label*, LabelRow::bits> labelsOf(const LabelRow& row) {
-    std::array<forms::Label*, LabelRow::bits> labels{};
-    for (int bit = 0; bit < LabelRow::bits; ++bit)
-        labels[static_cast<std::size_t>(bit)] = &row.label(bit);
-    return labels;
 }
 
 } // namespace bitlux::gui

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "gui/binder.h"
-#include "panels/common/label_row.h"
 
-#include <array>
 #include <span>
 #include <vector>
 
@@ -50,8 +48,5 @@ private:
     Subscription flushed_;
     Subscription formGoing_;
 };
-
-/// The labels of a row of a byte.
-[[nodiscard]] std::array<forms::Label*, LabelRow::bits> labelsOf(const LabelRow& row);
 
 } // namespace bitlux::gui

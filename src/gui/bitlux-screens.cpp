@@ -256,9 +256,9 @@ public:
             shoot(window, panel,
                   prefix + QString("-register-%1").arg(page, 2, 10, QChar('0')) + tail);
         }
-        form.sequencer.run.Cm_Run_Seq_Click();
-        form.sequencer.run.Ch_Loop.click();
-        form.sequencer.run.Ch_FirstCondition.click();
+        form.sequencer.player.Cm_Run_Seq_Click();
+        form.sequencer.player.Ch_Loop.click();
+        form.sequencer.stops.Ch_FirstCondition.click();
         for (int page = 1; page <= form.tab_518(0).count(); ++page) {
             form.tab_518(0).click(page);
             if (page == zt72518::PanelForm::Diagram)

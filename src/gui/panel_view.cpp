@@ -82,7 +82,7 @@ QWidget* PanelView::makeTabs() {
 }
 
 void PanelView::makeTimers() {
-    for (forms::Timer* timer : {&form_.sequencer.run.Timer1, &form_.sequencer.autoReads.timer_auto,
+    for (forms::Timer* timer : {&form_.sequencer.player.Timer1, &form_.sequencer.autoReads.timer_auto,
                                 &form_.diagram.timer_auto_pre})
         binder_.bind(*timer, *new QTimer(this));
 }

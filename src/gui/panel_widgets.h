@@ -29,7 +29,7 @@ struct PanelWidgets {
     }
 
     BitRow* row(std::string_view labels, BitRow::Use use, QWidget* parent, int first = 0) const {
-        return new BitRow(labelsOf(controls.row(labels, first)), use, binder, parent);
+        return new BitRow(controls.row(labels, first).labels(), use, binder, parent);
     }
 };
 

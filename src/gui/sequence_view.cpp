@@ -1,6 +1,7 @@
 #include "gui/sequence_view.h"
 
 #include "gui/panel_widgets.h"
+#include "panels/zt72518/sequence_layout.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -18,7 +19,7 @@ SequenceView::SequenceView(zt72518::Sequencer& sequencer, Binder& binder, QWidge
 }
 
 QWidget* SequenceView::makeLists() {
-    zt72518::SequenceLists& lists = sequencer_.lists;
+    SequenceLists& lists = sequencer_.lists;
     auto* widget = new QWidget(this);
     auto* row = new QHBoxLayout(widget);
     row->setContentsMargins(0, 0, 0, 0);
@@ -26,8 +27,8 @@ QWidget* SequenceView::makeLists() {
     lists_ = {makeList(lists.List1, "Lines", widget),
               makeList(lists.List_Commands, "Commands", widget),
               makeList(lists.List_Value, "Values", widget),
-              makeList(lists.List_Val_read1, "High bytes", widget),
-              makeList(lists.List_Val_read0, "Low bytes", widget)};
+              makeList(lists.answers(zt72518::HighByte), "High bytes", widget),
+              makeList(lists.answers(zt72518::LowByte), "Low bytes", widget)};
     constexpr std::array<std::pair<int, int>, 5> shares{
         {{15, 0}, {22, 5}, {17, 2}, {20, 4}, {20, 4}}}; // characters at least, part of the rest
     for (std::size_t i = 0; i < lists_.size(); ++i) {
@@ -84,8 +85,7 @@ QLineEdit* SequenceView::makeNumber(forms::TextBox& control, const QString& name
 }
 
 QWidget* SequenceView::makeRun(QWidget* parent) {
-    zt72518::SequenceRun& run = sequencer_.run;
-    const auto& numbers = sequencer_.editor.Val_loop;
+    SequencePlayer& run = sequencer_.player;
     auto* box = new QGroupBox("Run", parent);
     auto* grid = new QGridLayout(box);
     grid->addWidget(PanelWidgets::button(binder_, run.Cm_Run_Seq, box), 0, 0, 1, 4);
@@ -101,16 +101,17 @@ QWidget* SequenceView::makeRun(QWidget* parent) {
         policy.setRetainSizeWhenHidden(true);
         label->setSizePolicy(policy);
         grid->addWidget(label, 2, 2 * i);
-        grid->addWidget(makeNumber(numbers(i), "line", box), 2, 2 * i + 1);
+        grid->addWidget(makeNumber(sequencer_.Val_loop(i), "line", box), 2, 2 * i + 1);
     }
     auto* trigger = binder_.make<QLabel>(sequencer_.watchdog.wd_aff(4), box);
     grid->addWidget(trigger, 3, 0, 1, 3);
-    grid->addWidget(makeNumber(numbers(3), "line", box), 3, 3);
+    grid->addWidget(makeNumber(sequencer_.Val_loop(zt72518::Sequencer::TriggerLine), "line", box),
+                    3, 3);
     return box;
 }
 
 QWidget* SequenceView::makeLines(QWidget* parent) {
-    zt72518::SequenceEditor& editor = sequencer_.editor;
+    SequenceEditor& editor = sequencer_.editor;
     auto* box = new QGroupBox("Lines", parent);
     auto* grid = new QGridLayout(box);
     grid->addWidget(PanelWidgets::button(binder_, editor.Cm_Wait, box), 0, 0);
@@ -124,12 +125,11 @@ QWidget* SequenceView::makeLines(QWidget* parent) {
 
 QWidget* SequenceView::makeValue(QWidget* parent) {
     zt72518::Watchdog& watchdog = sequencer_.watchdog;
-    constexpr int value = 2;
     constexpr int timeOfLine = 3;
     constexpr int changeValue = 15;
     auto* box = new QGroupBox("Value of the selected line", parent);
     auto* row = new QHBoxLayout(box);
-    row->addWidget(makeNumber(sequencer_.editor.Val_loop(value), "value", box));
+    row->addWidget(makeNumber(sequencer_.Val_loop(zt72518::Sequencer::EditedValue), "value", box));
     auto* time = binder_.make<QComboBox>(watchdog.wd_config(timeOfLine), box);
     time->setAccessibleName("time");
     row->addWidget(time);
@@ -138,7 +138,7 @@ QWidget* SequenceView::makeValue(QWidget* parent) {
 }
 
 QWidget* SequenceView::makeConditions(QWidget* parent) {
-    zt72518::SequenceRun& run = sequencer_.run;
+    zt72518::SequenceStops& stops = sequencer_.stops;
     struct Condition {
         forms::CheckBox& box;
         forms::TextBox& line;
@@ -146,14 +146,15 @@ QWidget* SequenceView::makeConditions(QWidget* parent) {
         forms::Button& pass;
     };
     const std::array<Condition, 2> conditions{
-        {{run.Ch_FirstCondition, run.Text_FirstCondition, run.R_Condition1, run.Cm_PassCondition1},
-         {run.Ch_SecondCondition, run.Text_SecondCondition, run.R_Condition2,
-          run.Cm_PassCondition2}}};
+        {{stops.Ch_FirstCondition, stops.Text_FirstCondition, stops.R_Condition1,
+          stops.Cm_PassCondition1},
+         {stops.Ch_SecondCondition, stops.Text_SecondCondition, stops.R_Condition2,
+          stops.Cm_PassCondition2}}};
     auto* box = new QGroupBox("Stop behind a line and wait for the chip", parent);
     auto* column = new QVBoxLayout(box);
     for (int frame = 0; const Condition& condition : conditions) {
         auto* part = new QWidget(box);
-        binder_.bind(run.frame_Condition(frame++), *part);
+        binder_.bind(stops.frame_Condition(frame++), *part);
         auto* grid = new QGridLayout(part);
         grid->setContentsMargins(0, 0, 0, 0);
         grid->addWidget(binder_.make<QCheckBox>(condition.box, part), 0, 0, 1, 2);

@@ -293,7 +293,7 @@ void Program::end() {
     mainForm_->run.cmdStopContinuous_Click();
     mainForm_->multiple.abandon();
     if (zt72518::PanelForm* panel = zt72518_.find())
-        panel->sequencer.run.abandon();
+        panel->sequencer.player.abandon();
     dongle_.close();
     restPins();
     ended.raise();

@@ -1,12 +1,11 @@
 // The worked example of docs/adding-a-chip.md: a lamp driver with two registers.
 
-#include "bench/scripted_desk.h"
-#include "panels/common/panel_controls.h"
-#include "panels/common/register_pages.h"
-#include "platform/conversions.h"
-#include "platform/forms/form_set.h"
+#include "bench/register_file.h"
+#include "panels/common/table_panel.h"
+#include "support/test_bench.h"
 
 #include <fmt/format.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
@@ -20,13 +19,14 @@ constexpr std::array<chips::OptionField, 1> lampOptions{{{.title = "Brightness",
                                                           .lowBit = 1,
                                                           .width = 2,
                                                           .captions = brightness}}};
-constexpr std::array<chips::CheckBit, 1> lampChecks{{{{"Ch_Lamp", 0}, 7, "Blink"}}};
+constexpr std::array<chips::CheckBit, 1> lampChecks{{{{"Ch_Lamp", 0}, 11, "Blink"}}};
 constexpr std::array<std::string_view, 4> periods{"1 s", "2 s", "4 s", "8 s"};
 constexpr std::array periodBits{3, 0}; // the data sheet has them apart
 constexpr std::array<chips::ComboField, 1> blinkCombos{
     {{"Combo_Blink", "Select the period", periods, periodBits}}};
-constexpr chips::BitCaptions lampBits{"-", "LEVEL 0", "LEVEL 1", "-", "-", "-", "-", "BLINK"};
-constexpr chips::BitCaptions blinkBits{"PERIOD 1", "-", "-", "PERIOD 0", "-", "-", "-", "-"};
+constexpr std::array<std::string_view, 12> lampBits{"-", "LEVEL 0", "LEVEL 1", "-", "-", "-",
+                                                    "-", "-",       "-",       "-", "-", "BLINK"};
+constexpr std::array<std::string_view, 4> blinkBits{"PERIOD 1", "-", "-", "PERIOD 0"};
 
 constexpr std::array<chips::Register, 2> lampRegisters{{
     {.title = "Lamp",
@@ -48,81 +48,118 @@ constexpr std::array<chips::Register, 2> lampRegisters{{
      .writeLabels = "Blink_W",
      .writeCaptions = blinkBits,
      .writeButton = {"Cm_Blink_W"},
+     .sequenceButton = {"Seq_Blink_W"},
      .stem = "Blink",
      .combos = blinkCombos,
      .low = {.labels = "Blink_Rl",
              .captions = blinkBits,
              .litColour = 0xFFC0C0,
-             .readButton = {"Cm_Blink_Rl"}}},
+             .readButton = {"Cm_Blink_Rl"},
+             .sequenceButton = {"Seq_Blink_Rl"}}},
 }};
 
-// The format of its words: two bits of address and one for writing in front of the byte
+constexpr chips::Chip lamp{.form = "Lamp",
+                           .title = "Lamp driver",
+                           .format = {.bits = 15,
+                                      .addressShift = 12,
+                                      .addressMask = 3,
+                                      .operationMask = 0x4000,
+                                      .write = 0x4000},
+                           .spiType = 2,
+                           .registers = lampRegisters};
 
-class LampWords : public RegisterWords {
-public:
-    void write(const chips::Register& target, std::uint8_t data) override {
-        said += fmt::format("{:03X} ", 0x400 | target.address << 8 | data);
-        chip.at(target.address) = data;
-    }
-    std::uint8_t read(const chips::Register& source, RegisterView) override {
-        said += fmt::format("{:03X} ", source.address << 8);
-        return chip.at(source.address);
-    }
-    void append(const std::string& name, const std::string& value) override {
-        said += fmt::format("{}={} ", name, value);
-    }
-    [[nodiscard]] std::string writeText(const chips::Register& target) const override {
-        return fmt::format("0x{:X}xx", 4 | target.address);
-    }
-    [[nodiscard]] std::string readText(const chips::Register& source, RegisterView) const override {
-        return fmt::format("0x{:X}00", source.address);
+// The bench
+
+struct LampBench : TestBench {
+    LampBench() {
+        configure("8");
+        bench.connect(makeRegisterFile(lamp.format, lamp.registers));
+        panel.call("Form_Load");
+        sent = program.engine().wordTransferred.follow([this] { words += wordSent(); });
     }
 
-    std::string said;
-    std::array<std::uint8_t, 4> chip{};
+    std::string wordSent() {
+        unsigned word = 0;
+        for (std::size_t i = session().WordToSend.size(); i-- > 0;)
+            word = word << 1 | (session().WordToSend[i] == 1 ? 1U : 0U);
+        return fmt::format("{:04X} ", word);
+    }
+    void click(const char* control) { panel.control(control).click(); }
+    std::uint32_t row(const char* name) { return panel.pageControls.row(name).value(); }
+    std::string column(const char* list) {
+        auto& box = dynamic_cast<forms::ListBox&>(panel.control(list));
+        std::string lines;
+        for (std::size_t i = 1; i < box.count(); ++i)
+            lines += box.line(i) + ";";
+        return lines;
+    }
+
+    TablePanel panel{program.forms(),
+                     lamp,
+                     {.session = program.session(),
+                      .engine = program.engine(),
+                      .desk = desk.desk(),
+                      .clock = clock}};
+    std::string words;
+    Subscription sent;
 };
 
-// The panel
+TEST(FictionalChip, HasItsPagesFromItsTableAlone) {
+    LampBench bench;
+    bench.click("R_Lamp(2)");
+    bench.click("Ch_Lamp(0)");
+    EXPECT_EQ(bench.row("Lamp_W"), 0x804U);
+    bench.click("Lamp_W(1)");
+    EXPECT_TRUE(dynamic_cast<forms::OptionButton&>(bench.panel.control("R_Lamp(3)")).value());
+    bench.click("Cm_Lamp_W");
+    bench.panel.call("Cm_Lamp_Rl");
+    EXPECT_EQ(bench.row("Lamp_Rl"), 0x806U);
 
-struct LampPanel : forms::Form {
-    explicit LampPanel(forms::FormSet& set) : Form(set, "Lamp", "Lamp driver") {
-        pageControls.registerHandlers();
-    }
-
-    PanelControls pageControls{*this};
-    LampWords words;
-    RegisterPages pages{pageControls, words, lampRegisters};
-};
-
-TEST(FictionalChip, HasItsPanelFromItsTableAlone) {
-    ScriptedBoxes boxes;
-    forms::FormSet set(boxes);
-    LampPanel panel(set);
-    const auto click = [&](const char* control) { panel.control(control).click(); };
-    const auto row = [&](const char* name) { return panel.pageControls.row(name).byte(); };
-
-    click("R_Lamp(2)");
-    click("Ch_Lamp(0)");
-    EXPECT_EQ(row("Lamp_W"), 0x84);
-    click("Lamp_W(1)");
-    EXPECT_TRUE(dynamic_cast<forms::OptionButton&>(panel.control("R_Lamp(3)")).value());
-    click("Cm_Lamp_W");
-    click("Seq_Lamp_W");
-    click("Seq_Lamp_Rl");
-    panel.call("Cm_Lamp_Rl");
-    EXPECT_EQ(row("Lamp_Rl"), 0x86);
-
-    auto& period = dynamic_cast<forms::ComboBox&>(panel.control("Combo_Blink"));
+    auto& period = dynamic_cast<forms::ComboBox&>(bench.panel.control("Combo_Blink"));
     EXPECT_EQ(period.text(), "Select the period");
     period.edit("4 s");
-    EXPECT_EQ(row("Blink_W"), 0x01);
-    click("Blink_W(3)");
+    EXPECT_EQ(bench.row("Blink_W"), 0x1U);
+    bench.click("Blink_W(3)");
     EXPECT_EQ(period.text(), "8 s");
-    click("Cm_Blink_W");
-    click("Cm_Blink_Rl");
-    EXPECT_EQ(panel.control("Blink_Rl(3)").backColor(), 0xFFC0C0U);
-    EXPECT_EQ(panel.control("Cm_Blink_W").tooltip(), "0x7xx");
-    EXPECT_EQ(panel.words.said, "486 Lamp Write=86 Lamp Read Low= 000 709 300 ");
+    bench.click("Cm_Blink_W");
+    bench.click("Cm_Blink_Rl");
+    EXPECT_EQ(bench.panel.control("Blink_Rl(3)").backColor(), 0xFFC0C0U);
+    EXPECT_EQ(bench.panel.control("Cm_Lamp_W").tooltip(), "0x4xxx");
+    EXPECT_EQ(bench.panel.control("Cm_Blink_W").tooltip(), "0x700x");
+    EXPECT_EQ(bench.panel.control("Cm_Blink_Rl").tooltip(), "0x3000");
+    EXPECT_EQ(bench.words, "4806 0000 7009 3000 ");
+}
+
+TEST(FictionalChip, HasItsSequenceFromItsTableAlone) {
+    LampBench bench;
+    bench.click("R_Lamp(3)");
+    for (const char* button : {"Seq_Lamp_W", "Seq_Lamp_Rl", "Seq_Blink_Rl"})
+        bench.click(button);
+    bench.panel.lists.insert(2, "Wait", "5");
+    EXPECT_EQ(bench.column("List_Commands"), "Lamp Write;Wait;Lamp Read Low;Blink Read Low;");
+    bench.click("Cm_Run_Seq");
+    EXPECT_EQ(bench.words, "4006 0000 3000 ");
+    EXPECT_EQ(bench.column("List_Val_read"), ";;6;0;");
+
+    bench.panel.lists.append("Lamp Write", "1000");
+    bench.panel.lists.append("Lamp Burn", "");
+    for (const char* problem :
+         {"The value \"1000\" is more than 12 bits", "Line 5: there is no command \"Lamp Burn\""}) {
+        bench.words.clear();
+        bench.click("Cm_Run_Seq");
+        EXPECT_EQ(bench.words, "4006 0000 3000 ");
+        EXPECT_THAT(bench.boxes.shown().back().text, testing::HasSubstr(problem));
+        bench.panel.lists.remove(5);
+    }
+}
+
+TEST(FictionalChip, GivesTheShapeOfWordsBack) {
+    LampBench bench;
+    EXPECT_EQ(bench.session().SPIWordLength, 15);
+    EXPECT_EQ(bench.session().SPIType, 2);
+    bench.panel.call("Form_Unload");
+    EXPECT_EQ(bench.session().SPIWordLength, 8);
+    EXPECT_EQ(bench.session().SPIType, 1);
 }
 
 } // namespace

@@ -34,7 +34,7 @@ TEST(SequenceEditor, InsertsWaitsAndRemovesLines) {
     bench.boxes.answer(MessageBox::Answer::No);
     bench.press("Cm_CLEAR_lists");
     EXPECT_EQ(bench.lists().last(), 4);
-    bench.lists().addAnswer("x", "y");
+    bench.lists().addAnswer({"x", "y"});
     bench.lists().pointTo(50);
     bench.boxes.answer(MessageBox::Answer::Yes);
     bench.press("Cm_CLEAR_lists");
@@ -59,6 +59,16 @@ TEST(SequenceEditor, MovesLinesByDragging) {
     bench.commands().dragLine(2, 99);
     EXPECT_EQ(bench.sequence(), "a=1 c=3 b=50ms");
     EXPECT_EQ(bench.commands().listIndex(), 3);
+    EXPECT_EQ(bench.lists().List_Value.listIndex(), -1) << "nothing that could be changed by error";
+    bench.lists().List_Value.select(2);
+    bench.commands().dragLine(1, 3);
+    EXPECT_EQ(bench.lists().List_Value.listIndex(), 1) << "goes with its line";
+    bench.press("Cm_Remove_Line");
+    EXPECT_EQ(bench.lists().List_Value.listIndex(), 1);
+    bench.commands().select(1);
+    bench.press("Cm_Remove_Line");
+    EXPECT_EQ(bench.lists().List_Value.listIndex(), -1);
+    EXPECT_EQ(bench.sequence(), "b=50ms");
 }
 
 TEST(SequenceEditor, PicksTheLinesOfTheLoop) {
@@ -86,7 +96,7 @@ TEST(SequenceEditor, PicksTheLinesOfTheLoop) {
 TEST(SequenceEditor, ChangesValues) {
     EditorBench bench;
     auto& times = bench.panel().sequencer.watchdog.wd_config(3);
-    auto& box = bench.panel().sequencer.editor.Val_loop(2);
+    auto& box = bench.panel().sequencer.Val_loop(2);
     EXPECT_FALSE(times.visible());
     bench.values().select(3);
     EXPECT_EQ(box.text(), "3");

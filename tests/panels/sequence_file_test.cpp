@@ -36,7 +36,7 @@ TEST(SequenceFile, IsWrittenAndReadByteForByte) {
     const std::string rows = bench.sequence();
     const Texts commands = bench.column("List_Commands");
     bench.fill({{"Wait", "1"}});
-    bench.lists().addAnswer("x", "y");
+    bench.lists().addAnswer({"x", "y"});
     EXPECT_EQ(bench.loadFrom(bytes), "");
     EXPECT_EQ(bench.sequence(), rows);
     EXPECT_EQ(bench.column("List_Commands"), commands) << "with the headers";

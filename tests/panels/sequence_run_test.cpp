@@ -81,7 +81,7 @@ TEST(SequenceRun, EndsAtALineThatCannotBe) {
         const char* text;
     };
     for (const Case& c : {Case{"MUX Write", "zz", "The value \"zz\" is no hexadecimal number"},
-                          Case{"MUX Write", "100", "The value \"100\" is more than a byte"},
+                          Case{"MUX Write", "100", "The value \"100\" is more than 8 bits"},
                           Case{"Special Mode", "4", "There is no Special Mode 4"},
                           Case{"Wait", "a while", "Type mismatch: the text is no number"},
                           Case{"Wait", "", "Type mismatch: the text is no number"}}) {
@@ -219,7 +219,7 @@ TEST(SequenceRun, EndsAWaitWhenItsTimerIsDisabled) {
         bench.run({{"Wait", "90"}});
         EXPECT_EQ(bench.clock.nanoseconds() - start,
                   (how == std::string("no driver") ? 90 : 70) * millisecond);
-        EXPECT_FALSE(bench.panel().sequencer.run.Timer1.enabled());
+        EXPECT_FALSE(bench.panel().sequencer.player.Timer1.enabled());
     }
 }
 

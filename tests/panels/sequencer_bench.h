@@ -30,7 +30,7 @@ struct SequencerBench : TestBench {
 
     zt72518::PanelForm& panel() { return program.zt72518(); }
     zt72518::PanelVariables& variables() { return panel().variables(); }
-    zt72518::SequenceLists& lists() { return panel().sequencer.lists; }
+    SequenceLists& lists() { return panel().sequencer.lists; }
 
     void press(const std::string& button) { click("ZT72518." + button); }
     void toggle(const std::string& box) { get<forms::CheckBox>("ZT72518." + box).click(); }

@@ -1,23 +1,22 @@
 #include "bench/zt72518/switch_table.h"
 
+#include "chips/zt72518/registers.h"
+
 namespace bitlux::zt72518 {
 
 namespace {
 
-using chips::BitCaptions;
-
-constexpr BitCaptions pins{"RST", "INT", "SAFE", "Debug", "I/O 0", "I/O 1", "I/O 2", "I/O 3"};
-constexpr BitCaptions identity{"Rev-0", "Rev-1",      "Rev-2",      "Rev-3",
-                               "Rev-4", "Device ID0", "Device ID1", "VDD_ID"};
-constexpr BitCaptions faults{
-    "Silent", "Output stuck high", "Flags stay", "No watchdog", "-", "-", "-", "-"};
+constexpr std::array<std::string_view, 8> pins{"RST",   "INT",   "SAFE",  "Debug",
+                                               "I/O 0", "I/O 1", "I/O 2", "I/O 3"};
+constexpr std::array<std::string_view, 4> faults{"Silent", "Output stuck high", "Flags stay",
+                                                 "No watchdog"};
 
 std::string trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(' ');
     return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
 }
 
-void add(SwitchTable& table, Row row, std::string_view group, const BitCaptions& captions) {
+void add(SwitchTable& table, Row row, std::string_view group, chips::BitCaptions captions) {
     for (std::size_t bit = 0; bit < captions.size(); ++bit) {
         if (captions[bit] == "-")
             continue;
@@ -31,7 +30,7 @@ SwitchTable makeTable() {
     add(table, Pins, "Pins", pins);
     for (std::size_t row = 0; row < flagRowCount; ++row)
         add(table, static_cast<Row>(row), flagRow(row).title, flagRow(row).captions);
-    add(table, Identity, "Identity", identity);
+    add(table, Identity, "Identity", chips::zt72518::registers[Interrupts].high.captions);
     add(table, Faults, "Faults", faults);
     return table;
 }

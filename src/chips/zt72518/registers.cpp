@@ -63,9 +63,9 @@ constexpr std::array<CheckBit, 1> initVregChecks{
     {{{"Ch_INIT_VREG", 7},
       7,
       "I/Ox synchro : Configure the IO1, IO2 and IO3 (IOx) WU behavior in cyclic sense"}}};
-constexpr BitCaptions initVregBits{"cyclic_on0",        "cyclic_on1",        "Vaux5",
-                                   "VDD low reset d_0", "VDD low reset d_1", "VDD low RST[0]",
-                                   "VDD low RST[1]",    "I/Ox synchro"};
+constexpr Texts<8> initVregBits{"cyclic_on0",        "cyclic_on1",        "Vaux5",
+                                "VDD low reset d_0", "VDD low reset d_1", "VDD low RST[0]",
+                                "VDD low RST[1]",    "I/Ox synchro"};
 
 // Init Wdog
 
@@ -118,8 +118,8 @@ constexpr std::array<CheckBit, 3> initWdogChecks{
       7,
       "WD2INT :Allow the remaining WD period+ two full period to read INT source"},
      {{"Ch_Init_Wdog", 2}, 0, "Crank"}}};
-constexpr BitCaptions initWdogBits{"Crank",   "WD_NOR WINDOW", "WD_spi[0]", "WD_spi[1]",
-                                   "WD_safe", "OC_TIM",        "MCU_OC",    "WD2INT"};
+constexpr Texts<8> initWdogBits{"Crank",   "WD_NOR WINDOW", "WD_spi[0]", "WD_spi[1]",
+                                "WD_safe", "OC_TIM",        "MCU_OC",    "WD2INT"};
 
 // Init LIN I/O
 
@@ -185,9 +185,9 @@ constexpr std::array<CheckBit, 3> initMiscChecks{
       3,
       "Generate interuption in FLASH mode when WD window starts(period > 50%)"},
      {{"Ch_Init_Misc", 6}, 6, "Enable SPI Parity"}}};
-constexpr BitCaptions initMiscBits{"Safe_RES [0]",  "Safe_RES [1]",    "Safe_RES [2]",
-                                   "INT Flash 50%", "INT WIDTH",       "INT PULSE LOW",
-                                   "SPI Parity",    "Ch_Mode with RDM"};
+constexpr Texts<8> initMiscBits{"Safe_RES [0]",  "Safe_RES [1]",    "Safe_RES [2]",
+                                "INT Flash 50%", "INT WIDTH",       "INT PULSE LOW",
+                                "SPI Parity",    "Ch_Mode with RDM"};
 
 // Special Mode
 
@@ -234,18 +234,18 @@ constexpr std::array<ComboField, 2> timer1Combos{
 constexpr std::array<ComboField, 2> timer2Combos{
     {{"Combo_Wd_Stp", "Select WD Stop / Flash timing", watchdogStopTimes, upperIndexBits},
      {"Combo_Fwu", "Select FWU timing", forcedWakeUpTimes, lowerIndexBits}}};
-constexpr BitCaptions timer0Bits{"WD NOR PRE0", "WD NOR PRE1",    "WD NOR PRE2",    "WD NOR TIM0",
-                                 "WD NOR TIM1", "IMCU_STP PRE 0", "IMCU_STP PRE 1", "IMCU_STP TIM"};
-constexpr BitCaptions timer1Bits{"CYC INT PRE0",   "CYC INT PRE1",   "CYC INT PRE2",
-                                 "CYC INT TIM",    "CYC SENSE PRE0", "CYC SENSE PRE1",
-                                 "CYC SENSE PRE2", "CYC SENSE TIM"};
-constexpr BitCaptions timer2Bits{"FWU PRE 0",    "FWU PRE 1",    "FWU PRE 2",    "FWU TIM",
-                                 "WD_STP PRE 0", "WD_STP PRE 1", "WD_STP PRE 2", "WD_STP TIM"};
+constexpr Texts<8> timer0Bits{"WD NOR PRE0", "WD NOR PRE1",    "WD NOR PRE2",    "WD NOR TIM0",
+                              "WD NOR TIM1", "IMCU_STP PRE 0", "IMCU_STP PRE 1", "IMCU_STP TIM"};
+constexpr Texts<8> timer1Bits{"CYC INT PRE0",   "CYC INT PRE1",   "CYC INT PRE2",
+                              "CYC INT TIM",    "CYC SENSE PRE0", "CYC SENSE PRE1",
+                              "CYC SENSE PRE2", "CYC SENSE TIM"};
+constexpr Texts<8> timer2Bits{"FWU PRE 0",    "FWU PRE 1",    "FWU PRE 2",    "FWU TIM",
+                              "WD_STP PRE 0", "WD_STP PRE 1", "WD_STP PRE 2", "WD_STP TIM"};
 
 // Mode + random
 
-constexpr BitCaptions modeBits{"RAND M0b", "RAND M1b", "RAND M2b", "Mode 0",
-                               "Mode 1",   "Mode 2",   "Mode 3",   "Mode 4"};
+constexpr Texts<8> modeBits{"RAND M0b", "RAND M1b", "RAND M2b", "Mode 0",
+                            "Mode 1",   "Mode 2",   "Mode 3",   "Mode 4"};
 
 // Regulator
 
@@ -275,9 +275,9 @@ constexpr std::array<CheckBit, 3> regulatorChecks{
     {{{"Ch_Reg", 0}, 0, "Alow disable VDD for Low Power VDD OFF Mode"},
      {{"Ch_Reg", 1}, 1, "VDD Ballast AUTO (when I>60mA)"},
      {{"Ch_Reg", 2}, 2, "VDD Ballast ENABLE"}}};
-constexpr BitCaptions regulatorBits{"Vdd_Off     EN",    "PNP on Auto",       "PNP ON",
-                                    "5V-CAN on/off [0]", "5V-CAN on/off [1]", "-",
-                                    "Vaux on/off [0]",   "Vaux on/off [1]"};
+constexpr Texts<8> regulatorBits{"Vdd_Off     EN",    "PNP on Auto",       "PNP ON",
+                                 "5V-CAN on/off [0]", "5V-CAN on/off [1]", "-",
+                                 "Vaux on/off [0]",   "Vaux on/off [1]"};
 
 // CAN
 
@@ -313,8 +313,8 @@ constexpr std::array<OptionField, 4> canOptions{{{.title = "CAN INT",
                                                   .lowBit = 6,
                                                   .width = 2,
                                                   .captions = canModes}}};
-constexpr BitCaptions canBits{"CAN_INT mode", "-",           "-",          "Wake 1/3 pulse",
-                              "Slew rate 0",  "Slew rate 1", "CAN mode 0", "CAN mode 1"};
+constexpr Texts<8> canBits{"CAN_INT mode", "-",           "-",          "Wake 1/3 pulse",
+                           "Slew rate 0",  "Slew rate 1", "CAN mode 0", "CAN mode 1"};
 
 // I/O
 
@@ -363,8 +363,8 @@ constexpr std::array<OptionField, 4> ioOptions{{{.title = "I/O 0",
                                                  .width = 2,
                                                  .captions = io3Modes,
                                                  .frame = {"i_o_frame", 3}}}};
-constexpr BitCaptions ioBits{"I/O 0[0]", "I/O 0[1]", "I/O 1[0]", "I/O 1[1]",
-                             "I/O 2[0]", "I/O 2[1]", "I/O 3[0]", "I/O 3[1]"};
+constexpr Texts<8> ioBits{"I/O 0[0]", "I/O 0[1]", "I/O 1[0]", "I/O 1[1]",
+                          "I/O 2[0]", "I/O 2[1]", "I/O 3[0]", "I/O 3[1]"};
 
 // Interrupts
 
@@ -405,17 +405,16 @@ constexpr std::array<CheckBit, 2> lin1Checks{
     {{{"Ch_Lin", 0}, 2, "LIN 1 termination Switch ON"}, {{"Ch_Lin", 2}, 0, linBelow6V}}};
 constexpr std::array<CheckBit, 2> lin2Checks{
     {{{"Ch_Lin", 1}, 2, "LIN 2 termination Switch ON"}, {{"Ch_Lin", 3}, 0, linBelow6V}}};
-constexpr BitCaptions lin1Bits{"Vsup ext",   "-",          "LIN1 term ON", "-",
-                               "Slew rate0", "Slew rate1", "LIN mode0",    "LIN mode1"};
+constexpr Texts<8> lin1Bits{"Vsup ext",   "-",          "LIN1 term ON", "-",
+                            "Slew rate0", "Slew rate1", "LIN mode0",    "LIN mode1"};
 
 // RAM
 
-constexpr BitCaptions ramBits{"RAM 0", "RAM 1", "RAM 2", "RAM 3",
-                              "RAM 4", "RAM 5", "RAM 6", "RAM 7"};
+constexpr Texts<8> ramBits{"RAM 0", "RAM 1", "RAM 2", "RAM 3", "RAM 4", "RAM 5", "RAM 6", "RAM 7"};
 
 /// The four bytes share the write row; only the command store knows them by a name.
 constexpr Register ram(int number, std::string_view title, std::string_view labels,
-                       const BitCaptions& captions) {
+                       BitCaptions captions) {
     return {.title = title,
             .address = static_cast<std::uint8_t>(ramA + number),
             .writeLabels = "RAM",
@@ -430,6 +429,49 @@ constexpr Register ram(int number, std::string_view title, std::string_view labe
                     .readButton = {"Cm_Read_RAM", number}}};
 }
 
+// Captions of rows that stand alone
+
+constexpr Texts<8> muxWBits{"-", "-", "-", "io-att", "int 2k   enable", "Mux 0", "MUX 1", "Mux 2"};
+constexpr Texts<8> initLinWBits{"CYC_IO_0 INVERTED", "IO_0    OUT_En", "IO_1    OUT_En",
+                                "LIN TERM0[1]",      "LIN TERM0[1]",   "LIN TERM1[2]",
+                                "LIN TERM1[2]",      "I/01_OFF by OV"};
+constexpr Texts<8> speModeWBits{"RAND_C0_b", "RAND_C1_b", "RAND_C2_b",   "RAND_C3_b",
+                                "RAND_C4_b", "RAND_C5_b", "Sel Mode[0]", "Sel Mode[1]"};
+constexpr Texts<8> wdRefreshWBits{"RAND   W0b",  "RAND    W1b", "RAND    W2b", "RAND    W3b",
+                                  "RAND    W4b", "RAND    W5b", "RAND    W6b", "RAND    W7b"};
+constexpr Texts<8> interruptsWBits{"Vmon_F INT",  "SPI_F INT",      "-",
+                                   "I/O_x INT",   "LIN_2_FAIL INT", "LIN_1_FAIL INT",
+                                   "MCU_REQ INT", "CAN_FAIL INT"};
+constexpr Texts<8> lin1WBits{"Vsup ext",   "-",          "LIN2 term ON", "-",
+                             "Slew rate0", "Slew rate1", "LIN mode0",    "LIN mode1"};
+constexpr Texts<8> muxRlBits{"-", "-", "-", "IO ATTE", "INT 2K En", "MUX 0", "MUX 1", "MUX 2"};
+constexpr Texts<8> initLinRlBits{
+    "CYC_IO_0 INVERTED", "IO_0    OUT_En", "IO_1    OUT_En", "LIN TERM0[0]",
+    "LIN TERM0[1]",      "LIN TERM1[0]",   "LIN TERM1[1]",   "-"};
+constexpr Texts<8> speModeRlBits{"RAND_C0", "RAND_C1", "RAND_C2",     "RAND_C3",
+                                 "RAND_C4", "RAND_C5", "Sel Mode[0]", "Sel Mode[1]"};
+constexpr Texts<8> wdRefreshRlBits{"RAND W0b", "RAND W0b", "RAND W0b", "RAND W0b",
+                                   "RAND W0b", "RAND W0b", "RAND W0b", "RAND W0b"};
+constexpr Texts<8> canRhBits{"-", "-", "-", "-", "-", "Can Wu En", "Can Rx En", "Can Tx En"};
+constexpr Texts<8> ioRhBits{"I/O 0 State", "-", "I/O 1 state", "-",
+                            "I/O 2 state", "-", "I/O 3 State", "-"};
+constexpr Texts<8> interruptsRlBits{"Wmon_F INT", "SPI_F INT",  "-",         "I/O_0 INT",
+                                    "LIN_2_FAIL", "LIN_1_FAIL", "autoclear", "CAN_FAIL"};
+constexpr Texts<8> interruptsRhBits{"Rev-0", "Rev-1",      "Rev-2",      "Rev-3",
+                                    "Rev-4", "Device ID0", "Device ID1", "VDD_ID"};
+constexpr Texts<8> lin0RhBits{"-", "-", "-", "-", "-", "-", " LIN 1 status 0", " LIN 1 status 1"};
+constexpr Texts<8> lin1RlBits{"Vsup ext",   "LIN INT",    "LIN2 term ON", "30K pull up",
+                              "Slew rate0", "Slew rate1", "LIN mode0",    "LIN mode1"};
+constexpr Texts<8> lin1RhBits{"-", "-", "-", "-", "-", "-", "LIN 2 status 0", "LIN 2 status 1"};
+constexpr Texts<8> ramABits{"RAM_A 0", "RAM_A 1", "RAM_A 2", "RAM_A 3",
+                            "RAM_A 4", "RAM_A 5", "RAM_A 6", "RAM_A 7"};
+constexpr Texts<8> ramBBits{"RAM_B 0", "RAM_B 1", "RAM_B 2", "RAM_B 3",
+                            "RAM_B 4", "RAM_B 5", "RAM_B 6", "RAM_B 7"};
+constexpr Texts<8> ramCBits{"RAM_C 0", "RAM_C 1", "RAM_C 2", "RAM_C 3",
+                            "RAM_C 4", "RAM_C 5", "RAM_C 6", "RAM_C 7"};
+constexpr Texts<8> ramDBits{"RAM_D 0", "RAM_D 1", "RAM_D 2", "RAM_D 3",
+                            "RAM_D 4", "RAM_D 5", "RAM_D 6", "RAM_D 7"};
+
 // Selections of variants: bit i stands for opt_vb(i).
 constexpr unsigned withLin1 = 1U << 2 | 1U << 3;
 constexpr unsigned withLin2 = 1U << 2;
@@ -440,25 +482,21 @@ constexpr std::array<Register, 21> registers{{
     {.title = "MUX",
      .address = 0,
      .writeLabels = "Mux_W",
-     .writeCaptions = {"-", "-", "-", "io-att", "int 2k   enable", "Mux 0", "MUX 1", "Mux 2"},
+     .writeCaptions = muxWBits,
      .writeButton = {"Cm_MUX_W"},
      .sequenceButton = {"Seq_MUX_W"},
      .stem = "MUX",
      .options = muxOptions,
      .checks = muxChecks,
      .low = {.labels = "Mux_Rl",
-             .captions = {"-", "-", "-", "IO ATTE", "INT 2K En", "MUX 0", "MUX 1", "MUX 2"},
+             .captions = muxRlBits,
              .litColour = plain,
              .readButton = {"Cm_Mux_Rl"},
              .sequenceButton = {"Seq_Mux_Rl"}}},
-    ram(0, "RAM A", "RAM_A",
-        {"RAM_A 0", "RAM_A 1", "RAM_A 2", "RAM_A 3", "RAM_A 4", "RAM_A 5", "RAM_A 6", "RAM_A 7"}),
-    ram(1, "RAM B", "RAM_B",
-        {"RAM_B 0", "RAM_B 1", "RAM_B 2", "RAM_B 3", "RAM_B 4", "RAM_B 5", "RAM_B 6", "RAM_B 7"}),
-    ram(2, "RAM C", "RAM_C",
-        {"RAM_C 0", "RAM_C 1", "RAM_C 2", "RAM_C 3", "RAM_C 4", "RAM_C 5", "RAM_C 6", "RAM_C 7"}),
-    ram(3, "RAM D", "RAM_D",
-        {"RAM_D 0", "RAM_D 1", "RAM_D 2", "RAM_D 3", "RAM_D 4", "RAM_D 5", "RAM_D 6", "RAM_D 7"}),
+    ram(0, "RAM A", "RAM_A", ramABits),
+    ram(1, "RAM B", "RAM_B", ramBBits),
+    ram(2, "RAM C", "RAM_C", ramCBits),
+    ram(3, "RAM D", "RAM_D", ramDBits),
     {.title = "Init Vreg",
      .address = 5,
      .writeLabels = "INIT_Vreg_W",
@@ -490,16 +528,14 @@ constexpr std::array<Register, 21> registers{{
     {.title = "Init LIN I/O",
      .address = 7,
      .writeLabels = "Init_Lin_W",
-     .writeCaptions = {"CYC_IO_0 INVERTED", "IO_0    OUT_En", "IO_1    OUT_En", "LIN TERM0[1]",
-                       "LIN TERM0[1]", "LIN TERM1[2]", "LIN TERM1[2]", "I/01_OFF by OV"},
+     .writeCaptions = initLinWBits,
      .writeButton = {"Cm_Init_Lin_Io_W"},
      .sequenceButton = {"Seq_Init_Lin_Io"},
      .stem = "Init Lin IO",
      .options = initLinOptions,
      .checks = initLinChecks,
      .low = {.labels = "Init_Lin_Rl",
-             .captions = {"CYC_IO_0 INVERTED", "IO_0    OUT_En", "IO_1    OUT_En", "LIN TERM0[0]",
-                          "LIN TERM0[1]", "LIN TERM1[0]", "LIN TERM1[1]", "-"},
+             .captions = initLinRlBits,
              .litColour = striped,
              .readButton = {"Cm_Init_Lin_Io_Rl"},
              .sequenceButton = {"Seq_Init_Lin_Io_Rl"}}},
@@ -521,8 +557,7 @@ constexpr std::array<Register, 21> registers{{
     {.title = "Special Mode",
      .address = specialMode,
      .writeLabels = "Spe_Mode_W",
-     .writeCaptions = {"RAND_C0_b", "RAND_C1_b", "RAND_C2_b", "RAND_C3_b", "RAND_C4_b", "RAND_C5_b",
-                       "Sel Mode[0]", "Sel Mode[1]"},
+     .writeCaptions = speModeWBits,
      .writeButton = {"Cm_Spe_Mode_W", 0},
      .stem = "Spe Mode",
      .writeName = "Special Mode",
@@ -530,8 +565,7 @@ constexpr std::array<Register, 21> registers{{
      .addsParity = false,
      .options = specialModeOptions,
      .low = {.labels = "Spe_Mode_Rl",
-             .captions = {"RAND_C0", "RAND_C1", "RAND_C2", "RAND_C3", "RAND_C4", "RAND_C5",
-                          "Sel Mode[0]", "Sel Mode[1]"},
+             .captions = speModeRlBits,
              .litColour = plain,
              .readButton = {"Cm_Spe_Mode_Rl"},
              .sequenceButton = {"Seq_Spe_Mode_Rl"}}},
@@ -577,16 +611,14 @@ constexpr std::array<Register, 21> registers{{
     {.title = "Watchdog Refresh",
      .address = watchdogRefresh,
      .writeLabels = "Wd_Refresh_W",
-     .writeCaptions = {"RAND   W0b", "RAND    W1b", "RAND    W2b", "RAND    W3b", "RAND    W4b",
-                       "RAND    W5b", "RAND    W6b", "RAND    W7b"},
+     .writeCaptions = wdRefreshWBits,
      .writeButton = {"Cm_Wd_Refresh_W"},
      .writeCaption = "Single WD write command",
      .sequenceButton = {"Seq_Wd_Refresh_W"},
      .stem = "Wd Refresh",
      .lines = {.readLow = true},
      .low = {.labels = "Wd_Refresh_Rl",
-             .captions = {"RAND W0b", "RAND W0b", "RAND W0b", "RAND W0b", "RAND W0b", "RAND W0b",
-                          "RAND W0b", "RAND W0b"},
+             .captions = wdRefreshRlBits,
              .litColour = striped,
              .readButton = {"Cm_Wd_Refresh_Rl"},
              .sequenceButton = {"Seq_Wd_Refresh_Rl"}}},
@@ -638,7 +670,7 @@ constexpr std::array<Register, 21> registers{{
              .readButton = {"Cm_CAN_Rl"},
              .sequenceButton = {"Seq_CAN_Rl"}},
      .high = {.labels = "CAN_Rh",
-              .captions = {"-", "-", "-", "-", "-", "Can Wu En", "Can Rx En", "Can Tx En"},
+              .captions = canRhBits,
               .litColour = plain,
               .readButton = {"Cm_CAN_Rh"},
               .sequenceButton = {"Seq_Can_Rh"}}},
@@ -656,30 +688,26 @@ constexpr std::array<Register, 21> registers{{
              .readButton = {"Cm_Io_Rl"},
              .sequenceButton = {"Seq_IO_Rl"}},
      .high = {.labels = "IO_Rh",
-              .captions = {"I/O 0 State", "-", "I/O 1 state", "-", "I/O 2 state", "-",
-                           "I/O 3 State", "-"},
+              .captions = ioRhBits,
               .litColour = striped,
               .readButton = {"Cm_I0_Rh"},
               .sequenceButton = {"Seq_IO_Rh"}}},
     {.title = "Interrupts",
      .address = interrupts,
      .writeLabels = "Interrupts_W",
-     .writeCaptions = {"Vmon_F INT", "SPI_F INT", "-", "I/O_x INT", "LIN_2_FAIL INT",
-                       "LIN_1_FAIL INT", "MCU_REQ INT", "CAN_FAIL INT"},
+     .writeCaptions = interruptsWBits,
      .writeButton = {"Cm_Interrupts_W"},
      .sequenceButton = {"Seq_Interrupts_W"},
      .stem = "Interrupts",
      .checks = interruptChecks,
      .low = {.labels = "Interrupts_Rl",
-             .captions = {"Wmon_F INT", "SPI_F INT", "-", "I/O_0 INT", "LIN_2_FAIL", "LIN_1_FAIL",
-                          "autoclear", "CAN_FAIL"},
+             .captions = interruptsRlBits,
              .litColour = plain,
              .readButton = {"Cm_interrupts_Rl"},
              .sequenceButton = {"Seq_Interrupts_Rl"}},
      // the device's identity
      .high = {.labels = "interrupts_Rh",
-              .captions = {"Rev-0", "Rev-1", "Rev-2", "Rev-3", "Rev-4", "Device ID0", "Device ID1",
-                           "VDD_ID"},
+              .captions = interruptsRhBits,
               .litColour = plain,
               .readButton = {"Cm_Interrupts_Rh"},
               .sequenceButton = {"Seq_Interrupts_Rh"}}},
@@ -699,28 +727,26 @@ constexpr std::array<Register, 21> registers{{
              .readButton = {"Cm_Lin0_Rl"},
              .sequenceButton = {"Seq_Lin0_Rl"}},
      .high = {.labels = "Lin0_Rh",
-              .captions = {"-", "-", "-", "-", "-", "-", " LIN 1 status 0", " LIN 1 status 1"},
+              .captions = lin0RhBits,
               .litColour = striped,
               .readButton = {"CM_Lin0_Rh"},
               .sequenceButton = {"Seq_Lin0_Rh"}}},
     {.title = "LIN 2",
      .address = 20,
      .writeLabels = "Lin1_W",
-     .writeCaptions = {"Vsup ext", "-", "LIN2 term ON", "-", "Slew rate0", "Slew rate1",
-                       "LIN mode0", "LIN mode1"},
+     .writeCaptions = lin1WBits,
      .writeButton = {"Cm_Lin1_W"},
      .sequenceButton = {"Seq_Lin1_W"},
      .stem = "LIN 1",
      .options = lin2Options,
      .checks = lin2Checks,
      .low = {.labels = "Lin1_Rl",
-             .captions = {"Vsup ext", "LIN INT", "LIN2 term ON", "30K pull up", "Slew rate0",
-                          "Slew rate1", "LIN mode0", "LIN mode1"},
+             .captions = lin1RlBits,
              .litColour = plain,
              .readButton = {"Cm_Lin1_Rl"},
              .sequenceButton = {"Seq_Lin1_Rl"}},
      .high = {.labels = "Lin1_Rh",
-              .captions = {"-", "-", "-", "-", "-", "-", "LIN 2 status 0", "LIN 2 status 1"},
+              .captions = lin1RhBits,
               .litColour = plain,
               .readButton = {"Cm_Lin1_Rh"},
               .sequenceButton = {"Seq_Lin1_Rh"}}},

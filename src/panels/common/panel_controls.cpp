@@ -59,14 +59,14 @@ void PanelControls::addOptions(std::string_view name, int first,
     }
 }
 
-const LabelRow& PanelControls::addRow(std::string_view name, const chips::BitCaptions& captions,
+const LabelRow& PanelControls::addRow(std::string_view name, chips::BitCaptions captions,
                                       int first) {
-    LabelRow::Labels labels{};
-    for (std::size_t bit = 0; bit < labels.size(); ++bit) {
-        labels[bit] = &addLabel({name, first + static_cast<int>(bit)}, captions[bit]);
-        labels[bit]->setBackColor(forms::windowColor);
+    LabelRow::Labels labels;
+    for (int index = first; const std::string_view caption : captions) {
+        labels.push_back(&addLabel({name, index++}, caption));
+        labels.back()->setBackColor(forms::windowColor);
     }
-    return rows_.emplace(keyOf({name, first}), labels).first->second;
+    return rows_.emplace(keyOf({name, first}), std::move(labels)).first->second;
 }
 
 forms::Control* PanelControls::find(const Name& name) const {

@@ -37,9 +37,8 @@ public:
     forms::ComboBox& addCombo(const chips::ComboField& field);
     /// Buttons `first` and following, of which at most one is set.
     void addOptions(std::string_view name, int first, std::span<const std::string_view> captions);
-    /// Eight dark labels from element `first` on.
-    const LabelRow& addRow(std::string_view name, const chips::BitCaptions& captions,
-                           int first = 0);
+    /// Dark labels from element `first` on.
+    const LabelRow& addRow(std::string_view name, chips::BitCaptions captions, int first = 0);
 
     /// Null when there is none.
     [[nodiscard]] forms::Control* find(const Name& name) const;

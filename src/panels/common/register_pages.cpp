@@ -10,8 +10,8 @@ namespace {
 
 constexpr const char* sequenceCaption = ">SEQ";
 
-int fieldValue(const chips::OptionField& field, std::uint8_t byte) {
-    return byte >> field.lowBit & ((1 << field.width) - 1);
+int fieldValue(const chips::OptionField& field, std::uint32_t value) {
+    return static_cast<int>(value >> field.lowBit & ((1U << field.width) - 1));
 }
 
 bool holds(const chips::OptionField& field, int bit) {
@@ -23,11 +23,11 @@ bool holds(const chips::ComboField& field, int bit) {
            field.bitOfIndexBit.end();
 }
 
-int fieldIndex(const chips::ComboField& field, std::uint8_t byte) {
-    int index = 0;
+int fieldIndex(const chips::ComboField& field, std::uint32_t value) {
+    unsigned index = 0;
     for (std::size_t k = 0; k < field.bitOfIndexBit.size(); ++k)
-        index |= (byte >> field.bitOfIndexBit[k] & 1) << k;
-    return index;
+        index |= (value >> field.bitOfIndexBit[k] & 1) << k;
+    return static_cast<int>(index);
 }
 
 } // namespace
@@ -52,14 +52,14 @@ void RegisterPages::add(const chips::Register& added) {
     addButton(added.writeButton, added.writeCaption, words_.writeText(added),
               [this, &added] { write(added); });
     addButton(added.sequenceButton, sequenceCaption, writeLine(added),
-              [this, &added] { words_.append(writeLine(added), hex(byte(added))); });
+              [this, &added] { words_.append(writeLine(added), hex(value(added))); });
     addView(added, added.low, RegisterView::Low);
     addView(added, added.high, RegisterView::High);
 }
 
 void RegisterPages::addWriteRow(const chips::Register& added) {
     const LabelRow& row = controls_.addRow(added.writeLabels, added.writeCaptions);
-    for (int bit = 0; bit < LabelRow::bits; ++bit)
+    for (int bit = 0; bit < row.size(); ++bit)
         controls_.onClick({added.writeLabels, bit}, [this, &added, &row, bit] {
             row.set(bit, !row.lit(bit));
             follow(added, bit);
@@ -75,12 +75,12 @@ void RegisterPages::follow(const chips::Register& changed, int bit) {
         if (holds(field, bit))
             controls_
                 .get<forms::OptionButton>(
-                    {field.options, field.firstOption + fieldValue(field, row.byte())})
+                    {field.options, field.firstOption + fieldValue(field, row.value())})
                 .setValue(true);
     for (const chips::ComboField& field : changed.combos)
         if (holds(field, bit))
             controls_.get<forms::ComboBox>({field.combo})
-                .setListIndex(fieldIndex(field, row.byte()));
+                .setListIndex(fieldIndex(field, row.value()));
 }
 
 void RegisterPages::addCheck(const chips::CheckBit& check, const LabelRow& row) {

@@ -13,9 +13,9 @@ namespace bitlux {
 
 /// Makes the controls and handlers of registers from their rows in a table.
 ///
-/// The lit labels of the write row are the register's byte. Options, boxes and lists are a second
+/// The lit labels of the write row are the register's value. Options, boxes and lists are a second
 /// view of it: choosing lights bits, and a click on a bit chooses what agrees with it. Write sends
-/// the byte, >SEQ appends it to the sequence, the read buttons show a view in its row.
+/// it, >SEQ appends it to the sequence, the read buttons show a view in its row.
 ///
 /// Whatever else a control of a register does is given to PanelControls::onClick behind it.
 class RegisterPages {
@@ -24,12 +24,12 @@ public:
     RegisterPages(PanelControls& controls, RegisterWords& words,
                   std::span<const chips::Register> table);
 
-    /// The byte that a register's write row holds.
-    [[nodiscard]] std::uint8_t byte(const chips::Register& of) const {
-        return controls_.row(of.writeLabels).byte();
+    /// What a register's write row holds.
+    [[nodiscard]] std::uint32_t value(const chips::Register& of) const {
+        return controls_.row(of.writeLabels).value();
     }
     /// Writes what the row holds.
-    void write(const chips::Register& target) { words_.write(target, byte(target)); }
+    void write(const chips::Register& target) { words_.write(target, value(target)); }
 
 private:
     void add(const chips::Register& added);

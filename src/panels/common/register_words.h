@@ -15,9 +15,9 @@ class RegisterWords {
 public:
     virtual ~RegisterWords() = default;
 
-    virtual void write(const chips::Register& target, std::uint8_t data) = 0;
-    /// The register's byte as the chip answered; 0 when nothing came.
-    virtual std::uint8_t read(const chips::Register& source, RegisterView view) = 0;
+    virtual void write(const chips::Register& target, std::uint32_t data) = 0;
+    /// The register's value as the chip answered; 0 when nothing came.
+    virtual std::uint32_t read(const chips::Register& source, RegisterView view) = 0;
     virtual void append(const std::string& name, const std::string& value) = 0;
 
     /// The words in hexadecimal, for tooltips; the data of a write is told as "xx".

@@ -27,14 +27,15 @@ void ChipWords::ParityOfWordLow(std::uint8_t data) {
     variables_.ParityBit = std::popcount(data) % 2 == 0 ? 1 : 0;
 }
 
-void ChipWords::write(const chips::Register& target, std::uint8_t data) {
-    variables_.WordLowByte = data;
+void ChipWords::write(const chips::Register& target, std::uint32_t data) {
+    const auto byte = static_cast<std::uint8_t>(data);
+    variables_.WordLowByte = byte;
     if (variables_.SPIParityEnabled)
-        ParityOfWordLow(data);
-    store(writeLine(target), hex(data));
+        ParityOfWordLow(byte);
+    store(writeLine(target), hex(byte));
     // The last parity goes on being added when parity is off again.
     const int parity = target.addsParity ? variables_.ParityBit : 0;
-    link_.send(static_cast<std::uint8_t>(chip::writeHigh(target.address) + parity), data);
+    link_.send(static_cast<std::uint8_t>(chip::writeHigh(target.address) + parity), byte);
     link_.Update_Miso_Write();
 }
 
@@ -50,7 +51,7 @@ std::uint8_t ChipWords::readView(std::uint8_t high, bool highView) {
     return link_.replyLow();
 }
 
-std::uint8_t ChipWords::read(const chips::Register& source, RegisterView view) {
+std::uint32_t ChipWords::read(const chips::Register& source, RegisterView view) {
     const std::uint8_t reply = readView(chip::readHigh(source.address), view == RegisterView::High);
     store(readLine(source, view), "");
     return reply;

@@ -18,8 +18,8 @@ public:
     ChipWords(ChipLink& link, PanelVariables& variables, const CommandSinks& sinks)
         : link_(link), variables_(variables), sinks_(sinks) {}
 
-    void write(const chips::Register& target, std::uint8_t data) override;
-    std::uint8_t read(const chips::Register& source, RegisterView view) override;
+    void write(const chips::Register& target, std::uint32_t data) override;
+    std::uint32_t read(const chips::Register& source, RegisterView view) override;
     std::uint8_t readFlags(const chips::zt72518::FlagRow& row);
     /// Reads the general flags into all sixteen labels of the status row.
     void readGeneralFlags();

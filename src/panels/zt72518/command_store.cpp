@@ -1,8 +1,8 @@
 #include "panels/zt72518/command_store.h"
 
 #include "panels/common/sequence_file.h"
-#include "panels/zt72518/sequence_files.h"
-#include "panels/zt72518/sequence_lists.h"
+#include "panels/common/sequence_files.h"
+#include "panels/zt72518/sequence_layout.h"
 #include "platform/failure.h"
 
 #include <optional>
@@ -25,7 +25,7 @@ void CommandStore::start() {
                                .fileName = {}});
     if (!fileName)
         return;
-    startSequenceFile(*fileName, SequenceLists::commandHeader, SequenceLists::valueHeader);
+    startSequenceFile(*fileName, SequenceLists::commandHeader, sequenceLayout.valueHeader);
     variables_.StoreFileName = *fileName;
     variables_.StoreFileNumber = "1";
     variables_.StoreCommands = true;

@@ -72,13 +72,13 @@ void ModePage::showChosen() {
         return;
     const chip::LowPowerMode& shown = chip::lowPowerModes.at(static_cast<std::size_t>(*chosen));
     constexpr unsigned randomBits = (1U << chip::modeShift) - 1;
-    unsigned bits = (pages_.byte(mode()) & randomBits) | shown.bits;
+    unsigned bits = (pages_.value(mode()) & randomBits) | shown.bits;
     for (int i = 0; i < boxes; ++i) {
         const int bit = shown.boxBits.at(static_cast<std::size_t>(i));
         if (bit >= 0 && controls_.get<forms::CheckBox>({sources, i}).checked())
             bits |= 1U << bit;
     }
-    controls_.row("Mode_Rm_W").show(static_cast<std::uint8_t>(bits));
+    controls_.row("Mode_Rm_W").show(bits);
 }
 
 void ModePage::wakeUpByChipSelect() {

@@ -33,7 +33,7 @@ PanelForm::PanelForm(forms::FormSet& set, const Parts& parts)
     : Form(set, "ZT72518", "ZT72518 - 511 - 514 Interface"),
       session_(parts.session),
       boxes_(parts.desk.boxes),
-      kept_{},
+      shape_(parts.session),
       filters_(parts.desk.boxes, parts.desk.sound),
       link(*this, parts.session, parts.engine, variables_),
       pageControls(*this),
@@ -54,15 +54,14 @@ PanelForm::PanelForm(forms::FormSet& set, const Parts& parts)
       sequencer(*this, {.session = parts.session,
                         .variables = variables_,
                         .link = link,
+                        .words = words,
+                        .decoder = decoder,
                         .dongle = parts.dongle,
-                        .startPick = pageControls.get<forms::Label>(StatusLabels::loopStart),
-                        .stopPick = pageControls.get<forms::Label>(StatusLabels::loopStop),
+                        .startCaption = pageControls.get<forms::Label>(StatusLabels::loopStart),
+                        .stopCaption = pageControls.get<forms::Label>(StatusLabels::loopStop),
                         .desk = parts.desk,
                         .clock = parts.clock}) {
     sinks = sequencer.sinks();
-    sequencer.run.decodeName = [this](const std::string& name) { decoder.Decod_Name(name); };
-    sequencer.run.binaryText = [](const std::string& digits) { return HEXtoBIN(digits); };
-    sequencer.run.computeParity = [this](std::uint8_t data) { words.ParityOfWordLow(data); };
     decoder.clickWatchdog = [this](int button) { call("watchdog_Click", button); };
     addRefreshMirror();
     pageControls.onClick(parityBox, [this] {
@@ -112,17 +111,15 @@ void PanelForm::load() {
     pageControls.row("RAM").show(0);
     variables_.ParityBit = 0;
     variables_.ReadBit = 1;
-    kept_ = {
-        .length = session_.SPIWordLength, .type = session_.SPIType, .word = session_.WordToSend};
+    if (session_.ZT72518PanelActive == 0) // else it is called once more
+        shape_.keep();
     selection.load();
     tab_518(outerPages).setSelected(RegistersPage);
     takeOver();
 }
 
 void PanelForm::takeOver() {
-    session_.SPIWordLength = wordBits;
-    session_.WordToSend.assign(wordBits, 0);
-    session_.SPIType = spiType;
+    shape_.set(wordBits, spiType);
     session_.ZT72518PanelActive = 1;
 }
 
@@ -138,9 +135,7 @@ void PanelForm::unload() {
     }
     diagram.leave();
     session_.ZT72518PanelActive = 0;
-    session_.SPIWordLength = kept_.length;
-    session_.SPIType = kept_.type;
-    session_.WordToSend = kept_.word;
+    shape_.giveBack();
 }
 
 void PanelForm::tab_518_Click(int index) {

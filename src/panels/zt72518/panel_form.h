@@ -3,6 +3,7 @@
 #include "panels/common/key_filters.h"
 #include "panels/common/panel_controls.h"
 #include "panels/common/register_pages.h"
+#include "panels/common/held_shape.h"
 #include "panels/zt72518/chip_link.h"
 #include "panels/zt72518/chip_words.h"
 #include "panels/zt72518/diagram_page.h"
@@ -26,7 +27,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <vector>
 
 namespace bitlux::zt72518 {
 
@@ -61,12 +61,6 @@ public:
     [[nodiscard]] PanelVariables& variables() { return variables_; }
 
 private:
-    struct WordShape {
-        std::int16_t length;
-        std::int16_t type;
-        std::vector<std::int16_t> word;
-    };
-
     void addRefreshMirror();
     void registerProcedures();
     void registerFilters();
@@ -79,7 +73,7 @@ private:
     Session& session_;
     MessageBoxes& boxes_;
     PanelVariables variables_;
-    WordShape kept_;
+    HeldShape shape_;
     KeyFilters filters_;
 
 public:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "panels/common/sequence_player.h"
 #include "platform/forms/form.h"
 
 #include <cstdint>
@@ -9,7 +10,7 @@
 namespace bitlux::zt72518 {
 
 /// The variables of the form that its parts share; reachable by name from scripts.
-struct PanelVariables {
+struct PanelVariables : SequenceVariables {
     // Words
     std::int16_t BitIndex = 0;
     std::uint8_t WordLowByte = 0; ///< data byte being built
@@ -28,12 +29,10 @@ struct PanelVariables {
     std::string StoreFileNumber;
 
     // Sequence
-    bool LoopStopRequest = false;
     bool Pass1 = false;
     bool Pass2 = false;
     bool Condition1Seen = false;
     bool Condition2Seen = false;
-    bool RunEnabled = true;
     bool NextLoopPick = true; ///< the next click on a command picks the loop's start, else its stop
     std::uint8_t SequenceHighByte = 0;
     bool SequenceIsWrite = false;

@@ -31,7 +31,7 @@ RamPage::RamPage(forms::Form& form, PanelControls& controls, KeyFilters& filters
     : controls_(controls), filters_(filters), boxes_(boxes), Val_Hex_RAM(form, "Val_Hex_RAM") {
     controls.addButton(confirm, "OK");
     controls.addButton(readAll, "Read all");
-    for (int bit = 0; bit < LabelRow::bits; ++bit)
+    for (int bit = 0; bit < controls.row(bits).size(); ++bit)
         controls.onClick({bits, bit}, [this] { showHex(); });
     controls.onClick(confirm, [this] { confirmText(); });
     controls.onClick(readAll, [this] {

@@ -1,9 +1,24 @@
 #include "panels/zt72518/sequencer.h"
 
+#include "panels/zt72518/sequence_layout.h"
+
+#include <memory>
+#include <string>
+
 namespace bitlux::zt72518 {
 
+namespace {
+
+constexpr int timeOfLine = 3; ///< list of wd_config
+
+} // namespace
+
 Sequencer::Sequencer(forms::Form& form, const Parts& parts)
-    : lists(form),
+    : Val_loop("Val_loop", LoopStart, TriggerLine,
+               [&form](const std::string& name, int index) {
+                   return std::make_unique<forms::TextBox>(form, name, index);
+               }),
+      lists(form, sequenceLayout),
       files(form, lists, parts.desk.fileDialogs),
       store(form, parts.variables, parts.desk),
       watchdog(form, {.session = parts.session,
@@ -12,28 +27,41 @@ Sequencer::Sequencer(forms::Form& form, const Parts& parts)
                       .dongle = parts.dongle,
                       .sequence = lists,
                       .boxes = parts.desk.boxes}),
-      editor(form, {.variables = parts.variables,
+      commands({.session = parts.session,
+                .variables = parts.variables,
+                .link = parts.link,
+                .words = parts.words,
+                .decoder = parts.decoder,
+                .watchdog = watchdog,
+                .triggerLine = Val_loop(TriggerLine)}),
+      editor(form, lists, parts.desk.boxes),
+      player(form, {.session = parts.session,
+                    .variables = parts.variables,
                     .lists = lists,
-                    .timeOfLine = watchdog.wd_config(3),
-                    .startPick = parts.startPick,
-                    .stopPick = parts.stopPick,
-                    .boxes = parts.desk.boxes}),
-      run(form, {.session = parts.session,
-                 .variables = parts.variables,
-                 .link = parts.link,
-                 .dongle = parts.dongle,
-                 .lists = lists,
-                 .watchdog = watchdog,
-                 .Val_loop = editor.Val_loop,
-                 .startPick = parts.startPick,
-                 .stopPick = parts.stopPick,
-                 .loop = parts.desk.loop,
-                 .clock = parts.clock}),
+                    .commands = commands,
+                    .start = Val_loop(LoopStart),
+                    .stop = Val_loop(LoopStop),
+                    .loop = parts.desk.loop,
+                    .clock = parts.clock}),
+      stops(form, {.session = parts.session,
+                   .variables = parts.variables,
+                   .lists = lists,
+                   .player = player,
+                   .dongle = parts.dongle,
+                   .loop = parts.desk.loop}),
+      loopPick(form, {.variables = parts.variables,
+                      .lists = lists,
+                      .player = player,
+                      .start = Val_loop(LoopStart),
+                      .stop = Val_loop(LoopStop),
+                      .startCaption = parts.startCaption,
+                      .stopCaption = parts.stopCaption}),
+      valueEditor(form, lists, Val_loop(EditedValue), watchdog.wd_config(timeOfLine)),
       autoReads(form, {.session = parts.session,
                        .variables = parts.variables,
                        .dongle = parts.dongle,
                        .store = store}) {
-    watchdog.changeValue = [this] { editor.changeValue(); };
+    watchdog.changeValue = [this] { valueEditor.changeValue(); };
     watchdog.store = sinks().store;
 }
 

@@ -1,11 +1,15 @@
 #pragma once
 
+#include "panels/common/sequence_editor.h"
+#include "panels/common/sequence_files.h"
+#include "panels/common/sequence_lists.h"
+#include "panels/common/sequence_player.h"
 #include "panels/zt72518/auto_reads.h"
 #include "panels/zt72518/command_store.h"
-#include "panels/zt72518/sequence_editor.h"
-#include "panels/zt72518/sequence_files.h"
-#include "panels/zt72518/sequence_lists.h"
-#include "panels/zt72518/sequence_run.h"
+#include "panels/zt72518/line_commands.h"
+#include "panels/zt72518/loop_pick.h"
+#include "panels/zt72518/sequence_stops.h"
+#include "panels/zt72518/value_editor.h"
 #include "panels/zt72518/watchdog.h"
 
 namespace bitlux::zt72518 {
@@ -14,14 +18,19 @@ namespace bitlux::zt72518 {
 /// automatic reads.
 class Sequencer {
 public:
+    /// Elements of Val_loop.
+    enum Number : std::uint8_t { LoopStart, LoopStop, EditedValue, TriggerLine };
+
     /// What it works with; all outlive it.
     struct Parts {
         Session& session;
         PanelVariables& variables;
         ChipLink& link;
+        ChipWords& words;
+        SequenceDecoder& decoder;
         DongleLink& dongle;
-        forms::Label& startPick; ///< caption of the start of the loop
-        forms::Label& stopPick;
+        forms::Label& startCaption; ///< of the loop
+        forms::Label& stopCaption;
         const Desk& desk;
         const Clock& clock;
     };
@@ -31,12 +40,17 @@ public:
     /// What the register pages hand over goes here.
     [[nodiscard]] CommandSinks sinks();
 
+    forms::ControlArray<forms::TextBox> Val_loop;
     SequenceLists lists;
     SequenceFiles files;
     CommandStore store;
     Watchdog watchdog;
+    LineCommands commands;
     SequenceEditor editor;
-    SequenceRun run;
+    SequencePlayer player;
+    SequenceStops stops;
+    LoopPick loopPick;
+    ValueEditor valueEditor;
     AutoReads autoReads;
 };
 

@@ -62,8 +62,8 @@ void SpecialModePage::activateSafePin() {
     controls_.run(readRandom);
     // Told by the last two bits of the random word, which go back as they came.
     constexpr unsigned sameBits = 0x30;
-    const auto inverse = pages_.byte(specialMode()) & 0x3FU;
-    words_.write(specialMode(), static_cast<std::uint8_t>(inverse ^ sameBits));
+    const std::uint32_t inverse = pages_.value(specialMode()) & 0x3FU;
+    words_.write(specialMode(), inverse ^ sameBits);
 }
 
 void SpecialModePage::appendChoice() {

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "panels/common/sequence_lists.h"
 #include "panels/zt72518/chip_link.h"
 #include "panels/zt72518/panel_variables.h"
-#include "panels/zt72518/sequence_lists.h"
 #include "platform/desk.h"
 #include "platform/forms/control_array.h"
 #include "platform/forms/controls.h"

@@ -1,34 +1,44 @@
-#include "panels/zt72518/sequence_lists.h"
+#include "panels/common/sequence_lists.h"
 
 #include <algorithm>
 #include <utility>
 
 #include <fmt/format.h>
 
-namespace bitlux::zt72518 {
+namespace bitlux {
 
 /// Numbers from 0 on, an arrow behind one of them; as many as are prepared, or as the arrow needs.
 class SequenceLists::LineNumbers : public forms::LineSource {
 public:
+    explicit LineNumbers(std::size_t prepared) : prepared_(prepared) {}
+
     int arrow = 1;
 
     [[nodiscard]] std::size_t size() const override {
-        constexpr std::size_t prepared = 42;
-        return std::max(prepared, static_cast<std::size_t>(arrow) + 1);
+        return std::max(prepared_, static_cast<std::size_t>(arrow) + 1);
     }
     [[nodiscard]] std::string line(std::size_t index) const override {
         return fmt::format("{}{}{}", index < 10 ? "  " : "", index,
                            index == static_cast<std::size_t>(arrow) ? "  ---->" : "");
     }
+
+private:
+    std::size_t prepared_;
 };
 
-SequenceLists::SequenceLists(forms::Form& form)
-    : numbers_(std::make_shared<LineNumbers>()),
+SequenceLists::Answers::Answers(forms::Form& form, const SequenceLayout::Column& column)
+    : header(column.header),
+      lines(std::make_shared<forms::TextLines>()),
+      list(form, std::string(column.list), lines) {}
+
+SequenceLists::SequenceLists(forms::Form& form, const SequenceLayout& layout)
+    : numbers_(std::make_shared<LineNumbers>(layout.numbers)),
+      valueHeader_(layout.valueHeader),
       List_Commands(form, "List_Commands", commands_),
       List_Value(form, "List_Value", values_),
-      List_Val_read1(form, "List_Val_read1", highBytes_),
-      List_Val_read0(form, "List_Val_read0", lowBytes_),
       List1(form, "List1", numbers_) {
+    for (const SequenceLayout::Column& column : layout.answers)
+        answers_.push_back(std::make_unique<Answers>(form, column));
     clear();
 }
 
@@ -54,17 +64,23 @@ void SequenceLists::insert(int row, const std::string& command, const std::strin
 void SequenceLists::remove(int row) {
     commands_->remove(static_cast<std::size_t>(row));
     values_->remove(static_cast<std::size_t>(row));
-    List_Commands.linesChanged();
-    List_Value.linesChanged();
+    const int command = List_Commands.listIndex();
+    List_Commands.linesChanged(command - (command > row ? 1 : 0));
+    const int value = List_Value.listIndex(); // what is edited must not become that of another line
+    List_Value.linesChanged(value == row ? -1 : value - (value > row ? 1 : 0));
 }
 
 void SequenceLists::move(int from, int to) {
     const std::string movedCommand = command(from);
     const std::string movedValue = value(from);
+    const bool commandSelected = List_Commands.listIndex() == from;
+    const bool valueSelected = List_Value.listIndex() == from;
     remove(from);
     insert(to, movedCommand, movedValue);
-    List_Commands.linesChanged(to);
-    List_Value.linesChanged(to);
+    if (commandSelected)
+        List_Commands.linesChanged(to);
+    if (valueSelected)
+        List_Value.linesChanged(to);
 }
 
 void SequenceLists::setValue(int row, const std::string& value) {
@@ -81,15 +97,15 @@ void SequenceLists::assign(SequenceRows rows) {
 }
 
 void SequenceLists::clear() {
-    assign({.commands = {commandHeader}, .values = {valueHeader}});
+    assign({.commands = {std::string(commandHeader)}, .values = {valueHeader_}});
     pointTo(1);
 }
 
 void SequenceLists::clearAnswers() {
-    highBytes_->assign({"MSB in binary (hexa)"});
-    lowBytes_->assign({"LSB in binary (hexa)"});
-    List_Val_read1.linesChanged();
-    List_Val_read0.linesChanged();
+    for (const auto& column : answers_) {
+        column->lines->assign({column->header});
+        column->list.linesChanged();
+    }
 }
 
 void SequenceLists::restart() {
@@ -102,22 +118,22 @@ void SequenceLists::pointTo(int row) {
     List1.linesChanged();
 }
 
-void SequenceLists::addAnswer(const std::string& high, const std::string& low) {
-    highBytes_->add(high);
-    lowBytes_->add(low);
-    List_Val_read1.linesChanged();
-    List_Val_read0.linesChanged();
+void SequenceLists::addAnswer(const std::vector<std::string>& texts) {
+    for (std::size_t i = 0; i < answers_.size(); ++i) {
+        answers_[i]->lines->add(i < texts.size() ? texts[i] : std::string());
+        answers_[i]->list.linesChanged();
+    }
 }
 
 void SequenceLists::removeAnswers(int from, int to) {
     const auto first = static_cast<std::size_t>(from);
-    const std::size_t end = std::min(static_cast<std::size_t>(to) + 1, highBytes_->size());
-    if (first >= end)
-        return;
-    highBytes_->remove(first, end - first);
-    lowBytes_->remove(first, end - first);
-    List_Val_read1.linesChanged();
-    List_Val_read0.linesChanged();
+    for (const auto& column : answers_) {
+        const std::size_t end = std::min(static_cast<std::size_t>(to) + 1, column->lines->size());
+        if (first >= end)
+            continue;
+        column->lines->remove(first, end - first);
+        column->list.linesChanged();
+    }
 }
 
-} // namespace bitlux::zt72518
+} // namespace bitlux

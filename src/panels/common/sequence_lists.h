@@ -5,20 +5,36 @@
 #include "platform/forms/form.h"
 #include "platform/forms/text_lines.h"
 
+#include <cstddef>
 #include <memory>
+#include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
-namespace bitlux::zt72518 {
+namespace bitlux {
 
-/// The lists of the sequence: commands and values in step, the answers of a run beside them, and
-/// line numbers with an arrow. Row 0 of the first four has headers and stays; the commands are in
+/// What differs between the sequences of panels.
+struct SequenceLayout {
+    struct Column {
+        std::string_view list;
+        std::string_view header;
+    };
+
+    std::string_view valueHeader;
+    std::span<const Column> answers; ///< a list for each text that a line can answer with
+    std::size_t numbers = 0;         ///< rows of List1 that are there in any case
+};
+
+/// The lists of a sequence: commands and values in step, the answers of a run beside them, and line
+/// numbers with an arrow. Row 0 of all but the numbers has headers and stays; the commands are in
 /// the rows from 1 on.
 class SequenceLists {
 public:
-    static constexpr const char* commandHeader = "Commands";
-    static constexpr const char* valueHeader = "Value in Hexa";
+    static constexpr std::string_view commandHeader = "Commands";
 
-    explicit SequenceLists(forms::Form& form);
+    /// What the layout points to outlives it.
+    SequenceLists(forms::Form& form, const SequenceLayout& layout);
 
     /// Number of the last command, 0 when there is none.
     [[nodiscard]] int last() const { return static_cast<int>(commands_->size()) - 1; }
@@ -27,7 +43,8 @@ public:
     [[nodiscard]] std::string value(int row) const;
 
     void append(const std::string& command, const std::string& value);
-    // Rows from 1 to last(), to last() + 1 for insert; the selection goes along with its line.
+    // Rows from 1 to last(), to last() + 1 for insert. What is selected goes along with its line;
+    // of a line that is removed the next one takes the place, in the commands alone.
     void insert(int row, const std::string& command, const std::string& value);
     void remove(int row);
     void move(int from, int to);
@@ -40,31 +57,42 @@ public:
     /// A run begins: no answers, and the arrow at the first command.
     void restart();
     void pointTo(int row);
-    /// Texts of the high and of the low byte, or nothing for a command without an answer.
-    void addAnswer(const std::string& high = {}, const std::string& low = {});
+    /// A text for each list of answers; those that are missing are empty.
+    void addAnswer(const std::vector<std::string>& texts);
     /// Takes out the answers in rows `from` to `to`, as far as they are there.
     void removeAnswers(int from, int to);
 
     [[nodiscard]] const forms::LineSource& commands() const { return *commands_; }
     [[nodiscard]] const forms::LineSource& values() const { return *values_; }
+    /// The list of a column of answers.
+    [[nodiscard]] forms::ListBox& answers(std::size_t column) const {
+        return answers_.at(column)->list;
+    }
 
 private:
     class LineNumbers;
+    struct Answers {
+        Answers(forms::Form& form, const SequenceLayout::Column& column);
+
+        std::string header;
+        std::shared_ptr<forms::TextLines> lines;
+        forms::ListBox list;
+    };
 
     void clearAnswers();
 
     std::shared_ptr<forms::TextLines> commands_ = std::make_shared<forms::TextLines>();
     std::shared_ptr<forms::TextLines> values_ = std::make_shared<forms::TextLines>();
-    std::shared_ptr<forms::TextLines> highBytes_ = std::make_shared<forms::TextLines>();
-    std::shared_ptr<forms::TextLines> lowBytes_ = std::make_shared<forms::TextLines>();
     std::shared_ptr<LineNumbers> numbers_;
+    std::string valueHeader_;
 
 public:
     forms::ListBox List_Commands;
     forms::ListBox List_Value;
-    forms::ListBox List_Val_read1; ///< high bytes
-    forms::ListBox List_Val_read0; ///< low bytes
     forms::ListBox List1;
+
+private:
+    std::vector<std::unique_ptr<Answers>> answers_;
 };
 
-} // namespace bitlux::zt72518
+} // namespace bitlux

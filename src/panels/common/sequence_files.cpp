@@ -1,11 +1,11 @@
-#include "panels/zt72518/sequence_files.h"
+#include "panels/common/sequence_files.h"
 
 #include "panels/common/sequence_file.h"
 
 #include <optional>
 #include <string>
 
-namespace bitlux::zt72518 {
+namespace bitlux {
 
 SequenceFiles::SequenceFiles(forms::Form& form, SequenceLists& lists, FileDialogs& dialogs)
     : lists_(lists),
@@ -34,4 +34,4 @@ void SequenceFiles::Cm_LOAD_Seq_Click() {
         lists_.assign(loadSequence(*fileName));
 }
 
-} // namespace bitlux::zt72518
+} // namespace bitlux

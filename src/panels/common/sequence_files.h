@@ -1,11 +1,11 @@
 #pragma once
 
-#include "panels/zt72518/sequence_lists.h"
+#include "panels/common/sequence_lists.h"
 #include "platform/desk.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
 
-namespace bitlux::zt72518 {
+namespace bitlux {
 
 inline constexpr const char* sequenceFilter = "Sequence file (*.txt)|*.txt";
 
@@ -27,4 +27,4 @@ public:
     forms::Button Cm_LOAD_Seq;
 };
 
-} // namespace bitlux::zt72518
+} // namespace bitlux

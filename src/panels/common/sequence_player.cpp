@@ -1,0 +1,115 @@
+#include "panels/common/sequence_player.h"
+
+#include "platform/conversions.h"
+#include "platform/forms/form_set.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace bitlux {
+
+namespace {
+
+constexpr std::int64_t millisecond = 1'000'000;
+constexpr const char* waitCommand = "Wait";
+
+} // namespace
+
+/// The run button is disabled for as long as this lives.
+class SequencePlayer::ButtonOff {
+public:
+    explicit ButtonOff(forms::Button& button) : button_(button) { button_.disable(); }
+    ~ButtonOff() { button_.enable(); }
+    ButtonOff(const ButtonOff&) = delete;
+    ButtonOff& operator=(const ButtonOff&) = delete;
+
+private:
+    forms::Button& button_;
+};
+
+SequencePlayer::SequencePlayer(forms::Form& form, const Parts& parts)
+    : parts_(parts),
+      Cm_Run_Seq(form, "Cm_Run_Seq", "RUN"),
+      Timer1(form, "Timer1", 0),
+      Ch_Loop(form, "Ch_Loop", "Loop"),
+      Cm_Stop_Loop(form, "Cm_Stop_Loop", "Stop Loop") {
+    form.procedure("Cm_Run_Seq_Click", [this] { Cm_Run_Seq_Click(); });
+    form.procedure("RunSequenceRange",
+                   [this](int first, int last) { RunSequenceRange(first, last); });
+    form.procedure("Timer1_Timer", [this] { Timer1.disable(); });
+    form.procedure("Cm_Stop_Loop_Click", [this] { parts_.variables.LoopStopRequest = true; });
+    form.procedure("Ch_Loop_Click", [this] { Ch_Loop_Click(); });
+    Ch_Loop_Click();
+    formGoing_ = form.set().formGoing.follow([this, &form](forms::Form& going) {
+        if (&going == &form)
+            abandon();
+    });
+}
+
+void SequencePlayer::Ch_Loop_Click() {
+    const bool on = Ch_Loop.checked();
+    parts_.start.setEnabled(on);
+    parts_.stop.setEnabled(on);
+    Cm_Stop_Loop.setEnabled(on);
+    loopChosen(on);
+}
+
+void SequencePlayer::Cm_Run_Seq_Click() {
+    const ButtonOff off(Cm_Run_Seq);
+    parts_.session.WordToSend.assign(
+        static_cast<std::size_t>(std::max<int>(parts_.session.SPIWordLength, 0)), 0);
+    parts_.lists.restart();
+    stretches(parts_.lists.last());
+}
+
+void SequencePlayer::RunSequenceRange(int first, int last) {
+    parts_.commands.stretchBegins();
+    for (int line = first; line <= last;) {
+        parts_.commands.lineBegins(line);
+        parts_.lists.pointTo(line + 1);
+        if (!parts_.variables.RunEnabled) {
+            ++line;
+            continue;
+        }
+        const std::string name = parts_.lists.command(line);
+        const std::string value = parts_.lists.value(line);
+        if (name == waitCommand) {
+            wait(value);
+            parts_.lists.addAnswer({});
+        } else {
+            parts_.lists.addAnswer(parts_.commands.play(line, name, value));
+        }
+        line = nextLine(line, first, last);
+        parts_.loop.turn();
+    }
+}
+
+int SequencePlayer::nextLine(int line, int first, int last) {
+    if (!Ch_Loop.checked())
+        return line + 1;
+    const double start = val(parts_.start.text());
+    const double stop = val(parts_.stop.text());
+    const bool repeats =
+        start >= first && stop <= last && !parts_.variables.LoopStopRequest && line == stop;
+    if (repeats)
+        parts_.lists.removeAnswers(toInt32(start), line);
+    parts_.loop.turn();
+    return repeats ? toInt32(start) : line + 1;
+}
+
+void SequencePlayer::wait(const std::string& value) {
+    const std::int32_t milliseconds = toInt32(toNumber(value));
+    if (milliseconds <= 0) // such a timer would never be over
+        return;
+    Timer1.setInterval(milliseconds);
+    Timer1.enable();
+    // A timer of a window may come late, and one that nobody drives never.
+    const std::int64_t end = parts_.clock.nanoseconds() + milliseconds * millisecond;
+    for (std::int64_t left = milliseconds * millisecond;
+         left > 0 && Timer1.enabled() && parts_.variables.RunEnabled;
+         left = end - parts_.clock.nanoseconds())
+        parts_.loop.waitForEvents(left);
+    Timer1.disable();
+}
+
+} // namespace bitlux

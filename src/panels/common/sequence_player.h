@@ -1,0 +1,87 @@
+#pragma once
+
+#include "panels/common/sequence_lists.h"
+#include "platform/clock.h"
+#include "platform/desk.h"
+#include "platform/event.h"
+#include "platform/forms/controls.h"
+#include "platform/forms/form.h"
+#include "platform/forms/timer.h"
+#include "session/session.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace bitlux {
+
+/// What the lines of a sequence do to a chip.
+class SequenceCommands {
+public:
+    virtual ~SequenceCommands() = default;
+
+    /// A stretch of lines begins.
+    virtual void stretchBegins() {}
+    /// The run has come to a line; it may yet pass it without playing it.
+    virtual void lineBegins(int) {}
+    /// Plays a line that is no wait. A text for each list of answers, none when the line has no
+    /// answer. Raises Failure for a line that cannot be.
+    virtual std::vector<std::string> play(int line, const std::string& name,
+                                          const std::string& value) = 0;
+};
+
+/// Variables of a form that a run shares with its other parts.
+struct SequenceVariables {
+    bool LoopStopRequest = false;
+    bool RunEnabled = true; ///< cleared, the lines that are left pass without being played
+};
+
+/// Plays a sequence from top to bottom, with a loop and waits. The event loop turns after each
+/// line, so that the whole panel works meanwhile; a wait sleeps in it.
+class SequencePlayer {
+public:
+    /// What it works with; all outlive it.
+    struct Parts {
+        Session& session;
+        SequenceVariables& variables;
+        SequenceLists& lists;
+        SequenceCommands& commands;
+        forms::TextBox& start; ///< lines of the loop
+        forms::TextBox& stop;
+        EventLoop& loop;
+        const Clock& clock;
+    };
+
+    SequencePlayer(forms::Form& form, const Parts& parts);
+
+    /// Plays all lines. One that cannot be ends the run with Failure.
+    void Cm_Run_Seq_Click();
+    /// Plays the lines `first` to `last`.
+    void RunSequenceRange(int first, int last);
+    /// Lines that are left pass, and waits end. A form that goes does so by itself.
+    void abandon() { parts_.variables.RunEnabled = false; }
+
+    /// Plays the whole sequence, line 1 to the given one; at first one stretch.
+    std::function<void(int last)> stretches = [this](int last) { RunSequenceRange(1, last); };
+    /// There is a loop, or none. Set by whoever shows more of it.
+    std::function<void(bool on)> loopChosen = [](bool) {};
+
+private:
+    class ButtonOff;
+
+    void wait(const std::string& value);
+    /// The line that follows `line`, as the loop tells.
+    [[nodiscard]] int nextLine(int line, int first, int last);
+    void Ch_Loop_Click();
+
+    Parts parts_;
+    Subscription formGoing_;
+
+public:
+    forms::Button Cm_Run_Seq;
+    forms::Timer Timer1; ///< runs for as long as a wait lasts; who disables it ends the wait
+    forms::CheckBox Ch_Loop;
+    forms::Button Cm_Stop_Loop;
+};
+
+} // namespace bitlux

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "panels/common/sequence_player.h"
+#include "panels/zt72518/panel_variables.h"
+#include "platform/forms/control_array.h"
+#include "platform/forms/controls.h"
+#include "transfer/dongle_link.h"
+
+namespace bitlux::zt72518 {
+
+/// Two points at which a run stops until the chip resets or interrupts, or the user lets it pass.
+class SequenceStops {
+public:
+    /// What it works with; all outlive it.
+    struct Parts {
+        const Session& session;
+        PanelVariables& variables;
+        SequenceLists& lists;
+        SequencePlayer& player;
+        DongleLink& dongle;
+        EventLoop& loop;
+    };
+
+    SequenceStops(forms::Form& form, const Parts& parts);
+
+private:
+    struct Condition {
+        const forms::ControlArray<forms::OptionButton>& lines; ///< 0 reset, 1 interrupt
+        bool& seen;
+        const bool& pass;
+    };
+
+    /// Plays the lines 1 to `last` in their stretches.
+    void play(int last);
+    [[nodiscard]] int lineIn(const forms::TextBox& box, int last) const;
+    void await(const Condition& condition);
+    void Ch_FirstCondition_Click();
+    void Ch_SecondCondition_Click();
+
+    Parts parts_;
+    PanelVariables& variables_;
+
+public:
+    forms::ControlArray<forms::Frame> frame_Condition;
+    forms::CheckBox Ch_FirstCondition;
+    forms::CheckBox Ch_SecondCondition;
+    forms::TextBox Text_FirstCondition; ///< the last line before the run stops
+    forms::TextBox Text_SecondCondition;
+    forms::OptionGroup firstLines;
+    forms::OptionGroup secondLines;
+    forms::ControlArray<forms::OptionButton> R_Condition1; ///< 0 reset, 1 interrupt
+    forms::ControlArray<forms::OptionButton> R_Condition2;
+    forms::Button Cm_PassCondition1;
+    forms::Button Cm_PassCondition2;
+};
+
+} // namespace bitlux::zt72518

@@ -1,0 +1,34 @@
+#include "panels/zt72518/value_editor.h"
+
+#include "panels/zt72518/watchdog.h"
+
+#include <string>
+
+namespace bitlux::zt72518 {
+
+ValueEditor::ValueEditor(forms::Form& form, SequenceLists& lists, forms::TextBox& text,
+                         forms::ComboBox& time)
+    : lists_(lists), text_(text), time_(time) {
+    form.procedure("List_Value_Click", [this] { List_Value_Click(); });
+}
+
+void ValueEditor::List_Value_Click() {
+    if (lists_.List_Value.listIndex() < 0)
+        return;
+    const std::string value = lists_.value(lists_.List_Value.listIndex());
+    const bool isTime = Watchdog::timeNumber(value).has_value();
+    time_.setVisible(isTime);
+    text_.setEnabled(!isTime);
+    if (isTime)
+        time_.setText(value);
+    else
+        text_.setText(value);
+}
+
+void ValueEditor::changeValue() {
+    const int row = lists_.List_Value.listIndex();
+    if (row > 0)
+        lists_.setValue(row, time_.visible() ? time_.text() : text_.text());
+}
+
+} // namespace bitlux::zt72518
