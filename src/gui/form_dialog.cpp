@@ -14,6 +14,10 @@ FormDialog::FormDialog(forms::Form& form, std::function<void()> leave, Binder& b
                        QWidget* parent)
     : QDialog(parent), form_(form), leave_(std::move(leave)), binder_(binder) {
     setWindowTitle(QString::fromStdString(form.caption()));
+    formGoing_ = form.set().formGoing.follow([this](const forms::Form& going) {
+        if (&going == &form_)
+            gone_ = true;
+    });
 }
 
 void FormDialog::follow() {
@@ -45,8 +49,8 @@ void FormDialog::changeEvent(QEvent* event) {
 }
 
 void FormDialog::closeEvent(QCloseEvent* event) {
-    leave_();        // hides this
-    event->accept(); // an ignored event would stop the end of the application
+    leave_();
+    event->setAccepted(gone_ || !form_.visible()); // a form that could not go stays on the screen
 }
 
 void FormDialog::keyPressEvent(QKeyEvent* event) {

@@ -34,6 +34,8 @@ private:
     forms::Form& form_;
     std::function<void()> leave_;
     Binder& binder_;
+    Subscription formGoing_;
+    bool gone_ = false; ///< the form, which must not be asked any more
 };
 
 } // namespace bitlux::gui

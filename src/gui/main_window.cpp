@@ -63,7 +63,10 @@ MainWindow::MainWindow(Program& program, UserSettings settings)
         binder_.flushed.follow([this] { refresh(); }),
         program_.forms().formShown.follow([this](forms::Form& form) { formShown(form); }),
         program_.forms().formGoing.follow([this](forms::Form& form) { formGoing(form); }),
-        program_.ended.follow([] { QApplication::closeAllWindows(); }),
+        program_.ended.follow([this] {
+            hideDialogs();
+            QApplication::closeAllWindows();
+        }),
         program_.helpRequested.follow([this] { showHelp(); }),
         program_.mainForm().files.fileUsed.follow([this] { noteFileUsed(); }),
         program_.mainForm().multiple.progressChanged.follow([this] { followRun(); })};
@@ -245,9 +248,13 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         return;
     }
     settings_.setPlace(saveGeometry());
+    hideDialogs();
+    event->accept();
+}
+
+void MainWindow::hideDialogs() {
     for (const auto& [form, dialog] : dialogs_)
         dialog->hide();
-    event->accept();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {

@@ -171,6 +171,9 @@ void Program::registerProcedures(MainForm& form) {
     form.tabs.showPanel = [this](std::int32_t part) { showPanel(part); };
     form.procedure("itemUpdateDongle_Click", [this] { itemUpdateDongle_Click(); });
     form.procedure("Start_USB", [this] { Start_USB(); });
+    form.procedure("send_wd", [this] { zt72518().sequencer.watchdog.send_wd(); });
+    form.procedure("send_wd_current", [this] { zt72518().sequencer.watchdog.send_wd_current(); });
+    form.procedure("send_trimming", [this] { zt72518TestMode_->send_trimming(); });
 }
 
 void Program::showPanel(std::int32_t part) {
@@ -185,6 +188,9 @@ void Program::loadMainForm(MainForm& form) {
     session_.LogPinsNowTab = 1;
     session_.DisplayHex = 0;
     session_.LinkFailed = false;
+    session_.ZT72518PanelActive = 0;
+    session_.ZT72361PanelActive = 0;
+    session_.ZT72537PanelActive = 0;
     form.singleWord.showBitColumns();
     // The dongle is tried first, at every start.
     dialog_->ChkSerialPort.setValue(1);
@@ -201,6 +207,7 @@ void Program::Start_USB() {
     const DongleLink::Found found = dongle_.search();
     session_.USBReady = found == DongleLink::Found::Opened;
     if (session_.USBReady) {
+        session_.LinkFailed = false; // that was another link
         forms::Button& setUp = mainForm_->Command1;
         setUp.show();
         setUp.enable();

@@ -453,7 +453,7 @@ void bindBench(py::module_& module) {
         .def(
             "visible",
             [](ScriptBench& self, const std::string& form) {
-                return self.act([&] { return self.program().forms().form(form).visible(); });
+                return self.act([&] { return self.program().forms().isVisible(form); });
             },
             py::arg("form"), "Whether a form is shown.")
         .def("call", call, py::arg("procedure"),

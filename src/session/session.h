@@ -80,6 +80,18 @@ struct Session {
     std::uint8_t ZT72537PanelActive = 0;
     std::uint8_t ZT72537FrameByte7 = 0; ///< last byte of every word while that panel is open
 
+    // The ZT72518 panel and the dongle's commands for its watchdog
+    std::uint8_t ZT72518WordHigh = 0;
+    std::uint8_t ZT72518WordLow = 0;
+    std::uint8_t ZT72518ReplyHigh = 0;
+    std::uint8_t ZT72518ReplyLow = 0;
+    bool WdConfigRequest = false;    ///< the next send_wd starts as the panel is set
+    bool WdSequenceRequest = false;  ///< the next send_wd starts as the sequence says
+    std::int16_t WdSequenceMode = 0; ///< 0 simple, 1, 2, 3 enhanced 1, 2, 4
+    std::int16_t WdSequenceTime = 0; ///< number in the list of times
+    bool WdCurrentOn = false;        ///< the next send_wd_current starts, else stops
+    bool WdStopRequest = false;      ///< the next send_wd stops
+
     /// Set when a transfer failed; who sends by itself looks at it and stops.
     bool LinkFailed = false;
 

@@ -51,7 +51,7 @@ public:
     /// Samples the interrupt and reset lines of the chip into InterruptSeen and ResetSeen. Does
     /// nothing without a dongle.
     void read_rstint();
-    /// Puts the dongle into test mode; one that does not answer is no failure.
+    /// Puts the dongle into test mode. One that does not answer, or that is gone, is no failure.
     void test_mode();
 
     // Commands of the panels. Without a dongle they do nothing; where one does not answer the link

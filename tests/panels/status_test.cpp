@@ -184,19 +184,19 @@ TEST(Variants, DisableTheirControlsAndRenameTheirBits) {
              4,
              "+++++++++-"
              "--++++--+",
-             "Vaux5|PNP on Auto|Vaux on/off [1]|I/O 1 state|I/O 3 State|Vsense low|Vaux OV|I/O_1_3 "
+             "Vaux5|PNP on Auto|Vaux on/off [1]|I/O 1 state|I/O 3 state|Vsense low|Vaux OV|I/O_1_3 "
              "INT_WU|"},
          Variant{
              3,
              "++++++++++"
              "+-+++++-+",
-             "Vaux5|PNP on Auto|Vaux on/off [1]|I/O 1 state|I/O 3 State|Vsense low|Vaux OV|I/O_1_3 "
+             "Vaux5|PNP on Auto|Vaux on/off [1]|I/O 1 state|I/O 3 state|Vsense low|Vaux OV|I/O_1_3 "
              "INT_WU|"},
          Variant{
              2,
              "++++++++++"
              "+++++++++",
-             "Vaux5|PNP on Auto|Vaux on/off [1]|I/O 1 state|I/O 3 State|Vsense low|Vaux OV|I/O_1_3 "
+             "Vaux5|PNP on Auto|Vaux on/off [1]|I/O 1 state|I/O 3 state|Vsense low|Vaux OV|I/O_1_3 "
              "INT_WU|"}}) {
         bench.choose(fmt::format("opt_vb({})", variant.index));
         std::string enabled;

@@ -29,11 +29,14 @@ struct WatchdogBench : SequencerBench {
 TEST(Watchdog, StartsAndStopsByItsButtons) {
     WatchdogBench bench;
     EXPECT_EQ(bench.watchdog().wd_aff(0).caption(), "TH = 5 ms");
-    for (const int button : {0, 1, 4, 8})
+    EXPECT_EQ(bench.watchdog().wd_config(0).text() + bench.watchdog().wd_config(1).text() +
+                  bench.watchdog().wd_config(2).text(),
+              "WatchDog modeWatchDog timerWatchDog TL");
+    for (const int button : {0, 4, 8})
         EXPECT_EQ(bench.after(button), "") << button;
     EXPECT_EQ(bench.boxes.takeTexts(),
-              (Texts{"Please configure WatchDog", "Please configure WatchDog",
-                     "Please configure WatchDog Current", "Please configure WatchDog Current"}));
+              (Texts{"Please configure WatchDog", "Please configure WatchDog Current",
+                     "Please configure WatchDog Current"}));
     EXPECT_EQ(bench.state(), "Watch Dog is OFF 8000000F");
     EXPECT_EQ(bench.sequence(), "");
 
@@ -74,31 +77,36 @@ TEST(Watchdog, StoresWhatItsButtonsSend) {
 TEST(Watchdog, SendsTheRequestThatCountsMost) {
     WatchdogBench bench;
     bench.configure();
-    zt72518::PanelVariables& variables = bench.variables();
-    variables.WdStopRequest = true;
-    variables.WdConfigRequest = true;
-    variables.WdSequenceRequest = true;
-    variables.WdSequenceMode = 1;
-    variables.WdSequenceTime = 2;
+    Session& session = bench.session();
+    session.WdStopRequest = true;
+    session.WdConfigRequest = true;
+    session.WdSequenceRequest = true;
+    session.WdSequenceMode = 1;
+    session.WdSequenceTime = 2;
     bench.sent();
     bench.panel().call("send_wd");
     EXPECT_EQ(bench.sent(), "<00 15 00 09 02 00 00 00>");
     EXPECT_EQ(bench.state(), "Watch Dog is ON FF");
-    variables.WdStopRequest = true;
-    variables.WdConfigRequest = true;
+    session.WdStopRequest = true;
+    session.WdConfigRequest = true;
     bench.panel().call("send_wd");
     EXPECT_EQ(bench.sent(), "<00 15 00 20 00 00 00 00>");
-    EXPECT_FALSE(variables.WdStopRequest || variables.WdConfigRequest);
-    variables.WdStopRequest = true;
+    EXPECT_FALSE(session.WdStopRequest || session.WdConfigRequest);
+    session.WdStopRequest = true;
     bench.session().USBReady = false;
     bench.panel().call("send_wd");
-    EXPECT_TRUE(variables.WdStopRequest) << "nothing happens without a dongle";
+    EXPECT_TRUE(session.WdStopRequest) << "nothing happens without a dongle";
+    bench.panel().call("send_wd_current");
     EXPECT_EQ(bench.sent(), "");
+    bench.session().USBReady = true;
+    bench.program.forms().unload("ZT72518");
+    bench.program.mainForm().call("send_wd");
+    EXPECT_EQ(bench.sent(), "<00 15 00 20 00 00 00 00>") << "also when the panel was closed";
 
     bench.fill({{"Simple WD", "2ms"}, {"Simple WD", "5s"}, {"Simple WD", "6s"}});
     for (const auto& [line, time] : {std::pair{1, 1}, {2, 9}, {3, 9}}) {
         bench.panel().call("decod_wd_time", line);
-        EXPECT_EQ(variables.WdSequenceTime, time);
+        EXPECT_EQ(session.WdSequenceTime, time);
     }
 }
 

@@ -472,9 +472,10 @@ constexpr Texts<8> ramCBits{"RAM_C 0", "RAM_C 1", "RAM_C 2", "RAM_C 3",
 constexpr Texts<8> ramDBits{"RAM_D 0", "RAM_D 1", "RAM_D 2", "RAM_D 3",
                             "RAM_D 4", "RAM_D 5", "RAM_D 6", "RAM_D 7"};
 
-// Selections of variants: bit i stands for opt_vb(i).
-constexpr unsigned withLin1 = 1U << 2 | 1U << 3;
-constexpr unsigned withLin2 = 1U << 2;
+// Variants on which "read all" reads the LINs: bit i stands for opt_vb(i). It never
+// reads those of the ZT72514 variants.
+constexpr unsigned readsLin1 = 1U << 2 | 1U << 3;
+constexpr unsigned readsLin2 = 1U << 2;
 
 } // namespace
 
@@ -662,7 +663,7 @@ constexpr std::array<Register, 21> registers{{
      .writeButton = {"Cm_Can_W"},
      .sequenceButton = {"Seq_Can_W"},
      .stem = "CAN",
-     .lowLineReads = modeRandom, // kept: sequences rely on it
+     .lowLineReads = modeRandom, // sequences are built on it
      .options = canOptions,
      .low = {.labels = "CAN_Rl",
              .captions = canBits,
@@ -786,22 +787,22 @@ constexpr std::array<ReadAllStep, 16> readAllLow{{{{"Cm_Mux_Rl"}},
                                                   {{"Cm_CAN_Rl"}},
                                                   {{"Cm_Io_Rl"}},
                                                   {{"Cm_interrupts_Rl"}},
-                                                  {{"Cm_Lin0_Rl"}, withLin1},
-                                                  {{"Cm_Lin1_Rl"}, withLin2}}};
+                                                  {{"Cm_Lin0_Rl"}, readsLin1},
+                                                  {{"Cm_Lin1_Rl"}, readsLin2}}};
 
 constexpr std::array<ReadAllStep, 6> readAllHigh{{{{"Cm_Mode_Rm_Rh"}},
                                                   {{"Cm_CAN_Rh"}},
                                                   {{"Cm_I0_Rh"}},
                                                   {{"Cm_Interrupts_Rh"}},
-                                                  {{"CM_Lin0_Rh"}, withLin1},
-                                                  {{"Cm_Lin1_Rh"}, withLin2}}};
+                                                  {{"CM_Lin0_Rh"}, readsLin1},
+                                                  {{"Cm_Lin1_Rh"}, readsLin2}}};
 
 constexpr std::array<ReadAllStep, 10> readAllFlags{{{{"Cm_RFl", 1}},
                                                     {{"Cm_RFl", 2}},
                                                     {{"Cm_RFl", 3}},
                                                     {{"Cm_RFl", 4}},
-                                                    {{"Cm_RFl", 5}, withLin1},
-                                                    {{"Cm_RFl", 6}, withLin2},
+                                                    {{"Cm_RFl", 5}, readsLin1},
+                                                    {{"Cm_RFl", 6}, readsLin2},
                                                     {{"Cm_RFh", 1}},
                                                     {{"Cm_RFh", 2}},
                                                     {{"Cm_RFh", 3}},

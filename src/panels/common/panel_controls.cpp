@@ -99,28 +99,23 @@ void PanelControls::onClick(const Name& name, Action action) {
 void PanelControls::run(const Name& name) const {
     if (find(name) == nullptr)
         throw Failure(Failure::Kind::OutOfRange, fmt::format("There is no {}", text(name)));
-    const Elements& elements = handlers_.at(std::string(name.name));
-    if (const auto actions = elements.find(name.index); actions != elements.end())
+    const auto elements = handlers_.find(name.name);
+    if (elements == handlers_.end())
+        return;
+    const auto actions = elements->second.find(name.index);
+    if (actions != elements->second.end())
         for (const Action& action : actions->second)
             action();
 }
 
 void PanelControls::registerHandlers() {
     for (const auto& [name, elements] : handlers_) {
-        const int first = elements.begin()->first;
-        const bool isArray = first >= 0;
-        registerAs(name + "_Click", name, isArray);
-        if (get<forms::Control>({name, first}).kind() == forms::Control::Kind::Button)
-            registerAs(name, name, isArray);
+        const std::string procedure = fmt::format("{}_Click", name);
+        if (elements.begin()->first >= 0)
+            form_.procedure(procedure, [this, called = name](int index) { run({called, index}); });
+        else
+            form_.procedure(procedure, [this, called = name] { run({called}); });
     }
-}
-
-void PanelControls::registerAs(const std::string& procedure, const std::string& name,
-                               bool isArray) {
-    if (isArray)
-        form_.procedure(procedure, [this, name](int index) { run({name, index}); });
-    else
-        form_.procedure(procedure, [this, name] { run({name}); });
 }
 
 } // namespace bitlux

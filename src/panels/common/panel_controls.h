@@ -62,8 +62,8 @@ public:
     /// Runs what a click runs, as other handlers do; raises Failure (OutOfRange) when there is no
     /// such control.
     void run(const Name& name) const;
-    /// Makes a procedure NAME_Click of every handler, with the index of an element as argument, and
-    /// one called NAME of those of buttons. To be called when all controls are there.
+    /// Makes a procedure NAME_Click of every handler, with the index of an element as argument. To
+    /// be called when all controls are there.
     void registerHandlers();
 
 private:
@@ -74,7 +74,6 @@ private:
     static std::string text(const Name& name);
     template <typename T, typename... Args>
     T& add(const Name& name, Args&&... args);
-    void registerAs(const std::string& procedure, const std::string& name, bool isArray);
 
     forms::Form& form_;
     std::map<Key, forms::OptionGroup> groups_; ///< by their first options

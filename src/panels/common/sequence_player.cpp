@@ -55,6 +55,8 @@ void SequencePlayer::Ch_Loop_Click() {
 }
 
 void SequencePlayer::Cm_Run_Seq_Click() {
+    if (!Cm_Run_Seq.enabled()) // it runs already
+        return;
     const ButtonOff off(Cm_Run_Seq);
     parts_.session.WordToSend.assign(
         static_cast<std::size_t>(std::max<int>(parts_.session.SPIWordLength, 0)), 0);

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "panels/zt72518/chip_link.h"
+#include "panels/common/panel_controls.h"
+#include "panels/zt72518/chip_link.h"
 #include "panels/zt72518/command_store.h"
 #include "panels/zt72518/panel_variables.h"
 #include "platform/event.h"
@@ -13,15 +15,16 @@
 
 namespace bitlux::zt72518 {
 
-/// Reads the registers whose boxes are ticked twice a second, through the read handlers of the
-/// register pages, which it calls by name. Among the boxes are also those that switch all of it,
-/// those that tick a group, and those that record what is sent.
+/// Reads the registers whose boxes are ticked twice a second, as their read buttons do. Among the
+/// boxes are also those that switch all of it, those that tick a group, and those that record what
+/// is sent.
 class AutoReads {
 public:
     /// What it works with; all outlive it.
     struct Parts {
-        const Session& session;
-        PanelVariables& variables;
+        const PanelVariables& variables;
+        const PanelControls& controls;
+        const ChipLink& link;
         DongleLink& dongle;
         CommandStore& store;
     };
@@ -31,24 +34,19 @@ public:
     void timer_auto_Timer();
 
 private:
-    class Adjusting;
-
     void read_auto_Click(int box);
     void switchAll(int box);
     void tick(int first, int last, bool on);
     void tickGroup(int box);
     void record(bool on);
     void showRecording();
-    void readTicked();
+    void switchOff();
     /// After this nothing reads by itself any more.
     void giveUp();
-    [[nodiscard]] bool chipIsOutOfReach() const;
 
-    forms::Form& form_;
     Parts parts_;
     Subscription linkFailed_;
     bool adjusting_ = false; ///< boxes change by themselves
-    bool reading_ = false;   ///< a box over a tick must not let the next one begin
 
 public:
     forms::ControlArray<forms::CheckBox> read_auto;

@@ -21,14 +21,6 @@ constexpr const char* lines = "lin_pre";
 constexpr chips::ControlName modeText{"read_pre_prog", 0};
 constexpr chips::ControlName requestMode{"read_pre_prog", 1};
 
-std::uint8_t highByte(std::uint16_t word) {
-    return static_cast<std::uint8_t>(word >> 8);
-}
-
-std::uint8_t lowByte(std::uint16_t word) {
-    return static_cast<std::uint8_t>(word);
-}
-
 /// The words that a button may send.
 std::string tooltipOf(const chip::ModeButton& button) {
     std::vector<std::string> words;
@@ -44,12 +36,8 @@ std::string tooltipOf(const chip::ModeButton& button) {
 
 } // namespace
 
-DiagramPage::DiagramPage(forms::Form& form, PanelControls& controls, ChipLink& link,
-                         PanelVariables& variables)
-    : controls_(controls),
-      link_(link),
-      variables_(variables),
-      timer_auto_pre(form, "timer_auto_pre", readInterval) {
+DiagramPage::DiagramPage(forms::Form& form, PanelControls& controls, ChipLink& link)
+    : controls_(controls), link_(link), timer_auto_pre(form, "timer_auto_pre", readInterval) {
     addControls();
     for (int i = 0; i < static_cast<int>(chip::modeButtons.size()); ++i)
         controls.onClick({buttons, i}, [this, i] { Send_pre_prog_Click(i); });
@@ -85,19 +73,12 @@ void DiagramPage::Send_pre_prog_Click(int index) {
             return;
 }
 
-bool DiagramPage::send(std::uint16_t word) {
-    variables_.ZT72518WordHigh = highByte(word);
-    variables_.ZT72518WordLow = lowByte(word);
-    link_.Send_SPI();
-    return !link_.linkFailed();
-}
-
 bool DiagramPage::enterMode(std::uint8_t select) {
-    if (!send(chip::readRandomWord))
+    if (!link_.exchange(chip::readRandomWord))
         return false;
     // In normal mode the select bits are read as 11, so that their inverse adds nothing.
-    const auto low = static_cast<std::uint8_t>((select << 6) + 255 - variables_.ZT72518ReplyLow);
-    return send(static_cast<std::uint16_t>(chip::specialModeWriteHigh << 8 | low));
+    const auto low = static_cast<std::uint8_t>((select << 6) + 255 - link_.replyLow());
+    return link_.exchange(static_cast<std::uint16_t>(chip::specialModeWriteHigh << 8 | low));
 }
 
 bool DiagramPage::sendStep(const chip::ModeWord& step) {
@@ -105,19 +86,19 @@ bool DiagramPage::sendStep(const chip::ModeWord& step) {
         return true;
     const bool chosen = step.box < 0 || box(step.box).checked();
     const std::optional<std::uint16_t> word = chosen ? std::optional(step.word) : step.whenClear;
-    return !word || send(*word);
+    return !word || link_.exchange(*word);
 }
 
 void DiagramPage::timer_auto_pre_Timer() {
-    send(chip::readModeWord);
+    link_.exchange(chip::readModeWord);
     controls_.get<forms::Label>(modeText).setCaption(
-        fmt::format("{}  {}", hex(variables_.ZT72518ReplyHigh), hex(variables_.ZT72518ReplyLow)));
-    if (link_.linkFailed()) {
-        timer_auto_pre.disable();
+        fmt::format("{}  {}", hex(link_.replyHigh()), hex(link_.replyLow())));
+    if (link_.isOutOfReach()) { // one message is enough
+        leave();
         return;
     }
     showNoMode();
-    showMode(variables_.ZT72518ReplyLow);
+    showMode(link_.replyLow());
 }
 
 void DiagramPage::showNoMode() {

@@ -18,8 +18,7 @@ public:
     static constexpr forms::Color presentModeColour = 0xC0C000;
 
     /// All outlive it.
-    DiagramPage(forms::Form& form, PanelControls& controls, ChipLink& link,
-                PanelVariables& variables);
+    DiagramPage(forms::Form& form, PanelControls& controls, ChipLink& link);
 
     void Send_pre_prog_Click(int index);
     void timer_auto_pre_Timer();
@@ -29,8 +28,7 @@ public:
 private:
     void addControls();
     [[nodiscard]] forms::CheckBox& box(int index) const;
-    /// Sends the words in turn; false when the link failed.
-    bool send(std::uint16_t word);
+    // Each sends its words in turn; false when the link failed.
     bool enterMode(std::uint8_t select);
     bool sendStep(const chips::zt72518::ModeWord& step);
     void showMode(int lowByte);
@@ -38,7 +36,6 @@ private:
 
     PanelControls& controls_;
     ChipLink& link_;
-    PanelVariables& variables_;
 
 public:
     forms::Timer timer_auto_pre;

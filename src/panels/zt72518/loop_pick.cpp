@@ -1,17 +1,12 @@
 #include "panels/zt72518/loop_pick.h"
 
+#include "panels/common/colours.h"
 #include "platform/conversions.h"
 
 #include <string>
 #include <utility>
 
 namespace bitlux::zt72518 {
-
-namespace {
-
-constexpr forms::Color red = 255;
-
-} // namespace
 
 LoopPick::LoopPick(forms::Form& form, const Parts& parts) : parts_(parts) {
     showNext();
@@ -22,6 +17,8 @@ LoopPick::LoopPick(forms::Form& form, const Parts& parts) : parts_(parts) {
 }
 
 void LoopPick::List_Commands_Click() {
+    if (parts_.lists.List_Commands.listIndex() < 0)
+        return;
     const std::string line = std::to_string(parts_.lists.List_Commands.listIndex());
     bool& picksStart = parts_.variables.NextLoopPick;
     const bool isStart = std::exchange(picksStart, !picksStart);
@@ -36,8 +33,8 @@ void LoopPick::Val_loop_Change() {
 
 void LoopPick::showNext() {
     const bool picksStart = parts_.variables.NextLoopPick;
-    parts_.startCaption.setBackColor(picksStart ? red : forms::buttonFaceColor);
-    parts_.stopCaption.setBackColor(picksStart ? forms::buttonFaceColor : red);
+    parts_.startCaption.setBackColor(picksStart ? alarmColour : forms::buttonFaceColor);
+    parts_.stopCaption.setBackColor(picksStart ? forms::buttonFaceColor : alarmColour);
 }
 
 void LoopPick::show(bool on) {

@@ -35,7 +35,7 @@ PanelForm::PanelForm(forms::FormSet& set, const Parts& parts)
       boxes_(parts.desk.boxes),
       shape_(parts.session),
       filters_(parts.desk.boxes, parts.desk.sound),
-      link(*this, parts.session, parts.engine, variables_),
+      link(*this, parts.session, parts.engine),
       pageControls(*this),
       words(link, variables_, sinks),
       registers(pageControls, words, chip::registers),
@@ -49,11 +49,12 @@ PanelForm::PanelForm(forms::FormSet& set, const Parts& parts)
       mode(pageControls, registers, words, variables_),
       ram(*this, pageControls, filters_, boxes_),
       flags(pageControls, words, link, [this] { return selection.variant(); }),
-      diagram(*this, pageControls, link, variables_),
+      diagram(*this, pageControls, link),
       selection(*this, pageControls, parts.markers),
       sequencer(*this, {.session = parts.session,
                         .variables = variables_,
                         .link = link,
+                        .controls = pageControls,
                         .words = words,
                         .decoder = decoder,
                         .dongle = parts.dongle,
@@ -68,7 +69,7 @@ PanelForm::PanelForm(forms::FormSet& set, const Parts& parts)
         variables_.SPIParityEnabled = pageControls.get<forms::CheckBox>(parityBox).checked();
     });
     pageControls.registerHandlers();
-    registerVariables(*this, variables_);
+    registerVariables(*this, variables_, parts.session);
     registerProcedures();
     registerFilters();
 }

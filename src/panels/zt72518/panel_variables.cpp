@@ -2,16 +2,16 @@
 
 namespace bitlux::zt72518 {
 
-void registerVariables(forms::Form& form, PanelVariables& v) {
+void registerVariables(forms::Form& form, PanelVariables& v, Session& session) {
     form.variable("BitIndex", v.BitIndex);
     form.variable("WordLowByte", v.WordLowByte);
     form.variable("SPIParityEnabled", v.SPIParityEnabled);
     form.variable("ParityBit", v.ParityBit);
     form.variable("ReadBit", v.ReadBit);
-    form.variable("ZT72518WordHigh", v.ZT72518WordHigh);
-    form.variable("ZT72518WordLow", v.ZT72518WordLow);
-    form.variable("ZT72518ReplyLow", v.ZT72518ReplyLow);
-    form.variable("ZT72518ReplyHigh", v.ZT72518ReplyHigh);
+    form.variable("ZT72518WordHigh", session.ZT72518WordHigh);
+    form.variable("ZT72518WordLow", session.ZT72518WordLow);
+    form.variable("ZT72518ReplyLow", session.ZT72518ReplyLow);
+    form.variable("ZT72518ReplyHigh", session.ZT72518ReplyHigh);
     form.variable("ModeCode", v.ModeCode);
     form.variable("StoreCommands", v.StoreCommands);
     form.variable("StoreFileName", v.StoreFileName);
@@ -26,12 +26,12 @@ void registerVariables(forms::Form& form, PanelVariables& v) {
     form.variable("SequenceHighByte", v.SequenceHighByte);
     form.variable("SequenceIsWrite", v.SequenceIsWrite);
     form.variable("SequenceIsWatchdog", v.SequenceIsWatchdog);
-    form.variable("WdConfigRequest", v.WdConfigRequest);
-    form.variable("WdSequenceRequest", v.WdSequenceRequest);
-    form.variable("WdSequenceMode", v.WdSequenceMode);
-    form.variable("WdSequenceTime", v.WdSequenceTime);
-    form.variable("WdCurrentOn", v.WdCurrentOn);
-    form.variable("WdStopRequest", v.WdStopRequest);
+    form.variable("WdConfigRequest", session.WdConfigRequest);
+    form.variable("WdSequenceRequest", session.WdSequenceRequest);
+    form.variable("WdSequenceMode", session.WdSequenceMode);
+    form.variable("WdSequenceTime", session.WdSequenceTime);
+    form.variable("WdCurrentOn", session.WdCurrentOn);
+    form.variable("WdStopRequest", session.WdStopRequest);
 }
 
 } // namespace bitlux::zt72518

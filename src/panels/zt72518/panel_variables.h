@@ -2,6 +2,7 @@
 
 #include "panels/common/sequence_player.h"
 #include "platform/forms/form.h"
+#include "session/session.h"
 
 #include <cstdint>
 #include <functional>
@@ -12,16 +13,12 @@ namespace bitlux::zt72518 {
 /// The variables of the form that its parts share; reachable by name from scripts.
 struct PanelVariables : SequenceVariables {
     // Words
-    std::int16_t BitIndex = 0;
+    std::int16_t BitIndex = 0;    ///< for scripts; no loop here needs it
     std::uint8_t WordLowByte = 0; ///< data byte being built
     bool SPIParityEnabled = false;
     std::uint8_t ParityBit = 0; ///< last computed; added to every write, also after parity is off
     std::int16_t ReadBit = 1;   ///< bit 8 of every read
-    std::uint8_t ZT72518WordHigh = 0;
-    std::uint8_t ZT72518WordLow = 0;
-    std::uint8_t ZT72518ReplyLow = 0;
-    std::uint8_t ZT72518ReplyHigh = 0;
-    std::int16_t ModeCode = 0; ///< of the mode register as it was read last
+    std::int16_t ModeCode = 0;  ///< of the mode register as it was read last
 
     // Command store
     bool StoreCommands = false;
@@ -37,18 +34,10 @@ struct PanelVariables : SequenceVariables {
     std::uint8_t SequenceHighByte = 0;
     bool SequenceIsWrite = false;
     bool SequenceIsWatchdog = false;
-
-    // Watchdog; shared with the dongle's commands
-    bool WdConfigRequest = false;
-    bool WdSequenceRequest = false;
-    std::int16_t WdSequenceMode = 0;
-    std::int16_t WdSequenceTime = 0;
-    bool WdCurrentOn = false;
-    bool WdStopRequest = false;
 };
 
-/// Makes them known under their names.
-void registerVariables(forms::Form& form, PanelVariables& variables);
+/// Makes them known under their names, and those of the session that only the panel works with.
+void registerVariables(forms::Form& form, PanelVariables& variables, Session& session);
 
 /// What the register pages hand to the sequencer.
 struct CommandSinks {

@@ -68,12 +68,12 @@ void SequenceStops::play(int last) {
         parts_.player.RunSequenceRange(first, stop);
         await({R_Condition1, variables_.Condition1Seen, variables_.Pass1});
         first = stop + 1;
-    }
-    if (Ch_FirstCondition.checked() && Ch_SecondCondition.checked()) {
-        const int stop = lineIn(Text_SecondCondition, last);
-        parts_.player.RunSequenceRange(first, stop);
-        await({R_Condition2, variables_.Condition2Seen, variables_.Pass2});
-        first = stop + 1;
+        if (Ch_SecondCondition.checked()) {
+            const int second = lineIn(Text_SecondCondition, last);
+            parts_.player.RunSequenceRange(first, second);
+            await({R_Condition2, variables_.Condition2Seen, variables_.Pass2});
+            first = second + 1;
+        }
     }
     parts_.player.RunSequenceRange(first, last);
 }
@@ -83,13 +83,18 @@ int SequenceStops::lineIn(const forms::TextBox& box, int last) const {
         std::nearbyint(std::clamp<double>(val(box.text()), 0, std::max(last, 0))));
 }
 
+bool SequenceStops::sample() const {
+    bool answered = true;
+    const Subscription watch = parts_.dongle.failed.follow([&answered] { answered = false; });
+    parts_.dongle.read_rstint();
+    return answered;
+}
+
 void SequenceStops::await(const Condition& condition) {
+    const Session& session = parts_.session;
     bool lost = false; // who is told once need not be told at each sample
-    const Subscription watch = parts_.dongle.failed.follow([&lost] { lost = true; });
     while (!condition.seen && !condition.pass && variables_.RunEnabled) {
-        if (!lost)
-            parts_.dongle.read_rstint();
-        const Session& session = parts_.session;
+        lost = lost ? session.LinkFailed : !sample();
         if (condition.lines(0).value() ? session.ResetSeen : session.InterruptSeen)
             condition.seen = true;
         if (session.USBReady && !lost) // a sample takes its time

@@ -33,6 +33,8 @@ private:
     /// Plays the lines 1 to `last` in their stretches.
     void play(int last);
     [[nodiscard]] int lineIn(const forms::TextBox& box, int last) const;
+    /// Samples the lines; false when the link failed in it.
+    [[nodiscard]] bool sample() const;
     void await(const Condition& condition);
     void Ch_FirstCondition_Click();
     void Ch_SecondCondition_Click();

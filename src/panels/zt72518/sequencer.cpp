@@ -57,8 +57,9 @@ Sequencer::Sequencer(forms::Form& form, const Parts& parts)
                       .startCaption = parts.startCaption,
                       .stopCaption = parts.stopCaption}),
       valueEditor(form, lists, Val_loop(EditedValue), watchdog.wd_config(timeOfLine)),
-      autoReads(form, {.session = parts.session,
-                       .variables = parts.variables,
+      autoReads(form, {.variables = parts.variables,
+                       .controls = parts.controls,
+                       .link = parts.link,
                        .dongle = parts.dongle,
                        .store = store}) {
     watchdog.changeValue = [this] { valueEditor.changeValue(); };

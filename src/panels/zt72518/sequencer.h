@@ -26,6 +26,7 @@ public:
         Session& session;
         PanelVariables& variables;
         ChipLink& link;
+        const PanelControls& controls;
         ChipWords& words;
         SequenceDecoder& decoder;
         DongleLink& dongle;

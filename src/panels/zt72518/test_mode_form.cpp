@@ -2,6 +2,7 @@
 
 #include "panels/zt72518/chip_link.h"
 #include "platform/failure.h"
+#include "platform/scoped_value.h"
 
 #include <algorithm>
 #include <memory>
@@ -26,6 +27,7 @@ constexpr std::array<std::string_view, 4> tests{"Scan Test", "Peripheral Scan Te
 constexpr std::array testCommands{TestCommand::Scan, TestCommand::PeripheralScan,
                                   TestCommand::Iddq};
 constexpr int patternTest = 3;
+constexpr std::int16_t patternType = 1;
 constexpr std::array<std::string_view, 2> termConditions{"Test in course",
                                                          "Test in course, with temperature offset"};
 constexpr std::array<std::string_view, 2> volts{"3.3 V", "5 V"};
@@ -80,24 +82,14 @@ std::string lineOf(const TestSignal& signal) {
                                       : fmt::format("{} : {}", signal.name, signal.description);
 }
 
+void requireElement(int index, std::size_t count) {
+    if (index < 0 || static_cast<std::size_t>(index) >= count)
+        throw Failure(Failure::Kind::OutOfRange, fmt::format("There is no element {}", index));
+}
+
 std::vector<std::string> threeBits() {
     return {"0", "1", "2", "3", "4", "5", "6", "7"};
 }
-
-/// Words of another SPI type for as long as it lives.
-class TypeDuring {
-public:
-    TypeDuring(Session& session, std::int16_t type) : session_(session), before_(session.SPIType) {
-        session_.SPIType = type;
-    }
-    ~TypeDuring() { session_.SPIType = before_; }
-    TypeDuring(const TypeDuring&) = delete;
-    TypeDuring& operator=(const TypeDuring&) = delete;
-
-private:
-    Session& session_;
-    std::int16_t before_;
-};
 
 } // namespace
 
@@ -131,7 +123,7 @@ TestModeForm::TestModeForm(forms::FormSet& set, const Parts& parts)
       Text1(*this, "Text1") {
     trimmingLabels(0).setCaption("TXD low after Write2fuse SPI command");
     showTxdTime();
-    trim_fuse_Click();
+    showTxd(false);
     buildPattern();
     procedure("Send_SPI", [this] { Send_SPI(); });
     procedure("enter_test_mode_Click", [this] { parts_.dongle.test_mode(); });
@@ -140,7 +132,8 @@ TestModeForm::TestModeForm(forms::FormSet& set, const Parts& parts)
     procedure("thres_send_Click", [this] { thres_send_Click(); });
     procedure("term_send_Click", [this] { term_send_Click(); });
     procedure("trim_send_Click", [this] { trim_send_Click(); });
-    procedure("trim_fuse_Click", [this] { trim_fuse_Click(); });
+    procedure("trim_fuse_Click",
+              [this](int index) { showTxd(index == chips::zt72518::burnFuses); });
     procedure("trimming_txd_Change", [this] { showTxdTime(); });
     procedure("trimming_txd_Scroll", [this] { showTxdTime(); });
     procedure("tests_send_Click", [this](int index) { tests_send_Click(index); });
@@ -151,8 +144,8 @@ TestModeForm::TestModeForm(forms::FormSet& set, const Parts& parts)
 }
 
 void TestModeForm::choose(TestCommand command, std::uint8_t second) {
-    TestWords[1] = static_cast<std::uint8_t>(command);
-    TestWords[3] = second;
+    TestWords = {chips::zt72518::testWordHigh, static_cast<std::uint8_t>(command),
+                 chips::zt72518::secondTestWordHigh, second};
 }
 
 void TestModeForm::Send_SPI() {
@@ -165,6 +158,7 @@ void TestModeForm::sendFirstWord() {
 }
 
 void TestModeForm::can_lin_Click(int index) {
+    requireElement(index, testFlags.size());
     choose(TestCommand::CanLinFlag, static_cast<std::uint8_t>(index));
     Send_SPI();
 }
@@ -202,18 +196,19 @@ chips::zt72518::Trimming TestModeForm::trimming() const {
 }
 
 void TestModeForm::trim_send_Click() {
-    TestWords[1] = firstTrimByte(trimming());
-    TestWords[3] = secondTrimByte(trimming());
+    TestWords = {chips::zt72518::testWordHigh, firstTrimByte(trimming()),
+                 chips::zt72518::secondTestWordHigh, secondTrimByte(trimming())};
     if (selected(trim_fuse) != chips::zt72518::burnFuses)
         return Send_SPI();
-    parts_.session.WordToSend.assign(16, 0);
-    parts_.session.WordToSend[8] = TestWords[1];
-    parts_.session.WordToSend[0] = TestWords[3];
+    pack(parts_.session, TestWords[1], TestWords[3]);
+    send_trimming();
+}
+
+void TestModeForm::send_trimming() {
     parts_.dongle.send_trimming(static_cast<std::uint8_t>(trimming_txd.value()));
 }
 
-void TestModeForm::trim_fuse_Click() {
-    const bool burns = selected(trim_fuse) == chips::zt72518::burnFuses;
+void TestModeForm::showTxd(bool burns) {
     trimming_txd.setVisible(burns);
     for (const auto& label : trimmingLabels)
         label->setVisible(burns);
@@ -225,13 +220,13 @@ void TestModeForm::showTxdTime() {
 }
 
 void TestModeForm::tests_send_Click(int index) {
+    requireElement(index, tests.size());
     if (index == patternTest)
         return sendPattern();
-    choose(testCommands.at(static_cast<std::size_t>(index)));
+    const TestCommand command = testCommands.at(static_cast<std::size_t>(index));
+    choose(command);
     sendFirstWord();
-    const bool needsPowerDown =
-        testCommands.at(static_cast<std::size_t>(index)) != TestCommand::PeripheralScan;
-    if (needsPowerDown)
+    if (command != TestCommand::PeripheralScan)
         parts_.boxes.show({.text = "To leave test mode, ZT72518 must be powered down"});
 }
 
@@ -256,7 +251,7 @@ void TestModeForm::sendPattern() {
         return;
     }
     choose(TestCommand::Pattern, *byte);
-    const TypeDuring type(parts_.session, 1);
+    const ScopedValue<std::int16_t> type(parts_.session.SPIType, patternType);
     Send_SPI();
 }
 

@@ -37,13 +37,15 @@ public:
     void thres_send_Click();
     void term_send_Click();
     void trim_send_Click();
+    /// Burns what WordToSend holds, with the time of trimming_txd.
+    void send_trimming();
     void tests_send_Click(int index);
 
 private:
     void choose(chips::zt72518::TestCommand command, std::uint8_t second = 0);
     void sendFirstWord();
     [[nodiscard]] chips::zt72518::Trimming trimming() const;
-    void trim_fuse_Click();
+    void showTxd(bool burns);
     void showTxdTime();
     void buildPattern();
     /// The byte that Text1 tells; nothing for any other text.

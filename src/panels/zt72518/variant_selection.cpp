@@ -67,7 +67,7 @@ void VariantSelection::chooseOriginalDongle() {
 }
 
 void VariantSelection::chooseDongleFor72518() {
-    // The frame of the second condition stays as its box has left it.
+    // The first condition's own box shows and hides the other frame.
     for (const char* shown : {"frame_Condition(0)", "wd_aff(4)", "wd_refresh(0)", "wd_refresh(1)"})
         form_.control(shown).show();
     form_.control("Val_loop(3)").enable();
@@ -78,8 +78,10 @@ void VariantSelection::chooseVariant(int index) {
     for (const chip::VariantControls& row : chip::variantControls)
         enable(row.name, row.first, row.last, (row.on & variant) != 0);
     for (const chip::VariantCaption& row : chip::variantCaptions)
-        controls_.get<forms::Label>(row.label).setCaption((row.on & variant) != 0 ? row.caption
-                                                                                  : "-");
+        controls_.get<forms::Label>(row.label).setCaption("-");
+    for (const chip::VariantCaption& row : chip::variantCaptions)
+        if ((row.on & variant) != 0)
+            controls_.get<forms::Label>(row.label).setCaption(std::string(row.caption));
     for (const chip::VariantBox& row : chip::variantBoxes) {
         auto& box = controls_.get<forms::CheckBox>({"pre_prog_box", row.box});
         const bool on = (row.on & variant) != 0;

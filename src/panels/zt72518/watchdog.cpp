@@ -1,5 +1,7 @@
 #include "panels/zt72518/watchdog.h"
 
+#include "chips/zt72518/registers.h"
+#include "panels/common/colours.h"
 #include "platform/failure.h"
 
 #include <algorithm>
@@ -13,6 +15,8 @@
 #include <fmt/format.h>
 
 namespace bitlux::zt72518 {
+
+namespace chip = chips::zt72518;
 
 namespace {
 
@@ -33,8 +37,7 @@ constexpr std::uint8_t stopByte = 32;
 constexpr std::uint8_t currentByte = 16;
 constexpr int longestHighTime = 255;
 constexpr int usualHighTime = 5;
-constexpr forms::Color red = 255;
-constexpr std::uint8_t refreshWord = 0x5A;
+constexpr std::uint8_t refreshHigh = chip::writeHigh(chip::watchdogRefresh);
 
 std::optional<int> numberOf(std::span<const std::string_view> texts, std::string_view text) {
     const auto found = std::find(texts.begin(), texts.end(), text);
@@ -83,11 +86,15 @@ Watchdog::Watchdog(forms::Form& form, const Parts& parts)
       watchdog(buttons(form)) {
     wd_config(3).hide();
     wd_current_time.setValue(usualHighTime);
-    wd_aff(2).setCaption("WatchDog TL");
+    wd_config(0).setEditText("WatchDog mode");
+    wd_config(1).setEditText("WatchDog timer");
+    wd_config(2).setEditText("WatchDog TL");
     wd_aff(3).setCaption("WatchDog TH");
     wd_aff(4).setCaption("Trigger line");
     showTime();
     showState(false);
+    for (const int refresh : {12, 14})
+        watchdog(refresh).setTooltip(fmt::format("0x{:02X}00", refreshHigh));
     form.procedure("wd_current_time_Change", [this] { showTime(); });
     form.procedure("wd_current_time_Scroll", [this] { showTime(); });
     form.procedure("watchdog_Click", [this](int index) { watchdog_Click(index); });
@@ -109,25 +116,27 @@ void Watchdog::send_wd() {
         return;
     int mode = 0;
     int time = 0;
-    if (variables_.WdStopRequest) {
+    if (parts_.session.WdStopRequest) {
         mode = stopByte;
-        variables_.WdStopRequest = false;
-        variables_.WdConfigRequest = false;
+        parts_.session.WdStopRequest = false;
+        parts_.session.WdConfigRequest = false;
     }
-    if (std::exchange(variables_.WdConfigRequest, false)) {
+    if (std::exchange(parts_.session.WdConfigRequest, false)) {
         mode = wd_config(0).listIndex() + modeByte;
         time = wd_config(1).listIndex();
     }
-    if (std::exchange(variables_.WdSequenceRequest, false)) {
-        mode = variables_.WdSequenceMode + modeByte;
-        time = variables_.WdSequenceTime;
+    if (std::exchange(parts_.session.WdSequenceRequest, false)) {
+        mode = parts_.session.WdSequenceMode + modeByte;
+        time = parts_.session.WdSequenceTime;
         showState(true);
     }
     parts_.dongle.send_wd(toByte(mode), toByte(time));
 }
 
 void Watchdog::send_wd_current() {
-    if (variables_.WdCurrentOn)
+    if (!parts_.session.USBReady)
+        return;
+    if (parts_.session.WdCurrentOn)
         parts_.dongle.send_wd_current(currentByte, toByte(wd_current_time.value()),
                                       toByte(wd_config(2).listIndex()));
     else
@@ -136,12 +145,12 @@ void Watchdog::send_wd_current() {
 
 void Watchdog::decod_wd_time(int line) {
     if (const std::optional<int> time = timeNumber(parts_.sequence.value(line)))
-        variables_.WdSequenceTime = static_cast<std::int16_t>(*time);
+        parts_.session.WdSequenceTime = static_cast<std::int16_t>(*time);
 }
 
 void Watchdog::startBySequence(int mode, int line) {
-    variables_.WdSequenceMode = static_cast<std::int16_t>(mode);
-    variables_.WdSequenceRequest = true;
+    parts_.session.WdSequenceMode = static_cast<std::int16_t>(mode);
+    parts_.session.WdSequenceRequest = true;
     decod_wd_time(line);
     send_wd();
 }
@@ -151,7 +160,7 @@ void Watchdog::watchdog_Click(int index) {
     case 0:
         return start();
     case 1:
-        return appendStart();
+        return parts_.sequence.append(wd_config(0).text(), wd_config(1).text());
     case 2:
         return stop();
     case 3:
@@ -181,7 +190,7 @@ void Watchdog::watchdog_Click(int index) {
 }
 
 void Watchdog::start() {
-    variables_.WdConfigRequest = true;
+    parts_.session.WdConfigRequest = true;
     if (wd_config(0).listIndex() < 0 || wd_config(1).listIndex() < 0) {
         parts_.boxes.show({.text = "Please configure WatchDog"});
         return;
@@ -191,24 +200,16 @@ void Watchdog::start() {
     note(wd_config(0).text(), wd_config(1).text());
 }
 
-void Watchdog::appendStart() {
-    // A line without a name would send a word that nobody chose.
-    if (wd_config(0).listIndex() < 0 || wd_config(1).listIndex() < 0)
-        parts_.boxes.show({.text = "Please configure WatchDog"});
-    else
-        parts_.sequence.append(wd_config(0).text(), wd_config(1).text());
-}
-
 void Watchdog::stop() {
-    variables_.WdStopRequest = true;
-    variables_.WdConfigRequest = false;
+    parts_.session.WdStopRequest = true;
+    parts_.session.WdConfigRequest = false;
     send_wd();
     showState(false);
     note("Stop Watchdog");
 }
 
 void Watchdog::startCurrent() {
-    variables_.WdCurrentOn = true;
+    parts_.session.WdCurrentOn = true;
     if (wd_config(2).listIndex() < 0) {
         parts_.boxes.show({.text = "Please configure WatchDog Current"});
         return;
@@ -218,13 +219,13 @@ void Watchdog::startCurrent() {
 }
 
 void Watchdog::stopCurrent() {
-    variables_.WdCurrentOn = false;
+    parts_.session.WdCurrentOn = false;
     send_wd_current();
     note("Stop Watchdog Current");
 }
 
 void Watchdog::refreshOnce() {
-    parts_.link.send(refreshWord, 0);
+    parts_.link.send(refreshHigh, 0);
     note("One Simple Watchdog");
 }
 
@@ -234,7 +235,7 @@ void Watchdog::showTime() {
 
 void Watchdog::showState(bool on) {
     wd_aff(1).setCaption(on ? "Watch Dog is ON" : "Watch Dog is OFF");
-    wd_aff(1).setBackColor(on ? red : forms::buttonFaceColor);
+    wd_aff(1).setBackColor(on ? alarmColour : forms::buttonFaceColor);
 }
 
 void Watchdog::note(const std::string& command, const std::string& value) {

@@ -22,7 +22,7 @@ class Watchdog {
 public:
     /// What it works with; all outlive it.
     struct Parts {
-        const Session& session;
+        Session& session;
         PanelVariables& variables;
         ChipLink& link;
         DongleLink& dongle;
@@ -56,7 +56,6 @@ private:
     void watchdog_Click(int index);
     void start();
     void stop();
-    void appendStart();
     void startCurrent();
     void stopCurrent();
     void refreshOnce();

@@ -117,7 +117,11 @@ void Control::touch() {
 void Control::byHand(std::string_view event, const std::function<void()>& action) {
     if (!visible_ || !enabled_)
         throw Unreachable(fmt::format("{} is {}", fullName(), visible_ ? "disabled" : "hidden"));
-    form_.set().perform(fmt::format("{}_{}", fullName(), event), action);
+    form_.set().perform(fmt::format("{}_{}", fullName(), event), [this, &action] {
+        if (form_.visible())
+            form_.set().activate(form_);
+        action();
+    });
 }
 
 } // namespace bitlux::forms

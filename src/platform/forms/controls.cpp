@@ -213,7 +213,12 @@ void ComboBox::edit(const std::string& text) {
 }
 
 void ComboBox::select(int index) {
-    byHand("Click", [this, index] { setListIndex(index); });
+    byHand("Click", [this, index] {
+        if (index == listIndex_)
+            raiseClick();
+        else
+            setListIndex(index);
+    });
 }
 
 std::string ListBox::line(std::size_t index) const {
@@ -230,7 +235,12 @@ void ListBox::setListIndex(int index) {
 }
 
 void ListBox::select(int index) {
-    byHand("Click", [this, index] { setListIndex(index); });
+    byHand("Click", [this, index] {
+        if (index == listIndex_)
+            raiseClick();
+        else
+            setListIndex(index);
+    });
 }
 
 void ListBox::dragLine(int from, int to) {

@@ -203,6 +203,7 @@ public:
 
     /// What the user's hand types into an editable box, or chooses by its text in a list.
     void edit(const std::string& text);
+    /// Chooses an item by hand. The handler runs also for the one that is selected already.
     void select(int index);
 
 private:
@@ -228,7 +229,7 @@ public:
     /// -1 to the last line; anything else raises Failure (OutOfRange).
     void setListIndex(int index);
 
-    /// The same by hand.
+    /// The same by hand. The handler runs also for the line that is selected already.
     void select(int index);
 
     /// A line is dragged by hand to the place of another: it is selected, and DragDrop runs.

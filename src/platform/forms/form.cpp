@@ -138,7 +138,10 @@ std::vector<std::string> Form::procedures() const {
 }
 
 Value Form::callWith(std::string_view procedure, std::span<const Value> arguments) {
-    const auto found = procedures_.find(procedure);
+    auto found = procedures_.find(procedure);
+    for (const std::string_view ending : {"_Click", "_Timer"})
+        if (found == procedures_.end())
+            found = procedures_.find(fmt::format("{}{}", procedure, ending));
     if (found == procedures_.end())
         throw UnknownName(fmt::format("{}.{}", name_, procedure),
                           nearNames(procedure, procedures()));

@@ -62,8 +62,9 @@ public:
     [[nodiscard]] bool hasProcedure(std::string_view name) const {
         return procedures_.find(name) != procedures_.end();
     }
-    /// Calls a procedure by name; raises UnknownName, and Failure when an argument is missing,
-    /// surplus or of the wrong kind. A failure of the procedure itself passes through.
+    /// Calls a procedure by name, or the handler of what a control of this name mainly does: a
+    /// button's Click, a timer's Timer. Raises UnknownName, and Failure when an argument is
+    /// missing, surplus or of the wrong kind. A failure of the procedure itself passes through.
     template <typename... Args>
     Value call(std::string_view procedure, const Args&... arguments) {
         return callWith(procedure, Values{toValue(arguments)...});

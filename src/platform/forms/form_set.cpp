@@ -58,6 +58,11 @@ void FormSet::activate(Form& form) {
         moveToFront(form);
 }
 
+bool FormSet::isVisible(std::string_view name) const {
+    const Form* form = find(name).home.find();
+    return form != nullptr && form->visible();
+}
+
 void FormSet::moveToFront(Form& form) {
     std::erase(order_, &form);
     order_.push_back(&form);

@@ -50,6 +50,8 @@ public:
     /// others that take a name.
     Form& form(std::string_view name) const;
     void show(std::string_view name) { form(name).setVisible(true); }
+    /// Does not make the form.
+    [[nodiscard]] bool isVisible(std::string_view name) const;
     /// Brings a form to the front; Form_Activate runs also when it is there already.
     void activate(std::string_view name);
     /// Brings it to the front, as a window does; nothing happens when it is there already.

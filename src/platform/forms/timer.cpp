@@ -2,12 +2,18 @@
 
 #include "platform/forms/form.h"
 #include "platform/forms/form_set.h"
+#include "platform/scoped_value.h"
+
+#include <fmt/format.h>
 
 namespace bitlux::forms {
 
 void Timer::fire() {
-    if (runs())
-        byHand("Timer", [this] { raise(ControlEvent::Timer); });
+    if (!runs() || firing_)
+        return;
+    const ScopedValue firing(firing_, true);
+    form().set().perform(fmt::format("{}_Timer", fullName()),
+                         [this] { raise(ControlEvent::Timer); });
 }
 
 void Timer::enabledChanged() {

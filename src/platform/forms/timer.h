@@ -25,7 +25,8 @@ public:
     }
     [[nodiscard]] bool runs() const { return enabled() && interval_ > 0; }
 
-    /// The interval is over; a failure of the handler ends in a box.
+    /// The interval is over; a failure of the handler ends in a box. A tick that comes while the
+    /// handler still runs, under a box of its own, is left out.
     void fire();
 
 protected:
@@ -33,6 +34,7 @@ protected:
 
 private:
     int interval_;
+    bool firing_ = false;
 };
 
 } // namespace bitlux::forms

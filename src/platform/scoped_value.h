@@ -1,0 +1,23 @@
+#pragma once
+
+#include <utility>
+
+namespace bitlux {
+
+/// Gives a variable another value for as long as this lives.
+template <typename T>
+class ScopedValue {
+public:
+    /// The variable outlives it.
+    ScopedValue(T& variable, T value)
+        : variable_(variable), before_(std::exchange(variable, std::move(value))) {}
+    ~ScopedValue() { variable_ = std::move(before_); }
+    ScopedValue(const ScopedValue&) = delete;
+    ScopedValue& operator=(const ScopedValue&) = delete;
+
+private:
+    T& variable_;
+    T before_;
+};
+
+} // namespace bitlux
