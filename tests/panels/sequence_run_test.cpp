@@ -182,6 +182,40 @@ TEST(SequenceRun, TellsOnceThatTheDongleIsGoneDuringACondition) {
     }
 }
 
+TEST(SequenceRun, SamplesAgainWhenTheDongleIsBack) {
+    RunBench bench;
+    bench.toggle("Ch_FirstCondition");
+    bench.type("Text_FirstCondition", "0");
+    bench.at(2, [&] { bench.dongle.unplug(); });
+    bench.at(9, [&] {
+        bench.dongle.plug();
+        bench.dongle.setLines(false, true);
+        bench.program.mainForm().call("Start_USB");
+    });
+    EXPECT_EQ(bench.run(RunBench::writes(1)).substr(0, 25), "<00 05 00 00 00 00 00 00>");
+    EXPECT_EQ(bench.boxes.takeTexts().size(), 1U);
+}
+
+TEST(SequenceRun, KeepsTheSecondConditionThatTheFirstOneBrought) {
+    RunBench bench;
+    bench.toggle("Ch_FirstCondition");
+    bench.toggle("Ch_SecondCondition");
+    bench.type("Text_FirstCondition", "1");
+    bench.type("Text_SecondCondition", "2");
+    bench.press("Cm_PassCondition1");
+    bench.at(1, [&] { bench.toggle("Ch_FirstCondition"); });
+    bench.at(4, [&] { bench.press("Cm_PassCondition2"); });
+    EXPECT_EQ(bench.run(RunBench::writes(3)),
+              "4001 4002 <00 05 00 00 00 00 00 00> <00 05 00 00 00 00 00 00> 4003");
+}
+
+TEST(SequenceRun, IsOneAtATime) {
+    RunBench bench;
+    bench.at(1, [&] { bench.panel().call("Cm_Run_Seq"); });
+    EXPECT_EQ(bench.run(RunBench::writes(2)), "4001 4002");
+    EXPECT_TRUE(bench.idle());
+}
+
 TEST(SequenceRun, WaitsAsLongAsItSays) {
     struct Case {
         const char* value;

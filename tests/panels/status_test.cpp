@@ -133,6 +133,31 @@ TEST(Panel, AsksForItsSequenceWhereThatIsShown) {
         EXPECT_EQ(bench.boxes.shown()[0].text, "Save the sequence before exit?");
         EXPECT_EQ(bench.fileDialogs.shown().size(), yes ? 1U : 0U);
     }
+    for (const bool yes : {false, true}) {
+        PanelBench bench;
+        bench.on<forms::TabStrip>("tab_518(0)").click(1);
+        bench.boxes.answer(yes ? MessageBox::Answer::Yes : MessageBox::Answer::No);
+        bench.panel().call("Form_Unload"); // the form itself stays
+        EXPECT_EQ(bench.panel().variables().RunEnabled, yes) << "a run goes on while it is saved";
+    }
+}
+
+TEST(Panel, StaysWhenItsSequenceCannotBeSaved) {
+    PanelBench bench;
+    bench.on<forms::TabStrip>("tab_518(0)").click(1);
+    bench.boxes.answer(MessageBox::Answer::Yes);
+    bench.fileDialogs.answer("/nowhere/a.txt");
+    EXPECT_THROW(bench.program.forms().unload("ZT72518"), Failure);
+    EXPECT_TRUE(bench.program.forms().isVisible("ZT72518"));
+    EXPECT_EQ(bench.session().ZT72518PanelActive, 1);
+}
+
+TEST(Panel, GivesBackTheShapeAlsoWhenItIsLoadedTwice) {
+    PanelBench bench;
+    bench.panel().call("Form_Load");
+    bench.program.forms().unload("ZT72518");
+    EXPECT_EQ(bench.session().SPIWordLength, 8);
+    EXPECT_EQ(bench.session().SPIType, 1);
 }
 
 TEST(Panel, OpensFromItsTab) {

@@ -136,7 +136,8 @@ TEST_F(Forms, BindsProceduresToControlsByName) {
     form.call("Compute");
     form.call("cmdbit_Click", 3);
     form.call("TxtWord_KeyDown", 13);
-    EXPECT_EQ(takeRan(), (Strings{"Compute", "bit 3", "key 13"}));
+    form.call("CMDSEND"); // what it mainly does
+    EXPECT_EQ(takeRan(), (Strings{"Compute", "bit 3", "key 13", "CMDSEND_Click"}));
     EXPECT_THROW(form.call("Compute", 1), Failure);
     EXPECT_THROW(form.call("cmdbit_Click"), Failure);
     EXPECT_THROW(form.call("Computed"), UnknownName);
@@ -166,8 +167,11 @@ TEST_F(Forms, RunAHandlerOnceForAValueThatChanges) {
         c.assign();
         EXPECT_EQ(takeRan(), Strings{}) << c.handler << " ran for an equal value";
     }
-    form.tabs.click(3); // a hand's click counts on the current tab too
-    EXPECT_EQ(takeRan(), Strings{"tabs_Click"});
+    // A hand's click counts on what is current too.
+    form.tabs.click(3);
+    form.lstLog.select(1);
+    form.cmbList.select(2);
+    EXPECT_EQ(takeRan(), (Strings{"tabs_Click", "lstLog_Click", "cmbList_Click"}));
 }
 
 TEST_F(Forms, OptionsOfAGroupExcludeEachOther) {
@@ -489,6 +493,7 @@ public:
     }
 
     Button cmdQuit{*this, "cmdQuit"};
+    Button cmdBack{*this, "cmdBack"};
     Timer tmrPoll{*this, "tmrPoll", 100, true};
 
 private:
@@ -526,6 +531,31 @@ TEST_F(Panels, OneIsInFront) {
     set.deactivate("b");
     set.deactivate("b");
     EXPECT_EQ(takeRan(), Strings{"b Deactivate"});
+    EXPECT_FALSE(set.isVisible("a"));
+    set.show("a");
+    set.show("b");
+    takeRan();
+    a->cmdBack.click();
+    EXPECT_EQ(takeRan(), (Strings{"b Deactivate", "a Activate"})) << "who works it is at it";
+    b->tmrPoll.fire();
+    EXPECT_EQ(takeRan(), Strings{"b Timer"}) << "it may do so behind";
+}
+
+TEST_F(Panels, TimersLeaveOutWhatComesUnderTheirHandler) {
+    desk.loop.drive(set);
+    set.show("a");
+    takeRan();
+    bool first = true;
+    a->procedure("tmrPoll_Timer", [&] {
+        ran.emplace_back("in");
+        if (std::exchange(first, false))
+            desk.loop.waitForEvents(350'000'000); // a box stays on the screen
+        ran.emplace_back("out");
+    });
+    desk.loop.waitForEvents(100'000'000);
+    EXPECT_EQ(takeRan(), (Strings{"in", "out"}));
+    desk.loop.waitForEvents(100'000'000);
+    EXPECT_EQ(takeRan(), (Strings{"in", "out"}));
 }
 
 TEST_F(Panels, AnUnloadedFormIsMadeAnew) {

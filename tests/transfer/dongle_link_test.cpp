@@ -229,8 +229,11 @@ TEST(DongleLink, PutsTheDongleIntoTestModeWithoutComplaint) {
     rig.link.test_mode();
     EXPECT_EQ(rig.takeTrace(), "0 OUT 00 0D 7F 00 00 00 00 00\n");
     EXPECT_EQ(rig.clock.nanoseconds(), 500 * millisecond);
-    EXPECT_EQ(rig.failures, 0);
     EXPECT_EQ(rig.word(0x11), "11");
+    rig.breakWith("gone");
+    rig.link.test_mode();
+    EXPECT_EQ(rig.failures, 0);
+    EXPECT_EQ(rig.boxes.takeTexts(), std::vector<std::string>{});
 }
 
 } // namespace
