@@ -59,7 +59,7 @@ constexpr std::array<VariantBox, 5> variantBoxes{
      {2, v518D | v514D | v514S},
      {9, with518}}};
 
-constexpr std::array<VariantCaption, 19> variantCaptions{
+constexpr std::array<VariantCaption, 20> variantCaptions{
     {{{"INIT_Vreg_W", 2}, "Vaux5", with518},
      {{"Init_Reg_Rl", 2}, "Vaux5", with518},
      {{"Regulator_W", 1}, "PNP on Auto", allBut514},
@@ -72,7 +72,8 @@ constexpr std::array<VariantCaption, 19> variantCaptions{
      {{"Regulateur_Rl", 7}, "Vaux on/off [1]", with518},
      {{"IO_Rh", 2}, "I/O 1 state", with518},
      {{"IO_Rh", 4}, "I/O 2 state", with518},
-     {{"IO_Rh", 6}, "I/O 3 State", with518 | v514S},
+     {{"IO_Rh", 6}, "I/O 3 state", with518},
+     {{"IO_Rh", 6}, "I/O 3 State", v514S},
      {{"Regulator_RFl", 7}, "Vaux low (in NOR)", with518},
      {{"Regulator_RFl", 6}, "Vaux OC", with518},
      {{"Regulator_RFl", 2}, "Vsense low", allBut514},

@@ -46,12 +46,12 @@ struct VariantBox {
 };
 extern const std::array<VariantBox, 5> variantBoxes;
 
-/// A label that says something on some variants and "-" on the others.
+/// A label that says something on some variants. It says "-" on those for which no row names it.
 struct VariantCaption {
     ControlName label;
     std::string_view caption;
     VariantSet on = 0;
 };
-extern const std::array<VariantCaption, 19> variantCaptions;
+extern const std::array<VariantCaption, 20> variantCaptions;
 
 } // namespace bitlux::chips::zt72518

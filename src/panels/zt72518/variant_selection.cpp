@@ -78,8 +78,10 @@ void VariantSelection::chooseVariant(int index) {
     for (const chip::VariantControls& row : chip::variantControls)
         enable(row.name, row.first, row.last, (row.on & variant) != 0);
     for (const chip::VariantCaption& row : chip::variantCaptions)
-        controls_.get<forms::Label>(row.label).setCaption((row.on & variant) != 0 ? row.caption
-                                                                                  : "-");
+        controls_.get<forms::Label>(row.label).setCaption("-");
+    for (const chip::VariantCaption& row : chip::variantCaptions)
+        if ((row.on & variant) != 0)
+            controls_.get<forms::Label>(row.label).setCaption(row.caption);
     for (const chip::VariantBox& row : chip::variantBoxes) {
         auto& box = controls_.get<forms::CheckBox>({"pre_prog_box", row.box});
         const bool on = (row.on & variant) != 0;
