@@ -403,6 +403,51 @@ TEST(ChipBehindPanel, IsResetWhenItsWatchdogIsStopped) {
     }
 }
 
+TEST(ChipBehindPanel, WakesFromLowPowerAndTellsWhy) {
+    struct WakeUp {
+        int mode;           ///< s_mode: 0 sleep, 1 stop
+        int box;            ///< opt_s_mode, -1 for none
+        std::int64_t sleep; ///< milliseconds in which nothing happens
+        const char* act;    ///< a button, or "!" and a switch of the chip
+        std::int64_t awake; ///< milliseconds until it is in Normal Request
+        const char* read;
+        const char* row;
+        Bits lit;
+    };
+    for (const WakeUp& c :
+         {WakeUp{1, 0, 44, "", 6, "Cm_RFh(3)", "IO_RFh", {4}},
+          WakeUp{0, 0, 44, "", 6, "Cm_RFh(3)", "IO_RFh", {2, 4}},
+          WakeUp{1, 3, 20, "", 6, "Cm_RFh(4)", "Interrupts_RFl", {8}},
+          WakeUp{1, -1, 5000, "Cm_Mode_RM_W(1)", 5, "Cm_RFh(3)", "IO_RFh", {5}},
+          WakeUp{1, -1, 5000, "watchdog(4)", 60, "Cm_RFh(1)", "Regulator_RFh", {0}},
+          WakeUp{1, -1, 5000, "!I/O_0_2 INT_WU", 5, "Cm_RFh(3)", "IO_RFh", {6}},
+          WakeUp{0, -1, 5000, "!CAN WU", 5, "Cm_RFl(2)", "CAN_RFl", {7}}}) {
+        SCOPED_TRACE(fmt::format("{} {} {}", c.mode, c.box, c.act));
+        ChipBench bench;
+        bench.choose("R_Init_Wd(9)"); // any current wakes it
+        bench.on<forms::ComboBox>("Combo_Wd_Stp").edit("24 ms / 96 ms");
+        bench.on<forms::ComboBox>("Combo_Fwu").edit("48 ms");
+        bench.tick("Ch_Reg(0)"); // allows sleep
+        bench.on<forms::ComboBox>("wd_config(2)").select(0);
+        bench.choose(fmt::format("s_mode({})", c.mode));
+        if (c.box >= 0)
+            bench.tick(fmt::format("opt_s_mode({})", c.box));
+        for (const char* button :
+             {"Cm_Init_Wdog_W", "Cm_Timer2_W", "Cm_Regulator_W", "watchdog(12)", "Cm_Mode_RM_W(0)"})
+            bench.press(button);
+        bench.clock.idle(c.sleep * millisecond);
+        EXPECT_EQ(bench.reading("Mode"),
+                  c.mode == 0 ? "Low Power Vdd Off (Sleep)" : "Low Power Vdd On (Stop)");
+        if (c.act[0] == '!')
+            bench.turn(c.act + 1);
+        else if (c.act[0] != '\0')
+            bench.press(c.act);
+        bench.clock.idle(c.awake * millisecond);
+        EXPECT_EQ(bench.mode(), "Normal Request Mode");
+        EXPECT_EQ(bench.after(c.read, c.row), c.lit);
+    }
+}
+
 TEST(ChipBehindPanel, TakesWritesWithParityAndComplainsOfOthers) {
     ChipBench bench;
     const auto writes = [&](const char* row, const char* button, int byte) {
