@@ -471,6 +471,53 @@ TEST(ChipBehindPanel, TakesWritesWithParityAndComplainsOfOthers) {
     EXPECT_EQ(bench.after("Cm_Read_RAM(0)", "RAM_A"), (Bits{0, 1, 2}));
 }
 
+TEST(ChipBehindPanel, AnswersASequence) {
+    ChipBench bench;
+    bench.loop.drive(bench.program.forms());
+    const std::vector<std::array<const char*, 4>> rows{
+        // command, value, and what is answered
+        {"MUX Write", "E8", " 0000  0000  (0)", " 0000  0000  (0)"},
+        {"MUX Read Low", "", " 0000  0000  (0)", " 1110 1000  (E8)"},
+        {"Special Mode", "2", "", ""},
+        {"Mode RM Read Flag High", "80", " 0000  0000  (0)", " 0000  1011  (B)"},
+        {"Special Mode", "1", "", ""},
+        {"Simple WD", "100ms", "", ""},
+        {"Wait", "5000", "", ""},
+        {"Mode RM Read High", "80", " 0000  0000  (0)", " 0001 1111  (1F)"},
+        {"Stop Watchdog", "", "", ""},
+        {"Wait", "300", "", ""},
+        {"Interrupts Read Flag High", "80", " 0010 0010  (22)", " 0000  0001  (1)"}};
+    for (const auto& row : rows)
+        bench.panel().sequencer.lists.append(row[0], row[1]);
+    EXPECT_EQ(bench.effectsOf("Cm_Run_Seq"),
+              "40E8 0100 1300 5283 DD80 1300 526E <00 15 00 08 06 00 00 00> 1D80 "
+              "<00 15 00 20 00 00 00 00> E580");
+    for (const auto& [list, column] : {std::pair{"List_Val_read1", 2U}, {"List_Val_read0", 3U}}) {
+        Texts answers{column == 2 ? "MSB in binary (hexa)" : "LSB in binary (hexa)"};
+        for (const auto& row : rows)
+            answers.emplace_back(row.at(column));
+        EXPECT_EQ(bench.lines(fmt::format("ZT72518.{}", list)), answers);
+    }
+}
+
+TEST(ChipBehindPanel, IsTrimmedInTestModeOnly) {
+    ChipBench bench;
+    const auto trim = [&](int fuse) {
+        bench.get<forms::OptionButton>(fmt::format("TestMode.trim_fuse({})", fuse)).click();
+        bench.click("TestMode.trim_send");
+        return fmt::format("{} | {}", bench.reading("Test mode"), bench.reading("Trimming"));
+    };
+    for (const char* option : {"trim_version(3)", "trim_osci(7)", "trim_bias(3)"})
+        bench.get<forms::OptionButton>(fmt::format("TestMode.{}", option)).click();
+    EXPECT_EQ(trim(3), "off | none");
+    bench.click("TestMode.enter_test_mode");
+    EXPECT_EQ(trim(1), "27 FD | none");
+    bench.get<forms::OptionButton>("TestMode.trim_fuse(3)").click();
+    bench.get<forms::ScrollBar>("TestMode.trimming_txd").move(100);
+    EXPECT_EQ(trim(3), "27 FF | 27 FF, TXD low 100");
+    EXPECT_EQ(trim(2), "27 FE | 27 FF, TXD low 100");
+}
+
 TEST(ChipBehindPanel, IsOutOfReachOnTheParallelPort) {
     const Texts refusal{"WordToSend(i) is neither a 1 or a 0!!!\r\n"
                         "Check the USB cable and restart program"};
