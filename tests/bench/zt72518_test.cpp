@@ -232,6 +232,25 @@ TEST(Zt72518, ResetsWhenTheWatchdogExpires) {
     window.send(0x5A00);
     EXPECT_EQ(window.read(0xE580), 0x01U) << "too early";
 
+    struct Slow {
+        const char* mode;
+        std::vector<unsigned> words; ///< that lead there, with a period set first
+        std::int64_t period;         ///< milliseconds
+    };
+    for (const Slow& c : {Slow{"Flash", {0x5800}, 48}, Slow{"Flash", {0x58A0}, 1024},
+                          Slow{"Low Power Vdd On (Stop)", {0x5810, 0x5A00, 0x5C88}, 24},
+                          Slow{"Low Power Vdd On (Stop)", {0x58F0, 0x5A00, 0x5C88}, 2048}}) {
+        for (const bool expired : {false, true}) {
+            ChipRig rig;
+            for (const unsigned word : c.words)
+                rig.send(word);
+            if (c.words.size() == 1)
+                rig.special(2);
+            rig.goTo(c.period * millisecond - (expired ? 0 : 1));
+            EXPECT_EQ(rig.reading("Mode"), expired ? "Reset" : c.mode) << c.period;
+        }
+    }
+
     ChipRig again;
     again.send(0x4A10); // resets of 10 ms
     again.send(0x5A00);

@@ -84,13 +84,6 @@ constexpr Selection selections[] = {
     {"Combo_Fwu", "542 ms", "Timer2_W", 0x0B},
 };
 
-/// Clicks the bits of a row until it shows a byte.
-void pokeTo(PanelBench& bench, const char* row, int byte) {
-    for (int bit = 0; bit < 8; ++bit)
-        if (((bench.byte(row) ^ byte) >> bit & 1) != 0)
-            bench.poke(fmt::format("{}({})", row, bit));
-}
-
 TEST(Choices, LightTheirBitsAndFollowThem) {
     for (const Choice& c : optionChoices) {
         SCOPED_TRACE(c.control);
@@ -98,7 +91,7 @@ TEST(Choices, LightTheirBitsAndFollowThem) {
         bench.choose(c.control);
         EXPECT_EQ(bench.byte(c.row), c.byte);
         PanelBench other;
-        pokeTo(other, c.row, c.byte);
+        other.pokeTo(c.row, c.byte);
         EXPECT_TRUE(other.on<forms::OptionButton>(c.control).value());
         EXPECT_EQ(other.byte(c.row), c.byte);
     }
@@ -109,7 +102,7 @@ TEST(Choices, LightTheirBitsAndFollowThem) {
         EXPECT_EQ(bench.byte(c.row), c.byte);
         bench.tick(c.control);
         EXPECT_EQ(bench.byte(c.row), 0);
-        pokeTo(bench, c.row, c.byte);
+        bench.pokeTo(c.row, c.byte);
         EXPECT_TRUE(bench.on<forms::CheckBox>(c.control).checked());
     }
     for (const Selection& s : selections) {
@@ -120,7 +113,7 @@ TEST(Choices, LightTheirBitsAndFollowThem) {
         EXPECT_EQ(bench.byte(s.row), s.byte);
         combo.setListIndex(0);
         EXPECT_EQ(bench.byte(s.row), 0);
-        pokeTo(bench, s.row, s.byte);
+        bench.pokeTo(s.row, s.byte);
         EXPECT_EQ(combo.text(), s.item);
     }
 }

@@ -4,6 +4,7 @@
 #include "panels/zt72518/panel_form.h"
 #include "support/test_bench.h"
 
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,14 +15,16 @@
 
 namespace bitlux::test {
 
-/// The program with a dongle and the ZT72518 panel open; lines for sequence and store are caught.
+constexpr std::int64_t millisecond = 1'000'000;
+
+/// The program with a dongle and the ZT72518 panel open; lines for the store are caught.
 class PanelBench : public TestBench {
 public:
     explicit PanelBench(const std::string& device = "loopback",
                         const std::vector<std::string>& replies = {})
         : TestBench(device, replies, WithDongle::Yes) {
         program.forms().show("ZT72518");
-        catchLines();
+        catchStore();
     }
 
     zt72518::PanelForm& panel() { return program.zt72518(); }
@@ -34,8 +37,34 @@ public:
     void choose(const std::string& option) { on<forms::OptionButton>(option).click(); }
     void tick(const std::string& box) { on<forms::CheckBox>(box).click(); }
     void poke(const std::string& label) { on<forms::Label>(label).click(); }
+    /// Clicks the bits of a row until it shows a byte.
+    void pokeTo(const std::string& row, int wanted) {
+        for (int bit = 0; bit < 8; ++bit)
+            if (((byte(row) ^ wanted) >> bit & 1) != 0)
+                poke(fmt::format("{}({})", row, bit));
+    }
     std::string caption(const std::string& label) { return on<forms::Label>(label).caption(); }
+    /// Turns a switch of the chip, by the name that `bitlux send --turn-on` knows.
+    void turn(const std::string& name, bool on = true) {
+        dongle.catchUp();
+        dongle.chip()->turn(switchNamed(*dongle.chip(), name), on);
+    }
     int byte(const std::string& row) { return panel().pageControls.row(row).byte(); }
+    /// The status row, as "B7CF".
+    std::string status() {
+        unsigned bits = 0;
+        for (const int bit : lit("Reg_W", 0xFFFFC0))
+            bits |= 1U << bit;
+        return fmt::format("{:04X}", bits);
+    }
+    /// What the chip tells of its state.
+    std::string reading(const std::string& name) {
+        dongle.catchUp();
+        for (const Reading& one : dongle.chip()->readings())
+            if (one.name == name)
+                return one.value;
+        return "no such reading";
+    }
     /// Labels of an array whose back colour is `colour`.
     std::vector<int> lit(const std::string& labels, forms::Color colour) {
         std::vector<int> result;
@@ -45,36 +74,42 @@ public:
         return result;
     }
 
-    /// What `action` sends, appends and stores, as "4AA5", "+MUX Write=A5" and "*MUX Write=A5".
+    /// What `action` sends, appends and stores, as "4AA5", "<00 15 00 20 00 00 00 00>" for a
+    /// command to the dongle, "+MUX Write=A5" and "*MUX Write=A5".
     template <typename Action>
     std::string effects(Action action) {
-        effects_.clear();
+        stored_.clear();
+        const SequenceLists& lists = panel().sequencer.lists;
+        const int before = lists.last();
         WireTrace trace;
         program.startRecording(trace);
         action();
         program.stopRecording();
-        std::vector<std::string> words;
-        for (const WireAccess& access : trace.accesses())
-            if (access.kind == WireAccess::Kind::FrameOut)
-                words.push_back(fmt::format("{:02X}{:02X}", access.frame[3], access.frame[4]));
-        words.insert(words.end(), effects_.begin(), effects_.end());
-        return fmt::format("{}", fmt::join(words, " "));
+        std::vector<std::string> all;
+        for (const WireAccess& access : trace.accesses()) {
+            if (access.kind != WireAccess::Kind::FrameOut)
+                continue;
+            const UsbFrame& frame = access.frame;
+            all.push_back(frame[0] == 0 ? fmt::format("<{:02X}>", fmt::join(frame, " "))
+                                        : fmt::format("{:02X}{:02X}", frame[3], frame[4]));
+        }
+        for (int row = before + 1; row <= lists.last(); ++row)
+            all.push_back(fmt::format("+{}={}", lists.command(row), lists.value(row)));
+        all.insert(all.end(), stored_.begin(), stored_.end());
+        return fmt::format("{}", fmt::join(all, " "));
     }
     std::string effectsOf(const std::string& button) {
         return effects([&] { press(button); });
     }
 
 private:
-    void catchLines() {
-        panel().sinks.append = [this](const std::string& name, const std::string& value) {
-            effects_.push_back(fmt::format("+{}={}", name, value));
-        };
+    void catchStore() {
         panel().sinks.store = [this](const std::string& name, const std::string& value) {
-            effects_.push_back(fmt::format("*{}={}", name, value));
+            stored_.push_back(fmt::format("*{}={}", name, value));
         };
     }
 
-    std::vector<std::string> effects_;
+    std::vector<std::string> stored_;
 };
 
 } // namespace bitlux::test

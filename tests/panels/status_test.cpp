@@ -1,5 +1,8 @@
 #include "panels/panel_bench.h"
 
+#include <map>
+#include <set>
+
 namespace bitlux::test {
 namespace {
 
@@ -7,32 +10,18 @@ constexpr forms::Color plain = 0xFFFFC0;
 constexpr forms::Color striped = 0xFFC0C0;
 using Bits = std::vector<int>;
 using Texts = std::vector<std::string>;
+using Names = std::set<std::string>;
 
 /// A panel whose chip answers every word alike.
 void answer(PanelBench& bench, const char* reply) {
     bench.bench.connect(makeDevice("scripted", {replyFromHex(reply)}));
 }
 
-TEST(ReadRows, ShowTheReplyInTheirColour) {
+TEST(ReadRows, LeaveTheirNeighboursAlone) {
     PanelBench bench("scripted", {"81A6"});
-    struct Row {
-        const char* button;
-        const char* labels;
-        forms::Color colour;
-    };
-    for (const Row& row :
-         {Row{"Cm_Mux_Rl", "Mux_Rl", plain}, Row{"Cm_Read_RAM(3)", "RAM_D", plain},
-          Row{"Cm_Init_Reg_Rl", "Init_Reg_Rl", striped}, Row{"Cm_Timer1_Rl", "Timer1_Rl", striped},
-          Row{"Cm_I0_Rh", "IO_Rh", striped}, Row{"CM_Lin0_Rh", "Lin0_Rh", striped},
-          Row{"Cm_Lin1_Rl", "Lin1_Rl", plain}, Row{"Cm_interrupts_Rl", "Interrupts_Rl", plain},
-          Row{"Cm_RFl(0)", "Mode_Rm_RFl", striped}, Row{"Cm_RFh(2)", "CAN_RFh", striped}}) {
-        EXPECT_EQ(bench.lit(row.labels, row.colour), Bits{}) << row.button;
-        bench.press(row.button);
-        EXPECT_EQ(bench.lit(row.labels, row.colour), (Bits{1, 2, 5, 7})) << row.button;
-    }
-    EXPECT_EQ(bench.lit("Reg_W", plain), (Bits{8, 15})) << "the data is no status";
     bench.press("Cm_RFh(4)");
     EXPECT_EQ(bench.lit("Interrupts_RFl", striped), (Bits{9, 10, 13, 15}));
+    EXPECT_EQ(bench.lit("Reg_W", plain), (Bits{8, 15})) << "the data is no status";
     bench.press("Cm_ReadAll_Rl(1)");
     EXPECT_EQ(bench.lit("Reg_W", plain), (Bits{1, 2, 5, 7, 8, 15}));
     answer(bench, "0001");
@@ -172,66 +161,79 @@ TEST(Panel, OpensFromItsTab) {
     EXPECT_EQ(bench.session().SPIType, 1);
 }
 
+/// All disabled controls, elements of an array that are not all disabled with their indices.
+Names disabledIn(const forms::Form& form) {
+    std::map<std::string, std::pair<std::size_t, Texts>> arrays; // all of a name, and the disabled
+    for (const forms::Control* control : form.controls()) {
+        auto& [count, disabled] = arrays[control->name()];
+        ++count;
+        if (!control->enabled())
+            disabled.push_back(control->localName());
+    }
+    Names all;
+    for (const auto& [name, array] : arrays) {
+        if (array.first == array.second.size())
+            all.insert(name);
+        else
+            all.insert(array.second.begin(), array.second.end());
+    }
+    return all;
+}
+
+const Names mux{"R_MUX",     "Mux_W",     "Ch_Mux",     "Cm_MUX_W",
+                "Seq_MUX_W", "Cm_Mux_Rl", "Seq_Mux_Rl", "Mux_Rl"};
+const Names lin1{"R_Lin0",  "Lin0_W",     "Cm_Lin0_W", "Seq_Lin0_W",  "Cm_Lin0_Rl", "Seq_Lin0_Rl",
+                 "Lin0_Rl", "CM_Lin0_Rh", "Lin0_Rh",   "Seq_Lin0_Rh", "Cm_RFl(5)",  "Seq_RFl(5)"};
+const Names lin2{"R_Lin1",  "Lin1_W",     "Cm_Lin1_W", "Seq_Lin1_W",  "Cm_Lin1_Rl", "Seq_Lin1_Rl",
+                 "Lin1_Rl", "Cm_Lin1_Rh", "Lin1_Rh",   "Seq_Lin1_Rh", "Cm_RFl(6)",  "Seq_RFl(6)"};
+const Names vauxAndIos{"init_vreg_frame(2)", "R_Init_Vreg(0)", "R_Init_Vreg(1)", "frame_reg(0)",
+                       "R_Reg(4)",           "R_Reg(5)",       "R_Reg(6)",       "R_Reg(7)",
+                       "i_o_frame(1)",       "i_o_frame(2)",   "pre_prog_box(9)"};
+const Names ballast{"Ch_Reg(1)", "Ch_Reg(2)"};
+const Names lin1Boxes{"pre_prog_box(1)", "pre_prog_box(6)"};
+const Names lin2Boxes{"pre_prog_box(2)", "pre_prog_box(7)"};
+const Names io3{"i_o_frame(3)"};
+
 TEST(Variants, DisableTheirControlsAndRenameTheirBits) {
     PanelBench bench;
-    const auto state = [&](const char* control) {
-        return bench.program.forms().control(std::string("ZT72518.") + control).enabled() ? '+'
-                                                                                          : '-';
-    };
+    const Names always = disabledIn(bench.panel());
     struct Variant {
         int index;
-        const char* enabled;  ///< of the controls below
+        std::vector<Names> disabled;
         const char* captions; ///< of the labels below
     };
-    const std::vector<const char*> controls{
-        "R_MUX(4)",   "Mux_Rl(7)",       "init_vreg_frame(2)", "R_Init_Vreg(1)", "R_Init_Vreg(2)",
-        "R_Reg(3)",   "R_Reg(4)",        "Ch_Reg(0)",          "Ch_Reg(2)",      "Lin0_W(0)",
-        "Lin0_Rh(7)", "Lin1_Rl(0)",      "i_o_frame(0)",       "i_o_frame(2)",   "i_o_frame(3)",
-        "Ch_Lin(0)",  "pre_prog_box(1)", "pre_prog_box(2)",    "pre_prog_box(9)"};
-    const std::vector<const char*> labels{"INIT_Vreg_W(2)",    "Regulator_W(1)", "Regulateur_Rl(7)",
-                                          "IO_Rh(2)",          "IO_Rh(6)",       "Regulator_RFl(2)",
-                                          "Interrupts_RFl(1)", "IO_RFh(7)"};
-    for (
-        const Variant& variant :
-        {Variant{7,
-                 "++--++-+++"
-                 "+-+-++-+-",
-                 "-|PNP on Auto|-|-|I/O 3 State|Vsense low|-|I/O_1_3 INT_WU|"},
-         Variant{6,
-                 "++--++-+++"
-                 "+++--+++-",
-                 "-|PNP on Auto|-|-|-|Vsense low|-|-|"},
-         Variant{5,
-                 "----++-+--"
-                 "--+--+---",
-                 "-|-|-|-|-|-|-|-|"},
-         Variant{
-             4,
-             "+++++++++-"
-             "--++++--+",
-             "Vaux5|PNP on Auto|Vaux on/off [1]|I/O 1 state|I/O 3 state|Vsense low|Vaux OV|I/O_1_3 "
-             "INT_WU|"},
-         Variant{
-             3,
-             "++++++++++"
-             "+-+++++-+",
-             "Vaux5|PNP on Auto|Vaux on/off [1]|I/O 1 state|I/O 3 state|Vsense low|Vaux OV|I/O_1_3 "
-             "INT_WU|"},
-         Variant{
-             2,
-             "++++++++++"
-             "+++++++++",
-             "Vaux5|PNP on Auto|Vaux on/off [1]|I/O 1 state|I/O 3 state|Vsense low|Vaux OV|I/O_1_3 "
-             "INT_WU|"}}) {
+    constexpr const char* allCaptions =
+        "Vaux5|Vaux5|PNP on Auto|PNP on Auto|PNP ON|PNP ON|Vaux on/off [0]|Vaux on/off [0]|Vaux "
+        "on/off [1]|Vaux on/off [1]|I/O 1 state|I/O 2 state|I/O 3 state|Vaux low (in NOR)|Vaux "
+        "OC|Vsense low|Vaux OV|I/O_0_2 INT_WU|I/O_1_3 INT_WU";
+    const std::vector<const char*> labels{
+        "INIT_Vreg_W(2)",    "Init_Reg_Rl(2)",   "Regulator_W(1)",   "Regulateur_Rl(1)",
+        "Regulator_W(2)",    "Regulateur_Rl(2)", "Regulator_W(6)",   "Regulateur_Rl(6)",
+        "Regulator_W(7)",    "Regulateur_Rl(7)", "IO_Rh(2)",         "IO_Rh(4)",
+        "IO_Rh(6)",          "Regulator_RFl(7)", "Regulator_RFl(6)", "Regulator_RFl(2)",
+        "Interrupts_RFl(1)", "IO_RFh(6)",        "IO_RFh(7)"};
+    for (const Variant& variant :
+         {Variant{7,
+                  {lin2, vauxAndIos, lin1Boxes},
+                  "-|-|PNP on Auto|PNP on Auto|PNP ON|PNP ON|-|-|-|-|-|-|I/O 3 State|-|-|Vsense "
+                  "low|-|I/O_0_2 INT_WU|I/O_1_3 INT_WU"},
+          Variant{6,
+                  {vauxAndIos, io3},
+                  "-|-|PNP on Auto|PNP on Auto|PNP ON|PNP ON|-|-|-|-|-|-|-|-|-|Vsense low|-|-|-"},
+          Variant{5,
+                  {mux, lin1, lin2, vauxAndIos, ballast, io3, lin1Boxes, lin2Boxes},
+                  "-|-|-|-|-|-|-|-|-|-|-|-|-|-|-|-|-|-|-"},
+          Variant{4, {lin1, lin2, lin1Boxes, lin2Boxes}, allCaptions},
+          Variant{3, {lin2, lin2Boxes}, allCaptions}, Variant{2, {}, allCaptions}}) {
         bench.choose(fmt::format("opt_vb({})", variant.index));
-        std::string enabled;
-        std::string captions;
-        for (const char* control : controls)
-            enabled += state(control);
+        Names disabled = always;
+        for (const Names& names : variant.disabled)
+            disabled.insert(names.begin(), names.end());
+        EXPECT_EQ(disabledIn(bench.panel()), disabled) << variant.index;
+        Texts captions;
         for (const char* label : labels)
-            captions += bench.caption(label) + "|";
-        EXPECT_EQ(enabled, variant.enabled) << variant.index;
-        EXPECT_EQ(captions, variant.captions) << variant.index;
+            captions.push_back(bench.caption(label));
+        EXPECT_EQ(fmt::format("{}", fmt::join(captions, "|")), variant.captions) << variant.index;
         for (const int box : {1, 2, 6, 7, 9}) {
             const auto& tick = bench.on<forms::CheckBox>(fmt::format("pre_prog_box({})", box));
             EXPECT_EQ(tick.checked(), tick.enabled()) << variant.index << " " << box;
@@ -239,26 +241,75 @@ TEST(Variants, DisableTheirControlsAndRenameTheirBits) {
     }
 }
 
-TEST(Variants, OfferTheDonglesVersionWhereTheMarkerFileIs) {
-    for (const bool there : {false, true}) {
-        VirtualClock clock;
-        VirtualBench bench(clock, makeDevice("none"));
-        ScriptedDesk desk(clock);
-        const ChosenMarkerFiles markers(there ? std::vector<std::string>{"72518vbOPT.TXT"}
-                                              : std::vector<std::string>{});
-        Hardware hardware = bench.hardware();
-        hardware.markers = &markers;
-        Program program(hardware, desk.desk());
+/// A program whose folder of markers has the panel's file, or has not.
+struct MarkedBench {
+    explicit MarkedBench(const std::vector<std::string>& files) : markers(files) {
         program.Main();
         program.forms().show("ZT72518");
-        for (const char* control : {"vb_otp(0)", "opt_vb(0)", "opt_vb(1)"})
-            EXPECT_EQ(program.zt72518().control(control).visible(), there) << control;
-        EXPECT_TRUE(program.zt72518().control("opt_vb(2)").visible());
-        EXPECT_EQ(program.zt72518().call("TesterPresenceFichier", "C:\\72518VBopt.txt"),
-                  forms::Value(there));
-        EXPECT_EQ(program.zt72518().call("TesterPresenceFichier", "C:\\other.txt"),
-                  forms::Value(false));
     }
+    Hardware hardware() {
+        Hardware all = bench.hardware();
+        all.markers = &markers;
+        return all;
+    }
+    template <typename T = forms::Control>
+    T& on(const std::string& control) {
+        return program.forms().get<T>(fmt::format("ZT72518.{}", control));
+    }
+
+    VirtualClock clock;
+    VirtualBench bench{clock, makeDevice("none")};
+    ScriptedDesk desk{clock};
+    ChosenMarkerFiles markers;
+    Program program{hardware(), desk.desk()};
+};
+
+TEST(Variants, OfferTheDonglesVersionWhereTheMarkerFileIs) {
+    for (const bool there : {false, true}) {
+        MarkedBench bench(there ? Texts{"72518vbOPT.TXT"} : Texts{"72518VBopt.tx"});
+        for (const char* control : {"vb_otp(0)", "opt_vb(0)", "opt_vb(1)"})
+            EXPECT_EQ(bench.on(control).visible(), there) << control;
+        for (const char* control : {"vb_otp(1)", "opt_vb(2)", "opt_vb(7)"})
+            EXPECT_TRUE(bench.on(control).visible()) << control;
+        for (const auto& [file, present] :
+             {std::pair{"C:\\72518VBopt.txt", there}, {"C:\\other.txt", false}})
+            EXPECT_EQ(bench.program.zt72518().call("TesterPresenceFichier", file),
+                      forms::Value(present));
+        if (!there) {
+            EXPECT_THROW(bench.on<forms::OptionButton>("opt_vb(0)").click(), forms::Unreachable);
+        }
+    }
+}
+
+TEST(Variants, HideWhatTheOriginalDongleCannotDo) {
+    MarkedBench bench({"72518VBopt.txt"});
+    const auto shown = [&] {
+        std::string marks;
+        for (const char* control : {"frame_Condition(0)", "frame_Condition(1)", "wd_aff(4)",
+                                    "wd_refresh(0)", "wd_refresh(1)"})
+            marks += bench.on(control).visible() ? '+' : '-';
+        return marks + (bench.on("Val_loop(3)").enabled() ? " on" : " off");
+    };
+    const auto choose = [&](int version) {
+        bench.on<forms::OptionButton>(fmt::format("opt_vb({})", version)).click();
+        return shown();
+    };
+    const auto tick = [&] {
+        bench.on<forms::CheckBox>("Ch_FirstCondition").click();
+        return shown();
+    };
+    EXPECT_EQ(shown(), "+-+++ on");
+    EXPECT_EQ(tick(), "+++++ on");
+    choose(5);
+    const Names disabled = disabledIn(bench.program.zt72518());
+    EXPECT_EQ(choose(0), "----- off");
+    EXPECT_TRUE(bench.on<forms::OptionButton>("opt_vb(5)").value()) << "the variant stays";
+    EXPECT_EQ(choose(2), "----- off") << "and changes nothing of this";
+    EXPECT_EQ(choose(1), "+-+++ on") << "one frame stays hidden";
+    choose(5);
+    EXPECT_EQ(disabledIn(bench.program.zt72518()), disabled);
+    tick();
+    EXPECT_EQ(tick(), "+++++ on") << "until its box is ticked anew";
 }
 
 } // namespace
