@@ -22,7 +22,7 @@ set(BITLUX_ARROWS_gui workbench)
 # rooms that may draw
 set(BITLUX_ROOMS_WITH_QT gui)
 # rooms that wait for the user most of the time: small code starts sooner and takes less memory
-set(BITLUX_SMALL_ROOMS waveform config panels program gui)
+set(BITLUX_SMALL_ROOMS waveform config panels program apps python gui)
 
 function(bitlux_reachable_rooms ROOM RESULT)
     set(reached ${ROOM})
@@ -86,21 +86,54 @@ function(bitlux_check_registered FOLDER)
     endforeach()
 endfunction()
 
-# bitlux_room(NAME SOURCES a.cpp ... LINKS library ... PROGRAMS name ... APART b.cpp ...)
+# Gives TARGET the common headers precompiled, and those that follow. The targets of a KIND are
+# compiled alike and name the same headers; the first of them precompiles for all.
+function(bitlux_precompile TARGET KIND)
+    if(NOT BITLUX_PRECOMPILED_HEADERS)
+        return()
+    endif()
+    get_property(first GLOBAL PROPERTY BITLUX_PRECOMPILED_${KIND})
+    if(first)
+        target_precompile_headers(${TARGET} REUSE_FROM ${first})
+    else()
+        target_precompile_headers(${TARGET} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/common.h ${ARGN})
+        set_property(GLOBAL PROPERTY BITLUX_PRECOMPILED_${KIND} ${TARGET})
+    endif()
+endfunction()
+
+# Compiles the sources of TARGET that follow as one. Without precompiled headers, where each source is
+# to be seen as it is, they stay apart.
+function(bitlux_compile_together TARGET)
+    if(BITLUX_PRECOMPILED_HEADERS AND ARGN)
+        set_target_properties(${TARGET} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+        set_source_files_properties(${ARGN} PROPERTIES UNITY_GROUP together)
+    endif()
+endfunction()
+
+# bitlux_room(NAME SOURCES a.cpp ... LINKS library ... PROGRAMS name ... APART b.cpp ...
+#             PRECOMPILED <header> ... TOGETHER c.cpp ...)
 # A program NAME is made of NAME.cpp, which holds its main function, and the room's library. Sources
-# that stand APART the room builds by itself.
+# that stand APART the room builds by itself. Large headers of libraries that many of its sources
+# include it has PRECOMPILED; sources that would each compile the same library are compiled TOGETHER.
 function(bitlux_room NAME)
-    cmake_parse_arguments(PARSE_ARGV 1 ROOM "" "" "SOURCES;LINKS;PROGRAMS;APART")
+    cmake_parse_arguments(PARSE_ARGV 1 ROOM "" "" "SOURCES;LINKS;PROGRAMS;APART;PRECOMPILED;TOGETHER")
     list(TRANSFORM ROOM_PROGRAMS APPEND .cpp OUTPUT_VARIABLE mains)
     bitlux_check_includes(${PROJECT_SOURCE_DIR}/src ${NAME})
     bitlux_check_registered(${CMAKE_CURRENT_SOURCE_DIR} ${ROOM_SOURCES} ${mains} ${ROOM_APART})
+    set(small "")
+    if(NAME IN_LIST BITLUX_SMALL_ROOMS AND CMAKE_BUILD_TYPE STREQUAL "RelWithDebInfo")
+        set(small -Os)
+    endif()
     if(ROOM_SOURCES)
         add_library(bitlux_${NAME} STATIC ${ROOM_SOURCES})
         set(scope PUBLIC)
-        if(NAME IN_LIST BITLUX_SMALL_ROOMS AND CMAKE_BUILD_TYPE STREQUAL "RelWithDebInfo")
-            target_compile_options(bitlux_${NAME} PRIVATE -Os)
+        set(kind core)
+        if(small)
+            target_compile_options(bitlux_${NAME} PRIVATE ${small})
+            set(kind small)
         endif()
         if(NAME IN_LIST BITLUX_ROOMS_WITH_QT)
+            set(kind qt)
             set_target_properties(bitlux_${NAME} PROPERTIES AUTOMOC ON)
         else() # goes into the Python module too; hidden, it is called no slower for it
             set_target_properties(bitlux_${NAME} PROPERTIES
@@ -108,9 +141,11 @@ function(bitlux_room NAME)
                 CXX_VISIBILITY_PRESET hidden
                 VISIBILITY_INLINES_HIDDEN ON)
         endif()
-        if(BITLUX_PRECOMPILED_HEADERS)
-            target_precompile_headers(bitlux_${NAME} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/common.h)
+        bitlux_reachable_rooms(${NAME} reached)
+        if(platform IN_LIST reached) # the common headers are those of its libraries
+            bitlux_precompile(bitlux_${NAME} ${kind} ${ROOM_PRECOMPILED})
         endif()
+        bitlux_compile_together(bitlux_${NAME} ${ROOM_TOGETHER})
     else()
         add_library(bitlux_${NAME} INTERFACE)
         set(scope INTERFACE)
@@ -123,5 +158,6 @@ function(bitlux_room NAME)
         add_executable(${program} ${program}.cpp)
         target_link_libraries(${program} PRIVATE bitlux_${NAME})
         target_compile_definitions(${program} PRIVATE BITLUX_VERSION="${PROJECT_VERSION}")
+        target_compile_options(${program} PRIVATE ${small})
     endforeach()
 endfunction()
