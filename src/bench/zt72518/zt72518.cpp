@@ -3,6 +3,7 @@
 #include "bench/zt72518/mode_machine.h"
 #include "bench/zt72518/state.h"
 #include "bench/zt72518/switch_table.h"
+#include "chips/zt72518/registers.h"
 
 #include <bit>
 #include <optional>
@@ -27,11 +28,6 @@ struct Request {
 
     [[nodiscard]] bool highView() const { return (data & 0x80) != 0; }
 };
-
-constexpr std::array<std::string_view, registerCount> registerNames{
-    "MUX",          "RAM A",     "RAM B",        "RAM C",   "RAM D",      "Init Vreg", "Init Wdog",
-    "Init LIN I/O", "Init Misc", "Special Mode", "Timer 0", "Timer 1",    "Timer 2",   "Wd Refresh",
-    "Mode",         "Regulator", "CAN",          "I/O",     "Interrupts", "LIN 1",     "LIN 2"};
 
 /// The row of flags that a word reads; none for those of the mode and for no flags at all.
 std::optional<std::size_t> flagRowOf(const Request& request) {
@@ -144,9 +140,7 @@ Chip::Shifted Model::wordBegins(const BusShape&) {
 }
 
 Request Model::request() const {
-    unsigned word = 0;
-    for (std::size_t n = 0; n < wordLength; ++n)
-        word = word << 1 | (requestBit(n) ? 1U : 0U);
+    const std::uint32_t word = requestWord(wordLength);
     return {.operation = word >> 14,
             .address = word >> 9 & 0x1F,
             .marked = (word >> 8 & 1) != 0,
@@ -312,7 +306,7 @@ std::vector<Reading> Model::readings() const {
                    : "off"},
         {"State", "Trimming", trimming_}};
     for (std::size_t address = 0; address < registerCount; ++address)
-        all.push_back({"Registers", std::string(registerNames[address]),
+        all.push_back({"Registers", std::string(chips::zt72518::registers[address].title),
                        fmt::format("{:02X}", lowView(static_cast<unsigned>(address)))});
     return all;
 }
