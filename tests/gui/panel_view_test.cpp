@@ -2,6 +2,8 @@
 
 #include <QDialog>
 #include <QPointer>
+#include <QProgressBar>
+#include <QScrollBar>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -86,6 +88,47 @@ TEST(PanelView, MovesALineOfTheSequenceByDragging) {
     list.setFocus();
     QTest::keyClick(&list, Qt::Key_Up, Qt::AltModifier);
     EXPECT_EQ(bench.lines("ZT72518.List_Commands")[2], "Mode RM Read Flag Low");
+}
+
+TEST(PanelView, ShowsTheLineThatRunsInAllLists) {
+    PanelBench bench;
+    bench.choose("ZT72518.tab_518(0)", 1);
+    zt72518::Sequencer& sequencer = bench.program.zt72518().sequencer;
+    constexpr int wait = 71;
+    for (int line = 1; line <= 100; ++line)
+        sequencer.lists.append(line == wait ? "Wait" : "MUX Read Low", line == wait ? "5000" : "");
+    std::vector<gui::LogView*> lists;
+    for (const char* list :
+         {"List1", "List_Commands", "List_Value", "List_Val_read1", "List_Val_read0"})
+        lists.push_back(&bench.widget<gui::LogView>(QString("ZT72518.") + list));
+    auto& progress = bench.widget<QProgressBar>("sequenceProgress");
+    const auto& button = bench.widget<QPushButton>("ZT72518.Cm_Run_Seq");
+    const QColor plain = button.palette().color(QPalette::Button);
+    EXPECT_FALSE(progress.isVisible());
+
+    bench.loop.atTime(bench.clock.nanoseconds() + 1'500'000'000, [&] {
+        bench.settle();
+        for (const gui::LogView* list : lists) {
+            EXPECT_EQ(list->marked(), wait);
+            EXPECT_EQ(list->firstVisible(), lists.front()->firstVisible());
+            EXPECT_TRUE(list->viewport()->rect().contains(list->lineRect(wait + 1).center()))
+                << "the arrow of the next line";
+        }
+        EXPECT_TRUE(progress.isVisible());
+        EXPECT_TRUE(progress.text().startsWith("Line 71 of 100, 3."))
+            << progress.text().toStdString();
+        EXPECT_NE(button.palette().color(QPalette::Disabled, QPalette::Button), plain);
+        // A hand may look elsewhere meanwhile, from any of them.
+        lists.back()->verticalScrollBar()->setValue(5);
+        for (const gui::LogView* list : lists)
+            EXPECT_EQ(list->verticalScrollBar()->value(), 5);
+        sequencer.run.Timer1.disable();
+    });
+    bench.press("ZT72518.Cm_Run_Seq");
+    for (const gui::LogView* list : lists)
+        EXPECT_EQ(list->marked(), -1);
+    EXPECT_FALSE(progress.isVisible());
+    EXPECT_EQ(button.palette().color(QPalette::Disabled, QPalette::Button), plain);
 }
 
 TEST(PanelView, DrivesTheTimersOfTheForm) {

@@ -69,6 +69,27 @@ private:
     forms::Button& button_;
 };
 
+/// There is progress for as long as the outermost of these lives.
+class SequenceRun::Shown {
+public:
+    explicit Shown(SequenceRun& run) : run_(run), isOutermost_(!run.progress_) {
+        if (isOutermost_)
+            run_.progress_ = {.lines = run.lists_.last(), .waitUntil = {}};
+    }
+    ~Shown() {
+        if (!isOutermost_)
+            return;
+        run_.progress_.reset();
+        run_.progressChanged.raise();
+    }
+    Shown(const Shown&) = delete;
+    Shown& operator=(const Shown&) = delete;
+
+private:
+    SequenceRun& run_;
+    bool isOutermost_;
+};
+
 SequenceRun::SequenceRun(forms::Form& form, const Parts& parts)
     : parts_(parts),
       variables_(parts.variables),
@@ -129,6 +150,7 @@ void SequenceRun::Ch_Loop_Click() {
 
 void SequenceRun::Cm_Run_Seq_Click() {
     const ButtonOff off(Cm_Run_Seq);
+    const Shown shown(*this);
     parts_.session.WordToSend.assign(
         static_cast<std::size_t>(std::max<int>(parts_.session.SPIWordLength, 0)), 0);
     lists_.restart();
@@ -157,6 +179,8 @@ int SequenceRun::lineIn(const forms::TextBox& box) const {
 void SequenceRun::await(const Condition& condition) {
     bool lost = false; // who is told once need not be told at each sample
     const Subscription watch = parts_.dongle.failed.follow([&lost] { lost = true; });
+    show({}, condition.lines(0).value() ? SequenceProgress::Awaited::Reset
+                                        : SequenceProgress::Awaited::Interrupt);
     while (!condition.seen && !condition.pass && variables_.RunEnabled) {
         if (!lost)
             parts_.dongle.read_rstint();
@@ -169,11 +193,26 @@ void SequenceRun::await(const Condition& condition) {
             parts_.loop.waitForEvents(pauseWithoutDongle);
     }
     condition.seen = false;
+    show({});
+}
+
+void SequenceRun::show(std::optional<std::int64_t> waitUntil, SequenceProgress::Awaited awaited) {
+    progress_->waitUntil = waitUntil;
+    progress_->awaited = awaited;
+    progressChanged.raise();
+}
+
+std::int64_t SequenceRun::remainingWait() const {
+    if (!progress_ || !progress_->waitUntil)
+        return 0;
+    return std::max<std::int64_t>(*progress_->waitUntil - parts_.clock.nanoseconds(), 0);
 }
 
 void SequenceRun::RunSequenceRange(int first, int last) {
     variables_.SPIParityEnabled = false;
+    const Shown shown(*this);
     for (int line = first; line <= last;) {
+        progress_->line = line;
         parts_.session.USBFrameTopBit = val(parts_.Val_loop(3).text()) == line;
         lists_.pointTo(line + 1);
         if (!variables_.RunEnabled) {
@@ -223,10 +262,12 @@ void SequenceRun::wait(const std::string& value) {
     Timer1.enable();
     // A timer of a window may come late, and one that nobody drives never.
     const std::int64_t end = parts_.clock.nanoseconds() + milliseconds * millisecond;
+    show(end);
     for (std::int64_t left = milliseconds * millisecond;
          left > 0 && Timer1.enabled() && variables_.RunEnabled;
          left = end - parts_.clock.nanoseconds())
         parts_.loop.waitForEvents(left);
+    show({});
     Timer1.disable();
 }
 

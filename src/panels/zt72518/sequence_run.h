@@ -16,9 +16,20 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace bitlux::zt72518 {
+
+/// Where a run over the sequence is.
+struct SequenceProgress {
+    enum class Awaited : std::uint8_t { Nothing, Reset, Interrupt };
+
+    int line = 0;  ///< that is played or was played last; 0 before the first
+    int lines = 0; ///< as many as there were at the start
+    std::optional<std::int64_t> waitUntil; ///< on the clock, in nanoseconds, during a wait
+    Awaited awaited = Awaited::Nothing;    ///< of the chip, at a point where the run stops
+};
 
 /// Plays the sequence from top to bottom, with loops, waits, and two points at which it stops until
 /// the chip resets or interrupts. The event loop turns after each line, so that the whole panel
@@ -49,6 +60,13 @@ public:
     /// Lines that are left pass without sending, and waits end. A form that goes does so by itself.
     void abandon() { variables_.RunEnabled = false; }
 
+    /// Nothing while no run is on.
+    [[nodiscard]] const std::optional<SequenceProgress>& progress() const { return progress_; }
+    /// Nanoseconds that are left of the present wait, 0 without one.
+    [[nodiscard]] std::int64_t remainingWait() const;
+    /// A wait, a stop or the run began or ended. That a line begins is told by the arrow.
+    Event<> progressChanged;
+
     // What the register pages give; set by whoever owns both.
 
     /// Decod_Name: sets SequenceHighByte, SequenceIsWrite and SequenceIsWatchdog.
@@ -60,6 +78,7 @@ public:
 
 private:
     class ButtonOff;
+    class Shown;
 
     /// A point at which a run stops.
     struct Condition {
@@ -68,6 +87,8 @@ private:
         const bool& pass;
     };
 
+    /// Changes what progress() tells of the present line.
+    void show(std::optional<std::int64_t> waitUntil, SequenceProgress::Awaited awaited = {});
     [[nodiscard]] int lineIn(const forms::TextBox& box) const;
     void await(const Condition& condition);
     void play(int line);
@@ -84,6 +105,7 @@ private:
     Parts parts_;
     PanelVariables& variables_;
     SequenceLists& lists_;
+    std::optional<SequenceProgress> progress_;
     Subscription formGoing_;
 
 public:
