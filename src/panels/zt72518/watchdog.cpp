@@ -83,9 +83,13 @@ Watchdog::Watchdog(forms::Form& form, const Parts& parts)
       watchdog(buttons(form)) {
     wd_config(3).hide();
     wd_current_time.setValue(usualHighTime);
+    wd_refresh(0).setCaption("WatchDog mode");
+    wd_refresh(1).setCaption("WatchDog timer");
     wd_aff(2).setCaption("WatchDog TL");
     wd_aff(3).setCaption("WatchDog TH");
     wd_aff(4).setCaption("Trigger line");
+    for (const int once : {12, 14})
+        watchdog(once).setTooltip(fmt::format("0x{:02X}00", refreshWord));
     showTime();
     showState(false);
     form.procedure("wd_current_time_Change", [this] { showTime(); });
