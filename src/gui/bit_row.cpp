@@ -72,7 +72,7 @@ void BitCell::paintEvent(QPaintEvent*) {
 
 void BitCell::paintEdges(QPainter& painter) const {
     constexpr float faint = 0.25F;
-    constexpr float strong = 0.6F;
+    constexpr float strong = 0.5F;
     QColor edge = QApplication::palette().color(QPalette::WindowText);
     edge.setAlphaF(faint);
     painter.setPen(edge);

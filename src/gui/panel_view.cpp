@@ -61,7 +61,7 @@ PanelView::PanelView(zt72518::PanelForm& form, Binder& binder, QWidget* parent)
             flushed_ = {};
     });
     followForm();
-    const QSize wanted(fontMetrics().averageCharWidth() * 170, fontMetrics().height() * 51);
+    const QSize wanted(fontMetrics().averageCharWidth() * 196, fontMetrics().height() * 51);
     resize(wanted.boundedTo(QGuiApplication::primaryScreen()->availableSize() - QSize(20, 50)));
 }
 

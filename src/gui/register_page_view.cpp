@@ -139,6 +139,10 @@ RegisterPageView::RowStart RegisterPageView::buttons(const chips::ControlName& f
 }
 
 void RegisterPageView::addButtons(const std::vector<chips::ControlName>& names) {
+    if (names.size() == 1) { // does what those above it do
+        rows_->addWidget(buttons({}, names.front(), {}).second, rows_->rowCount(), 1);
+        return;
+    }
     if (names.empty())
         return;
     auto* line = new QHBoxLayout;

@@ -176,8 +176,7 @@ QWidget* SequenceView::makeLines(QWidget* parent) {
     grid->addWidget(PanelWidgets::button(binder_, editor.Cm_CLEAR_lists, box), 1, 1);
     grid->addWidget(PanelWidgets::button(binder_, sequencer_.files.Cm_LOAD_Seq, box), 2, 0);
     grid->addWidget(PanelWidgets::button(binder_, sequencer_.files.Cm_SAVE_Seq, box), 2, 1);
-    for (const int column : {0, 1})
-        grid->setColumnStretch(column, 1);
+    grid->setColumnStretch(1, 1);
     return box;
 }
 

@@ -117,15 +117,13 @@ QWidget* WatchdogView::makeReads() {
     auto* grid = new QGridLayout(box);
     grid->setVerticalSpacing(3);
     constexpr int lines = 6;
+    constexpr int groupSpacing = 20;
     const std::array<ReadGroup, 3> groups{
         {{range(0, 16), 41}, {range(17, 22), 42}, {flagBoxes(), 43}}};
     int column = 0;
     for (const ReadGroup& group : groups) {
-        if (column > 0) {
-            auto* border = new QFrame(box);
-            border->setFrameShape(QFrame::VLine);
-            grid->addWidget(border, 0, column++, lines + 1, 1);
-        }
+        if (column > 0)
+            grid->setColumnMinimumWidth(column++, groupSpacing);
         grid->addWidget(binder_.make<QCheckBox>(reads_.read_auto(group.all), box), 0, column);
         for (int place = 0; const int read : group.boxes) {
             grid->addWidget(binder_.make<QCheckBox>(reads_.read_auto(read), box), 1 + place % lines,
