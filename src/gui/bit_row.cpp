@@ -73,7 +73,7 @@ void BitCell::paintEvent(QPaintEvent*) {
 void BitCell::paintEdges(QPainter& painter) const {
     constexpr float faint = 0.25F;
     constexpr float strong = 0.5F;
-    QColor edge = QApplication::palette().color(QPalette::WindowText);
+    QColor edge = palette().color(QPalette::Active, QPalette::WindowText); // goes with the ground
     edge.setAlphaF(faint);
     painter.setPen(edge);
     painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));

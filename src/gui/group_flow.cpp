@@ -50,10 +50,10 @@ int GroupFlow::heightOf(Row row) {
 }
 
 int GroupFlow::heightForWidth(int width) const {
-    int height = 0;
+    int height = -below;
     for (const Row row : rowsIn(width))
         height += heightOf(row) + below;
-    return height;
+    return std::max(height, 0);
 }
 
 QSize GroupFlow::minimumSize() const {

@@ -8,8 +8,6 @@ namespace chip = chips::zt72518;
 
 namespace {
 
-constexpr int lineSpacing = 3;
-
 PageParts ramParts(zt72518::PanelForm& form, const PanelWidgets& widgets) {
     const auto entry = [&form, &widgets](QWidget* parent) {
         auto* text = widgets.binder.make<QLineEdit>(form.ram.Val_Hex_RAM, parent);
@@ -36,7 +34,7 @@ PageParts refreshParts(const PanelWidgets& widgets) {
     const auto group = [&widgets](QWidget* parent) {
         auto* box = widgets.make<QGroupBox, forms::Frame>({"wd_frame"}, parent);
         auto* column = new QVBoxLayout(box);
-        column->setSpacing(lineSpacing);
+        setLines(*column);
         const chips::OptionField& shown = chip::registers[chip::initWdog].options.front();
         for (int value = 0; value < static_cast<int>(shown.captions.size()); ++value)
             column->addWidget(widgets.make<QRadioButton, forms::OptionButton>(
@@ -50,7 +48,7 @@ PageParts modeParts(const PanelWidgets& widgets) {
     const auto group = [&widgets](QWidget* parent) {
         auto* box = new QGroupBox("Low power", parent);
         auto* column = new QVBoxLayout(box);
-        column->setSpacing(lineSpacing);
+        setLines(*column);
         for (int i = 0; i < static_cast<int>(chip::lowPowerModes.size()); ++i)
             column->addWidget(widgets.make<QRadioButton, forms::OptionButton>({"s_mode", i}, box));
         for (int i = 0; i < static_cast<int>(chip::lowPowerBoxes.size()); ++i)

@@ -12,7 +12,6 @@ namespace bitlux::gui {
 namespace {
 
 constexpr int columns = 3;
-constexpr int lineSpacing = 3;
 constexpr unsigned noFields = 0;
 
 QString textOf(std::string_view text) {
@@ -38,6 +37,11 @@ unsigned topsOf(const chips::Register& shown) {
 }
 
 } // namespace
+
+void setLines(QVBoxLayout& group) {
+    group.setContentsMargins(9, 6, 9, 6);
+    group.setSpacing(1);
+}
 
 RegisterPageView::RegisterPageView(std::span<const chips::Register> registers,
                                    const PageParts& parts, const PanelWidgets& widgets,
@@ -169,7 +173,7 @@ void RegisterPageView::addOptions(const chips::OptionField& field) {
     if (field.frame.exists())
         widgets_.binder.bind(widgets_.controls.get<forms::Frame>(field.frame), *box);
     auto* column = new QVBoxLayout(box);
-    column->setSpacing(lineSpacing);
+    setLines(*column);
     for (int value = 0; value < static_cast<int>(field.captions.size()); ++value)
         column->addWidget(widgets_.make<QRadioButton, forms::OptionButton>(
             {field.options, field.firstOption + value}, box));
@@ -182,7 +186,7 @@ void RegisterPageView::addChecks(const chips::Register& shown) {
         return;
     auto* box = new QGroupBox("Single bits", choices_);
     auto* column = new QVBoxLayout(box);
-    column->setSpacing(lineSpacing);
+    setLines(*column);
     std::vector<chips::CheckBit> checks(shown.checks.begin(), shown.checks.end());
     std::sort(checks.begin(), checks.end(), [](const auto& one, const auto& other) {
         return one.bit > other.bit; // as the row above

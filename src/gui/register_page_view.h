@@ -26,6 +26,9 @@ struct PageParts {
     Make group{};                              ///< behind the groups of the fields
 };
 
+/// The choices of a group stand close to each other.
+void setLines(QVBoxLayout& group);
+
 /// A page of registers, made from their rows in the table: the bits to write and those that were
 /// read stay in sight, the choices scroll below them. It is made in the order in which it is read,
 /// for the tabulator key.

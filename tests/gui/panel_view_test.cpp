@@ -103,8 +103,11 @@ TEST(PanelView, NamesItsButtons) {
 
 TEST(PanelView, FindsRoomOnASmallScreen) {
     PanelBench bench;
+    for (const char* choice : {"vb_otp(0)", "opt_vb(0)", "opt_vb(1)"}) // where the file is there
+        bench.program.zt72518().control(choice).show();
     for (int page = 1; page <= 5; ++page)
         bench.choose("ZT72518.tab_518(0)", page);
+    EXPECT_TRUE(bench.widget<QRadioButton>("ZT72518.opt_vb(0)").isVisible());
     EXPECT_LE(bench.panel->minimumSizeHint().width(), 1000);
     EXPECT_LE(bench.panel->minimumSizeHint().height(), 600);
 }
