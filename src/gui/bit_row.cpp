@@ -138,7 +138,7 @@ BitRow::BitRow(std::span<forms::Label* const> labels, Use use, Binder& binder, Q
 }
 
 void BitRow::markFields(unsigned tops) {
-    for (std::size_t i = 0; i < cells_.size(); ++i)
+    for (std::size_t i = 0; i + 1 < cells_.size(); ++i) // the row begins with the last
         cells_[i]->setFieldTop((tops >> i & 1) != 0);
 }
 

@@ -68,7 +68,7 @@ QWidget* SequenceView::makeLists() {
               makeList(lists.List_Val_read1, "High bytes", widget),
               makeList(lists.List_Val_read0, "Low bytes", widget)};
     constexpr std::array<std::pair<int, int>, 5> shares{
-        {{13, 0}, {16, 6}, {11, 3}, {19, 4}, {19, 5}}}; // characters at least, part of the rest
+        {{13, 0}, {16, 6}, {11, 3}, {19, 4}, {21, 5}}}; // characters at least, part of the rest
     for (std::size_t i = 0; i < lists_.size(); ++i) {
         LogView* list = lists_.at(i);
         const int width = list->fontMetrics().averageCharWidth() * shares.at(i).first;
