@@ -64,12 +64,27 @@ void BitCell::paintEvent(QPaintEvent*) {
     painter.setFont(font());
     painter.setPen(carries ? ink : faint);
     const QRect caption = inner.adjusted(0, QFontMetrics(number).height(), 0, 0);
-    painter.drawText(caption, Qt::AlignCenter | Qt::TextWordWrap, text().simplified());
-    QColor edge = hasFocus() ? palette().color(QPalette::Highlight)
-                             : QApplication::palette().color(QPalette::WindowText);
-    edge.setAlphaF(hasFocus() ? 1.0F : 0.25F);
-    painter.setPen(QPen(edge, hasFocus() ? 2 : 1));
+    // A name of several words may be parted between them.
+    const QString shown = text().simplified().replace("_", QString("_") + QChar(0x200B));
+    painter.drawText(caption, Qt::AlignCenter | Qt::TextWordWrap, shown);
+    paintEdges(painter);
+}
+
+void BitCell::paintEdges(QPainter& painter) const {
+    constexpr float faint = 0.25F;
+    constexpr float strong = 0.5F;
+    QColor edge = palette().color(QPalette::Active, QPalette::WindowText); // goes with the ground
+    edge.setAlphaF(faint);
+    painter.setPen(edge);
     painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
+    if (isFieldTop_) {
+        edge.setAlphaF(isEnabled() ? strong : faint);
+        painter.fillRect(QRect(0, 0, 2, height()), edge);
+    }
+    if (hasFocus()) {
+        painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+        painter.drawRect(QRectF(rect()).adjusted(1, 1, -1, -1));
+    }
 }
 
 void BitCell::keyPressEvent(QKeyEvent* event) {
@@ -93,19 +108,22 @@ BitRow::BitRow(std::span<forms::Label* const> labels, Use use, Binder& binder, Q
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
-    std::vector<BitCell*> cells(labels.size());
+    constexpr int byteBits = 8;
+    if (const int missing = byteBits - static_cast<int>(labels.size()); missing > 0)
+        row->addStretch(missing);
+    cells_.resize(labels.size());
     for (std::size_t i = labels.size(); i-- > 0;) {
         auto* cell = new BitCell(static_cast<int>(i), use == Use::Clicked, this);
         binder.bind(*labels[i], *cell);
         cell->setAccessibleName(QString("bit %1 %2").arg(i).arg(cell->text()));
         row->addWidget(cell, 1);
-        cells[i] = cell;
+        cells_[i] = cell;
     }
-    for (std::size_t i = 0; i < cells.size(); ++i)
-        cells[i]->setNeighbours(i + 1 < cells.size() ? cells[i + 1] : nullptr,
-                                i > 0 ? cells[i - 1] : nullptr);
+    for (std::size_t i = 0; i < cells_.size(); ++i)
+        cells_[i]->setNeighbours(i + 1 < cells_.size() ? cells_[i + 1] : nullptr,
+                                 i > 0 ? cells_[i - 1] : nullptr);
     if (use == Use::Clicked)
-        cells.back()->setFocusPolicy(Qt::StrongFocus);
+        cells_.back()->setFocusPolicy(Qt::StrongFocus);
     value_->setFont(fixedFont());
     value_->setMinimumWidth(value_->fontMetrics().horizontalAdvance("0x00000"));
     value_->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -117,6 +135,11 @@ BitRow::BitRow(std::span<forms::Label* const> labels, Use use, Binder& binder, Q
             labels_.clear();
     });
     showValue();
+}
+
+void BitRow::markFields(unsigned tops) {
+    for (std::size_t i = 0; i + 1 < cells_.size(); ++i) // the row begins with the last
+        cells_[i]->setFieldTop((tops >> i & 1) != 0);
 }
 
 void BitRow::showValue() {

@@ -15,6 +15,9 @@ class BitCell : public QLabel {
 public:
     BitCell(int bit, bool clickable, QWidget* parent);
 
+    /// A field begins here, from the left.
+    void setFieldTop(bool top) { isFieldTop_ = top; }
+
     /// Arrow keys lead to these.
     void setNeighbours(BitCell* left, BitCell* right);
 
@@ -26,7 +29,10 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void paintEdges(QPainter& painter) const;
+
     int bit_;
+    bool isFieldTop_ = false;
     BitCell* left_ = nullptr;
     BitCell* right_ = nullptr;
 };
@@ -37,13 +43,17 @@ class BitRow : public QWidget {
 public:
     enum class Use { Shown, Clicked };
 
-    /// `labels` from bit 0 on.
+    /// `labels` from bit 0 on. Less than a byte of them stand where they stand in a byte.
     BitRow(std::span<forms::Label* const> labels, Use use, Binder& binder, QWidget* parent);
+
+    /// Parts the fields: bit i of `tops` tells that a field begins with cell i, from the left.
+    void markFields(unsigned tops);
 
 private:
     void showValue();
 
     std::vector<forms::Label*> labels_;
+    std::vector<BitCell*> cells_;
     QLabel* value_;
     Subscription flushed_;
     Subscription formGoing_;

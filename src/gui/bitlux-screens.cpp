@@ -11,6 +11,7 @@
 #include "workbench/virtual_bench.h"
 
 #include <array>
+#include <string_view>
 
 #include <QApplication>
 #include <QDir>
@@ -265,15 +266,61 @@ public:
                 form.diagram.timer_auto_pre_Timer();
             shoot(window, panel, prefix + QString("-page-%1").arg(page) + tail);
         }
+        paintPanelRun(window, panel, prefix, tail);
+        paintPanelSizes(window, panel, prefix, tail);
         dynamic_cast<forms::OptionButton&>(form.control("opt_vb(5)")).click();
         form.tab_518(0).click(zt72518::PanelForm::RegistersPage);
         shoot(window, panel, prefix + "-disabled" + tail);
-        panel.resize(640, 480);
-        shoot(window, panel, prefix + "-small" + tail);
+        form.tab_518(0).click(zt72518::PanelForm::FlagsPage);
+        shoot(window, panel, prefix + "-disabled-flags" + tail);
+        form.tab_518(0).click(zt72518::PanelForm::RegistersPage);
         program_.forms().unload("ZT72518");
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        paintTestMode(window, prefix + "-test-mode", tail);
+    }
+
+    /// A long sequence in one of its waits.
+    void paintPanelRun(gui::MainWindow& window, QWidget& panel, const QString& prefix,
+                       const QString& tail) {
+        zt72518::Sequencer& sequencer = program_.zt72518().sequencer;
+        program_.zt72518().tab_518(0).click(zt72518::PanelForm::SequencePage);
+        sequencer.stops.Ch_FirstCondition.click();
+        for (int line = sequencer.lists.last(); line < 69; ++line)
+            sequencer.lists.append("MUX Read Low", "");
+        sequencer.lists.append("Wait", "5000");
+        for (int line = 0; line < 30; ++line)
+            sequencer.lists.append("MUX Write", "A0");
+        desk_.loop.atTime(clock_.nanoseconds() + 2'300'000'000, [&] {
+            shoot(window, panel, prefix + "-run" + tail);
+            sequencer.player.Timer1.disable();
+        });
+        sequencer.player.Cm_Run_Seq_Click();
+    }
+
+    void paintPanelSizes(gui::MainWindow& window, QWidget& panel, const QString& prefix,
+                         const QString& tail) {
+        forms::TabStrip& pages = program_.zt72518().tab_518(0);
+        constexpr int initWdogPage = 4;
+        program_.zt72518().tab_518(1).click(initWdogPage);
+        for (const auto& [name, size] :
+             {std::pair("-small", QSize(960, 600)), std::pair("-large", QSize(1600, 1000))}) {
+            for (int page = 1; page <= pages.count(); ++page) {
+                pages.click(page);
+                panel.resize(size);
+                shoot(window, panel, prefix + name + QString("-%1").arg(page) + tail);
+            }
+        }
+        program_.zt72518().tab_518(1).click(program_.zt72518().tab_518(1).count());
+    }
+
+    void paintTestMode(gui::MainWindow& window, const QString& prefix, const QString& tail) {
         program_.forms().show("TestMode");
-        shoot(window, *window.findChild<QDialog*>(), prefix + "-test-mode" + tail);
+        QWidget& dialog = *window.findChild<QDialog*>();
+        shoot(window, dialog, prefix + tail);
+        forms::Form& form = program_.forms().form("TestMode");
+        dynamic_cast<forms::OptionButton&>(form.control("trim_fuse(3)")).click();
+        dynamic_cast<forms::ComboBox&>(form.control("thres_combox")).select(2);
+        shoot(window, dialog, prefix + "-fuses" + tail);
         program_.forms().unload("TestMode");
     }
 
@@ -352,6 +399,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     const QString folder = argc > 1 ? argv[1] : "screens";
     const QString scale = argc > 2 ? argv[2] : "100";
+    const bool onlyPanel = argc > 3 && std::string_view(argv[3]) == "panel";
     QDir().mkpath(folder);
     for (const bool dark : {false, true}) {
         gui::applyTheme(dark);
@@ -359,6 +407,8 @@ int main(int argc, char** argv) {
         Stage panel;
         panel.plugDongle();
         panel.paintPanel(folder + "/panel", tail);
+        if (onlyPanel)
+            continue;
         paintTypes(folder + "/types-msb" + tail + ".png", true, {520, 190});
         paintTypes(folder + "/types-lsb-smallest" + tail + ".png", false, {});
         for (const State& state : states) {

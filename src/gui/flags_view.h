@@ -14,6 +14,7 @@ public:
     FlagsView(const PanelWidgets& widgets, QWidget* parent);
 
 private:
+    void addTitle(const QString& text);
     void addRow(const chips::zt72518::FlagRow& row, const chips::ControlName& read,
                 const chips::ControlName& append);
 

@@ -39,9 +39,18 @@ void LogView::mark(int index) {
     if (marked_ == index)
         return;
     marked_ = index;
-    if (marked_ >= 0 && marked_ < count_)
+    if (marked_ >= 0 && marked_ < count_) {
+        bringIntoSight(std::min(marked_ + 1, scrolledLines() - 1)); // what comes next, too
         bringIntoSight(marked_);
+    }
     viewport()->update();
+}
+
+void LogView::scrollAsIf(int lines) {
+    if (scrolled_ == lines)
+        return;
+    scrolled_ = lines;
+    updateScrollBar();
 }
 
 QString LogView::line(int index) const {
@@ -90,12 +99,12 @@ int LogView::wholeLinesInSight() const {
 }
 
 void LogView::updateScrollBar() {
-    if (count_ == 0) {
+    if (scrolledLines() == 0) {
         verticalScrollBar()->setRange(0, 0);
         return;
     }
     verticalScrollBar()->setPageStep(wholeLinesInSight());
-    verticalScrollBar()->setRange(0, std::max(0, count_ - wholeLinesInSight()));
+    verticalScrollBar()->setRange(0, std::max(0, scrolledLines() - wholeLinesInSight()));
 }
 
 void LogView::bringIntoSight(int index) {
@@ -106,14 +115,27 @@ void LogView::bringIntoSight(int index) {
         bar->setValue(index - wholeLinesInSight() + 1);
 }
 
-void LogView::paintMark(QPainter& painter, const QRect& row) const {
-    painter.fillRect(row, changedColor());
+void LogView::paintArrow(QPainter& painter, const QRect& row) const {
     const int half = lineHeight() / 4;
     const QPoint tip(margin + 2 * half, row.center().y());
     painter.setPen(Qt::NoPen);
     painter.setBrush(palette().color(QPalette::Text));
     painter.drawPolygon(
         QPolygon({tip, tip + QPoint(-2 * half, -half), tip + QPoint(-2 * half, half)}));
+}
+
+/// What stands out behind the lines. The marked row may have no line yet.
+void LogView::paintRows(QPainter& painter) const {
+    if (header_)
+        painter.fillRect(lineRect(0), palette().color(QPalette::AlternateBase));
+    if (current_ >= 0)
+        painter.fillRect(lineRect(current_), palette().color(hasFocus() ? QPalette::Highlight
+                                                                        : QPalette::AlternateBase));
+    if (marked_ < 0)
+        return;
+    painter.fillRect(lineRect(marked_), changedColor());
+    if (markable_)
+        paintArrow(painter, lineRect(marked_));
 }
 
 void LogView::paintTarget(QPainter& painter) const {
@@ -128,15 +150,11 @@ void LogView::paintEvent(QPaintEvent*) {
     QPainter painter(viewport());
     const int left = leftOfText() - horizontalScrollBar()->value();
     int widest = 0;
+    paintRows(painter);
     for (int i = 0; i < visibleCount(); ++i) {
         const int index = firstVisible() + i;
         const QRect row = lineRect(index);
         const QString text = line(index);
-        if (index == current_)
-            painter.fillRect(
-                row, palette().color(hasFocus() ? QPalette::Highlight : QPalette::AlternateBase));
-        if (index == marked_)
-            paintMark(painter, row);
         painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled,
                                        index == current_ && index != marked_ && hasFocus()
                                            ? QPalette::HighlightedText

@@ -23,6 +23,12 @@ public:
     /// A line can be dragged to the place of another, by the mouse or by Alt with Up and Down.
     void setDraggable() { draggable_ = true; }
 
+    /// The first line is a header.
+    void setHeader() { header_ = true; }
+    /// Scrolls as if there were as many lines, whatever there are: lists of different length that
+    /// stand side by side go together.
+    void scrollAsIf(int lines);
+
     /// Marks a line, -1 for none. A mark that moved is brought into sight.
     void mark(int index);
     [[nodiscard]] int marked() const { return marked_; }
@@ -65,7 +71,9 @@ private:
     void paintTarget(QPainter& painter) const;
     [[nodiscard]] int dropTarget(const QMouseEvent& event) const;
     void endDrag();
-    void paintMark(QPainter& painter, const QRect& row) const;
+    void paintRows(QPainter& painter) const;
+    void paintArrow(QPainter& painter, const QRect& row) const;
+    [[nodiscard]] int scrolledLines() const { return scrolled_ < 0 ? count_ : scrolled_; }
     [[nodiscard]] int wholeLinesInSight() const;
     void updateScrollBar();
     void bringIntoSight(int index);
@@ -77,8 +85,10 @@ private:
     int paints_ = 0;
     bool markable_ = false;
     bool draggable_ = false;
-    int pressed_ = -1; ///< line under the pointer when the button went down
-    int target_ = -1;  ///< line under the pointer while another is dragged
+    bool header_ = false;
+    int scrolled_ = -1; ///< lines to scroll over, -1 for those that there are
+    int pressed_ = -1;  ///< line under the pointer when the button went down
+    int target_ = -1;   ///< line under the pointer while another is dragged
     QPoint pressedAt_;
 };
 

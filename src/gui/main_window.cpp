@@ -193,7 +193,9 @@ void MainWindow::updateStatus() {
 void MainWindow::followRun() {
     if (progress_ == nullptr) {
         const MainForm& form = program_.mainForm();
-        progress_ = new RunProgressView(form.multiple, form.run, binder_, this);
+        progress_ = new RunProgressView([&form] { return shownRun(form.multiple, form.run); },
+                                        binder_, this);
+        progress_->setMinimumWidth(fontMetrics().averageCharWidth() * 50);
         statusBar()->addPermanentWidget(progress_);
     }
     binder_.flushSoon();

@@ -1,6 +1,7 @@
 #include "gui/mode_diagram.h"
 
 #include "chips/zt72518/diagram.h"
+#include "gui/sheet.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,6 +9,7 @@
 
 #include <QHBoxLayout>
 #include <QPainter>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace bitlux::gui {
@@ -127,7 +129,7 @@ ModePicture::ModePicture(const PanelWidgets& widgets, QWidget* parent) : QWidget
 ModePicture::~ModePicture() = default;
 
 QSize ModePicture::minimumSizeHint() const {
-    return {fontMetrics().averageCharWidth() * 80, fontMetrics().height() * 20};
+    return {fontMetrics().averageCharWidth() * 80, fontMetrics().height() * 18};
 }
 
 void ModePicture::paintEvent(QPaintEvent*) {
@@ -167,12 +169,18 @@ ModeDiagram::ModeDiagram(const PanelWidgets& widgets, QWidget* parent)
     left->addWidget(new ModePicture(widgets_, this), 1);
     left->addWidget(widgets_.make<QLabel, forms::Label>({"diagram_hint"}, this));
     layout->addLayout(left, 1);
-    auto* right = new QVBoxLayout;
+    auto* sheet = new Sheet(this);
+    sheet->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    auto* right = new QVBoxLayout(sheet->widget());
+    right->setContentsMargins(0, 0, 0, 0);
+    right->setSpacing(8);
     right->addWidget(makeBoxes("To Normal mode", Normal));
     right->addWidget(makeBoxes("To Low Power", VddOn));
     right->addWidget(makeBoxes("Behind Init Mode", Init));
     right->addStretch();
-    layout->addLayout(right);
+    sheet->setFixedWidth(right->sizeHint().width() +
+                         sheet->verticalScrollBar()->sizeHint().width());
+    layout->addWidget(sheet);
 }
 
 QWidget* ModeDiagram::makeReading() {

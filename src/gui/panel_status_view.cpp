@@ -2,6 +2,7 @@
 
 #include "chips/zt72518/diagram.h"
 #include "chips/zt72518/variants.h"
+#include "gui/theme.h"
 
 #include <QVBoxLayout>
 
@@ -54,7 +55,8 @@ QWidget* PanelStatusView::makeTexts() {
     constexpr int received = 7;
     for (const int label : {sent, received}) {
         auto* text = widgets_.make<QLabel, forms::Label>({"Label_Liste", label}, widget);
-        text->setMinimumWidth(text->fontMetrics().averageCharWidth() * 22);
+        text->setFont(fixedFont());
+        text->setMinimumWidth(text->fontMetrics().averageCharWidth() * 19);
         text->setTextInteractionFlags(Qt::TextSelectableByMouse);
         row->addWidget(text);
     }
@@ -69,13 +71,14 @@ QWidget* PanelStatusView::makeReads() {
     auto* row = new QHBoxLayout(widget);
     row->setContentsMargins(0, 0, 0, 0);
     const auto add = [&](const char* title, std::initializer_list<chips::ControlName> names) {
-        row->addWidget(new QLabel(title, widget));
-        addButtons(*row, widgets_, widget, names);
-        row->addSpacing(10);
+        row->addWidget(new QLabel(QString(title) + ":", widget));
+        for (const chips::ControlName& name : names)
+            row->addWidget(widgets_.rowButton(name, widget, title));
+        row->addSpacing(12);
     };
-    add("Registers:", {{"Cm_ReadAll_Rl", 0}, {"Cm_ReadAll_Rl", 2}});
-    add("High views:", {{"Cm_ReadAll_Rh"}, {"Seq_All_Rh"}});
-    add("Flags:", {{"Cm_ReadAll_RFl"}, {"Seq_All_RFl"}, {"Cm_ReadAll_Rl", 1}});
+    add("Registers", {{"Cm_ReadAll_Rl", 0}, {"Cm_ReadAll_Rl", 2}});
+    add("High views", {{"Cm_ReadAll_Rh"}, {"Seq_All_Rh"}});
+    add("Flags", {{"Cm_ReadAll_RFl"}, {"Seq_All_RFl"}, {"Cm_ReadAll_Rl", 1}});
     row->addStretch();
     constexpr int autoReading = 34;
     constexpr int storing = 39;

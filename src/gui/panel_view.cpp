@@ -1,9 +1,9 @@
 #include "gui/panel_view.h"
 
-#include "chips/zt72518/diagram.h"
 #include "chips/zt72518/registers.h"
 #include "gui/flags_view.h"
 #include "gui/mode_diagram.h"
+#include "gui/page_parts.h"
 #include "gui/panel_status_view.h"
 #include "gui/register_page_view.h"
 #include "gui/sequence_view.h"
@@ -61,7 +61,7 @@ PanelView::PanelView(zt72518::PanelForm& form, Binder& binder, QWidget* parent)
             flushed_ = {};
     });
     followForm();
-    const QSize wanted(fontMetrics().averageCharWidth() * 160, fontMetrics().height() * 49);
+    const QSize wanted(fontMetrics().averageCharWidth() * 196, fontMetrics().height() * 51);
     resize(wanted.boundedTo(QGuiApplication::primaryScreen()->availableSize() - QSize(20, 50)));
 }
 
@@ -82,27 +82,25 @@ QWidget* PanelView::makeTabs() {
 }
 
 void PanelView::makeTimers() {
-    for (forms::Timer* timer : {&form_.sequencer.player.Timer1, &form_.sequencer.autoReads.timer_auto,
-                                &form_.diagram.timer_auto_pre})
+    for (forms::Timer* timer :
+         {&form_.sequencer.player.Timer1, &form_.sequencer.autoReads.timer_auto,
+          &form_.diagram.timer_auto_pre})
         binder_.bind(*timer, *new QTimer(this));
 }
 
+/// Whatever these do, what stands beside them or above all pages does as well:
+/// - labels of the last word, of which the status row shows the first of each kind; the third one
+///   counts ones, which the lit bits of the status row tell;
+/// - the switches of automatic reading and of recording, which follow those of the status row;
+/// - buttons of the watchdog that do what others do;
+/// - the bars that pan the choice of variants, which is in sight as a whole.
 void PanelView::leaveOutCopies() {
-    // Copies for pages that could not see what stands above all pages here.
-    constexpr std::array labels{1, 2, 3, 8};
-    for (const int label : labels)
+    for (const int label : {1, 2, 3, 8})
         binder_.leaveOut(*widgets_.controls.find({"Label_Liste", label}));
-    constexpr std::array switches{37, 38, 40};
-    for (const int box : switches)
+    for (const int box : {37, 38, 40})
         binder_.leaveOut(form_.sequencer.autoReads.read_auto(box));
-    // Copies of buttons of the watchdog.
-    constexpr std::array buttons{8, 9, 10, 11, 14};
-    for (const int button : buttons)
+    for (const int button : {8, 9, 10, 11, 14})
         binder_.leaveOut(form_.sequencer.watchdog.watchdog(button));
-    // They say nothing.
-    for (const auto& label : form_.sequencer.watchdog.wd_refresh)
-        binder_.leaveOut(*label);
-    // There is room for the choice, and nothing to pan.
     binder_.leaveOut(form_.selection.HScroll1);
     binder_.leaveOut(form_.selection.VScroll1);
 }
@@ -151,73 +149,10 @@ void PanelView::followRegisters() {
 
 QWidget* PanelView::makeRegisterPage(int page) {
     const chip::Page& shown = chip::pages.at(static_cast<std::size_t>(page));
-    auto* view = new RegisterPageView(std::span(chip::registers)
-                                          .subspan(static_cast<std::size_t>(shown.firstRegister),
-                                                   static_cast<std::size_t>(shown.count)),
-                                      widgets_, registerPages_);
-    switch (shown.firstRegister) {
-    case chip::ramA:
-        addRamExtras(*view);
-        break;
-    case chip::specialMode:
-        addSpecialModeExtras(*view);
-        break;
-    case chip::watchdogRefresh:
-        addRefreshExtras(*view);
-        break;
-    case chip::modeRandom:
-        addModeExtras(*view);
-        break;
-    default:
-        break;
-    }
-    return view;
-}
-
-void PanelView::addRamExtras(RegisterPageView& page) {
-    auto* box = new QGroupBox("Byte to write", page.choiceParent());
-    auto* row = new QHBoxLayout(box);
-    auto* text = binder_.make<QLineEdit>(form_.ram.Val_Hex_RAM, box);
-    text->setAccessibleName("Byte in hexadecimal");
-    text->setPlaceholderText("hex");
-    row->addWidget(text);
-    addButtons(*row, widgets_, box, {{"Cm_OK_val_hexa"}, {"Cm_RAM_Rl_All"}});
-    row->addStretch();
-    page.addChoice(box);
-}
-
-void PanelView::addSpecialModeExtras(RegisterPageView& page) {
-    page.addWriteButtons({{"Cm_Spe_Mode_W", 1}, {"Cm_Spe_Mode_W", 2}, {"Seq_Spe_Mode_W"}});
-    constexpr int randomBits = 6;
-    std::vector<forms::Label*> inverse;
-    for (int bit = 0; bit < randomBits; ++bit)
-        inverse.push_back(&widgets_.controls.get<forms::Label>({"Spe_Mode_Rl_b", bit}));
-    auto* box = new QGroupBox("Random bits, inverted", page.choiceParent());
-    auto* row = new QHBoxLayout(box);
-    row->addWidget(new BitRow(inverse, BitRow::Use::Shown, binder_, box), 1);
-    addButtons(*row, widgets_, box, {{"Cm_Spe_Mode_Rl_b"}});
-    page.addChoice(box);
-}
-
-void PanelView::addRefreshExtras(RegisterPageView& page) {
-    auto* box = widgets_.make<QGroupBox, forms::Frame>({"wd_frame"}, page.choiceParent());
-    auto* column = new QVBoxLayout(box);
-    const chips::OptionField& shown = chip::registers[chip::initWdog].options.front();
-    for (int value = 0; value < static_cast<int>(shown.captions.size()); ++value)
-        column->addWidget(widgets_.make<QRadioButton, forms::OptionButton>(
-            {shown.mirror.name, shown.mirror.index + value}, box));
-    page.addChoice(box);
-}
-
-void PanelView::addModeExtras(RegisterPageView& page) {
-    page.addWriteButtons({{"Cm_Mode_RM_W", 1}, {"Cm_Mode_RM_W", 2}});
-    auto* box = new QGroupBox("Low power", page.choiceParent());
-    auto* column = new QVBoxLayout(box);
-    for (int i = 0; i < static_cast<int>(chip::lowPowerModes.size()); ++i)
-        column->addWidget(widgets_.make<QRadioButton, forms::OptionButton>({"s_mode", i}, box));
-    for (int i = 0; i < static_cast<int>(chip::lowPowerBoxes.size()); ++i)
-        column->addWidget(widgets_.make<QCheckBox, forms::CheckBox>({"opt_s_mode", i}, box));
-    page.addChoice(box);
+    return new RegisterPageView(std::span(chip::registers)
+                                    .subspan(static_cast<std::size_t>(shown.firstRegister),
+                                             static_cast<std::size_t>(shown.count)),
+                                pageParts(shown, form_, widgets_), widgets_, registerPages_);
 }
 
 } // namespace bitlux::gui

@@ -10,8 +10,6 @@ class QStackedWidget;
 
 namespace bitlux::gui {
 
-class RegisterPageView;
-
 /// The window of the form "ZT72518". The pages are made when they are first looked at. Closing it
 /// unloads the form.
 class PanelView : public FormDialog {
@@ -33,12 +31,6 @@ private:
     QWidget* makeRegisters();
     void followRegisters();
     QWidget* makeRegisterPage(int page);
-
-    // What pages have beside what their registers' rows tell.
-    void addRamExtras(RegisterPageView& page);
-    void addSpecialModeExtras(RegisterPageView& page);
-    void addRefreshExtras(RegisterPageView& page);
-    void addModeExtras(RegisterPageView& page);
 
     zt72518::PanelForm& form_;
     Binder& binder_;

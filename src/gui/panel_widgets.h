@@ -2,6 +2,7 @@
 
 #include "gui/binder.h"
 #include "gui/bit_row.h"
+#include "gui/row_button.h"
 #include "panels/common/panel_controls.h"
 
 #include <QBoxLayout>
@@ -27,14 +28,18 @@ struct PanelWidgets {
     QPushButton* button(const chips::ControlName& name, QWidget* parent) const {
         return button(binder, controls.get<forms::Button>(name), parent);
     }
+    /// A button among many with the same caption: it is told by `about`, or by its tooltip when
+    /// that says more.
+    RowButton* rowButton(const chips::ControlName& name, QWidget* parent,
+                         const QString& about = {}) const;
 
     BitRow* row(std::string_view labels, BitRow::Use use, QWidget* parent, int first = 0) const {
         return new BitRow(controls.row(labels, first).labels(), use, binder, parent);
     }
 };
 
-/// A row of buttons, those that exist.
-void addButtons(QBoxLayout& layout, const PanelWidgets& widgets, QWidget* parent,
-                std::initializer_list<chips::ControlName> names);
+/// Widths of the two buttons in front of a row of bits, by the texts that find room.
+inline constexpr const char* rowButtonRoom = "write command";
+inline constexpr const char* appendButtonRoom = "Read Low";
 
 } // namespace bitlux::gui

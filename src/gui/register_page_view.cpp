@@ -1,75 +1,72 @@
 #include "gui/register_page_view.h"
 
+#include "gui/group_flow.h"
+#include "gui/sheet.h"
 #include "gui/theme.h"
+#include "panels/common/field_text.h"
 
-#include <QScrollArea>
+#include <algorithm>
 
 namespace bitlux::gui {
 
 namespace {
 
-constexpr int buttonSpacing = 4;
-constexpr int choiceWidth = 135; ///< of a row of groups, in characters
+constexpr int columns = 3;
+constexpr unsigned noFields = 0;
 
 QString textOf(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+/// The highest bits of the fields of a register.
+unsigned topsOf(const chips::Register& shown) {
+    unsigned tops = noFields;
+    const auto add = [&tops](int lowBit, int width) {
+        tops |= 1U << (lowBit + width - 1);
+        if (lowBit > 0)
+            tops |= 1U << (lowBit - 1);
+    };
+    for (const chips::OptionField& field : shown.options)
+        add(field.lowBit, field.width);
+    for (const chips::CheckBit& check : shown.checks)
+        add(check.bit, 1);
+    for (const chips::ComboField& field : shown.combos)
+        add(*std::min_element(field.bitOfIndexBit.begin(), field.bitOfIndexBit.end()),
+            static_cast<int>(field.bitOfIndexBit.size()));
+    return tops;
+}
+
 } // namespace
 
-void addButtons(QBoxLayout& layout, const PanelWidgets& widgets, QWidget* parent,
-                std::initializer_list<chips::ControlName> names) {
-    for (const chips::ControlName& name : names)
-        if (name.exists())
-            layout.addWidget(widgets.button(name, parent));
+void setLines(QVBoxLayout& group) {
+    group.setContentsMargins(9, 6, 9, 6);
+    group.setSpacing(1);
 }
 
 RegisterPageView::RegisterPageView(std::span<const chips::Register> registers,
-                                   const PanelWidgets& widgets, QWidget* parent)
+                                   const PageParts& parts, const PanelWidgets& widgets,
+                                   QWidget* parent)
     : QWidget(parent), widgets_(widgets), rows_(new QGridLayout) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(8);
     layout->addLayout(rows_);
     rows_->setVerticalSpacing(4);
-    rows_->setColumnStretch(1, 1);
-    makeChoices();
+    rows_->setHorizontalSpacing(4);
+    rows_->setColumnStretch(columns - 1, 1);
     addTitle(registers);
     if (registers.size() == 1)
-        addRegister(registers.front());
+        addRegister(registers.front(), parts);
     else
-        addSharing(registers);
-}
-
-void RegisterPageView::addRegister(const chips::Register& shown) {
-    addRow(shown.writeLabels, BitRow::Use::Clicked, {shown.writeButton, shown.sequenceButton});
-    for (const chips::ReadView* view : {&shown.low, &shown.high})
-        if (view->exists())
-            addRow(view->labels, BitRow::Use::Shown, {view->readButton, view->sequenceButton});
-    addCombos(shown);
-    for (const chips::OptionField& field : shown.options)
+        addSharing(registers, parts);
+    addButtons(parts.buttons);
+    makeChoices();
+    addCombos(registers.front());
+    for (const chips::OptionField& field : registers.front().options)
         addOptions(field);
-    addChecks(shown);
-}
-
-void RegisterPageView::addSharing(std::span<const chips::Register> registers) {
-    addRow(registers.front().writeLabels, BitRow::Use::Clicked, {});
-    for (const chips::Register& shown : registers)
-        addRow(shown.low.labels, BitRow::Use::Shown, {shown.writeButton, shown.low.readButton});
-}
-
-void RegisterPageView::makeChoices() {
-    auto* scroll = new QScrollArea(this);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    choices_ = new QWidget(scroll);
-    auto* column = new QVBoxLayout(choices_);
-    column->setContentsMargins(0, 4, 0, 0);
-    choiceRows_ = new QVBoxLayout;
-    column->addLayout(choiceRows_);
-    column->addStretch();
-    scroll->setWidget(choices_);
-    layout()->addWidget(scroll);
+    addChecks(registers.front());
+    if (parts.group)
+        flow_->addWidget(parts.group(choices_));
 }
 
 void RegisterPageView::addTitle(std::span<const chips::Register> registers) {
@@ -81,38 +78,107 @@ void RegisterPageView::addTitle(std::span<const chips::Register> registers) {
     QFont bold = scaled(title->font(), 1.1);
     bold.setBold(true);
     title->setFont(bold);
-    rows_->addWidget(title, 0, 0, 1, 2);
+    rows_->addWidget(title, 0, 0, 1, columns);
 }
 
-void RegisterPageView::addRow(std::string_view labels, BitRow::Use use,
-                              std::initializer_list<chips::ControlName> buttons) {
+void RegisterPageView::addRegister(const chips::Register& shown, const PageParts& parts) {
+    const chips::ControlName& append =
+        shown.sequenceButton.exists() ? shown.sequenceButton : parts.besideWrite;
+    const RowStart write = buttons(shown.writeButton, append, textOf(shown.title));
+    addRow(*widgets_.row(shown.writeLabels, BitRow::Use::Clicked, this), write, topsOf(shown));
+    addView(shown, shown.low);
+    if (shown.high.exists())
+        addView(shown, shown.high);
+    if (!parts.bits.empty()) {
+        const RowStart read = buttons(parts.readBits, {}, textOf(shown.title));
+        addRow(*new BitRow(parts.bits, BitRow::Use::Shown, widgets_.binder, this), read,
+               topsOf(shown));
+    }
+}
+
+void RegisterPageView::addSharing(std::span<const chips::Register> registers,
+                                  const PageParts& parts) {
+    RowStart write{.first = parts.entry(this)};
+    write.second = buttons({}, parts.besideWrite, {}).second;
+    addRow(*widgets_.row(registers.front().writeLabels, BitRow::Use::Clicked, this), write,
+           noFields);
+    for (const chips::Register& shown : registers) {
+        const RowStart both = buttons(shown.writeButton, shown.low.readButton, textOf(shown.title));
+        addRow(*widgets_.row(shown.low.labels, BitRow::Use::Shown, this), both, noFields);
+    }
+}
+
+void RegisterPageView::addView(const chips::Register& shown, const chips::ReadView& view) {
+    const RowStart read = buttons(view.readButton, view.sequenceButton, textOf(shown.title));
+    // The high view shows something else.
+    addRow(*widgets_.row(view.labels, BitRow::Use::Shown, this), read,
+           &view == &shown.low ? topsOf(shown) : noFields);
+}
+
+void RegisterPageView::addRow(BitRow& bits, const RowStart& start, unsigned fieldTops) {
     const int line = rows_->rowCount();
-    auto* left = new QHBoxLayout;
-    left->setSpacing(buttonSpacing);
-    addButtons(*left, widgets_, this, buttons);
-    rows_->addLayout(left, line, 0);
-    rows_->addWidget(widgets_.row(labels, use, this), line, 1);
+    if (start.first != nullptr)
+        rows_->addWidget(start.first, line, 0);
+    if (start.second != nullptr)
+        rows_->addWidget(start.second, line, 1);
+    bits.markFields(fieldTops);
+    rows_->addWidget(&bits, line, 2);
 }
 
-void RegisterPageView::addWriteButtons(std::initializer_list<chips::ControlName> names) {
+RegisterPageView::RowStart RegisterPageView::buttons(const chips::ControlName& first,
+                                                     const chips::ControlName& second,
+                                                     const QString& about) {
+    RowStart start;
+    if (first.exists()) {
+        RowButton* button = widgets_.rowButton(first, this, about);
+        button->setRoomFor(rowButtonRoom);
+        start.first = button;
+    }
+    if (second.exists()) {
+        RowButton* button = widgets_.rowButton(second, this, about);
+        button->setRoomFor(appendButtonRoom);
+        start.second = button;
+    }
+    return start;
+}
+
+void RegisterPageView::addButtons(const std::vector<chips::ControlName>& names) {
+    if (names.size() == 1) { // does what those above it do
+        rows_->addWidget(buttons({}, names.front(), {}).second, rows_->rowCount(), 1);
+        return;
+    }
+    if (names.empty())
+        return;
     auto* line = new QHBoxLayout;
-    line->setSpacing(buttonSpacing);
-    addButtons(*line, widgets_, this, names);
+    line->setSpacing(rows_->horizontalSpacing());
+    for (const chips::ControlName& name : names)
+        line->addWidget(widgets_.rowButton(name, this));
     line->addStretch();
-    rows_->addLayout(line, rows_->rowCount(), 0, 1, 2);
+    rows_->addLayout(line, rows_->rowCount(), 0, 1, columns);
+}
+
+void RegisterPageView::makeChoices() {
+    auto* sheet = new Sheet(this);
+    choices_ = sheet->widget();
+    auto* column = new QVBoxLayout(choices_);
+    column->setContentsMargins(0, 0, 0, 0);
+    flow_ = new GroupFlow;
+    column->addLayout(flow_);
+    column->addStretch(1);
+    layout()->addWidget(sheet);
 }
 
 void RegisterPageView::addOptions(const chips::OptionField& field) {
-    auto* box = new QGroupBox(textOf(field.title), choices_);
+    auto* box = new QGroupBox(QString::fromStdString(fieldTitle(field)), choices_);
     if (field.frame.exists())
         widgets_.binder.bind(widgets_.controls.get<forms::Frame>(field.frame), *box);
     auto* column = new QVBoxLayout(box);
-    column->setSpacing(2);
+    setLines(*column);
     for (int value = 0; value < static_cast<int>(field.captions.size()); ++value)
         column->addWidget(widgets_.make<QRadioButton, forms::OptionButton>(
             {field.options, field.firstOption + value}, box));
     column->addStretch();
-    addChoice(box);
+    flow_->addWidget(box);
 }
 
 void RegisterPageView::addChecks(const chips::Register& shown) {
@@ -120,34 +186,27 @@ void RegisterPageView::addChecks(const chips::Register& shown) {
         return;
     auto* box = new QGroupBox("Single bits", choices_);
     auto* column = new QVBoxLayout(box);
-    column->setSpacing(2);
-    for (const chips::CheckBit& check : shown.checks)
+    setLines(*column);
+    std::vector<chips::CheckBit> checks(shown.checks.begin(), shown.checks.end());
+    std::sort(checks.begin(), checks.end(), [](const auto& one, const auto& other) {
+        return one.bit > other.bit; // as the row above
+    });
+    for (const chips::CheckBit& check : checks)
         column->addWidget(widgets_.make<QCheckBox, forms::CheckBox>(check.box, box));
     column->addStretch();
-    addChoice(box);
+    flow_->addWidget(box);
 }
 
 void RegisterPageView::addCombos(const chips::Register& shown) {
     for (const chips::ComboField& field : shown.combos) {
-        auto* box = new QGroupBox(textOf(field.prompt).trimmed(), choices_);
+        auto* box = new QGroupBox(QString::fromStdString(fieldTitle(field)), choices_);
         auto* combo = widgets_.make<QComboBox, forms::ComboBox>({field.combo}, box);
         combo->setPlaceholderText("not chosen");
         combo->setAccessibleName(textOf(field.prompt).trimmed());
         combo->setMinimumWidth(combo->fontMetrics().averageCharWidth() * 30);
         (new QVBoxLayout(box))->addWidget(combo);
-        addChoice(box);
+        flow_->addWidget(box);
     }
-}
-
-void RegisterPageView::addChoice(QWidget* group) {
-    const int wanted = group->sizeHint().width();
-    if (lastChoices_ == nullptr || wanted > room_) {
-        lastChoices_ = new QHBoxLayout;
-        choiceRows_->addLayout(lastChoices_);
-        room_ = choiceWidth * fontMetrics().averageCharWidth();
-    }
-    room_ -= wanted;
-    lastChoices_->addWidget(group);
 }
 
 } // namespace bitlux::gui

@@ -3,46 +3,65 @@
 #include "chips/register_map.h"
 #include "gui/panel_widgets.h"
 
-#include <initializer_list>
+#include <functional>
 #include <span>
+#include <vector>
 
 #include <QGridLayout>
-#include <QVBoxLayout>
 #include <QWidget>
 
 namespace bitlux::gui {
 
+class GroupFlow;
+
+/// What a page has beside what the rows of its registers tell.
+struct PageParts {
+    using Make = std::function<QWidget*(QWidget* parent)>;
+
+    Make entry{};                              ///< in front of a write row that registers share
+    chips::ControlName besideWrite{};          ///< button behind it, or behind Write
+    std::vector<forms::Label*> bits{};         ///< a further row, from bit 0 on
+    chips::ControlName readBits{};             ///< button in front of it
+    std::vector<chips::ControlName> buttons{}; ///< below the rows
+    Make group{};                              ///< behind the groups of the fields
+};
+
+/// The choices of a group stand close to each other.
+void setLines(QVBoxLayout& group);
+
 /// A page of registers, made from their rows in the table: the bits to write and those that were
-/// read stay in sight, the choices scroll below them.
+/// read stay in sight, the choices scroll below them. It is made in the order in which it is read,
+/// for the tabulator key.
 class RegisterPageView : public QWidget {
 public:
-    RegisterPageView(std::span<const chips::Register> registers, const PanelWidgets& widgets,
-                     QWidget* parent);
-
-    /// Buttons in a row of their own.
-    void addWriteButtons(std::initializer_list<chips::ControlName> names);
-    /// A group behind the choices that the tables give, made with choiceParent().
-    void addChoice(QWidget* group);
-    [[nodiscard]] QWidget* choiceParent() { return choices_; }
+    RegisterPageView(std::span<const chips::Register> registers, const PageParts& parts,
+                     const PanelWidgets& widgets, QWidget* parent);
 
 private:
+    /// In front of a row of bits.
+    struct RowStart {
+        QWidget* first = nullptr;
+        QWidget* second = nullptr;
+    };
+
     void addTitle(std::span<const chips::Register> registers);
-    void addRegister(const chips::Register& shown);
+    void addRegister(const chips::Register& shown, const PageParts& parts);
     /// Registers that share their write row have their Write buttons in their read rows.
-    void addSharing(std::span<const chips::Register> registers);
-    void addRow(std::string_view labels, BitRow::Use use,
-                std::initializer_list<chips::ControlName> buttons);
+    void addSharing(std::span<const chips::Register> registers, const PageParts& parts);
+    void addView(const chips::Register& shown, const chips::ReadView& view);
+    void addRow(BitRow& bits, const RowStart& start, unsigned fieldTops);
+    [[nodiscard]] RowStart buttons(const chips::ControlName& first,
+                                   const chips::ControlName& second, const QString& about);
+    void addButtons(const std::vector<chips::ControlName>& names);
+    void makeChoices();
     void addOptions(const chips::OptionField& field);
     void addChecks(const chips::Register& shown);
     void addCombos(const chips::Register& shown);
-    void makeChoices();
 
     PanelWidgets widgets_;
-    QGridLayout* rows_; ///< buttons, and the bits beside them
-    QWidget* choices_;
-    QVBoxLayout* choiceRows_;
-    QHBoxLayout* lastChoices_ = nullptr; ///< groups that stand side by side
-    int room_ = 0;                       ///< that is left beside them
+    QGridLayout* rows_; ///< two buttons, and the bits beside them
+    QWidget* choices_ = nullptr;
+    GroupFlow* flow_ = nullptr;
 };
 
 } // namespace bitlux::gui

@@ -1,5 +1,7 @@
 #include "gui/run_progress_view.h"
 
+#include <utility>
+
 #include <fmt/format.h>
 
 namespace bitlux::gui {
@@ -16,14 +18,27 @@ std::string durationText(std::int64_t nanoseconds) {
     return fmt::format("{}:{:02}:{:02} h", seconds / 3600, seconds / 60 % 60, seconds % 60);
 }
 
+std::string waitText(std::int64_t left) {
+    return fmt::format(", {} to wait", durationText(left));
+}
+
+const char* awaitedText(SequenceProgress::Awaited awaited) {
+    switch (awaited) {
+    case SequenceProgress::Awaited::Reset:
+        return ", waits for a reset";
+    case SequenceProgress::Awaited::Interrupt:
+        return ", waits for an interrupt";
+    default:
+        return "";
+    }
+}
+
 } // namespace
 
-RunProgressView::RunProgressView(const MultipleRun& run, const RunControls& controls,
-                                 Binder& binder, QWidget* parent)
-    : QProgressBar(parent), run_(run), controls_(controls) {
+RunProgressView::RunProgressView(Look look, Binder& binder, QWidget* parent)
+    : QProgressBar(parent), look_(std::move(look)) {
     setObjectName("runProgress");
     setAccessibleName("Progress of the run");
-    setMinimumWidth(fontMetrics().averageCharWidth() * 50);
     setAlignment(Qt::AlignCenter);
     timer_.setInterval(countdown);
     connect(&timer_, &QTimer::timeout, this, [this] { follow(); });
@@ -31,30 +46,52 @@ RunProgressView::RunProgressView(const MultipleRun& run, const RunControls& cont
     follow();
 }
 
+void RunProgressView::leave() {
+    flushed_.reset();
+    timer_.stop();
+}
+
 void RunProgressView::follow() {
-    const std::optional<RunProgress>& progress = run_.progress();
-    setVisible(progress.has_value());
-    const bool waits = progress && progress->waitUntil;
-    if (!waits)
+    const std::optional<ShownRun> run = look_();
+    setVisible(run.has_value());
+    if (!run || !run->countsDown)
         timer_.stop();
     else if (!timer_.isActive())
         timer_.start();
-    if (!progress)
+    if (!run)
         return;
-    setRange(0, static_cast<int>(progress->lines));
-    setValue(static_cast<int>(progress->line) + 1);
-    setFormat(describe(*progress));
+    setRange(0, run->lines);
+    setValue(run->line);
+    setFormat(QString::fromStdString(run->text));
 }
 
-QString RunProgressView::describe(const RunProgress& progress) const {
-    std::string text = fmt::format("line {} of {}", progress.line + 1, progress.lines);
-    if (controls_.continuous())
-        text = fmt::format("Pass {}, ", progress.pass) + text;
+std::optional<ShownRun> shownRun(const MultipleRun& run, const RunControls& controls) {
+    const std::optional<RunProgress>& progress = run.progress();
+    if (!progress)
+        return {};
+    std::string text = fmt::format("line {} of {}", progress->line + 1, progress->lines);
+    if (controls.continuous())
+        text = fmt::format("Pass {}, {}", progress->pass, text);
     else
         text[0] = 'L';
-    if (progress.waitUntil)
-        text += fmt::format(", {} to wait", durationText(run_.remainingWait()));
-    return QString::fromStdString(text);
+    if (progress->waitUntil)
+        text += waitText(run.remainingWait());
+    return ShownRun{.line = static_cast<int>(progress->line) + 1,
+                    .lines = static_cast<int>(progress->lines),
+                    .countsDown = progress->waitUntil.has_value(),
+                    .text = std::move(text)};
+}
+
+std::optional<ShownRun> shownRun(const SequencePlayer& run) {
+    const std::optional<SequenceProgress>& progress = run.progress();
+    if (!progress)
+        return {};
+    return ShownRun{.line = progress->line,
+                    .lines = progress->lines,
+                    .countsDown = progress->waitUntil.has_value(),
+                    .text = fmt::format("Line {} of {}{}{}", progress->line, progress->lines,
+                                        progress->waitUntil ? waitText(run.remainingWait()) : "",
+                                        awaitedText(progress->awaited))};
 }
 
 } // namespace bitlux::gui

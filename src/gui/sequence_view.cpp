@@ -1,14 +1,42 @@
 #include "gui/sequence_view.h"
 
 #include "gui/panel_widgets.h"
+#include "gui/run_progress_view.h"
+#include "gui/sheet.h"
+#include "gui/theme.h"
 #include "panels/zt72518/sequence_layout.h"
 
+#include <algorithm>
+
+#include <QApplication>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
+#include <fmt/format.h>
+
 namespace bitlux::gui {
+
+namespace {
+
+/// A widget that is hidden keeps its room.
+void keepRoom(QWidget& widget) {
+    QSizePolicy policy = widget.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget.setSizePolicy(policy);
+}
+
+} // namespace
+
+/// A point at which a run stops.
+struct SequenceView::Condition {
+    forms::Frame& frame;
+    forms::CheckBox& box;
+    forms::TextBox& line;
+    const forms::ControlArray<forms::OptionButton>& events;
+    forms::Button& pass;
+};
 
 SequenceView::SequenceView(zt72518::Sequencer& sequencer, Binder& binder, QWidget* parent)
     : QWidget(parent), sequencer_(sequencer), binder_(binder) {
@@ -16,6 +44,17 @@ SequenceView::SequenceView(zt72518::Sequencer& sequencer, Binder& binder, QWidge
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(makeLists(), 1);
     layout->addWidget(makeTools());
+    flushed_ = binder_.flushed.follow([this] { follow(); });
+    progressed_ = sequencer_.player.progressChanged.follow([this] { binder_.flushSoon(); });
+    forms::Form& form = sequencer_.player.Cm_Run_Seq.form();
+    formGoing_ = form.set().formGoing.follow([this, &form](forms::Form& going) {
+        if (&going != &form)
+            return;
+        flushed_.reset();
+        progressed_.reset();
+        progress_->leave();
+    });
+    follow();
 }
 
 QWidget* SequenceView::makeLists() {
@@ -23,14 +62,14 @@ QWidget* SequenceView::makeLists() {
     auto* widget = new QWidget(this);
     auto* row = new QHBoxLayout(widget);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(2);
+    row->setSpacing(0);
     lists_ = {makeList(lists.List1, "Lines", widget),
               makeList(lists.List_Commands, "Commands", widget),
               makeList(lists.List_Value, "Values", widget),
               makeList(lists.answers(zt72518::HighByte), "High bytes", widget),
               makeList(lists.answers(zt72518::LowByte), "Low bytes", widget)};
     constexpr std::array<std::pair<int, int>, 5> shares{
-        {{15, 0}, {22, 5}, {17, 2}, {20, 4}, {20, 4}}}; // characters at least, part of the rest
+        {{13, 0}, {16, 6}, {11, 3}, {19, 4}, {21, 5}}}; // characters at least, part of the rest
     for (std::size_t i = 0; i < lists_.size(); ++i) {
         LogView* list = lists_.at(i);
         const int width = list->fontMetrics().averageCharWidth() * shares.at(i).first;
@@ -39,7 +78,6 @@ QWidget* SequenceView::makeLists() {
             list->setMaximumWidth(width);
         row->addWidget(list, shares.at(i).second);
     }
-    lists_.front()->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // it goes with the others
     scrollTogether();
     return widget;
 }
@@ -47,6 +85,7 @@ QWidget* SequenceView::makeLists() {
 LogView* SequenceView::makeList(forms::ListBox& control, const QString& name, QWidget* parent) {
     auto* list = binder_.make<LogView>(control, parent);
     list->setAccessibleName(name);
+    list->setHeader();
     return list;
 }
 
@@ -54,6 +93,8 @@ void SequenceView::scrollTogether() {
     for (LogView* list : lists_) {
         // One that shows a bar shortens its lines, and all have to stand side by side.
         list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        if (list != lists_.back())
+            list->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         connect(list->verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int value) {
             if (scrolling_)
                 return;
@@ -66,20 +107,24 @@ void SequenceView::scrollTogether() {
 }
 
 QWidget* SequenceView::makeTools() {
-    auto* widget = new QWidget(this);
-    auto* column = new QVBoxLayout(widget);
+    auto* sheet = new Sheet(this);
+    sheet->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    auto* column = new QVBoxLayout(sheet->widget());
     column->setContentsMargins(4, 0, 0, 0);
-    for (QWidget* group :
-         {makeRun(widget), makeLines(widget), makeValue(widget), makeConditions(widget)})
+    for (QWidget* group : {makeRun(sheet->widget()), makeLines(sheet->widget()),
+                           makeValue(sheet->widget()), makeConditions(sheet->widget())})
         column->addWidget(group);
     column->addStretch();
-    return widget;
+    sheet->setFixedWidth(sheet->widget()->sizeHint().width() +
+                         sheet->verticalScrollBar()->sizeHint().width());
+    return sheet;
 }
 
-QLineEdit* SequenceView::makeNumber(forms::TextBox& control, const QString& name, QWidget* parent) {
+QLineEdit* SequenceView::makeNumber(forms::TextBox& control, const QString& prompt,
+                                    const QString& name, QWidget* parent) {
     auto* edit = binder_.make<QLineEdit>(control, parent);
     edit->setAccessibleName(name);
-    edit->setPlaceholderText(name);
+    edit->setPlaceholderText(prompt);
     edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * 8);
     return edit;
 }
@@ -88,26 +133,38 @@ QWidget* SequenceView::makeRun(QWidget* parent) {
     SequencePlayer& run = sequencer_.player;
     auto* box = new QGroupBox("Run", parent);
     auto* grid = new QGridLayout(box);
-    grid->addWidget(PanelWidgets::button(binder_, run.Cm_Run_Seq, box), 0, 0, 1, 4);
-    grid->addWidget(binder_.make<QCheckBox>(run.Ch_Loop, box), 1, 0, 1, 2);
-    grid->addWidget(PanelWidgets::button(binder_, run.Cm_Stop_Loop, box), 1, 2, 1, 2);
-    auto* form = &run.Ch_Loop.form();
-    constexpr int startLabel = 5;
-    for (const int i : {0, 1}) {
-        auto& pick = form->control("Label_Liste(" + std::to_string(startLabel + i) + ")");
-        auto* label = binder_.make<QLabel>(dynamic_cast<forms::Label&>(pick), box);
-        label->setMargin(2);
-        QSizePolicy policy = label->sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        label->setSizePolicy(policy);
-        grid->addWidget(label, 2, 2 * i);
-        grid->addWidget(makeNumber(sequencer_.Val_loop(i), "line", box), 2, 2 * i + 1);
-    }
+    runButton_ = PanelWidgets::button(binder_, run.Cm_Run_Seq, box);
+    grid->addWidget(runButton_, 0, 0, 1, 4);
+    progress_ = new RunProgressView([&run] { return shownRun(run); }, binder_, box);
+    progress_->setObjectName("sequenceProgress");
+    keepRoom(*progress_);
+    grid->addWidget(progress_, 1, 0, 1, 4);
+    addLoop(*grid, box);
     auto* trigger = binder_.make<QLabel>(sequencer_.watchdog.wd_aff(4), box);
-    grid->addWidget(trigger, 3, 0, 1, 3);
-    grid->addWidget(makeNumber(sequencer_.Val_loop(zt72518::Sequencer::TriggerLine), "line", box),
-                    3, 3);
+    grid->addWidget(trigger, 4, 0, 1, 3);
+    grid->addWidget(makeNumber(sequencer_.Val_loop(zt72518::Sequencer::TriggerLine), "line",
+                               "Trigger line", box),
+                    4, 3);
     return box;
+}
+
+void SequenceView::addLoop(QGridLayout& grid, QWidget* parent) {
+    SequencePlayer& run = sequencer_.player;
+    grid.addWidget(binder_.make<QCheckBox>(run.Ch_Loop, parent), 2, 0, 1, 2);
+    grid.addWidget(PanelWidgets::button(binder_, run.Cm_Stop_Loop, parent), 2, 2, 1, 2);
+    forms::Form& form = run.Ch_Loop.form();
+    constexpr int startLabel = 5;
+    const std::array<const char*, 2> names{"First line of the loop", "Last line of the loop"};
+    for (const int i : {0, 1}) {
+        auto& pick = form.control(fmt::format("Label_Liste({})", startLabel + i));
+        auto* label = binder_.make<QLabel>(dynamic_cast<forms::Label&>(pick), parent);
+        label->setMargin(2);
+        keepRoom(*label);
+        grid.addWidget(label, 3, 2 * i);
+        grid.addWidget(makeNumber(sequencer_.Val_loop(i), "line",
+                                  names.at(static_cast<std::size_t>(i)), parent),
+                       3, 2 * i + 1);
+    }
 }
 
 QWidget* SequenceView::makeLines(QWidget* parent) {
@@ -115,11 +172,12 @@ QWidget* SequenceView::makeLines(QWidget* parent) {
     auto* box = new QGroupBox("Lines", parent);
     auto* grid = new QGridLayout(box);
     grid->addWidget(PanelWidgets::button(binder_, editor.Cm_Wait, box), 0, 0);
-    grid->addWidget(makeNumber(editor.Text_Wait, "ms", box), 0, 1);
+    grid->addWidget(makeNumber(editor.Text_Wait, "ms", "Wait in ms", box), 0, 1);
     grid->addWidget(PanelWidgets::button(binder_, editor.Cm_Remove_Line, box), 1, 0);
     grid->addWidget(PanelWidgets::button(binder_, editor.Cm_CLEAR_lists, box), 1, 1);
     grid->addWidget(PanelWidgets::button(binder_, sequencer_.files.Cm_LOAD_Seq, box), 2, 0);
     grid->addWidget(PanelWidgets::button(binder_, sequencer_.files.Cm_SAVE_Seq, box), 2, 1);
+    grid->setColumnStretch(1, 1);
     return box;
 }
 
@@ -129,9 +187,10 @@ QWidget* SequenceView::makeValue(QWidget* parent) {
     constexpr int changeValue = 15;
     auto* box = new QGroupBox("Value of the selected line", parent);
     auto* row = new QHBoxLayout(box);
-    row->addWidget(makeNumber(sequencer_.Val_loop(zt72518::Sequencer::EditedValue), "value", box));
+    row->addWidget(
+        makeNumber(sequencer_.Val_loop(zt72518::Sequencer::EditedValue), "value", "Value", box));
     auto* time = binder_.make<QComboBox>(watchdog.wd_config(timeOfLine), box);
-    time->setAccessibleName("time");
+    time->setAccessibleName("Time");
     row->addWidget(time);
     row->addWidget(PanelWidgets::button(binder_, watchdog.watchdog(changeValue), box));
     return box;
@@ -139,32 +198,66 @@ QWidget* SequenceView::makeValue(QWidget* parent) {
 
 QWidget* SequenceView::makeConditions(QWidget* parent) {
     zt72518::SequenceStops& stops = sequencer_.stops;
-    struct Condition {
-        forms::CheckBox& box;
-        forms::TextBox& line;
-        const forms::ControlArray<forms::OptionButton>& lines;
-        forms::Button& pass;
-    };
-    const std::array<Condition, 2> conditions{
-        {{stops.Ch_FirstCondition, stops.Text_FirstCondition, stops.R_Condition1,
-          stops.Cm_PassCondition1},
-         {stops.Ch_SecondCondition, stops.Text_SecondCondition, stops.R_Condition2,
-          stops.Cm_PassCondition2}}};
     auto* box = new QGroupBox("Stop behind a line and wait for the chip", parent);
     auto* column = new QVBoxLayout(box);
-    for (int frame = 0; const Condition& condition : conditions) {
-        auto* part = new QWidget(box);
-        binder_.bind(stops.frame_Condition(frame++), *part);
-        auto* grid = new QGridLayout(part);
-        grid->setContentsMargins(0, 0, 0, 0);
-        grid->addWidget(binder_.make<QCheckBox>(condition.box, part), 0, 0, 1, 2);
-        grid->addWidget(makeNumber(condition.line, "line", part), 0, 2);
-        for (const int line : {0, 1})
-            grid->addWidget(binder_.make<QRadioButton>(condition.lines(line), part), 1, line);
-        grid->addWidget(PanelWidgets::button(binder_, condition.pass, part), 1, 2);
-        column->addWidget(part);
-    }
+    column->addWidget(
+        makeCondition({stops.frame_Condition(0), stops.Ch_FirstCondition, stops.Text_FirstCondition,
+                       stops.R_Condition1, stops.Cm_PassCondition1},
+                      box));
+    column->addWidget(
+        makeCondition({stops.frame_Condition(1), stops.Ch_SecondCondition,
+                       stops.Text_SecondCondition, stops.R_Condition2, stops.Cm_PassCondition2},
+                      box));
     return box;
+}
+
+QWidget* SequenceView::makeCondition(const Condition& condition, QWidget* parent) {
+    auto* part = new QWidget(parent);
+    binder_.bind(condition.frame, *part);
+    auto* grid = new QGridLayout(part);
+    grid->setContentsMargins(0, 0, 0, 0);
+    auto* box = binder_.make<QCheckBox>(condition.box, part);
+    grid->addWidget(box, 0, 0, 1, 2);
+    auto* line = makeNumber(condition.line, "line", box->text() + ", line", part);
+    keepRoom(*line);
+    grid->addWidget(line, 0, 2);
+    for (const int event : {0, 1}) {
+        auto* option = binder_.make<QRadioButton>(condition.events(event), part);
+        keepRoom(*option);
+        grid->addWidget(option, 1, event);
+    }
+    grid->addWidget(PanelWidgets::button(binder_, condition.pass, part), 1, 2);
+    // The same columns in both parts.
+    for (const int column : {0, 1})
+        grid->setColumnMinimumWidth(column, part->fontMetrics().averageCharWidth() * 13);
+    grid->setColumnStretch(2, 1);
+    return part;
+}
+
+void SequenceView::follow() {
+    const SequenceLists& lists = sequencer_.lists;
+    const std::optional<SequenceProgress>& progress = sequencer_.player.progress();
+    // The arrow may stand behind the last line.
+    const auto rows =
+        std::max(lists.List_Commands.count() + 1, lists.answers(zt72518::HighByte).count());
+    for (LogView* list : lists_)
+        list->scrollAsIf(static_cast<int>(rows));
+    for (LogView* list : lists_)
+        list->mark(progress ? progress->line : -1);
+    showRun(progress.has_value());
+}
+
+void SequenceView::showRun(bool runs) {
+    if (runs == runs_)
+        return;
+    runs_ = runs;
+    QPalette palette; // the theme's
+    if (runs) {
+        palette.setColor(QPalette::Button, changedColor());
+        palette.setColor(QPalette::Disabled, QPalette::ButtonText,
+                         QApplication::palette().color(QPalette::ButtonText));
+    }
+    runButton_->setPalette(palette);
 }
 
 } // namespace bitlux::gui

@@ -1,5 +1,7 @@
 #include "gui/side_tabs.h"
 
+#include <algorithm>
+
 #include <QKeyEvent>
 #include <QPainter>
 
@@ -18,10 +20,18 @@ SideTabs::SideTabs(QWidget* parent) : QTabBar(parent) {
 }
 
 QSize SideTabs::tabSizeHint(int) const {
-    int widest = 0; // all tabs are as wide as the widest
-    for (int i = 0; i < count(); ++i)
-        widest = std::max(widest, fontMetrics().horizontalAdvance(tabText(i)));
-    return {widest + 2 * indent, fontMetrics().height() + spacing};
+    // All tabs are as wide as the widest, and the toolkit asks for each at every tab that is added.
+    if (count() < measured_)
+        measured_ = widest_ = 0;
+    for (; measured_ < count(); ++measured_)
+        widest_ = std::max(widest_, fontMetrics().horizontalAdvance(tabText(measured_)));
+    return {widest_ + 2 * indent, fontMetrics().height() + spacing};
+}
+
+void SideTabs::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        measured_ = widest_ = 0;
+    QTabBar::changeEvent(event);
 }
 
 void SideTabs::paintEvent(QPaintEvent*) {

@@ -14,6 +14,12 @@ protected:
     [[nodiscard]] QSize minimumTabSizeHint(int index) const override { return tabSizeHint(index); }
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    // Tabs that were measured, from the first on, and the widest text of these.
+    mutable int measured_ = 0;
+    mutable int widest_ = 0;
 };
 
 } // namespace bitlux::gui

@@ -65,8 +65,8 @@ QWidget* TestModeView::makeTrimming() {
     auto* grid = new QGridLayout(box);
     grid->addWidget(makeOptions("Version", form_.trim_version, 4, box), 0, 0);
     grid->addWidget(makeOptions("Vdd", form_.trim_volt, 2, box), 0, 1);
-    grid->addWidget(makeOptions("Oscillator", form_.trim_osci, 4, box), 1, 0, 2, 1);
-    grid->addWidget(makeOptions("Bias", form_.trim_bias, 4, box), 1, 1);
+    grid->addWidget(makeOptions("Oscillator", form_.trim_osci, 8, box), 1, 0, 1, 2);
+    grid->addWidget(makeOptions("Bias", form_.trim_bias, 4, box), 2, 0);
     grid->addWidget(makeOptions("LIN", form_.trim_lin, 2, box), 2, 1);
     grid->addWidget(makeOptions("Fuses", form_.trim_fuse, 1, box), 3, 0, 1, 2);
     auto* row = new QHBoxLayout;
@@ -93,13 +93,20 @@ QWidget* TestModeView::makeTests() {
     auto* row = new QHBoxLayout;
     row->addWidget(binder_.make<QCheckBox>(form_.bit_6, box));
     const auto add = [&](const char* title, QWidget* field) {
+        field->setAccessibleName(title);
         auto* label = new QLabel(title, box);
         label->setBuddy(field);
         row->addWidget(label);
         row->addWidget(field);
     };
-    add("Bits 5-3", binder_.make<QComboBox>(form_.periph_dec, box));
-    add("Bits 2-0", binder_.make<QComboBox>(form_.periph_scan_list, box));
+    const auto bits = [&](forms::ComboBox& control) {
+        auto* list = binder_.make<QComboBox>(control, box);
+        list->setPlaceholderText("0");
+        list->setMinimumWidth(list->fontMetrics().averageCharWidth() * 8);
+        return list;
+    };
+    add("Bits 5-3", bits(form_.periph_dec));
+    add("Bits 2-0", bits(form_.periph_scan_list));
     add("Pattern", binder_.make<QLineEdit>(form_.Text1, box));
     row->addWidget(PanelWidgets::button(binder_, form_.tests_send(3), box));
     column->addLayout(row);

@@ -1,6 +1,7 @@
 #include "gui/watchdog_view.h"
 
 #include "gui/panel_widgets.h"
+#include "gui/sheet.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -13,7 +14,6 @@ namespace {
 
 /// Boxes of a group of reads, and the box that ticks the group.
 struct ReadGroup {
-    const char* title;
     std::vector<int> boxes;
     int all;
 };
@@ -35,88 +35,104 @@ std::vector<int> flagBoxes() {
 
 WatchdogView::WatchdogView(zt72518::Sequencer& sequencer, Binder& binder, QWidget* parent)
     : QWidget(parent), watchdog_(sequencer.watchdog), reads_(sequencer.autoReads), binder_(binder) {
-    auto* layout = new QVBoxLayout(this);
+    auto* outer = new QVBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    auto* sheet = new Sheet(this);
+    outer->addWidget(sheet);
+    auto* layout = new QVBoxLayout(sheet->widget());
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(10);
     auto* top = new QHBoxLayout;
-    top->addWidget(makeService());
-    top->addWidget(makePulse());
+    top->addWidget(makeService(), 1);
+    top->addWidget(makePulse(), 1);
     layout->addLayout(top);
     layout->addWidget(makeReads());
     layout->addStretch();
 }
 
+/// The button of a command, and the one of its line of a sequence.
 void WatchdogView::addCommand(QGridLayout& grid, int row, int button, QWidget* parent) {
-    for (const int step : {0, 1}) // the command, and its line of a sequence
-        grid.addWidget(PanelWidgets::button(binder_, watchdog_.watchdog(button + step), parent),
-                       row, step);
+    QPushButton* starts = PanelWidgets::button(binder_, watchdog_.watchdog(button), parent);
+    grid.addWidget(starts, row, 0, 1, 2);
+    QPushButton* appends = PanelWidgets::button(binder_, watchdog_.watchdog(button + 1), parent);
+    appends->setAccessibleName(appends->text() + " " + starts->text().simplified());
+    grid.addWidget(appends, row, 2);
+}
+
+QComboBox* WatchdogView::makeChoice(int choice, const QString& prompt, const QString& name,
+                                    QWidget* parent) {
+    auto* combo = binder_.make<QComboBox>(watchdog_.wd_config(choice), parent);
+    combo->setPlaceholderText(prompt);
+    combo->setAccessibleName(name);
+    return combo;
 }
 
 QWidget* WatchdogView::makeService() {
     auto* box = new QGroupBox("Watchdog served by the dongle", this);
     auto* grid = new QGridLayout(box);
-    grid->setColumnStretch(0, 1);
-    const std::array<const char*, 2> prompts{"Mode", "Time"};
+    grid->setColumnStretch(1, 1);
     int row = 0;
-    for (const char* prompt : prompts) {
-        auto* combo = binder_.make<QComboBox>(watchdog_.wd_config(row), box);
-        combo->setPlaceholderText(row == 0 ? "Choose a mode" : "Choose a time");
-        combo->setAccessibleName(prompt);
-        grid->addWidget(combo, row++, 0, 1, 2);
+    for (const char* prompt : {"Choose a mode", "Choose a time"}) {
+        auto* label = binder_.make<QLabel>(watchdog_.wd_refresh(row), box);
+        grid->addWidget(label, row, 0);
+        grid->addWidget(makeChoice(row, prompt, label->text(), box), row, 1, 1, 2);
+        ++row;
     }
     for (const int button : {0, 2, 12})
         addCommand(*grid, row++, button, box);
     auto* state = binder_.make<QLabel>(watchdog_.wd_aff(1), box);
     state->setAlignment(Qt::AlignCenter);
     state->setMargin(4);
-    grid->addWidget(state, row, 0, 1, 2);
+    grid->addWidget(state, row, 0, 1, 3);
     return box;
 }
 
 QWidget* WatchdogView::makePulse() {
     auto* box = new QGroupBox("Pulse of current", this);
     auto* grid = new QGridLayout(box);
-    grid->setColumnStretch(0, 1);
-    int row = 0;
-    grid->addWidget(binder_.make<QLabel>(watchdog_.wd_aff(2), box), row++, 0);
-    auto* low = binder_.make<QComboBox>(watchdog_.wd_config(2), box);
-    low->setPlaceholderText("Choose a time");
-    low->setAccessibleName("WatchDog TL");
-    grid->addWidget(low, row++, 0, 1, 2);
-    grid->addWidget(binder_.make<QLabel>(watchdog_.wd_aff(3), box), row, 0);
-    auto* high = binder_.make<QLabel>(watchdog_.wd_aff(0), box);
-    high->setMinimumWidth(high->fontMetrics().horizontalAdvance("TH = 00000 ms"));
-    grid->addWidget(high, row++, 1);
+    grid->setColumnStretch(1, 1);
+    constexpr int lowTime = 2;
+    auto* low = binder_.make<QLabel>(watchdog_.wd_aff(2), box);
+    grid->addWidget(low, 0, 0);
+    grid->addWidget(makeChoice(lowTime, "Choose a time", low->text(), box), 0, 1, 1, 2);
+    auto* high = binder_.make<QLabel>(watchdog_.wd_aff(3), box);
+    grid->addWidget(high, 1, 0);
     auto* bar = new QSlider(Qt::Horizontal, box);
     binder_.bind(watchdog_.wd_current_time, *bar);
-    bar->setAccessibleName("WatchDog TH");
-    grid->addWidget(bar, row++, 0, 1, 2);
+    bar->setAccessibleName(high->text());
+    grid->addWidget(bar, 1, 1);
+    auto* time = binder_.make<QLabel>(watchdog_.wd_aff(0), box);
+    time->setMinimumWidth(time->fontMetrics().horizontalAdvance("TH = 000 ms"));
+    time->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    grid->addWidget(time, 1, 2);
+    int row = 2;
     for (const int button : {4, 6})
         addCommand(*grid, row++, button, box);
+    grid->setRowStretch(row, 1);
     return box;
 }
 
 QWidget* WatchdogView::makeReads() {
     auto* box = new QGroupBox("Read every 500 ms, while \"Auto reading\" is ticked above", this);
-    auto* row = new QHBoxLayout(box);
+    auto* grid = new QGridLayout(box);
+    grid->setVerticalSpacing(3);
     constexpr int lines = 6;
-    const std::array<ReadGroup, 3> groups{{{"Registers", range(0, 16), 41},
-                                           {"High views", range(17, 22), 42},
-                                           {"Flags", flagBoxes(), 43}}};
+    constexpr int groupSpacing = 20;
+    const std::array<ReadGroup, 3> groups{
+        {{range(0, 16), 41}, {range(17, 22), 42}, {flagBoxes(), 43}}};
+    int column = 0;
     for (const ReadGroup& group : groups) {
-        auto* part = new QWidget(box);
-        auto* grid = new QGridLayout(part);
-        grid->setContentsMargins(0, 0, 12, 0);
-        grid->setVerticalSpacing(2);
-        grid->addWidget(binder_.make<QCheckBox>(reads_.read_auto(group.all), part), 0, 0);
-        int place = 0;
-        for (const int read : group.boxes) {
-            grid->addWidget(binder_.make<QCheckBox>(reads_.read_auto(read), part),
-                            1 + place % lines, place / lines);
+        if (column > 0)
+            grid->setColumnMinimumWidth(column++, groupSpacing);
+        grid->addWidget(binder_.make<QCheckBox>(reads_.read_auto(group.all), box), 0, column);
+        for (int place = 0; const int read : group.boxes) {
+            grid->addWidget(binder_.make<QCheckBox>(reads_.read_auto(read), box), 1 + place % lines,
+                            column + place / lines);
+            grid->setColumnStretch(column + place / lines, 1); // all are equally wide
             ++place;
         }
-        row->addWidget(part);
+        column += (static_cast<int>(group.boxes.size()) + lines - 1) / lines;
     }
-    row->addStretch();
     return box;
 }
 

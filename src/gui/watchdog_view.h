@@ -18,6 +18,7 @@ private:
     QWidget* makeService();
     QWidget* makePulse();
     QWidget* makeReads();
+    QComboBox* makeChoice(int choice, const QString& prompt, const QString& name, QWidget* parent);
     void addCommand(QGridLayout& grid, int row, int button, QWidget* parent);
 
     zt72518::Watchdog& watchdog_;

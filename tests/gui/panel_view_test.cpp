@@ -1,7 +1,10 @@
 #include "window_bench.h"
 
+#include <QAbstractButton>
 #include <QDialog>
 #include <QPointer>
+#include <QProgressBar>
+#include <QScrollBar>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -56,6 +59,59 @@ TEST(PanelView, LightsBitsOfARegisterByMouseAndKeyboard) {
     EXPECT_EQ(bench.label("ZT72518.Label_Liste(0)"), "Sent : 40 - 88");
 }
 
+TEST(PanelView, IsReadByTheTabulatorKey) {
+    PanelBench bench;
+    const auto walk = [&bench](const QString& first, int steps) {
+        bench.widget<QWidget>(first).setFocus();
+        QStringList names{first.section('.', 1)};
+        while (--steps > 0) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            names << QApplication::focusWidget()->objectName().section('.', 1);
+        }
+        return names.join(' ').toStdString();
+    };
+    EXPECT_EQ(walk("ZT72518.Cm_ReadAll_Rl(0)", 2), "Cm_ReadAll_Rl(0) Cm_ReadAll_Rl(2)");
+    EXPECT_EQ(walk("ZT72518.tab_518(1)", 8),
+              "tab_518(1) Cm_MUX_W Seq_MUX_W Mux_W(7) Cm_Mux_Rl Seq_Mux_Rl R_MUX(0) R_MUX(1)");
+    EXPECT_EQ(walk("ZT72518.R_MUX(7)", 3), "R_MUX(7) Ch_Mux(1) Ch_Mux(0)");
+    bench.choose("ZT72518.tab_518(1)", 7);
+    EXPECT_EQ(walk("ZT72518.tab_518(1)", 11),
+              "tab_518(1) Cm_Spe_Mode_W(0) Seq_Spe_Mode_W Spe_Mode_W(7) Cm_Spe_Mode_Rl "
+              "Seq_Spe_Mode_Rl Cm_Spe_Mode_Rl_b Cm_Spe_Mode_W(1) Cm_Spe_Mode_W(2) R_Spe_Mode(0) "
+              "R_Spe_Mode(1)");
+    bench.choose("ZT72518.tab_518(1)", 2);
+    EXPECT_EQ(walk("ZT72518.Val_Hex_RAM", 5),
+              "Val_Hex_RAM Cm_OK_val_hexa RAM(7) Cm_Write_RAM(0) Cm_Read_RAM(0)");
+}
+
+/// Buttons that look alike have names that tell them apart, for those who hear them.
+TEST(PanelView, NamesItsButtons) {
+    PanelBench bench;
+    for (const int page : {3, 4, 7}) {
+        bench.choose("ZT72518.tab_518(1)", page);
+        for (const QAbstractButton* button : bench.panel->findChildren<QAbstractButton*>()) {
+            const QString name =
+                button->accessibleName().isEmpty() ? button->text() : button->accessibleName();
+            EXPECT_FALSE(name.isEmpty()) << button->objectName().toStdString();
+            EXPECT_FALSE(name == ">SEQ" || name == ">All" || name == "Write")
+                << button->objectName().toStdString();
+        }
+    }
+    EXPECT_EQ(bench.widget<QPushButton>("ZT72518.Seq_Init_Vreg_W").accessibleName(),
+              ">SEQ Init Vreg Write");
+}
+
+TEST(PanelView, FindsRoomOnASmallScreen) {
+    PanelBench bench;
+    for (const char* choice : {"vb_otp(0)", "opt_vb(0)", "opt_vb(1)"}) // where the file is there
+        bench.program.zt72518().control(choice).show();
+    for (int page = 1; page <= 5; ++page)
+        bench.choose("ZT72518.tab_518(0)", page);
+    EXPECT_TRUE(bench.widget<QRadioButton>("ZT72518.opt_vb(0)").isVisible());
+    EXPECT_LE(bench.panel->minimumSizeHint().width(), 1000);
+    EXPECT_LE(bench.panel->minimumSizeHint().height(), 600);
+}
+
 TEST(PanelView, MakesAPageWhenItIsLookedAt) {
     PanelBench bench;
     EXPECT_EQ(bench.window.findChild<QWidget*>("ZT72518.Can_W(0)"), nullptr);
@@ -86,6 +142,47 @@ TEST(PanelView, MovesALineOfTheSequenceByDragging) {
     list.setFocus();
     QTest::keyClick(&list, Qt::Key_Up, Qt::AltModifier);
     EXPECT_EQ(bench.lines("ZT72518.List_Commands")[2], "Mode RM Read Flag Low");
+}
+
+TEST(PanelView, ShowsTheLineThatRunsInAllLists) {
+    PanelBench bench;
+    bench.choose("ZT72518.tab_518(0)", 1);
+    zt72518::Sequencer& sequencer = bench.program.zt72518().sequencer;
+    constexpr int wait = 71;
+    for (int line = 1; line <= 100; ++line)
+        sequencer.lists.append(line == wait ? "Wait" : "MUX Read Low", line == wait ? "5000" : "");
+    std::vector<gui::LogView*> lists;
+    for (const char* list :
+         {"List1", "List_Commands", "List_Value", "List_Val_read1", "List_Val_read0"})
+        lists.push_back(&bench.widget<gui::LogView>(QString("ZT72518.") + list));
+    auto& progress = bench.widget<QProgressBar>("sequenceProgress");
+    const auto& button = bench.widget<QPushButton>("ZT72518.Cm_Run_Seq");
+    const QColor plain = button.palette().color(QPalette::Button);
+    EXPECT_FALSE(progress.isVisible());
+
+    bench.loop.atTime(bench.clock.nanoseconds() + 1'500'000'000, [&] {
+        bench.settle();
+        for (const gui::LogView* list : lists) {
+            EXPECT_EQ(list->marked(), wait);
+            EXPECT_EQ(list->firstVisible(), lists.front()->firstVisible());
+            EXPECT_TRUE(list->viewport()->rect().contains(list->lineRect(wait + 1).center()))
+                << "the arrow of the next line";
+        }
+        EXPECT_TRUE(progress.isVisible());
+        EXPECT_TRUE(progress.text().startsWith("Line 71 of 100, 3."))
+            << progress.text().toStdString();
+        EXPECT_NE(button.palette().color(QPalette::Disabled, QPalette::Button), plain);
+        // A hand may look elsewhere meanwhile, from any of them.
+        lists.back()->verticalScrollBar()->setValue(5);
+        for (const gui::LogView* list : lists)
+            EXPECT_EQ(list->verticalScrollBar()->value(), 5);
+        sequencer.player.Timer1.disable();
+    });
+    bench.press("ZT72518.Cm_Run_Seq");
+    for (const gui::LogView* list : lists)
+        EXPECT_EQ(list->marked(), -1);
+    EXPECT_FALSE(progress.isVisible());
+    EXPECT_EQ(button.palette().color(QPalette::Disabled, QPalette::Button), plain);
 }
 
 TEST(PanelView, DrivesTheTimersOfTheForm) {

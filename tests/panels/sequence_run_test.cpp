@@ -1,6 +1,9 @@
 #include "sequencer_bench.h"
 
+#include "platform/failure.h"
+
 #include <functional>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -255,6 +258,34 @@ TEST(SequenceRun, EndsAWaitWhenItsTimerIsDisabled) {
                   (how == std::string("no driver") ? 90 : 70) * millisecond);
         EXPECT_FALSE(bench.panel().sequencer.player.Timer1.enabled());
     }
+}
+
+TEST(SequenceRun, TellsWhereItIs) {
+    using Awaited = SequenceProgress::Awaited;
+    RunBench bench;
+    SequencePlayer& run = bench.panel().sequencer.player;
+    bench.toggle("Ch_FirstCondition");
+    bench.type("Text_FirstCondition", "2");
+    bench.get<forms::OptionButton>("ZT72518.R_Condition1(1)").click();
+    std::vector<std::tuple<int, std::int64_t, Awaited>> seen;
+    const Subscription watch = run.progressChanged.follow([&] {
+        if (!run.progress())
+            return;
+        seen.emplace_back(run.progress()->line, run.remainingWait(), run.progress()->awaited);
+        if (seen.back() == std::tuple(2, 0, Awaited::Interrupt))
+            bench.press("Cm_PassCondition1");
+    });
+    bench.run({{"MUX Write", "1"}, {"MUX Write", "2"}, {"MUX Write", "3"}, {"Wait", "40"}});
+    const decltype(seen) expected{{2, 0, Awaited::Interrupt},
+                                  {2, 0, Awaited::Nothing},
+                                  {4, 40 * millisecond, Awaited::Nothing},
+                                  {4, 0, Awaited::Nothing}};
+    EXPECT_EQ(seen, expected);
+    EXPECT_FALSE(run.progress());
+
+    bench.fill({{"MUX Write", "1"}, {"MUX Write", "no number"}});
+    EXPECT_THROW(bench.panel().call("RunSequenceRange", 1, 2), Failure);
+    EXPECT_FALSE(run.progress()) << "nor after a run that failed";
 }
 
 TEST(SequenceRun, TriggersAtOneLine) {

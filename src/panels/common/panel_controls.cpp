@@ -3,6 +3,7 @@
 #include "platform/failure.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 namespace bitlux {
 
@@ -79,6 +80,14 @@ const LabelRow& PanelControls::row(std::string_view name, int first) const {
     if (found == rows_.end())
         throw forms::UnknownName(std::string(name), {});
     return found->second;
+}
+
+std::string PanelControls::tooltips(std::span<const Name> names) const {
+    std::vector<std::string> texts;
+    texts.reserve(names.size());
+    for (const Name& name : names)
+        texts.push_back(find(name)->tooltip());
+    return fmt::format("{}", fmt::join(texts, ", "));
 }
 
 std::optional<int> PanelControls::chosen(std::string_view options, int first, int count) const {

@@ -52,6 +52,8 @@ public:
     }
     /// A row that was made; raises UnknownName.
     [[nodiscard]] const LabelRow& row(std::string_view name, int first = 0) const;
+    /// The tooltips of controls, as "0x0100, 0x0B00".
+    [[nodiscard]] std::string tooltips(std::span<const Name> names) const;
     /// The index of the option that is set, less `first`; nothing when none is.
     [[nodiscard]] std::optional<int> chosen(std::string_view options, int first, int count) const;
     /// Leaves none of the options set that were made with `first`; runs no handler.

@@ -1,5 +1,6 @@
 #include "panels/common/register_pages.h"
 
+#include "panels/common/field_text.h"
 #include "platform/conversions.h"
 
 #include <algorithm>
@@ -84,16 +85,19 @@ void RegisterPages::follow(const chips::Register& changed, int bit) {
 }
 
 void RegisterPages::addCheck(const chips::CheckBit& check, const LabelRow& row) {
-    const forms::CheckBox& box = controls_.addBox(check.box, check.caption);
+    forms::CheckBox& box = controls_.addBox(check.box, check.caption);
+    box.setTooltip(choiceText(check));
     controls_.onClick(check.box, [&row, &box, bit = check.bit] { row.set(bit, box.checked()); });
 }
 
 void RegisterPages::addOptions(const chips::OptionField& field, const LabelRow& row) {
     controls_.addOptions(field.options, field.firstOption, field.captions);
     if (field.frame.exists())
-        controls_.addFrame(field.frame, field.title);
-    for (int value = 0; value < static_cast<int>(field.captions.size()); ++value)
-        controls_.onClick({field.options, field.firstOption + value}, [this, &field, &row, value] {
+        controls_.addFrame(field.frame, fieldTitle(field));
+    for (int value = 0; value < static_cast<int>(field.captions.size()); ++value) {
+        const chips::ControlName option{field.options, field.firstOption + value};
+        controls_.find(option)->setTooltip(choiceText(field, value));
+        controls_.onClick(option, [this, &field, &row, value] {
             for (int k = 0; k < field.width; ++k)
                 row.set(field.lowBit + k, (value >> k & 1) != 0);
             if (field.mirror.exists())
@@ -102,6 +106,7 @@ void RegisterPages::addOptions(const chips::OptionField& field, const LabelRow& 
             if (field.gate.exists())
                 controls_.get<forms::CheckBox>(field.gate).setValue(1);
         });
+    }
     if (field.gate.exists())
         controls_.onClick(field.gate, [this, &field] {
             const bool shown = controls_.get<forms::CheckBox>(field.gate).checked();

@@ -27,6 +27,27 @@ private:
     forms::Button& button_;
 };
 
+/// There is progress for as long as the outermost of these lives.
+class SequencePlayer::Shown {
+public:
+    explicit Shown(SequencePlayer& player) : player_(player), isOutermost_(!player.progress_) {
+        if (isOutermost_)
+            player_.progress_ = {.lines = player_.parts_.lists.last(), .waitUntil = {}};
+    }
+    ~Shown() {
+        if (!isOutermost_)
+            return;
+        player_.progress_.reset();
+        player_.progressChanged.raise();
+    }
+    Shown(const Shown&) = delete;
+    Shown& operator=(const Shown&) = delete;
+
+private:
+    SequencePlayer& player_;
+    bool isOutermost_;
+};
+
 SequencePlayer::SequencePlayer(forms::Form& form, const Parts& parts)
     : parts_(parts),
       Cm_Run_Seq(form, "Cm_Run_Seq", "RUN"),
@@ -58,15 +79,31 @@ void SequencePlayer::Cm_Run_Seq_Click() {
     if (!Cm_Run_Seq.enabled()) // it runs already
         return;
     const ButtonOff off(Cm_Run_Seq);
+    const Shown shown(*this);
     parts_.session.WordToSend.assign(
         static_cast<std::size_t>(std::max<int>(parts_.session.SPIWordLength, 0)), 0);
     parts_.lists.restart();
     stretches(parts_.lists.last());
 }
 
+void SequencePlayer::show(std::optional<std::int64_t> waitUntil,
+                          SequenceProgress::Awaited awaited) {
+    progress_->waitUntil = waitUntil;
+    progress_->awaited = awaited;
+    progressChanged.raise();
+}
+
+std::int64_t SequencePlayer::remainingWait() const {
+    if (!progress_ || !progress_->waitUntil)
+        return 0;
+    return std::max<std::int64_t>(*progress_->waitUntil - parts_.clock.nanoseconds(), 0);
+}
+
 void SequencePlayer::RunSequenceRange(int first, int last) {
+    const Shown shown(*this);
     parts_.commands.stretchBegins();
     for (int line = first; line <= last;) {
+        progress_->line = line;
         parts_.commands.lineBegins(line);
         parts_.lists.pointTo(line + 1);
         if (!parts_.variables.RunEnabled) {
@@ -107,10 +144,12 @@ void SequencePlayer::wait(const std::string& value) {
     Timer1.enable();
     // A timer of a window may come late, and one that nobody drives never.
     const std::int64_t end = parts_.clock.nanoseconds() + milliseconds * millisecond;
+    show(end);
     for (std::int64_t left = milliseconds * millisecond;
          left > 0 && Timer1.enabled() && parts_.variables.RunEnabled;
          left = end - parts_.clock.nanoseconds())
         parts_.loop.waitForEvents(left);
+    show({});
     Timer1.disable();
 }
 

@@ -9,7 +9,9 @@
 #include "platform/forms/timer.h"
 #include "session/session.h"
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,6 +36,16 @@ public:
 struct SequenceVariables {
     bool LoopStopRequest = false;
     bool RunEnabled = true; ///< cleared, the lines that are left pass without being played
+};
+
+/// Where a run over a sequence is.
+struct SequenceProgress {
+    enum class Awaited : std::uint8_t { Nothing, Reset, Interrupt };
+
+    int line = 0;  ///< that is played or was played last; 0 before the first
+    int lines = 0; ///< as many as there were at the start
+    std::optional<std::int64_t> waitUntil; ///< on the clock, in nanoseconds, during a wait
+    Awaited awaited = Awaited::Nothing;    ///< of the chip, at a point where the run stops
 };
 
 /// Plays a sequence from top to bottom, with a loop and waits. The event loop turns after each
@@ -61,6 +73,15 @@ public:
     /// Lines that are left pass, and waits end. A form that goes does so by itself.
     void abandon() { parts_.variables.RunEnabled = false; }
 
+    /// Nothing while no run is on.
+    [[nodiscard]] const std::optional<SequenceProgress>& progress() const { return progress_; }
+    /// Nanoseconds that are left of the present wait, 0 without one.
+    [[nodiscard]] std::int64_t remainingWait() const;
+    /// Tells what a run stops for, between two stretches.
+    void await(SequenceProgress::Awaited awaited) { show({}, awaited); }
+    /// A wait, a stop or the run began or ended. That a line begins is told by the arrow.
+    Event<> progressChanged;
+
     /// Plays the whole sequence, line 1 to the given one; at first one stretch.
     std::function<void(int last)> stretches = [this](int last) { RunSequenceRange(1, last); };
     /// There is a loop, or none. Set by whoever shows more of it.
@@ -68,6 +89,10 @@ public:
 
 private:
     class ButtonOff;
+    class Shown;
+
+    /// Changes what progress() tells of the present line.
+    void show(std::optional<std::int64_t> waitUntil, SequenceProgress::Awaited awaited = {});
 
     void wait(const std::string& value);
     /// The line that follows `line`, as the loop tells.
@@ -75,6 +100,7 @@ private:
     void Ch_Loop_Click();
 
     Parts parts_;
+    std::optional<SequenceProgress> progress_;
     Subscription formGoing_;
 
 public:

@@ -5,6 +5,7 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace bitlux::zt72518 {
 
@@ -48,19 +49,33 @@ void FlagPages::addAppend(const chip::FlagRow& row, const chips::ControlName& na
 }
 
 void FlagPages::addGroups() {
-    addGroup({"Cm_ReadAll_Rl", 0}, "Read all", [this] { readAll(chip::readAllLow); });
-    addGroup({"Cm_ReadAll_Rl", 1}, "General Flags", [this] { words_.readGeneralFlags(); });
-    controls_.find({"Cm_ReadAll_Rl", 1})->setTooltip(ChipWords::generalFlagsText());
-    addGroup({"Cm_ReadAll_Rl", 2}, ">All", [this] { appendAll(chip::sequenceAllLow); });
-    addGroup({"Cm_ReadAll_Rh"}, "Read all", [this] { readAllWhileLinked(chip::readAllHigh); });
-    addGroup({"Seq_All_Rh"}, ">All", [this] { appendAll(chip::sequenceAllHigh); });
-    addGroup({"Cm_ReadAll_RFl"}, "Read all", [this] { readAllWhileLinked(chip::readAllFlags); });
-    addGroup({"Seq_All_RFl"}, ">All", [this] { appendAll(chip::sequenceAllFlags); });
+    addReadGroup({"Cm_ReadAll_Rl", 0}, chip::readAllLow, [this] { readAll(chip::readAllLow); });
+    addGroup({"Cm_ReadAll_Rl", 1}, "General Flags", ChipWords::generalFlagsText(),
+             [this] { words_.readGeneralFlags(); });
+    addAppendGroup({"Cm_ReadAll_Rl", 2}, chip::sequenceAllLow);
+    addReadGroup({"Cm_ReadAll_Rh"}, chip::readAllHigh,
+                 [this] { readAllWhileLinked(chip::readAllHigh); });
+    addAppendGroup({"Seq_All_Rh"}, chip::sequenceAllHigh);
+    addReadGroup({"Cm_ReadAll_RFl"}, chip::readAllFlags,
+                 [this] { readAllWhileLinked(chip::readAllFlags); });
+    addAppendGroup({"Seq_All_RFl"}, chip::sequenceAllFlags);
+}
+
+void FlagPages::addReadGroup(const chips::ControlName& name, Steps steps,
+                             PanelControls::Action action) {
+    std::vector<chips::ControlName> buttons;
+    for (const chip::ReadAllStep& step : steps)
+        buttons.push_back(step.button);
+    addGroup(name, "Read all", controls_.tooltips(buttons), std::move(action));
+}
+
+void FlagPages::addAppendGroup(const chips::ControlName& name, Names lines) {
+    addGroup(name, ">All", controls_.tooltips(lines), [this, lines] { appendAll(lines); });
 }
 
 void FlagPages::addGroup(const chips::ControlName& name, std::string_view caption,
-                         PanelControls::Action action) {
-    controls_.addButton(name, caption);
+                         const std::string& tooltip, PanelControls::Action action) {
+    controls_.addButton(name, caption).setTooltip(tooltip);
     controls_.onClick(name, std::move(action));
 }
 

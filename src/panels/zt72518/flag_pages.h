@@ -23,8 +23,10 @@ private:
     void addRow(const chips::zt72518::FlagRow& row, const chips::ControlName& read);
     void addAppend(const chips::zt72518::FlagRow& row, const chips::ControlName& name);
     void addGroups();
+    void addReadGroup(const chips::ControlName& name, Steps steps, PanelControls::Action action);
+    void addAppendGroup(const chips::ControlName& name, Names lines);
     void addGroup(const chips::ControlName& name, std::string_view caption,
-                  PanelControls::Action action);
+                  const std::string& tooltip, PanelControls::Action action);
     void readAll(Steps steps) const;
     /// Gives up when the link has failed at the first word.
     void readAllWhileLinked(Steps steps) const;

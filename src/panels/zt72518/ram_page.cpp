@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace bitlux::zt72518 {
 
@@ -30,7 +31,10 @@ RamPage::RamPage(forms::Form& form, PanelControls& controls, KeyFilters& filters
                  MessageBoxes& boxes)
     : controls_(controls), filters_(filters), boxes_(boxes), Val_Hex_RAM(form, "Val_Hex_RAM") {
     controls.addButton(confirm, "OK");
-    controls.addButton(readAll, "Read all");
+    std::vector<chips::ControlName> reads;
+    for (int i = 0; i < chips::zt72518::ramCount; ++i)
+        reads.push_back({"Cm_Read_RAM", i});
+    controls.addButton(readAll, "Read all").setTooltip(controls.tooltips(reads));
     for (int bit = 0; bit < controls.row(bits).size(); ++bit)
         controls.onClick({bits, bit}, [this] { showHex(); });
     controls.onClick(confirm, [this] { confirmText(); });

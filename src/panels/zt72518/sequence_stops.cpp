@@ -92,6 +92,8 @@ bool SequenceStops::sample() const {
 
 void SequenceStops::await(const Condition& condition) {
     const Session& session = parts_.session;
+    parts_.player.await(condition.lines(0).value() ? SequenceProgress::Awaited::Reset
+                                                   : SequenceProgress::Awaited::Interrupt);
     bool lost = false; // who is told once need not be told at each sample
     while (!condition.seen && !condition.pass && variables_.RunEnabled) {
         lost = lost ? session.LinkFailed : !sample();
@@ -103,6 +105,7 @@ void SequenceStops::await(const Condition& condition) {
             parts_.loop.waitForEvents(pauseWithoutDongle);
     }
     condition.seen = false;
+    parts_.player.await(SequenceProgress::Awaited::Nothing);
 }
 
 } // namespace bitlux::zt72518

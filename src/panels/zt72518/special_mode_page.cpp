@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include <fmt/format.h>
+
 namespace bitlux::zt72518 {
 
 namespace {
@@ -31,11 +33,12 @@ SpecialModePage::SpecialModePage(PanelControls& controls, RegisterPages& pages,
             .addLabel({"Spe_Mode_Rl_b", bit},
                       specialMode().writeCaptions[static_cast<std::size_t>(bit)])
             .setBackColor(forms::windowColor);
-    const std::string word = words.writeText(specialMode());
+    const std::string both = fmt::format("{}, {}", words.readText(specialMode(), RegisterView::Low),
+                                         words.writeText(specialMode()));
     controls.addButton(readRandomToo, "Read Low")
         .setTooltip(words.readText(specialMode(), RegisterView::Low));
-    controls.addButton(readAndWrite, "Read and Write").setTooltip(word);
-    controls.addButton(safePin, "Activate SAFE pin (available in INIT mode only)").setTooltip(word);
+    controls.addButton(readAndWrite, "Read and Write").setTooltip(both);
+    controls.addButton(safePin, "Activate SAFE pin (available in INIT mode only)").setTooltip(both);
     controls.addButton(appendMode, ">SEQ").setTooltip(writeLine(specialMode()));
 
     controls.onClick(readRandom, [this] { showInverse(); });

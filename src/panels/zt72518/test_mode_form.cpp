@@ -91,6 +91,15 @@ std::vector<std::string> threeBits() {
     return {"0", "1", "2", "3", "4", "5", "6", "7"};
 }
 
+/// The words of a command, the second with its low byte or "xx", or none.
+std::string wordText(TestCommand command, const std::string& second) {
+    const std::string first =
+        fmt::format("0x{:02X}{:02X}", chips::zt72518::testWordHigh, static_cast<int>(command));
+    return second.empty()
+               ? first
+               : fmt::format("{}, 0x{:02X}{}", first, chips::zt72518::secondTestWordHigh, second);
+}
+
 } // namespace
 
 TestModeForm::TestModeForm(forms::FormSet& set, const Parts& parts)
@@ -125,6 +134,7 @@ TestModeForm::TestModeForm(forms::FormSet& set, const Parts& parts)
     showTxdTime();
     showTxd(false);
     buildPattern();
+    tellWords();
     procedure("Send_SPI", [this] { Send_SPI(); });
     procedure("enter_test_mode_Click", [this] { parts_.dongle.test_mode(); });
     procedure("can_lin_Click", [this](int index) { can_lin_Click(index); });
@@ -141,6 +151,20 @@ TestModeForm::TestModeForm(forms::FormSet& set, const Parts& parts)
         procedure(name, [this] { buildPattern(); });
     for (std::size_t i = 0; i < TestWords.size(); ++i)
         variable(fmt::format("TestWords({})", i), TestWords.at(i));
+}
+
+void TestModeForm::tellWords() {
+    for (int flag = 0; flag <= can_lin.last(); ++flag)
+        can_lin(flag).setTooltip(wordText(TestCommand::CanLinFlag, fmt::format("{:02X}", flag)));
+    thres_send.setTooltip(wordText(TestCommand::Threshold, "xx"));
+    constexpr int thermal = static_cast<int>(TestCommand::Thermal);
+    term_send.setTooltip(fmt::format("0x{0:02X}{1:02X} or 0x{0:02X}{2:02X}",
+                                     chips::zt72518::testWordHigh, thermal, thermal + 1));
+    trim_send.setTooltip(fmt::format("0x{:02X}xx, 0x{:02X}xx", chips::zt72518::testWordHigh,
+                                     chips::zt72518::secondTestWordHigh));
+    for (std::size_t test = 0; test < testCommands.size(); ++test)
+        tests_send(static_cast<int>(test)).setTooltip(wordText(testCommands[test], ""));
+    tests_send(patternTest).setTooltip(wordText(TestCommand::Pattern, "xx"));
 }
 
 void TestModeForm::choose(TestCommand command, std::uint8_t second) {

@@ -42,6 +42,8 @@ public:
     void tests_send_Click(int index);
 
 private:
+    /// Tooltips of the buttons: the words that they send.
+    void tellWords();
     void choose(chips::zt72518::TestCommand command, std::uint8_t second = 0);
     void sendFirstWord();
     [[nodiscard]] chips::zt72518::Trimming trimming() const;

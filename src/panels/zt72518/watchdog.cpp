@@ -89,12 +89,15 @@ Watchdog::Watchdog(forms::Form& form, const Parts& parts)
     wd_config(0).setEditText("WatchDog mode");
     wd_config(1).setEditText("WatchDog timer");
     wd_config(2).setEditText("WatchDog TL");
+    wd_refresh(0).setCaption("WatchDog mode");
+    wd_refresh(1).setCaption("WatchDog timer");
+    wd_aff(2).setCaption("WatchDog TL");
     wd_aff(3).setCaption("WatchDog TH");
     wd_aff(4).setCaption("Trigger line");
     showTime();
     showState(false);
-    for (const int refresh : {12, 14})
-        watchdog(refresh).setTooltip(fmt::format("0x{:02X}00", refreshHigh));
+    for (const int once : {12, 14})
+        watchdog(once).setTooltip(fmt::format("0x{:02X}00", refreshHigh));
     form.procedure("wd_current_time_Change", [this] { showTime(); });
     form.procedure("wd_current_time_Scroll", [this] { showTime(); });
     form.procedure("watchdog_Click", [this](int index) { watchdog_Click(index); });

@@ -70,7 +70,7 @@ public:
     forms::ControlArray<forms::ComboBox> wd_config; ///< mode, time, low time, time of a line
     forms::ScrollBar wd_current_time;               ///< high time in ms
     forms::ControlArray<forms::Label> wd_aff;       ///< 0 the high time, 1 whether it is on
-    forms::ControlArray<forms::Label> wd_refresh;
+    forms::ControlArray<forms::Label> wd_refresh;   ///< captions of the mode and of the time
     forms::ControlArray<forms::Button> watchdog;
 };
 

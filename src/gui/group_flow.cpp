@@ -1,0 +1,91 @@
+#include "gui/group_flow.h"
+
+#include <algorithm>
+
+namespace bitlux::gui {
+
+namespace {
+
+constexpr int beside = 8;
+constexpr int below = 10;
+
+} // namespace
+
+GroupFlow::~GroupFlow() = default;
+
+QLayoutItem* GroupFlow::itemAt(int index) const {
+    return index >= 0 && index < count() ? items_[static_cast<std::size_t>(index)].get() : nullptr;
+}
+
+QLayoutItem* GroupFlow::takeAt(int index) {
+    if (index < 0 || index >= count())
+        return nullptr;
+    const auto place = items_.begin() + index;
+    QLayoutItem* item = place->release();
+    items_.erase(place);
+    return item;
+}
+
+std::vector<GroupFlow::Row> GroupFlow::rowsIn(int width) const {
+    std::vector<Row> rows;
+    int left = 0;
+    for (const auto& item : items_) {
+        const int wanted = item->sizeHint().width();
+        if (rows.empty() || left < beside + wanted) {
+            rows.emplace_back(&item, 1);
+            left = width - wanted;
+        } else {
+            rows.back() = Row(rows.back().data(), rows.back().size() + 1);
+            left -= beside + wanted;
+        }
+    }
+    return rows;
+}
+
+int GroupFlow::heightOf(Row row) {
+    int height = 0;
+    for (const auto& item : row)
+        height = std::max(height, item->sizeHint().height());
+    return height;
+}
+
+int GroupFlow::heightForWidth(int width) const {
+    int height = -below;
+    for (const Row row : rowsIn(width))
+        height += heightOf(row) + below;
+    return std::max(height, 0);
+}
+
+QSize GroupFlow::minimumSize() const {
+    QSize size;
+    for (const auto& item : items_)
+        size = size.expandedTo(item->sizeHint());
+    return size;
+}
+
+void GroupFlow::setGeometry(const QRect& rect) {
+    QLayout::setGeometry(rect);
+    int top = rect.top();
+    for (const Row row : rowsIn(rect.width())) {
+        place(row, QRect(rect.left(), top, rect.width(), heightOf(row)));
+        top += heightOf(row) + below;
+    }
+}
+
+void GroupFlow::place(Row row, QRect room) {
+    const int groups = static_cast<int>(row.size());
+    int spare = room.width() - (groups - 1) * beside;
+    for (const auto& item : row)
+        spare -= item->sizeHint().width();
+    int left = room.left();
+    for (int i = 0; i < groups; ++i) {
+        // What does not divide goes to the last, so that all rows end at the same place.
+        const int share = i + 1 < groups ? spare / groups : spare - spare / groups * (groups - 1);
+        const auto& item = row[static_cast<std::size_t>(i)];
+        const int width = item->sizeHint().width() + share;
+        item->setGeometry(QRect(left, room.top(), width, room.height()));
+        left += width + beside;
+    }
+}
+
+} // namespace bitlux::gui

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+#include <span>
+#include <vector>
+
+#include <QLayout>
+
+namespace bitlux::gui {
+
+/// Groups side by side for as long as there is room, then in the next row; those of a row share its
+/// width and are equally high.
+class GroupFlow : public QLayout {
+public:
+    GroupFlow() = default;
+    ~GroupFlow() override;
+
+    void addItem(QLayoutItem* item) override { items_.emplace_back(item); }
+    [[nodiscard]] int count() const override { return static_cast<int>(items_.size()); }
+    [[nodiscard]] QLayoutItem* itemAt(int index) const override;
+    QLayoutItem* takeAt(int index) override;
+
+    [[nodiscard]] Qt::Orientations expandingDirections() const override { return {}; }
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int width) const override;
+    [[nodiscard]] QSize sizeHint() const override { return minimumSize(); }
+    /// Of the widest group.
+    [[nodiscard]] QSize minimumSize() const override;
+    void setGeometry(const QRect& rect) override;
+
+private:
+    using Row = std::span<const std::unique_ptr<QLayoutItem>>;
+
+    [[nodiscard]] std::vector<Row> rowsIn(int width) const;
+    static int heightOf(Row row);
+    static void place(Row row, QRect room);
+
+    std::vector<std::unique_ptr<QLayoutItem>> items_;
+};
+
+} // namespace bitlux::gui

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "chips/register_map.h"
+
+#include <string>
+
+namespace bitlux {
+
+/// Titles with the bits of a field, as "MUX output [7:5]".
+[[nodiscard]] std::string fieldTitle(const chips::OptionField& field);
+[[nodiscard]] std::string fieldTitle(const chips::ComboField& field);
+
+/// The bits that a choice sets, as "[7:5] = 101".
+[[nodiscard]] std::string choiceText(const chips::OptionField& field, int value);
+[[nodiscard]] std::string choiceText(const chips::CheckBit& check);
+
+} // namespace bitlux
