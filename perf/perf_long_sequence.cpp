@@ -6,6 +6,7 @@
 #include "gui/main_window.h"
 #include "gui/qt_desk.h"
 #include "gui/theme.h"
+#include "panels/zt72518/sequence_layout.h"
 #include "workbench/virtual_bench.h"
 
 #include <algorithm>
@@ -105,7 +106,7 @@ int main(int argc, char** argv) {
     panel.sequencer.player.Cm_Run_Seq.click();
     const double ran = passed();
     const double turn = static_cast<double>(loop.longest) / 1e6;
-    const bool right = panel.sequencer.lists.List_Val_read0.count() == lines + 1;
+    const bool right = panel.sequencer.lists.answers(zt72518::LowByte).count() == lines + 1;
     fmt::print(
         "long sequence: {} lines loaded and painted after {:.0f} ms (limit {:.0f} ms), scrolled "
         "to the end in {:.1f} ms (limit {:.0f} ms), run in {:.1f} s with at most {:.1f} ms "

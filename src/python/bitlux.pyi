@@ -139,6 +139,16 @@ class Session:
     ZT72361PanelActive: int
     ZT72537PanelActive: int
     ZT72537FrameByte7: int
+    ZT72518WordHigh: int
+    ZT72518WordLow: int
+    ZT72518ReplyHigh: int
+    ZT72518ReplyLow: int
+    WdConfigRequest: bool
+    WdSequenceRequest: bool
+    WdSequenceMode: int
+    WdSequenceTime: int
+    WdCurrentOn: bool
+    WdStopRequest: bool
     LinkFailed: bool
     WordToSend: List[int]
     WordReceived: List[int]
