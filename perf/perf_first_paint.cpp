@@ -45,14 +45,16 @@ protected:
 
 private:
     static void openDialog() {
-        for (QWidget* window : QApplication::topLevelWidgets())
-            if (auto* main = dynamic_cast<bitlux::gui::MainWindow*>(window); main && opensPanel) {
-                CALLGRIND_TOGGLE_COLLECT;
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            auto* main = dynamic_cast<bitlux::gui::MainWindow*>(window);
+            if (main == nullptr)
+                continue;
+            CALLGRIND_TOGGLE_COLLECT;
+            if (opensPanel)
                 main->program().forms().show("ZT72518");
-            } else if (auto* item = window->findChild<QAction*>("frmMain.itemPortOptions")) {
-                CALLGRIND_TOGGLE_COLLECT;
-                item->trigger();
-            }
+            else
+                main->findChild<QAction*>("frmMain.itemPortOptions")->trigger();
+        }
     }
 
     static void quit() {

@@ -2,9 +2,10 @@
 // scrolling to its end, and a run on the toolkit's event loop with the longest time between two of
 // its turns.
 
+#include "watched_loop.h"
+
 #include "bench/scripted_desk.h"
 #include "gui/main_window.h"
-#include "gui/qt_desk.h"
 #include "gui/theme.h"
 #include "panels/zt72518/sequence_layout.h"
 #include "workbench/virtual_bench.h"
@@ -29,24 +30,6 @@ constexpr double loadLimit = 300; // milliseconds, all of them
 constexpr double scrollLimit = 50;
 constexpr double turnLimit = 50;
 
-class WatchedLoop : public EventLoop {
-public:
-    void turn() override {
-        loop_.turn();
-        const std::int64_t now = clock_.nanoseconds();
-        if (last_ != 0)
-            longest = std::max(longest, now - last_);
-        last_ = now;
-    }
-    void waitForEvents(std::int64_t nanoseconds) override { loop_.waitForEvents(nanoseconds); }
-    std::int64_t longest = 0;
-
-private:
-    gui::QtEventLoop loop_;
-    SystemClock clock_;
-    std::int64_t last_ = 0;
-};
-
 void writeSequence(const std::filesystem::path& file) {
     std::ofstream stream(file, std::ios::binary);
     stream << "Command\tValue\r\nCommands\tValue in Hexa\t\r\n";
@@ -70,7 +53,7 @@ int main(int argc, char** argv) {
     VirtualBench bench(busClock, makeDevice("zt72518d"));
     bench.dongle.plug();
     ScriptedDesk desk(busClock);
-    WatchedLoop loop;
+    perf::WatchedLoop loop;
     Program program(bench.hardware(), {.boxes = desk.boxes,
                                        .fileDialogs = desk.fileDialogs,
                                        .pointer = desk.pointer,

@@ -4,10 +4,10 @@
 
 #include "bare_loop.h"
 #include "endless_words.h"
+#include "watched_loop.h"
 
 #include "bench/scripted_desk.h"
 #include "gui/main_window.h"
-#include "gui/qt_desk.h"
 #include "gui/theme.h"
 #include "workbench/virtual_bench.h"
 
@@ -28,26 +28,6 @@ constexpr double turnLimit = 50;
 constexpr int words = 4000; // fill the log
 constexpr int rounds = 5;
 
-/// The window's event loop, with the longest time between two of its turns.
-class WatchedLoop : public EventLoop {
-public:
-    void turn() override {
-        loop_.turn();
-        const std::int64_t now = clock_.nanoseconds();
-        if (last_ != 0)
-            longest = std::max(longest, now - last_);
-        last_ = now;
-    }
-    void waitForEvents(std::int64_t nanoseconds) override { loop_.waitForEvents(nanoseconds); }
-    void restart() { last_ = 0; }
-    std::int64_t longest = 0;
-
-private:
-    gui::QtEventLoop loop_;
-    SystemClock clock_;
-    std::int64_t last_ = 0;
-};
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -56,7 +36,7 @@ int main(int argc, char** argv) {
     PacedClock clock;
     VirtualBench bench(clock, makeDevice("loopback"));
     ScriptedDesk desk(clock);
-    WatchedLoop loop;
+    perf::WatchedLoop loop;
     Program program(bench.hardware(), {.boxes = desk.boxes,
                                        .fileDialogs = desk.fileDialogs,
                                        .pointer = desk.pointer,

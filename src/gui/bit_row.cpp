@@ -64,8 +64,10 @@ void BitCell::paintEvent(QPaintEvent*) {
     painter.setFont(font());
     painter.setPen(carries ? ink : faint);
     const QRect caption = inner.adjusted(0, QFontMetrics(number).height(), 0, 0);
-    // A name of several words may be parted between them.
-    const QString shown = text().simplified().replace("_", QString("_") + QChar(0x200B));
+    // Several words may be parted between them, a long one behind a line.
+    QString shown = text().simplified();
+    if (!shown.contains(' '))
+        shown.replace("_", QString("_") + QChar(0x200B));
     painter.drawText(caption, Qt::AlignCenter | Qt::TextWordWrap, shown);
     paintEdges(painter);
 }

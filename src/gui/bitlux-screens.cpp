@@ -194,13 +194,13 @@ public:
         QApplication::processEvents();
         QThread::msleep(gui::WaveformView::refreshPause + 10);
         QApplication::processEvents();
-        auto* canvas = dynamic_cast<gui::WaveCanvas*>(
-            window.findChild<QAbstractScrollArea*>("waveform.canvas"));
+        auto& canvas = dynamic_cast<gui::WaveCanvas&>(
+            *window.findChild<QAbstractScrollArea*>("waveform.canvas"));
         if (zoomed) {
-            canvas->setCursor(canvas->waveform().bits.at(1).sampledAt);
-            canvas->zoom(3);
+            canvas.setCursor(canvas.waveform().bits.at(1).sampledAt);
+            canvas.zoom(3);
         }
-        canvas->setFocus();
+        canvas.setFocus();
         shoot(window, window, file);
     }
 

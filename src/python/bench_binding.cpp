@@ -19,18 +19,6 @@ namespace {
 
 using BenchHolder = std::shared_ptr<ScriptBench>;
 
-/// A box that was shown.
-struct Message {
-    MessageBox box;
-    std::optional<MessageBox::Answer> answer;
-};
-
-/// A file dialog that was shown.
-struct AskedFile {
-    FileDialog dialog;
-    std::optional<std::string> answer;
-};
-
 /// The variables of the session.
 struct SessionView {
     BenchHolder bench;
@@ -161,46 +149,6 @@ py::list traceOf(ScriptBench& bench) {
     return result;
 }
 
-std::vector<Message> messagesOf(ScriptBench& bench) {
-    std::vector<Message> messages;
-    for (std::size_t i = 0; i < bench.boxes().shown().size(); ++i)
-        messages.push_back({bench.boxes().shown()[i], bench.boxes().answered()[i]});
-    return messages;
-}
-
-std::vector<AskedFile> fileDialogsOf(ScriptBench& bench) {
-    std::vector<AskedFile> dialogs;
-    for (std::size_t i = 0; i < bench.fileDialogs().shown().size(); ++i)
-        dialogs.push_back({bench.fileDialogs().shown()[i], bench.fileDialogs().answered()[i]});
-    return dialogs;
-}
-
-py::tuple buttonsOf(const Message& message) {
-    switch (message.box.buttons) {
-    case MessageBox::Buttons::OkCancel:
-        return py::make_tuple("OK", "Cancel");
-    case MessageBox::Buttons::YesNo:
-        return py::make_tuple("Yes", "No");
-    case MessageBox::Buttons::Ok:
-        break;
-    }
-    return py::make_tuple("OK");
-}
-
-std::optional<std::string> iconOf(const Message& message) {
-    switch (message.box.icon) {
-    case MessageBox::Icon::Question:
-        return "Question";
-    case MessageBox::Icon::Exclamation:
-        return "Exclamation";
-    case MessageBox::Icon::Information:
-        return "Information";
-    case MessageBox::Icon::None:
-        break;
-    }
-    return std::nullopt;
-}
-
 const SessionVariable& variableNamed(const std::string& name) {
     const auto variables = sessionVariables();
     const auto found =
@@ -218,48 +166,6 @@ BenchControls& virtualBench(ScriptBench& bench) {
     if (bench.bench() == nullptr)
         throw Failure(Failure::Kind::OutOfRange, "On hardware there is no virtual bench");
     return *bench.bench();
-}
-
-void bindMessages(py::module_& module) {
-    py::class_<Message>(module, "Message", "A message box that was shown.")
-        .def_property_readonly(
-            "text", [](const Message& self) { return self.box.text; },
-            "Its lines are joined by \\r\\n.")
-        .def_property_readonly(
-            "title", [](const Message& self) { return self.box.title; }, "The title of the box.")
-        .def_property_readonly("buttons", buttonsOf, R"(As ("Yes", "No").)")
-        .def_property_readonly("icon", iconOf,
-                               R"("Question", "Exclamation", "Information" or None.)")
-        .def_property_readonly(
-            "answer",
-            [](const Message& self) -> std::optional<std::string> {
-                return self.answer ? std::optional<std::string>(nameOf(*self.answer))
-                                   : std::nullopt;
-            },
-            "The button that was pressed; None when nobody answered.")
-        .def("__repr__", [](const Message& self) {
-            return fmt::format("<Message {}>",
-                               py::cast<std::string>(py::repr(py::str(self.box.text))));
-        });
-    py::class_<AskedFile>(module, "FileDialog", "A file dialog that was shown.")
-        .def_property_readonly(
-            "kind",
-            [](const AskedFile& self) {
-                return self.dialog.kind == FileDialog::Kind::Open ? "Open" : "Save";
-            },
-            R"("Open" or "Save".)")
-        .def_property_readonly(
-            "title", [](const AskedFile& self) { return self.dialog.title; },
-            "The title of the dialog.")
-        .def_property_readonly(
-            "filter", [](const AskedFile& self) { return self.dialog.filter; },
-            "Pairs of text and pattern, joined by |.")
-        .def_property_readonly(
-            "file_name", [](const AskedFile& self) { return self.dialog.fileName; },
-            "The name that the dialog started on.")
-        .def_property_readonly(
-            "answer", [](const AskedFile& self) { return self.answer; },
-            "The name that was chosen; None for Cancel.");
 }
 
 void bindSession(py::module_& module) {
@@ -280,84 +186,6 @@ void bindSession(py::module_& module) {
                 names.emplace_back(variable.name);
             return names;
         });
-}
-
-py::dict pinsOf(BenchControls& self) {
-    const VirtualBench& bench = self.bench();
-    return py::dict(
-        py::arg("data") = bench.port.dataPins(), py::arg("control") = bench.port.controlPins(),
-        py::arg("data_out") = bench.port.dataOut(), py::arg("extra") = bench.dongle.extraPins());
-}
-
-std::vector<py::bytes> commandRepliesOf(const BenchControls& self) {
-    std::vector<py::bytes> result;
-    for (const UsbFrame& frame : self.commandReplies())
-        result.emplace_back(reinterpret_cast<const char*>(frame.data()), frame.size());
-    return result;
-}
-
-void setCommandReplies(BenchControls& self, const std::vector<std::string>& replies) {
-    std::vector<UsbFrame> frames;
-    for (const std::string& reply : replies) {
-        UsbFrame frame{};
-        if (reply.size() != frame.size())
-            throw py::value_error("A frame has 8 bytes");
-        std::copy(reply.begin(), reply.end(), frame.begin());
-        frames.push_back(frame);
-    }
-    self.setCommandReplies(std::move(frames));
-}
-
-void bindVirtualBench(py::module_& module) {
-    py::class_<BenchControls>(module, "VirtualBench",
-                              "The virtual bench: what its device answers, and what goes wrong.")
-        .def_property("device", &BenchControls::device, &BenchControls::connect,
-                      "The name of the device on the lines; setting it puts another one there.")
-        .def_property(
-            "replies",
-            [](const BenchControls& self) {
-                std::vector<py::int_> numbers;
-                for (const Reply& reply : self.replies())
-                    numbers.push_back(numberOf(reply));
-                return numbers;
-            },
-            [](BenchControls& self, const std::vector<py::int_>& numbers) {
-                std::vector<Reply> replies;
-                for (const py::int_& number : numbers)
-                    replies.push_back(replyOf(number));
-                self.setReplies(std::move(replies));
-            },
-            R"(Answers of the device "scripted" to the coming words; the last one stays.)")
-        .def_property("command_replies", commandRepliesOf, setCommandReplies,
-                      "Answers of the dongle to the coming commands, 8 bytes each; the last one\n"
-                      "stays. With none the dongle answers by itself.")
-        .def_property("silent", &BenchControls::silent, &BenchControls::setSilent,
-                      "The dongle takes frames and answers none. A word waits for ever then, a\n"
-                      "command half a second.")
-        .def_property("late_ms", &BenchControls::lateMilliseconds,
-                      &BenchControls::setLateMilliseconds,
-                      "By how much the dongle's answers come too late.")
-        .def("set_faults", &BenchControls::setFaults, py::arg("faults"), py::arg("seed") = 1,
-             "What goes wrong with the dongle from now on, as \"short:5/0.25\", \"late:700@3\":\n"
-             "silent, late:MS, short:BYTES, stalled, gone, gone:MS; then @FRAME, /CHANCE.")
-        .def(
-            "unplug", [](BenchControls& self) { self.bench().dongle.unplug(); },
-            "Pull the dongle out.")
-        .def(
-            "plug", [](BenchControls& self) { self.bench().dongle.plug(); }, "Plug the dongle in.")
-        .def_property_readonly(
-            "plugged", [](BenchControls& self) { return self.bench().dongle.plugged(); },
-            "Whether the dongle is plugged in.")
-        .def(
-            "set_lines",
-            [](BenchControls& self, bool interrupt, bool reset) {
-                self.bench().dongle.setLines(interrupt, reset);
-            },
-            py::arg("interrupt") = false, py::arg("reset") = false,
-            "The chip's interrupt and reset lines, as the dongle samples them.")
-        .def_property_readonly("pins", pinsOf,
-                               "Levels: \"data\" and \"control\" registers of the port,\n"
-                               R"("data_out" of the device, "extra" pins of the dongle.)");
 }
 
 } // namespace

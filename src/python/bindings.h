@@ -4,7 +4,9 @@
 #include "python/values.h"
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace bitlux::python {
 
@@ -25,7 +27,24 @@ private:
     mutable int generation_ = -1;
 };
 
+/// A box that was shown.
+struct Message {
+    MessageBox box;
+    std::optional<MessageBox::Answer> answer;
+};
+
+/// A file dialog that was shown.
+struct AskedFile {
+    FileDialog dialog;
+    std::optional<std::string> answer;
+};
+
+std::vector<Message> messagesOf(ScriptBench& bench);
+std::vector<AskedFile> fileDialogsOf(ScriptBench& bench);
+
 void bindControls(py::module_& module);
+void bindMessages(py::module_& module);
+void bindVirtualBench(py::module_& module);
 void bindBench(py::module_& module);
 
 } // namespace bitlux::python

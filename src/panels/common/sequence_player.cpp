@@ -27,6 +27,25 @@ private:
     forms::Button& button_;
 };
 
+/// A wait: the timer runs for as long as this lives.
+class SequencePlayer::Waiting {
+public:
+    Waiting(SequencePlayer& player, std::int32_t milliseconds, std::int64_t end) : player_(player) {
+        player_.Timer1.setInterval(milliseconds);
+        player_.Timer1.enable();
+        player_.show(end);
+    }
+    ~Waiting() {
+        player_.show({});
+        player_.Timer1.disable();
+    }
+    Waiting(const Waiting&) = delete;
+    Waiting& operator=(const Waiting&) = delete;
+
+private:
+    SequencePlayer& player_;
+};
+
 /// There is progress for as long as the outermost of these lives.
 class SequencePlayer::Shown {
 public:
@@ -140,17 +159,13 @@ void SequencePlayer::wait(const std::string& value) {
     const std::int32_t milliseconds = toInt32(toNumber(value));
     if (milliseconds <= 0) // such a timer would never be over
         return;
-    Timer1.setInterval(milliseconds);
-    Timer1.enable();
     // A timer of a window may come late, and one that nobody drives never.
     const std::int64_t end = parts_.clock.nanoseconds() + milliseconds * millisecond;
-    show(end);
+    const Waiting waiting(*this, milliseconds, end);
     for (std::int64_t left = milliseconds * millisecond;
          left > 0 && Timer1.enabled() && parts_.variables.RunEnabled;
          left = end - parts_.clock.nanoseconds())
         parts_.loop.waitForEvents(left);
-    show({});
-    Timer1.disable();
 }
 
 } // namespace bitlux

@@ -90,6 +90,7 @@ public:
 private:
     class ButtonOff;
     class Shown;
+    class Waiting;
 
     /// Changes what progress() tells of the present line.
     void show(std::optional<std::int64_t> waitUntil, SequenceProgress::Awaited awaited = {});

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "panels/zt72518/chip_link.h"
 #include "panels/common/panel_controls.h"
 #include "panels/zt72518/chip_link.h"
 #include "panels/zt72518/command_store.h"

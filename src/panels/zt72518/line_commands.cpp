@@ -55,6 +55,8 @@ void LineCommands::enterSpecialMode(std::uint8_t choice) {
                       fmt::format("There is no Special Mode {}", choice));
     parts_.link.send(
         static_cast<std::uint8_t>(chip::readHigh(chip::specialMode) + variables_.ReadBit), 0);
+    if (!variables_.RunEnabled) // the panel was closed under a box
+        return;
     constexpr unsigned allRandomBits = (1U << randomBits) - 1;
     const unsigned inverse = allRandomBits & ~static_cast<unsigned>(parts_.link.replyLow());
     parts_.link.send(chip::writeHigh(chip::specialMode),

@@ -1,0 +1,94 @@
+#include "python/bindings.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <pybind11/stl.h>
+
+namespace bitlux::python {
+
+namespace {
+
+py::dict pinsOf(BenchControls& self) {
+    const VirtualBench& bench = self.bench();
+    return py::dict(
+        py::arg("data") = bench.port.dataPins(), py::arg("control") = bench.port.controlPins(),
+        py::arg("data_out") = bench.port.dataOut(), py::arg("extra") = bench.dongle.extraPins());
+}
+
+std::vector<py::bytes> commandRepliesOf(const BenchControls& self) {
+    std::vector<py::bytes> result;
+    for (const UsbFrame& frame : self.commandReplies())
+        result.emplace_back(reinterpret_cast<const char*>(frame.data()), frame.size());
+    return result;
+}
+
+void setCommandReplies(BenchControls& self, const std::vector<std::string>& replies) {
+    std::vector<UsbFrame> frames;
+    for (const std::string& reply : replies) {
+        UsbFrame frame{};
+        if (reply.size() != frame.size())
+            throw py::value_error("A frame has 8 bytes");
+        std::copy(reply.begin(), reply.end(), frame.begin());
+        frames.push_back(frame);
+    }
+    self.setCommandReplies(std::move(frames));
+}
+
+} // namespace
+
+void bindVirtualBench(py::module_& module) {
+    py::class_<BenchControls>(module, "VirtualBench",
+                              "The virtual bench: what its device answers, and what goes wrong.")
+        .def_property("device", &BenchControls::device, &BenchControls::connect,
+                      "The name of the device on the lines; setting it puts another one there.")
+        .def_property(
+            "replies",
+            [](const BenchControls& self) {
+                std::vector<py::int_> numbers;
+                for (const Reply& reply : self.replies())
+                    numbers.push_back(numberOf(reply));
+                return numbers;
+            },
+            [](BenchControls& self, const std::vector<py::int_>& numbers) {
+                std::vector<Reply> replies;
+                for (const py::int_& number : numbers)
+                    replies.push_back(replyOf(number));
+                self.setReplies(std::move(replies));
+            },
+            R"(Answers of the device "scripted" to the coming words; the last one stays.)")
+        .def_property("command_replies", commandRepliesOf, setCommandReplies,
+                      "Answers of the dongle to the coming commands, 8 bytes each; the last one\n"
+                      "stays. With none the dongle answers by itself.")
+        .def_property("silent", &BenchControls::silent, &BenchControls::setSilent,
+                      "The dongle takes frames and answers none. A word waits for ever then, a\n"
+                      "command half a second.")
+        .def_property("late_ms", &BenchControls::lateMilliseconds,
+                      &BenchControls::setLateMilliseconds,
+                      "By how much the dongle's answers come too late.")
+        .def("set_faults", &BenchControls::setFaults, py::arg("faults"), py::arg("seed") = 1,
+             "What goes wrong with the dongle from now on, as \"short:5/0.25\", \"late:700@3\":\n"
+             "silent, late:MS, short:BYTES, stalled, gone, gone:MS; then @FRAME, /CHANCE.")
+        .def(
+            "unplug", [](BenchControls& self) { self.bench().dongle.unplug(); },
+            "Pull the dongle out.")
+        .def(
+            "plug", [](BenchControls& self) { self.bench().dongle.plug(); }, "Plug the dongle in.")
+        .def_property_readonly(
+            "plugged", [](BenchControls& self) { return self.bench().dongle.plugged(); },
+            "Whether the dongle is plugged in.")
+        .def(
+            "set_lines",
+            [](BenchControls& self, bool interrupt, bool reset) {
+                self.bench().dongle.setLines(interrupt, reset);
+            },
+            py::arg("interrupt") = false, py::arg("reset") = false,
+            "The chip's interrupt and reset lines, as the dongle samples them.")
+        .def_property_readonly("pins", pinsOf,
+                               "Levels: \"data\" and \"control\" registers of the port,\n"
+                               R"("data_out" of the device, "extra" pins of the dongle.)");
+}
+
+} // namespace bitlux::python
