@@ -12,6 +12,7 @@
 #include "platform/forms/form_set.h"
 
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QScreen>
 #include <QStackedWidget>
 #include <QToolButton>
@@ -63,6 +64,10 @@ PanelView::PanelView(zt72518::PanelForm& form, Binder& binder, QWidget* parent)
     followForm();
     const QSize wanted(fontMetrics().averageCharWidth() * 196, fontMetrics().height() * 51);
     resize(wanted.boundedTo(QGuiApplication::primaryScreen()->availableSize() - QSize(20, 50)));
+}
+
+void PanelView::keyPressEvent(QKeyEvent* event) {
+    event->ignore();
 }
 
 QWidget* PanelView::makeTabs() {

@@ -18,7 +18,7 @@ public:
 
 protected:
     /// Neither Escape nor Enter does anything here that no control takes.
-    void keyPressEvent(QKeyEvent* event) override { QWidget::keyPressEvent(event); }
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     static constexpr int pageCount = 5;

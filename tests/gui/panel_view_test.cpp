@@ -216,6 +216,27 @@ TEST(PanelView, UnloadsTheFormWhenItIsClosedAndOpensAnew) {
     EXPECT_TRUE(bench.widget<QLabel>("ZT72518.Mux_W(0)").isVisible());
 }
 
+TEST(PanelView, StaysOnTheScreenWhenItsSequenceCannotBeSaved) {
+    PanelBench bench;
+    bench.choose("ZT72518.tab_518(0)", 1);
+    bench.desk.boxes.answer(MessageBox::Answer::Yes);
+    bench.desk.fileDialogs.answer("/nowhere/a.txt");
+    bench.panel->close();
+    bench.settle();
+    ASSERT_FALSE(bench.panel.isNull());
+    EXPECT_TRUE(bench.panel->isVisible());
+    EXPECT_EQ(bench.program.session().ZT72518PanelActive, 1);
+}
+
+TEST(PanelView, AsksNothingWhenTheProgramHasEnded) {
+    PanelBench bench;
+    bench.choose("ZT72518.tab_518(0)", 1);
+    bench.program.session().ConfigDirty = ConstOff;
+    bench.program.mainForm().itemExit.click();
+    EXPECT_TRUE(bench.desk.boxes.shown().empty());
+    EXPECT_FALSE(bench.panel->isVisible());
+}
+
 TEST(PanelView, MayBeClosedWhileASequenceRuns) {
     PanelBench bench;
     bench.choose("ZT72518.tab_518(0)", 1);
