@@ -106,5 +106,17 @@ TEST(Diagram, IsReadFourTimesASecondUntilThePageIsLeft) {
     EXPECT_EQ(reads(1000), 0U);
 }
 
+TEST(Diagram, TellsOnceThatThereIsNoBus) {
+    PanelBench bench;
+    bench.loop.drive(bench.program.forms());
+    bench.session().USBReady = false;
+    bench.tick("pre_prog_box(10)");
+    bench.boxes.takeTexts();
+    for (int i = 0; i < 8; ++i)
+        bench.loop.waitForEvents(250 * millisecond);
+    EXPECT_EQ(bench.boxes.takeTexts().size(), 1U);
+    EXPECT_FALSE(bench.on<forms::CheckBox>("pre_prog_box(10)").checked());
+}
+
 } // namespace
 } // namespace bitlux::test

@@ -25,6 +25,12 @@ forms::ControlArray<forms::OptionButton> lineOptions(forms::Form& form, forms::O
     return options;
 }
 
+/// The line that a box tells, from 0 to `last`.
+int lineIn(const forms::TextBox& box, int last) {
+    return static_cast<int>(
+        std::nearbyint(std::clamp<double>(val(box.text()), 0, std::max(last, 0))));
+}
+
 } // namespace
 
 SequenceStops::SequenceStops(forms::Form& form, const Parts& parts)
@@ -76,11 +82,6 @@ void SequenceStops::play(int last) {
         }
     }
     parts_.player.RunSequenceRange(first, last);
-}
-
-int SequenceStops::lineIn(const forms::TextBox& box, int last) const {
-    return static_cast<int>(
-        std::nearbyint(std::clamp<double>(val(box.text()), 0, std::max(last, 0))));
 }
 
 bool SequenceStops::sample() const {

@@ -32,7 +32,6 @@ private:
 
     /// Plays the lines 1 to `last` in their stretches.
     void play(int last);
-    [[nodiscard]] int lineIn(const forms::TextBox& box, int last) const;
     /// Samples the lines; false when the link failed in it.
     [[nodiscard]] bool sample() const;
     void await(const Condition& condition);
