@@ -589,7 +589,7 @@ TEST_F(Panels, TimersFireAsTheClockOfTheBenchPasses) {
     takeRan();
     b->tmrPoll.setInterval(70);
     const auto passes = [this](int milliseconds) {
-        for (const std::int64_t end = clock.nanoseconds() + milliseconds * 1'000'000;
+        for (const std::int64_t end = clock.nanoseconds() + milliseconds * std::int64_t{1'000'000};
              clock.nanoseconds() < end;)
             desk.loop.waitForEvents(end - clock.nanoseconds());
         return takeRan();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "chips/register_map.h"
+#include "panels/common/held_shape.h"
 #include "panels/common/panel_controls.h"
 #include "panels/common/register_pages.h"
 #include "panels/common/sequence_editor.h"
@@ -8,7 +9,6 @@
 #include "panels/common/sequence_player.h"
 #include "panels/common/table_commands.h"
 #include "panels/common/table_words.h"
-#include "panels/common/held_shape.h"
 #include "platform/clock.h"
 #include "platform/desk.h"
 #include "platform/forms/control_array.h"

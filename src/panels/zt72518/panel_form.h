@@ -1,9 +1,9 @@
 #pragma once
 
+#include "panels/common/held_shape.h"
 #include "panels/common/key_filters.h"
 #include "panels/common/panel_controls.h"
 #include "panels/common/register_pages.h"
-#include "panels/common/held_shape.h"
 #include "panels/zt72518/chip_link.h"
 #include "panels/zt72518/chip_words.h"
 #include "panels/zt72518/diagram_page.h"
