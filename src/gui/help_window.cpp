@@ -31,12 +31,13 @@ struct Page {
     const char* title;
 };
 
-constexpr std::array<Page, 10> pages{{{"first-steps", "First steps"},
+constexpr std::array<Page, 11> pages{{{"first-steps", "First steps"},
                                       {"words", "Words, types, polarities"},
                                       {"buses", "Dongle and parallel port"},
                                       {"commands", "Quick Commands and Batches"},
                                       {"continuous", "Continuous sending and the log"},
                                       {"extra-pins", "Extra pins"},
+                                      {"panels", "Chip panels"},
                                       {"files", "Configuration files"},
                                       {"virtual-bench", "The virtual bench"},
                                       {"keyboard", "Keyboard"},
