@@ -5,7 +5,6 @@
 #include "support/test_bench.h"
 
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
@@ -148,7 +147,7 @@ TEST(FictionalChip, HasItsSequenceFromItsTableAlone) {
         bench.words.clear();
         bench.click("Cm_Run_Seq");
         EXPECT_EQ(bench.words, "4006 0000 3000 ");
-        EXPECT_THAT(bench.boxes.shown().back().text, testing::HasSubstr(problem));
+        EXPECT_EQ(bench.boxes.shown().back().text.find(problem), 0U) << problem;
         bench.panel.lists.remove(5);
     }
 }
