@@ -18,22 +18,21 @@ QString textOf(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-/// The highest bits of the fields of a register.
-unsigned topsOf(const chips::Register& shown) {
-    unsigned tops = noFields;
-    const auto add = [&tops](int lowBit, int width) {
-        tops |= 1U << (lowBit + width - 1);
-        if (lowBit > 0)
-            tops |= 1U << (lowBit - 1);
-    };
+/// The bits on the left of which a field of a register begins or ends.
+unsigned edgesOf(const chips::Register& shown) {
+    unsigned edges = 0;
+    const auto add = [&edges](unsigned field) { edges |= field ^ field >> 1; };
     for (const chips::OptionField& field : shown.options)
-        add(field.lowBit, field.width);
+        add(((1U << field.width) - 1) << field.lowBit);
     for (const chips::CheckBit& check : shown.checks)
-        add(check.bit, 1);
-    for (const chips::ComboField& field : shown.combos)
-        add(*std::min_element(field.bitOfIndexBit.begin(), field.bitOfIndexBit.end()),
-            static_cast<int>(field.bitOfIndexBit.size()));
-    return tops;
+        add(1U << check.bit);
+    for (const chips::ComboField& field : shown.combos) {
+        unsigned bits = 0;
+        for (const int bit : field.bitOfIndexBit)
+            bits |= 1U << bit;
+        add(bits);
+    }
+    return edges;
 }
 
 } // namespace
@@ -85,14 +84,14 @@ void RegisterPageView::addRegister(const chips::Register& shown, const PageParts
     const chips::ControlName& append =
         shown.sequenceButton.exists() ? shown.sequenceButton : parts.besideWrite;
     const RowStart write = buttons(shown.writeButton, append, textOf(shown.title));
-    addRow(*widgets_.row(shown.writeLabels, BitRow::Use::Clicked, this), write, topsOf(shown));
+    addRow(*widgets_.row(shown.writeLabels, BitRow::Use::Clicked, this), write, edgesOf(shown));
     addView(shown, shown.low);
     if (shown.high.exists())
         addView(shown, shown.high);
     if (!parts.bits.empty()) {
         const RowStart read = buttons(parts.readBits, {}, textOf(shown.title));
         addRow(*new BitRow(parts.bits, BitRow::Use::Shown, widgets_.binder, this), read,
-               topsOf(shown));
+               edgesOf(shown));
     }
 }
 
@@ -112,16 +111,16 @@ void RegisterPageView::addView(const chips::Register& shown, const chips::ReadVi
     const RowStart read = buttons(view.readButton, view.sequenceButton, textOf(shown.title));
     // The high view shows something else.
     addRow(*widgets_.row(view.labels, BitRow::Use::Shown, this), read,
-           &view == &shown.low ? topsOf(shown) : noFields);
+           &view == &shown.low ? edgesOf(shown) : noFields);
 }
 
-void RegisterPageView::addRow(BitRow& bits, const RowStart& start, unsigned fieldTops) {
+void RegisterPageView::addRow(BitRow& bits, const RowStart& start, unsigned fieldEdges) {
     const int line = rows_->rowCount();
     if (start.first != nullptr)
         rows_->addWidget(start.first, line, 0);
     if (start.second != nullptr)
         rows_->addWidget(start.second, line, 1);
-    bits.markFields(fieldTops);
+    bits.markFields(fieldEdges);
     rows_->addWidget(&bits, line, 2);
 }
 

@@ -49,7 +49,7 @@ private:
     /// Registers that share their write row have their Write buttons in their read rows.
     void addSharing(std::span<const chips::Register> registers, const PageParts& parts);
     void addView(const chips::Register& shown, const chips::ReadView& view);
-    void addRow(BitRow& bits, const RowStart& start, unsigned fieldTops);
+    void addRow(BitRow& bits, const RowStart& start, unsigned fieldEdges);
     [[nodiscard]] RowStart buttons(const chips::ControlName& first,
                                    const chips::ControlName& second, const QString& about);
     void addButtons(const std::vector<chips::ControlName>& names);

@@ -1,6 +1,7 @@
 // The worked example of docs/adding-a-chip.md: a lamp driver with two registers.
 
 #include "bench/register_file.h"
+#include "panels/common/field_text.h"
 #include "panels/common/table_panel.h"
 #include "support/test_bench.h"
 
@@ -123,6 +124,8 @@ TEST(FictionalChip, HasItsPagesFromItsTableAlone) {
     bench.click("Cm_Blink_W");
     bench.click("Cm_Blink_Rl");
     EXPECT_EQ(bench.panel.control("Blink_Rl(3)").backColor(), 0xFFC0C0U);
+    EXPECT_EQ(fieldTitle(blinkCombos[0]), "Select the period [3,0]");
+    EXPECT_EQ(fieldTitle(lampOptions[0]), "Brightness [2:1]");
     EXPECT_EQ(bench.panel.control("Cm_Lamp_W").tooltip(), "0x4xxx");
     EXPECT_EQ(bench.panel.control("Cm_Blink_W").tooltip(), "0x700x");
     EXPECT_EQ(bench.panel.control("Cm_Blink_Rl").tooltip(), "0x3000");

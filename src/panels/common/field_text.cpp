@@ -1,8 +1,11 @@
 #include "panels/common/field_text.h"
 
 #include <algorithm>
+#include <functional>
+#include <vector>
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 namespace bitlux {
 
@@ -25,9 +28,13 @@ std::string fieldTitle(const chips::OptionField& field) {
 }
 
 std::string fieldTitle(const chips::ComboField& field) {
-    const int lowBit = *std::min_element(field.bitOfIndexBit.begin(), field.bitOfIndexBit.end());
+    std::vector<int> bits(field.bitOfIndexBit.begin(), field.bitOfIndexBit.end());
+    std::sort(bits.begin(), bits.end(), std::greater());
+    const int width = static_cast<int>(bits.size());
+    const bool together = bits.front() - bits.back() == width - 1;
     return fmt::format("{} {}", trimmed(field.prompt),
-                       bitsText(lowBit, static_cast<int>(field.bitOfIndexBit.size())));
+                       together ? bitsText(bits.back(), width)
+                                : fmt::format("[{}]", fmt::join(bits, ",")));
 }
 
 std::string choiceText(const chips::OptionField& field, int value) {

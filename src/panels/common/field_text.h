@@ -6,7 +6,7 @@
 
 namespace bitlux {
 
-/// Titles with the bits of a field, as "MUX output [7:5]".
+/// Titles with the bits of a field, as "MUX output [7:5]", or "Period [3,0]" where they lie apart.
 [[nodiscard]] std::string fieldTitle(const chips::OptionField& field);
 [[nodiscard]] std::string fieldTitle(const chips::ComboField& field);
 
