@@ -1,6 +1,7 @@
 #include "bench/simulated_dongle.h"
 
 #include "bench/dongle_word.h"
+#include "platform/dongle_commands.h"
 
 #include <algorithm>
 #include <chrono>
@@ -11,11 +12,6 @@ namespace bitlux {
 
 namespace {
 
-constexpr std::uint8_t readLinesCommand = 5;
-constexpr std::uint8_t testModeCommand = 13;
-constexpr std::uint8_t testModeKey = 127;
-constexpr std::uint8_t trimmingCommand = 37;
-constexpr std::uint8_t topBit = 0x80;
 constexpr std::uint16_t topPin = 0x100; ///< the extra pin that has the same place in a frame
 
 } // namespace
@@ -192,7 +188,7 @@ UsbFrame SimulatedDongle::carryOut(const UsbFrame& frame) {
     const DongleFrame read(frame);
     if (read.length > 0 && read.changesPins)
         extraPins_ = read.extraPins;
-    if ((frame[0] & topBit) != 0 && (extraPins_ & topPin) == 0)
+    if ((frame[0] & dongle::triggerBit) != 0 && (extraPins_ & topPin) == 0)
         ++triggers_;
     return read.length == 0 ? command(frame) : word(frame);
 }
@@ -205,11 +201,11 @@ UsbFrame SimulatedDongle::command(const UsbFrame& frame) {
         return given;
     }
     UsbFrame answer{0, frame[1]};
-    if (frame[1] == readLinesCommand)
+    if (frame[1] == dongle::readLines)
         answer[3] = readLines();
-    else if (frame[1] == trimmingCommand)
+    else if (frame[1] == dongle::trimming)
         trim(frame);
-    else if (frame[1] == testModeCommand && frame[2] == testModeKey && chip_ != nullptr)
+    else if (frame[1] == dongle::testMode && frame[2] == dongle::testModeKey && chip_ != nullptr)
         chip_->enterTestMode();
     else
         watchdog_.command(frame, clock_.nanoseconds());

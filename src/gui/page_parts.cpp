@@ -20,9 +20,8 @@ PageParts ramParts(zt72518::PanelForm& form, const PanelWidgets& widgets) {
 }
 
 PageParts specialModeParts(const PanelWidgets& widgets) {
-    constexpr int randomBits = 6;
     std::vector<forms::Label*> inverse;
-    for (int bit = 0; bit < randomBits; ++bit)
+    for (int bit = 0; bit < chip::specialRandomBits; ++bit)
         inverse.push_back(&widgets.controls.get<forms::Label>({"Spe_Mode_Rl_b", bit}));
     return {.besideWrite = {"Seq_Spe_Mode_W"},
             .bits = inverse,

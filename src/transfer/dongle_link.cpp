@@ -1,5 +1,6 @@
 #include "transfer/dongle_link.h"
 
+#include "platform/dongle_commands.h"
 #include "transfer/dongle_frame.h"
 
 #include <algorithm>
@@ -12,14 +13,6 @@ namespace {
 constexpr std::uint8_t inPipe = 0x81;
 constexpr std::uint8_t outPipe = 0x02;
 constexpr UsbBuffers buffers{.size = 8, .count = 3, .errorsAllowed = 5};
-
-constexpr std::uint8_t readLinesCommand = 5;
-constexpr std::uint8_t testModeCommand = 13;
-constexpr std::uint8_t testModeKey = 127;
-constexpr std::uint8_t watchdogCommand = 21;
-constexpr std::uint8_t watchdogCurrentCommand = 69;
-constexpr std::uint8_t trimmingCommand = 37;
-constexpr std::uint8_t triggerBit = 0x80;
 
 /// The transport is asked again when this has passed; it ends no wait.
 constexpr std::int64_t endlessWait = 3'600'000'000'000;
@@ -78,7 +71,7 @@ void DongleLink::read_rstint() {
     if (!session_.USBReady)
         return;
     UsbFrame lines{};
-    if (!exchangeUnlimited(commandFrame(readLinesCommand), lines))
+    if (!exchangeUnlimited(commandFrame(dongle::readLines), lines))
         return;
     session_.InterruptSeen = (lines[frameData] & 1) != 0;
     session_.ResetSeen = (lines[frameData] & 2) == 0;
@@ -86,8 +79,8 @@ void DongleLink::read_rstint() {
 
 void DongleLink::test_mode() {
     if (session_.USBReady) {
-        UsbFrame command = commandFrame(testModeCommand);
-        command[2] = testModeKey;
+        UsbFrame command = commandFrame(dongle::testMode);
+        command[2] = dongle::testModeKey;
         UsbFrame answer{};
         exchange(command, answer, answerLimit);
     }
@@ -97,14 +90,14 @@ void DongleLink::test_mode() {
 UsbFrame DongleLink::triggeredFrame(std::uint8_t command) {
     UsbFrame frame = commandFrame(command);
     if (std::exchange(session_.USBFrameTopBit, false))
-        frame[0] = triggerBit;
+        frame[0] = dongle::triggerBit;
     return frame;
 }
 
 void DongleLink::send_wd(std::uint8_t mode, std::uint8_t time) {
     if (!session_.USBReady)
         return;
-    UsbFrame frame = triggeredFrame(watchdogCommand);
+    UsbFrame frame = triggeredFrame(dongle::watchdog);
     frame[3] = mode;
     frame[4] = time;
     UsbFrame answer{};
@@ -114,7 +107,7 @@ void DongleLink::send_wd(std::uint8_t mode, std::uint8_t time) {
 void DongleLink::send_wd_current(std::uint8_t on, std::uint8_t highTime, std::uint8_t lowTime) {
     if (!session_.USBReady)
         return;
-    UsbFrame frame = triggeredFrame(watchdogCurrentCommand);
+    UsbFrame frame = triggeredFrame(dongle::watchdogCurrent);
     frame[3] = on;
     frame[5] = highTime;
     frame[6] = lowTime;
@@ -125,7 +118,7 @@ void DongleLink::send_wd_current(std::uint8_t on, std::uint8_t highTime, std::ui
 void DongleLink::send_trimming(std::uint8_t txdLow) {
     if (!session_.USBReady)
         return;
-    UsbFrame frame = commandFrame(trimmingCommand);
+    UsbFrame frame = commandFrame(dongle::trimming);
     frame[3] = static_cast<std::uint8_t>(session_.WordToSend.at(8));
     frame[4] = static_cast<std::uint8_t>(session_.WordToSend.at(0));
     frame[5] = txdLow;

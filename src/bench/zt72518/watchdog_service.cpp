@@ -1,5 +1,7 @@
 #include "bench/zt72518/watchdog_service.h"
 
+#include "platform/dongle_commands.h"
+
 #include <algorithm>
 #include <array>
 #include <limits>
@@ -9,12 +11,6 @@
 namespace bitlux::zt72518 {
 
 namespace {
-
-constexpr std::uint8_t refreshCommand = 21;
-constexpr std::uint8_t currentCommand = 69;
-constexpr std::uint8_t firstMode = 8;
-constexpr std::uint8_t stopRefresh = 32;
-constexpr std::uint8_t startCurrent = 16;
 
 constexpr std::uint16_t refreshWord = 0x5A00;
 constexpr std::uint16_t readRandomWord = 0x1B00;
@@ -28,18 +24,18 @@ constexpr std::array<const char*, 4> modeNames{"Simple WD", "Enhanced 1", "Enhan
 } // namespace
 
 void WatchdogService::command(const UsbFrame& frame, std::int64_t now) {
-    if (frame[1] == refreshCommand)
+    if (frame[1] == dongle::watchdog)
         commandRefresh(frame, now);
-    else if (frame[1] == currentCommand)
+    else if (frame[1] == dongle::watchdogCurrent)
         commandCurrent(frame, now);
 }
 
 void WatchdogService::commandRefresh(const UsbFrame& frame, std::int64_t now) {
-    if (frame[3] == stopRefresh) {
+    if (frame[3] == dongle::watchdogStop) {
         period_ = 0;
         return;
     }
-    const std::size_t mode = frame[3] - std::size_t{firstMode};
+    const std::size_t mode = frame[3] - std::size_t{dongle::watchdogFirstMode};
     if (mode >= modeNames.size() || frame[4] >= periods.size())
         return;
     mode_ = static_cast<RefreshMode>(mode);
@@ -48,7 +44,7 @@ void WatchdogService::commandRefresh(const UsbFrame& frame, std::int64_t now) {
 }
 
 void WatchdogService::commandCurrent(const UsbFrame& frame, std::int64_t now) {
-    if (frame[3] != startCurrent) {
+    if (frame[3] != dongle::watchdogCurrentOn) {
         pause_ = 0;
         return;
     }

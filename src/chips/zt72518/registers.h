@@ -32,6 +32,7 @@ inline constexpr int ramCount = 4;
 inline constexpr int initWdog = 6;
 inline constexpr int initMisc = 8;
 inline constexpr int specialMode = 9;
+inline constexpr int specialRandomBits = 6; ///< of Special Mode, below the select bits
 inline constexpr int watchdogRefresh = 13;
 inline constexpr int modeRandom = 14;
 inline constexpr int interrupts = 18;

@@ -16,7 +16,6 @@ namespace chip = chips::zt72518;
 
 namespace {
 
-constexpr int randomBits = 6;
 constexpr int parityOption = 6; ///< bit of Init Misc
 
 std::uint8_t byteIn(const std::string& value) {
@@ -57,10 +56,10 @@ void LineCommands::enterSpecialMode(std::uint8_t choice) {
         static_cast<std::uint8_t>(chip::readHigh(chip::specialMode) + variables_.ReadBit), 0);
     if (!variables_.RunEnabled) // the panel was closed under a box
         return;
-    constexpr unsigned allRandomBits = (1U << randomBits) - 1;
+    constexpr unsigned allRandomBits = (1U << chip::specialRandomBits) - 1;
     const unsigned inverse = allRandomBits & ~static_cast<unsigned>(parts_.link.replyLow());
     parts_.link.send(chip::writeHigh(chip::specialMode),
-                     static_cast<std::uint8_t>((choice << randomBits) + inverse));
+                     static_cast<std::uint8_t>((choice << chip::specialRandomBits) + inverse));
 }
 
 std::vector<std::string> LineCommands::send(const std::string& name, const std::string& value) {

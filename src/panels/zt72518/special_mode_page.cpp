@@ -11,7 +11,7 @@ namespace bitlux::zt72518 {
 
 namespace {
 
-constexpr int randomBits = 6;
+using chips::zt72518::specialRandomBits;
 constexpr int modes = 4;
 constexpr chips::ControlName readRandom{"Cm_Spe_Mode_Rl"};
 constexpr chips::ControlName readRandomToo{"Cm_Spe_Mode_Rl_b"};
@@ -28,7 +28,7 @@ const chips::Register& specialMode() {
 SpecialModePage::SpecialModePage(PanelControls& controls, RegisterPages& pages,
                                  RegisterWords& words)
     : controls_(controls), pages_(pages), words_(words) {
-    for (int bit = 0; bit < randomBits; ++bit)
+    for (int bit = 0; bit < specialRandomBits; ++bit)
         controls
             .addLabel({"Spe_Mode_Rl_b", bit},
                       specialMode().writeCaptions[static_cast<std::size_t>(bit)])
@@ -54,7 +54,7 @@ SpecialModePage::SpecialModePage(PanelControls& controls, RegisterPages& pages,
 void SpecialModePage::showInverse() {
     const LabelRow& random = controls_.row("Spe_Mode_Rl");
     const LabelRow& written = controls_.row("Spe_Mode_W");
-    for (int bit = 0; bit < randomBits; ++bit) {
+    for (int bit = 0; bit < specialRandomBits; ++bit) {
         const bool inverse = !random.lit(bit);
         light(controls_.get<forms::Label>({"Spe_Mode_Rl_b", bit}), inverse, litColour);
         written.set(bit, inverse);

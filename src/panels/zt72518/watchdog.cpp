@@ -2,6 +2,7 @@
 
 #include "chips/zt72518/registers.h"
 #include "panels/common/colours.h"
+#include "platform/dongle_commands.h"
 #include "platform/failure.h"
 
 #include <algorithm>
@@ -32,9 +33,6 @@ constexpr std::array<const char*, 16> captions{
     "Config Wd current   START", ">SEQ", "STOP WD current", ">SEQ",
     "Simple WatchDog",           ">SEQ", "Simple WatchDog", "Change Value"};
 
-constexpr int modeByte = 8; // added to the mode
-constexpr std::uint8_t stopByte = 32;
-constexpr std::uint8_t currentByte = 16;
 constexpr int longestHighTime = 255;
 constexpr int usualHighTime = 5;
 constexpr std::uint8_t refreshHigh = chip::writeHigh(chip::watchdogRefresh);
@@ -120,16 +118,16 @@ void Watchdog::send_wd() {
     int mode = 0;
     int time = 0;
     if (parts_.session.WdStopRequest) {
-        mode = stopByte;
+        mode = dongle::watchdogStop;
         parts_.session.WdStopRequest = false;
         parts_.session.WdConfigRequest = false;
     }
     if (std::exchange(parts_.session.WdConfigRequest, false)) {
-        mode = wd_config(0).listIndex() + modeByte;
+        mode = wd_config(0).listIndex() + dongle::watchdogFirstMode;
         time = wd_config(1).listIndex();
     }
     if (std::exchange(parts_.session.WdSequenceRequest, false)) {
-        mode = parts_.session.WdSequenceMode + modeByte;
+        mode = parts_.session.WdSequenceMode + dongle::watchdogFirstMode;
         time = parts_.session.WdSequenceTime;
         showState(true);
     }
@@ -140,7 +138,7 @@ void Watchdog::send_wd_current() {
     if (!parts_.session.USBReady)
         return;
     if (parts_.session.WdCurrentOn)
-        parts_.dongle.send_wd_current(currentByte, toByte(wd_current_time.value()),
+        parts_.dongle.send_wd_current(dongle::watchdogCurrentOn, toByte(wd_current_time.value()),
                                       toByte(wd_config(2).listIndex()));
     else
         parts_.dongle.send_wd_current(0, 0, 0);

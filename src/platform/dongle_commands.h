@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+
+/// Numbers in the frames of the dongle: a command stands in byte 1, its data from byte 3 on.
+namespace bitlux::dongle {
+
+inline constexpr std::uint8_t readLines = 5;
+inline constexpr std::uint8_t testMode = 13; ///< with the key in byte 2
+inline constexpr std::uint8_t testModeKey = 127;
+inline constexpr std::uint8_t trimming = 37;
+
+inline constexpr std::uint8_t watchdog = 21;
+inline constexpr std::uint8_t watchdogFirstMode = 8; ///< the mode is added to it
+inline constexpr std::uint8_t watchdogStop = 32;
+inline constexpr std::uint8_t watchdogCurrent = 69;
+inline constexpr std::uint8_t watchdogCurrentOn = 16;
+
+inline constexpr std::uint8_t triggerBit = 0x80; ///< of byte 0
+
+} // namespace bitlux::dongle
