@@ -23,12 +23,13 @@ std::string text(const ControlName& name) {
 /// Walks the tables of a chip and collects what they name, complaining on the way.
 class Walk {
 public:
+    explicit Walk(std::size_t width) : width_(width) {}
+
     void registers(std::span<const Register> rows) {
         for (const Register& row : rows) {
             const std::string where(row.title);
             if (rowsOfLabels.insert(std::string(row.writeLabels)).second)
-                makeRow(where, row.writeLabels, 0);
-            captions(where, row.writeCaptions);
+                makeRow(where, row.writeLabels, 0, row.writeCaptions);
             make(where, row.writeButton);
             make(where, row.sequenceButton);
             fields(where, row);
@@ -40,8 +41,7 @@ public:
     void view(const std::string& where, const ReadView& shown) {
         if (!shown.exists())
             return;
-        makeRow(where, shown.labels, 0);
-        captions(where, shown.captions);
+        makeRow(where, shown.labels, 0, shown.captions);
         make(where, shown.readButton);
         make(where, shown.sequenceButton);
         EXPECT_TRUE(shown.litColour == 0xFFFFC0 || shown.litColour == 0xFFC0C0) << where;
@@ -50,9 +50,12 @@ public:
         const bool isNew = !name.exists() || made.insert(text(name)).second;
         EXPECT_TRUE(isNew) << where << " names " << text(name) << " twice";
     }
-    void makeRow(const std::string& where, std::string_view labels, int first) {
-        for (int bit = first; bit < first + 8; ++bit)
-            make(where, {labels, bit});
+    void makeRow(const std::string& where, std::string_view labels, int first, BitCaptions bits) {
+        EXPECT_EQ(bits.size(), width_) << where;
+        for (int bit = first; const std::string_view caption : bits) {
+            EXPECT_FALSE(caption.empty()) << where;
+            make(where, {labels, bit++});
+        }
     }
     void refer(const std::string& where, const ControlName& name) {
         if (name.exists())
@@ -63,18 +66,14 @@ public:
         for (const auto& [where, name] : referred)
             EXPECT_TRUE(made.contains(name)) << where << " refers to " << name;
     }
-    static void captions(const std::string& where, const BitCaptions& bits) {
-        for (const std::string_view caption : bits)
-            EXPECT_FALSE(caption.empty()) << where;
-    }
-
     Names made;
 
 private:
     void fields(const std::string& where, const Register& row) {
         unsigned taken = 0;
+        const unsigned all = ~0U >> (32 - width_);
         const auto take = [&](unsigned bits) {
-            EXPECT_EQ(bits & ~0xFFU, 0U) << where << " has a field outside its byte";
+            EXPECT_EQ(bits & ~all, 0U) << where << " has a field outside its bits";
             EXPECT_EQ(taken & bits, 0U) << where << " has fields that overlap";
             taken |= bits;
         };
@@ -102,21 +101,22 @@ private:
         }
     }
 
+    std::size_t width_; ///< of every register
     Names rowsOfLabels;
     std::vector<std::pair<std::string, std::string>> referred;
 };
 
 Walk walkZt72518() {
-    Walk walk;
+    Walk walk(8);
     walk.registers(zt72518::registers);
     for (int i = 0; const zt72518::FlagRow& row : zt72518::lowFlagRows) {
-        walk.makeRow(std::string(row.title), row.labels, row.firstLabel);
+        walk.makeRow(std::string(row.title), row.labels, row.firstLabel, row.captions);
         walk.make("flags", {"Cm_RFl", i});
         walk.make("flags", {"Seq_RFl", i++});
     }
     walk.make("flags", {"Seq_RFl", 7});
     for (int i = 0; const zt72518::FlagRow& row : zt72518::highFlagRows) {
-        walk.makeRow(std::string(row.title), row.labels, row.firstLabel);
+        walk.makeRow(std::string(row.title), row.labels, row.firstLabel, row.captions);
         walk.make("flags", {"Cm_RFh", i});
         if (i < 4)
             walk.make("flags", {"Seq_RFh", i});
