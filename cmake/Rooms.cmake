@@ -7,7 +7,7 @@ set(BITLUX_ROOMS platform session chips transfer waveform sending config panels 
     workbench apps python gui)
 set(BITLUX_ARROWS_platform)
 set(BITLUX_ARROWS_session)
-set(BITLUX_ARROWS_chips)
+set(BITLUX_ARROWS_chips platform)
 set(BITLUX_ARROWS_transfer platform session)
 set(BITLUX_ARROWS_waveform transfer)
 set(BITLUX_ARROWS_sending transfer)

@@ -8,9 +8,9 @@ namespace {
 
 class RegisterFile : public ShiftDevice {
 public:
-    RegisterFile(const chips::WordFormat& format, std::span<const chips::Register> table)
+    RegisterFile(const oldchips::WordFormat& format, std::span<const oldchips::Register> table)
         : format_(format) {
-        for (const chips::Register& row : table) {
+        for (const oldchips::Register& row : table) {
             const auto width = static_cast<unsigned>(row.writeCaptions.size());
             registers_[row.address] = {.mask = ~std::uint32_t{0} >> (32 - width)};
         }
@@ -34,7 +34,7 @@ private:
         return static_cast<int>(word >> format_.addressShift & format_.addressMask);
     }
 
-    const chips::WordFormat& format_;
+    const oldchips::WordFormat& format_;
     std::map<int, Register> registers_;
 };
 
@@ -58,8 +58,8 @@ void RegisterFile::wordEnds(const Shifted& received, const BusShape&) {
 
 } // namespace
 
-std::unique_ptr<Device> makeRegisterFile(const chips::WordFormat& format,
-                                         std::span<const chips::Register> table) {
+std::unique_ptr<Device> makeRegisterFile(const oldchips::WordFormat& format,
+                                         std::span<const oldchips::Register> table) {
     return std::make_unique<RegisterFile>(format, table);
 }
 

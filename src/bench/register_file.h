@@ -13,7 +13,7 @@ namespace bitlux {
 /// same word, with what was written last and 0 at first. Both views show the same.
 ///
 /// Words travel most significant bit first. One of another length changes nothing.
-std::unique_ptr<Device> makeRegisterFile(const chips::WordFormat& format,
-                                         std::span<const chips::Register> table);
+std::unique_ptr<Device> makeRegisterFile(const oldchips::WordFormat& format,
+                                         std::span<const oldchips::Register> table);
 
 } // namespace bitlux

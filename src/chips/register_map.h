@@ -6,7 +6,7 @@
 
 /// What a data sheet says of a chip, as constant tables: the panels make their pages, handlers and
 /// sequence commands from them, the virtual bench its model of the chip.
-namespace bitlux::chips {
+namespace bitlux::oldchips {
 
 /// Captions of a row of labels, bit 0 first; "-" where a bit carries nothing. A row has as many
 /// bits as captions, 1 to 32.
@@ -120,4 +120,4 @@ struct Chip {
     std::span<const Register> registers;
 };
 
-} // namespace bitlux::chips
+} // namespace bitlux::oldchips

@@ -4,7 +4,7 @@
 
 namespace bitlux::gui {
 
-namespace chip = chips::zt72518;
+namespace chip = oldchips::zt72518;
 
 namespace {
 
@@ -32,8 +32,8 @@ FlagsView::FlagsView(const PanelWidgets& widgets, QWidget* parent)
         // The last one appends by a button of the low views.
         const bool isLast = i + 1 == static_cast<int>(chip::highFlagRows.size());
         addRow(row, {"Cm_RFh", i},
-               isLast ? chips::ControlName{"Seq_RFl", static_cast<int>(chip::lowFlagRows.size())}
-                      : chips::ControlName{"Seq_RFh", i});
+               isLast ? oldchips::ControlName{"Seq_RFl", static_cast<int>(chip::lowFlagRows.size())}
+                      : oldchips::ControlName{"Seq_RFh", i});
         ++i;
     }
     grid_->setRowStretch(grid_->rowCount(), 1);
@@ -49,8 +49,8 @@ void FlagsView::addTitle(const QString& text) {
     grid_->addWidget(title, grid_->rowCount(), 0, 1, columns);
 }
 
-void FlagsView::addRow(const chip::FlagRow& row, const chips::ControlName& read,
-                       const chips::ControlName& append) {
+void FlagsView::addRow(const chip::FlagRow& row, const oldchips::ControlName& read,
+                       const oldchips::ControlName& append) {
     const int line = grid_->rowCount();
     QWidget* parent = grid_->parentWidget();
     RowButton* reads = widgets_.rowButton(read, parent, "flags");

@@ -15,8 +15,8 @@ public:
 
 private:
     void addTitle(const QString& text);
-    void addRow(const chips::zt72518::FlagRow& row, const chips::ControlName& read,
-                const chips::ControlName& append);
+    void addRow(const oldchips::zt72518::FlagRow& row, const oldchips::ControlName& read,
+                const oldchips::ControlName& append);
 
     PanelWidgets widgets_;
     QGridLayout* grid_;

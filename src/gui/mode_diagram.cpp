@@ -14,7 +14,7 @@
 
 namespace bitlux::gui {
 
-namespace chip = chips::zt72518;
+namespace chip = oldchips::zt72518;
 
 namespace {
 

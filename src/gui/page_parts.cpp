@@ -4,7 +4,7 @@
 
 namespace bitlux::gui {
 
-namespace chip = chips::zt72518;
+namespace chip = oldchips::zt72518;
 
 namespace {
 
@@ -34,7 +34,7 @@ PageParts refreshParts(const PanelWidgets& widgets) {
         auto* box = widgets.make<QGroupBox, forms::Frame>({"wd_frame"}, parent);
         auto* column = new QVBoxLayout(box);
         setLines(*column);
-        const chips::OptionField& shown = chip::registers[chip::initWdog].options.front();
+        const oldchips::OptionField& shown = chip::registers[chip::initWdog].options.front();
         for (int value = 0; value < static_cast<int>(shown.captions.size()); ++value)
             column->addWidget(widgets.make<QRadioButton, forms::OptionButton>(
                 {shown.mirror.name, shown.mirror.index + value}, box));

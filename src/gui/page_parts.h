@@ -7,7 +7,7 @@
 namespace bitlux::gui {
 
 /// What a page of the panel ZT72518 has beside its registers' rows.
-[[nodiscard]] PageParts pageParts(const chips::zt72518::Page& page, zt72518::PanelForm& form,
+[[nodiscard]] PageParts pageParts(const oldchips::zt72518::Page& page, zt72518::PanelForm& form,
                                   const PanelWidgets& widgets);
 
 } // namespace bitlux::gui

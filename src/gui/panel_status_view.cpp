@@ -8,7 +8,7 @@
 
 namespace bitlux::gui {
 
-namespace chip = chips::zt72518;
+namespace chip = oldchips::zt72518;
 
 PanelStatusView::PanelStatusView(zt72518::PanelForm& form, const PanelWidgets& widgets,
                                  QWidget* parent)
@@ -70,9 +70,9 @@ QWidget* PanelStatusView::makeReads() {
     auto* widget = new QWidget(this);
     auto* row = new QHBoxLayout(widget);
     row->setContentsMargins(0, 0, 0, 0);
-    const auto add = [&](const char* title, std::initializer_list<chips::ControlName> names) {
+    const auto add = [&](const char* title, std::initializer_list<oldchips::ControlName> names) {
         row->addWidget(new QLabel(QString(title) + ":", widget));
-        for (const chips::ControlName& name : names)
+        for (const oldchips::ControlName& name : names)
             row->addWidget(widgets_.rowButton(name, widget, title));
         row->addSpacing(12);
     };

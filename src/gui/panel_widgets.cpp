@@ -2,7 +2,7 @@
 
 namespace bitlux::gui {
 
-RowButton* PanelWidgets::rowButton(const chips::ControlName& name, QWidget* parent,
+RowButton* PanelWidgets::rowButton(const oldchips::ControlName& name, QWidget* parent,
                                    const QString& about) const {
     auto* made = make<RowButton, forms::Button>(name, parent);
     const bool appends = made->text().startsWith('>');

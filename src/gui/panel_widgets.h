@@ -15,7 +15,7 @@ struct PanelWidgets {
     Binder& binder;
 
     template <typename Widget, typename Control>
-    Widget* make(const chips::ControlName& name, QWidget* parent) const {
+    Widget* make(const oldchips::ControlName& name, QWidget* parent) const {
         return binder.make<Widget>(controls.get<Control>(name), parent);
     }
 
@@ -25,12 +25,12 @@ struct PanelWidgets {
         made->setAutoDefault(false);
         return made;
     }
-    QPushButton* button(const chips::ControlName& name, QWidget* parent) const {
+    QPushButton* button(const oldchips::ControlName& name, QWidget* parent) const {
         return button(binder, controls.get<forms::Button>(name), parent);
     }
     /// A button among many with the same caption: it is told by `about`, or by its tooltip when
     /// that says more.
-    RowButton* rowButton(const chips::ControlName& name, QWidget* parent,
+    RowButton* rowButton(const oldchips::ControlName& name, QWidget* parent,
                          const QString& about = {}) const;
 
     BitRow* row(std::string_view labels, BitRow::Use use, QWidget* parent, int first = 0) const {

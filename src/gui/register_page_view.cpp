@@ -19,14 +19,14 @@ QString textOf(std::string_view text) {
 }
 
 /// The bits on the left of which a field of a register begins or ends.
-unsigned edgesOf(const chips::Register& shown) {
+unsigned edgesOf(const oldchips::Register& shown) {
     unsigned edges = 0;
     const auto add = [&edges](unsigned field) { edges |= field ^ field >> 1; };
-    for (const chips::OptionField& field : shown.options)
+    for (const oldchips::OptionField& field : shown.options)
         add(((1U << field.width) - 1) << field.lowBit);
-    for (const chips::CheckBit& check : shown.checks)
+    for (const oldchips::CheckBit& check : shown.checks)
         add(1U << check.bit);
-    for (const chips::ComboField& field : shown.combos) {
+    for (const oldchips::ComboField& field : shown.combos) {
         unsigned bits = 0;
         for (const int bit : field.bitOfIndexBit)
             bits |= 1U << bit;
@@ -42,7 +42,7 @@ void setLines(QVBoxLayout& group) {
     group.setSpacing(1);
 }
 
-RegisterPageView::RegisterPageView(std::span<const chips::Register> registers,
+RegisterPageView::RegisterPageView(std::span<const oldchips::Register> registers,
                                    const PageParts& parts, const PanelWidgets& widgets,
                                    QWidget* parent)
     : QWidget(parent), widgets_(widgets), rows_(new QGridLayout) {
@@ -61,16 +61,16 @@ RegisterPageView::RegisterPageView(std::span<const chips::Register> registers,
     addButtons(parts.buttons);
     makeChoices();
     addCombos(registers.front());
-    for (const chips::OptionField& field : registers.front().options)
+    for (const oldchips::OptionField& field : registers.front().options)
         addOptions(field);
     addChecks(registers.front());
     if (parts.group)
         flow_->addWidget(parts.group(choices_));
 }
 
-void RegisterPageView::addTitle(std::span<const chips::Register> registers) {
+void RegisterPageView::addTitle(std::span<const oldchips::Register> registers) {
     QStringList parts;
-    for (const chips::Register& shown : registers)
+    for (const oldchips::Register& shown : registers)
         parts << textOf(shown.title) + " at 0x" +
                      QString::number(shown.address, 16).toUpper().rightJustified(2, '0');
     auto* title = new QLabel(parts.join(",  "), this);
@@ -80,8 +80,8 @@ void RegisterPageView::addTitle(std::span<const chips::Register> registers) {
     rows_->addWidget(title, 0, 0, 1, columns);
 }
 
-void RegisterPageView::addRegister(const chips::Register& shown, const PageParts& parts) {
-    const chips::ControlName& append =
+void RegisterPageView::addRegister(const oldchips::Register& shown, const PageParts& parts) {
+    const oldchips::ControlName& append =
         shown.sequenceButton.exists() ? shown.sequenceButton : parts.besideWrite;
     const RowStart write = buttons(shown.writeButton, append, textOf(shown.title));
     addRow(*widgets_.row(shown.writeLabels, BitRow::Use::Clicked, this), write, edgesOf(shown));
@@ -95,19 +95,19 @@ void RegisterPageView::addRegister(const chips::Register& shown, const PageParts
     }
 }
 
-void RegisterPageView::addSharing(std::span<const chips::Register> registers,
+void RegisterPageView::addSharing(std::span<const oldchips::Register> registers,
                                   const PageParts& parts) {
     RowStart write{.first = parts.entry(this)};
     write.second = buttons({}, parts.besideWrite, {}).second;
     addRow(*widgets_.row(registers.front().writeLabels, BitRow::Use::Clicked, this), write,
            noFields);
-    for (const chips::Register& shown : registers) {
+    for (const oldchips::Register& shown : registers) {
         const RowStart both = buttons(shown.writeButton, shown.low.readButton, textOf(shown.title));
         addRow(*widgets_.row(shown.low.labels, BitRow::Use::Shown, this), both, noFields);
     }
 }
 
-void RegisterPageView::addView(const chips::Register& shown, const chips::ReadView& view) {
+void RegisterPageView::addView(const oldchips::Register& shown, const oldchips::ReadView& view) {
     const RowStart read = buttons(view.readButton, view.sequenceButton, textOf(shown.title));
     // The high view shows something else.
     addRow(*widgets_.row(view.labels, BitRow::Use::Shown, this), read,
@@ -124,8 +124,8 @@ void RegisterPageView::addRow(BitRow& bits, const RowStart& start, unsigned fiel
     rows_->addWidget(&bits, line, 2);
 }
 
-RegisterPageView::RowStart RegisterPageView::buttons(const chips::ControlName& first,
-                                                     const chips::ControlName& second,
+RegisterPageView::RowStart RegisterPageView::buttons(const oldchips::ControlName& first,
+                                                     const oldchips::ControlName& second,
                                                      const QString& about) {
     RowStart start;
     if (first.exists()) {
@@ -141,7 +141,7 @@ RegisterPageView::RowStart RegisterPageView::buttons(const chips::ControlName& f
     return start;
 }
 
-void RegisterPageView::addButtons(const std::vector<chips::ControlName>& names) {
+void RegisterPageView::addButtons(const std::vector<oldchips::ControlName>& names) {
     if (names.size() == 1) { // does what those above it do
         rows_->addWidget(buttons({}, names.front(), {}).second, rows_->rowCount(), 1);
         return;
@@ -150,7 +150,7 @@ void RegisterPageView::addButtons(const std::vector<chips::ControlName>& names) 
         return;
     auto* line = new QHBoxLayout;
     line->setSpacing(rows_->horizontalSpacing());
-    for (const chips::ControlName& name : names)
+    for (const oldchips::ControlName& name : names)
         line->addWidget(widgets_.rowButton(name, this));
     line->addStretch();
     rows_->addLayout(line, rows_->rowCount(), 0, 1, columns);
@@ -167,7 +167,7 @@ void RegisterPageView::makeChoices() {
     layout()->addWidget(sheet);
 }
 
-void RegisterPageView::addOptions(const chips::OptionField& field) {
+void RegisterPageView::addOptions(const oldchips::OptionField& field) {
     auto* box = new QGroupBox(QString::fromStdString(fieldTitle(field)), choices_);
     if (field.frame.exists())
         widgets_.binder.bind(widgets_.controls.get<forms::Frame>(field.frame), *box);
@@ -180,24 +180,24 @@ void RegisterPageView::addOptions(const chips::OptionField& field) {
     flow_->addWidget(box);
 }
 
-void RegisterPageView::addChecks(const chips::Register& shown) {
+void RegisterPageView::addChecks(const oldchips::Register& shown) {
     if (shown.checks.empty())
         return;
     auto* box = new QGroupBox("Single bits", choices_);
     auto* column = new QVBoxLayout(box);
     setLines(*column);
-    std::vector<chips::CheckBit> checks(shown.checks.begin(), shown.checks.end());
+    std::vector<oldchips::CheckBit> checks(shown.checks.begin(), shown.checks.end());
     std::sort(checks.begin(), checks.end(), [](const auto& one, const auto& other) {
         return one.bit > other.bit; // as the row above
     });
-    for (const chips::CheckBit& check : checks)
+    for (const oldchips::CheckBit& check : checks)
         column->addWidget(widgets_.make<QCheckBox, forms::CheckBox>(check.box, box));
     column->addStretch();
     flow_->addWidget(box);
 }
 
-void RegisterPageView::addCombos(const chips::Register& shown) {
-    for (const chips::ComboField& field : shown.combos) {
+void RegisterPageView::addCombos(const oldchips::Register& shown) {
+    for (const oldchips::ComboField& field : shown.combos) {
         auto* box = new QGroupBox(QString::fromStdString(fieldTitle(field)), choices_);
         auto* combo = widgets_.make<QComboBox, forms::ComboBox>({field.combo}, box);
         combo->setPlaceholderText("not chosen");

@@ -18,12 +18,12 @@ class GroupFlow;
 struct PageParts {
     using Make = std::function<QWidget*(QWidget* parent)>;
 
-    Make entry{};                              ///< in front of a write row that registers share
-    chips::ControlName besideWrite{};          ///< button behind it, or behind Write
-    std::vector<forms::Label*> bits{};         ///< a further row, from bit 0 on
-    chips::ControlName readBits{};             ///< button in front of it
-    std::vector<chips::ControlName> buttons{}; ///< below the rows
-    Make group{};                              ///< behind the groups of the fields
+    Make entry{};                                 ///< in front of a write row that registers share
+    oldchips::ControlName besideWrite{};          ///< button behind it, or behind Write
+    std::vector<forms::Label*> bits{};            ///< a further row, from bit 0 on
+    oldchips::ControlName readBits{};             ///< button in front of it
+    std::vector<oldchips::ControlName> buttons{}; ///< below the rows
+    Make group{};                                 ///< behind the groups of the fields
 };
 
 /// The choices of a group stand close to each other.
@@ -34,7 +34,7 @@ void setLines(QVBoxLayout& group);
 /// for the tabulator key.
 class RegisterPageView : public QWidget {
 public:
-    RegisterPageView(std::span<const chips::Register> registers, const PageParts& parts,
+    RegisterPageView(std::span<const oldchips::Register> registers, const PageParts& parts,
                      const PanelWidgets& widgets, QWidget* parent);
 
 private:
@@ -44,19 +44,19 @@ private:
         QWidget* second = nullptr;
     };
 
-    void addTitle(std::span<const chips::Register> registers);
-    void addRegister(const chips::Register& shown, const PageParts& parts);
+    void addTitle(std::span<const oldchips::Register> registers);
+    void addRegister(const oldchips::Register& shown, const PageParts& parts);
     /// Registers that share their write row have their Write buttons in their read rows.
-    void addSharing(std::span<const chips::Register> registers, const PageParts& parts);
-    void addView(const chips::Register& shown, const chips::ReadView& view);
+    void addSharing(std::span<const oldchips::Register> registers, const PageParts& parts);
+    void addView(const oldchips::Register& shown, const oldchips::ReadView& view);
     void addRow(BitRow& bits, const RowStart& start, unsigned fieldEdges);
-    [[nodiscard]] RowStart buttons(const chips::ControlName& first,
-                                   const chips::ControlName& second, const QString& about);
-    void addButtons(const std::vector<chips::ControlName>& names);
+    [[nodiscard]] RowStart buttons(const oldchips::ControlName& first,
+                                   const oldchips::ControlName& second, const QString& about);
+    void addButtons(const std::vector<oldchips::ControlName>& names);
     void makeChoices();
-    void addOptions(const chips::OptionField& field);
-    void addChecks(const chips::Register& shown);
-    void addCombos(const chips::Register& shown);
+    void addOptions(const oldchips::OptionField& field);
+    void addChecks(const oldchips::Register& shown);
+    void addCombos(const oldchips::Register& shown);
 
     PanelWidgets widgets_;
     QGridLayout* rows_; ///< two buttons, and the bits beside them

@@ -11,7 +11,7 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
-namespace bitlux::chips {
+namespace bitlux::oldchips {
 namespace {
 
 using Names = std::set<std::string>;
@@ -186,4 +186,4 @@ TEST(Tables, OfTheZt72518PutEveryRegisterOnOnePageUnderItsAddress) {
 }
 
 } // namespace
-} // namespace bitlux::chips
+} // namespace bitlux::oldchips

@@ -14,21 +14,21 @@ namespace {
 // The table
 
 constexpr std::array<std::string_view, 4> brightness{"off", "dim", "half", "full"};
-constexpr std::array<chips::OptionField, 1> lampOptions{{{.title = "Brightness",
-                                                          .options = "R_Lamp",
-                                                          .lowBit = 1,
-                                                          .width = 2,
-                                                          .captions = brightness}}};
-constexpr std::array<chips::CheckBit, 1> lampChecks{{{{"Ch_Lamp", 0}, 11, "Blink"}}};
+constexpr std::array<oldchips::OptionField, 1> lampOptions{{{.title = "Brightness",
+                                                             .options = "R_Lamp",
+                                                             .lowBit = 1,
+                                                             .width = 2,
+                                                             .captions = brightness}}};
+constexpr std::array<oldchips::CheckBit, 1> lampChecks{{{{"Ch_Lamp", 0}, 11, "Blink"}}};
 constexpr std::array<std::string_view, 4> periods{"1 s", "2 s", "4 s", "8 s"};
 constexpr std::array periodBits{3, 0}; // the data sheet has them apart
-constexpr std::array<chips::ComboField, 1> blinkCombos{
+constexpr std::array<oldchips::ComboField, 1> blinkCombos{
     {{"Combo_Blink", "Select the period", periods, periodBits}}};
 constexpr std::array<std::string_view, 12> lampBits{"-", "LEVEL 0", "LEVEL 1", "-", "-", "-",
                                                     "-", "-",       "-",       "-", "-", "BLINK"};
 constexpr std::array<std::string_view, 4> blinkBits{"PERIOD 1", "-", "-", "PERIOD 0"};
 
-constexpr std::array<chips::Register, 2> lampRegisters{{
+constexpr std::array<oldchips::Register, 2> lampRegisters{{
     {.title = "Lamp",
      .address = 0,
      .writeLabels = "Lamp_W",
@@ -58,15 +58,15 @@ constexpr std::array<chips::Register, 2> lampRegisters{{
              .sequenceButton = {"Seq_Blink_Rl"}}},
 }};
 
-constexpr chips::Chip lamp{.form = "Lamp",
-                           .title = "Lamp driver",
-                           .format = {.bits = 15,
-                                      .addressShift = 12,
-                                      .addressMask = 3,
-                                      .operationMask = 0x4000,
-                                      .write = 0x4000},
-                           .spiType = 2,
-                           .registers = lampRegisters};
+constexpr oldchips::Chip lamp{.form = "Lamp",
+                              .title = "Lamp driver",
+                              .format = {.bits = 15,
+                                         .addressShift = 12,
+                                         .addressMask = 3,
+                                         .operationMask = 0x4000,
+                                         .write = 0x4000},
+                              .spiType = 2,
+                              .registers = lampRegisters};
 
 // The bench
 

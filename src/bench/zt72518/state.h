@@ -49,9 +49,9 @@ inline constexpr std::size_t flagRowCount = Pins;
 inline constexpr std::size_t rowCount = Faults + 1;
 
 /// The flags of a row. Those of the mode are no flags to set: the model makes them.
-constexpr const chips::zt72518::FlagRow& flagRow(std::size_t row) {
-    return row < RegulatorHigh ? chips::zt72518::lowFlagRows[row + 1]
-                               : chips::zt72518::highFlagRows[row - RegulatorHigh + 1];
+constexpr const oldchips::zt72518::FlagRow& flagRow(std::size_t row) {
+    return row < RegulatorHigh ? oldchips::zt72518::lowFlagRows[row + 1]
+                               : oldchips::zt72518::highFlagRows[row - RegulatorHigh + 1];
 }
 
 struct Bit {

@@ -16,7 +16,7 @@ std::string trimmed(std::string_view text) {
     return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
 }
 
-void add(SwitchTable& table, Row row, std::string_view group, chips::BitCaptions captions) {
+void add(SwitchTable& table, Row row, std::string_view group, oldchips::BitCaptions captions) {
     for (std::size_t bit = 0; bit < captions.size(); ++bit) {
         if (captions[bit] == "-")
             continue;
@@ -30,7 +30,7 @@ SwitchTable makeTable() {
     add(table, Pins, "Pins", pins);
     for (std::size_t row = 0; row < flagRowCount; ++row)
         add(table, static_cast<Row>(row), flagRow(row).title, flagRow(row).captions);
-    add(table, Identity, "Identity", chips::zt72518::registers[Interrupts].high.captions);
+    add(table, Identity, "Identity", oldchips::zt72518::registers[Interrupts].high.captions);
     add(table, Faults, "Faults", faults);
     return table;
 }

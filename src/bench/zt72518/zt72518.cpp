@@ -306,7 +306,7 @@ std::vector<Reading> Model::readings() const {
                    : "off"},
         {"State", "Trimming", trimming_}};
     for (std::size_t address = 0; address < registerCount; ++address)
-        all.push_back({"Registers", std::string(chips::zt72518::registers[address].title),
+        all.push_back({"Registers", std::string(oldchips::zt72518::registers[address].title),
                        fmt::format("{:02X}", lowView(static_cast<unsigned>(address)))});
     return all;
 }

@@ -10,7 +10,7 @@
 
 /// The modes of the ZT7251x family: the words that lead from one to another, and how the mode is
 /// told.
-namespace bitlux::chips::zt72518 {
+namespace bitlux::oldchips::zt72518 {
 
 /// A word on the way to a mode. A box may decide between two words, or whether there is one.
 struct ModeWord {
@@ -83,4 +83,4 @@ inline constexpr std::array<std::string_view, 4> lowPowerBoxes{
     "WD_Enable : Enable the Wdog in STOP mode"};
 inline constexpr int wakeUpBit = 4; ///< of the mode register, alone: wake up by chip select
 
-} // namespace bitlux::chips::zt72518
+} // namespace bitlux::oldchips::zt72518

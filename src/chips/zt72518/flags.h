@@ -2,7 +2,7 @@
 
 #include "chips/register_map.h"
 
-namespace bitlux::chips::zt72518 {
+namespace bitlux::oldchips::zt72518 {
 
 /// Flags that one word reads, and the row of labels that shows them. Reading clears them.
 struct FlagRow {
@@ -83,4 +83,4 @@ inline constexpr std::array<FlagRow, 5> highFlagRows{{
      captions::interruptsRFlHighBits},
 }};
 
-} // namespace bitlux::chips::zt72518
+} // namespace bitlux::oldchips::zt72518

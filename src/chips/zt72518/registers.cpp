@@ -1,6 +1,6 @@
 #include "chips/zt72518/registers.h"
 
-namespace bitlux::chips::zt72518 {
+namespace bitlux::oldchips::zt72518 {
 
 namespace {
 
@@ -844,4 +844,4 @@ constexpr std::array<ControlName, 11> sequenceAllFlags{{{"Seq_RFh", 0},
                                                         {"Seq_RFl", 4},
                                                         {"Seq_RFl", 7}}};
 
-} // namespace bitlux::chips::zt72518
+} // namespace bitlux::oldchips::zt72518

@@ -12,7 +12,7 @@
 /// A word has 16 bits, a high byte and a low one: operation (01 write, 00 read, 11 read of flags,
 /// 10 read of the general flags), five bits of address, parity or read bit; and the data, or 00
 /// and 80 for the low and the high view.
-namespace bitlux::chips::zt72518 {
+namespace bitlux::oldchips::zt72518 {
 
 inline constexpr std::uint8_t writeOperation = 0x40;
 inline constexpr std::uint8_t generalFlagsHigh = 0xBE; ///< high byte, without the read bit
@@ -65,4 +65,4 @@ extern const std::array<ControlName, 16> sequenceAllLow;
 extern const std::array<ControlName, 6> sequenceAllHigh;
 extern const std::array<ControlName, 11> sequenceAllFlags;
 
-} // namespace bitlux::chips::zt72518
+} // namespace bitlux::oldchips::zt72518

@@ -1,6 +1,6 @@
 #include "chips/zt72518/variants.h"
 
-namespace bitlux::chips::zt72518 {
+namespace bitlux::oldchips::zt72518 {
 
 namespace {
 
@@ -81,4 +81,4 @@ constexpr std::array<VariantCaption, 20> variantCaptions{
      {{"IO_RFh", 6}, "I/O_0_2 INT_WU", withVaux | v514S},
      {{"IO_RFh", 7}, "I/O_1_3 INT_WU", withVaux | v514S}}};
 
-} // namespace bitlux::chips::zt72518
+} // namespace bitlux::oldchips::zt72518

@@ -6,7 +6,7 @@
 #include <string_view>
 
 /// The variants of the ZT7251x family and what each of them lacks.
-namespace bitlux::chips::zt72518 {
+namespace bitlux::oldchips::zt72518 {
 
 /// Captions of the selection; the first two tell the dongle's version, the others are variants.
 inline constexpr std::array<std::string_view, 8> selectionCaptions{"Original BusTether version",
@@ -54,4 +54,4 @@ struct VariantCaption {
 };
 extern const std::array<VariantCaption, 20> variantCaptions;
 
-} // namespace bitlux::chips::zt72518
+} // namespace bitlux::oldchips::zt72518

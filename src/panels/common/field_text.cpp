@@ -23,11 +23,11 @@ std::string_view trimmed(std::string_view text) {
 
 } // namespace
 
-std::string fieldTitle(const chips::OptionField& field) {
+std::string fieldTitle(const oldchips::OptionField& field) {
     return fmt::format("{} {}", field.title, bitsText(field.lowBit, field.width));
 }
 
-std::string fieldTitle(const chips::ComboField& field) {
+std::string fieldTitle(const oldchips::ComboField& field) {
     std::vector<int> bits(field.bitOfIndexBit.begin(), field.bitOfIndexBit.end());
     std::sort(bits.begin(), bits.end(), std::greater());
     const int width = static_cast<int>(bits.size());
@@ -37,11 +37,11 @@ std::string fieldTitle(const chips::ComboField& field) {
                                 : fmt::format("[{}]", fmt::join(bits, ",")));
 }
 
-std::string choiceText(const chips::OptionField& field, int value) {
+std::string choiceText(const oldchips::OptionField& field, int value) {
     return fmt::format("{} = {:0{}b}", bitsText(field.lowBit, field.width), value, field.width);
 }
 
-std::string choiceText(const chips::CheckBit& check) {
+std::string choiceText(const oldchips::CheckBit& check) {
     return bitsText(check.bit, 1);
 }
 

@@ -7,11 +7,11 @@
 namespace bitlux {
 
 /// Titles with the bits of a field, as "MUX output [7:5]", or "Period [3,0]" where they lie apart.
-[[nodiscard]] std::string fieldTitle(const chips::OptionField& field);
-[[nodiscard]] std::string fieldTitle(const chips::ComboField& field);
+[[nodiscard]] std::string fieldTitle(const oldchips::OptionField& field);
+[[nodiscard]] std::string fieldTitle(const oldchips::ComboField& field);
 
 /// The bits that a choice sets, as "[7:5] = 101".
-[[nodiscard]] std::string choiceText(const chips::OptionField& field, int value);
-[[nodiscard]] std::string choiceText(const chips::CheckBit& check);
+[[nodiscard]] std::string choiceText(const oldchips::OptionField& field, int value);
+[[nodiscard]] std::string choiceText(const oldchips::CheckBit& check);
 
 } // namespace bitlux

@@ -9,7 +9,7 @@ namespace bitlux {
 
 namespace {
 
-std::optional<int> elementOf(const chips::ControlName& name) {
+std::optional<int> elementOf(const oldchips::ControlName& name) {
     return name.index < 0 ? std::nullopt : std::optional(name.index);
 }
 
@@ -43,7 +43,7 @@ forms::Frame& PanelControls::addFrame(const Name& name, std::string_view caption
     return add<forms::Frame>(name, std::string(name.name), std::string(caption));
 }
 
-forms::ComboBox& PanelControls::addCombo(const chips::ComboField& field) {
+forms::ComboBox& PanelControls::addCombo(const oldchips::ComboField& field) {
     auto& combo =
         add<forms::ComboBox>({field.combo}, std::string(field.combo), forms::ComboBox::Style::List,
                              std::vector<std::string>(field.items.begin(), field.items.end()));
@@ -60,7 +60,7 @@ void PanelControls::addOptions(std::string_view name, int first,
     }
 }
 
-const LabelRow& PanelControls::addRow(std::string_view name, chips::BitCaptions captions,
+const LabelRow& PanelControls::addRow(std::string_view name, oldchips::BitCaptions captions,
                                       int first) {
     LabelRow::Labels labels;
     for (int index = first; const std::string_view caption : captions) {

@@ -21,7 +21,7 @@ namespace bitlux {
 /// The controls that a panel makes from tables, and what a click on them runs.
 class PanelControls {
 public:
-    using Name = chips::ControlName;
+    using Name = oldchips::ControlName;
     using Action = std::function<void()>;
 
     /// The form outlives this.
@@ -34,11 +34,11 @@ public:
     forms::Button& addButton(const Name& name, std::string_view caption);
     forms::CheckBox& addBox(const Name& name, std::string_view caption);
     forms::Frame& addFrame(const Name& name, std::string_view caption);
-    forms::ComboBox& addCombo(const chips::ComboField& field);
+    forms::ComboBox& addCombo(const oldchips::ComboField& field);
     /// Buttons `first` and following, of which at most one is set.
     void addOptions(std::string_view name, int first, std::span<const std::string_view> captions);
     /// Dark labels from element `first` on.
-    const LabelRow& addRow(std::string_view name, chips::BitCaptions captions, int first = 0);
+    const LabelRow& addRow(std::string_view name, oldchips::BitCaptions captions, int first = 0);
 
     /// Null when there is none.
     [[nodiscard]] forms::Control* find(const Name& name) const;

@@ -11,20 +11,20 @@ namespace {
 
 constexpr const char* sequenceCaption = ">SEQ";
 
-int fieldValue(const chips::OptionField& field, std::uint32_t value) {
+int fieldValue(const oldchips::OptionField& field, std::uint32_t value) {
     return static_cast<int>(value >> field.lowBit & ((1U << field.width) - 1));
 }
 
-bool holds(const chips::OptionField& field, int bit) {
+bool holds(const oldchips::OptionField& field, int bit) {
     return bit >= field.lowBit && bit < field.lowBit + field.width;
 }
 
-bool holds(const chips::ComboField& field, int bit) {
+bool holds(const oldchips::ComboField& field, int bit) {
     return std::find(field.bitOfIndexBit.begin(), field.bitOfIndexBit.end(), bit) !=
            field.bitOfIndexBit.end();
 }
 
-int fieldIndex(const chips::ComboField& field, std::uint32_t value) {
+int fieldIndex(const oldchips::ComboField& field, std::uint32_t value) {
     unsigned index = 0;
     for (std::size_t k = 0; k < field.bitOfIndexBit.size(); ++k)
         index |= (value >> field.bitOfIndexBit[k] & 1) << k;
@@ -34,21 +34,21 @@ int fieldIndex(const chips::ComboField& field, std::uint32_t value) {
 } // namespace
 
 RegisterPages::RegisterPages(PanelControls& controls, RegisterWords& words,
-                             std::span<const chips::Register> table)
+                             std::span<const oldchips::Register> table)
     : controls_(controls), words_(words) {
-    for (const chips::Register& row : table)
+    for (const oldchips::Register& row : table)
         add(row);
 }
 
-void RegisterPages::add(const chips::Register& added) {
+void RegisterPages::add(const oldchips::Register& added) {
     if (controls_.find({added.writeLabels, 0}) == nullptr)
         addWriteRow(added);
     const LabelRow& row = controls_.row(added.writeLabels);
-    for (const chips::CheckBit& check : added.checks)
+    for (const oldchips::CheckBit& check : added.checks)
         addCheck(check, row);
-    for (const chips::OptionField& field : added.options)
+    for (const oldchips::OptionField& field : added.options)
         addOptions(field, row);
-    for (const chips::ComboField& field : added.combos)
+    for (const oldchips::ComboField& field : added.combos)
         addCombo(field, row);
     addButton(added.writeButton, added.writeCaption, words_.writeText(added),
               [this, &added] { write(added); });
@@ -58,7 +58,7 @@ void RegisterPages::add(const chips::Register& added) {
     addView(added, added.high, RegisterView::High);
 }
 
-void RegisterPages::addWriteRow(const chips::Register& added) {
+void RegisterPages::addWriteRow(const oldchips::Register& added) {
     const LabelRow& row = controls_.addRow(added.writeLabels, added.writeCaptions);
     for (int bit = 0; bit < row.size(); ++bit)
         controls_.onClick({added.writeLabels, bit}, [this, &added, &row, bit] {
@@ -67,35 +67,35 @@ void RegisterPages::addWriteRow(const chips::Register& added) {
         });
 }
 
-void RegisterPages::follow(const chips::Register& changed, int bit) {
+void RegisterPages::follow(const oldchips::Register& changed, int bit) {
     const LabelRow& row = controls_.row(changed.writeLabels);
-    for (const chips::CheckBit& check : changed.checks)
+    for (const oldchips::CheckBit& check : changed.checks)
         if (check.bit == bit)
             controls_.get<forms::CheckBox>(check.box).setValue(row.lit(bit) ? 1 : 0);
-    for (const chips::OptionField& field : changed.options)
+    for (const oldchips::OptionField& field : changed.options)
         if (holds(field, bit))
             controls_
                 .get<forms::OptionButton>(
                     {field.options, field.firstOption + fieldValue(field, row.value())})
                 .setValue(true);
-    for (const chips::ComboField& field : changed.combos)
+    for (const oldchips::ComboField& field : changed.combos)
         if (holds(field, bit))
             controls_.get<forms::ComboBox>({field.combo})
                 .setListIndex(fieldIndex(field, row.value()));
 }
 
-void RegisterPages::addCheck(const chips::CheckBit& check, const LabelRow& row) {
+void RegisterPages::addCheck(const oldchips::CheckBit& check, const LabelRow& row) {
     forms::CheckBox& box = controls_.addBox(check.box, check.caption);
     box.setTooltip(choiceText(check));
     controls_.onClick(check.box, [&row, &box, bit = check.bit] { row.set(bit, box.checked()); });
 }
 
-void RegisterPages::addOptions(const chips::OptionField& field, const LabelRow& row) {
+void RegisterPages::addOptions(const oldchips::OptionField& field, const LabelRow& row) {
     controls_.addOptions(field.options, field.firstOption, field.captions);
     if (field.frame.exists())
         controls_.addFrame(field.frame, fieldTitle(field));
     for (int value = 0; value < static_cast<int>(field.captions.size()); ++value) {
-        const chips::ControlName option{field.options, field.firstOption + value};
+        const oldchips::ControlName option{field.options, field.firstOption + value};
         controls_.find(option)->setTooltip(choiceText(field, value));
         controls_.onClick(option, [this, &field, &row, value] {
             for (int k = 0; k < field.width; ++k)
@@ -115,7 +115,7 @@ void RegisterPages::addOptions(const chips::OptionField& field, const LabelRow& 
         });
 }
 
-void RegisterPages::addCombo(const chips::ComboField& field, const LabelRow& row) {
+void RegisterPages::addCombo(const oldchips::ComboField& field, const LabelRow& row) {
     const forms::ComboBox& combo = controls_.addCombo(field);
     controls_.onClick({field.combo}, [&field, &row, &combo] {
         if (combo.listIndex() < 0)
@@ -125,7 +125,7 @@ void RegisterPages::addCombo(const chips::ComboField& field, const LabelRow& row
     });
 }
 
-void RegisterPages::addView(const chips::Register& added, const chips::ReadView& shown,
+void RegisterPages::addView(const oldchips::Register& added, const oldchips::ReadView& shown,
                             RegisterView view) {
     if (!shown.exists())
         return;
@@ -138,7 +138,7 @@ void RegisterPages::addView(const chips::Register& added, const chips::ReadView&
               [this, &added, view] { words_.append(readLine(added, view), ""); });
 }
 
-void RegisterPages::addButton(const chips::ControlName& name, std::string_view caption,
+void RegisterPages::addButton(const oldchips::ControlName& name, std::string_view caption,
                               const std::string& tooltip, PanelControls::Action action) {
     if (!name.exists())
         return;

@@ -22,26 +22,27 @@ class RegisterPages {
 public:
     /// All outlive it, the table too. Registers may share a write row.
     RegisterPages(PanelControls& controls, RegisterWords& words,
-                  std::span<const chips::Register> table);
+                  std::span<const oldchips::Register> table);
 
     /// What a register's write row holds.
-    [[nodiscard]] std::uint32_t value(const chips::Register& of) const {
+    [[nodiscard]] std::uint32_t value(const oldchips::Register& of) const {
         return controls_.row(of.writeLabels).value();
     }
     /// Writes what the row holds.
-    void write(const chips::Register& target) { words_.write(target, value(target)); }
+    void write(const oldchips::Register& target) { words_.write(target, value(target)); }
 
 private:
-    void add(const chips::Register& added);
-    void addWriteRow(const chips::Register& added);
-    void addOptions(const chips::OptionField& field, const LabelRow& row);
-    void addCheck(const chips::CheckBit& check, const LabelRow& row);
-    void addCombo(const chips::ComboField& field, const LabelRow& row);
-    void addView(const chips::Register& added, const chips::ReadView& shown, RegisterView view);
-    void addButton(const chips::ControlName& name, std::string_view caption,
+    void add(const oldchips::Register& added);
+    void addWriteRow(const oldchips::Register& added);
+    void addOptions(const oldchips::OptionField& field, const LabelRow& row);
+    void addCheck(const oldchips::CheckBit& check, const LabelRow& row);
+    void addCombo(const oldchips::ComboField& field, const LabelRow& row);
+    void addView(const oldchips::Register& added, const oldchips::ReadView& shown,
+                 RegisterView view);
+    void addButton(const oldchips::ControlName& name, std::string_view caption,
                    const std::string& tooltip, PanelControls::Action action);
     /// Brings the choices that hold a bit into line with the row.
-    void follow(const chips::Register& changed, int bit);
+    void follow(const oldchips::Register& changed, int bit);
 
     PanelControls& controls_;
     RegisterWords& words_;

@@ -11,7 +11,7 @@ namespace bitlux {
 
 std::vector<std::string> TableCommands::play(int line, const std::string& name,
                                              const std::string& value) {
-    for (const chips::Register& known : table_) {
+    for (const oldchips::Register& known : table_) {
         if (known.stem.empty())
             continue;
         if (known.lines.write && name == writeLine(known)) {

@@ -15,14 +15,14 @@ namespace bitlux {
 class TableCommands : public SequenceCommands {
 public:
     /// Both outlive it.
-    TableCommands(std::span<const chips::Register> table, RegisterWords& words)
+    TableCommands(std::span<const oldchips::Register> table, RegisterWords& words)
         : table_(table), words_(words) {}
 
     std::vector<std::string> play(int line, const std::string& name,
                                   const std::string& value) override;
 
 private:
-    std::span<const chips::Register> table_;
+    std::span<const oldchips::Register> table_;
     RegisterWords& words_;
 };
 

@@ -14,7 +14,7 @@ constexpr SequenceLayout layout{.valueHeader = "Value in Hexa", .answers = answe
 
 } // namespace
 
-TablePanel::TablePanel(forms::FormSet& set, const chips::Chip& chip, const Parts& parts)
+TablePanel::TablePanel(forms::FormSet& set, const oldchips::Chip& chip, const Parts& parts)
     : Form(set, std::string(chip.form), std::string(chip.title)),
       shape_(parts.session),
       Val_loop("Val_loop", 0, 1,

@@ -32,7 +32,7 @@ public:
     };
 
     /// The chip outlives it.
-    TablePanel(forms::FormSet& set, const chips::Chip& chip, const Parts& parts);
+    TablePanel(forms::FormSet& set, const oldchips::Chip& chip, const Parts& parts);
 
 private:
     SequenceVariables variables_;

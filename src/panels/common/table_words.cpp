@@ -19,11 +19,11 @@ void TableWords::send(std::uint32_t word) {
     engine_.SendSPI();
 }
 
-void TableWords::write(const chips::Register& target, std::uint32_t data) {
+void TableWords::write(const oldchips::Register& target, std::uint32_t data) {
     send(format_.writing(target.address, data));
 }
 
-std::uint32_t TableWords::read(const chips::Register& source, RegisterView view) {
+std::uint32_t TableWords::read(const oldchips::Register& source, RegisterView view) {
     send(format_.reading(source.address, view == RegisterView::High));
     const std::size_t width = std::min(source.writeCaptions.size(), session_.WordReceived.size());
     std::uint32_t value = 0;
@@ -36,14 +36,14 @@ std::string TableWords::text(std::uint32_t word) const {
     return fmt::format("0x{:0{}X}", word, (format_.bits + bitsOfDigit - 1) / bitsOfDigit);
 }
 
-std::string TableWords::writeText(const chips::Register& target) const {
+std::string TableWords::writeText(const oldchips::Register& target) const {
     std::string text = this->text(format_.writing(target.address, 0));
     const std::size_t digits = (target.writeCaptions.size() + bitsOfDigit - 1) / bitsOfDigit;
     text.replace(text.size() - digits, digits, digits, 'x');
     return text;
 }
 
-std::string TableWords::readText(const chips::Register& source, RegisterView view) const {
+std::string TableWords::readText(const oldchips::Register& source, RegisterView view) const {
     return text(format_.reading(source.address, view == RegisterView::High));
 }
 

@@ -16,23 +16,24 @@ public:
     using Append = std::function<void(const std::string& name, const std::string& value)>;
 
     /// All outlive it; `append` adds a line to the sequence.
-    TableWords(const chips::WordFormat& format, Session& session, WordEngine& engine, Append append)
+    TableWords(const oldchips::WordFormat& format, Session& session, WordEngine& engine,
+               Append append)
         : format_(format), session_(session), engine_(engine), append_(std::move(append)) {}
 
-    void write(const chips::Register& target, std::uint32_t data) override;
-    std::uint32_t read(const chips::Register& source, RegisterView view) override;
+    void write(const oldchips::Register& target, std::uint32_t data) override;
+    std::uint32_t read(const oldchips::Register& source, RegisterView view) override;
     void append(const std::string& name, const std::string& value) override {
         append_(name, value);
     }
-    [[nodiscard]] std::string writeText(const chips::Register& target) const override;
-    [[nodiscard]] std::string readText(const chips::Register& source,
+    [[nodiscard]] std::string writeText(const oldchips::Register& target) const override;
+    [[nodiscard]] std::string readText(const oldchips::Register& source,
                                        RegisterView view) const override;
 
 private:
     void send(std::uint32_t word);
     [[nodiscard]] std::string text(std::uint32_t word) const;
 
-    const chips::WordFormat& format_;
+    const oldchips::WordFormat& format_;
     Session& session_;
     WordEngine& engine_;
     Append append_;

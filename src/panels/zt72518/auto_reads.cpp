@@ -21,7 +21,7 @@ constexpr int interval = 500; // milliseconds
 /// What a box reads: a button of the register pages.
 struct AutoRead {
     int box;
-    chips::ControlName button;
+    oldchips::ControlName button;
 };
 
 /// In the order in which they are read.
@@ -57,8 +57,8 @@ bool isOneOf(const std::array<int, N>& boxes, int box) {
 }
 
 /// Title of the register or the flags that a button reads.
-std::string titleOf(const chips::ControlName& button) {
-    for (const chips::Register& any : chips::zt72518::registers) {
+std::string titleOf(const oldchips::ControlName& button) {
+    for (const oldchips::Register& any : oldchips::zt72518::registers) {
         if (any.low.readButton == button)
             return std::string(any.title);
         if (any.high.exists() && any.high.readButton == button)
@@ -66,9 +66,9 @@ std::string titleOf(const chips::ControlName& button) {
     }
     const auto row = static_cast<std::size_t>(button.index);
     if (button.name == "Cm_RFl")
-        return std::string(chips::zt72518::lowFlagRows.at(row).title);
+        return std::string(oldchips::zt72518::lowFlagRows.at(row).title);
     if (button.name == "Cm_RFh")
-        return std::string(chips::zt72518::highFlagRows.at(row).title);
+        return std::string(oldchips::zt72518::highFlagRows.at(row).title);
     return "General Flags";
 }
 

@@ -62,7 +62,7 @@ void ChipLink::ReadLowWord(std::uint8_t high) {
 }
 
 void ChipLink::ReadHighWord(std::uint8_t high) {
-    send(high, chips::zt72518::highViewByte);
+    send(high, oldchips::zt72518::highViewByte);
     Update_Miso_Read();
 }
 

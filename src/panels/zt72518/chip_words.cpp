@@ -9,7 +9,7 @@
 
 namespace bitlux::zt72518 {
 
-namespace chip = chips::zt72518;
+namespace chip = oldchips::zt72518;
 
 namespace {
 
@@ -27,7 +27,7 @@ void ChipWords::ParityOfWordLow(std::uint8_t data) {
     variables_.ParityBit = std::popcount(data) % 2 == 0 ? 1 : 0;
 }
 
-void ChipWords::write(const chips::Register& target, std::uint32_t data) {
+void ChipWords::write(const oldchips::Register& target, std::uint32_t data) {
     const auto byte = static_cast<std::uint8_t>(data);
     variables_.WordLowByte = byte;
     if (variables_.SPIParityEnabled)
@@ -51,7 +51,7 @@ std::uint8_t ChipWords::readView(std::uint8_t high, bool highView) {
     return link_.replyLow();
 }
 
-std::uint32_t ChipWords::read(const chips::Register& source, RegisterView view) {
+std::uint32_t ChipWords::read(const oldchips::Register& source, RegisterView view) {
     const std::uint8_t reply = readView(chip::readHigh(source.address), view == RegisterView::High);
     store(readLine(source, view), "");
     return reply;
@@ -73,11 +73,11 @@ void ChipWords::store(const std::string& name, const std::string& value) const {
         sinks_.store(name, value);
 }
 
-std::string ChipWords::writeText(const chips::Register& target) const {
+std::string ChipWords::writeText(const oldchips::Register& target) const {
     return fmt::format("0x{:02X}xx", chip::writeHigh(target.address));
 }
 
-std::string ChipWords::readText(const chips::Register& source, RegisterView view) const {
+std::string ChipWords::readText(const oldchips::Register& source, RegisterView view) const {
     return wordText(chip::readHigh(source.address), view == RegisterView::High);
 }
 

@@ -18,9 +18,9 @@ public:
     ChipWords(ChipLink& link, PanelVariables& variables, const CommandSinks& sinks)
         : link_(link), variables_(variables), sinks_(sinks) {}
 
-    void write(const chips::Register& target, std::uint32_t data) override;
-    std::uint32_t read(const chips::Register& source, RegisterView view) override;
-    std::uint8_t readFlags(const chips::zt72518::FlagRow& row);
+    void write(const oldchips::Register& target, std::uint32_t data) override;
+    std::uint32_t read(const oldchips::Register& source, RegisterView view) override;
+    std::uint8_t readFlags(const oldchips::zt72518::FlagRow& row);
     /// Reads the general flags into all sixteen labels of the status row.
     void readGeneralFlags();
     void append(const std::string& name, const std::string& value) override {
@@ -30,10 +30,10 @@ public:
     /// Sets ParityBit, which brings the ones of data and parity to an odd number.
     void ParityOfWordLow(std::uint8_t data);
 
-    [[nodiscard]] std::string writeText(const chips::Register& target) const override;
-    [[nodiscard]] std::string readText(const chips::Register& source,
+    [[nodiscard]] std::string writeText(const oldchips::Register& target) const override;
+    [[nodiscard]] std::string readText(const oldchips::Register& source,
                                        RegisterView view) const override;
-    [[nodiscard]] static std::string flagText(const chips::zt72518::FlagRow& row);
+    [[nodiscard]] static std::string flagText(const oldchips::zt72518::FlagRow& row);
     [[nodiscard]] static std::string generalFlagsText();
 
 private:
@@ -47,6 +47,6 @@ private:
 };
 
 /// What goes with a line that reads these flags.
-std::string flagLineValue(const chips::zt72518::FlagRow& row);
+std::string flagLineValue(const oldchips::zt72518::FlagRow& row);
 
 } // namespace bitlux::zt72518

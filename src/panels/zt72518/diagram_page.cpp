@@ -10,7 +10,7 @@
 
 namespace bitlux::zt72518 {
 
-namespace chip = chips::zt72518;
+namespace chip = oldchips::zt72518;
 
 namespace {
 
@@ -18,8 +18,8 @@ constexpr int readInterval = 250; // milliseconds
 constexpr const char* buttons = "Send_pre_prog";
 constexpr const char* boxes = "pre_prog_box";
 constexpr const char* lines = "lin_pre";
-constexpr chips::ControlName modeText{"read_pre_prog", 0};
-constexpr chips::ControlName requestMode{"read_pre_prog", 1};
+constexpr oldchips::ControlName modeText{"read_pre_prog", 0};
+constexpr oldchips::ControlName requestMode{"read_pre_prog", 1};
 
 /// The words that a button may send.
 std::string tooltipOf(const chip::ModeButton& button) {

@@ -30,7 +30,7 @@ private:
     [[nodiscard]] forms::CheckBox& box(int index) const;
     // Each sends its words in turn; false when the link failed.
     bool enterMode(std::uint8_t select);
-    bool sendStep(const chips::zt72518::ModeWord& step);
+    bool sendStep(const oldchips::zt72518::ModeWord& step);
     void showMode(int lowByte);
     void showNoMode();
 

@@ -9,7 +9,7 @@
 
 namespace bitlux::zt72518 {
 
-namespace chip = chips::zt72518;
+namespace chip = oldchips::zt72518;
 
 namespace {
 
@@ -28,21 +28,21 @@ FlagPages::FlagPages(PanelControls& controls, ChipWords& words, const ChipLink& 
     }
     for (int i = 0; const chip::FlagRow& row : chip::highFlagRows) {
         addRow(row, {"Cm_RFh", i});
-        addAppend(row, i == safeResetRow ? chips::ControlName{"Seq_RFl", safeResetAppend}
-                                         : chips::ControlName{"Seq_RFh", i});
+        addAppend(row, i == safeResetRow ? oldchips::ControlName{"Seq_RFl", safeResetAppend}
+                                         : oldchips::ControlName{"Seq_RFh", i});
         ++i;
     }
     addGroups();
 }
 
-void FlagPages::addRow(const chip::FlagRow& row, const chips::ControlName& read) {
+void FlagPages::addRow(const chip::FlagRow& row, const oldchips::ControlName& read) {
     const LabelRow& labels = controls_.addRow(row.labels, row.captions, row.firstLabel);
     controls_.addButton(read, row.title).setTooltip(ChipWords::flagText(row));
     controls_.onClick(
         read, [this, &row, &labels] { labels.show(words_.readFlags(row), stripedLitColour); });
 }
 
-void FlagPages::addAppend(const chip::FlagRow& row, const chips::ControlName& name) {
+void FlagPages::addAppend(const chip::FlagRow& row, const oldchips::ControlName& name) {
     controls_.addButton(name, appendCaption).setTooltip(std::string(row.sequenceName));
     controls_.onClick(
         name, [this, &row] { words_.append(std::string(row.sequenceName), flagLineValue(row)); });
@@ -61,19 +61,19 @@ void FlagPages::addGroups() {
     addAppendGroup({"Seq_All_RFl"}, chip::sequenceAllFlags);
 }
 
-void FlagPages::addReadGroup(const chips::ControlName& name, Steps steps,
+void FlagPages::addReadGroup(const oldchips::ControlName& name, Steps steps,
                              PanelControls::Action action) {
-    std::vector<chips::ControlName> buttons;
+    std::vector<oldchips::ControlName> buttons;
     for (const chip::ReadAllStep& step : steps)
         buttons.push_back(step.button);
     addGroup(name, "Read all", controls_.tooltips(buttons), std::move(action));
 }
 
-void FlagPages::addAppendGroup(const chips::ControlName& name, Names lines) {
+void FlagPages::addAppendGroup(const oldchips::ControlName& name, Names lines) {
     addGroup(name, ">All", controls_.tooltips(lines), [this, lines] { appendAll(lines); });
 }
 
-void FlagPages::addGroup(const chips::ControlName& name, std::string_view caption,
+void FlagPages::addGroup(const oldchips::ControlName& name, std::string_view caption,
                          const std::string& tooltip, PanelControls::Action action) {
     controls_.addButton(name, caption).setTooltip(tooltip);
     controls_.onClick(name, std::move(action));
@@ -93,7 +93,7 @@ void FlagPages::readAllWhileLinked(Steps steps) const {
 }
 
 void FlagPages::appendAll(Names names) const {
-    for (const chips::ControlName& name : names)
+    for (const oldchips::ControlName& name : names)
         controls_.run(name);
 }
 

@@ -17,15 +17,15 @@ public:
               std::function<int()> variant);
 
 private:
-    using Steps = std::span<const chips::zt72518::ReadAllStep>;
-    using Names = std::span<const chips::ControlName>;
+    using Steps = std::span<const oldchips::zt72518::ReadAllStep>;
+    using Names = std::span<const oldchips::ControlName>;
 
-    void addRow(const chips::zt72518::FlagRow& row, const chips::ControlName& read);
-    void addAppend(const chips::zt72518::FlagRow& row, const chips::ControlName& name);
+    void addRow(const oldchips::zt72518::FlagRow& row, const oldchips::ControlName& read);
+    void addAppend(const oldchips::zt72518::FlagRow& row, const oldchips::ControlName& name);
     void addGroups();
-    void addReadGroup(const chips::ControlName& name, Steps steps, PanelControls::Action action);
-    void addAppendGroup(const chips::ControlName& name, Names lines);
-    void addGroup(const chips::ControlName& name, std::string_view caption,
+    void addReadGroup(const oldchips::ControlName& name, Steps steps, PanelControls::Action action);
+    void addAppendGroup(const oldchips::ControlName& name, Names lines);
+    void addGroup(const oldchips::ControlName& name, std::string_view caption,
                   const std::string& tooltip, PanelControls::Action action);
     void readAll(Steps steps) const;
     /// Gives up when the link has failed at the first word.

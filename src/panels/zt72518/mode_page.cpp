@@ -8,19 +8,19 @@
 
 namespace bitlux::zt72518 {
 
-namespace chip = chips::zt72518;
+namespace chip = oldchips::zt72518;
 
 namespace {
 
-constexpr chips::ControlName wakeUp{"Cm_Mode_RM_W", 1};
-constexpr chips::ControlName appendWakeUp{"Cm_Mode_RM_W", 2};
+constexpr oldchips::ControlName wakeUp{"Cm_Mode_RM_W", 1};
+constexpr oldchips::ControlName appendWakeUp{"Cm_Mode_RM_W", 2};
 constexpr const char* lowPower = "s_mode";
 constexpr const char* sources = "opt_s_mode";
 constexpr const char* names = "Mode_Rm_Rh";
 constexpr int boxes = static_cast<int>(chip::lowPowerBoxes.size());
 constexpr int modes = static_cast<int>(chip::lowPowerModes.size());
 
-const chips::Register& mode() {
+const oldchips::Register& mode() {
     return chip::registers[chip::modeRandom];
 }
 

@@ -8,14 +8,14 @@
 
 namespace bitlux::zt72518 {
 
-namespace chip = chips::zt72518;
+namespace chip = oldchips::zt72518;
 
 namespace {
 
 constexpr std::int16_t wordBits = 16;
 constexpr std::int16_t spiType = 2;
 constexpr int outerPages = 0;
-constexpr chips::ControlName parityBox{"Ch_Init_Misc", 6};
+constexpr oldchips::ControlName parityBox{"Ch_Init_Misc", 6};
 
 std::vector<forms::TabStrip::Tab> tabs(int strip) {
     if (strip == outerPages)
@@ -75,7 +75,7 @@ PanelForm::PanelForm(forms::FormSet& set, const Parts& parts)
 }
 
 void PanelForm::addRefreshMirror() {
-    const chips::OptionField& shown = chip::registers[chip::initWdog].options.front();
+    const oldchips::OptionField& shown = chip::registers[chip::initWdog].options.front();
     pageControls.addFrame({"wd_frame"}, "WD Refresh Mode (See Only. for Change =>see Init Wd)")
         .disable();
     pageControls.addOptions(shown.mirror.name, shown.mirror.index, shown.captions);

@@ -33,7 +33,7 @@ namespace bitlux::zt72518 {
 /// The control panel of the ZT7251x family: one form to the user, made of parts that bring their
 /// controls and procedures.
 ///
-/// A window finds the pages of registers in chips::zt72518::pages, each with its registers, and
+/// A window finds the pages of registers in oldchips::zt72518::pages, each with its registers, and
 /// every control that a row there names by PanelControls::get.
 class PanelForm : public forms::Form {
 public:

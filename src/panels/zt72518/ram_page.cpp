@@ -13,8 +13,8 @@ namespace {
 
 constexpr std::size_t digits = 2;
 constexpr const char* bits = "RAM";
-constexpr chips::ControlName confirm{"Cm_OK_val_hexa"};
-constexpr chips::ControlName readAll{"Cm_RAM_Rl_All"};
+constexpr oldchips::ControlName confirm{"Cm_OK_val_hexa"};
+constexpr oldchips::ControlName readAll{"Cm_RAM_Rl_All"};
 
 /// The digits of a text, at most as many as find room, in capitals.
 std::string digitsOf(const std::string& text) {
@@ -31,15 +31,15 @@ RamPage::RamPage(forms::Form& form, PanelControls& controls, KeyFilters& filters
                  MessageBoxes& boxes)
     : controls_(controls), filters_(filters), boxes_(boxes), Val_Hex_RAM(form, "Val_Hex_RAM") {
     controls.addButton(confirm, "OK");
-    std::vector<chips::ControlName> reads;
-    for (int i = 0; i < chips::zt72518::ramCount; ++i)
+    std::vector<oldchips::ControlName> reads;
+    for (int i = 0; i < oldchips::zt72518::ramCount; ++i)
         reads.push_back({"Cm_Read_RAM", i});
     controls.addButton(readAll, "Read all").setTooltip(controls.tooltips(reads));
     for (int bit = 0; bit < controls.row(bits).size(); ++bit)
         controls.onClick({bits, bit}, [this] { showHex(); });
     controls.onClick(confirm, [this] { confirmText(); });
     controls.onClick(readAll, [this] {
-        for (int i = 0; i < chips::zt72518::ramCount; ++i)
+        for (int i = 0; i < oldchips::zt72518::ramCount; ++i)
             controls_.run({"Cm_Read_RAM", i});
     });
     form.procedure("Val_Hex_RAM_KeyPress", [this](int key) { return filterKey(key); });

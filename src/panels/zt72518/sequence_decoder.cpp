@@ -13,7 +13,7 @@
 
 namespace bitlux::zt72518 {
 
-namespace chip = chips::zt72518;
+namespace chip = oldchips::zt72518;
 
 namespace {
 
@@ -31,7 +31,7 @@ constexpr std::array<std::pair<std::string_view, int>, 5> watchdogCommands{
      {"Stop Watchdog Current", 6},
      {"One Simple Watchdog", 12}}};
 
-void addRegister(Meanings& meanings, const chips::Register& known) {
+void addRegister(Meanings& meanings, const oldchips::Register& known) {
     const std::uint8_t high = chip::readHigh(known.address);
     if (known.lines.write)
         meanings[lineName(known, " Write")] = {chip::writeHigh(known.address), true};
@@ -44,7 +44,7 @@ void addRegister(Meanings& meanings, const chips::Register& known) {
 
 Meanings allMeanings() {
     Meanings meanings;
-    for (const chips::Register& known : chip::registers)
+    for (const oldchips::Register& known : chip::registers)
         if (!known.stem.empty())
             addRegister(meanings, known);
     for (const chip::FlagRow& row : chip::lowFlagRows)

@@ -11,16 +11,16 @@ namespace bitlux::zt72518 {
 
 namespace {
 
-using chips::zt72518::specialRandomBits;
+using oldchips::zt72518::specialRandomBits;
 constexpr int modes = 4;
-constexpr chips::ControlName readRandom{"Cm_Spe_Mode_Rl"};
-constexpr chips::ControlName readRandomToo{"Cm_Spe_Mode_Rl_b"};
-constexpr chips::ControlName appendMode{"Seq_Spe_Mode_W"};
-constexpr chips::ControlName readAndWrite{"Cm_Spe_Mode_W", 1};
-constexpr chips::ControlName safePin{"Cm_Spe_Mode_W", 2};
+constexpr oldchips::ControlName readRandom{"Cm_Spe_Mode_Rl"};
+constexpr oldchips::ControlName readRandomToo{"Cm_Spe_Mode_Rl_b"};
+constexpr oldchips::ControlName appendMode{"Seq_Spe_Mode_W"};
+constexpr oldchips::ControlName readAndWrite{"Cm_Spe_Mode_W", 1};
+constexpr oldchips::ControlName safePin{"Cm_Spe_Mode_W", 2};
 
-const chips::Register& specialMode() {
-    return chips::zt72518::registers[chips::zt72518::specialMode];
+const oldchips::Register& specialMode() {
+    return oldchips::zt72518::registers[oldchips::zt72518::specialMode];
 }
 
 } // namespace

@@ -14,8 +14,8 @@ namespace bitlux::zt72518 {
 /// Label_Liste(0) to (2) and (3), (7), (8). The array also has the captions of the sequence's loop.
 class StatusLabels {
 public:
-    static constexpr chips::ControlName loopStart{"Label_Liste", 5};
-    static constexpr chips::ControlName loopStop{"Label_Liste", 6};
+    static constexpr oldchips::ControlName loopStart{"Label_Liste", 5};
+    static constexpr oldchips::ControlName loopStop{"Label_Liste", 6};
 
     /// All outlive it.
     StatusLabels(PanelControls& controls, const Session& session, WordEngine& engine);

@@ -16,11 +16,11 @@ namespace bitlux::zt72518 {
 
 namespace {
 
-using chips::zt72518::TestCommand;
-using chips::zt72518::testFlags;
-using chips::zt72518::TestSignal;
-using chips::zt72518::TestThreshold;
-using chips::zt72518::testThresholds;
+using oldchips::zt72518::TestCommand;
+using oldchips::zt72518::testFlags;
+using oldchips::zt72518::TestSignal;
+using oldchips::zt72518::TestThreshold;
+using oldchips::zt72518::testThresholds;
 
 constexpr std::array<std::string_view, 4> tests{"Scan Test", "Peripheral Scan Test", "IDDQ Test",
                                                 "Send this patern !"};
@@ -94,10 +94,10 @@ std::vector<std::string> threeBits() {
 /// The words of a command, the second with its low byte or "xx", or none.
 std::string wordText(TestCommand command, const std::string& second) {
     const std::string first =
-        fmt::format("0x{:02X}{:02X}", chips::zt72518::testWordHigh, static_cast<int>(command));
-    return second.empty()
-               ? first
-               : fmt::format("{}, 0x{:02X}{}", first, chips::zt72518::secondTestWordHigh, second);
+        fmt::format("0x{:02X}{:02X}", oldchips::zt72518::testWordHigh, static_cast<int>(command));
+    return second.empty() ? first
+                          : fmt::format("{}, 0x{:02X}{}", first,
+                                        oldchips::zt72518::secondTestWordHigh, second);
 }
 
 } // namespace
@@ -115,12 +115,12 @@ TestModeForm::TestModeForm(forms::FormSet& set, const Parts& parts)
       thres_send(*this, "thres_send", "Send Threshold or flags"),
       term_cond(options(*this, termConditions, "term_cond", zt72518::termConditions)),
       term_send(*this, "term_send", "Thermal sensors"),
-      trim_version(options(*this, trimVersions, "trim_version", chips::zt72518::trimVersions)),
+      trim_version(options(*this, trimVersions, "trim_version", oldchips::zt72518::trimVersions)),
       trim_volt(options(*this, trimVolts, "trim_volt", volts)),
-      trim_osci(options(*this, trimOscillators, "trim_osci", chips::zt72518::trimOscillators)),
-      trim_bias(options(*this, trimBiases, "trim_bias", chips::zt72518::trimBiases)),
+      trim_osci(options(*this, trimOscillators, "trim_osci", oldchips::zt72518::trimOscillators)),
+      trim_bias(options(*this, trimBiases, "trim_bias", oldchips::zt72518::trimBiases)),
       trim_lin(options(*this, trimLins, "trim_lin", lins)),
-      trim_fuse(options(*this, trimFuses, "trim_fuse", chips::zt72518::trimFuses)),
+      trim_fuse(options(*this, trimFuses, "trim_fuse", oldchips::zt72518::trimFuses)),
       trimming_txd(*this, "trimming_txd", 0, longestTxd),
       trimmingLabels(*this, "trimming", 2),
       trim_send(*this, "trim_send", "Trimming"),
@@ -143,7 +143,7 @@ TestModeForm::TestModeForm(forms::FormSet& set, const Parts& parts)
     procedure("term_send_Click", [this] { term_send_Click(); });
     procedure("trim_send_Click", [this] { trim_send_Click(); });
     procedure("trim_fuse_Click",
-              [this](int index) { showTxd(index == chips::zt72518::burnFuses); });
+              [this](int index) { showTxd(index == oldchips::zt72518::burnFuses); });
     procedure("trimming_txd_Change", [this] { showTxdTime(); });
     procedure("trimming_txd_Scroll", [this] { showTxdTime(); });
     procedure("tests_send_Click", [this](int index) { tests_send_Click(index); });
@@ -159,17 +159,17 @@ void TestModeForm::tellWords() {
     thres_send.setTooltip(wordText(TestCommand::Threshold, "xx"));
     constexpr int thermal = static_cast<int>(TestCommand::Thermal);
     term_send.setTooltip(fmt::format("0x{0:02X}{1:02X} or 0x{0:02X}{2:02X}",
-                                     chips::zt72518::testWordHigh, thermal, thermal + 1));
-    trim_send.setTooltip(fmt::format("0x{:02X}xx, 0x{:02X}xx", chips::zt72518::testWordHigh,
-                                     chips::zt72518::secondTestWordHigh));
+                                     oldchips::zt72518::testWordHigh, thermal, thermal + 1));
+    trim_send.setTooltip(fmt::format("0x{:02X}xx, 0x{:02X}xx", oldchips::zt72518::testWordHigh,
+                                     oldchips::zt72518::secondTestWordHigh));
     for (std::size_t test = 0; test < testCommands.size(); ++test)
         tests_send(static_cast<int>(test)).setTooltip(wordText(testCommands[test], ""));
     tests_send(patternTest).setTooltip(wordText(TestCommand::Pattern, "xx"));
 }
 
 void TestModeForm::choose(TestCommand command, std::uint8_t second) {
-    TestWords = {chips::zt72518::testWordHigh, static_cast<std::uint8_t>(command),
-                 chips::zt72518::secondTestWordHigh, second};
+    TestWords = {oldchips::zt72518::testWordHigh, static_cast<std::uint8_t>(command),
+                 oldchips::zt72518::secondTestWordHigh, second};
 }
 
 void TestModeForm::Send_SPI() {
@@ -210,7 +210,7 @@ void TestModeForm::term_send_Click() {
     sendFirstWord();
 }
 
-chips::zt72518::Trimming TestModeForm::trimming() const {
+oldchips::zt72518::Trimming TestModeForm::trimming() const {
     return {.version = selected(trim_version),
             .is3V3 = trim_volt(0).value(),
             .oscillator = selected(trim_osci),
@@ -220,9 +220,9 @@ chips::zt72518::Trimming TestModeForm::trimming() const {
 }
 
 void TestModeForm::trim_send_Click() {
-    TestWords = {chips::zt72518::testWordHigh, firstTrimByte(trimming()),
-                 chips::zt72518::secondTestWordHigh, secondTrimByte(trimming())};
-    if (selected(trim_fuse) != chips::zt72518::burnFuses)
+    TestWords = {oldchips::zt72518::testWordHigh, firstTrimByte(trimming()),
+                 oldchips::zt72518::secondTestWordHigh, secondTrimByte(trimming())};
+    if (selected(trim_fuse) != oldchips::zt72518::burnFuses)
         return Send_SPI();
     pack(parts_.session, TestWords[1], TestWords[3]);
     send_trimming();

@@ -44,9 +44,9 @@ public:
 private:
     /// Tooltips of the buttons: the words that they send.
     void tellWords();
-    void choose(chips::zt72518::TestCommand command, std::uint8_t second = 0);
+    void choose(oldchips::zt72518::TestCommand command, std::uint8_t second = 0);
     void sendFirstWord();
-    [[nodiscard]] chips::zt72518::Trimming trimming() const;
+    [[nodiscard]] oldchips::zt72518::Trimming trimming() const;
     void showTxd(bool burns);
     void showTxdTime();
     void buildPattern();
@@ -58,8 +58,8 @@ private:
 
 public:
     /// High and low byte of the first and of the second word.
-    std::array<std::uint8_t, 4> TestWords{chips::zt72518::testWordHigh, 0,
-                                          chips::zt72518::secondTestWordHigh, 0};
+    std::array<std::uint8_t, 4> TestWords{oldchips::zt72518::testWordHigh, 0,
+                                          oldchips::zt72518::secondTestWordHigh, 0};
 
     forms::Button enter_test_mode;
     forms::ControlArray<forms::Button> can_lin;

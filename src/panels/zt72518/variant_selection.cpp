@@ -6,14 +6,14 @@
 
 namespace bitlux::zt72518 {
 
-namespace chip = chips::zt72518;
+namespace chip = oldchips::zt72518;
 
 namespace {
 
 constexpr const char* options = "opt_vb";
 constexpr int originalDongle = 0;
 constexpr int dongleFor72518 = 1;
-constexpr chips::ControlName picture{"vb_otp", 0};
+constexpr oldchips::ControlName picture{"vb_otp", 0};
 
 } // namespace
 

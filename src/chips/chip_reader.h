@@ -1,0 +1,28 @@
+#pragma once
+
+#include "chips/description.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace bitlux::chips {
+
+inline constexpr std::size_t longestFile = 1024 * 1024; ///< bytes of a chip's file
+inline constexpr std::size_t mostRegisters = 4096;
+
+/// A chip, or why there is none.
+struct ChipFile {
+    ChipPtr chip; ///< null when there are problems
+    Problems problems;
+};
+
+/// Reads the text of a chip's file and validates what it says. Names that the text leaves out are
+/// derived from titles. `file` is for messages; its name without folder and ending names a chip
+/// that has no name of its own.
+ChipFile readChip(std::string_view text, const std::string& file);
+
+/// The same for a file. One that cannot be read, or that is too long, is a problem as well.
+ChipFile readChipFile(const std::string& fileName);
+
+} // namespace bitlux::chips

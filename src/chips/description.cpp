@@ -1,0 +1,79 @@
+#include "chips/description.h"
+
+#include <algorithm>
+#include <bit>
+
+#include <fmt/format.h>
+
+namespace bitlux::chips {
+
+std::string text(const ControlName& name) {
+    return name.index < 0 ? name.name : fmt::format("{}({})", name.name, name.index);
+}
+
+std::string describe(const Problem& problem, const std::string& file) {
+    const std::string place =
+        problem.at.line > 0 ? fmt::format("{}:{}:{}", file, problem.at.line, problem.at.column)
+                            : file;
+    return fmt::format("{}: {}. {}", place, problem.text, problem.advice);
+}
+
+std::uint64_t WordCheck::sealed(std::uint64_t word) const {
+    if (!exists())
+        return word;
+    const std::uint64_t data = over.taken(word);
+    if (kind != Kind::Crc) {
+        const bool odd = std::popcount(data) % 2 != 0;
+        return place.replaced(word, odd == (kind == Kind::EvenParity) ? 1 : 0);
+    }
+    const std::uint64_t top = std::uint64_t{1} << (place.size() - 1);
+    std::uint64_t crc = start;
+    for (int bit = over.size() - 1; bit >= 0; --bit) {
+        const bool feeds = ((crc & top) != 0) != ((data >> bit & 1) != 0);
+        crc = (crc << 1 & place.largest()) ^ (feeds ? polynomial : 0);
+    }
+    return place.replaced(word, crc ^ invert);
+}
+
+std::uint64_t WordFormat::constant(Operation operation) const {
+    if (operation == Operation::Write)
+        return write;
+    return operation == Operation::Flags ? flags.value_or(read) : read;
+}
+
+std::uint64_t WordFormat::word(Operation operation, std::uint64_t where,
+                               std::uint64_t value) const {
+    return check.sealed(constant(operation) | address.placed(where) | data.placed(value));
+}
+
+std::optional<Operation> WordFormat::operationOf(std::uint64_t word) const {
+    const std::uint64_t told =
+        mask() & ~(address.mask() | data.mask() | (check.exists() ? check.place.mask() : 0));
+    for (const Operation operation : {Operation::Write, Operation::Read, Operation::Flags})
+        if ((operation != Operation::Flags || flags) && (word & told) == constant(operation))
+            return operation;
+    return std::nullopt;
+}
+
+std::vector<std::string> Chip::pages() const {
+    std::vector<std::pair<int, std::string>> named; // by their lines
+    for (const Register& any : registers)
+        named.emplace_back(any.at.line, any.page);
+    for (const Command& any : commands)
+        named.emplace_back(any.at.line, any.page);
+    std::stable_sort(named.begin(), named.end(),
+                     [](const auto& one, const auto& other) { return one.first < other.first; });
+    std::vector<std::string> titles;
+    for (const auto& [line, page] : named)
+        if (std::find(titles.begin(), titles.end(), page) == titles.end())
+            titles.push_back(page);
+    return titles;
+}
+
+const Register* Chip::find(std::string_view wanted) const {
+    const auto found = std::find_if(registers.begin(), registers.end(),
+                                    [wanted](const auto& any) { return any.title == wanted; });
+    return found == registers.end() ? nullptr : &*found;
+}
+
+} // namespace bitlux::chips

@@ -1,0 +1,315 @@
+#pragma once
+
+#include "chips/bit_list.h"
+#include "chips/problem.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What a chip's file says of a chip. Panel, sequence, model on the virtual bench and the names on
+/// the command line are made from it. It is plain data and knows no one; docs/chip-files.md tells
+/// what each part of a file means.
+namespace bitlux::chips {
+
+/// Name of a control, or of an element of a control array; none when the name is empty.
+struct ControlName {
+    std::string name;
+    int index = -1; ///< -1 for a control that is no element
+
+    [[nodiscard]] bool exists() const { return !name.empty(); }
+    bool operator==(const ControlName&) const = default;
+};
+
+/// As "R_MUX(3)" or "Cm_MUX_W".
+std::string text(const ControlName& name);
+
+/// Back colours of labels as they are stored: the low bytes are blue, green and red; or one of the
+/// system's colours.
+struct RowColours {
+    std::uint32_t one = 0xFFFFC0;
+    std::uint32_t zero = 0x80000005;
+
+    bool operator==(const RowColours&) const = default;
+};
+
+/// A row of labels, one a bit.
+struct Row {
+    ControlName first;                 ///< label of bit 0; the next ones follow
+    std::vector<std::string> captions; ///< bit 0 first; "-" where a bit carries nothing
+    RowColours colours;
+    std::string form; ///< a companion form that has the row; empty for the panel
+
+    [[nodiscard]] bool exists() const { return first.exists(); }
+    [[nodiscard]] int width() const { return static_cast<int>(captions.size()); }
+};
+
+/// A line of a sequence. It has a name, and a value of its own where it is no write.
+struct Line {
+    std::string name; ///< empty when no sequence knows it
+    std::string value;
+    ControlName button;                   ///< appends the line to the sequence
+    std::vector<std::string> aliases;     ///< other names that mean the same
+    std::optional<std::uint64_t> address; ///< that a line of this name means, when it is another
+    bool played = true;                   ///< a sequence knows it; else it is only recorded
+
+    [[nodiscard]] bool exists() const { return !name.empty(); }
+};
+
+/// Over which bits of a word a check is computed, and where it stands.
+struct WordCheck {
+    enum class Kind : std::uint8_t { None, EvenParity, OddParity, Crc };
+
+    Kind kind = Kind::None;
+    BitList over;
+    BitList place;                ///< a bit for parity, as many bits as the CRC has
+    std::uint64_t polynomial = 0; ///< without its highest term; of as many bits as `place`
+    std::uint64_t start = 0;
+    std::uint64_t invert = 0; ///< is combined with the CRC at the end
+    Place at;
+
+    [[nodiscard]] bool exists() const { return kind != Kind::None; }
+    /// `word` with its check in place.
+    [[nodiscard]] std::uint64_t sealed(std::uint64_t word) const;
+};
+
+/// What a word asks of the chip.
+enum class Operation : std::uint8_t { Write, Read, Flags };
+
+/// The words that carry a chip's registers: a constant that tells the operation, the address and
+/// the data in their places.
+struct WordFormat {
+    int bits = 8;          ///< 1 to 64
+    std::int16_t type = 1; ///< clocking, 1 to 8
+    /// Whole bytes in every eighth element of the word, which only a dongle takes; the most
+    /// significant bit has to travel first then.
+    bool packed = false;
+    BitList address;
+    BitList data;
+    std::uint64_t write = 0;
+    std::uint64_t read = 0;
+    std::optional<std::uint64_t> flags; ///< no words of their own read flags when it is missing
+    /// The answer to a word comes with the next one; `fetch` is sent for it.
+    bool answersNext = false;
+    std::optional<std::uint64_t> fetch; ///< the same word again when it is missing
+    WordCheck check;
+    Row status;           ///< one label for each bit of an answer
+    BitList statusOfRead; ///< bits of an answer to a read that are status; the others are data
+    Place at;
+
+    [[nodiscard]] std::uint64_t mask() const {
+        return bits >= 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << bits) - 1;
+    }
+    [[nodiscard]] std::uint64_t constant(Operation operation) const;
+    /// A word with its check.
+    [[nodiscard]] std::uint64_t word(Operation operation, std::uint64_t address,
+                                     std::uint64_t data) const;
+    /// Of what operation a word is; nothing when none has its constants.
+    [[nodiscard]] std::optional<Operation> operationOf(std::uint64_t word) const;
+};
+
+/// One of the values of a field.
+struct Choice {
+    std::string text;
+    std::uint64_t code = 0;
+};
+
+/// A control has to be chosen for a field to count.
+struct Condition {
+    ControlName control; ///< an option or a box
+
+    [[nodiscard]] bool exists() const { return control.exists(); }
+};
+
+/// Bits of a register that mean something together, and the control that chooses their value.
+struct Field {
+    enum class Kind : std::uint8_t { Options, Box, List };
+
+    std::string title;
+    BitList bits;
+    Kind kind = Kind::Options;
+    ControlName control;         ///< the first option, the box, or the list
+    std::vector<Choice> choices; ///< of a box one: what it says, and what it sets when ticked
+    ControlName frame;           ///< around the options, where it has a name
+    ControlName mirror;          ///< choosing option i also chooses the option i behind this one
+    ControlName gate;            ///< box that shows or hides the options; choosing one ticks it
+    Condition when;              ///< where the bits depend on another choice
+    bool follows = true;         ///< a click on a bit changes the choice
+    bool shares = false;         ///< other fields may describe the same bits
+    bool typed = false;          ///< a list that texts may be typed into
+    std::string prompt;          ///< what a list shows before anything is chosen
+    int selected = -1;           ///< choice at the start, -1 for none
+    std::string note;
+    Place at;
+};
+
+/// Something of a register that can be read, and where it is shown.
+struct View {
+    std::string title; ///< of its button
+    Operation operation = Operation::Read;
+    std::uint64_t address = 0;
+    std::uint64_t extra = 0; ///< data bits that the request has set
+    Row row;                 ///< none when the row of the register shows it
+    ControlName button;
+    Line line;
+    ControlName autoRead; ///< box that has the view read again and again
+    std::string page;     ///< where it is shown; empty for the page of its register
+    std::string group;    ///< heading on that page
+    bool clears = false;  ///< a read changes the chip
+    Place at;
+};
+
+/// A word that never changes.
+struct Command {
+    std::string title; ///< of its button
+    std::uint64_t word = 0;
+    ControlName button;
+    Line line;
+    ControlName autoRead; ///< box that has it sent again and again
+    std::string page;
+    std::string group; ///< heading on the page
+    std::string note;
+    Place at;
+};
+
+enum class Access : std::uint8_t { ReadWrite, ReadOnly, WriteOnly, ReadClears, WriteOneClears };
+
+/// A register: its page, its words and its value.
+struct Register {
+    std::string title;
+    std::string page;
+    std::uint64_t address = 0;
+    std::uint64_t reset = 0;
+    Access access = Access::ReadWrite;
+    std::uint64_t neverWritten = 0;  ///< data bits that a write leaves 0
+    std::uint64_t alwaysWritten = 0; ///< data bits that a write sets
+    /// Labels that are the register's value, bit 0 first. Without them the choices are its value;
+    /// the captions are there all the same.
+    Row row;
+    ControlName writeButton;
+    std::string writeTitle;
+    Line writeLine;
+    std::string reply; ///< title of the view whose row shows what answers a write
+    std::vector<Field> fields;
+    std::vector<View> views;
+    std::string note;
+    Place at;
+
+    [[nodiscard]] int width() const { return row.width(); }
+    [[nodiscard]] std::uint64_t mask() const {
+        return width() >= 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << width()) - 1;
+    }
+    [[nodiscard]] bool writable() const { return access != Access::ReadOnly; }
+};
+
+/// Buttons that another button presses one after the other.
+struct ReadAll {
+    struct Step {
+        ControlName button;
+        std::vector<std::string> variants; ///< on which it is pressed; empty for all
+    };
+    /// What a failed link does to the steps that are left.
+    enum class Failure : std::uint8_t { GoesOn, EndsAfterFirst, Ends };
+
+    std::string title;
+    ControlName button;
+    std::vector<Step> steps;
+    Failure failure = Failure::Ends;
+    Place at;
+};
+
+/// What a variant of a chip lacks.
+struct Variants {
+    /// Controls of one name, `first` to `last` of an array, -1 for all.
+    struct Controls {
+        std::string name;
+        int first = -1;
+        int last = -1;
+    };
+    enum class Effect : std::uint8_t { Enabled, Visible, Ticked };
+    /// Controls that are enabled, visible, or enabled and ticked on some variants alone.
+    struct Rule {
+        Effect effect = Effect::Enabled;
+        std::vector<Controls> controls;
+        std::vector<std::string> on;
+        Place at;
+    };
+    /// A label that says something else on some variants.
+    struct Caption {
+        ControlName label;
+        std::string text;
+        std::vector<std::string> on;
+        Place at;
+    };
+
+    ControlName options; ///< the first one; the others follow
+    std::vector<std::string> titles;
+    std::string otherwise = "-"; ///< what a label says on a variant that no row of it names
+    std::vector<Rule> rules;
+    std::vector<Caption> captions;
+    Place at;
+
+    [[nodiscard]] bool exists() const { return !titles.empty(); }
+};
+
+/// How the sequence of a panel looks and behaves.
+struct SequenceStyle {
+    struct Column {
+        std::string list;
+        std::string title;
+    };
+
+    std::string valueTitle = "Value in Hexa";
+    std::vector<Column> answers;
+    int numbers = 42; ///< line numbers that are there in any case
+    Place at;
+};
+
+/// Tabs of the panel: each shows the pages of registers, the flags, the sequence, or something that
+/// is written in C++.
+struct OuterPage {
+    std::string title;
+    std::string shows;
+};
+
+/// How the panel's form is put together.
+struct PanelLayout {
+    std::string form;    ///< name of the form
+    std::string caption; ///< of its window
+    ControlName outerTabs;
+    ControlName registerTabs;
+    std::vector<OuterPage> pages;
+    int firstPage = 0;                   ///< index of the page that is shown at first
+    std::vector<std::string> parts;      ///< that are written in C++, by name
+    std::vector<std::string> companions; ///< forms that go when the panel goes
+    std::string active;                  ///< session variable that is 1 while the panel is open
+    Place at;
+};
+
+/// A chip. It is read once and never changes.
+struct Chip {
+    std::string file;        ///< from which it was read, for messages
+    std::string name;        ///< by which command line, scripts and bench know it
+    std::string title;       ///< for people
+    std::string description; ///< in a line
+    WordFormat word;
+    std::vector<Register> registers;
+    std::vector<Command> commands;
+    std::vector<ReadAll> readAlls;
+    Variants variants;
+    SequenceStyle sequence;
+    PanelLayout panel;
+    std::vector<std::string> modelParts; ///< of the model on the bench, written in C++
+
+    /// The titles of the pages of registers, in the order of the file.
+    [[nodiscard]] std::vector<std::string> pages() const;
+    /// By title; null when there is none.
+    [[nodiscard]] const Register* find(std::string_view title) const;
+};
+
+using ChipPtr = std::shared_ptr<const Chip>;
+
+} // namespace bitlux::chips

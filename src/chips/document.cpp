@@ -1,0 +1,86 @@
+#include "chips/document.h"
+
+#define TOML_EXCEPTIONS 0
+#define TOML_ENABLE_FORMATTERS 0
+#include <toml++/toml.h>
+
+namespace bitlux::chips {
+
+namespace {
+
+constexpr int deepest = 32;
+
+Place placeOf(const toml::source_position& at) {
+    return {.line = static_cast<int>(at.line), .column = static_cast<int>(at.column)};
+}
+
+/// The nodes of a document as our own, which may be copied with their places.
+class Converter {
+public:
+    explicit Converter(Problems& problems) : problems_(problems) {}
+
+    Node convert(const toml::node& node, int depth) {
+        Node made{.at = placeOf(node.source().begin), .value = std::int64_t{0}};
+        if (depth > deepest)
+            problems_.push_back({made.at, "tables and lists lie too deep in each other",
+                                 "Put fewer of them into each other."});
+        else if (const auto* table = node.as_table())
+            made.value = entries(*table, depth);
+        else if (const auto* array = node.as_array())
+            made.value = elements(*array, depth);
+        else
+            made.value = scalar(node, made.at);
+        return made;
+    }
+
+private:
+    Node::Table entries(const toml::table& table, int depth) {
+        Node::Table made;
+        for (const auto& [key, value] : table) {
+            Node node = convert(value, depth + 1);
+            if (node.at.line == 0 || value.is_table())
+                node.at = placeOf(key.source().begin);
+            made.emplace_back(std::string(key.str()), std::move(node));
+        }
+        return made;
+    }
+
+    Node::List elements(const toml::array& array, int depth) {
+        Node::List made;
+        made.reserve(array.size());
+        for (const toml::node& element : array)
+            made.push_back(convert(element, depth + 1));
+        return made;
+    }
+
+    decltype(Node::value) scalar(const toml::node& node, const Place& at) {
+        if (const auto* text = node.as_string())
+            return text->get();
+        if (const auto* number = node.as_integer())
+            return number->get();
+        if (const auto* truth = node.as_boolean())
+            return truth->get();
+        if (const auto* number = node.as_floating_point())
+            return number->get();
+        problems_.push_back({at, "this kind of value is not used here",
+                             "Give a text, a whole number, true or false, a list or a table."});
+        return std::int64_t{0};
+    }
+
+    Problems& problems_;
+};
+
+} // namespace
+
+std::optional<Node> parseDocument(std::string_view text, Problems& problems) {
+    const toml::parse_result result = toml::parse(text);
+    if (!result) {
+        const toml::parse_error& error = result.error();
+        problems.push_back({placeOf(error.source().begin), std::string(error.description()),
+                            "Correct the TOML text at this place."});
+        return std::nullopt;
+    }
+    return Converter(problems).convert(result.table(), 0);
+}
+
+} // namespace bitlux::chips

@@ -1,0 +1,232 @@
+#include "chips/document.h"
+
+#include <charconv>
+#include <map>
+
+#include <fmt/format.h>
+
+namespace bitlux::chips {
+
+const Node* Node::find(std::string_view key) const {
+    if (const Table* entries = table())
+        for (const auto& [name, node] : *entries)
+            if (name == key)
+                return &node;
+    return nullptr;
+}
+
+namespace {
+
+constexpr const char* repeatKey = "repeat";
+constexpr int longestRange = 64;
+
+/// The numbers of "{first..last}" in a text, and where it stands.
+struct Range {
+    std::size_t begin = 0;
+    std::size_t end = 0; ///< behind the closing brace
+    int first = 0;
+    int last = 0;
+};
+
+std::optional<int> numberIn(std::string_view text) {
+    int number = 0;
+    const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || stop != text.data() + text.size() || text.empty())
+        return std::nullopt;
+    return number;
+}
+
+std::optional<Range> rangeIn(std::string_view text) {
+    for (std::size_t begin = text.find('{'); begin != std::string_view::npos;
+         begin = text.find('{', begin + 1)) {
+        const std::size_t end = text.find('}', begin);
+        if (end == std::string_view::npos)
+            return std::nullopt;
+        const std::string_view inside = text.substr(begin + 1, end - begin - 1);
+        const std::size_t dots = inside.find("..");
+        if (dots == std::string_view::npos)
+            continue;
+        const std::optional<int> first = numberIn(inside.substr(0, dots));
+        const std::optional<int> last = numberIn(inside.substr(dots + 2));
+        if (first && last)
+            return Range{.begin = begin, .end = end + 1, .first = *first, .last = *last};
+    }
+    return std::nullopt;
+}
+
+/// What the lists of a `repeat` have at one place.
+using Values = std::map<std::string, const Node*, std::less<>>;
+
+/// How much a node is, with all that lies in it.
+std::size_t weightOf(const Node& node) {
+    constexpr std::size_t lengthOfOne = 16;
+    std::size_t weight = 1;
+    if (const std::string* text = node.text())
+        weight += text->size() / lengthOfOne;
+    else if (const Node::List* list = node.list())
+        for (const Node& element : *list)
+            weight += weightOf(element);
+    else if (const Node::Table* table = node.table())
+        for (const auto& [key, value] : *table)
+            weight += weightOf(value);
+    return weight;
+}
+
+std::string plain(const Node& value) {
+    if (const std::string* text = value.text())
+        return *text;
+    if (const std::int64_t* number = value.number())
+        return fmt::format("{}", *number);
+    return {};
+}
+
+class Expander {
+public:
+    Expander(std::size_t most, Problems& problems) : most_(most), problems_(problems) {}
+
+    void expand(Node& node) {
+        if (tooMany(node))
+            return;
+        if (auto* table = std::get_if<Node::Table>(&node.value)) {
+            for (auto& [key, value] : *table)
+                expand(value);
+        } else if (auto* list = std::get_if<Node::List>(&node.value)) {
+            *list = expanded(std::move(*list));
+        }
+    }
+
+private:
+    bool tooMany(const Node& node, std::size_t weight = 1) {
+        if (count_ > most_)
+            return true;
+        count_ += weight;
+        if (count_ > most_)
+            problems_.push_back({node.at, "the file says too much once it is written out",
+                                 "Repeat less, or part the chip into several files."});
+        return count_ > most_;
+    }
+
+    Node::List expanded(Node::List elements) {
+        Node::List made;
+        for (Node& element : elements) {
+            if (element.text() != nullptr) {
+                addTexts(element, made);
+            } else if (const Node* repeat = element.find(repeatKey)) {
+                addRepeated(element, *repeat, made);
+            } else {
+                expand(element);
+                made.push_back(std::move(element));
+            }
+        }
+        return made;
+    }
+
+    void addTexts(const Node& element, Node::List& made) {
+        const std::string& text = *element.text();
+        const std::optional<Range> range = rangeIn(text);
+        if (!range) {
+            made.push_back(element);
+            return;
+        }
+        if (range->last < range->first || range->last - range->first >= longestRange) {
+            problems_.push_back(
+                {element.at,
+                 fmt::format("\"{}\" is no range of up to {} numbers", text, longestRange),
+                 "Write the lower number first."});
+            return;
+        }
+        for (int number = range->first; number <= range->last && !tooMany(element); ++number) {
+            Node one = element;
+            one.value =
+                text.substr(0, range->begin) + std::to_string(number) + text.substr(range->end);
+            made.push_back(std::move(one));
+        }
+    }
+
+    void addRepeated(const Node& element, const Node& repeat, Node::List& made) {
+        const std::optional<std::size_t> times = timesOf(repeat);
+        if (!times)
+            return;
+        const std::size_t weight = weightOf(element);
+        for (std::size_t i = 0; i < *times; ++i) {
+            Values values;
+            std::size_t added = 0;
+            for (const auto& [key, list] : *repeat.table()) {
+                values.emplace(key, &(*list.list())[i]);
+                added += weightOf((*list.list())[i]);
+            }
+            if (tooMany(element, weight * (1 + added))) // before the memory is taken
+                return;
+            Node one = element;
+            std::erase_if(std::get<Node::Table>(one.value),
+                          [](const Node::Entry& entry) { return entry.first == repeatKey; });
+            fill(one, values);
+            expand(one);
+            made.push_back(std::move(one));
+        }
+    }
+
+    /// How often a `repeat` repeats; nothing when it is wrong.
+    std::optional<std::size_t> timesOf(const Node& repeat) {
+        std::optional<std::size_t> times;
+        bool good = repeat.table() != nullptr && !repeat.table()->empty();
+        if (good)
+            for (const auto& [key, list] : *repeat.table()) {
+                good = good && list.list() != nullptr && !list.list()->empty() &&
+                       (!times || *times == list.list()->size());
+                if (good)
+                    times = list.list()->size();
+            }
+        if (good)
+            return times;
+        problems_.push_back({repeat.at, "`repeat` wants lists that are equally long",
+                             "Write it as { n = [0, 1], name = [\"A\", \"B\"] }."});
+        return std::nullopt;
+    }
+
+    static void fill(Node& node, const Values& values) {
+        if (auto* text = std::get_if<std::string>(&node.value)) {
+            fillText(node, std::string(*text), values);
+        } else if (auto* list = std::get_if<Node::List>(&node.value)) {
+            for (Node& element : *list)
+                fill(element, values);
+        } else if (auto* table = std::get_if<Node::Table>(&node.value)) {
+            for (auto& [key, value] : *table)
+                fill(value, values);
+        }
+    }
+
+    /// A text that is nothing but a key becomes the value itself, which may be a number or a list.
+    static void fillText(Node& node, const std::string& text, const Values& values) {
+        std::string filled;
+        std::size_t done = 0;
+        while (done < text.size()) {
+            const std::size_t open = text.find('{', done);
+            const std::size_t close = text.find('}', open);
+            if (open == std::string::npos || close == std::string::npos)
+                break;
+            const auto found = values.find(text.substr(open + 1, close - open - 1));
+            if (found != values.end() && open == 0 && close + 1 == text.size()) {
+                node.value = found->second->value;
+                return;
+            }
+            filled += text.substr(done, open - done);
+            filled +=
+                found != values.end() ? plain(*found->second) : text.substr(open, close - open + 1);
+            done = close + 1;
+        }
+        node.value = filled + text.substr(done);
+    }
+
+    std::size_t most_;
+    Problems& problems_;
+    std::size_t count_ = 0;
+};
+
+} // namespace
+
+void expand(Node& document, std::size_t most, Problems& problems) {
+    Expander(most, problems).expand(document);
+}
+
+} // namespace bitlux::chips

@@ -1,0 +1,216 @@
+#include "chips/register_reader.h"
+
+#include <array>
+#include <limits>
+
+#include <fmt/format.h>
+
+namespace bitlux::chips {
+
+namespace {
+
+constexpr int mostBits = 64;
+constexpr std::size_t mostOptions = 4; ///< more choices are a list, where the file does not say
+constexpr std::array accessNames{"read write", "read only", "write only", "read clears",
+                                 "write one clears"};
+
+std::vector<std::string> numbered(int count) {
+    std::vector<std::string> captions;
+    for (int bit = 0; bit < count; ++bit)
+        captions.push_back(std::to_string(bit));
+    return captions;
+}
+
+/// The choices of a field; without texts they are those of a single bit.
+void readChoices(TableReader& table, Field& field) {
+    const std::vector<std::string> texts = table.texts("texts");
+    const std::vector<std::uint64_t> codes = table.words("codes");
+    if (!codes.empty() && codes.size() != texts.size())
+        table.problem(field.at,
+                      fmt::format("there are {} texts and {} codes", texts.size(), codes.size()),
+                      "Give a code for each text, or none when they count from 0.");
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        field.choices.push_back(
+            {.text = texts[i], .code = i < codes.size() ? codes[i] : std::uint64_t{i}});
+}
+
+/// Of what kind the field's control is, which the key that names it tells.
+void readControl(TableReader& table, const std::string& stem, Field& field) {
+    constexpr std::array<std::pair<const char*, Field::Kind>, 3> keys{
+        {{"options", Field::Kind::Options},
+         {"box", Field::Kind::Box},
+         {"list", Field::Kind::List}}};
+    int named = 0;
+    for (const auto& [key, kind] : keys)
+        if (table.has(key)) {
+            field.kind = kind;
+            field.control = table.control(key);
+            if (kind == Field::Kind::Options && field.control.index < 0)
+                field.control.index = 0;
+            ++named;
+        }
+    if (named > 1)
+        table.problem(field.at, "a field has one of `options`, `box` and `list`",
+                      "Remove the others.");
+    if (named > 0)
+        return;
+    const std::string name = stem + "_" + identifier(field.title);
+    if (field.choices.empty() && field.bits.size() == 1) {
+        field.kind = Field::Kind::Box;
+        field.control = {.name = name};
+    } else if (field.choices.size() <= mostOptions) {
+        field.kind = Field::Kind::Options;
+        field.control = {.name = name, .index = 0};
+    } else {
+        field.kind = Field::Kind::List;
+        field.control = {.name = name};
+    }
+}
+
+Field readField(const Node& node, const std::string& stem, Problems& problems) {
+    TableReader table(node, problems);
+    Field field;
+    field.at = table.at();
+    field.title = table.required("title");
+    if (!table.has("bits"))
+        table.problem(field.at, "`bits` of a field is missing", "Say which bits it is.");
+    field.bits = table.bits("bits").value_or(BitList());
+    readChoices(table, field);
+    readControl(table, stem, field);
+    if (field.kind == Field::Kind::Box) {
+        if (field.choices.empty())
+            field.choices.push_back({.text = field.title, .code = 1});
+        else if (field.choices.size() == 1 && !table.has("codes"))
+            field.choices.front().code = 1;
+    }
+    field.frame = table.control("frame");
+    field.mirror = table.control("mirror");
+    field.gate = table.control("gate");
+    field.when.control = table.control("when");
+    field.follows = table.truth("follows", true);
+    field.shares = table.truth("shares", false);
+    field.typed = table.truth("typed", false);
+    field.prompt = table.text("prompt");
+    field.selected = table.number("selected", -1, 0, std::numeric_limits<std::int16_t>::max());
+    field.note = table.text("note");
+    return field;
+}
+
+View readView(const Node& node, const Register& owner, const std::string& stem,
+              Problems& problems) {
+    TableReader table(node, problems);
+    View view;
+    view.at = table.at();
+    view.title = table.text("title", "Read");
+    const std::string name =
+        view.title == "Read" ? stem + "_R" : stem + "_" + identifier(view.title);
+    view.operation =
+        table.oneOf("reads", {"register", "flags"}) == 1 ? Operation::Flags : Operation::Read;
+    view.address = table.word("address").value_or(owner.address);
+    view.extra = table.word("extra").value_or(0);
+    view.row = readRow(table, owner.row.captions, {.name = name, .index = 0});
+    view.button = table.control("button", {.name = "Cm_" + name});
+    view.line = readLine(table, owner.title + " " + view.title, {.name = "Seq_" + name});
+    view.autoRead = table.control("auto");
+    view.page = table.text("page", view.operation == Operation::Flags ? "Flags" : "");
+    view.group = table.text("group");
+    view.clears = table.truth("clears", owner.access == Access::ReadClears);
+    return view;
+}
+
+void readWrite(const Node& node, const std::string& stem, Register& made, Problems& problems) {
+    TableReader table(node, problems);
+    made.writeTitle = table.text("title", "Write");
+    made.writeButton = table.control("button", {.name = "Cm_" + stem + "_W"});
+    made.writeLine = readLine(table, made.title + " Write", {.name = "Seq_" + stem + "_W"});
+    made.reply = table.text("reply");
+}
+
+/// A register that says nothing of views has one, as wide as itself.
+void readViews(TableReader& table, const std::string& stem, Register& made, Problems& problems) {
+    const bool none = !table.has("view");
+    for (const Node* view : table.tables("view"))
+        made.views.push_back(readView(*view, made, stem, problems));
+    if (none && made.access != Access::WriteOnly)
+        made.views.push_back(
+            readView({.at = made.at, .value = Node::Table{}}, made, stem, problems));
+}
+
+} // namespace
+
+std::string identifier(std::string_view title) {
+    std::string name;
+    for (const char c : title) {
+        const bool plain =
+            (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+        if (plain)
+            name += c;
+        else if (!name.empty() && name.back() != '_')
+            name += '_';
+    }
+    while (name.ends_with('_'))
+        name.pop_back();
+    return name;
+}
+
+Row readRow(TableReader& table, std::vector<std::string> captions, ControlName first) {
+    Row row;
+    row.first = table.control("row", std::move(first));
+    if (row.exists() && row.first.index < 0)
+        row.first.index = 0;
+    if (table.has("bits"))
+        captions = table.texts("bits");
+    row.captions = std::move(captions);
+    if (const auto colour = table.word("one"))
+        row.colours.one = static_cast<std::uint32_t>(*colour);
+    if (const auto colour = table.word("zero"))
+        row.colours.zero = static_cast<std::uint32_t>(*colour);
+    row.form = table.text("form");
+    return row;
+}
+
+Line readLine(TableReader& table, const std::string& name, const ControlName& button) {
+    Line line;
+    line.name = table.text("line", name);
+    line.value = table.text("value");
+    line.aliases = table.texts("aliases");
+    line.address = table.word("line_address");
+    line.played = table.truth("played", true);
+    line.button = table.control("append", line.exists() ? button : ControlName());
+    return line;
+}
+
+Register readRegister(const Node& node, Problems& problems) {
+    TableReader table(node, problems);
+    Register made;
+    made.at = table.at();
+    made.title = table.required("title");
+    made.page = table.text("page", made.title);
+    if (!table.has("address"))
+        table.problem(made.at, "`address` of a register is missing", "Say where it is.");
+    made.address = table.word("address").value_or(0);
+    made.access =
+        static_cast<Access>(table.oneOf("access", {accessNames.begin(), accessNames.end()}));
+    made.reset = table.word("reset").value_or(0);
+    made.neverWritten = table.word("never_written").value_or(0);
+    made.alwaysWritten = table.word("always_written").value_or(0);
+    made.note = table.text("note");
+    const std::string stem = identifier(made.title);
+    const int width = table.number("width", 0, 1, mostBits);
+    if (width == 0 && !table.has("bits"))
+        table.problem(made.at, "a register wants `bits` or `width`",
+                      "List the captions of its bits, bit 0 first, or say how many there are.");
+    made.row = readRow(table, numbered(width), {.name = stem + "_W", .index = 0});
+    readWrite(table.section("write"), stem, made, problems);
+    if (!made.writable()) {
+        made.row.first = {};
+        made.writeButton = {};
+        made.writeLine = {};
+    }
+    for (const Node* field : table.tables("field"))
+        made.fields.push_back(readField(*field, stem, problems));
+    readViews(table, stem, made, problems);
+    return made;
+}
+
+} // namespace bitlux::chips

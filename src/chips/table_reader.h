@@ -1,0 +1,65 @@
+#pragma once
+
+#include "chips/description.h"
+#include "chips/document.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bitlux::chips {
+
+/// Reads a table of a chip's file key by key. A value of the wrong kind is a problem and reads as
+/// if it were missing; a key that nobody asked for is one when the reader goes.
+class TableReader {
+public:
+    /// A node that is no table is a problem, and reads as an empty one. Both outlive the reader.
+    TableReader(const Node& node, Problems& problems);
+    ~TableReader();
+    TableReader(const TableReader&) = delete;
+    TableReader& operator=(const TableReader&) = delete;
+
+    [[nodiscard]] Place at() const { return node_.at; }
+    [[nodiscard]] bool has(std::string_view key) { return take(key) != nullptr; }
+    /// The node of a key, or an empty table at the same place.
+    const Node& section(std::string_view key);
+    /// The tables of a list, none when the key is missing.
+    std::vector<const Node*> tables(std::string_view key);
+    /// The elements of a list; a single value counts as a list of one.
+    std::vector<const Node*> elements(std::string_view key);
+
+    std::string text(std::string_view key, std::string otherwise = {});
+    /// One that has to be there.
+    std::string required(std::string_view key);
+    std::vector<std::string> texts(std::string_view key);
+    bool truth(std::string_view key, bool otherwise);
+    /// A whole number from `least` to `most`.
+    int number(std::string_view key, int otherwise, int least, int most);
+    /// 0 or more; texts as "0xFFFFFFFFFFFFFFFF" serve for what TOML cannot say.
+    std::optional<std::uint64_t> word(std::string_view key);
+    std::vector<std::uint64_t> words(std::string_view key);
+    /// "7:5", "2:0,4:3", or the number of one bit.
+    std::optional<BitList> bits(std::string_view key);
+    /// "Name" or "Name(3)"; an empty text is none. `otherwise` stands when the key is missing.
+    ControlName control(std::string_view key, ControlName otherwise = {});
+    /// Index of one of `choices`; 0 when the key is missing.
+    int oneOf(std::string_view key, const std::vector<std::string>& choices);
+
+    void problem(const Place& at, std::string text, std::string advice);
+
+    static std::optional<ControlName> controlIn(std::string_view text);
+
+private:
+    const Node* take(std::string_view key);
+    std::optional<std::uint64_t> wordIn(const Node& node, std::string_view key);
+
+    const Node& node_;
+    Problems& problems_;
+    std::set<std::string, std::less<>> asked_;
+};
+
+} // namespace bitlux::chips
