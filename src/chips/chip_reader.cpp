@@ -19,6 +19,7 @@ constexpr std::size_t mostNodes = 1'000'000;
 constexpr int mostWordBits = 64;
 constexpr int spiTypes = 8;
 constexpr int mostNumbers = 10'000;
+constexpr int mostBoxes = 16;
 
 WordCheck readCheck(const Node& node, Problems& problems) {
     TableReader table(node, problems);
@@ -171,6 +172,7 @@ SequenceStyle readSequence(const Node& node, Problems& problems) {
     style.at = table.at();
     style.valueTitle = table.text("value", style.valueTitle);
     style.numbers = table.number("numbers", style.numbers, 0, mostNumbers);
+    style.boxes = table.number("boxes", style.boxes, 2, mostBoxes);
     for (const Node* column : table.tables("answers")) {
         TableReader entry(*column, problems);
         const std::string list = entry.required("list");
@@ -212,6 +214,9 @@ PanelLayout readPanel(const Node& node, const Chip& chip, Problems& problems) {
     panel.parts = table.texts("parts");
     panel.companions = table.texts("companions");
     panel.active = table.text("active");
+    panel.holds = table.oneOf("holds", {"while open", "while in front"}) == 1
+                      ? PanelLayout::Holds::WhileInFront
+                      : PanelLayout::Holds::WhileOpen;
     return panel;
 }
 

@@ -55,12 +55,13 @@ std::optional<Operation> WordFormat::operationOf(std::uint64_t word) const {
     return std::nullopt;
 }
 
-std::vector<std::string> Chip::pages() const {
+std::vector<std::string> Chip::registerPages() const {
     std::vector<std::pair<int, std::string>> named; // by their lines
     for (const Register& any : registers)
         named.emplace_back(any.at.line, any.page);
     for (const Command& any : commands)
-        named.emplace_back(any.at.line, any.page);
+        if (any.page != statusPage)
+            named.emplace_back(any.at.line, any.page);
     std::stable_sort(named.begin(), named.end(),
                      [](const auto& one, const auto& other) { return one.first < other.first; });
     std::vector<std::string> titles;

@@ -15,6 +15,9 @@
 /// what each part of a file means.
 namespace bitlux::chips {
 
+/// The page of commands that stand beside the status row, on all pages.
+inline constexpr std::string_view statusPage = "Status";
+
 /// Name of a control, or of an element of a control array; none when the name is empty.
 struct ControlName {
     std::string name;
@@ -265,6 +268,7 @@ struct SequenceStyle {
     std::string valueTitle = "Value in Hexa";
     std::vector<Column> answers;
     int numbers = 42; ///< line numbers that are there in any case
+    int boxes = 2;    ///< elements of Val_loop: start and stop of the loop, and what parts add
     Place at;
 };
 
@@ -277,6 +281,9 @@ struct OuterPage {
 
 /// How the panel's form is put together.
 struct PanelLayout {
+    /// How long the words of the main window have the shape of the chip's.
+    enum class Holds : std::uint8_t { WhileOpen, WhileInFront };
+
     std::string form;    ///< name of the form
     std::string caption; ///< of its window
     ControlName outerTabs;
@@ -285,7 +292,9 @@ struct PanelLayout {
     int firstPage = 0;                   ///< index of the page that is shown at first
     std::vector<std::string> parts;      ///< that are written in C++, by name
     std::vector<std::string> companions; ///< forms that go when the panel goes
-    std::string active;                  ///< session variable that is 1 while the panel is open
+    /// Session variable that is 1 while the panel holds the shape of words; none when it is empty.
+    std::string active;
+    Holds holds = Holds::WhileOpen;
     Place at;
 };
 
@@ -304,8 +313,9 @@ struct Chip {
     PanelLayout panel;
     std::vector<std::string> modelParts; ///< of the model on the bench, written in C++
 
-    /// The titles of the pages of registers, in the order of the file.
-    [[nodiscard]] std::vector<std::string> pages() const;
+    /// The titles of the pages of registers and commands, in the order of the file; the one of the
+    /// status row is no such page.
+    [[nodiscard]] std::vector<std::string> registerPages() const;
     /// By title; null when there is none.
     [[nodiscard]] const Register* find(std::string_view title) const;
 };

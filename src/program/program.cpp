@@ -1,5 +1,6 @@
 #include "program/program.h"
 
+#include "panels/zt72518/watchdog.h"
 #include "platform/failure.h"
 
 #include <exception>
@@ -73,22 +74,12 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                  return std::make_unique<AboutForm>(forms_, session_.BuildNumber,
                                                     desk_.systemInformation);
              }),
-      zt72518_(forms_, "ZT72518",
-               [this] {
-                   return std::make_unique<zt72518::PanelForm>(
-                       forms_, zt72518::PanelForm::Parts{.session = session_,
-                                                         .engine = engine_,
-                                                         .dongle = dongle_,
-                                                         .desk = desk_,
-                                                         .markers = markers_,
-                                                         .clock = clock_});
-               }),
-      zt72518TestMode_(forms_, "TestMode", [this] {
-          return std::make_unique<zt72518::TestModeForm>(
-              forms_,
-              zt72518::TestModeForm::Parts{
-                  .session = session_, .engine = engine_, .dongle = dongle_, .boxes = desk_.boxes});
-      }) {
+      panels_(forms_, {.session = session_,
+                       .engine = engine_,
+                       .dongle = dongle_,
+                       .desk = desk_,
+                       .markers = markers_,
+                       .clock = clock_}) {
     forms_.unloadThrough("frmMain", [this] { close(); });
     options_.useUsb = [this] { return dialog_->ChkSerialPort.checked(); };
     options_.logForever = [this] { return dialog_->optLogForever.value(); };
@@ -171,14 +162,18 @@ void Program::registerProcedures(MainForm& form) {
     form.tabs.showPanel = [this](std::int32_t part) { showPanel(part); };
     form.procedure("itemUpdateDongle_Click", [this] { itemUpdateDongle_Click(); });
     form.procedure("Start_USB", [this] { Start_USB(); });
-    form.procedure("send_wd", [this] { zt72518().sequencer.watchdog.send_wd(); });
-    form.procedure("send_wd_current", [this] { zt72518().sequencer.watchdog.send_wd_current(); });
-    form.procedure("send_trimming", [this] { zt72518TestMode_->send_trimming(); });
+    form.procedure("send_wd", [this] { zt72518Watchdog().send_wd(); });
+    form.procedure("send_wd_current", [this] { zt72518Watchdog().send_wd_current(); });
+    form.procedure("send_trimming", [this] { panels_.zt72518TestMode().send_trimming(); });
+}
+
+zt72518::Watchdog& Program::zt72518Watchdog() {
+    return panels_.touch("zt72518").part<zt72518::Watchdog>();
 }
 
 void Program::showPanel(std::int32_t part) {
     if (part == 72518)
-        zt72518_->setVisible(true);
+        panels_.show("zt72518");
 }
 
 void Program::loadMainForm(MainForm& form) {
@@ -299,8 +294,7 @@ void Program::end() {
     running_ = false;
     mainForm_->run.cmdStopContinuous_Click();
     mainForm_->multiple.abandon();
-    if (zt72518::PanelForm* panel = zt72518_.find())
-        panel->sequencer.player.abandon();
+    panels_.abandonRuns();
     dongle_.close();
     restPins();
     ended.raise();

@@ -1,8 +1,6 @@
 #pragma once
 
 #include "config/configure_dialog.h"
-#include "panels/zt72518/panel_form.h"
-#include "panels/zt72518/test_mode_form.h"
 #include "platform/clock.h"
 #include "platform/desk.h"
 #include "platform/forms/form_set.h"
@@ -10,6 +8,7 @@
 #include "platform/linux/user_marker_files.h"
 #include "program/about_form.h"
 #include "program/main_form.h"
+#include "program/panels.h"
 #include "program/waveform_recording.h"
 #include "sending/add_wait_form.h"
 #include "sending/save_batch_form.h"
@@ -19,6 +18,10 @@
 #include "transfer/word_engine.h"
 
 namespace bitlux {
+
+namespace zt72518 {
+class Watchdog;
+}
 
 /// The program without its window: the rooms put together on a platform. Whatever front end there
 /// is (window, command line, script, test) works on its forms.
@@ -74,11 +77,12 @@ public:
     [[nodiscard]] SaveBatchForm& saveBatchForm() { return *saveBatch_; }
     [[nodiscard]] AddWaitForm& addWaitForm() { return *addWait_; }
     [[nodiscard]] AboutForm& aboutForm() { return *about_; }
-    [[nodiscard]] zt72518::PanelForm& zt72518() { return *zt72518_; }
+    [[nodiscard]] Panels& panels() { return panels_; }
 
 private:
     void registerProcedures(MainForm& form);
     void loadMainForm(MainForm& form);
+    [[nodiscard]] zt72518::Watchdog& zt72518Watchdog();
     void showPanel(std::int32_t part);
     void openFromCommandLine(const std::string& commandLine);
     void itemExit_Click();
@@ -106,8 +110,7 @@ private:
     forms::FormSlot<SaveBatchForm> saveBatch_;
     forms::FormSlot<AddWaitForm> addWait_;
     forms::FormSlot<AboutForm> about_;
-    forms::FormSlot<zt72518::PanelForm> zt72518_;
-    forms::FormSlot<zt72518::TestModeForm> zt72518TestMode_;
+    Panels panels_;
     bool running_ = false;
     bool closing_ = false;
     bool searching_ = false;

@@ -1,19 +1,26 @@
 #include "panels/common/field_text.h"
 
 #include <algorithm>
-#include <functional>
-#include <vector>
+#include <bit>
+#include <string_view>
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 namespace bitlux {
 
 namespace {
 
-std::string bitsText(int lowBit, int width) {
-    return width == 1 ? fmt::format("[{}]", lowBit)
-                      : fmt::format("[{}:{}]", lowBit + width - 1, lowBit);
+/// Highest bit first, as a data sheet has it, in whatever order the field counts them.
+std::string bitsText(const chips::BitList& bits) {
+    const int low = std::countr_zero(bits.mask());
+    const chips::BitList together = chips::BitList::range(low, bits.size());
+    if (together.mask() == bits.mask())
+        return fmt::format("[{}]", together.text());
+    std::string text;
+    for (int bit = bits.highest(); bit >= 0; --bit)
+        if (bits.has(bit))
+            text += fmt::format("{}{}", text.empty() ? "" : ",", bit);
+    return fmt::format("[{}]", text);
 }
 
 std::string_view trimmed(std::string_view text) {
@@ -23,26 +30,15 @@ std::string_view trimmed(std::string_view text) {
 
 } // namespace
 
-std::string fieldTitle(const oldchips::OptionField& field) {
-    return fmt::format("{} {}", field.title, bitsText(field.lowBit, field.width));
+std::string fieldTitle(const chips::Field& field) {
+    return fmt::format("{} {}", trimmed(field.title), bitsText(field.bits));
 }
 
-std::string fieldTitle(const oldchips::ComboField& field) {
-    std::vector<int> bits(field.bitOfIndexBit.begin(), field.bitOfIndexBit.end());
-    std::sort(bits.begin(), bits.end(), std::greater());
-    const int width = static_cast<int>(bits.size());
-    const bool together = bits.front() - bits.back() == width - 1;
-    return fmt::format("{} {}", trimmed(field.prompt),
-                       together ? bitsText(bits.back(), width)
-                                : fmt::format("[{}]", fmt::join(bits, ",")));
-}
-
-std::string choiceText(const oldchips::OptionField& field, int value) {
-    return fmt::format("{} = {:0{}b}", bitsText(field.lowBit, field.width), value, field.width);
-}
-
-std::string choiceText(const oldchips::CheckBit& check) {
-    return bitsText(check.bit, 1);
+std::string choiceText(const chips::Field& field, std::size_t choice) {
+    if (field.kind == chips::Field::Kind::Box && field.bits.size() == 1)
+        return bitsText(field.bits);
+    return fmt::format("{} = {:0{}b}", bitsText(field.bits), field.choices.at(choice).code,
+                       field.bits.size());
 }
 
 } // namespace bitlux

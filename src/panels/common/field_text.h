@@ -1,17 +1,15 @@
 #pragma once
 
-#include "chips/register_map.h"
+#include "chips/description.h"
 
 #include <string>
 
 namespace bitlux {
 
-/// Titles with the bits of a field, as "MUX output [7:5]", or "Period [3,0]" where they lie apart.
-[[nodiscard]] std::string fieldTitle(const oldchips::OptionField& field);
-[[nodiscard]] std::string fieldTitle(const oldchips::ComboField& field);
+/// Title with the bits of a field, as "MUX output [7:5]", or "Period [3,0]" where they lie apart.
+[[nodiscard]] std::string fieldTitle(const chips::Field& field);
 
 /// The bits that a choice sets, as "[7:5] = 101".
-[[nodiscard]] std::string choiceText(const oldchips::OptionField& field, int value);
-[[nodiscard]] std::string choiceText(const oldchips::CheckBit& check);
+[[nodiscard]] std::string choiceText(const chips::Field& field, std::size_t choice);
 
 } // namespace bitlux

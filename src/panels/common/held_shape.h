@@ -1,42 +1,28 @@
 #pragma once
 
+#include "chips/description.h"
 #include "session/session.h"
 
-#include <cstdint>
-#include <vector>
+#include <string>
 
 namespace bitlux {
 
-/// The shape of the words that a panel sets while it is open, and the one that it gives back.
+/// The shape of words that a panel holds for the whole program.
 class HeldShape {
 public:
-    /// The session outlives it.
-    explicit HeldShape(Session& session) : session_(session) {}
+    /// `active` names the session's variable that is 1 while the shape is held; none when it is
+    /// empty. Raises Failure (OutOfRange) for a name that no variable has. All outlive it.
+    HeldShape(Session& session, const chips::WordFormat& format, const std::string& active);
 
-    /// Remembers what is in force.
-    void keep() {
-        length_ = session_.SPIWordLength;
-        type_ = session_.SPIType;
-        word_ = session_.WordToSend;
-    }
-    /// Words of so many bits, all 0, in this type from now on.
-    void set(std::int16_t bits, std::int16_t type) {
-        session_.SPIWordLength = bits;
-        session_.WordToSend.assign(static_cast<std::size_t>(bits), 0);
-        session_.SPIType = type;
-    }
-    /// Puts back what was kept.
-    void giveBack() {
-        session_.SPIWordLength = length_;
-        session_.SPIType = type_;
-        session_.WordToSend = word_;
-    }
+    /// Words of the chip's length, all 0, in its type from now on.
+    void take() const;
+    /// What was applied last is in force again, whatever was before this panel.
+    void giveBack() const;
 
 private:
     Session& session_;
-    std::int16_t length_ = 0;
-    std::int16_t type_ = 0;
-    std::vector<std::int16_t> word_;
+    const chips::WordFormat& format_;
+    std::uint8_t* active_;
 };
 
 } // namespace bitlux

@@ -13,10 +13,12 @@ namespace bitlux {
 namespace {
 
 constexpr std::size_t longestShown = 40;
+constexpr int mostBits = 64;
+constexpr int bitsOfDigit = 4;
 
 } // namespace
 
-std::uint32_t hexValue(std::string_view text, int bits) {
+std::uint64_t hexValue(std::string_view text, int bits) {
     std::uint64_t value = 0;
     for (const char character : text) {
         if (character == ' ')
@@ -26,13 +28,14 @@ std::uint32_t hexValue(std::string_view text, int bits) {
             throw Failure(Failure::Kind::Conversion,
                           fmt::format("The value \"{}\" is no hexadecimal number",
                                       printable(text, longestShown)));
-        value = 16 * value + static_cast<unsigned>(digit);
-        if (value >> bits != 0)
+        const bool full = value >> (mostBits - bitsOfDigit) != 0;
+        value = value << bitsOfDigit | static_cast<unsigned>(digit);
+        if (full || (bits < mostBits && value >> bits != 0))
             throw Failure(Failure::Kind::Overflow,
                           fmt::format("The value \"{}\" is more than {} bits",
                                       printable(text, longestShown), bits));
     }
-    return static_cast<std::uint32_t>(value);
+    return value;
 }
 
 } // namespace bitlux

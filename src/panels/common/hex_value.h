@@ -7,7 +7,7 @@ namespace bitlux {
 
 /// The number that a value of a sequence tells in hexadecimal; blanks do not count, and no digits
 /// are 0. Raises Failure (Conversion) for any other character and (Overflow) for more than `bits`
-/// bits, 1 to 32.
-std::uint32_t hexValue(std::string_view text, int bits);
+/// bits, 1 to 64.
+std::uint64_t hexValue(std::string_view text, int bits);
 
 } // namespace bitlux

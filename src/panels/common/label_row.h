@@ -10,42 +10,44 @@
 
 namespace bitlux {
 
-/// Labels that are the store of a register's value: label i lit is bit i set. 1 to 32 of them.
+/// Labels that show the bits of a value, or are its store: label i in the colour of a one is bit i
+/// set. 1 to 64 of them.
 class LabelRow {
 public:
     using Labels = std::vector<forms::Label*>;
 
-    explicit LabelRow(Labels labels) : labels_(std::move(labels)) {}
+    LabelRow(Labels labels, const chips::RowColours& colours)
+        : labels_(std::move(labels)), colours_(colours) {}
 
     [[nodiscard]] int size() const { return static_cast<int>(labels_.size()); }
     [[nodiscard]] const Labels& labels() const { return labels_; }
+    [[nodiscard]] const chips::RowColours& colours() const { return colours_; }
 
     [[nodiscard]] forms::Label& label(int bit) const {
         return *labels_.at(static_cast<std::size_t>(bit));
     }
 
-    /// What is lit in the colour of the write rows; any other colour is a zero.
-    [[nodiscard]] bool lit(int bit) const { return label(bit).backColor() == litColour; }
-    [[nodiscard]] std::uint32_t value() const {
-        std::uint32_t sum = 0;
+    /// Any other colour than that of a one is a zero.
+    [[nodiscard]] bool lit(int bit) const { return label(bit).backColor() == colours_.one; }
+    [[nodiscard]] std::uint64_t value() const {
+        std::uint64_t sum = 0;
         for (int bit = 0; bit < size(); ++bit)
-            sum |= lit(bit) ? 1U << bit : 0U;
+            sum |= std::uint64_t{lit(bit)} << bit;
         return sum;
     }
     /// Bits 7 to 0 of the value.
     [[nodiscard]] std::uint8_t byte() const { return static_cast<std::uint8_t>(value()); }
 
-    void set(int bit, bool on, forms::Color colour = litColour) const {
-        light(label(bit), on, colour);
-    }
+    void set(int bit, bool on) const { light(label(bit), on, colours_); }
     /// Bits beyond the row are left out.
-    void show(std::uint32_t value, forms::Color colour = litColour) const {
+    void show(std::uint64_t value) const {
         for (int bit = 0; bit < size(); ++bit)
-            set(bit, (value >> bit & 1) != 0, colour);
+            set(bit, (value >> bit & 1) != 0);
     }
 
 private:
     Labels labels_;
+    chips::RowColours colours_;
 };
 
 } // namespace bitlux

@@ -2,6 +2,8 @@
 
 #include "platform/failure.h"
 
+#include <algorithm>
+
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
@@ -9,7 +11,7 @@ namespace bitlux {
 
 namespace {
 
-std::optional<int> elementOf(const oldchips::ControlName& name) {
+std::optional<int> elementOf(const ControlRef& name) {
     return name.index < 0 ? std::nullopt : std::optional(name.index);
 }
 
@@ -43,31 +45,27 @@ forms::Frame& PanelControls::addFrame(const Name& name, std::string_view caption
     return add<forms::Frame>(name, std::string(name.name), std::string(caption));
 }
 
-forms::ComboBox& PanelControls::addCombo(const oldchips::ComboField& field) {
-    auto& combo =
-        add<forms::ComboBox>({field.combo}, std::string(field.combo), forms::ComboBox::Style::List,
-                             std::vector<std::string>(field.items.begin(), field.items.end()));
-    combo.setEditText(std::string(field.prompt));
-    return combo;
+forms::ComboBox& PanelControls::addCombo(const Name& name, forms::ComboBox::Style style,
+                                         Texts items) {
+    return add<forms::ComboBox>(name, std::string(name.name), style, std::move(items));
 }
 
-void PanelControls::addOptions(std::string_view name, int first,
-                               std::span<const std::string_view> captions) {
-    forms::OptionGroup& group = groups_[{std::string(name), first}];
-    for (int index = first; const std::string_view caption : captions) {
-        add<forms::OptionButton>({name, index}, group, std::string(name), std::string(caption));
-        ++index;
-    }
+void PanelControls::addOptions(const Name& first, const Texts& captions) {
+    forms::OptionGroup& group = groups_[keyOf(first)];
+    for (int index = first.index; const std::string& caption : captions)
+        add<forms::OptionButton>({first.name, index++}, group, std::string(first.name), caption);
 }
 
-const LabelRow& PanelControls::addRow(std::string_view name, oldchips::BitCaptions captions,
-                                      int first) {
+const LabelRow& PanelControls::addRow(const chips::Row& row) {
+    const Key key = keyOf(row.first);
+    if (const auto there = rows_.find(key); there != rows_.end())
+        return there->second;
     LabelRow::Labels labels;
-    for (int index = first; const std::string_view caption : captions) {
-        labels.push_back(&addLabel({name, index++}, caption));
-        labels.back()->setBackColor(forms::windowColor);
+    for (int index = row.first.index; const std::string& caption : row.captions) {
+        labels.push_back(&addLabel({row.first.name, index++}, caption));
+        light(*labels.back(), false, row.colours);
     }
-    return rows_.emplace(keyOf({name, first}), std::move(labels)).first->second;
+    return rows_.emplace(key, LabelRow(std::move(labels), row.colours)).first->second;
 }
 
 forms::Control* PanelControls::find(const Name& name) const {
@@ -75,30 +73,30 @@ forms::Control* PanelControls::find(const Name& name) const {
     return found == controls_.end() ? nullptr : found->second.get();
 }
 
-const LabelRow& PanelControls::row(std::string_view name, int first) const {
-    const auto found = rows_.find(keyOf({name, first}));
+const LabelRow& PanelControls::row(const Name& first) const {
+    const auto found = rows_.find({std::string(first.name), std::max(first.index, 0)});
     if (found == rows_.end())
-        throw forms::UnknownName(std::string(name), {});
+        throw forms::UnknownName(std::string(first.name), {});
     return found->second;
 }
 
-std::string PanelControls::tooltips(std::span<const Name> names) const {
+std::string PanelControls::tooltips(const std::vector<chips::ControlName>& names) const {
     std::vector<std::string> texts;
     texts.reserve(names.size());
-    for (const Name& name : names)
+    for (const chips::ControlName& name : names)
         texts.push_back(find(name)->tooltip());
     return fmt::format("{}", fmt::join(texts, ", "));
 }
 
-std::optional<int> PanelControls::chosen(std::string_view options, int first, int count) const {
-    for (int value = 0; value < count; ++value)
-        if (get<forms::OptionButton>({options, first + value}).value())
-            return value;
+std::optional<int> PanelControls::chosen(const Name& first, int count) const {
+    for (int i = 0; i < count; ++i)
+        if (get<forms::OptionButton>(first + i).value())
+            return i;
     return {};
 }
 
-void PanelControls::clearOptions(std::string_view options, int first) {
-    groups_.at({std::string(options), first}).clear();
+void PanelControls::clearOptions(const Name& first) {
+    groups_.at(keyOf(first)).clear();
 }
 
 void PanelControls::onClick(const Name& name, Action action) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "chips/register_map.h"
+#include "chips/description.h"
 #include "panels/common/label_row.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
@@ -10,7 +10,6 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -18,10 +17,28 @@
 
 namespace bitlux {
 
-/// The controls that a panel makes from tables, and what a click on them runs.
+/// Name of a control, or of an element of a control array, as code writes it. It is for the time
+/// of a call.
+struct ControlRef {
+    // NOLINTBEGIN(google-explicit-constructor): all of them are names
+    constexpr ControlRef(std::string_view control, int element = -1)
+        : name(control), index(element) {}
+    constexpr ControlRef(const char* control, int element = -1) : name(control), index(element) {}
+    ControlRef(const std::string& control) : name(control), index(-1) {}
+    ControlRef(const chips::ControlName& control) : name(control.name), index(control.index) {}
+    // NOLINTEND(google-explicit-constructor)
+
+    [[nodiscard]] ControlRef operator+(int further) const { return {name, index + further}; }
+
+    std::string_view name;
+    int index;
+};
+
+/// The controls that a panel makes from the description of its chip, and what a click on them runs.
 class PanelControls {
 public:
-    using Name = oldchips::ControlName;
+    using Name = ControlRef;
+    using Texts = std::vector<std::string>;
     using Action = std::function<void()>;
 
     /// The form outlives this.
@@ -34,11 +51,11 @@ public:
     forms::Button& addButton(const Name& name, std::string_view caption);
     forms::CheckBox& addBox(const Name& name, std::string_view caption);
     forms::Frame& addFrame(const Name& name, std::string_view caption);
-    forms::ComboBox& addCombo(const oldchips::ComboField& field);
+    forms::ComboBox& addCombo(const Name& name, forms::ComboBox::Style style, Texts items);
     /// Buttons `first` and following, of which at most one is set.
-    void addOptions(std::string_view name, int first, std::span<const std::string_view> captions);
-    /// Dark labels from element `first` on.
-    const LabelRow& addRow(std::string_view name, oldchips::BitCaptions captions, int first = 0);
+    void addOptions(const Name& first, const Texts& captions);
+    /// Labels that show zeros. Nothing is made for a row that is there.
+    const LabelRow& addRow(const chips::Row& row);
 
     /// Null when there is none.
     [[nodiscard]] forms::Control* find(const Name& name) const;
@@ -51,13 +68,13 @@ public:
         return *typed;
     }
     /// A row that was made; raises UnknownName.
-    [[nodiscard]] const LabelRow& row(std::string_view name, int first = 0) const;
+    [[nodiscard]] const LabelRow& row(const Name& first) const;
     /// The tooltips of controls, as "0x0100, 0x0B00".
-    [[nodiscard]] std::string tooltips(std::span<const Name> names) const;
-    /// The index of the option that is set, less `first`; nothing when none is.
-    [[nodiscard]] std::optional<int> chosen(std::string_view options, int first, int count) const;
+    [[nodiscard]] std::string tooltips(const std::vector<chips::ControlName>& names) const;
+    /// Which of `count` options from `first` on is set; nothing when none is.
+    [[nodiscard]] std::optional<int> chosen(const Name& first, int count) const;
     /// Leaves none of the options set that were made with `first`; runs no handler.
-    void clearOptions(std::string_view options, int first);
+    void clearOptions(const Name& first);
 
     /// `action` runs when the control is clicked, after those that were given before.
     void onClick(const Name& name, Action action);

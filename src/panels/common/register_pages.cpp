@@ -4,6 +4,7 @@
 #include "platform/conversions.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace bitlux {
 
@@ -11,139 +12,233 @@ namespace {
 
 constexpr const char* sequenceCaption = ">SEQ";
 
-int fieldValue(const oldchips::OptionField& field, std::uint32_t value) {
-    return static_cast<int>(value >> field.lowBit & ((1U << field.width) - 1));
+/// Index of the choice that stands for a value, -1 when none does.
+int choiceOf(const chips::Field& field, std::uint64_t value) {
+    const auto found =
+        std::find_if(field.choices.begin(), field.choices.end(),
+                     [value](const chips::Choice& choice) { return choice.code == value; });
+    return found == field.choices.end() ? -1 : static_cast<int>(found - field.choices.begin());
 }
 
-bool holds(const oldchips::OptionField& field, int bit) {
-    return bit >= field.lowBit && bit < field.lowBit + field.width;
-}
-
-bool holds(const oldchips::ComboField& field, int bit) {
-    return std::find(field.bitOfIndexBit.begin(), field.bitOfIndexBit.end(), bit) !=
-           field.bitOfIndexBit.end();
-}
-
-int fieldIndex(const oldchips::ComboField& field, std::uint32_t value) {
-    unsigned index = 0;
-    for (std::size_t k = 0; k < field.bitOfIndexBit.size(); ++k)
-        index |= (value >> field.bitOfIndexBit[k] & 1) << k;
-    return static_cast<int>(index);
+PanelControls::Texts textsOf(const chips::Field& field) {
+    PanelControls::Texts texts;
+    for (const chips::Choice& choice : field.choices)
+        texts.push_back(choice.text);
+    return texts;
 }
 
 } // namespace
 
-RegisterPages::RegisterPages(PanelControls& controls, RegisterWords& words,
-                             std::span<const oldchips::Register> table)
-    : controls_(controls), words_(words) {
-    for (const oldchips::Register& row : table)
-        add(row);
+RegisterPages::RegisterPages(const chips::Chip& chip, PanelControls& controls, PanelWords& words,
+                             Append append)
+    : chip_(chip), controls_(controls), words_(words), append_(std::move(append)) {
+    for (const chips::Register& any : chip.registers)
+        add(any);
+    for (const chips::Command& any : chip.commands)
+        addCommand(any);
 }
 
-void RegisterPages::add(const oldchips::Register& added) {
-    if (controls_.find({added.writeLabels, 0}) == nullptr)
+void RegisterPages::add(const chips::Register& added) {
+    if (added.row.exists() && controls_.find(added.row.first) == nullptr)
         addWriteRow(added);
-    const LabelRow& row = controls_.row(added.writeLabels);
-    for (const oldchips::CheckBit& check : added.checks)
-        addCheck(check, row);
-    for (const oldchips::OptionField& field : added.options)
-        addOptions(field, row);
-    for (const oldchips::ComboField& field : added.combos)
-        addCombo(field, row);
-    addButton(added.writeButton, added.writeCaption, words_.writeText(added),
-              [this, &added] { write(added); });
-    addButton(added.sequenceButton, sequenceCaption, writeLine(added),
-              [this, &added] { words_.append(writeLine(added), hex(value(added))); });
-    addView(added, added.low, RegisterView::Low);
-    addView(added, added.high, RegisterView::High);
+    for (const chips::Field& field : added.fields)
+        addField(added, field);
+    if (added.writable())
+        addButton(added.writeButton, added.writeTitle, words_.text(added),
+                  [this, &added] { write(added); });
+    addAppend(added.writeLine,
+              [this, &added] { append_(added.writeLine.name, hex(value(added))); });
+    for (const chips::View& view : added.views)
+        if (view.row.form.empty())
+            addView(view);
 }
 
-void RegisterPages::addWriteRow(const oldchips::Register& added) {
-    const LabelRow& row = controls_.addRow(added.writeLabels, added.writeCaptions);
+void RegisterPages::addWriteRow(const chips::Register& added) {
+    const LabelRow& row = controls_.addRow(added.row);
     for (int bit = 0; bit < row.size(); ++bit)
-        controls_.onClick({added.writeLabels, bit}, [this, &added, &row, bit] {
+        controls_.onClick(ControlRef(added.row.first) + bit, [this, &added, &row, bit] {
             row.set(bit, !row.lit(bit));
             follow(added, bit);
         });
 }
 
-void RegisterPages::follow(const oldchips::Register& changed, int bit) {
-    const LabelRow& row = controls_.row(changed.writeLabels);
-    for (const oldchips::CheckBit& check : changed.checks)
-        if (check.bit == bit)
-            controls_.get<forms::CheckBox>(check.box).setValue(row.lit(bit) ? 1 : 0);
-    for (const oldchips::OptionField& field : changed.options)
-        if (holds(field, bit))
-            controls_
-                .get<forms::OptionButton>(
-                    {field.options, field.firstOption + fieldValue(field, row.value())})
-                .setValue(true);
-    for (const oldchips::ComboField& field : changed.combos)
-        if (holds(field, bit))
-            controls_.get<forms::ComboBox>({field.combo})
-                .setListIndex(fieldIndex(field, row.value()));
+// The second view of the bits
+
+void RegisterPages::addField(const chips::Register& owner, const chips::Field& field) {
+    switch (field.kind) {
+    case chips::Field::Kind::Options:
+        addOptions(owner, field);
+        break;
+    case chips::Field::Kind::Box:
+        addBox(owner, field);
+        break;
+    case chips::Field::Kind::List:
+        addList(owner, field);
+        break;
+    }
 }
 
-void RegisterPages::addCheck(const oldchips::CheckBit& check, const LabelRow& row) {
-    forms::CheckBox& box = controls_.addBox(check.box, check.caption);
-    box.setTooltip(choiceText(check));
-    controls_.onClick(check.box, [&row, &box, bit = check.bit] { row.set(bit, box.checked()); });
-}
-
-void RegisterPages::addOptions(const oldchips::OptionField& field, const LabelRow& row) {
-    controls_.addOptions(field.options, field.firstOption, field.captions);
+void RegisterPages::addOptions(const chips::Register& owner, const chips::Field& field) {
+    controls_.addOptions(field.control, textsOf(field));
     if (field.frame.exists())
         controls_.addFrame(field.frame, fieldTitle(field));
-    for (int value = 0; value < static_cast<int>(field.captions.size()); ++value) {
-        const oldchips::ControlName option{field.options, field.firstOption + value};
-        controls_.find(option)->setTooltip(choiceText(field, value));
-        controls_.onClick(option, [this, &field, &row, value] {
-            for (int k = 0; k < field.width; ++k)
-                row.set(field.lowBit + k, (value >> k & 1) != 0);
+    for (std::size_t i = 0; i < field.choices.size(); ++i) {
+        const auto index = static_cast<int>(i);
+        const ControlRef option = ControlRef(field.control) + index;
+        controls_.find(option)->setTooltip(choiceText(field, i));
+        controls_.onClick(option, [this, &owner, &field, index] {
+            choose(owner, field, field.choices[static_cast<std::size_t>(index)].code);
             if (field.mirror.exists())
-                controls_.get<forms::OptionButton>({field.mirror.name, field.mirror.index + value})
-                    .setValue(true);
+                controls_.get<forms::OptionButton>(ControlRef(field.mirror) + index).setValue(true);
             if (field.gate.exists())
                 controls_.get<forms::CheckBox>(field.gate).setValue(1);
         });
     }
+    if (field.selected >= 0)
+        controls_.get<forms::OptionButton>(ControlRef(field.control) + field.selected)
+            .setValue(true);
     if (field.gate.exists())
-        controls_.onClick(field.gate, [this, &field] {
-            const bool shown = controls_.get<forms::CheckBox>(field.gate).checked();
-            for (int value = 0; value < static_cast<int>(field.captions.size()); ++value)
-                controls_.find({field.options, field.firstOption + value})->setVisible(shown);
-        });
+        addGate(field);
 }
 
-void RegisterPages::addCombo(const oldchips::ComboField& field, const LabelRow& row) {
-    const forms::ComboBox& combo = controls_.addCombo(field);
-    controls_.onClick({field.combo}, [&field, &row, &combo] {
-        if (combo.listIndex() < 0)
-            return;
-        for (std::size_t k = 0; k < field.bitOfIndexBit.size(); ++k)
-            row.set(field.bitOfIndexBit[k], (combo.listIndex() >> k & 1) != 0);
+void RegisterPages::addGate(const chips::Field& field) {
+    controls_.onClick(field.gate, [this, &field] {
+        const bool shown = controls_.get<forms::CheckBox>(field.gate).checked();
+        for (std::size_t i = 0; i < field.choices.size(); ++i)
+            controls_.find(ControlRef(field.control) + static_cast<int>(i))->setVisible(shown);
     });
 }
 
-void RegisterPages::addView(const oldchips::Register& added, const oldchips::ReadView& shown,
-                            RegisterView view) {
-    if (!shown.exists())
-        return;
-    const LabelRow& row = controls_.addRow(shown.labels, shown.captions);
-    addButton(shown.readButton, view == RegisterView::Low ? "Read Low" : "Read High",
-              words_.readText(added, view), [this, &added, &row, view, colour = shown.litColour] {
-                  row.show(words_.read(added, view), colour);
-              });
-    addButton(shown.sequenceButton, sequenceCaption, readLine(added, view),
-              [this, &added, view] { words_.append(readLine(added, view), ""); });
+void RegisterPages::addBox(const chips::Register& owner, const chips::Field& field) {
+    const chips::Choice& ticked = field.choices.front();
+    forms::CheckBox& box = controls_.addBox(field.control, ticked.text);
+    box.setTooltip(choiceText(field, 0));
+    controls_.onClick(field.control, [this, &owner, &field, &box, &ticked] {
+        choose(owner, field, box.checked() ? ticked.code : 0);
+    });
+    if (field.selected == 0)
+        box.setValue(1);
 }
 
-void RegisterPages::addButton(const oldchips::ControlName& name, std::string_view caption,
+void RegisterPages::addList(const chips::Register& owner, const chips::Field& field) {
+    using Style = forms::ComboBox::Style;
+    forms::ComboBox& list = controls_.addCombo(
+        field.control, field.typed ? Style::Editable : Style::List, textsOf(field));
+    controls_.onClick(field.control, [this, &owner, &field, &list] {
+        if (list.listIndex() >= 0)
+            choose(owner, field, field.choices.at(static_cast<std::size_t>(list.listIndex())).code);
+    });
+    if (field.selected >= 0)
+        list.setListIndex(field.selected);
+    else
+        list.setEditText(field.prompt);
+}
+
+void RegisterPages::choose(const chips::Register& owner, const chips::Field& field,
+                           std::uint64_t code) const {
+    if (!owner.row.exists())
+        return;
+    const LabelRow& row = controls_.row(owner.row.first);
+    for (int k = 0; k < field.bits.size(); ++k)
+        row.set(field.bits.at(k), (code >> k & 1) != 0);
+}
+
+void RegisterPages::follow(const chips::Register& changed, int bit) const {
+    for (const chips::Field& field : changed.fields)
+        if (field.follows && field.bits.has(bit))
+            follow(field, field.bits.taken(value(changed)));
+}
+
+void RegisterPages::follow(const chips::Field& field, std::uint64_t value) const {
+    const int choice = choiceOf(field, value);
+    if (field.kind == chips::Field::Kind::Box)
+        controls_.get<forms::CheckBox>(field.control).setValue(choice == 0 ? 1 : 0);
+    else if (field.kind == chips::Field::Kind::List)
+        controls_.get<forms::ComboBox>(field.control).setListIndex(choice);
+    else if (choice >= 0)
+        controls_.get<forms::OptionButton>(ControlRef(field.control) + choice).setValue(true);
+    else
+        controls_.clearOptions(field.control);
+}
+
+// Values
+
+bool RegisterPages::counts(const chips::Field& field) const {
+    if (!field.when.exists())
+        return true;
+    const forms::Control* control = controls_.find(field.when.control);
+    if (const auto* option = dynamic_cast<const forms::OptionButton*>(control))
+        return option->value();
+    const auto* box = dynamic_cast<const forms::CheckBox*>(control);
+    return box != nullptr && box->checked();
+}
+
+std::uint64_t RegisterPages::codeOf(const chips::Field& field) const {
+    int choice = -1;
+    if (field.kind == chips::Field::Kind::Box)
+        choice = controls_.get<forms::CheckBox>(field.control).checked() ? 0 : -1;
+    else if (field.kind == chips::Field::Kind::List)
+        choice = controls_.get<forms::ComboBox>(field.control).listIndex();
+    else
+        choice =
+            controls_.chosen(field.control, static_cast<int>(field.choices.size())).value_or(-1);
+    return choice < 0 ? 0 : field.choices.at(static_cast<std::size_t>(choice)).code;
+}
+
+std::uint64_t RegisterPages::value(const chips::Register& of) const {
+    if (of.row.exists())
+        return controls_.row(of.row.first).value();
+    std::uint64_t sum = 0;
+    for (const chips::Field& field : of.fields)
+        if (counts(field))
+            sum |= field.bits.placed(codeOf(field));
+    return sum;
+}
+
+void RegisterPages::write(const chips::Register& target) {
+    words_.write(target, value(target));
+    if (const chips::View* shown = replyOf(target))
+        controls_.row(shown->row.first).show(words_.format().data.taken(words_.answer()));
+}
+
+const chips::View* RegisterPages::replyOf(const chips::Register& of) const {
+    if (of.reply.empty())
+        return nullptr;
+    for (const chips::Register& any : chip_.registers)
+        if (any.title == of.reply && !any.views.empty())
+            return &any.views.front();
+    return nullptr;
+}
+
+void RegisterPages::read(const chips::View& view) {
+    const std::uint64_t value = words_.read(view);
+    controls_.row(view.row.first).show(value);
+}
+
+// Buttons
+
+void RegisterPages::addView(const chips::View& view) {
+    controls_.addRow(view.row);
+    addButton(view.button, view.title, words_.text(view), [this, &view] { read(view); });
+    addAppend(view.line, [this, &view] { append_(view.line.name, view.line.value); });
+}
+
+void RegisterPages::addCommand(const chips::Command& command) {
+    addButton(command.button, command.title, words_.text(command.word),
+              [this, &command] { words_.command(command); });
+    addAppend(command.line, [this, &command] { append_(command.line.name, command.line.value); });
+}
+
+void RegisterPages::addButton(const ControlRef& name, const std::string& caption,
                               const std::string& tooltip, PanelControls::Action action) {
-    if (!name.exists())
+    if (name.name.empty())
         return;
     controls_.addButton(name, caption).setTooltip(tooltip);
     controls_.onClick(name, std::move(action));
+}
+
+void RegisterPages::addAppend(const chips::Line& line, PanelControls::Action action) {
+    addButton(line.button, sequenceCaption, line.name, std::move(action));
 }
 
 } // namespace bitlux

@@ -1,51 +1,66 @@
 #pragma once
 
-#include "chips/register_map.h"
+#include "chips/description.h"
 #include "panels/common/panel_controls.h"
-#include "panels/common/register_words.h"
+#include "panels/common/panel_words.h"
 
 #include <cstdint>
-#include <span>
+#include <functional>
 #include <string>
-#include <string_view>
 
 namespace bitlux {
 
-/// Makes the controls and handlers of registers from their rows in a table.
+/// Makes the controls and handlers of a chip's registers and commands from its description.
 ///
 /// The lit labels of the write row are the register's value. Options, boxes and lists are a second
-/// view of it: choosing lights bits, and a click on a bit chooses what agrees with it. Write sends
-/// it, >SEQ appends it to the sequence, the read buttons show a view in its row.
+/// view of it: choosing lights bits, and a click on a bit chooses what agrees with it. Without a
+/// row the choices are the value. Write sends it, >SEQ appends it to the sequence, the read buttons
+/// show a view in its row.
 ///
 /// Whatever else a control of a register does is given to PanelControls::onClick behind it.
 class RegisterPages {
 public:
-    /// All outlive it, the table too. Registers may share a write row.
-    RegisterPages(PanelControls& controls, RegisterWords& words,
-                  std::span<const oldchips::Register> table);
+    /// Adds a line to the end of the sequence.
+    using Append = std::function<void(const std::string& name, const std::string& value)>;
 
-    /// What a register's write row holds.
-    [[nodiscard]] std::uint32_t value(const oldchips::Register& of) const {
-        return controls_.row(of.writeLabels).value();
-    }
-    /// Writes what the row holds.
-    void write(const oldchips::Register& target) { words_.write(target, value(target)); }
+    /// All outlive it.
+    RegisterPages(const chips::Chip& chip, PanelControls& controls, PanelWords& words,
+                  Append append);
+
+    /// What a register holds.
+    [[nodiscard]] std::uint64_t value(const chips::Register& of) const;
+    /// Writes what it holds, and shows what answers where the description says so.
+    void write(const chips::Register& target);
+    /// Reads a view into its row.
+    void read(const chips::View& view);
+    void append(const std::string& name, const std::string& value) const { append_(name, value); }
 
 private:
-    void add(const oldchips::Register& added);
-    void addWriteRow(const oldchips::Register& added);
-    void addOptions(const oldchips::OptionField& field, const LabelRow& row);
-    void addCheck(const oldchips::CheckBit& check, const LabelRow& row);
-    void addCombo(const oldchips::ComboField& field, const LabelRow& row);
-    void addView(const oldchips::Register& added, const oldchips::ReadView& shown,
-                 RegisterView view);
-    void addButton(const oldchips::ControlName& name, std::string_view caption,
-                   const std::string& tooltip, PanelControls::Action action);
+    void add(const chips::Register& added);
+    void addWriteRow(const chips::Register& added);
+    void addField(const chips::Register& owner, const chips::Field& field);
+    void addOptions(const chips::Register& owner, const chips::Field& field);
+    void addGate(const chips::Field& field);
+    void addBox(const chips::Register& owner, const chips::Field& field);
+    void addList(const chips::Register& owner, const chips::Field& field);
+    void addView(const chips::View& view);
+    void addCommand(const chips::Command& command);
+    void addButton(const ControlRef& name, const std::string& caption, const std::string& tooltip,
+                   PanelControls::Action action);
+    void addAppend(const chips::Line& line, PanelControls::Action action);
+    /// Puts the bits of a choice into the row, if there is one.
+    void choose(const chips::Register& owner, const chips::Field& field, std::uint64_t code) const;
     /// Brings the choices that hold a bit into line with the row.
-    void follow(const oldchips::Register& changed, int bit);
+    void follow(const chips::Register& changed, int bit) const;
+    void follow(const chips::Field& field, std::uint64_t value) const;
+    [[nodiscard]] bool counts(const chips::Field& field) const;
+    [[nodiscard]] std::uint64_t codeOf(const chips::Field& field) const;
+    [[nodiscard]] const chips::View* replyOf(const chips::Register& of) const;
 
+    const chips::Chip& chip_;
     PanelControls& controls_;
-    RegisterWords& words_;
+    PanelWords& words_;
+    Append append_;
 };
 
 } // namespace bitlux

@@ -26,18 +26,18 @@ private:
     std::size_t prepared_;
 };
 
-SequenceLists::Answers::Answers(forms::Form& form, const SequenceLayout::Column& column)
-    : header(column.header),
+SequenceLists::Answers::Answers(forms::Form& form, const chips::SequenceStyle::Column& column)
+    : header(column.title),
       lines(std::make_shared<forms::TextLines>()),
-      list(form, std::string(column.list), lines) {}
+      list(form, column.list, lines) {}
 
-SequenceLists::SequenceLists(forms::Form& form, const SequenceLayout& layout)
-    : numbers_(std::make_shared<LineNumbers>(layout.numbers)),
-      valueHeader_(layout.valueHeader),
+SequenceLists::SequenceLists(forms::Form& form, const chips::SequenceStyle& style)
+    : numbers_(std::make_shared<LineNumbers>(static_cast<std::size_t>(style.numbers))),
+      valueHeader_(style.valueTitle),
       List_Commands(form, "List_Commands", commands_),
       List_Value(form, "List_Value", values_),
       List1(form, "List1", numbers_) {
-    for (const SequenceLayout::Column& column : layout.answers)
+    for (const chips::SequenceStyle::Column& column : style.answers)
         answers_.push_back(std::make_unique<Answers>(form, column));
     clear();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "chips/description.h"
 #include "panels/common/sequence_file.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
@@ -7,24 +8,11 @@
 
 #include <cstddef>
 #include <memory>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace bitlux {
-
-/// What differs between the sequences of panels.
-struct SequenceLayout {
-    struct Column {
-        std::string_view list;
-        std::string_view header;
-    };
-
-    std::string_view valueHeader;
-    std::span<const Column> answers; ///< a list for each text that a line can answer with
-    std::size_t numbers = 0;         ///< rows of List1 that are there in any case
-};
 
 /// The lists of a sequence: commands and values in step, the answers of a run beside them, and line
 /// numbers with an arrow. Row 0 of all but the numbers has headers and stays; the commands are in
@@ -33,8 +21,7 @@ class SequenceLists {
 public:
     static constexpr std::string_view commandHeader = "Commands";
 
-    /// What the layout points to outlives it.
-    SequenceLists(forms::Form& form, const SequenceLayout& layout);
+    SequenceLists(forms::Form& form, const chips::SequenceStyle& style);
 
     /// Number of the last command, 0 when there is none.
     [[nodiscard]] int last() const { return static_cast<int>(commands_->size()) - 1; }
@@ -68,11 +55,13 @@ public:
     [[nodiscard]] forms::ListBox& answers(std::size_t column) const {
         return answers_.at(column)->list;
     }
+    [[nodiscard]] std::size_t columns() const { return answers_.size(); }
+    [[nodiscard]] const std::string& valueHeader() const { return valueHeader_; }
 
 private:
     class LineNumbers;
     struct Answers {
-        Answers(forms::Form& form, const SequenceLayout::Column& column);
+        Answers(forms::Form& form, const chips::SequenceStyle::Column& column);
 
         std::string header;
         std::shared_ptr<forms::TextLines> lines;

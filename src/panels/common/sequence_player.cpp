@@ -120,10 +120,10 @@ std::int64_t SequencePlayer::remainingWait() const {
 
 void SequencePlayer::RunSequenceRange(int first, int last) {
     const Shown shown(*this);
-    parts_.commands.stretchBegins();
+    commands_->stretchBegins();
     for (int line = first; line <= last;) {
         progress_->line = line;
-        parts_.commands.lineBegins(line);
+        commands_->lineBegins(line);
         parts_.lists.pointTo(line + 1);
         if (!parts_.variables.RunEnabled) {
             ++line;
@@ -135,7 +135,7 @@ void SequencePlayer::RunSequenceRange(int first, int last) {
             wait(value);
             parts_.lists.addAnswer({});
         } else {
-            parts_.lists.addAnswer(parts_.commands.play(line, name, value));
+            parts_.lists.addAnswer(commands_->play(line, name, value));
         }
         line = nextLine(line, first, last);
         parts_.loop.turn();

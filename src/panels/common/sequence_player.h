@@ -57,7 +57,6 @@ public:
         Session& session;
         SequenceVariables& variables;
         SequenceLists& lists;
-        SequenceCommands& commands;
         forms::TextBox& start; ///< lines of the loop
         forms::TextBox& stop;
         EventLoop& loop;
@@ -65,6 +64,9 @@ public:
     };
 
     SequencePlayer(forms::Form& form, const Parts& parts);
+
+    /// What the lines do; to be told before the first run, and outlives the player.
+    void setCommands(SequenceCommands& commands) { commands_ = &commands; }
 
     /// Plays all lines. One that cannot be ends the run with Failure.
     void Cm_Run_Seq_Click();
@@ -101,6 +103,7 @@ private:
     void Ch_Loop_Click();
 
     Parts parts_;
+    SequenceCommands* commands_ = nullptr;
     std::optional<SequenceProgress> progress_;
     Subscription formGoing_;
 

@@ -1,7 +1,5 @@
 #include "panels/zt72518/auto_reads.h"
 
-#include "chips/zt72518/flags.h"
-#include "chips/zt72518/registers.h"
 #include "platform/scoped_value.h"
 
 #include <algorithm>
@@ -17,27 +15,6 @@ namespace bitlux::zt72518 {
 namespace {
 
 constexpr int interval = 500; // milliseconds
-
-/// What a box reads: a button of the register pages.
-struct AutoRead {
-    int box;
-    oldchips::ControlName button;
-};
-
-/// In the order in which they are read.
-constexpr std::array<AutoRead, 36> reads{
-    {{0, {"Cm_Mux_Rl"}},         {1, {"Cm_Init_Reg_Rl"}},  {2, {"Cm_Init_Wdog_Rl"}},
-     {3, {"Cm_Init_Lin_Io_Rl"}}, {4, {"Cm_Init_Misc_Rl"}}, {5, {"Cm_Spe_Mode_Rl"}},
-     {6, {"Cm_Timer0_Rl"}},      {7, {"Cm_Timer1_Rl"}},    {8, {"Cm_Timer2_Rl"}},
-     {9, {"Cm_Wd_Refresh_Rl"}},  {10, {"Cm_Mode_Rm_Rl"}},  {11, {"Cm_Regulateur_Rl"}},
-     {12, {"Cm_CAN_Rl"}},        {13, {"Cm_Io_Rl"}},       {14, {"Cm_interrupts_Rl"}},
-     {15, {"Cm_Lin0_Rl"}},       {16, {"Cm_Lin1_Rl"}},     {17, {"Cm_Mode_Rm_Rh"}},
-     {18, {"Cm_CAN_Rh"}},        {19, {"Cm_I0_Rh"}},       {20, {"Cm_Interrupts_Rh"}},
-     {21, {"CM_Lin0_Rh"}},       {22, {"Cm_Lin1_Rh"}},     {23, {"Cm_RFl", 0}},
-     {24, {"Cm_RFl", 1}},        {25, {"Cm_RFl", 2}},      {26, {"Cm_RFl", 3}},
-     {27, {"Cm_RFl", 4}},        {28, {"Cm_RFl", 5}},      {29, {"Cm_RFl", 6}},
-     {30, {"Cm_RFh", 0}},        {31, {"Cm_RFh", 1}},      {32, {"Cm_RFh", 2}},
-     {33, {"Cm_RFh", 3}},        {35, {"Cm_RFh", 4}},      {36, {"Cm_ReadAll_Rl", 1}}}};
 
 constexpr int lastBox = 43;
 constexpr int lastPlainRead = 33;
@@ -56,23 +33,29 @@ bool isOneOf(const std::array<int, N>& boxes, int box) {
     return std::find(boxes.begin(), boxes.end(), box) != boxes.end();
 }
 
-/// Title of the register or the flags that a button reads.
-std::string titleOf(const oldchips::ControlName& button) {
-    for (const oldchips::Register& any : oldchips::zt72518::registers) {
-        if (any.low.readButton == button)
-            return std::string(any.title);
-        if (any.high.exists() && any.high.readButton == button)
-            return std::string(any.title) + " high";
-    }
-    const auto row = static_cast<std::size_t>(button.index);
-    if (button.name == "Cm_RFl")
-        return std::string(oldchips::zt72518::lowFlagRows.at(row).title);
-    if (button.name == "Cm_RFh")
-        return std::string(oldchips::zt72518::highFlagRows.at(row).title);
-    return "General Flags";
+} // namespace
+
+std::vector<AutoReads::Read> AutoReads::readsOf(const chips::Chip& chip) {
+    std::vector<Read> reads;
+    for (const chips::Register& any : chip.registers)
+        for (const chips::View& view : any.views) {
+            if (!view.autoRead.exists())
+                continue;
+            const bool isFlags = view.operation == chips::Operation::Flags;
+            const char* high = view.extra != 0 ? " high" : "";
+            reads.push_back({.box = view.autoRead.index,
+                             .button = view.button,
+                             .title = isFlags ? view.title : any.title + high});
+        }
+    for (const chips::Command& any : chip.commands)
+        if (any.autoRead.exists())
+            reads.push_back({any.autoRead.index, any.button, any.title});
+    std::sort(reads.begin(), reads.end(),
+              [](const Read& one, const Read& other) { return one.box < other.box; });
+    return reads;
 }
 
-std::string captionOf(int box) {
+std::string AutoReads::captionOf(int box) const {
     if (isOneOf(switches, box))
         return "Auto reading";
     if (isOneOf(recorders, box))
@@ -87,25 +70,28 @@ std::string captionOf(int box) {
     default:
         break;
     }
-    const auto* const read = std::find_if(reads.begin(), reads.end(),
-                                          [box](const AutoRead& any) { return any.box == box; });
-    return read == reads.end() ? std::string() : titleOf(read->button);
+    const auto read = std::find_if(reads_.begin(), reads_.end(),
+                                   [box](const Read& any) { return any.box == box; });
+    return read == reads_.end() ? std::string() : read->title;
 }
 
-} // namespace
-
-AutoReads::AutoReads(forms::Form& form, const Parts& parts)
-    : parts_(parts),
+AutoReads::AutoReads(const PanelContext& context)
+    : reads_(readsOf(context.chip)),
+      controls_(context.controls),
+      words_(context.part<ChipWords>()),
+      store_(context.part<CommandStore>()),
       read_auto("read_auto", 0, lastBox,
-                [&form](const std::string& name, int box) {
-                    return std::make_unique<forms::CheckBox>(form, name, captionOf(box), box);
+                [this, &context](const std::string& name, int box) {
+                    return std::make_unique<forms::CheckBox>(context.form, name, captionOf(box),
+                                                             box);
                 }),
-      timer_auto(form, "timer_auto", interval) {
+      timer_auto(context.form, "timer_auto", interval) {
+    forms::Form& form = context.form;
     read_auto(modeRead).setTooltip("Read device Mode. Effect: keep SAFE pin and Leave DEBUG ");
     form.procedure("read_auto_Click", [this](int box) { read_auto_Click(box); });
     form.procedure("timer_auto_Timer", [this] { timer_auto_Timer(); });
-    parts_.store.stopped = [this] { showRecording(); };
-    linkFailed_ = parts_.dongle.failed.follow([this] { giveUp(); });
+    store_.stopped = [this] { showRecording(); };
+    linkFailed_ = context.outside.dongle.failed.follow([this] { giveUp(); });
 }
 
 void AutoReads::read_auto_Click(int box) {
@@ -149,9 +135,9 @@ void AutoReads::tickGroup(int box) {
 void AutoReads::record(bool on) {
     try {
         if (on)
-            parts_.store.start();
+            store_.start();
         else
-            parts_.store.stop();
+            store_.stop();
     } catch (...) {
         showRecording();
         throw;
@@ -162,17 +148,17 @@ void AutoReads::record(bool on) {
 void AutoReads::showRecording() {
     const ScopedValue adjusting(adjusting_, true);
     for (const int box : recorders)
-        read_auto(box).setValue(parts_.variables.StoreCommands ? 1 : 0);
+        read_auto(box).setValue(store_.StoreCommands ? 1 : 0);
 }
 
 void AutoReads::timer_auto_Timer() {
-    if (parts_.link.linkFailed())
+    if (words_.linkFailed())
         return switchOff();
-    for (const AutoRead& read : reads) {
+    for (const Read& read : reads_) {
         if (!read_auto(read.box).checked())
             continue;
-        parts_.controls.run(read.button);
-        if (parts_.link.isOutOfReach())
+        controls_.run(read.button);
+        if (words_.isOutOfReach())
             return giveUp();
     }
 }

@@ -1,92 +1,99 @@
 #include "panels/zt72518/chip_words.h"
 
-#include "chips/zt72518/registers.h"
-#include "platform/conversions.h"
+#include "panels/common/binary_text.h"
 
 #include <bit>
-
-#include <fmt/format.h>
+#include <string>
 
 namespace bitlux::zt72518 {
 
-namespace chip = oldchips::zt72518;
-
 namespace {
 
-std::string wordText(int high, bool highView) {
-    return fmt::format("0x{:02X}{:02X}", high | 1, highView ? chip::highViewByte : 0);
-}
+constexpr int highByte = 8;              ///< lowest bit of it
+constexpr std::uint64_t specialMode = 9; ///< register whose writes carry no parity
+constexpr ControlRef parityBox{"Ch_Init_Misc", 6};
 
 } // namespace
 
-std::string flagLineValue(const chip::FlagRow& row) {
-    return row.highView ? "80" : "";
+ChipWords::ChipWords(const PanelContext& context)
+    : session_(context.outside.session), words_(context.words), controls_(context.controls) {
+    words_.adjust = [this](PanelWords::Purpose purpose, const chips::Register* target,
+                           std::uint64_t word) { return adjusted(purpose, target, word); };
+    controls_.onClick(parityBox, [this] {
+        SPIParityEnabled = controls_.get<forms::CheckBox>(parityBox).checked();
+    });
+    registerVariables(context.form);
+    registerProcedures(context);
+}
+
+void ChipWords::registerVariables(forms::Form& form) {
+    form.variable("BitIndex", BitIndex);
+    form.variable("WordLowByte", WordLowByte);
+    form.variable("SPIParityEnabled", SPIParityEnabled);
+    form.variable("ParityBit", ParityBit);
+    form.variable("ReadBit", ReadBit);
+    form.variable("ZT72518WordHigh", session_.ZT72518WordHigh);
+    form.variable("ZT72518WordLow", session_.ZT72518WordLow);
+    form.variable("ZT72518ReplyLow", session_.ZT72518ReplyLow);
+    form.variable("ZT72518ReplyHigh", session_.ZT72518ReplyHigh);
+}
+
+void ChipWords::registerProcedures(const PanelContext& context) {
+    forms::Form& form = context.form;
+    form.procedure("Send_SPI", [this] { Send_SPI(); });
+    form.procedure("ReadLowWord", [this](std::uint8_t high) { readByte(high, 0); });
+    form.procedure("ReadHighWord", [this](std::uint8_t high) { readByte(high, highViewByte); });
+    form.procedure("Update_Miso_Write", [this] { words_.answered({}); });
+    form.procedure("Update_Miso_Read", [this] { words_.answered(words_.format().statusOfRead); });
+    form.procedure("ParityOfWordLow", [this](std::uint8_t data) { ParityOfWordLow(data); });
+    form.procedure("Color_Decod",
+                   [this](const std::string& row) { WordLowByte = controls_.row(row).byte(); });
+    form.procedure("HEXtoBIN", [](const std::string& digits) { return HEXtoBIN(digits); });
+}
+
+void ChipWords::load() {
+    ParityBit = 0;
+    ReadBit = 1;
+}
+
+std::uint64_t ChipWords::adjusted(PanelWords::Purpose purpose, const chips::Register* target,
+                                  std::uint64_t word) {
+    if (purpose != PanelWords::Purpose::Write) {
+        const std::uint64_t read = words_.format().read;
+        return (word - read + (static_cast<std::uint64_t>(ReadBit) << highByte)) & 0xFFFF;
+    }
+    WordLowByte = static_cast<std::uint8_t>(word);
+    if (SPIParityEnabled)
+        ParityOfWordLow(WordLowByte);
+    if (target != nullptr && target->address == specialMode)
+        return word;
+    return word + (std::uint64_t{ParityBit} << highByte);
 }
 
 void ChipWords::ParityOfWordLow(std::uint8_t data) {
-    variables_.ParityBit = std::popcount(data) % 2 == 0 ? 1 : 0;
+    ParityBit = std::popcount(data) % 2 == 0 ? 1 : 0;
 }
 
-void ChipWords::write(const oldchips::Register& target, std::uint32_t data) {
-    const auto byte = static_cast<std::uint8_t>(data);
-    variables_.WordLowByte = byte;
-    if (variables_.SPIParityEnabled)
-        ParityOfWordLow(byte);
-    store(writeLine(target), hex(byte));
-    // The last parity goes on being added when parity is off again.
-    const int parity = target.addsParity ? variables_.ParityBit : 0;
-    link_.send(static_cast<std::uint8_t>(chip::writeHigh(target.address) + parity), byte);
-    link_.Update_Miso_Write();
+void ChipWords::send(std::uint8_t high, std::uint8_t low) {
+    words_.send(static_cast<std::uint64_t>(high) << highByte | low);
 }
 
-std::uint8_t ChipWords::reading(std::uint8_t high) const {
-    return static_cast<std::uint8_t>(high + variables_.ReadBit);
+void ChipWords::readByte(std::uint8_t high, std::uint8_t low) {
+    send(high, low);
+    words_.answered(words_.format().statusOfRead);
 }
 
-std::uint8_t ChipWords::readView(std::uint8_t high, bool highView) {
-    if (highView)
-        link_.ReadHighWord(reading(high));
-    else
-        link_.ReadLowWord(reading(high));
-    return link_.replyLow();
+void ChipWords::Send_SPI() {
+    send(session_.ZT72518WordHigh, session_.ZT72518WordLow);
+    session_.ZT72518ReplyLow = replyLow();
+    session_.ZT72518ReplyHigh = replyHigh();
 }
 
-std::uint32_t ChipWords::read(const oldchips::Register& source, RegisterView view) {
-    const std::uint8_t reply = readView(chip::readHigh(source.address), view == RegisterView::High);
-    store(readLine(source, view), "");
-    return reply;
-}
-
-std::uint8_t ChipWords::readFlags(const chip::FlagRow& row) {
-    const std::uint8_t reply = readView(row.wordHigh, row.highView);
-    store(std::string(row.sequenceName), flagLineValue(row));
-    return reply;
-}
-
-void ChipWords::readGeneralFlags() {
-    link_.send(reading(chip::generalFlagsHigh), 0);
-    link_.Update_Miso_Write();
-}
-
-void ChipWords::store(const std::string& name, const std::string& value) const {
-    if (variables_.StoreCommands && !name.empty())
-        sinks_.store(name, value);
-}
-
-std::string ChipWords::writeText(const oldchips::Register& target) const {
-    return fmt::format("0x{:02X}xx", chip::writeHigh(target.address));
-}
-
-std::string ChipWords::readText(const oldchips::Register& source, RegisterView view) const {
-    return wordText(chip::readHigh(source.address), view == RegisterView::High);
-}
-
-std::string ChipWords::flagText(const chip::FlagRow& row) {
-    return wordText(row.wordHigh, row.highView);
-}
-
-std::string ChipWords::generalFlagsText() {
-    return wordText(chip::generalFlagsHigh, false);
+bool ChipWords::exchange(std::uint16_t word) {
+    session_.ZT72518WordHigh = static_cast<std::uint8_t>(word >> highByte);
+    session_.ZT72518WordLow = static_cast<std::uint8_t>(word);
+    Send_SPI();
+    return !linkFailed();
 }
 
 } // namespace bitlux::zt72518

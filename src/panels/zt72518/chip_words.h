@@ -1,52 +1,58 @@
 #pragma once
 
-#include "chips/zt72518/flags.h"
-#include "panels/common/register_words.h"
-#include "panels/zt72518/chip_link.h"
-#include "panels/zt72518/panel_variables.h"
+#include "panels/common/panel_part.h"
 
 #include <cstdint>
-#include <string>
 
 namespace bitlux::zt72518 {
 
-/// The words of the chip's registers and flags. Every word is added to the command store while
-/// StoreCommands is set.
-class ChipWords : public RegisterWords {
+/// What is odd about the words of the family: the parity bit of a write, the read bit of all
+/// others, and the variables and procedures by which scripts send words of their own.
+///
+/// The parity that was computed last goes on being added to every write after parity is off again.
+class ChipWords : public PanelPart {
 public:
-    /// All outlive it.
-    ChipWords(ChipLink& link, PanelVariables& variables, const CommandSinks& sinks)
-        : link_(link), variables_(variables), sinks_(sinks) {}
+    static constexpr std::uint8_t highViewByte = 0x80;
 
-    void write(const oldchips::Register& target, std::uint32_t data) override;
-    std::uint32_t read(const oldchips::Register& source, RegisterView view) override;
-    std::uint8_t readFlags(const oldchips::zt72518::FlagRow& row);
-    /// Reads the general flags into all sixteen labels of the status row.
-    void readGeneralFlags();
-    void append(const std::string& name, const std::string& value) override {
-        sinks_.append(name, value);
+    explicit ChipWords(const PanelContext& context);
+
+    void load() override;
+
+    /// Sets ParityBit so that data and parity together have an odd number of ones.
+    void ParityOfWordLow(std::uint8_t data);
+    /// Sends a word as it is; the answer stands in WordReceived.
+    void send(std::uint8_t high, std::uint8_t low);
+    /// Sends ZT72518WordHigh and ZT72518WordLow, and sums up the answer's bytes.
+    void Send_SPI();
+    /// The same with a word that is put there first; false when the link failed.
+    bool exchange(std::uint16_t word);
+
+    /// Bits 7 to 0, or 15 to 8, of the answer.
+    [[nodiscard]] std::uint8_t replyLow() const { return words_.answerByte(0); }
+    [[nodiscard]] std::uint8_t replyHigh() const { return words_.answerByte(8); }
+    [[nodiscard]] bool linkFailed() const { return session_.LinkFailed; }
+    /// The link failed, or there is no bus that a word could go out on.
+    [[nodiscard]] bool isOutOfReach() const {
+        return session_.LinkFailed || (!session_.USBReady && !session_.ParallelPortReady);
     }
 
-    /// Sets ParityBit, which brings the ones of data and parity to an odd number.
-    void ParityOfWordLow(std::uint8_t data);
-
-    [[nodiscard]] std::string writeText(const oldchips::Register& target) const override;
-    [[nodiscard]] std::string readText(const oldchips::Register& source,
-                                       RegisterView view) const override;
-    [[nodiscard]] static std::string flagText(const oldchips::zt72518::FlagRow& row);
-    [[nodiscard]] static std::string generalFlagsText();
+    // Variables of the form
+    std::int16_t BitIndex = 0;    ///< for scripts; no loop here needs it
+    std::uint8_t WordLowByte = 0; ///< data byte being built
+    bool SPIParityEnabled = false;
+    std::uint8_t ParityBit = 0;
+    std::int16_t ReadBit = 1; ///< bit 8 of every read
 
 private:
-    [[nodiscard]] std::uint8_t reading(std::uint8_t high) const;
-    std::uint8_t readView(std::uint8_t high, bool highView);
-    void store(const std::string& name, const std::string& value) const;
+    [[nodiscard]] std::uint64_t adjusted(PanelWords::Purpose purpose, const chips::Register* target,
+                                         std::uint64_t word);
+    void readByte(std::uint8_t high, std::uint8_t low);
+    void registerVariables(forms::Form& form);
+    void registerProcedures(const PanelContext& context);
 
-    ChipLink& link_;
-    PanelVariables& variables_;
-    const CommandSinks& sinks_;
+    Session& session_;
+    PanelWords& words_;
+    PanelControls& controls_;
 };
-
-/// What goes with a line that reads these flags.
-std::string flagLineValue(const oldchips::zt72518::FlagRow& row);
 
 } // namespace bitlux::zt72518

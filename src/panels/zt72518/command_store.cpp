@@ -2,15 +2,21 @@
 
 #include "panels/common/sequence_file.h"
 #include "panels/common/sequence_files.h"
-#include "panels/zt72518/sequence_layout.h"
 #include "platform/failure.h"
 
 #include <optional>
 
 namespace bitlux::zt72518 {
 
-CommandStore::CommandStore(forms::Form& form, PanelVariables& variables, const Desk& desk)
-    : variables_(variables), desk_(desk) {
+CommandStore::CommandStore(const PanelContext& context)
+    : desk_(context.outside.desk), lists_(context.sequence.lists) {
+    context.words.sent = [this](const chips::Line& line, const std::string& value) {
+        note(line.name, value);
+    };
+    forms::Form& form = context.form;
+    form.variable("StoreCommands", StoreCommands);
+    form.variable("StoreFileName", StoreFileName);
+    form.variable("StoreFileNumber", StoreFileNumber);
     form.procedure("save_log", [this](const std::string& command, const std::string& value) {
         save_log(command, value);
     });
@@ -25,15 +31,15 @@ void CommandStore::start() {
                                .fileName = {}});
     if (!fileName)
         return;
-    startSequenceFile(*fileName, SequenceLists::commandHeader, sequenceLayout.valueHeader);
-    variables_.StoreFileName = *fileName;
-    variables_.StoreFileNumber = "1";
-    variables_.StoreCommands = true;
+    startSequenceFile(*fileName, SequenceLists::commandHeader, lists_.valueHeader());
+    StoreFileName = *fileName;
+    StoreFileNumber = "1";
+    StoreCommands = true;
 }
 
 void CommandStore::save_log(const std::string& command, const std::string& value) {
     try {
-        appendToSequenceFile(variables_.StoreFileName, command, value);
+        appendToSequenceFile(StoreFileName, command, value);
     } catch (const Failure& failure) {
         stop();
         stopped();

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "panels/zt72518/panel_variables.h"
-#include "platform/desk.h"
-#include "platform/forms/form.h"
+#include "panels/common/panel_part.h"
 
 #include <functional>
 #include <string>
@@ -10,26 +8,38 @@
 namespace bitlux::zt72518 {
 
 /// Records what the user sends by hand, in a file that can be loaded and run as a sequence.
-class CommandStore {
+class CommandStore : public PanelPart {
 public:
-    /// All outlive it.
-    CommandStore(forms::Form& form, PanelVariables& variables, const Desk& desk);
+    explicit CommandStore(const PanelContext& context);
 
     /// Asks for a file, makes it, and records from now on; nothing is recorded after Cancel. Raises
     /// Failure when the file cannot be made.
     void start();
-    void stop() { variables_.StoreCommands = false; }
+    void stop() { StoreCommands = false; }
+    /// Adds a line while commands are stored.
+    void note(const std::string& command, const std::string& value = {}) const {
+        if (StoreCommands)
+            write(command, value);
+    }
 
     /// Adds a line to the file. When that fails the user is told and the recording ends, so that
     /// the command itself still goes out.
     void save_log(const std::string& command, const std::string& value);
 
+    /// How a line is added: save_log.
+    std::function<void(const std::string& command, const std::string& value)> write =
+        [this](const std::string& command, const std::string& value) { save_log(command, value); };
     /// A file could not be written on. Set by whoever shows whether commands are stored.
-    std::function<void()> stopped;
+    std::function<void()> stopped = [] {};
+
+    // Variables of the form
+    bool StoreCommands = false;
+    std::string StoreFileName;
+    std::string StoreFileNumber;
 
 private:
-    PanelVariables& variables_;
     const Desk desk_;
+    SequenceLists& lists_;
 };
 
 } // namespace bitlux::zt72518

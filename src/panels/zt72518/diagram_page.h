@@ -1,10 +1,8 @@
 #pragma once
 
-#include "chips/zt72518/diagram.h"
-#include "panels/common/panel_controls.h"
-#include "panels/zt72518/chip_link.h"
-#include "panels/zt72518/panel_variables.h"
-#include "platform/forms/form.h"
+#include "panels/common/panel_part.h"
+#include "panels/zt72518/chip_words.h"
+#include "panels/zt72518/mode_words.h"
 #include "platform/forms/timer.h"
 
 #include <cstdint>
@@ -13,12 +11,13 @@ namespace bitlux::zt72518 {
 
 /// The page with the picture of the chip's modes: buttons that lead the chip from one mode to
 /// another, and the present mode lit, read four times a second while that is asked for.
-class DiagramPage {
+class DiagramPage : public PanelPart {
 public:
     static constexpr forms::Color presentModeColour = 0xC0C000;
 
-    /// All outlive it.
-    DiagramPage(forms::Form& form, PanelControls& controls, ChipLink& link);
+    explicit DiagramPage(const PanelContext& context);
+
+    void unload() override { leave(); }
 
     void Send_pre_prog_Click(int index);
     void timer_auto_pre_Timer();
@@ -30,12 +29,12 @@ private:
     [[nodiscard]] forms::CheckBox& box(int index) const;
     // Each sends its words in turn; false when the link failed.
     bool enterMode(std::uint8_t select);
-    bool sendStep(const oldchips::zt72518::ModeWord& step);
+    bool sendStep(const ModeWord& step);
     void showMode(int lowByte);
     void showNoMode();
 
     PanelControls& controls_;
-    ChipLink& link_;
+    ChipWords& link_;
 
 public:
     forms::Timer timer_auto_pre;

@@ -1,22 +1,33 @@
 #include "panels/zt72518/line_commands.h"
 
-#include "chips/zt72518/registers.h"
 #include "panels/common/binary_text.h"
 #include "panels/common/hex_value.h"
+#include "panels/zt72518/special_mode_page.h"
 #include "platform/conversions.h"
 #include "platform/failure.h"
 
+#include <array>
 #include <optional>
+#include <utility>
 
 #include <fmt/format.h>
 
 namespace bitlux::zt72518 {
 
-namespace chip = oldchips::zt72518;
-
 namespace {
 
+constexpr const char* initMiscLine = "Init Misc Write";
+constexpr const char* specialModeLine = "Special Mode";
+constexpr std::uint8_t specialModeRead = 0x12; ///< high bytes
+constexpr std::uint8_t specialModeWrite = 0x52;
 constexpr int parityOption = 6; ///< bit of Init Misc
+
+constexpr std::array<std::pair<std::string_view, int>, 5> watchdogCommands{
+    {{"Start Watchdog", 0},
+     {"Stop Watchdog", 2},
+     {"Start Watchdog Current", 4},
+     {"Stop Watchdog Current", 6},
+     {"One Simple Watchdog", 12}}};
 
 std::uint8_t byteIn(const std::string& value) {
     return static_cast<std::uint8_t>(hexValue(value, 8));
@@ -29,20 +40,34 @@ std::string answerText(std::uint8_t byte) {
 
 } // namespace
 
+LineCommands::LineCommands(const PanelContext& context)
+    : session_(context.outside.session),
+      form_(context.form),
+      sequence_(context.sequence),
+      chip_(context.chip),
+      words_(context.part<ChipWords>()),
+      watchdog_(context.part<Watchdog>()) {
+    sequence_.player.setCommands(*this);
+    form_.variable("SequenceHighByte", SequenceHighByte);
+    form_.variable("SequenceIsWrite", SequenceIsWrite);
+    form_.variable("SequenceIsWatchdog", SequenceIsWatchdog);
+    form_.procedure("Decod_Name", [this](const std::string& name) { Decod_Name(name); });
+}
+
 void LineCommands::lineBegins(int line) {
-    parts_.session.USBFrameTopBit = val(parts_.triggerLine.text()) == line;
+    session_.USBFrameTopBit = val(sequence_.Val_loop(triggerLine).text()) == line;
 }
 
 std::vector<std::string> LineCommands::play(int line, const std::string& name,
                                             const std::string& value) {
-    if (name == writeLine(chip::registers[chip::initMisc]))
-        variables_.SPIParityEnabled = ((byteIn(value) >> parityOption) & 1) != 0;
-    if (name == writeLine(chip::registers[chip::specialMode])) {
+    if (name == initMiscLine)
+        words_.SPIParityEnabled = ((byteIn(value) >> parityOption) & 1) != 0;
+    if (name == specialModeLine) {
         enterSpecialMode(byteIn(value));
         return {};
     }
     if (const std::optional<int> mode = Watchdog::modeNumber(name)) {
-        parts_.watchdog.startBySequence(*mode, line);
+        watchdog_.startBySequence(*mode, line);
         return {};
     }
     return send(name, value);
@@ -52,26 +77,55 @@ void LineCommands::enterSpecialMode(std::uint8_t choice) {
     if (choice > 3)
         throw Failure(Failure::Kind::OutOfRange,
                       fmt::format("There is no Special Mode {}", choice));
-    parts_.link.send(
-        static_cast<std::uint8_t>(chip::readHigh(chip::specialMode) + variables_.ReadBit), 0);
-    if (!variables_.RunEnabled) // the panel was closed under a box
+    words_.send(static_cast<std::uint8_t>(specialModeRead + words_.ReadBit), 0);
+    if (!sequence_.variables.RunEnabled) // the panel was closed under a box
         return;
-    constexpr unsigned allRandomBits = (1U << chip::specialRandomBits) - 1;
-    const unsigned inverse = allRandomBits & ~static_cast<unsigned>(parts_.link.replyLow());
-    parts_.link.send(chip::writeHigh(chip::specialMode),
-                     static_cast<std::uint8_t>((choice << chip::specialRandomBits) + inverse));
+    constexpr unsigned allRandomBits = (1U << SpecialModePage::randomBits) - 1;
+    const unsigned inverse = allRandomBits & ~static_cast<unsigned>(words_.replyLow());
+    words_.send(specialModeWrite,
+                static_cast<std::uint8_t>((choice << SpecialModePage::randomBits) + inverse));
 }
 
 std::vector<std::string> LineCommands::send(const std::string& name, const std::string& value) {
-    parts_.decoder.Decod_Name(name);
-    if (variables_.SequenceIsWatchdog)
+    Decod_Name(name);
+    if (SequenceIsWatchdog)
         return {};
-    variables_.WordLowByte = byteIn(value);
+    words_.WordLowByte = byteIn(value);
     // Computed as for a write by hand; the words of a run carry none.
-    if (variables_.SequenceIsWrite && variables_.SPIParityEnabled)
-        parts_.words.ParityOfWordLow(variables_.WordLowByte);
-    parts_.link.send(variables_.SequenceHighByte, variables_.WordLowByte);
-    return {answerText(parts_.link.replyHigh()), answerText(parts_.link.replyLow())};
+    if (SequenceIsWrite && words_.SPIParityEnabled)
+        words_.ParityOfWordLow(words_.WordLowByte);
+    words_.send(SequenceHighByte, words_.WordLowByte);
+    return {answerText(words_.replyHigh()), answerText(words_.replyLow())};
+}
+
+void LineCommands::Decod_Name(std::string_view name) {
+    SequenceHighByte = 0;
+    SequenceIsWrite = false;
+    SequenceIsWatchdog = false;
+    for (const auto& [command, button] : watchdogCommands)
+        if (command == name) {
+            SequenceIsWatchdog = true;
+            form_.call("watchdog_Click", button);
+            return;
+        }
+    const LineMeaning* meaning = sequence_.index().find(name);
+    if (meaning == nullptr)
+        return;
+    SequenceIsWrite = meaning->written != nullptr;
+    const int readBit = SequenceIsWrite ? 0 : words_.ReadBit;
+    SequenceHighByte = static_cast<std::uint8_t>(static_cast<int>(highByteOf(*meaning)) + readBit);
+}
+
+/// Without parity or read bit.
+unsigned LineCommands::highByteOf(const LineMeaning& meaning) const {
+    const chips::WordFormat& format = chip_.word;
+    const std::uint64_t word =
+        meaning.written != nullptr
+            ? format.word(chips::Operation::Write, meaning.written->address, 0)
+            : format.word(meaning.read->operation,
+                          meaning.line->address.value_or(meaning.read->address), 0) -
+                  format.read;
+    return static_cast<unsigned>(word >> 8);
 }
 
 } // namespace bitlux::zt72518

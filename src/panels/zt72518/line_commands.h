@@ -1,48 +1,50 @@
 #pragma once
 
-#include "panels/common/sequence_player.h"
-#include "panels/zt72518/chip_link.h"
+#include "panels/common/panel_part.h"
 #include "panels/zt72518/chip_words.h"
-#include "panels/zt72518/panel_variables.h"
-#include "panels/zt72518/sequence_decoder.h"
 #include "panels/zt72518/watchdog.h"
-#include "session/session.h"
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace bitlux::zt72518 {
 
 /// What the lines of the sequence do: words of registers and flags by their names, a change of mode
-/// by the random word, and what the dongle does for the watchdog.
-class LineCommands : public SequenceCommands {
+/// by the random word, and what the dongle does for the watchdog. A name that is none sends 0.
+class LineCommands : public PanelPart, public SequenceCommands {
 public:
-    /// What it works with; all outlive it.
-    struct Parts {
-        Session& session;
-        PanelVariables& variables;
-        ChipLink& link;
-        ChipWords& words;
-        SequenceDecoder& decoder;
-        Watchdog& watchdog;
-        const forms::TextBox& triggerLine; ///< at which the dongle gives its pulse
-    };
+    explicit LineCommands(const PanelContext& context);
 
-    explicit LineCommands(const Parts& parts) : parts_(parts), variables_(parts.variables) {}
-
-    void stretchBegins() override { variables_.SPIParityEnabled = false; }
+    void stretchBegins() override { words_.SPIParityEnabled = false; }
     /// A frame of the trigger line asks the dongle for a pulse.
     void lineBegins(int line) override;
     std::vector<std::string> play(int line, const std::string& name,
                                   const std::string& value) override;
 
+    /// Sets SequenceHighByte (0 for a name that is none), SequenceIsWrite and SequenceIsWatchdog. A
+    /// watchdog command is carried out at once.
+    void Decod_Name(std::string_view name);
+
+    // Variables of the form
+    std::uint8_t SequenceHighByte = 0;
+    bool SequenceIsWrite = false;
+    bool SequenceIsWatchdog = false;
+
 private:
+    static constexpr int triggerLine = 3; ///< element of Val_loop
+
+    [[nodiscard]] unsigned highByteOf(const LineMeaning& meaning) const;
     void enterSpecialMode(std::uint8_t choice);
     std::vector<std::string> send(const std::string& name, const std::string& value);
 
-    Parts parts_;
-    PanelVariables& variables_;
+    Session& session_;
+    forms::Form& form_;
+    PanelSequence& sequence_;
+    const chips::Chip& chip_;
+    ChipWords& words_;
+    Watchdog& watchdog_;
 };
 
 } // namespace bitlux::zt72518

@@ -1,6 +1,7 @@
 #include "panels/zt72518/loop_pick.h"
 
 #include "panels/common/colours.h"
+#include "panels/zt72518/last_word_labels.h"
 #include "platform/conversions.h"
 
 #include <string>
@@ -8,38 +9,43 @@
 
 namespace bitlux::zt72518 {
 
-LoopPick::LoopPick(forms::Form& form, const Parts& parts) : parts_(parts) {
+LoopPick::LoopPick(const PanelContext& context)
+    : sequence_(context.sequence),
+      startCaption_(context.controls.get<forms::Label>(LastWordLabels::loopStart)),
+      stopCaption_(context.controls.get<forms::Label>(LastWordLabels::loopStop)) {
+    forms::Form& form = context.form;
+    form.variable("NextLoopPick", NextLoopPick);
     showNext();
-    show(parts_.player.Ch_Loop.checked());
-    parts_.player.loopChosen = [this](bool on) { show(on); };
+    show(sequence_.player.Ch_Loop.checked());
+    sequence_.player.loopChosen = [this](bool on) { show(on); };
     form.procedure("List_Commands_Click", [this] { List_Commands_Click(); });
     form.procedure("Val_loop_Change", [this] { Val_loop_Change(); });
 }
 
 void LoopPick::List_Commands_Click() {
-    if (parts_.lists.List_Commands.listIndex() < 0)
+    if (sequence_.lists.List_Commands.listIndex() < 0)
         return;
-    const std::string line = std::to_string(parts_.lists.List_Commands.listIndex());
-    bool& picksStart = parts_.variables.NextLoopPick;
-    const bool isStart = std::exchange(picksStart, !picksStart);
+    const std::string line = std::to_string(sequence_.lists.List_Commands.listIndex());
+    const bool isStart = std::exchange(NextLoopPick, !NextLoopPick);
     showNext();
-    (isStart ? parts_.start : parts_.stop).setText(line);
+    sequence_.Val_loop(isStart ? PanelSequence::LoopStart : PanelSequence::LoopStop).setText(line);
 }
 
 void LoopPick::Val_loop_Change() {
-    if (val(parts_.stop.text()) < val(parts_.start.text()))
-        parts_.stop.setText(parts_.start.text());
+    const forms::TextBox& start = sequence_.Val_loop(PanelSequence::LoopStart);
+    forms::TextBox& stop = sequence_.Val_loop(PanelSequence::LoopStop);
+    if (val(stop.text()) < val(start.text()))
+        stop.setText(start.text());
 }
 
 void LoopPick::showNext() {
-    const bool picksStart = parts_.variables.NextLoopPick;
-    parts_.startCaption.setBackColor(picksStart ? alarmColour : forms::buttonFaceColor);
-    parts_.stopCaption.setBackColor(picksStart ? forms::buttonFaceColor : alarmColour);
+    startCaption_.setBackColor(NextLoopPick ? alarmColour : forms::buttonFaceColor);
+    stopCaption_.setBackColor(NextLoopPick ? forms::buttonFaceColor : alarmColour);
 }
 
 void LoopPick::show(bool on) {
-    parts_.startCaption.setVisible(on);
-    parts_.stopCaption.setVisible(on);
+    startCaption_.setVisible(on);
+    stopCaption_.setVisible(on);
 }
 
 } // namespace bitlux::zt72518

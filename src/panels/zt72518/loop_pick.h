@@ -1,27 +1,15 @@
 #pragma once
 
-#include "panels/common/sequence_player.h"
-#include "panels/zt72518/panel_variables.h"
-#include "platform/forms/controls.h"
-#include "platform/forms/form.h"
+#include "panels/common/panel_part.h"
 
 namespace bitlux::zt72518 {
 
 /// Picks the start and the stop of the loop by clicks on lines, by turns.
-class LoopPick {
+class LoopPick : public PanelPart {
 public:
-    /// What it works with; all outlive it.
-    struct Parts {
-        PanelVariables& variables;
-        SequenceLists& lists;
-        SequencePlayer& player;
-        forms::TextBox& start; ///< lines of the loop
-        forms::TextBox& stop;
-        forms::Label& startCaption; ///< red while the next click picks it
-        forms::Label& stopCaption;
-    };
+    explicit LoopPick(const PanelContext& context);
 
-    LoopPick(forms::Form& form, const Parts& parts);
+    bool NextLoopPick = true; ///< the next click on a command picks the loop's start, else its stop
 
 private:
     void List_Commands_Click();
@@ -29,7 +17,9 @@ private:
     void showNext();
     void show(bool on);
 
-    Parts parts_;
+    PanelSequence& sequence_;
+    forms::Label& startCaption_; ///< red while the next click picks it
+    forms::Label& stopCaption_;
 };
 
 } // namespace bitlux::zt72518

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "panels/common/panel_controls.h"
-#include "panels/common/register_pages.h"
-#include "panels/zt72518/panel_variables.h"
+#include "panels/common/panel_part.h"
 
 #include <cstdint>
 #include <string>
@@ -11,11 +9,9 @@ namespace bitlux::zt72518 {
 
 /// What the page of the mode register has beside a register's page: the low-power modes with their
 /// wake-up sources, waking up by chip select, and the names of the mode and of the device.
-class ModePage {
+class ModePage : public PanelPart {
 public:
-    /// All outlive it; the registers' own controls are there.
-    ModePage(PanelControls& controls, RegisterPages& pages, RegisterWords& words,
-             PanelVariables& variables);
+    explicit ModePage(const PanelContext& context);
 
     /// What the identity byte says of the device.
     static std::string identityText(std::uint8_t identity);
@@ -29,7 +25,8 @@ private:
 
     PanelControls& controls_;
     RegisterPages& pages_;
-    PanelVariables& variables_;
+    const chips::Register& register_;
+    std::int16_t ModeCode = 0; ///< of the mode register as it was read last
 };
 
 } // namespace bitlux::zt72518

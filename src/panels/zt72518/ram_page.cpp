@@ -1,6 +1,5 @@
 #include "panels/zt72518/ram_page.h"
 
-#include "chips/zt72518/registers.h"
 #include "platform/conversions.h"
 
 #include <cstdint>
@@ -12,9 +11,10 @@ namespace bitlux::zt72518 {
 namespace {
 
 constexpr std::size_t digits = 2;
+constexpr int ramCount = 4;
 constexpr const char* bits = "RAM";
-constexpr oldchips::ControlName confirm{"Cm_OK_val_hexa"};
-constexpr oldchips::ControlName readAll{"Cm_RAM_Rl_All"};
+constexpr ControlRef confirm{"Cm_OK_val_hexa"};
+constexpr ControlRef readAll{"Cm_RAM_Rl_All"};
 
 /// The digits of a text, at most as many as find room, in capitals.
 std::string digitsOf(const std::string& text) {
@@ -27,23 +27,34 @@ std::string digitsOf(const std::string& text) {
 
 } // namespace
 
-RamPage::RamPage(forms::Form& form, PanelControls& controls, KeyFilters& filters,
-                 MessageBoxes& boxes)
-    : controls_(controls), filters_(filters), boxes_(boxes), Val_Hex_RAM(form, "Val_Hex_RAM") {
-    controls.addButton(confirm, "OK");
-    std::vector<oldchips::ControlName> reads;
-    for (int i = 0; i < oldchips::zt72518::ramCount; ++i)
-        reads.push_back({"Cm_Read_RAM", i});
-    controls.addButton(readAll, "Read all").setTooltip(controls.tooltips(reads));
-    for (int bit = 0; bit < controls.row(bits).size(); ++bit)
-        controls.onClick({bits, bit}, [this] { showHex(); });
-    controls.onClick(confirm, [this] { confirmText(); });
-    controls.onClick(readAll, [this] {
-        for (int i = 0; i < oldchips::zt72518::ramCount; ++i)
+RamPage::RamPage(const PanelContext& context)
+    : controls_(context.controls),
+      filters_(context.outside.desk.boxes, context.outside.desk.sound),
+      boxes_(context.outside.desk.boxes),
+      Val_Hex_RAM(context.form, "Val_Hex_RAM") {
+    controls_.addButton(confirm, "OK");
+    std::vector<chips::ControlName> reads;
+    for (int i = 0; i < ramCount; ++i)
+        reads.push_back({.name = "Cm_Read_RAM", .index = i});
+    controls_.addButton(readAll, "Read all").setTooltip(controls_.tooltips(reads));
+    for (int bit = 0; bit < controls_.row(bits).size(); ++bit)
+        controls_.onClick({bits, bit}, [this] { showHex(); });
+    controls_.onClick(confirm, [this] { confirmText(); });
+    controls_.onClick(readAll, [this] {
+        for (int i = 0; i < ramCount; ++i)
             controls_.run({"Cm_Read_RAM", i});
     });
+    forms::Form& form = context.form;
     form.procedure("Val_Hex_RAM_KeyPress", [this](int key) { return filterKey(key); });
     form.procedure("Val_Hex_RAM_Change", [this] { followText(); });
+    form.procedure("HEXA_check", [this](int key) { return filters_.HEXA_check(key); });
+    form.procedure("NUM_check", [this](int key) { return filters_.NUM_check(key); });
+    form.procedure("DECimal_check", [this](int key) { return filters_.DECimal_check(key); });
+    form.procedure("BINary_x_check", [this](int key) { return filters_.BINary_x_check(key); });
+}
+
+void RamPage::load() {
+    controls_.row(bits).show(0);
 }
 
 void RamPage::showHex() {

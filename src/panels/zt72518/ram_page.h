@@ -1,19 +1,17 @@
 #pragma once
 
 #include "panels/common/key_filters.h"
-#include "panels/common/panel_controls.h"
-#include "platform/desk.h"
-#include "platform/forms/controls.h"
-#include "platform/forms/form.h"
+#include "panels/common/panel_part.h"
 
 namespace bitlux::zt72518 {
 
 /// What the page of the four RAM bytes has beside a register's page: the byte of the write row as
-/// hexadecimal text, and reading all four.
-class RamPage {
+/// hexadecimal text, and reading all four. It brings the filters of keys as well.
+class RamPage : public PanelPart {
 public:
-    /// All outlive it; the registers' own controls are there.
-    RamPage(forms::Form& form, PanelControls& controls, KeyFilters& filters, MessageBoxes& boxes);
+    explicit RamPage(const PanelContext& context);
+
+    void load() override;
 
 private:
     void showHex();
@@ -22,7 +20,7 @@ private:
     void confirmText();
 
     PanelControls& controls_;
-    KeyFilters& filters_;
+    KeyFilters filters_;
     MessageBoxes& boxes_;
 
 public:

@@ -33,25 +33,32 @@ int lineIn(const forms::TextBox& box, int last) {
 
 } // namespace
 
-SequenceStops::SequenceStops(forms::Form& form, const Parts& parts)
-    : parts_(parts),
-      variables_(parts.variables),
-      frame_Condition(form, "frame_Condition", 2),
-      Ch_FirstCondition(form, "Ch_FirstCondition", "First condition"),
-      Ch_SecondCondition(form, "Ch_SecondCondition", "Second condition"),
-      Text_FirstCondition(form, "Text_FirstCondition"),
-      Text_SecondCondition(form, "Text_SecondCondition"),
-      R_Condition1(lineOptions(form, firstLines, "R_Condition1")),
-      R_Condition2(lineOptions(form, secondLines, "R_Condition2")),
-      Cm_PassCondition1(form, "Cm_PassCondition1", "Pass"),
-      Cm_PassCondition2(form, "Cm_PassCondition2", "Pass") {
-    form.procedure("Cm_PassCondition1_Click", [this] { variables_.Pass1 = true; });
-    form.procedure("Cm_PassCondition2_Click", [this] { variables_.Pass2 = true; });
+SequenceStops::SequenceStops(const PanelContext& context)
+    : session_(context.outside.session),
+      dongle_(context.outside.dongle),
+      loop_(context.outside.desk.loop),
+      sequence_(context.sequence),
+      frame_Condition(context.form, "frame_Condition", 2),
+      Ch_FirstCondition(context.form, "Ch_FirstCondition", "First condition"),
+      Ch_SecondCondition(context.form, "Ch_SecondCondition", "Second condition"),
+      Text_FirstCondition(context.form, "Text_FirstCondition"),
+      Text_SecondCondition(context.form, "Text_SecondCondition"),
+      R_Condition1(lineOptions(context.form, firstLines, "R_Condition1")),
+      R_Condition2(lineOptions(context.form, secondLines, "R_Condition2")),
+      Cm_PassCondition1(context.form, "Cm_PassCondition1", "Pass"),
+      Cm_PassCondition2(context.form, "Cm_PassCondition2", "Pass") {
+    forms::Form& form = context.form;
+    form.variable("Pass1", Pass1);
+    form.variable("Pass2", Pass2);
+    form.variable("Condition1Seen", Condition1Seen);
+    form.variable("Condition2Seen", Condition2Seen);
+    form.procedure("Cm_PassCondition1_Click", [this] { Pass1 = true; });
+    form.procedure("Cm_PassCondition2_Click", [this] { Pass2 = true; });
     form.procedure("Ch_FirstCondition_Click", [this] { Ch_FirstCondition_Click(); });
     form.procedure("Ch_SecondCondition_Click", [this] { Ch_SecondCondition_Click(); });
     Ch_FirstCondition_Click();
     Ch_SecondCondition_Click();
-    parts_.player.stretches = [this](int last) { play(last); };
+    sequence_.player.stretches = [this](int last) { play(last); };
 }
 
 void SequenceStops::Ch_FirstCondition_Click() {
@@ -71,42 +78,41 @@ void SequenceStops::play(int last) {
     int first = 1;
     if (Ch_FirstCondition.checked()) {
         const int stop = lineIn(Text_FirstCondition, last);
-        parts_.player.RunSequenceRange(first, stop);
-        await({R_Condition1, variables_.Condition1Seen, variables_.Pass1});
+        sequence_.player.RunSequenceRange(first, stop);
+        await({R_Condition1, Condition1Seen, Pass1});
         first = stop + 1;
         if (Ch_SecondCondition.checked()) {
             const int second = lineIn(Text_SecondCondition, last);
-            parts_.player.RunSequenceRange(first, second);
-            await({R_Condition2, variables_.Condition2Seen, variables_.Pass2});
+            sequence_.player.RunSequenceRange(first, second);
+            await({R_Condition2, Condition2Seen, Pass2});
             first = second + 1;
         }
     }
-    parts_.player.RunSequenceRange(first, last);
+    sequence_.player.RunSequenceRange(first, last);
 }
 
 bool SequenceStops::sample() const {
     bool answered = true;
-    const Subscription watch = parts_.dongle.failed.follow([&answered] { answered = false; });
-    parts_.dongle.read_rstint();
+    const Subscription watch = dongle_.failed.follow([&answered] { answered = false; });
+    dongle_.read_rstint();
     return answered;
 }
 
 void SequenceStops::await(const Condition& condition) {
-    const Session& session = parts_.session;
-    parts_.player.await(condition.lines(0).value() ? SequenceProgress::Awaited::Reset
-                                                   : SequenceProgress::Awaited::Interrupt);
+    sequence_.player.await(condition.lines(0).value() ? SequenceProgress::Awaited::Reset
+                                                      : SequenceProgress::Awaited::Interrupt);
     bool lost = false; // who is told once need not be told at each sample
-    while (!condition.seen && !condition.pass && variables_.RunEnabled) {
-        lost = lost ? session.LinkFailed : !sample();
-        if (condition.lines(0).value() ? session.ResetSeen : session.InterruptSeen)
+    while (!condition.seen && !condition.pass && sequence_.variables.RunEnabled) {
+        lost = lost ? session_.LinkFailed : !sample();
+        if (condition.lines(0).value() ? session_.ResetSeen : session_.InterruptSeen)
             condition.seen = true;
-        if (session.USBReady && !lost) // a sample takes its time
-            parts_.loop.turn();
+        if (session_.USBReady && !lost) // a sample takes its time
+            loop_.turn();
         else
-            parts_.loop.waitForEvents(pauseWithoutDongle);
+            loop_.waitForEvents(pauseWithoutDongle);
     }
     condition.seen = false;
-    parts_.player.await(SequenceProgress::Awaited::Nothing);
+    sequence_.player.await(SequenceProgress::Awaited::Nothing);
 }
 
 } // namespace bitlux::zt72518

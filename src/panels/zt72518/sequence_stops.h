@@ -1,27 +1,20 @@
 #pragma once
 
-#include "panels/common/sequence_player.h"
-#include "panels/zt72518/panel_variables.h"
+#include "panels/common/panel_part.h"
 #include "platform/forms/control_array.h"
-#include "platform/forms/controls.h"
-#include "transfer/dongle_link.h"
 
 namespace bitlux::zt72518 {
 
 /// Two points at which a run stops until the chip resets or interrupts, or the user lets it pass.
-class SequenceStops {
+class SequenceStops : public PanelPart {
 public:
-    /// What it works with; all outlive it.
-    struct Parts {
-        const Session& session;
-        PanelVariables& variables;
-        SequenceLists& lists;
-        SequencePlayer& player;
-        DongleLink& dongle;
-        EventLoop& loop;
-    };
+    explicit SequenceStops(const PanelContext& context);
 
-    SequenceStops(forms::Form& form, const Parts& parts);
+    // Variables of the form
+    bool Pass1 = false;
+    bool Pass2 = false;
+    bool Condition1Seen = false;
+    bool Condition2Seen = false;
 
 private:
     struct Condition {
@@ -38,8 +31,10 @@ private:
     void Ch_FirstCondition_Click();
     void Ch_SecondCondition_Click();
 
-    Parts parts_;
-    PanelVariables& variables_;
+    const Session& session_;
+    DongleLink& dongle_;
+    EventLoop& loop_;
+    PanelSequence& sequence_;
 
 public:
     forms::ControlArray<forms::Frame> frame_Condition;

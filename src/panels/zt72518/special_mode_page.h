@@ -1,16 +1,17 @@
 #pragma once
 
-#include "panels/common/panel_controls.h"
-#include "panels/common/register_pages.h"
+#include "panels/common/panel_part.h"
 
 namespace bitlux::zt72518 {
 
 /// What the page of Special Mode has beside a register's page: a mode is entered by a word that
 /// repeats the random word of the chip, inverted.
-class SpecialModePage {
+class SpecialModePage : public PanelPart {
 public:
-    /// All outlive it; the register's own controls are there.
-    SpecialModePage(PanelControls& controls, RegisterPages& pages, RegisterWords& words);
+    static constexpr const char* registerTitle = "Special Mode";
+    static constexpr int randomBits = 6; ///< below the select bits
+
+    explicit SpecialModePage(const PanelContext& context);
 
 private:
     void showInverse();
@@ -19,7 +20,8 @@ private:
 
     PanelControls& controls_;
     RegisterPages& pages_;
-    RegisterWords& words_;
+    PanelWords& words_;
+    const chips::Register& register_;
 };
 
 } // namespace bitlux::zt72518

@@ -1,8 +1,6 @@
 #include "panels/zt72518/test_mode_form.h"
 
-#include "panels/zt72518/chip_link.h"
 #include "platform/failure.h"
-#include "platform/scoped_value.h"
 
 #include <algorithm>
 #include <memory>
@@ -15,12 +13,6 @@
 namespace bitlux::zt72518 {
 
 namespace {
-
-using oldchips::zt72518::TestCommand;
-using oldchips::zt72518::testFlags;
-using oldchips::zt72518::TestSignal;
-using oldchips::zt72518::TestThreshold;
-using oldchips::zt72518::testThresholds;
 
 constexpr std::array<std::string_view, 4> tests{"Scan Test", "Peripheral Scan Test", "IDDQ Test",
                                                 "Send this patern !"};
@@ -94,10 +86,9 @@ std::vector<std::string> threeBits() {
 /// The words of a command, the second with its low byte or "xx", or none.
 std::string wordText(TestCommand command, const std::string& second) {
     const std::string first =
-        fmt::format("0x{:02X}{:02X}", oldchips::zt72518::testWordHigh, static_cast<int>(command));
+        fmt::format("0x{:02X}{:02X}", testWordHigh, static_cast<int>(command));
     return second.empty() ? first
-                          : fmt::format("{}, 0x{:02X}{}", first,
-                                        oldchips::zt72518::secondTestWordHigh, second);
+                          : fmt::format("{}, 0x{:02X}{}", first, secondTestWordHigh, second);
 }
 
 } // namespace
@@ -105,6 +96,7 @@ std::string wordText(TestCommand command, const std::string& second) {
 TestModeForm::TestModeForm(forms::FormSet& set, const Parts& parts)
     : Form(set, "TestMode", "Test Mode"),
       parts_(parts),
+      words_(parts.format, parts.session, parts.engine, parts.boxes),
       enter_test_mode(*this, "enter_test_mode", "Enter in Test mode"),
       can_lin(captioned<forms::Button>(*this, "can_lin", static_cast<int>(testFlags.size()),
                                        [](std::size_t i) { return testFlags.at(i).title; })),
@@ -115,12 +107,12 @@ TestModeForm::TestModeForm(forms::FormSet& set, const Parts& parts)
       thres_send(*this, "thres_send", "Send Threshold or flags"),
       term_cond(options(*this, termConditions, "term_cond", zt72518::termConditions)),
       term_send(*this, "term_send", "Thermal sensors"),
-      trim_version(options(*this, trimVersions, "trim_version", oldchips::zt72518::trimVersions)),
+      trim_version(options(*this, trimVersions, "trim_version", zt72518::trimVersions)),
       trim_volt(options(*this, trimVolts, "trim_volt", volts)),
-      trim_osci(options(*this, trimOscillators, "trim_osci", oldchips::zt72518::trimOscillators)),
-      trim_bias(options(*this, trimBiases, "trim_bias", oldchips::zt72518::trimBiases)),
+      trim_osci(options(*this, trimOscillators, "trim_osci", zt72518::trimOscillators)),
+      trim_bias(options(*this, trimBiases, "trim_bias", zt72518::trimBiases)),
       trim_lin(options(*this, trimLins, "trim_lin", lins)),
-      trim_fuse(options(*this, trimFuses, "trim_fuse", oldchips::zt72518::trimFuses)),
+      trim_fuse(options(*this, trimFuses, "trim_fuse", zt72518::trimFuses)),
       trimming_txd(*this, "trimming_txd", 0, longestTxd),
       trimmingLabels(*this, "trimming", 2),
       trim_send(*this, "trim_send", "Trimming"),
@@ -142,8 +134,7 @@ TestModeForm::TestModeForm(forms::FormSet& set, const Parts& parts)
     procedure("thres_send_Click", [this] { thres_send_Click(); });
     procedure("term_send_Click", [this] { term_send_Click(); });
     procedure("trim_send_Click", [this] { trim_send_Click(); });
-    procedure("trim_fuse_Click",
-              [this](int index) { showTxd(index == oldchips::zt72518::burnFuses); });
+    procedure("trim_fuse_Click", [this](int index) { showTxd(index == burnFuses); });
     procedure("trimming_txd_Change", [this] { showTxdTime(); });
     procedure("trimming_txd_Scroll", [this] { showTxdTime(); });
     procedure("tests_send_Click", [this](int index) { tests_send_Click(index); });
@@ -158,27 +149,29 @@ void TestModeForm::tellWords() {
         can_lin(flag).setTooltip(wordText(TestCommand::CanLinFlag, fmt::format("{:02X}", flag)));
     thres_send.setTooltip(wordText(TestCommand::Threshold, "xx"));
     constexpr int thermal = static_cast<int>(TestCommand::Thermal);
-    term_send.setTooltip(fmt::format("0x{0:02X}{1:02X} or 0x{0:02X}{2:02X}",
-                                     oldchips::zt72518::testWordHigh, thermal, thermal + 1));
-    trim_send.setTooltip(fmt::format("0x{:02X}xx, 0x{:02X}xx", oldchips::zt72518::testWordHigh,
-                                     oldchips::zt72518::secondTestWordHigh));
+    term_send.setTooltip(
+        fmt::format("0x{0:02X}{1:02X} or 0x{0:02X}{2:02X}", testWordHigh, thermal, thermal + 1));
+    trim_send.setTooltip(fmt::format("0x{:02X}xx, 0x{:02X}xx", testWordHigh, secondTestWordHigh));
     for (std::size_t test = 0; test < testCommands.size(); ++test)
         tests_send(static_cast<int>(test)).setTooltip(wordText(testCommands[test], ""));
     tests_send(patternTest).setTooltip(wordText(TestCommand::Pattern, "xx"));
 }
 
 void TestModeForm::choose(TestCommand command, std::uint8_t second) {
-    TestWords = {oldchips::zt72518::testWordHigh, static_cast<std::uint8_t>(command),
-                 oldchips::zt72518::secondTestWordHigh, second};
+    TestWords = {testWordHigh, static_cast<std::uint8_t>(command), secondTestWordHigh, second};
 }
 
-void TestModeForm::Send_SPI() {
-    sendFirstWord();
-    sendPacked(parts_.session, parts_.engine, TestWords[2], TestWords[3]);
+std::uint64_t TestModeForm::wordIn(std::size_t place) const {
+    return static_cast<std::uint64_t>(TestWords.at(place)) << 8 | TestWords.at(place + 1);
 }
 
-void TestModeForm::sendFirstWord() {
-    sendPacked(parts_.session, parts_.engine, TestWords[0], TestWords[1]);
+void TestModeForm::Send_SPI(std::optional<std::int16_t> type) {
+    sendFirstWord(type);
+    words_.send(wordIn(2), type);
+}
+
+void TestModeForm::sendFirstWord(std::optional<std::int16_t> type) {
+    words_.send(wordIn(0), type);
 }
 
 void TestModeForm::can_lin_Click(int index) {
@@ -210,7 +203,7 @@ void TestModeForm::term_send_Click() {
     sendFirstWord();
 }
 
-oldchips::zt72518::Trimming TestModeForm::trimming() const {
+Trimming TestModeForm::trimming() const {
     return {.version = selected(trim_version),
             .is3V3 = trim_volt(0).value(),
             .oscillator = selected(trim_osci),
@@ -220,11 +213,14 @@ oldchips::zt72518::Trimming TestModeForm::trimming() const {
 }
 
 void TestModeForm::trim_send_Click() {
-    TestWords = {oldchips::zt72518::testWordHigh, firstTrimByte(trimming()),
-                 oldchips::zt72518::secondTestWordHigh, secondTrimByte(trimming())};
-    if (selected(trim_fuse) != oldchips::zt72518::burnFuses)
+    TestWords = {testWordHigh, firstTrimByte(trimming()), secondTestWordHigh,
+                 secondTrimByte(trimming())};
+    if (selected(trim_fuse) != burnFuses)
         return Send_SPI();
-    pack(parts_.session, TestWords[1], TestWords[3]);
+    constexpr int wordBits = 16;
+    parts_.session.WordToSend.assign(wordBits, 0);
+    parts_.session.WordToSend[8] = TestWords[1];
+    parts_.session.WordToSend[0] = TestWords[3];
     send_trimming();
 }
 
@@ -275,8 +271,7 @@ void TestModeForm::sendPattern() {
         return;
     }
     choose(TestCommand::Pattern, *byte);
-    const ScopedValue<std::int16_t> type(parts_.session.SPIType, patternType);
-    Send_SPI();
+    Send_SPI(patternType);
 }
 
 } // namespace bitlux::zt72518

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "chips/zt72518/test_mode.h"
+#include "panels/common/panel_words.h"
+#include "panels/zt72518/test_words.h"
 #include "platform/desk.h"
 #include "platform/forms/control_array.h"
 #include "platform/forms/controls.h"
@@ -17,11 +18,12 @@
 namespace bitlux::zt72518 {
 
 /// The form "TestMode": brings internal thresholds and flags to pins, starts scan tests, and trims
-/// oscillator and bias, with or without burning fuses. Its words have the shape that the panel set.
+/// oscillator and bias, with or without burning fuses.
 class TestModeForm : public forms::Form {
 public:
     /// What the form works with; all outlive it.
     struct Parts {
+        const chips::WordFormat& format; ///< of the family's words
         Session& session;
         WordEngine& engine;
         DongleLink& dongle;
@@ -30,8 +32,8 @@ public:
 
     TestModeForm(forms::FormSet& set, const Parts& parts);
 
-    /// Sends both words of TestWords.
-    void Send_SPI();
+    /// Sends both words of TestWords, in another type than that of the chip where one is given.
+    void Send_SPI(std::optional<std::int16_t> type = {});
     void can_lin_Click(int index);
     void thres_combox_Click();
     void thres_send_Click();
@@ -44,9 +46,11 @@ public:
 private:
     /// Tooltips of the buttons: the words that they send.
     void tellWords();
-    void choose(oldchips::zt72518::TestCommand command, std::uint8_t second = 0);
-    void sendFirstWord();
-    [[nodiscard]] oldchips::zt72518::Trimming trimming() const;
+    void choose(TestCommand command, std::uint8_t second = 0);
+    void sendFirstWord(std::optional<std::int16_t> type = {});
+    /// The word whose bytes begin at a place of TestWords.
+    [[nodiscard]] std::uint64_t wordIn(std::size_t place) const;
+    [[nodiscard]] Trimming trimming() const;
     void showTxd(bool burns);
     void showTxdTime();
     void buildPattern();
@@ -55,11 +59,11 @@ private:
     void sendPattern();
 
     Parts parts_;
+    PanelWords words_;
 
 public:
     /// High and low byte of the first and of the second word.
-    std::array<std::uint8_t, 4> TestWords{oldchips::zt72518::testWordHigh, 0,
-                                          oldchips::zt72518::secondTestWordHigh, 0};
+    std::array<std::uint8_t, 4> TestWords{testWordHigh, 0, secondTestWordHigh, 0};
 
     forms::Button enter_test_mode;
     forms::ControlArray<forms::Button> can_lin;

@@ -6,10 +6,19 @@
 
 namespace bitlux::zt72518 {
 
-ValueEditor::ValueEditor(forms::Form& form, SequenceLists& lists, forms::TextBox& text,
-                         forms::ComboBox& time)
-    : lists_(lists), text_(text), time_(time) {
-    form.procedure("List_Value_Click", [this] { List_Value_Click(); });
+namespace {
+
+constexpr int editedValue = 2; ///< element of Val_loop
+constexpr int timeOfLine = 3;  ///< list of wd_config
+
+} // namespace
+
+ValueEditor::ValueEditor(const PanelContext& context)
+    : lists_(context.sequence.lists),
+      text_(context.sequence.Val_loop(editedValue)),
+      time_(context.part<Watchdog>().wd_config(timeOfLine)) {
+    context.part<Watchdog>().changeValue = [this] { changeValue(); };
+    context.form.procedure("List_Value_Click", [this] { List_Value_Click(); });
 }
 
 void ValueEditor::List_Value_Click() {

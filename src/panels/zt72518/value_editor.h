@@ -1,17 +1,13 @@
 #pragma once
 
-#include "panels/common/sequence_lists.h"
-#include "platform/forms/controls.h"
-#include "platform/forms/form.h"
+#include "panels/common/panel_part.h"
 
 namespace bitlux::zt72518 {
 
 /// Edits the value of the selected line: as a text, or as one of the times of the watchdog.
-class ValueEditor {
+class ValueEditor : public PanelPart {
 public:
-    /// All outlive it.
-    ValueEditor(forms::Form& form, SequenceLists& lists, forms::TextBox& text,
-                forms::ComboBox& time);
+    explicit ValueEditor(const PanelContext& context);
 
     /// "Change Value": what was edited becomes the value of the selected line.
     void changeValue();

@@ -1,6 +1,5 @@
 #include "panels/zt72518/watchdog.h"
 
-#include "chips/zt72518/registers.h"
 #include "panels/common/colours.h"
 #include "platform/dongle_commands.h"
 #include "platform/failure.h"
@@ -16,8 +15,6 @@
 #include <fmt/format.h>
 
 namespace bitlux::zt72518 {
-
-namespace chip = oldchips::zt72518;
 
 namespace {
 
@@ -35,7 +32,7 @@ constexpr std::array<const char*, 16> captions{
 
 constexpr int longestHighTime = 255;
 constexpr int usualHighTime = 5;
-constexpr std::uint8_t refreshHigh = chip::writeHigh(chip::watchdogRefresh);
+constexpr std::uint8_t refreshHigh = 0x5A; ///< a write of the watchdog's register
 
 std::optional<int> numberOf(std::span<const std::string_view> texts, std::string_view text) {
     const auto found = std::find(texts.begin(), texts.end(), text);
@@ -74,14 +71,18 @@ forms::ControlArray<forms::Button> buttons(forms::Form& form) {
 
 } // namespace
 
-Watchdog::Watchdog(forms::Form& form, const Parts& parts)
-    : parts_(parts),
-      variables_(parts.variables),
-      wd_config(configurations(form)),
-      wd_current_time(form, "wd_current_time", 0, longestHighTime),
-      wd_aff(form, "wd_aff", 5),
-      wd_refresh(form, "wd_refresh", 2),
-      watchdog(buttons(form)) {
+Watchdog::Watchdog(const PanelContext& context)
+    : session_(context.outside.session),
+      dongle_(context.outside.dongle),
+      boxes_(context.outside.desk.boxes),
+      sequence_(context.sequence.lists),
+      words_(context.part<ChipWords>()),
+      store_(context.part<CommandStore>()),
+      wd_config(configurations(context.form)),
+      wd_current_time(context.form, "wd_current_time", 0, longestHighTime),
+      wd_aff(context.form, "wd_aff", 5),
+      wd_refresh(context.form, "wd_refresh", 2),
+      watchdog(buttons(context.form)) {
     wd_config(3).hide();
     wd_current_time.setValue(usualHighTime);
     wd_config(0).setEditText("WatchDog mode");
@@ -96,6 +97,13 @@ Watchdog::Watchdog(forms::Form& form, const Parts& parts)
     showState(false);
     for (const int once : {12, 14})
         watchdog(once).setTooltip(fmt::format("0x{:02X}00", refreshHigh));
+    forms::Form& form = context.form;
+    form.variable("WdConfigRequest", session_.WdConfigRequest);
+    form.variable("WdSequenceRequest", session_.WdSequenceRequest);
+    form.variable("WdSequenceMode", session_.WdSequenceMode);
+    form.variable("WdSequenceTime", session_.WdSequenceTime);
+    form.variable("WdCurrentOn", session_.WdCurrentOn);
+    form.variable("WdStopRequest", session_.WdStopRequest);
     form.procedure("wd_current_time_Change", [this] { showTime(); });
     form.procedure("wd_current_time_Scroll", [this] { showTime(); });
     form.procedure("watchdog_Click", [this](int index) { watchdog_Click(index); });
@@ -113,45 +121,45 @@ std::optional<int> Watchdog::modeNumber(std::string_view text) {
 }
 
 void Watchdog::send_wd() {
-    if (!parts_.session.USBReady)
+    if (!session_.USBReady)
         return;
     int mode = 0;
     int time = 0;
-    if (parts_.session.WdStopRequest) {
+    if (session_.WdStopRequest) {
         mode = dongle::watchdogStop;
-        parts_.session.WdStopRequest = false;
-        parts_.session.WdConfigRequest = false;
+        session_.WdStopRequest = false;
+        session_.WdConfigRequest = false;
     }
-    if (std::exchange(parts_.session.WdConfigRequest, false)) {
+    if (std::exchange(session_.WdConfigRequest, false)) {
         mode = wd_config(0).listIndex() + dongle::watchdogFirstMode;
         time = wd_config(1).listIndex();
     }
-    if (std::exchange(parts_.session.WdSequenceRequest, false)) {
-        mode = parts_.session.WdSequenceMode + dongle::watchdogFirstMode;
-        time = parts_.session.WdSequenceTime;
+    if (std::exchange(session_.WdSequenceRequest, false)) {
+        mode = session_.WdSequenceMode + dongle::watchdogFirstMode;
+        time = session_.WdSequenceTime;
         showState(true);
     }
-    parts_.dongle.send_wd(toByte(mode), toByte(time));
+    dongle_.send_wd(toByte(mode), toByte(time));
 }
 
 void Watchdog::send_wd_current() {
-    if (!parts_.session.USBReady)
+    if (!session_.USBReady)
         return;
-    if (parts_.session.WdCurrentOn)
-        parts_.dongle.send_wd_current(dongle::watchdogCurrentOn, toByte(wd_current_time.value()),
-                                      toByte(wd_config(2).listIndex()));
+    if (session_.WdCurrentOn)
+        dongle_.send_wd_current(dongle::watchdogCurrentOn, toByte(wd_current_time.value()),
+                                toByte(wd_config(2).listIndex()));
     else
-        parts_.dongle.send_wd_current(0, 0, 0);
+        dongle_.send_wd_current(0, 0, 0);
 }
 
 void Watchdog::decod_wd_time(int line) {
-    if (const std::optional<int> time = timeNumber(parts_.sequence.value(line)))
-        parts_.session.WdSequenceTime = static_cast<std::int16_t>(*time);
+    if (const std::optional<int> time = timeNumber(sequence_.value(line)))
+        session_.WdSequenceTime = static_cast<std::int16_t>(*time);
 }
 
 void Watchdog::startBySequence(int mode, int line) {
-    parts_.session.WdSequenceMode = static_cast<std::int16_t>(mode);
-    parts_.session.WdSequenceRequest = true;
+    session_.WdSequenceMode = static_cast<std::int16_t>(mode);
+    session_.WdSequenceRequest = true;
     decod_wd_time(line);
     send_wd();
 }
@@ -161,28 +169,28 @@ void Watchdog::watchdog_Click(int index) {
     case 0:
         return start();
     case 1:
-        return parts_.sequence.append(wd_config(0).text(), wd_config(1).text());
+        return sequence_.append(wd_config(0).text(), wd_config(1).text());
     case 2:
         return stop();
     case 3:
-        return parts_.sequence.append("Stop Watchdog", "");
+        return sequence_.append("Stop Watchdog", "");
     case 4:
     case 8:
         return startCurrent();
     case 5:
     case 9:
-        return parts_.sequence.append("Start Watchdog Current", "");
+        return sequence_.append("Start Watchdog Current", "");
     case 6:
     case 10:
         return stopCurrent();
     case 7:
     case 11:
-        return parts_.sequence.append("Stop Watchdog Current", "");
+        return sequence_.append("Stop Watchdog Current", "");
     case 12:
     case 14:
         return refreshOnce();
     case 13:
-        return parts_.sequence.append("One Simple Watchdog", "");
+        return sequence_.append("One Simple Watchdog", "");
     case 15:
         return changeValue();
     default:
@@ -191,43 +199,43 @@ void Watchdog::watchdog_Click(int index) {
 }
 
 void Watchdog::start() {
-    parts_.session.WdConfigRequest = true;
+    session_.WdConfigRequest = true;
     if (wd_config(0).listIndex() < 0 || wd_config(1).listIndex() < 0) {
-        parts_.boxes.show({.text = "Please configure WatchDog"});
+        boxes_.show({.text = "Please configure WatchDog"});
         return;
     }
     send_wd();
     showState(true);
-    note(wd_config(0).text(), wd_config(1).text());
+    store_.note(wd_config(0).text(), wd_config(1).text());
 }
 
 void Watchdog::stop() {
-    parts_.session.WdStopRequest = true;
-    parts_.session.WdConfigRequest = false;
+    session_.WdStopRequest = true;
+    session_.WdConfigRequest = false;
     send_wd();
     showState(false);
-    note("Stop Watchdog");
+    store_.note("Stop Watchdog");
 }
 
 void Watchdog::startCurrent() {
-    parts_.session.WdCurrentOn = true;
+    session_.WdCurrentOn = true;
     if (wd_config(2).listIndex() < 0) {
-        parts_.boxes.show({.text = "Please configure WatchDog Current"});
+        boxes_.show({.text = "Please configure WatchDog Current"});
         return;
     }
     send_wd_current();
-    note("Start Watchdog Current");
+    store_.note("Start Watchdog Current");
 }
 
 void Watchdog::stopCurrent() {
-    parts_.session.WdCurrentOn = false;
+    session_.WdCurrentOn = false;
     send_wd_current();
-    note("Stop Watchdog Current");
+    store_.note("Stop Watchdog Current");
 }
 
 void Watchdog::refreshOnce() {
-    parts_.link.send(refreshHigh, 0);
-    note("One Simple Watchdog");
+    words_.send(refreshHigh, 0);
+    store_.note("One Simple Watchdog");
 }
 
 void Watchdog::showTime() {
@@ -237,11 +245,6 @@ void Watchdog::showTime() {
 void Watchdog::showState(bool on) {
     wd_aff(1).setCaption(on ? "Watch Dog is ON" : "Watch Dog is OFF");
     wd_aff(1).setBackColor(on ? alarmColour : forms::buttonFaceColor);
-}
-
-void Watchdog::note(const std::string& command, const std::string& value) {
-    if (variables_.StoreCommands)
-        store(command, value);
 }
 
 } // namespace bitlux::zt72518

@@ -1,13 +1,9 @@
 #pragma once
 
-#include "panels/common/sequence_lists.h"
-#include "panels/zt72518/chip_link.h"
-#include "panels/zt72518/panel_variables.h"
-#include "platform/desk.h"
+#include "panels/common/panel_part.h"
+#include "panels/zt72518/chip_words.h"
+#include "panels/zt72518/command_store.h"
 #include "platform/forms/control_array.h"
-#include "platform/forms/controls.h"
-#include "session/session.h"
-#include "transfer/dongle_link.h"
 
 #include <functional>
 #include <optional>
@@ -18,19 +14,9 @@ namespace bitlux::zt72518 {
 
 /// The watchdog that the dongle serves: its mode and time, its pulse of current, and the buttons
 /// that start it, stop it, and put either into the sequence.
-class Watchdog {
+class Watchdog : public PanelPart {
 public:
-    /// What it works with; all outlive it.
-    struct Parts {
-        Session& session;
-        PanelVariables& variables;
-        ChipLink& link;
-        DongleLink& dongle;
-        SequenceLists& sequence;
-        MessageBoxes& boxes;
-    };
-
-    Watchdog(forms::Form& form, const Parts& parts);
+    explicit Watchdog(const PanelContext& context);
 
     /// The number of a time in the list of times, nothing for any other text.
     static std::optional<int> timeNumber(std::string_view text);
@@ -48,9 +34,7 @@ public:
     void startBySequence(int mode, int line);
 
     /// Writes the edited value into the sequence. Set by whoever owns the editor.
-    std::function<void()> changeValue;
-    /// save_log, while commands are stored. Set by whoever owns the store.
-    std::function<void(const std::string& command, const std::string& value)> store;
+    std::function<void()> changeValue = [] {};
 
 private:
     void watchdog_Click(int index);
@@ -61,10 +45,13 @@ private:
     void refreshOnce();
     void showTime();
     void showState(bool on);
-    void note(const std::string& command, const std::string& value = {});
 
-    Parts parts_;
-    PanelVariables& variables_;
+    Session& session_;
+    DongleLink& dongle_;
+    MessageBoxes& boxes_;
+    SequenceLists& sequence_;
+    ChipWords& words_;
+    CommandStore& store_;
 
 public:
     forms::ControlArray<forms::ComboBox> wd_config; ///< mode, time, low time, time of a line

@@ -1,9 +1,7 @@
 #pragma once
 
-#include "panels/common/panel_controls.h"
+#include "panels/common/panel_part.h"
 #include "platform/event.h"
-#include "session/session.h"
-#include "transfer/word_engine.h"
 
 #include <cstddef>
 #include <string>
@@ -12,13 +10,12 @@ namespace bitlux::zt72518 {
 
 /// The labels that tell the word sent and the word received last while the panel is active:
 /// Label_Liste(0) to (2) and (3), (7), (8). The array also has the captions of the sequence's loop.
-class StatusLabels {
+class LastWordLabels : public PanelPart {
 public:
-    static constexpr oldchips::ControlName loopStart{"Label_Liste", 5};
-    static constexpr oldchips::ControlName loopStop{"Label_Liste", 6};
+    static constexpr ControlRef loopStart{"Label_Liste", 5};
+    static constexpr ControlRef loopStop{"Label_Liste", 6};
 
-    /// All outlive it.
-    StatusLabels(PanelControls& controls, const Session& session, WordEngine& engine);
+    explicit LastWordLabels(const PanelContext& context);
 
 private:
     void show(int label, const std::string& text) const;

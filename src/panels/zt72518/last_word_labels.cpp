@@ -1,4 +1,4 @@
-#include "panels/zt72518/status_labels.h"
+#include "panels/zt72518/last_word_labels.h"
 
 #include "platform/conversions.h"
 
@@ -24,29 +24,29 @@ std::string digit(int value) {
 
 } // namespace
 
-StatusLabels::StatusLabels(PanelControls& controls, const Session& session, WordEngine& engine)
-    : controls_(controls),
-      session_(session),
-      engine_(engine),
-      leaving_(engine.wordLeaving.follow([this] { showSent(); })),
-      transferred_(engine.wordTransferred.follow([this] { showReceived(); })) {
+LastWordLabels::LastWordLabels(const PanelContext& context)
+    : controls_(context.controls),
+      session_(context.outside.session),
+      engine_(context.outside.engine),
+      leaving_(context.outside.engine.wordLeaving.follow([this] { showSent(); })),
+      transferred_(context.outside.engine.wordTransferred.follow([this] { showReceived(); })) {
     for (const int label : sentLabels)
-        controls.addLabel({labels, label}, "Sent : ").setTooltip(decodedNote);
+        controls_.addLabel({labels, label}, "Sent : ").setTooltip(decodedNote);
     for (const int label : receivedLabels)
-        controls.addLabel({labels, label}, "Received : ").setTooltip(decodedNote);
-    controls.addLabel(loopStart, "Start");
-    controls.addLabel(loopStop, "Stop");
+        controls_.addLabel({labels, label}, "Received : ").setTooltip(decodedNote);
+    controls_.addLabel(loopStart, "Start");
+    controls_.addLabel(loopStop, "Stop");
 }
 
-void StatusLabels::show(int label, const std::string& text) const {
+void LastWordLabels::show(int label, const std::string& text) const {
     controls_.get<forms::Label>({labels, label}).setCaption(text);
 }
 
-int StatusLabels::sent(std::size_t element) const {
+int LastWordLabels::sent(std::size_t element) const {
     return element < session_.WordToSend.size() ? session_.WordToSend[element] : 0;
 }
 
-void StatusLabels::showSent() {
+void LastWordLabels::showSent() {
     if (session_.ZT72518PanelActive != active)
         return;
     const int low = sent(0);
@@ -56,7 +56,7 @@ void StatusLabels::showSent() {
         show(label, text);
 }
 
-void StatusLabels::showReceived() {
+void LastWordLabels::showReceived() {
     if (session_.ZT72518PanelActive != active)
         return;
     if (engine_.usesDongle()) {
@@ -70,7 +70,7 @@ void StatusLabels::showReceived() {
                                              digit(ones(4)), digit(ones(8)), digit(ones(12))));
 }
 
-int StatusLabels::nibble(int lowBit) const {
+int LastWordLabels::nibble(int lowBit) const {
     int value = 0;
     auto element = static_cast<std::size_t>(lowBit);
     for (int i = 0; i < 4; ++i, ++element)
@@ -79,7 +79,7 @@ int StatusLabels::nibble(int lowBit) const {
     return value;
 }
 
-int StatusLabels::ones(int lowBit) const {
+int LastWordLabels::ones(int lowBit) const {
     return std::popcount(static_cast<unsigned>(nibble(lowBit)));
 }
 

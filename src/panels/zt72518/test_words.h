@@ -6,7 +6,7 @@
 
 /// The factory test side of the ZT72518 family: commands of one or two words of 16 bits, whose high
 /// bytes never change and whose low bytes tell the command.
-namespace bitlux::oldchips::zt72518 {
+namespace bitlux::zt72518 {
 
 inline constexpr std::uint8_t testWordHigh = 66;
 inline constexpr std::uint8_t secondTestWordHigh = 68;
@@ -117,4 +117,4 @@ constexpr std::uint8_t secondTrimByte(const Trimming& trimming) {
                                      (trimming.lin0 ? 4 : 0) + trimming.fuse);
 }
 
-} // namespace bitlux::oldchips::zt72518
+} // namespace bitlux::zt72518

@@ -1,6 +1,6 @@
-#include "chips/zt72518/diagram.h"
+#include "panels/zt72518/mode_words.h"
 
-namespace bitlux::oldchips::zt72518 {
+namespace bitlux::zt72518 {
 
 namespace {
 
@@ -79,4 +79,4 @@ constexpr std::array<ShownMode, 6> shownModes{
      {19, 19, "Normal Request", {"read_pre_prog", 1}, linesFromRequest},
      {28, 255, "Low Power Vdd On", {"Send_pre_prog", 1}, linesFromVddOn}}};
 
-} // namespace bitlux::oldchips::zt72518
+} // namespace bitlux::zt72518

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "chips/register_map.h"
+#include "panels/common/panel_controls.h"
 
 #include <array>
 #include <cstdint>
@@ -10,7 +10,7 @@
 
 /// The modes of the ZT7251x family: the words that lead from one to another, and how the mode is
 /// told.
-namespace bitlux::oldchips::zt72518 {
+namespace bitlux::zt72518 {
 
 /// A word on the way to a mode. A box may decide between two words, or whether there is one.
 struct ModeWord {
@@ -46,7 +46,7 @@ struct ShownMode {
     int least = 0;
     int most = 0;
     std::string_view caption;
-    ControlName highlight;
+    ControlRef highlight;
     std::span<const int> lines; ///< transitions that are possible from here
 };
 extern const std::array<ShownMode, 6> shownModes;
@@ -83,4 +83,4 @@ inline constexpr std::array<std::string_view, 4> lowPowerBoxes{
     "WD_Enable : Enable the Wdog in STOP mode"};
 inline constexpr int wakeUpBit = 4; ///< of the mode register, alone: wake up by chip select
 
-} // namespace bitlux::oldchips::zt72518
+} // namespace bitlux::zt72518

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "chips/description.h"
+#include "platform/failure.h"
+
+#include <string_view>
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+/// A register by the title that the chip's file gives it; raises Failure (OutOfRange) when the file
+/// has none.
+inline const chips::Register& describedRegister(const chips::Chip& chip, std::string_view title) {
+    if (const chips::Register* found = chip.find(title))
+        return *found;
+    throw Failure(Failure::Kind::OutOfRange,
+                  fmt::format("{} has no register \"{}\"", chip.title, title));
+}
+
+} // namespace bitlux

@@ -1,0 +1,48 @@
+#include "panels/common/held_shape.h"
+
+#include "platform/failure.h"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+namespace {
+
+std::uint8_t* flagNamed(Session& session, const std::string& name) {
+    if (name.empty())
+        return nullptr;
+    if (name == "ZT72518PanelActive")
+        return &session.ZT72518PanelActive;
+    if (name == "ZT72361PanelActive")
+        return &session.ZT72361PanelActive;
+    if (name == "ZT72537PanelActive")
+        return &session.ZT72537PanelActive;
+    throw Failure(Failure::Kind::OutOfRange,
+                  fmt::format("No variable of the session is called {}", name));
+}
+
+} // namespace
+
+HeldShape::HeldShape(Session& session, const chips::WordFormat& format, const std::string& active)
+    : session_(session), format_(format), active_(flagNamed(session, active)) {}
+
+void HeldShape::take() const {
+    session_.SPIWordLength = static_cast<std::int16_t>(format_.bits);
+    session_.WordToSend.assign(static_cast<std::size_t>(format_.bits), 0);
+    session_.SPIType = format_.type;
+    if (active_ != nullptr)
+        *active_ = 1;
+}
+
+void HeldShape::giveBack() const {
+    if (active_ != nullptr)
+        *active_ = 0;
+    session_.SPIWordLength = session_.SavedSPIWordLength;
+    session_.WordToSend.assign(
+        static_cast<std::size_t>(std::max<int>(session_.SavedSPIWordLength, 0)), 0);
+    session_.SPIType = session_.SavedSPIType;
+}
+
+} // namespace bitlux

@@ -1,0 +1,107 @@
+#include "panels/common/panel_form.h"
+
+#include "platform/failure.h"
+#include "platform/forms/form_set.h"
+
+#include <optional>
+#include <utility>
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+namespace {
+
+std::vector<forms::TabStrip::Tab> outerTabsOf(const chips::Chip& chip) {
+    std::vector<forms::TabStrip::Tab> tabs;
+    for (const chips::OuterPage& page : chip.panel.pages)
+        tabs.push_back({page.title, ""});
+    return tabs;
+}
+
+std::vector<forms::TabStrip::Tab> registerTabsOf(const chips::Chip& chip) {
+    std::vector<forms::TabStrip::Tab> tabs;
+    for (const std::string& page : chip.registerPages())
+        tabs.push_back({page, ""});
+    return tabs;
+}
+
+std::optional<int> elementOf(const chips::ControlName& name) {
+    return name.index < 0 ? std::nullopt : std::optional(name.index);
+}
+
+} // namespace
+
+void PanelContext::missingPart() {
+    throw Failure(Failure::Kind::OutOfRange, "The panel lacks a part that another one needs");
+}
+
+PanelForm::PanelForm(forms::FormSet& set, const std::string& name, chips::ChipPtr chip,
+                     const PanelSurroundings& outside)
+    : Form(set, name, chip->panel.caption),
+      outside_(outside),
+      chip_(std::move(chip)),
+      shape_(outside.session, chip_->word, chip_->panel.active),
+      pageControls(*this),
+      words(chip_->word, outside.session, outside.engine, outside.desk.boxes),
+      status(chip_->word, pageControls, words),
+      sequence(*this, *chip_, words, outside.session, outside.desk, outside.clock),
+      registers(*chip_, pageControls, words,
+                [this](const std::string& command, const std::string& value) {
+                    sequence.lists.append(command, value);
+                }),
+      variants(*chip_, *this, pageControls),
+      outerTabs(*this, chip_->panel.outerTabs.name, outerTabsOf(*chip_),
+                elementOf(chip_->panel.outerTabs)),
+      registerTabs(*this, chip_->panel.registerTabs.name, registerTabsOf(*chip_),
+                   elementOf(chip_->panel.registerTabs)) {
+    makeParts();
+    readAlls_ = std::make_unique<ReadAlls>(*chip_, pageControls, outside.session,
+                                           [this] { return variants.chosen(); });
+    variants.start();
+    pageControls.registerHandlers();
+    registerProcedures();
+}
+
+void PanelForm::makeParts() {
+    const PanelContext context{.outside = outside_,
+                               .chip = *chip_,
+                               .form = *this,
+                               .controls = pageControls,
+                               .words = words,
+                               .pages = registers,
+                               .sequence = sequence,
+                               .outerTabs = outerTabs,
+                               .parts = parts_};
+    for (const std::string& part : chip_->panel.parts)
+        parts_.push_back(makePanelPart(part, context));
+}
+
+bool PanelForm::shows(std::string_view page) const {
+    return chip_->panel.pages.at(static_cast<std::size_t>(outerTabs.selected() - 1)).shows == page;
+}
+
+void PanelForm::registerProcedures() {
+    procedure("Form_Load", [this] { load(); });
+    procedure("Form_Activate", [this] { shape_.take(); });
+    if (chip_->panel.holds == chips::PanelLayout::Holds::WhileInFront)
+        procedure("Form_Deactivate", [this] { shape_.giveBack(); });
+    procedure("Form_Unload", [this] { unload(); });
+}
+
+void PanelForm::load() {
+    outerTabs.setSelected(chip_->panel.firstPage + 1);
+    for (const auto& part : parts_)
+        part->load();
+    shape_.take();
+}
+
+void PanelForm::unload() {
+    for (const auto& part : parts_)
+        part->unload();
+    for (const std::string& companion : chip_->panel.companions)
+        set().unload(companion);
+    shape_.giveBack();
+}
+
+} // namespace bitlux

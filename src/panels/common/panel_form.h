@@ -1,0 +1,81 @@
+#pragma once
+
+#include "chips/description.h"
+#include "panels/common/held_shape.h"
+#include "panels/common/panel_controls.h"
+#include "panels/common/panel_part.h"
+#include "panels/common/panel_sequence.h"
+#include "panels/common/panel_words.h"
+#include "panels/common/read_alls.h"
+#include "panels/common/register_pages.h"
+#include "panels/common/status_row.h"
+#include "panels/common/variant_rules.h"
+#include "platform/forms/controls.h"
+#include "platform/forms/form.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace bitlux {
+
+/// The control panel of a chip: made from its description, and from the parts that the description
+/// names.
+///
+/// While it is open or in front, as the description says, the words of the whole program have the
+/// chip's shape; the one that was applied last comes back then. Forms that belong to it go with it.
+class PanelForm : public forms::Form {
+public:
+    /// `name` is that of the form. A part that the chip names and that there is none of raises
+    /// Failure (OutOfRange).
+    PanelForm(forms::FormSet& set, const std::string& name, chips::ChipPtr chip,
+              const PanelSurroundings& outside);
+
+    [[nodiscard]] const chips::Chip& chip() const { return *chip_; }
+
+    /// A part; null when the panel has none of it.
+    template <typename T>
+    [[nodiscard]] T* findPart() const {
+        for (const auto& any : parts_)
+            if (auto* wanted = dynamic_cast<T*>(any.get()))
+                return wanted;
+        return nullptr;
+    }
+    /// The same; raises Failure (OutOfRange) when there is none.
+    template <typename T>
+    [[nodiscard]] T& part() const {
+        T* found = findPart<T>();
+        if (found == nullptr)
+            PanelContext::missingPart();
+        return *found;
+    }
+
+    /// Whether a page of the outer tabs is in sight, by what it shows.
+    [[nodiscard]] bool shows(std::string_view page) const;
+
+private:
+    void makeParts();
+    void registerProcedures();
+    void load();
+    void unload();
+
+    const PanelSurroundings outside_;
+    const chips::ChipPtr chip_;
+    HeldShape shape_;
+
+public:
+    PanelControls pageControls;
+    PanelWords words;
+    StatusRow status;
+    PanelSequence sequence;
+    RegisterPages registers;
+    VariantRules variants;
+    forms::TabStrip outerTabs;
+    forms::TabStrip registerTabs; ///< in the order of Chip::registerPages
+
+private:
+    std::vector<std::unique_ptr<PanelPart>> parts_;
+    std::unique_ptr<ReadAlls> readAlls_; ///< press buttons of the parts as well
+};
+
+} // namespace bitlux

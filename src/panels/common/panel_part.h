@@ -1,0 +1,81 @@
+#pragma once
+
+#include "chips/description.h"
+#include "panels/common/panel_controls.h"
+#include "panels/common/panel_sequence.h"
+#include "panels/common/panel_words.h"
+#include "panels/common/register_pages.h"
+#include "platform/clock.h"
+#include "platform/desk.h"
+#include "platform/forms/controls.h"
+#include "platform/forms/form.h"
+#include "platform/marker_files.h"
+#include "session/session.h"
+#include "transfer/dongle_link.h"
+#include "transfer/word_engine.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bitlux {
+
+/// What panels work with; all of it outlives them.
+struct PanelSurroundings {
+    Session& session;
+    WordEngine& engine;
+    DongleLink& dongle;
+    const Desk& desk;
+    const MarkerFiles& markers;
+    const Clock& clock;
+};
+
+/// Something of a panel that no description can say: it brings controls and procedures of its own,
+/// or adds to what the controls of a register do.
+class PanelPart {
+public:
+    PanelPart() = default;
+    virtual ~PanelPart() = default;
+    PanelPart(const PanelPart&) = delete;
+    PanelPart& operator=(const PanelPart&) = delete;
+
+    /// The form is loaded, or loaded once more.
+    virtual void load() {}
+    /// The form is about to go; questions to the user belong here.
+    virtual void unload() {}
+};
+
+/// A panel as its parts see it. All of it lives as long as the form.
+struct PanelContext {
+    const PanelSurroundings& outside;
+    const chips::Chip& chip;
+    forms::Form& form;
+    PanelControls& controls;
+    PanelWords& words;
+    RegisterPages& pages;
+    PanelSequence& sequence;
+    forms::TabStrip& outerTabs;
+    const std::vector<std::unique_ptr<PanelPart>>& parts; ///< those that were made before
+
+    /// A part that was made before; raises Failure (OutOfRange) when the panel has none of it.
+    template <typename T>
+    [[nodiscard]] T& part() const {
+        for (const auto& any : parts)
+            if (auto* wanted = dynamic_cast<T*>(any.get()))
+                return *wanted;
+        missingPart();
+    }
+
+    [[noreturn]] static void missingPart();
+};
+
+/// Makes a part by its name in a chip's file. Raises Failure (OutOfRange) for a name that there is
+/// none of.
+std::unique_ptr<PanelPart> makePanelPart(const std::string& name, const PanelContext& context);
+
+/// The names that makePanelPart takes.
+std::vector<std::string> panelPartNames();
+
+} // namespace bitlux

@@ -1,0 +1,31 @@
+#include "panels/common/panel_sequence.h"
+
+#include <memory>
+#include <string>
+
+namespace bitlux {
+
+PanelSequence::PanelSequence(forms::Form& form, const chips::Chip& chip, PanelWords& words,
+                             Session& session, const Desk& desk, const Clock& clock)
+    : index_(chip),
+      commands_(index_, words),
+      Val_loop("Val_loop", LoopStart, chip.sequence.boxes - 1,
+               [&form](const std::string& name, int element) {
+                   return std::make_unique<forms::TextBox>(form, name, element);
+               }),
+      lists(form, chip.sequence),
+      files(form, lists, desk.fileDialogs),
+      editor(form, lists, desk.boxes),
+      player(form, {.session = session,
+                    .variables = variables,
+                    .lists = lists,
+                    .start = Val_loop(LoopStart),
+                    .stop = Val_loop(LoopStop),
+                    .loop = desk.loop,
+                    .clock = clock}) {
+    player.setCommands(commands_);
+    form.variable("LoopStopRequest", variables.LoopStopRequest);
+    form.variable("RunEnabled", variables.RunEnabled);
+}
+
+} // namespace bitlux

@@ -1,0 +1,157 @@
+#include "panels/common/panel_words.h"
+
+#include "platform/conversions.h"
+#include "session/flag.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+namespace {
+
+constexpr int bitsOfDigit = 4;
+constexpr int bitsOfByte = 8;
+
+int digitsFor(int bits) {
+    return (bits + bitsOfDigit - 1) / bitsOfDigit;
+}
+
+} // namespace
+
+/// While it lives, the session has the shape of the chip's words. What it had before comes back.
+class PanelWords::Shape {
+public:
+    Shape(Session& session, const chips::WordFormat& format, std::int16_t type)
+        : session_(session),
+          length_(session.SPIWordLength),
+          type_(session.SPIType),
+          order_(session.MSBFirst),
+          bits_(static_cast<std::int16_t>(format.bits)) {
+        if (length_ != bits_)
+            word_ = session.WordToSend;
+        session.SPIWordLength = bits_;
+        session.SPIType = type;
+        session.MSBFirst = ConstOn;
+    }
+    ~Shape() {
+        session_.SPIWordLength = length_;
+        session_.SPIType = type_;
+        session_.MSBFirst = order_;
+        if (length_ != bits_)
+            session_.WordToSend = std::move(word_);
+    }
+    Shape(const Shape&) = delete;
+    Shape& operator=(const Shape&) = delete;
+
+private:
+    Session& session_;
+    std::int16_t length_;
+    std::int16_t type_;
+    Flag order_;
+    std::int16_t bits_;
+    std::vector<std::int16_t> word_;
+};
+
+bool PanelWords::sendable() {
+    const bool good = !format_.packed || session_.MSBFirst == ConstOn;
+    if (!good && !std::exchange(refused_, true))
+        boxes_.show({.text = "The words of this chip need the most significant bit first. "
+                             "Nothing was sent."});
+    refused_ = refused_ && !good;
+    return good;
+}
+
+bool PanelWords::send(std::uint64_t word, std::optional<std::int16_t> type) {
+    if (!sendable()) {
+        session_.WordReceived.assign(static_cast<std::size_t>(format_.bits), 0);
+        return false;
+    }
+    const Shape shape(session_, format_, type.value_or(format_.type));
+    std::vector<std::int16_t>& elements = session_.WordToSend;
+    elements.assign(static_cast<std::size_t>(format_.bits),
+                    0); // bits of another word must not mix in
+    if (format_.packed)
+        for (int low = 0; low < format_.bits; low += bitsOfByte)
+            elements[static_cast<std::size_t>(low)] = static_cast<std::int16_t>(word >> low & 0xFF);
+    else
+        for (std::size_t i = 0; i < elements.size(); ++i)
+            elements[i] = static_cast<std::int16_t>(word >> i & 1);
+    engine_.SendSPI();
+    return true;
+}
+
+std::uint64_t PanelWords::answer() const {
+    const std::size_t bits =
+        std::min(session_.WordReceived.size(), static_cast<std::size_t>(format_.bits));
+    std::uint64_t word = 0;
+    for (std::size_t i = 0; i < bits; ++i)
+        word |= std::uint64_t{session_.WordReceived[i] == 1} << i;
+    return word;
+}
+
+std::uint8_t PanelWords::answerByte(int low) const {
+    return static_cast<std::uint8_t>(answer() >> low);
+}
+
+bool PanelWords::sendAdjusted(Purpose purpose, const chips::Register* target, std::uint64_t word) {
+    return send(adjust ? adjust(purpose, target, word) : word);
+}
+
+void PanelWords::tellStatus(Purpose purpose) {
+    static const chips::BitList none;
+    const bool inPart = purpose == Purpose::Read && !format_.statusOfRead.empty();
+    answered(inPart ? format_.statusOfRead : none);
+}
+
+void PanelWords::write(const chips::Register& target, std::uint64_t data) {
+    sendAdjusted(Purpose::Write, &target, wordOf(target, data));
+    tellStatus(Purpose::Write);
+    if (target.writeLine.exists())
+        sent(target.writeLine, hex(data));
+}
+
+std::uint64_t PanelWords::read(const chips::View& view) {
+    sendAdjusted(Purpose::Read, nullptr, wordOf(view));
+    if (format_.answersNext)
+        sendAdjusted(Purpose::Read, nullptr, format_.fetch.value_or(wordOf(view)));
+    tellStatus(Purpose::Read);
+    if (view.line.exists())
+        sent(view.line, view.line.value);
+    return format_.data.taken(answer());
+}
+
+void PanelWords::command(const chips::Command& command) {
+    sendAdjusted(Purpose::Command, nullptr, command.word);
+    tellStatus(Purpose::Command);
+    if (command.line.exists())
+        sent(command.line, command.line.value);
+}
+
+std::uint64_t PanelWords::wordOf(const chips::Register& target, std::uint64_t data) const {
+    return format_.word(chips::Operation::Write, target.address,
+                        (data & ~target.neverWritten) | target.alwaysWritten);
+}
+
+std::uint64_t PanelWords::wordOf(const chips::View& view) const {
+    return format_.word(view.operation, view.address, view.extra);
+}
+
+std::string PanelWords::text(std::uint64_t word) const {
+    return fmt::format("0x{:0{}X}", word, digitsFor(format_.bits));
+}
+
+std::string PanelWords::text(const chips::Register& target) const {
+    std::string text = this->text(wordOf(target, 0));
+    const int low = format_.data.empty() ? 0 : format_.data.at(0);
+    const auto last = static_cast<std::size_t>(low / bitsOfDigit);
+    const auto digits = static_cast<std::size_t>(digitsFor(low % bitsOfDigit + target.width()));
+    if (last + digits <= text.size())
+        text.replace(text.size() - last - digits, digits, digits, 'x');
+    return text;
+}
+
+} // namespace bitlux

@@ -1,0 +1,74 @@
+#include "panels/common/panel_part.h"
+#include "panels/zt72518/auto_reads.h"
+#include "panels/zt72518/chip_words.h"
+#include "panels/zt72518/command_store.h"
+#include "panels/zt72518/diagram_page.h"
+#include "panels/zt72518/dongle_version.h"
+#include "panels/zt72518/last_word_labels.h"
+#include "panels/zt72518/line_commands.h"
+#include "panels/zt72518/loop_pick.h"
+#include "panels/zt72518/mode_page.h"
+#include "panels/zt72518/ram_page.h"
+#include "panels/zt72518/refresh_mode.h"
+#include "panels/zt72518/save_question.h"
+#include "panels/zt72518/sequence_stops.h"
+#include "panels/zt72518/special_mode_page.h"
+#include "panels/zt72518/value_editor.h"
+#include "panels/zt72518/watchdog.h"
+#include "platform/failure.h"
+
+#include <array>
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+namespace {
+
+template <typename T>
+std::unique_ptr<PanelPart> make(const PanelContext& context) {
+    return std::make_unique<T>(context);
+}
+
+struct PartRow {
+    const char* name;
+    std::unique_ptr<PanelPart> (*make)(const PanelContext&);
+};
+
+constexpr std::array<PartRow, 16> partRows{{
+    {"save question", make<zt72518::SaveQuestion>},
+    {"ZT72518 words", make<zt72518::ChipWords>},
+    {"ZT72518 last word", make<zt72518::LastWordLabels>},
+    {"ZT72518 special mode", make<zt72518::SpecialModePage>},
+    {"ZT72518 mode", make<zt72518::ModePage>},
+    {"ZT72518 RAM", make<zt72518::RamPage>},
+    {"ZT72518 refresh mode", make<zt72518::RefreshMode>},
+    {"ZT72518 diagram", make<zt72518::DiagramPage>},
+    {"ZT72518 dongle version", make<zt72518::DongleVersion>},
+    {"command recording", make<zt72518::CommandStore>},
+    {"ZT72518 watchdog", make<zt72518::Watchdog>},
+    {"ZT72518 lines", make<zt72518::LineCommands>},
+    {"ZT72518 stops", make<zt72518::SequenceStops>},
+    {"ZT72518 loop pick", make<zt72518::LoopPick>},
+    {"ZT72518 value editor", make<zt72518::ValueEditor>},
+    {"ZT72518 automatic reads", make<zt72518::AutoReads>},
+}};
+
+} // namespace
+
+std::unique_ptr<PanelPart> makePanelPart(const std::string& name, const PanelContext& context) {
+    for (const PartRow& row : partRows)
+        if (row.name == name)
+            return row.make(context);
+    throw Failure(Failure::Kind::OutOfRange,
+                  fmt::format("{}: there is no part \"{}\"", context.chip.file, name));
+}
+
+std::vector<std::string> panelPartNames() {
+    std::vector<std::string> names;
+    for (const PartRow& row : partRows)
+        names.emplace_back(row.name);
+    return names;
+}
+
+} // namespace bitlux

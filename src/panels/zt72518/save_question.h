@@ -1,0 +1,28 @@
+#pragma once
+
+#include "panels/common/panel_part.h"
+
+namespace bitlux::zt72518 {
+
+/// A panel that goes while its sequence is in sight asks whether to save it. After No, what still
+/// runs sends nothing more; after a save that fails, the panel stays.
+class SaveQuestion : public PanelPart {
+public:
+    explicit SaveQuestion(const PanelContext& context)
+        : form_(context.form),
+          tabs_(context.outerTabs),
+          boxes_(context.outside.desk.boxes),
+          sequence_(context.sequence) {}
+
+    void unload() override;
+
+private:
+    static constexpr int sequenceTab = 1;
+
+    forms::Form& form_;
+    const forms::TabStrip& tabs_;
+    MessageBoxes& boxes_;
+    PanelSequence& sequence_;
+};
+
+} // namespace bitlux::zt72518

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "chips/chip_library.h"
+#include "panels/common/panel_form.h"
+#include "panels/zt72518/test_mode_form.h"
+#include "platform/forms/form_set.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace bitlux {
+
+/// The control panels of chips, each made when it is first touched. No chip's file is read before.
+class Panels {
+public:
+    /// Both outlive it.
+    Panels(forms::FormSet& set, const PanelSurroundings& outside);
+
+    /// The panel of a chip of the product.
+    [[nodiscard]] PanelForm& touch(std::string_view chip) { return slot(chip).touch(); }
+    /// Null when it is not there.
+    [[nodiscard]] PanelForm* find(std::string_view chip) { return slot(chip).find(); }
+    /// Shows the panel of a chip.
+    void show(std::string_view chip) { touch(chip).setVisible(true); }
+    /// Lines of sequences that are left pass without sending anything.
+    void abandonRuns();
+
+    [[nodiscard]] zt72518::TestModeForm& zt72518TestMode() { return *zt72518TestMode_; }
+
+private:
+    using Slot = forms::FormSlot<PanelForm>;
+
+    [[nodiscard]] Slot& slot(std::string_view chip);
+
+    forms::FormSet& set_;
+    const PanelSurroundings outside_;
+    std::map<std::string, std::unique_ptr<Slot>, std::less<>> slots_;
+    forms::FormSlot<zt72518::TestModeForm> zt72518TestMode_;
+};
+
+} // namespace bitlux
