@@ -488,7 +488,7 @@ TEST(ChipBehindPanel, AnswersASequence) {
         {"Wait", "300", "", ""},
         {"Interrupts Read Flag High", "80", " 0010 0010  (22)", " 0000  0001  (1)"}};
     for (const auto& row : rows)
-        bench.panel().sequencer.lists.append(row[0], row[1]);
+        bench.panel().sequence.lists.append(row[0], row[1]);
     EXPECT_EQ(bench.effectsOf("Cm_Run_Seq"),
               "40E8 0100 1300 5283 DD80 1300 526E <00 15 00 08 06 00 00 00> 1D80 "
               "<00 15 00 20 00 00 00 00> E580");

@@ -1,8 +1,8 @@
-// The worked example of docs/adding-a-chip.md: a lamp driver with two registers.
+// A chip that its file tells whole: pages, words, sequence.
 
-#include "bench/register_file.h"
-#include "panels/common/field_text.h"
-#include "panels/common/table_panel.h"
+#include "bench/chosen_marker_files.h"
+#include "chips/chip_reader.h"
+#include "panels/common/panel_form.h"
 #include "support/test_bench.h"
 
 #include <fmt/format.h>
@@ -11,69 +11,83 @@
 namespace bitlux::test {
 namespace {
 
-// The table
+constexpr const char* lampFile = R"toml(
+[chip]
+title = "Lamp driver"
 
-constexpr std::array<std::string_view, 4> brightness{"off", "dim", "half", "full"};
-constexpr std::array<oldchips::OptionField, 1> lampOptions{{{.title = "Brightness",
-                                                             .options = "R_Lamp",
-                                                             .lowBit = 1,
-                                                             .width = 2,
-                                                             .captions = brightness}}};
-constexpr std::array<oldchips::CheckBit, 1> lampChecks{{{{"Ch_Lamp", 0}, 11, "Blink"}}};
-constexpr std::array<std::string_view, 4> periods{"1 s", "2 s", "4 s", "8 s"};
-constexpr std::array periodBits{3, 0}; // the data sheet has them apart
-constexpr std::array<oldchips::ComboField, 1> blinkCombos{
-    {{"Combo_Blink", "Select the period", periods, periodBits}}};
-constexpr std::array<std::string_view, 12> lampBits{"-", "LEVEL 0", "LEVEL 1", "-", "-", "-",
-                                                    "-", "-",       "-",       "-", "-", "BLINK"};
-constexpr std::array<std::string_view, 4> blinkBits{"PERIOD 1", "-", "-", "PERIOD 0"};
+[word]
+bits = 15
+type = 2
+address = "13:12"
+data = "11:0"
+write = 0x4000
 
-constexpr std::array<oldchips::Register, 2> lampRegisters{{
-    {.title = "Lamp",
-     .address = 0,
-     .writeLabels = "Lamp_W",
-     .writeCaptions = lampBits,
-     .writeButton = {"Cm_Lamp_W"},
-     .sequenceButton = {"Seq_Lamp_W"},
-     .stem = "Lamp",
-     .options = lampOptions,
-     .checks = lampChecks,
-     .low = {.labels = "Lamp_Rl",
-             .captions = lampBits,
-             .litColour = 0xFFFFC0,
-             .readButton = {"Cm_Lamp_Rl"},
-             .sequenceButton = {"Seq_Lamp_Rl"}}},
-    {.title = "Blink",
-     .address = 3,
-     .writeLabels = "Blink_W",
-     .writeCaptions = blinkBits,
-     .writeButton = {"Cm_Blink_W"},
-     .sequenceButton = {"Seq_Blink_W"},
-     .stem = "Blink",
-     .combos = blinkCombos,
-     .low = {.labels = "Blink_Rl",
-             .captions = blinkBits,
-             .litColour = 0xFFC0C0,
-             .readButton = {"Cm_Blink_Rl"},
-             .sequenceButton = {"Seq_Blink_Rl"}}},
-}};
+[[register]]
+title = "Lamp"
+address = 0
+bits = ["-", "LEVEL 0", "LEVEL 1", "-", "-", "-", "-", "-", "-", "-", "-", "BLINK"]
 
-constexpr oldchips::Chip lamp{.form = "Lamp",
-                              .title = "Lamp driver",
-                              .format = {.bits = 15,
-                                         .addressShift = 12,
-                                         .addressMask = 3,
-                                         .operationMask = 0x4000,
-                                         .write = 0x4000},
-                              .spiType = 2,
-                              .registers = lampRegisters};
+  [[register.field]]
+  title = "Brightness"
+  bits = "2:1"
+  texts = ["off", "dim", "half", "full"]
 
-// The bench
+  [[register.field]]
+  title = "Blink"
+  bits = 11
 
+[[register]]
+title = "Blink"
+address = 3
+bits = ["PERIOD 1", "-", "-", "PERIOD 0"]
+
+  [[register.field]]
+  title = "Period"
+  bits = "0,3" # the data sheet has them apart
+  list = "Combo_Blink"
+  prompt = "Select the period"
+  texts = ["1 s", "2 s", "4 s", "8 s"]
+
+  [[register.view]]
+  one = 0xFFC0C0
+
+[[register]] # no row: the choices are the value
+title = "Guard"
+address = 2
+row = ""
+width = 4
+write = { reply = "Blink" }
+
+  [[register.field]]
+  title = "Kind"
+  bits = 3
+  texts = ["slow", "fast"]
+  selected = 0
+
+  [[register.field]]
+  title = "Slow time"
+  bits = "1:0"
+  texts = ["1", "2", "3"]
+  codes = [0, 2, 3]
+  when = "Guard_Kind(0)"
+  selected = 2
+
+  [[register.field]]
+  title = "Fast time"
+  bits = "1:0"
+  texts = ["8", "9"]
+  when = "Guard_Kind(1)"
+  selected = 1
+
+  [[register.view]]
+  row = "Guard_R"
+  bits = ["a", "b"]
+)toml";
+
+/// The panel on a loopback: what goes out comes back.
 struct LampBench : TestBench {
-    LampBench() {
+    LampBench() : TestBench("loopback") {
         configure("8");
-        bench.connect(makeRegisterFile(lamp.format, lamp.registers));
         panel.call("Form_Load");
         sent = program.engine().wordTransferred.follow([this] { words += wordSent(); });
     }
@@ -82,10 +96,10 @@ struct LampBench : TestBench {
         unsigned word = 0;
         for (std::size_t i = session().WordToSend.size(); i-- > 0;)
             word = word << 1 | (session().WordToSend[i] == 1 ? 1U : 0U);
-        return fmt::format("{:04X} ", word);
+        return fmt::format("{:04X}/{} ", word, session().SPIType);
     }
     void click(const char* control) { panel.control(control).click(); }
-    std::uint32_t row(const char* name) { return panel.pageControls.row(name).value(); }
+    std::uint64_t row(const char* name) { return panel.pageControls.row(name).value(); }
     std::string column(const char* list) {
         auto& box = dynamic_cast<forms::ListBox&>(panel.control(list));
         std::string lines;
@@ -94,26 +108,32 @@ struct LampBench : TestBench {
         return lines;
     }
 
-    TablePanel panel{program.forms(),
-                     lamp,
-                     {.session = program.session(),
-                      .engine = program.engine(),
-                      .desk = desk.desk(),
-                      .clock = clock}};
+    const ChosenMarkerFiles markers;
+    Desk shown = desk.desk();
+    PanelForm panel{program.forms(),
+                    "Lamp",
+                    chips::readChip(lampFile, "lamp.toml").chip,
+                    {.session = program.session(),
+                     .engine = program.engine(),
+                     .dongle = program.dongle(),
+                     .desk = shown,
+                     .markers = markers,
+                     .clock = clock}};
     std::string words;
     Subscription sent;
 };
 
-TEST(FictionalChip, HasItsPagesFromItsTableAlone) {
+TEST(FictionalChip, HasItsPagesFromItsFileAlone) {
     LampBench bench;
-    bench.click("R_Lamp(2)");
-    bench.click("Ch_Lamp(0)");
+    bench.click("Lamp_Brightness(2)");
+    bench.click("Lamp_Blink");
     EXPECT_EQ(bench.row("Lamp_W"), 0x804U);
     bench.click("Lamp_W(1)");
-    EXPECT_TRUE(dynamic_cast<forms::OptionButton&>(bench.panel.control("R_Lamp(3)")).value());
+    EXPECT_TRUE(
+        dynamic_cast<forms::OptionButton&>(bench.panel.control("Lamp_Brightness(3)")).value());
     bench.click("Cm_Lamp_W");
-    bench.panel.call("Cm_Lamp_Rl");
-    EXPECT_EQ(bench.row("Lamp_Rl"), 0x806U);
+    bench.click("Cm_Lamp_R");
+    EXPECT_EQ(bench.row("Lamp_R"), 0U) << "a loopback answers a read with itself";
 
     auto& period = dynamic_cast<forms::ComboBox&>(bench.panel.control("Combo_Blink"));
     EXPECT_EQ(period.text(), "Select the period");
@@ -122,46 +142,64 @@ TEST(FictionalChip, HasItsPagesFromItsTableAlone) {
     bench.click("Blink_W(3)");
     EXPECT_EQ(period.text(), "8 s");
     bench.click("Cm_Blink_W");
-    bench.click("Cm_Blink_Rl");
-    EXPECT_EQ(bench.panel.control("Blink_Rl(3)").backColor(), 0xFFC0C0U);
-    EXPECT_EQ(fieldTitle(blinkCombos[0]), "Select the period [3,0]");
-    EXPECT_EQ(fieldTitle(lampOptions[0]), "Brightness [2:1]");
+    bench.panel.sequence.lists.append("Blink Write", "F");
+    bench.click("Cm_Blink_R");
+    EXPECT_EQ(bench.panel.control("Lamp_Brightness(2)").tooltip(), "[2:1] = 10");
     EXPECT_EQ(bench.panel.control("Cm_Lamp_W").tooltip(), "0x4xxx");
     EXPECT_EQ(bench.panel.control("Cm_Blink_W").tooltip(), "0x700x");
-    EXPECT_EQ(bench.panel.control("Cm_Blink_Rl").tooltip(), "0x3000");
-    EXPECT_EQ(bench.words, "4806 0000 7009 3000 ");
+    EXPECT_EQ(bench.panel.control("Cm_Blink_R").tooltip(), "0x3000");
+    EXPECT_EQ(bench.words, "4806/2 0000/2 7009/2 3000/2 ");
 }
 
-TEST(FictionalChip, HasItsSequenceFromItsTableAlone) {
+TEST(FictionalChip, HasTheValueOfARegisterInItsChoices) {
     LampBench bench;
-    bench.click("R_Lamp(3)");
-    for (const char* button : {"Seq_Lamp_W", "Seq_Lamp_Rl", "Seq_Blink_Rl"})
-        bench.click(button);
-    bench.panel.lists.insert(2, "Wait", "5");
-    EXPECT_EQ(bench.column("List_Commands"), "Lamp Write;Wait;Lamp Read Low;Blink Read Low;");
-    bench.click("Cm_Run_Seq");
-    EXPECT_EQ(bench.words, "4006 0000 3000 ");
-    EXPECT_EQ(bench.column("List_Val_read"), ";;6;0;");
+    bench.click("Cm_Guard_W");
+    bench.click("Guard_Kind(1)");
+    bench.click("Cm_Guard_W");
+    EXPECT_EQ(bench.words, "6003/2 6009/2 ") << "the choices of another kind do not count";
+    EXPECT_EQ(bench.row("Blink_R"), 9U) << "what answers the write";
+    EXPECT_EQ(bench.panel.control("Blink_R(3)").backColor(), 0xFFC0C0U);
+}
 
-    bench.panel.lists.append("Lamp Write", "1000");
-    bench.panel.lists.append("Lamp Burn", "");
+TEST(FictionalChip, HasItsSequenceFromItsFileAlone) {
+    LampBench bench;
+    bench.click("Lamp_Brightness(3)");
+    for (const char* button : {"Seq_Lamp_W", "Seq_Lamp_R", "Seq_Blink_R"})
+        bench.click(button);
+    bench.panel.sequence.lists.insert(2, "Wait", "5");
+    EXPECT_EQ(bench.column("List_Commands"), "Lamp Write;Wait;Lamp Read;Blink Read;");
+    bench.click("Cm_Run_Seq");
+    EXPECT_EQ(bench.words, "4006/2 0000/2 3000/2 ");
+    EXPECT_EQ(bench.column("List_Val_read"), ";;0;0;");
+
+    bench.panel.sequence.lists.append("Lamp Write", "1000");
+    bench.panel.sequence.lists.append("Lamp Burn", "");
     for (const char* problem :
          {"The value \"1000\" is more than 12 bits", "Line 5: there is no command \"Lamp Burn\""}) {
         bench.words.clear();
         bench.click("Cm_Run_Seq");
-        EXPECT_EQ(bench.words, "4006 0000 3000 ");
+        EXPECT_EQ(bench.words, "4006/2 0000/2 3000/2 ");
         EXPECT_EQ(bench.boxes.shown().back().text.find(problem), 0U) << problem;
-        bench.panel.lists.remove(5);
+        bench.panel.sequence.lists.remove(5);
     }
 }
 
-TEST(FictionalChip, GivesTheShapeOfWordsBack) {
+TEST(FictionalChip, SendsInItsShapeAndGivesBackWhatWasAppliedLast) {
     LampBench bench;
     EXPECT_EQ(bench.session().SPIWordLength, 15);
     EXPECT_EQ(bench.session().SPIType, 2);
+    bench.configure("24", {"optHex", "optLSBfirst"}); // while the panel is open
+    bench.words.clear();
+    bench.click("Cm_Blink_R");
+    EXPECT_EQ(bench.words, "3000/2 ");
+    EXPECT_EQ(bench.session().SPIWordLength, 24);
+    EXPECT_NE(bench.session().MSBFirst, ConstOn);
+    bench.panel.call("Form_Activate");
+    EXPECT_EQ(bench.session().SPIWordLength, 15);
     bench.panel.call("Form_Unload");
-    EXPECT_EQ(bench.session().SPIWordLength, 8);
+    EXPECT_EQ(bench.session().SPIWordLength, 24);
     EXPECT_EQ(bench.session().SPIType, 1);
+    EXPECT_EQ(bench.session().WordToSend.size(), 24U);
 }
 
 } // namespace

@@ -1,7 +1,12 @@
 #pragma once
 
 #include "bench/chosen_marker_files.h"
-#include "panels/zt72518/panel_form.h"
+#include "panels/common/panel_form.h"
+#include "panels/zt72518/auto_reads.h"
+#include "panels/zt72518/chip_words.h"
+#include "panels/zt72518/command_store.h"
+#include "panels/zt72518/line_commands.h"
+#include "panels/zt72518/watchdog.h"
 #include "support/test_bench.h"
 
 #include <cstdint>
@@ -27,7 +32,7 @@ public:
         catchStore();
     }
 
-    zt72518::PanelForm& panel() { return program.zt72518(); }
+    PanelForm& panel() { return program.panels().touch("zt72518"); }
 
     template <typename T>
     T& on(const std::string& control) {
@@ -79,7 +84,7 @@ public:
     template <typename Action>
     std::string effects(Action action) {
         stored_.clear();
-        const SequenceLists& lists = panel().sequencer.lists;
+        const SequenceLists& lists = panel().sequence.lists;
         const int before = lists.last();
         WireTrace trace;
         program.startRecording(trace);
@@ -104,7 +109,8 @@ public:
 
 private:
     void catchStore() {
-        panel().sinks.store = [this](const std::string& name, const std::string& value) {
+        panel().part<zt72518::CommandStore>().write = [this](const std::string& name,
+                                                             const std::string& value) {
             stored_.push_back(fmt::format("*{}={}", name, value));
         };
     }

@@ -401,9 +401,9 @@ private:
 
     const LabelRow& row(const std::string& name) {
         const std::size_t index = name.find('(');
+        const std::string labels = name.substr(0, index);
         return panel().pageControls.row(
-            name.substr(0, index),
-            index == std::string::npos ? 0 : std::stoi(name.substr(index + 1)));
+            {labels, index == std::string::npos ? 0 : std::stoi(name.substr(index + 1))});
     }
     static std::string rowText(const LabelRow& row) {
         std::set<forms::Color> colours;
@@ -472,7 +472,7 @@ TEST(RegisterPages, AddTheParityBitThatWasComputedLast) {
 
 TEST(RegisterPages, StoreWhatTheHandSends) {
     PanelBench bench;
-    bench.panel().variables().StoreCommands = true;
+    bench.panel().part<zt72518::CommandStore>().StoreCommands = true;
     bench.panel().pageControls.row("RAM").show(0x0C);
     for (const Step& step :
          {Step{"Cm_Write_RAM(2)", "460C *Write RAM=C"}, Step{"Cm_Read_RAM(2)", "0700"},

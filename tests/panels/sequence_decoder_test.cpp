@@ -70,23 +70,29 @@ constexpr Line decodedLines[] = {
 
 TEST(SequenceDecoder, KnowsTheLinesOfTheChip) {
     PanelBench bench;
-    std::vector<int> clicked;
-    bench.panel().decoder.clickWatchdog = [&](int button) { clicked.push_back(button); };
-    const zt72518::PanelVariables& variables = bench.panel().variables();
+    const auto& variables = bench.panel().part<zt72518::LineCommands>();
     for (const Line& line : decodedLines) {
         bench.panel().call("Decod_Name", line.name);
         EXPECT_EQ(variables.SequenceHighByte, line.high) << line.name;
         EXPECT_EQ(variables.SequenceIsWrite, line.isWrite) << line.name;
         EXPECT_FALSE(variables.SequenceIsWatchdog) << line.name;
     }
-    EXPECT_TRUE(clicked.empty());
-    for (const char* name : {"Start Watchdog", "Stop Watchdog", "Start Watchdog Current",
-                             "Stop Watchdog Current", "One Simple Watchdog"}) {
-        bench.panel().call("Decod_Name", name);
+    // What a command of the watchdog sends, its button sends.
+    bench.choose("opt_vb(2)");
+    bench.on<forms::ComboBox>("wd_config(0)").select(1);
+    bench.on<forms::ComboBox>("wd_config(1)").select(2);
+    bench.on<forms::ComboBox>("wd_config(2)").select(3);
+    for (const auto& [name, button] : {std::pair{"Start Watchdog", 0},
+                                       {"Stop Watchdog", 2},
+                                       {"Start Watchdog Current", 4},
+                                       {"Stop Watchdog Current", 6},
+                                       {"One Simple Watchdog", 12}}) {
+        const std::string pressed = bench.effectsOf(fmt::format("watchdog({})", button));
+        EXPECT_NE(pressed, "");
+        EXPECT_EQ(bench.effects([&] { bench.panel().call("Decod_Name", name); }), pressed) << name;
         EXPECT_TRUE(variables.SequenceIsWatchdog) << name;
         EXPECT_EQ(variables.SequenceHighByte, 0) << name;
     }
-    EXPECT_EQ(clicked, (std::vector{0, 2, 4, 6, 12}));
 }
 
 } // namespace

@@ -95,8 +95,8 @@ TEST(SequenceEditor, PicksTheLinesOfTheLoop) {
 
 TEST(SequenceEditor, ChangesValues) {
     EditorBench bench;
-    auto& times = bench.panel().sequencer.watchdog.wd_config(3);
-    auto& box = bench.panel().sequencer.Val_loop(2);
+    auto& times = bench.panel().part<zt72518::Watchdog>().wd_config(3);
+    auto& box = bench.panel().sequence.Val_loop(2);
     EXPECT_FALSE(times.visible());
     bench.values().select(3);
     EXPECT_EQ(box.text(), "3");

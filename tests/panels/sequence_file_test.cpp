@@ -120,7 +120,7 @@ TEST(SequenceFile, RecordsWhatIsSent) {
     const auto ticks = [&bench] {
         return fmt::format("{}{}{}", bench.get<forms::CheckBox>("ZT72518.read_auto(39)").value(),
                            bench.get<forms::CheckBox>("ZT72518.read_auto(40)").value(),
-                           bench.variables().StoreCommands);
+                           bench.panel().part<zt72518::CommandStore>().StoreCommands);
     };
     bench.toggle("read_auto(40)"); // cancelled
     EXPECT_EQ(ticks(), "00false");
@@ -151,7 +151,7 @@ TEST(SequenceFile, RecordsWhatIsSent) {
     bench.fileDialogs.answer(name);
     bench.toggle("read_auto(40)");
     EXPECT_EQ(ticks(), "11true");
-    bench.variables().StoreFileName = bench.folder.path();
+    bench.panel().part<zt72518::CommandStore>().StoreFileName = bench.folder.path();
     bench.sent();
     bench.press("watchdog(12)");
     EXPECT_EQ(bench.sent(), "5A00") << "a full disk keeps no command back";

@@ -37,8 +37,8 @@ struct RunBench : SequencerBench {
 
 TEST(SequenceRun, PlaysEveryKindOfLine) {
     RunBench bench({"A50C", "0F10", "FFD5", "0102"});
-    bench.panel().sequencer.watchdog.wd_config(0).setListIndex(1);
-    bench.panel().sequencer.watchdog.wd_config(1).setListIndex(9);
+    bench.panel().part<zt72518::Watchdog>().wd_config(0).setListIndex(1);
+    bench.panel().part<zt72518::Watchdog>().wd_config(1).setListIndex(9);
     EXPECT_EQ(bench.run({{"MUX Write", "5"},
                          {"Wrong name", "7f"},
                          {"Special Mode", "2"},
@@ -66,7 +66,7 @@ TEST(SequenceRun, PlaysEveryKindOfLine) {
 
 TEST(SequenceRun, ComputesAParityThatDoesNotCount) {
     RunBench bench;
-    bench.variables().SPIParityEnabled = true;
+    bench.panel().part<zt72518::ChipWords>().SPIParityEnabled = true;
     EXPECT_EQ(bench.run({{"MUX Write", "1"},
                          {"Init Misc Write", "40"},
                          {"MUX Write", "3"},
@@ -74,7 +74,7 @@ TEST(SequenceRun, ComputesAParityThatDoesNotCount) {
                          {"Init Misc Write", "3F"},
                          {"MUX Write", "4"}}),
               "4001 5040 4003 1D05 503F 4004");
-    EXPECT_EQ(bench.variables().ParityBit, 1) << "that of 03";
+    EXPECT_EQ(bench.panel().part<zt72518::ChipWords>().ParityBit, 1) << "that of 03";
 }
 
 TEST(SequenceRun, EndsAtALineThatCannotBe) {
@@ -145,7 +145,8 @@ TEST(SequenceRun, StopsForTheLinesOfTheChip) {
                 expected += poll;
             EXPECT_EQ(bench.run(RunBench::writes(4)), expected + (first ? " 4003 4004" : " 4004"))
                 << reset;
-            EXPECT_FALSE(bench.variables().Condition1Seen || bench.variables().Condition2Seen);
+            EXPECT_FALSE(bench.panel().part<zt72518::SequenceStops>().Condition1Seen ||
+                         bench.panel().part<zt72518::SequenceStops>().Condition2Seen);
         }
 }
 
@@ -256,14 +257,14 @@ TEST(SequenceRun, EndsAWaitWhenItsTimerIsDisabled) {
         bench.run({{"Wait", "90"}});
         EXPECT_EQ(bench.clock.nanoseconds() - start,
                   (how == std::string("no driver") ? 90 : 70) * millisecond);
-        EXPECT_FALSE(bench.panel().sequencer.player.Timer1.enabled());
+        EXPECT_FALSE(bench.panel().sequence.player.Timer1.enabled());
     }
 }
 
 TEST(SequenceRun, TellsWhereItIs) {
     using Awaited = SequenceProgress::Awaited;
     RunBench bench;
-    SequencePlayer& run = bench.panel().sequencer.player;
+    SequencePlayer& run = bench.panel().sequence.player;
     bench.toggle("Ch_FirstCondition");
     bench.type("Text_FirstCondition", "2");
     bench.get<forms::OptionButton>("ZT72518.R_Condition1(1)").click();

@@ -1,6 +1,12 @@
 #pragma once
 
-#include "panels/zt72518/panel_form.h"
+#include "panels/common/panel_form.h"
+#include "panels/zt72518/auto_reads.h"
+#include "panels/zt72518/chip_words.h"
+#include "panels/zt72518/command_store.h"
+#include "panels/zt72518/line_commands.h"
+#include "panels/zt72518/sequence_stops.h"
+#include "panels/zt72518/watchdog.h"
 #include "support/test_bench.h"
 
 #include <cstdint>
@@ -28,9 +34,9 @@ struct SequencerBench : TestBench {
         program.startRecording(trace);
     }
 
-    zt72518::PanelForm& panel() { return program.zt72518(); }
-    zt72518::PanelVariables& variables() { return panel().variables(); }
-    SequenceLists& lists() { return panel().sequencer.lists; }
+    PanelForm& panel() { return program.panels().touch("zt72518"); }
+    SequenceVariables& variables() { return panel().sequence.variables; }
+    SequenceLists& lists() { return panel().sequence.lists; }
 
     void press(const std::string& button) { click("ZT72518." + button); }
     void toggle(const std::string& box) { get<forms::CheckBox>("ZT72518." + box).click(); }

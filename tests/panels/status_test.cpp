@@ -45,7 +45,7 @@ TEST(ReadRows, NameTheModeAndTheDevice) {
           Mode{"0020", 4, {13}, "Other Mode"}}) {
         answer(bench, mode.reply);
         bench.press("Cm_Mode_Rm_Rh");
-        EXPECT_EQ(bench.panel().variables().ModeCode, mode.code);
+        EXPECT_EQ(std::get<std::int64_t>(bench.panel().readVariable("ModeCode")), mode.code);
         Bits visible;
         for (int label = 8; label <= 13; ++label)
             if (bench.on<forms::Label>(fmt::format("Mode_Rm_Rh({})", label)).visible())
@@ -94,8 +94,7 @@ TEST(Panel, TakesTheShapeOfAWordAndGivesItBack) {
     bench.program.forms().unload("ZT72518");
     EXPECT_TRUE(bench.boxes.shown().empty());
     EXPECT_EQ(session.SPIWordLength, 8);
-    session.SPIType = 7;
-    session.WordToSend = {1, 0, 1};
+    session.SPIType = 7; // as a tab may leave it
     bench.program.forms().show("ZT72518");
     EXPECT_EQ(session.SPIWordLength, 16);
     EXPECT_EQ(session.WordToSend, std::vector<std::int16_t>(16, 0));
@@ -106,8 +105,8 @@ TEST(Panel, TakesTheShapeOfAWordAndGivesItBack) {
     EXPECT_EQ(session.SPIWordLength, 16);
     bench.program.forms().unload("ZT72518");
     EXPECT_EQ(session.SPIWordLength, 8);
-    EXPECT_EQ(session.SPIType, 7);
-    EXPECT_EQ(session.WordToSend, (std::vector<std::int16_t>{1, 0, 1}));
+    EXPECT_EQ(session.SPIType, 1) << "what was applied last";
+    EXPECT_EQ(session.WordToSend, std::vector<std::int16_t>(8, 0));
     EXPECT_EQ(session.ZT72518PanelActive, 0);
 }
 
@@ -127,7 +126,8 @@ TEST(Panel, AsksForItsSequenceWhereThatIsShown) {
         bench.on<forms::TabStrip>("tab_518(0)").click(1);
         bench.boxes.answer(yes ? MessageBox::Answer::Yes : MessageBox::Answer::No);
         bench.panel().call("Form_Unload"); // the form itself stays
-        EXPECT_EQ(bench.panel().variables().RunEnabled, yes) << "a run goes on while it is saved";
+        EXPECT_EQ(bench.panel().sequence.variables.RunEnabled, yes)
+            << "a run goes on while it is saved";
     }
 }
 
@@ -149,15 +149,34 @@ TEST(Panel, GivesBackTheShapeAlsoWhenItIsLoadedTwice) {
     EXPECT_EQ(bench.session().SPIType, 1);
 }
 
+TEST(Panel, SendsNothingWhileItsWordsCannotGoOutAsTheChipWantsThem) {
+    PanelBench bench;
+    bench.panel().pageControls.row("Mux_Rl").show(0x10);
+    bench.session().MSBFirst = ConstOff;
+    EXPECT_EQ(bench.effectsOf("Cm_Mux_Rl"), "");
+    EXPECT_EQ(bench.effectsOf("Cm_MUX_W"), "");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"The words of this chip need the most significant bit "
+                                             "first. Nothing was sent."});
+    bench.session().MSBFirst = ConstOn;
+    EXPECT_EQ(bench.effectsOf("Cm_Mux_Rl"), "0100");
+}
+
+TEST(Panel, TakesTestModeWithIt) {
+    PanelBench bench;
+    bench.program.forms().show("TestMode");
+    bench.program.forms().unload("ZT72518");
+    EXPECT_FALSE(bench.program.forms().isVisible("TestMode"));
+}
+
 TEST(Panel, OpensFromItsTab) {
     TestBench bench;
     bench.get<forms::CheckBox>("frmConfigureSPI.CheckEnable72518").setValue(1);
     bench.program.dialog().cmdApply_Click();
     bench.program.mainForm().tabs.TabStripMain.click(3);
-    EXPECT_TRUE(bench.program.zt72518().visible());
+    EXPECT_TRUE(bench.program.panels().touch("zt72518").visible());
     EXPECT_EQ(bench.session().SPIType, 2);
     bench.program.forms().unload("ZT72518");
-    EXPECT_EQ(bench.session().SPIWordLength, 16) << "as the tab had it";
+    EXPECT_EQ(bench.session().SPIWordLength, 8) << "what was applied";
     EXPECT_EQ(bench.session().SPIType, 1);
 }
 
@@ -273,7 +292,7 @@ TEST(Variants, OfferTheDonglesVersionWhereTheMarkerFileIs) {
             EXPECT_TRUE(bench.on(control).visible()) << control;
         for (const auto& [file, present] :
              {std::pair{"C:\\72518VBopt.txt", there}, {"C:\\other.txt", false}})
-            EXPECT_EQ(bench.program.zt72518().call("TesterPresenceFichier", file),
+            EXPECT_EQ(bench.program.panels().touch("zt72518").call("TesterPresenceFichier", file),
                       forms::Value(present));
         if (!there) {
             EXPECT_THROW(bench.on<forms::OptionButton>("opt_vb(0)").click(), forms::Unreachable);
@@ -301,13 +320,13 @@ TEST(Variants, HideWhatTheOriginalDongleCannotDo) {
     EXPECT_EQ(shown(), "+-+++ on");
     EXPECT_EQ(tick(), "+++++ on");
     choose(5);
-    const Names disabled = disabledIn(bench.program.zt72518());
+    const Names disabled = disabledIn(bench.program.panels().touch("zt72518"));
     EXPECT_EQ(choose(0), "----- off");
     EXPECT_TRUE(bench.on<forms::OptionButton>("opt_vb(5)").value()) << "the variant stays";
     EXPECT_EQ(choose(2), "----- off") << "and changes nothing of this";
     EXPECT_EQ(choose(1), "+-+++ on") << "one frame stays hidden";
     choose(5);
-    EXPECT_EQ(disabledIn(bench.program.zt72518()), disabled);
+    EXPECT_EQ(disabledIn(bench.program.panels().touch("zt72518")), disabled);
     tick();
     EXPECT_EQ(tick(), "+++++ on") << "until its box is ticked anew";
 }

@@ -8,7 +8,7 @@ namespace {
 constexpr const char* checkTheCable = "Check the USB cable and restart program";
 
 struct WatchdogBench : SequencerBench {
-    zt72518::Watchdog& watchdog() { return panel().sequencer.watchdog; }
+    zt72518::Watchdog& watchdog() { return panel().part<zt72518::Watchdog>(); }
     std::string after(int button) {
         sent();
         press(fmt::format("watchdog({})", button));
@@ -119,9 +119,9 @@ TEST(Watchdog, EndsTheAutomaticReadsWhenTheDongleDoesNotAnswer) {
     bench.after(0);
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{checkTheCable});
     EXPECT_TRUE(bench.session().LinkFailed);
-    EXPECT_FALSE(bench.panel().sequencer.autoReads.timer_auto.enabled());
+    EXPECT_FALSE(bench.panel().part<zt72518::AutoReads>().timer_auto.enabled());
     for (int box = 0; box <= 34; ++box)
-        EXPECT_FALSE(bench.panel().sequencer.autoReads.read_auto(box).checked()) << box;
+        EXPECT_FALSE(bench.panel().part<zt72518::AutoReads>().read_auto(box).checked()) << box;
 }
 
 } // namespace
