@@ -1,6 +1,8 @@
 #include "program/program.h"
 
 #include "platform/failure.h"
+#include "platform/scoped_value.h"
+#include "transfer/extra_pins.h"
 
 #include <exception>
 #include <filesystem>
@@ -311,6 +313,10 @@ void Program::restPins() {
         return;
     try {
         pins_.rest();
+        if (hasControlPin(session_)) {
+            lowerControlPins(session_);
+            pins_.ToggleControlPort();
+        }
     } catch (const std::exception&) { // a port that is gone needs no idle levels
         session_.ParallelPortReady = false;
     }
