@@ -96,6 +96,7 @@ private:
     forms::FormSet forms_;
     LiveOptions options_;
     PinLayer pins_;
+    FailureBoxes failures_;
     DongleLink dongle_;
     WordEngine engine_;
     WireTap tap_;

@@ -174,6 +174,14 @@ TEST(ExtraPins, TravelWithAWordOnTheDongle) {
     bench.program.dialog().cmdApply_Click(); // levels stay on this bus
     EXPECT_EQ(setNow(bench, 0, false).substr(0, 27), "OUT C8 70 80 01 00 00 00 00");
     EXPECT_EQ(bench.session().USBPinUpdate, 0);
+    // What no word has carried is neither shown nor logged, and travels with no later word.
+    bench.click("frmMain.cmdClearLogSingle");
+    bench.dongle.setFaults(DongleFaults({dongleFaultFrom("stalled@1")}));
+    setNow(bench, 0, true);
+    EXPECT_FALSE(bench.get<forms::OptionButton>("frmMain.optSetHighNow(0)").value());
+    EXPECT_EQ(bench.log(), Texts{});
+    EXPECT_EQ(traceOf(bench, [&] { bench.send("1"); }).substr(0, 27),
+              "OUT 88 70 80 01 00 00 00 00");
 }
 
 TEST(ExtraPins, AreLoggedByTheRulesOfWords) {

@@ -31,6 +31,7 @@ TablePanel::TablePanel(forms::FormSet& set, const chips::Chip& chip, const Parts
       registers(pageControls, words, chip.registers),
       commands(chip.registers, words),
       player(*this, {.session = parts.session,
+                     .failures = parts.engine.failures(),
                      .variables = variables_,
                      .lists = lists,
                      .commands = commands,

@@ -52,6 +52,7 @@ PanelForm::PanelForm(forms::FormSet& set, const Parts& parts)
       diagram(*this, pageControls, link),
       selection(*this, pageControls, parts.markers),
       sequencer(*this, {.session = parts.session,
+                        .failures = parts.engine.failures(),
                         .variables = variables_,
                         .link = link,
                         .controls = pageControls,

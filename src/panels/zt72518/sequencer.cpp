@@ -36,6 +36,7 @@ Sequencer::Sequencer(forms::Form& form, const Parts& parts)
                 .triggerLine = Val_loop(TriggerLine)}),
       editor(form, lists, parts.desk.boxes),
       player(form, {.session = parts.session,
+                    .failures = parts.failures,
                     .variables = parts.variables,
                     .lists = lists,
                     .commands = commands,

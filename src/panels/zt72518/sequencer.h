@@ -24,6 +24,7 @@ public:
     /// What it works with; all outlive it.
     struct Parts {
         Session& session;
+        FailureBoxes& failures;
         PanelVariables& variables;
         ChipLink& link;
         const PanelControls& controls;
