@@ -86,6 +86,8 @@ private:
     void putIdleLevelsOnPins();
     void Start_USB();
     void itemUpdateDongle_Click();
+    /// False after a message when the next word does not go through the dongle.
+    bool canReachDongle();
     void restPins();
 
     Desk desk_;
