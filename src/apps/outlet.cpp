@@ -67,7 +67,7 @@ std::function<void()> addOutletOptions(CLI::App& command, OutletOptions& options
         command
             .add_option("--fault", options.faults,
                         "What goes wrong with the dongle of the virtual bench: silent, late:MS, "
-                        "short:BYTES, stalled, gone, gone:MS; then @FRAME, /CHANCE")
+                        "short:BYTES, stalled, babbling, gone, gone:MS; then @FRAME, /CHANCE")
             ->check(readable("FAULT", [](const std::string& text) { dongleFaultFrom(text); }))
             ->take_all()
             ->allow_extra_args(false);

@@ -144,6 +144,7 @@ bool Run::prepare() {
     if (!open())
         return false;
     forms().get<forms::TabStrip>("frmMain.TabStripMain").click(2);
+    program_.engine().requireCarriedLength();
     chooseCommands();
     switchLog();
     return !boxes_.hasEnded();

@@ -105,6 +105,7 @@ bool SendRun::configure() {
     }
     forms().get<forms::Button>("frmConfigureSPI.cmdApply").click();
     forms().form("frmConfigureSPI").setVisible(false);
+    program_.engine().requireCarriedLength();
     return !boxes_.shown();
 }
 
@@ -190,7 +191,8 @@ CLI::App& addSendCommand(CLI::App& app, SendOptions& options) {
         send, options.outlet,
         "Send through the dongle or the parallel port; without it through the dongle when there is "
         "one, on the virtual bench through the port");
-    send.add_option("--bits", options.bits, "Bits of a word, 1 to 160, through the dongle 1 to 40")
+    send.add_option("--bits", options.bits,
+                    "Bits of a word, 1 to 160; through the dongle 8, 16, 24, 32 or 40")
         ->capture_default_str();
     send.add_option("--type", options.type, "SPI type")
         ->check(CLI::Range(1, 8))

@@ -2,8 +2,10 @@
 
 #include "platform/failure.h"
 
+#include <array>
 #include <charconv>
 #include <string>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -15,8 +17,8 @@ constexpr std::int64_t millisecond = 1'000'000;
 
 [[noreturn]] void refuse(std::string_view text) {
     throw Failure(Failure::Kind::Conversion,
-                  fmt::format("\"{}\" is no fault: say silent, late:MS, short:BYTES, stalled, gone "
-                              "or gone:MS, and where wanted @FRAME and /CHANCE",
+                  fmt::format("\"{}\" is no fault: say silent, late:MS, short:BYTES, stalled, "
+                              "babbling, gone or gone:MS, and where wanted @FRAME and /CHANCE",
                               text));
 }
 
@@ -46,10 +48,14 @@ bool readKind(std::string_view kind, std::string_view value, DongleFault& fault)
         fault.duration *= millisecond;
         return true;
     };
-    if (kind == "silent" || kind == "stalled") {
-        fault.kind = kind == "silent" ? DongleFault::Kind::Silent : DongleFault::Kind::Stalled;
-        return value.empty();
-    }
+    constexpr std::array plain{std::pair{"silent", DongleFault::Kind::Silent},
+                               std::pair{"stalled", DongleFault::Kind::Stalled},
+                               std::pair{"babbling", DongleFault::Kind::Babbling}};
+    for (const auto& [name, plainKind] : plain)
+        if (kind == name) {
+            fault.kind = plainKind;
+            return value.empty();
+        }
     if (kind == "late") {
         fault.kind = DongleFault::Kind::Late;
         return duration(0);

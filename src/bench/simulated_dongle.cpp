@@ -56,6 +56,7 @@ public:
     UsbStatus resetDevice() override {
         started_ = false;
         dongle_.answers_.clear();
+        dongle_.refused_ = false;
         return state();
     }
     UsbStatus stopReading() override { return stopped(); }
@@ -123,6 +124,7 @@ void SimulatedDongle::unplug() {
     backAt_ = 0;
     plugged_ = false;
     answers_.clear();
+    refused_ = babbles_ = false;
 }
 
 void SimulatedDongle::setLines(bool interrupt, bool reset) {
@@ -142,8 +144,9 @@ void SimulatedDongle::catchUp() {
 UsbStatus SimulatedDongle::take(const UsbFrame& frame) {
     catchUp();
     const DongleFault fault = faults_.next();
-    if (fault.kind == DongleFault::Kind::Stalled)
-        return UsbStatus::Failed;
+    refused_ = fault.kind == DongleFault::Kind::Stalled;
+    if (refused_)
+        return UsbStatus::Success;
     lastOut_ = frame;
     if (fault.kind == DongleFault::Kind::Gone) {
         unplug();
@@ -151,6 +154,7 @@ UsbStatus SimulatedDongle::take(const UsbFrame& frame) {
             backAt_ = clock_.nanoseconds() + fault.duration;
         return UsbStatus::Success;
     }
+    babbles_ = babbles_ || fault.kind == DongleFault::Kind::Babbling;
     const UsbFrame answer = carryOut(frame);
     if (fault.kind == DongleFault::Kind::Silent)
         return UsbStatus::Success;
@@ -166,6 +170,12 @@ UsbStatus SimulatedDongle::take(const UsbFrame& frame) {
 }
 
 UsbStatus SimulatedDongle::give(UsbFrame& frame, std::int64_t wait) {
+    if (std::exchange(refused_, false))
+        return UsbStatus::Failed;
+    if (babbles_ && answers_.empty()) {
+        frame = lastIn_;
+        return UsbStatus::Success;
+    }
     const std::int64_t deadline = clock_.nanoseconds() + wait;
     const std::int64_t next =
         answers_.empty() ? deadline : std::min(answers_.front().due, deadline);

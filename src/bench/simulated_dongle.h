@@ -98,6 +98,8 @@ private:
     int plugging_ = 0; ///< counts how often it was plugged in, so that old connections stay broken
     std::int64_t backAt_ = 0; ///< when it comes back, 0 for never
     std::deque<Answer> answers_;
+    bool refused_ = false; ///< the frame that came last; the next read tells
+    bool babbles_ = false;
     std::deque<UsbFrame> commandAnswers_;
     bool interrupt_ = false;
     bool reset_ = false;

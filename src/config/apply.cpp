@@ -53,11 +53,11 @@ void ConfigureDialog::applyWordLength() {
 }
 
 void ConfigureDialog::recreateWord() {
-    session_.SPIWordLength = toInt16(wantedWordLength());
-    if (session_.SPIWordLength < 0)
-        throw Failure(
-            Failure::Kind::OutOfRange,
-            fmt::format("Subscript out of range: a word of {} bits", session_.SPIWordLength));
+    const std::int16_t length = toInt16(wantedWordLength());
+    if (length < 0)
+        throw Failure(Failure::Kind::OutOfRange,
+                      fmt::format("Subscript out of range: a word of {} bits", length));
+    session_.SPIWordLength = length;
     session_.SingleWordBits.assign(static_cast<std::size_t>(session_.SPIWordLength) + 1, 0);
     session_.QuickCommandTable.recreate(session_.SPIWordLength);
 }
@@ -102,6 +102,7 @@ bool ConfigureDialog::applyToParallelPort() {
     applyPins();
     applyWordShape();
     applyDisplay();
+    const bool hadControlPin = hasControlPin(session_);
     clearPinMaps(session_);
     parts_.extraPins.fill(extraPins.portNames());
     if (session_.StartingUp != ConstOn)
@@ -112,6 +113,8 @@ bool ConfigureDialog::applyToParallelPort() {
     extraPins.enterPinMaps(session_);
     choosePort();
     parts_.pins.rest();
+    if (hadControlPin || hasControlPin(session_))
+        parts_.pins.ToggleControlPort();
     return true;
 }
 

@@ -14,7 +14,7 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
       Command1(*this, "Command1"),
       Text1(*this, "Text1"),
       Text2(*this, "Text2"),
-      run(*this, parts.session, parts.desk.loop),
+      run(*this, parts.session, parts.desk.loop, parts.engine.failures()),
       commands(*this, parts.desk.boxes),
       log(*this, parts.session, parts.options, parts.desk),
       singleWord(*this, {.session = parts.session,
@@ -57,7 +57,10 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
                     .run = run,
                     .desk = parts.desk}) {
     run.sendSingle = [this] { singleWord.DoSPISingle(); };
-    run.sendMultiple = [this] { multiple.DoSPIMultiple(); };
+    run.sendMultiple = [this] {
+        multiple.DoSPIMultiple();
+        return commands.lstCommandsToSend.count() > 0;
+    };
     run.hasCommands = [this] { return commands.hasCommands(); };
     files.tabs = {.reset = [this] { tabs.ResetTabs(); },
                   .isActive = [this](std::int32_t part) { return tabs.IsTabActive(part); },

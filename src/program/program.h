@@ -90,6 +90,8 @@ private:
     void putIdleLevelsOnPins();
     void Start_USB();
     void itemUpdateDongle_Click();
+    /// False after a message when the next word does not go through the dongle.
+    bool canReachDongle();
     void restPins();
 
     Desk desk_;
@@ -100,6 +102,7 @@ private:
     forms::FormSet forms_;
     LiveOptions options_;
     PinLayer pins_;
+    FailureBoxes failures_;
     DongleLink dongle_;
     WordEngine engine_;
     WireTap tap_;

@@ -152,6 +152,7 @@ class Session:
     LinkFailed: bool
     WordToSend: List[int]
     WordReceived: List[int]
+    WordAnswered: bool
     PortStatusSamples: List[int]
     SingleWordBits: List[int]
     @property

@@ -202,12 +202,12 @@ std::vector<std::int16_t> ScriptBench::transfer(std::vector<std::int16_t> word, 
         const BorrowedShape shape(session, bits, type);
         if (session.SPIType != usualType)
             restClock();
+        program_->engine().requireCarriedLength();
         word.resize(static_cast<std::size_t>(std::max<int>(session.SPIWordLength, 0)));
         session.WordToSend = std::move(word);
-        const std::size_t before = boxes_.shown().size();
         program_->engine().SendSPI();
-        if (boxes_.shown().size() > before)
-            throw Failure(Failure::Kind::PortUnusable, lastMessage(before));
+        if (!session.WordAnswered)
+            throw Failure(Failure::Kind::PortUnusable, boxes_.shown().back().text);
     }
     if (type != 0 && type != usualType)
         restClock();

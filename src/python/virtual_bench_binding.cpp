@@ -68,9 +68,10 @@ void bindVirtualBench(py::module_& module) {
         .def_property("late_ms", &BenchControls::lateMilliseconds,
                       &BenchControls::setLateMilliseconds,
                       "By how much the dongle's answers come too late.")
-        .def("set_faults", &BenchControls::setFaults, py::arg("faults"), py::arg("seed") = 1,
-             "What goes wrong with the dongle from now on, as \"short:5/0.25\", \"late:700@3\":\n"
-             "silent, late:MS, short:BYTES, stalled, gone, gone:MS; then @FRAME, /CHANCE.")
+        .def(
+            "set_faults", &BenchControls::setFaults, py::arg("faults"), py::arg("seed") = 1,
+            "What goes wrong with the dongle from now on, as \"short:5/0.25\", \"late:700@3\":\n"
+            "silent, late:MS, short:BYTES, stalled, babbling, gone, gone:MS; then @FRAME, /CHANCE.")
         .def(
             "unplug", [](BenchControls& self) { self.bench().dongle.unplug(); },
             "Pull the dongle out.")

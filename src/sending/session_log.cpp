@@ -72,7 +72,7 @@ void SessionLog::UpdateLog() {
 }
 
 void SessionLog::logWord(bool continuous, PlaceInPass place) {
-    if (session_.SessionLogEnabled != ConstOn)
+    if (session_.SessionLogEnabled != ConstOn || !session_.WordAnswered)
         return;
     if (!continuous) {
         UpdateLog();

@@ -32,7 +32,8 @@ public:
     /// Adds one word from WordToSend and WordReceived to both lists.
     void UpdateLog();
     /// Adds a word that a driver has sent, by the rules of single and continuous sending;
-    /// `continuous` tells whether a continuous run is on. Nothing while the log is off.
+    /// `continuous` tells whether a continuous run is on. Nothing while the log is off, and of a
+    /// word whose transfer failed.
     void logWord(bool continuous, PlaceInPass place = {});
     /// Adds a text that is no word, by the same rules.
     void logLine(const std::string& text, bool continuous);

@@ -14,8 +14,15 @@ constexpr std::uint8_t inPipe = 0x81;
 constexpr std::uint8_t outPipe = 0x02;
 constexpr UsbBuffers buffers{.size = 8, .count = 3, .errorsAllowed = 5};
 
+/// Frames that nobody asked for; a dongle that sends more does not stop by itself.
+constexpr int mostUnasked = 64;
+
 /// The transport is asked again when this has passed; it ends no wait.
 constexpr std::int64_t endlessWait = 3'600'000'000'000;
+
+bool isAnswer(UsbStatus status) {
+    return status == UsbStatus::Success || status == UsbStatus::NoFrame;
+}
 
 } // namespace
 
@@ -42,6 +49,7 @@ void DongleLink::setUpPipes() {
 }
 
 void DongleLink::close() {
+    isGone_ = false;
     if (!Endpoint1)
         return;
     ShowError(Endpoint2->stopWriting());
@@ -128,12 +136,11 @@ void DongleLink::send_trimming(std::uint8_t txdLow) {
 
 DongleLink::Exchange DongleLink::exchange(const UsbFrame& frame, UsbFrame& answer,
                                           std::optional<std::int64_t> limit) {
-    if (!Endpoint1)
+    if (!isReady())
         return Exchange::Broken;
-    settleLateAnswers();
     session_.USBReadDone = false;
     record(WireAccess::Kind::FrameOut, frame);
-    const UsbStatus status = Endpoint2->write(frame);
+    const UsbStatus status = noteGone(Endpoint2->write(frame));
     ShowError(status);
     // A frame that did not go out has no answer that could be waited for.
     if (status != UsbStatus::Success)
@@ -175,30 +182,62 @@ void DongleLink::missAnswer(std::int64_t until) {
 }
 
 UsbStatus DongleLink::read(UsbFrame& frame, std::int64_t wait) {
-    const UsbStatus status = Endpoint1->read(frame, wait);
+    const UsbStatus status = noteGone(Endpoint1->read(frame, wait));
     if (status == UsbStatus::Success)
         record(WireAccess::Kind::FrameIn, frame);
     return status;
 }
 
-void DongleLink::settleLateAnswers() {
-    const auto isAnswer = [](UsbStatus status) {
-        return status == UsbStatus::Success || status == UsbStatus::NoFrame;
-    };
+/// Whether a frame can go out, and nothing else can pass for its answer.
+bool DongleLink::isReady() {
+    if (!Endpoint1)
+        return false;
+    const bool isQuiet = isGone_ || settleLateAnswers() != UsbStatus::Success;
+    return isGone_ ? reconnect() : isQuiet;
+}
+
+bool DongleLink::reconnect() {
+    isGone_ = search() != Found::Opened;
+    if (isGone_)
+        return false;
+    setUpPipes();
+    late_ = 0; // that was another link
+    session_.LinkFailed = false;
+    return true;
+}
+
+/// Success when frames come without end, else why none comes.
+UsbStatus DongleLink::settleLateAnswers() {
+    const UsbStatus status = drain();
     UsbFrame old{};
-    while (isAnswer(read(old, 0)))
-        late_ = std::max(late_ - 1, 0);
     while (late_ > 0) {
         const std::int64_t left = lateUntil_ - clock_.nanoseconds();
         if (left <= 0 || !isAnswer(read(old, left)))
             break;
         --late_;
     }
-    if (late_ == 0)
-        return;
+    if (late_ == 0 && status != UsbStatus::Success)
+        return status;
     ShowError(Endpoint1->resetDevice());
     setUpPipes();
     late_ = 0;
+    return drain();
+}
+
+UsbStatus DongleLink::drain() {
+    UsbFrame old{};
+    for (int n = 0; n < mostUnasked; ++n) {
+        const UsbStatus status = read(old, 0);
+        if (!isAnswer(status))
+            return status;
+        late_ = std::max(late_ - 1, 0);
+    }
+    return UsbStatus::Success;
+}
+
+UsbStatus DongleLink::noteGone(UsbStatus status) {
+    isGone_ = isGone_ || status == UsbStatus::Gone;
+    return status;
 }
 
 void DongleLink::fail() {

@@ -16,7 +16,8 @@ namespace bitlux {
 
 /// The link to the dongle: two connections, one frame out and one frame back for each word or
 /// command. Frames never overlap, since a call waits for the answer before it returns, and an
-/// answer that comes too late is never taken for that of another frame.
+/// answer that comes too late is never taken for that of another frame. A dongle that was pulled
+/// out is looked for once before each frame.
 class DongleLink {
 public:
     /// What a search found.
@@ -84,7 +85,11 @@ private:
     Exchange awaitAnswer(UsbFrame& answer, std::optional<std::int64_t> limit);
     void missAnswer(std::int64_t until);
     UsbStatus read(UsbFrame& frame, std::int64_t wait);
-    void settleLateAnswers();
+    bool isReady();
+    bool reconnect();
+    UsbStatus settleLateAnswers();
+    UsbStatus drain();
+    UsbStatus noteGone(UsbStatus status);
     bool report(Exchange exchange);
     void fail();
     UsbFrame triggeredFrame(std::uint8_t command);
@@ -96,6 +101,7 @@ private:
     MessageBoxes& boxes_;
     std::unique_ptr<UsbEndpoint> Endpoint1; ///< reads
     std::unique_ptr<UsbEndpoint> Endpoint2; ///< writes
+    bool isGone_ = false;                   ///< the dongle that was open
     int late_ = 0;                          ///< answers that missed their limit
     std::int64_t lateUntil_ = 0;            ///< when they are no longer waited for
     WireListener* listener_ = nullptr;

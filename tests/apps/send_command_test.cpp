@@ -71,10 +71,12 @@ TEST(SendCommand, SendsThroughTheDongle) {
           Case{"--bench echo --bits 16 --fault gone@2 1234 5678 9ABC", oneGoodWord.c_str(), 1},
           Case{"--bench echo --bits 16 --fault short:5/0 --fault stalled@2 1234 5678",
                oneGoodWord.c_str(), 1},
-          Case{"--bench echo --bits 5 1F",
-               "Subscript out of range: the dongle takes whole bytes, and the word has no bit -1\n"
-               "frmMain.cmdSendOnce_Click\n",
-               1}}) {
+          Case{"--bench echo --bits 16 --fault babbling@2 1 2 3 4",
+               "0001 0000\n0002 0001\nCheck the USB cable and restart program\n", 1},
+          Case{"--bench loopback --bits 9 1FF",
+               "The dongle carries words of 8, 16, 24, 32 or 40 bits, not of 9.\n", 1},
+          Case{"--bench loopback --bits 48 1",
+               "The dongle carries words of 8, 16, 24, 32 or 40 bits, not of 48.\n", 1}}) {
         const Outcome outcome = bitlux(fmt::format("send --bus dongle {}", c.arguments));
         EXPECT_EQ(outcome.output, c.output) << c.arguments;
         EXPECT_EQ(outcome.code, c.code) << c.arguments;

@@ -240,7 +240,10 @@ int EmulatedDongle::submit(const Transfer& transfer) {
     const std::uint8_t endpoint = transfer.urb->endpoint;
     submitted_.push_back(endpoint);
     if (transfer.urb->type == USBDEVFS_URB_TYPE_CONTROL) {
-        takeControl(transfer);
+        if (kind_.unanswered-- > 0)
+            waiting_.push_back(transfer); // until it is called back
+        else
+            takeControl(transfer);
     } else if (holder_ != transfer.client || (endpoint != in && endpoint != out)) {
         return -EINVAL;
     } else if (types_.insert(transfer.urb->type); endpoint == out) {

@@ -151,6 +151,14 @@ TEST_F(UsbSearchTest, AsksAgainWhatCouldNotBeAsked) {
     EXPECT_EQ(found(), 1);
 }
 
+TEST_F(UsbSearchTest, AsksAgainWhatIsSlowToAnswer) {
+    forgetNumbers();
+    const OsAnswers answers{.properties = version1(property1(one)), .set = {}};
+    const EmulatedDongle dongle(testbed, list, {.control = answers.ask(), .unanswered = 1});
+    EXPECT_EQ(found(), 0) << "it has just been plugged in";
+    EXPECT_EQ(found(), 1);
+}
+
 TEST_F(UsbSearchTest, SaysThatADongleMayNotBeOpened) {
     plugIn(list, "1-4", 4, dongleDescriptors());
     places.nodes = files.path();

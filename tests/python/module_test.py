@@ -60,6 +60,8 @@ class Words(unittest.TestCase):
         for shape in ({"bits": 161}, {"bits": -1}, {"type": 9}):
             with self.assertRaises(bitlux.Failure):
                 bench.transfer(0, **shape)
+        with self.assertRaisesRegex(bitlux.Failure, "8, 16, 24, 32 or 40 bits, not of 9"):
+            bitlux.Bench(bus="dongle").transfer(1, bits=9)
         with self.assertRaisesRegex(bitlux.Failure, "No device available"):
             bitlux.Bench(ports=[]).transfer(1)
         with self.assertRaisesRegex(bitlux.Failure, "answers by itself"):

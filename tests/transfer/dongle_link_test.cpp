@@ -146,16 +146,36 @@ TEST(DongleLink, FailsWhereNoAnswerCanCome) {
     }
 }
 
+TEST(DongleLink, GivesUpADongleThatSendsFramesWithoutEnd) {
+    LinkRig rig;
+    rig.breakWith("babbling@2");
+    EXPECT_EQ(rig.word(0x11), "11");
+    EXPECT_EQ(rig.word(0x22), "22");
+    EXPECT_EQ(rig.word(0x33), checkTheCable) << "it would pass for an answer";
+    EXPECT_EQ(rig.takeTrace().find("OUT 08 70 00 33"), std::string::npos);
+    rig.dongle.unplug();
+    rig.dongle.plug();
+    EXPECT_EQ(rig.word(0x44), "44");
+}
+
 TEST(DongleLink, FindsADongleAgainThatWasGone) {
     LinkRig rig;
     rig.breakWith("gone:500@1");
     EXPECT_EQ(rig.word(0x11), checkTheCable);
-    EXPECT_EQ(rig.word(0x11), checkTheCable) << "the old connection stays broken";
+    EXPECT_EQ(rig.word(0x11), checkTheCable);
+    rig.takeTrace();
+    rig.clock.idle(500 * millisecond);
+    EXPECT_EQ(rig.word(0x11), "11") << "the next word looks for it";
+    EXPECT_FALSE(rig.session.LinkFailed);
+    rig.dongle.unplug();
+    rig.dongle.plug();
+    EXPECT_EQ(rig.word(0x22), "22") << "nothing was lost between two words";
+    EXPECT_EQ(rig.failures, 2);
+    rig.dongle.unplug();
     EXPECT_EQ(rig.link.search(), DongleLink::Found::None);
     EXPECT_EQ(rig.word(0x11), checkTheCable);
-    rig.clock.idle(500 * millisecond);
+    rig.dongle.plug();
     rig.connect();
-    EXPECT_EQ(rig.word(0x11), "11");
     rig.link.close();
     EXPECT_EQ(rig.word(0x11), checkTheCable);
 }

@@ -45,7 +45,7 @@ PanelForm::PanelForm(forms::FormSet& set, const std::string& name, chips::ChipPt
       pageControls(*this),
       words(chip_->word, outside.session, outside.engine, outside.desk.boxes),
       status(chip_->word, pageControls, words),
-      sequence(*this, *chip_, words, outside.session, outside.desk, outside.clock),
+      sequence(*this, *chip_, words, outside_),
       registers(*chip_, pageControls, words,
                 [this](const std::string& command, const std::string& value) {
                     sequence.lists.append(command, value);

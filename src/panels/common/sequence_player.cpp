@@ -50,8 +50,10 @@ private:
 class SequencePlayer::Shown {
 public:
     explicit Shown(SequencePlayer& player) : player_(player), isOutermost_(!player.progress_) {
-        if (isOutermost_)
+        if (isOutermost_) {
+            told_.emplace(player.parts_.failures);
             player_.progress_ = {.lines = player_.parts_.lists.last(), .waitUntil = {}};
+        }
     }
     ~Shown() {
         if (!isOutermost_)
@@ -65,6 +67,7 @@ public:
 private:
     SequencePlayer& player_;
     bool isOutermost_;
+    std::optional<FailureBoxes::Run> told_;
 };
 
 SequencePlayer::SequencePlayer(forms::Form& form, const Parts& parts)
@@ -98,7 +101,7 @@ void SequencePlayer::Cm_Run_Seq_Click() {
     if (!Cm_Run_Seq.enabled()) // it runs already
         return;
     const ButtonOff off(Cm_Run_Seq);
-    const Shown shown(*this);
+    Shown shown(*this);
     parts_.session.WordToSend.assign(
         static_cast<std::size_t>(std::max<int>(parts_.session.SPIWordLength, 0)), 0);
     parts_.lists.restart();
@@ -119,7 +122,7 @@ std::int64_t SequencePlayer::remainingWait() const {
 }
 
 void SequencePlayer::RunSequenceRange(int first, int last) {
-    const Shown shown(*this);
+    Shown shown(*this);
     commands_->stretchBegins();
     for (int line = first; line <= last;) {
         progress_->line = line;

@@ -8,6 +8,7 @@
 #include "platform/forms/form.h"
 #include "platform/forms/timer.h"
 #include "session/session.h"
+#include "transfer/failure_boxes.h"
 
 #include <cstdint>
 #include <functional>
@@ -55,6 +56,7 @@ public:
     /// What it works with; all outlive it.
     struct Parts {
         Session& session;
+        FailureBoxes& failures;
         SequenceVariables& variables;
         SequenceLists& lists;
         forms::TextBox& start; ///< lines of the loop

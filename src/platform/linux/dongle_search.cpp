@@ -4,6 +4,8 @@
 #include "platform/linux/usb_connection.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <optional>
 #include <utility>
 
 #include <fmt/format.h>
@@ -37,7 +39,7 @@ bool DongleSearch::names(const UsbCandidate& candidate, std::string_view deviceI
                        [&](const auto& name) { return isSameClass(name, deviceInterfaceClass); });
 }
 
-/// What a device has answered, now or before; null while it cannot be asked.
+/// What a device has answered, now or before; null while it cannot be asked or does not answer.
 const DongleSearch::Answer* DongleSearch::answerOf(const UsbCandidate& candidate) {
     const auto known = std::find_if(answers_.begin(), answers_.end(), [&](const Answer& answer) {
         return isSameDevice(answer.device, candidate);
@@ -47,9 +49,18 @@ const DongleSearch::Answer* DongleSearch::answerOf(const UsbCandidate& candidate
     UsbConnection connection(node(candidate));
     if (connection.status() != UsbStatus::Success)
         return nullptr;
-    const auto ask = [&](const ControlQuestion& question) { return connection.ask(question); };
+    bool answers = true; // or refuses, which is an answer as well
+    const auto ask =
+        [&](const ControlQuestion& question) -> std::optional<std::vector<std::uint8_t>> {
+        std::vector<std::uint8_t> answer;
+        if (!answers) // it is slow; each question would take its time
+            return std::nullopt;
+        const UsbStatus status = connection.ask(question, answer);
+        answers = status == UsbStatus::Success || status == UsbStatus::Failed;
+        return status == UsbStatus::Success ? std::optional(std::move(answer)) : std::nullopt;
+    };
     std::vector<std::string> classes = deviceInterfaceClasses(ask, connection.usbVersion());
-    if (connection.status() != UsbStatus::Success)
+    if (!answers)
         return nullptr;
     answers_.push_back({candidate, std::move(classes)});
     return &answers_.back();
