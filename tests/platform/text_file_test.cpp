@@ -14,6 +14,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
@@ -47,7 +48,12 @@ std::string inChild(const std::function<std::string()>& action) {
         throw std::runtime_error("no pipe");
     const pid_t child = ::fork();
     if (child == 0) {
-        const std::string answer = action();
+        std::string answer;
+        try {
+            answer = action();
+        } catch (const std::exception& error) { // it must not reach the tests of this process
+            answer = error.what();
+        }
         const bool told = ::write(ends[1], answer.data(), answer.size()) >= 0;
         ::_exit(told ? 0 : 1);
     }
@@ -57,6 +63,13 @@ std::string inChild(const std::function<std::string()>& action) {
     ::close(ends[0]);
     ::waitpid(child, nullptr, 0);
     return {answer.data(), static_cast<std::size_t>(std::max<ssize_t>(size, 0))};
+}
+
+/// Stands for a disk with so much room in the files of this process.
+void limitFileSize(rlim_t bytes) {
+    const rlimit limit{.rlim_cur = bytes, .rlim_max = bytes};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 /// A folder with one old file, and nothing else afterwards.
@@ -101,9 +114,7 @@ TEST_F(TextFile, StaysWholeWhenTheWriterFails) {
 
 TEST_F(TextFile, StaysWholeWhenTheDiskIsFull) {
     const std::string failure = inChild([this] {
-        const rlimit limit{.rlim_cur = 10'000, .rlim_max = 10'000};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-        std::signal(SIGXFSZ, SIG_IGN);
+        limitFileSize(10'000);
         return failureToWrite(file, {std::string(20'000, 'x')});
     });
     EXPECT_EQ(failure, "The file \"" + file + "\" cannot be written: File too large.");
@@ -120,8 +131,33 @@ TEST_F(TextFile, TellsWhyItCannotBeWritten) {
         {folder.path(std::string(300, 'x')), "File name too long."}};
     for (const auto& [name, reason] : cases)
         EXPECT_EQ(failureToWrite(name), "The file \"" + name + "\" cannot be written: " + reason);
+    for (const char* name : {"missing/a.txt", "a.txt/b.txt"})
+        EXPECT_THROW(requireWritable(folder.path(name)), Failure) << name;
+    EXPECT_THROW(requireWritable("/dev/full"), Failure);
     EXPECT_EQ(all(), untouched);
     EXPECT_TRUE(fs::is_character_file("/dev/full"));
+}
+
+/// As somebody who owns nothing here.
+std::string asOrdinaryUser(const std::function<std::string()>& action) {
+    return inChild([&action] {
+        constexpr uid_t nobody = 65534;
+        if (::geteuid() == 0 && ::setuid(nobody) != 0)
+            return std::string("still root");
+        return action();
+    });
+}
+
+/// What requireWritable and then writing say, as one text where they agree.
+std::string failureForeseen(const std::string& name) {
+    std::string foreseen;
+    try {
+        requireWritable(name);
+    } catch (const Failure& failure) {
+        foreseen = failure.what();
+    }
+    const std::string met = failureToWrite(name, {"new"});
+    return foreseen == met ? met : fmt::format("{}; then {}", foreseen, met);
 }
 
 TEST_F(TextFile, NeedsThePermissionOfTheFolder) {
@@ -131,15 +167,47 @@ TEST_F(TextFile, NeedsThePermissionOfTheFolder) {
         if (name != file) // a file that may be written, in a folder that takes none
             fs::permissions(folder.path(), perms::owner_read | perms::owner_exec |
                                                perms::others_read | perms::others_exec);
-        const std::string failure = inChild([&name] {
-            constexpr uid_t nobody = 65534;
-            if (::geteuid() == 0 && ::setuid(nobody) != 0)
-                return std::string("still root");
-            return failureToWrite(name, {"new"});
-        });
-        EXPECT_EQ(failure, "The file \"" + name + "\" cannot be written: Permission denied.");
+        EXPECT_EQ(asOrdinaryUser([&name] { return failureForeseen(name); }),
+                  "The file \"" + name + "\" cannot be written: Permission denied.");
     }
     EXPECT_EQ(all(), untouched);
+}
+
+TEST_F(TextFile, IsWrittenInPlaceWhereTheFolderTakesNoOther) {
+    fs::permissions(folder.path(), perms{0555});
+    fs::permissions(file, perms{0666});
+    const auto overwrite = [this](const std::string& content) {
+        return asOrdinaryUser([this, &content] {
+            requireWritable(file);
+            return failureToWrite(file, {content});
+        });
+    };
+    EXPECT_EQ(overwrite("longer than before"), "");
+    EXPECT_EQ(all(), std::vector<std::string>{"a.txt=longer than before\r\n"});
+    EXPECT_EQ(overwrite("old"), "");
+    const std::vector<std::string> old{"a.txt=old\r\n"};
+    EXPECT_EQ(all(), old);
+    const std::string full = asOrdinaryUser([this] {
+        limitFileSize(10'000);
+        return failureToWrite(file, {std::string(20'000, 'x')});
+    });
+    EXPECT_EQ(full, "The file \"" + file + "\" cannot be written: File too large.");
+    EXPECT_EQ(all(), old);
+}
+
+TEST_F(TextFile, TakesNoHalfOfALine) {
+    const std::string failure = inChild([this] {
+        limitFileSize(10);
+        try {
+            appendLine(file, "more");
+            appendLine(file, "and more"); // for which there is no room
+        } catch (const Failure& met) {
+            return std::string(met.what());
+        }
+        return std::string();
+    });
+    EXPECT_EQ(failure, "The file \"" + file + "\" cannot be written: File too large.");
+    EXPECT_EQ(all(), std::vector<std::string>{"a.txt=old\nmore\r\n"});
 }
 
 TEST_F(TextFile, KeepsPermissionsAndLinks) {
