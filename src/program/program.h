@@ -36,9 +36,12 @@ public:
     void Main(const std::string& commandLine = {});
     /// Whether a file of this name exists that is no folder; a failure to find out counts as none.
     static bool ValidFile(const std::string& name);
+    /// Who wants the program closed.
+    enum class Closing { User, System };
     /// The close box: stops a continuous run, asks whether to save changed settings, and ends the
-    /// program. Harmless when repeated, also while the question is shown.
-    void close();
+    /// program. When they were to be saved and are not, the program goes on, unless it is the
+    /// system that ends it. Harmless when repeated, also while the question is shown.
+    void close(Closing who = Closing::User);
     /// An orderly end without a question: a continuous run stops, the dongle is closed and the
     /// pins go idle. Harmless when repeated.
     void end();
@@ -83,6 +86,7 @@ private:
     void openFromCommandLine(const std::string& commandLine);
     void itemExit_Click();
     void Form_Unload();
+    [[nodiscard]] bool saveBeforeEnd();
     void putIdleLevelsOnPins();
     void Start_USB();
     void itemUpdateDongle_Click();
@@ -110,6 +114,7 @@ private:
     forms::FormSlot<zt72518::TestModeForm> zt72518TestMode_;
     bool running_ = false;
     bool closing_ = false;
+    bool systemEnds_ = false; ///< and it does not wait for a save that succeeds
     bool searching_ = false;
 };
 
