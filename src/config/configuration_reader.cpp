@@ -83,7 +83,7 @@ bool ConfigurationReader::isConfiguration() {
 
 void ConfigurationReader::read() {
     reset();
-    const auto damaged = [this](const char* reason) {
+    const auto damaged = [this](std::string_view reason) {
         return fmt::format("The file \"{}\" is damaged in line {}: {}.",
                            printable(file_.fileName(), 200), file_.lineNumber(), reason);
     };
@@ -91,9 +91,11 @@ void ConfigurationReader::read() {
         try {
             play(*line);
         } catch (const Failure& failure) {
+            if (failure.kind() == Failure::Kind::PortUnusable)
+                throw; // the file is as it should be
             throw Failure(failure.kind(), damaged(failure.what()));
-        } catch (const std::out_of_range& failure) {
-            throw Failure(Failure::Kind::OutOfRange, damaged(failure.what()));
+        } catch (const std::out_of_range&) {
+            throw Failure(Failure::Kind::OutOfRange, damaged("Subscript out of range"));
         }
     }
 }
