@@ -49,13 +49,7 @@ std::unique_ptr<BenchClock> makeClock(bool real, const Interruption& interruptio
 } // namespace
 
 std::vector<std::string> splitAtCommas(const std::string& text) {
-    std::vector<std::string> texts;
-    std::size_t begin = 0;
-    for (std::size_t end = 0; end != std::string::npos; begin = end + 1) {
-        end = text.find(',', begin);
-        texts.push_back(text.substr(begin, end - begin));
-    }
-    return texts;
+    return CLI::detail::split(text, ',');
 }
 
 std::function<void()> addOutletOptions(CLI::App& command, OutletOptions& options,

@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::string_view firstKeyOfVersion2 = "Bitlux Forge Configuration File";
 constexpr std::string_view firstKeyOfVersion3 = "Bitlux Configuration File (Version 3.x.x)";
+constexpr std::size_t longestReason = 300;
 constexpr std::string_view quickCommandKey = "[QuickCommand]";
 
 struct Split {
@@ -85,7 +86,8 @@ void ConfigurationReader::read() {
     reset();
     const auto damaged = [this](std::string_view reason) {
         return fmt::format("The file \"{}\" is damaged in line {}: {}.",
-                           printable(file_.fileName(), 200), file_.lineNumber(), reason);
+                           printable(file_.fileName(), 200), file_.lineNumber(),
+                           printable(reason, longestReason));
     };
     while (const std::optional<std::string_view> line = file_.next()) {
         try {
