@@ -190,12 +190,6 @@ void replaceTextFile(
     replaceFile(fileName, content);
 }
 
-void requireWritable(const std::string& fileName) {
-    const fs::path target = targetOf(fileName);
-    if (!isThere(target) && ::access((target.parent_path() / ".").c_str(), W_OK | X_OK) != 0)
-        fail(fileName, errno);
-}
-
 void appendLine(const std::string& fileName, std::string_view line) {
     // A pipe must not make the program wait.
     OpenFile file(

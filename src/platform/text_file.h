@@ -20,9 +20,6 @@ void replaceTextFile(
     const std::string& fileName,
     const std::function<void(const std::function<void(std::string_view)>&)>& write);
 
-/// Raises what replaceFile would, as far as that can be told without writing.
-void requireWritable(const std::string& fileName);
-
 /// Adds a line with carriage return and line feed to the end of a file, which is made when it does
 /// not exist. Raises Failure (File) as replaceFile does; nothing of the line is in the file then.
 void appendLine(const std::string& fileName, std::string_view line);
