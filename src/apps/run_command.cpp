@@ -252,7 +252,7 @@ void Run::saveLog() {
     if (options_.log == "-") {
         const LogLines& lines = program_.mainForm().log.lines();
         for (std::size_t i = 0; i < lines.size(); ++i)
-            output_ << lines.line(i) << '\n';
+            output_ << printable(lines.line(i)) << '\n';
     } else if (!options_.log.empty()) {
         program_.mainForm().log.cmdSaveLogSingle_Click();
     }

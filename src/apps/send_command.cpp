@@ -3,6 +3,7 @@
 #include "apps/terminal_desk.h"
 #include "bench/scripted_desk.h"
 #include "platform/failure.h"
+#include "platform/printable.h"
 #include "program/program.h"
 #include "sending/word_text.h"
 
@@ -150,19 +151,20 @@ void SendRun::openTrace() {
 void SendRun::writeTrace() {
     if (traceOutput_ == nullptr)
         return;
+    errno = 0;
     for (const WireAccess& access : trace_.accesses())
         *traceOutput_ << trace_.line(access) << '\n';
     trace_.clear();
     if (!traceOutput_->flush())
-        throw Failure(Failure::Kind::File,
-                      fmt::format("The file \"{}\" cannot be written.", options_.trace));
+        throw Failure(Failure::Kind::File, fmt::format("The file \"{}\" cannot be written: {}.",
+                                                       options_.trace, std::strerror(errno)));
 }
 
 bool SendRun::saveLog() {
     if (options_.log == "-") {
         const LogLines& lines = program_.mainForm().log.lines();
         for (std::size_t i = 0; i < lines.size(); ++i)
-            output_ << lines.line(i) << '\n';
+            output_ << printable(lines.line(i)) << '\n';
     } else if (!options_.log.empty()) {
         forms().get<forms::Button>("frmMain.cmdSaveLogSingle").click();
     }

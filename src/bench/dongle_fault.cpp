@@ -1,9 +1,10 @@
 #include "bench/dongle_fault.h"
 
+#include "platform/conversions.h"
 #include "platform/failure.h"
 
 #include <array>
-#include <charconv>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -34,9 +35,9 @@ std::string_view cutFrom(std::string_view& text, char mark) {
 
 template <typename Number>
 bool readNumber(std::string_view text, Number& number, Number least, Number most) {
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() && number >= least &&
-           number <= most;
+    const std::optional<Number> read = wholeNumber<Number>(text);
+    number = read.value_or(number);
+    return read && number >= least && number <= most;
 }
 
 /// Reads the kind and its value; false when they do not go together.

@@ -16,6 +16,7 @@ namespace bitlux {
 
 namespace {
 
+constexpr const char* noPortChosen = "Please Select a Parallel Port.";
 constexpr int longestBinaryWord = SingleWordPage::bitColumns;
 
 std::string hexOnlyNote() {
@@ -94,6 +95,8 @@ bool ConfigureDialog::applyToParallelPort() {
     // Hidden, as at start-up and for a configuration file, the dialog applies what it holds.
     if (visible() && !(acceptPins() && acceptPortChoice()))
         return false;
+    if (!settlePortChoice())
+        return refuse(noPortChosen);
     if (!acceptWordLength())
         return false;
     if (session_.StartingUp != ConstOn)
@@ -150,7 +153,17 @@ bool ConfigureDialog::acceptPortChoice() {
     if (fixed > 1)
         return refuse("Cannot use more than one address for the Parallel Port!");
     if (fixed == 0 && cmbPortsAvailable.listIndex() < 0)
-        return refuse("Please Select a Parallel Port.");
+        return refuse(noPortChosen);
+    return true;
+}
+
+/// Without a choice the first port counts.
+bool ConfigureDialog::settlePortChoice() {
+    if (!cmbPortsAvailable.enabled() || cmbPortsAvailable.listIndex() >= 0)
+        return true;
+    if (cmbPortsAvailable.items().empty())
+        return false;
+    cmbPortsAvailable.setListIndex(0);
     return true;
 }
 
@@ -242,8 +255,7 @@ void ConfigureDialog::applyLogDecisions() {
 void ConfigureDialog::choosePort() {
     if (cmbPortsAvailable.enabled()) {
         constexpr std::size_t digit = 3; // "LPT1: 0x378"
-        const std::string& text = cmbPortsAvailable.text();
-        const int number = text.size() > digit ? hexDigit(text[digit]) : 0;
+        const int number = hexDigit(cmbPortsAvailable.text().at(digit));
         session_.LPTPortAddress =
             session_.LPTPortAddresses.at(static_cast<std::size_t>(number - 1));
         session_.Saved.SavedPortIndex = number;

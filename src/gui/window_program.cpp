@@ -38,12 +38,12 @@ void setUp(Program& program) {
     program.session().ConfigDirty = ConstOff;
 }
 
-/// Ends the program as the close box does; at once when the question is on the screen already.
+/// Ends the program, after its question; at once when that is on the screen already.
 void endBySignal(Program& program) {
     if (program.closing())
         program.end();
     else
-        program.close();
+        program.close(Program::Closing::System);
 }
 
 /// The end of the user's session.
@@ -52,7 +52,7 @@ void endWithSession(Program& program, QSessionManager& manager) {
         program.end();
         return;
     }
-    program.close();
+    program.close(Program::Closing::System);
     manager.release();
 }
 

@@ -264,25 +264,24 @@ void Program::stopRecording() {
 
 void Program::itemExit_Click() {
     mainForm_->run.cmdStopContinuous_Click();
+    const bool hadDongle = session_.USBReady;
     dongle_.close();
     addWait_->setVisible(false);
     saveBatch_->setVisible(false);
     dialog_->setVisible(false); // its controls keep what they hold for the question that follows
     close();
+    if (running_ && hadDongle)
+        Start_USB();
 }
 
-void Program::close() {
+void Program::close(Closing who) {
     if (closing_ || !running_)
         return;
-    closing_ = true;
-    try {
-        forms_.perform("frmMain.Form_QueryUnload", [this] { mainForm_->call("Form_QueryUnload"); });
-        mainForm_->call("Form_Unload");
-    } catch (...) { // nobody answered the question; it can be asked again
-        closing_ = false;
-        throw;
-    }
-    closing_ = false;
+    // When nobody answers the question it can be asked again.
+    const ScopedValue closing(closing_, true);
+    const ScopedValue systemEnds(systemEnds_, who == Closing::System);
+    forms_.perform("frmMain.Form_QueryUnload", [this] { mainForm_->call("Form_QueryUnload"); });
+    mainForm_->call("Form_Unload");
 }
 
 void Program::Form_Unload() {
@@ -290,9 +289,15 @@ void Program::Form_Unload() {
                               .title = "Last Chance to Save",
                               .buttons = MessageBox::Buttons::YesNo,
                               .icon = MessageBox::Icon::Question};
-    if (session_.ConfigDirty == ConstOn && desk_.boxes.show(question) == MessageBox::Answer::Yes)
-        forms_.perform("frmMain.itemSave.Click", [this] { mainForm_->files.itemSave_Click(); });
-    end();
+    const bool wantsSave =
+        session_.ConfigDirty == ConstOn && desk_.boxes.show(question) == MessageBox::Answer::Yes;
+    if (!wantsSave || saveBeforeEnd() || systemEnds_)
+        end();
+}
+
+bool Program::saveBeforeEnd() {
+    forms_.perform("frmMain.itemSave.Click", [this] { mainForm_->files.itemSave_Click(); });
+    return session_.ConfigDirty != ConstOn;
 }
 
 void Program::end() {

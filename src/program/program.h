@@ -39,9 +39,12 @@ public:
     void Main(const std::string& commandLine = {});
     /// Whether a file of this name exists that is no folder; a failure to find out counts as none.
     static bool ValidFile(const std::string& name);
+    /// Who wants the program closed.
+    enum class Closing { User, System };
     /// The close box: stops a continuous run, asks whether to save changed settings, and ends the
-    /// program. Harmless when repeated, also while the question is shown.
-    void close();
+    /// program. When they were to be saved and are not, the program goes on, unless it is the
+    /// system that ends it. Harmless when repeated, also while the question is shown.
+    void close(Closing who = Closing::User);
     /// An orderly end without a question: a continuous run stops, the dongle is closed and the
     /// pins go idle. Harmless when repeated.
     void end();
@@ -87,6 +90,7 @@ private:
     void openFromCommandLine(const std::string& commandLine);
     void itemExit_Click();
     void Form_Unload();
+    [[nodiscard]] bool saveBeforeEnd();
     void putIdleLevelsOnPins();
     void Start_USB();
     void itemUpdateDongle_Click();
@@ -116,6 +120,7 @@ private:
     Panels panels_;
     bool running_ = false;
     bool closing_ = false;
+    bool systemEnds_ = false; ///< and it does not wait for a save that succeeds
     bool searching_ = false;
 };
 

@@ -44,6 +44,8 @@ public:
     void clear();
 
     void cmdClearLogSingle_Click();
+    /// Writes to the file in use, or asks for one, which is in use once it was written. Raises
+    /// Failure (File) when it cannot be written.
     void cmdSaveLogSingle_Click();
     void itemSaveLogAs_Click();
 
@@ -59,6 +61,7 @@ private:
     void linesChanged();
     void moveToLastLine();
     std::optional<std::string> askFileName();
+    void saveAs(const std::optional<std::string>& fileName);
     void write(const std::string& fileName);
 
     Session& session_;

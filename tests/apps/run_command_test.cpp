@@ -108,6 +108,32 @@ TEST(RunCommand, EndsWithOneAtAMessage) {
     EXPECT_EQ(board.run("--bench echo >/dev/full").code, 1);
 }
 
+TEST(RunCommand, SendsNoneOfAFilesEscapesToTheTerminal) {
+    // Control characters of one byte, and one that is two bytes on the terminal.
+    const std::string bad = "xyz\x1B]0;\a\x7F\x9D";
+    std::string text = boardFile; // with that for the name of its pin
+    for (std::size_t at = 0; (at = text.find("EN\"", at)) != std::string::npos;)
+        text.replace(at, 2, bad);
+    struct Case {
+        const char* command;
+        const char* record;
+        const char* start; ///< of its value
+    };
+    const Board board;
+    for (const Case& c :
+         {Case{"show", "[PartName]", ""}, Case{"show", "[CSpin]", ""},
+          Case{"show", "[QuickCommand]", ""}, Case{"show", "[BatchItem]", "1 "},
+          Case{"show --batches", "[BatchItem]", "3 "}, Case{"run --bench echo --log -", "[x]", ""},
+          Case{"run --bench echo --json", "[x]", ""}}) {
+        const std::string file = board.write(
+            "bad.spi", fmt::format("{}\"{}\",\"{}{}\"\r\n", text, c.record, c.start, bad));
+        const std::string output = bitlux(fmt::format("{} {} </dev/null", c.command, file)).output;
+        EXPECT_NE(output.find("xyz"), std::string::npos) << c.command << c.record << output;
+        for (const char* sequence : {"\x1B", "\a", "\x7F", "\xC2\x9D"})
+            EXPECT_EQ(output.find(sequence), std::string::npos) << c.command << '\n' << output;
+    }
+}
+
 TEST(RunCommand, LeavesTheChoiceOfTheBusToTheFile) {
     const Board board;
     board.write("dongle.spi", dongleFile());

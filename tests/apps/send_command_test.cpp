@@ -139,15 +139,16 @@ TEST(SendCommand, EndsWithOneAtAMessageBox) {
          {Case{"--bench loopback 100", "The word is too long!\n"},
           Case{"--bench loopback 12 xy 34", "12 12\nNot a valid hex number!\n"},
           Case{"--bench loopback --bits 161 1", "The maximum number of SPI bits is 160\n"},
-          Case{"--bench loopback --bits 99999 1", "Overflow\nfrmConfigureSPI.cmdApply_Click\n"},
+          Case{"--bench loopback --bits 99999 1", "Overflow\n"},
           Case{"--bench loopback --bits 0 ''", "Nothing to send!\n"},
           Case{"--bench loopback --pins 2,2,4,12 1",
                "Pin Conflict!  Please select a different pin configuration.\n"},
           Case{"--bench loopback --trace /missing/trace 1",
                "The file \"/missing/trace\" cannot be written: No such file or directory.\n"},
           Case{"--bench loopback --log /missing/log 1",
-               "01 01\nThe file \"/missing/log\" cannot be written: No such file or directory.\n"
-               "frmMain.cmdSaveLogSingle_Click\n"}}) {
+               "01 01\nThe file \"/missing/log\" cannot be written: No such file or directory.\n"},
+          Case{"--bench loopback --trace /dev/full 1",
+               "The file \"/dev/full\" cannot be written: No space left on device.\n"}}) {
         const Outcome outcome = bitlux(std::string("send ") + c.arguments);
         EXPECT_EQ(outcome.output, c.output) << c.arguments;
         EXPECT_EQ(outcome.code, 1) << c.arguments;

@@ -126,6 +126,18 @@ TEST(Dongle, StopsAContinuousRunWhenItIsPulledOutAndGoesOnWhenItIsBack) {
     EXPECT_TRUE(bench.boxes.takeTexts().empty());
 }
 
+TEST(Dongle, IsThereAgainWhenAnExitEndsInNothing) {
+    DongleBench bench;
+    bench.session().ConfigDirty = ConstOn;
+    bench.boxes.answer(MessageBox::Answer::Yes); // and the dialog for the name is cancelled
+    bench.choose("frmMain.itemExit");
+    EXPECT_TRUE(bench.program.running());
+    bench.apply("8");
+    bench.send("A5");
+    bench.send("3C");
+    EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "A5");
+}
+
 TEST(Dongle, RefusesWhatItsFrameCannotTake) {
     DongleBench bench;
     bench.apply("5");

@@ -141,7 +141,7 @@ void FormSet::perform(std::string_view place, const std::function<void()>& actio
     } catch (const std::exception& error) {
         failure = error.what();
     }
-    boxes_.show({.text = fmt::format("{}{}{}", failure, lineBreak, place)});
+    boxes_.show({.text = failure, .place = std::string(place)});
     handlerFailed.raise(failure);
 }
 

@@ -1,5 +1,6 @@
 #include "platform/linux/dongle_search.h"
 
+#include "platform/letters.h"
 #include "platform/linux/os_descriptors.h"
 #include "platform/linux/usb_connection.h"
 
@@ -35,8 +36,9 @@ std::string DongleSearch::node(const UsbCandidate& candidate) const {
 bool DongleSearch::names(const UsbCandidate& candidate, std::string_view deviceInterfaceClass) {
     const Answer* const answer = answerOf(candidate);
     return answer != nullptr &&
-           std::any_of(answer->classes.begin(), answer->classes.end(),
-                       [&](const auto& name) { return isSameClass(name, deviceInterfaceClass); });
+           std::any_of(answer->classes.begin(), answer->classes.end(), [&](const auto& name) {
+               return equalIgnoringCase(name, deviceInterfaceClass);
+           });
 }
 
 /// What a device has answered, now or before; null while it cannot be asked or does not answer.
