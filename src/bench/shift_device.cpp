@@ -28,10 +28,10 @@ void ShiftDevice::clockEdge(bool rising, bool dataIn) {
         ++position_;
 }
 
-std::uint32_t ShiftDevice::requestWord(std::size_t bits) const {
-    std::uint32_t word = 0;
+std::uint64_t ShiftDevice::requestWord(std::size_t bits) const {
+    std::uint64_t word = 0;
     for (std::size_t n = 0; n < bits; ++n)
-        word = word << 1 | (requestBit(n) ? 1U : 0U);
+        word = word << 1 | (requestBit(n) ? 1 : 0);
     return word;
 }
 

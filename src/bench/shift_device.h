@@ -33,9 +33,9 @@ protected:
     [[nodiscard]] bool requestBit(std::size_t n) const {
         return n < received_.size() ? received_[n] : dataIn_ == shape_.dataInOneIsHigh;
     }
-    /// The word on its way, of so many bits, the first of them the most significant; the ones that
+    /// The word on its way, of up to 64 bits, the first of them the most significant; the ones that
     /// are yet to come stand as the line does now.
-    [[nodiscard]] std::uint32_t requestWord(std::size_t bits) const;
+    [[nodiscard]] std::uint64_t requestWord(std::size_t bits) const;
     /// A word has ended with these bits taken in.
     virtual void wordEnds(const Shifted& received, const BusShape& shape) = 0;
 

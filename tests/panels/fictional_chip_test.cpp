@@ -1,6 +1,7 @@
 // The worked example of docs/adding-a-chip.md: a lamp driver with two registers.
 
-#include "bench/register_file.h"
+#include "bench/model/chip_model.h"
+#include "chips/chip_reader.h"
 #include "panels/common/field_text.h"
 #include "panels/common/table_panel.h"
 #include "support/test_bench.h"
@@ -70,10 +71,29 @@ constexpr oldchips::Chip lamp{.form = "Lamp",
 
 // The bench
 
+constexpr std::string_view lampFile = R"(
+[chip]
+title = "Lamp driver"
+[word]
+bits = 15
+type = 2
+address = "13:12"
+data = "11:0"
+write = 0x4000
+[[register]]
+title = "Lamp"
+address = 0
+width = 12
+[[register]]
+title = "Blink"
+address = 3
+width = 4
+)";
+
 struct LampBench : TestBench {
     LampBench() {
         configure("8");
-        bench.connect(makeRegisterFile(lamp.format, lamp.registers));
+        bench.connect(makeChipModel(chips::readChip(lampFile, "lamp.toml").chip, "lamp"));
         panel.call("Form_Load");
         sent = program.engine().wordTransferred.follow([this] { words += wordSent(); });
     }
