@@ -216,7 +216,7 @@ title = "Level"
 address = 1
 width = 4
 )");
-    EXPECT_EQ(parity.send(0xAD, 8), 0x01U;
+    EXPECT_EQ(parity.send(0xAD, 8), 0x01U);
     EXPECT_EQ(parity.send(0x20, 8), 0x0DU);
     EXPECT_EQ(parity.send(0xAF, 8), 0x01U) << "wrong parity";
     EXPECT_EQ(parity.readings(), "Last word=AF, wrong check Level=6 ");
