@@ -18,7 +18,7 @@ public:
 
     virtual ~ChipSource() = default;
 
-    /// All that there are. Reads no chip's file whole.
+    /// All that there are. Lists are made of it often, so it should not read files that it knows.
     [[nodiscard]] virtual std::vector<Entry> entries() const = 0;
     /// The chip that has a device of this name; null when there is none. Raises Failure when the
     /// chip's file cannot be read.

@@ -124,8 +124,7 @@ std::uint64_t DongleBoard::exchange(std::uint64_t word, int bits, int type) {
     UsbFrame frame{};
     const std::uint64_t aligned = word << (room - bits);
     for (std::size_t i = firstDataByte; i < frame.size(); ++i)
-        frame[i] =
-            static_cast<std::uint8_t>(aligned >> (byteBits * (frame.size() - 1 - i)) & 0xFF);
+        frame[i] = static_cast<std::uint8_t>(aligned >> (byteBits * (frame.size() - 1 - i)) & 0xFF);
     std::uint64_t answer = 0;
     const UsbFrame returned = clockWord(frame, shape, *device_);
     for (std::size_t i = firstDataByte; i < returned.size(); ++i)

@@ -42,7 +42,7 @@ private:
     Shifted answer_;
     Shifted received_;
     std::uint64_t start_ = 0; ///< the first 64 bits of it, right-aligned
-    int position_ = 0; ///< of the bit on the output; -1 before the first toggling edge
+    int position_ = 0;        ///< of the bit on the output; -1 before the first toggling edge
     bool selected_ = false;
     bool clock_ = false;
     bool dataIn_ = false;

@@ -358,9 +358,7 @@ private:
             add(reset.at, "the reset value has too many bits", "Give one that finds room.");
     }
 
-    static std::uint64_t largest(const Row& row) {
-        return BitList::range(0, row.width()).mask();
-    }
+    static std::uint64_t largest(const Row& row) { return BitList::range(0, row.width()).mask(); }
 
     void checkPages() {
         for (const OuterPage& page : chip_.panel.pages)

@@ -90,12 +90,13 @@ private:
     const StateBit stuckHigh_ = fault(1);
     const StateBit flagsStay_ = fault(2);
 
-    bool taking_ = false;          ///< the word on its way is listened to
-    std::uint64_t status_ = 0;     ///< as the word began
-    Reply next_;                   ///< answers the word that comes, where answers do so
-    std::uint64_t nextWord_ = 0;   ///< the word that it answers
+    bool taking_ = false;        ///< the word on its way is listened to
+    std::uint64_t status_ = 0;   ///< as the word began
+    Reply next_;                 ///< answers the word that comes, where answers do so
+    std::uint64_t nextWord_ = 0; ///< the word that it answers
     std::string lastWord_ = "none";
-    mutable std::optional<std::uint64_t> asked_; ///< what stood on the line when it was last answered
+    mutable std::optional<std::uint64_t>
+        asked_; ///< what stood on the line when it was last answered
     mutable std::uint64_t answered_ = 0;
 };
 
@@ -142,9 +143,9 @@ std::uint64_t ChipModel::status() const {
 
 Chip::Shifted ChipModel::wordBegins(const BusShape&) {
     asked_.reset();
-    taking_ = !silent_.isOn() && !stuckHigh_.isOn() &&
-              std::all_of(parts_.begin(), parts_.end(),
-                          [](const auto& part) { return part->listens(); });
+    taking_ =
+        !silent_.isOn() && !stuckHigh_.isOn() &&
+        std::all_of(parts_.begin(), parts_.end(), [](const auto& part) { return part->listens(); });
     if (stuckHigh_.isOn())
         return Shifted(length(), true);
     if (!taking_)

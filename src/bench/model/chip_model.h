@@ -13,9 +13,9 @@ namespace bitlux {
 /// It takes words of the chip's length, the first bit being the most significant; others are
 /// ignored, and so are words whose check is wrong. A write is stored as far as the access of its
 /// register allows: a bit that is never written keeps its reset value, ones clear where the file
-/// says so. A read answers during the same word or with the next one, and clears what it reads where
-/// the view says so. An answer has the status bits as they were when its word began, the data of a
-/// read, and its check.
+/// says so. A read answers during the same word or with the next one, and clears what it reads
+/// where the view says so. An answer has the status bits as they were when its word began, the data
+/// of a read, and its check.
 ///
 /// Switches: the bits of views with a value of their own, the bits of registers that are only read
 /// or cleared, the status bits, and faults. What is odd is added by the parts that the file names.

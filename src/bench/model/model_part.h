@@ -46,7 +46,8 @@ public:
 
     // Answers
 
-    /// Status bits, in their places in an answer, where the part makes them; asked as a word begins.
+    /// Status bits, in their places in an answer, where the part makes them; asked as a word
+    /// begins.
     [[nodiscard]] virtual std::optional<std::uint64_t> status() const { return std::nullopt; }
     /// What a view shows, where the part makes it.
     [[nodiscard]] virtual std::optional<std::uint64_t> shown(const chips::View&) const {
@@ -65,8 +66,8 @@ public:
     [[nodiscard]] virtual std::vector<Reading> readings() const { return {}; }
 };
 
-/// A part by its name in files. `store` outlives it. Raises Failure (File) when there is none of the
-/// name, or when the chip lacks what the part needs.
+/// A part by its name in files. `store` outlives it. Raises Failure (File) when there is none of
+/// the name, or when the chip lacks what the part needs.
 std::unique_ptr<ModelPart> makeModelPart(std::string_view name, ModelStore& store);
 
 } // namespace bitlux

@@ -52,7 +52,7 @@ private:
     void reset(const chips::Device& device);
 
     chips::ChipPtr chip_;
-    std::vector<std::uint64_t> values_;              ///< of the registers, then of the views
+    std::vector<std::uint64_t> values_;             ///< of the registers, then of the views
     std::vector<std::vector<std::size_t>> viewsAt_; ///< by register and view
 };
 

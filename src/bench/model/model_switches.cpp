@@ -65,9 +65,8 @@ void addModelSwitches(SwitchTable& table, ModelStore& store, const Parts& parts)
     Adder adder(table, store, parts);
     for (const chips::Register& owner : store.chip().registers)
         adder.addRegister(owner);
-    const bool made = std::any_of(parts.begin(), parts.end(), [](const auto& part) {
-        return part->status().has_value();
-    });
+    const bool made = std::any_of(parts.begin(), parts.end(),
+                                  [](const auto& part) { return part->status().has_value(); });
     if (!made)
         table.add("Status", store.chip().word.status.captions, store.status);
 }

@@ -19,7 +19,8 @@ constexpr std::array<std::pair<const char*, const char*>, flagRowCount> flagView
      {"I/O", "I/O High"},
      {"Interrupts", "Safe RST"}}};
 
-constexpr std::array<std::uint8_t, flagRowCount> wakeUps{0, 0x80, 0, 0, 0x40, 0x40, 0x01, 0, 0xF0, 0};
+constexpr std::array<std::uint8_t, flagRowCount> wakeUps{0,    0x80, 0, 0,    0x40,
+                                                         0x40, 0x01, 0, 0xF0, 0};
 
 } // namespace
 

@@ -24,9 +24,8 @@ void TestService::trim(const UsbFrame& frame, DongleBus& bus) {
     bus.exchange(firstWord | frame[3], wordBits, wordType);
     bus.exchange(secondWord | frame[4], wordBits, wordType);
     if (mode_.on)
-        mode_.trimming =
-            fmt::format("{:02X} {:02X}, TXD low {}", state_.value(Register::RamA),
-                        state_.value(Register::RamB), frame[5]);
+        mode_.trimming = fmt::format("{:02X} {:02X}, TXD low {}", state_.value(Register::RamA),
+                                     state_.value(Register::RamB), frame[5]);
 }
 
 } // namespace bitlux::zt72518

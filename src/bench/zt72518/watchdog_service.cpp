@@ -99,10 +99,9 @@ std::vector<Reading> WatchdogService::readings() const {
         period_ == 0 ? "off"
                      : fmt::format("{} every {} ms", modeNames[static_cast<std::size_t>(mode_)],
                                    period_ / millisecond);
-    const std::string current = pause_ == 0
-                                    ? "off"
-                                    : fmt::format("{} ms every {} ms", pulse_ / millisecond,
-                                                  (pause_ + pulse_) / millisecond);
+    const std::string current = pause_ == 0 ? "off"
+                                            : fmt::format("{} ms every {} ms", pulse_ / millisecond,
+                                                          (pause_ + pulse_) / millisecond);
     return {{"Dongle", "Watchdog", refreshes}, {"Dongle", "Current", current}};
 }
 

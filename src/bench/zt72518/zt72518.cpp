@@ -128,8 +128,7 @@ DongleServices Part::dongleServices() {
 bool Part::accepts(const Request& request) {
     const bool checked = request.operation == chips::Operation::Write &&
                          (state_.value(Register::InitMisc) & 0x40) != 0 &&
-                         request.address != special_.address &&
-                         request.address != refresh_.address;
+                         request.address != special_.address && request.address != refresh_.address;
     const bool marked = (request.word & markBit) != 0;
     if (!checked || (std::popcount(request.data) % 2 == 0) == marked)
         return true;
