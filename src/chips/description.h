@@ -162,7 +162,13 @@ struct View {
     std::string page;     ///< where it is shown; empty for the page of its register
     std::string group;    ///< heading on that page
     bool clears = false;  ///< a read changes the chip
+    /// What it shows at first where it has a value of its own, beside that of the register.
+    std::optional<std::uint64_t> reset;
+    std::string switches; ///< group of its switches on the bench, where its title is no good
     Place at;
+
+    /// A view of flags, or one with a reset value, does not show the register.
+    [[nodiscard]] bool ownValue() const { return operation == Operation::Flags || reset; }
 };
 
 /// A word that never changes.
@@ -206,6 +212,8 @@ struct Register {
         return width() >= 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << width()) - 1;
     }
     [[nodiscard]] bool writable() const { return access != Access::ReadOnly; }
+    /// A view by title; null when there is none.
+    [[nodiscard]] const View* find(std::string_view wanted) const;
 };
 
 /// Buttons that another button presses one after the other.
@@ -298,6 +306,21 @@ struct PanelLayout {
     Place at;
 };
 
+/// What the virtual bench has of a chip: the chip, or one of its variants.
+struct Device {
+    /// A reset value that differs from what the chip's registers say.
+    struct Reset {
+        std::string owner; ///< title of the register
+        std::string view;  ///< title of a view with a value of its own; empty for the register
+        std::uint64_t value = 0;
+        Place at;
+    };
+
+    std::string name; ///< by which command line, scripts and bench know it
+    std::vector<Reset> resets;
+    Place at;
+};
+
 /// A chip. It is read once and never changes.
 struct Chip {
     std::string file;        ///< from which it was read, for messages
@@ -312,12 +335,15 @@ struct Chip {
     SequenceStyle sequence;
     PanelLayout panel;
     std::vector<std::string> modelParts; ///< of the model on the bench, written in C++
+    std::vector<Device> devices;         ///< at least one; the chip itself when the file has none
 
     /// The titles of the pages of registers and commands, in the order of the file; the one of the
     /// status row is no such page.
     [[nodiscard]] std::vector<std::string> registerPages() const;
     /// By title; null when there is none.
     [[nodiscard]] const Register* find(std::string_view title) const;
+    /// By name; null when there is none.
+    [[nodiscard]] const Device* findDevice(std::string_view wanted) const;
 };
 
 using ChipPtr = std::shared_ptr<const Chip>;

@@ -115,6 +115,8 @@ View readView(const Node& node, const Register& owner, const std::string& stem,
     view.page = table.text("page", view.operation == Operation::Flags ? "Flags" : "");
     view.group = table.text("group");
     view.clears = table.truth("clears", owner.access == Access::ReadClears);
+    view.reset = table.word("reset");
+    view.switches = table.text("switches");
     return view;
 }
 
