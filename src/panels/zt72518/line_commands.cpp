@@ -58,8 +58,8 @@ void LineCommands::enterSpecialMode(std::uint8_t choice) {
         return;
     constexpr unsigned allRandomBits = (1U << chip::specialRandomBits) - 1;
     const unsigned inverse = allRandomBits & ~static_cast<unsigned>(parts_.link.replyLow());
-    parts_.link.send(chip::writeHigh(chip::specialMode),
-                     static_cast<std::uint8_t>((choice << chip::specialRandomBits) + inverse));
+    const unsigned data = (unsigned{choice} << chip::specialRandomBits) + inverse;
+    parts_.link.send(chip::writeHigh(chip::specialMode), static_cast<std::uint8_t>(data));
 }
 
 std::vector<std::string> LineCommands::send(const std::string& name, const std::string& value) {
