@@ -45,11 +45,7 @@ void LogView::showLines(const forms::LineSource& lines, int count, int current) 
 
 /// Assistive tools follow the selection, and the line that has the focus with it.
 void LogView::tellSelection() {
-    if (!QAccessible::isActive())
-        return;
-    QAccessibleEvent changed(this, QAccessible::SelectionWithin);
-    QAccessible::updateAccessibility(&changed);
-    if (current_ < 0)
+    if (!QAccessible::isActive() || current_ < 0)
         return;
     for (const QAccessible::Event what : {QAccessible::Selection, QAccessible::Focus}) {
         QAccessibleEvent event(this, what);

@@ -113,7 +113,7 @@ def write_board(folder):
 
 def light_a_bit(app, window):
     checked = Told("object:state-changed:checked")
-    press(window, "ZT7251x", "page tab")
+    press(window, "SBC ZT7251x Family", "page tab")
     press(window, "Open ZT7251x Panel")
     bit = wait_for("bit", lambda: find(app, "check box", "bit 7 "))
     assert not bit.get_state_set().contains(Atspi.StateType.CHECKED)
@@ -127,7 +127,7 @@ def main(program):
     folder = tempfile.TemporaryDirectory()
     process = subprocess.Popen([program, write_board(folder.name)])
     try:
-        selected = Told("object:selection-changed")
+        selected = Told("object:state-changed:selected")
         app = wait_for("application", lambda: application("Bitlux Forge"))
         window = wait_for("window", lambda: find(app, "frame"))
         entry = wait_for("entry", lambda: find(window, "text", "Word to Send (DI):"))
@@ -137,7 +137,7 @@ def main(program):
         expected = ["SPI Word Sent:", "  A5", "SPI Word Received:", "  A5", " "]
         # The entry is padded and kept as typed; the log shows upper case.
         wait_for(f"log {expected}", lambda: log_lines(window) == expected)
-        selected.wait_for("Session Log")
+        selected.wait_for(expected[-1])
 
         press(window, "Send Continuously")
         note = ["Continuous Send Log Suspended", " "]
