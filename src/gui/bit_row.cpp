@@ -7,7 +7,6 @@
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPainter>
 
 namespace bitlux::gui {
@@ -95,13 +94,7 @@ void BitCell::keyPressEvent(QKeyEvent* event) {
                                                           : nullptr;
     if (next != nullptr)
         next->setFocus(Qt::OtherFocusReason);
-    else if (event->key() == Qt::Key_Space && focusPolicy() != Qt::NoFocus) {
-        // What is tied to it waits for the hand that lets go.
-        QMouseEvent release(QEvent::MouseButtonRelease, rect().center(),
-                            mapToGlobal(rect().center()), Qt::LeftButton, Qt::NoButton,
-                            Qt::NoModifier);
-        QApplication::sendEvent(this, &release);
-    } else
+    else
         QLabel::keyPressEvent(event);
 }
 

@@ -10,7 +10,7 @@
 namespace bitlux::gui {
 
 /// A bit as a cell of a register's row: its number above its caption, lit by the back colour of
-/// the label that it is tied to. One that can be clicked also takes Space.
+/// the label that it is tied to.
 class BitCell : public QLabel {
 public:
     BitCell(int bit, bool clickable, QWidget* parent);

@@ -248,9 +248,10 @@ void SequenceView::follow() {
 }
 
 void SequenceView::showRun(bool runs) {
-    if (runs == runs_)
+    const qint64 theme = runs ? QApplication::palette().cacheKey() : 0;
+    if (theme == runTheme_)
         return;
-    runs_ = runs;
+    runTheme_ = theme;
     QPalette palette; // the theme's
     if (runs) {
         palette.setColor(QPalette::Button, changedColor());

@@ -44,7 +44,7 @@ private:
     QPushButton* runButton_ = nullptr;
     RunProgressView* progress_ = nullptr;
     bool scrolling_ = false;
-    bool runs_ = false; ///< as it is shown
+    qint64 runTheme_ = 0; ///< palette of the program in which the run is shown, 0 while none is
     Subscription flushed_;
     Subscription progressed_;
     Subscription formGoing_;

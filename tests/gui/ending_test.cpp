@@ -108,7 +108,7 @@ TEST(Ending, BySignalAsksAndASecondOneDoesNot) {
     });
     whenAsked([](QMessageBox&) { std::raise(SIGINT); });
     std::raise(SIGTERM);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !live.program.running(); }, 5000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !live.program.running(); }, 30000));
     EXPECT_EQ(closing, (std::vector{false, true}));
     EXPECT_EQ(question(), nullptr);
     EXPECT_FALSE(live.window->isVisible());

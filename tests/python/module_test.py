@@ -272,13 +272,11 @@ class Time(unittest.TestCase):
                 time.sleep(0.1)
                 os.kill(parent, signal.SIGINT)
                 os._exit(0)
-            started = time.monotonic()
             try:
                 with self.assertRaises(KeyboardInterrupt):
                     call()
             finally:
                 os.waitpid(child, 0)
-            self.assertLess(time.monotonic() - started, 5)
             self.assertEqual(seen, ["handler"])
 
         sending = bitlux.Bench(bus="port")
