@@ -1,7 +1,6 @@
 #include "sequencer_bench.h"
 #include "support/file_size_limit.h"
 
-
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
