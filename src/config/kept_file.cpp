@@ -5,6 +5,7 @@
 #include "platform/line_reader.h"
 
 #include <filesystem>
+#include <optional>
 #include <string_view>
 #include <system_error>
 #include <variant>
@@ -57,7 +58,7 @@ std::size_t namedCommandsIn(const std::string& fileName) {
 
 std::string keepOldFile(const std::string& fileName) {
     namespace fs = std::filesystem;
-    const std::string kept = fileName + "~";
+    std::string kept = fileName + "~";
     std::error_code error;
     fs::copy_file(fileName, kept, fs::copy_options::overwrite_existing, error);
     if (error)
