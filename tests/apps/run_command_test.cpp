@@ -78,6 +78,9 @@ TEST(RunCommand, EndsWithOneAtAMessage) {
     board.write("damaged.spi", boardFile + "\"[BatchItem]\",\"9 x\"\r\n");
     board.write("dongle.spi", dongleFile());
     board.write("other.spi", "hello\r\n");
+    std::string nineBits = dongleFile();
+    nineBits.replace(nineBits.find(",\"8\""), 4, ",\"9\"");
+    board.write("nine.spi", nineBits);
     const std::string start = "run --bench echo " + board.path();
     struct Case {
         std::string arguments;
@@ -93,6 +96,8 @@ TEST(RunCommand, EndsWithOneAtAMessage) {
                                            "Batch 9.\n",
                                            board.path("damaged.spi"))},
           Case{"/other.spi", "Invalid File Format.\n"},
+          Case{"/nine.spi --bus dongle",
+               "The dongle carries words of 8, 16, 24, 32 or 40 bits, not of 9.\n"},
           Case{"/none.spi", fmt::format("There is no file \"{}\".\n", board.path("none.spi"))},
           Case{"/dongle.spi --bus dongle --batch sweep --fault gone@2",
                "A5 00\nCheck the USB cable and restart program\n"},
