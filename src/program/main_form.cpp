@@ -1,5 +1,7 @@
 #include "program/main_form.h"
 
+#include "panels/zt72518/dongle_services.h"
+
 namespace bitlux {
 
 MainForm::MainForm(forms::FormSet& set, const Parts& parts)
@@ -77,7 +79,7 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
 void MainForm::registerProcedures(const Parts& parts) {
     procedure("SendSPI", [&engine = parts.engine] { engine.SendSPI(); });
     procedure("read_rstint", [&dongle = parts.dongle] { dongle.read_rstint(); });
-    procedure("test_mode", [&dongle = parts.dongle] { dongle.test_mode(); });
+    procedure("test_mode", [parts] { zt72518::enterTestMode(parts.session, parts.dongle); });
     procedure("Command1_Click", [this, &dongle = parts.dongle] {
         dongle.setUpPipes();
         Command1.hide();

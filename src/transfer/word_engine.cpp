@@ -236,7 +236,7 @@ void WordEngine::sendThroughDongle() {
     wordStarting.raise();
     wordLeaving.raise();
     UsbFrame answer{};
-    if (!dongle_.exchangeUnlimited(buildWordFrame(session_), answer))
+    if (!dongle_.exchange(buildWordFrame(session_), answer, DongleLink::Wait::Unlimited))
         return;
     unpackAnswer(answer, session_);
     finish();
