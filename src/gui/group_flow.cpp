@@ -72,7 +72,7 @@ void GroupFlow::setGeometry(const QRect& rect) {
     }
 }
 
-void GroupFlow::place(Row row, QRect room) {
+void GroupFlow::place(Row row, QRect room) const {
     const int groups = static_cast<int>(row.size());
     int spare = room.width() - (groups - 1) * beside;
     for (const auto& item : row)
@@ -80,7 +80,9 @@ void GroupFlow::place(Row row, QRect room) {
     int left = room.left();
     for (int i = 0; i < groups; ++i) {
         // What does not divide goes to the last, so that all rows end at the same place.
-        const int share = i + 1 < groups ? spare / groups : spare - spare / groups * (groups - 1);
+        int share = i + 1 < groups ? spare / groups : spare - spare / groups * (groups - 1);
+        if (spare_ == Spare::Left)
+            share = std::min(spare, 0);
         const auto& item = row[static_cast<std::size_t>(i)];
         const int width = item->sizeHint().width() + share;
         item->setGeometry(QRect(left, room.top(), width, room.height()));

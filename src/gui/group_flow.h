@@ -8,11 +8,13 @@
 
 namespace bitlux::gui {
 
-/// Groups side by side for as long as there is room, then in the next row; those of a row share its
-/// width and are equally high.
+/// Groups side by side for as long as there is room, then in the next row; those of a row are
+/// equally high, and share its width where the spare room is shared.
 class GroupFlow : public QLayout {
 public:
-    GroupFlow() = default;
+    enum class Spare { Shared, Left };
+
+    explicit GroupFlow(Spare spare = Spare::Shared) : spare_(spare) {}
     ~GroupFlow() override;
 
     void addItem(QLayoutItem* item) override { items_.emplace_back(item); }
@@ -33,8 +35,9 @@ private:
 
     [[nodiscard]] std::vector<Row> rowsIn(int width) const;
     static int heightOf(Row row);
-    static void place(Row row, QRect room);
+    void place(Row row, QRect room) const;
 
+    Spare spare_;
     std::vector<std::unique_ptr<QLayoutItem>> items_;
 };
 
