@@ -25,7 +25,8 @@ public:
     [[nodiscard]] Qt::Orientations expandingDirections() const override { return {}; }
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }
     [[nodiscard]] int heightForWidth(int width) const override;
-    [[nodiscard]] QSize sizeHint() const override { return minimumSize(); }
+    /// Of all groups in a row where the spare room is left, else as the least.
+    [[nodiscard]] QSize sizeHint() const override;
     /// Of the widest group.
     [[nodiscard]] QSize minimumSize() const override;
     void setGeometry(const QRect& rect) override;
@@ -34,7 +35,7 @@ private:
     using Row = std::span<const std::unique_ptr<QLayoutItem>>;
 
     [[nodiscard]] std::vector<Row> rowsIn(int width) const;
-    static int heightOf(Row row);
+    static int heightOf(Row row, int width);
     void place(Row row, QRect room) const;
 
     Spare spare_;

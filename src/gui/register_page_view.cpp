@@ -35,10 +35,8 @@ RegisterPageView::RegisterPageView(const chips::Chip& chip, const std::string& p
                                    QWidget* parent)
     : QWidget(parent), chip_(chip), page_(page), extras_(extras), widgets_(widgets) {
     const std::vector<Registers> sections = registersOn(chip, page);
-    const bool isSingle =
-        sections.size() == 1 && hasRows(sections.front()) && guestsOn(chip, page).empty();
-    if (isSingle)
-        addSingle(sections.front());
+    if (sections.size() == 1 && keepsRowsInSight(sections.front()) && guestsOn(chip, page).empty())
+        addSingle(*sections.front().front());
     else
         addSheet(sections);
 }
@@ -47,16 +45,27 @@ bool RegisterPageView::hasRows(const Registers& registers) const {
     return registers.front()->row.exists() || !ownViews(chip_, *registers.front()).empty();
 }
 
-void RegisterPageView::addSingle(const Registers& registers) {
+bool RegisterPageView::keepsRowsInSight(const Registers& registers) const {
+    constexpr int mostLines = 5;
+    constexpr int bitsInLine = 16; // of a small window
+    const chips::Register& shown = *registers.front();
+    int lines = 0;
+    for (const chips::View* view : ownViews(chip_, shown))
+        lines += (view->row.width() - 1) / bitsInLine + 1;
+    if (shown.row.exists())
+        lines += (shown.width() - 1) / bitsInLine + 1;
+    return registers.size() == 1 && lines > 0 && lines <= mostLines;
+}
+
+void RegisterPageView::addSingle(const chips::Register& shown) {
     auto* layout = columnOf(this);
-    layout->addLayout(new RegisterRows(chip_, registers, extras_, widgets_, this));
+    layout->addLayout(new RegisterRows(chip_, {&shown}, extras_, widgets_, this));
     auto* sheet = new Sheet(this);
     QWidget* choices = sheet->widget();
     auto* column = columnOf(choices);
     GroupFlow& flow = addFlow(*column);
     FieldGroups groups(widgets_, choices, flow);
-    for (const chips::Register* shown : registers)
-        groups.add(*shown);
+    groups.add(shown);
     groups.add(commandsOn(chip_, page_));
     for (const MakeWidget& make : extras_.groups)
         flow.addWidget(make(choices));

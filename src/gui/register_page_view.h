@@ -13,7 +13,7 @@ class FieldGroups;
 
 /// A page of registers and commands, made from the description of the chip. Of a single register
 /// the bits to write and those that were read stay in sight, and the choices scroll below them; of
-/// several all scrolls. What has no bits at all stands on a sheet of titled groups.
+/// several, and of one with many rows, all scrolls. What has no bits at all stands on a sheet of titled groups.
 class RegisterPageView : public QWidget {
 public:
     /// `page` is one of Chip::registerPages.
@@ -21,12 +21,14 @@ public:
                      const PanelWidgets& widgets, QWidget* parent);
 
 private:
-    void addSingle(const Registers& registers);
+    void addSingle(const chips::Register& shown);
     void addSheet(const std::vector<Registers>& sections);
     void addSection(const Registers& registers, QVBoxLayout& column, QWidget* parent);
     void addGuests(QVBoxLayout& column, QWidget* parent);
     /// The groups of what a page ends with: commands, and what parts add.
     void addRest(QVBoxLayout& column, QWidget* parent);
+    /// It is one register, whose rows leave room for the choices on a small screen.
+    [[nodiscard]] bool keepsRowsInSight(const Registers& registers) const;
     [[nodiscard]] bool hasRows(const Registers& registers) const;
 
     const chips::Chip& chip_;
