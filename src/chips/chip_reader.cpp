@@ -91,6 +91,7 @@ ReadAll readReadAll(const Node& node, Problems& problems) {
     ReadAll group;
     group.at = table.at();
     group.title = table.text("title", "Read all");
+    group.group = table.text("group");
     group.button = table.control("button", {.name = "Cm_" + identifier(group.title)});
     group.failure = failures.at(
         static_cast<std::size_t>(table.oneOf("failure", {"ends", "ends after first", "goes on"})));

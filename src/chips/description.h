@@ -226,6 +226,7 @@ struct ReadAll {
     enum class Failure : std::uint8_t { GoesOn, EndsAfterFirst, Ends };
 
     std::string title;
+    std::string group; ///< heading in front of the button
     ControlName button;
     std::vector<Step> steps;
     Failure failure = Failure::Ends;

@@ -8,9 +8,9 @@
 #include "gui/recent_menu.h"
 #include "gui/run_progress_view.h"
 #include "gui/save_batch_view.h"
-#include "gui/test_mode_view.h"
 #include "gui/theme.h"
 #include "gui/waveform_view.h"
+#include "gui/zt72518/test_mode_view.h"
 
 #include <algorithm>
 
@@ -164,7 +164,7 @@ FormDialog* MainWindow::makeDialog(forms::Form& form) {
         return new AddWaitView(*addWait, binder_, this);
     if (auto* about = dynamic_cast<AboutForm*>(&form))
         return new AboutView(*about, binder_, this);
-    if (auto* panel = dynamic_cast<zt72518::PanelForm*>(&form))
+    if (auto* panel = dynamic_cast<PanelForm*>(&form))
         return new PanelView(*panel, binder_, this);
     if (auto* testMode = dynamic_cast<zt72518::TestModeForm*>(&form))
         return new TestModeView(*testMode, binder_, this);

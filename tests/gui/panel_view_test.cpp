@@ -134,7 +134,7 @@ TEST(PanelView, NamesItsButtons) {
 TEST(PanelView, FindsRoomOnASmallScreen) {
     PanelBench bench;
     for (const char* choice : {"vb_otp(0)", "opt_vb(0)", "opt_vb(1)"}) // where the file is there
-        bench.program.zt72518().control(choice).show();
+        bench.program.panels().touch("zt72518").control(choice).show();
     for (int page = 1; page <= 5; ++page)
         bench.choose("ZT72518.tab_518(0)", page);
     EXPECT_TRUE(bench.widget<QRadioButton>("ZT72518.opt_vb(0)").isVisible());
@@ -177,10 +177,10 @@ TEST(PanelView, MovesALineOfTheSequenceByDragging) {
 TEST(PanelView, ShowsTheLineThatRunsInAllLists) {
     PanelBench bench;
     bench.choose("ZT72518.tab_518(0)", 1);
-    zt72518::Sequencer& sequencer = bench.program.zt72518().sequencer;
+    PanelSequence& sequence = bench.program.panels().touch("zt72518").sequence;
     constexpr int wait = 71;
     for (int line = 1; line <= 100; ++line)
-        sequencer.lists.append(line == wait ? "Wait" : "MUX Read Low", line == wait ? "5000" : "");
+        sequence.lists.append(line == wait ? "Wait" : "MUX Read Low", line == wait ? "5000" : "");
     std::vector<gui::LogView*> lists;
     for (const char* list :
          {"List1", "List_Commands", "List_Value", "List_Val_read1", "List_Val_read0"})
@@ -206,7 +206,7 @@ TEST(PanelView, ShowsTheLineThatRunsInAllLists) {
         lists.back()->verticalScrollBar()->setValue(5);
         for (const gui::LogView* list : lists)
             EXPECT_EQ(list->verticalScrollBar()->value(), 5);
-        sequencer.player.Timer1.disable();
+        sequence.player.Timer1.disable();
     });
     bench.press("ZT72518.Cm_Run_Seq");
     for (const gui::LogView* list : lists)

@@ -81,6 +81,7 @@ bool PanelWords::send(std::uint64_t word, std::optional<std::int16_t> type) {
         for (std::size_t i = 0; i < elements.size(); ++i)
             elements[i] = static_cast<std::int16_t>(word >> i & 1);
     engine_.SendSPI();
+    exchanged.raise(word);
     return true;
 }
 

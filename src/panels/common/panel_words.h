@@ -2,6 +2,7 @@
 
 #include "chips/description.h"
 #include "platform/desk.h"
+#include "platform/event.h"
 #include "session/session.h"
 #include "transfer/word_engine.h"
 
@@ -48,6 +49,9 @@ public:
     [[nodiscard]] std::string text(std::uint64_t word) const;
     [[nodiscard]] std::string text(const chips::Register& target) const;
     [[nodiscard]] std::string text(const chips::View& view) const { return text(wordOf(view)); }
+
+    /// A word went out, and its answer is there.
+    Event<std::uint64_t> exchanged;
 
     // Set by the parts of a panel.
     /// What is odd about a chip's words: gives back the word that is to be sent. The register is

@@ -1,4 +1,4 @@
-#include "gui/test_mode_view.h"
+#include "gui/zt72518/test_mode_view.h"
 
 #include "gui/panel_widgets.h"
 #include "platform/forms/form_set.h"

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "gui/binder.h"
-#include "panels/zt72518/sequencer.h"
+#include "panels/zt72518/auto_reads.h"
+#include "panels/zt72518/watchdog.h"
 
 #include <QWidget>
 
@@ -12,17 +13,18 @@ namespace bitlux::gui {
 /// The page of the watchdog that the dongle serves, and of the automatic reads.
 class WatchdogView : public QWidget {
 public:
-    WatchdogView(zt72518::Sequencer& sequencer, Binder& binder, QWidget* parent);
+    /// `reads` is null in a panel that has none.
+    WatchdogView(zt72518::Watchdog& watchdog, zt72518::AutoReads* reads, Binder& binder,
+                 QWidget* parent);
 
 private:
     QWidget* makeService();
     QWidget* makePulse();
-    QWidget* makeReads();
+    QWidget* makeReads(zt72518::AutoReads& reads);
     QComboBox* makeChoice(int choice, const QString& prompt, const QString& name, QWidget* parent);
     void addCommand(QGridLayout& grid, int row, int button, QWidget* parent);
 
     zt72518::Watchdog& watchdog_;
-    zt72518::AutoReads& reads_;
     Binder& binder_;
 };
 

@@ -1,4 +1,4 @@
-#include "gui/watchdog_view.h"
+#include "gui/zt72518/watchdog_view.h"
 
 #include "gui/panel_widgets.h"
 #include "gui/sheet.h"
@@ -33,8 +33,9 @@ std::vector<int> flagBoxes() {
 
 } // namespace
 
-WatchdogView::WatchdogView(zt72518::Sequencer& sequencer, Binder& binder, QWidget* parent)
-    : QWidget(parent), watchdog_(sequencer.watchdog), reads_(sequencer.autoReads), binder_(binder) {
+WatchdogView::WatchdogView(zt72518::Watchdog& watchdog, zt72518::AutoReads* reads, Binder& binder,
+                           QWidget* parent)
+    : QWidget(parent), watchdog_(watchdog), binder_(binder) {
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
     auto* sheet = new Sheet(this);
@@ -46,7 +47,8 @@ WatchdogView::WatchdogView(zt72518::Sequencer& sequencer, Binder& binder, QWidge
     top->addWidget(makeService(), 1);
     top->addWidget(makePulse(), 1);
     layout->addLayout(top);
-    layout->addWidget(makeReads());
+    if (reads != nullptr)
+        layout->addWidget(makeReads(*reads));
     layout->addStretch();
 }
 
@@ -112,7 +114,7 @@ QWidget* WatchdogView::makePulse() {
     return box;
 }
 
-QWidget* WatchdogView::makeReads() {
+QWidget* WatchdogView::makeReads(zt72518::AutoReads& reads) {
     auto* box = new QGroupBox("Read every 500 ms, while \"Auto reading\" is ticked above", this);
     auto* grid = new QGridLayout(box);
     grid->setVerticalSpacing(3);
@@ -124,9 +126,9 @@ QWidget* WatchdogView::makeReads() {
     for (const ReadGroup& group : groups) {
         if (column > 0)
             grid->setColumnMinimumWidth(column++, groupSpacing);
-        grid->addWidget(binder_.make<QCheckBox>(reads_.read_auto(group.all), box), 0, column);
+        grid->addWidget(binder_.make<QCheckBox>(reads.read_auto(group.all), box), 0, column);
         for (int place = 0; const int read : group.boxes) {
-            grid->addWidget(binder_.make<QCheckBox>(reads_.read_auto(read), box), 1 + place % lines,
+            grid->addWidget(binder_.make<QCheckBox>(reads.read_auto(read), box), 1 + place % lines,
                             column + place / lines);
             grid->setColumnStretch(column + place / lines, 1); // all are equally wide
             ++place;

@@ -1,7 +1,7 @@
-#include "gui/mode_diagram.h"
+#include "gui/zt72518/mode_diagram.h"
 
-#include "chips/zt72518/diagram.h"
 #include "gui/sheet.h"
+#include "panels/zt72518/mode_words.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,11 +14,9 @@
 
 namespace bitlux::gui {
 
-namespace chip = oldchips::zt72518;
-
 namespace {
 
-constexpr int requestPlace = static_cast<int>(chip::modeButtons.size());
+constexpr int requestPlace = static_cast<int>(zt72518::modeButtons.size());
 constexpr int wakeUpPlace = 3;
 
 /// Centers of the modes by the index of their buttons, Normal Request behind them, in parts of the
@@ -111,7 +109,7 @@ private:
 };
 
 ModePicture::ModePicture(const PanelWidgets& widgets, QWidget* parent) : QWidget(parent) {
-    for (int line = 0; line < chip::modeLines; ++line) {
+    for (int line = 0; line < zt72518::modeLines; ++line) {
         auto* transition = new Transition(line, modes_, this);
         widgets.binder.bind(widgets.controls.get<forms::Label>({"lin_pre", line}), *transition);
         transitions_.push_back(transition);
@@ -138,7 +136,7 @@ void ModePicture::paintEvent(QPaintEvent*) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(ground);
     painter.drawRoundedRect(rect(), 4, 4);
-    for (int line = 0; line < chip::modeLines; ++line)
+    for (int line = 0; line < zt72518::modeLines; ++line)
         paintTransition(painter, modes_, line, quiet);
 }
 
@@ -187,8 +185,8 @@ QWidget* ModeDiagram::makeReading() {
     auto* widget = new QWidget(this);
     auto* row = new QHBoxLayout(widget);
     row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(
-        widgets_.make<QCheckBox, forms::CheckBox>({"pre_prog_box", chip::autoReadingBox}, widget));
+    row->addWidget(widgets_.make<QCheckBox, forms::CheckBox>(
+        {"pre_prog_box", zt72518::autoReadingBox}, widget));
     row->addSpacing(20);
     row->addWidget(new QLabel("Present mode:", widget));
     row->addWidget(widgets_.make<QLabel, forms::Label>({"read_pre_prog", 0}, widget), 1);
@@ -200,7 +198,8 @@ QWidget* ModeDiagram::makeBoxes(const QString& title, int button) {
     auto* column = new QVBoxLayout(group);
     column->setSpacing(2);
     std::vector<int> boxes; // one may decide about several words
-    for (const chip::ModeWord& word : chip::modeButtons.at(static_cast<std::size_t>(button)).words)
+    for (const zt72518::ModeWord& word :
+         zt72518::modeButtons.at(static_cast<std::size_t>(button)).words)
         if (word.box >= 0 && std::find(boxes.begin(), boxes.end(), word.box) == boxes.end())
             boxes.push_back(word.box);
     for (const int box : boxes)

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "gui/panel_widgets.h"
-#include "panels/zt72518/panel_form.h"
 
 #include <vector>
 
