@@ -9,6 +9,8 @@ MessageBox::Answer TerminalBoxes::show(const MessageBox& box) {
 }
 
 void TerminalBoxes::print(const MessageBox& box) {
+    if (where)
+        errors_ << where();
     for (const char c : box.text)
         if (c != '\r')
             errors_ << c;
