@@ -63,11 +63,6 @@ TraceOutput::TraceOutput(const std::string& name, std::ostream& output)
         fail(name, std::strerror(errno));
 }
 
-void TraceOutput::begin(Program& program) {
-    program.startRecording(trace_);
-    transferred_ = program.engine().wordTransferred.follow([this] { write(); });
-}
-
 void TraceOutput::write() {
     errno = 0;
     for (const WireAccess& access : trace_.accesses())
@@ -75,11 +70,11 @@ void TraceOutput::write() {
     trace_.clear();
     if (stream_.flush())
         return;
-    const char* const reason = errno == 0 ? "an output failed before" : std::strerror(errno);
-    if (name_ == here)
-        throw Failure(Failure::Kind::File,
-                      fmt::format("The standard output cannot be written: {}.", reason));
-    fail(name_, reason);
+    const char* const reason = errno == 0 ? "no reason is known" : std::strerror(errno);
+    if (name_ != here)
+        fail(name_, reason);
+    throw Failure(Failure::Kind::File,
+                  fmt::format("The standard output cannot be written: {}.", reason));
 }
 
 void CommandOutputs::open() {
@@ -90,10 +85,22 @@ void CommandOutputs::open() {
 }
 
 void CommandOutputs::begin(Program& program) {
-    if (trace_)
-        trace_->begin(program);
+    if (trace_) {
+        program.startRecording(trace_->trace());
+        transferred_ =
+            program.engine().wordTransferred.follow([this, &program] { writeTrace(program); });
+    }
     if (!options_.vcd.empty() || !options_.sr.empty())
         program.waveform().start();
+}
+
+void CommandOutputs::writeTrace(Program& program) {
+    attempt([this] { trace_->write(); });
+    if (good_)
+        return;
+    program.stopRecording();
+    transferred_.reset();
+    trace_.reset();
 }
 
 void CommandOutputs::stop(Program& program) {
@@ -102,13 +109,12 @@ void CommandOutputs::stop(Program& program) {
 }
 
 bool CommandOutputs::save(Program& program) {
-    bool good = true;
     if (trace_)
-        good &= attempt([this] { trace_->write(); });
-    good &= attempt([&] { saveVcd(program); });
-    good &= attempt([&] { saveSr(program); });
-    good &= attempt([&] { saveLog(program); });
-    return good;
+        writeTrace(program);
+    attempt([&] { saveVcd(program); });
+    attempt([&] { saveSr(program); });
+    attempt([&] { saveLog(program); });
+    return good_;
 }
 
 void CommandOutputs::saveVcd(Program& program) {
@@ -145,13 +151,12 @@ void CommandOutputs::saveLog(Program& program) {
     }
 }
 
-bool CommandOutputs::attempt(const std::function<void()>& write) {
+void CommandOutputs::attempt(const std::function<void()>& write) {
     try {
         write();
-        return true;
     } catch (const Failure& failure) {
         fmt::print(errors_, "{}\n", failure.what());
-        return false;
+        good_ = false;
     }
 }
 

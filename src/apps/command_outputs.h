@@ -12,16 +12,16 @@
 
 namespace bitlux {
 
-/// The trace of the words as lines, written after each word.
+/// The trace of the words as lines.
 class TraceOutput {
 public:
     /// `name` may be "-" for `output`, which outlives this. A file that cannot be written raises
     /// Failure (File).
     TraceOutput(const std::string& name, std::ostream& output);
 
-    /// Traces what happens from now on; the program outlives this.
-    void begin(Program& program);
-    /// Writes what was not written yet. Failure (File) when there is no room.
+    /// What is traced, and not written yet.
+    [[nodiscard]] WireTrace& trace() { return trace_; }
+    /// Writes it. Raises Failure (File) when there is no room.
     void write();
 
 private:
@@ -29,11 +29,10 @@ private:
     std::ofstream file_;
     std::ostream& stream_;
     WireTrace trace_;
-    Subscription transferred_;
 };
 
-/// Where the results of a command go beside its lines. Each output stands on its own: one that
-/// fails is told, and the others are written.
+/// Where the results of a command go beside its lines: the trace after each word, all else in the
+/// end. Each output stands on its own: one that fails is told, and all others are written.
 class CommandOutputs {
 public:
     /// All outlive this.
@@ -46,11 +45,12 @@ public:
     void begin(Program& program);
     /// Records no more.
     void stop(Program& program);
-    /// Writes all outputs; false when one has failed.
+    /// Writes all outputs; false when one has failed, now or before.
     bool save(Program& program);
 
 private:
-    bool attempt(const std::function<void()>& write);
+    void attempt(const std::function<void()>& write);
+    void writeTrace(Program& program);
     void saveVcd(Program& program);
     void saveSr(Program& program);
     void saveLog(Program& program);
@@ -58,7 +58,9 @@ private:
     const OutputOptions& options_;
     std::ostream& output_;
     std::ostream& errors_;
-    std::optional<TraceOutput> trace_;
+    std::optional<TraceOutput> trace_; ///< until it has failed
+    Subscription transferred_;
+    bool good_ = true;
 };
 
 } // namespace bitlux

@@ -23,7 +23,9 @@ namespace {
 struct Interrupted {};
 
 /// A word took longer than it may.
-struct TimedOut {};
+struct TimedOut {
+    std::string where;
+};
 
 /// A signal cuts the sleep short.
 void sleepFor(std::int64_t nanoseconds) {
@@ -80,7 +82,7 @@ void CommandRun::checkInterruption() {
     if (options_.timeout > 0 && report_ &&
         static_cast<double>(report_->sendingFor()) > options_.timeout * second) {
         isOver_ = true;
-        throw TimedOut{};
+        throw TimedOut{where()};
     }
     if (report_ && !boxes_.asking())
         progress_.offer([this] { return progressText(); });
@@ -99,18 +101,18 @@ int CommandRun::attempt() {
     } catch (const Interrupted&) {
         constexpr int signalBase = 128; // as shells tell of a program that a signal has ended
         return signalBase + EndSignals::received().value_or(0);
-    } catch (const TimedOut&) {
-        return fail(fmt::format("No answer came in {} s.", options_.timeout), 1);
+    } catch (const TimedOut& late) {
+        return fail(fmt::format("{}No answer came in {} s.", late.where, options_.timeout), 1);
     } catch (const WrongUse& wrong) {
         return fail(wrong.what(), usageError);
     } catch (const Failure& failure) {
-        return fail(failure.what(), 1);
+        return fail(where() + failure.what(), 1);
     }
 }
 
 int CommandRun::fail(const std::string& text, int code) {
     progress_.clear();
-    fmt::print(errors_, "{}{}\n", where(), text);
+    fmt::print(errors_, "{}\n", text);
     return code;
 }
 
