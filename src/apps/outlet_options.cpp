@@ -28,7 +28,7 @@ CLI::Validator readable(const std::string& name, std::function<void(const std::s
 
 void addMachineOptions(CLI::App& command, OutletOptions& options) {
     command.add_option("--port", options.port, "Which parallel port of this machine, if not LPT1")
-        ->check(readable("{lpt1,lpt2,lpt3,ADDRESS}",
+        ->check(readable("{lpt1,lpt2,lpt3}|ADDRESS",
                          [](const std::string& text) { portChoiceFrom(text); }));
     command
         .add_option("--serial", options.serial,
