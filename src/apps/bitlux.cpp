@@ -66,11 +66,10 @@ std::optional<std::string> unknownCommand(const CLI::App& app, std::string_view 
         return std::nullopt;
     constexpr std::size_t most = 60;
     const std::vector<std::string> near = forms::nearNames(given, names);
-    return near.empty()
-               ? fmt::format("There is no command \"{}\"; there is {}.", printable(given, most),
-                             fmt::join(names, ", "))
-               : fmt::format("There is no command \"{}\"; near: {}.", printable(given, most),
-                             fmt::join(near, ", "));
+    return near.empty() ? fmt::format("There is no command \"{}\"; there is {}.",
+                                      printable(given, most), fmt::join(names, ", "))
+                        : fmt::format("There is no command \"{}\"; near: {}.",
+                                      printable(given, most), fmt::join(near, ", "));
 }
 
 } // namespace

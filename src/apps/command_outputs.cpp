@@ -33,7 +33,7 @@ bool mayWrite(const fs::path& path, int mode) {
 }
 
 /// Finds before anything is sent what would keep a file from being saved afterwards.
-void requireWritable(const std::string& fileName) {
+void demandWritable(const std::string& fileName) {
     if (fileName.empty() || fileName == here)
         return;
     std::error_code error;
@@ -79,7 +79,7 @@ void TraceOutput::write() {
 
 void CommandOutputs::open() {
     for (const std::string* fileName : {&options_.log, &options_.vcd, &options_.sr})
-        requireWritable(*fileName);
+        demandWritable(*fileName);
     if (!options_.trace.empty())
         trace_.emplace(options_.trace, output_);
 }

@@ -84,7 +84,7 @@ void CommandRun::checkInterruption() {
         isOver_ = true;
         throw TimedOut{where()};
     }
-    if (report_ && !boxes_.asking())
+    if (report_ && !input_.isWaiting())
         progress_.offer([this] { return progressText(); });
 }
 
@@ -145,8 +145,8 @@ bool CommandRun::sendAll() {
     const Subscription starting =
         program_.engine().wordStarting.follow([this] { checkInterruption(); });
     for (int pass = 0; pass < options_.times; ++pass) {
-        checkInterruption();
         report_->beginPass();
+        checkInterruption();
         if (!sendPass())
             return false;
         report_->endPass();

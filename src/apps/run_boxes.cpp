@@ -15,10 +15,7 @@ MessageBox::Answer RunBoxes::show(const MessageBox& box) {
     const bool isPause = box.title == MultipleRun::pausedTitle;
     if (isPause && isatty(STDIN_FILENO) == 1) {
         print(box);
-        asking_ = true;
-        const bool goesOn = askToGoOn();
-        asking_ = false;
-        if (goesOn)
+        if (askToGoOn())
             return MessageBox::Answer::Ok;
     } else {
         TerminalBoxes::show(box);

@@ -22,15 +22,12 @@ public:
     std::function<void()> ended;
     /// Whether one has: with a message, or with a pause that was cancelled.
     [[nodiscard]] bool hasEnded() const { return hasEnded_; }
-    /// Whether a question stands on the terminal.
-    [[nodiscard]] bool asking() const { return asking_; }
 
 private:
     [[nodiscard]] bool askToGoOn();
 
     StandardInput& input_;
     bool hasEnded_ = false;
-    bool asking_ = false;
 };
 
 } // namespace bitlux

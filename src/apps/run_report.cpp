@@ -61,9 +61,9 @@ std::string RunReport::command() const {
 
 std::string RunReport::lineText() const {
     constexpr std::size_t most = 80;
-    return progress() ? fmt::format("line {}, \"{}\"", progress()->line + 1,
-                                    printable(command(), most))
-                      : "";
+    return progress()
+               ? fmt::format("line {}, \"{}\"", progress()->line + 1, printable(command(), most))
+               : "";
 }
 
 std::string RunReport::place() const {

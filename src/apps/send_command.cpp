@@ -129,8 +129,9 @@ CLI::App& addSendCommand(CLI::App& app, SendOptions& options) {
         send, options.command,
         "Send through the dongle or the parallel port; without it through the dongle when there is "
         "one, on the virtual bench through the port");
-    send.add_option("WORD", options.words,
-                    "Hexadecimal words, as A5C3, 0xA5C3 or A5_C3; - for those of the standard input")
+    send.add_option(
+            "WORD", options.words,
+            "Hexadecimal words, as A5C3, 0xA5C3 or A5_C3; - for those of the standard input")
         ->required();
     send.final_callback([&options, check] {
         check();

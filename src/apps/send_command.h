@@ -19,8 +19,8 @@ struct SendOptions {
 /// Adds the command to the command line; `options` is filled when it is parsed.
 CLI::App& addSendCommand(CLI::App& app, SendOptions& options);
 
-/// Sends the words through the forms and prints a line for each, sent and received. Returns the exit
-/// code of the program.
+/// Sends the words through the forms and prints a line for each, sent and received. Returns the
+/// exit code of the program.
 int runSendCommand(const SendOptions& options, std::ostream& output, std::ostream& errors);
 
 } // namespace bitlux

@@ -1,6 +1,7 @@
 #include "apps/standard_input.h"
 
 #include "platform/failure.h"
+#include "platform/scoped_value.h"
 
 #include <array>
 #include <cerrno>
@@ -43,13 +44,16 @@ std::optional<std::string> StandardInput::line() {
 /// False at the end of the input.
 bool StandardInput::fill() {
     constexpr int slice = 50; // milliseconds that an interruption may have to wait
-    while (!canBeRead(slice))
-        interruption_.check();
+    {
+        const ScopedValue waiting(waiting_, true);
+        while (!canBeRead(slice))
+            interruption_.check();
+    }
     std::array<char, 4096> block{};
     const ssize_t size = read(STDIN_FILENO, block.data(), block.size());
     if (size < 0)
-        throw Failure(Failure::Kind::File, fmt::format("The standard input cannot be read: {}.",
-                                                       std::strerror(errno)));
+        throw Failure(Failure::Kind::File,
+                      fmt::format("The standard input cannot be read: {}.", std::strerror(errno)));
     buffer_.append(block.data(), static_cast<std::size_t>(size));
     return size > 0;
 }

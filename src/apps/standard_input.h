@@ -16,6 +16,8 @@ public:
     /// The next line without its end; nothing at the end of the input. Input that cannot be read
     /// raises Failure (File).
     std::optional<std::string> line();
+    /// Whether somebody may be typing.
+    [[nodiscard]] bool isWaiting() const { return waiting_; }
 
 private:
     bool fill();
@@ -23,6 +25,7 @@ private:
     const Interruption& interruption_;
     std::string buffer_;
     bool ended_ = false;
+    bool waiting_ = false;
 };
 
 } // namespace bitlux

@@ -17,11 +17,7 @@ constexpr double nanosecondsOfMillisecond = 1e6;
 } // namespace
 
 WordReport::WordReport(Program& program, const Clock& clock, std::ostream& output, bool json)
-    : program_(program),
-      clock_(clock),
-      output_(output),
-      json_(json),
-      start_(clock.nanoseconds()) {
+    : program_(program), clock_(clock), output_(output), json_(json), start_(clock.nanoseconds()) {
     const auto over = [this] { sendingSince_ = never; };
     WordEngine& engine = program.engine();
     subscriptions_ = {engine.wordStarting.follow([this] { sendingSince_ = clock_.nanoseconds(); }),
@@ -75,8 +71,9 @@ double WordReport::milliseconds() const {
 
 void WordReport::end(int exitCode) {
     if (json_)
-        printObject(fmt::format(R"("kind":"summary","passes":{},"words":{},"ms":{:.3f},"exit_code":{})",
-                                wholePasses_, words_, milliseconds(), exitCode));
+        printObject(
+            fmt::format(R"("kind":"summary","passes":{},"words":{},"ms":{:.3f},"exit_code":{})",
+                        wholePasses_, words_, milliseconds(), exitCode));
 }
 
 } // namespace bitlux

@@ -27,7 +27,7 @@ inline constexpr std::string_view standardInputWords = "-";
 class WordSource {
 public:
     struct Word {
-        std::string text; ///< as it was given
+        std::string text;  ///< as it was given
         std::string place; ///< its name, with its line in the standard input
     };
 

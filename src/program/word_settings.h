@@ -15,13 +15,13 @@ enum class Bus : std::uint8_t { Dongle, Port };
 /// How the words of a program that has no window are wired and shaped; what is not given stays as
 /// it is.
 struct WordSettings {
-    std::optional<int> bits;         ///< 1 to 160
-    std::optional<int> type;         ///< 1 to 8
+    std::optional<int> bits; ///< 1 to 160
+    std::optional<int> type; ///< 1 to 8
     std::optional<bool> msbFirst;
-    std::optional<bool> csHigh;      ///< when asserted
-    std::optional<bool> diHigh;      ///< for a one
-    std::optional<bool> doHigh;      ///< for a one
-    std::optional<int> clock;        ///< of the dongle, 0 to 3 from the fastest
+    std::optional<bool> csHigh;                     ///< when asserted
+    std::optional<bool> diHigh;                     ///< for a one
+    std::optional<bool> doHigh;                     ///< for a one
+    std::optional<int> clock;                       ///< of the dongle, 0 to 3 from the fastest
     std::optional<std::array<std::string, 4>> pins; ///< of the port's connector: CS, DI, CLK, DO
 };
 

@@ -120,7 +120,9 @@ void bindForms(BenchClass& bench) {
             "A control by its name, as b[\"frmMain.cmdSI_single(3)\"]. Raises UnknownName.")
         .def(
             "forms",
-            [](ScriptBench& self) { return look(self, [&] { return self.program().forms().names(); }); },
+            [](ScriptBench& self) {
+                return look(self, [&] { return self.program().forms().names(); });
+            },
             "The names of all forms.")
         .def(
             "controls",
@@ -142,7 +144,8 @@ void bindForms(BenchClass& bench) {
             },
             py::arg("form"), "The names of all variables of a form. Raises UnknownName.")
         .def("show", toForm(&forms::FormSet::show), py::arg("form"),
-             "Show a form and bring it to the front. Raises UnknownName, and Failure when a handler\n"
+             "Show a form and bring it to the front. Raises UnknownName, and Failure when a "
+             "handler\n"
              "of it fails.")
         .def("activate", toForm(&forms::FormSet::activate), py::arg("form"),
              "Bring a form to the front; the one that was there leaves it. Raises as show.")
@@ -157,10 +160,11 @@ void bindForms(BenchClass& bench) {
                 return look(self, [&] { return self.program().forms().isVisible(form); });
             },
             py::arg("form"), "Whether a form is shown. Raises UnknownName.")
-        .def("call", call, py::arg("procedure"),
-             "Call a procedure of a form, as \"frmMain.SetSpiWordLength\", with arguments; returns\n"
-             "what it gives. Raises UnknownName, TypeError for an argument that is neither None,\n"
-             "bool, int, float nor str, and Failure when the procedure fails or does not take them.")
+        .def(
+            "call", call, py::arg("procedure"),
+            "Call a procedure of a form, as \"frmMain.SetSpiWordLength\", with arguments; returns\n"
+            "what it gives. Raises UnknownName, TypeError for an argument that is neither None,\n"
+            "bool, int, float nor str, and Failure when the procedure fails or does not take them.")
         .def("get", get, py::arg("name"),
              R"(A variable of a form, as "ZT72518.ParityBit". Raises UnknownName.)")
         .def("set", set, py::arg("name"), py::arg("value"),
@@ -174,11 +178,13 @@ void bindForms(BenchClass& bench) {
 void bindDesk(BenchClass& bench) {
     bench
         .def("answer", answer,
-             "Answers for coming boxes, in order: \"OK\", \"Cancel\", \"Yes\", \"No\". A box with one\n"
+             "Answers for coming boxes, in order: \"OK\", \"Cancel\", \"Yes\", \"No\". A box with "
+             "one\n"
              "button takes the next one only if that names its button. Raises ValueError for any\n"
              "other text, TypeError for what is none.")
         .def_property_readonly(
-            "messages", [](ScriptBench& self) { return look(self, [&] { return messagesOf(self); }); },
+            "messages",
+            [](ScriptBench& self) { return look(self, [&] { return messagesOf(self); }); },
             "The boxes shown so far.")
         .def("answer_file", answerFile,
              "Answers for coming file dialogs, in order: a file name, or None for Cancel. Raises\n"
@@ -194,15 +200,17 @@ void bindDesk(BenchClass& bench) {
                 act(self, [&] { self.runFor(duration); });
             },
             py::arg("ms"),
-            "Let so many milliseconds pass, 0 to 1e12: timers fire, and actions of at() run. Raises\n"
+            "Let so many milliseconds pass, 0 to 1e12: timers fire, and actions of at() run. "
+            "Raises\n"
             "ValueError outside the range, and what an action raises.")
         .def_property_readonly(
             "clock_ms",
             [](ScriptBench& self) { return look(self, [&] { return self.milliseconds(); }); },
             "Milliseconds on the clock of the bench.")
-        .def("at", at, py::arg("ms"), py::arg("action"),
-             "Call action in so many milliseconds, 0 to 1e12, also within a call that blocks. What\n"
-             "it raises comes out of that call. Raises ValueError outside the range.");
+        .def(
+            "at", at, py::arg("ms"), py::arg("action"),
+            "Call action in so many milliseconds, 0 to 1e12, also within a call that blocks. What\n"
+            "it raises comes out of that call. Raises ValueError outside the range.");
 }
 
 void bindFiles(BenchClass& bench) {
@@ -230,19 +238,20 @@ void bindFiles(BenchClass& bench) {
             [](ScriptBench& self, const std::string& name) {
                 look(self, [&] { self.program().saveSr(name); });
             },
-            py::arg("file_name"), "Save it as a sigrok session. Raises FileFailure when it cannot.");
+            py::arg("file_name"),
+            "Save it as a sigrok session. Raises FileFailure when it cannot.");
 }
 
 void bindEnd(BenchClass& bench) {
     bench.def("__enter__", [](BenchHolder self) { return self; })
-        .def("__exit__",
-             [](ScriptBench& self, const py::args&) {
-                 actAnyway(self, [&] { self.program().end(); });
-             })
+        .def("__exit__", [](ScriptBench& self,
+                            const py::args&) { actAnyway(self, [&] { self.program().end(); }); })
         .def(
             "close", [](ScriptBench& self) { actAnyway(self, [&] { self.program().close(); }); },
-            "The close box of the main window, with its question when something is unsaved: raises\n"
-            "UnansweredBox when nobody answers that. Harmless when repeated. A bench that is closed\n"
+            "The close box of the main window, with its question when something is unsaved: "
+            "raises\n"
+            "UnansweredBox when nobody answers that. Harmless when repeated. A bench that is "
+            "closed\n"
             "leaves its pins at rest and its dongle free; what would drive them raises Failure.")
         .def_property_readonly(
             "running",

@@ -57,7 +57,8 @@ void BenchControls::applyFaults() {
     if (silent_)
         all.push_back({.kind = DongleFault::Kind::Silent});
     if (late_ > 0)
-        all.push_back({.kind = DongleFault::Kind::Late, .duration = std::llround(late_ * nanosecondsOfMillisecond)});
+        all.push_back({.kind = DongleFault::Kind::Late,
+                       .duration = std::llround(late_ * nanosecondsOfMillisecond)});
     all.insert(all.end(), faults_.begin(), faults_.end());
     bench_.dongle.setFaults(DongleFaults(std::move(all), seed_));
 }

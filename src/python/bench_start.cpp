@@ -133,8 +133,10 @@ void bindStart(BenchClass& bench) {
              py::arg("answers") = std::vector<std::string>{}, py::arg("bits") = py::none(),
              py::arg("type") = py::none(),
              "The program on the virtual bench.\n\n"
-             "device is a name that \"bitlux list\" prints; ports are the base addresses of LPT1 to\n"
-             "LPT3, 1 to 0xFFFF each. With bus, \"dongle\" or \"port\", it is ready to send words of\n"
+             "device is a name that \"bitlux list\" prints; ports are the base addresses of LPT1 "
+             "to\n"
+             "LPT3, 1 to 0xFFFF each. With bus, \"dongle\" or \"port\", it is ready to send words "
+             "of\n"
              "bits (1 to 160, else 8) on an SPI type (1 to 8, else 1). answers are those of boxes\n"
              "during the start. Raises ValueError for what there is none of, PortUnusable and\n"
              "LinkFailed when the bus is not there.")
@@ -143,10 +145,13 @@ void bindStart(BenchClass& bench) {
             py::arg("port") = py::none(), py::arg("serial") = py::none(),
             py::arg("bits") = py::none(), py::arg("type") = py::none(),
             "The program on this machine, ready to send in hexadecimal.\n\n"
-            "bus is \"dongle\" or \"port\"; without it the dongle when there is one, else the port.\n"
-            "port is \"lpt1\" to \"lpt3\" or a base address, serial the serial number of the dongle,\n"
+            "bus is \"dongle\" or \"port\"; without it the dongle when there is one, else the "
+            "port.\n"
+            "port is \"lpt1\" to \"lpt3\" or a base address, serial the serial number of the "
+            "dongle,\n"
             "bits 1 to 160 (else 8), type 1 to 8 (else 1). Raises ValueError for wrong arguments,\n"
-            "PortUnusable or LinkFailed, with what there is instead, when it cannot be made ready.");
+            "PortUnusable or LinkFailed, with what there is instead, when it cannot be made "
+            "ready.");
 }
 
 } // namespace bitlux::python

@@ -208,7 +208,9 @@ void bindControls(py::module_& module) {
                 const forms::Keystroke stroke = forms::keystrokeNamed(name);
                 act(handle.bench(), [&] { handle.control().key(stroke); });
             },
-            py::arg("name"), "Press a key, as \"Enter\", \"Escape\", \"F5\" or \"a\". Raises UnknownName for no key.")
+            py::arg("name"),
+            "Press a key, as \"Enter\", \"Escape\", \"F5\" or \"a\". Raises UnknownName for no "
+            "key.")
         .def(
             "type",
             [](const ControlHandle& handle, const std::string& text) {
@@ -216,25 +218,30 @@ void bindControls(py::module_& module) {
             },
             py::arg("text"), "Press the keys of a text, through the key handlers.")
         .def("drag", drag, py::arg("value"),
-             "Hold the thumb of a scroll bar there; setting value lets it go. Raises Failure beyond\n"
+             "Hold the thumb of a scroll bar there; setting value lets it go. Raises Failure "
+             "beyond\n"
              "its ends, AttributeError for another kind of control.")
         .def("drag_line", dragLine, py::arg("source"), py::arg("target"),
-             "Drag a line of a list to the place of another, both from 0. Raises Failure where there\n"
+             "Drag a line of a list to the place of another, both from 0. Raises Failure where "
+             "there\n"
              "is no such line, AttributeError for another kind of control.")
         .def_property_readonly("caption", captionOf, "The caption of what has one.")
-        .def_property("text", textOf, setText,
-                      "The text of a text box or combo box, the selected line of a list, else the\n"
-                      "caption. Setting it is what a hand leaves in the box: raises Failure for what a\n"
-                      "list of choices does not offer, AttributeError for another kind of control.")
-        .def_property("value", valueOf, setValue,
-                      "0 or 1 of a check box, True or False of an option, the number of a scroll\n"
-                      "bar, the tab, from 1, of a tab strip. Setting it raises ValueError for another\n"
-                      "value of a box or option, Failure for a number that there is none of,\n"
-                      "AttributeError for another kind of control.")
-        .def_property("list_index", listIndexOf, setListIndex,
-                      "The selected item of a combo box or list from 0, -1 for none. Setting it raises\n"
-                      "Failure for a number that there is none of, AttributeError for another kind of\n"
-                      "control.")
+        .def_property(
+            "text", textOf, setText,
+            "The text of a text box or combo box, the selected line of a list, else the\n"
+            "caption. Setting it is what a hand leaves in the box: raises Failure for what a\n"
+            "list of choices does not offer, AttributeError for another kind of control.")
+        .def_property(
+            "value", valueOf, setValue,
+            "0 or 1 of a check box, True or False of an option, the number of a scroll\n"
+            "bar, the tab, from 1, of a tab strip. Setting it raises ValueError for another\n"
+            "value of a box or option, Failure for a number that there is none of,\n"
+            "AttributeError for another kind of control.")
+        .def_property(
+            "list_index", listIndexOf, setListIndex,
+            "The selected item of a combo box or list from 0, -1 for none. Setting it raises\n"
+            "Failure for a number that there is none of, AttributeError for another kind of\n"
+            "control.")
         .def_property_readonly("items", itemsOf,
                                "The items of a combo box, lines of a list or captions of tabs.")
         .def_property_readonly(

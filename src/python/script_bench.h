@@ -85,8 +85,8 @@ public:
     /// Sends words of so many bits, without touching the settings, and adds their answers to
     /// `answers`; element i of a word is bit i. 0 stands for the present length or type.
     ///
-    /// Raises Failure: OutOfRange for a shape that there is none of, with nothing sent; LinkFailed or
-    /// PortUnusable with the text of the message when a word does not go through.
+    /// Raises Failure: OutOfRange for a shape that there is none of, with nothing sent; LinkFailed
+    /// or PortUnusable with the text of the message when a word does not go through.
     void transfer(std::vector<WordElements> words, int bits, int type,
                   std::vector<WordElements>& answers);
     /// Both raise Failure with the text of the message when the file was not opened or saved whole.

@@ -30,7 +30,8 @@ void bindSession(py::module_& module) {
     py::class_<SessionView>(
         module, "Session",
         "The variables of the program by name. Lists are copies: assign a whole one.\n"
-        "An unknown name raises UnknownName; assigning raises TypeError for another kind of value,\n"
+        "An unknown name raises UnknownName; assigning raises TypeError for another kind of "
+        "value,\n"
         "ValueError outside the variable's range, AttributeError where it can only be read.")
         .def("__getattr__",
              [](const SessionView& self, const std::string& name) {

@@ -90,7 +90,8 @@ void bindTrace(BenchClass& bench) {
     bench
         .def_property_readonly(
             "trace", [](ScriptBench& self) { return look(self, [&] { return traceOf(self); }); },
-            "What went over the wire, from the oldest that is kept to the last: (\"W\", 0x378, 5),\n"
+            "What went over the wire, from the oldest that is kept to the last: (\"W\", 0x378, "
+            "5),\n"
             "(\"R\", 0x379, 32) of the port's registers, (\"OUT\", bytes), (\"IN\", bytes) of the\n"
             "dongle's frames of 8 bytes.")
         .def_property_readonly(
@@ -101,18 +102,19 @@ void bindTrace(BenchClass& bench) {
             "trace_limit",
             [](ScriptBench& self) { return look(self, [&] { return self.trace().limit(); }); },
             setTraceLimit,
-            "How many entries the trace keeps, the newest; 1 or more, 100000 at first. A word of 8\n"
+            "How many entries the trace keeps, the newest; 1 or more, 100000 at first. A word of "
+            "8\n"
             "bits makes 25 or more on the port, 2 through the dongle. Raises ValueError below 1.")
         .def(
-            "clear_trace",
-            [](ScriptBench& self) { look(self, [&] { self.trace().clear(); }); },
+            "clear_trace", [](ScriptBench& self) { look(self, [&] { self.trace().clear(); }); },
             "Forget what went over the wire so far, and how much was dropped.")
         .def_property(
             "recording",
             [](ScriptBench& self) { return look(self, [&] { return self.recording(); }); },
             [](ScriptBench& self, bool on) { look(self, [&] { self.record(on); }); },
             "Whether what goes over the wire is recorded, as it is at first: in the trace, and in\n"
-            "the waveform, which keeps as many of the last words as 16 MB hold. Setting it to True\n"
+            "the waveform, which keeps as many of the last words as 16 MB hold. Setting it to "
+            "True\n"
             "begins the waveform anew.");
 }
 
@@ -121,17 +123,20 @@ void bindTrace(BenchClass& bench) {
 void bindTransfers(BenchClass& bench) {
     bindTrace(bench);
     bench
-        .def("transfer", transfer, py::arg("word"), py::arg("bits") = 0, py::arg("type") = 0,
-             "Send a word and return the answer, in the shape in force but for bits (1 to 160) and\n"
-             "the SPI type (1 to 8), 0 for the present ones. No form takes part, and nothing is\n"
-             "logged. Raises ValueError for a shape that there is none of, or that the bus does not\n"
-             "carry, and for a word that is negative or has more bits; LinkFailed or PortUnusable\n"
-             "when the word did not go through.")
-        .def("transfer_many", transferMany, py::arg("words"), py::arg("bits") = 0,
-             py::arg("type") = 0,
-             "Send words one after the other and return the list of their answers; as transfer,\n"
-             "which is slower by the calls. All words are looked at before the first is sent. What\n"
-             "ends it has the answers that had come as its attribute answers, Ctrl-C too.");
+        .def(
+            "transfer", transfer, py::arg("word"), py::arg("bits") = 0, py::arg("type") = 0,
+            "Send a word and return the answer, in the shape in force but for bits (1 to 160) and\n"
+            "the SPI type (1 to 8), 0 for the present ones. No form takes part, and nothing is\n"
+            "logged. Raises ValueError for a shape that there is none of, or that the bus does "
+            "not\n"
+            "carry, and for a word that is negative or has more bits; LinkFailed or PortUnusable\n"
+            "when the word did not go through.")
+        .def(
+            "transfer_many", transferMany, py::arg("words"), py::arg("bits") = 0,
+            py::arg("type") = 0,
+            "Send words one after the other and return the list of their answers; as transfer,\n"
+            "which is slower by the calls. All words are looked at before the first is sent. What\n"
+            "ends it has the answers that had come as its attribute answers, Ctrl-C too.");
 }
 
 } // namespace bitlux::python

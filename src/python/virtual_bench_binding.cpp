@@ -64,7 +64,8 @@ void bindVirtualBench(py::module_& module) {
                 self.setReplies(std::move(replies));
             },
             "Answers of the device \"scripted\" to the coming words, ints from 0; the last one\n"
-            "stays. Raises ValueError for a negative one, and Failure when another device is there.")
+            "stays. Raises ValueError for a negative one, and Failure when another device is "
+            "there.")
         .def_property("command_replies", commandRepliesOf, setCommandReplies,
                       "Answers of the dongle to the coming commands, 8 bytes each; the last one\n"
                       "stays. With none the dongle answers by itself. Raises ValueError for any\n"
@@ -88,9 +89,9 @@ void bindVirtualBench(py::module_& module) {
                 argument([&] { self.setFaults(faults, seed); });
             },
             py::arg("faults"), py::arg("seed") = 1,
-             "What goes wrong with the dongle from now on, as \"short:5/0.25\", \"late:700@3\":\n"
-             "silent, late:MS, short:BYTES, stalled, gone, gone:MS; then @FRAME, /CHANCE\n"
-             "from 0 to 1, drawn from seed. Raises ValueError for any other text.")
+            "What goes wrong with the dongle from now on, as \"short:5/0.25\", \"late:700@3\":\n"
+            "silent, late:MS, short:BYTES, stalled, gone, gone:MS; then @FRAME, /CHANCE\n"
+            "from 0 to 1, drawn from seed. Raises ValueError for any other text.")
         .def(
             "unplug", [](BenchControls& self) { self.bench().dongle.unplug(); },
             "Pull the dongle out.")

@@ -36,8 +36,8 @@ TEST(RunCommand, PrintsALineAWordAndSavesTheLog) {
               "A5 A5\nA5 A5\nA5 A5\nA5 A5\nA5 A5\nA5 A5\n");
     // Without a log there is none that could be full.
     EXPECT_EQ(board.run("--bench loopback --batch sweep --times 9000").code, 0);
-    const Outcome full = board.run("--bench loopback --batch sweep --times 9000 --log " +
-                                   board.path("full"));
+    const Outcome full =
+        board.run("--bench loopback --batch sweep --times 9000 --log " + board.path("full"));
     EXPECT_NE(full.output.find("The Session Log is full."), std::string::npos);
     EXPECT_EQ(full.code, 1);
 }

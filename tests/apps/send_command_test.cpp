@@ -72,8 +72,8 @@ TEST(SendCommand, SendsThroughTheDongle) {
                "0 OUT 08 F0 00 A5 00 00 00 00\n2128000 IN 08 F0 00 A5 00 00 00 00\nA5 A5\n", 0},
           Case{"--bench echo --bits 16 --fault late:700 1234 5678", "1234 0000\n5678 1234\n", 0},
           Case{"--bench echo --bits 16 --fault gone@2 1234 5678 9ABC", oneGoodWord, 1},
-          Case{"--bench echo --bits 16 --fault short:5/0 --fault stalled@2 1234 5678",
-               oneGoodWord, 1},
+          Case{"--bench echo --bits 16 --fault short:5/0 --fault stalled@2 1234 5678", oneGoodWord,
+               1},
           Case{"--bench echo --bits 16 --fault silent@2 --timeout 0.6 1234 5678 9ABC",
                "1234 0000\nWord 2, \"5678\": No answer came in 0.6 s.\n", 1}}) {
         const Outcome outcome = bitlux(fmt::format("send --bus dongle {}", c.arguments));
@@ -132,9 +132,8 @@ TEST(SendCommand, FindsWhatCannotBeWrittenBeforeAnythingIsSent) {
     folder.write("folder/x", "");
     for (const char* option : {"--vcd /missing/x", "--sr /missing/x", "--log /missing/x",
                                "--trace /missing/x", "--vcd {0}/folder", "--log /dev/null"}) {
-        const Outcome outcome =
-            bitlux(fmt::format("send --bench loopback {} 1",
-                               fmt::format(fmt::runtime(option), folder.path())));
+        const Outcome outcome = bitlux(fmt::format(
+            "send --bench loopback {} 1", fmt::format(fmt::runtime(option), folder.path())));
         EXPECT_EQ(outcome.output.substr(0, 10), "The file \"") << option;
         EXPECT_EQ(outcome.output.find("01 01"), std::string::npos) << option;
         EXPECT_EQ(outcome.code, 1) << option;
@@ -161,10 +160,9 @@ TEST(SendCommand, LetsEveryOutputStandOnItsOwn) {
 
 TEST(SendCommand, SaysThatTheTraceHasNoRoom) {
     const Outcome outcome = bitlux("send --bench loopback --trace /dev/full --log - 1 2");
-    EXPECT_EQ(outcome.output,
-              "The file \"/dev/full\" cannot be written: No space left on device.\n"
-              "01 01\n02 02\nSPI Word Sent:\n  01\nSPI Word Received:\n  01\n \n"
-              "SPI Word Sent:\n  02\nSPI Word Received:\n  02\n \n");
+    EXPECT_EQ(outcome.output, "The file \"/dev/full\" cannot be written: No space left on device.\n"
+                              "01 01\n02 02\nSPI Word Sent:\n  01\nSPI Word Received:\n  01\n \n"
+                              "SPI Word Sent:\n  02\nSPI Word Received:\n  02\n \n");
     EXPECT_EQ(outcome.code, 1);
 }
 
@@ -213,8 +211,8 @@ TEST(SendCommand, TakesTheSettingsOfAFile) {
                  "\"[EnableLog]\",0\r\n\"[ApplyNow]\",\"\"\r\n");
     const auto first = [&](const std::string& arguments) {
         const std::string output =
-            bitlux(fmt::format("send --config {} --bench loopback --trace - {} 123", file,
-                               arguments))
+            bitlux(
+                fmt::format("send --config {} --bench loopback --trace - {} 123", file, arguments))
                 .output;
         return output.substr(0, output.find('\n'));
     };

@@ -120,9 +120,8 @@ TEST_F(LinuxParallelPortTest, MayHaveOnlyThePortThatWasChosen) {
         chosen.Outp(0x27A, 0x04);
         EXPECT_EQ(chosen.Inp(0x27A), 0x04);
         for (const int address : {0x277, 0x27B, 0x378})
-            expectContains(
-                failureText([&] { chosen.Outp(static_cast<std::int16_t>(address), 0); }),
-                "was chosen");
+            expectContains(failureText([&] { chosen.Outp(static_cast<std::int16_t>(address), 0); }),
+                           "was chosen");
     }
     EXPECT_EQ(first.requests().size(), 0U);
     for (const char* name : {"lpt3", "0x3BC", "0xD010"})

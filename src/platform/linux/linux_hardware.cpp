@@ -40,8 +40,7 @@ void LinuxHardware::demandChosen(std::string_view deviceInterfaceClass) const {
         chosen_->demand();
     if (choice_.serial.empty())
         return;
-    const std::vector<UsbCandidate> dongles =
-        DongleSearch(UsbPlaces{}).find(deviceInterfaceClass);
+    const std::vector<UsbCandidate> dongles = DongleSearch(UsbPlaces{}).find(deviceInterfaceClass);
     if (std::none_of(dongles.begin(), dongles.end(),
                      [&](const UsbCandidate& dongle) { return dongle.serial == choice_.serial; }))
         throw Failure(Failure::Kind::LinkFailed,
