@@ -250,7 +250,7 @@ void Program::itemUpdateDongle_Click() {
                                           lineBreak)});
 }
 
-void Program::startRecording(WireTrace& trace) {
+void Program::startRecording(WireListener& trace) {
     stopRecording();
     trace_ = &trace;
     tap_.join(trace);

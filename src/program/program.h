@@ -61,7 +61,7 @@ public:
     Event<> helpRequested;
 
     /// Records what happens on either bus from now on; the trace outlives the recording.
-    void startRecording(WireTrace& trace);
+    void startRecording(WireListener& trace);
     void stopRecording();
     /// The words on the wire as waveforms, recorded when somebody wants them.
     [[nodiscard]] WaveformRecording& waveform() { return waveform_; }
@@ -110,7 +110,7 @@ private:
     DongleLink dongle_;
     WordEngine engine_;
     WireTap tap_;
-    WireTrace* trace_ = nullptr;
+    WireListener* trace_ = nullptr;
     WaveformRecording waveform_;
     forms::FormSlot<MainForm> mainForm_;
     forms::FormSlot<ConfigureDialog> dialog_;

@@ -36,7 +36,8 @@ TEST(RunCommand, PrintsALineAWordAndSavesTheLog) {
               "A5 A5\nA5 A5\nA5 A5\nA5 A5\nA5 A5\nA5 A5\n");
     // Without a log there is none that could be full.
     EXPECT_EQ(board.run("--bench loopback --batch sweep --times 9000").code, 0);
-    const Outcome full = board.run("--bench loopback --batch sweep --times 9000 --log /dev/null");
+    const Outcome full =
+        board.run("--bench loopback --batch sweep --times 9000 --log " + board.path("full"));
     EXPECT_NE(full.output.find("The Session Log is full."), std::string::npos);
     EXPECT_EQ(full.code, 1);
 }
@@ -100,10 +101,12 @@ TEST(RunCommand, EndsWithOneAtAMessage) {
                "The dongle carries words of 8, 16, 24, 32 or 40 bits, not of 9.\n"},
           Case{"/none.spi", fmt::format("There is no file \"{}\".\n", board.path("none.spi"))},
           Case{"/dongle.spi --bus dongle --batch sweep --fault gone@2",
-               "A5 00\nCheck the USB cable and restart program\n"},
+               "A5 00\nWord 2, line 4, \"read id\": Check the USB cable and restart program\n"},
+          Case{"/dongle.spi --bus dongle --batch sweep --fault silent --timeout 1 --trace -",
+               "Word 1, line 1, \"read id\": No answer came in 1 s.\n"
+               "0 OUT 08 70 00 A5 00 00 00 00\n"},
           Case{"/board.spi --log /missing/log",
-               "A5 00\n0F A5\nThe file \"/missing/log\" cannot be written: No such file or "
-               "directory.\n"}}) {
+               "The file \"/missing/log\" cannot be written: No such file or directory.\n"}}) {
         const Outcome outcome = bitlux(start + c.arguments + " </dev/null");
         EXPECT_EQ(outcome.output, c.output) << c.arguments;
         EXPECT_EQ(outcome.code, 1) << c.arguments;

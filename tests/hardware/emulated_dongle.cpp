@@ -75,7 +75,10 @@ EmulatedDongle::EmulatedDongle(const Testbed& testbed, const TemporaryFolder& li
         umockdev_testbed_attach_ioctl(testbed_, node().c_str(), driver_, nullptr) == FALSE)
         throw std::runtime_error("no emulated " + node());
     polled_ = std::make_unique<PolledNode>(node());
-    plugIn(list, fmt::format("1-{}", kind_.address), kind_.address, kind_.descriptors);
+    const std::string place = fmt::format("1-{}", kind_.address);
+    plugIn(list, place, kind_.address, kind_.descriptors);
+    if (!kind_.serial.empty())
+        list.write(place + "/serial", kind_.serial + "\n");
 }
 
 EmulatedDongle::~EmulatedDongle() {

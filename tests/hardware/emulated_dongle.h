@@ -34,6 +34,7 @@ struct Packet {
 struct DongleKind {
     std::string descriptors = dongleDescriptors();
     int address = 4;
+    std::string serial{};
     AskDevice control{}; ///< answers vendor requests and descriptors; refuses them when empty
     int unanswered = 0;  ///< of the first requests of that kind
 };

@@ -2,6 +2,7 @@
 #include "failure_text.h"
 #include "support/temporary_folder.h"
 
+#include "platform/chosen_port.h"
 #include "platform/linux/linux_parallel_port.h"
 
 #include <array>
@@ -114,6 +115,27 @@ TEST_F(LinuxParallelPortTest, ReachesTheUpperHalfOfTheAddresses) {
     port.Outp(static_cast<std::int16_t>(base + 2), 0x0B);
     EXPECT_EQ(second.wires.written(), (std::vector<Written>{{0, 0x5A}, {2, 0x0B}}));
     EXPECT_EQ(port.Inp(base), 0x5A);
+}
+
+TEST_F(LinuxParallelPortTest, MayHaveOnlyThePortThatWasChosen) {
+    for (const char* name : {"lpt2", "LPT2", "0x278", "632"}) {
+        SCOPED_TRACE(name);
+        ChosenPort chosen(port, portChoiceFrom(name));
+        chosen.demand();
+        EXPECT_EQ(chosen.GetLPTPortAddress(1), 0);
+        EXPECT_EQ(chosen.GetLPTPortAddress(2), 0x278);
+        chosen.Outp(0x27A, 0x04);
+        EXPECT_EQ(chosen.Inp(0x27A), 0x04);
+        for (const int address : {0x277, 0x27B, 0x378})
+            expectContains(failureText([&] { chosen.Outp(static_cast<std::int16_t>(address), 0); }),
+                           "was chosen");
+    }
+    EXPECT_EQ(first.requests().size(), 0U);
+    for (const char* name : {"lpt3", "0x3BC", "0xD010"})
+        expectContains(failureText([&] { ChosenPort(port, portChoiceFrom(name)).demand(); }),
+                       "there is LPT1 at 0x378, LPT2 at 0x278.");
+    for (const char* name : {"", "lpt0", "lpt4", "lpt", "lpt22", "0x", "0x10000", "-1", "1x", "0"})
+        EXPECT_THROW(portChoiceFrom(name), Failure) << name;
 }
 
 TEST_F(LinuxParallelPortTest, NoticesAPortThatWasTakenAway) {

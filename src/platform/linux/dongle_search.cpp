@@ -20,6 +20,8 @@ bool isSameDevice(const UsbCandidate& one, const UsbCandidate& other) {
 std::vector<UsbCandidate> DongleSearch::find(std::string_view deviceInterfaceClass) {
     std::vector<UsbCandidate> candidates = findUsbCandidates(places_.devices);
     forgetAllBut(candidates);
+    if (!serial_.empty())
+        std::erase_if(candidates, [this](const auto& other) { return other.serial != serial_; });
     if (candidates.empty())
         return candidates;
     const DongleNumbers numbers(places_.numberFiles);

@@ -139,6 +139,7 @@ std::optional<UsbCandidate> candidateAt(const std::string& folder) {
                         .bus = *bus,
                         .address = *address,
                         .name = lineOf(folder + "/product"),
+                        .serial = lineOf(folder + "/serial"),
                         .folder = folder,
                         .in = *pipes->in,
                         .out = *pipes->out};
