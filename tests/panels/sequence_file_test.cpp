@@ -1,6 +1,5 @@
 #include "sequencer_bench.h"
 
-
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
