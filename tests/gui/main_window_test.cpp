@@ -290,6 +290,7 @@ TEST(LogView, IsAListOfTheLinesInSight) {
     EXPECT_EQ(list->child(0)->text(QAccessible::Name), "SPI Word Sent:");
     // An item can be chosen, and tells that the focus is with it.
     list->child(2)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    bench.window.activateWindow();
     log.setFocus();
     bench.settle();
     EXPECT_EQ(log.current(), 2);
