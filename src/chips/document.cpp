@@ -1,7 +1,10 @@
 #include "chips/document.h"
 
+#include "chips/key_depth.h"
+
 #define TOML_EXCEPTIONS 0
 #define TOML_ENABLE_FORMATTERS 0
+#define TOML_MAX_NESTED_VALUES 32
 #include <toml++/toml.h>
 
 namespace bitlux::chips {
@@ -9,6 +12,7 @@ namespace bitlux::chips {
 namespace {
 
 constexpr int deepest = 32;
+constexpr int mostDots = 8;
 
 Place placeOf(const toml::source_position& at) {
     return {.line = static_cast<int>(at.line), .column = static_cast<int>(at.column)};
@@ -38,8 +42,9 @@ private:
         Node::Table made;
         for (const auto& [key, value] : table) {
             Node node = convert(value, depth + 1);
-            if (node.at.line == 0 || value.is_table())
-                node.at = placeOf(key.source().begin);
+            node.keyAt = placeOf(key.source().begin);
+            if (node.at.line == 0) // a table that a dotted key has made
+                node.at = node.keyAt;
             made.emplace_back(std::string(key.str()), std::move(node));
         }
         return made;
@@ -73,6 +78,11 @@ private:
 } // namespace
 
 std::optional<Node> parseDocument(std::string_view text, Problems& problems) {
+    if (const std::optional<Place> deep = keyWithMoreDots(text, mostDots)) {
+        problems.push_back(
+            {*deep, "tables lie too deep in each other", "Put fewer dots into this key."});
+        return std::nullopt;
+    }
     const toml::parse_result result = toml::parse(text);
     if (!result) {
         const toml::parse_error& error = result.error();
