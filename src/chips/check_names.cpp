@@ -118,7 +118,11 @@ private:
         const char* what = kind == ControlCensus::Kind::Box      ? "box"
                            : kind == ControlCensus::Kind::Option ? "option"
                                                                  : "button";
-        add(at, fmt::format("there is no {} {}", what, text(name)), found_.census.nearText(name));
+        if (found_.census.kindOf(name))
+            add(at, fmt::format("{} is no {}", text(name), what), "Name one.");
+        else
+            add(at, fmt::format("there is no {} {}", what, text(name)),
+                found_.census.nearText(name));
     }
 
     void checkReadAlls() {
