@@ -1,6 +1,6 @@
 #include "chips/document.h"
 
-#include "chips/key_depth.h"
+#include "chips/parser_guard.h"
 
 #define TOML_EXCEPTIONS 0
 #define TOML_ENABLE_FORMATTERS 0
@@ -12,7 +12,6 @@ namespace bitlux::chips {
 namespace {
 
 constexpr int deepest = 32;
-constexpr int mostDots = 8;
 
 Place placeOf(const toml::source_position& at) {
     return {.line = static_cast<int>(at.line), .column = static_cast<int>(at.column)};
@@ -45,7 +44,7 @@ private:
             node.keyAt = placeOf(key.source().begin);
             if (node.at.line == 0) // a table that a dotted key has made
                 node.at = node.keyAt;
-            made.emplace_back(std::string(key.str()), std::move(node));
+            made.push_back({std::string(key.str()), std::move(node)});
         }
         return made;
     }
@@ -78,9 +77,8 @@ private:
 } // namespace
 
 std::optional<Node> parseDocument(std::string_view text, Problems& problems) {
-    if (const std::optional<Place> deep = keyWithMoreDots(text, mostDots)) {
-        problems.push_back(
-            {*deep, "tables lie too deep in each other", "Put fewer dots into this key."});
+    if (std::optional<Problem> problem = unbearable(text)) {
+        problems.push_back(*std::move(problem));
         return std::nullopt;
     }
     const toml::parse_result result = toml::parse(text);

@@ -6,7 +6,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <variant>
 #include <vector>
 
@@ -14,8 +13,8 @@ namespace bitlux::chips {
 
 /// A value of a TOML document with its place in the text.
 struct Node {
+    struct Entry;
     using List = std::vector<Node>;
-    using Entry = std::pair<std::string, Node>;
     using Table = std::vector<Entry>; ///< in the order of the keys
 
     Place at;
@@ -29,6 +28,11 @@ struct Node {
     [[nodiscard]] const Table* table() const { return std::get_if<Table>(&value); }
     /// The entry of a table; null when there is none, or when this is no table.
     [[nodiscard]] const Node* find(std::string_view key) const;
+};
+
+struct Node::Entry {
+    std::string key;
+    Node value;
 };
 
 /// Parses a TOML text. A text that is none gives nothing and one problem. Tables and lists may lie

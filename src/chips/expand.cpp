@@ -174,8 +174,8 @@ private:
         Node::Table& entries = std::get<Node::Table>(element.value);
         const auto found =
             std::find_if(entries.begin(), entries.end(),
-                         [](const Node::Entry& entry) { return entry.first == repeatKey; });
-        Node repeat = std::move(found->second);
+                         [](const Node::Entry& entry) { return entry.key == repeatKey; });
+        Node repeat = std::move(found->value);
         entries.erase(found);
         expand(repeat); // its lists may have ranges
         const std::optional<std::size_t> times = timesOf(repeat);

@@ -76,6 +76,11 @@ TEST(ChipReader, TellsPlaceFaultAndAdvice) {
          "this place."},
         {"title = \"Time\"", "a.b.c.d.e.f.g.h.i.j = 1",
          "22:2: tables lie too deep in each other. Put fewer dots into this key."},
+        {"bits = 16", "bits = 16 \u2126",
+         "6:11: this character stands outside a text. Put it into quotes, or remove it."},
+        {"bits = 16", "bits = 16\"\"",
+         "6:10: a quote stands inside a key or a value. Put quotes around all of it, or remove "
+         "this one."},
         {"[word]", "[world]",
          "1:1: `[word]` is missing. Every chip's file has it.\n"
          "5:2: there is no key `world` here. Did you mean word?"},

@@ -1,4 +1,4 @@
-#include "chips/key_depth.h"
+#include "chips/parser_guard.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -7,15 +7,23 @@ namespace bitlux::chips {
 
 namespace {
 
-/// Walks over a text as a TOML parser does, as far as dots between keys are concerned.
-class KeyWalk {
-public:
-    KeyWalk(std::string_view text, int most) : text_(text), most_(most) {}
+constexpr int mostDots = 8;
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-    std::optional<Place> run() {
+/// Walks over a text as the parser does, past texts and remarks.
+class Walk {
+public:
+    explicit Walk(std::string_view text) : text_(text) {}
+
+    std::optional<Problem> run() {
+        if (text_.starts_with(byteOrderMark))
+            at_ = byteOrderMark.size();
         while (at_ < text_.size()) {
             const char c = text_[at_];
             if (c == '"' || c == '\'') {
+                if (!mayBegin())
+                    return Problem{placeOf(at_), "a quote stands inside a key or a value",
+                                   "Put quotes around all of it, or remove this one."};
                 passText(c);
                 continue;
             }
@@ -24,11 +32,15 @@ public:
                 dots_ = 0;
                 continue;
             }
+            if (!isPlain(c))
+                return Problem{placeOf(at_), "this character stands outside a text",
+                               "Put it into quotes, or remove it."};
             if (c == '.') {
                 if (dots_++ == 0)
                     first_ = at_;
-                if (dots_ > most_)
-                    return placeOf(first_);
+                if (dots_ > mostDots)
+                    return Problem{placeOf(first_), "tables lie too deep in each other",
+                                   "Put fewer dots into this key."};
             } else if (endsKey(c)) {
                 dots_ = 0;
             }
@@ -38,6 +50,15 @@ public:
     }
 
 private:
+    static bool isPlain(char c) {
+        return (c >= ' ' && c <= '~') || c == '\t' || c == '\n' || c == '\r';
+    }
+    /// Whether a text may begin here, as what stands before tells.
+    [[nodiscard]] bool mayBegin() const {
+        constexpr std::string_view before = " \t\n=,.[{";
+        return at_ == 0 || before.find(text_[at_ - 1]) != std::string_view::npos ||
+               text_.substr(0, at_) == byteOrderMark;
+    }
     static bool endsKey(char c) {
         return c == '\n' || c == '=' || c == ',' || c == '[' || c == ']' || c == '{' || c == '}';
     }
@@ -76,7 +97,6 @@ private:
     }
 
     std::string_view text_;
-    int most_;
     std::size_t at_ = 0;
     std::size_t first_ = 0; ///< the first dot of the key
     int dots_ = 0;
@@ -84,8 +104,8 @@ private:
 
 } // namespace
 
-std::optional<Place> keyWithMoreDots(std::string_view text, int most) {
-    return KeyWalk(text, most).run();
+std::optional<Problem> unbearable(std::string_view text) {
+    return Walk(text).run();
 }
 
 } // namespace bitlux::chips
