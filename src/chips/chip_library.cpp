@@ -26,7 +26,7 @@ namespace fs = std::filesystem;
 constexpr const char* ending = ".toml";
 constexpr std::size_t longestName = 1000;
 
-[[noreturn]] void refuse(std::string_view name, const std::vector<std::string>& names) {
+[[noreturn]] void refuseName(std::string_view name, const std::vector<std::string>& names) {
     const std::vector<std::string> near = forms::nearNames(name, names);
     const std::string text = fmt::format("There is no chip \"{}\"", printable(name, longestName));
     throw Failure(Failure::Kind::OutOfRange,
@@ -85,7 +85,7 @@ ChipPtr embeddedChip(std::string_view name) {
     std::vector<std::string> names;
     for (const EmbeddedChip& any : embeddedChips())
         names.emplace_back(any.name);
-    refuse(name, names);
+    refuseName(name, names);
 }
 
 std::string describe(const Problems& problems, const std::string& file) {
@@ -174,6 +174,14 @@ std::string ChipLibrary::fileOf(std::string_view name) const {
     return {};
 }
 
+void ChipLibrary::requireUsers(std::string_view name) const {
+    if (findEmbedded(name) != nullptr)
+        throw Failure(Failure::Kind::OutOfRange,
+                      fmt::format("The chip \"{}\" is one of the program", name));
+    if (!isUsers(name))
+        refuseName(name, names());
+}
+
 ChipPtr ChipLibrary::chip(std::string_view name) {
     const auto found = known_.find(name);
     return found != known_.end() ? found->second.chip : refreshed(name);
@@ -184,7 +192,7 @@ ChipPtr ChipLibrary::refreshed(std::string_view name) {
         return embeddedChip(name);
     const std::string file = fileOf(name);
     if (file.empty())
-        refuse(name, names());
+        refuseName(name, names());
     const auto found = known_.find(name);
     if (found != known_.end() && found->second.file == file && found->second.stamp == stampOf(file))
         return found->second.chip;

@@ -56,6 +56,8 @@ public:
     /// Whether there is a file of a user with this chip.
     [[nodiscard]] bool isUsers(std::string_view name) const { return !fileOf(name).empty(); }
 
+    /// Raises Failure (OutOfRange), with near names, unless there is such a file.
+    void requireUsers(std::string_view name) const;
     /// A chip, read at the first time. Raises Failure: OutOfRange with near names when there is
     /// none, File with all problems when its file is damaged.
     ChipPtr chip(std::string_view name);

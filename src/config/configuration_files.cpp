@@ -2,9 +2,13 @@
 
 #include "config/configuration_reader.h"
 #include "config/configuration_writer.h"
+#include "platform/printable.h"
 #include "platform/text_file.h"
 
 #include <utility>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 
 namespace bitlux {
 
@@ -56,6 +60,7 @@ void ConfigurationFiles::read(const std::string& fileName) {
         reader.read();
     }
     fileUsed.raise();
+    tellMissing(reader.missingChips());
 }
 
 void ConfigurationFiles::itemSave_Click() {
@@ -101,6 +106,18 @@ std::optional<std::string> ConfigurationFiles::ask(FileDialog::Kind kind) {
          .title = kind == FileDialog::Kind::Open ? "Open Configuration" : "Save Configuration",
          .filter = "SPI Config Files (*.spi)|*.spi|All Files (*.*)|*.*",
          .fileName = session_.ConfigFileName});
+}
+
+void ConfigurationFiles::tellMissing(const std::vector<std::string>& chips) {
+    constexpr std::size_t longestText = 300;
+    if (chips.empty())
+        return;
+    const std::string names = printable(fmt::format("{}", fmt::join(chips, ", ")), longestText);
+    parts_.desk.boxes.show(
+        {.text = fmt::format("The configuration has tabs of chips that have no file: {}.{}"
+                             "They come back when it is opened with the files in their folder.",
+                             names, lineBreak),
+         .icon = MessageBox::Icon::Information});
 }
 
 void ConfigurationFiles::say(const std::string& text) {

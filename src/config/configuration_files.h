@@ -15,6 +15,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace bitlux {
 
@@ -57,6 +58,7 @@ private:
     void write();
     std::optional<std::string> ask(FileDialog::Kind kind);
     void say(const std::string& text);
+    void tellMissing(const std::vector<std::string>& chips);
 
     Parts parts_;
     Session& session_;

@@ -49,7 +49,10 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
                        .boxes = parts.desk.boxes,
                        .loop = parts.desk.loop,
                        .clock = parts.clock}),
-      tabs(*this, {.session = parts.session, .run = run, .labelMainTitle = labelMainTitle}),
+      tabs(*this, {.session = parts.session,
+                   .run = run,
+                   .labelMainTitle = labelMainTitle,
+                   .library = parts.library}),
       files(*this, {.session = parts.session,
                     .commands = commands,
                     .batches = batches,
@@ -61,7 +64,9 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
     run.hasCommands = [this] { return commands.hasCommands(); };
     files.tabs = {.reset = [this] { tabs.ResetTabs(); },
                   .isActive = [this](std::int32_t part) { return tabs.IsTabActive(part); },
-                  .add = [this](std::int32_t part) { tabs.addPartTab(part); }};
+                  .add = [this](std::int32_t part) { tabs.addPartTab(part); },
+                  .resetChips = [this] { tabs.disableChips(); },
+                  .addChip = [this](const std::string& name) { return tabs.enableChip(name); }};
     log.stopContinuous = [this] { run.cmdStopContinuous_Click(); };
     Command1.hide();
     parts.engine.wordLeaving.subscribe([this] {

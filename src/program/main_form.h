@@ -35,6 +35,7 @@ public:
         DongleLink& dongle;
         const Desk& desk;
         const Clock& clock;
+        const chips::ChipLibrary& library;
     };
 
     MainForm(forms::FormSet& set, const Parts& parts);

@@ -37,7 +37,8 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                                                                         .engine = engine_,
                                                                         .dongle = dongle_,
                                                                         .desk = desk_,
-                                                                        .clock = clock_});
+                                                                        .clock = clock_,
+                                                                        .library = library_});
           },
           [this](MainForm& form) { registerProcedures(form); }),
       dialog_(forms_, "frmConfigureSPI",

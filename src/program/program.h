@@ -1,5 +1,6 @@
 #pragma once
 
+#include "chips/chip_library.h"
 #include "config/configure_dialog.h"
 #include "panels/zt72518/panel_form.h"
 #include "panels/zt72518/test_mode_form.h"
@@ -64,6 +65,8 @@ public:
     SampledWords saveSr(const std::string& fileName) const { return waveform_.saveSr(fileName); }
 
     [[nodiscard]] forms::FormSet& forms() { return forms_; }
+    /// The chips of the program and of users. Nothing is read before it is asked for one.
+    [[nodiscard]] chips::ChipLibrary& chipLibrary() { return library_; }
     [[nodiscard]] Session& session() { return session_; }
     [[nodiscard]] PinLayer& pins() { return pins_; }
     [[nodiscard]] DongleLink& dongle() { return dongle_; }
@@ -93,6 +96,7 @@ private:
     const UserMarkerFiles userMarkers_;
     const MarkerFiles& markers_;
     Session session_;
+    chips::ChipLibrary library_;
     forms::FormSet forms_;
     LiveOptions options_;
     PinLayer pins_;

@@ -1,6 +1,7 @@
 #include "bitlux_program.h"
 #include "support/environment_variable.h"
 #include "support/temporary_folder.h"
+#include "support/test_bench.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
@@ -83,6 +84,29 @@ Commands
         Ends all.
 )");
     EXPECT_EQ(outcome.code, 0);
+}
+
+/// The first block of the page that begins with such a line, from `start` on.
+std::string blockOf(const std::string& page, const std::string& begin, std::size_t start = 0) {
+    const std::size_t at = page.find(begin, start) + begin.size();
+    return page.substr(at, page.find("```\n", at) - at);
+}
+
+TEST(ChipCommand, ShowsTheExampleOfThePage) {
+    const TemporaryFolder folder;
+    const std::string page = contentOf(BITLUX_SOURCE "/docs/chip-files.md");
+    const std::string file = folder.write("lamp.toml", blockOf(page, "```toml\n"));
+    EXPECT_EQ(bitlux("chip check " + file).output,
+              file + ": lamp, 2 registers, 1 commands, no problems\n");
+    EXPECT_EQ(bitlux("chip show " + file).output,
+              blockOf(page, "```\n", page.find("prints of it:")));
+    for (const char* name : {"adxl345", "mcp23s17"}) {
+        const std::string map =
+            bitlux(fmt::format("chip show " BITLUX_SOURCE "/examples/chips/{}.toml", name)).output;
+        for (std::size_t at = 0, end = 0; (end = map.find('\n', at)) != std::string::npos;
+             at = end + 1)
+            EXPECT_LE(end - at, 80U) << map.substr(at, end - at);
+    }
 }
 
 TEST(ChipCommand, ChecksAFile) {
