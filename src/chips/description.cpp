@@ -1,5 +1,7 @@
 #include "chips/description.h"
 
+#include "platform/printable.h"
+
 #include <algorithm>
 #include <bit>
 
@@ -12,14 +14,17 @@ std::string text(const ControlName& name) {
 }
 
 std::string describe(const Problem& problem, const std::string& file) {
-    const std::string place =
-        problem.at.line > 0 ? fmt::format("{}:{}:{}", file, problem.at.line, problem.at.column)
-                            : file;
-    return fmt::format("{}: {}. {}", place, problem.text, problem.advice);
+    constexpr std::size_t longestName = 4096;
+    constexpr std::size_t longestText = 400;
+    std::string place = printable(file, longestName);
+    if (problem.at.line > 0)
+        place += fmt::format(":{}:{}", problem.at.line, problem.at.column);
+    return fmt::format("{}: {}. {}", place, printable(problem.text, longestText),
+                       printable(problem.advice, longestText));
 }
 
 std::uint64_t WordCheck::sealed(std::uint64_t word) const {
-    if (!exists())
+    if (!exists() || place.empty())
         return word;
     const std::uint64_t data = over.taken(word);
     if (kind != Kind::Crc) {

@@ -41,6 +41,17 @@ Panels::Slot& Panels::slot(std::string_view chip) {
     return *found->second;
 }
 
+void Panels::showUsers(const std::string& chip) {
+    library_.requireUsers(chip);
+    std::unique_ptr<Slot>& users = slots_[chip];
+    if (!users)
+        users = std::make_unique<Slot>(set_, usersForm(chip), [this, chip] {
+            return std::make_unique<PanelForm>(set_, usersForm(chip), library_.refreshed(chip),
+                                               outside_);
+        });
+    users->touch().setVisible(true);
+}
+
 void Panels::abandonRuns() {
     for (const auto& [chip, slot] : slots_)
         if (PanelForm* panel = slot->find())

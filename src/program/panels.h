@@ -15,8 +15,8 @@ namespace bitlux {
 /// The control panels of chips, each made when it is first touched. No chip's file is read before.
 class Panels {
 public:
-    /// Both outlive it.
-    Panels(forms::FormSet& set, const PanelSurroundings& outside);
+    /// All outlive it.
+    Panels(forms::FormSet& set, const PanelSurroundings& outside, chips::ChipLibrary& library);
 
     /// The panel of a chip of the product.
     [[nodiscard]] PanelForm& touch(std::string_view chip) { return slot(chip).touch(); }
@@ -24,6 +24,11 @@ public:
     [[nodiscard]] PanelForm* find(std::string_view chip) { return slot(chip).find(); }
     /// Shows the panel of a chip.
     void show(std::string_view chip) { touch(chip).setVisible(true); }
+    /// Shows the panel of a user's chip, whose file is read again when its panel is opened anew.
+    /// Raises Failure when there is no such chip or its file is damaged.
+    void showUsers(const std::string& chip);
+    /// Name of the form of a user's chip.
+    [[nodiscard]] static std::string usersForm(const std::string& chip) { return "Panel_" + chip; }
     /// Lines of sequences that are left pass without sending anything.
     void abandonRuns();
 
@@ -36,6 +41,7 @@ private:
 
     forms::FormSet& set_;
     const PanelSurroundings outside_;
+    chips::ChipLibrary& library_;
     std::map<std::string, std::unique_ptr<Slot>, std::less<>> slots_;
     forms::FormSlot<zt72518::TestModeForm> zt72518TestMode_;
 };
