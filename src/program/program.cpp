@@ -79,12 +79,13 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                  return std::make_unique<AboutForm>(forms_, session_.BuildNumber,
                                                     desk_.systemInformation);
              }),
-      panels_(forms_, {.session = session_,
-                       .engine = engine_,
-                       .dongle = dongle_,
-                       .desk = desk_,
-                       .markers = markers_,
-                       .clock = clock_},
+      panels_(forms_,
+              {.session = session_,
+               .engine = engine_,
+               .dongle = dongle_,
+               .desk = desk_,
+               .markers = markers_,
+               .clock = clock_},
               library_) {
     forms_.unloadThrough("frmMain", [this] { close(); });
     options_.useUsb = [this] { return dialog_->ChkSerialPort.checked(); };
@@ -153,11 +154,11 @@ void Program::keepChip(const std::string& fileName) {
     using Outcome = chips::ChipLibrary::Kept::Outcome;
     chips::ChipLibrary::Kept kept = library_.keep(fileName);
     if (kept.outcome == Outcome::Exists) {
-        const MessageBox question{
-            .text = fmt::format("There is another chip \"{}\" in {}. Replace it?", kept.name,
-                                kept.file),
-            .title = "Open Chip",
-            .buttons = MessageBox::Buttons::YesNo};
+        const MessageBox question{.text =
+                                      fmt::format("There is another chip \"{}\" in {}. Replace it?",
+                                                  kept.name, kept.file),
+                                  .title = "Open Chip",
+                                  .buttons = MessageBox::Buttons::YesNo};
         if (desk_.boxes.show(question) != MessageBox::Answer::Yes)
             return;
         kept = library_.keep(fileName, true);

@@ -56,8 +56,8 @@ public:
     /// when there is no such file, nothing changes.
     void open(const std::string& fileName);
 
-    /// Keeps the file of a chip from anywhere in the user's folder and shows its tab, after a question
-    /// when the folder has another one of its name. A failure ends in a box.
+    /// Keeps the file of a chip from anywhere in the user's folder and shows its tab, after a
+    /// question when the folder has another one of its name. A failure ends in a box.
     void openChip(const std::string& fileName);
 
     /// The program has ended, whichever way; whoever shows its windows closes them.
