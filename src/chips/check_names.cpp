@@ -174,7 +174,7 @@ private:
                     "A page shows \"registers\", \"flags\" or \"sequence\".");
         }
         Names pages;
-        for (const std::string& page : chip_.pages())
+        for (const std::string& page : chip_.registerPages())
             pages.insert(page);
         if (shown.find("flags") != shown.end())
             pages.insert("Flags");

@@ -18,8 +18,8 @@ constexpr std::array<std::pair<const char*, const char*>, 1> panelForms{{{zt7251
 
 } // namespace
 
-Panels::Panels(forms::FormSet& set, const PanelSurroundings& outside)
-    : set_(set), outside_(outside), zt72518TestMode_(set, "TestMode", [this] {
+Panels::Panels(forms::FormSet& set, const PanelSurroundings& outside, chips::ChipLibrary& library)
+    : set_(set), outside_(outside), library_(library), zt72518TestMode_(set, "TestMode", [this] {
           return std::make_unique<zt72518::TestModeForm>(
               set_, zt72518::TestModeForm::Parts{.format = chips::embeddedChip(zt72518Chip)->word,
                                                  .session = outside_.session,

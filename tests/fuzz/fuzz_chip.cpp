@@ -24,7 +24,7 @@ void use(const chips::Chip& chip) {
         for (const chips::Field& field : any.fields)
             fuzz::require(chips::BitList::parse(field.bits.text()).has_value(), "bits");
     }
-    for (const std::string& page : chip.pages())
+    for (const std::string& page : chip.registerPages())
         fuzz::require(page.size() <= chips::longestFile, "a page");
 }
 

@@ -120,7 +120,7 @@ public:
 
     void print() const {
         printHead();
-        for (const std::string& page : chip_.pages()) {
+        for (const std::string& page : chip_.registerPages()) {
             fmt::print(output_, "\n{}\n", shown(page));
             for (const Register& any : chip_.registers)
                 if (any.page == page)
