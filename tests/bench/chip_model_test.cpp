@@ -117,7 +117,7 @@ title = "Slow"
 address = 5
 width = 8
 reset = 0x61
-never_written = 0x60
+never_written = 0xE0
 [[register]]
 title = "Fast"
 address = 5

@@ -240,7 +240,7 @@ TEST(ChipReader, TellsPlaceFaultAndAdvice) {
 TEST(ChipReader, DerivesWhatAFileLeavesOut) {
     const ChipPtr chip = read(std::string(lamp));
     EXPECT_EQ(chip->panel.form, "Panel_lamp");
-    EXPECT_EQ(chip->pages(), (std::vector<std::string>{"Lamp", "Time"}));
+    EXPECT_EQ(chip->registerPages(), (std::vector<std::string>{"Lamp", "Time"}));
     const chips::Register& one = chip->registers[0];
     EXPECT_EQ(one.width(), 12);
     EXPECT_EQ(one.row.captions[10], "L9");

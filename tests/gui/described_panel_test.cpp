@@ -72,7 +72,6 @@ page = "Lamp"
 address = 2
 width = 12
 zero = 0xC0C0FF
-access = "read clears"
   [[register.view]]
   title = "Lamp flags"
   page = "Flags"

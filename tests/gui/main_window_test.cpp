@@ -49,6 +49,10 @@ TEST(MainWindow, HasAWidgetForEveryControlAndNoOther) {
         bench.settle();
         part->setValue(0);
     }
+    auto& chipPage = bench.get<forms::Frame>("frmMain.FrameChip"); // of a user's chip
+    chipPage.show();
+    bench.settle();
+    chipPage.hide();
     bench.program.forms().show("TestMode");
     bench.program.forms().show("ZT72518");
     for (const int strip : {1, 0}) {

@@ -56,13 +56,14 @@ struct LinkRig {
     /// Exchanges a word of eight bits; its answer, or what went wrong.
     std::string word(std::uint8_t data) {
         UsbFrame answer{};
-        if (!link.exchangeUnlimited({8, 0x70, 0, data}, answer))
+        if (!link.exchange({8, 0x70, 0, data}, answer, DongleLink::Wait::Unlimited))
             return fmt::format("{}", fmt::join(boxes.takeTexts(), ", "));
         return fmt::format("{:02X}", answer[3]);
     }
     bool command(std::uint8_t number) {
         UsbFrame answer{};
-        return link.exchangeLimited(commandFrame(number), answer) && answer[1] == number;
+        return link.exchange(commandFrame(number), answer, DongleLink::Wait::Limited) &&
+               answer[1] == number;
     }
     std::string takeTrace() {
         std::string lines;
