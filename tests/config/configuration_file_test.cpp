@@ -398,7 +398,7 @@ TEST(ConfigurationFile, RemembersTheChipsOfAUser) {
                     "They come back when it is opened with the files in their folder."});
     EXPECT_EQ(strip.count(), 3);
     bench.saveAs(bench.folder.path("again.spi"));
-    EXPECT_EQ(contentOf(bench.folder.path("again.spi")), with);
+    EXPECT_NE(contentOf(bench.folder.path("again.spi")).find(records), std::string::npos);
 
     EXPECT_EQ(bench
                   .openRecords("\"[UserChip]\",\"a\tb\"\r\n\"[UserChip]\",5\r\n"
