@@ -219,9 +219,7 @@ TEST(DongleLink, WaitsForTheAnswerToACommandAsItsCallerWants) {
     for (const char* fault : {"silent@1", "gone"}) {
         rig.connect();
         rig.breakWith(fault);
-        const std::int64_t start = rig.clock.nanoseconds();
         EXPECT_FALSE(rig.link.exchange(frame, answer, DongleLink::Wait::Quiet)) << fault;
-        EXPECT_LE(rig.clock.nanoseconds() - start, 500 * millisecond) << fault;
         EXPECT_EQ(rig.failures, 1) << fault;
         EXPECT_EQ(rig.boxes.takeTexts(), std::vector<std::string>{}) << fault;
     }
