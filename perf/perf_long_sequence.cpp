@@ -7,7 +7,7 @@
 #include "bench/scripted_desk.h"
 #include "gui/main_window.h"
 #include "gui/theme.h"
-#include "panels/zt72518/sequence_layout.h"
+#include "panels/common/panel_form.h"
 #include "workbench/virtual_bench.h"
 
 #include <algorithm>
@@ -61,8 +61,8 @@ int main(int argc, char** argv) {
     program.Main();
     gui::MainWindow window(program);
     program.forms().show("ZT72518");
-    zt72518::PanelForm& panel = program.zt72518();
-    panel.tab_518(0).click(zt72518::PanelForm::SequencePage);
+    PanelForm& panel = program.panels().touch("zt72518");
+    panel.outerTabs.click(1);
     window.binder().flush();
     auto& list = *window.findChild<gui::LogView*>("ZT72518.List_Commands");
     QWidget& dialog = *list.window();
@@ -75,7 +75,7 @@ int main(int argc, char** argv) {
     writeSequence(file);
     desk.fileDialogs.answer(file.string());
     start = clock.nanoseconds();
-    panel.sequencer.files.Cm_LOAD_Seq.click();
+    panel.sequence.files.Cm_LOAD_Seq.click();
     show(window, dialog);
     const double loaded = passed();
     std::filesystem::remove(file);
@@ -86,10 +86,10 @@ int main(int argc, char** argv) {
     const double scrolled = passed();
 
     start = clock.nanoseconds();
-    panel.sequencer.player.Cm_Run_Seq.click();
+    panel.sequence.player.Cm_Run_Seq.click();
     const double ran = passed();
     const double turn = static_cast<double>(loop.longest) / 1e6;
-    const bool right = panel.sequencer.lists.answers(zt72518::LowByte).count() == lines + 1;
+    const bool right = panel.sequence.lists.answers(1).count() == lines + 1;
     fmt::print(
         "long sequence: {} lines loaded and painted after {:.0f} ms (limit {:.0f} ms), scrolled "
         "to the end in {:.1f} ms (limit {:.0f} ms), run in {:.1f} s with at most {:.1f} ms "

@@ -2,7 +2,9 @@
 // registers takes of a processor's time, through a dongle that takes its time on the bus.
 
 #include "bench/scripted_desk.h"
-#include "panels/zt72518/panel_form.h"
+#include "panels/common/panel_form.h"
+#include "panels/zt72518/auto_reads.h"
+#include "panels/zt72518/chip_words.h"
 #include "program/program.h"
 #include "workbench/virtual_bench.h"
 
@@ -49,21 +51,21 @@ public:
         program_.Main();
         program_.forms().show("ZT72518"); // which sets the shape of words
         for (int line = 0; line < lines; ++line)
-            panel().sequencer.lists.append("MUX Write", fmt::format("{:X}", line));
+            panel().sequence.lists.append("MUX Write", fmt::format("{:X}", line));
     }
 
     Times sequence() {
-        return timesOf([this] { panel().sequencer.player.Cm_Run_Seq_Click(); });
+        return timesOf([this] { panel().sequence.player.Cm_Run_Seq_Click(); });
     }
     Times bare() {
         return timesOf([this] {
             for (int line = 0; line < lines; ++line)
-                panel().link.send(64, static_cast<std::uint8_t>(line));
+                panel().part<zt72518::ChipWords>().send(64, static_cast<std::uint8_t>(line));
         });
     }
     /// The readings of one tick.
     Times reading() {
-        zt72518::AutoReads& reads = panel().sequencer.autoReads;
+        zt72518::AutoReads& reads = panel().part<zt72518::AutoReads>();
         for (int box = 0; box <= 36; ++box)
             reads.read_auto(box).setValue(1);
         reads.timer_auto.enable();
@@ -72,7 +74,7 @@ public:
     [[nodiscard]] bool told() const { return !desk_.boxes.shown().empty(); }
 
 private:
-    zt72518::PanelForm& panel() { return program_.zt72518(); }
+    PanelForm& panel() { return program_.panels().touch("zt72518"); }
     template <typename Action>
     Times timesOf(const Action& action) {
         const std::int64_t start = clock_.nanoseconds();
