@@ -1,8 +1,9 @@
 #include "chips/bit_list.h"
 
+#include "platform/conversions.h"
+
 #include <algorithm>
 #include <bit>
-#include <charconv>
 
 #include <fmt/format.h>
 
@@ -14,12 +15,8 @@ constexpr int mostBits = 64;
 
 /// The number that `text` is, 0 to 63.
 std::optional<int> bitNumber(std::string_view text) {
-    int number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    if (error != std::errc() || stop != end || number < 0 || number >= mostBits)
-        return std::nullopt;
-    return number;
+    const std::optional<int> number = wholeNumber<int>(text);
+    return number && *number >= 0 && *number < mostBits ? number : std::nullopt;
 }
 
 std::string_view trimmed(std::string_view text) {

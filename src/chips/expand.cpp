@@ -1,7 +1,7 @@
 #include "chips/document.h"
 
+#include "platform/conversions.h"
 #include <algorithm>
-#include <charconv>
 #include <map>
 
 #include <fmt/format.h>
@@ -30,11 +30,8 @@ struct Range {
 };
 
 std::optional<int> numberIn(std::string_view text) {
-    int number = 0;
-    const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || stop != text.data() + text.size() || number < 0)
-        return std::nullopt;
-    return number;
+    const std::optional<int> number = wholeNumber<int>(text);
+    return number && *number >= 0 ? number : std::nullopt;
 }
 
 /// The first one from `start` on.

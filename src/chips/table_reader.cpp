@@ -1,9 +1,9 @@
 #include "chips/table_reader.h"
 
+#include "platform/conversions.h"
 #include "platform/forms/near_names.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 
 #include <fmt/format.h>
@@ -27,13 +27,7 @@ std::optional<std::uint64_t> numberIn(std::string_view text) {
     const bool hex = text.starts_with("0x") || text.starts_with("0X");
     if (hex)
         text.remove_prefix(2);
-    std::uint64_t number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] =
-        std::from_chars(text.data(), end, number, hex ? hexadecimal : decimal);
-    if (text.empty() || error != std::errc() || stop != end)
-        return std::nullopt;
-    return number;
+    return wholeNumber<std::uint64_t>(text, hex ? hexadecimal : decimal);
 }
 
 bool isNameCharacter(char c) {

@@ -1,8 +1,9 @@
 #include "platform/chosen_port.h"
 
+#include "platform/conversions.h"
 #include "platform/failure.h"
+#include "platform/letters.h"
 
-#include <charconv>
 #include <optional>
 #include <system_error>
 #include <vector>
@@ -17,17 +18,13 @@ namespace {
 constexpr std::int16_t lastNumber = 3;
 
 std::optional<std::uint16_t> numberIn(std::string_view text, int base) {
-    std::uint16_t number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, number, base);
-    return error == std::errc() && rest == end && number != 0 ? std::optional(number)
-                                                              : std::nullopt;
+    const std::optional<std::uint16_t> number = wholeNumber<std::uint16_t>(text, base);
+    return number && *number != 0 ? number : std::nullopt;
 }
 
 bool isLpt(std::string_view text) {
-    constexpr char lowerCaseBit = 0x20;
-    return text.size() == 4 && (text[0] | lowerCaseBit) == 'l' && (text[1] | lowerCaseBit) == 'p' &&
-           (text[2] | lowerCaseBit) == 't' && text[3] >= '1' && text[3] < '1' + lastNumber;
+    return text.size() == 4 && equalIgnoringCase(text.substr(0, 3), "lpt") && text[3] >= '1' &&
+           text[3] < '1' + lastNumber;
 }
 
 std::string described(std::int16_t number, std::int16_t address) {
