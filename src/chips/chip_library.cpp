@@ -1,6 +1,7 @@
 #include "chips/chip_library.h"
 
 #include "chips/embedded_chips.h"
+#include "chips/register_reader.h"
 #include "platform/failure.h"
 #include "platform/forms/near_names.h"
 #include "platform/linux/user_folder.h"
@@ -108,9 +109,8 @@ Problems problemsOfUsersChip(const Chip& chip) {
     if (findEmbedded(chip.name) != nullptr)
         add(head, fmt::format("the program has a chip \"{}\" of its own", chip.name),
             "Give the chip another `name`, and its file the same.");
-    if (!panel.form.starts_with("Panel_"))
-        add(panel.at, fmt::format("the form \"{}\" may be one of the program", panel.form),
-            "Leave `form` out, or let it begin with \"Panel_\".");
+    if (panel.form != "Panel_" + identifier(chip.name))
+        add(panel.at, "only chips of the program name their `form`", "Remove it.");
     if (!panel.parts.empty() || !panel.companions.empty() || !panel.active.empty())
         add(panel.at, "only chips of the program have `parts`, `companions` and `active`",
             "Remove them.");

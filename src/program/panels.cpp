@@ -1,9 +1,12 @@
 #include "program/panels.h"
 
+#include "chips/register_reader.h"
 #include "platform/failure.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
+#include <vector>
 
 #include <fmt/format.h>
 
@@ -41,15 +44,30 @@ Panels::Slot& Panels::slot(std::string_view chip) {
     return *found->second;
 }
 
+std::string Panels::usersForm(const std::string& chip) {
+    return "Panel_" + chips::identifier(chip);
+}
+
 void Panels::showUsers(const std::string& chip) {
     library_.requireUsers(chip);
-    std::unique_ptr<Slot>& users = slots_[chip];
-    if (!users)
-        users = std::make_unique<Slot>(set_, usersForm(chip), [this, chip] {
-            return std::make_unique<PanelForm>(set_, usersForm(chip), library_.refreshed(chip),
-                                               outside_);
-        });
-    users->touch().setVisible(true);
+    if (slots_.find(chip) == slots_.end()) {
+        const std::string form = usersForm(chip);
+        requireFree(form);
+        slots_.emplace(chip, std::make_unique<Slot>(set_, form, [this, chip, form] {
+                           return std::make_unique<PanelForm>(set_, form, library_.refreshed(chip),
+                                                              outside_);
+                       }));
+    }
+    show(chip);
+}
+
+/// Two names of chips may differ in nothing but what becomes an underscore.
+void Panels::requireFree(const std::string& form) const {
+    const std::vector<std::string> taken = set_.names();
+    if (std::find(taken.begin(), taken.end(), form) != taken.end())
+        throw Failure(
+            Failure::Kind::OutOfRange,
+            fmt::format("Another panel is called {}: give the chip's file another name", form));
 }
 
 void Panels::abandonRuns() {

@@ -28,7 +28,7 @@ public:
     /// Raises Failure when there is no such chip or its file is damaged.
     void showUsers(const std::string& chip);
     /// Name of the form of a user's chip.
-    [[nodiscard]] static std::string usersForm(const std::string& chip) { return "Panel_" + chip; }
+    [[nodiscard]] static std::string usersForm(const std::string& chip);
     /// Lines of sequences that are left pass without sending anything.
     void abandonRuns();
 
@@ -38,6 +38,7 @@ private:
     using Slot = forms::FormSlot<PanelForm>;
 
     [[nodiscard]] Slot& slot(std::string_view chip);
+    void requireFree(const std::string& form) const;
 
     forms::FormSet& set_;
     const PanelSurroundings outside_;

@@ -92,8 +92,7 @@ TEST(ChipLibrary, ReadsAFileAtFirstUseAndWhenItChanged) {
     folders.inOwn("meter.toml", chipText("title = \"T\"\nname = \"other\"\nmodel = [\"x\"]") +
                                     "[panel]\nform = \"frmMain\"\nparts = [\"x\"]\n");
     EXPECT_EQ(failureOf([&] { folders.library.refreshed("meter"); }),
-              fmt::format("{0}:13:1: the form \"frmMain\" may be one of the program. Leave `form` "
-                          "out, or let it begin with \"Panel_\".\n"
+              fmt::format("{0}:13:1: only chips of the program name their `form`. Remove it.\n"
                           "{0}:13:1: only chips of the program have `parts`, `companions` and "
                           "`active`. Remove them.\n"
                           "{0}:1:1: only chips of the program have a `model`. Remove it.\n"
