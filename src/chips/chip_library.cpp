@@ -110,7 +110,7 @@ Problems problemsOfUsersChip(const Chip& chip) {
             "Give the chip another `name`, and its file the same.");
     if (!panel.form.starts_with("Panel_"))
         add(panel.at, fmt::format("the form \"{}\" may be one of the program", panel.form),
-            "Leave `form` out, or let it begin with \"Panel_\".");
+            R"(Leave `form` out, or let it begin with "Panel_".)");
     if (!panel.parts.empty() || !panel.companions.empty() || !panel.active.empty())
         add(panel.at, "only chips of the program have `parts`, `companions` and `active`",
             "Remove them.");
