@@ -171,7 +171,7 @@ private:
             shown.insert(page.shows);
             if (!hasParts_ && std::find(known.begin(), known.end(), page.shows) == known.end())
                 add(chip_.panel.at, fmt::format("nothing is called \"{}\"", page.shows),
-                    "A page shows \"registers\", \"flags\" or \"sequence\".");
+                    R"(A page shows "registers", "flags" or "sequence".)");
         }
         Names pages;
         for (const std::string& page : chip_.registerPages())

@@ -8,7 +8,7 @@
 
 namespace bitlux::chips {
 
-inline constexpr std::size_t longestFile = 1024 * 1024; ///< bytes of a chip's file
+inline constexpr std::size_t longestFile = 1'048'576; ///< bytes of a chip's file
 inline constexpr std::size_t mostRegisters = 4096;
 
 /// A chip, or why there is none.

@@ -55,7 +55,7 @@ private:
     }
     /// Whether a text may begin here, as what stands before tells.
     [[nodiscard]] bool mayBegin() const {
-        constexpr std::string_view before = " \t\n=,.[{";
+        constexpr std::string_view before = " \t\n=,[{";
         return at_ == 0 || before.find(text_[at_ - 1]) != std::string_view::npos ||
                text_.substr(0, at_) == byteOrderMark;
     }
