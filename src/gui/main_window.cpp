@@ -33,13 +33,19 @@ namespace bitlux::gui {
 
 namespace {
 
-/// The one configuration file that is dragged, if it is one.
+constexpr const char* configurationEnding = ".spi";
+constexpr const char* chipEnding = ".toml";
+
+/// The one file that is dragged, if it is a configuration or a chip.
 QString draggedFile(const QMimeData& data) {
     const QList<QUrl> urls = data.urls();
     if (urls.size() != 1 || !urls.first().isLocalFile())
         return {};
     const QString name = urls.first().toLocalFile();
-    return name.endsWith(".spi", Qt::CaseInsensitive) ? name : QString();
+    for (const char* ending : {configurationEnding, chipEnding})
+        if (name.endsWith(ending, Qt::CaseInsensitive))
+            return name;
+    return {};
 }
 
 } // namespace
@@ -111,6 +117,8 @@ void MainWindow::makeFileMenu() {
         settings_, [this](const QString& name) { openFile(name); }, this));
     menuItem(file, form.files.itemSave)->setShortcut(QKeySequence::Save);
     menuItem(file, form.files.itemSaveAs)->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_S);
+    file.addSeparator();
+    menuItem(file, form.itemOpenChip);
     file.addSeparator();
     menuItem(file, form.log.itemSaveLog);
     menuItem(file, form.log.itemSaveLogAs);
@@ -231,6 +239,15 @@ void MainWindow::openFile(const QString& fileName) {
     binder_.flushSoon();
 }
 
+void MainWindow::openDropped(const QString& fileName) {
+    if (!fileName.endsWith(chipEnding, Qt::CaseInsensitive)) {
+        openFile(fileName);
+        return;
+    }
+    program_.openChip(fileName.toStdString());
+    binder_.flushSoon();
+}
+
 void MainWindow::showHelp() {
     if (!help_)
         help_ = std::make_unique<HelpWindow>();
@@ -267,7 +284,8 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 void MainWindow::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
     // Later, so that whoever was dragged from need not wait for a box.
-    QTimer::singleShot(0, this, [this, name = draggedFile(*event->mimeData())] { openFile(name); });
+    QTimer::singleShot(0, this,
+                       [this, name = draggedFile(*event->mimeData())] { openDropped(name); });
 }
 
 } // namespace bitlux::gui

@@ -6,6 +6,7 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
     : Form(set, "frmMain", applicationTitle),
       labelMainTitle(*this, "labelMainTitle", "Generic Bitlux Forge"),
       lblConfigNag(*this, "lblConfigNag", "(Not Configured)"),
+      itemOpenChip(*this, "itemOpenChip", "Open &Chip..."),
       itemPortOptions(*this, "itemPortOptions", "Edit &Configuration..."),
       itemUpdateDongle(*this, "itemUpdateDongle", "&Update Dongle Firmware..."),
       itemExit(*this, "itemExit", "E&xit"),

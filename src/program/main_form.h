@@ -45,6 +45,7 @@ private:
 public:
     forms::Label labelMainTitle;
     forms::Label lblConfigNag;
+    forms::MenuItem itemOpenChip; ///< asks for the file of a chip
     forms::MenuItem itemPortOptions;
     forms::MenuItem itemUpdateDongle;
     forms::MenuItem itemExit;

@@ -5,6 +5,7 @@
 
 #include <exception>
 #include <filesystem>
+#include <optional>
 
 #include <fmt/format.h>
 
@@ -129,6 +130,24 @@ void Program::open(const std::string& fileName) {
     });
 }
 
+void Program::openChip(const std::string& fileName) {
+    forms_.perform("frmMain.itemOpenChip.Click", [&] {
+        if (!keepChip)
+            throw Failure(Failure::Kind::OutOfRange, "Nobody keeps chips of users here");
+        keepChip(fileName);
+    });
+}
+
+void Program::itemOpenChip_Click() {
+    const std::optional<std::string> fileName =
+        desk_.fileDialogs.ask({.kind = FileDialog::Kind::Open,
+                               .title = "Open Chip",
+                               .filter = "Chip file (*.toml)|*.toml",
+                               .fileName = {}});
+    if (fileName)
+        openChip(*fileName);
+}
+
 bool Program::ValidFile(const std::string& name) {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(name, error);
@@ -161,6 +180,7 @@ void Program::registerProcedures(MainForm& form) {
     form.tabs.startUsb = [this] { Start_USB(); };
     form.tabs.showPanel = [this](std::int32_t part) { showPanel(part); };
     form.procedure("itemUpdateDongle_Click", [this] { itemUpdateDongle_Click(); });
+    form.procedure("itemOpenChip_Click", [this] { itemOpenChip_Click(); });
     form.procedure("Start_USB", [this] { Start_USB(); });
     form.procedure("send_wd", [this] { zt72518Watchdog().send_wd(); });
     form.procedure("send_wd_current", [this] { zt72518Watchdog().send_wd_current(); });

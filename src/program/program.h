@@ -17,6 +17,9 @@
 #include "transfer/pin_layer.h"
 #include "transfer/word_engine.h"
 
+#include <functional>
+#include <string>
+
 namespace bitlux {
 
 namespace zt72518 {
@@ -51,6 +54,12 @@ public:
     /// Opens a configuration file that the user chose without a dialog. A failure ends in a box;
     /// when there is no such file, nothing changes.
     void open(const std::string& fileName);
+
+    /// Opens the file of a chip that the user chose without a dialog. A failure ends in a box.
+    void openChip(const std::string& fileName);
+    /// Reads the file of a chip, keeps it and gives it a tab. Raises Failure. Set by whoever keeps
+    /// the chips of users.
+    std::function<void(const std::string& fileName)> keepChip;
 
     /// The program has ended, whichever way; whoever shows its windows closes them.
     Event<> ended;
@@ -90,6 +99,7 @@ private:
     void putIdleLevelsOnPins();
     void Start_USB();
     void itemUpdateDongle_Click();
+    void itemOpenChip_Click();
     void restPins();
 
     Desk desk_;

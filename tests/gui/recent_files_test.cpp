@@ -101,6 +101,25 @@ TEST(RecentFiles, CanBeDroppedOnTheWindow) {
     EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), "");
 }
 
+TEST(ChipFiles, AreOpenedByTheMenuAndByDropping) {
+    RecentBench bench;
+    std::vector<std::string> kept;
+    bench.program.keepChip = [&kept](const std::string& file) { kept.push_back(file); };
+    bench.folder.write("Lamp.TOML", "");
+    EXPECT_TRUE(bench.drag("Lamp.TOML", true));
+    bench.desk.fileDialogs.answer("/somewhere/blinker.toml");
+    bench.choose("frmMain.itemOpenChip");
+    EXPECT_EQ(kept, (std::vector{bench.folder.path("Lamp.TOML"),
+                                 std::string("/somewhere/blinker.toml")}));
+    EXPECT_TRUE(bench.session().ConfigFileName.empty());
+
+    bench.program.keepChip = [](const std::string&) {
+        throw Failure(Failure::Kind::File, "the chip has no title");
+    };
+    EXPECT_TRUE(bench.drag("Lamp.TOML", true));
+    EXPECT_TRUE(bench.boxes.takeTexts().back().starts_with("the chip has no title"));
+}
+
 TEST(FileDialogs, StartOnTheFileAndKnowTheEnding) {
     const TemporaryFolder folder;
     QString start;
