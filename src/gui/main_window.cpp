@@ -34,14 +34,19 @@ namespace bitlux::gui {
 namespace {
 
 constexpr int leastSize = 200; ///< pixels each way of a window that can be used
+constexpr const char* configurationEnding = ".spi";
+constexpr const char* chipEnding = ".toml";
 
-/// The one configuration file that is dragged, if it is one.
+/// The one file that is dragged, if it is a configuration or a chip.
 QString draggedFile(const QMimeData& data) {
     const QList<QUrl> urls = data.urls();
     if (urls.size() != 1 || !urls.first().isLocalFile())
         return {};
     const QString name = urls.first().toLocalFile();
-    return name.endsWith(".spi", Qt::CaseInsensitive) ? name : QString();
+    for (const char* ending : {configurationEnding, chipEnding})
+        if (name.endsWith(ending, Qt::CaseInsensitive))
+            return name;
+    return {};
 }
 
 } // namespace
@@ -245,10 +250,16 @@ void MainWindow::noteFileUsed() {
 }
 
 void MainWindow::openFile(const QString& fileName) {
-    if (fileName.endsWith(".toml", Qt::CaseInsensitive))
-        program_.openChip(fileName.toStdString());
-    else
-        program_.open(fileName.toStdString());
+    program_.open(fileName.toStdString());
+    binder_.flushSoon();
+}
+
+void MainWindow::openDropped(const QString& fileName) {
+    if (!fileName.endsWith(chipEnding, Qt::CaseInsensitive)) {
+        openFile(fileName);
+        return;
+    }
+    program_.openChip(fileName.toStdString());
     binder_.flushSoon();
 }
 
@@ -292,7 +303,8 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 void MainWindow::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
     // Later, so that whoever was dragged from need not wait for a box.
-    QTimer::singleShot(0, this, [this, name = draggedFile(*event->mimeData())] { openFile(name); });
+    QTimer::singleShot(0, this,
+                       [this, name = draggedFile(*event->mimeData())] { openDropped(name); });
 }
 
 } // namespace bitlux::gui

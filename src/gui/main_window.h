@@ -21,7 +21,7 @@ class RunProgressView;
 
 /// The main window: menus, the pages of frmMain in a scroll area, a status line; and the windows
 /// of the other forms as they are shown. Closing it ends the program, and the program's end closes
-/// all windows. A configuration file that is dropped on it is opened.
+/// all windows. A configuration file or a chip that is dropped on it is opened.
 class MainWindow : public QMainWindow {
 public:
     explicit MainWindow(Program& program, UserSettings settings = UserSettings());
@@ -56,6 +56,7 @@ private:
     void updateStatus();
     void noteFileUsed();
     void openFile(const QString& fileName);
+    void openDropped(const QString& fileName);
     void showHelp();
     void followRun();
     void makeDarkEntry(QMenu& view);

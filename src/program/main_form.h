@@ -46,9 +46,9 @@ private:
 public:
     forms::Label labelMainTitle;
     forms::Label lblConfigNag;
+    forms::MenuItem itemOpenChip; ///< asks for the file of a chip
     forms::MenuItem itemPortOptions;
     forms::MenuItem itemUpdateDongle;
-    forms::MenuItem itemOpenChip;
     forms::MenuItem itemExit;
     forms::MenuItem itemHelpTopics; ///< the window shows the help
     forms::MenuItem itemAbout;

@@ -18,6 +18,9 @@
 #include "transfer/pin_layer.h"
 #include "transfer/word_engine.h"
 
+#include <functional>
+#include <string>
+
 namespace bitlux {
 
 namespace zt72518 {

@@ -192,7 +192,8 @@ TEST(SendCommand, EndsOrderlyAtASignal) {
     EXPECT_EQ(endless.line(), "A5 A5\n");
     endless.signal(SIGTERM);
     EXPECT_EQ(endless.end(), 143);
-    EXPECT_TRUE(endless.rest().ends_with("A5 A5\n"));
+    const std::string rest = endless.rest();
+    EXPECT_TRUE(rest.empty() || rest.ends_with("A5 A5\n")) << "no half of a line";
 }
 
 TEST(SendCommand, TakesWordsAsPeopleWriteThem) {

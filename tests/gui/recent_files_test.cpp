@@ -2,11 +2,14 @@
 #include "gui/recent_menu.h"
 #include "gui/theme.h"
 #include "window_bench.h"
+#include "support/chip_folder.h"
 
 #include <QDragEnterEvent>
 #include <QFileDialog>
 #include <QMimeData>
 #include <QTimer>
+
+#include <filesystem>
 
 #include <gtest/gtest.h>
 
@@ -100,6 +103,23 @@ TEST(RecentFiles, CanBeDroppedOnTheWindow) {
     EXPECT_TRUE(bench.drag("one.spi", true));
     EXPECT_EQ(bench.session().ConfigFileName, bench.folder.path("one.spi"));
     EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), "");
+}
+
+TEST(ChipFiles, CanBeDroppedOnTheWindow) {
+    const ChipFolder user;
+    const std::string chip = contentOf(user.add("lamp"));
+    std::filesystem::remove(user.data.path("bitlux-forge/chips/lamp.toml"));
+    RecentBench bench;
+    bench.folder.write("Lamp.TOML", chip);
+    EXPECT_TRUE(bench.drag("Lamp.TOML", true));
+    EXPECT_EQ(bench.boxes.takeTexts(), std::vector<std::string>{});
+    EXPECT_EQ(contentOf(user.data.path("bitlux-forge/chips/Lamp.toml")), chip);
+    EXPECT_EQ(bench.get<forms::TabStrip>("frmMain.TabStripMain").count(), 3);
+    EXPECT_TRUE(bench.session().ConfigFileName.empty());
+
+    bench.folder.write("Lamp.TOML", "[chip]");
+    EXPECT_TRUE(bench.drag("Lamp.TOML", true));
+    EXPECT_EQ(bench.boxes.takeTexts().size(), 1U);
 }
 
 TEST(FileDialogs, StartOnTheFileAndKnowTheEnding) {
