@@ -1,8 +1,8 @@
 #include "gui/qt_desk.h"
 #include "gui/recent_menu.h"
 #include "gui/theme.h"
-#include "window_bench.h"
 #include "support/chip_folder.h"
+#include "window_bench.h"
 
 #include <QDragEnterEvent>
 #include <QFileDialog>
