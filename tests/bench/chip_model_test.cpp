@@ -103,7 +103,7 @@ write = { reply = "Sensor" }
 [[register]]
 title = "Events"
 address = 3
-bits = ["Start", "-", "Stop"]
+bits = ["Start", "-", " Start "]
 reset = 0x05
 access = "read clears"
 [[register]]
@@ -170,7 +170,7 @@ TEST(ChipModel, FollowsTheAccessOfEachRegister) {
 TEST(ChipModel, TurnsOnWhatItTellsByName) {
     ModelRig rig(accessChip);
     EXPECT_EQ(rig.switches().substr(0, 22), "Sensor/0 Sensor/1 Sens");
-    EXPECT_NE(rig.switches().find("Events/Start Events/Stop Pending/0 "), std::string::npos);
+    EXPECT_NE(rig.switches().find("Events/Start Events/Start 2 Pending/0 "), std::string::npos);
     EXPECT_NE(rig.switches().find("Pending/7 Supply flags/UV Supply flags/OV Latched/Was UV "
                                   "Identity/Rev 0 Identity/Rev 1 Status/HOT Status/LOW "
                                   "Faults/Silent Faults/Output stuck high Faults/Flags stay "),

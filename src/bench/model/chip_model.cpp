@@ -102,7 +102,8 @@ private:
 
 void ChipModel::addPhase(Phase& phase) const {
     store_.addPhase(phase);
-    for (const std::uint64_t value : {faults_, std::uint64_t{next_.isRead}, next_.data, nextWord_})
+    for (const std::uint64_t value :
+         {faults_, std::uint64_t{next_.isRead ? 1U : 0U}, next_.data, nextWord_})
         phase.push_back(static_cast<std::int64_t>(value));
     for (const auto& part : parts_)
         part->addPhase(phase);

@@ -75,7 +75,7 @@ const chips::Register& ModelStore::owner(std::string_view title) const {
 const chips::View& ModelStore::view(std::string_view ownerTitle, std::string_view title) const {
     const chips::View* found = owner(ownerTitle).find(title);
     if (found == nullptr)
-        refuse(*chip_, fmt::format("the view \"{}\" of \"{}\"", title, ownerTitle));
+        refuse(*chip_, fmt::format(R"(the view "{}" of "{}")", title, ownerTitle));
     return *found;
 }
 

@@ -3,7 +3,9 @@
 #include "bench/chip.h"
 #include "bench/model/model_store.h"
 
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace bitlux {
@@ -20,10 +22,9 @@ public:
     [[nodiscard]] const StateBit& bit(std::size_t index) const { return bits_.at(index); }
 
 private:
-    [[nodiscard]] bool has(const ChipSwitch& one) const;
-
     std::vector<ChipSwitch> switches_;
     std::vector<StateBit> bits_;
+    std::set<std::pair<std::string, std::string>> taken_; ///< groups and names
 };
 
 } // namespace bitlux

@@ -17,12 +17,12 @@ std::optional<UsbFrame> TestService::take(const UsbFrame& frame, DongleBus& bus)
 }
 
 void TestService::trim(const UsbFrame& frame, DongleBus& bus) {
-    constexpr std::uint64_t firstWord = 0x4200;
-    constexpr std::uint64_t secondWord = 0x4400;
-    constexpr int wordBits = 16;
-    constexpr int wordType = 2;
-    bus.exchange(firstWord | frame[3], wordBits, wordType);
-    bus.exchange(secondWord | frame[4], wordBits, wordType);
+    constexpr std::uint64_t firstTest = 0x4200;
+    constexpr std::uint64_t secondTest = 0x4400;
+    constexpr int length = 16;
+    constexpr int spiType = 2;
+    bus.exchange(firstTest | frame[3], length, spiType);
+    bus.exchange(secondTest | frame[4], length, spiType);
     if (mode_.on)
         mode_.trimming = fmt::format("{:02X} {:02X}, TXD low {}", state_.value(Register::RamA),
                                      state_.value(Register::RamB), frame[5]);

@@ -11,10 +11,10 @@ namespace bitlux::zt72518 {
 
 namespace {
 
-constexpr std::uint16_t refreshWord = 0x5A00;
-constexpr std::uint16_t readRandomWord = 0x1B00;
-constexpr int wordBits = 16;
-constexpr int wordType = 2;
+constexpr std::uint16_t refreshRequest = 0x5A00;
+constexpr std::uint16_t randomRequest = 0x1B00;
+constexpr int length = 16;
+constexpr int spiType = 2;
 
 constexpr std::int64_t millisecond = 1'000'000;
 constexpr std::array<std::int64_t, 10> periods{1, 2, 3, 5, 10, 50, 100, 500, 1000, 5000};
@@ -76,12 +76,12 @@ void WatchdogService::serve(DongleBus& bus) {
 
 void WatchdogService::refresh(DongleBus& bus) const {
     if (mode_ == RefreshMode::Simple) {
-        bus.exchange(refreshWord, wordBits, wordType);
+        bus.exchange(refreshRequest, length, spiType);
         return;
     }
-    const std::uint64_t inverted = ~bus.exchange(readRandomWord, wordBits, wordType);
+    const std::uint64_t inverted = ~bus.exchange(randomRequest, length, spiType);
     for (const std::uint8_t mask : refreshSteps(mode_))
-        bus.exchange(refreshWord | (inverted & mask), wordBits, wordType);
+        bus.exchange(refreshRequest | (inverted & mask), length, spiType);
 }
 
 void WatchdogService::addPhase(Phase& phase, std::int64_t now) const {

@@ -5,6 +5,7 @@
 #include "bench/zt72518/test_service.h"
 #include "bench/zt72518/watchdog_service.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <optional>
@@ -165,10 +166,7 @@ void Part::wasRead(const chips::View& view) {
 // Answers
 
 bool Part::anyLit(std::initializer_list<Row> rows) const {
-    for (const Row row : rows)
-        if (state_.lit(row))
-            return true;
-    return false;
+    return std::ranges::any_of(rows, [this](Row row) { return state_.lit(row); });
 }
 
 std::optional<std::uint64_t> Part::status() const {
