@@ -110,6 +110,8 @@ TEST(ChipFiles, CanBeDroppedOnTheWindow) {
     const std::string chip = contentOf(user.add("lamp"));
     std::filesystem::remove(user.data.path("bitlux-forge/chips/lamp.toml"));
     RecentBench bench;
+    bench.configure("8");
+    bench.settle();
     bench.folder.write("Lamp.TOML", chip);
     EXPECT_TRUE(bench.drag("Lamp.TOML", true));
     EXPECT_EQ(bench.boxes.takeTexts(), std::vector<std::string>{});
