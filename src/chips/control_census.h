@@ -4,7 +4,7 @@
 
 #include <map>
 #include <string>
-#include <utility>
+#include <tuple>
 
 namespace bitlux::chips {
 
@@ -15,20 +15,23 @@ public:
     /// Adds what it finds to `problems`.
     ControlCensus(const Chip& chip, Problems& problems);
 
-    [[nodiscard]] bool has(const ControlName& name) const {
-        return taken_.find({name.name, name.index}) != taken_.end();
+    /// On a companion form, or on the panel when `form` is empty.
+    [[nodiscard]] bool has(const ControlName& name, const std::string& form = {}) const {
+        return taken_.find({form, name.name, name.index}) != taken_.end();
     }
     /// Advice for a name that there is none of.
     [[nodiscard]] std::string nearText(const ControlName& name) const;
 
 private:
-    void add(const ControlName& name, const Place& at);
+    using Key = std::tuple<std::string, std::string, int>; ///< form, name, index
+
+    void add(const ControlName& name, const Place& at, const std::string& form = {});
     void addRow(const Row& row, const Place& at);
     void addRegister(const Register& any);
-    void addField(const Field& field);
+    void addField(const Field& field, const std::string& form);
 
-    std::map<std::pair<std::string, int>, Place> taken_;
-    std::map<std::pair<std::string, int>, int> rows_; ///< widths, by their first labels
+    std::map<Key, Place> taken_;
+    std::map<Key, int> rows_; ///< widths, by their first labels
     Problems& problems_;
 };
 

@@ -58,9 +58,10 @@ std::optional<Operation> WordFormat::operationOf(std::uint64_t word) const {
 std::vector<std::string> Chip::registerPages() const {
     std::vector<std::pair<int, std::string>> named; // by their lines
     for (const Register& any : registers)
-        named.emplace_back(any.at.line, any.page);
+        if (any.row.form.empty())
+            named.emplace_back(any.at.line, any.page);
     for (const Command& any : commands)
-        if (any.page != statusPage)
+        if (any.page != statusPage && any.form.empty())
             named.emplace_back(any.at.line, any.page);
     std::stable_sort(named.begin(), named.end(),
                      [](const auto& one, const auto& other) { return one.first < other.first; });
@@ -69,6 +70,12 @@ std::vector<std::string> Chip::registerPages() const {
         if (std::find(titles.begin(), titles.end(), page) == titles.end())
             titles.push_back(page);
     return titles;
+}
+
+const Companion* PanelLayout::findDescribed(std::string_view name) const {
+    const auto found = std::find_if(described.begin(), described.end(),
+                                    [name](const auto& any) { return any.form == name; });
+    return found == described.end() ? nullptr : &*found;
 }
 
 const Register* Chip::find(std::string_view wanted) const {

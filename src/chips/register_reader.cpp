@@ -91,6 +91,7 @@ Field readField(const Node& node, const std::string& stem, Problems& problems) {
     field.shares = table.truth("shares", false);
     field.typed = table.truth("typed", false);
     field.prompt = table.text("prompt");
+    field.markedFrom = table.number("marked_from", -1, 0, std::numeric_limits<std::int16_t>::max());
     field.selected = table.number("selected", -1, 0, std::numeric_limits<std::int16_t>::max());
     field.note = table.text("note");
     return field;
@@ -109,6 +110,8 @@ View readView(const Node& node, const Register& owner, const std::string& stem,
     view.address = table.word("address").value_or(owner.address);
     view.extra = table.word("extra").value_or(0);
     view.row = readRow(table, owner.row.captions, {.name = name, .index = 0});
+    if (!table.has("form"))
+        view.row.form = owner.row.form;
     view.button = table.control("button", {.name = "Cm_" + name});
     view.line = readLine(table, owner.title + " " + view.title, {.name = "Seq_" + name});
     view.autoRead = table.control("auto");
@@ -176,6 +179,7 @@ Line readLine(TableReader& table, const std::string& name, const ControlName& bu
     line.aliases = table.texts("aliases");
     line.address = table.word("line_address");
     line.played = table.truth("played", true);
+    line.takesValue = table.truth("takes_value", true);
     line.button = table.control("append", line.exists() ? button : ControlName());
     return line;
 }

@@ -35,6 +35,7 @@ public:
         checkReadAlls();
         checkVariants();
         checkPages();
+        checkForms();
         return std::move(problems_);
     }
 
@@ -241,7 +242,7 @@ private:
         std::map<std::uint64_t, const View*> taken;
         for (const Register& any : chip_.registers)
             for (const View& view : any.views) {
-                if (!view.row.form.empty()) // the same view, shown once more
+                if (view.row.form != any.row.form) // the same view, shown once more
                     continue;
                 const auto [found, isNew] =
                     taken.emplace(chip_.word.word(view.operation, view.address, view.extra), &view);
@@ -296,11 +297,42 @@ private:
     void checkReadAlls() {
         for (const ReadAll& any : chip_.readAlls)
             for (const ReadAll::Step& step : any.steps) {
-                if (!census_.has(step.button))
-                    add(any.at, fmt::format("there is no button {}", text(step.button)),
-                        census_.nearText(step.button));
+                const bool isView = step.row.exists();
+                if (isView ? !hasView(any.form, step.row) : !census_.has(step.button, any.form))
+                    add(any.at,
+                        fmt::format("there is no {} {}", isView ? "view with the row" : "button",
+                                    text(isView ? step.row : step.button)),
+                        census_.nearText(isView ? step.row : step.button));
                 checkVariantNames(any.at, step.variants);
             }
+    }
+
+    [[nodiscard]] bool hasView(const std::string& form, const ControlName& row) const {
+        return std::any_of(
+            chip_.registers.begin(), chip_.registers.end(), [&](const Register& any) {
+                return std::any_of(any.views.begin(), any.views.end(), [&](const View& view) {
+                    return view.row.form == form && view.row.first.name == row.name &&
+                           view.row.first.index == std::max(row.index, 0);
+                });
+            });
+    }
+
+    void checkForms() {
+        for (const Register& any : chip_.registers) {
+            checkForm(any.row.form, any.at);
+            for (const View& view : any.views)
+                checkForm(view.row.form, view.at);
+        }
+        for (const Command& any : chip_.commands)
+            checkForm(any.form, any.at);
+        for (const ReadAll& any : chip_.readAlls)
+            checkForm(any.form, any.at);
+    }
+
+    void checkForm(const std::string& form, const Place& at) {
+        if (!form.empty() && chip_.panel.findDescribed(form) == nullptr)
+            add(at, fmt::format("there is no companion form \"{}\"", form),
+                "Describe it in `companions` of `[panel]`.");
     }
 
     void checkVariantNames(const Place& at, const std::vector<std::string>& names) {

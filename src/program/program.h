@@ -84,12 +84,14 @@ private:
     void loadMainForm(MainForm& form);
     [[nodiscard]] zt72518::Watchdog& zt72518Watchdog();
     void showPanel(std::int32_t part);
+    void showType();
     void openFromCommandLine(const std::string& commandLine);
     void itemExit_Click();
     void Form_Unload();
     void putIdleLevelsOnPins();
     void Start_USB();
     void itemUpdateDongle_Click();
+    void unloadPanels();
     void restPins();
 
     Desk desk_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "chips/description.h"
+#include "panels/common/held_shape.h"
 #include "panels/common/panel_controls.h"
 #include "panels/common/panel_sequence.h"
 #include "panels/common/panel_words.h"
@@ -30,6 +31,8 @@ struct PanelSurroundings {
     const Desk& desk;
     const MarkerFiles& markers;
     const Clock& clock;
+    /// The configuration dialog shows the session's SPI type.
+    std::function<void()> showType = [] {};
 };
 
 /// Something of a panel that no description can say: it brings controls and procedures of its own,
@@ -54,6 +57,7 @@ struct PanelContext {
     forms::Form& form;
     PanelControls& controls;
     PanelWords& words;
+    HeldShape& shape;
     RegisterPages& pages;
     PanelSequence& sequence;
     forms::TabStrip& outerTabs;

@@ -14,9 +14,10 @@ PanelSequence::PanelSequence(forms::Form& form, const chips::Chip& chip, PanelWo
                    return std::make_unique<forms::TextBox>(form, name, element);
                }),
       lists(form, chip.sequence),
-      files(form, lists, desk.fileDialogs),
-      editor(form, lists, desk.boxes),
-      player(form, {.session = session,
+      files(form, chip.sequence, lists, desk.fileDialogs),
+      editor(form, chip.sequence, lists, desk.boxes),
+      player(form, {.style = chip.sequence,
+                    .session = session,
                     .variables = variables,
                     .lists = lists,
                     .start = Val_loop(LoopStart),

@@ -54,6 +54,7 @@ class SequencePlayer {
 public:
     /// What it works with; all outlive it.
     struct Parts {
+        const chips::SequenceStyle& style;
         Session& session;
         SequenceVariables& variables;
         SequenceLists& lists;
@@ -97,7 +98,11 @@ private:
     /// Changes what progress() tells of the present line.
     void show(std::optional<std::int64_t> waitUntil, SequenceProgress::Awaited awaited = {});
 
-    void wait(const std::string& value);
+    void wait(int line, const std::string& value);
+    /// Milliseconds; 0 for a wait that has no end.
+    [[nodiscard]] std::int32_t endlessOrLong(int line, const std::string& value) const;
+    void waitFor(std::int32_t milliseconds);
+    void waitForever();
     /// The line that follows `line`, as the loop tells.
     [[nodiscard]] int nextLine(int line, int first, int last);
     void Ch_Loop_Click();
