@@ -9,37 +9,17 @@ import sys
 import bitlux
 
 
-def connect(bench):
-    """Makes the program ready on what is there; the name of the bus, or None."""
-    form = "frmConfigureSPI."
-    bench[form + "optHex"].click()
-    if bench.session.USBReady:
-        bus = "dongle"
-    else:
-        bench[form + "Btn_ParallelPort"].click()
-        if not bench.session.ParallelPortReady:
-            return None
-        bus = "parallel port"
-    bench[form + "cmdApply"].click()
-    return bus
-
-
 def main():
     words = sys.argv[1:] or ["00", "FF", "A5"]
-    with bitlux.Bench.hardware() as bench:
-        bus = connect(bench)
-        if bus is None:
-            print("Neither a dongle nor a parallel port can be used here.")
-            print('"bitlux doctor" tells what is missing.')
-            return
-        print(f"On the {bus}, {bench.session.SPIWordLength} bits a word:")
-        for word in words:
-            bench["frmMain.txtHexWordToSend"].text = word
-            messages = len(bench.messages)
-            bench["frmMain.cmdSendOnce"].click()
-            for message in bench.messages[messages:]:
-                print(message.text)
-            print(f"{word} -> {bench['frmMain.lblHexWordReceived'].caption}")
+    try:
+        with bitlux.Bench.hardware() as bench:
+            bus = "dongle" if bench.session.USBReady else "parallel port"
+            print(f"On the {bus}, {bench.session.SPIWordLength} bits a word:")
+            answers = bench.transfer_many(int(word, 16) for word in words)
+            for word, answer in zip(words, answers):
+                print(f"{word} -> {answer:02X}")
+    except (bitlux.LinkFailed, bitlux.PortUnusable) as failure:
+        print(failure)
 
 
 if __name__ == "__main__":

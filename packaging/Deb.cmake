@@ -22,10 +22,17 @@ order, any polarity) by driving the pins of a parallel port or through a USB
 dongle, and shows what the chip answers. A virtual bench stands in for port and
 chip, so that everything can be tried without hardware.")
 set(CPACK_DEBIAN_FORGE_PACKAGE_SHLIBDEPS ON)
+# Another version of Python does not see the module.
+get_property(python GLOBAL PROPERTY BITLUX_PYTHON)
+list(GET python 0 major)
+list(GET python 1 minor)
+math(EXPR next "${minor} + 1")
+set(CPACK_DEBIAN_FORGE_PACKAGE_DEPENDS
+    "python3 (>= ${major}.${minor}~), python3 (<< ${major}.${next}~)")
 # A program finds a file type by the databases of the first two. The window wants a font, and on
-# Wayland its plugin; the module for Python wants that.
+# Wayland its plugin.
 set(CPACK_DEBIAN_FORGE_PACKAGE_RECOMMENDS
-    "desktop-file-utils, shared-mime-info, fonts-dejavu-core, hicolor-icon-theme, python3 (>= 3.11), qt6-wayland, udev")
+    "desktop-file-utils, shared-mime-info, fonts-dejavu-core, hicolor-icon-theme, qt6-wayland, udev")
 set(CPACK_DEBIAN_FORGE_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/conffiles)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 include(CPack)

@@ -26,8 +26,12 @@ struct EngineBench {
     SimulatedDongle unplugged{clock, makeDevice("none")};
     LiveOptions options;
     DongleLink link{session, unplugged, clock, boxes};
-    WordEngine engine{
-        {.session = session, .options = options, .pins = pins, .dongle = link, .boxes = boxes}};
+    FailureBoxes failures{boxes};
+    WordEngine engine{{.session = session,
+                       .options = options,
+                       .pins = pins,
+                       .dongle = link,
+                       .failures = failures}};
     BareLoop bare;
     std::string name;
 

@@ -1,12 +1,22 @@
 #include "apps/doctor_command.h"
+#include "apps/examples.h"
 #include "apps/list_command.h"
 #include "apps/run_command.h"
 #include "apps/send_command.h"
 #include "apps/show_command.h"
+#include "platform/forms/near_names.h"
+#include "platform/printable.h"
 
+#include <algorithm>
 #include <iostream>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 
 namespace bitlux {
 namespace {
@@ -47,19 +57,39 @@ private:
     const CLI::App& list_;
 };
 
+/// What to say of a first argument that is neither a command nor an option.
+std::optional<std::string> unknownCommand(const CLI::App& app, std::string_view given) {
+    std::vector<std::string> names;
+    for (const CLI::App* command : app.get_subcommands({}))
+        names.push_back(command->get_name());
+    if (given.starts_with('-') || std::find(names.begin(), names.end(), given) != names.end())
+        return std::nullopt;
+    constexpr std::size_t most = 60;
+    const std::vector<std::string> near = forms::nearNames(given, names);
+    return near.empty() ? fmt::format("There is no command \"{}\"; there is {}.",
+                                      printable(given, most), fmt::join(names, ", "))
+                        : fmt::format("There is no command \"{}\"; near: {}.",
+                                      printable(given, most), fmt::join(near, ", "));
+}
+
 } // namespace
 } // namespace bitlux
 
 int main(int argc, char** argv) {
-    constexpr int usageError = 2;
     CLI::App app("Bitlux Forge on the command line", "bitlux");
     app.require_subcommand(1);
     app.set_version_flag("--version", std::string(BITLUX_VERSION));
     const bitlux::Commands commands(app);
+    bitlux::addExamples(app, {"bitlux send --bench loopback --bits 16 A5C3", "bitlux doctor"});
+    if (argc > 1)
+        if (const auto problem = bitlux::unknownCommand(app, argv[1])) {
+            std::cerr << *problem << '\n';
+            return bitlux::usageError;
+        }
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : usageError;
+        return app.exit(error) == 0 ? 0 : bitlux::usageError;
     }
     try {
         return commands.perform();

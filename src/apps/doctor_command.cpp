@@ -1,6 +1,7 @@
 #include "apps/doctor_command.h"
 
 #include "apps/checkup.h"
+#include "apps/examples.h"
 #include "apps/udev_rules.h"
 
 #include <algorithm>
@@ -72,6 +73,9 @@ CLI::App& addDoctorCommand(CLI::App& app, DoctorOptions& options) {
         *app.add_subcommand("doctor", "Tell which bus can be used, and what is missing");
     doctor.add_flag("--udev", options.udev,
                     "Print a udev rule file for the devices that dongles.conf lists");
+    addExamples(doctor,
+                {"bitlux doctor",
+                 "bitlux doctor --udev | sudo tee /etc/udev/rules.d/70-bitlux-forge.rules"});
     return doctor;
 }
 

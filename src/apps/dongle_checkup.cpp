@@ -104,6 +104,8 @@ void DongleCheckup::examine(const UsbCandidate& candidate, Finding& finding) con
     finding.text = numbersText(candidate.numbers);
     if (!candidate.name.empty())
         finding.text += fmt::format(" \"{}\"", printable(candidate.name, 60));
+    if (!candidate.serial.empty())
+        finding.text += fmt::format(", serial number {},", printable(candidate.serial, 60));
     const bool isListed = numbers_.contains(candidate.numbers);
     const bool isDongle =
         isListed || (machine_.mayOpen(node) && machine_.isDongle && machine_.isDongle(candidate));

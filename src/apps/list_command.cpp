@@ -1,5 +1,6 @@
 #include "apps/list_command.h"
 
+#include "apps/examples.h"
 #include "bench/device.h"
 
 #include <algorithm>
@@ -15,6 +16,7 @@ namespace bitlux {
 CLI::App& addListCommand(CLI::App& app, ListOptions& options) {
     CLI::App& list = *app.add_subcommand("list", "Print the devices of the virtual bench");
     list.add_flag("--names", options.names, "Print their names alone");
+    addExamples(list, {"bitlux list", "bitlux list --names"});
     return list;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "apps/standard_input.h"
 #include "apps/terminal_desk.h"
-#include "bench/interruptible.h"
 
 #include <functional>
 
@@ -11,9 +11,8 @@ namespace bitlux {
 /// with any other box, the run ends.
 class RunBoxes : public TerminalBoxes {
 public:
-    /// `interruption` is asked while a question waits, and outlives this.
-    RunBoxes(std::ostream& errors, const Interruption& interruption)
-        : TerminalBoxes(errors), interruption_(interruption) {}
+    /// Answers are lines of `input`; all outlive this.
+    RunBoxes(std::ostream& errors, StandardInput& input) : TerminalBoxes(errors), input_(input) {}
 
     MessageBox::Answer show(const MessageBox& box) override;
 
@@ -23,15 +22,12 @@ public:
     std::function<void()> ended;
     /// Whether one has: with a message, or with a pause that was cancelled.
     [[nodiscard]] bool hasEnded() const { return hasEnded_; }
-    /// Whether a question stands on the terminal.
-    [[nodiscard]] bool asking() const { return asking_; }
 
 private:
     [[nodiscard]] bool askToGoOn();
 
-    const Interruption& interruption_;
+    StandardInput& input_;
     bool hasEnded_ = false;
-    bool asking_ = false;
 };
 
 } // namespace bitlux

@@ -1,27 +1,18 @@
 #pragma once
 
-#include "apps/outlet.h"
-#include "apps/waveform_output.h"
+#include "apps/command_run.h"
 
 #include <optional>
 #include <ostream>
 #include <string>
 
-namespace CLI {
-class App;
-}
-
 namespace bitlux {
 
 /// What `bitlux run` was told.
 struct RunOptions {
+    CommandOptions command;
     std::string file;
     std::optional<std::string> batch; ///< the Commands To Send without one
-    int times = 1;
-    bool json = false;
-    std::string log; ///< a file, "-" for standard output
-    WaveformOptions waveform;
-    OutletOptions outlet;
 };
 
 /// Adds the command to the command line; `options` is filled when it is parsed.

@@ -1,5 +1,6 @@
 #include "apps/show_command.h"
 
+#include "apps/examples.h"
 #include "apps/opened_file.h"
 #include "apps/outlet.h"
 #include "apps/settings_text.h"
@@ -137,6 +138,7 @@ CLI::App& addShowCommand(CLI::App& app, ShowOptions& options) {
     CLI::App& show = *app.add_subcommand("show", "Print what a configuration file holds");
     show.add_option("FILE", options.file, "A configuration file (*.spi)")->required();
     show.add_flag("--batches", options.batches, "Print the names of its Batches alone");
+    addExamples(show, {"bitlux show board.spi", "bitlux show --batches board.spi"});
     return show;
 }
 

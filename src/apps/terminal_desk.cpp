@@ -1,5 +1,9 @@
 #include "apps/terminal_desk.h"
 
+#include "platform/printable.h"
+
+#include <string_view>
+
 namespace bitlux {
 
 MessageBox::Answer TerminalBoxes::show(const MessageBox& box) {
@@ -9,10 +13,17 @@ MessageBox::Answer TerminalBoxes::show(const MessageBox& box) {
 }
 
 void TerminalBoxes::print(const MessageBox& box) {
-    for (const char c : box.text)
-        if (c != '\r')
-            errors_ << c;
-    errors_ << '\n';
+    if (where)
+        errors_ << printable(where());
+    // Without the place, which is for whoever sees the forms. A name out of a file may hold what a
+    // terminal would obey.
+    constexpr std::string_view ending = lineBreak;
+    std::string_view rest = box.text;
+    for (std::size_t end = 0; end != std::string_view::npos;) {
+        end = rest.find(ending);
+        errors_ << printable(rest.substr(0, end)) << '\n';
+        rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + ending.size());
+    }
 }
 
 } // namespace bitlux

@@ -2,6 +2,7 @@
 
 #include "platform/desk.h"
 
+#include <functional>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -17,6 +18,8 @@ public:
 
     /// Whether any box was shown.
     [[nodiscard]] bool shown() const { return shown_; }
+    /// What stands before a message and tells where the command is.
+    std::function<std::string()> where;
 
 protected:
     void print(const MessageBox& box);

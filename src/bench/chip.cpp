@@ -2,9 +2,8 @@
 
 #include "platform/failure.h"
 #include "platform/forms/near_names.h"
+#include "platform/letters.h"
 
-#include <algorithm>
-#include <cctype>
 #include <set>
 
 #include <fmt/format.h>
@@ -13,12 +12,6 @@
 namespace bitlux {
 
 namespace {
-
-bool sameText(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](unsigned char x, unsigned char y) {
-        return std::tolower(x) == std::tolower(y);
-    });
-}
 
 std::string fullName(const ChipSwitch& one) {
     return one.group + "/" + one.name;
@@ -46,9 +39,9 @@ std::size_t switchNamed(const Chip& chip, std::string_view name) {
     std::vector<std::string> names;
     for (std::size_t i = 0; i < chip.switches().size(); ++i) {
         const ChipSwitch& one = chip.switches()[i];
-        if (sameText(fullName(one), name))
+        if (equalIgnoringCase(fullName(one), name))
             return i;
-        if (!sameText(one.name, name))
+        if (!equalIgnoringCase(one.name, name))
             continue;
         found.push_back(i);
         names.push_back(fullName(one));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bench/cycle.h"
+#include "bench/reading.h"
 #include "bench/shift_device.h"
 
 #include <cstddef>
@@ -22,13 +24,6 @@ struct ChipSwitch {
     std::string name; ///< once in its group
 };
 
-/// Something that can be seen at a part of the bench.
-struct Reading {
-    std::string group;
-    std::string name;
-    std::string value;
-};
-
 /// The model of a chip: beside its pins it has time, lines, and what a user may do to it.
 class Chip : public ShiftDevice {
 public:
@@ -37,13 +32,12 @@ public:
     /// The bench has come to `now`, in nanoseconds; what was due by then happens. Told before
     /// anything else reaches the chip; a time that is over counts as the present one.
     virtual void timeIs(std::int64_t now) = 0;
+    /// Adds to the phase of the bench at that time. Words that are drawn at random do not count.
+    virtual void addPhase(Phase& phase) const = 0;
+    /// The bench left out whole cycles: all times move on, and nothing else has changed.
+    virtual void skip(std::int64_t duration) = 0;
 
     [[nodiscard]] virtual ChipLines lines() const = 0;
-    virtual void enterTestMode() = 0;
-    /// The load has drawn a pulse of current, in nanoseconds, that ends now.
-    virtual void drawCurrent(std::int64_t duration) = 0;
-    /// The transmit input is held low, for a time in units of the dongle.
-    virtual void holdTxdLow(std::uint8_t time) = 0;
 
     /// The same list for the whole life of the chip.
     [[nodiscard]] virtual const std::vector<ChipSwitch>& switches() const = 0;

@@ -1,11 +1,10 @@
 #include "bench/device.h"
 
-#include "bench/shift_device.h"
-#include "bench/zt72518/zt72518.h"
+#include "bench/chip.h"
+#include "bench/model/chip_model.h"
 #include "platform/conversions.h"
 #include "platform/failure.h"
 
-#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -130,32 +129,32 @@ Reply replyFromHex(std::string_view text) {
     return bits;
 }
 
-std::unique_ptr<Device> makeDevice(std::string_view name, const std::vector<Reply>& replies) {
+std::unique_ptr<Device> makeDevice(std::string_view name, const std::vector<Reply>& replies,
+                                   const ChipSource& chips) {
     for (const Row& row : rows)
         if (row.name == name)
             return row.make(replies);
-    for (const zt72518::Variant& variant : zt72518::variants)
-        if (variant.name == name)
-            return zt72518::makeChip(variant);
+    if (chips::ChipPtr chip = chips.chipOf(name))
+        return makeChipModel(std::move(chip), name);
     throw Failure(Failure::Kind::OutOfRange, fmt::format("There is no device \"{}\"", name));
 }
 
-std::string deviceDescription(std::string_view name) {
+std::string deviceDescription(std::string_view name, const ChipSource& chips) {
     for (const Row& row : rows)
         if (row.name == name)
             return row.description;
-    for (const zt72518::Variant& variant : zt72518::variants)
-        if (variant.name == name)
-            return "a chip of the ZT72518 family, with flags, modes and watchdog";
+    for (const ChipSource::Entry& entry : chips.entries())
+        if (entry.device == name)
+            return entry.description;
     return {};
 }
 
-std::vector<std::string> deviceNames() {
+std::vector<std::string> deviceNames(const ChipSource& chips) {
     std::vector<std::string> names;
     for (const Row& row : rows)
         names.emplace_back(row.name);
-    for (const zt72518::Variant& variant : zt72518::variants)
-        names.emplace_back(variant.name);
+    for (ChipSource::Entry& entry : chips.entries())
+        names.push_back(std::move(entry.device));
     return names;
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "bench/bus_shape.h"
+#include "bench/chip_source.h"
+#include "bench/dongle_service.h"
 
 #include <cstdint>
 #include <memory>
@@ -32,6 +34,8 @@ public:
     virtual void sampled() {}
     /// The device as a chip, when it is the model of one.
     virtual Chip* chip() { return nullptr; }
+    /// What a dongle does for this device alone, as it starts.
+    virtual DongleServices dongleServices() { return {}; }
 };
 
 /// An answer of the device "scripted": element i is bit i, elements that are missing are 0.
@@ -47,14 +51,16 @@ Reply replyFromHex(std::string_view text);
 ///   stuck-high   the data output stays high
 ///   stuck-low    the data output stays low
 ///   scripted     answers each word with the next of `replies`, or once more the last
-///   zt72518d and its like   a model of the chip, see zt72518/zt72518.h
-/// Raises Failure (OutOfRange) for any other name.
-std::unique_ptr<Device> makeDevice(std::string_view name, const std::vector<Reply>& replies = {});
+///   any other    a model of the chip that `chips` has for it, see model/chip_model.h
+/// Raises Failure (OutOfRange) for a name that there is none of, and what `chips` raises.
+std::unique_ptr<Device> makeDevice(std::string_view name, const std::vector<Reply>& replies = {},
+                                   const ChipSource& chips = embeddedChipSource());
 
 /// The names that makeDevice takes.
-std::vector<std::string> deviceNames();
+std::vector<std::string> deviceNames(const ChipSource& chips = embeddedChipSource());
 
 /// What a device does, in a line for the user; empty for a name that there is none of.
-std::string deviceDescription(std::string_view name);
+std::string deviceDescription(std::string_view name,
+                              const ChipSource& chips = embeddedChipSource());
 
 } // namespace bitlux

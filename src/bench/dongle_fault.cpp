@@ -1,9 +1,12 @@
 #include "bench/dongle_fault.h"
 
+#include "platform/conversions.h"
 #include "platform/failure.h"
 
-#include <charconv>
+#include <array>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -15,8 +18,8 @@ constexpr std::int64_t millisecond = 1'000'000;
 
 [[noreturn]] void refuse(std::string_view text) {
     throw Failure(Failure::Kind::Conversion,
-                  fmt::format("\"{}\" is no fault: say silent, late:MS, short:BYTES, stalled, gone "
-                              "or gone:MS, and where wanted @FRAME and /CHANCE",
+                  fmt::format("\"{}\" is no fault: say silent, late:MS, short:BYTES, stalled, "
+                              "babbling, gone or gone:MS, and where wanted @FRAME and /CHANCE",
                               text));
 }
 
@@ -32,9 +35,9 @@ std::string_view cutFrom(std::string_view& text, char mark) {
 
 template <typename Number>
 bool readNumber(std::string_view text, Number& number, Number least, Number most) {
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() && number >= least &&
-           number <= most;
+    const std::optional<Number> read = wholeNumber<Number>(text);
+    number = read.value_or(number);
+    return read && number >= least && number <= most;
 }
 
 /// Reads the kind and its value; false when they do not go together.
@@ -46,10 +49,14 @@ bool readKind(std::string_view kind, std::string_view value, DongleFault& fault)
         fault.duration *= millisecond;
         return true;
     };
-    if (kind == "silent" || kind == "stalled") {
-        fault.kind = kind == "silent" ? DongleFault::Kind::Silent : DongleFault::Kind::Stalled;
-        return value.empty();
-    }
+    constexpr std::array plain{std::pair{"silent", DongleFault::Kind::Silent},
+                               std::pair{"stalled", DongleFault::Kind::Stalled},
+                               std::pair{"babbling", DongleFault::Kind::Babbling}};
+    for (const auto& [name, plainKind] : plain)
+        if (kind == name) {
+            fault.kind = plainKind;
+            return value.empty();
+        }
     if (kind == "late") {
         fault.kind = DongleFault::Kind::Late;
         return duration(0);

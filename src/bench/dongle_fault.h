@@ -11,11 +11,12 @@ namespace bitlux {
 struct DongleFault {
     enum class Kind : std::uint8_t {
         None,
-        Silent,  ///< the frame is taken and never answered
-        Late,    ///< the answer comes later by `duration`
-        Short,   ///< the answer has only `bytes` bytes
-        Stalled, ///< the pipe refuses the frame
-        Gone,    ///< the dongle vanishes, for `duration` or, when that is 0, for good
+        Silent,   ///< the frame is taken and never answered
+        Late,     ///< the answer comes later by `duration`
+        Short,    ///< the answer has only `bytes` bytes
+        Stalled,  ///< the pipe refuses the frame
+        Babbling, ///< once it has answered it sends frames without end
+        Gone,     ///< the dongle vanishes, for `duration` or, when that is 0, for good
     };
 
     Kind kind = Kind::None;
@@ -26,7 +27,7 @@ struct DongleFault {
 };
 
 /// A fault from its text: a kind and what belongs to it, `silent`, `late:MS`, `short:BYTES`,
-/// `stalled`, `gone`, `gone:MS`; then, where wanted, `@FRAME` and `/CHANCE`, as in
+/// `stalled`, `babbling`, `gone`, `gone:MS`; then, where wanted, `@FRAME` and `/CHANCE`, as in
 /// "late:700@3" or "short:5/0.25". Raises Failure (Conversion) for any other text.
 DongleFault dongleFaultFrom(std::string_view text);
 

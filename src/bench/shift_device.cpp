@@ -1,12 +1,21 @@
 #include "bench/shift_device.h"
 
+#include <algorithm>
+
 namespace bitlux {
+
+namespace {
+
+constexpr std::size_t longestWord = 64;
+
+} // namespace
 
 void ShiftDevice::inputsChanged(const DeviceInputs& inputs, const BusShape& shape) {
     const bool selected = inputs.chipSelect == shape.selectedWhenHigh;
     if (selected && !selected_) {
         shape_ = shape;
         received_.clear();
+        start_ = 0;
         answer_ = wordBegins(shape);
         const bool firstEdgeToggles = shape.toggledOnRising != shape.validOnRising &&
                                       shape.toggledOnRising != shape.clockIdlesHigh;
@@ -22,17 +31,24 @@ void ShiftDevice::inputsChanged(const DeviceInputs& inputs, const BusShape& shap
 }
 
 void ShiftDevice::clockEdge(bool rising, bool dataIn) {
-    if (rising == shape_.validOnRising)
-        received_.push_back(dataIn == shape_.dataInOneIsHigh);
+    if (rising == shape_.validOnRising) {
+        const bool one = dataIn == shape_.dataInOneIsHigh;
+        if (received_.size() < longestWord)
+            start_ = start_ << 1 | (one ? 1 : 0);
+        received_.push_back(one);
+    }
     if (rising == shape_.toggledOnRising)
         ++position_;
 }
 
-std::uint32_t ShiftDevice::requestWord(std::size_t bits) const {
-    std::uint32_t word = 0;
-    for (std::size_t n = 0; n < bits; ++n)
-        word = word << 1 | (requestBit(n) ? 1U : 0U);
-    return word;
+std::uint64_t ShiftDevice::requestWord(std::size_t bits) const {
+    const std::size_t taken = std::min(received_.size(), longestWord);
+    if (taken >= bits)
+        return start_ >> (taken - bits);
+    const std::size_t missing = bits - taken;
+    const bool one = dataIn_ == shape_.dataInOneIsHigh;
+    const std::uint64_t line = one ? ~std::uint64_t{0} >> (longestWord - missing) : 0;
+    return missing == longestWord ? line : start_ << missing | line;
 }
 
 bool ShiftDevice::dataOut() const {

@@ -29,13 +29,9 @@ protected:
     [[nodiscard]] virtual bool answerBit(std::size_t n) const {
         return n < answer_.size() && answer_[n];
     }
-    /// Bit n of the word on its way: as it was taken in, or as it stands on the line now.
-    [[nodiscard]] bool requestBit(std::size_t n) const {
-        return n < received_.size() ? received_[n] : dataIn_ == shape_.dataInOneIsHigh;
-    }
-    /// The word on its way, of so many bits, the first of them the most significant; the ones that
+    /// The word on its way, of up to 64 bits, the first of them the most significant; the ones that
     /// are yet to come stand as the line does now.
-    [[nodiscard]] std::uint32_t requestWord(std::size_t bits) const;
+    [[nodiscard]] std::uint64_t requestWord(std::size_t bits) const;
     /// A word has ended with these bits taken in.
     virtual void wordEnds(const Shifted& received, const BusShape& shape) = 0;
 
@@ -45,7 +41,8 @@ private:
     BusShape shape_;
     Shifted answer_;
     Shifted received_;
-    int position_ = 0; ///< of the bit on the output; -1 before the first toggling edge
+    std::uint64_t start_ = 0; ///< the first 64 bits of it, right-aligned
+    int position_ = 0;        ///< of the bit on the output; -1 before the first toggling edge
     bool selected_ = false;
     bool clock_ = false;
     bool dataIn_ = false;

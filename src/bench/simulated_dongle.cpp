@@ -1,7 +1,6 @@
 #include "bench/simulated_dongle.h"
 
 #include "bench/dongle_word.h"
-#include "platform/dongle_commands.h"
 
 #include <algorithm>
 #include <chrono>
@@ -9,12 +8,6 @@
 #include <utility>
 
 namespace bitlux {
-
-namespace {
-
-constexpr std::uint16_t topPin = 0x100; ///< the extra pin that has the same place in a frame
-
-} // namespace
 
 /// A connection to the dongle of the bench.
 class SimulatedEndpoint : public UsbEndpoint {
@@ -56,6 +49,7 @@ public:
     UsbStatus resetDevice() override {
         started_ = false;
         dongle_.answers_.clear();
+        dongle_.refused_ = false;
         return state();
     }
     UsbStatus stopReading() override { return stopped(); }
@@ -93,16 +87,7 @@ private:
 };
 
 SimulatedDongle::SimulatedDongle(BenchClock& clock, std::shared_ptr<Device> device)
-    : clock_(clock) {
-    connect(std::move(device));
-}
-
-void SimulatedDongle::connect(std::shared_ptr<Device> device) {
-    device_ = std::move(device);
-    chip_ = device_->chip();
-    if (chip_ != nullptr)
-        chip_->timeIs(clock_.nanoseconds());
-}
+    : clock_(clock), board_(clock, std::move(device)) {}
 
 std::unique_ptr<UsbEndpoint> SimulatedDongle::makeEndpoint() {
     return std::make_unique<SimulatedEndpoint>(*this);
@@ -114,36 +99,30 @@ void SimulatedDongle::plug() {
         return;
     plugged_ = true;
     ++plugging_;
-    extraPins_ = 0;
+    board_.powerUp();
 }
 
 void SimulatedDongle::unplug() {
     catchUp();
-    watchdog_ = {};
+    board_.powerDown();
     backAt_ = 0;
     plugged_ = false;
     answers_.clear();
-}
-
-void SimulatedDongle::setLines(bool interrupt, bool reset) {
-    interrupt_ = interrupt;
-    reset_ = reset;
+    refused_ = babbles_ = false;
 }
 
 void SimulatedDongle::catchUp() {
     if (backAt_ != 0 && clock_.nanoseconds() >= backAt_)
         plug();
-    const std::int64_t now = clock_.nanoseconds();
-    watchdog_.serve(now, chip_, [this](std::uint16_t word) { return ownWord(word); });
-    if (chip_ != nullptr)
-        chip_->timeIs(now);
+    board_.catchUp();
 }
 
 UsbStatus SimulatedDongle::take(const UsbFrame& frame) {
     catchUp();
     const DongleFault fault = faults_.next();
-    if (fault.kind == DongleFault::Kind::Stalled)
-        return UsbStatus::Failed;
+    refused_ = fault.kind == DongleFault::Kind::Stalled;
+    if (refused_)
+        return UsbStatus::Success;
     lastOut_ = frame;
     if (fault.kind == DongleFault::Kind::Gone) {
         unplug();
@@ -151,7 +130,8 @@ UsbStatus SimulatedDongle::take(const UsbFrame& frame) {
             backAt_ = clock_.nanoseconds() + fault.duration;
         return UsbStatus::Success;
     }
-    const UsbFrame answer = carryOut(frame);
+    babbles_ = babbles_ || fault.kind == DongleFault::Kind::Babbling;
+    const UsbFrame answer = board_.carryOut(frame);
     if (fault.kind == DongleFault::Kind::Silent)
         return UsbStatus::Success;
     const DongleFrame read(frame);
@@ -166,6 +146,12 @@ UsbStatus SimulatedDongle::take(const UsbFrame& frame) {
 }
 
 UsbStatus SimulatedDongle::give(UsbFrame& frame, std::int64_t wait) {
+    if (std::exchange(refused_, false))
+        return UsbStatus::Failed;
+    if (babbles_ && answers_.empty()) {
+        frame = lastIn_;
+        return UsbStatus::Success;
+    }
     const std::int64_t deadline = clock_.nanoseconds() + wait;
     const std::int64_t next =
         answers_.empty() ? deadline : std::min(answers_.front().due, deadline);
@@ -182,75 +168,6 @@ UsbStatus SimulatedDongle::give(UsbFrame& frame, std::int64_t wait) {
         return UsbStatus::NoFrame;
     frame = lastIn_ = answer.frame;
     return UsbStatus::Success;
-}
-
-UsbFrame SimulatedDongle::carryOut(const UsbFrame& frame) {
-    const DongleFrame read(frame);
-    if (read.length > 0 && read.changesPins)
-        extraPins_ = read.extraPins;
-    if ((frame[0] & dongle::triggerBit) != 0 && (extraPins_ & topPin) == 0)
-        ++triggers_;
-    return read.length == 0 ? command(frame) : word(frame);
-}
-
-UsbFrame SimulatedDongle::command(const UsbFrame& frame) {
-    if (!commandAnswers_.empty()) {
-        const UsbFrame given = commandAnswers_.front();
-        if (commandAnswers_.size() > 1)
-            commandAnswers_.pop_front();
-        return given;
-    }
-    UsbFrame answer{0, frame[1]};
-    if (frame[1] == dongle::readLines)
-        answer[3] = readLines();
-    else if (frame[1] == dongle::trimming)
-        trim(frame);
-    else if (frame[1] == dongle::testMode && frame[2] == dongle::testModeKey && chip_ != nullptr)
-        chip_->enterTestMode();
-    else
-        watchdog_.command(frame, clock_.nanoseconds());
-    return answer;
-}
-
-std::uint8_t SimulatedDongle::readLines() const {
-    const ChipLines lines = chip_ != nullptr ? chip_->lines() : ChipLines{};
-    return static_cast<std::uint8_t>((interrupt_ || lines.interrupt ? 1 : 0) |
-                                     (reset_ || lines.reset ? 0 : 2));
-}
-
-void SimulatedDongle::trim(const UsbFrame& frame) {
-    constexpr std::uint16_t firstWord = 0x4200;
-    constexpr std::uint16_t secondWord = 0x4400;
-    ownWord(firstWord | frame[3]);
-    ownWord(secondWord | frame[4]);
-    if (chip_ != nullptr)
-        chip_->holdTxdLow(frame[5]);
-}
-
-std::uint16_t SimulatedDongle::ownWord(std::uint16_t word) {
-    constexpr int type = 2;
-    BusShape shape = wiring_(type);
-    shape.wordLength = 16;
-    const UsbFrame answer = clockWord(
-        {0, 0, 0, static_cast<std::uint8_t>(word >> 8), static_cast<std::uint8_t>(word & 0xFF)},
-        shape, *device_);
-    return static_cast<std::uint16_t>(answer[3] << 8 | answer[4]);
-}
-
-std::vector<Reading> SimulatedDongle::readings() const {
-    return {{"Dongle", "Watchdog", watchdog_.refreshText()},
-            {"Dongle", "Current", watchdog_.currentText()},
-            {"Dongle", "Triggers", std::to_string(triggers_)}};
-}
-
-UsbFrame SimulatedDongle::word(const UsbFrame& frame) {
-    const DongleFrame read(frame);
-    BusShape shape = wiring_(read.type);
-    shape.wordLength = read.length;
-    shape.selectedWhenHigh = read.selectedWhenHigh;
-    shape.dataInOneIsHigh = read.dataInOneIsHigh;
-    shape.dataOutOneIsHigh = read.dataOutOneIsHigh;
-    return clockWord(frame, shape, *device_);
 }
 
 } // namespace bitlux

@@ -65,6 +65,7 @@ std::optional<BitList> BitList::parse(std::string_view text) {
 }
 
 void BitList::add(int bit) {
+    inOrder_ = inOrder_ && (bits_.empty() || bit == bits_.back() + 1);
     bits_.push_back(static_cast<std::uint8_t>(bit));
     mask_ |= std::uint64_t{1} << bit;
 }
@@ -78,6 +79,8 @@ std::uint64_t BitList::largest() const {
 }
 
 std::uint64_t BitList::placed(std::uint64_t value) const {
+    if (inOrder_)
+        return bits_.empty() ? 0 : value << bits_.front() & mask_;
     std::uint64_t word = 0;
     for (const std::uint8_t bit : bits_) {
         word |= (value & 1) << bit;
@@ -87,6 +90,8 @@ std::uint64_t BitList::placed(std::uint64_t value) const {
 }
 
 std::uint64_t BitList::taken(std::uint64_t word) const {
+    if (inOrder_)
+        return bits_.empty() ? 0 : (word & mask_) >> bits_.front();
     std::uint64_t value = 0;
     for (std::size_t k = 0; k < bits_.size(); ++k)
         value |= (word >> bits_[k] & 1) << k;

@@ -48,6 +48,7 @@ private:
 
     std::vector<std::uint8_t> bits_; ///< least significant first
     std::uint64_t mask_ = 0;
+    bool inOrder_ = true; ///< they lie side by side
 };
 
 } // namespace bitlux::chips

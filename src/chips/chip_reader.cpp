@@ -193,6 +193,8 @@ SequenceStyle::Loop readLoop(const Node& node, Problems& problems) {
     loop.caption = table.text("caption", loop.caption);
     loop.start = table.text("start");
     loop.stop = table.text("stop");
+    loop.startLabel = table.control("start_label");
+    loop.stopLabel = table.control("stop_label");
     loop.hides = table.truth("hides", false);
     loop.endsRun = table.truth("ends_run", false);
     return loop;
@@ -295,6 +297,21 @@ void readRegisters(TableReader& table, Chip& chip, Problems& problems) {
         chip.registers.push_back(readRegister(*node, problems));
 }
 
+Device readDevice(const Node& node, Problems& problems) {
+    TableReader table(node, problems);
+    Device device;
+    device.at = table.at();
+    device.name = table.required("name");
+    for (const Node* reset : table.tables("reset")) {
+        TableReader entry(*reset, problems);
+        device.resets.push_back({.owner = entry.required("register"),
+                                 .view = entry.text("view"),
+                                 .value = entry.word("value").value_or(0),
+                                 .at = entry.at()});
+    }
+    return device;
+}
+
 void readHead(const Node& node, const std::string& file, Chip& chip, Problems& problems) {
     TableReader table(node, problems);
     chip.title = table.required("title");
@@ -316,6 +333,10 @@ void readDocument(const Node& document, const std::string& file, Chip& chip, Pro
         chip.commands.push_back(readCommand(*command, problems));
     for (const Node* group : table.tables("read_all"))
         chip.readAlls.push_back(readReadAll(*group, problems));
+    for (const Node* device : table.tables("device"))
+        chip.devices.push_back(readDevice(*device, problems));
+    if (chip.devices.empty())
+        chip.devices.push_back({.name = chip.name, .resets = {}, .at = {}});
     if (table.has("variants"))
         chip.variants = readVariants(table.section("variants"), problems);
     chip.sequence = readSequence(table.section("sequence"), problems);

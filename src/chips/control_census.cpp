@@ -19,6 +19,8 @@ ControlCensus::ControlCensus(const Chip& chip, Problems& problems) : problems_(p
     }
     for (const ReadAll& any : chip.readAlls)
         add(any.button, any.at, any.form);
+    add(chip.sequence.loop.startLabel, chip.sequence.at);
+    add(chip.sequence.loop.stopLabel, chip.sequence.at);
     for (const Companion& any : chip.panel.described)
         add(any.button, chip.panel.at);
     for (std::size_t i = 0; i < chip.variants.titles.size(); ++i)
@@ -29,6 +31,8 @@ ControlCensus::ControlCensus(const Chip& chip, Problems& problems) : problems_(p
 void ControlCensus::addRegister(const Register& any) {
     const std::string& form = any.row.form;
     addRow(any.row, any.at);
+    add(any.hexBox, any.at, form);
+    add(any.hexButton, any.at, form);
     add(any.writeButton, any.at, form);
     add(any.writeLine.button, any.at, form);
     for (const Field& field : any.fields)

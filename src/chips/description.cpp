@@ -55,6 +55,12 @@ std::optional<Operation> WordFormat::operationOf(std::uint64_t word) const {
     return std::nullopt;
 }
 
+const View* Register::find(std::string_view wanted) const {
+    const auto found = std::find_if(views.begin(), views.end(),
+                                    [wanted](const auto& any) { return any.title == wanted; });
+    return found == views.end() ? nullptr : &*found;
+}
+
 std::vector<std::string> Chip::registerPages() const {
     std::vector<std::pair<int, std::string>> named; // by their lines
     for (const Register& any : registers)
@@ -82,6 +88,12 @@ const Register* Chip::find(std::string_view wanted) const {
     const auto found = std::find_if(registers.begin(), registers.end(),
                                     [wanted](const auto& any) { return any.title == wanted; });
     return found == registers.end() ? nullptr : &*found;
+}
+
+const Device* Chip::findDevice(std::string_view wanted) const {
+    const auto found = std::find_if(devices.begin(), devices.end(),
+                                    [wanted](const auto& any) { return any.name == wanted; });
+    return found == devices.end() ? nullptr : &*found;
 }
 
 } // namespace bitlux::chips

@@ -164,7 +164,13 @@ struct View {
     std::string page;     ///< where it is shown; empty for the page of its register
     std::string group;    ///< heading on that page
     bool clears = false;  ///< a read changes the chip
+    /// What it shows at first where it has a value of its own, beside that of the register.
+    std::optional<std::uint64_t> reset;
+    std::string switches; ///< group of its switches on the bench, where its title is no good
     Place at;
+
+    /// A view of flags, or one with a reset value, does not show the register.
+    [[nodiscard]] bool ownValue() const { return operation == Operation::Flags || reset; }
 };
 
 /// A word that never changes, or what a part of the panel does in several words.
@@ -196,6 +202,8 @@ struct Register {
     /// Labels that are the register's value, bit 0 first. Without them the choices are its value;
     /// the captions are there all the same.
     Row row;
+    ControlName hexBox;    ///< shows the row in hexadecimal
+    ControlName hexButton; ///< takes the row from there
     ControlName writeButton;
     std::string writeTitle;
     Line writeLine;
@@ -210,6 +218,8 @@ struct Register {
         return width() >= 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << width()) - 1;
     }
     [[nodiscard]] bool writable() const { return access != Access::ReadOnly; }
+    /// A view by title; null when there is none.
+    [[nodiscard]] const View* find(std::string_view wanted) const;
 };
 
 /// Buttons that another button presses one after the other, or views that it reads.
@@ -284,6 +294,8 @@ struct SequenceStyle {
         std::string caption = "Loop";
         std::string start; ///< texts of the boxes at the start
         std::string stop;
+        ControlName startLabel; ///< captions of the boxes, where they are there with a loop alone
+        ControlName stopLabel;
         bool hides = false;   ///< without a loop its controls are hidden, not disabled
         bool endsRun = false; ///< a stop ends the run; else the lines behind the loop follow
     };
@@ -349,6 +361,21 @@ struct PanelLayout {
     [[nodiscard]] const Companion* findDescribed(std::string_view name) const;
 };
 
+/// What the virtual bench has of a chip: the chip, or one of its variants.
+struct Device {
+    /// A reset value that differs from what the chip's registers say.
+    struct Reset {
+        std::string owner; ///< title of the register
+        std::string view;  ///< title of a view with a value of its own; empty for the register
+        std::uint64_t value = 0;
+        Place at;
+    };
+
+    std::string name; ///< by which command line, scripts and bench know it
+    std::vector<Reset> resets;
+    Place at;
+};
+
 /// A chip. It is read once and never changes.
 struct Chip {
     std::string file;        ///< from which it was read, for messages
@@ -363,12 +390,15 @@ struct Chip {
     SequenceStyle sequence;
     PanelLayout panel;
     std::vector<std::string> modelParts; ///< of the model on the bench, written in C++
+    std::vector<Device> devices;         ///< at least one; the chip itself when the file has none
 
     /// The titles of the panel's pages of registers and commands, in the order of the file; the one
     /// of the status row is no such page.
     [[nodiscard]] std::vector<std::string> registerPages() const;
     /// By title; null when there is none.
     [[nodiscard]] const Register* find(std::string_view title) const;
+    /// By name; null when there is none.
+    [[nodiscard]] const Device* findDevice(std::string_view wanted) const;
 };
 
 using ChipPtr = std::shared_ptr<const Chip>;

@@ -118,6 +118,8 @@ View readView(const Node& node, const Register& owner, const std::string& stem,
     view.page = table.text("page", view.operation == Operation::Flags ? "Flags" : "");
     view.group = table.text("group");
     view.clears = table.truth("clears", owner.access == Access::ReadClears);
+    view.reset = table.word("reset");
+    view.switches = table.text("switches");
     return view;
 }
 
@@ -205,6 +207,9 @@ Register readRegister(const Node& node, Problems& problems) {
         table.problem(made.at, "a register wants `bits` or `width`",
                       "List the captions of its bits, bit 0 first, or say how many there are.");
     made.row = readRow(table, numbered(width), {.name = stem + "_W", .index = 0});
+    made.hexBox = table.control("hex_box");
+    made.hexButton =
+        table.control("hex_button", {.name = made.hexBox.exists() ? "Cm_" + stem + "_Hex" : ""});
     readWrite(table.section("write"), stem, made, problems);
     if (!made.writable()) {
         made.row.first = {};

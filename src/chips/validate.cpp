@@ -34,6 +34,7 @@ public:
             checkWordFits(any.at, any.word, "the word of the command");
         checkReadAlls();
         checkVariants();
+        checkDevices();
         checkPages();
         checkForms();
         return std::move(problems_);
@@ -218,6 +219,9 @@ private:
             add(view.at, "`extra` has bits beyond the data of a word", "Give a smaller one.");
         if (view.row.width() > chip_.word.data.size())
             add(view.at, "the view has more bits than a word carries data", "Shorten it.");
+        if ((view.reset.value_or(0) & ~largest(view.row)) != 0)
+            add(view.at, fmt::format("the reset value has more than {} bits", view.row.width()),
+                "Give one that finds room.");
         if (!view.row.exists())
             add(view.at, "the view has no row", "Name its labels with `row`.");
     }
@@ -349,6 +353,44 @@ private:
         for (const Variants::Caption& caption : chip_.variants.captions)
             checkVariantNames(caption.at, caption.on);
     }
+
+    void checkDevices() {
+        std::set<std::string> names;
+        for (const Device& any : chip_.devices) {
+            const bool plain =
+                !any.name.empty() && std::all_of(any.name.begin(), any.name.end(), [](char c) {
+                    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
+                           (c >= '0' && c <= '9') || c == '_' || c == '-' || c == '.';
+                });
+            if (!plain)
+                add(any.at, fmt::format("\"{}\" is no name of a device", any.name),
+                    "Make it of letters, digits, dots, dashes and underscores.");
+            if (!names.insert(any.name).second)
+                add(any.at, fmt::format("there are two devices \"{}\"", any.name),
+                    "Give each a name of its own.");
+            for (const Device::Reset& reset : any.resets)
+                checkReset(reset);
+        }
+    }
+
+    void checkReset(const Device::Reset& reset) {
+        const Register* owner = chip_.find(reset.owner);
+        if (owner == nullptr) {
+            add(reset.at, fmt::format("there is no register \"{}\"", reset.owner),
+                "Name one by its title.");
+            return;
+        }
+        const View* view = owner->find(reset.view);
+        if (!reset.view.empty() && (view == nullptr || !view->ownValue()))
+            add(reset.at,
+                fmt::format("\"{}\" has no view \"{}\" with a value of its own", reset.owner,
+                            reset.view),
+                "Name one that reads flags or has a `reset`, or leave `view` out.");
+        else if ((reset.value & ~largest(view != nullptr ? view->row : owner->row)) != 0)
+            add(reset.at, "the reset value has too many bits", "Give one that finds room.");
+    }
+
+    static std::uint64_t largest(const Row& row) { return BitList::range(0, row.width()).mask(); }
 
     void checkPages() {
         for (const OuterPage& page : chip_.panel.pages)

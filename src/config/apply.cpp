@@ -16,6 +16,7 @@ namespace bitlux {
 
 namespace {
 
+constexpr const char* noPortChosen = "Please Select a Parallel Port.";
 constexpr int longestBinaryWord = SingleWordPage::bitColumns;
 
 std::string hexOnlyNote() {
@@ -53,11 +54,11 @@ void ConfigureDialog::applyWordLength() {
 }
 
 void ConfigureDialog::recreateWord() {
-    session_.SPIWordLength = toInt16(wantedWordLength());
-    if (session_.SPIWordLength < 0)
-        throw Failure(
-            Failure::Kind::OutOfRange,
-            fmt::format("Subscript out of range: a word of {} bits", session_.SPIWordLength));
+    const std::int16_t length = toInt16(wantedWordLength());
+    if (length < 0)
+        throw Failure(Failure::Kind::OutOfRange,
+                      fmt::format("Subscript out of range: a word of {} bits", length));
+    session_.SPIWordLength = length;
     session_.SingleWordBits.assign(static_cast<std::size_t>(session_.SPIWordLength) + 1, 0);
     session_.QuickCommandTable.recreate(session_.SPIWordLength);
 }
@@ -94,6 +95,8 @@ bool ConfigureDialog::applyToParallelPort() {
     // Hidden, as at start-up and for a configuration file, the dialog applies what it holds.
     if (visible() && !(acceptPins() && acceptPortChoice()))
         return false;
+    if (!settlePortChoice())
+        return refuse(noPortChosen);
     if (!acceptWordLength())
         return false;
     if (session_.StartingUp != ConstOn)
@@ -102,6 +105,7 @@ bool ConfigureDialog::applyToParallelPort() {
     applyPins();
     applyWordShape();
     applyDisplay();
+    const bool hadControlPin = hasControlPin(session_);
     clearPinMaps(session_);
     parts_.extraPins.fill(extraPins.portNames());
     if (session_.StartingUp != ConstOn)
@@ -112,6 +116,8 @@ bool ConfigureDialog::applyToParallelPort() {
     extraPins.enterPinMaps(session_);
     choosePort();
     parts_.pins.rest();
+    if (hadControlPin || hasControlPin(session_))
+        parts_.pins.ToggleControlPort();
     return true;
 }
 
@@ -147,7 +153,17 @@ bool ConfigureDialog::acceptPortChoice() {
     if (fixed > 1)
         return refuse("Cannot use more than one address for the Parallel Port!");
     if (fixed == 0 && cmbPortsAvailable.listIndex() < 0)
-        return refuse("Please Select a Parallel Port.");
+        return refuse(noPortChosen);
+    return true;
+}
+
+/// Without a choice the first port counts.
+bool ConfigureDialog::settlePortChoice() {
+    if (!cmbPortsAvailable.enabled() || cmbPortsAvailable.listIndex() >= 0)
+        return true;
+    if (cmbPortsAvailable.items().empty())
+        return false;
+    cmbPortsAvailable.setListIndex(0);
     return true;
 }
 
@@ -239,8 +255,7 @@ void ConfigureDialog::applyLogDecisions() {
 void ConfigureDialog::choosePort() {
     if (cmbPortsAvailable.enabled()) {
         constexpr std::size_t digit = 3; // "LPT1: 0x378"
-        const std::string& text = cmbPortsAvailable.text();
-        const int number = text.size() > digit ? hexDigit(text[digit]) : 0;
+        const int number = hexDigit(cmbPortsAvailable.text().at(digit));
         session_.LPTPortAddress =
             session_.LPTPortAddresses.at(static_cast<std::size_t>(number - 1));
         session_.Saved.SavedPortIndex = number;

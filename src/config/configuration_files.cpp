@@ -2,9 +2,12 @@
 
 #include "config/configuration_reader.h"
 #include "config/configuration_writer.h"
+#include "config/kept_file.h"
 #include "platform/text_file.h"
 
 #include <utility>
+
+#include <fmt/format.h>
 
 namespace bitlux {
 
@@ -40,6 +43,19 @@ void ConfigurationFiles::open(const std::string& fileName) {
 
 void ConfigurationFiles::read(const std::string& fileName) {
     session_.ConfigFileName = fileName;
+    try {
+        if (!play(fileName)) {
+            say("Invalid File Format.");
+            return;
+        }
+    } catch (...) { // what was read in part must not replace the whole
+        session_.ConfigFileName.clear();
+        throw;
+    }
+    fileUsed.raise();
+}
+
+bool ConfigurationFiles::play(const std::string& fileName) {
     ConfigurationReader reader({.session = session_,
                                 .dialog = dialog(),
                                 .commands = parts_.commands,
@@ -47,52 +63,59 @@ void ConfigurationFiles::read(const std::string& fileName) {
                                 .log = parts_.log,
                                 .tabs = tabs},
                                fileName);
-    if (!reader.isConfiguration()) {
-        say("Invalid File Format.");
-        return;
-    }
-    {
-        const Hourglass hourglass(parts_.desk.pointer);
-        reader.read();
-    }
-    fileUsed.raise();
+    if (!reader.isConfiguration())
+        return false;
+    const Hourglass hourglass(parts_.desk.pointer);
+    reader.read();
+    return true;
 }
 
 void ConfigurationFiles::itemSave_Click() {
     parts_.run.cmdStopContinuous_Click();
-    if (session_.ConfigFileName.empty()) {
-        const std::optional<std::string> name = ask(FileDialog::Kind::Save);
-        if (!name)
-            return;
-        session_.ConfigFileName = *name;
-    }
-    if (session_.ConfigFileName.empty()) {
-        say("No filename selected.  Cannot Save.");
-        return;
-    }
-    write();
-    fileUsed.raise();
+    saveAs(session_.ConfigFileName.empty() ? ask(FileDialog::Kind::Save) : session_.ConfigFileName);
 }
 
 void ConfigurationFiles::itemSaveAs_Click() {
     const std::optional<std::string> name = ask(FileDialog::Kind::Save);
     if (!name)
         return;
-    session_.ConfigFileName = *name;
-    itemSave_Click();
-}
-
-void ConfigurationFiles::write() {
-    session_.ConfigDirty = ConstOff;
+    const std::string before = std::exchange(session_.ConfigFileName, *name);
     try {
-        const Hourglass hourglass(parts_.desk.pointer);
-        replaceFile(session_.ConfigFileName,
-                    configurationText(configurationSettings(dialog(), session_, tabs), session_,
-                                      parts_.commands.toSend()));
+        itemSave_Click();
     } catch (...) {
-        session_.ConfigDirty = ConstOn;
+        session_.ConfigFileName = before;
         throw;
     }
+}
+
+void ConfigurationFiles::saveAs(const std::optional<std::string>& fileName) {
+    if (!fileName)
+        return;
+    if (fileName->empty()) {
+        say("No filename selected.  Cannot Save.");
+        return;
+    }
+    const std::string note = write(*fileName);
+    session_.ConfigFileName = *fileName;
+    session_.ConfigDirty = ConstOff;
+    fileUsed.raise();
+    if (!note.empty())
+        say(note);
+}
+
+std::string ConfigurationFiles::write(const std::string& fileName) {
+    const Hourglass hourglass(parts_.desk.pointer);
+    const std::string text = configurationText(configurationSettings(dialog(), session_, tabs),
+                                               session_, parts_.commands.toSend());
+    const std::size_t before = namedCommandsIn(fileName);
+    const std::size_t now = namedCommands(session_.QuickCommandTable);
+    std::string note;
+    if (now < before)
+        note = fmt::format("The file had {} Quick Commands and has {} now.{}"
+                           "The old file is kept as \"{}\".",
+                           before, now, lineBreak, keepOldFile(fileName));
+    replaceFile(fileName, text);
+    return note;
 }
 
 std::optional<std::string> ConfigurationFiles::ask(FileDialog::Kind kind) {

@@ -39,11 +39,13 @@ public:
 
     /// Asks for a file, or takes the one of the command line, and reads it. A file that is no
     /// configuration changes nothing but its name. A damaged record ends the reading with Failure,
-    /// which names file, line and reason; what stood before it has acted.
+    /// which names file, line and reason; what stood before it has acted. After a Failure no file
+    /// is in use, so that Save asks.
     void itemOpen_Click();
-    /// Writes to the file in use, or asks for one. Raises Failure (File) and leaves ConfigDirty
-    /// set when the file cannot be written or a text holds what a file cannot; the old file stays
-    /// as it was then.
+    /// Writes to the file in use, or asks for one. A file that has more Quick Commands than there
+    /// are now is kept with "~" behind its name, and a box says so. Raises Failure when the file
+    /// cannot be written or a text holds what a file cannot; the old file, its name and ConfigDirty
+    /// stay as they were then.
     void itemSave_Click();
     void itemSaveAs_Click();
     /// Reads this file, without asking for one.
@@ -54,7 +56,11 @@ public:
 
 private:
     void read(const std::string& fileName);
-    void write();
+    /// False for a file that is no configuration.
+    bool play(const std::string& fileName);
+    void saveAs(const std::optional<std::string>& fileName);
+    /// Gives what the user has to know about it.
+    std::string write(const std::string& fileName);
     std::optional<std::string> ask(FileDialog::Kind kind);
     void say(const std::string& text);
 

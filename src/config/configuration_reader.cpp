@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::string_view firstKeyOfVersion2 = "Bitlux Forge Configuration File";
 constexpr std::string_view firstKeyOfVersion3 = "Bitlux Configuration File (Version 3.x.x)";
+constexpr std::size_t longestReason = 300;
 constexpr std::string_view quickCommandKey = "[QuickCommand]";
 
 struct Split {
@@ -83,17 +84,20 @@ bool ConfigurationReader::isConfiguration() {
 
 void ConfigurationReader::read() {
     reset();
-    const auto damaged = [this](const char* reason) {
+    const auto damaged = [this](std::string_view reason) {
         return fmt::format("The file \"{}\" is damaged in line {}: {}.",
-                           printable(file_.fileName(), 200), file_.lineNumber(), reason);
+                           printable(file_.fileName(), 200), file_.lineNumber(),
+                           printable(reason, longestReason));
     };
     while (const std::optional<std::string_view> line = file_.next()) {
         try {
             play(*line);
         } catch (const Failure& failure) {
+            if (failure.kind() == Failure::Kind::PortUnusable)
+                throw; // the file is as it should be
             throw Failure(failure.kind(), damaged(failure.what()));
-        } catch (const std::out_of_range& failure) {
-            throw Failure(Failure::Kind::OutOfRange, damaged(failure.what()));
+        } catch (const std::out_of_range&) {
+            throw Failure(Failure::Kind::OutOfRange, damaged("Subscript out of range"));
         }
     }
 }

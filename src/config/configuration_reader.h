@@ -39,7 +39,7 @@ public:
     bool isConfiguration();
     /// Empties the lists and plays the other records; keys that it does not know are passed over.
     /// A record that is damaged or cannot act raises Failure with file, line and reason; those
-    /// before it have acted.
+    /// before it have acted. A port that cannot be used raises Failure (PortUnusable) as it is.
     void read();
 
 private:

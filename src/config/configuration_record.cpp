@@ -3,9 +3,8 @@
 #include "platform/code_page.h"
 #include "platform/conversions.h"
 #include "platform/failure.h"
-
-#include <algorithm>
-#include <charconv>
+#include "platform/letters.h"
+#include "platform/printable.h"
 
 #include <fmt/format.h>
 
@@ -33,8 +32,16 @@ std::string_view withoutQuotes(std::string_view text) {
 /// Part of what a file holds, for a message.
 std::string quoted(std::string_view text) {
     constexpr std::size_t most = 40;
-    return text.size() > most ? fmt::format("\"{}...\"", toUtf8(text.substr(0, most)))
-                              : fmt::format("\"{}\"", toUtf8(text));
+    return fmt::format("\"{}\"", printable(toUtf8(text), most));
+}
+
+/// The number that the text stands for; `kind` says what else it might have been.
+double numberIn(std::string_view text, const char* kind) {
+    try {
+        return toNumber(text);
+    } catch (const Failure& failure) {
+        throw Failure(failure.kind(), fmt::format("{} is no {}", quoted(text), kind));
+    }
 }
 
 RecordValue parseValue(std::string_view text) {
@@ -44,18 +51,7 @@ RecordValue parseValue(std::string_view text) {
         return withoutQuotes(text);
     if (text == "#TRUE#" || text == "#FALSE#")
         return text == "#TRUE#";
-    double number = 0;
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    if (error != std::errc{} || stop != end)
-        fail(fmt::format("{} is no text in quotes, number, #TRUE# or #FALSE#", quoted(text)));
-    return number;
-}
-
-bool equalsIgnoringCase(std::string_view text, std::string_view lower) {
-    return std::equal(text.begin(), text.end(), lower.begin(), lower.end(), [](char a, char b) {
-        return a == b || (a >= 'A' && a <= 'Z' && a - 'A' + 'a' == b);
-    });
+    return numberIn(text, "text in quotes, number, #TRUE# or #FALSE#");
 }
 
 } // namespace
@@ -86,12 +82,7 @@ double numberOf(const RecordValue& value) {
         return *number;
     if (const auto* truth = std::get_if<bool>(&value))
         return *truth ? -1 : 0;
-    const auto text = std::get<std::string_view>(value);
-    try {
-        return toNumber(text);
-    } catch (const Failure& failure) {
-        throw Failure(failure.kind(), fmt::format("{} is no number", quoted(text)));
-    }
+    return numberIn(std::get<std::string_view>(value), "number");
 }
 
 std::int16_t integerOf(const RecordValue& value) {
@@ -100,9 +91,9 @@ std::int16_t integerOf(const RecordValue& value) {
 
 bool booleanOf(const RecordValue& value) {
     if (const auto* text = std::get_if<std::string_view>(&value)) {
-        if (equalsIgnoringCase(*text, "true"))
+        if (equalIgnoringCase(*text, "true"))
             return true;
-        if (equalsIgnoringCase(*text, "false"))
+        if (equalIgnoringCase(*text, "false"))
             return false;
     }
     if (const auto* truth = std::get_if<bool>(&value))

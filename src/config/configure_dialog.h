@@ -71,6 +71,7 @@ private:
     void sortPinNumbers();
     [[nodiscard]] bool hasPinConflict() const;
     bool acceptPortChoice();
+    bool settlePortChoice();
     bool acceptWordLength();
     bool acceptFractionalLength();
     bool acceptHexOnly();

@@ -2,6 +2,8 @@
 
 #include "config/configure_dialog.h"
 
+#include <algorithm>
+
 namespace bitlux {
 
 namespace {
@@ -66,8 +68,10 @@ void ConfigureDialog::restoreSnapshot() {
     chkHardCodeLPT(0).setValue(saved.SavedHardCode3BC);
     chkHardCodeLPT(1).setValue(saved.SavedHardCode378);
     chkHardCodeLPT(2).setValue(saved.SavedHardCode278);
-    if (saved.SavedPortListIndex < static_cast<int>(cmbPortsAvailable.items().size()))
-        cmbPortsAvailable.setListIndex(saved.SavedPortListIndex);
+    // The ports may have been found since; the first one is chosen then.
+    const int ports = static_cast<int>(cmbPortsAvailable.items().size());
+    if (ports > 0 && saved.SavedPortListIndex < ports)
+        cmbPortsAvailable.setListIndex(std::max(saved.SavedPortListIndex, 0));
 }
 
 } // namespace bitlux

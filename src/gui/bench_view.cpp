@@ -91,7 +91,7 @@ void BenchView::addDevice(QBoxLayout& row, const QString& device) {
     for (const std::string& name : deviceNames())
         device_->addItem(QString::fromStdString(name));
     device_->setCurrentText(device);
-    auto* title = new QLabel("&Device:", this);
+    auto* title = new QLabel("Dev&ice:", this);
     title->setBuddy(device_);
     replies_ = new QLineEdit(this);
     replies_->setObjectName("bench.replies");
@@ -101,7 +101,7 @@ void BenchView::addDevice(QBoxLayout& row, const QString& device) {
     replies_->hide();
     problem_ = new QLabel(this);
     problem_->hide();
-    chipShown_ = new QCheckBox("C&hip", this);
+    chipShown_ = new QCheckBox("Sho&w chip", this);
     chipShown_->setObjectName("bench.chip");
     chipShown_->setToolTip("Shows the state, the flags, pins and faults of the chip");
     chipShown_->setChecked(true);
@@ -131,7 +131,7 @@ void BenchView::showChip() {
 }
 
 void BenchView::addDongle(QBoxLayout& row) {
-    plugged_ = new QCheckBox("D&ongle plugged in", this);
+    plugged_ = new QCheckBox("Don&gle plugged in", this);
     plugged_->setObjectName("bench.dongle");
     plugged_->setToolTip("Plugs the dongle in and pulls it out; the program looks for it at every "
                          "change of page");

@@ -3,6 +3,7 @@
 #include <QDragEnterEvent>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QMouseEvent>
 
 namespace bitlux::gui {
 
@@ -18,7 +19,7 @@ Binder::Binder(forms::FormSet& forms) : forms_(forms) {
 template <typename B, typename Control, typename Widget>
 void Binder::add(Control& control, Widget& widget) {
     auto binding = std::make_unique<B>(control, widget);
-    binding->refresh();
+    refresh(*binding);
     bindings_[&control] = std::move(binding);
     controls_[&widget] = &control;
     widget.installEventFilter(this);
@@ -76,13 +77,32 @@ void Binder::flushSoon() {
 void Binder::flush() {
     for (forms::Control* control : forms_.takeDirty())
         if (const auto found = bindings_.find(control); found != bindings_.end())
-            found->second->refresh();
+            refresh(*found->second);
     flushed.raise();
+}
+
+void Binder::refresh(Binding& binding) {
+    binding.refresh();
+    followFocus(binding);
+}
+
+void Binder::followFocus(const Binding& binding) {
+    const forms::Control& control = binding.control();
+    auto* widget = qobject_cast<QWidget*>(&binding.object());
+    if (widget == nullptr || !control.hasFocus())
+        return;
+    const forms::Control*& focused = focused_[&control.form()];
+    if (focused == &control)
+        return;
+    widget->setFocus();
+    if (widget->window()->focusWidget() == widget) // else it is disabled, and comes again
+        focused = &control;
 }
 
 void Binder::refreshAll() {
     for (const auto& [control, binding] : bindings_)
-        binding->refresh();
+        refresh(*binding);
+    flushed.raise();
 }
 
 void Binder::forget(const forms::Form& form) {
@@ -97,6 +117,7 @@ void Binder::forget(const forms::Form& form) {
         connect(&binding->object(), &QObject::destroyed, this, [binding] {});
         bindings_.erase(found);
     }
+    focused_.erase(&form);
     std::erase_if(controls_, [&form](const auto& entry) { return &entry.second->form() == &form; });
 }
 
@@ -107,16 +128,13 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
     forms::Control& control = *found->second;
     switch (event->type()) {
     case QEvent::FocusIn:
+        focused_[&control.form()] = &control;
         byHand([&control] { control.focus(); });
         break;
     case QEvent::MouseButtonDblClick:
-        if (control.kind() == forms::Control::Kind::ComboBox ||
-            control.kind() == forms::Control::Kind::Label)
+        if (control.kind() == forms::Control::Kind::ComboBox &&
+            static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
             byHand([&control] { control.doubleClick(); });
-        break;
-    case QEvent::MouseButtonRelease:
-        if (control.kind() == forms::Control::Kind::Label)
-            byHand([&control] { control.click(); });
         break;
     case QEvent::DragEnter:
         // A file is the window's affair, not a text for a field.

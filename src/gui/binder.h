@@ -73,6 +73,8 @@ protected:
 
 private:
     void byHand(const std::function<void()>& action);
+    void refresh(Binding& binding);
+    void followFocus(const Binding& binding);
     bool keyPressed(forms::Control& control, QObject* widget, const QKeyEvent& event);
     bool typed(forms::TextBox& control, QLineEdit& widget, const QKeyEvent& event);
 
@@ -83,6 +85,9 @@ private:
     std::unordered_map<const forms::Control*, std::unique_ptr<Binding>> bindings_;
     std::unordered_map<const QObject*, forms::Control*> controls_;
     std::unordered_set<const forms::Control*> leftOut_;
+    /// The control of a form that had the focus when the window last followed it. A hand may have
+    /// gone elsewhere since, to what is no control; it is not pulled back.
+    std::unordered_map<const forms::Form*, const forms::Control*> focused_;
     QTimer timer_;
     Subscription becameDirty_;
     Subscription formGoing_;

@@ -88,8 +88,6 @@ void WidgetBinding::bringUpToDate() {
     const bool isThemed = color_ != ownColor_ && theme_ != QApplication::palette().cacheKey();
     if (color_ != control().backColor() || isThemed)
         refreshColor();
-    if (control().hasFocus() && widget_.window()->focusWidget() != &widget_)
-        widget_.setFocus();
 }
 
 ButtonBinding::ButtonBinding(forms::Button& control, QPushButton& widget)
@@ -169,14 +167,26 @@ void FrameBinding::refreshContent() {
 }
 
 LabelBinding::LabelBinding(forms::Label& control, QLabel& widget)
-    : WidgetBinding(control, widget), control_(control), widget_(widget) {
+    : WidgetBinding(control, widget),
+      control_(control),
+      widget_(widget),
+      behaviour_(*new LabelBehaviour(widget)) {
     widget_.setTextFormat(Qt::PlainText);
+    QObject::connect(&behaviour_, &LabelBehaviour::clicked, &widget,
+                     [this] { byHand([this] { control_.click(); }); });
+    QObject::connect(&behaviour_, &LabelBehaviour::doubleClicked, &widget,
+                     [this] { byHand([this] { control_.doubleClick(); }); });
 }
 
 void LabelBinding::refreshContent() {
     const QString text = textOf(control_.caption());
     if (widget_.text() != text)
         widget_.setText(text);
+    behaviour_.setPressable(control_.handles(forms::ControlEvent::Click));
+    const forms::Color color = control_.backColor();
+    const bool lit = color != forms::windowColor && color != forms::buttonFaceColor;
+    if (lit || color == forms::windowColor || behaviour_.isLamp())
+        behaviour_.light(lit);
 }
 
 ListBoxBinding::ListBoxBinding(forms::ListBox& control, LogView& widget)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "gui/digits_label.h"
+#include "gui/label_behaviour.h"
 #include "gui/log_view.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/timer.h"
@@ -139,6 +140,7 @@ public:
 private:
     forms::Label& control_;
     QLabel& widget_;
+    LabelBehaviour& behaviour_;
 };
 
 class ListBoxBinding : public WidgetBinding {

@@ -1,13 +1,15 @@
 #include "gui/bit_row.h"
 
+#include "gui/bit_lines.h"
 #include "gui/theme.h"
 #include "platform/forms/form.h"
 #include "platform/forms/form_set.h"
 
+#include <algorithm>
+
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPainter>
 
 namespace bitlux::gui {
@@ -15,10 +17,17 @@ namespace bitlux::gui {
 namespace {
 
 constexpr int cellWidth = 11; ///< in characters
+constexpr int leastCellWidth = 5;
 constexpr int lines = 2;
 constexpr int gap = 3;
 constexpr qreal numberScale = 0.75;
 constexpr qreal captionScale = 0.85;
+constexpr std::size_t byteBits = 8;
+
+/// A zero in it looks as if it were not lit.
+bool isGround(std::uint32_t colour) {
+    return colour == forms::windowColor || colour == forms::buttonFaceColor;
+}
 
 } // namespace
 
@@ -31,9 +40,30 @@ BitCell::BitCell(int bit, bool clickable, QWidget* parent) : QLabel(parent), bit
     }
 }
 
+void BitCell::tellValue(bool one) {
+    if (told_ == one)
+        return;
+    told_ = one;
+    update();
+}
+
 void BitCell::setNeighbours(BitCell* left, BitCell* right) {
     left_ = left;
     right_ = right;
+}
+
+QString BitCell::breakable() const {
+    QString shown = text().simplified();
+    if (!shown.contains(' '))
+        shown.replace("_", QString("_") + QChar(0x200B));
+    return shown;
+}
+
+int BitCell::readableWidth() const {
+    int widest = leastCellWidth * fontMetrics().averageCharWidth();
+    for (const QString& part : breakable().replace(QChar(0x200B), ' ').split(' '))
+        widest = std::max(widest, fontMetrics().horizontalAdvance(part));
+    return std::min(widest + 2 * gap, sizeHint().width());
 }
 
 QSize BitCell::sizeHint() const {
@@ -60,15 +90,12 @@ void BitCell::paintEvent(QPaintEvent*) {
     const QRect inner = rect().adjusted(gap, gap, -gap, -gap);
     const QFont number = scaled(font(), numberScale / captionScale);
     painter.setFont(number);
-    painter.drawText(inner, Qt::AlignHCenter | Qt::AlignTop, QString::number(bit_));
+    const QString value = told_ ? (*told_ ? " = 1" : " = 0") : "";
+    painter.drawText(inner, Qt::AlignHCenter | Qt::AlignTop, QString::number(bit_) + value);
     painter.setFont(font());
     painter.setPen(carries ? ink : faint);
     const QRect caption = inner.adjusted(0, QFontMetrics(number).height(), 0, 0);
-    // Several words may be parted between them, a long one behind a line.
-    QString shown = text().simplified();
-    if (!shown.contains(' '))
-        shown.replace("_", QString("_") + QChar(0x200B));
-    painter.drawText(caption, Qt::AlignCenter | Qt::TextWordWrap, shown);
+    painter.drawText(caption, Qt::AlignCenter | Qt::TextWordWrap, breakable());
     paintEdges(painter);
 }
 
@@ -95,30 +122,43 @@ void BitCell::keyPressEvent(QKeyEvent* event) {
                                                           : nullptr;
     if (next != nullptr)
         next->setFocus(Qt::OtherFocusReason);
-    else if (event->key() == Qt::Key_Space && focusPolicy() != Qt::NoFocus) {
-        // What is tied to it waits for the hand that lets go.
-        QMouseEvent release(QEvent::MouseButtonRelease, rect().center(),
-                            mapToGlobal(rect().center()), Qt::LeftButton, Qt::NoButton,
-                            Qt::NoModifier);
-        QApplication::sendEvent(this, &release);
-    } else
+    else
         QLabel::keyPressEvent(event);
 }
 
-BitRow::BitRow(std::span<forms::Label* const> labels, Use use, Binder& binder, QWidget* parent)
-    : QWidget(parent), labels_(labels.begin(), labels.end()), value_(new QLabel(this)) {
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(0);
-    constexpr int byteBits = 8;
-    if (const int missing = byteBits - static_cast<int>(labels.size()); missing > 0)
-        row->addStretch(missing);
-    cells_.resize(labels.size());
-    for (std::size_t i = labels.size(); i-- > 0;) {
+BitRow::BitRow(const LabelRow& row, Use use, Binder& binder, QWidget* parent)
+    : QWidget(parent),
+      row_(row),
+      lines_(new BitLines),
+      value_(new QLabel(this)),
+      isTwoColoured_(!isGround(row.colours().zero)) {
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addLayout(lines_, 1);
+    makeCells(use, binder);
+    value_->setFont(fixedFont());
+    const QString widest(std::max(row.size() / 4 + 3, 7), '0'); // a byte's row has some room too
+    value_->setMinimumWidth(value_->fontMetrics().horizontalAdvance(widest));
+    value_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    value_->setAlignment(Qt::AlignCenter);
+    layout->addWidget(value_);
+    flushed_ = binder.flushed.follow([this] { showValue(); });
+    forms::Form& form = row.label(0).form();
+    formGoing_ = form.set().formGoing.follow([this, &form](forms::Form& going) {
+        if (&going == &form)
+            row_.reset();
+    });
+    showValue();
+}
+
+void BitRow::makeCells(Use use, Binder& binder) {
+    cells_.resize(row_->labels().size());
+    for (std::size_t i = cells_.size(); i-- > 0;) {
         auto* cell = new BitCell(static_cast<int>(i), use == Use::Clicked, this);
-        binder.bind(*labels[i], *cell);
+        binder.bind(*row_->labels()[i], *cell);
         cell->setAccessibleName(QString("bit %1 %2").arg(i).arg(cell->text()));
-        row->addWidget(cell, 1);
+        lines_->addWidget(cell);
         cells_[i] = cell;
     }
     for (std::size_t i = 0; i < cells_.size(); ++i)
@@ -126,33 +166,39 @@ BitRow::BitRow(std::span<forms::Label* const> labels, Use use, Binder& binder, Q
                                  i > 0 ? cells_[i - 1] : nullptr);
     if (use == Use::Clicked)
         cells_.back()->setFocusPolicy(Qt::StrongFocus);
-    value_->setFont(fixedFont());
-    value_->setMinimumWidth(value_->fontMetrics().horizontalAdvance("0x00000"));
-    value_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    value_->setAlignment(Qt::AlignCenter);
-    row->addWidget(value_);
-    flushed_ = binder.flushed.follow([this] { showValue(); });
-    formGoing_ = labels.front()->form().set().formGoing.follow([this](forms::Form& going) {
-        if (!labels_.empty() && &going == &labels_.front()->form())
-            labels_.clear();
-    });
-    showValue();
+    measureCells();
 }
 
-void BitRow::markFields(unsigned tops) {
+void BitRow::measureCells() {
+    int least = cells_.front()->minimumSizeHint().width();
+    if (cells_.size() > byteBits) // else there is one line in any case
+        for (const BitCell* cell : cells_)
+            least = std::max(least, cell->readableWidth());
+    lines_->setLeastWidth(least);
+}
+
+int BitRow::leastCellWidth() const {
+    return lines_->leastWidth();
+}
+
+void BitRow::setLeastCellWidth(int width) {
+    lines_->setLeastWidth(width);
+}
+
+void BitRow::markFields(std::uint64_t tops) {
     for (std::size_t i = 0; i + 1 < cells_.size(); ++i) // the row begins with the last
         cells_[i]->setFieldTop((tops >> i & 1) != 0);
 }
 
 void BitRow::showValue() {
-    if (labels_.empty())
+    if (!row_)
         return;
-    unsigned value = 0;
-    for (std::size_t i = 0; i < labels_.size(); ++i)
-        if (labels_[i]->backColor() != forms::windowColor)
-            value |= 1U << i;
-    const int digits = (static_cast<int>(labels_.size()) + 3) / 4;
-    const QString text = "0x" + QString::number(value, 16).toUpper().rightJustified(digits, '0');
+    if (isTwoColoured_)
+        for (int bit = 0; bit < size(); ++bit)
+            cells_[static_cast<std::size_t>(bit)]->tellValue(row_->lit(bit));
+    const int digits = (row_->size() + 3) / 4;
+    const QString text =
+        "0x" + QString::number(row_->value(), 16).toUpper().rightJustified(digits, '0');
     if (value_->text() != text)
         value_->setText(text);
 }

@@ -1,16 +1,20 @@
 #pragma once
 
 #include "gui/binder.h"
+#include "panels/common/label_row.h"
 
-#include <span>
+#include <cstdint>
+#include <optional>
 #include <vector>
 
 #include <QLabel>
 
 namespace bitlux::gui {
 
+class BitLines;
+
 /// A bit as a cell of a register's row: its number above its caption, lit by the back colour of
-/// the label that it is tied to. One that can be clicked also takes Space.
+/// the label that it is tied to.
 class BitCell : public QLabel {
 public:
     BitCell(int bit, bool clickable, QWidget* parent);
@@ -18,9 +22,14 @@ public:
     /// A field begins here, from the left.
     void setFieldTop(bool top) { isFieldTop_ = top; }
 
+    /// Tells the value beside the number: for rows whose zeros have a colour too.
+    void tellValue(bool one);
+
     /// Arrow keys lead to these.
     void setNeighbours(BitCell* left, BitCell* right);
 
+    /// In which the longest part of the caption finds room.
+    [[nodiscard]] int readableWidth() const;
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -30,31 +39,41 @@ protected:
 
 private:
     void paintEdges(QPainter& painter) const;
+    /// The caption, with a place to break it behind each line in it where it has no blank.
+    [[nodiscard]] QString breakable() const;
 
     int bit_;
+    std::optional<bool> told_;
     bool isFieldTop_ = false;
     BitCell* left_ = nullptr;
     BitCell* right_ = nullptr;
 };
 
-/// The bits of a word side by side, the highest on the left, and its hexadecimal value behind them.
-/// Only one cell is on the way of the Tab key.
+/// The bits of a word, the highest on the left, and its hexadecimal value behind them. Only one
+/// cell is on the way of the Tab key.
 class BitRow : public QWidget {
 public:
     enum class Use { Shown, Clicked };
 
-    /// `labels` from bit 0 on. Less than a byte of them stand where they stand in a byte.
-    BitRow(std::span<forms::Label* const> labels, Use use, Binder& binder, QWidget* parent);
+    BitRow(const LabelRow& row, Use use, Binder& binder, QWidget* parent);
 
+    [[nodiscard]] int size() const { return static_cast<int>(cells_.size()); }
     /// Parts the fields: bit i of `tops` tells that a field begins with cell i, from the left.
-    void markFields(unsigned tops);
+    void markFields(std::uint64_t tops);
+    /// Narrower than this a cell cannot be read; rows of one width break where they have the same.
+    [[nodiscard]] int leastCellWidth() const;
+    void setLeastCellWidth(int width);
 
 private:
+    void makeCells(Use use, Binder& binder);
+    void measureCells();
     void showValue();
 
-    std::vector<forms::Label*> labels_;
-    std::vector<BitCell*> cells_;
+    std::optional<LabelRow> row_; ///< nothing when its form has gone
+    std::vector<BitCell*> cells_; ///< bit 0 first
+    BitLines* lines_;
     QLabel* value_;
+    bool isTwoColoured_;
     Subscription flushed_;
     Subscription formGoing_;
 };

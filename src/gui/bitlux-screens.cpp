@@ -8,6 +8,8 @@
 #include "gui/theme.h"
 #include "gui/type_diagram.h"
 #include "gui/waveform_view.h"
+#include "panels/zt72518/diagram_page.h"
+#include "panels/zt72518/sequence_stops.h"
 #include "workbench/virtual_bench.h"
 
 #include <array>
@@ -245,63 +247,70 @@ public:
             chip.turn(switchNamed(chip, name), true);
         program_.mainForm().call("Start_USB");
         gui::MainWindow window(program_);
-        program_.forms().show("ZT72518");
-        zt72518::PanelForm& form = program_.zt72518();
+        program_.panels().show("zt72518");
+        PanelForm& form = panel();
         QWidget& panel = *window.findChild<QDialog*>();
         for (const char* button :
              {"Cm_ReadAll_Rl(0)", "Cm_ReadAll_Rh", "Cm_ReadAll_RFl", "Seq_All_RFl"})
             dynamic_cast<forms::Button&>(form.control(button)).click();
         dynamic_cast<forms::OptionButton&>(form.control("R_MUX(5)")).click();
-        for (int page = 1; page <= form.tab_518(1).count(); ++page) {
-            form.tab_518(1).click(page);
-            shoot(window, panel,
-                  prefix + QString("-register-%1").arg(page, 2, 10, QChar('0')) + tail);
-        }
-        form.sequencer.player.Cm_Run_Seq_Click();
-        form.sequencer.player.Ch_Loop.click();
-        form.sequencer.stops.Ch_FirstCondition.click();
-        for (int page = 1; page <= form.tab_518(0).count(); ++page) {
-            form.tab_518(0).click(page);
-            if (page == zt72518::PanelForm::Diagram)
-                form.diagram.timer_auto_pre_Timer();
+        paintRegisters(form, window, panel, prefix, tail);
+        form.sequence.player.Cm_Run_Seq_Click();
+        form.sequence.player.Ch_Loop.click();
+        form.part<zt72518::SequenceStops>().Ch_FirstCondition.click();
+        for (int page = 1; page <= form.outerTabs.count(); ++page) {
+            form.outerTabs.click(page);
+            if (form.shows("mode diagram"))
+                form.part<zt72518::DiagramPage>().timer_auto_pre_Timer();
             shoot(window, panel, prefix + QString("-page-%1").arg(page) + tail);
         }
         paintPanelRun(window, panel, prefix, tail);
         paintPanelSizes(window, panel, prefix, tail);
         dynamic_cast<forms::OptionButton&>(form.control("opt_vb(5)")).click();
-        form.tab_518(0).click(zt72518::PanelForm::RegistersPage);
+        choose("registers");
         shoot(window, panel, prefix + "-disabled" + tail);
-        form.tab_518(0).click(zt72518::PanelForm::FlagsPage);
+        choose("flags");
         shoot(window, panel, prefix + "-disabled-flags" + tail);
-        form.tab_518(0).click(zt72518::PanelForm::RegistersPage);
+        choose("registers");
         program_.forms().unload("ZT72518");
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         paintTestMode(window, prefix + "-test-mode", tail);
     }
 
+    /// Every page of registers of a panel.
+    void paintRegisters(PanelForm& form, gui::MainWindow& window, QWidget& panel,
+                        const QString& prefix, const QString& tail) {
+        for (int page = 1; page <= form.registerTabs.count(); ++page) {
+            form.registerTabs.click(page);
+            shoot(window, panel,
+                  prefix + QString("-register-%1").arg(page, 2, 10, QChar('0')) + tail);
+        }
+    }
+
     /// A long sequence in one of its waits.
     void paintPanelRun(gui::MainWindow& window, QWidget& panel, const QString& prefix,
                        const QString& tail) {
-        zt72518::Sequencer& sequencer = program_.zt72518().sequencer;
-        program_.zt72518().tab_518(0).click(zt72518::PanelForm::SequencePage);
-        sequencer.stops.Ch_FirstCondition.click();
-        for (int line = sequencer.lists.last(); line < 69; ++line)
-            sequencer.lists.append("MUX Read Low", "");
-        sequencer.lists.append("Wait", "5000");
+        PanelSequence& sequence = this->panel().sequence;
+        choose("sequence");
+        this->panel().part<zt72518::SequenceStops>().Ch_FirstCondition.click();
+        for (int line = sequence.lists.last(); line < 69; ++line)
+            sequence.lists.append("MUX Read Low", "");
+        sequence.lists.append("Wait", "5000");
         for (int line = 0; line < 30; ++line)
-            sequencer.lists.append("MUX Write", "A0");
+            sequence.lists.append("MUX Write", "A0");
         desk_.loop.atTime(clock_.nanoseconds() + 2'300'000'000, [&] {
             shoot(window, panel, prefix + "-run" + tail);
-            sequencer.player.Timer1.disable();
+            sequence.player.Timer1.disable();
         });
-        sequencer.player.Cm_Run_Seq_Click();
+        sequence.player.Cm_Run_Seq_Click();
     }
 
     void paintPanelSizes(gui::MainWindow& window, QWidget& panel, const QString& prefix,
                          const QString& tail) {
-        forms::TabStrip& pages = program_.zt72518().tab_518(0);
+        forms::TabStrip& pages = this->panel().outerTabs;
+        forms::TabStrip& registers = this->panel().registerTabs;
         constexpr int initWdogPage = 4;
-        program_.zt72518().tab_518(1).click(initWdogPage);
+        registers.click(initWdogPage);
         for (const auto& [name, size] :
              {std::pair("-small", QSize(960, 600)), std::pair("-large", QSize(1600, 1000))}) {
             for (int page = 1; page <= pages.count(); ++page) {
@@ -310,7 +319,7 @@ public:
                 shoot(window, panel, prefix + name + QString("-%1").arg(page) + tail);
             }
         }
-        program_.zt72518().tab_518(1).click(program_.zt72518().tab_518(1).count());
+        registers.click(registers.count());
     }
 
     void paintTestMode(gui::MainWindow& window, const QString& prefix, const QString& tail) {
@@ -330,6 +339,12 @@ public:
     }
 
 private:
+    [[nodiscard]] PanelForm& panel() { return program_.panels().touch("zt72518"); }
+    void choose(std::string_view page) {
+        for (int tab = 1; !panel().shows(page); ++tab)
+            panel().outerTabs.click(tab);
+    }
+
     static void shoot(gui::MainWindow& window, QWidget& part, const QString& name) {
         window.binder().flush();
         QApplication::processEvents();

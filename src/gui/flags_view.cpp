@@ -2,64 +2,51 @@
 
 #include "gui/sheet.h"
 
-namespace bitlux::gui {
+#include <algorithm>
 
-namespace chip = oldchips::zt72518;
+namespace bitlux::gui {
 
 namespace {
 
-constexpr int columns = 3;
+const std::string& groupOf(const PlacedView& placed) {
+    return placed.view->group.empty() ? placed.owner->title : placed.view->group;
+}
 
 } // namespace
 
-FlagsView::FlagsView(const PanelWidgets& widgets, QWidget* parent)
-    : QWidget(parent), widgets_(widgets) {
+void addViewGroups(const std::vector<PlacedView>& views, qreal scale, RowGrid& grid) {
+    std::vector<std::string> groups;
+    for (const PlacedView& placed : views)
+        if (std::find(groups.begin(), groups.end(), groupOf(placed)) == groups.end())
+            groups.push_back(groupOf(placed));
+    for (const std::string& group : groups) {
+        grid.addTitle(textOf(group), scale);
+        for (const PlacedView& placed : views) {
+            if (groupOf(placed) != group)
+                continue;
+            const chips::View& view = *placed.view;
+            const RowGrid::Start start =
+                grid.buttons(view.button, view.line.button, textOf(placed.owner->title));
+            grid.addRow({start}, grid.bits(view.row.first, BitRow::Use::Shown));
+        }
+    }
+    grid.alignCells();
+}
+
+FlagsView::FlagsView(const chips::Chip& chip, std::size_t outerPage, const PanelWidgets& widgets,
+                     QWidget* parent)
+    : QWidget(parent) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     auto* sheet = new Sheet(this);
-    grid_ = new QGridLayout(sheet->widget());
-    grid_->setContentsMargins(0, 0, 0, 0);
-    grid_->setVerticalSpacing(0);
-    grid_->setHorizontalSpacing(4);
-    grid_->setColumnStretch(columns - 1, 1);
-    addTitle("Low views");
-    for (int i = 0; const chip::FlagRow& row : chip::lowFlagRows) {
-        addRow(row, {"Cm_RFl", i}, {"Seq_RFl", i});
-        ++i;
-    }
-    addTitle("High views");
-    for (int i = 0; const chip::FlagRow& row : chip::highFlagRows) {
-        // The last one appends by a button of the low views.
-        const bool isLast = i + 1 == static_cast<int>(chip::highFlagRows.size());
-        addRow(row, {"Cm_RFh", i},
-               isLast ? oldchips::ControlName{"Seq_RFl", static_cast<int>(chip::lowFlagRows.size())}
-                      : oldchips::ControlName{"Seq_RFh", i});
-        ++i;
-    }
-    grid_->setRowStretch(grid_->rowCount(), 1);
     layout->addWidget(sheet);
-}
-
-void FlagsView::addTitle(const QString& text) {
-    auto* title = new QLabel(text, grid_->parentWidget());
-    QFont bold = title->font();
-    bold.setBold(true);
-    title->setFont(bold);
-    title->setMargin(2);
-    grid_->addWidget(title, grid_->rowCount(), 0, 1, columns);
-}
-
-void FlagsView::addRow(const chip::FlagRow& row, const oldchips::ControlName& read,
-                       const oldchips::ControlName& append) {
-    const int line = grid_->rowCount();
-    QWidget* parent = grid_->parentWidget();
-    RowButton* reads = widgets_.rowButton(read, parent, "flags");
-    reads->setRoomFor(rowButtonRoom);
-    grid_->addWidget(reads, line, 0);
-    RowButton* appends = widgets_.rowButton(append, parent);
-    appends->setRoomFor(appendButtonRoom);
-    grid_->addWidget(appends, line, 1);
-    grid_->addWidget(widgets_.row(row.labels, BitRow::Use::Shown, parent, row.firstLabel), line, 2);
+    auto* column = new QVBoxLayout(sheet->widget());
+    column->setContentsMargins(0, 0, 0, 0);
+    auto* grid = new RowGrid(widgets, sheet->widget());
+    grid->setVerticalSpacing(0);
+    column->addLayout(grid);
+    column->addStretch(1);
+    addViewGroups(flagsOn(chip, outerPage), 1.0, *grid);
 }
 
 } // namespace bitlux::gui

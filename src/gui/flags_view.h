@@ -1,25 +1,22 @@
 #pragma once
 
-#include "chips/zt72518/flags.h"
-#include "gui/panel_widgets.h"
+#include "gui/panel_places.h"
+#include "gui/row_grid.h"
 
-#include <QGridLayout>
+#include <cstddef>
+
 #include <QWidget>
 
 namespace bitlux::gui {
 
-/// The page of flags: a row of bits for each word that reads some.
+/// Rows of views with the headings of their groups, or with those of their registers.
+void addViewGroups(const std::vector<PlacedView>& views, qreal scale, RowGrid& grid);
+
+/// A page of flags: a row of bits for each view that stands on it.
 class FlagsView : public QWidget {
 public:
-    FlagsView(const PanelWidgets& widgets, QWidget* parent);
-
-private:
-    void addTitle(const QString& text);
-    void addRow(const oldchips::zt72518::FlagRow& row, const oldchips::ControlName& read,
-                const oldchips::ControlName& append);
-
-    PanelWidgets widgets_;
-    QGridLayout* grid_;
+    FlagsView(const chips::Chip& chip, std::size_t outerPage, const PanelWidgets& widgets,
+              QWidget* parent);
 };
 
 } // namespace bitlux::gui

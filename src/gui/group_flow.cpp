@@ -42,24 +42,37 @@ std::vector<GroupFlow::Row> GroupFlow::rowsIn(int width) const {
     return rows;
 }
 
-int GroupFlow::heightOf(Row row) {
+int GroupFlow::heightOf(Row row, int width) {
     int height = 0;
-    for (const auto& item : row)
-        height = std::max(height, item->sizeHint().height());
+    for (const auto& item : row) {
+        const QSize wanted = item->sizeHint();
+        const bool isCut = wanted.width() > width && item->hasHeightForWidth();
+        height = std::max(height, isCut ? item->heightForWidth(width) : wanted.height());
+    }
     return height;
 }
 
 int GroupFlow::heightForWidth(int width) const {
     int height = -below;
     for (const Row row : rowsIn(width))
-        height += heightOf(row) + below;
+        height += heightOf(row, width) + below;
     return std::max(height, 0);
+}
+
+QSize GroupFlow::sizeHint() const {
+    QSize size = minimumSize();
+    if (spare_ == Spare::Shared)
+        return size;
+    int width = -beside;
+    for (const auto& item : items_)
+        width += item->sizeHint().width() + beside;
+    return size.expandedTo({width, 0});
 }
 
 QSize GroupFlow::minimumSize() const {
     QSize size;
     for (const auto& item : items_)
-        size = size.expandedTo(item->sizeHint());
+        size = size.expandedTo(item->hasHeightForWidth() ? item->minimumSize() : item->sizeHint());
     return size;
 }
 
@@ -67,12 +80,13 @@ void GroupFlow::setGeometry(const QRect& rect) {
     QLayout::setGeometry(rect);
     int top = rect.top();
     for (const Row row : rowsIn(rect.width())) {
-        place(row, QRect(rect.left(), top, rect.width(), heightOf(row)));
-        top += heightOf(row) + below;
+        const int height = heightOf(row, rect.width());
+        place(row, QRect(rect.left(), top, rect.width(), height));
+        top += height + below;
     }
 }
 
-void GroupFlow::place(Row row, QRect room) {
+void GroupFlow::place(Row row, QRect room) const {
     const int groups = static_cast<int>(row.size());
     int spare = room.width() - (groups - 1) * beside;
     for (const auto& item : row)
@@ -80,7 +94,9 @@ void GroupFlow::place(Row row, QRect room) {
     int left = room.left();
     for (int i = 0; i < groups; ++i) {
         // What does not divide goes to the last, so that all rows end at the same place.
-        const int share = i + 1 < groups ? spare / groups : spare - spare / groups * (groups - 1);
+        int share = i + 1 < groups ? spare / groups : spare - spare / groups * (groups - 1);
+        if (spare_ == Spare::Left)
+            share = std::min(spare, 0);
         const auto& item = row[static_cast<std::size_t>(i)];
         const int width = item->sizeHint().width() + share;
         item->setGeometry(QRect(left, room.top(), width, room.height()));

@@ -8,11 +8,13 @@
 
 namespace bitlux::gui {
 
-/// Groups side by side for as long as there is room, then in the next row; those of a row share its
-/// width and are equally high.
+/// Groups side by side for as long as there is room, then in the next row; those of a row are
+/// equally high, and share its width where the spare room is shared.
 class GroupFlow : public QLayout {
 public:
-    GroupFlow() = default;
+    enum class Spare { Shared, Left };
+
+    explicit GroupFlow(Spare spare = Spare::Shared) : spare_(spare) {}
     ~GroupFlow() override;
 
     void addItem(QLayoutItem* item) override { items_.emplace_back(item); }
@@ -23,7 +25,8 @@ public:
     [[nodiscard]] Qt::Orientations expandingDirections() const override { return {}; }
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }
     [[nodiscard]] int heightForWidth(int width) const override;
-    [[nodiscard]] QSize sizeHint() const override { return minimumSize(); }
+    /// Of all groups in a row where the spare room is left, else as the least.
+    [[nodiscard]] QSize sizeHint() const override;
     /// Of the widest group.
     [[nodiscard]] QSize minimumSize() const override;
     void setGeometry(const QRect& rect) override;
@@ -32,9 +35,10 @@ private:
     using Row = std::span<const std::unique_ptr<QLayoutItem>>;
 
     [[nodiscard]] std::vector<Row> rowsIn(int width) const;
-    static int heightOf(Row row);
-    static void place(Row row, QRect room);
+    static int heightOf(Row row, int width);
+    void place(Row row, QRect room) const;
 
+    Spare spare_;
     std::vector<std::unique_ptr<QLayoutItem>> items_;
 };
 

@@ -4,7 +4,6 @@
 
 #include <map>
 
-#include <QAccessible>
 #include <QAccessibleWidget>
 
 namespace bitlux::gui {
@@ -12,7 +11,7 @@ namespace bitlux::gui {
 namespace {
 
 /// A place in the list; what it says follows the lines that scroll through it.
-class LinePlace : public QAccessibleInterface {
+class LinePlace : public QAccessibleInterface, public QAccessibleActionInterface {
 public:
     LinePlace(LogView& view, QAccessibleInterface& list, int place)
         : view_(view), list_(list), place_(place) {}
@@ -37,11 +36,26 @@ public:
     [[nodiscard]] QAccessible::Role role() const override { return QAccessible::ListItem; }
     [[nodiscard]] QAccessible::State state() const override {
         QAccessible::State state;
+        const bool isCurrent = index() == view_.current();
         state.selectable = true;
-        state.selected = index() == view_.current();
+        state.selected = isCurrent;
+        state.focusable = true;
+        state.focused = isCurrent && view_.hasFocus();
         state.invalid = !isValid();
         return state;
     }
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this)
+                                                    : nullptr;
+    }
+
+    /// A click on the line.
+    [[nodiscard]] QStringList actionNames() const override { return {pressAction()}; }
+    void doAction(const QString& name) override {
+        if (name == pressAction() && isValid() && view_.isEnabled())
+            emit view_.selected(index());
+    }
+    [[nodiscard]] QStringList keyBindingsForAction(const QString&) const override { return {}; }
 
 private:
     [[nodiscard]] int index() const { return view_.firstVisible() + place_; }
@@ -86,16 +100,11 @@ private:
     mutable std::map<int, QAccessible::Id> places_; ///< owned by the toolkit's registry
 };
 
-QAccessibleInterface* makeInterface(const QString&, QObject* object) {
-    if (auto* view = qobject_cast<LogView*>(object))
-        return new AccessibleLog(*view);
-    return nullptr;
-}
-
 } // namespace
 
-void installLogAccessibility() {
-    QAccessible::installFactory(makeInterface);
+QAccessibleInterface* logInterface(const QString&, QObject* object) {
+    auto* view = qobject_cast<LogView*>(object);
+    return view == nullptr ? nullptr : new AccessibleLog(*view);
 }
 
 } // namespace bitlux::gui

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QAccessible>
+
 namespace bitlux::gui {
 
-/// Lets assistive tools and test tools read a LogView as a list whose items are the lines in
-/// sight. To be called once, before the first window.
-void installLogAccessibility();
+/// For assistive tools: a LogView as a list whose items are the lines in sight. Null for any other
+/// object.
+QAccessibleInterface* logInterface(const QString& key, QObject* object);
 
 } // namespace bitlux::gui

@@ -4,12 +4,15 @@
 
 #include <algorithm>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QToolTip>
 
 namespace bitlux::gui {
 
@@ -25,14 +28,31 @@ LogView::LogView(QWidget* parent) : QAbstractScrollArea(parent) {
 }
 
 void LogView::showLines(const forms::LineSource& lines, int count, int current) {
-    lines_ = &lines;
     const bool moved = current != current_;
+    if (&lines != lines_ || count < count_)
+        widest_ = 0;
+    lines_ = &lines;
     count_ = count;
     current_ = current;
     updateScrollBar();
     if (moved && current_ >= 0)
         bringIntoSight(current_);
+    measure();
     viewport()->update();
+    if (moved)
+        tellSelection();
+}
+
+/// Assistive tools follow the selection, and the line that has the focus with it.
+void LogView::tellSelection() {
+    if (!QAccessible::isActive() || current_ < 0)
+        return;
+    for (const QAccessible::Event what : {QAccessible::Selection, QAccessible::Focus}) {
+        QAccessibleEvent event(this, what);
+        event.setChild(current_ - firstVisible());
+        if (what == QAccessible::Selection || hasFocus())
+            QAccessible::updateAccessibility(&event);
+    }
 }
 
 void LogView::mark(int index) {
@@ -89,8 +109,8 @@ int LogView::leftOfText() const {
     return margin + (markable_ ? lineHeight() / 2 + margin : 0);
 }
 
-int LogView::indexAt(const QMouseEvent& event) const {
-    const int index = firstVisible() + event.position().toPoint().y() / lineHeight();
+int LogView::indexAt(const QPoint& place) const {
+    const int index = firstVisible() + place.y() / lineHeight();
     return index < count_ ? index : -1;
 }
 
@@ -105,6 +125,17 @@ void LogView::updateScrollBar() {
     }
     verticalScrollBar()->setPageStep(wholeLinesInSight());
     verticalScrollBar()->setRange(0, std::max(0, scrolledLines() - wholeLinesInSight()));
+}
+
+void LogView::measure() {
+    if (!isVisible())
+        return; // whoever looks at a list first loads the font of its lines
+    for (int i = 0; i < visibleCount(); ++i)
+        widest_ = std::max(widest_, fontMetrics().horizontalAdvance(line(firstVisible() + i)));
+    const int width = viewport()->width();
+    horizontalScrollBar()->setPageStep(width);
+    horizontalScrollBar()->setRange(
+        0, widest_ == 0 ? 0 : std::max(0, leftOfText() + widest_ + margin - width));
 }
 
 void LogView::bringIntoSight(int index) {
@@ -149,24 +180,19 @@ void LogView::paintEvent(QPaintEvent*) {
     ++paints_;
     QPainter painter(viewport());
     const int left = leftOfText() - horizontalScrollBar()->value();
-    int widest = 0;
     paintRows(painter);
     for (int i = 0; i < visibleCount(); ++i) {
         const int index = firstVisible() + i;
         const QRect row = lineRect(index);
-        const QString text = line(index);
         painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled,
                                        index == current_ && index != marked_ && hasFocus()
                                            ? QPalette::HighlightedText
                                            : QPalette::Text));
-        painter.drawText(row.adjusted(left, 0, 0, 0), Qt::AlignVCenter | Qt::TextDontClip, text);
-        widest = std::max(widest, fontMetrics().horizontalAdvance(text));
+        painter.drawText(row.adjusted(left, 0, 0, 0), Qt::AlignVCenter | Qt::TextDontClip,
+                         line(index));
     }
     if (target_ >= 0)
         paintTarget(painter);
-    horizontalScrollBar()->setRange(
-        0, std::max(0, leftOfText() + widest + margin - viewport()->width()));
-    horizontalScrollBar()->setPageStep(viewport()->width());
 }
 
 void LogView::resizeEvent(QResizeEvent* event) {
@@ -175,6 +201,45 @@ void LogView::resizeEvent(QResizeEvent* event) {
     updateScrollBar();
     if (atEnd)
         verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+    measure();
+}
+
+void LogView::showEvent(QShowEvent* event) {
+    QAbstractScrollArea::showEvent(event);
+    measure();
+}
+
+void LogView::scrollContentsBy(int dx, int dy) {
+    QAbstractScrollArea::scrollContentsBy(dx, dy);
+    if (dy != 0)
+        measure();
+}
+
+void LogView::focusInEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusInEvent(event);
+    viewport()->update();
+}
+
+void LogView::focusOutEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusOutEvent(event);
+    viewport()->update();
+}
+
+bool LogView::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip)
+        return QAbstractScrollArea::viewportEvent(event);
+    showWhole(*static_cast<QHelpEvent*>(event));
+    return true;
+}
+
+void LogView::showWhole(const QHelpEvent& event) const {
+    const int index = indexAt(event.pos());
+    const QString text = index < 0 ? QString() : line(index);
+    const int end = leftOfText() + fontMetrics().horizontalAdvance(text);
+    const bool isWhole = horizontalScrollBar()->value() == 0 && end <= viewport()->width();
+    QToolTip::showText(event.globalPos(),
+                       isWhole ? toolTip() : "<span>" + text.toHtmlEscaped() + "</span>",
+                       viewport());
 }
 
 void LogView::keyPressEvent(QKeyEvent* event) {
@@ -219,8 +284,10 @@ void LogView::keyPressEvent(QKeyEvent* event) {
 }
 
 void LogView::mousePressEvent(QMouseEvent* event) {
-    const int index = indexAt(*event);
-    if (draggable_ && event->button() == Qt::LeftButton) {
+    if (event->button() != Qt::LeftButton)
+        return;
+    const int index = indexAt(event->position().toPoint());
+    if (draggable_) {
         pressed_ = index;
         pressedAt_ = event->position().toPoint();
     }
@@ -262,14 +329,17 @@ void LogView::endDrag() {
 
 void LogView::mouseDoubleClickEvent(QMouseEvent* event) {
     mousePressEvent(event);
-    if (indexAt(*event) >= 0)
+    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()) >= 0)
         emit doubleClicked();
 }
 
 void LogView::changeEvent(QEvent* event) {
     QAbstractScrollArea::changeEvent(event);
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
-        updateScrollBar();
+    if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange)
+        return;
+    widest_ = 0;
+    updateScrollBar();
+    measure();
 }
 
 } // namespace bitlux::gui

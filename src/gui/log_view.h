@@ -4,6 +4,8 @@
 
 #include <QAbstractScrollArea>
 
+class QHelpEvent;
+
 namespace bitlux::gui {
 
 /// The lines of a list box. Only those in sight are made and painted, so that a list of 20,000
@@ -57,6 +59,12 @@ signals:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    /// Tells a line that has no room in a tooltip.
+    bool viewportEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -66,8 +74,9 @@ protected:
 
 private:
     [[nodiscard]] int lineHeight() const;
-    [[nodiscard]] int leftOfText() const;                      ///< pixels
-    [[nodiscard]] int indexAt(const QMouseEvent& event) const; ///< -1 beside the lines
+    [[nodiscard]] int leftOfText() const;                 ///< pixels
+    [[nodiscard]] int indexAt(const QPoint& place) const; ///< -1 beside the lines
+    void showWhole(const QHelpEvent& event) const;
     void paintTarget(QPainter& painter) const;
     [[nodiscard]] int dropTarget(const QMouseEvent& event) const;
     void endDrag();
@@ -76,12 +85,18 @@ private:
     [[nodiscard]] int scrolledLines() const { return scrolled_ < 0 ? count_ : scrolled_; }
     [[nodiscard]] int wholeLinesInSight() const;
     void updateScrollBar();
+    /// Makes room for the widest of the lines in sight.
+    void measure();
     void bringIntoSight(int index);
+    void tellSelection();
 
     const forms::LineSource* lines_ = nullptr;
     int count_ = 0;
     int current_ = -1;
     int marked_ = -1;
+    /// Widest line that was in sight since lines went, in pixels. It grows only: a bar below the
+    /// lines can hide the very line that needs it, and would come and go for ever.
+    int widest_ = 0;
     int paints_ = 0;
     bool markable_ = false;
     bool draggable_ = false;

@@ -8,9 +8,9 @@
 #include "gui/recent_menu.h"
 #include "gui/run_progress_view.h"
 #include "gui/save_batch_view.h"
-#include "gui/test_mode_view.h"
 #include "gui/theme.h"
 #include "gui/waveform_view.h"
+#include "gui/zt72518/test_mode_view.h"
 
 #include <algorithm>
 
@@ -32,6 +32,8 @@
 namespace bitlux::gui {
 
 namespace {
+
+constexpr int leastSize = 200; ///< pixels each way of a window that can be used
 
 /// The one configuration file that is dragged, if it is one.
 QString draggedFile(const QMimeData& data) {
@@ -83,14 +85,24 @@ void MainWindow::makeMenus() {
     menuItem(configure, form.itemUpdateDongle);
     QMenu& view = *menuBar()->addMenu("&View");
     addWaveformEntry(view, *this, program_);
-    QAction* dark = view.addAction("&Dark");
-    dark->setCheckable(true);
-    dark->setChecked(isDark());
-    connect(dark, &QAction::toggled, this, [this](bool on) {
-        applyTheme(on);
-        binder_.refreshAll();
-    });
+    makeDarkEntry(view);
     makeHelpMenu();
+}
+
+void MainWindow::makeDarkEntry(QMenu& view) {
+    dark_ = view.addAction("&Dark");
+    dark_->setCheckable(true);
+    dark_->setChecked(isDark());
+    connect(dark_, &QAction::triggered, this, [this](bool on) {
+        settings_.setDark(on);
+        applyTheme(on);
+        recolor();
+    });
+}
+
+void MainWindow::recolor() {
+    dark_->setChecked(isDark());
+    binder_.refreshAll();
 }
 
 void MainWindow::makeHelpMenu() {
@@ -152,7 +164,7 @@ FormDialog* MainWindow::makeDialog(forms::Form& form) {
         return new AddWaitView(*addWait, binder_, this);
     if (auto* about = dynamic_cast<AboutForm*>(&form))
         return new AboutView(*about, binder_, this);
-    if (auto* panel = dynamic_cast<zt72518::PanelForm*>(&form))
+    if (auto* panel = dynamic_cast<PanelForm*>(&form))
         return new PanelView(*panel, binder_, this);
     if (auto* testMode = dynamic_cast<zt72518::TestModeForm*>(&form))
         return new TestModeView(*testMode, binder_, this);
@@ -217,7 +229,11 @@ void MainWindow::fitToContent() {
 }
 
 void MainWindow::restorePlace() {
-    if (const QByteArray place = settings_.place(); place.isEmpty() || !restoreGeometry(place))
+    const QByteArray place = settings_.place();
+    const bool known = !place.isEmpty() && restoreGeometry(place);
+    // Whatever the file says, a hand has to find the window and get hold of it.
+    const QSize least = size().boundedTo(normalGeometry().size());
+    if (!known || least.width() < leastSize || least.height() < leastSize)
         fitToContent();
 }
 
@@ -241,6 +257,10 @@ void MainWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && isActiveWindow() && program_.running())
         program_.forms().activate(program_.mainForm());
+    if (event->type() == QEvent::ThemeChange && !settings_.dark()) {
+        applyDesktopTheme();
+        recolor();
+    }
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -58,12 +58,16 @@ private:
     void openFile(const QString& fileName);
     void showHelp();
     void followRun();
+    void makeDarkEntry(QMenu& view);
+    /// The program has other colours.
+    void recolor();
 
     Program& program_;
     UserSettings settings_;
     Binder binder_;
     MainView* view_;
     QLabel* bus_;
+    QAction* dark_ = nullptr;
     RunProgressView* progress_ = nullptr; ///< made for the first run
     std::unique_ptr<HelpWindow> help_;    ///< once it was asked for
     std::array<Subscription, 7> subscriptions_;

@@ -1,90 +1,132 @@
 #include "gui/panel_status_view.h"
 
-#include "chips/zt72518/diagram.h"
-#include "chips/zt72518/variants.h"
+#include "gui/group_flow.h"
+#include "gui/panel_places.h"
 #include "gui/theme.h"
+
+#include <algorithm>
 
 #include <QVBoxLayout>
 
 namespace bitlux::gui {
 
-namespace chip = oldchips::zt72518;
+namespace {
 
-PanelStatusView::PanelStatusView(zt72518::PanelForm& form, const PanelWidgets& widgets,
-                                 QWidget* parent)
+/// The word that the panel sent last and its answer, for panels that have no labels of their own.
+class LastWord : public QLabel {
+public:
+    LastWord(PanelForm& form, QWidget* parent) : QLabel("No word was sent yet", parent) {
+        setFont(fixedFont());
+        setTextInteractionFlags(Qt::TextSelectableByMouse);
+        exchanged_ = form.words.exchanged.follow([this, &words = form.words](std::uint64_t word) {
+            setText(
+                textOf("Sent " + words.text(word) + ", received " + words.text(words.answer())));
+        });
+    }
+
+private:
+    Subscription exchanged_;
+};
+
+/// Widgets side by side, in further lines where one is too narrow.
+GroupFlow& flowIn(QWidget* widget) {
+    auto* flow = new GroupFlow(GroupFlow::Spare::Left);
+    flow->setContentsMargins(0, 0, 0, 0);
+    widget->setLayout(flow);
+    return *flow;
+}
+
+} // namespace
+
+PanelStatusView::PanelStatusView(PanelForm& form, const PanelExtras& extras,
+                                 const PanelWidgets& widgets, QWidget* parent)
     : QWidget(parent), form_(form), widgets_(widgets) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(4);
-    layout->addWidget(makeVariants());
-    std::vector<forms::Label*> bits;
-    for (const auto& bit : form_.link.Reg_W)
-        bits.push_back(bit.get());
-    layout->addWidget(new BitRow(bits, BitRow::Use::Shown, widgets_.binder, this));
-    layout->addWidget(makeTexts());
-    layout->addWidget(makeReads());
+    if (form.chip().variants.exists() || !extras.variants.empty())
+        layout->addWidget(makeVariants(extras));
+    if (form.chip().word.status.width() > 0)
+        layout->addWidget(new BitRow(form.pageControls.row(form.chip().word.status.first),
+                                     BitRow::Use::Shown, widgets_.binder, this));
+    layout->addWidget(makeTexts(extras));
+    if (!groups().empty() || !extras.reads.empty())
+        layout->addWidget(makeReads(extras));
 }
 
-QWidget* PanelStatusView::makeVariants() {
+QWidget* PanelStatusView::makeVariants(const PanelExtras& extras) {
+    const chips::Variants& variants = form_.chip().variants;
+    auto* widget = new QWidget(this);
+    GroupFlow& flow = flowIn(widget);
+    auto* group = new QWidget(widget);
+    if (extras.variantFrame != nullptr)
+        widgets_.binder.bind(*extras.variantFrame, *group);
+    auto* options = new GroupFlow(GroupFlow::Spare::Left);
+    options->setContentsMargins(0, 0, 0, 0);
+    group->setLayout(options);
+    for (int i = 0; i < static_cast<int>(variants.titles.size()); ++i)
+        options->addWidget(widgets_.make<QRadioButton, forms::OptionButton>(
+            ControlRef(variants.options) + i, group));
+    flow.addWidget(group);
+    for (const MakeWidget& make : extras.variants)
+        flow.addWidget(make(widget));
+    return widget;
+}
+
+QWidget* PanelStatusView::makeTexts(const PanelExtras& extras) {
     auto* widget = new QWidget(this);
     auto* row = new QHBoxLayout(widget);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(16);
-    const std::array<std::pair<int, int>, 2> groups{
-        {{chip::firstVariant, chip::firstVariant + chip::variantCount}, {0, chip::firstVariant}}};
-    for (int frame = 1; const auto& [first, end] : groups) {
-        auto* group = new QWidget(widget);
-        widgets_.binder.bind(widgets_.controls.get<forms::Frame>({"vb_otp", frame--}), *group);
-        auto* options = new QHBoxLayout(group);
-        options->setContentsMargins(0, 0, 0, 0);
-        for (int i = first; i < end; ++i)
-            options->addWidget(
-                widgets_.make<QRadioButton, forms::OptionButton>({"opt_vb", i}, group));
-        row->addWidget(group);
-    }
+    for (const MakeWidget& make : extras.lastWord)
+        row->addWidget(make(widget));
+    if (extras.lastWord.empty())
+        row->addWidget(new LastWord(form_, widget));
     row->addStretch();
+    for (const MakeWidget& make : extras.texts)
+        row->addWidget(make(widget));
     return widget;
 }
 
-QWidget* PanelStatusView::makeTexts() {
-    auto* widget = new QWidget(this);
-    auto* row = new QHBoxLayout(widget);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(16);
-    constexpr int sent = 0;
-    constexpr int received = 7;
-    for (const int label : {sent, received}) {
-        auto* text = widgets_.make<QLabel, forms::Label>({"Label_Liste", label}, widget);
-        text->setFont(fixedFont());
-        text->setMinimumWidth(text->fontMetrics().averageCharWidth() * 19);
-        text->setTextInteractionFlags(Qt::TextSelectableByMouse);
-        row->addWidget(text);
-    }
-    row->addStretch();
-    for (int label = chip::firstModeLabel; label <= chip::identityLabel; ++label)
-        row->addWidget(widgets_.make<QLabel, forms::Label>({"Mode_Rm_Rh", label}, widget));
-    return widget;
-}
-
-QWidget* PanelStatusView::makeReads() {
-    auto* widget = new QWidget(this);
-    auto* row = new QHBoxLayout(widget);
-    row->setContentsMargins(0, 0, 0, 0);
-    const auto add = [&](const char* title, std::initializer_list<oldchips::ControlName> names) {
-        row->addWidget(new QLabel(QString(title) + ":", widget));
-        for (const oldchips::ControlName& name : names)
-            row->addWidget(widgets_.rowButton(name, widget, title));
-        row->addSpacing(12);
+std::vector<std::string> PanelStatusView::groups() const {
+    std::vector<std::string> all;
+    const auto add = [&all](const std::string& group) {
+        if (std::find(all.begin(), all.end(), group) == all.end())
+            all.push_back(group);
     };
-    add("Registers", {{"Cm_ReadAll_Rl", 0}, {"Cm_ReadAll_Rl", 2}});
-    add("High views", {{"Cm_ReadAll_Rh"}, {"Seq_All_Rh"}});
-    add("Flags", {{"Cm_ReadAll_RFl"}, {"Seq_All_RFl"}, {"Cm_ReadAll_Rl", 1}});
-    row->addStretch();
-    constexpr int autoReading = 34;
-    constexpr int storing = 39;
-    for (const int box : {autoReading, storing})
-        row->addWidget(
-            widgets_.binder.make<QCheckBox>(form_.sequencer.autoReads.read_auto(box), widget));
+    for (const chips::ReadAll& any : form_.chip().readAlls)
+        add(any.group);
+    for (const chips::Command* any : commandsOn(form_.chip(), std::string(chips::statusPage)))
+        add(any->group);
+    return all;
+}
+
+QWidget* PanelStatusView::makeReads(const PanelExtras& extras) {
+    auto* widget = new QWidget(this);
+    GroupFlow& flow = flowIn(widget);
+    for (const std::string& group : groups())
+        flow.addWidget(makeGroup(group, widget));
+    for (const MakeWidget& make : extras.reads)
+        flow.addWidget(make(widget));
+    return widget;
+}
+
+QWidget* PanelStatusView::makeGroup(const std::string& group, QWidget* parent) {
+    auto* widget = new QWidget(parent);
+    auto* row = new QHBoxLayout(widget);
+    row->setContentsMargins(0, 0, 10, 0);
+    if (!group.empty())
+        row->addWidget(new QLabel(textOf(group) + ":", widget));
+    for (const chips::ReadAll& any : form_.chip().readAlls)
+        if (any.group == group)
+            row->addWidget(widgets_.rowButton(any.button, widget, textOf(group)));
+    for (const chips::Command* any : commandsOn(form_.chip(), std::string(chips::statusPage))) {
+        if (any->group != group)
+            continue;
+        for (const chips::ControlName& button : {any->button, any->line.button})
+            if (button.exists())
+                row->addWidget(widgets_.rowButton(button, widget, textOf(group)));
+    }
     return widget;
 }
 

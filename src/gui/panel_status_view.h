@@ -1,23 +1,29 @@
 #pragma once
 
-#include "gui/panel_widgets.h"
-#include "panels/zt72518/panel_form.h"
+#include "gui/panel_extras.h"
 
 #include <QWidget>
 
 namespace bitlux::gui {
 
-/// What stands above all pages of the panel: the last answer, the variant, and reading at once.
+class GroupFlow;
+
+/// What stands above all pages of a panel: the variant, the last answer, the last word, and what
+/// reads at once.
 class PanelStatusView : public QWidget {
 public:
-    PanelStatusView(zt72518::PanelForm& form, const PanelWidgets& widgets, QWidget* parent);
+    PanelStatusView(PanelForm& form, const PanelExtras& extras, const PanelWidgets& widgets,
+                    QWidget* parent);
 
 private:
-    QWidget* makeTexts();
-    QWidget* makeVariants();
-    QWidget* makeReads();
+    QWidget* makeVariants(const PanelExtras& extras);
+    QWidget* makeTexts(const PanelExtras& extras);
+    QWidget* makeReads(const PanelExtras& extras);
+    /// The buttons of one heading: those that press others, then commands.
+    QWidget* makeGroup(const std::string& group, QWidget* parent);
+    [[nodiscard]] std::vector<std::string> groups() const;
 
-    zt72518::PanelForm& form_;
+    PanelForm& form_;
     PanelWidgets widgets_;
 };
 

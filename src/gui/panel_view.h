@@ -1,42 +1,42 @@
 #pragma once
 
 #include "gui/form_dialog.h"
-#include "gui/panel_widgets.h"
-#include "panels/zt72518/panel_form.h"
+#include "gui/panel_extras.h"
 
-#include <array>
+#include <cstddef>
+#include <string>
+#include <vector>
 
 class QStackedWidget;
 
 namespace bitlux::gui {
 
-/// The window of the form "ZT72518". The pages are made when they are first looked at. Closing it
+/// The window of a chip's panel. The pages are made when they are first looked at. Closing it
 /// unloads the form.
 class PanelView : public FormDialog {
 public:
-    PanelView(zt72518::PanelForm& form, Binder& binder, QWidget* parent);
+    PanelView(PanelForm& form, Binder& binder, QWidget* parent);
 
 protected:
     /// Neither Escape nor Enter does anything here that no control takes.
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    static constexpr int pageCount = 5;
-
     QWidget* makeTabs();
     void makeTimers();
-    void leaveOutCopies();
     void followForm();
-    QWidget* makePage(int page);
+    QWidget* makePage(std::size_t page);
     QWidget* makeRegisters();
     void followRegisters();
-    QWidget* makeRegisterPage(int page);
+    QWidget* makeRegisterPage(const std::string& page);
 
-    zt72518::PanelForm& form_;
+    PanelForm& form_;
     Binder& binder_;
     PanelWidgets widgets_;
+    const PanelExtras extras_;
+    const std::vector<std::string> registerTitles_;
     QStackedWidget* pages_;
-    std::array<QWidget*, pageCount> made_{};
+    std::vector<QWidget*> made_; ///< null before they are looked at
     QStackedWidget* registerPages_ = nullptr;
     std::vector<QWidget*> madeRegisters_;
     Subscription flushed_;

@@ -88,7 +88,7 @@ MessageBox::Answer QtBoxes::show(const MessageBox& box) {
     widget.setObjectName("messageBox");
     widget.setWindowTitle(QString::fromStdString(box.title));
     widget.setTextFormat(Qt::PlainText);
-    widget.setText(QString::fromStdString(box.text).remove('\r'));
+    widget.setText(QString::fromStdString(box.whole()).remove('\r'));
     widget.setStandardButtons(buttonsOf(box.buttons));
     widget.setIcon(iconOf(box.icon));
     return answerOf(widget.exec(), box.buttons);

@@ -1,10 +1,9 @@
 #include "gui/sequence_view.h"
 
-#include "gui/panel_widgets.h"
 #include "gui/run_progress_view.h"
 #include "gui/sheet.h"
 #include "gui/theme.h"
-#include "panels/zt72518/sequence_layout.h"
+#include "platform/forms/form_set.h"
 
 #include <algorithm>
 
@@ -14,39 +13,45 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
-#include <fmt/format.h>
-
 namespace bitlux::gui {
 
 namespace {
 
-/// A widget that is hidden keeps its room.
-void keepRoom(QWidget& widget) {
-    QSizePolicy policy = widget.sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    widget.setSizePolicy(policy);
+/// Of a list: characters at least, and its part of the room that is left.
+struct Share {
+    int characters;
+    int stretch;
+};
+
+/// Of a column of answers, of which there may be several.
+Share answerShare(std::size_t columns) {
+    constexpr int allCharacters = 40;
+    constexpr int allStretch = 9;
+    const int count = static_cast<int>(columns);
+    return {std::clamp(allCharacters / count, 10, 20), std::max(allStretch / count, 2)};
 }
 
 } // namespace
 
-/// A point at which a run stops.
-struct SequenceView::Condition {
-    forms::Frame& frame;
-    forms::CheckBox& box;
-    forms::TextBox& line;
-    const forms::ControlArray<forms::OptionButton>& events;
-    forms::Button& pass;
-};
-
-SequenceView::SequenceView(zt72518::Sequencer& sequencer, Binder& binder, QWidget* parent)
-    : QWidget(parent), sequencer_(sequencer), binder_(binder) {
+SequenceView::SequenceView(PanelForm& form, const SequenceExtras& extras,
+                           const PanelWidgets& widgets, QWidget* parent)
+    : QWidget(parent), sequence_(form.sequence), widgets_(widgets) {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(makeLists(), 1);
-    layout->addWidget(makeTools());
-    flushed_ = binder_.flushed.follow([this] { follow(); });
-    progressed_ = sequencer_.player.progressChanged.follow([this] { binder_.flushSoon(); });
-    forms::Form& form = sequencer_.player.Cm_Run_Seq.form();
+    layout->addWidget(makeTools(extras));
+    for (const auto& number : sequence_.Val_loop)
+        if (!widgets_.binder.isBound(*number)) // no part works with it
+            widgets_.binder.leaveOut(*number);
+    followForm();
+    follow();
+}
+
+void SequenceView::followForm() {
+    Binder& binder = widgets_.binder;
+    flushed_ = binder.flushed.follow([this] { follow(); });
+    progressed_ = sequence_.player.progressChanged.follow([&binder] { binder.flushSoon(); });
+    forms::Form& form = sequence_.player.Cm_Run_Seq.form();
     formGoing_ = form.set().formGoing.follow([this, &form](forms::Form& going) {
         if (&going != &form)
             return;
@@ -54,36 +59,37 @@ SequenceView::SequenceView(zt72518::Sequencer& sequencer, Binder& binder, QWidge
         progressed_.reset();
         progress_->leave();
     });
-    follow();
 }
 
 QWidget* SequenceView::makeLists() {
-    SequenceLists& lists = sequencer_.lists;
+    SequenceLists& lists = sequence_.lists;
     auto* widget = new QWidget(this);
     auto* row = new QHBoxLayout(widget);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
     lists_ = {makeList(lists.List1, "Lines", widget),
               makeList(lists.List_Commands, "Commands", widget),
-              makeList(lists.List_Value, "Values", widget),
-              makeList(lists.answers(zt72518::HighByte), "High bytes", widget),
-              makeList(lists.answers(zt72518::LowByte), "Low bytes", widget)};
-    constexpr std::array<std::pair<int, int>, 5> shares{
-        {{13, 0}, {16, 6}, {11, 3}, {19, 4}, {21, 5}}}; // characters at least, part of the rest
+              makeList(lists.List_Value, "Values", widget)};
+    std::vector<Share> shares{{13, 0}, {16, 6}, {11, 3}};
+    for (std::size_t i = 0; i < lists.columns(); ++i) {
+        forms::ListBox& answers = lists.answers(i);
+        lists_.push_back(makeList(answers, textOf(answers.line(0)), widget));
+        shares.push_back(answerShare(lists.columns()));
+    }
     for (std::size_t i = 0; i < lists_.size(); ++i) {
-        LogView* list = lists_.at(i);
-        const int width = list->fontMetrics().averageCharWidth() * shares.at(i).first;
+        LogView* list = lists_[i];
+        const int width = list->fontMetrics().averageCharWidth() * shares[i].characters;
         list->setMinimumWidth(width);
-        if (shares.at(i).second == 0)
+        if (shares[i].stretch == 0)
             list->setMaximumWidth(width);
-        row->addWidget(list, shares.at(i).second);
+        row->addWidget(list, shares[i].stretch);
     }
     scrollTogether();
     return widget;
 }
 
 LogView* SequenceView::makeList(forms::ListBox& control, const QString& name, QWidget* parent) {
-    auto* list = binder_.make<LogView>(control, parent);
+    auto* list = widgets_.binder.make<LogView>(control, parent);
     list->setAccessibleName(name);
     list->setHeader();
     return list;
@@ -106,140 +112,82 @@ void SequenceView::scrollTogether() {
     }
 }
 
-QWidget* SequenceView::makeTools() {
+QWidget* SequenceView::makeTools(const SequenceExtras& extras) {
     auto* sheet = new Sheet(this);
     sheet->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    auto* column = new QVBoxLayout(sheet->widget());
+    QWidget* tools = sheet->widget();
+    auto* column = new QVBoxLayout(tools);
     column->setContentsMargins(4, 0, 0, 0);
-    for (QWidget* group : {makeRun(sheet->widget()), makeLines(sheet->widget()),
-                           makeValue(sheet->widget()), makeConditions(sheet->widget())})
-        column->addWidget(group);
+    column->addWidget(makeRun(extras, tools));
+    column->addWidget(makeLines(tools));
+    for (const MakeWidget& make : extras.groups)
+        column->addWidget(make(tools));
     column->addStretch();
-    sheet->setFixedWidth(sheet->widget()->sizeHint().width() +
+    sheet->setFixedWidth(tools->sizeHint().width() +
                          sheet->verticalScrollBar()->sizeHint().width());
     return sheet;
 }
 
-QLineEdit* SequenceView::makeNumber(forms::TextBox& control, const QString& prompt,
-                                    const QString& name, QWidget* parent) {
-    auto* edit = binder_.make<QLineEdit>(control, parent);
-    edit->setAccessibleName(name);
-    edit->setPlaceholderText(prompt);
-    edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * 8);
-    return edit;
-}
-
-QWidget* SequenceView::makeRun(QWidget* parent) {
-    SequencePlayer& run = sequencer_.player;
+QWidget* SequenceView::makeRun(const SequenceExtras& extras, QWidget* parent) {
+    SequencePlayer& run = sequence_.player;
     auto* box = new QGroupBox("Run", parent);
     auto* grid = new QGridLayout(box);
-    runButton_ = PanelWidgets::button(binder_, run.Cm_Run_Seq, box);
+    runButton_ = PanelWidgets::button(widgets_.binder, run.Cm_Run_Seq, box);
     grid->addWidget(runButton_, 0, 0, 1, 4);
-    progress_ = new RunProgressView([&run] { return shownRun(run); }, binder_, box);
+    progress_ = new RunProgressView([&run] { return shownRun(run); }, widgets_.binder, box);
     progress_->setObjectName("sequenceProgress");
-    keepRoom(*progress_);
+    PanelWidgets::keepRoom(*progress_);
     grid->addWidget(progress_, 1, 0, 1, 4);
-    addLoop(*grid, box);
-    auto* trigger = binder_.make<QLabel>(sequencer_.watchdog.wd_aff(4), box);
-    grid->addWidget(trigger, 4, 0, 1, 3);
-    grid->addWidget(makeNumber(sequencer_.Val_loop(zt72518::Sequencer::TriggerLine), "line",
-                               "Trigger line", box),
-                    4, 3);
+    addLoop(extras, *grid, box);
+    for (const MakeWidget& make : extras.run)
+        grid->addWidget(make(box), grid->rowCount(), 0, 1, 4);
     return box;
 }
 
-void SequenceView::addLoop(QGridLayout& grid, QWidget* parent) {
-    SequencePlayer& run = sequencer_.player;
-    grid.addWidget(binder_.make<QCheckBox>(run.Ch_Loop, parent), 2, 0, 1, 2);
-    grid.addWidget(PanelWidgets::button(binder_, run.Cm_Stop_Loop, parent), 2, 2, 1, 2);
-    forms::Form& form = run.Ch_Loop.form();
-    constexpr int startLabel = 5;
-    const std::array<const char*, 2> names{"First line of the loop", "Last line of the loop"};
-    for (const int i : {0, 1}) {
-        auto& pick = form.control(fmt::format("Label_Liste({})", startLabel + i));
-        auto* label = binder_.make<QLabel>(dynamic_cast<forms::Label&>(pick), parent);
-        label->setMargin(2);
-        keepRoom(*label);
-        grid.addWidget(label, 3, 2 * i);
-        grid.addWidget(makeNumber(sequencer_.Val_loop(i), "line",
-                                  names.at(static_cast<std::size_t>(i)), parent),
-                       3, 2 * i + 1);
+void SequenceView::addLoop(const SequenceExtras& extras, QGridLayout& grid, QWidget* parent) {
+    SequencePlayer& run = sequence_.player;
+    grid.addWidget(widgets_.binder.make<QCheckBox>(run.Ch_Loop, parent), 2, 0, 1, 2);
+    grid.addWidget(PanelWidgets::button(widgets_.binder, run.Cm_Stop_Loop, parent), 2, 2, 1, 2);
+    constexpr std::array captions{"Start", "Stop"};
+    constexpr std::array names{"First line of the loop", "Last line of the loop"};
+    for (std::size_t i = 0; i < captions.size(); ++i) {
+        const int column = 2 * static_cast<int>(i);
+        forms::Label* given = extras.loopCaptions.at(i);
+        auto* caption = new QLabel(captions.at(i), parent);
+        if (given != nullptr)
+            widgets_.binder.bind(*given, *caption);
+        caption->setMargin(2);
+        PanelWidgets::keepRoom(*caption);
+        grid.addWidget(caption, 3, column);
+        grid.addWidget(
+            widgets_.entry(sequence_.Val_loop(static_cast<int>(i)), "line", names.at(i), parent), 3,
+            column + 1);
     }
 }
 
 QWidget* SequenceView::makeLines(QWidget* parent) {
-    SequenceEditor& editor = sequencer_.editor;
+    SequenceEditor& editor = sequence_.editor;
+    const auto button = [this](forms::Button& control, QWidget* box) {
+        return PanelWidgets::button(widgets_.binder, control, box);
+    };
     auto* box = new QGroupBox("Lines", parent);
     auto* grid = new QGridLayout(box);
-    grid->addWidget(PanelWidgets::button(binder_, editor.Cm_Wait, box), 0, 0);
-    grid->addWidget(makeNumber(editor.Text_Wait, "ms", "Wait in ms", box), 0, 1);
-    grid->addWidget(PanelWidgets::button(binder_, editor.Cm_Remove_Line, box), 1, 0);
-    grid->addWidget(PanelWidgets::button(binder_, editor.Cm_CLEAR_lists, box), 1, 1);
-    grid->addWidget(PanelWidgets::button(binder_, sequencer_.files.Cm_LOAD_Seq, box), 2, 0);
-    grid->addWidget(PanelWidgets::button(binder_, sequencer_.files.Cm_SAVE_Seq, box), 2, 1);
+    grid->addWidget(button(editor.Cm_Wait, box), 0, 0);
+    grid->addWidget(widgets_.entry(editor.Text_Wait, "ms", "Wait in ms", box), 0, 1);
+    grid->addWidget(button(editor.Cm_Remove_Line, box), 1, 0);
+    grid->addWidget(button(editor.Cm_CLEAR_lists, box), 1, 1);
+    grid->addWidget(button(sequence_.files.Cm_LOAD_Seq, box), 2, 0);
+    grid->addWidget(button(sequence_.files.Cm_SAVE_Seq, box), 2, 1);
     grid->setColumnStretch(1, 1);
     return box;
 }
 
-QWidget* SequenceView::makeValue(QWidget* parent) {
-    zt72518::Watchdog& watchdog = sequencer_.watchdog;
-    constexpr int timeOfLine = 3;
-    constexpr int changeValue = 15;
-    auto* box = new QGroupBox("Value of the selected line", parent);
-    auto* row = new QHBoxLayout(box);
-    row->addWidget(
-        makeNumber(sequencer_.Val_loop(zt72518::Sequencer::EditedValue), "value", "Value", box));
-    auto* time = binder_.make<QComboBox>(watchdog.wd_config(timeOfLine), box);
-    time->setAccessibleName("Time");
-    row->addWidget(time);
-    row->addWidget(PanelWidgets::button(binder_, watchdog.watchdog(changeValue), box));
-    return box;
-}
-
-QWidget* SequenceView::makeConditions(QWidget* parent) {
-    zt72518::SequenceStops& stops = sequencer_.stops;
-    auto* box = new QGroupBox("Stop behind a line and wait for the chip", parent);
-    auto* column = new QVBoxLayout(box);
-    column->addWidget(
-        makeCondition({stops.frame_Condition(0), stops.Ch_FirstCondition, stops.Text_FirstCondition,
-                       stops.R_Condition1, stops.Cm_PassCondition1},
-                      box));
-    column->addWidget(
-        makeCondition({stops.frame_Condition(1), stops.Ch_SecondCondition,
-                       stops.Text_SecondCondition, stops.R_Condition2, stops.Cm_PassCondition2},
-                      box));
-    return box;
-}
-
-QWidget* SequenceView::makeCondition(const Condition& condition, QWidget* parent) {
-    auto* part = new QWidget(parent);
-    binder_.bind(condition.frame, *part);
-    auto* grid = new QGridLayout(part);
-    grid->setContentsMargins(0, 0, 0, 0);
-    auto* box = binder_.make<QCheckBox>(condition.box, part);
-    grid->addWidget(box, 0, 0, 1, 2);
-    auto* line = makeNumber(condition.line, "line", box->text() + ", line", part);
-    keepRoom(*line);
-    grid->addWidget(line, 0, 2);
-    for (const int event : {0, 1}) {
-        auto* option = binder_.make<QRadioButton>(condition.events(event), part);
-        keepRoom(*option);
-        grid->addWidget(option, 1, event);
-    }
-    grid->addWidget(PanelWidgets::button(binder_, condition.pass, part), 1, 2);
-    // The same columns in both parts.
-    for (const int column : {0, 1})
-        grid->setColumnMinimumWidth(column, part->fontMetrics().averageCharWidth() * 13);
-    grid->setColumnStretch(2, 1);
-    return part;
-}
-
 void SequenceView::follow() {
-    const SequenceLists& lists = sequencer_.lists;
-    const std::optional<SequenceProgress>& progress = sequencer_.player.progress();
-    // The arrow may stand behind the last line.
-    const auto rows =
-        std::max(lists.List_Commands.count() + 1, lists.answers(zt72518::HighByte).count());
+    const SequenceLists& lists = sequence_.lists;
+    const std::optional<SequenceProgress>& progress = sequence_.player.progress();
+    std::size_t rows = lists.List_Commands.count() + 1; // the arrow may stand behind the last one
+    for (std::size_t i = 0; i < lists.columns(); ++i)
+        rows = std::max(rows, lists.answers(i).count());
     for (LogView* list : lists_)
         list->scrollAsIf(static_cast<int>(rows));
     for (LogView* list : lists_)
@@ -248,9 +196,10 @@ void SequenceView::follow() {
 }
 
 void SequenceView::showRun(bool runs) {
-    if (runs == runs_)
+    const qint64 theme = runs ? QApplication::palette().cacheKey() : 0;
+    if (theme == runTheme_)
         return;
-    runs_ = runs;
+    runTheme_ = theme;
     QPalette palette; // the theme's
     if (runs) {
         palette.setColor(QPalette::Button, changedColor());

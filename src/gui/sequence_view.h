@@ -1,9 +1,8 @@
 #pragma once
 
-#include "gui/binder.h"
-#include "panels/zt72518/sequencer.h"
+#include "gui/panel_extras.h"
 
-#include <array>
+#include <vector>
 
 #include <QWidget>
 
@@ -18,33 +17,28 @@ class RunProgressView;
 /// in all of them and stays in sight.
 class SequenceView : public QWidget {
 public:
-    SequenceView(zt72518::Sequencer& sequencer, Binder& binder, QWidget* parent);
+    SequenceView(PanelForm& form, const SequenceExtras& extras, const PanelWidgets& widgets,
+                 QWidget* parent);
 
 private:
-    struct Condition;
-
     QWidget* makeLists();
     LogView* makeList(forms::ListBox& control, const QString& name, QWidget* parent);
     void scrollTogether();
-    QWidget* makeTools();
-    QWidget* makeRun(QWidget* parent);
-    void addLoop(QGridLayout& grid, QWidget* parent);
+    QWidget* makeTools(const SequenceExtras& extras);
+    QWidget* makeRun(const SequenceExtras& extras, QWidget* parent);
+    void addLoop(const SequenceExtras& extras, QGridLayout& grid, QWidget* parent);
     QWidget* makeLines(QWidget* parent);
-    QWidget* makeValue(QWidget* parent);
-    QWidget* makeConditions(QWidget* parent);
-    QWidget* makeCondition(const Condition& condition, QWidget* parent);
-    QLineEdit* makeNumber(forms::TextBox& control, const QString& prompt, const QString& name,
-                          QWidget* parent);
+    void followForm();
     void follow();
     void showRun(bool runs);
 
-    zt72518::Sequencer& sequencer_;
-    Binder& binder_;
-    std::array<LogView*, 5> lists_{};
+    PanelSequence& sequence_;
+    PanelWidgets widgets_;
+    std::vector<LogView*> lists_;
     QPushButton* runButton_ = nullptr;
     RunProgressView* progress_ = nullptr;
     bool scrolling_ = false;
-    bool runs_ = false; ///< as it is shown
+    qint64 runTheme_ = 0; ///< palette of the program in which the run is shown, 0 while none is
     Subscription flushed_;
     Subscription progressed_;
     Subscription formGoing_;

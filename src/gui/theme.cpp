@@ -245,6 +245,11 @@ void applyTheme(bool useDark) {
     QApplication::setPalette(paletteOf(useDark ? dark : light));
 }
 
+void applyDesktopTheme() {
+    QApplication::setPalette(QPalette()); // none of our own: the desktop's
+    applyTheme(isDark());
+}
+
 bool isDark() {
     return QApplication::palette().color(QPalette::Window).lightness() < 128;
 }

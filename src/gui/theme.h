@@ -8,6 +8,8 @@ namespace bitlux::gui {
 /// Puts the program's style and palette in force.
 void applyTheme(bool dark);
 [[nodiscard]] bool isDark();
+/// The same with the colours of the desktop.
+void applyDesktopTheme();
 
 /// Behind bits and digits that changed with the last word.
 [[nodiscard]] QColor changedColor();

@@ -11,6 +11,7 @@ namespace bitlux::gui {
 namespace {
 
 constexpr const char* recentKey = "files/recent";
+constexpr const char* darkKey = "view/dark";
 
 } // namespace
 
@@ -44,6 +45,15 @@ QByteArray UserSettings::place() const {
 
 void UserSettings::setPlace(const QByteArray& place) {
     setValue(placeKey(), place);
+}
+
+std::optional<bool> UserSettings::dark() const {
+    const QString dark = value(darkKey).toString();
+    return dark == "true" || dark == "false" ? std::optional(dark == "true") : std::nullopt;
+}
+
+void UserSettings::setDark(bool dark) {
+    setValue(darkKey, dark);
 }
 
 QVariant UserSettings::value(const QString& key) const {

@@ -1,13 +1,15 @@
 #pragma once
 
+#include <optional>
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
 
 namespace bitlux::gui {
 
-/// What the window remembers for its user from one session to the next: where it stood, and which
-/// configuration files were used. Without a file it remembers nothing.
+/// What the window remembers for its user from one session to the next: where it stood, whether it
+/// is dark, and which configuration files were used. Without a file it remembers nothing.
 class UserSettings {
 public:
     static constexpr qsizetype recentLimit = 8;
@@ -26,6 +28,11 @@ public:
     /// As QWidget::saveGeometry tells it; empty when nothing is known.
     [[nodiscard]] QByteArray place() const;
     void setPlace(const QByteArray& place);
+
+    /// Whether the user wants dark windows; nothing when it was never said, and they go with the
+    /// desktop.
+    [[nodiscard]] std::optional<bool> dark() const;
+    void setDark(bool dark);
 
 private:
     [[nodiscard]] QVariant value(const QString& key) const;

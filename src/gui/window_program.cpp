@@ -1,8 +1,8 @@
 #include "gui/window_program.h"
 
+#include "gui/accessibility.h"
 #include "gui/bench_view.h"
 #include "gui/command_line.h"
-#include "gui/log_accessible.h"
 #include "gui/main_window.h"
 #include "gui/program_icon.h"
 #include "gui/qt_desk.h"
@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <memory>
+#include <utility>
 
 #include <QApplication>
 #include <QSessionManager>
@@ -38,12 +39,12 @@ void setUp(Program& program) {
     program.session().ConfigDirty = ConstOff;
 }
 
-/// Ends the program as the close box does; at once when the question is on the screen already.
+/// Ends the program, after its question; at once when that is on the screen already.
 void endBySignal(Program& program) {
     if (program.closing())
         program.end();
     else
-        program.close();
+        program.close(Program::Closing::System);
 }
 
 /// The end of the user's session.
@@ -52,14 +53,15 @@ void endWithSession(Program& program, QSessionManager& manager) {
         program.end();
         return;
     }
-    program.close();
+    program.close(Program::Closing::System);
     manager.release();
 }
 
 /// The window and what stands in it, made when the program shows its main form.
 class Stage {
 public:
-    Stage(Program& program, VirtualBench* bench) : program_(program), bench_(bench) {
+    Stage(Program& program, VirtualBench* bench, UserSettings settings)
+        : program_(program), bench_(bench), settings_(std::move(settings)) {
         shown_ = program.forms().formShown.follow([this](const forms::Form& form) {
             if (!window_ && form.visible() && form.name() == "frmMain")
                 raise();
@@ -70,8 +72,7 @@ private:
     void raise() {
         if (bench_ != nullptr)
             setUp(program_);
-        window_ = std::make_unique<MainWindow>(
-            program_, UserSettings(UserSettings::standardFile(), bench_ ? "bench" : "window"));
+        window_ = std::make_unique<MainWindow>(program_, settings_);
         if (bench_ != nullptr)
             window_->addDockWidget(
                 Qt::BottomDockWidgetArea,
@@ -84,11 +85,15 @@ private:
 
     Program& program_;
     VirtualBench* bench_;
+    UserSettings settings_;
     std::unique_ptr<MainWindow> window_;
     Subscription shown_;
 };
 
 int runInWindow(const std::string& commandLine, const Hardware& hardware, VirtualBench* bench) {
+    const UserSettings settings(UserSettings::standardFile(),
+                                bench != nullptr ? "bench" : "window");
+    applyTheme(settings.dark().value_or(isDark()));
     QtDesk desk;
     Program program(hardware, desk.desk());
     runningProgram = &program;
@@ -97,7 +102,7 @@ int runInWindow(const std::string& commandLine, const Hardware& hardware, Virtua
         bench->wireFor(program.session());
     int result = 0;
     {
-        const Stage stage(program, bench);
+        const Stage stage(program, bench, settings);
         const TerminationSignals termination([&program] { endBySignal(program); });
         QObject::connect(
             qApp, &QGuiApplication::commitDataRequest, &termination,
@@ -123,8 +128,7 @@ int runWindow(int argc, char** argv, const Hardware& hardware, VirtualBench* ben
     QApplication application(count, argv);
     QApplication::setApplicationName(applicationTitle);
     QGuiApplication::setDesktopFileName(bench != nullptr ? "io.bitlux.Bench" : "io.bitlux.Forge");
-    applyTheme(isDark());
-    installLogAccessibility();
+    installAccessibility();
     return runInWindow(commandLine, hardware, bench);
 }
 

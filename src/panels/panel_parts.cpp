@@ -1,7 +1,6 @@
 #include "panels/common/panel_part.h"
 #include "panels/zt72516/line_commands.h"
 #include "panels/zt72516/mode_changes.h"
-#include "panels/zt72516/ram_pages.h"
 #include "panels/zt72516/watchdog.h"
 #include "panels/zt72516/word_builder.h"
 #include "panels/zt72518/auto_reads.h"
@@ -40,10 +39,9 @@ struct PartRow {
     std::unique_ptr<PanelPart> (*make)(const PanelContext&);
 };
 
-constexpr std::array<PartRow, 21> partRows{{
+constexpr std::array<PartRow, 20> partRows{{
     {"save question", make<zt72518::SaveQuestion>},
     {"ZT72516 words", make<zt72516::WordBuilder>},
-    {"ZT72516 RAM", make<zt72516::RamPages>},
     {"ZT72516 mode changes", make<zt72516::ModeChanges>},
     {"ZT72516 watchdog", make<zt72516::Watchdog>},
     {"ZT72516 lines", make<zt72516::LineCommands>},

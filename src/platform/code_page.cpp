@@ -2,6 +2,7 @@
 
 #include "platform/failure.h"
 #include "platform/printable.h"
+#include "platform/utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -43,16 +44,6 @@ void appendUtf8(std::string& text, char32_t character) {
     }
 }
 
-/// How many bytes a character has that begins with this one; 1 for a byte that begins none.
-std::size_t lengthOf(char first) {
-    const auto byte = static_cast<unsigned char>(first);
-    if (byte >= 0xF0)
-        return 4;
-    if (byte >= 0xE0)
-        return 3;
-    return byte >= 0xC0 ? 2 : 1;
-}
-
 /// Every character of the code page beyond ASCII, in UTF-8, by its byte.
 std::array<std::string, 128> encodedCharacters() {
     std::array<std::string, 128> result;
@@ -83,7 +74,8 @@ std::string toCodePage(std::string_view utf8Text) {
     static const std::array<std::string, 128> characters = encodedCharacters();
     std::string text;
     for (std::size_t i = 0; i < utf8Text.size();) {
-        const std::string_view character = utf8Text.substr(i, lengthOf(utf8Text[i]));
+        const std::size_t length = std::max<std::size_t>(utf8Length(utf8Text[i]), 1);
+        const std::string_view character = utf8Text.substr(i, length);
         i += character.size();
         if (static_cast<unsigned char>(character.front()) < firstOwn) {
             text += character;

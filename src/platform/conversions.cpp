@@ -54,11 +54,17 @@ bool beginsNumber(std::string_view text) {
 /// floating point.
 std::optional<double> fewDigits(std::string_view text) {
     constexpr std::size_t few = 9;
-    std::uint32_t value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (text.size() > few || error != std::errc() || end != text.data() + text.size())
+    if (text.size() > few)
         return std::nullopt;
-    return value;
+    return wholeNumber<std::uint32_t>(text);
+}
+
+/// from_chars knows no "D" for an exponent.
+void spellExponent(std::string& number) {
+    const std::size_t sign = number.front() == '-' || number.front() == '+' ? 1 : 0;
+    const std::size_t behindDigits = number.find_first_not_of("0123456789.", sign);
+    if (behindDigits != std::string::npos && (number[behindDigits] | ' ') == 'd')
+        number[behindDigits] = 'e';
 }
 
 bool isWhole(double value) {
@@ -80,7 +86,7 @@ Integer rounded(double value) {
 } // namespace
 
 double val(std::string_view text) {
-    const std::string compact = withoutBlanks(text);
+    std::string compact = withoutBlanks(text);
     std::string_view rest = compact;
     if (rest.size() > 2 && rest[0] == '&') {
         const int letter = std::toupper(static_cast<unsigned char>(rest[1]));
@@ -93,6 +99,7 @@ double val(std::string_view text) {
         return *value;
     if (!beginsNumber(rest))
         return 0;
+    spellExponent(compact);
     if (rest[0] == '+') // from_chars takes no plus sign
         rest.remove_prefix(1);
     double value = 0;

@@ -23,6 +23,12 @@ struct MessageBox {
     std::string title = applicationTitle;
     Buttons buttons = Buttons::Ok;
     Icon icon = Icon::None;
+    std::string place = {}; ///< what the user started when a failure is told; names of handlers
+
+    /// The text with the place as its last line, if there is one.
+    [[nodiscard]] std::string whole() const {
+        return place.empty() ? text : text + lineBreak + place;
+    }
 };
 
 /// The answer that changes nothing, for a box that nobody answered.

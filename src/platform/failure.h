@@ -17,6 +17,7 @@ public:
         Conversion,   ///< a text that does not stand for the value wanted
         File,         ///< a file or folder that cannot be read or written
         PortUnusable, ///< a parallel port that cannot be opened or was lost
+        LinkFailed,   ///< a dongle that cannot be opened, was lost, or does not answer
     };
 
     Failure(Kind kind, const std::string& text) : std::runtime_error(text), kind_(kind) {}

@@ -13,7 +13,4 @@ public:
     [[nodiscard]] virtual bool present(std::string_view name) const = 0;
 };
 
-/// Whether both name the same marker file.
-[[nodiscard]] bool isSameMarker(std::string_view one, std::string_view other);
-
 } // namespace bitlux

@@ -1,5 +1,7 @@
 #include "platform/printable.h"
 
+#include "platform/utf8.h"
+
 #include <algorithm>
 #include <cstdint>
 
@@ -11,20 +13,10 @@ std::uint8_t byteAt(std::string_view text, std::size_t i) {
     return static_cast<std::uint8_t>(text[i]);
 }
 
-std::size_t lengthAfter(std::uint8_t lead) {
-    if (lead < 0x80)
-        return 1;
-    if (lead >= 0xC2 && lead < 0xE0)
-        return 2;
-    if (lead >= 0xE0 && lead < 0xF0)
-        return 3;
-    return lead >= 0xF0 && lead < 0xF5 ? 4 : 0;
-}
-
 /// Bytes of the character at the start of a text that is not empty; 0 where there is none to show.
 std::size_t shownLength(std::string_view text) {
     const std::uint8_t lead = byteAt(text, 0);
-    const std::size_t length = lengthAfter(lead);
+    const std::size_t length = utf8Length(text.front());
     if (length > text.size() || lead < 0x20 || lead == 0x7F)
         return 0;
     for (std::size_t i = 1; i < length; ++i)

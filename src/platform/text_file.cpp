@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -25,91 +24,123 @@ namespace fs = std::filesystem;
                                                    fileName, std::strerror(error)));
 }
 
-/// A file beside its target that takes the target's place, or goes away when that fails.
-class Replacement {
-public:
-    Replacement(std::string shownName, const fs::path& target)
-        : shownName_(std::move(shownName)),
-          target_(target),
-          temporary_(target.string() + ".XXXXXX"),
-          descriptor_(::mkostemp(temporary_.data(), O_CLOEXEC)) {
-        if (descriptor_ < 0)
-            fail(shownName_, errno);
-    }
+bool isThere(const fs::path& target) {
+    std::error_code unknown;
+    return fs::exists(target, unknown);
+}
 
-    ~Replacement() {
+/// A file that is open for writing. Each step gives 0, or the number of the system's error.
+class OpenFile {
+public:
+    explicit OpenFile(int descriptor)
+        : descriptor_(descriptor), error_(descriptor < 0 ? errno : 0) {}
+    ~OpenFile() {
         if (descriptor_ >= 0)
             ::close(descriptor_);
-        if (!finished_)
-            ::unlink(temporary_.c_str());
     }
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
 
-    Replacement(const Replacement&) = delete;
-    Replacement& operator=(const Replacement&) = delete;
+    /// Of opening it.
+    [[nodiscard]] int error() const { return error_; }
+    [[nodiscard]] int descriptor() const { return descriptor_; }
 
-    void writeLine(std::string_view line) {
-        write(line);
-        write("\r\n");
-    }
-
-    void write(std::string_view content) {
-        buffer_.append(content);
-        if (buffer_.size() > flushSize)
-            flush();
-    }
-
-    void finish() {
-        flush();
-        takeOverPermissions();
-        if (::fsync(descriptor_) != 0)
-            fail(shownName_, errno);
-        const int closed = ::close(descriptor_);
-        descriptor_ = -1;
-        if (closed != 0 || ::rename(temporary_.c_str(), target_.c_str()) != 0)
-            fail(shownName_, errno);
-        finished_ = true;
-    }
-
-private:
-    static constexpr std::size_t flushSize = 1 << 16;
-
-    void flush() {
-        std::string_view rest = buffer_;
+    [[nodiscard]] int write(std::string_view rest) const {
         while (!rest.empty()) {
             const ssize_t written = ::write(descriptor_, rest.data(), rest.size());
             if (written < 0 && errno != EINTR)
-                fail(shownName_, errno);
+                return errno;
             if (written > 0)
                 rest.remove_prefix(static_cast<std::size_t>(written));
         }
-        buffer_.clear();
+        return 0;
     }
 
+    [[nodiscard]] int finish() {
+        // Some file systems cannot.
+        const bool isSafe = ::fsync(descriptor_) == 0 || errno == EINVAL || errno == ENOSYS;
+        const int error = isSafe ? 0 : errno;
+        const int closed = ::close(descriptor_) != 0 ? errno : 0;
+        descriptor_ = -1;
+        return error != 0 ? error : closed;
+    }
+
+private:
+    int descriptor_;
+    int error_;
+};
+
+/// A new file beside its target that takes the target's place, or goes away.
+class Replacement {
+public:
+    explicit Replacement(const fs::path& target)
+        : target_(target),
+          name_((target.parent_path() / ".bitlux-XXXXXX").string()),
+          file_(::mkostemp(name_.data(), O_CLOEXEC)) {}
+    ~Replacement() {
+        if (file_.error() == 0 && !finished_)
+            ::unlink(name_.c_str());
+    }
+    Replacement(const Replacement&) = delete;
+    Replacement& operator=(const Replacement&) = delete;
+
+    /// Of making it.
+    [[nodiscard]] int error() const { return file_.error(); }
+
+    [[nodiscard]] int fill(std::string_view content) {
+        if (const int error = file_.write(content))
+            return error;
+        takeOverPermissions();
+        return file_.finish();
+    }
+
+    [[nodiscard]] int takePlace() {
+        finished_ = ::rename(name_.c_str(), target_.c_str()) == 0;
+        return finished_ ? 0 : errno;
+    }
+
+private:
+    /// As far as the system lets it: a log that is saved with sudo stays the user's.
     void takeOverPermissions() const {
         struct stat old {};
         mode_t mode = 0;
-        const bool exists = ::stat(target_.c_str(), &old) == 0;
-        if (exists) {
+        if (::stat(target_.c_str(), &old) == 0) {
             mode = old.st_mode & 07777U;
+            [[maybe_unused]] const int owned = ::fchown(file_.descriptor(), old.st_uid, old.st_gid);
         } else {
             const mode_t mask = ::umask(0);
             ::umask(mask);
             mode = 0666U & ~mask;
         }
-        // The owner too, where that is allowed: a log saved with sudo stays the user's.
-        if (exists && ::fchown(descriptor_, old.st_uid, old.st_gid) != 0 && errno != EPERM)
-            fail(shownName_, errno);
-        if (::fchmod(descriptor_, mode) != 0)
-            fail(shownName_, errno);
+        ::fchmod(file_.descriptor(), mode);
     }
 
-    std::string shownName_;
-    fs::path target_;
-    std::string temporary_;
-    std::string buffer_;
-    int descriptor_;
+    const fs::path& target_;
+    std::string name_;
+    OpenFile file_;
     bool finished_ = false;
 };
+
+/// Writes over a file where it stands. Room for all of it comes first, so that a full disk leaves
+/// the old content whole.
+void overwrite(const std::string& shownName, const fs::path& target, std::string_view content) {
+    OpenFile file(::open(target.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat old {};
+    if (file.error() != 0 || ::fstat(file.descriptor(), &old) != 0)
+        fail(shownName, errno);
+    const auto size = static_cast<off_t>(content.size());
+    int error = 0;
+    if (size > old.st_size)
+        error = ::posix_fallocate(file.descriptor(), old.st_size, size - old.st_size);
+    const bool hasRoom = error == 0;
+    if (hasRoom)
+        error = file.write(content);
+    if (::ftruncate(file.descriptor(), hasRoom ? size : old.st_size) != 0 && error == 0)
+        error = errno;
+    const int finished = file.finish();
+    if (error != 0 || finished != 0)
+        fail(shownName, error != 0 ? error : finished);
+}
 
 /// The file that a name leads to; a device, a pipe or a folder cannot be replaced.
 fs::path targetOf(const std::string& fileName) {
@@ -135,33 +166,44 @@ fs::path targetOf(const std::string& fileName) {
 } // namespace
 
 void replaceFile(const std::string& fileName, std::string_view content) {
-    Replacement replacement(fileName, targetOf(fileName));
-    replacement.write(content);
-    replacement.finish();
+    const fs::path target = targetOf(fileName);
+    Replacement replacement(target);
+    int error = replacement.error();
+    if (error == 0) {
+        if (const int full = replacement.fill(content))
+            fail(fileName, full);
+        error = replacement.takePlace();
+    }
+    if (error == 0)
+        return;
+    // The folder takes no file, or the name cannot be given to another one.
+    if (!isThere(target))
+        fail(fileName, error);
+    overwrite(fileName, target, content);
 }
 
 void replaceTextFile(
     const std::string& fileName,
     const std::function<void(const std::function<void(std::string_view)>&)>& write) {
-    Replacement replacement(fileName, targetOf(fileName));
-    write([&replacement](std::string_view line) { replacement.writeLine(line); });
-    replacement.finish();
+    std::string content;
+    write([&content](std::string_view line) { (content += line) += "\r\n"; });
+    replaceFile(fileName, content);
 }
 
 void appendLine(const std::string& fileName, std::string_view line) {
     // A pipe must not make the program wait.
-    const int descriptor =
-        ::open(fileName.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0666);
-    if (descriptor < 0)
+    OpenFile file(
+        ::open(fileName.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0666));
+    struct stat old {};
+    if (file.error() != 0 || ::fstat(file.descriptor(), &old) != 0)
         fail(fileName, errno);
-    const std::string whole = std::string(line) + "\r\n"; // at once, so that no line is half there
-    const ssize_t written = ::write(descriptor, whole.data(), whole.size());
-    const int error = written < 0 ? errno : ENOSPC;
-    const int closed = ::close(descriptor);
-    if (written != static_cast<ssize_t>(whole.size()))
-        fail(fileName, error);
-    if (closed != 0)
+    const int error = file.write(std::string(line) + "\r\n");
+    if (error == 0)
+        return;
+    // Half a line would make the whole file unreadable.
+    if (S_ISREG(old.st_mode) && ::ftruncate(file.descriptor(), old.st_size) != 0)
         fail(fileName, errno);
+    fail(fileName, error);
 }
 
 } // namespace bitlux

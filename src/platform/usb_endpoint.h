@@ -28,7 +28,7 @@ enum class UsbStatus : std::int32_t {
 struct UsbBuffers {
     int size = 0;          ///< bytes of one, as many as a frame has
     int count = 0;         ///< how many are queued
-    int errorsAllowed = 0; ///< failures in a row after which a read fails
+    int errorsAllowed = 0; ///< disturbed transfers in a row after which a read fails
 };
 
 /// One open connection to a dongle, bound to one of its pipes. Two of them make a link: one reads,
@@ -59,7 +59,8 @@ public:
     /// while as many as there are buffers are on their way, a second at most.
     virtual UsbStatus write(const UsbFrame& frame) = 0;
     /// Takes the oldest frame that has come; waits for one at most `wait` nanoseconds, 0 for not
-    /// at all. `frame` changes on success only.
+    /// at all. `frame` changes on success only. A stalled pipe is Failed and an empty packet
+    /// NoFrame, at once.
     virtual UsbStatus read(UsbFrame& frame, std::int64_t wait) = 0;
     /// Brings the whole device back to its state after plugging in. Frames that were on their way
     /// are gone for good; reading and writing must be started anew.

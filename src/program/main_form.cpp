@@ -1,5 +1,7 @@
 #include "program/main_form.h"
 
+#include "panels/zt72518/dongle_services.h"
+
 namespace bitlux {
 
 MainForm::MainForm(forms::FormSet& set, const Parts& parts)
@@ -14,7 +16,7 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
       Command1(*this, "Command1"),
       Text1(*this, "Text1"),
       Text2(*this, "Text2"),
-      run(*this, parts.session, parts.desk.loop),
+      run(*this, parts.session, parts.desk.loop, parts.engine.failures()),
       commands(*this, parts.desk.boxes),
       log(*this, parts.session, parts.options, parts.desk),
       singleWord(*this, {.session = parts.session,
@@ -57,7 +59,10 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
                     .run = run,
                     .desk = parts.desk}) {
     run.sendSingle = [this] { singleWord.DoSPISingle(); };
-    run.sendMultiple = [this] { multiple.DoSPIMultiple(); };
+    run.sendMultiple = [this] {
+        multiple.DoSPIMultiple();
+        return commands.lstCommandsToSend.count() > 0;
+    };
     run.hasCommands = [this] { return commands.hasCommands(); };
     files.tabs = {.reset = [this] { tabs.ResetTabs(); },
                   .isActive = [this](std::int32_t part) { return tabs.IsTabActive(part); },
@@ -74,7 +79,7 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
 void MainForm::registerProcedures(const Parts& parts) {
     procedure("SendSPI", [&engine = parts.engine] { engine.SendSPI(); });
     procedure("read_rstint", [&dongle = parts.dongle] { dongle.read_rstint(); });
-    procedure("test_mode", [&dongle = parts.dongle] { dongle.test_mode(); });
+    procedure("test_mode", [parts] { zt72518::enterTestMode(parts.session, parts.dongle); });
     procedure("Command1_Click", [this, &dongle = parts.dongle] {
         dongle.setUpPipes();
         Command1.hide();

@@ -143,8 +143,7 @@ void MainTabs::showGenericPage(int tab) {
     // Word length and type of the part stay.
     FrameMain(tab).show();
     parts_.labelMainTitle.setCaption("Generic Bitlux Forge");
-    parts_.run.cmdSendOnce.show();
-    parts_.run.cmdSendContinuous.show();
+    parts_.run.offerSend(true);
 }
 
 void MainTabs::showPartPage(int tab) {
@@ -157,12 +156,7 @@ void MainTabs::showPartPage(int tab) {
     if (part.PartNumber == panelWithSendButtons)
         return;
     startUsb();
-    hideSendButtons();
-}
-
-void MainTabs::hideSendButtons() {
-    parts_.run.cmdSendOnce.hide();
-    parts_.run.cmdSendContinuous.hide();
+    parts_.run.offerSend(false);
 }
 
 void MainTabs::ZT72518_windows_Click() {
@@ -186,7 +180,7 @@ void MainTabs::visit(std::int32_t partNumber, std::int16_t wordLength, std::int1
     parts_.labelMainTitle.setCaption(titleOf(partNumber));
     session_.SPIWordLength = wordLength;
     session_.SPIType = type;
-    hideSendButtons();
+    parts_.run.offerSend(false);
 }
 
 } // namespace bitlux

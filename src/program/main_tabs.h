@@ -50,7 +50,6 @@ private:
     void showGenericPage(int tab);
     void showPartPage(int tab);
     void visit(std::int32_t partNumber, std::int16_t wordLength, std::int16_t type);
-    void hideSendButtons();
 
     Parts parts_;
     Session& session_;

@@ -3,6 +3,8 @@
 #include "panels/zt72516/watchdog.h"
 #include "panels/zt72518/watchdog.h"
 #include "platform/failure.h"
+#include "platform/scoped_value.h"
+#include "transfer/extra_pins.h"
 
 #include <exception>
 #include <filesystem>
@@ -17,12 +19,13 @@ Program::Program(const Hardware& hardware, const Desk& desk)
       markers_(hardware.markers != nullptr ? *hardware.markers : userMarkers_),
       forms_(desk_.boxes),
       pins_(session_, hardware.port),
-      dongle_(session_, hardware.usb, hardware.clock, desk_.boxes),
+      failures_(desk_.boxes),
+      dongle_(session_, hardware.usb, hardware.clock, failures_),
       engine_({.session = session_,
                .options = options_,
                .pins = pins_,
                .dongle = dongle_,
-               .boxes = desk_.boxes}),
+               .failures = failures_}),
       tap_(pins_, dongle_, hardware.clock),
       waveform_({.session = session_,
                  .engine = engine_,
@@ -216,7 +219,7 @@ void Program::loadMainForm(MainForm& form) {
 void Program::Start_USB() {
     if (searching_) // the dialog's box, ticked because of what was found, asks for a search
         return;
-    searching_ = true;
+    const ScopedValue searching(searching_, true);
     const DongleLink::Found found = dongle_.search();
     session_.USBReady = found == DongleLink::Found::Opened;
     if (session_.USBReady) {
@@ -228,32 +231,36 @@ void Program::Start_USB() {
         setUp.disable();
     }
     dialog_->arrangeFor(found);
-    searching_ = false;
+}
+
+bool Program::canReachDongle() {
+    if (engine_.usesDongle())
+        return true;
+    desk_.boxes.show({.text = session_.USBReady
+                                  ? "The parallel port is in use.  Choose the dongle in the "
+                                    "configuration to set firmware update mode."
+                                  : "There is no USB connection to a working dongle.  "
+                                    "Firmware update mode cannot be set."});
+    return false;
 }
 
 void Program::itemUpdateDongle_Click() {
-    if (!session_.USBReady) {
-        desk_.boxes.show({.text = "There is no USB connection to a working dongle.  "
-                                  "Firmware update mode cannot be set."});
+    if (!canReachDongle())
         return;
-    }
     const MessageBox question{
         .text = "Are you sure you want to set the dongle to firmware update mode?  "
                 "This operation cannot be undone.",
         .buttons = MessageBox::Buttons::YesNo};
-    if (desk_.boxes.show(question) != MessageBox::Answer::Yes)
+    // Things may have changed under the question.
+    if (desk_.boxes.show(question) != MessageBox::Answer::Yes || !canReachDongle())
         return;
-    bool failed = false;
-    const Subscription watch = dongle_.failed.follow([&failed] { failed = true; });
-    session_.FirmwareUpdateRequest = true;
-    session_.WordToSend.assign(static_cast<std::size_t>(session_.SPIWordLength), 0);
-    try {
+    {
+        // A later word must not carry it, whatever becomes of this one.
+        const ScopedValue request(session_.FirmwareUpdateRequest, true);
+        session_.WordToSend.assign(static_cast<std::size_t>(session_.SPIWordLength), 0);
         engine_.SendSPI();
-    } catch (...) { // a later word must not carry a request that nobody remembers
-        session_.FirmwareUpdateRequest = false;
-        throw;
     }
-    if (failed)
+    if (!session_.WordAnswered)
         return;
     desk_.boxes.show({.text = fmt::format("Dongle firmware update mode has been set.{0}"
                                           "Use the DLK Device Manager application to{0}"
@@ -261,7 +268,7 @@ void Program::itemUpdateDongle_Click() {
                                           lineBreak)});
 }
 
-void Program::startRecording(WireTrace& trace) {
+void Program::startRecording(WireListener& trace) {
     stopRecording();
     trace_ = &trace;
     tap_.join(trace);
@@ -276,25 +283,24 @@ void Program::stopRecording() {
 void Program::itemExit_Click() {
     mainForm_->run.cmdStopContinuous_Click();
     panels_.unloadAtEnd(); // while they can tell the dongle
+    const bool hadDongle = session_.USBReady;
     dongle_.close();
     addWait_->setVisible(false);
     saveBatch_->setVisible(false);
     dialog_->setVisible(false); // its controls keep what they hold for the question that follows
     close();
+    if (running_ && hadDongle)
+        Start_USB();
 }
 
-void Program::close() {
+void Program::close(Closing who) {
     if (closing_ || !running_)
         return;
-    closing_ = true;
-    try {
-        forms_.perform("frmMain.Form_QueryUnload", [this] { mainForm_->call("Form_QueryUnload"); });
-        mainForm_->call("Form_Unload");
-    } catch (...) { // nobody answered the question; it can be asked again
-        closing_ = false;
-        throw;
-    }
-    closing_ = false;
+    // When nobody answers the question it can be asked again.
+    const ScopedValue closing(closing_, true);
+    const ScopedValue systemEnds(systemEnds_, who == Closing::System);
+    forms_.perform("frmMain.Form_QueryUnload", [this] { mainForm_->call("Form_QueryUnload"); });
+    mainForm_->call("Form_Unload");
 }
 
 void Program::Form_Unload() {
@@ -302,9 +308,15 @@ void Program::Form_Unload() {
                               .title = "Last Chance to Save",
                               .buttons = MessageBox::Buttons::YesNo,
                               .icon = MessageBox::Icon::Question};
-    if (session_.ConfigDirty == ConstOn && desk_.boxes.show(question) == MessageBox::Answer::Yes)
-        forms_.perform("frmMain.itemSave.Click", [this] { mainForm_->files.itemSave_Click(); });
-    end();
+    const bool wantsSave =
+        session_.ConfigDirty == ConstOn && desk_.boxes.show(question) == MessageBox::Answer::Yes;
+    if (!wantsSave || saveBeforeEnd() || systemEnds_)
+        end();
+}
+
+bool Program::saveBeforeEnd() {
+    forms_.perform("frmMain.itemSave.Click", [this] { mainForm_->files.itemSave_Click(); });
+    return session_.ConfigDirty != ConstOn;
 }
 
 void Program::end() {
@@ -333,6 +345,10 @@ void Program::restPins() {
         return;
     try {
         pins_.rest();
+        if (hasControlPin(session_)) {
+            lowerControlPins(session_);
+            pins_.ToggleControlPort();
+        }
     } catch (const std::exception&) { // a port that is gone needs no idle levels
         session_.ParallelPortReady = false;
     }

@@ -39,9 +39,12 @@ public:
     void Main(const std::string& commandLine = {});
     /// Whether a file of this name exists that is no folder; a failure to find out counts as none.
     static bool ValidFile(const std::string& name);
+    /// Who wants the program closed.
+    enum class Closing { User, System };
     /// The close box: stops a continuous run, asks whether to save changed settings, and ends the
-    /// program. Harmless when repeated, also while the question is shown.
-    void close();
+    /// program. When they were to be saved and are not, the program goes on, unless it is the
+    /// system that ends it. Harmless when repeated, also while the question is shown.
+    void close(Closing who = Closing::User);
     /// An orderly end without a question: a continuous run stops, the dongle is closed and the
     /// pins go idle. Harmless when repeated.
     void end();
@@ -58,7 +61,7 @@ public:
     Event<> helpRequested;
 
     /// Records what happens on either bus from now on; the trace outlives the recording.
-    void startRecording(WireTrace& trace);
+    void startRecording(WireListener& trace);
     void stopRecording();
     /// The words on the wire as waveforms, recorded when somebody wants them.
     [[nodiscard]] WaveformRecording& waveform() { return waveform_; }
@@ -88,10 +91,13 @@ private:
     void openFromCommandLine(const std::string& commandLine);
     void itemExit_Click();
     void Form_Unload();
+    [[nodiscard]] bool saveBeforeEnd();
     void putIdleLevelsOnPins();
     void Start_USB();
     void itemUpdateDongle_Click();
     void unloadPanels();
+    /// False after a message when the next word does not go through the dongle.
+    bool canReachDongle();
     void restPins();
 
     Desk desk_;
@@ -102,10 +108,11 @@ private:
     forms::FormSet forms_;
     LiveOptions options_;
     PinLayer pins_;
+    FailureBoxes failures_;
     DongleLink dongle_;
     WordEngine engine_;
     WireTap tap_;
-    WireTrace* trace_ = nullptr;
+    WireListener* trace_ = nullptr;
     WaveformRecording waveform_;
     forms::FormSlot<MainForm> mainForm_;
     forms::FormSlot<ConfigureDialog> dialog_;
@@ -115,6 +122,7 @@ private:
     Panels panels_;
     bool running_ = false;
     bool closing_ = false;
+    bool systemEnds_ = false; ///< and it does not wait for a save that succeeds
     bool searching_ = false;
 };
 

@@ -1,14 +1,9 @@
-#include "platform/forms/near_names.h"
 #include "python/bindings.h"
 
-#include <algorithm>
-#include <chrono>
 #include <optional>
-#include <thread>
+#include <string>
 #include <utility>
 #include <vector>
-
-#include <fmt/format.h>
 
 #include <pybind11/functional.h>
 #include <pybind11/stl.h>
@@ -16,65 +11,6 @@
 namespace bitlux::python {
 
 namespace {
-
-using BenchHolder = std::shared_ptr<ScriptBench>;
-
-/// The variables of the session.
-struct SessionView {
-    BenchHolder bench;
-};
-
-Interruption interruptionOfPython() {
-    return {.check =
-                [] {
-                    if (PyErr_CheckSignals() != 0)
-                        throw ScriptError{py::error_already_set()};
-                },
-            .sleep =
-                [](std::int64_t nanoseconds) {
-                    const py::gil_scoped_release others;
-                    std::this_thread::sleep_for(std::chrono::nanoseconds(nanoseconds));
-                }};
-}
-
-std::vector<std::int16_t> addressesFrom(const std::vector<int>& ports) {
-    std::vector<std::int16_t> addresses;
-    for (const int port : ports) {
-        if (port <= 0 || port > 0xFFFF)
-            throw py::value_error("A port has an address from 1 to 0xFFFF");
-        addresses.push_back(static_cast<std::int16_t>(port));
-    }
-    return addresses;
-}
-
-struct StartOptions {
-    std::string device;
-    std::optional<std::string> bus;
-    std::string clock;
-    std::vector<int> ports;
-    bool dongle;
-    std::string commandLine;
-    std::vector<std::string> markers;
-    std::vector<std::string> answers;
-};
-
-BenchHolder makeBench(const StartOptions& options) {
-    if (options.bus && *options.bus != "port" && *options.bus != "dongle")
-        throw py::value_error(R"(bus is "port" or "dongle")");
-    if (options.clock != "virtual" && options.clock != "real")
-        throw py::value_error(R"(clock is "virtual" or "real")");
-    BenchSetup setup{.device = options.device,
-                     .bus = options.bus,
-                     .ports = addressesFrom(options.ports),
-                     .dongle = options.dongle,
-                     .commandLine = options.commandLine,
-                     .markers = options.markers,
-                     .answers = {},
-                     .realTime = options.clock == "real"};
-    for (const std::string& answer : options.answers)
-        setup.answers.push_back(answerFrom(answer));
-    return std::make_shared<ScriptBench>(std::move(setup), interruptionOfPython());
-}
 
 std::vector<std::string> controlNames(ScriptBench& bench, const std::string& form) {
     std::vector<std::string> names;
@@ -95,14 +31,14 @@ py::object call(ScriptBench& bench, const std::string& name, const py::args& arg
     forms::Values values;
     for (const py::handle& argument : arguments)
         values.push_back(fromPython(argument));
-    return toPython(bench.act([&] {
+    return toPython(act(bench, [&] {
         const auto [form, procedure] = split(bench, name);
         return form->callWith(procedure, values);
     }));
 }
 
 py::object get(ScriptBench& bench, const std::string& name) {
-    return toPython(bench.act([&] {
+    return toPython(act(bench, [&] {
         const auto [form, variable] = split(bench, name);
         return form->readVariable(variable);
     }));
@@ -110,56 +46,54 @@ py::object get(ScriptBench& bench, const std::string& name) {
 
 void set(ScriptBench& bench, const std::string& name, const py::object& value) {
     const forms::Value given = fromPython(value);
-    bench.act([&] {
+    act(bench, [&] {
         const auto [form, variable] = split(bench, name);
         form->writeVariable(variable, given);
     });
 }
 
-void at(ScriptBench& bench, double milliseconds, const py::function& action) {
-    bench.at(milliseconds, [action] {
-        try {
-            action();
-        } catch (py::error_already_set& raised) {
-            throw ScriptError{raised};
-        }
+double checkedDuration(double milliseconds) {
+    constexpr double longest = 1e12; // some 30 years
+    if (!(milliseconds >= 0 && milliseconds <= longest))
+        throw py::value_error("ms is 0 to 1e12");
+    return milliseconds;
+}
+
+/// The function of Python takes the interpreter when it is called, and when it goes.
+void at(ScriptBench& bench, double milliseconds, const std::function<void()>& action) {
+    const double duration = checkedDuration(milliseconds);
+    act(bench, [&] {
+        bench.at(duration, [action] {
+            const py::gil_scoped_acquire gil;
+            try {
+                action();
+            } catch (py::error_already_set& raised) {
+                throw ScriptError{raised};
+            }
+        });
     });
 }
 
-py::int_ transfer(ScriptBench& bench, const py::int_& word, int bits, int type) {
-    std::vector<std::int16_t> sent = bitsOf(word);
-    const int length = bits != 0 ? bits : bench.program().session().SPIWordLength;
-    if (length >= 0 && static_cast<int>(sent.size()) > length)
-        throw py::value_error(fmt::format("The word has more than {} bits", length));
-    return numberOf(bench.act([&] { return bench.transfer(std::move(sent), bits, type); }));
+std::string textFrom(const py::handle& value) {
+    if (!PyUnicode_Check(value.ptr()))
+        throw py::type_error("An answer is a str");
+    return py::cast<std::string>(value);
 }
 
-py::list traceOf(ScriptBench& bench) {
-    py::list result;
-    for (const WireAccess& access : bench.trace().accesses()) {
-        const bool out = access.kind == WireAccess::Kind::FrameOut;
-        if (out || access.kind == WireAccess::Kind::FrameIn)
-            result.append(py::make_tuple(
-                out ? "OUT" : "IN", py::bytes(reinterpret_cast<const char*>(access.frame.data()),
-                                              access.frame.size())));
-        else
-            result.append(py::make_tuple(access.kind == WireAccess::Kind::Write ? "W" : "R",
-                                         static_cast<std::uint16_t>(access.address), access.value));
+void answer(ScriptBench& bench, const py::args& answers) {
+    for (const py::handle& answer : answers) {
+        const MessageBox::Answer button = answerFrom(textFrom(answer));
+        look(bench, [&] { bench.boxes().answer(button); });
     }
-    return result;
 }
 
-const SessionVariable& variableNamed(const std::string& name) {
-    const auto variables = sessionVariables();
-    const auto found =
-        std::find_if(variables.begin(), variables.end(),
-                     [&name](const SessionVariable& variable) { return variable.name == name; });
-    if (found != variables.end())
-        return *found;
-    std::vector<std::string> names;
-    for (const SessionVariable& variable : variables)
-        names.emplace_back(variable.name);
-    throw forms::UnknownName("session." + name, forms::nearNames(name, names));
+void answerFile(ScriptBench& bench, const py::args& answers) {
+    for (const py::handle& answer : answers) {
+        std::optional<std::string> name;
+        if (!answer.is_none())
+            name = textFrom(answer);
+        look(bench, [&] { bench.fileDialogs().answer(name); });
+    }
 }
 
 BenchControls& virtualBench(ScriptBench& bench) {
@@ -168,24 +102,161 @@ BenchControls& virtualBench(ScriptBench& bench) {
     return *bench.bench();
 }
 
-void bindSession(py::module_& module) {
-    py::class_<SessionView>(
-        module, "Session",
-        "The variables of the program by name. Lists are copies: assign a whole one.")
-        .def("__getattr__",
-             [](const SessionView& self, const std::string& name) {
-                 return toPython(variableNamed(name).place(self.bench->program().session()));
-             })
-        .def("__setattr__",
-             [](const SessionView& self, const std::string& name, const py::object& value) {
-                 assign(variableNamed(name).place(self.bench->program().session()), name, value);
-             })
-        .def("__dir__", [](const SessionView&) {
-            std::vector<std::string> names;
-            for (const SessionVariable& variable : sessionVariables())
-                names.emplace_back(variable.name);
-            return names;
-        });
+/// Something that a hand does to a form by its name.
+auto toForm(void (forms::FormSet::*deed)(std::string_view)) {
+    return [deed](ScriptBench& self, const std::string& form) {
+        act(self, [&] { (self.program().forms().*deed)(form); });
+    };
+}
+
+void bindForms(BenchClass& bench) {
+    bench
+        .def(
+            "__getitem__",
+            [](BenchHolder self, const std::string& name) {
+                return ControlHandle(std::move(self), name);
+            },
+            py::arg("name"),
+            "A control by its name, as b[\"frmMain.cmdSI_single(3)\"]. Raises UnknownName.")
+        .def(
+            "forms",
+            [](ScriptBench& self) {
+                return look(self, [&] { return self.program().forms().names(); });
+            },
+            "The names of all forms.")
+        .def(
+            "controls",
+            [](ScriptBench& self, const std::string& form) {
+                return act(self, [&] { return controlNames(self, form); });
+            },
+            py::arg("form"),
+            "The names of all controls of a form, as b[...] takes them. Raises UnknownName.")
+        .def(
+            "procedures",
+            [](ScriptBench& self, const std::string& form) {
+                return act(self, [&] { return self.program().forms().form(form).procedures(); });
+            },
+            py::arg("form"), "The names of all procedures of a form. Raises UnknownName.")
+        .def(
+            "variables",
+            [](ScriptBench& self, const std::string& form) {
+                return act(self, [&] { return self.program().forms().form(form).variables(); });
+            },
+            py::arg("form"), "The names of all variables of a form. Raises UnknownName.")
+        .def("show", toForm(&forms::FormSet::show), py::arg("form"),
+             "Show a form and bring it to the front. Raises UnknownName, and Failure when a "
+             "handler\n"
+             "of it fails.")
+        .def("activate", toForm(&forms::FormSet::activate), py::arg("form"),
+             "Bring a form to the front; the one that was there leaves it. Raises as show.")
+        .def("deactivate", toForm(&forms::FormSet::deactivate), py::arg("form"),
+             "Take a form from the front. Raises as show.")
+        .def("unload", toForm(&forms::FormSet::unload), py::arg("form"),
+             "Let a form go; it is made anew when it is touched the next time. frmMain ends the\n"
+             "program as close() does. Raises as show.")
+        .def(
+            "visible",
+            [](ScriptBench& self, const std::string& form) {
+                return look(self, [&] { return self.program().forms().isVisible(form); });
+            },
+            py::arg("form"), "Whether a form is shown. Raises UnknownName.")
+        .def(
+            "call", call, py::arg("procedure"),
+            "Call a procedure of a form, as \"frmMain.SetSpiWordLength\", with arguments; returns\n"
+            "what it gives. Raises UnknownName, TypeError for an argument that is neither None,\n"
+            "bool, int, float nor str, and Failure when the procedure fails or does not take them.")
+        .def("get", get, py::arg("name"),
+             R"(A variable of a form, as "ZT72518.ParityBit". Raises UnknownName.)")
+        .def("set", set, py::arg("name"), py::arg("value"),
+             "Set a variable of a form. Raises UnknownName, TypeError as call, and Failure for a\n"
+             "value that the variable does not take.")
+        .def_property_readonly(
+            "session", [](BenchHolder self) { return SessionView{std::move(self)}; },
+            "The variables of the program.");
+}
+
+void bindDesk(BenchClass& bench) {
+    bench
+        .def("answer", answer,
+             "Answers for coming boxes, in order: \"OK\", \"Cancel\", \"Yes\", \"No\". A box with "
+             "one\n"
+             "button takes the next one only if that names its button. Raises ValueError for any\n"
+             "other text, TypeError for what is none.")
+        .def_property_readonly(
+            "messages",
+            [](ScriptBench& self) { return look(self, [&] { return messagesOf(self); }); },
+            "The boxes shown so far.")
+        .def("answer_file", answerFile,
+             "Answers for coming file dialogs, in order: a file name, or None for Cancel. Raises\n"
+             "TypeError for anything else.")
+        .def_property_readonly(
+            "file_dialogs",
+            [](ScriptBench& self) { return look(self, [&] { return fileDialogsOf(self); }); },
+            "The file dialogs shown so far.")
+        .def(
+            "run_for",
+            [](ScriptBench& self, double milliseconds) {
+                const double duration = checkedDuration(milliseconds);
+                act(self, [&] { self.runFor(duration); });
+            },
+            py::arg("ms"),
+            "Let so many milliseconds pass, 0 to 1e12: timers fire, and actions of at() run. "
+            "Raises\n"
+            "ValueError outside the range, and what an action raises.")
+        .def_property_readonly(
+            "clock_ms",
+            [](ScriptBench& self) { return look(self, [&] { return self.milliseconds(); }); },
+            "Milliseconds on the clock of the bench.")
+        .def(
+            "at", at, py::arg("ms"), py::arg("action"),
+            "Call action in so many milliseconds, 0 to 1e12, also within a call that blocks. What\n"
+            "it raises comes out of that call. Raises ValueError outside the range.");
+}
+
+void bindFiles(BenchClass& bench) {
+    bench
+        .def(
+            "open",
+            [](ScriptBench& self, const std::string& name) { act(self, [&] { self.open(name); }); },
+            py::arg("file_name"),
+            "Open a configuration file. Raises FileFailure, or Failure with the line that is\n"
+            "damaged, when it was not read whole.")
+        .def(
+            "save",
+            [](ScriptBench& self, const std::string& name) { act(self, [&] { self.save(name); }); },
+            py::arg("file_name"), "Save the configuration. Raises FileFailure when it cannot.")
+        .def(
+            "vcd",
+            [](ScriptBench& self, const std::string& name) {
+                look(self, [&] { self.program().saveVcd(name); });
+            },
+            py::arg("file_name"),
+            "Save the waveform of the last words, as many as 16 MB hold, as a value change dump.\n"
+            "Raises FileFailure when it cannot.")
+        .def(
+            "sr",
+            [](ScriptBench& self, const std::string& name) {
+                look(self, [&] { self.program().saveSr(name); });
+            },
+            py::arg("file_name"),
+            "Save it as a sigrok session. Raises FileFailure when it cannot.");
+}
+
+void bindEnd(BenchClass& bench) {
+    bench.def("__enter__", [](BenchHolder self) { return self; })
+        .def("__exit__", [](ScriptBench& self,
+                            const py::args&) { actAnyway(self, [&] { self.program().end(); }); })
+        .def(
+            "close", [](ScriptBench& self) { actAnyway(self, [&] { self.program().close(); }); },
+            "The close box of the main window, with its question when something is unsaved: "
+            "raises\n"
+            "UnansweredBox when nobody answers that. Harmless when repeated. A bench that is "
+            "closed\n"
+            "leaves its pins at rest and its dongle free; what would drive them raises Failure.")
+        .def_property_readonly(
+            "running",
+            [](ScriptBench& self) { return look(self, [&] { return self.program().running(); }); },
+            "Whether the program has not ended.");
 }
 
 } // namespace
@@ -194,7 +265,7 @@ void bindBench(py::module_& module) {
     bindMessages(module);
     bindSession(module);
     bindVirtualBench(module);
-    py::class_<ScriptBench, BenchHolder>(
+    BenchClass bench(
         module, "Bench",
         "The program without its window, on the virtual bench or on hardware.\n\n"
         R"(With bus="dongle" or bus="port" it is ready to send in hexadecimal; without, it is )"
@@ -204,155 +275,16 @@ void bindBench(py::module_& module) {
         "a configuration file), marker files. answers are those of boxes during the start.\n"
         "Time is virtual and passes only while something waits, or clock=\"real\".\n\n"
         "The settings stay in the session until something changes them. A bench ends with its\n"
-        "with block, with close(), or when nobody has it any more.")
-        .def(py::init([](std::string device, std::optional<std::string> bus, std::string clock,
-                         std::vector<int> ports, bool dongle, std::string commandLine,
-                         std::vector<std::string> markers, std::vector<std::string> answers) {
-                 return makeBench({.device = std::move(device),
-                                   .bus = std::move(bus),
-                                   .clock = std::move(clock),
-                                   .ports = std::move(ports),
-                                   .dongle = dongle,
-                                   .commandLine = std::move(commandLine),
-                                   .markers = std::move(markers),
-                                   .answers = std::move(answers)});
-             }),
-             py::kw_only(), py::arg("device") = "loopback", py::arg("bus") = py::none(),
-             py::arg("clock") = "virtual", py::arg("ports") = std::vector<int>{address378},
-             py::arg("dongle") = false, py::arg("command_line") = "",
-             py::arg("markers") = std::vector<std::string>{},
-             py::arg("answers") = std::vector<std::string>{})
-        .def_static(
-            "hardware", [] { return std::make_shared<ScriptBench>(interruptionOfPython()); },
-            "The program on the ports and dongles of this machine.")
-        .def("__enter__", [](BenchHolder self) { return self; })
-        .def("__exit__", [](ScriptBench& self, const py::args&) { self.program().end(); })
-        .def(
-            "__getitem__",
-            [](BenchHolder self, const std::string& name) {
-                return ControlHandle(std::move(self), name);
-            },
-            py::arg("name"), "A control by its name, as b[\"frmMain.cmdSI_single(3)\"].")
-        .def(
-            "forms", [](ScriptBench& self) { return self.program().forms().names(); },
-            "The names of all forms.")
-        .def(
-            "controls",
-            [](ScriptBench& self, const std::string& form) {
-                return self.act([&] { return controlNames(self, form); });
-            },
-            py::arg("form"), "The names of all controls of a form, as b[...] takes them.")
-        .def(
-            "procedures",
-            [](ScriptBench& self, const std::string& form) {
-                return self.act([&] { return self.program().forms().form(form).procedures(); });
-            },
-            py::arg("form"), "The names of all procedures of a form.")
-        .def(
-            "variables",
-            [](ScriptBench& self, const std::string& form) {
-                return self.act([&] { return self.program().forms().form(form).variables(); });
-            },
-            py::arg("form"), "The names of all variables of a form.")
-        .def(
-            "show",
-            [](ScriptBench& self, const std::string& form) {
-                self.act([&] { self.program().forms().show(form); });
-            },
-            py::arg("form"), "Show a form and bring it to the front.")
-        .def(
-            "activate",
-            [](ScriptBench& self, const std::string& form) {
-                self.act([&] { self.program().forms().activate(form); });
-            },
-            py::arg("form"), "Bring a form to the front; the one that was there leaves it.")
-        .def(
-            "deactivate",
-            [](ScriptBench& self, const std::string& form) {
-                self.act([&] { self.program().forms().deactivate(form); });
-            },
-            py::arg("form"), "Take a form from the front.")
-        .def(
-            "unload",
-            [](ScriptBench& self, const std::string& form) {
-                self.act([&] { self.program().forms().unload(form); });
-            },
-            py::arg("form"), "Let a form go; it is made anew when it is touched the next time.")
-        .def(
-            "visible",
-            [](ScriptBench& self, const std::string& form) {
-                return self.act([&] { return self.program().forms().isVisible(form); });
-            },
-            py::arg("form"), "Whether a form is shown.")
-        .def("call", call, py::arg("procedure"),
-             "Call a procedure of a form, with arguments; returns what it gives.")
-        .def("get", get, py::arg("name"), R"(A variable of a form, as "ZT72518.ParityBit".)")
-        .def("set", set, py::arg("name"), py::arg("value"), "Set a variable of a form.")
-        .def_property_readonly(
-            "session", [](BenchHolder self) { return SessionView{std::move(self)}; },
-            "The variables of the program.")
-        .def(
-            "answer",
-            [](ScriptBench& self, const py::args& answers) {
-                for (const py::handle& answer : answers)
-                    self.boxes().answer(answerFrom(py::cast<std::string>(answer)));
-            },
-            "Answers for coming boxes, in order. A box with one button takes the next one only\n"
-            "if that names its button.")
-        .def_property_readonly("messages", messagesOf, "The boxes shown so far.")
-        .def(
-            "answer_file",
-            [](ScriptBench& self, const py::args& answers) {
-                for (const py::handle& answer : answers)
-                    self.fileDialogs().answer(py::cast<std::optional<std::string>>(answer));
-            },
-            "Answers for coming file dialogs, in order; None cancels.")
-        .def_property_readonly("file_dialogs", fileDialogsOf, "The file dialogs shown so far.")
-        .def(
-            "run_for",
-            [](ScriptBench& self, double milliseconds) {
-                self.act([&] { self.runFor(milliseconds); });
-            },
-            py::arg("ms"), "Let time pass: timers fire, and actions of at() run.")
-        .def_property_readonly("clock_ms", &ScriptBench::milliseconds,
-                               "Milliseconds on the clock of the bench.")
-        .def("at", at, py::arg("ms"), py::arg("action"),
-             "Call action in so many milliseconds, also within a call that blocks.")
-        .def_property_readonly("trace", traceOf,
-                               "What went over the wire: (\"W\", 0x378, 5), (\"R\", 0x379, 32),\n"
-                               R"(("OUT", bytes), ("IN", bytes).)")
-        .def(
-            "clear_trace", [](ScriptBench& self) { self.trace().clear(); },
-            "Forget what went over the wire so far.")
-        .def_property("recording", &ScriptBench::recording, &ScriptBench::record,
-                      "Whether what goes over the wire is recorded; the trace grows\n"
-                      "until clear_trace(), the waveform keeps the last words.")
-        .def_property_readonly("bench", virtualBench, py::return_value_policy::reference_internal,
-                               "The virtual bench.")
-        .def("transfer", transfer, py::arg("word"), py::arg("bits") = 0, py::arg("type") = 0,
-             "Send a word and return the answer, in the shape in force but for bits and type. No\n"
-             "form takes part, and nothing is logged.")
-        .def(
-            "open",
-            [](ScriptBench& self, const std::string& name) { self.act([&] { self.open(name); }); },
-            py::arg("file_name"), "Open a configuration file.")
-        .def(
-            "save",
-            [](ScriptBench& self, const std::string& name) { self.act([&] { self.save(name); }); },
-            py::arg("file_name"), "Save the configuration.")
-        .def(
-            "vcd", [](ScriptBench& self, const std::string& name) { self.program().saveVcd(name); },
-            py::arg("file_name"),
-            "Save the waveform of the last words, as many as 16 MB hold, as a value change dump.")
-        .def(
-            "sr", [](ScriptBench& self, const std::string& name) { self.program().saveSr(name); },
-            py::arg("file_name"), "Save it as a sigrok session.")
-        .def(
-            "close", [](ScriptBench& self) { self.act([&] { self.program().close(); }); },
-            "The close box of the main window, with its question when something is unsaved.")
-        .def_property_readonly(
-            "running", [](ScriptBench& self) { return self.program().running(); },
-            "Whether the program has not ended.");
+        "with block, with close(), or when nobody has it any more. On hardware other threads run\n"
+        "while a call lasts; a second call into the same bench waits for the first.");
+    bindStart(bench);
+    bindForms(bench);
+    bindDesk(bench);
+    bindTransfers(bench);
+    bindFiles(bench);
+    bindEnd(bench);
+    bench.def_property_readonly("bench", virtualBench, py::return_value_policy::reference_internal,
+                                "The virtual bench. Raises Failure on hardware.");
 }
 
 } // namespace bitlux::python

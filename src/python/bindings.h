@@ -1,14 +1,82 @@
 #pragma once
 
+#include "platform/failure.h"
 #include "python/script_bench.h"
 #include "python/values.h"
 
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace bitlux::python {
+
+/// Lets other threads of Python run for as long as it lives; harmless where they may already.
+class WithoutGil {
+public:
+    WithoutGil() {
+        if (PyGILState_Check() == 1)
+            released_.emplace();
+    }
+
+private:
+    std::optional<py::gil_scoped_release> released_;
+};
+
+/// A call of a script is inside a bench. Another thread's call waits until it has left, with the
+/// interpreter free, and signals are handled meanwhile.
+class InBench {
+public:
+    explicit InBench(ScriptBench& bench);
+    ~InBench() { lock_.leave(); }
+    InBench(const InBench&) = delete;
+    InBench& operator=(const InBench&) = delete;
+
+private:
+    BenchLock& lock_;
+};
+
+/// Looks at something of a bench, which may have been closed.
+template <typename Action>
+auto look(ScriptBench& bench, Action&& action) {
+    const InBench inside(bench);
+    return std::forward<Action>(action)();
+}
+
+/// Acts, also on a bench that has been closed. On hardware other threads run meanwhile, so `action`
+/// touches nothing of Python.
+template <typename Action>
+auto actAnyway(ScriptBench& bench, Action&& action) {
+    const InBench inside(bench);
+    std::optional<WithoutGil> others;
+    if (bench.onHardware())
+        others.emplace();
+    return bench.act(std::forward<Action>(action));
+}
+
+/// Acts on a bench. One that has been closed raises Failure.
+template <typename Action>
+auto act(ScriptBench& bench, Action&& action) {
+    return actAnyway(bench, [&] {
+        if (!bench.program().running())
+            throw Failure(Failure::Kind::OutOfRange, "The bench is closed");
+        return action();
+    });
+}
+
+/// Takes what a script gave; what is wrong with it is a ValueError.
+template <typename Action>
+auto argument(Action&& action) {
+    try {
+        return std::forward<Action>(action)();
+    } catch (const Failure& failure) {
+        throw py::value_error(failure.what());
+    }
+}
+
+/// The exception of Python that stands for a failure.
+py::object exceptionOf(const Failure& failure);
 
 /// A control in the hands of a script. It is found by its name again after its form has gone.
 class ControlHandle {
@@ -45,6 +113,19 @@ std::vector<AskedFile> fileDialogsOf(ScriptBench& bench);
 void bindControls(py::module_& module);
 void bindMessages(py::module_& module);
 void bindVirtualBench(py::module_& module);
+void bindSession(py::module_& module);
 void bindBench(py::module_& module);
+
+using BenchHolder = std::shared_ptr<ScriptBench>;
+using BenchClass = py::class_<ScriptBench, BenchHolder>;
+
+// Parts of the class Bench.
+void bindStart(BenchClass& bench);
+void bindTransfers(BenchClass& bench);
+
+/// The variables of a bench's program.
+struct SessionView {
+    BenchHolder bench;
+};
 
 } // namespace bitlux::python

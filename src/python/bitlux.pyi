@@ -1,27 +1,28 @@
-"""Bitlux Forge without its window: the program, its forms by their names."""
+# What editors know of the module; its descriptions are those of the module itself (document_stub.py).
 
 from types import TracebackType
-from typing import Any, Callable, Dict, List, Literal, Optional, Sequence, Tuple, Type, Union
+from typing import Any, Callable, Dict, Iterable, List, Literal, Optional, Sequence, Tuple, Type, Union
 
 Value = Union[None, bool, int, float, str]
 Button = Literal["OK", "Cancel", "Yes", "No"]
 Access = Union[Tuple[Literal["W", "R"], int, int], Tuple[Literal["OUT", "IN"], bytes]]
 
-class Failure(RuntimeError):
-    """The program failed; the text is its own."""
+__version__: str
 
-class Unreachable(RuntimeError):
-    """A hand reached for a control that is hidden or disabled."""
+class Failure(RuntimeError): ...
 
-class UnansweredBox(RuntimeError):
-    """A box with several buttons was shown and no answer was left for it."""
+class LinkFailed(Failure):
+    answers: List[int]
 
-class UnknownName(KeyError, AttributeError):
-    """A name that no form, control, procedure or variable bears; the text has near ones."""
+class PortUnusable(Failure):
+    answers: List[int]
+
+class FileFailure(Failure): ...
+class Unreachable(RuntimeError): ...
+class UnansweredBox(RuntimeError): ...
+class UnknownName(KeyError, AttributeError): ...
 
 class Control:
-    """A control of a form. What is set or done here is what a user's hand does."""
-
     @property
     def name(self) -> str: ...
     @property
@@ -50,8 +51,6 @@ class Control:
     def drag_line(self, source: int, target: int) -> None: ...
 
 class Message:
-    """A message box that was shown."""
-
     @property
     def text(self) -> str: ...
     @property
@@ -64,8 +63,6 @@ class Message:
     def answer(self) -> Optional[str]: ...
 
 class FileDialog:
-    """A file dialog that was shown."""
-
     @property
     def kind(self) -> str: ...
     @property
@@ -78,8 +75,6 @@ class FileDialog:
     def answer(self) -> Optional[str]: ...
 
 class VirtualBench:
-    """The virtual bench: what its device answers, and what goes wrong."""
-
     device: str
     replies: List[int]
     command_replies: List[bytes]
@@ -95,8 +90,6 @@ class VirtualBench:
     def pins(self) -> Dict[str, int]: ...
 
 class Session:
-    """The variables of the program by name. Lists are copies: assign a whole one."""
-
     BuildNumber: int
     SPIWordLength: int
     SavedSPIWordLength: int
@@ -152,6 +145,7 @@ class Session:
     LinkFailed: bool
     WordToSend: List[int]
     WordReceived: List[int]
+    WordAnswered: bool
     PortStatusSamples: List[int]
     SingleWordBits: List[int]
     @property
@@ -210,8 +204,6 @@ class Session:
     def BatchCount(self) -> int: ...
 
 class Bench:
-    """The program without its window, on the virtual bench or on hardware."""
-
     def __init__(
         self,
         *,
@@ -223,9 +215,18 @@ class Bench:
         command_line: str = "",
         markers: Sequence[str] = ...,
         answers: Sequence[Button] = ...,
+        bits: Optional[int] = None,
+        type: Optional[int] = None,
     ) -> None: ...
     @staticmethod
-    def hardware() -> "Bench": ...
+    def hardware(
+        *,
+        bus: Optional[Literal["dongle", "port"]] = None,
+        port: Union[None, str, int] = None,
+        serial: Optional[str] = None,
+        bits: Optional[int] = None,
+        type: Optional[int] = None,
+    ) -> "Bench": ...
     def __enter__(self) -> "Bench": ...
     def __exit__(
         self,
@@ -260,11 +261,15 @@ class Bench:
     def at(self, ms: float, action: Callable[[], object]) -> None: ...
     @property
     def trace(self) -> List[Access]: ...
+    @property
+    def trace_dropped(self) -> int: ...
+    trace_limit: int
     def clear_trace(self) -> None: ...
     recording: bool
     @property
     def bench(self) -> VirtualBench: ...
     def transfer(self, word: int, bits: int = 0, type: int = 0) -> int: ...
+    def transfer_many(self, words: Iterable[int], bits: int = 0, type: int = 0) -> List[int]: ...
     def open(self, file_name: str) -> None: ...
     def save(self, file_name: str) -> None: ...
     def vcd(self, file_name: str) -> None: ...

@@ -37,7 +37,7 @@ std::optional<std::string> textOf(const ControlHandle& handle) {
 }
 
 void setText(const ControlHandle& handle, const std::string& text) {
-    handle.bench().act([&] {
+    act(handle.bench(), [&] {
         if (auto* box = as<forms::TextBox>(handle))
             box->edit(text);
         else if (auto* combo = as<forms::ComboBox>(handle))
@@ -60,7 +60,7 @@ py::object valueOf(const ControlHandle& handle) {
 }
 
 void setValue(const ControlHandle& handle, int value) {
-    handle.bench().act([&] {
+    act(handle.bench(), [&] {
         if (auto* check = as<forms::CheckBox>(handle)) {
             if (value != 0 && value != 1)
                 throw py::value_error(handle.name() + " is 0 or 1");
@@ -106,7 +106,7 @@ std::optional<int> listIndexOf(const ControlHandle& handle) {
 }
 
 void setListIndex(const ControlHandle& handle, int index) {
-    handle.bench().act([&] {
+    act(handle.bench(), [&] {
         if (auto* combo = as<forms::ComboBox>(handle))
             combo->select(index);
         else if (auto* list = as<forms::ListBox>(handle))
@@ -117,7 +117,7 @@ void setListIndex(const ControlHandle& handle, int index) {
 }
 
 void drag(const ControlHandle& handle, int value) {
-    handle.bench().act([&] {
+    act(handle.bench(), [&] {
         if (auto* bar = as<forms::ScrollBar>(handle))
             bar->drag(value);
         else
@@ -126,7 +126,7 @@ void drag(const ControlHandle& handle, int value) {
 }
 
 void dragLine(const ControlHandle& handle, int from, int to) {
-    handle.bench().act([&] {
+    act(handle.bench(), [&] {
         if (auto* list = as<forms::ListBox>(handle))
             list->dragLine(from, to);
         else
@@ -167,7 +167,7 @@ const char* kindOf(const ControlHandle& handle) {
 /// Something a hand does to a control of any kind.
 auto byHand(void (*deed)(forms::Control&)) {
     return [deed](const ControlHandle& handle) {
-        handle.bench().act([&] { deed(handle.control()); });
+        act(handle.bench(), [&] { deed(handle.control()); });
     };
 }
 
@@ -181,7 +181,7 @@ ControlHandle::ControlHandle(std::shared_ptr<ScriptBench> bench, std::string nam
 forms::Control& ControlHandle::control() const {
     if (control_ == nullptr || generation_ != bench_->generation()) {
         control_ =
-            &bench_->act([&] { return std::ref(bench_->program().forms().control(name_)); }).get();
+            &act(*bench_, [&] { return std::ref(bench_->program().forms().control(name_)); }).get();
         generation_ = bench_->generation();
     }
     return *control_;
@@ -196,7 +196,8 @@ void bindControls(py::module_& module) {
         .def_property_readonly("name", &ControlHandle::name, "As \"frmMain.cmdSI_single(3)\".")
         .def_property_readonly("kind", kindOf, R"("Button", "TextBox" and so on.)")
         .def("click", byHand([](forms::Control& control) { control.click(); }),
-             "Click it. A tab strip is clicked on the tab it shows; set value for another.")
+             "Click it. A tab strip is clicked on the tab it shows; set value for another. Raises\n"
+             "Unreachable, and Failure when a handler fails, as do all that follow.")
         .def("double_click", byHand([](forms::Control& control) { control.doubleClick(); }),
              "Double-click it.")
         .def("focus", byHand([](forms::Control& control) { control.focus(); }),
@@ -205,28 +206,42 @@ void bindControls(py::module_& module) {
             "key",
             [](const ControlHandle& handle, const std::string& name) {
                 const forms::Keystroke stroke = forms::keystrokeNamed(name);
-                handle.bench().act([&] { handle.control().key(stroke); });
+                act(handle.bench(), [&] { handle.control().key(stroke); });
             },
-            py::arg("name"), R"(Press a key, as "Enter", "Escape", "F5" or "a".)")
+            py::arg("name"),
+            "Press a key, as \"Enter\", \"Escape\", \"F5\" or \"a\". Raises UnknownName for no "
+            "key.")
         .def(
             "type",
             [](const ControlHandle& handle, const std::string& text) {
-                handle.bench().act([&] { handle.control().type(text); });
+                act(handle.bench(), [&] { handle.control().type(text); });
             },
             py::arg("text"), "Press the keys of a text, through the key handlers.")
         .def("drag", drag, py::arg("value"),
-             "Hold the thumb of a scroll bar there; setting value lets it go.")
+             "Hold the thumb of a scroll bar there; setting value lets it go. Raises Failure "
+             "beyond\n"
+             "its ends, AttributeError for another kind of control.")
         .def("drag_line", dragLine, py::arg("source"), py::arg("target"),
-             "Drag a line of a list to the place of another.")
+             "Drag a line of a list to the place of another, both from 0. Raises Failure where "
+             "there\n"
+             "is no such line, AttributeError for another kind of control.")
         .def_property_readonly("caption", captionOf, "The caption of what has one.")
-        .def_property("text", textOf, setText,
-                      "The text of a text box or combo box, the selected line of a list, else the\n"
-                      "caption. Setting it is what a hand leaves in the box.")
-        .def_property("value", valueOf, setValue,
-                      "0 or 1 of a check box, True or False of an option, the number of a scroll\n"
-                      "bar, the tab, from 1, of a tab strip.")
-        .def_property("list_index", listIndexOf, setListIndex,
-                      "The selected item of a combo box or list from 0, -1 for none.")
+        .def_property(
+            "text", textOf, setText,
+            "The text of a text box or combo box, the selected line of a list, else the\n"
+            "caption. Setting it is what a hand leaves in the box: raises Failure for what a\n"
+            "list of choices does not offer, AttributeError for another kind of control.")
+        .def_property(
+            "value", valueOf, setValue,
+            "0 or 1 of a check box, True or False of an option, the number of a scroll\n"
+            "bar, the tab, from 1, of a tab strip. Setting it raises ValueError for another\n"
+            "value of a box or option, Failure for a number that there is none of,\n"
+            "AttributeError for another kind of control.")
+        .def_property(
+            "list_index", listIndexOf, setListIndex,
+            "The selected item of a combo box or list from 0, -1 for none. Setting it raises\n"
+            "Failure for a number that there is none of, AttributeError for another kind of\n"
+            "control.")
         .def_property_readonly("items", itemsOf,
                                "The items of a combo box, lines of a list or captions of tabs.")
         .def_property_readonly(

@@ -56,7 +56,7 @@ std::vector<AskedFile> fileDialogsOf(ScriptBench& bench) {
 void bindMessages(py::module_& module) {
     py::class_<Message>(module, "Message", "A message box that was shown.")
         .def_property_readonly(
-            "text", [](const Message& self) { return self.box.text; },
+            "text", [](const Message& self) { return self.box.whole(); },
             "Its lines are joined by \\r\\n.")
         .def_property_readonly(
             "title", [](const Message& self) { return self.box.title; }, "The title of the box.")
@@ -72,7 +72,7 @@ void bindMessages(py::module_& module) {
             "The button that was pressed; None when nobody answered.")
         .def("__repr__", [](const Message& self) {
             return fmt::format("<Message {}>",
-                               py::cast<std::string>(py::repr(py::str(self.box.text))));
+                               py::cast<std::string>(py::repr(py::str(self.box.whole()))));
         });
     py::class_<AskedFile>(module, "FileDialog", "A file dialog that was shown.")
         .def_property_readonly(

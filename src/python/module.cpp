@@ -2,8 +2,10 @@
 
 #include "platform/failure.h"
 #include "platform/forms/form_set.h"
+#include "program/version.h"
 #include "python/bindings.h"
 
+#include <chrono>
 #include <exception>
 #include <stdexcept>
 #include <string>
@@ -18,6 +20,9 @@ namespace {
 /// The exceptions of the module; they live as long as the interpreter.
 struct Exceptions {
     PyObject* failure;
+    PyObject* linkFailed;
+    PyObject* portUnusable;
+    PyObject* fileFailure;
     PyObject* unreachable;
     PyObject* unansweredBox;
     PyObject* unknownName;
@@ -39,6 +44,19 @@ void raise(PyObject* exception, const std::string& text) {
     PyErr_SetString(exception, text.c_str());
 }
 
+PyObject* classOf(Failure::Kind kind) {
+    switch (kind) {
+    case Failure::Kind::LinkFailed:
+        return exceptions.linkFailed;
+    case Failure::Kind::PortUnusable:
+        return exceptions.portUnusable;
+    case Failure::Kind::File:
+        return exceptions.fileFailure;
+    default:
+        return exceptions.failure;
+    }
+}
+
 void translate(std::exception_ptr thrown) {
     try {
         std::rethrow_exception(std::move(thrown));
@@ -48,7 +66,7 @@ void translate(std::exception_ptr thrown) {
         raise(exceptions.unansweredBox, R"(Nobody answers the box ")" + unanswered.box.title +
                                             R"(": )" + unanswered.box.text);
     } catch (const Failure& failure) {
-        raise(exceptions.failure, failure.what());
+        raise(classOf(failure.kind()), failure.what());
     } catch (const forms::UnknownName& unknown) {
         raise(exceptions.unknownName, unknown.what());
     } catch (const forms::Unreachable& unreachable) {
@@ -61,23 +79,54 @@ void translate(std::exception_ptr thrown) {
 void makeExceptions(py::module_& module) {
     const py::module_ builtins = py::module_::import("builtins");
     const py::object runtimeError = builtins.attr("RuntimeError");
-    exceptions = {
-        .failure = makeException(module, "Failure", "The program failed; the text is its own.",
-                                 runtimeError),
-        .unreachable =
-            makeException(module, "Unreachable",
-                          "A hand reached for a control that is hidden or disabled.", runtimeError),
-        .unansweredBox = makeException(
-            module, "UnansweredBox",
-            "A box with several buttons was shown and no answer was left for it.", runtimeError),
-        .unknownName = makeException(
-            module, "UnknownName",
-            "A name that no form, control, procedure or variable bears; the text has near ones.",
-            py::make_tuple(builtins.attr("KeyError"), builtins.attr("AttributeError")))};
+    exceptions.failure = makeException(
+        module, "Failure", "The program failed; the text is its own. Also: the bench is closed.",
+        runtimeError);
+    const py::object failure = module.attr("Failure");
+    exceptions.linkFailed = makeException(
+        module, "LinkFailed",
+        "The dongle is not there, was lost, or does not answer. From transfer_many it has the\n"
+        "answers that had come as answers.",
+        failure);
+    exceptions.portUnusable = makeException(
+        module, "PortUnusable",
+        "There is no parallel port, it cannot be opened, or it was lost; as LinkFailed is.",
+        failure);
+    exceptions.fileFailure = makeException(
+        module, "FileFailure", "A file cannot be read or written; the text names it.", failure);
+    exceptions.unreachable =
+        makeException(module, "Unreachable",
+                      "A hand reached for a control that is hidden or disabled.", runtimeError);
+    exceptions.unansweredBox = makeException(
+        module, "UnansweredBox",
+        "A box with several buttons was shown and no answer was left for it.", runtimeError);
+    exceptions.unknownName = makeException(
+        module, "UnknownName",
+        "A name that no form, control, procedure or variable bears; the text has near ones.",
+        py::make_tuple(builtins.attr("KeyError"), builtins.attr("AttributeError")));
     py::register_exception_translator(translate);
 }
 
 } // namespace
+
+py::object exceptionOf(const Failure& failure) {
+    return py::reinterpret_borrow<py::object>(classOf(failure.kind()))(failure.what());
+}
+
+InBench::InBench(ScriptBench& bench) : lock_(bench.lock()) {
+    using namespace std::chrono_literals;
+    if (lock_.enter(0ms))
+        return;
+    for (;;) {
+        {
+            const WithoutGil others;
+            if (lock_.enter(50ms))
+                return;
+        }
+        if (PyErr_CheckSignals() != 0)
+            throw ScriptError{py::error_already_set()};
+    }
+}
 
 } // namespace bitlux::python
 
@@ -88,6 +137,7 @@ PYBIND11_MODULE(bitlux, module) {
                    "    b[\"frmMain.txtHexWordToSend\"].text = \"A5\"\n"
                    "    b[\"frmMain.cmdSendOnce\"].click()\n"
                    R"(    print(b["frmMain.lblHexWordReceived"].caption))";
+    module.attr("__version__") = bitlux::programVersion;
     makeExceptions(module);
     bindControls(module);
     bindBench(module);

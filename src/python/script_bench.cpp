@@ -1,8 +1,6 @@
 #include "python/script_bench.h"
 
 #include "platform/failure.h"
-#include "platform/linux/linux_parallel_port.h"
-#include "platform/linux/linux_usb_host.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,10 +30,12 @@ public:
         : session_(session), length_(session.SPIWordLength), type_(session.SPIType) {
         if (bits < 0 || bits > session.MaxSPIBits)
             throw Failure(Failure::Kind::OutOfRange, "A word has 1 to 160 bits");
+        if (type < 0 || type > 8)
+            throw Failure(Failure::Kind::OutOfRange, "The SPI type is 1 to 8");
         if (bits != 0)
             session.SPIWordLength = static_cast<std::int16_t>(bits);
         if (type != 0)
-            session.SPIType = static_cast<std::int16_t>(std::clamp(type, -1, 9));
+            session.SPIType = static_cast<std::int16_t>(type);
     }
     ~BorrowedShape() {
         session_.SPIWordLength = length_;
@@ -52,83 +52,35 @@ private:
 
 } // namespace
 
-BenchControls::BenchControls(VirtualBench& bench, std::string device)
-    : bench_(bench), device_(std::move(device)) {}
-
-void BenchControls::connect(const std::string& device) {
-    bench_.connect(makeDevice(device, replies_));
-    device_ = device;
-}
-
-void BenchControls::setReplies(std::vector<Reply> replies) {
-    if (device_ != "scripted")
-        throw Failure(
-            Failure::Kind::OutOfRange,
-            fmt::format(R"(The device "{}" answers by itself; "scripted" takes replies)", device_));
-    replies_ = std::move(replies);
-    connect(device_);
-}
-
-void BenchControls::setCommandReplies(std::vector<UsbFrame> replies) {
-    commandReplies_ = std::move(replies);
-    bench_.dongle.answerCommandsWith(commandReplies_);
-}
-
-void BenchControls::setSilent(bool silent) {
-    silent_ = silent;
-    applyFaults();
-}
-
-void BenchControls::setLateMilliseconds(double milliseconds) {
-    late_ = milliseconds;
-    applyFaults();
-}
-
-void BenchControls::setFaults(const std::vector<std::string>& faults, std::uint32_t seed) {
-    std::vector<DongleFault> read;
-    for (const std::string& fault : faults)
-        read.push_back(dongleFaultFrom(fault));
-    faults_ = std::move(read);
-    seed_ = seed;
-    applyFaults();
-}
-
-void BenchControls::applyFaults() {
-    std::vector<DongleFault> all;
-    if (silent_)
-        all.push_back({.kind = DongleFault::Kind::Silent});
-    if (late_ > 0)
-        all.push_back({.kind = DongleFault::Kind::Late, .duration = nanosecondsOf(late_)});
-    all.insert(all.end(), faults_.begin(), faults_.end());
-    bench_.dongle.setFaults(DongleFaults(std::move(all), seed_));
-}
-
-struct ScriptBench::RealHardware {
-    LinuxParallelPort port;
-    LinuxUsbHost usb;
-};
-
-ScriptBench::ScriptBench(BenchSetup setup, Interruption interruption)
-    : setup_(std::move(setup)),
+ScriptBench::ScriptBench(BenchSetup setup, Interruption interruption,
+                         std::shared_ptr<BenchLock> lock)
+    : lock_(std::move(lock)),
+      setup_(std::move(setup)),
       interruption_(std::move(interruption)),
       clock_(makeClock(setup_.realTime, interruption_)),
       bench_(std::make_unique<VirtualBench>(*clock_, makeDevice(setup_.device))),
       usb_(std::make_unique<InterruptibleUsbHost>(bench_->dongle, *clock_, interruption_)),
       controls_(std::make_unique<BenchControls>(*bench_, setup_.device)) {
     bench_->port.setAddresses(setup_.ports);
-    if (setup_.dongle || setup_.bus == "dongle")
+    if (setup_.dongle || setup_.bus == Bus::Dongle)
         bench_->dongle.plug();
     for (const MessageBox::Answer answer : setup_.answers)
         boxes_.answer(answer);
     start({.port = bench_->port, .usb = *usb_, .clock = *clock_, .markers = &markers_});
+    if (setup_.bus)
+        makeReady(setup_.bus, setup_.words);
 }
 
-ScriptBench::ScriptBench(Interruption interruption)
-    : interruption_(std::move(interruption)),
+ScriptBench::ScriptBench(const HardwareSetup& setup, Interruption interruption,
+                         std::shared_ptr<BenchLock> lock)
+    : lock_(std::move(lock)),
+      interruption_(std::move(interruption)),
       clock_(makeClock(true, interruption_)),
-      real_(std::make_unique<RealHardware>()),
-      usb_(std::make_unique<InterruptibleUsbHost>(real_->usb, *clock_, interruption_)) {
-    start({.port = real_->port, .usb = *usb_, .clock = *clock_});
+      hardware_(std::make_unique<LinuxHardware>(setup.choice)),
+      usb_(std::make_unique<InterruptibleUsbHost>(hardware_->usb(), *clock_, interruption_)) {
+    hardware_->demandChosen(DongleLink::deviceInterfaceClass);
+    start({.port = hardware_->port(), .usb = *usb_, .clock = *clock_});
+    makeReady(setup.bus, setup.words);
 }
 
 ScriptBench::~ScriptBench() {
@@ -142,7 +94,8 @@ void ScriptBench::start(const Hardware& hardware) {
         hardware,
         Desk{.boxes = boxes_, .fileDialogs = fileDialogs_, .pointer = pointer_, .loop = *loop_});
     forms::FormSet& forms = program_->forms();
-    forms.handlerFailed.subscribe([this](const std::string& text) { failures_.push_back(text); });
+    forms.handlerFailed.subscribe(
+        [this](const std::exception_ptr& thrown) { failures_.push_back(thrown); });
     forms.formGoing.subscribe([this](forms::Form&) { ++generation_; });
     loop_->drive(forms);
     if (bench_)
@@ -150,19 +103,18 @@ void ScriptBench::start(const Hardware& hardware) {
     record(true);
     program_->Main(setup_.commandLine);
     failures_.clear(); // the start goes on after them; their boxes tell
-    if (setup_.bus)
-        makeReady();
 }
 
-void ScriptBench::makeReady() {
-    ConfigureDialog& dialog = program_->dialog();
-    if (*setup_.bus == "port") {
-        if (dialog.ChkSerialPort.checked())
-            dialog.ChkSerialPort.setValue(0);
-        dialog.Btn_ParallelPort_Click();
-    }
-    dialog.optHex.setValue(true);
-    dialog.cmdApply_Click();
+void ScriptBench::makeReady(std::optional<Bus> bus, const WordSettings& words) {
+    const std::size_t before = boxes_.shown().size();
+    if (!chooseBus(*program_, bus))
+        throw Failure(Failure::Kind::PortUnusable,
+                      bus ? lastMessage(before)
+                          : "Neither a dongle nor a parallel port can be used; \"bitlux doctor\" "
+                            "tells what is missing.");
+    applyWordSettings(*program_, words);
+    if (boxes_.shown().size() > before)
+        throw Failure(Failure::Kind::PortUnusable, lastMessage(before));
     program_->session().ConfigDirty = ConstOff;
     trace_.clear();
 }
@@ -170,9 +122,9 @@ void ScriptBench::makeReady() {
 void ScriptBench::raiseFailure(std::size_t before) {
     if (failures_.size() <= before)
         return;
-    const std::string text = failures_[before];
+    const std::exception_ptr thrown = failures_[before];
     failures_.resize(before);
-    throw Failure(Failure::Kind::OutOfRange, text);
+    std::rethrow_exception(thrown);
 }
 
 void ScriptBench::runFor(double milliseconds) {
@@ -194,23 +146,34 @@ std::string ScriptBench::lastMessage(std::size_t before) const {
     return boxes_.shown().size() > before ? boxes_.shown().back().text : "";
 }
 
-std::vector<std::int16_t> ScriptBench::transfer(std::vector<std::int16_t> word, int bits,
-                                                int type) {
+void ScriptBench::transfer(std::vector<WordElements> words, int bits, int type,
+                           std::vector<WordElements>& answers) {
     Session& session = program_->session();
     const std::int16_t usualType = session.SPIType;
     {
         const BorrowedShape shape(session, bits, type);
         if (session.SPIType != usualType)
             restClock();
-        word.resize(static_cast<std::size_t>(std::max<int>(session.SPIWordLength, 0)));
-        session.WordToSend = std::move(word);
-        const std::size_t before = boxes_.shown().size();
-        program_->engine().SendSPI();
-        if (boxes_.shown().size() > before)
-            throw Failure(Failure::Kind::PortUnusable, lastMessage(before));
+        program_->engine().requireCarriedLength();
+        for (WordElements& word : words) {
+            interruption_.check();
+            answers.push_back(transferWord(std::move(word)));
+        }
     }
     if (type != 0 && type != usualType)
         restClock();
+}
+
+WordElements ScriptBench::transferWord(WordElements word) {
+    Session& session = program_->session();
+    word.resize(static_cast<std::size_t>(std::max<int>(session.SPIWordLength, 0)));
+    session.WordToSend = std::move(word);
+    const bool onDongle = program_->engine().usesDongle();
+    const std::size_t before = boxes_.shown().size();
+    program_->engine().SendSPI();
+    if (!session.WordAnswered)
+        throw Failure(onDongle ? Failure::Kind::LinkFailed : Failure::Kind::PortUnusable,
+                      lastMessage(before));
     return session.WordReceived;
 }
 

@@ -42,8 +42,13 @@ void setCommandReplies(BenchControls& self, const std::vector<std::string>& repl
 void bindVirtualBench(py::module_& module) {
     py::class_<BenchControls>(module, "VirtualBench",
                               "The virtual bench: what its device answers, and what goes wrong.")
-        .def_property("device", &BenchControls::device, &BenchControls::connect,
-                      "The name of the device on the lines; setting it puts another one there.")
+        .def_property(
+            "device", &BenchControls::device,
+            [](BenchControls& self, const std::string& device) {
+                argument([&] { self.connect(device); });
+            },
+            "The name of the device on the lines; setting it puts another one there. Raises\n"
+            "ValueError for a name that \"bitlux list\" does not print.")
         .def_property(
             "replies",
             [](const BenchControls& self) {
@@ -58,19 +63,35 @@ void bindVirtualBench(py::module_& module) {
                     replies.push_back(replyOf(number));
                 self.setReplies(std::move(replies));
             },
-            R"(Answers of the device "scripted" to the coming words; the last one stays.)")
+            "Answers of the device \"scripted\" to the coming words, ints from 0; the last one\n"
+            "stays. Raises ValueError for a negative one, and Failure when another device is "
+            "there.")
         .def_property("command_replies", commandRepliesOf, setCommandReplies,
                       "Answers of the dongle to the coming commands, 8 bytes each; the last one\n"
-                      "stays. With none the dongle answers by itself.")
+                      "stays. With none the dongle answers by itself. Raises ValueError for any\n"
+                      "other number of bytes.")
         .def_property("silent", &BenchControls::silent, &BenchControls::setSilent,
                       "The dongle takes frames and answers none. A word waits for ever then, a\n"
                       "command half a second.")
-        .def_property("late_ms", &BenchControls::lateMilliseconds,
-                      &BenchControls::setLateMilliseconds,
-                      "By how much the dongle's answers come too late.")
-        .def("set_faults", &BenchControls::setFaults, py::arg("faults"), py::arg("seed") = 1,
-             "What goes wrong with the dongle from now on, as \"short:5/0.25\", \"late:700@3\":\n"
-             "silent, late:MS, short:BYTES, stalled, gone, gone:MS; then @FRAME, /CHANCE.")
+        .def_property(
+            "late_ms", &BenchControls::lateMilliseconds,
+            [](BenchControls& self, double milliseconds) {
+                constexpr double longest = 1e9;
+                if (!(milliseconds >= 0 && milliseconds <= longest))
+                    throw py::value_error("late_ms is 0 to 1e9");
+                self.setLateMilliseconds(milliseconds);
+            },
+            "By how many milliseconds the dongle's answers come too late, 0 to 1e9. Raises\n"
+            "ValueError outside the range.")
+        .def(
+            "set_faults",
+            [](BenchControls& self, const std::vector<std::string>& faults, std::uint32_t seed) {
+                argument([&] { self.setFaults(faults, seed); });
+            },
+            py::arg("faults"), py::arg("seed") = 1,
+            "What goes wrong with the dongle from now on, as \"short:5/0.25\", \"late:700@3\":\n"
+            "silent, late:MS, short:BYTES, stalled, babbling, gone, gone:MS; then @FRAME, /CHANCE\n"
+            "from 0 to 1, drawn from seed. Raises ValueError for any other text.")
         .def(
             "unplug", [](BenchControls& self) { self.bench().dongle.unplug(); },
             "Pull the dongle out.")

@@ -33,16 +33,35 @@ void turnPage(const forms::TabStrip& tabs, const forms::ControlArray<forms::Fram
     current = static_cast<std::int16_t>(tabs.selected());
 }
 
-/// The pin update flag for as long as it lives.
+/// The pin update flag for as long as it lives. Where no word has carried the change, the pins and
+/// the choice of the row are what they were, or none.
 class PinUpdate {
 public:
-    explicit PinUpdate(Session& session) : session_(session) { session_.USBPinUpdate = 1; }
-    ~PinUpdate() { session_.USBPinUpdate = 0; }
+    PinUpdate(Session& session, forms::OptionGroup& choice)
+        : session_(session),
+          choice_(choice),
+          pins0_(session.USBExtraPins0),
+          pins1_(session.USBExtraPins1) {
+        session_.USBPinUpdate = 1;
+    }
+    ~PinUpdate() {
+        session_.USBPinUpdate = 0;
+        if (carried)
+            return;
+        session_.USBExtraPins0 = pins0_;
+        session_.USBExtraPins1 = pins1_;
+        choice_.clear();
+    }
     PinUpdate(const PinUpdate&) = delete;
     PinUpdate& operator=(const PinUpdate&) = delete;
 
+    bool carried = false;
+
 private:
     Session& session_;
+    forms::OptionGroup& choice_;
+    std::uint8_t pins0_;
+    std::uint8_t pins1_;
 };
 
 } // namespace
@@ -112,7 +131,8 @@ void ExtraPinRows::addCommand(const std::string& line) {
 void ExtraPinRows::setNow(int index, bool high) {
     const std::string name = lblSetNow(index).caption();
     if (parts_.engine.usesDongle()) {
-        setOnDongle(index, high);
+        if (!setOnDongle(index, high))
+            return;
     } else if (!setOnPort(name, high)) {
         // The two texts differ; that is how they are.
         parts_.boxes.show({.text = high ? "Pin Name not found!" : "Error: Pin Name not found!"});
@@ -124,11 +144,12 @@ void ExtraPinRows::setNow(int index, bool high) {
         parts_.run.cmdSendOnce.setFocus();
 }
 
-void ExtraPinRows::setOnDongle(int index, bool high) {
-    const PinUpdate update(session_);
+bool ExtraPinRows::setOnDongle(int index, bool high) {
+    PinUpdate update(session_, groups_.at(static_cast<std::size_t>(index)));
     setDonglePin(session_, lblPinName(index).caption(), high);
     setDonglePin(session_, lblSetNow(index).caption(), high);
-    parts_.singleWord.DoSPISingle();
+    update.carried = parts_.singleWord.DoSPISingle();
+    return update.carried;
 }
 
 bool ExtraPinRows::setOnPort(const std::string& name, bool high) {

@@ -55,7 +55,7 @@ private:
     void showRow(int row, const std::string& name);
     void addCommand(const std::string& line);
     void setNow(int index, bool high);
-    void setOnDongle(int index, bool high);
+    bool setOnDongle(int index, bool high);
     bool setOnPort(const std::string& name, bool high);
 
     Parts parts_;

@@ -113,7 +113,7 @@ void MultipleRun::passTime(std::int64_t nanoseconds) {
     const std::int64_t end = parts_.clock.nanoseconds() + nanoseconds;
     progress_->waitUntil = end;
     progressChanged.raise();
-    for (std::int64_t left = nanoseconds; left > 0 && !parts_.run.idle() && !abandoned_;
+    for (std::int64_t left = nanoseconds; left > 0 && parts_.run.goesOn() && !abandoned_;
          left = end - parts_.clock.nanoseconds())
         parts_.loop.waitForEvents(left);
     progress_->waitUntil.reset();

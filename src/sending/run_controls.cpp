@@ -10,17 +10,44 @@ constexpr std::int16_t firstPartTab = 3;
 constexpr std::int16_t lastSendingPartTab = 6;
 constexpr std::int32_t bytewiseLinkPart = 72517; // the one part tab that sends plain words
 
+/// What there is to send changes by events alone, which end the sleep.
+constexpr std::int64_t sleepWithoutWords = 1'000'000'000;
+
 } // namespace
 
-RunControls::RunControls(forms::Form& form, Session& session, EventLoop& loop)
+/// A run, for as long as this lives.
+class RunControls::UnderWay {
+public:
+    UnderWay(RunControls& controls, State first)
+        : state(first), outer(controls.run_), controls_(controls), told_(controls.failures_) {
+        controls_.run_ = this;
+        controls_.showButtons();
+    }
+    ~UnderWay() {
+        controls_.run_ = outer;
+        controls_.showButtons();
+    }
+    UnderWay(const UnderWay&) = delete;
+    UnderWay& operator=(const UnderWay&) = delete;
+
+    State state;
+    UnderWay* const outer; ///< that this one began in
+
+private:
+    RunControls& controls_;
+    FailureBoxes::Run told_;
+};
+
+RunControls::RunControls(forms::Form& form, Session& session, EventLoop& loop,
+                         FailureBoxes& failures)
     : session_(session),
       loop_(loop),
+      failures_(failures),
       cmdSendOnce(form, "cmdSendOnce", "&Send Once"),
       cmdSendContinuous(form, "cmdSendContinuous", "Send Con&tinuously"),
       cmdStopContinuous(form, "cmdStopContinuous", "S&top"),
       cmdCancelSingle(form, "cmdCancelSingle", "&Cancel") {
-    cmdStopContinuous.hide();
-    cmdCancelSingle.hide();
+    showButtons();
     form.procedure("cmdSendOnce_Click", [this] { cmdSendOnce_Click(); });
     form.procedure("cmdSendContinuous_Click", [this] { cmdSendContinuous_Click(); });
     form.procedure("cmdStopContinuous_Click", [this] { cmdStopContinuous_Click(); });
@@ -31,6 +58,25 @@ RunControls::RunControls(forms::Form& form, Session& session, EventLoop& loop)
     });
 }
 
+RunControls::State RunControls::state() const {
+    return run_ == nullptr ? State::Idle : run_->state;
+}
+
+void RunControls::showButtons() {
+    const State now = state();
+    cmdSendOnce.setVisible(offered_ && now != State::Once);
+    cmdSendOnce.setEnabled(now != State::Continuous);
+    cmdSendContinuous.setVisible(offered_ && now != State::Continuous);
+    cmdSendContinuous.setEnabled(now != State::Once);
+    cmdStopContinuous.setVisible(now == State::Continuous);
+    cmdCancelSingle.setVisible(now == State::Once);
+}
+
+void RunControls::offerSend(bool offered) {
+    offered_ = offered;
+    showButtons();
+}
+
 void RunControls::cmdSendOnce_Click() {
     if (session_.ActiveMainTab == singleWordTab)
         sendOnce(sendSingle);
@@ -39,37 +85,24 @@ void RunControls::cmdSendOnce_Click() {
 }
 
 void RunControls::sendOnce(const std::function<void()>& send) {
-    const auto backToIdle = [this] {
-        cmdSendContinuous.enable();
-        cmdSendOnce.show();
-        cmdCancelSingle.hide();
-    };
-    cmdSendContinuous.disable();
-    cmdSendOnce.hide();
-    cmdCancelSingle.show();
+    UnderWay run(*this, State::Once);
     pass_ = 1;
-    try {
-        send();
-    } catch (...) { // a failure must not leave the buttons without a Send
-        backToIdle();
-        throw;
-    }
-    backToIdle();
+    send();
 }
 
 void RunControls::cmdSendContinuous_Click() {
-    cmdSendContinuous.hide();
-    cmdSendOnce.disable();
-    cmdStopContinuous.show();
-    pass_ = 0;
+    UnderWay run(*this, State::Continuous);
     try {
-        while (cmdStopContinuous.visible()) {
-            ++pass_;
-            sendPass();
+        for (int pass = 1; run.state == State::Continuous; ++pass) {
+            pass_ = pass;
+            const bool sent = sendPass();
             if (session_.SessionLogEnabled == ConstOn &&
                 session_.ContinuousLogCount <= session_.ContinuousLogLimit)
                 ++session_.ContinuousLogCount;
-            loop_.turn();
+            if (sent)
+                loop_.turn();
+            else
+                loop_.waitForEvents(sleepWithoutWords);
         }
     } catch (...) {
         cmdStopContinuous_Click();
@@ -77,24 +110,26 @@ void RunControls::cmdSendContinuous_Click() {
     }
 }
 
-void RunControls::sendPass() {
+bool RunControls::sendPass() {
     const std::int16_t tab = session_.ActiveMainTab;
-    if (tab == singleWordTab) {
-        sendSingle();
-    } else if (tab == batchTab) {
-        sendMultiple();
-    } else if (tab >= firstPartTab && tab <= lastSendingPartTab) {
+    if (tab == batchTab)
+        return sendMultiple();
+    bool sends = tab == singleWordTab;
+    if (tab >= firstPartTab && tab <= lastSendingPartTab) {
         const auto record = static_cast<std::size_t>(tab - firstPartTab);
-        if (session_.PartTabs.at(record).PartNumber == bytewiseLinkPart)
-            sendSingle();
+        sends = session_.PartTabs.at(record).PartNumber == bytewiseLinkPart;
     }
+    if (sends)
+        sendSingle();
+    return sends;
 }
 
 void RunControls::cmdStopContinuous_Click() {
-    cmdStopContinuous.hide();
-    cmdSendOnce.enable();
-    cmdSendContinuous.show();
+    for (UnderWay* run = run_; run != nullptr; run = run->outer)
+        if (run->state == State::Continuous)
+            run->state = State::Cancelled;
     session_.ContinuousLogCount = 1;
+    showButtons();
 }
 
 void RunControls::sendOnceIfOffered() {
@@ -102,15 +137,10 @@ void RunControls::sendOnceIfOffered() {
         cmdSendOnce_Click();
 }
 
-bool RunControls::idle() const {
-    return (cmdSendContinuous.enabled() && cmdSendContinuous.visible()) ||
-           (cmdSendOnce.enabled() && cmdSendOnce.visible());
-}
-
 void RunControls::cmdCancelSingle_Click() {
-    cmdSendContinuous.enable();
-    cmdSendOnce.show();
-    cmdCancelSingle.hide();
+    for (UnderWay* run = run_; run != nullptr; run = run->outer)
+        run->state = State::Cancelled;
+    showButtons();
 }
 
 } // namespace bitlux

@@ -4,46 +4,67 @@
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
 #include "session/session.h"
+#include "transfer/failure_boxes.h"
 
+#include <cstdint>
 #include <functional>
 
 namespace bitlux {
 
-/// The four run buttons of the main form, which the generic pages share, and their three states:
-/// idle, sending once, sending continuously.
+/// The run of the generic pages and its four buttons, which follow from its state.
 class RunControls {
 public:
-    RunControls(forms::Form& form, Session& session, EventLoop& loop);
+    enum class State : std::uint8_t {
+        Idle,
+        Once,
+        Continuous,
+        Cancelled, ///< told to stop; it has not ended yet
+    };
+
+    /// All outlive it.
+    RunControls(forms::Form& form, Session& session, EventLoop& loop, FailureBoxes& failures);
 
     // What the pages send; set by the pages.
     std::function<void()> sendSingle;   ///< the word of the single-word page
     std::function<bool()> hasCommands;  ///< false after a message when there are none to send
-    std::function<void()> sendMultiple; ///< the commands of the Batch page, once
+    std::function<bool()> sendMultiple; ///< the commands of the Batch page, once; false when none
 
     void cmdSendOnce_Click();
     /// Sends until cmdStopContinuous_Click is called, by a hand or by a failure; gives the event
-    /// loop one turn a pass.
+    /// loop one turn a pass, and sleeps in it while there is nothing to send.
     void cmdSendContinuous_Click();
     /// Ends a continuous run; harmless when nothing runs.
     void cmdStopContinuous_Click();
+    /// Ends the waits of a run, of those too that it began in.
     void cmdCancelSingle_Click();
     /// Sends once when its button offers it.
     void sendOnceIfOffered();
+    /// Shows the two Send buttons, as far as the run lets them, or takes them away.
+    void offerSend(bool offered);
 
-    /// While a continuous run is on its button is hidden.
-    [[nodiscard]] bool continuous() const { return !cmdSendContinuous.visible(); }
-    /// Either Send button can be pressed: nothing runs, or what runs was told to stop.
-    [[nodiscard]] bool idle() const;
+    /// Of the run that began last; a handler may start one during a wait of another.
+    [[nodiscard]] State state() const;
+    [[nodiscard]] bool continuous() const { return state() == State::Continuous; }
+    /// A run is on and nobody has told it to stop.
+    [[nodiscard]] bool goesOn() const {
+        return state() == State::Once || state() == State::Continuous;
+    }
     /// The number of the present pass, or of the last one: from 1 in a continuous run, 1 in a
     /// single one.
     [[nodiscard]] int pass() const { return pass_; }
 
 private:
+    class UnderWay;
+
     void sendOnce(const std::function<void()>& send);
-    void sendPass();
+    bool sendPass();
+    void showButtons();
 
     Session& session_;
     EventLoop& loop_;
+    FailureBoxes& failures_;
+    UnderWay* run_ = nullptr; ///< the one that began last
+    bool offered_ = true;
     int pass_ = 0;
 
 public:

@@ -72,7 +72,7 @@ void SessionLog::UpdateLog() {
 }
 
 void SessionLog::logWord(bool continuous, PlaceInPass place) {
-    if (session_.SessionLogEnabled != ConstOn)
+    if (session_.SessionLogEnabled != ConstOn || !session_.WordAnswered)
         return;
     if (!continuous) {
         UpdateLog();
@@ -127,21 +127,29 @@ void SessionLog::cmdClearLogSingle_Click() {
 
 void SessionLog::cmdSaveLogSingle_Click() {
     stopContinuous();
-    if (session_.LogFileName.empty())
-        session_.LogFileName = askFileName().value_or("");
-    if (session_.LogFileName.empty()) {
-        desk_.boxes.show({.text = "No filename selected.  Cannot Save."});
-        return;
-    }
-    write(session_.LogFileName);
+    saveAs(session_.LogFileName.empty() ? askFileName() : session_.LogFileName);
 }
 
 void SessionLog::itemSaveLogAs_Click() {
     const std::optional<std::string> name = askFileName();
     if (!name)
         return;
-    session_.LogFileName = *name;
-    cmdSaveLogSingle_Click();
+    const std::string before = std::exchange(session_.LogFileName, *name);
+    try {
+        cmdSaveLogSingle_Click();
+    } catch (...) {
+        session_.LogFileName = before;
+        throw;
+    }
+}
+
+void SessionLog::saveAs(const std::optional<std::string>& fileName) {
+    if (fileName.value_or("").empty()) {
+        desk_.boxes.show({.text = "No filename selected.  Cannot Save."});
+        return;
+    }
+    write(*fileName);
+    session_.LogFileName = *fileName;
 }
 
 std::optional<std::string> SessionLog::askFileName() {

@@ -32,7 +32,8 @@ public:
     /// Adds one word from WordToSend and WordReceived to both lists.
     void UpdateLog();
     /// Adds a word that a driver has sent, by the rules of single and continuous sending;
-    /// `continuous` tells whether a continuous run is on. Nothing while the log is off.
+    /// `continuous` tells whether a continuous run is on. Nothing while the log is off, and of a
+    /// word whose transfer failed.
     void logWord(bool continuous, PlaceInPass place = {});
     /// Adds a text that is no word, by the same rules.
     void logLine(const std::string& text, bool continuous);
@@ -43,6 +44,8 @@ public:
     void clear();
 
     void cmdClearLogSingle_Click();
+    /// Writes to the file in use, or asks for one, which is in use once it was written. Raises
+    /// Failure (File) when it cannot be written.
     void cmdSaveLogSingle_Click();
     void itemSaveLogAs_Click();
 
@@ -58,6 +61,7 @@ private:
     void linesChanged();
     void moveToLastLine();
     std::optional<std::string> askFileName();
+    void saveAs(const std::optional<std::string>& fileName);
     void write(const std::string& fileName);
 
     Session& session_;

@@ -20,8 +20,10 @@ forms::ControlArray<forms::Label> bitNumbers(forms::Form& form, const std::strin
         }};
 }
 
+constexpr std::string_view noBit = "x";
+
 std::string_view bitCaption(std::int16_t bit) {
-    return bit == 0 ? "0" : bit == 1 ? "1" : "x";
+    return bit == 0 ? "0" : bit == 1 ? "1" : noBit;
 }
 
 } // namespace
@@ -135,21 +137,22 @@ void SingleWordPage::setAllBits(std::int16_t bit) {
     parts_.commands.deselectQuickCommand();
 }
 
-void SingleWordPage::DoSPISingle() {
+bool SingleWordPage::DoSPISingle() {
     const auto length = static_cast<std::size_t>(std::max<int>(session_.SPIWordLength, 0));
     session_.WordToSend.assign(length, 0);
     if (parts_.log.full()) {
         refuse(fmt::format("The Session Log is full.  Please save or clear the log before "
                            "continuing.{}The SPI word will not be sent.",
                            lineBreak));
-        return;
+        return false;
     }
     if (session_.DisplayHex == 1 && !takeHexEntry("Nothing to send!"))
-        return;
+        return false;
     session_.WordToSend = session_.SingleWordBits;
     parts_.engine.SendSPI();
     if (showAnswer())
         parts_.log.logWord(parts_.run.continuous());
+    return session_.WordAnswered;
 }
 
 bool SingleWordPage::takeHexEntry(const char* whenEmpty) {
@@ -199,12 +202,17 @@ void SingleWordPage::setSingleWordBitsFromHex() {
 
 bool SingleWordPage::showAnswer() {
     const WordBits received = session_.WordReceived;
+    const bool answered = session_.WordAnswered;
     if (session_.DisplayHex == 0) {
         const int shown = std::min(static_cast<int>(received.size()), bitColumns);
         for (int i = 0; i < shown; ++i)
-            lblSO_single(i).setCaption(bitCaption(received[static_cast<std::size_t>(i)]));
+            lblSO_single(i).setCaption(answered ? bitCaption(received[static_cast<std::size_t>(i)])
+                                                : noBit);
     } else if (session_.DisplayHex == 1) {
-        lblHexWordReceived.setCaption(hexText(received));
+        std::string text = hexText(received);
+        if (!answered)
+            text.assign(text.size(), noBit.front());
+        lblHexWordReceived.setCaption(text);
     } else {
         refuse("Problem!  This program couldn't figure out whether to use hex or binary.");
         return false;

@@ -32,8 +32,8 @@ public:
     SingleWordPage(forms::Form& form, const Parts& parts);
 
     /// Sends the word of the page once: checks the log and the entry, sends, shows, logs. Every
-    /// refusal shows its message and ends a continuous run.
-    void DoSPISingle();
+    /// refusal shows its message and ends a continuous run. Whether an answer came.
+    bool DoSPISingle();
     /// Takes over the hexadecimal entry into SingleWordBits and pads it. False after a message,
     /// which also ends a continuous run; `whenEmpty` is the one for an empty entry.
     bool takeHexEntry(const char* whenEmpty);

@@ -1,8 +1,6 @@
 #include "session/quick_command_table.h"
 
 #include <algorithm>
-#include <bit>
-#include <functional>
 #include <stdexcept>
 
 namespace bitlux {
@@ -12,12 +10,12 @@ void QuickCommandTable::recreate(int wordLength) {
     bits_.clear();
     names_.clear();
     nameEnds_.clear();
-    slots_.clear();
+    index_.reset();
     addRow();
 }
 
 void QuickCommandTable::addRow() {
-    slots_.clear();
+    index_.reset();
     nameEnds_.push_back(names_.size());
     bits_.resize(bits_.size() + wordLength_, noBit);
 }
@@ -34,7 +32,7 @@ std::span<const std::int16_t> QuickCommandTable::bits(std::size_t row) const {
 }
 
 void QuickCommandTable::nameLastRow(std::string_view name) {
-    slots_.clear();
+    index_.reset();
     names_.resize(rows() == 1 ? 0 : nameEnds_[rows() - 2]);
     names_ += name;
     nameEnds_.back() = names_.size();
@@ -52,7 +50,7 @@ void QuickCommandTable::removeRow(std::size_t row) {
     requireRow(row);
     const std::size_t begin = row == 0 ? 0 : nameEnds_[row - 1];
     const std::size_t length = nameEnds_[row] - begin;
-    slots_.clear();
+    index_.reset();
     names_.erase(begin, length);
     nameEnds_.erase(nameEnds_.begin() + static_cast<std::ptrdiff_t>(row));
     for (std::size_t i = row; i < nameEnds_.size(); ++i)
@@ -62,24 +60,13 @@ void QuickCommandTable::removeRow(std::size_t row) {
 }
 
 std::optional<std::size_t> QuickCommandTable::lastRowNamed(std::string_view name) const {
-    if (slots_.empty())
-        makeIndex();
-    const std::size_t row = slots_[slotOf(name)];
-    return row == 0 ? std::nullopt : std::optional(row - 1);
-}
-
-void QuickCommandTable::makeIndex() const {
-    slots_.assign(std::bit_ceil(2 * rows()), 0);
-    for (std::size_t row = 0; row < rows(); ++row)
-        slots_[slotOf(name(row))] = static_cast<std::uint32_t>(row + 1);
-}
-
-std::size_t QuickCommandTable::slotOf(std::string_view name) const {
-    const std::size_t mask = slots_.size() - 1;
-    std::size_t slot = std::hash<std::string_view>{}(name)&mask;
-    while (slots_[slot] != 0 && this->name(slots_[slot] - 1) != name)
-        slot = (slot + 1) & mask;
-    return slot;
+    if (!index_) {
+        index_.emplace(rows());
+        for (std::size_t row = 0; row < rows(); ++row)
+            index_->insert_or_assign(std::string(this->name(row)), row);
+    }
+    const auto found = index_->find(name);
+    return found == index_->end() ? std::nullopt : std::optional(found->second);
 }
 
 void QuickCommandTable::requireRow(std::size_t row) const {

@@ -2,10 +2,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace bitlux {
@@ -50,17 +52,20 @@ public:
 
 private:
     void requireRow(std::size_t row) const;
-    void makeIndex() const;
-    /// Where the index holds a row of this name, or the free slot where it would.
-    [[nodiscard]] std::size_t slotOf(std::string_view name) const;
+    struct NameHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view name) const {
+            return std::hash<std::string_view>{}(name);
+        }
+    };
+    /// The last row of each name.
+    using RowsByName = std::unordered_map<std::string, std::size_t, NameHash, std::equal_to<>>;
 
     std::size_t wordLength_ = 0;
     std::vector<std::int16_t> bits_; ///< row after row
     std::string names_;              ///< row after row
     std::vector<std::size_t> nameEnds_;
-    // Rows by the hashes of their names, a row plus one or 0; a power of two of them, at least
-    // half free. None after a change of names, until somebody asks.
-    mutable std::vector<std::uint32_t> slots_;
+    mutable std::optional<RowsByName> index_; ///< none after a change, until somebody asks
 };
 
 } // namespace bitlux

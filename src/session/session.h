@@ -101,6 +101,7 @@ struct Session {
     // The word on its way
     std::vector<std::int16_t> WordToSend;
     std::vector<std::int16_t> WordReceived;
+    bool WordAnswered = false;                   ///< or WordReceived holds zeros that are no answer
     std::vector<std::int16_t> PortStatusSamples; ///< raw status register, one read a bit
     std::vector<std::int16_t> SingleWordBits;    ///< the word of the single-word page
 

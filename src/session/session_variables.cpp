@@ -97,6 +97,7 @@ constexpr std::array variables = std::to_array<SessionVariable>({
     {"LinkFailed", at<&Session::LinkFailed>},
     {"WordToSend", at<&Session::WordToSend>},
     {"WordReceived", at<&Session::WordReceived>},
+    {"WordAnswered", at<&Session::WordAnswered>},
     {"PortStatusSamples", at<&Session::PortStatusSamples>},
     {"SingleWordBits", at<&Session::SingleWordBits>},
     {"QuickCommandTable", at<&Session::QuickCommandTable>},

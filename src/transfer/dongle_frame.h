@@ -14,6 +14,11 @@ inline constexpr std::size_t frameData = 3;
 /// the lengths between them some lose their last bits, and the others take more bits than the word
 /// has, which fails when they are packed.
 int dataBytesOf(int wordLength);
+/// Whether a word of so many bits fills the bytes that it takes, and these fit the frame.
+constexpr bool isCarriedWhole(int wordLength) {
+    constexpr int longest = 40;
+    return wordLength >= 8 && wordLength <= longest && wordLength % 8 == 0;
+}
 
 /// The frame that carries Session::WordToSend in the shape that the session tells. Takes up and
 /// clears USBFrameTopBit and FirmwareUpdateRequest.

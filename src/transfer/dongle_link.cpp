@@ -14,8 +14,15 @@ constexpr std::uint8_t inPipe = 0x81;
 constexpr std::uint8_t outPipe = 0x02;
 constexpr UsbBuffers buffers{.size = 8, .count = 3, .errorsAllowed = 5};
 
+/// Frames that nobody asked for; a dongle that sends more does not stop by itself.
+constexpr int mostUnasked = 64;
+
 /// The transport is asked again when this has passed; it ends no wait.
 constexpr std::int64_t endlessWait = 3'600'000'000'000;
+
+bool isAnswer(UsbStatus status) {
+    return status == UsbStatus::Success || status == UsbStatus::NoFrame;
+}
 
 } // namespace
 
@@ -42,6 +49,7 @@ void DongleLink::setUpPipes() {
 }
 
 void DongleLink::close() {
+    isGone_ = false;
     if (!Endpoint1)
         return;
     ShowError(Endpoint2->stopWriting());
@@ -52,92 +60,38 @@ void DongleLink::close() {
     Endpoint2->close();
 }
 
-bool DongleLink::exchangeUnlimited(const UsbFrame& frame, UsbFrame& answer) {
-    return report(exchange(frame, answer, std::nullopt));
-}
-
-bool DongleLink::exchangeLimited(const UsbFrame& frame, UsbFrame& answer) {
-    return report(exchange(frame, answer, answerLimit));
-}
-
-bool DongleLink::report(Exchange exchange) {
+bool DongleLink::exchange(const UsbFrame& frame, UsbFrame& answer, Wait wait) {
+    const bool answered =
+        attempt(frame, answer,
+                wait == Wait::Unlimited ? std::nullopt : std::optional(answerLimit)) ==
+        Outcome::Answered;
     session_.USBReadDone = false;
-    if (exchange != Exchange::Answered)
+    if (!answered && wait != Wait::Quiet)
         fail();
-    return exchange == Exchange::Answered;
+    return answered;
 }
 
 void DongleLink::read_rstint() {
     if (!session_.USBReady)
         return;
     UsbFrame lines{};
-    if (!exchangeUnlimited(commandFrame(dongle::readLines), lines))
+    if (!exchange(commandFrame(dongle::readLines), lines, Wait::Unlimited))
         return;
     session_.InterruptSeen = (lines[frameData] & 1) != 0;
     session_.ResetSeen = (lines[frameData] & 2) == 0;
 }
 
-void DongleLink::test_mode() {
-    if (session_.USBReady) {
-        UsbFrame command = commandFrame(dongle::testMode);
-        command[2] = dongle::testModeKey;
-        UsbFrame answer{};
-        exchange(command, answer, answerLimit);
-    }
-    session_.USBReadDone = false;
-}
-
-UsbFrame DongleLink::triggeredFrame(std::uint8_t command) {
-    UsbFrame frame = commandFrame(command);
-    if (std::exchange(session_.USBFrameTopBit, false))
-        frame[0] = dongle::triggerBit;
-    return frame;
-}
-
-void DongleLink::send_wd(std::uint8_t mode, std::uint8_t time) {
-    if (!session_.USBReady)
-        return;
-    UsbFrame frame = triggeredFrame(dongle::watchdog);
-    frame[3] = mode;
-    frame[4] = time;
-    UsbFrame answer{};
-    exchangeLimited(frame, answer);
-}
-
-void DongleLink::send_wd_current(std::uint8_t on, std::uint8_t highTime, std::uint8_t lowTime) {
-    if (!session_.USBReady)
-        return;
-    UsbFrame frame = triggeredFrame(dongle::watchdogCurrent);
-    frame[3] = on;
-    frame[5] = highTime;
-    frame[6] = lowTime;
-    UsbFrame answer{};
-    exchangeLimited(frame, answer);
-}
-
-void DongleLink::send_trimming(std::uint8_t txdLow) {
-    if (!session_.USBReady)
-        return;
-    UsbFrame frame = commandFrame(dongle::trimming);
-    frame[3] = static_cast<std::uint8_t>(session_.WordToSend.at(8));
-    frame[4] = static_cast<std::uint8_t>(session_.WordToSend.at(0));
-    frame[5] = txdLow;
-    UsbFrame answer{};
-    exchangeUnlimited(frame, answer);
-}
-
-DongleLink::Exchange DongleLink::exchange(const UsbFrame& frame, UsbFrame& answer,
-                                          std::optional<std::int64_t> limit) {
-    if (!Endpoint1)
-        return Exchange::Broken;
-    settleLateAnswers();
+DongleLink::Outcome DongleLink::attempt(const UsbFrame& frame, UsbFrame& answer,
+                                        std::optional<std::int64_t> limit) {
+    if (!isReady())
+        return Outcome::Broken;
     session_.USBReadDone = false;
     record(WireAccess::Kind::FrameOut, frame);
-    const UsbStatus status = Endpoint2->write(frame);
+    const UsbStatus status = noteGone(Endpoint2->write(frame));
     ShowError(status);
     // A frame that did not go out has no answer that could be waited for.
     if (status != UsbStatus::Success)
-        return Exchange::Broken;
+        return Outcome::Broken;
     try {
         return awaitAnswer(answer, limit);
     } catch (...) { // whoever waited was interrupted; the answer may still come
@@ -146,7 +100,7 @@ DongleLink::Exchange DongleLink::exchange(const UsbFrame& frame, UsbFrame& answe
     }
 }
 
-DongleLink::Exchange DongleLink::awaitAnswer(UsbFrame& answer, std::optional<std::int64_t> limit) {
+DongleLink::Outcome DongleLink::awaitAnswer(UsbFrame& answer, std::optional<std::int64_t> limit) {
     const std::int64_t start = clock_.nanoseconds();
     const auto remaining = [&] {
         return limit ? std::max<std::int64_t>(start + *limit - clock_.nanoseconds(), 0)
@@ -156,15 +110,15 @@ DongleLink::Exchange DongleLink::awaitAnswer(UsbFrame& answer, std::optional<std
         const UsbStatus status = read(answer, wait);
         if (status == UsbStatus::Success) {
             session_.USBReadDone = true;
-            return Exchange::Answered;
+            return Outcome::Answered;
         }
         if (status == UsbStatus::Failed)
             missAnswer(start);
         if (status != UsbStatus::NothingRead)
-            return Exchange::Broken;
+            return Outcome::Broken;
         if (wait == 0) {
             missAnswer(start + lateAnswerLimit);
-            return Exchange::TimedOut;
+            return Outcome::TimedOut;
         }
     }
 }
@@ -175,30 +129,62 @@ void DongleLink::missAnswer(std::int64_t until) {
 }
 
 UsbStatus DongleLink::read(UsbFrame& frame, std::int64_t wait) {
-    const UsbStatus status = Endpoint1->read(frame, wait);
+    const UsbStatus status = noteGone(Endpoint1->read(frame, wait));
     if (status == UsbStatus::Success)
         record(WireAccess::Kind::FrameIn, frame);
     return status;
 }
 
-void DongleLink::settleLateAnswers() {
-    const auto isAnswer = [](UsbStatus status) {
-        return status == UsbStatus::Success || status == UsbStatus::NoFrame;
-    };
+/// Whether a frame can go out, and nothing else can pass for its answer.
+bool DongleLink::isReady() {
+    if (!Endpoint1)
+        return false;
+    const bool isQuiet = isGone_ || settleLateAnswers() != UsbStatus::Success;
+    return isGone_ ? reconnect() : isQuiet;
+}
+
+bool DongleLink::reconnect() {
+    isGone_ = search() != Found::Opened;
+    if (isGone_)
+        return false;
+    setUpPipes();
+    late_ = 0; // that was another link
+    session_.LinkFailed = false;
+    return true;
+}
+
+/// Success when frames come without end, else why none comes.
+UsbStatus DongleLink::settleLateAnswers() {
+    const UsbStatus status = drain();
     UsbFrame old{};
-    while (isAnswer(read(old, 0)))
-        late_ = std::max(late_ - 1, 0);
     while (late_ > 0) {
         const std::int64_t left = lateUntil_ - clock_.nanoseconds();
         if (left <= 0 || !isAnswer(read(old, left)))
             break;
         --late_;
     }
-    if (late_ == 0)
-        return;
+    if (late_ == 0 && status != UsbStatus::Success)
+        return status;
     ShowError(Endpoint1->resetDevice());
     setUpPipes();
     late_ = 0;
+    return drain();
+}
+
+UsbStatus DongleLink::drain() {
+    UsbFrame old{};
+    for (int n = 0; n < mostUnasked; ++n) {
+        const UsbStatus status = read(old, 0);
+        if (!isAnswer(status))
+            return status;
+        late_ = std::max(late_ - 1, 0);
+    }
+    return UsbStatus::Success;
+}
+
+UsbStatus DongleLink::noteGone(UsbStatus status) {
+    isGone_ = isGone_ || status == UsbStatus::Gone;
+    return status;
 }
 
 void DongleLink::fail() {

@@ -16,7 +16,8 @@ namespace bitlux {
 
 /// The link to the dongle: two connections, one frame out and one frame back for each word or
 /// command. Frames never overlap, since a call waits for the answer before it returns, and an
-/// answer that comes too late is never taken for that of another frame.
+/// answer that comes too late is never taken for that of another frame. A dongle that was pulled
+/// out is looked for once before each frame.
 class DongleLink {
 public:
     /// What a search found.
@@ -42,30 +43,20 @@ public:
     /// Stops both pipes and closes the dongle; harmless when none is open.
     void close();
 
-    /// Sends a frame and waits for its answer without limit. False when the link failed.
-    bool exchangeUnlimited(const UsbFrame& frame, UsbFrame& answer);
-    /// Sends a frame and waits for its answer, at most answerLimit. False when none came; the link
-    /// has failed then.
-    bool exchangeLimited(const UsbFrame& frame, UsbFrame& answer);
+    /// How the answer to a frame is waited for.
+    enum class Wait : std::uint8_t {
+        Unlimited,
+        Limited, ///< at most answerLimit
+        Quiet,   ///< the same, and an answer that does not come is no failure
+    };
+
+    /// Sends a frame and waits for its answer. False when none came; unless the wait was quiet, the
+    /// link has failed then. Words and the commands of all panels go this way.
+    bool exchange(const UsbFrame& frame, UsbFrame& answer, Wait wait);
 
     /// Samples the interrupt and reset lines of the chip into InterruptSeen and ResetSeen. Does
     /// nothing without a dongle.
     void read_rstint();
-    /// Puts the dongle into test mode. One that does not answer, or that is gone, is no failure.
-    void test_mode();
-
-    // Commands of the panels. Without a dongle they do nothing; where one does not answer the link
-    // has failed. Those of the watchdog take up and clear USBFrameTopBit.
-
-    /// Starts or stops the watchdog that the dongle serves: its mode and 8, or 32 to stop, and the
-    /// number of its time.
-    void send_wd(std::uint8_t mode, std::uint8_t time);
-    /// The pulse of current of the watchdog: 16 for on, 0 for off, its high time in ms and the
-    /// number of its low time.
-    void send_wd_current(std::uint8_t on, std::uint8_t highTime, std::uint8_t lowTime);
-    /// Burns what the bytes in the elements 8 and 0 of WordToSend tell, with data out low for so
-    /// many steps. Waits without limit.
-    void send_trimming(std::uint8_t txdLow);
 
     /// The link failed and the user was told: whatever sends by itself stops.
     Event<> failed;
@@ -78,16 +69,18 @@ public:
     static void ShowError(UsbStatus status);
 
 private:
-    enum class Exchange { Answered, TimedOut, Broken };
+    enum class Outcome { Answered, TimedOut, Broken };
 
-    Exchange exchange(const UsbFrame& frame, UsbFrame& answer, std::optional<std::int64_t> limit);
-    Exchange awaitAnswer(UsbFrame& answer, std::optional<std::int64_t> limit);
+    Outcome attempt(const UsbFrame& frame, UsbFrame& answer, std::optional<std::int64_t> limit);
+    Outcome awaitAnswer(UsbFrame& answer, std::optional<std::int64_t> limit);
     void missAnswer(std::int64_t until);
     UsbStatus read(UsbFrame& frame, std::int64_t wait);
-    void settleLateAnswers();
-    bool report(Exchange exchange);
+    bool isReady();
+    bool reconnect();
+    UsbStatus settleLateAnswers();
+    UsbStatus drain();
+    UsbStatus noteGone(UsbStatus status);
     void fail();
-    UsbFrame triggeredFrame(std::uint8_t command);
     void record(WireAccess::Kind kind, const UsbFrame& frame);
 
     Session& session_;
@@ -96,6 +89,7 @@ private:
     MessageBoxes& boxes_;
     std::unique_ptr<UsbEndpoint> Endpoint1; ///< reads
     std::unique_ptr<UsbEndpoint> Endpoint2; ///< writes
+    bool isGone_ = false;                   ///< the dongle that was open
     int late_ = 0;                          ///< answers that missed their limit
     std::int64_t lateUntil_ = 0;            ///< when they are no longer waited for
     WireListener* listener_ = nullptr;

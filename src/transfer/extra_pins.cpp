@@ -64,4 +64,16 @@ void clearPinMaps(Session& session) {
         nameControlPin(session, bit, {});
 }
 
+bool hasControlPin(const Session& session) {
+    for (int bit = 0; bit < controlBits; ++bit)
+        if (!session.ControlPortPins.name(bit).empty())
+            return true;
+    return false;
+}
+
+void lowerControlPins(Session& session) {
+    for (int bit = 0; bit < controlBits; ++bit)
+        session.ControlPortPins.setLevel(bit, controlBitLevel(bit, false));
+}
+
 } // namespace bitlux

@@ -30,4 +30,9 @@ void setDonglePin(Session& session, std::string_view name, bool high);
 /// Makes all extra pins free and low on both registers.
 void clearPinMaps(Session& session);
 
+/// Whether a pin of the control register has a name.
+bool hasControlPin(const Session& session);
+/// Makes all pins of the control register low; they keep their names.
+void lowerControlPins(Session& session);
+
 } // namespace bitlux

@@ -46,6 +46,10 @@ void RecordingPort::SetFastMode(std::int32_t mode) {
     recorded_.SetFastMode(mode);
 }
 
+void RecordingPort::complete() {
+    recorded_.complete();
+}
+
 void RecordingPort::record(WireAccess::Kind kind, std::int16_t address, std::int32_t value) {
     listener_.add({.nanoseconds = clock_.nanoseconds(),
                    .kind = kind,

@@ -69,6 +69,7 @@ public:
     void DisablePorts(std::int16_t first, std::int16_t last) override;
     std::int16_t GetLPTPortAddress(std::int16_t number) override;
     void SetFastMode(std::int32_t mode) override;
+    void complete() override;
 
 private:
     void record(WireAccess::Kind kind, std::int16_t address, std::int32_t value);

@@ -35,6 +35,7 @@ struct Line {
 struct WordRun {
     ParallelPort& port;
     std::int16_t address;
+    bool isFast; ///< the mode of the port; nothing can change it while a word is on its way
     PortPins<8>& shadow;
     const std::int16_t* word;
     std::int16_t* samples;
@@ -43,6 +44,20 @@ struct WordRun {
     Line dataIn;     ///< one: a one
     Line clock;      ///< one: high
 };
+
+// The engine touches the bus here alone: all levels of a moment, and a sample of an element.
+
+void put(const WordRun& run, std::uint8_t value) {
+    if (run.isFast) [[unlikely]]
+        PinLayer::write(run.port, run.address, value);
+    else
+        run.port.Outp(run.address, value);
+}
+
+void sample(const WordRun& run, std::ptrdiff_t element) {
+    const auto status = static_cast<std::int16_t>(run.address + statusRegister);
+    run.samples[element] = static_cast<std::int16_t>(run.port.Inp(status));
+}
 
 /// Elements from the first to travel on that are bits; the others are not sent.
 int countBits(const std::int16_t* word, int length, bool msbFirst) {
@@ -58,14 +73,6 @@ int countBits(const std::int16_t* word, int length, bool msbFirst) {
     return bits;
 }
 
-template <bool FastMode>
-void put(const WordRun& run, std::uint8_t value) {
-    if constexpr (FastMode)
-        PinLayer::write(run.port, run.address, value);
-    else
-        run.port.Outp(run.address, value);
-}
-
 /// The data register by clock level (0, 1).
 using ClockBytes = std::array<std::uint8_t, 2>;
 
@@ -74,23 +81,21 @@ constexpr std::size_t levelAfter(BusStep step) {
 }
 
 /// Clocks out the first `bits` elements with nothing but port access between edges: everything
-/// about the type, the order and the mode of the port is settled when this is compiled, and
-/// nothing can change the mode while a word is on its way.
-template <int Type, bool MsbFirst, bool FastMode>
+/// about the type and the order is settled when this is compiled.
+template <int Type, bool MsbFirst>
 void clockBits(const WordRun& run, const std::array<ClockBytes, 2>& bytesOfElement, int bits) {
     constexpr const ClockingType& type = clockingType(Type);
     constexpr std::ptrdiff_t forward = MsbFirst ? -1 : 1;
     // Copies: for all the compiler knows, a port could change what the references refer to.
     const WordRun here = run;
     const auto bytes = bytesOfElement;
-    const auto status = static_cast<std::int16_t>(here.address + statusRegister);
     const auto sendBit = [&]<bool SkipsLastStep>(std::ptrdiff_t i) {
         const ClockBytes& byte = bytes[static_cast<std::size_t>(here.word[i])];
         const auto take = [&]<BusStep What>() {
             if constexpr (What == BusStep::Sample)
-                here.samples[i] = static_cast<std::int16_t>(here.port.Inp(status));
+                sample(here, i);
             else
-                put<FastMode>(here, byte[levelAfter(What)]);
+                put(here, byte[levelAfter(What)]);
         };
         take.template operator()<type.steps[0]>();
         take.template operator()<type.steps[1]>();
@@ -126,7 +131,7 @@ std::size_t clockLevelAfter(int bits, int length) {
 /// Sends a word. False when it has an element that is no bit; the bits before it are out then,
 /// chip select stays asserted and the clock where it is. The shadow follows; a port that fails in
 /// a word leaves it as chip select was asserted.
-template <int Type, bool MsbFirst, bool FastMode>
+template <int Type, bool MsbFirst>
 bool sendWord(const WordRun& run) {
     constexpr const ClockingType& type = clockingType(Type);
     constexpr bool idleHigh = type.idle == ConstHigh;
@@ -138,12 +143,12 @@ bool sendWord(const WordRun& run) {
             bytes[one][high] = run.clock.in(run.dataIn.in(value, one), high);
 
     run.shadow.setValue(value);
-    put<FastMode>(run, value);
+    put(run, value);
     if constexpr (type.leadIn != ClockingType::noLeadIn) {
         value = run.clock.in(value, type.leadIn == ConstHigh);
-        put<FastMode>(run, value);
+        put(run, value);
     }
-    clockBits<Type, MsbFirst, FastMode>(run, bytes, bits);
+    clockBits<Type, MsbFirst>(run, bytes, bits);
     if (bits > 0) {
         const int lastElement = MsbFirst ? run.length - bits : bits - 1;
         value = bytes[static_cast<std::size_t>(run.word[lastElement])]
@@ -155,26 +160,25 @@ bool sendWord(const WordRun& run) {
 
     if constexpr (type.ending == WordEnding::ClockRestsFirst) {
         value = run.dataIn.in(run.clock.in(value, idleHigh), false);
-        put<FastMode>(run, value);
+        put(run, value);
     } else if constexpr (type.ending == WordEnding::ChipDeselectFirst) {
         value = run.chipSelect.in(value, false);
-        put<FastMode>(run, value);
+        put(run, value);
     }
     value = run.clock.in(run.dataIn.in(run.chipSelect.in(value, false), false), idleHigh);
     run.shadow.setValue(value);
-    put<FastMode>(run, value);
+    put(run, value);
     return true;
 }
 
 using SendWord = bool (*)(const WordRun&);
 
-/// By type less 1, then MSB first, then fast mode.
-using SendWordTable = std::array<std::array<std::array<SendWord, 2>, 2>, 8>;
+/// By type less 1, then MSB first.
+using SendWordTable = std::array<std::array<SendWord, 2>, 8>;
 
 template <int... Types>
 constexpr SendWordTable sendWordByType(std::integer_sequence<int, Types...>) {
-    return {{{{{&sendWord<Types + 1, false, false>, &sendWord<Types + 1, false, true>},
-               {&sendWord<Types + 1, true, false>, &sendWord<Types + 1, true, true>}}}...}};
+    return {{{&sendWord<Types + 1, false>, &sendWord<Types + 1, true>}...}};
 }
 
 constexpr SendWordTable sendWordOf = sendWordByType(std::make_integer_sequence<int, 8>{});
@@ -182,6 +186,7 @@ constexpr SendWordTable sendWordOf = sendWordByType(std::make_integer_sequence<i
 } // namespace
 
 void WordEngine::SendSPI() {
+    session_.WordAnswered = false;
     requireSendable();
     const auto length = static_cast<std::size_t>(session_.SPIWordLength);
     session_.WordReceived.assign(length, 0);
@@ -191,7 +196,7 @@ void WordEngine::SendSPI() {
         return;
     }
     if (!session_.ParallelPortReady) {
-        boxes_.show({.text = "No device available to send SPI Data."});
+        failures_.show({.text = "No device available to send SPI Data."});
         return;
     }
     try {
@@ -219,14 +224,22 @@ void WordEngine::requireSendable() const {
             fmt::format("Subscript out of range: there is no SPI type {}", session_.SPIType));
 }
 
+void WordEngine::requireCarriedLength() const {
+    if (usesDongle() && !isCarriedWhole(session_.SPIWordLength))
+        throw Failure(
+            Failure::Kind::OutOfRange,
+            fmt::format("The dongle carries words of 8, 16, 24, 32 or 40 bits, not of {}.",
+                        session_.SPIWordLength));
+}
+
 void WordEngine::sendThroughDongle() {
     wordStarting.raise();
     wordLeaving.raise();
     UsbFrame answer{};
-    if (!dongle_.exchangeUnlimited(buildWordFrame(session_), answer))
+    if (!dongle_.exchange(buildWordFrame(session_), answer, DongleLink::Wait::Unlimited))
         return;
     unpackAnswer(answer, session_);
-    wordTransferred.raise();
+    finish();
 }
 
 void WordEngine::sendOnParallelPort() {
@@ -235,6 +248,7 @@ void WordEngine::sendOnParallelPort() {
     const WordRun run{
         .port = port,
         .address = session_.LPTPortAddress,
+        .isFast = PinLayer::needsDirectAccess(port),
         .shadow = session_.DataPortPins,
         .word = session_.WordToSend.data(),
         .samples = session_.PortStatusSamples.data(),
@@ -243,8 +257,9 @@ void WordEngine::sendOnParallelPort() {
         .dataIn = {session_.DIPin, session_.DIOneLevel, session_.DIZeroLevel},
         .clock = {session_.ClockPin, session_.ClockHighLevel, session_.ClockLowLevel}};
     const auto& byOrder = sendWordOf[static_cast<std::size_t>(session_.SPIType - 1)];
-    const auto& byMode = byOrder[session_.MSBFirst == ConstOn ? 1 : 0];
-    if (!byMode[PinLayer::needsDirectAccess(port) ? 1 : 0](run)) {
+    const bool isWhole = byOrder[session_.MSBFirst == ConstOn ? 1 : 0](run);
+    port.complete();
+    if (!isWhole) {
         session_.LinkFailed = true;
         fail(fmt::format("WordToSend(i) is neither a 1 or a 0!!!{}"
                          "Check the USB cable and restart program",
@@ -252,8 +267,13 @@ void WordEngine::sendOnParallelPort() {
     } else if (!decode()) {
         fail("There was a problem with the received data.  Cannot continue.");
     } else {
-        wordTransferred.raise();
+        finish();
     }
+}
+
+void WordEngine::finish() {
+    session_.WordAnswered = true;
+    wordTransferred.raise();
 }
 
 bool WordEngine::decode() {
@@ -276,7 +296,7 @@ bool WordEngine::decode() {
 }
 
 void WordEngine::fail(const std::string& text) {
-    boxes_.show({.text = text});
+    failures_.show({.text = text});
     sendFailed.raise();
 }
 

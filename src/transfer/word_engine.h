@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/desk.h"
 #include "platform/event.h"
 #include "session/live_options.h"
 #include "session/session.h"
 #include "transfer/dongle_link.h"
+#include "transfer/failure_boxes.h"
 #include "transfer/pin_layer.h"
 
 namespace bitlux {
@@ -18,7 +18,7 @@ public:
         const LiveOptions& options;
         PinLayer& pins;
         DongleLink& dongle;
-        MessageBoxes& boxes;
+        FailureBoxes& failures;
     };
 
     explicit WordEngine(const Parts& parts)
@@ -26,15 +26,15 @@ public:
           options_(parts.options),
           pins_(parts.pins),
           dongle_(parts.dongle),
-          boxes_(parts.boxes) {}
+          failures_(parts.failures) {}
 
     /// Sends Session::WordToSend in the shape that the session tells and leaves the answer in
     /// Session::WordReceived. The caller has made WordToSend with at least SPIWordLength elements,
     /// each 0 or 1.
     ///
-    /// A failed transfer shows its message, raises sendFailed and returns; a word length below 1,
-    /// a type outside 1 to 8 or a WordToSend that is too short raises Failure (OutOfRange) before
-    /// anything moves. Gives no control to the event loop.
+    /// A failed transfer shows its message, raises sendFailed and returns with WordAnswered false;
+    /// a word length below 1, a type outside 1 to 8 or a WordToSend that is too short raises
+    /// Failure (OutOfRange) before anything moves. Gives no control to the event loop.
     ///
     /// Through the dongle a word may have whole bytes in its elements 0, 8, ..., each with the
     /// seven elements above it at 0; the port refuses such a word.
@@ -42,6 +42,12 @@ public:
 
     /// Whether the next word goes through the dongle: it is chosen, and it is there.
     [[nodiscard]] bool usesDongle() const { return session_.USBReady && options_.useUsb(); }
+    /// Raises Failure (OutOfRange), with a sentence for people, when the next word goes through the
+    /// dongle and has a length that its frame does not carry whole.
+    void requireCarriedLength() const;
+
+    /// Whoever sends many words begins a run on it.
+    [[nodiscard]] FailureBoxes& failures() const { return failures_; }
 
     /// A transfer on the port failed: whatever sends by itself stops. (A dongle tells so itself.)
     Event<> sendFailed;
@@ -57,13 +63,14 @@ private:
     void sendThroughDongle();
     void sendOnParallelPort();
     [[nodiscard]] bool decode();
+    void finish();
     void fail(const std::string& text);
 
     Session& session_;
     const LiveOptions& options_;
     PinLayer& pins_;
     DongleLink& dongle_;
-    MessageBoxes& boxes_;
+    FailureBoxes& failures_;
 };
 
 } // namespace bitlux

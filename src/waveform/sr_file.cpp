@@ -7,6 +7,7 @@
 #include <array>
 #include <limits>
 #include <numeric>
+#include <vector>
 
 #include <fmt/format.h>
 
@@ -79,23 +80,23 @@ std::string metadata(const WaveChanges& waves, std::int64_t tick) {
 class Samples {
 public:
     Samples(ZipArchive& archive, const WaveChanges& waves)
-        : archive_(archive), sampleBytes_(bytesOfSample(waves)) {
+        : archive_(archive), levels_(bytesOfSample(waves)) {
         chunk_.reserve(chunkBytes);
         for (std::size_t i = 0; i < waves.lines.size(); ++i)
             put(i, firstKnown(waves, i));
     }
 
     void put(std::size_t line, bool high) {
-        const auto mask = 1U << line;
-        levels_ = high ? levels_ | mask : levels_ & ~mask;
+        std::uint8_t& byte = levels_[line / 8];
+        const unsigned mask = 1U << line % 8;
+        byte = static_cast<std::uint8_t>(high ? byte | mask : byte & ~mask);
     }
 
     /// The levels as they are, up to this sample and without it.
     void fillTo(std::int64_t sample) {
         for (; written_ < sample; ++written_) {
-            for (std::size_t byte = 0; byte < sampleBytes_; ++byte)
-                chunk_.push_back(static_cast<std::uint8_t>(levels_ >> (8 * byte)));
-            if (chunk_.size() + sampleBytes_ > chunkBytes)
+            chunk_.insert(chunk_.end(), levels_.begin(), levels_.end());
+            if (chunk_.size() + levels_.size() > chunkBytes)
                 flush();
         }
     }
@@ -117,9 +118,8 @@ private:
     }
 
     ZipArchive& archive_;
-    std::size_t sampleBytes_;
     std::vector<std::uint8_t> chunk_;
-    std::uint32_t levels_ = 0;
+    std::vector<std::uint8_t> levels_; ///< of all lines, the first in the lowest bit
     std::int64_t written_ = 0;
     int chunks_ = 0;
 };

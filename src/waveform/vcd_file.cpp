@@ -13,8 +13,13 @@ namespace {
 /// Idle time before the first change and after the last word, so that a reader sees the levels.
 constexpr std::int64_t margin = 1000;
 
-char identifierOf(std::size_t line) {
-    return static_cast<char>('!' + line);
+/// Of printable characters, as few as there are lines for: "!" to "~", then "!!" and so on.
+std::string identifierOf(std::size_t line) {
+    constexpr std::size_t characters = '~' - '!' + 1;
+    std::string identifier;
+    for (std::size_t left = line + 1; left > 0; left = (left - 1) / characters)
+        identifier.insert(0, 1, static_cast<char>('!' + (left - 1) % characters));
+    return identifier;
 }
 
 char valueOf(Level level) {

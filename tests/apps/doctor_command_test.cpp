@@ -182,9 +182,11 @@ TEST(Doctor, NamesTheProgramsThatHoldADongle) {
     made.root.write("proc/self/comm", "no number");
     EXPECT_EQ(made.run(), 0) << "open, but nobody has claimed it";
     made.bindDongle("usbfs");
+    made.root.write("sys/bus/usb/devices/1-2/serial", "A-17\n");
     EXPECT_EQ(made.run(), 1);
     EXPECT_EQ(made.line(usbNodeName),
-              "wrong: 1234:abcd \"Word dongle\" is a dongle by dongles.conf, but it is held by "
+              "wrong: 1234:abcd \"Word dongle\", serial number A-17, is a dongle by dongles.conf, "
+              "but it is held by "
               "bitlux-forge (process 97), virtual?[2J (process 812). To do: close that program");
 }
 

@@ -36,7 +36,8 @@ TEST(RunCommand, PrintsALineAWordAndSavesTheLog) {
               "A5 A5\nA5 A5\nA5 A5\nA5 A5\nA5 A5\nA5 A5\n");
     // Without a log there is none that could be full.
     EXPECT_EQ(board.run("--bench loopback --batch sweep --times 9000").code, 0);
-    const Outcome full = board.run("--bench loopback --batch sweep --times 9000 --log /dev/null");
+    const Outcome full =
+        board.run("--bench loopback --batch sweep --times 9000 --log " + board.path("full"));
     EXPECT_NE(full.output.find("The Session Log is full."), std::string::npos);
     EXPECT_EQ(full.code, 1);
 }
@@ -78,6 +79,9 @@ TEST(RunCommand, EndsWithOneAtAMessage) {
     board.write("damaged.spi", boardFile + "\"[BatchItem]\",\"9 x\"\r\n");
     board.write("dongle.spi", dongleFile());
     board.write("other.spi", "hello\r\n");
+    std::string nineBits = dongleFile();
+    nineBits.replace(nineBits.find(",\"8\""), 4, ",\"9\"");
+    board.write("nine.spi", nineBits);
     const std::string start = "run --bench echo " + board.path();
     struct Case {
         std::string arguments;
@@ -93,12 +97,16 @@ TEST(RunCommand, EndsWithOneAtAMessage) {
                                            "Batch 9.\n",
                                            board.path("damaged.spi"))},
           Case{"/other.spi", "Invalid File Format.\n"},
+          Case{"/nine.spi --bus dongle",
+               "The dongle carries words of 8, 16, 24, 32 or 40 bits, not of 9.\n"},
           Case{"/none.spi", fmt::format("There is no file \"{}\".\n", board.path("none.spi"))},
           Case{"/dongle.spi --bus dongle --batch sweep --fault gone@2",
-               "A5 00\nCheck the USB cable and restart program\n"},
+               "A5 00\nWord 2, line 4, \"read id\": Check the USB cable and restart program\n"},
+          Case{"/dongle.spi --bus dongle --batch sweep --fault silent --timeout 1 --trace -",
+               "Word 1, line 1, \"read id\": No answer came in 1 s.\n"
+               "0 OUT 08 70 00 A5 00 00 00 00\n"},
           Case{"/board.spi --log /missing/log",
-               "A5 00\n0F A5\nThe file \"/missing/log\" cannot be written: No such file or "
-               "directory.\n"}}) {
+               "The file \"/missing/log\" cannot be written: No such file or directory.\n"}}) {
         const Outcome outcome = bitlux(start + c.arguments + " </dev/null");
         EXPECT_EQ(outcome.output, c.output) << c.arguments;
         EXPECT_EQ(outcome.code, 1) << c.arguments;
@@ -106,6 +114,32 @@ TEST(RunCommand, EndsWithOneAtAMessage) {
     for (const char* arguments : {"", "--times 0", "--bus port", "--bench echo --json --log -"})
         EXPECT_EQ(board.run(arguments).code, *arguments == '\0' ? 1 : 2) << arguments;
     EXPECT_EQ(board.run("--bench echo >/dev/full").code, 1);
+}
+
+TEST(RunCommand, SendsNoneOfAFilesEscapesToTheTerminal) {
+    // Control characters of one byte, and one that is two bytes on the terminal.
+    const std::string bad = "xyz\x1B]0;\a\x7F\x9D";
+    std::string text = boardFile; // with that for the name of its pin
+    for (std::size_t at = 0; (at = text.find("EN\"", at)) != std::string::npos;)
+        text.replace(at, 2, bad);
+    struct Case {
+        const char* command;
+        const char* record;
+        const char* start; ///< of its value
+    };
+    const Board board;
+    for (const Case& c :
+         {Case{"show", "[PartName]", ""}, Case{"show", "[CSpin]", ""},
+          Case{"show", "[QuickCommand]", ""}, Case{"show", "[BatchItem]", "1 "},
+          Case{"show --batches", "[BatchItem]", "3 "}, Case{"run --bench echo --log -", "[x]", ""},
+          Case{"run --bench echo --json", "[x]", ""}}) {
+        const std::string file = board.write(
+            "bad.spi", fmt::format("{}\"{}\",\"{}{}\"\r\n", text, c.record, c.start, bad));
+        const std::string output = bitlux(fmt::format("{} {} </dev/null", c.command, file)).output;
+        EXPECT_NE(output.find("xyz"), std::string::npos) << c.command << c.record << output;
+        for (const char* sequence : {"\x1B", "\a", "\x7F", "\xC2\x9D"})
+            EXPECT_EQ(output.find(sequence), std::string::npos) << c.command << '\n' << output;
+    }
 }
 
 TEST(RunCommand, LeavesTheChoiceOfTheBusToTheFile) {

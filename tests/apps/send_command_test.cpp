@@ -1,5 +1,8 @@
 #include "bitlux_program.h"
+#include "dialogue.h"
 #include "support/test_bench.h"
+
+#include <filesystem>
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
@@ -55,8 +58,8 @@ TEST(SendCommand, SendsThroughTheDongle) {
         const char* output;
         int code;
     };
-    constexpr const char* checkTheCable = "Check the USB cable and restart program\n";
-    const std::string oneGoodWord = fmt::format("1234 0000\n{}", checkTheCable);
+    constexpr const char* oneGoodWord =
+        "1234 0000\nWord 2, \"5678\": Check the USB cable and restart program\n";
     for (const Case& c :
          {Case{"--bench loopback --bits 32 --trace - DEADBEEF",
                "0 OUT 20 70 00 DE AD BE EF 00\n2032000 IN 20 70 00 DE AD BE EF 00\n"
@@ -68,13 +71,17 @@ TEST(SendCommand, SendsThroughTheDongle) {
           Case{"--bench loopback --clock 62.5k --trace - A5",
                "0 OUT 08 F0 00 A5 00 00 00 00\n2128000 IN 08 F0 00 A5 00 00 00 00\nA5 A5\n", 0},
           Case{"--bench echo --bits 16 --fault late:700 1234 5678", "1234 0000\n5678 1234\n", 0},
-          Case{"--bench echo --bits 16 --fault gone@2 1234 5678 9ABC", oneGoodWord.c_str(), 1},
-          Case{"--bench echo --bits 16 --fault short:5/0 --fault stalled@2 1234 5678",
-               oneGoodWord.c_str(), 1},
-          Case{"--bench echo --bits 5 1F",
-               "Subscript out of range: the dongle takes whole bytes, and the word has no bit -1\n"
-               "frmMain.cmdSendOnce_Click\n",
-               1}}) {
+          Case{"--bench echo --bits 16 --fault gone@2 1234 5678 9ABC", oneGoodWord, 1},
+          Case{"--bench echo --bits 16 --fault short:5/0 --fault stalled@2 1234 5678", oneGoodWord,
+               1},
+          Case{"--bench echo --bits 16 --fault silent@2 --timeout 0.6 1234 5678 9ABC",
+               "1234 0000\nWord 2, \"5678\": No answer came in 0.6 s.\n", 1},
+          Case{"--bench echo --bits 16 --fault babbling@2 1 2 3 4",
+               "0001 0000\n0002 0001\nWord 3, \"3\": Check the USB cable and restart program\n", 1},
+          Case{"--bench loopback --bits 9 1FF",
+               "The dongle carries words of 8, 16, 24, 32 or 40 bits, not of 9.\n", 1},
+          Case{"--bench loopback --bits 48 1",
+               "The dongle carries words of 8, 16, 24, 32 or 40 bits, not of 48.\n", 1}}) {
         const Outcome outcome = bitlux(fmt::format("send --bus dongle {}", c.arguments));
         EXPECT_EQ(outcome.output, c.output) << c.arguments;
         EXPECT_EQ(outcome.code, c.code) << c.arguments;
@@ -124,28 +131,116 @@ TEST(SendCommand, SavesTheWaveform) {
     EXPECT_EQ(vcd.substr(vcd.find("#1000")),
               "#1000\n0!\n#2000\n1#\n#3000\n1\"\n1$\n#5000\n0\"\n0#\n#6000\n1!\n#7000\n");
     EXPECT_TRUE(contentOf(folder.path("w.sr")).starts_with("PK"));
-    EXPECT_EQ(bitlux("send --bench loopback --vcd /missing/w.vcd 1").output,
-              "01 01\nThe file \"/missing/w.vcd\" cannot be written: No such file or directory.\n");
 }
 
-TEST(SendCommand, EndsWithOneAtAMessageBox) {
+TEST(SendCommand, FindsWhatCannotBeWrittenBeforeAnythingIsSent) {
+    const TemporaryFolder folder;
+    folder.write("folder/x", "");
+    for (const char* option : {"--vcd /missing/x", "--sr /missing/x", "--log /missing/x",
+                               "--trace /missing/x", "--vcd {0}/folder", "--log /dev/null"}) {
+        const Outcome outcome = bitlux(fmt::format(
+            "send --bench loopback {} 1", fmt::format(fmt::runtime(option), folder.path())));
+        EXPECT_EQ(outcome.output.substr(0, 10), "The file \"") << option;
+        EXPECT_EQ(outcome.output.find("01 01"), std::string::npos) << option;
+        EXPECT_EQ(outcome.code, 1) << option;
+    }
+}
+
+TEST(SendCommand, LetsEveryOutputStandOnItsOwn) {
+    const TemporaryFolder folder;
+    folder.write("gone/x", "");
+    Dialogue send(fmt::format("send --bench loopback --vcd {0}/gone/v --sr {0}/s --log - "
+                              "--trace {0}/t -",
+                              folder.path()));
+    ASSERT_TRUE(send.say("A5"));
+    EXPECT_EQ(send.line(), "A5 A5\n"); // so all outputs are open
+    std::filesystem::remove_all(folder.path("gone"));
+    EXPECT_EQ(send.end(), 1);
+    EXPECT_EQ(send.rest(), fmt::format("The file \"{}/gone/v\" cannot be written: No such file or "
+                                       "directory.\nSPI Word Sent:\n  A5\nSPI Word Received:\n"
+                                       "  A5\n \n",
+                                       folder.path()));
+    EXPECT_TRUE(contentOf(folder.path("s")).starts_with("PK"));
+    EXPECT_TRUE(contentOf(folder.path("t")).starts_with("0 W 378 00\n"));
+}
+
+TEST(SendCommand, SaysThatTheTraceHasNoRoom) {
+    const Outcome outcome = bitlux("send --bench loopback --trace /dev/full --log - 1 2");
+    EXPECT_EQ(outcome.output, "The file \"/dev/full\" cannot be written: No space left on device.\n"
+                              "01 01\n02 02\nSPI Word Sent:\n  01\nSPI Word Received:\n  01\n \n"
+                              "SPI Word Sent:\n  02\nSPI Word Received:\n  02\n \n");
+    EXPECT_EQ(outcome.code, 1);
+}
+
+TEST(SendCommand, EndsOrderlyAtASignal) {
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        const TemporaryFolder folder;
+        Dialogue send(fmt::format("send --bench echo --log {0}/log --vcd {0}/vcd --json - 12",
+                                  folder.path()));
+        ASSERT_TRUE(send.say("A5"));
+        EXPECT_NE(send.line().find(R"("sent":"A5","received":"00")"), std::string::npos);
+        send.signal(number); // while it waits for the next line
+        const std::string summary = send.line();
+        EXPECT_EQ(send.end(), 128 + number);
+        EXPECT_TRUE(summary.ends_with(fmt::format("\"exit_code\":{}}}\n", 128 + number)))
+            << summary;
+        EXPECT_EQ(contentOf(folder.path("log")),
+                  "SPI Word Sent:\r\n  A5\r\nSPI Word Received:\r\n  00\r\n \r\n");
+        EXPECT_NE(contentOf(folder.path("vcd")).find("$dumpvars"), std::string::npos);
+    }
+    Dialogue endless("send --bench loopback --repeat 2000000000 A5");
+    EXPECT_EQ(endless.line(), "A5 A5\n");
+    endless.signal(SIGTERM);
+    EXPECT_EQ(endless.end(), 143);
+    EXPECT_TRUE(endless.rest().ends_with("A5 A5\n"));
+}
+
+TEST(SendCommand, TakesWordsAsPeopleWriteThem) {
+    EXPECT_EQ(bitlux("send --bench echo --bits 16 --repeat 2 0xA5 a5_c3").output,
+              "00A5 0000\nA5C3 00A5\n00A5 A5C3\nA5C3 00A5\n");
+    const TemporaryFolder folder;
+    EXPECT_EQ(bitlux("send --bench echo 1 - 2 <" + folder.write("in", "3 0x4\n\n5")).output,
+              "01 00\n03 01\n04 03\n05 04\n02 05\n");
+    const Outcome wrong = bitlux("send --bench echo - <" + folder.write("in", "3\n 4 100 5\n"));
+    EXPECT_EQ(wrong.output, "03 00\n04 03\nWord 3, \"100\", line 2 of the standard input: This has "
+                            "9 bits, and a word here has 8.\n");
+    EXPECT_EQ(wrong.code, 1);
+}
+
+TEST(SendCommand, TakesTheSettingsOfAFile) {
+    const TemporaryFolder folder;
+    // Words of 16 bits, the least significant first, type 5, the dongle chosen.
+    const std::string file = folder.write(
+        "x.spi", "\"Bitlux Configuration File (Version 3.x.x)\",\"Verification Line\"\r\n"
+                 "\"[SPIWordLength]\",\"16\"\r\n\"[BinaryMode]\",#TRUE#\r\n"
+                 "\"[SerialMode]\",1\r\n\"[MSBFirst]\",#FALSE#\r\n\"[SPIType]\",5\r\n"
+                 "\"[EnableLog]\",0\r\n\"[ApplyNow]\",\"\"\r\n");
+    const auto first = [&](const std::string& arguments) {
+        const std::string output =
+            bitlux(
+                fmt::format("send --config {} --bench loopback --trace - {} 123", file, arguments))
+                .output;
+        return output.substr(0, output.find('\n'));
+    };
+    EXPECT_EQ(first("--bus dongle"), "0 OUT 10 74 00 C4 80 00 00 00");
+    EXPECT_EQ(first("--bus dongle --bits 24 --order msb --type 1"),
+              "0 OUT 18 70 00 00 01 23 00 00");
+    EXPECT_EQ(first("--bus port"), "0 W 378 00");
+    EXPECT_EQ(bitlux(fmt::format("send --config {} --bench loopback --bits 8 --log - 1", file))
+                  .output.substr(6),
+              "SPI Word Sent:\n  01\nSPI Word Received:\n  02\n \n"); // a bit late
+}
+
+TEST(SendCommand, EndsWithOneAtAMessage) {
     struct Case {
         const char* arguments;
         const char* output;
     };
     for (const Case& c :
-         {Case{"--bench loopback 100", "The word is too long!\n"},
-          Case{"--bench loopback 12 xy 34", "12 12\nNot a valid hex number!\n"},
-          Case{"--bench loopback --bits 161 1", "The maximum number of SPI bits is 160\n"},
-          Case{"--bench loopback --bits 99999 1", "Overflow\nfrmConfigureSPI.cmdApply_Click\n"},
-          Case{"--bench loopback --bits 0 ''", "Nothing to send!\n"},
-          Case{"--bench loopback --pins 2,2,4,12 1",
+         {Case{"--bench loopback --pins 2,2,4,12 1",
                "Pin Conflict!  Please select a different pin configuration.\n"},
-          Case{"--bench loopback --trace /missing/trace 1",
-               "The file \"/missing/trace\" cannot be written: No such file or directory.\n"},
-          Case{"--bench loopback --log /missing/log 1",
-               "01 01\nThe file \"/missing/log\" cannot be written: No such file or directory.\n"
-               "frmMain.cmdSaveLogSingle_Click\n"}}) {
+          Case{"--config /missing/x.spi --bench none 1", "There is no file \"/missing/x.spi\".\n"},
+          Case{"--bench loopback --turn-on x 1", "This device has no switches\n"}}) {
         const Outcome outcome = bitlux(std::string("send ") + c.arguments);
         EXPECT_EQ(outcome.output, c.output) << c.arguments;
         EXPECT_EQ(outcome.code, 1) << c.arguments;
@@ -157,7 +252,9 @@ TEST(SendCommand, EndsWithTwoAtABadUsage) {
                                   "send",
                                   "send --bench nothing A5",
                                   "send --bench loopback --type 9 A5",
-                                  "send --bench loopback --type 0 A5",
+                                  "send --bench loopback --bits 0 A5",
+                                  "send --bench loopback --bits -3 A5",
+                                  "send --bench loopback --bits 161 A5",
                                   "send --bench loopback --bits many A5",
                                   "send --bench loopback --order up A5",
                                   "send --bench loopback --pins 2,3,4 A5",
@@ -169,15 +266,53 @@ TEST(SendCommand, EndsWithTwoAtABadUsage) {
                                   "send --bench loopback --wrong A5",
                                   "send --bench loopback --bus usb A5",
                                   "send --bench loopback --clock 2M A5",
+                                  "send --bench loopback --clock 2 A5",
                                   "send --bench loopback --fault gone A5",
                                   "send --bench loopback --bus dongle --fault lost A5",
-                                  "receive A5",
+                                  "send --bench loopback --port lpt1 A5",
+                                  "send --bench loopback --serial 1 A5",
+                                  "send --bus dongle --port lpt1 A5",
+                                  "send --bus port --serial 1 A5",
+                                  "send --port lpt4 A5",
+                                  "send --port 0 A5",
+                                  "send --bench loopback --vcd - A5",
+                                  "send --bench loopback --json --log - A5",
+                                  "send --bench loopback --repeat 2 -",
+                                  "send --bench loopback --repeat 0 A5",
+                                  "send --bench loopback --timeout 0 A5",
+                                  "send --bench loopback A5 ''",
+                                  "send --bench loopback A5 _5",
+                                  "send --bench loopback A5 5_",
+                                  "send --bench loopback A5 A__5",
+                                  "send --bench loopback A5 0x",
                                   "doctor A5",
                                   "doctor --udev --wrong"})
         EXPECT_EQ(bitlux(arguments).code, 2) << arguments;
-    EXPECT_EQ(bitlux("--help").code, 0);
-    EXPECT_EQ(bitlux("send --help").code, 0);
-    EXPECT_EQ(bitlux("doctor --help").code, 0);
+    struct Case {
+        const char* arguments;
+        const char* output;
+    };
+    for (const Case& c :
+         {Case{"sned A5", "There is no command \"sned\"; near: send.\n"},
+          Case{"send --bench loopback 12 100",
+               "Word 2, \"100\": This has 9 bits, and a word here has 8.\n"},
+          Case{"send --bench loopback 12 xy",
+               "Word 2, \"xy\": This is no hexadecimal number.\nRun with --help for more "
+               "information.\n"}}) {
+        const Outcome outcome = bitlux(c.arguments);
+        EXPECT_EQ(outcome.output, c.output);
+        EXPECT_EQ(outcome.code, 2) << c.arguments;
+    }
+}
+
+TEST(Help, EndsWithExamplesAndExitCodes) {
+    for (const char* command : {"", "send", "run", "show", "list", "doctor"}) {
+        const Outcome help = bitlux(fmt::format("{} --help", command));
+        EXPECT_EQ(help.code, 0) << command;
+        const std::size_t examples = help.output.find("\nExamples:\n  $ bitlux ");
+        ASSERT_NE(examples, std::string::npos) << command;
+        EXPECT_NE(help.output.find("\nExit codes:\n  0  ", examples), std::string::npos) << command;
+    }
 }
 
 } // namespace

@@ -95,11 +95,12 @@ private:
     LiveOptions options_;
     SimulatedDongle unplugged_{clock_, makeDevice("none")};
     DongleLink link_{session_, unplugged_, clock_, boxes_};
+    FailureBoxes failures_{boxes_};
     WordEngine engine_{{.session = session_,
                         .options = options_,
                         .pins = pins_,
                         .dongle = link_,
-                        .boxes = boxes_}};
+                        .failures = failures_}};
 };
 
 TEST(Device, EchoAnswersWithThePreviousWordHoweverItTravels) {

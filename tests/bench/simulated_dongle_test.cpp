@@ -9,7 +9,8 @@ namespace bitlux::test {
 namespace {
 
 std::string described(const DongleFault& fault) {
-    constexpr const char* kinds[] = {"none", "silent", "late", "short", "stalled", "gone"};
+    constexpr const char* kinds[] = {"none",    "silent",   "late", "short",
+                                     "stalled", "babbling", "gone"};
     return fmt::format("{} {} ms {} bytes @{} /{}", kinds[static_cast<std::size_t>(fault.kind)],
                        fault.duration / 1'000'000, fault.bytes, fault.frame, fault.chance);
 }
@@ -23,6 +24,7 @@ TEST(DongleFault, IsReadFromItsText) {
                           Case{"late:700@3", "late 700 ms 0 bytes @3 /1"},
                           Case{"short:5/0.25", "short 0 ms 5 bytes @0 /0.25"},
                           Case{"stalled@2/0.5", "stalled 0 ms 0 bytes @2 /0.5"},
+                          Case{"babbling@2", "babbling 0 ms 0 bytes @2 /1"},
                           Case{"gone", "gone 0 ms 0 bytes @0 /1"},
                           Case{"gone:2000@1", "gone 2000 ms 0 bytes @1 /1"}})
         EXPECT_EQ(described(dongleFaultFrom(c.text)), c.fault) << c.text;

@@ -1,5 +1,3 @@
-#include "bench/zt72518/zt72518.h"
-
 #include "bench/simulated_dongle.h"
 #include "platform/failure.h"
 

@@ -72,7 +72,7 @@ TEST(Apply, ReadsTheWordLengthAsItIsTyped) {
           Case{"99999", 8, {"Overflow\r\nfrmConfigureSPI.cmdApply_Click"}},
           Case{"1e400", 8, {"Overflow\r\nfrmConfigureSPI.cmdApply_Click"}},
           Case{"-3",
-               -3,
+               8,
                {"Subscript out of range: a word of -3 bits\r\n"
                 "frmConfigureSPI.cmdApply_Click"}}}) {
         TestBench bench;

@@ -1,7 +1,7 @@
 // Configuration files against their bytes: what is written, and what a file that somebody wrote by
 // hand does.
 
-#include "sending/batch_bench.h"
+#include "file_bench.h"
 
 #include <filesystem>
 
@@ -12,38 +12,6 @@
 
 namespace bitlux::test {
 namespace {
-
-/// A bench that opens and saves files.
-struct FileBench : BatchBench {
-    using BatchBench::BatchBench;
-
-    Texts open(const std::string& name) {
-        fileDialogs.answer(name);
-        choose("frmMain.itemOpen");
-        return boxes.takeTexts();
-    }
-    /// Opens what the lines say, behind the first record of a file of today.
-    Texts openRecords(const std::string& records) {
-        return open(folder.write(
-            "records.spi", "\"Bitlux Configuration File (Version 3.x.x)\",\"\"\r\n" + records));
-    }
-    Texts saveAs(const std::string& name) {
-        fileDialogs.answer(name);
-        choose("frmMain.itemSaveAs");
-        return boxes.takeTexts();
-    }
-    [[nodiscard]] std::string chosen(const std::string& combo) {
-        return get<forms::ComboBox>("frmConfigureSPI." + combo).text();
-    }
-    bool option(const std::string& name) {
-        return get<forms::OptionButton>("frmConfigureSPI." + name).value();
-    }
-    int check(const std::string& name) {
-        return get<forms::CheckBox>("frmConfigureSPI." + name).value();
-    }
-
-    TemporaryFolder folder;
-};
 
 /// Every record of a session with two Quick Commands and two Batches.
 constexpr const char* savedSession =
@@ -295,10 +263,20 @@ TEST(ConfigurationFile, ThatIsDamagedTellsLineAndReason) {
         EXPECT_EQ(bench.text("frmConfigureSPI.txtMessageLimit"), "77");
         EXPECT_EQ(bench.text("frmConfigureSPI.txtPartName"), "Generic");
         EXPECT_FALSE(bench.pointer.busy());
+        // Save must not put what was read in part in place of the whole.
+        const std::string content = contentOf(bench.folder.path("records.spi"));
+        bench.choose("frmMain.itemSave");
+        EXPECT_EQ(bench.fileDialogs.shown().back().kind, FileDialog::Kind::Save);
+        EXPECT_EQ(contentOf(bench.folder.path("records.spi")), content);
     }
     FileBench bench;
     const Texts texts = bench.openRecords(std::string("\"[PartName]\",\"a\0b\"", 18));
     EXPECT_NE(texts.at(0).find("line 2: the line holds a NUL character"), std::string::npos);
+    // What a terminal would obey is disarmed, whoever words the message.
+    for (const char* record : {"[CSpin]", "[EnableLog]", "[QuickCommand]"}) {
+        const Texts shown = bench.openRecords(fmt::format("\"{}\",\"\x1B[2J\x9D\"", record));
+        EXPECT_NE(shown.at(0).find("?[2J?"), std::string::npos) << shown.at(0);
+    }
 }
 
 TEST(ConfigurationFile, ThatIsNoneChangesOnlyTheName) {
@@ -330,7 +308,7 @@ TEST(ConfigurationFile, ThatIsNoneChangesOnlyTheName) {
     bench.fileDialogs.answer(std::nullopt);
     bench.choose("frmMain.itemOpen");
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{"No filename selected.  Nothing to open."});
-    EXPECT_EQ(bench.session().ConfigFileName, "/nowhere/x.spi");
+    EXPECT_EQ(bench.session().ConfigFileName, "") << "the last one could not be read";
     EXPECT_EQ(bench.names().items(), Texts{"kept"});
 }
 
@@ -342,6 +320,7 @@ TEST(ConfigurationFile, ThatCannotBeWrittenLeavesTheOldOneAndTheChangesMarked) {
         ASSERT_EQ(texts.size(), 1U);
         EXPECT_NE(texts[0].find(reason), std::string::npos) << texts[0];
         EXPECT_EQ(bench.session().ConfigDirty, ConstOn);
+        EXPECT_EQ(bench.session().ConfigFileName, "") << "of a file that was not written";
         EXPECT_EQ(contentOf(name), "old");
         EXPECT_FALSE(bench.pointer.busy());
     };

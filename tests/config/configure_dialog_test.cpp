@@ -37,12 +37,12 @@ struct PortsBench {
 };
 
 TEST(ConfigureDialog, ListsThePortsThatItFinds) {
-    PortsBench bench({0x3BC, 0, 0x278});
+    PortsBench bench({0x3BC, 0, static_cast<std::int16_t>(0xD010)});
     bench.port.SetFastMode(1);
     EXPECT_FALSE(bench.dialog().cmbPortsAvailable.enabled());
     bench.dialog().Btn_ParallelPort.click();
     EXPECT_EQ(bench.port.GetFastMode(), 0);
-    EXPECT_EQ(bench.dialog().cmbPortsAvailable.items(), (Texts{"LPT1: 0x3BC", "LPT3: 0x278"}));
+    EXPECT_EQ(bench.dialog().cmbPortsAvailable.items(), (Texts{"LPT1: 0x3BC", "LPT3: 0xD010"}));
     EXPECT_EQ(bench.dialog().cmbPortsAvailable.listIndex(), 0);
     EXPECT_TRUE(bench.dialog().cmbPortsAvailable.enabled());
     std::string boxes;
@@ -52,7 +52,7 @@ TEST(ConfigureDialog, ListsThePortsThatItFinds) {
     EXPECT_TRUE(bench.program.session().ParallelPortReady);
     bench.dialog().cmbPortsAvailable.setListIndex(1);
     bench.dialog().cmdApply_Click();
-    EXPECT_EQ(bench.program.session().LPTPortAddress, 0x278);
+    EXPECT_EQ(static_cast<std::uint16_t>(bench.program.session().LPTPortAddress), 0xD010);
 }
 
 TEST(ConfigureDialog, TellsThatThereIsNoPort) {

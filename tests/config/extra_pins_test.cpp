@@ -133,6 +133,22 @@ TEST(ExtraPins, KeepTheirLevelsWhileWordsGoOutUntilApply) {
     EXPECT_EQ(setNow(bench, 0, true), "W 378 81");
 }
 
+TEST(ExtraPins, OfTheControlRegisterGoLowAtApplyAndAtTheEnd) {
+    for (const bool stays : {true, false}) {
+        PortBench bench({{"Control", 0, "1", "EN"}});
+        setNow(bench, 0, true);
+        if (!stays)
+            bench.get<forms::CheckBox>("frmConfigureSPI.chkControlPinEnable(0)").setValue(0);
+        EXPECT_EQ(traceOf(bench, [&] { bench.configure("8"); }), "W 378 01; W 37A 0B") << stays;
+        EXPECT_EQ(traceOf(bench, [&] { bench.configure("8"); }),
+                  stays ? "W 378 01; W 37A 0B" : "W 378 01");
+        if (stays)
+            setNow(bench, 0, true);
+        EXPECT_EQ(traceOf(bench, [&] { bench.program.end(); }),
+                  stays ? "W 378 01; W 37A 0B" : "W 378 01");
+    }
+}
+
 TEST(ExtraPins, AreFoundByName) {
     PortBench twins({{"Data", 0, "5", "EN"}, {"Data", 1, "6", "EN"}, {"Control", 0, "1", "EN"}});
     EXPECT_EQ(setNow(twins, 2, true), "W 378 19") << "all data pins of the name, and no other";
@@ -158,6 +174,14 @@ TEST(ExtraPins, TravelWithAWordOnTheDongle) {
     bench.program.dialog().cmdApply_Click(); // levels stay on this bus
     EXPECT_EQ(setNow(bench, 0, false).substr(0, 27), "OUT C8 70 80 01 00 00 00 00");
     EXPECT_EQ(bench.session().USBPinUpdate, 0);
+    // What no word has carried is neither shown nor logged, and travels with no later word.
+    bench.click("frmMain.cmdClearLogSingle");
+    bench.dongle.setFaults(DongleFaults({dongleFaultFrom("stalled@1")}));
+    setNow(bench, 0, true);
+    EXPECT_FALSE(bench.get<forms::OptionButton>("frmMain.optSetHighNow(0)").value());
+    EXPECT_EQ(bench.log(), Texts{});
+    EXPECT_EQ(traceOf(bench, [&] { bench.send("1"); }).substr(0, 27),
+              "OUT 88 70 80 01 00 00 00 00");
 }
 
 TEST(ExtraPins, AreLoggedByTheRulesOfWords) {

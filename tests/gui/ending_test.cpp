@@ -4,6 +4,7 @@
 #include "support/temporary_folder.h"
 
 #include <csignal>
+#include <functional>
 
 #include <QFile>
 #include <QMessageBox>
@@ -31,6 +32,17 @@ void whenAsked(const std::function<void(QMessageBox&)>& action) {
     });
 }
 
+/// Once any other box is.
+void whenShown(const std::function<void(QMessageBox&)>& action) {
+    QTimer::singleShot(1, [action] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (box != nullptr && box != question())
+            action(*box);
+        else
+            whenShown(action);
+    });
+}
+
 TEST(Ending, StopsAContinuousRunAndAsksOnce) {
     LiveWindow live;
     int asked = 0;
@@ -50,6 +62,27 @@ TEST(Ending, StopsAContinuousRunAndAsksOnce) {
     EXPECT_EQ(live.bench.port.dataPins(), 0x01); // idle
     live.window->close();
     EXPECT_EQ(asked, 1);
+}
+
+TEST(Ending, WaitsForASaveThatSucceedsUnlessTheSystemEnds) {
+    LiveWindow live;
+    Session& session = live.program.session();
+    const auto yes = [](QMessageBox& box) {
+        whenShown([](QMessageBox& failure) { failure.close(); });
+        box.button(QMessageBox::Yes)->click();
+    };
+    session.ConfigFileName = "/missing/x.spi";
+    session.ConfigDirty = ConstOn;
+    whenAsked(yes);
+    live.window->close();
+    EXPECT_TRUE(live.window->isVisible());
+    EXPECT_TRUE(live.program.running());
+    whenAsked(yes);
+    const gui::TerminationSignals termination(
+        [&] { live.program.close(Program::Closing::System); });
+    std::raise(SIGTERM);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !live.program.running(); }, 5000));
+    EXPECT_FALSE(live.window->isVisible());
 }
 
 TEST(Ending, ByExitClosesEveryWindow) {
@@ -75,7 +108,7 @@ TEST(Ending, BySignalAsksAndASecondOneDoesNot) {
     });
     whenAsked([](QMessageBox&) { std::raise(SIGINT); });
     std::raise(SIGTERM);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !live.program.running(); }, 5000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !live.program.running(); }, 30000));
     EXPECT_EQ(closing, (std::vector{false, true}));
     EXPECT_EQ(question(), nullptr);
     EXPECT_FALSE(live.window->isVisible());

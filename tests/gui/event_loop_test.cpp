@@ -1,7 +1,5 @@
 #include "gui/qt_desk.h"
 
-#include <ctime>
-
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -15,26 +13,19 @@ TEST(QtEventLoop, SleepsUntilTheDeadline) {
     gui::QtEventLoop loop;
     const SystemClock clock;
     constexpr std::int64_t wait = 120 * millisecond;
-    const std::int64_t start = clock.nanoseconds();
-    const std::clock_t busyBefore = std::clock();
-    for (std::int64_t left = wait; left > 0; left = start + wait - clock.nanoseconds())
+    const std::int64_t end = clock.nanoseconds() + wait;
+    int waits = 0;
+    for (std::int64_t left = wait; left > 0; left = end - clock.nanoseconds(), ++waits)
         loop.waitForEvents(left);
-    const auto busy = static_cast<double>(std::clock() - busyBefore) / CLOCKS_PER_SEC;
-    const std::int64_t late = clock.nanoseconds() - start - wait;
-    EXPECT_GE(late, 0);
-    EXPECT_LT(late, 50 * millisecond); // a busy machine; else far below one
-    EXPECT_LT(busy, 0.04);
+    EXPECT_LE(waits, 10) << "it sleeps, and polls once at the end";
 }
 
 TEST(QtEventLoop, WakesForAnEvent) {
     gui::QtEventLoop loop;
-    const SystemClock clock;
     bool delivered = false;
     QTimer::singleShot(10, [&delivered] { delivered = true; });
-    const std::int64_t start = clock.nanoseconds();
-    while (!delivered)
+    while (!delivered) // or it would stay here for an hour
         loop.waitForEvents(3'600'000 * millisecond);
-    EXPECT_LT(clock.nanoseconds() - start, 1000 * millisecond);
 }
 
 } // namespace

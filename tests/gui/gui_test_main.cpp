@@ -1,4 +1,4 @@
-#include "gui/log_accessible.h"
+#include "gui/accessibility.h"
 #include "gui/theme.h"
 
 #include <QApplication>
@@ -10,6 +10,6 @@ int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     const QApplication application(argc, argv);
     bitlux::gui::applyTheme(false);
-    bitlux::gui::installLogAccessibility();
+    bitlux::gui::installAccessibility();
     return RUN_ALL_TESTS();
 }

@@ -1,6 +1,7 @@
 #include "live_window.h"
 #include "window_bench.h"
 
+#include <functional>
 #include <set>
 
 #include <QAccessible>
@@ -156,7 +157,7 @@ TEST(MainWindow, RefreshesAtMostOnceAFrame) {
     for (int i = 0; i < 1000; ++i)
         bench.program.mainForm().labelMainTitle.setCaption(std::to_string(i));
     EXPECT_EQ(bench.widget<QLabel>("frmMain.labelMainTitle").text(), "Generic Bitlux Forge");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return flushes > 0; }, 1000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return flushes > 0; }, 30000));
     EXPECT_EQ(flushes, 1);
     EXPECT_EQ(bench.widget<QLabel>("frmMain.labelMainTitle").text(), "999");
 }
@@ -214,28 +215,32 @@ TEST(MainWindow, StaysAliveInAContinuousRun) {
     LiveWindow live;
     auto& log = *live.window->findChild<gui::LogView*>("frmMain.lstSessionLogSingle");
     live.program.session().ContinuousLogLimit = 3000; // never full, however slow the machine
-    bool stopShown = false;
+    auto& menu = *live.window->menuBar()->actions().first()->menu();
+    const auto words = [&live] { return live.program.mainForm().log.lines().size(); };
+    std::size_t before = 0;
     int painted = 0;
-    std::size_t wordsUnderMenu = 0;
-    QTimer::singleShot(60, [&] {
-        stopShown = live.button("frmMain.cmdStopContinuous").isVisible();
-        painted = log.paints();
-        live.window->resize(900, 700);
-        live.window->menuBar()->actions().first()->menu()->popup(QPoint(0, 0));
+    // What happens in the run, one step after the other; each waits for its condition.
+    const std::vector<std::pair<std::function<bool()>, std::function<void()>>> steps{
+        {[&] { return words() > 100 && live.button("frmMain.cmdStopContinuous").isVisible(); },
+         [&] { menu.popup(QPoint(0, 0)); }},
+        {[&] { return menu.isVisible(); }, [&] { before = words(); }},
+        {[&] { return words() > before + 100; },
+         [&] {
+             menu.hide();
+             painted = log.paints();
+             live.window->resize(900, 700);
+         }},
+        {[&] { return log.paints() >= painted + 2; },
+         [&] { QTest::mouseClick(&live.button("frmMain.cmdStopContinuous"), Qt::LeftButton); }}};
+    std::size_t step = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        if (step < steps.size() && steps[step].first())
+            steps[step++].second();
     });
-    QTimer::singleShot(120, [&] {
-        wordsUnderMenu = live.program.mainForm().log.lines().size();
-        live.window->menuBar()->actions().first()->menu()->hide();
-    });
-    QTimer::singleShot(160, [&] {
-        painted = log.paints() - painted;
-        QTest::mouseClick(&live.button("frmMain.cmdStopContinuous"), Qt::LeftButton);
-    });
+    timer.start(1);
     QTest::mouseClick(&live.button("frmMain.cmdSendContinuous"), Qt::LeftButton);
-    EXPECT_TRUE(stopShown);
-    EXPECT_GE(painted, 2);
-    EXPECT_GT(wordsUnderMenu, 100U);
-    EXPECT_GT(live.program.mainForm().log.lines().size(), 100U);
+    EXPECT_EQ(step, steps.size());
     live.window->binder().flush();
     EXPECT_TRUE(live.button("frmMain.cmdSendOnce").isEnabled());
 }
@@ -283,6 +288,12 @@ TEST(LogView, IsAListOfTheLinesInSight) {
     EXPECT_EQ(log.current(), 0);
     EXPECT_EQ(log.firstVisible(), 0);
     EXPECT_EQ(list->child(0)->text(QAccessible::Name), "SPI Word Sent:");
+    // An item can be chosen, and tells that the focus is with it.
+    list->child(2)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    log.setFocus();
+    bench.settle();
+    EXPECT_EQ(log.current(), 2);
+    EXPECT_TRUE(list->child(2)->state().focused);
 }
 
 TEST(MainWindow, StaysItsSizeWithNamesOfAnyLength) {

@@ -1,6 +1,7 @@
 #include "window_bench.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QDialog>
 #include <QPointer>
 #include <QProgressBar>
@@ -38,7 +39,14 @@ const QColor lit(0xC0, 0xFF, 0xFF);
 
 TEST(PanelView, LightsBitsOfARegisterByMouseAndKeyboard) {
     PanelBench bench;
-    QTest::mouseClick(&bench.widget<QLabel>("ZT72518.Mux_W(7)"), Qt::LeftButton);
+    auto& first = bench.widget<QLabel>("ZT72518.Mux_W(7)");
+    const QPoint beside(-20, 5);
+    QTest::mouseClick(&first, Qt::RightButton);
+    QTest::mousePress(&first, Qt::LeftButton);
+    QTest::mouseRelease(&first, Qt::LeftButton, {}, beside);
+    bench.settle();
+    EXPECT_NE(bench.color("ZT72518.Mux_W(7)"), lit) << "no click of the left button";
+    QTest::mouseClick(&first, Qt::LeftButton);
     bench.settle();
     EXPECT_EQ(bench.color("ZT72518.Mux_W(7)"), lit);
     EXPECT_TRUE(bench.widget<QRadioButton>("ZT72518.R_MUX(4)").isChecked());
@@ -57,6 +65,28 @@ TEST(PanelView, LightsBitsOfARegisterByMouseAndKeyboard) {
                             [](const QLabel* label) { return label->text() == "0x88"; }));
     bench.press("ZT72518.Cm_MUX_W");
     EXPECT_EQ(bench.label("ZT72518.Label_Liste(0)"), "Sent : 40 - 88");
+}
+
+/// To those who hear it a bit is a check box, and one that is only shown a check box that is read.
+TEST(PanelView, TellsAssistiveToolsOfItsBits) {
+    PanelBench bench;
+    QAccessibleInterface* bit =
+        QAccessible::queryAccessibleInterface(&bench.widget<QLabel>("ZT72518.Mux_W(7)"));
+    EXPECT_EQ(bit->role(), QAccessible::CheckBox);
+    EXPECT_TRUE(bit->text(QAccessible::Name).startsWith("bit 7 "));
+    EXPECT_EQ(bit->state().readOnly, 0U);
+    EXPECT_EQ(bit->state().checked, 0U);
+
+    bit->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    bench.settle();
+    EXPECT_EQ(bit->state().checked, 1U);
+
+    QAccessibleInterface* read =
+        QAccessible::queryAccessibleInterface(&bench.widget<QLabel>("ZT72518.Mux_Rl(7)"));
+    EXPECT_EQ(read->role(), QAccessible::CheckBox);
+    EXPECT_EQ(read->state().readOnly, 1U);
+    EXPECT_FALSE(read->actionInterface()->actionNames().contains(
+        QAccessibleActionInterface::toggleAction()));
 }
 
 TEST(PanelView, IsReadByTheTabulatorKey) {
@@ -104,7 +134,7 @@ TEST(PanelView, NamesItsButtons) {
 TEST(PanelView, FindsRoomOnASmallScreen) {
     PanelBench bench;
     for (const char* choice : {"vb_otp(0)", "opt_vb(0)", "opt_vb(1)"}) // where the file is there
-        bench.program.zt72518().control(choice).show();
+        bench.program.panels().touch("zt72518").control(choice).show();
     for (int page = 1; page <= 5; ++page)
         bench.choose("ZT72518.tab_518(0)", page);
     EXPECT_TRUE(bench.widget<QRadioButton>("ZT72518.opt_vb(0)").isVisible());
@@ -147,10 +177,10 @@ TEST(PanelView, MovesALineOfTheSequenceByDragging) {
 TEST(PanelView, ShowsTheLineThatRunsInAllLists) {
     PanelBench bench;
     bench.choose("ZT72518.tab_518(0)", 1);
-    zt72518::Sequencer& sequencer = bench.program.zt72518().sequencer;
+    PanelSequence& sequence = bench.program.panels().touch("zt72518").sequence;
     constexpr int wait = 71;
     for (int line = 1; line <= 100; ++line)
-        sequencer.lists.append(line == wait ? "Wait" : "MUX Read Low", line == wait ? "5000" : "");
+        sequence.lists.append(line == wait ? "Wait" : "MUX Read Low", line == wait ? "5000" : "");
     std::vector<gui::LogView*> lists;
     for (const char* list :
          {"List1", "List_Commands", "List_Value", "List_Val_read1", "List_Val_read0"})
@@ -176,7 +206,7 @@ TEST(PanelView, ShowsTheLineThatRunsInAllLists) {
         lists.back()->verticalScrollBar()->setValue(5);
         for (const gui::LogView* list : lists)
             EXPECT_EQ(list->verticalScrollBar()->value(), 5);
-        sequencer.player.Timer1.disable();
+        sequence.player.Timer1.disable();
     });
     bench.press("ZT72518.Cm_Run_Seq");
     for (const gui::LogView* list : lists)
@@ -192,7 +222,7 @@ TEST(PanelView, DrivesTheTimersOfTheForm) {
                       QPoint(5, 5));
     EXPECT_TRUE(QTest::qWaitFor(
         [&bench] { return bench.label("ZT72518.read_pre_prog(0)") == "Initialization Mode"; },
-        3000));
+        30000));
     bench.settle();
     EXPECT_TRUE(bench.widget<QLabel>("ZT72518.lin_pre(0)").isVisible());
     EXPECT_FALSE(bench.widget<QLabel>("ZT72518.lin_pre(4)").isVisible());

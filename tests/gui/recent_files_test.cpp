@@ -1,5 +1,6 @@
 #include "gui/qt_desk.h"
 #include "gui/recent_menu.h"
+#include "gui/theme.h"
 #include "window_bench.h"
 
 #include <QDragEnterEvent>
@@ -145,6 +146,47 @@ TEST(MainWindow, ComesBackWhereItStood) {
     gui::MainWindow again(other.program, bench.settings);
     again.restorePlace();
     EXPECT_EQ(again.size(), QSize(777, 655));
+
+    // Whatever a damaged file says, there is a window that a hand can get hold of.
+    const QByteArray whole = bench.settings.place();
+    for (qsizetype byte = 0; byte < whole.size(); ++byte)
+        for (const int value : {0, 0x80, 0xFF}) {
+            QByteArray damaged = whole;
+            damaged[byte] = static_cast<char>(value);
+            bench.settings.setPlace(damaged);
+            again.resize(900, 700);
+            again.restorePlace();
+            again.show();
+            EXPECT_GE(again.width(), 200) << byte << " " << value;
+            EXPECT_GE(again.height(), 200) << byte << " " << value;
+            again.hide();
+        }
+}
+
+TEST(MainWindow, IsDarkAsItsUserWantsElseAsTheDesktop) {
+    RecentBench bench;
+    const auto desktopChanges = [&bench] {
+        QEvent event(QEvent::ThemeChange);
+        QApplication::sendEvent(&bench.window, &event);
+        return gui::isDark();
+    };
+    auto& dark = *[&] {
+        for (QAction* action : bench.window.findChildren<QAction*>())
+            if (action->text() == "&Dark")
+                return action;
+        throw std::runtime_error("no action");
+    }();
+    gui::applyTheme(true); // as the desktop was
+    EXPECT_FALSE(desktopChanges()) << "it is light, and nothing else was chosen";
+    EXPECT_FALSE(dark.isChecked());
+    EXPECT_EQ(bench.settings.dark(), std::nullopt);
+    dark.trigger();
+    EXPECT_TRUE(gui::isDark());
+    EXPECT_EQ(bench.settings.dark(), true);
+    EXPECT_TRUE(desktopChanges());
+    dark.trigger();
+    EXPECT_EQ(bench.settings.dark(), false);
+    EXPECT_FALSE(gui::isDark());
 }
 
 } // namespace

@@ -75,7 +75,10 @@ EmulatedDongle::EmulatedDongle(const Testbed& testbed, const TemporaryFolder& li
         umockdev_testbed_attach_ioctl(testbed_, node().c_str(), driver_, nullptr) == FALSE)
         throw std::runtime_error("no emulated " + node());
     polled_ = std::make_unique<PolledNode>(node());
-    plugIn(list, fmt::format("1-{}", kind_.address), kind_.address, kind_.descriptors);
+    const std::string place = fmt::format("1-{}", kind_.address);
+    plugIn(list, place, kind_.address, kind_.descriptors);
+    if (!kind_.serial.empty())
+        list.write(place + "/serial", kind_.serial + "\n");
 }
 
 EmulatedDongle::~EmulatedDongle() {
@@ -240,7 +243,10 @@ int EmulatedDongle::submit(const Transfer& transfer) {
     const std::uint8_t endpoint = transfer.urb->endpoint;
     submitted_.push_back(endpoint);
     if (transfer.urb->type == USBDEVFS_URB_TYPE_CONTROL) {
-        takeControl(transfer);
+        if (kind_.unanswered-- > 0)
+            waiting_.push_back(transfer); // until it is called back
+        else
+            takeControl(transfer);
     } else if (holder_ != transfer.client || (endpoint != in && endpoint != out)) {
         return -EINVAL;
     } else if (types_.insert(transfer.urb->type); endpoint == out) {

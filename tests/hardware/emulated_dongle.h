@@ -34,7 +34,9 @@ struct Packet {
 struct DongleKind {
     std::string descriptors = dongleDescriptors();
     int address = 4;
+    std::string serial{};
     AskDevice control{}; ///< answers vendor requests and descriptors; refuses them when empty
+    int unanswered = 0;  ///< of the first requests of that kind
 };
 
 /// A USB device plugged in at bus 1: its folder in a list that stands for the kernel's, and its

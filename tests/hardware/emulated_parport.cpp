@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstddef>
+#include <filesystem>
 #include <stdexcept>
 
 #include <linux/ppdev.h>
@@ -71,6 +72,21 @@ void EmulatedParport::break_(const Fault& fault) {
 void EmulatedParport::repair() {
     const std::lock_guard lock(mutex_);
     fault_.reset();
+}
+
+void EmulatedParport::takeAway() const {
+    std::filesystem::rename(file(), file() + ".removed");
+}
+
+void EmulatedParport::bringBack() const {
+    std::filesystem::rename(file() + ".removed", file());
+}
+
+std::string EmulatedParport::file() const {
+    gchar* const root = umockdev_testbed_get_root_dir(testbed_);
+    const std::string name = root + node_;
+    g_free(root);
+    return name;
 }
 
 bool EmulatedParport::isHeld() {

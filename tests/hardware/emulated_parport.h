@@ -30,6 +30,9 @@ public:
     };
     void break_(const Fault& fault);
     void repair();
+    /// The node goes, and requests go on succeeding, as when the kernel removes a port.
+    void takeAway() const;
+    void bringBack() const;
 
     [[nodiscard]] bool isHeld();
     /// Every request that came, in order.
@@ -45,6 +48,7 @@ private:
     int claim(UMockdevIoctlClient* client);
     int access(UMockdevIoctlClient* client, unsigned long request);
     std::optional<int> injectedError(unsigned long request);
+    [[nodiscard]] std::string file() const; ///< of the node, in the test bed
 
     UMockdevTestbed* testbed_;
     std::string node_;

@@ -1,8 +1,8 @@
 #include "emulated_parport.h"
 #include "failure_text.h"
 #include "support/temporary_folder.h"
-#include "trapped_ports.h"
 
+#include "platform/chosen_port.h"
 #include "platform/linux/linux_parallel_port.h"
 
 #include <array>
@@ -27,12 +27,9 @@ protected:
         list.write("parport3/base-addr", "956\t0\n");
     }
 
-    void TearDown() override { EXPECT_EQ(ports.trespassed(), std::vector<int>{}); }
-
     Testbed testbed;
     EmulatedParport first{testbed, 0};
     EmulatedParport second{testbed, 1};
-    TrappedPorts ports;
     TemporaryFolder list;
     LinuxParallelPort port{list.path()};
 };
@@ -79,7 +76,8 @@ TEST_F(LinuxParallelPortTest, HoldsThePortThatWasAccessedLast) {
     EXPECT_FALSE(first.isHeld());
     EXPECT_TRUE(second.isHeld());
     port.Outp(0x37A, 0x04);
-    EXPECT_EQ(first.wires.written(), (std::vector<Written>{{2, 0x0B}, {2, 0x04}}));
+    EXPECT_EQ(first.wires.written(), (std::vector<Written>{{2, 0x0B}, {2, 0x0B}, {2, 0x04}}))
+        << "claiming set the control register";
     EXPECT_TRUE(first.isHeld());
     EXPECT_FALSE(second.isHeld());
 }
@@ -109,37 +107,50 @@ TEST_F(LinuxParallelPortTest, OpensALostPortAgain) {
     EXPECT_EQ(first.wires.read(0), 0x03);
 }
 
-TEST_F(LinuxParallelPortTest, FastModeGoesPastTheDriver) {
-    port.Outp(0x378, 0x01);
-    port.SetFastMode(1);
-    EXPECT_EQ(port.GetFastMode(), 1);
-    EXPECT_FALSE(first.isHeld());
-
-    port.EnablePorts(0x378, 0x378);
-    EXPECT_EQ(ports.open(), (std::vector{0x378}));
-    port.Outp(0x378, 0x12A5);
-    port.DisablePorts(0x378, 0x378);
-    EXPECT_EQ(port.Inp(0x378), 0xA5);
-    EXPECT_EQ(ports.open(), std::vector<int>{});
-    EXPECT_EQ(ports.wires.written(), (std::vector<Written>{{0, 0xA5}}));
-    EXPECT_FALSE(first.isHeld());
-
-    port.SetFastMode(0);
-    port.Outp(0x378, 0x03);
-    EXPECT_EQ(first.wires.written(), (std::vector<Written>{{0, 0x01}, {0, 0x03}}));
+TEST_F(LinuxParallelPortTest, ReachesTheUpperHalfOfTheAddresses) {
+    list.write("parport1/base-addr", "53264\t53272\n");
+    const std::int16_t base = port.GetLPTPortAddress(2);
+    EXPECT_EQ(static_cast<std::uint16_t>(base), 0xD010);
+    port.Outp(base, 0x5A);
+    port.Outp(static_cast<std::int16_t>(base + 2), 0x0B);
+    EXPECT_EQ(second.wires.written(), (std::vector<Written>{{0, 0x5A}, {2, 0x0B}}));
+    EXPECT_EQ(port.Inp(base), 0x5A);
 }
 
-TEST_F(LinuxParallelPortTest, NormalModeOpensNoPorts) {
-    port.EnablePorts(0x378, 0x378);
-    EXPECT_EQ(ports.open(), std::vector<int>{});
-    ports.refuse(EPERM);
-    EXPECT_NO_THROW(port.DisablePorts(0x378, 0x378));
+TEST_F(LinuxParallelPortTest, MayHaveOnlyThePortThatWasChosen) {
+    for (const char* name : {"lpt2", "LPT2", "0x278", "632"}) {
+        SCOPED_TRACE(name);
+        ChosenPort chosen(port, portChoiceFrom(name));
+        chosen.demand();
+        EXPECT_EQ(chosen.GetLPTPortAddress(1), 0);
+        EXPECT_EQ(chosen.GetLPTPortAddress(2), 0x278);
+        chosen.Outp(0x27A, 0x04);
+        EXPECT_EQ(chosen.Inp(0x27A), 0x04);
+        for (const int address : {0x277, 0x27B, 0x378})
+            expectContains(failureText([&] { chosen.Outp(static_cast<std::int16_t>(address), 0); }),
+                           "was chosen");
+    }
+    EXPECT_EQ(first.requests().size(), 0U);
+    for (const char* name : {"lpt3", "0x3BC", "0xD010"})
+        expectContains(failureText([&] { ChosenPort(port, portChoiceFrom(name)).demand(); }),
+                       "there is LPT1 at 0x378, LPT2 at 0x278.");
+    for (const char* name : {"", "lpt0", "lpt4", "lpt", "lpt22", "0x", "0x10000", "-1", "1x", "0"})
+        EXPECT_THROW(portChoiceFrom(name), Failure) << name;
 }
 
-TEST_F(LinuxParallelPortTest, SettingTheSameModeKeepsThePort) {
+TEST_F(LinuxParallelPortTest, NoticesAPortThatWasTakenAway) {
+    port.complete();
     port.Outp(0x378, 0x01);
-    port.SetFastMode(0);
-    EXPECT_TRUE(first.isHeld());
+    port.complete();
+    first.takeAway();
+    port.Outp(0x378, 0x02); // the driver goes on accepting everything
+    expectContains(failureText([&] { port.complete(); }), "/dev/parport0 was lost while in use");
+    EXPECT_FALSE(first.isHeld());
+    expectContains(failureText([&] { port.Outp(0x378, 0x03); }), "modprobe ppdev");
+    first.bringBack();
+    port.Outp(0x378, 0x04);
+    port.complete();
+    EXPECT_EQ(first.wires.read(0), 0x04);
 }
 
 TEST_F(LinuxParallelPortTest, LooksForNodesInItsDeviceFolder) {

@@ -17,6 +17,7 @@ namespace {
 
 std::mutex mutex; // the test bed's thread polls as well
 std::vector<const PolledNode*> nodes;
+thread_local int pollsOfThread = 0;
 
 ino_t fileOf(const std::string& node) {
     struct stat status {};
@@ -73,9 +74,14 @@ const PolledNode* PolledNode::behind(int descriptor) {
     return found == nodes.end() ? nullptr : *found;
 }
 
+int PolledNode::polls() {
+    return pollsOfThread;
+}
+
 namespace {
 
 int pollAll(pollfd* asked, nfds_t count, int milliseconds) {
+    ++pollsOfThread;
     std::vector<pollfd> real(asked, asked + count);
     {
         const std::lock_guard lock(mutex);

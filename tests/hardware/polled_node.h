@@ -27,6 +27,8 @@ public:
     [[nodiscard]] int timer() const { return timer_; }
     /// The node that is behind a descriptor, or null.
     static const PolledNode* behind(int descriptor);
+    /// How often this thread has polled.
+    static int polls();
 
 private:
     ino_t file_;

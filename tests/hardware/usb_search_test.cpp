@@ -86,6 +86,24 @@ TEST_F(UsbSearchTest, TellsSeveralApart) {
     EXPECT_TRUE(second.isHeld());
 }
 
+TEST_F(UsbSearchTest, FindsTheOneWithASerialNumberAndAsksNoOther) {
+    forgetNumbers();
+    const OsAnswers answers{.properties = version1(property1(one)), .set = {}};
+    const auto plugged = [&](int address, const std::string& serial) {
+        return DongleKind{.address = address, .serial = serial, .control = answers.ask()};
+    };
+    EmulatedDongle nameless(testbed, list, plugged(5, ""));
+    EmulatedDongle first(testbed, list, plugged(6, "A-1"));
+    EmulatedDongle second(testbed, list, plugged(7, "A-2"));
+    LinuxUsbHost chosen(places, "A-2");
+    UsbLink link(chosen);
+    EXPECT_EQ(link.open(), UsbStatus::Success);
+    EXPECT_TRUE(second.isHeld());
+    EXPECT_EQ(first.requests() + nameless.requests(), 0);
+    LinuxUsbHost missing(places, "A-");
+    EXPECT_EQ(missing.makeEndpoint()->enumerate(dongleClass), 0);
+}
+
 TEST_F(UsbSearchTest, KeepsOtherProgramsOut) {
     EmulatedDongle dongle(testbed, list);
     UsbLink link(host);
@@ -148,6 +166,14 @@ TEST_F(UsbSearchTest, AsksAgainWhatCouldNotBeAsked) {
     EXPECT_EQ(found(), 0) << "its node is not there yet";
     const OsAnswers answers{.properties = version1(property1(one)), .set = {}};
     const EmulatedDongle dongle(testbed, list, {.control = answers.ask()});
+    EXPECT_EQ(found(), 1);
+}
+
+TEST_F(UsbSearchTest, AsksAgainWhatIsSlowToAnswer) {
+    forgetNumbers();
+    const OsAnswers answers{.properties = version1(property1(one)), .set = {}};
+    const EmulatedDongle dongle(testbed, list, {.control = answers.ask(), .unanswered = 1});
+    EXPECT_EQ(found(), 0) << "it has just been plugged in";
     EXPECT_EQ(found(), 1);
 }
 

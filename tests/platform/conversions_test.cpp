@@ -1,6 +1,7 @@
 #include "platform/conversions.h"
 
 #include "platform/failure.h"
+#include "platform/letters.h"
 
 #include <limits>
 
@@ -20,21 +21,24 @@ Failure::Kind failureOf(const std::function<void()>& action) {
 
 TEST(Val, ReadsTheNumberATextBeginsWith) {
     const std::pair<const char*, double> cases[] = {
-        {"", 0},          {"   ", 0},     {"abc", 0},         {"12", 12},
-        {"12.5 V", 12.5}, {" 1 6", 16},   {"1\t2\r\n3", 123}, {"+5", 5},
-        {"-5", -5},       {"- 5", -5},    {"+-5", 0},         {"--5", 0},
-        {"-", 0},         {"+", 0},       {".5", 0.5},        {"-.5", -0.5},
-        {".", 0},         {"5.", 5},      {"1.2.3", 1.2},     {"1,5", 1},
-        {"1e3", 1000},    {"1E+3", 1000}, {"1e-3", 0.001},    {"1e", 1},
+        {"", 0},          {"   ", 0},       {"abc", 0},         {"12", 12},
+        {"12.5 V", 12.5}, {" 1 6", 16},     {"1\t2\r\n3", 123}, {"+5", 5},
+        {"-5", -5},       {"- 5", -5},      {"+-5", 0},         {"--5", 0},
+        {"-", 0},         {"+", 0},         {".5", 0.5},        {"-.5", -0.5},
+        {".", 0},         {"5.", 5},        {"1.2.3", 1.2},     {"1,5", 1},
+        {"1e3", 1000},    {"1E+3", 1000},   {"1e-3", 0.001},    {"1e", 1},
+        {"1D3", 1000},    {"-1d+3", -1000}, {"4D000001", 40},   {"4E00FFFF", 4},
+        {"43ABCD12", 43}, {"1D", 1},        {"1.5D-1 V", 0.15}, {"1e2d3", 100},
         {"1e-400", 0}, // too small is zero
-        {"007", 7},       {"0x10", 0},    {"&HFF", 255},      {"&hff", 255},
-        {"& H F F", 255}, {"&H1G", 1},    {"&H", 0},          {"&HG", 0},
-        {"&H-5", 0},      {"&O17", 15},   {"&o8", 0},         {"&17", 0},
-        {"inf", 0},       {"-inf", 0},    {"nan", 0},         {"infinity", 0},
+        {"007", 7},       {"0x10", 0},      {"&HFF", 255},      {"&hff", 255},
+        {"& H F F", 255}, {"&H1G", 1},      {"&H", 0},          {"&HG", 0},
+        {"&H-5", 0},      {"&O17", 15},     {"&o8", 0},         {"&17", 0},
+        {"inf", 0},       {"-inf", 0},      {"nan", 0},         {"infinity", 0},
     };
     for (const auto& [text, number] : cases)
         EXPECT_EQ(val(text), number) << '"' << text << '"';
-    for (const char* text : {"1e400", "-1e400", "&HFFFFFFFFFFFFFFFFF"})
+    EXPECT_EQ(failureOf([] { toInt32(val("4D000123")); }), Failure::Kind::Overflow);
+    for (const char* text : {"1e400", "-1e400", "4D999999", "&HFFFFFFFFFFFFFFFFF"})
         EXPECT_EQ(failureOf([text] { val(text); }), Failure::Kind::Overflow) << text;
 }
 
@@ -68,6 +72,20 @@ TEST(ToNumber, TakesWholeTextsThatAreNumbers) {
                              "&HFF", "0x10", "1,5", "12.5 V"})
         EXPECT_EQ(failureOf([text] { toNumber(text); }), Failure::Kind::Conversion) << text;
     EXPECT_EQ(failureOf([] { toNumber("-1e400"); }), Failure::Kind::Overflow);
+}
+
+TEST(WholeNumber, TakesNothingBehindItsDigits) {
+    EXPECT_EQ(wholeNumber<int>("-12"), -12);
+    EXPECT_EQ(wholeNumber<std::uint16_t>("fFfF", 16), 0xFFFF);
+    EXPECT_EQ(wholeNumber<double>("0.5"), 0.5);
+    for (const char* text : {"", " 1", "1 ", "+1", "1x", "0x1", "65536", "-1"})
+        EXPECT_FALSE(wholeNumber<std::uint16_t>(text)) << text;
+}
+
+TEST(Letters, AreTheSameInEitherCase) {
+    EXPECT_TRUE(equalIgnoringCase("{4b322ac1-ECA3}", "{4B322AC1-eca3}"));
+    for (const char* other : {"{4B322AC1-ECA4}", "{4B322AC1-ECA3", "[4B322AC1-ECA3]"})
+        EXPECT_FALSE(equalIgnoringCase("{4b322ac1-ECA3}", other)) << other;
 }
 
 TEST(Hex, HasNoLeadingZeros) {

@@ -1,15 +1,14 @@
 #include "platform/text_file.h"
 
 #include "platform/failure.h"
+#include "support/file_size_limit.h"
 #include "support/test_bench.h"
 
 #include <array>
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -47,7 +46,12 @@ std::string inChild(const std::function<std::string()>& action) {
         throw std::runtime_error("no pipe");
     const pid_t child = ::fork();
     if (child == 0) {
-        const std::string answer = action();
+        std::string answer;
+        try {
+            answer = action();
+        } catch (const std::exception& error) { // it must not reach the tests of this process
+            answer = error.what();
+        }
         const bool told = ::write(ends[1], answer.data(), answer.size()) >= 0;
         ::_exit(told ? 0 : 1);
     }
@@ -101,9 +105,7 @@ TEST_F(TextFile, StaysWholeWhenTheWriterFails) {
 
 TEST_F(TextFile, StaysWholeWhenTheDiskIsFull) {
     const std::string failure = inChild([this] {
-        const rlimit limit{.rlim_cur = 10'000, .rlim_max = 10'000};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-        std::signal(SIGXFSZ, SIG_IGN);
+        const FileSizeLimit limit(10'000);
         return failureToWrite(file, {std::string(20'000, 'x')});
     });
     EXPECT_EQ(failure, "The file \"" + file + "\" cannot be written: File too large.");
@@ -124,6 +126,16 @@ TEST_F(TextFile, TellsWhyItCannotBeWritten) {
     EXPECT_TRUE(fs::is_character_file("/dev/full"));
 }
 
+/// As somebody who owns nothing here.
+std::string asOrdinaryUser(const std::function<std::string()>& action) {
+    return inChild([&action] {
+        constexpr uid_t nobody = 65534;
+        if (::geteuid() == 0 && ::setuid(nobody) != 0)
+            return std::string("still root");
+        return action();
+    });
+}
+
 TEST_F(TextFile, NeedsThePermissionOfTheFolder) {
     fs::permissions(folder.path(), perms::owner_all | perms::group_all | perms::others_all);
     fs::permissions(file, perms::owner_read | perms::others_read);
@@ -131,15 +143,44 @@ TEST_F(TextFile, NeedsThePermissionOfTheFolder) {
         if (name != file) // a file that may be written, in a folder that takes none
             fs::permissions(folder.path(), perms::owner_read | perms::owner_exec |
                                                perms::others_read | perms::others_exec);
-        const std::string failure = inChild([&name] {
-            constexpr uid_t nobody = 65534;
-            if (::geteuid() == 0 && ::setuid(nobody) != 0)
-                return std::string("still root");
-            return failureToWrite(name, {"new"});
-        });
-        EXPECT_EQ(failure, "The file \"" + name + "\" cannot be written: Permission denied.");
+        EXPECT_EQ(asOrdinaryUser([&name] { return failureToWrite(name, {"new"}); }),
+                  "The file \"" + name + "\" cannot be written: Permission denied.");
     }
     EXPECT_EQ(all(), untouched);
+}
+
+TEST_F(TextFile, IsWrittenInPlaceWhereTheFolderTakesNoOther) {
+    fs::permissions(folder.path(), perms{0555});
+    fs::permissions(file, perms{0666});
+    const auto overwrite = [this](const std::string& content) {
+        return asOrdinaryUser([this, &content] { return failureToWrite(file, {content}); });
+    };
+    EXPECT_EQ(overwrite("longer than before"), "");
+    EXPECT_EQ(all(), std::vector<std::string>{"a.txt=longer than before\r\n"});
+    EXPECT_EQ(overwrite("old"), "");
+    const std::vector<std::string> old{"a.txt=old\r\n"};
+    EXPECT_EQ(all(), old);
+    const std::string full = asOrdinaryUser([this] {
+        const FileSizeLimit limit(10'000);
+        return failureToWrite(file, {std::string(20'000, 'x')});
+    });
+    EXPECT_EQ(full, "The file \"" + file + "\" cannot be written: File too large.");
+    EXPECT_EQ(all(), old);
+}
+
+TEST_F(TextFile, TakesNoHalfOfALine) {
+    const std::string failure = inChild([this] {
+        const FileSizeLimit limit(10);
+        try {
+            appendLine(file, "more");
+            appendLine(file, "and more"); // for which there is no room
+        } catch (const Failure& met) {
+            return std::string(met.what());
+        }
+        return std::string();
+    });
+    EXPECT_EQ(failure, "The file \"" + file + "\" cannot be written: File too large.");
+    EXPECT_EQ(all(), std::vector<std::string>{"a.txt=old\nmore\r\n"});
 }
 
 TEST_F(TextFile, KeepsPermissionsAndLinks) {

@@ -1,6 +1,9 @@
+#include "platform/failure.h"
 #include "support/test_bench.h"
 
 #include <functional>
+#include <memory>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -114,13 +117,25 @@ TEST(Dongle, StopsAContinuousRunWhenItIsPulledOutAndGoesOnWhenItIsBack) {
     EXPECT_TRUE(bench.session().LinkFailed);
     EXPECT_TRUE(bench.get<forms::Button>("frmMain.cmdSendContinuous").visible());
     EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), "A5");
-    EXPECT_EQ(bench.log().size(), 4 * 5U);
+    EXPECT_EQ(bench.log().size(), 3 * 5U) << "the last word never went out";
+    EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "xx");
     bench.dongle.plug();
-    bench.search();
     bench.send("3C");
     bench.send("00");
     EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "3C");
     EXPECT_TRUE(bench.boxes.takeTexts().empty());
+}
+
+TEST(Dongle, IsThereAgainWhenAnExitEndsInNothing) {
+    DongleBench bench;
+    bench.session().ConfigDirty = ConstOn;
+    bench.boxes.answer(MessageBox::Answer::Yes); // and the dialog for the name is cancelled
+    bench.choose("frmMain.itemExit");
+    EXPECT_TRUE(bench.program.running());
+    bench.apply("8");
+    bench.send("A5");
+    bench.send("3C");
+    EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "A5");
 }
 
 TEST(Dongle, RefusesWhatItsFrameCannotTake) {
@@ -186,6 +201,47 @@ TEST(Dongle, IsSetToFirmwareUpdateModeOnlyWhenTheUserIsSure) {
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{"There is no USB connection to a working dongle.  "
                                              "Firmware update mode cannot be set."});
     EXPECT_FALSE(bench.session().FirmwareUpdateRequest);
+}
+
+TEST(Dongle, IsNotSetToFirmwareUpdateModeByAWordThatGoesElsewhereOrNowhere) {
+    DongleBench bench;
+    bench.click("frmConfigureSPI.Btn_ParallelPort");
+    bench.program.dialog().ChkSerialPort.setValue(0);
+    bench.apply("16");
+    EXPECT_EQ(accessesOf(bench, [&] { bench.choose("frmMain.itemUpdateDongle"); }), "");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"The parallel port is in use.  Choose the dongle in "
+                                             "the configuration to set firmware update mode."});
+    bench.program.dialog().ChkSerialPort.setValue(1);
+    bench.boxes.answer(MessageBox::Answer::Yes);
+    bench.dongle.setFaults(DongleFaults({dongleFaultFrom("stalled@1")}));
+    bench.choose("frmMain.itemUpdateDongle");
+    EXPECT_EQ(bench.boxes.takeTexts().back(), checkTheCable) << "no word of success";
+    bench.send("1");
+    EXPECT_EQ(bench.dongle.lastOut(), (UsbFrame{0x10, 0x70, 0, 0, 1}));
+}
+
+TEST(Dongle, IsLookedForAgainAfterASearchThatFailed) {
+    struct Sockets : UsbHost {
+        explicit Sockets(UsbHost& host) : good(host) {}
+        std::unique_ptr<UsbEndpoint> makeEndpoint() override {
+            if (std::exchange(fails, false))
+                throw Failure(Failure::Kind::File, "The list of devices cannot be read");
+            return good.makeEndpoint();
+        }
+        UsbHost& good;
+        bool fails = false;
+    };
+    VirtualClock clock;
+    VirtualBench bench(clock, makeDevice("loopback"));
+    Sockets sockets(bench.dongle);
+    ScriptedDesk desk(clock);
+    Program program({.port = bench.port, .usb = sockets, .clock = clock}, desk.desk());
+    program.Main();
+    bench.dongle.plug();
+    sockets.fails = true;
+    EXPECT_THROW(program.mainForm().call(startUsb), Failure);
+    program.mainForm().call(startUsb);
+    EXPECT_TRUE(program.session().USBReady);
 }
 
 } // namespace

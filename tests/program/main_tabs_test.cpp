@@ -78,7 +78,7 @@ TEST(MainTabs, BringTheirPageTitleAndWord) {
     bench.program.dialog().cmdApply_Click();
     EXPECT_EQ(bench.strip().selected(), 1);
     EXPECT_EQ(bench.session().ActiveMainTab, 1);
-    EXPECT_EQ(bench.shown().substr(0, 1), "1");
+    EXPECT_EQ(bench.shown(), "1 Generic Bitlux Forge send");
 }
 
 TEST(MainTabs, LookForADongleAtAChangeOfPage) {

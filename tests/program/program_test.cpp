@@ -2,7 +2,9 @@
 #include "support/test_bench.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
+#include <optional>
 
 #include <gtest/gtest.h>
 
@@ -165,13 +167,38 @@ TEST(Program, EndsWithoutAQuestionOrASaveWhereNoneIsWanted) {
     unchanged.choose("frmMain.itemExit");
     EXPECT_TRUE(unchanged.boxes.shown().empty());
     EXPECT_FALSE(unchanged.program.running());
-    // A save that fails says so, and the program ends all the same.
-    DirtyBench failing;
-    failing.session().ConfigFileName = failing.folder.path("nowhere/x.spi");
-    failing.boxes.answer(MessageBox::Answer::Yes);
-    failing.program.close();
-    EXPECT_EQ(failing.boxes.shown().size(), 2U);
-    EXPECT_FALSE(failing.program.running());
+}
+
+TEST(Program, StaysWhenTheSaveThatWasWantedFails) {
+    struct Case {
+        std::string fileName; ///< empty: asked for
+        std::optional<std::string> answer;
+        std::size_t boxes;
+    };
+    for (const Case& c : {Case{"nowhere/x.spi", {}, 2}, Case{"", {}, 1}, Case{"", "", 2}}) {
+        DirtyBench bench;
+        Program& program = bench.program;
+        const auto wantSave = [&] {
+            bench.session().ConfigFileName =
+                c.fileName.empty() ? "" : bench.folder.path(c.fileName);
+            bench.fileDialogs.answer(c.answer);
+            bench.boxes.answer(MessageBox::Answer::Yes);
+        };
+        for (const auto& road : {std::function<void()>([&] { bench.choose("frmMain.itemExit"); }),
+                                 {[&] { program.close(); }},
+                                 {[&] { program.mainForm().call("Form_Unload"); }}}) {
+            wantSave();
+            road();
+            EXPECT_TRUE(program.running());
+            EXPECT_EQ(bench.session().ConfigDirty, ConstOn);
+            EXPECT_EQ(bench.boxes.takeTexts().size(), c.boxes);
+        }
+        bench.send("5A");
+        EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "5A");
+        wantSave();
+        program.close(Program::Closing::System);
+        EXPECT_FALSE(program.running());
+    }
 }
 
 TEST(Program, StopsARunBeforeItAsks) {

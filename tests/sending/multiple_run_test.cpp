@@ -156,6 +156,48 @@ TEST(MultipleRun, EndsAWaitAtOnceAndPlaysTheRest) {
     }
 }
 
+TEST(MultipleRun, WaitsOnWhileTheUserWorksElsewhere) {
+    constexpr std::int64_t second = 1000 * millisecond;
+    for (const char* start : {"frmMain.cmdSendOnce", "frmMain.cmdSendContinuous"}) {
+        const bool once = start == std::string("frmMain.cmdSendOnce");
+        RunBench bench;
+        bench.setToSend({"* Wait 600 s", "a"});
+        const std::int64_t at = bench.clock.nanoseconds();
+        auto& tabs = bench.get<forms::TabStrip>("frmMain.TabStripMain");
+        const RunControls& run = bench.program.mainForm().run;
+        bench.loop.atTime(at + 5 * second, [&] {
+            if (once) // a change of page stops a continuous run
+                tabs.click(1);
+            bench.edit("frmMain.txtHexWordToSend", "3C");
+        });
+        bench.loop.atTime(at + 6 * second, [&] {
+            if (once) {
+                bench.get<forms::TextBox>("frmMain.txtHexWordToSend").key(forms::KeyCode::Enter);
+                EXPECT_TRUE(run.cmdCancelSingle.visible());
+                EXPECT_FALSE(run.cmdSendOnce.visible());
+                EXPECT_FALSE(run.cmdSendContinuous.enabled());
+            }
+        });
+        bench.loop.atTime(at + 601 * second, [&] { bench.click("frmMain.cmdStopContinuous"); });
+        EXPECT_EQ(bench.elapsedIn([&] { bench.click(start); }) / second, once ? 600 : 601);
+        EXPECT_EQ(bench.logged()[1], once ? "3C" : "Done Waiting");
+        EXPECT_TRUE(bench.idle());
+    }
+}
+
+TEST(MultipleRun, CancelEndsTheRunThatAnotherBeganInToo) {
+    RunBench bench;
+    bench.setToSend({"* Wait 1 hrs", "a"});
+    const std::int64_t at = bench.clock.nanoseconds();
+    for (const int n : {1, 2}) // the second within the wait of the first
+        bench.loop.atTime(at + n * millisecond, [&, n] {
+            n == 1 ? bench.program.mainForm().run.cmdSendOnce_Click()
+                   : bench.program.mainForm().run.cmdCancelSingle.click();
+        });
+    EXPECT_LT(bench.elapsedIn([&] { bench.click("frmMain.cmdSendContinuous"); }), 3 * millisecond);
+    EXPECT_TRUE(bench.idle());
+}
+
 TEST(MultipleRun, LogsAContinuousRunByItsRules) {
     struct Case {
         const char* option;
@@ -188,9 +230,15 @@ TEST(MultipleRun, LogsAContinuousRunByItsRules) {
     }
 }
 
-TEST(MultipleRun, SpinsThroughAnEmptyListUntilItIsStopped) {
+TEST(MultipleRun, SleepsWithAnEmptyListUntilThereIsSomethingOrItIsStopped) {
     RunBench bench;
-    bench.playContinuously({}, 3);
+    bench.setToSend({});
+    const int turns = bench.loop.turns();
+    const std::int64_t at = bench.clock.nanoseconds();
+    bench.loop.atTime(at + 60'000 * millisecond, [&] { bench.setToSend({"a"}); });
+    bench.loop.atTime(at + 60'001 * millisecond, [&] { bench.click("frmMain.cmdStopContinuous"); });
+    bench.click("frmMain.cmdSendContinuous");
+    EXPECT_LT(bench.loop.turns() - turns, 200);
     EXPECT_TRUE(bench.idle());
     EXPECT_EQ(bench.play({}), Texts{"Nothing to send."});
 }
@@ -208,7 +256,19 @@ TEST(MultipleRun, RefusesAFullLog) {
 TEST(MultipleRun, GoesOnAfterAFailedTransfer) {
     RunBench bench;
     bench.session().ParallelPortReady = false;
-    EXPECT_EQ(bench.play({"a", "b"}), Texts(2, "No device available to send SPI Data."));
+    int boxes = 0;
+    for (int presses = 1; presses <= 2; ++presses) {
+        boxes += static_cast<int>(bench.play({"a", "* Wait 1 s", "b"}).size());
+        EXPECT_EQ(boxes, presses) << "once a run, not once a word";
+        EXPECT_EQ(bench.logged(), (Texts{"Waiting 1 s ...", "Done Waiting"}));
+    }
+    bench.get<forms::TabStrip>("frmMain.TabStripMain").click(1);
+    bench.send("A5");
+    EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "xx") << "there was no answer";
+    EXPECT_EQ(bench.logged(), Texts{});
+    bench.session().ParallelPortReady = true;
+    bench.send("A5");
+    EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "A5");
 }
 
 TEST(MultipleRun, LivesThroughChangesDuringAWait) {

@@ -115,6 +115,24 @@ TEST(Run, DoesNotStayRunningAfterAFailure) {
     EXPECT_EQ(buttons(bench), "+.+.");
 }
 
+TEST(Run, ShowsNoAnswerWhereNoneCame) {
+    TestBench bench;
+    bench.configure("4", {"optBinary"});
+    const auto answer = [&bench] {
+        std::string bits;
+        for (int bit = 3; bit >= 0; --bit)
+            bits += bench.label("frmMain.lblSO_single(" + std::to_string(bit) + ")");
+        return bits;
+    };
+    bench.click("frmMain.cmdAll1Single");
+    bench.click("frmMain.cmdSendOnce");
+    EXPECT_EQ(answer(), "1111");
+    bench.session().ParallelPortReady = false;
+    bench.click("frmMain.cmdSendOnce");
+    EXPECT_EQ(answer(), "xxxx");
+    EXPECT_EQ(wordsIn(bench), 1);
+}
+
 TEST(Run, DependsOnTheTab) {
     TestBench bench;
     bench.configure("8");

@@ -238,6 +238,15 @@ TEST(SessionLog, ReportsAFileThatCannotBeWritten) {
                                              "frmMain.cmdSaveLogSingle_Click"});
     EXPECT_FALSE(bench.pointer.busy());
     EXPECT_EQ(bench.log(), wordA5);
+    // A new name is in use once it was written to: the next Save asks again, or goes to the old
+    // one.
+    for (const std::string& before : {std::string(), folder.path("good.txt")}) {
+        bench.session().LogFileName = before;
+        bench.fileDialogs.answer(folder.path("missing/log.txt"));
+        bench.choose(before.empty() ? "frmMain.itemSaveLog" : "frmMain.itemSaveLogAs");
+        EXPECT_EQ(bench.boxes.takeTexts().size(), 1U);
+        EXPECT_EQ(bench.session().LogFileName, before);
+    }
 }
 
 } // namespace

@@ -146,16 +146,36 @@ TEST(DongleLink, FailsWhereNoAnswerCanCome) {
     }
 }
 
+TEST(DongleLink, GivesUpADongleThatSendsFramesWithoutEnd) {
+    LinkRig rig;
+    rig.breakWith("babbling@2");
+    EXPECT_EQ(rig.word(0x11), "11");
+    EXPECT_EQ(rig.word(0x22), "22");
+    EXPECT_EQ(rig.word(0x33), checkTheCable) << "it would pass for an answer";
+    EXPECT_EQ(rig.takeTrace().find("OUT 08 70 00 33"), std::string::npos);
+    rig.dongle.unplug();
+    rig.dongle.plug();
+    EXPECT_EQ(rig.word(0x44), "44");
+}
+
 TEST(DongleLink, FindsADongleAgainThatWasGone) {
     LinkRig rig;
     rig.breakWith("gone:500@1");
     EXPECT_EQ(rig.word(0x11), checkTheCable);
-    EXPECT_EQ(rig.word(0x11), checkTheCable) << "the old connection stays broken";
+    EXPECT_EQ(rig.word(0x11), checkTheCable);
+    rig.takeTrace();
+    rig.clock.idle(500 * millisecond);
+    EXPECT_EQ(rig.word(0x11), "11") << "the next word looks for it";
+    EXPECT_FALSE(rig.session.LinkFailed);
+    rig.dongle.unplug();
+    rig.dongle.plug();
+    EXPECT_EQ(rig.word(0x22), "22") << "nothing was lost between two words";
+    EXPECT_EQ(rig.failures, 2);
+    rig.dongle.unplug();
     EXPECT_EQ(rig.link.search(), DongleLink::Found::None);
     EXPECT_EQ(rig.word(0x11), checkTheCable);
-    rig.clock.idle(500 * millisecond);
+    rig.dongle.plug();
     rig.connect();
-    EXPECT_EQ(rig.word(0x11), "11");
     rig.link.close();
     EXPECT_EQ(rig.word(0x11), checkTheCable);
 }
@@ -181,59 +201,29 @@ TEST(DongleLink, SamplesTheLinesOfTheChip) {
     EXPECT_EQ(rig.takeTrace(), "");
 }
 
-TEST(DongleLink, CarriesTheCommandsOfThePanels) {
+TEST(DongleLink, WaitsForTheAnswerToACommandAsItsCallerWants) {
     LinkRig rig;
-    const auto frameOf = [&rig](const std::function<void()>& command) {
-        command();
-        const std::string trace = rig.takeTrace();
-        const std::size_t out = trace.find("OUT");
-        return trace.substr(out, trace.find('\n') - out);
-    };
-    const auto watchdog = [&rig] { rig.link.send_wd(11, 9); };
-    const auto current = [&rig] { rig.link.send_wd_current(16, 5, 8); };
-    EXPECT_EQ(frameOf(watchdog), "OUT 00 15 00 0B 09 00 00 00");
-    rig.session.USBFrameTopBit = true;
-    EXPECT_EQ(frameOf(current), "OUT 80 45 00 10 00 05 08 00");
-    EXPECT_EQ(frameOf(current), "OUT 00 45 00 10 00 05 08 00") << "it triggers once";
-    rig.session.USBFrameTopBit = true;
-    EXPECT_EQ(frameOf(watchdog), "OUT 80 15 00 0B 09 00 00 00");
-    rig.session.WordToSend.assign(16, 0);
-    rig.session.WordToSend[8] = 39;
-    rig.session.WordToSend[0] = 254;
-    rig.session.USBFrameTopBit = true;
+    const UsbFrame frame{0, 0x25, 0, 0x27, 0xFE, 0x64};
+    UsbFrame answer{};
     rig.breakWith("late:7200000");
-    EXPECT_EQ(frameOf([&rig] { rig.link.send_trimming(100); }), "OUT 00 25 00 27 FE 64 00 00");
-    EXPECT_TRUE(rig.session.USBFrameTopBit);
-    EXPECT_EQ(rig.failures, 0) << "this one has no limit";
+    EXPECT_TRUE(rig.link.exchange(frame, answer, DongleLink::Wait::Unlimited));
+    EXPECT_EQ(rig.takeTrace().substr(0, 30), "0 OUT 00 25 00 27 FE 64 00 00\n");
 
-    for (const auto& command : std::vector<std::function<void()>>{watchdog, current}) {
-        rig.breakWith("late:499");
-        command();
-        EXPECT_TRUE(rig.session.LinkFailed);
-        EXPECT_EQ(rig.boxes.takeTexts(), std::vector<std::string>{checkTheCable});
+    rig.breakWith("late:499");
+    EXPECT_FALSE(rig.link.exchange(frame, answer, DongleLink::Wait::Limited));
+    EXPECT_TRUE(rig.session.LinkFailed);
+    EXPECT_EQ(rig.failures, 1);
+    EXPECT_EQ(rig.boxes.takeTexts(), std::vector<std::string>{checkTheCable});
+
+    for (const char* fault : {"silent@1", "gone"}) {
+        rig.connect();
+        rig.breakWith(fault);
+        const std::int64_t start = rig.clock.nanoseconds();
+        EXPECT_FALSE(rig.link.exchange(frame, answer, DongleLink::Wait::Quiet)) << fault;
+        EXPECT_LE(rig.clock.nanoseconds() - start, 500 * millisecond) << fault;
+        EXPECT_EQ(rig.failures, 1) << fault;
+        EXPECT_EQ(rig.boxes.takeTexts(), std::vector<std::string>{}) << fault;
     }
-    EXPECT_EQ(rig.failures, 2);
-    rig.session.USBReady = false;
-    rig.session.USBFrameTopBit = true;
-    rig.takeTrace();
-    watchdog();
-    current();
-    rig.link.send_trimming(0);
-    EXPECT_EQ(rig.takeTrace(), "");
-    EXPECT_TRUE(rig.session.USBFrameTopBit) << "it waits for a dongle";
-}
-
-TEST(DongleLink, PutsTheDongleIntoTestModeWithoutComplaint) {
-    LinkRig rig;
-    rig.breakWith("silent@1");
-    rig.link.test_mode();
-    EXPECT_EQ(rig.takeTrace(), "0 OUT 00 0D 7F 00 00 00 00 00\n");
-    EXPECT_EQ(rig.clock.nanoseconds(), 500 * millisecond);
-    EXPECT_EQ(rig.word(0x11), "11");
-    rig.breakWith("gone");
-    rig.link.test_mode();
-    EXPECT_EQ(rig.failures, 0);
-    EXPECT_EQ(rig.boxes.takeTexts(), std::vector<std::string>{});
 }
 
 } // namespace

@@ -34,10 +34,15 @@ public:
         note(fmt::format("disable({:X},{:X})", first, last));
     }
     std::int16_t GetLPTPortAddress(std::int16_t) override { return 0; }
+    void complete() override {
+        if (isTakenAway)
+            throw Failure(Failure::Kind::PortUnusable, "The port is gone");
+    }
 
     std::string log;
     std::function<std::int32_t(int)> answer = [](int) { return 0; };
     int failAtWrite = -1;
+    bool isTakenAway = false;
 
 private:
     void note(const std::string& access) { log += (log.empty() ? "" : " ") + access; }
@@ -57,8 +62,12 @@ struct EngineRig {
     LiveOptions options;
     PinLayer pins{session, port};
     DongleLink link{session, unplugged, clock, boxes};
-    WordEngine engine{
-        {.session = session, .options = options, .pins = pins, .dongle = link, .boxes = boxes}};
+    FailureBoxes failures{boxes};
+    WordEngine engine{{.session = session,
+                       .options = options,
+                       .pins = pins,
+                       .dongle = link,
+                       .failures = failures}};
 
     EngineRig(int type, Flag msbFirst, std::vector<std::int16_t> word) {
         session.ParallelPortReady = true;

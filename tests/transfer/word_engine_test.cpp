@@ -118,6 +118,20 @@ TEST(WordEngine, ReportsAPortThatIsLostInAWord) {
     EXPECT_EQ(rig.send(), "00 02");
     EXPECT_TRUE(rig.session.LinkFailed);
     EXPECT_EQ(failed, 1);
+    EXPECT_FALSE(rig.session.WordAnswered);
+    EXPECT_EQ(rig.boxes.takeTexts(), std::vector<std::string>{"The port is gone"});
+}
+
+TEST(WordEngine, TakesNoAnswerFromAPortThatWasTakenAway) {
+    EngineRig rig(1, ConstOn, {0, 1});
+    rig.port.answer = [](int) { return 0x20; };
+    rig.send();
+    EXPECT_TRUE(rig.session.WordAnswered);
+    EXPECT_EQ(rig.session.WordReceived, (Word{1, 1}));
+    rig.port.isTakenAway = true;
+    rig.send();
+    EXPECT_FALSE(rig.session.WordAnswered);
+    EXPECT_EQ(rig.session.WordReceived, (Word{0, 0}));
     EXPECT_EQ(rig.boxes.takeTexts(), std::vector<std::string>{"The port is gone"});
 }
 

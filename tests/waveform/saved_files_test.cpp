@@ -187,6 +187,53 @@ TEST(SavedFiles, AreTheseBytes) {
     EXPECT_TRUE(last.exact);
 }
 
+/// A word, then each of so many pins up and down once, every one under a name of its own.
+std::vector<std::string> movePins(WaveformBench& bench, int count) {
+    ConfigureDialog& dialog = bench.program.dialog();
+    bench.configure("1");
+    dialog.extraPins.dataPins.enable(0).setValue(1);
+    dialog.extraPins.dataPins.assignment(0).setText("7");
+    bench.record();
+    bench.send("0");
+    std::vector<std::string> names;
+    for (int n = 0; n < count; ++n) {
+        names.push_back(fmt::format("PIN{}", n));
+        dialog.extraPins.dataPins.name(0).setText(names.back());
+        dialog.cmdApply_Click();
+        for (const char* level : {"frmMain.optSetHighNow(0)", "frmMain.optSetLowNow(0)"})
+            bench.get<forms::OptionButton>(level).click();
+        bench.send("0");
+    }
+    return names;
+}
+
+/// How often a line changes, by the decoder's own count of edges.
+std::size_t edgesOf(const std::string& input, const std::string& line) {
+    std::istringstream output(sigrok(input + " -O bits:width=100000000 -C " + line));
+    std::size_t edges = 0;
+    for (std::string text; std::getline(output, text);)
+        if (text.starts_with(line + ":")) {
+            std::erase(text, ' ');
+            const std::string samples = text.substr(text.find(':') + 1);
+            for (std::size_t i = 1; i < samples.size(); ++i)
+                edges += samples[i] != samples[i - 1] ? 1 : 0;
+        }
+    return edges;
+}
+
+TEST(SavedFiles, TakeAnyNumberOfLines) {
+    WaveformBench bench;
+    const std::vector<std::string> names = movePins(bench, 100);
+    const SavedWords saved(bench);
+    for (const std::string& input : {"-I vcd:downsample=1000 -i " + saved.vcd, "-i " + saved.sr})
+        for (const char* line : {"PIN0", "PIN27", "PIN28", "PIN59", "PIN60", "PIN89", "PIN99"})
+            EXPECT_EQ(edgesOf(input, line), 2U) << line << " " << input;
+    const std::string vcd = contentOf(saved.vcd);
+    for (const char* variable : {"$var wire 1 ! CS $end\n", "$var wire 1 ~ PIN89 $end\n",
+                                 "$var wire 1 !! PIN90 $end\n", "$var wire 1 !\" PIN91 $end\n"})
+        EXPECT_NE(vcd.find(variable), std::string::npos) << variable;
+}
+
 TEST(SavedFiles, NeedAWordAndAPlace) {
     WaveformBench bench;
     const TemporaryFolder folder;

@@ -62,11 +62,11 @@ void ModeMachine::restartWatchdog() {
         case Mode::NormalRequest:
             return normalRequestPeriod;
         case Mode::Normal:
-            return watchdogPeriod(state_.registers[Timer0]);
+            return watchdogPeriod(state_.value(Register::Timer0));
         case Mode::Flash:
-            return flashPeriod(state_.registers[Timer2]);
+            return flashPeriod(state_.value(Register::Timer2));
         case Mode::Stop:
-            return (stopCode_ & 1) != 0 ? stopPeriod(state_.registers[Timer2]) : 0;
+            return (stopCode_ & 1) != 0 ? stopPeriod(state_.value(Register::Timer2)) : 0;
         default:
             return 0;
         }
@@ -108,17 +108,17 @@ void ModeMachine::failRefresh() {
 
 void ModeMachine::reset() {
     enter(Mode::Reset);
-    resetEnds_ = now_ + resetDuration(state_.registers[InitVreg]);
+    resetEnds_ = now_ + resetDuration(state_.value(Register::InitVreg));
 }
 
 bool ModeMachine::comesTooEarly() const {
-    const bool window = (state_.registers[InitWdog] & 0x02) != 0;
+    const bool window = (state_.value(Register::InitWdog) & 0x02) != 0;
     return window && mode_ == Mode::Normal &&
-           now_ - refreshedAt_ < watchdogPeriod(state_.registers[Timer0]) / 2;
+           now_ - refreshedAt_ < watchdogPeriod(state_.value(Register::Timer0)) / 2;
 }
 
 void ModeMachine::refresh(std::uint8_t data) {
-    const auto kind = static_cast<RefreshMode>((state_.registers[InitWdog] >> 2) & 3);
+    const auto kind = static_cast<RefreshMode>((state_.value(Register::InitWdog) >> 2) & 3);
     const auto steps = refreshSteps(kind);
     const std::uint8_t mask = steps[std::min(step_, steps.size() - 1)];
     if (((data ^ ~random_.watchdog()) & mask) != 0 || comesTooEarly()) {
@@ -170,13 +170,13 @@ void ModeMachine::special(std::uint8_t data) {
 }
 
 void ModeMachine::select(std::uint8_t data) {
-    const bool wantsRandom = (state_.registers[InitMisc] & 0x80) != 0;
+    const bool wantsRandom = (state_.value(Register::InitMisc) & 0x80) != 0;
     const int expected = wantsRandom ? ~random_.mode() & 7 : 0;
     if ((data & 7) != expected)
         return;
     random_.drawMode();
     const auto code = static_cast<unsigned>(data >> 3);
-    const bool allowsVddOff = (state_.registers[Regulator] & 1) != 0;
+    const bool allowsVddOff = (state_.value(Register::Regulator) & 1) != 0;
     if (mode_ == Mode::Normal && (code & 0x10) != 0)
         stop(code);
     else if (mode_ == Mode::Normal && (code & 0x1C) == 0x0C && allowsVddOff)
@@ -191,14 +191,14 @@ void ModeMachine::stop(unsigned code) {
     stopCode_ = static_cast<std::uint8_t>(code);
     enter(Mode::Stop);
     if ((code & 8) != 0)
-        wakeUpDue_ = now_ + forcedWakeUpPeriod(state_.registers[Timer2]);
+        wakeUpDue_ = now_ + forcedWakeUpPeriod(state_.value(Register::Timer2));
 }
 
 void ModeMachine::sleep(unsigned code) {
     state_.set(sleepBySpi);
     enter(Mode::Sleep);
     if ((code & 2) != 0)
-        wakeUpDue_ = now_ + forcedWakeUpPeriod(state_.registers[Timer2]);
+        wakeUpDue_ = now_ + forcedWakeUpPeriod(state_.value(Register::Timer2));
 }
 
 void ModeMachine::wake() {
@@ -211,14 +211,30 @@ void ModeMachine::wake() {
 void ModeMachine::drawCurrent(std::int64_t duration) {
     if (mode_ != Mode::Stop)
         return;
-    const int action = (state_.registers[InitWdog] >> 5) & 3;
-    const bool isLong = duration > currentLimit(state_.registers[Timer0]);
+    const int action = (state_.value(Register::InitWdog) >> 5) & 3;
+    const bool isLong = duration > currentLimit(state_.value(Register::Timer0));
     if (action == 2 || (action == 3 && isLong)) {
         state_.set(wokenByCurrent);
         wake();
     } else if (action == 3) {
         refreshed();
     }
+}
+
+void ModeMachine::addPhase(Phase& phase) const {
+    const std::int64_t window = mode_ == Mode::Normal ? now_ - refreshedAt_ : 0;
+    phase.insert(phase.end(), {static_cast<std::int64_t>(mode_), window,
+                               static_cast<std::int64_t>(step_), failedBefore_ ? 1 : 0, stopCode_});
+    for (const std::int64_t due : {watchdogDue_, wakeUpDue_, resetEnds_})
+        phase.push_back(due == never ? never : due - now_);
+}
+
+void ModeMachine::skip(std::int64_t duration) {
+    now_ += duration;
+    refreshedAt_ += duration;
+    for (std::int64_t* due : {&watchdogDue_, &wakeUpDue_, &resetEnds_})
+        if (*due != never)
+            *due += duration;
 }
 
 } // namespace bitlux::zt72518

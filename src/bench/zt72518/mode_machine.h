@@ -21,6 +21,8 @@ public:
     ModeMachine(State& state, RandomWords& random);
 
     void timeIs(std::int64_t now);
+    void addPhase(Phase& phase) const;
+    void skip(std::int64_t duration);
 
     /// A write to Watchdog Refresh: a part of a refresh or a whole one.
     void refresh(std::uint8_t data);
@@ -28,6 +30,7 @@ public:
     void special(std::uint8_t data);
     /// A write to Mode.
     void select(std::uint8_t data);
+    /// The load has drawn a pulse of current, in nanoseconds, that ends now.
     void drawCurrent(std::int64_t duration);
     /// Ends a low-power mode, and does nothing in others. What woke the chip is in the flags.
     void wake();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "chips/zt72518/flags.h"
+#include "bench/model/model_store.h"
 
 #include <array>
 #include <cstddef>
@@ -8,28 +8,26 @@
 
 namespace bitlux::zt72518 {
 
-/// Registers whose content the model itself acts upon, by address.
-enum Register : std::uint8_t {
-    RamA = 1,
-    RamB = 2,
-    InitVreg = 5,
-    InitWdog = 6,
-    InitMisc = 8,
-    SpecialMode = 9,
-    Timer0 = 10,
-    Timer2 = 12,
-    WatchdogRefresh = 13,
-    Mode = 14,
-    Regulator = 15,
-    Can = 16,
-    InputOutput = 17,
-    Interrupts = 18,
-    Lin1 = 19,
-    Lin2 = 20,
+/// Registers whose content the model itself acts upon.
+enum class Register : std::uint8_t {
+    RamA,
+    RamB,
+    InitVreg,
+    InitWdog,
+    InitMisc,
+    Timer0,
+    Timer2,
+    Regulator,
+    Can,
+    InputOutput,
+    Lin1,
+    Lin2,
 };
-inline constexpr std::size_t registerCount = 21;
+inline constexpr std::array<const char*, 12> registerTitles{
+    "RAM A",   "RAM B",     "Init Vreg", "Init Wdog", "Init Misc", "Timer 0",
+    "Timer 2", "Regulator", "CAN",       "I/O",       "LIN 1",     "LIN 2"};
 
-/// Bytes of things that are set from inside and outside: flags first, in the order of flagRows.
+/// Bytes of things that are set from inside and outside: flags first, then the pins.
 enum Row : std::uint8_t {
     RegulatorLow,
     CanLow,
@@ -42,17 +40,10 @@ enum Row : std::uint8_t {
     InputOutputHigh,
     SafeReset,
     Pins,
-    Identity,
     Faults,
 };
 inline constexpr std::size_t flagRowCount = Pins;
 inline constexpr std::size_t rowCount = Faults + 1;
-
-/// The flags of a row. Those of the mode are no flags to set: the model makes them.
-constexpr const oldchips::zt72518::FlagRow& flagRow(std::size_t row) {
-    return row < RegulatorHigh ? oldchips::zt72518::lowFlagRows[row + 1]
-                               : oldchips::zt72518::highFlagRows[row - RegulatorHigh + 1];
-}
 
 struct Bit {
     Row row;
@@ -75,29 +66,41 @@ inline constexpr Bit safeActive{Pins, 2};
 inline constexpr Bit debug{Pins, 3};
 inline constexpr int firstInputOutput = 4; ///< bit of Pins
 
-inline constexpr Bit silent{Faults, 0};
-inline constexpr Bit stuckHigh{Faults, 1};
-inline constexpr Bit flagsStay{Faults, 2};
-inline constexpr Bit noWatchdog{Faults, 3};
+inline constexpr Bit noWatchdog{Faults, 0};
 
-/// What the parts of the model share.
-struct State {
-    std::array<std::uint8_t, registerCount> registers{};
-    std::array<std::uint8_t, rowCount> rows{};
+/// What the parts of the model share: the registers and flags of the store, by what they are, and
+/// the pins.
+class State {
+public:
+    /// `store` outlives this. Raises Failure (File) when the chip lacks a register or flags.
+    explicit State(ModelStore& store);
+    State(const State&) = delete;
+    State& operator=(const State&) = delete;
 
-    [[nodiscard]] bool has(Bit bit) const { return ((rows[bit.row] >> bit.bit) & 1) != 0; }
-    void set(Bit bit, bool on = true) {
-        const auto mask = static_cast<std::uint8_t>(1U << static_cast<unsigned>(bit.bit));
-        rows[bit.row] =
-            static_cast<std::uint8_t>(on ? rows[bit.row] | mask : rows[bit.row] & ~mask);
+    [[nodiscard]] std::uint8_t value(Register which) const {
+        return static_cast<std::uint8_t>(*registers_[static_cast<std::size_t>(which)]);
     }
-};
+    [[nodiscard]] bool has(Bit bit) const { return (*rows_[bit.row] >> bit.bit & 1) != 0; }
+    void set(Bit bit, bool on = true) { StateBit{rows_[bit.row], bit.bit}.set(on); }
+    /// Any bit of a row.
+    [[nodiscard]] bool lit(Row row) const { return *rows_[row] != 0; }
+    std::uint64_t& row(Row row) { return *rows_[row]; }
 
-/// A flag that says why the chip woke, or would wake.
-constexpr bool isWakeUp(Bit bit) {
-    constexpr std::array<std::uint8_t, flagRowCount> wakeUps{0,    0x80, 0, 0,    0x40,
-                                                             0x40, 0x01, 0, 0xF0, 0};
-    return bit.row < flagRowCount && ((wakeUps[bit.row] >> bit.bit) & 1) != 0;
-}
+    /// A flag that says why the chip woke, or would wake.
+    [[nodiscard]] bool isWakeUp(const StateBit& bit) const;
+    [[nodiscard]] bool anyWakeUp() const;
+
+    /// Pins and faults; the store tells the others.
+    void addPhase(Phase& phase) const {
+        phase.push_back(static_cast<std::int64_t>(pins_));
+        phase.push_back(static_cast<std::int64_t>(faults_));
+    }
+
+private:
+    std::array<std::uint64_t*, registerTitles.size()> registers_{};
+    std::array<std::uint64_t*, rowCount> rows_{};
+    std::uint64_t pins_ = 0;
+    std::uint64_t faults_ = 0;
+};
 
 } // namespace bitlux::zt72518

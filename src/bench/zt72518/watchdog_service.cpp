@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 
 #include <fmt/format.h>
 
@@ -14,6 +13,8 @@ namespace {
 
 constexpr std::uint16_t refreshWord = 0x5A00;
 constexpr std::uint16_t readRandomWord = 0x1B00;
+constexpr int wordBits = 16;
+constexpr int wordType = 2;
 
 constexpr std::int64_t millisecond = 1'000'000;
 constexpr std::array<std::int64_t, 10> periods{1, 2, 3, 5, 10, 50, 100, 500, 1000, 5000};
@@ -23,11 +24,14 @@ constexpr std::array<const char*, 4> modeNames{"Simple WD", "Enhanced 1", "Enhan
 
 } // namespace
 
-void WatchdogService::command(const UsbFrame& frame, std::int64_t now) {
+std::optional<UsbFrame> WatchdogService::take(const UsbFrame& frame, DongleBus& bus) {
+    if (!isCommand(frame, dongle::watchdog) && !isCommand(frame, dongle::watchdogCurrent))
+        return std::nullopt;
     if (frame[1] == dongle::watchdog)
-        commandRefresh(frame, now);
-    else if (frame[1] == dongle::watchdogCurrent)
-        commandCurrent(frame, now);
+        commandRefresh(frame, bus.now());
+    else
+        commandCurrent(frame, bus.now());
+    return UsbFrame{0, frame[1]};
 }
 
 void WatchdogService::commandRefresh(const UsbFrame& frame, std::int64_t now) {
@@ -55,48 +59,50 @@ void WatchdogService::commandCurrent(const UsbFrame& frame, std::int64_t now) {
     pulseEnds_ = now + pulse_;
 }
 
-void WatchdogService::serve(std::int64_t until, Chip* chip, const Exchange& exchange) {
-    constexpr std::int64_t never = std::numeric_limits<std::int64_t>::max();
-    for (;;) {
-        const std::int64_t refreshDue = period_ > 0 ? refreshDue_ : never;
-        const std::int64_t pulseDue = pause_ > 0 ? pulseEnds_ : never;
-        const std::int64_t due = std::min(refreshDue, pulseDue);
-        if (due > until)
-            return;
-        if (chip != nullptr)
-            chip->timeIs(due);
-        if (due == refreshDue) {
-            refresh(exchange);
-            refreshDue_ += period_;
-            continue;
-        }
-        if (chip != nullptr)
-            chip->drawCurrent(pulse_);
+std::int64_t WatchdogService::due() const {
+    return std::min(refreshDue(), pulseDue());
+}
+
+void WatchdogService::serve(DongleBus& bus) {
+    while (refreshDue() <= bus.now()) {
+        refresh(bus);
+        refreshDue_ += period_;
+    }
+    while (pulseDue() <= bus.now()) {
+        machine_.drawCurrent(pulse_);
         pulseEnds_ += pause_ + pulse_;
     }
 }
 
-void WatchdogService::refresh(const Exchange& exchange) const {
+void WatchdogService::refresh(DongleBus& bus) const {
     if (mode_ == RefreshMode::Simple) {
-        exchange(refreshWord);
+        bus.exchange(refreshWord, wordBits, wordType);
         return;
     }
-    const int inverted = ~exchange(readRandomWord);
+    const std::uint64_t inverted = ~bus.exchange(readRandomWord, wordBits, wordType);
     for (const std::uint8_t mask : refreshSteps(mode_))
-        exchange(static_cast<std::uint16_t>(refreshWord | (inverted & mask)));
+        bus.exchange(refreshWord | (inverted & mask), wordBits, wordType);
 }
 
-std::string WatchdogService::refreshText() const {
-    if (period_ == 0)
-        return "off";
-    return fmt::format("{} every {} ms", modeNames[static_cast<std::size_t>(mode_)],
-                       period_ / millisecond);
+void WatchdogService::addPhase(Phase& phase, std::int64_t now) const {
+    phase.push_back(period_ > 0 ? refreshDue_ - now : never);
+    phase.push_back(pause_ > 0 ? pulseEnds_ - now : never);
 }
 
-std::string WatchdogService::currentText() const {
-    if (pause_ == 0)
-        return "off";
-    return fmt::format("{} ms every {} ms", pulse_ / millisecond, (pause_ + pulse_) / millisecond);
+void WatchdogService::skip(std::int64_t duration) {
+    refreshDue_ += duration;
+    pulseEnds_ += duration;
+}
+
+std::vector<Reading> WatchdogService::readings() const {
+    const std::string refreshes =
+        period_ == 0 ? "off"
+                     : fmt::format("{} every {} ms", modeNames[static_cast<std::size_t>(mode_)],
+                                   period_ / millisecond);
+    const std::string current = pause_ == 0 ? "off"
+                                            : fmt::format("{} ms every {} ms", pulse_ / millisecond,
+                                                          (pause_ + pulse_) / millisecond);
+    return {{"Dongle", "Watchdog", refreshes}, {"Dongle", "Current", current}};
 }
 
 } // namespace bitlux::zt72518

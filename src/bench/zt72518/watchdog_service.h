@@ -1,38 +1,37 @@
 #pragma once
 
-#include "bench/chip.h"
+#include "bench/dongle_service.h"
+#include "bench/zt72518/mode_machine.h"
 #include "bench/zt72518/refresh_steps.h"
-#include "platform/usb_endpoint.h"
 
 #include <cstdint>
-#include <functional>
-#include <string>
 
 namespace bitlux::zt72518 {
 
 /// What the dongle does for a chip of the family by itself: refreshes of the watchdog by words, and
-/// pulses of current. The first of either comes at once.
-class WatchdogService {
+/// pulses of current. The first of either comes at once. A command whose values are beyond their
+/// lists changes nothing.
+class WatchdogService : public DongleService {
 public:
-    /// Sends a word and returns the reply.
-    using Exchange = std::function<std::uint16_t(std::uint16_t word)>;
+    /// `machine`, whose load draws the current, outlives this.
+    explicit WatchdogService(ModeMachine& machine) : machine_(machine) {}
 
-    /// Carries out a command of a frame; one that is none of its own, or whose values are beyond
-    /// their lists, changes nothing. `now` in nanoseconds.
-    void command(const UsbFrame& frame, std::int64_t now);
-
-    /// Does all that is due by `until` at its time. `chip` may be null.
-    void serve(std::int64_t until, Chip* chip, const Exchange& exchange);
-
-    /// What it does, as "Enhanced 2 every 50 ms"; "off" when nothing.
-    [[nodiscard]] std::string refreshText() const;
-    [[nodiscard]] std::string currentText() const;
+    std::optional<UsbFrame> take(const UsbFrame& frame, DongleBus& bus) override;
+    [[nodiscard]] std::int64_t due() const override;
+    void serve(DongleBus& bus) override;
+    void addPhase(Phase& phase, std::int64_t now) const override;
+    void skip(std::int64_t duration) override;
+    /// As "Enhanced 2 every 50 ms"; "off" when it does nothing.
+    [[nodiscard]] std::vector<Reading> readings() const override;
 
 private:
     void commandRefresh(const UsbFrame& frame, std::int64_t now);
     void commandCurrent(const UsbFrame& frame, std::int64_t now);
-    void refresh(const Exchange& exchange) const;
+    void refresh(DongleBus& bus) const;
+    [[nodiscard]] std::int64_t refreshDue() const { return period_ > 0 ? refreshDue_ : never; }
+    [[nodiscard]] std::int64_t pulseDue() const { return pause_ > 0 ? pulseEnds_ : never; }
 
+    ModeMachine& machine_;
     RefreshMode mode_ = RefreshMode::Simple;
     std::int64_t period_ = 0; ///< nanoseconds, 0 while it is off
     std::int64_t refreshDue_ = 0;

@@ -54,11 +54,12 @@ PanelForm::PanelForm(forms::FormSet& set, const std::string& name, chips::ChipPt
       words(chip_->word, outside.session, outside.engine, outside.desk.boxes,
             travelOf(chip_->panel)),
       status(chip_->word, pageControls, words),
-      sequence(*this, *chip_, words, outside.session, outside.desk, outside.clock),
+      sequence(*this, *chip_, words, outside_),
       registers(*chip_, pageControls, words,
                 [this](const std::string& command, const std::string& value) {
                     sequence.lists.append(command, value);
                 }),
+      hexBoxes(*this, *chip_, pageControls, {outside.desk.boxes, outside.desk.sound}),
       variants(*chip_, *this, pageControls),
       outerTabs(*this, chip_->panel.outerTabs.name, outerTabsOf(*chip_),
                 elementOf(chip_->panel.outerTabs)),

@@ -2,6 +2,7 @@
 
 #include "chips/description.h"
 #include "panels/common/held_shape.h"
+#include "panels/common/hex_boxes.h"
 #include "panels/common/panel_controls.h"
 #include "panels/common/panel_part.h"
 #include "panels/common/panel_sequence.h"
@@ -81,6 +82,7 @@ public:
     StatusRow status;
     PanelSequence sequence;
     RegisterPages registers;
+    HexBoxes hexBoxes;
     VariantRules variants;
     forms::TabStrip outerTabs;
     forms::TabStrip registerTabs; ///< in the order of Chip::registerPages

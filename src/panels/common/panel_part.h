@@ -4,36 +4,17 @@
 #include "panels/common/held_shape.h"
 #include "panels/common/panel_controls.h"
 #include "panels/common/panel_sequence.h"
+#include "panels/common/panel_surroundings.h"
 #include "panels/common/panel_words.h"
 #include "panels/common/register_pages.h"
-#include "platform/clock.h"
-#include "platform/desk.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
-#include "platform/marker_files.h"
-#include "session/session.h"
-#include "transfer/dongle_link.h"
-#include "transfer/word_engine.h"
 
-#include <functional>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace bitlux {
-
-/// What panels work with; all of it outlives them.
-struct PanelSurroundings {
-    Session& session;
-    WordEngine& engine;
-    DongleLink& dongle;
-    const Desk& desk;
-    const MarkerFiles& markers;
-    const Clock& clock;
-    /// The configuration dialog shows the session's SPI type.
-    std::function<void()> showType = [] {};
-};
 
 /// Something of a panel that no description can say: it brings controls and procedures of its own,
 /// or adds to what the controls of a register do.

@@ -6,7 +6,7 @@
 namespace bitlux {
 
 PanelSequence::PanelSequence(forms::Form& form, const chips::Chip& chip, PanelWords& words,
-                             Session& session, const Desk& desk, const Clock& clock)
+                             const PanelSurroundings& outside)
     : index_(chip),
       commands_(index_, words),
       Val_loop("Val_loop", LoopStart, chip.sequence.boxes - 1,
@@ -14,16 +14,17 @@ PanelSequence::PanelSequence(forms::Form& form, const chips::Chip& chip, PanelWo
                    return std::make_unique<forms::TextBox>(form, name, element);
                }),
       lists(form, chip.sequence),
-      files(form, chip.sequence, lists, desk.fileDialogs),
-      editor(form, chip.sequence, lists, desk.boxes),
+      files(form, chip.sequence, lists, outside.desk.fileDialogs),
+      editor(form, chip.sequence, lists, outside.desk.boxes),
       player(form, {.style = chip.sequence,
-                    .session = session,
+                    .session = outside.session,
+                    .failures = outside.engine.failures(),
                     .variables = variables,
                     .lists = lists,
                     .start = Val_loop(LoopStart),
                     .stop = Val_loop(LoopStop),
-                    .loop = desk.loop,
-                    .clock = clock}) {
+                    .loop = outside.desk.loop,
+                    .clock = outside.clock}) {
     player.setCommands(commands_);
     form.variable("LoopStopRequest", variables.LoopStopRequest);
     form.variable("RunEnabled", variables.RunEnabled);

@@ -3,6 +3,7 @@
 #include "chips/description.h"
 #include "panels/common/described_commands.h"
 #include "panels/common/line_index.h"
+#include "panels/common/panel_surroundings.h"
 #include "panels/common/sequence_editor.h"
 #include "panels/common/sequence_files.h"
 #include "panels/common/sequence_lists.h"
@@ -18,8 +19,8 @@ public:
     enum Number : std::uint8_t { LoopStart, LoopStop };
 
     /// All outlive it.
-    PanelSequence(forms::Form& form, const chips::Chip& chip, PanelWords& words, Session& session,
-                  const Desk& desk, const Clock& clock);
+    PanelSequence(forms::Form& form, const chips::Chip& chip, PanelWords& words,
+                  const PanelSurroundings& outside);
 
     [[nodiscard]] const LineIndex& index() const { return index_; }
 

@@ -70,16 +70,28 @@ bool PanelWords::send(std::uint64_t word, std::optional<std::int16_t> type) {
         session_.WordReceived.assign(static_cast<std::size_t>(format_.bits), 0);
         return false;
     }
-    if (travel_ == Travel::InOwnShape) {
+    if (travel_ == Travel::InShapeOfSession) {
+        starting();
+        fill(word);
+        sendFilled();
+        return true;
+    }
+    {
         const Shape shape(session_, format_, type.value_or(format_.type));
         fill(word);
         engine_.SendSPI();
-    } else {
-        starting();
-        fill(word);
-        engine_.SendSPI();
     }
+    exchanged.raise(word);
     return true;
+}
+
+void PanelWords::sendFilled() {
+    std::uint64_t word = 0;
+    const std::vector<std::int16_t>& elements = session_.WordToSend;
+    for (std::size_t i = 0; i < std::min(elements.size(), static_cast<std::size_t>(format_.bits)); ++i)
+        word |= std::uint64_t{elements[i] == 1} << i;
+    engine_.SendSPI();
+    exchanged.raise(word);
 }
 
 void PanelWords::fill(std::uint64_t word) {

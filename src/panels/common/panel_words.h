@@ -2,6 +2,7 @@
 
 #include "chips/description.h"
 #include "platform/desk.h"
+#include "platform/event.h"
 #include "session/session.h"
 #include "transfer/word_engine.h"
 
@@ -34,6 +35,8 @@ public:
     /// Puts a word into WordToSend, which then has at least as many elements as the chip's words
     /// and as those of the session.
     void fill(std::uint64_t word);
+    /// Sends what WordToSend holds, in the shape of the session.
+    void sendFilled();
     /// What came back last, bit i of the answer in bit i.
     [[nodiscard]] std::uint64_t answer() const;
     /// Elements of the answer that are 1, among the bits `low` to `low` + `count` - 1.
@@ -53,6 +56,9 @@ public:
     [[nodiscard]] std::string text(std::uint64_t word) const;
     [[nodiscard]] std::string text(const chips::Register& target) const;
     [[nodiscard]] std::string text(const chips::View& view) const { return text(wordOf(view)); }
+
+    /// A word went out, and its answer is there.
+    Event<std::uint64_t> exchanged;
 
     // Set by the parts of a panel.
     /// What is odd about a chip's words: gives back the word that is to be sent. The register is

@@ -55,8 +55,10 @@ private:
 class SequencePlayer::Shown {
 public:
     explicit Shown(SequencePlayer& player) : player_(player), isOutermost_(!player.progress_) {
-        if (isOutermost_)
+        if (isOutermost_) {
+            told_.emplace(player.parts_.failures);
             player_.progress_ = {.lines = player_.parts_.lists.last(), .waitUntil = {}};
+        }
     }
     ~Shown() {
         if (!isOutermost_)
@@ -70,6 +72,7 @@ public:
 private:
     SequencePlayer& player_;
     bool isOutermost_;
+    std::optional<FailureBoxes::Run> told_;
 };
 
 SequencePlayer::SequencePlayer(forms::Form& form, const Parts& parts)
@@ -84,6 +87,7 @@ SequencePlayer::SequencePlayer(forms::Form& form, const Parts& parts)
     form.procedure(fmt::format("{}_Timer", parts.style.wait.timer), [this] { Timer1.disable(); });
     form.procedure("Cm_Stop_Loop_Click", [this] { parts_.variables.LoopStopRequest = true; });
     form.procedure("Ch_Loop_Click", [this] { Ch_Loop_Click(); });
+    addLoopCaptions(form);
     parts_.start.setText(parts.style.loop.start);
     parts_.stop.setText(parts.style.loop.stop);
     Ch_Loop_Click();
@@ -93,8 +97,22 @@ SequencePlayer::SequencePlayer(forms::Form& form, const Parts& parts)
     });
 }
 
+void SequencePlayer::addLoopCaptions(forms::Form& form) {
+    const auto add = [&form](std::optional<forms::Label>& label, const chips::ControlName& name,
+                             const char* caption) {
+        if (name.exists())
+            label.emplace(form, name.name, caption,
+                          name.index < 0 ? std::nullopt : std::optional(name.index));
+    };
+    add(loopStartCaption, parts_.style.loop.startLabel, "Start");
+    add(loopStopCaption, parts_.style.loop.stopLabel, "Stop");
+}
+
 void SequencePlayer::Ch_Loop_Click() {
     const bool on = Ch_Loop.checked();
+    for (std::optional<forms::Label>* caption : {&loopStartCaption, &loopStopCaption})
+        if (*caption)
+            (*caption)->setVisible(on);
     for (forms::Control* control :
          std::initializer_list<forms::Control*>{&parts_.start, &parts_.stop, &Cm_Stop_Loop})
         if (parts_.style.loop.hides)
@@ -108,7 +126,7 @@ void SequencePlayer::Cm_Run_Seq_Click() {
     if (!Cm_Run_Seq.enabled()) // it runs already
         return;
     const ButtonOff off(Cm_Run_Seq);
-    const Shown shown(*this);
+    Shown shown(*this);
     parts_.session.WordToSend.assign(
         static_cast<std::size_t>(std::max<int>(parts_.session.SPIWordLength, 0)), 0);
     if (parts_.style.loop.endsRun)
@@ -131,7 +149,7 @@ std::int64_t SequencePlayer::remainingWait() const {
 }
 
 void SequencePlayer::RunSequenceRange(int first, int last) {
-    const Shown shown(*this);
+    Shown shown(*this);
     commands_->stretchBegins();
     for (int line = first; line <= last;) {
         progress_->line = line;

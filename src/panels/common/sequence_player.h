@@ -8,6 +8,7 @@
 #include "platform/forms/form.h"
 #include "platform/forms/timer.h"
 #include "session/session.h"
+#include "transfer/failure_boxes.h"
 
 #include <cstdint>
 #include <functional>
@@ -56,6 +57,7 @@ public:
     struct Parts {
         const chips::SequenceStyle& style;
         Session& session;
+        FailureBoxes& failures;
         SequenceVariables& variables;
         SequenceLists& lists;
         forms::TextBox& start; ///< lines of the loop
@@ -106,6 +108,7 @@ private:
     /// The line that follows `line`, as the loop tells.
     [[nodiscard]] int nextLine(int line, int first, int last);
     void Ch_Loop_Click();
+    void addLoopCaptions(forms::Form& form);
 
     Parts parts_;
     SequenceCommands* commands_ = nullptr;
@@ -116,6 +119,8 @@ public:
     forms::Button Cm_Run_Seq;
     forms::Timer Timer1; ///< runs for as long as a wait lasts; who disables it ends the wait
     forms::CheckBox Ch_Loop;
+    std::optional<forms::Label> loopStartCaption; ///< where the chip's file wants them
+    std::optional<forms::Label> loopStopCaption;
     forms::Button Cm_Stop_Loop;
 };
 

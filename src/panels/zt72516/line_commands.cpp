@@ -9,8 +9,6 @@ namespace bitlux::zt72516 {
 namespace {
 
 constexpr std::uint64_t dataMask = 0xFFFFFF;
-constexpr ControlRef startCaption{"Label_Liste", 5};
-constexpr ControlRef stopCaption{"Label_Liste", 6};
 
 void selectAll(forms::TextBox& box) {
     box.select(0, box.text().size());
@@ -19,8 +17,7 @@ void selectAll(forms::TextBox& box) {
 } // namespace
 
 LineCommands::LineCommands(const PanelContext& context)
-    : engine_(context.outside.engine),
-      controls_(context.controls),
+    : controls_(context.controls),
       words_(context.words),
       sequence_(context.sequence),
       builder_(context.part<WordBuilder>()),
@@ -45,18 +42,7 @@ LineCommands::LineCommands(const PanelContext& context)
     form.procedure("Text_Wait_GotFocus", [this] { selectAll(sequence_.editor.Text_Wait); });
     form.procedure("Val_loop_GotFocus",
                    [this](int index) { selectAll(sequence_.Val_loop(index)); });
-    addLoop(context);
     addConditions(context);
-}
-
-void LineCommands::addLoop(const PanelContext& context) {
-    forms::Label& start = context.controls.addLabel(startCaption, "Start");
-    forms::Label& stop = context.controls.addLabel(stopCaption, "Stop");
-    sequence_.player.loopChosen = [&start, &stop](bool on) {
-        start.setVisible(on);
-        stop.setVisible(on);
-    };
-    sequence_.player.loopChosen(sequence_.player.Ch_Loop.checked());
 }
 
 void LineCommands::addConditions(const PanelContext& context) {
@@ -96,7 +82,7 @@ std::vector<std::string> LineCommands::play(int line, const std::string& name, c
         throw Failure(failure.kind(), fmt::format("Row {}: {}", line, failure.what()));
     }
     if (SendAfterConvert)
-        engine_.SendSPI();
+        words_.sendFilled();
     LastReadValue = static_cast<std::int32_t>(words_.answer() & dataMask);
     return {fmt::format("{:08X}", LastReadValue)};
 }

@@ -29,10 +29,8 @@ public:
     std::int32_t LastReadValue = 0;
 
 private:
-    void addLoop(const PanelContext& context);
     void addConditions(const PanelContext& context);
 
-    WordEngine& engine_;
     PanelControls& controls_;
     PanelWords& words_;
     PanelSequence& sequence_;

@@ -89,7 +89,7 @@ void Watchdog::Send72516WatchdogCmd() {
     }
     session_.ZT72516WatchdogStart = false;
     UsbFrame answer{};
-    if (!dongle_.exchangeLimited(frame, answer) && forms_.isVisible(otherPanel))
+    if (!dongle_.exchange(frame, answer, DongleLink::Wait::Limited) && forms_.isVisible(otherPanel))
         forms_.form(otherPanel).setVisible(false);
 }
 

@@ -103,7 +103,7 @@ void WordBuilder::UpdateSpiWordReceived() {
 }
 
 int WordBuilder::HexCheck(int key) {
-    return filters_.hexKey(key, "Please enter a valid hexadecimal number");
+    return filters_.hexKey(key);
 }
 
 } // namespace bitlux::zt72516

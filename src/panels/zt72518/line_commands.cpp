@@ -82,8 +82,8 @@ void LineCommands::enterSpecialMode(std::uint8_t choice) {
         return;
     constexpr unsigned allRandomBits = (1U << SpecialModePage::randomBits) - 1;
     const unsigned inverse = allRandomBits & ~static_cast<unsigned>(words_.replyLow());
-    words_.send(specialModeWrite,
-                static_cast<std::uint8_t>((choice << SpecialModePage::randomBits) + inverse));
+    const unsigned data = (unsigned{choice} << SpecialModePage::randomBits) + inverse;
+    words_.send(specialModeWrite, static_cast<std::uint8_t>(data));
 }
 
 std::vector<std::string> LineCommands::send(const std::string& name, const std::string& value) {

@@ -1,5 +1,6 @@
 #include "panels/zt72518/test_mode_form.h"
 
+#include "panels/zt72518/dongle_services.h"
 #include "platform/failure.h"
 
 #include <algorithm>
@@ -128,7 +129,7 @@ TestModeForm::TestModeForm(forms::FormSet& set, const Parts& parts)
     buildPattern();
     tellWords();
     procedure("Send_SPI", [this] { Send_SPI(); });
-    procedure("enter_test_mode_Click", [this] { parts_.dongle.test_mode(); });
+    procedure("enter_test_mode_Click", [this] { enterTestMode(parts_.session, parts_.dongle); });
     procedure("can_lin_Click", [this](int index) { can_lin_Click(index); });
     procedure("thres_combox_Click", [this] { thres_combox_Click(); });
     procedure("thres_send_Click", [this] { thres_send_Click(); });
@@ -225,7 +226,7 @@ void TestModeForm::trim_send_Click() {
 }
 
 void TestModeForm::send_trimming() {
-    parts_.dongle.send_trimming(static_cast<std::uint8_t>(trimming_txd.value()));
+    sendTrimming(parts_.session, parts_.dongle, static_cast<std::uint8_t>(trimming_txd.value()));
 }
 
 void TestModeForm::showTxd(bool burns) {

@@ -1,6 +1,7 @@
 #include "panels/zt72518/watchdog.h"
 
 #include "panels/common/colours.h"
+#include "panels/zt72518/dongle_services.h"
 #include "platform/dongle_commands.h"
 #include "platform/failure.h"
 
@@ -139,17 +140,17 @@ void Watchdog::send_wd() {
         time = session_.WdSequenceTime;
         showState(true);
     }
-    dongle_.send_wd(toByte(mode), toByte(time));
+    sendWatchdog(session_, dongle_, toByte(mode), toByte(time));
 }
 
 void Watchdog::send_wd_current() {
     if (!session_.USBReady)
         return;
     if (session_.WdCurrentOn)
-        dongle_.send_wd_current(dongle::watchdogCurrentOn, toByte(wd_current_time.value()),
-                                toByte(wd_config(2).listIndex()));
+        sendWatchdogCurrent(session_, dongle_, dongle::watchdogCurrentOn,
+                            toByte(wd_current_time.value()), toByte(wd_config(2).listIndex()));
     else
-        dongle_.send_wd_current(0, 0, 0);
+        sendWatchdogCurrent(session_, dongle_, 0, 0, 0);
 }
 
 void Watchdog::decod_wd_time(int line) {

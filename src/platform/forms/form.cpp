@@ -3,10 +3,10 @@
 #include "platform/failure.h"
 #include "platform/forms/form_set.h"
 #include "platform/forms/near_names.h"
+#include "platform/letters.h"
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -16,13 +16,6 @@
 namespace bitlux::forms {
 
 namespace {
-
-bool equalIgnoringCase(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-        return std::tolower(static_cast<unsigned char>(x)) ==
-               std::tolower(static_cast<unsigned char>(y));
-    });
-}
 
 struct EventName {
     std::string_view suffix;

@@ -12,6 +12,18 @@
 
 namespace bitlux::forms {
 
+namespace {
+
+std::string textOf(const std::exception& error) {
+    if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)
+        return "Out of memory";
+    if (dynamic_cast<const std::out_of_range*>(&error) != nullptr)
+        return "Subscript out of range";
+    return error.what();
+}
+
+} // namespace
+
 UnknownName::UnknownName(const std::string& name, std::vector<std::string> nearOnes)
     : std::runtime_error(nearOnes.empty() ? fmt::format("There is no {}", name)
                                           : fmt::format("There is no {}; there is {}", name,
@@ -131,18 +143,16 @@ Control& FormSet::control(std::string_view fullName) const {
 void FormSet::perform(std::string_view place, const std::function<void()>& action) {
     const Running running(*this);
     std::string failure;
+    std::exception_ptr thrown;
     try {
         action();
         return;
-    } catch (const std::bad_alloc&) {
-        failure = "Out of memory";
-    } catch (const std::out_of_range&) {
-        failure = "Subscript out of range";
     } catch (const std::exception& error) {
-        failure = error.what();
+        failure = textOf(error);
+        thrown = std::current_exception();
     }
-    boxes_.show({.text = fmt::format("{}{}{}", failure, lineBreak, place)});
-    handlerFailed.raise(failure);
+    boxes_.show({.text = failure, .place = std::string(place)});
+    handlerFailed.raise(thrown);
 }
 
 std::vector<Control*> FormSet::takeDirty() {

@@ -5,6 +5,7 @@
 #include "platform/forms/form.h"
 #include "platform/forms/unknown_name.h"
 
+#include <exception>
 #include <functional>
 #include <map>
 #include <memory>
@@ -90,8 +91,8 @@ public:
     Event<Form&> formGoing;
     /// A timer starts anew, or stops.
     Event<Timer&> timerChanged;
-    /// What a hand started has failed, with this text; the box that tells so was shown.
-    Event<const std::string&> handlerFailed;
+    /// What a hand started has failed with this exception; the box that tells so was shown.
+    Event<const std::exception_ptr&> handlerFailed;
 
 private:
     friend class Control;

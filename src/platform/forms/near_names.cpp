@@ -1,18 +1,14 @@
 #include "platform/forms/near_names.h"
 
+#include "platform/letters.h"
+
 #include <algorithm>
-#include <cctype>
 #include <numeric>
 #include <utility>
 
 namespace bitlux::forms {
 
 namespace {
-
-bool sameLetter(char a, char b) {
-    return std::tolower(static_cast<unsigned char>(a)) ==
-           std::tolower(static_cast<unsigned char>(b));
-}
 
 /// Characters to insert, delete or replace to get from `a` to `b`.
 std::size_t editDistance(std::string_view a, std::string_view b) {
@@ -21,7 +17,8 @@ std::size_t editDistance(std::string_view a, std::string_view b) {
     for (std::size_t i = 0; i < a.size(); ++i) {
         std::size_t diagonal = std::exchange(row[0], i + 1);
         for (std::size_t j = 0; j < b.size(); ++j) {
-            const std::size_t replaced = diagonal + (sameLetter(a[i], b[j]) ? 0 : 1);
+            const std::size_t replaced =
+                diagonal + (smallLetter(a[i]) == smallLetter(b[j]) ? 0 : 1);
             diagonal = std::exchange(row[j + 1], std::min({row[j + 1] + 1, row[j] + 1, replaced}));
         }
     }

@@ -1,12 +1,12 @@
 #include "platform/linux/dongle_numbers.h"
 
+#include "platform/conversions.h"
 #include "platform/linux/file_start.h"
 #include "platform/linux/user_folder.h"
 #include "platform/printable.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
 #include <cstring>
 #include <optional>
 #include <string_view>
@@ -30,18 +30,11 @@ std::string_view withoutBlanks(std::string_view text) {
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-std::optional<std::uint16_t> numberOf(std::string_view digits) {
-    std::uint16_t number = 0;
-    const char* const end = digits.data() + digits.size();
-    const auto [rest, error] = std::from_chars(digits.data(), end, number, 16);
-    return error == std::errc() && rest == end ? std::optional(number) : std::nullopt;
-}
-
 std::optional<UsbNumbers> numbersOf(std::string_view text) {
     if (text.size() != 9 || text[4] != ':')
         return std::nullopt;
-    const std::optional<std::uint16_t> vendor = numberOf(text.substr(0, 4));
-    const std::optional<std::uint16_t> product = numberOf(text.substr(5));
+    const auto vendor = wholeNumber<std::uint16_t>(text.substr(0, 4), 16);
+    const auto product = wholeNumber<std::uint16_t>(text.substr(5), 16);
     if (!vendor || !product)
         return std::nullopt;
     return UsbNumbers{*vendor, *product};

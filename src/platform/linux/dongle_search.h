@@ -21,7 +21,9 @@ struct UsbPlaces {
 /// when it names the device interface class itself; that it is asked once only.
 class DongleSearch {
 public:
-    explicit DongleSearch(UsbPlaces places) : places_(std::move(places)) {}
+    /// With a serial number it finds the dongle that has it, and asks no other device.
+    explicit DongleSearch(UsbPlaces places, std::string serial = {})
+        : places_(std::move(places)), serial_(std::move(serial)) {}
 
     /// All dongles there are, in the order of the kernel's list. A device that would have to be
     /// asked, but may not be opened, is none.
@@ -41,6 +43,7 @@ private:
     void forgetAllBut(const std::vector<UsbCandidate>& present);
 
     UsbPlaces places_;
+    std::string serial_;
     std::vector<Answer> answers_;
 };
 

@@ -112,7 +112,8 @@ private:
     std::uint8_t bound_ = none; // the address of a pipe
 };
 
-LinuxUsbHost::LinuxUsbHost(UsbPlaces places) : search_(std::move(places)) {}
+LinuxUsbHost::LinuxUsbHost(UsbPlaces places, std::string serial)
+    : search_(std::move(places), std::move(serial)) {}
 
 std::unique_ptr<UsbEndpoint> LinuxUsbHost::makeEndpoint() {
     return std::make_unique<Endpoint>(*this);

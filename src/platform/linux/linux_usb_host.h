@@ -4,6 +4,7 @@
 #include "platform/usb_endpoint.h"
 
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -15,8 +16,8 @@ class OpenDongle;
 /// and between calls no thread, no watch and no open device node remains of a search.
 class LinuxUsbHost : public UsbHost {
 public:
-    /// By default this machine's.
-    explicit LinuxUsbHost(UsbPlaces places = {});
+    /// By default this machine's. With a serial number only the dongle that has it is found.
+    explicit LinuxUsbHost(UsbPlaces places = {}, std::string serial = {});
 
     std::unique_ptr<UsbEndpoint> makeEndpoint() override;
 

@@ -1,10 +1,10 @@
 #include "platform/linux/node_holders.h"
 
+#include "platform/conversions.h"
 #include "platform/linux/file_start.h"
 #include "platform/printable.h"
 
 #include <algorithm>
-#include <charconv>
 #include <filesystem>
 #include <optional>
 #include <string_view>
@@ -24,13 +24,6 @@ void forEachEntry(const fs::path& folder, Visit visit) {
         visit(entry->path());
 }
 
-std::optional<int> processNumber(const std::string& name) {
-    int number = 0;
-    const char* const end = name.data() + name.size();
-    const auto [rest, error] = std::from_chars(name.data(), end, number);
-    return error == std::errc() && rest == end ? std::optional(number) : std::nullopt;
-}
-
 std::string nameOf(const fs::path& process) {
     const std::string name = readFileStart(process / "comm", 64).bytes;
     return printable(std::string_view(name).substr(0, std::min(name.find('\n'), name.size())), 32);
@@ -41,7 +34,7 @@ std::string nameOf(const fs::path& process) {
 std::vector<NodeHolder> findHolders(const std::string& node, const std::string& processes) {
     std::vector<NodeHolder> found;
     forEachEntry(processes, [&](const fs::path& process) {
-        const std::optional<int> number = processNumber(process.filename().string());
+        const std::optional<int> number = wholeNumber<int>(process.filename().string());
         if (!number)
             return;
         bool holds = false;

@@ -235,26 +235,36 @@ std::optional<UsbStatus> OpenDongle::whatHasCome(UsbFrame& frame) {
         return UsbStatus::Failed;
     while (const UsbTransfer* transfer = reading_->ended()) {
         const UsbStatus outcome = transfer->outcome();
+        const bool isStalled = transfer->isStalled();
         if (outcome == UsbStatus::Success)
             frame = transfer->frame;
         reading_->take();
-        if (const std::optional<UsbStatus> end = afterReading(outcome))
+        if (const std::optional<UsbStatus> end = afterReading(outcome, isStalled))
             return end;
     }
     return std::nullopt;
 }
 
+/// Makes the pipe go on, and takes what the same halt has ended.
+void OpenDongle::endHalt() {
+    reading_->clearHalt();
+    for (const UsbTransfer* next = reading_->ended(); next != nullptr && next->isStalled();
+         next = reading_->ended())
+        reading_->take();
+}
+
 /// Queues anew what was taken. What a read ends with when its transfer ended so, if it ends.
-std::optional<UsbStatus> OpenDongle::afterReading(UsbStatus outcome) {
+std::optional<UsbStatus> OpenDongle::afterReading(UsbStatus outcome, bool isStalled) {
     if (outcome == UsbStatus::Gone)
         return connection_.note(LIBUSB_ERROR_NO_DEVICE);
     if (outcome == UsbStatus::Failed)
-        reading_->clearHalt();
+        endHalt();
     if (const UsbStatus queued = queueAll(); queued != UsbStatus::Success)
         return queued;
     if (outcome == UsbStatus::NothingRead)
         return std::nullopt;
-    if (outcome == UsbStatus::Failed && ++readFailures_ < readFailuresAllowed_)
+    const bool mayYetCome = outcome == UsbStatus::Failed && !isStalled;
+    if (mayYetCome && ++readFailures_ < readFailuresAllowed_)
         return std::nullopt;
     readFailures_ = 0;
     return outcome;

@@ -50,7 +50,8 @@ private:
     UsbStatus undo(bool& step);
     UsbStatus queueAll();
     std::optional<UsbStatus> whatHasCome(UsbFrame& frame);
-    std::optional<UsbStatus> afterReading(UsbStatus outcome);
+    std::optional<UsbStatus> afterReading(UsbStatus outcome, bool isStalled);
+    void endHalt();
     void takeWritten();
 
     UsbCandidate candidate_;

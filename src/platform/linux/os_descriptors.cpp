@@ -1,8 +1,9 @@
 #include "platform/linux/os_descriptors.h"
 
+#include "platform/letters.h"
+
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <span>
 
 namespace bitlux {
@@ -88,8 +89,8 @@ void addProperty(Bytes& property, std::size_t numberSize, Names& names) {
     const std::string value = property.take(property.number(numberSize)).text();
     name.erase(std::find(name.begin(), name.end(), '\0'), name.end());
     const bool isText = type == oneString || type == manyStrings;
-    const bool isClass =
-        isSameClass(name, "DeviceInterfaceGUID") || isSameClass(name, "DeviceInterfaceGUIDs");
+    const bool isClass = equalIgnoringCase(name, "DeviceInterfaceGUID") ||
+                         equalIgnoringCase(name, "DeviceInterfaceGUIDs");
     if (isText && isClass)
         addStrings(value, names);
 }
@@ -227,13 +228,6 @@ std::vector<std::string> deviceInterfaceClasses(const AskDevice& ask, std::uint1
         if (Names names = classesOfVersion2(ask); !names.empty())
             return names;
     return classesOfVersion1(ask);
-}
-
-bool isSameClass(std::string_view one, std::string_view other) {
-    const auto same = [](unsigned char a, unsigned char b) {
-        return std::tolower(a) == std::tolower(b);
-    };
-    return std::equal(one.begin(), one.end(), other.begin(), other.end(), same);
 }
 
 } // namespace bitlux

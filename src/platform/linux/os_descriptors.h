@@ -26,7 +26,4 @@ using AskDevice = std::function<std::optional<std::vector<std::uint8_t>>(const C
 /// the device claims to follow, as 0x0201: older ones are not asked for version 2.0.
 std::vector<std::string> deviceInterfaceClasses(const AskDevice& ask, std::uint16_t usbVersion);
 
-/// Whether two class names, as "{4B322AC1-ECA3-46d6-8783-4640FE49B4B3}", mean the same.
-bool isSameClass(std::string_view one, std::string_view other);
-
 } // namespace bitlux

@@ -13,16 +13,16 @@ public:
     explicit ParportList(std::string folder = "/proc/sys/dev/parport");
 
     /// Base address of port `number`, counted from 0; 0 when there is no such port, or when it
-    /// has no registers of its own at a positive 16-bit address.
-    [[nodiscard]] std::int16_t baseAddress(int number) const;
+    /// has no registers of its own that a 16-bit address reaches.
+    [[nodiscard]] std::uint16_t baseAddress(int number) const;
 
     struct Port {
         int number;
-        std::int16_t baseAddress;
+        std::uint16_t baseAddress;
     };
 
     /// The port that has one of its three registers at `address`.
-    [[nodiscard]] std::optional<Port> owner(std::int16_t address) const;
+    [[nodiscard]] std::optional<Port> owner(std::uint16_t address) const;
 
 private:
     std::string folder_;

@@ -10,6 +10,7 @@
 #include <linux/parport.h>
 #include <linux/ppdev.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <fmt/format.h>
@@ -91,7 +92,8 @@ PpdevPort::Descriptor::~Descriptor() {
     ::close(number_);
 }
 
-PpdevPort::PpdevPort(const std::string& node) : node_(node), descriptor_(openNode(node)) {
+PpdevPort::PpdevPort(const std::string& node)
+    : node_(node), descriptor_(openNode(node)), identity_(identityOf(node)) {
     claim();
 }
 
@@ -137,9 +139,26 @@ void PpdevPort::claim() {
 
 void PpdevPort::access(unsigned long request, void* argument) {
     if (control(descriptor_.number(), request, argument) < 0)
-        fail(fmt::format("The port {} was lost while in use: {}. Check that its card or adapter is "
-                         "plugged in, then try again.",
-                         node_, std::strerror(errno)));
+        failLost(std::strerror(errno));
+}
+
+void PpdevPort::requirePresent() const {
+    if (identityOf(node_) != identity_)
+        failLost("it was removed");
+}
+
+void PpdevPort::failLost(const char* reason) const {
+    fail(fmt::format("The port {} was lost while in use: {}. Check that its card or adapter is "
+                     "plugged in, then try again.",
+                     node_, reason));
+}
+
+/// Of no file when there is none.
+PpdevPort::Identity PpdevPort::identityOf(const std::string& node) {
+    struct stat status {};
+    if (::stat(node.c_str(), &status) != 0)
+        return {};
+    return {.device = status.st_dev, .number = status.st_ino};
 }
 
 } // namespace bitlux

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include <sys/types.h>
+
 namespace bitlux {
 
 /// One parallel port, held exclusively through the kernel's driver for user programs.
@@ -27,6 +29,9 @@ public:
     std::uint8_t read(int offset);
     /// Writes the register at an offset of 0 to 2 from the base; the status ignores it.
     void write(int offset, std::uint8_t value);
+    /// Fails when the port has been taken away, after which the driver goes on accepting everything
+    /// and answering zeros. Costs a look at the node.
+    void requirePresent() const;
 
 private:
     class Descriptor {
@@ -41,11 +46,21 @@ private:
         int number_;
     };
 
+    /// Which file this is; another one may have come to its name.
+    struct Identity {
+        dev_t device;
+        ino_t number;
+        bool operator==(const Identity&) const = default;
+    };
+
+    static Identity identityOf(const std::string& node);
     void claim();
+    [[noreturn]] void failLost(const char* reason) const;
     void access(unsigned long request, void* argument);
 
     std::string node_;
     Descriptor descriptor_;
+    Identity identity_;
 };
 
 } // namespace bitlux

@@ -82,18 +82,18 @@ UsbStatus UsbConnection::wait(std::int64_t microseconds) {
     return result == LIBUSB_ERROR_INTERRUPTED ? UsbStatus::Success : note(result);
 }
 
-std::optional<std::vector<std::uint8_t>> UsbConnection::ask(const ControlQuestion& question) {
+UsbStatus UsbConnection::ask(const ControlQuestion& question, std::vector<std::uint8_t>& answer) {
     constexpr unsigned milliseconds = 100;
-    std::vector<std::uint8_t> answer(question.length);
+    answer.resize(question.length);
     const int result =
         libusb_control_transfer(handle_.get(), question.type, question.request, question.value,
                                 question.index, answer.data(), question.length, milliseconds);
-    if (result < 0) {
-        note(result);
-        return std::nullopt;
-    }
-    answer.resize(static_cast<std::size_t>(result));
-    return answer;
+    answer.resize(static_cast<std::size_t>(std::max(result, 0)));
+    if (result >= 0)
+        return UsbStatus::Success;
+    if (result == LIBUSB_ERROR_PIPE || result == LIBUSB_ERROR_NO_DEVICE)
+        return note(result);
+    return UsbStatus::NothingRead;
 }
 
 std::uint16_t UsbConnection::usbVersion() const {

@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,8 +33,9 @@ public:
     /// Keeps something until the device is closed: what the kernel may still want to write to.
     void keepUntilClosed(std::shared_ptr<void> thing) { kept_.push_back(std::move(thing)); }
 
-    /// Puts a question on the control pipe; waits a tenth of a second at most.
-    std::optional<std::vector<std::uint8_t>> ask(const ControlQuestion& question);
+    /// Puts a question on the control pipe; waits a tenth of a second at most. Success, Failed when
+    /// the device refuses it, Gone, or NothingRead when it may yet answer another time.
+    UsbStatus ask(const ControlQuestion& question, std::vector<std::uint8_t>& answer);
     /// The version of USB that the device claims to follow, as 0x0201.
     [[nodiscard]] std::uint16_t usbVersion() const;
 

@@ -1,9 +1,9 @@
 #include "platform/linux/usb_devices.h"
 
+#include "platform/conversions.h"
 #include "platform/linux/file_start.h"
 
 #include <algorithm>
-#include <charconv>
 #include <filesystem>
 #include <optional>
 #include <span>
@@ -30,11 +30,7 @@ std::string lineOf(const std::string& fileName) {
 
 template <typename Number>
 std::optional<Number> numberOf(const std::string& fileName, int base) {
-    const std::string text = lineOf(fileName);
-    Number number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, number, base);
-    return error == std::errc() && rest == end ? std::optional(number) : std::nullopt;
+    return wholeNumber<Number>(lineOf(fileName), base);
 }
 
 /// One descriptor, or several behind each other.
@@ -143,6 +139,7 @@ std::optional<UsbCandidate> candidateAt(const std::string& folder) {
                         .bus = *bus,
                         .address = *address,
                         .name = lineOf(folder + "/product"),
+                        .serial = lineOf(folder + "/serial"),
                         .folder = folder,
                         .in = *pipes->in,
                         .out = *pipes->out};

@@ -18,6 +18,7 @@ struct UsbCandidate {
     int bus = 0;        ///< number of the bus
     int address = 0;    ///< on the bus; a new one each time it is plugged in
     std::string name;   ///< what the device calls itself, or empty
+    std::string serial; ///< its serial number, or empty
     std::string folder; ///< its folder in sysfs
     Transfer in = Transfer::Bulk;
     Transfer out = Transfer::Bulk;

@@ -34,8 +34,6 @@ void UsbTransfer::cancel() {
 UsbStatus UsbTransfer::outcome() const {
     switch (transfer_->status) {
     case LIBUSB_TRANSFER_COMPLETED:
-        if (transfer_->actual_length == 0)
-            return UsbStatus::NothingRead;
         return transfer_->actual_length == transfer_->length ? UsbStatus::Success
                                                              : UsbStatus::NoFrame;
     case LIBUSB_TRANSFER_OVERFLOW:

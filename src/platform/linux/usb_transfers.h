@@ -28,9 +28,11 @@ public:
     int submit();
     void cancel();
     [[nodiscard]] bool isUnderWay() const { return underWay_; }
-    /// How it ended, once it is no longer under way: Success with a whole frame, NoFrame with part
-    /// of one or with too much, NothingRead with nothing or called back, Gone, or Failed.
+    /// How it ended, once it is no longer under way: Success with a whole frame, NoFrame with less
+    /// or with too much, NothingRead when called back, Gone, or Failed.
     [[nodiscard]] UsbStatus outcome() const;
+    /// Whether it Failed because the pipe is halted.
+    [[nodiscard]] bool isStalled() const { return transfer_->status == LIBUSB_TRANSFER_STALL; }
 
     UsbFrame frame{};
 

@@ -1,5 +1,6 @@
 #include "platform/linux/user_marker_files.h"
 
+#include "platform/letters.h"
 #include "platform/linux/user_folder.h"
 
 #include <filesystem>
@@ -12,7 +13,7 @@ bool UserMarkerFiles::present(std::string_view name) const {
     std::filesystem::directory_iterator entry(userFolder(), error);
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         std::error_code unknown;
-        if (isSameMarker(entry->path().filename().native(), name) && entry->exists(unknown) &&
+        if (equalIgnoringCase(entry->path().filename().native(), name) && entry->exists(unknown) &&
             !entry->is_directory(unknown))
             return true;
     }

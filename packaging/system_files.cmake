@@ -1,0 +1,13 @@
+# Runs at an installation. What the system reads at fixed places belongs to the prefix /usr alone.
+set(list /etc/bitlux-forge/dongles.conf)
+if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+    message(STATUS "Left out: ${list}, which belongs to the system")
+    message(STATUS "Left out: the udev rule, likewise; \"bitlux doctor --udev\" prints one")
+    return()
+endif()
+file(INSTALL ${CMAKE_CURRENT_LIST_DIR}/70-bitlux-forge.rules DESTINATION /usr/lib/udev/rules.d)
+if(EXISTS $ENV{DESTDIR}${list})
+    message(STATUS "Kept: $ENV{DESTDIR}${list}")
+else()
+    file(INSTALL ${CMAKE_CURRENT_LIST_DIR}/dongles.conf DESTINATION /etc/bitlux-forge)
+endif()

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "apps/output_options.h"
+#include "program/program.h"
+#include "transfer/wire_trace.h"
+
+#include <fstream>
+#include <functional>
+#include <optional>
+#include <ostream>
+#include <string>
+
+namespace bitlux {
+
+/// The trace of the words as lines.
+class TraceOutput {
+public:
+    /// `name` may be "-" for `output`, which outlives this. A file that cannot be written raises
+    /// Failure (File).
+    TraceOutput(const std::string& name, std::ostream& output);
+
+    /// What is traced, and not written yet.
+    [[nodiscard]] WireTrace& trace() { return trace_; }
+    /// Writes it. Raises Failure (File) when there is no room.
+    void write();
+
+private:
+    std::string name_;
+    std::ofstream file_;
+    std::ostream& stream_;
+    WireTrace trace_;
+};
+
+/// Where the results of a command go beside its lines: the trace after each word, all else in the
+/// end. Each output stands on its own: one that fails is told, and all others are written.
+class CommandOutputs {
+public:
+    /// All outlive this.
+    CommandOutputs(const OutputOptions& options, std::ostream& output, std::ostream& errors)
+        : options_(options), output_(output), errors_(errors) {}
+
+    /// Raises Failure (File) when a file cannot be written.
+    void open();
+    /// Words are recorded from now on, as far as an output wants them.
+    void begin(Program& program);
+    /// Records no more.
+    void stop(Program& program);
+    /// Writes all outputs; false when one has failed, now or before.
+    bool save(Program& program);
+
+private:
+    void attempt(const std::function<void()>& write);
+    void writeTrace(Program& program);
+    void saveVcd(Program& program);
+    void saveSr(Program& program);
+    void saveLog(Program& program);
+
+    const OutputOptions& options_;
+    std::ostream& output_;
+    std::ostream& errors_;
+    std::optional<TraceOutput> trace_; ///< until it has failed
+    Subscription transferred_;
+    bool good_ = true;
+};
+
+} // namespace bitlux

@@ -1,0 +1,191 @@
+#include "apps/command_run.h"
+
+#include "apps/opened_file.h"
+#include "platform/failure.h"
+
+#include <algorithm>
+#include <ctime>
+#include <limits>
+
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <fmt/ostream.h>
+
+namespace bitlux {
+
+namespace {
+
+// What ends a command where it is. No std::exception, so that no handler takes it for a failure.
+
+/// A signal has come.
+struct Interrupted {};
+
+/// A word took longer than it may.
+struct TimedOut {
+    std::string where;
+};
+
+/// A signal cuts the sleep short.
+void sleepFor(std::int64_t nanoseconds) {
+    constexpr std::int64_t second = 1'000'000'000;
+    const timespec duration{.tv_sec = nanoseconds / second, .tv_nsec = nanoseconds % second};
+    nanosleep(&duration, nullptr);
+}
+
+} // namespace
+
+std::function<void()> addCommandOptions(CLI::App& command, CommandOptions& options,
+                                        const std::string& busHelp) {
+    const std::function<void()> checkOutlet = addOutletOptions(command, options.outlet, busHelp);
+    const std::function<void()> checkOutputs = addOutputOptions(command, options.outputs);
+    command
+        .add_option("--timeout", options.timeout,
+                    "End when the answer to a word takes longer; without it words are waited for")
+        ->check(CLI::PositiveNumber.description("SECONDS"));
+    return [checkOutlet, checkOutputs] {
+        checkOutlet();
+        checkOutputs();
+    };
+}
+
+CommandRun::CommandRun(const CommandOptions& options, std::ostream& output, std::ostream& errors)
+    : options_(options),
+      output_(output),
+      errors_(errors),
+      interruption_{.check = [this] { checkInterruption(); }, .sleep = sleepFor},
+      input_(interruption_),
+      progress_(errors, isatty(STDERR_FILENO) == 1),
+      boxes_(errors, input_),
+      noFileName_({}),
+      outlet_(options.outlet, interruption_, errors),
+      program_(outlet_.hardware(), {.boxes = boxes_,
+                                    .fileDialogs = noFileName_,
+                                    .pointer = pointer_,
+                                    .loop = outlet_.loop()}),
+      outputs_(options.outputs, output, errors) {
+    outlet_.wireFor(program_.session());
+    boxes_.where = [this] { return where(); };
+    boxes_.printing = [this] { progress_.clear(); };
+    boxes_.ended = [this] { program_.mainForm().multiple.abandon(); };
+}
+
+void CommandRun::checkInterruption() {
+    if (isOver_)
+        return;
+    if (EndSignals::received()) {
+        isOver_ = true;
+        throw Interrupted{};
+    }
+    constexpr double second = 1e9;
+    if (options_.timeout > 0 && report_ &&
+        static_cast<double>(report_->sendingFor()) > options_.timeout * second) {
+        isOver_ = true;
+        throw TimedOut{where()};
+    }
+    if (report_ && !input_.isWaiting())
+        progress_.offer([this] { return progressText(); });
+}
+
+int CommandRun::run() {
+    return finish(attempt());
+}
+
+int CommandRun::attempt() {
+    try {
+        outputs_.open();
+        outlet_.demandChosen();
+        program_.Main();
+        if (!prepare() || boxes_.hasEnded())
+            return 1;
+        program_.engine().requireCarriedLength();
+        return sendAll() ? 0 : 1;
+    } catch (const Interrupted&) {
+        constexpr int signalBase = 128; // as shells tell of a program that a signal has ended
+        return signalBase + EndSignals::received().value_or(0);
+    } catch (const TimedOut& late) {
+        return fail(fmt::format("{}No answer came in {} s.", late.where, options_.timeout), 1);
+    } catch (const WrongUse& wrong) {
+        return fail(wrong.what(), usageError);
+    } catch (const Failure& failure) {
+        return fail(where() + failure.what(), 1);
+    }
+}
+
+int CommandRun::fail(const std::string& text, int code) {
+    progress_.clear();
+    fmt::print(errors_, "{}\n", text);
+    return code;
+}
+
+bool CommandRun::openFile(const std::string& fileName) {
+    openConfiguration(program_, fileName);
+    if (boxes_.hasEnded())
+        return false;
+    const bool usesDongle = program_.engine().usesDongle();
+    if (!options_.outlet.serial.empty() && !usesDongle)
+        throw WrongUse("The file chooses the parallel port, and --serial a dongle.");
+    if (!options_.outlet.port.empty() && usesDongle)
+        throw WrongUse("The file chooses the dongle, and --port a parallel port.");
+    if (usesDongle)
+        return true;
+    program_.dialog().Btn_ParallelPort_Click();
+    if (!boxes_.hasEnded())
+        openConfiguration(program_, fileName);
+    return !boxes_.hasEnded();
+}
+
+bool CommandRun::sendAll() {
+    switchLog();
+    outputs_.begin(program_);
+    report_ = makeReport();
+    report_->printing = [this, isTerminal = isatty(STDOUT_FILENO) == 1] {
+        if (isTerminal)
+            progress_.clear(); // what is printed next stands in its place
+    };
+    // Words follow each other without a turn of the loop, which a signal would count in.
+    const Subscription starting =
+        program_.engine().wordStarting.follow([this] { checkInterruption(); });
+    for (int pass = 0; pass < options_.times; ++pass) {
+        report_->beginPass();
+        checkInterruption();
+        if (!sendPass())
+            return false;
+        report_->endPass();
+    }
+    return true;
+}
+
+/// The log is on for who wants it saved and off for all others: a full one would end the run.
+void CommandRun::switchLog() {
+    forms::CheckBox& log = program_.dialog().chkEnableLog;
+    if (log.checked() == options_.outputs.log.empty())
+        log.setValue(log.checked() ? 0 : 1);
+}
+
+std::string CommandRun::progressText() {
+    return fmt::format("pass {} of {}, {} words", report_->pass(), options_.times,
+                       report_->words());
+}
+
+int CommandRun::finish(int code) {
+    isOver_ = true;
+    progress_.clear();
+    outputs_.stop(program_); // the levels of rest are no part of a word that was cut off
+    program_.end();
+    if (!report_)
+        return code;
+    if (!outputs_.save(program_))
+        code = std::max(code, 1);
+    try {
+        report_->end(code);
+    } catch (const Failure&) { // the words could not be printed either, or nobody reads any more
+        return std::max(code, 1);
+    }
+    if (!output_.flush() && code == 0)
+        return 1;
+    return code;
+}
+
+} // namespace bitlux

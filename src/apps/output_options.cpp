@@ -1,0 +1,29 @@
+#include "apps/output_options.h"
+
+#include <CLI/CLI.hpp>
+
+namespace bitlux {
+
+std::function<void()> addOutputOptions(CLI::App& command, OutputOptions& options) {
+    command
+        .add_option("--trace", options.trace,
+                    "Write every access or frame of the words, - to print them")
+        ->type_name("FILE|-");
+    command.add_option("--log", options.log, "Keep the Session Log and save it, - to print it")
+        ->type_name("FILE|-");
+    command
+        .add_option("--vcd", options.vcd, "Save the waveform of the words as a value change dump")
+        ->type_name("FILE");
+    command.add_option("--sr", options.sr, "Save it as a sigrok session")->type_name("FILE");
+    command.add_flag("--json", options.json, "Print objects of JSON, one a line");
+    return [&options] {
+        if (options.vcd == "-" || options.sr == "-")
+            throw CLI::ValidationError(options.vcd == "-" ? "--vcd" : "--sr",
+                                       "needs a file; the standard output has the words");
+        if (options.json && (options.log == "-" || options.trace == "-"))
+            throw CLI::ValidationError(options.log == "-" ? "--log" : "--trace",
+                                       "with --json needs a file");
+    };
+}
+
+} // namespace bitlux

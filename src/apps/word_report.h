@@ -1,0 +1,67 @@
+#pragma once
+
+#include "platform/clock.h"
+#include "program/program.h"
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <ostream>
+#include <string>
+
+namespace bitlux {
+
+/// Prints the words that a program sends, each as soon as its answer is there: a line "SENT
+/// RECEIVED" in hexadecimal, or an object of JSON. Times are milliseconds on the clock since it was
+/// made. An output that cannot be written raises Failure (File).
+class WordReport {
+public:
+    /// All outlive it; the words of `program` are printed for as long as it lives.
+    WordReport(Program& program, const Clock& clock, std::ostream& output, bool json);
+    virtual ~WordReport() = default;
+    WordReport(const WordReport&) = delete;
+    WordReport& operator=(const WordReport&) = delete;
+
+    void beginPass() { ++pass_; }
+    void endPass() { ++wholePasses_; }
+    /// In JSON the last object: how many passes were whole, and how the command ends.
+    void end(int exitCode);
+
+    /// Called before anything is printed.
+    std::function<void()> printing;
+    /// The present pass, from 1.
+    [[nodiscard]] int pass() const { return pass_; }
+    /// How many words were answered.
+    [[nodiscard]] std::uint64_t words() const { return words_; }
+    /// How long the word that is on its way has been, in nanoseconds; 0 when none is.
+    [[nodiscard]] std::int64_t sendingFor() const;
+    [[nodiscard]] bool isSending() const { return sendingSince_ >= 0; }
+
+protected:
+    [[nodiscard]] Program& program() const { return program_; }
+    [[nodiscard]] const Clock& clock() const { return clock_; }
+    /// The members that objects have in common.
+    [[nodiscard]] virtual std::string place() const;
+    [[nodiscard]] double milliseconds() const;
+    /// Prints an object, given without its braces.
+    void printObject(const std::string& members);
+
+private:
+    static constexpr std::int64_t never = -1;
+
+    void word();
+    void printLine(const std::string& line);
+
+    Program& program_;
+    const Clock& clock_;
+    std::ostream& output_;
+    bool json_;
+    std::int64_t start_;
+    std::int64_t sendingSince_ = never;
+    std::uint64_t words_ = 0;
+    int pass_ = 0;
+    int wholePasses_ = 0;
+    std::array<Subscription, 4> subscriptions_;
+};
+
+} // namespace bitlux

@@ -1,0 +1,88 @@
+#include "bench/model/model_store.h"
+
+#include "platform/failure.h"
+
+#include <map>
+#include <tuple>
+#include <utility>
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+namespace {
+
+[[noreturn]] void refuse(const chips::Chip& chip, std::string_view missing) {
+    throw Failure(Failure::Kind::File,
+                  fmt::format("{}: the model of this chip needs {}", chip.file, missing));
+}
+
+} // namespace
+
+ModelStore::ModelStore(chips::ChipPtr chip, std::string_view device) : chip_(std::move(chip)) {
+    const chips::Device* found = chip_->findDevice(device);
+    if (found == nullptr)
+        throw Failure(Failure::Kind::OutOfRange,
+                      fmt::format("{} has no device \"{}\"", chip_->title, device));
+    for (const chips::Register& any : chip_->registers)
+        values_.push_back(any.reset);
+    // The same request may stand twice, where a companion form shows a view once more.
+    std::map<std::tuple<chips::Operation, std::uint64_t, std::uint64_t>, std::size_t> known;
+    for (std::size_t i = 0; i < chip_->registers.size(); ++i) {
+        std::vector<std::size_t>& places = viewsAt_.emplace_back();
+        for (const chips::View& view : chip_->registers[i].views) {
+            const auto [place, isNew] =
+                known.emplace(std::tuple(view.operation, view.address, view.extra),
+                              view.ownValue() ? values_.size() : i);
+            if (isNew && view.ownValue())
+                values_.push_back(view.reset.value_or(0));
+            places.push_back(place->second);
+        }
+    }
+    reset(*found);
+}
+
+void ModelStore::reset(const chips::Device& device) {
+    for (const chips::Device::Reset& any : device.resets)
+        (any.view.empty() ? of(owner(any.owner))
+                          : of(owner(any.owner), view(any.owner, any.view))) = any.value;
+}
+
+std::size_t ModelStore::indexOf(const chips::Register& owner) const {
+    return static_cast<std::size_t>(&owner - chip_->registers.data());
+}
+
+std::uint64_t& ModelStore::of(const chips::Register& owner) {
+    return values_.at(indexOf(owner));
+}
+
+std::uint64_t ModelStore::of(const chips::Register& owner) const {
+    return values_.at(indexOf(owner));
+}
+
+std::uint64_t& ModelStore::of(const chips::Register& owner, const chips::View& view) {
+    const auto index = static_cast<std::size_t>(&view - owner.views.data());
+    return values_.at(viewsAt_.at(indexOf(owner)).at(index));
+}
+
+const chips::Register& ModelStore::owner(std::string_view title) const {
+    const chips::Register* found = chip_->find(title);
+    if (found == nullptr)
+        refuse(*chip_, fmt::format("the register \"{}\"", title));
+    return *found;
+}
+
+const chips::View& ModelStore::view(std::string_view ownerTitle, std::string_view title) const {
+    const chips::View* found = owner(ownerTitle).find(title);
+    if (found == nullptr)
+        refuse(*chip_, fmt::format("the view \"{}\" of \"{}\"", title, ownerTitle));
+    return *found;
+}
+
+void ModelStore::addPhase(Phase& phase) const {
+    for (const std::uint64_t value : values_)
+        phase.push_back(static_cast<std::int64_t>(value));
+    phase.push_back(static_cast<std::int64_t>(status));
+}
+
+} // namespace bitlux

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "bench/cycle.h"
+#include "chips/description.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace bitlux {
+
+/// One bit of what a chip holds.
+struct StateBit {
+    std::uint64_t* word = nullptr;
+    int bit = 0;
+
+    [[nodiscard]] bool isOn() const { return (*word >> bit & 1) != 0; }
+    void set(bool on = true) const {
+        const std::uint64_t mask = std::uint64_t{1} << bit;
+        *word = on ? *word | mask : *word & ~mask;
+    }
+};
+
+/// What the registers of a chip hold on the bench, and the views that have a value of their own.
+/// All start with their reset values. The places of values stay for the life of the store.
+class ModelStore {
+public:
+    /// Raises Failure (OutOfRange) when the chip has no such device.
+    ModelStore(chips::ChipPtr chip, std::string_view device);
+    ModelStore(const ModelStore&) = delete;
+    ModelStore& operator=(const ModelStore&) = delete;
+
+    [[nodiscard]] const chips::Chip& chip() const { return *chip_; }
+
+    std::uint64_t& of(const chips::Register& owner);
+    [[nodiscard]] std::uint64_t of(const chips::Register& owner) const;
+    /// The value that a view shows: its own, or that of its register.
+    std::uint64_t& of(const chips::Register& owner, const chips::View& view);
+
+    /// The same by titles, for parts that are written for one chip: raise Failure (File) when the
+    /// chip's file has no such register or view.
+    const chips::Register& owner(std::string_view title) const;
+    const chips::View& view(std::string_view ownerTitle, std::string_view title) const;
+
+    std::uint64_t status = 0; ///< status bits that are turned on, in the places of an answer
+
+    void addPhase(Phase& phase) const;
+
+private:
+    [[nodiscard]] std::size_t indexOf(const chips::Register& owner) const;
+    void reset(const chips::Device& device);
+
+    chips::ChipPtr chip_;
+    std::vector<std::uint64_t> values_;             ///< of the registers, then of the views
+    std::vector<std::vector<std::size_t>> viewsAt_; ///< by register and view
+};
+
+} // namespace bitlux

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace bitlux::gui {
+
+/// Lets assistive tools and test tools read and work the widgets that the toolkit does not know. To
+/// be called once, before the first window.
+void installAccessibility();
+
+} // namespace bitlux::gui

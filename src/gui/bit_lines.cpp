@@ -1,0 +1,74 @@
+#include "gui/bit_lines.h"
+
+#include <algorithm>
+
+namespace bitlux::gui {
+
+namespace {
+
+constexpr int byteBits = 8;
+constexpr int between = 2; ///< lines
+
+} // namespace
+
+BitLines::~BitLines() = default;
+
+void BitLines::setLeastWidth(int width) {
+    leastWidth_ = width;
+    invalidate();
+}
+
+QLayoutItem* BitLines::itemAt(int index) const {
+    return index >= 0 && index < count() ? cells_[static_cast<std::size_t>(index)].get() : nullptr;
+}
+
+QLayoutItem* BitLines::takeAt(int index) {
+    if (index < 0 || index >= count())
+        return nullptr;
+    QLayoutItem* item = cells_[static_cast<std::size_t>(index)].release();
+    cells_.erase(cells_.begin() + index);
+    return item;
+}
+
+int BitLines::cellsInLine(int width) const {
+    for (const int cells : {count(), 4 * byteBits, 2 * byteBits})
+        if (cells <= count() && cells * leastWidth_ <= width)
+            return std::max(cells, byteBits);
+    return byteBits;
+}
+
+int BitLines::lineHeight() const {
+    return cells_.empty() ? 0 : cells_.front()->sizeHint().height();
+}
+
+int BitLines::heightForWidth(int width) const {
+    const int lines = (count() - 1) / cellsInLine(width) + 1;
+    return lines * (lineHeight() + between) - between;
+}
+
+QSize BitLines::sizeHint() const {
+    const int cell = cells_.empty() ? 0 : cells_.front()->sizeHint().width();
+    return {std::min(std::max(count(), byteBits), 2 * byteBits) * cell, lineHeight()};
+}
+
+QSize BitLines::minimumSize() const {
+    const int least = cells_.empty() ? 0 : cells_.front()->minimumSize().width();
+    return {byteBits * least, lineHeight()};
+}
+
+void BitLines::setGeometry(const QRect& rect) {
+    QLayout::setGeometry(rect);
+    const int inLine = cellsInLine(rect.width());
+    const int lines = (count() - 1) / inLine + 1;
+    int place = inLine * lines - count(); // of the first cell; the places before it are empty
+    for (const auto& cell : cells_) {
+        const int column = place % inLine;
+        const int left = rect.left() + rect.width() * column / inLine;
+        const int right = rect.left() + rect.width() * (column + 1) / inLine;
+        const int top = rect.top() + place / inLine * (lineHeight() + between);
+        cell->setGeometry(QRect(left, top, right - left, lineHeight()));
+        ++place;
+    }
+}
+
+} // namespace bitlux::gui

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <QLayout>
+
+namespace bitlux::gui {
+
+/// The cells of a word, the highest bit first: in one line where they find room, else in lines of
+/// 32, 16 or 8. They end on the right, so that bits of all lines stand below each other; less than
+/// a byte stand where they stand in a byte.
+class BitLines : public QLayout {
+public:
+    BitLines() = default;
+    ~BitLines() override;
+
+    /// Narrower than this a cell cannot be read.
+    void setLeastWidth(int width);
+    [[nodiscard]] int leastWidth() const { return leastWidth_; }
+
+    void addItem(QLayoutItem* item) override { cells_.emplace_back(item); }
+    [[nodiscard]] int count() const override { return static_cast<int>(cells_.size()); }
+    [[nodiscard]] QLayoutItem* itemAt(int index) const override;
+    QLayoutItem* takeAt(int index) override;
+
+    [[nodiscard]] Qt::Orientations expandingDirections() const override { return Qt::Horizontal; }
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int width) const override;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSize() const override;
+    void setGeometry(const QRect& rect) override;
+
+private:
+    [[nodiscard]] int cellsInLine(int width) const;
+    [[nodiscard]] int lineHeight() const;
+
+    std::vector<std::unique_ptr<QLayoutItem>> cells_;
+    int leastWidth_ = 0;
+};
+
+} // namespace bitlux::gui

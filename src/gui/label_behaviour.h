@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QLabel>
+#include <QObject>
+
+namespace bitlux::gui {
+
+/// What a label does beside showing its text: it can be pressed, by the left button, by Space while
+/// it has the focus, or by an assistive tool; and it can be a lamp, lit or not. Belongs to its
+/// label.
+class LabelBehaviour : public QObject {
+    Q_OBJECT
+
+public:
+    explicit LabelBehaviour(QLabel& label);
+
+    /// That of a label; null for one that only shows a text.
+    [[nodiscard]] static LabelBehaviour* of(const QLabel& label);
+
+    void setPressable(bool pressable) { pressable_ = pressable; }
+    [[nodiscard]] bool isPressable() const { return pressable_; }
+    /// Nothing happens on a label that cannot be pressed now.
+    void press();
+
+    /// Makes it a lamp; assistive tools are told when it changes.
+    void light(bool lit);
+    [[nodiscard]] bool isLamp() const { return lamp_; }
+    [[nodiscard]] bool isLit() const { return lit_; }
+
+signals:
+    void clicked();
+    /// The clicks that it is made of are told too.
+    void doubleClicked();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QLabel& label_;
+    bool pressable_ = false;
+    bool lamp_ = false;
+    bool lit_ = false;
+    bool held_ = false; ///< the left button went down on the label
+};
+
+} // namespace bitlux::gui

@@ -1,0 +1,26 @@
+#include "gui/panel_extras.h"
+
+#include "gui/zt72518/extras.h"
+
+namespace bitlux::gui {
+
+namespace {
+
+using AddExtras = void (*)(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
+
+/// Each adds what some part brings, if the panel has it.
+constexpr std::array<AddExtras, 10> rows{
+    addLastWordExtras,    addModeExtras,          addSpecialModeExtras, addRamExtras,
+    addRefreshModeExtras, addDongleVersionExtras, addAutoReadExtras,    addWatchdogExtras,
+    addStopExtras,        addDiagramExtras};
+
+} // namespace
+
+PanelExtras extrasOf(PanelForm& form, const PanelWidgets& widgets) {
+    PanelExtras extras;
+    for (const AddExtras add : rows)
+        add(form, widgets, extras);
+    return extras;
+}
+
+} // namespace bitlux::gui

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "gui/panel_extras.h"
+
+/// What the parts of the ZT7251x family's panel add to its window. Nothing is added for a part that
+/// a panel has not.
+namespace bitlux::gui {
+
+void addLastWordExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
+void addModeExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
+void addSpecialModeExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
+void addRamExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
+void addRefreshModeExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
+void addDongleVersionExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
+void addAutoReadExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
+/// The watchdog's page, and what it and the editor of values add to the sequence.
+void addWatchdogExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
+void addStopExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
+/// The diagram's page, and the way to the test side of the chip.
+void addDiagramExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
+
+} // namespace bitlux::gui

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/chosen_port.h"
+#include "platform/linux/linux_parallel_port.h"
+#include "platform/linux/linux_usb_host.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace bitlux {
+
+/// Which of a machine's ports and dongles a program may see.
+struct HardwareChoice {
+    std::optional<PortChoice> port; ///< all of them without one
+    std::string serial;             ///< of the dongle; all of them when it is empty
+    bool dongles = true;            ///< false: as if none were plugged in, and none is touched
+};
+
+/// The ports and dongles of this machine.
+class LinuxHardware {
+public:
+    explicit LinuxHardware(HardwareChoice choice = {});
+
+    /// Raises Failure, with what there is instead, unless what was chosen is there: PortUnusable
+    /// for a port, LinkFailed for a dongle.
+    void demandChosen(std::string_view deviceInterfaceClass) const;
+
+    [[nodiscard]] ParallelPort& port();
+    [[nodiscard]] UsbHost& usb() { return usb_; }
+
+private:
+    HardwareChoice choice_;
+    LinuxParallelPort ports_;
+    std::optional<ChosenPort> chosen_;
+    LinuxUsbHost usb_;
+};
+
+} // namespace bitlux

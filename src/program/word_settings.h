@@ -1,0 +1,37 @@
+#pragma once
+
+#include "program/program.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace bitlux {
+
+/// What a program that has no window sends its words on.
+enum class Bus : std::uint8_t { Dongle, Port };
+
+/// How the words of a program that has no window are wired and shaped; what is not given stays as
+/// it is.
+struct WordSettings {
+    std::optional<int> bits; ///< 1 to 160
+    std::optional<int> type; ///< 1 to 8
+    std::optional<bool> msbFirst;
+    std::optional<bool> csHigh;                     ///< when asserted
+    std::optional<bool> diHigh;                     ///< for a one
+    std::optional<bool> doHigh;                     ///< for a one
+    std::optional<int> clock;                       ///< of the dongle, 0 to 3 from the fastest
+    std::optional<std::array<std::string, 4>> pins; ///< of the port's connector: CS, DI, CLK, DO
+};
+
+/// Chooses the bus in the configuration dialog; without one the dongle when there is one, else the
+/// port. False after a message when there is no port; a dongle that is not there raises Failure
+/// (LinkFailed).
+bool chooseBus(Program& program, std::optional<Bus> bus);
+
+/// Puts the settings into the configuration dialog and applies them, with words in hexadecimal.
+/// Whatever Apply refuses is a message.
+void applyWordSettings(Program& program, const WordSettings& settings);
+
+} // namespace bitlux

@@ -1,0 +1,81 @@
+#include "chips/chip_reader.h"
+#include "chips/embedded_chips.h"
+
+#include <string>
+#include <vector>
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+namespace bitlux::chips {
+namespace {
+
+TEST(Devices, OfTheProductAreToldAsTheirFilesTellThem) {
+    for (const EmbeddedChip& any : embeddedChips()) {
+        const ChipFile file = readChip(any.text, std::string(any.name) + ".toml");
+        ASSERT_NE(file.chip, nullptr) << any.name;
+        EXPECT_EQ(any.description, file.chip->description);
+        std::vector<std::string> names;
+        for (const Device& device : file.chip->devices)
+            names.push_back(device.name);
+        EXPECT_EQ(std::vector<std::string>(any.devices.begin(), any.devices.end()), names);
+    }
+}
+
+TEST(Devices, AreCheckedWithTheirResets) {
+    const std::string chip = R"([chip]
+title = "Lamp"
+[word]
+bits = 8
+address = "6:5"
+data = "3:0"
+write = 0x80
+flags = 0x10
+[[register]]
+title = "Level"
+address = 1
+width = 4
+[[register.view]]
+[[register.view]]
+title = "Flags"
+reads = "flags"
+bits = ["A", "B"]
+reset = 3
+)";
+    const ChipFile plain = readChip(chip, "lamp.toml");
+    ASSERT_NE(plain.chip, nullptr);
+    EXPECT_NE(plain.chip->findDevice("lamp"), nullptr) << "a chip without devices is one";
+
+    struct Case {
+        const char* device;
+        const char* problem;
+    };
+    for (const Case& c :
+         {Case{"name = \"x\"\nreset = [{ register = \"Level\", value = 15 }, { register = "
+               "\"Level\", view = \"Flags\", value = 3 }]",
+               ""},
+          Case{"reset = []", "19:1: `name` is missing"},
+          Case{"name = \"a b\"", "19:1: \"a b\" is no name of a device"},
+          Case{"name = \"x\"\n[[device]]\nname = \"x\"", "21:1: there are two devices \"x\""},
+          Case{"name = \"x\"\nreset = { register = \"Lever\" }",
+               "21:1: there is no register \"Lever\""},
+          Case{"name = \"x\"\nreset = { register = \"Level\", view = \"Read\" }",
+               "21:1: \"Level\" has no view \"Read\" with a value of its own"},
+          Case{"name = \"x\"\nreset = { register = \"Level\", view = \"Flags\", value = 4 }",
+               "21:1: the reset value has too many bits"}}) {
+        const ChipFile file = readChip(chip + "[[device]]\n" + c.device, "lamp.toml");
+        const Problem none;
+        const Problem& found = file.problems.empty() ? none : file.problems.front();
+        EXPECT_EQ(file.problems.empty()
+                      ? ""
+                      : fmt::format("{}:{}: {}", found.at.line, found.at.column, found.text),
+                  c.problem)
+            << c.device;
+    }
+    const ChipFile wide = readChip(chip.substr(0, chip.size() - 2) + "4\n", "lamp.toml");
+    ASSERT_EQ(wide.problems.size(), 1U);
+    EXPECT_EQ(wide.problems.front().text, "the reset value has more than 2 bits");
+}
+
+} // namespace
+} // namespace bitlux::chips

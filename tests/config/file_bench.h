@@ -1,0 +1,41 @@
+#pragma once
+
+#include "sending/batch_bench.h"
+
+#include <string>
+
+namespace bitlux::test {
+
+/// A bench that opens and saves files.
+struct FileBench : BatchBench {
+    using BatchBench::BatchBench;
+
+    Texts open(const std::string& name) {
+        fileDialogs.answer(name);
+        choose("frmMain.itemOpen");
+        return boxes.takeTexts();
+    }
+    /// Opens what the lines say, behind the first record of a file of today.
+    Texts openRecords(const std::string& records) {
+        return open(folder.write(
+            "records.spi", "\"Bitlux Configuration File (Version 3.x.x)\",\"\"\r\n" + records));
+    }
+    Texts saveAs(const std::string& name) {
+        fileDialogs.answer(name);
+        choose("frmMain.itemSaveAs");
+        return boxes.takeTexts();
+    }
+    [[nodiscard]] std::string chosen(const std::string& combo) {
+        return get<forms::ComboBox>("frmConfigureSPI." + combo).text();
+    }
+    bool option(const std::string& name) {
+        return get<forms::OptionButton>("frmConfigureSPI." + name).value();
+    }
+    int check(const std::string& name) {
+        return get<forms::CheckBox>("frmConfigureSPI." + name).value();
+    }
+
+    TemporaryFolder folder;
+};
+
+} // namespace bitlux::test
