@@ -1,3 +1,4 @@
+#include "apps/chip/chip_command.h"
 #include "apps/doctor_command.h"
 #include "apps/examples.h"
 #include "apps/list_command.h"
@@ -28,7 +29,8 @@ public:
         : send_(addSendCommand(app, sendOptions_)),
           run_(addRunCommand(app, runOptions_)),
           show_(addShowCommand(app, showOptions_)),
-          list_(addListCommand(app, listOptions_)) {
+          list_(addListCommand(app, listOptions_)),
+          chip_(addChipCommand(app, chipOptions_)) {
         addDoctorCommand(app, doctorOptions_);
     }
 
@@ -42,6 +44,8 @@ public:
             return runShowCommand(showOptions_, std::cout, std::cerr);
         if (list_.parsed())
             return runListCommand(listOptions_, std::cout);
+        if (chip_.parsed())
+            return runChipCommand(chipOptions_, std::cout, std::cerr);
         return runDoctorCommand(doctorOptions_, thisMachine(), std::cout, std::cerr);
     }
 
@@ -50,11 +54,13 @@ private:
     RunOptions runOptions_;
     ShowOptions showOptions_;
     ListOptions listOptions_;
+    ChipOptions chipOptions_;
     DoctorOptions doctorOptions_;
     const CLI::App& send_;
     const CLI::App& run_;
     const CLI::App& show_;
     const CLI::App& list_;
+    const CLI::App& chip_;
 };
 
 /// What to say of a first argument that is neither a command nor an option.

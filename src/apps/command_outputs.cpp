@@ -104,6 +104,7 @@ void CommandOutputs::writeTrace(Program& program) {
 }
 
 void CommandOutputs::stop(Program& program) {
+    transferred_.reset();
     program.stopRecording();
     program.waveform().stop();
 }

@@ -2,6 +2,7 @@
 
 #include "apps/examples.h"
 #include "bench/device.h"
+#include "workbench/library_chips.h"
 
 #include <algorithm>
 #include <string>
@@ -21,7 +22,7 @@ CLI::App& addListCommand(CLI::App& app, ListOptions& options) {
 }
 
 int runListCommand(const ListOptions& options, std::ostream& output) {
-    const std::vector<std::string> names = deviceNames();
+    const std::vector<std::string> names = benchDeviceNames();
     std::size_t width = 0;
     for (const std::string& name : names)
         width = std::max(width, name.size());
@@ -29,7 +30,7 @@ int runListCommand(const ListOptions& options, std::ostream& output) {
         if (options.names)
             fmt::print(output, "{}\n", name);
         else
-            fmt::print(output, "{:<{}}  {}\n", name, width, deviceDescription(name));
+            fmt::print(output, "{:<{}}  {}\n", name, width, benchDeviceDescription(name));
     return 0;
 }
 

@@ -5,6 +5,7 @@
 #include "bench/dongle_fault.h"
 #include "platform/failure.h"
 #include "platform/linux/linux_hardware.h"
+#include "workbench/library_chips.h"
 
 #include <utility>
 
@@ -62,7 +63,8 @@ void Outlet::setUpMachine(const OutletOptions& options, std::ostream& errors) {
 }
 
 void Outlet::setUpBench(const OutletOptions& options) {
-    bench_ = std::make_unique<VirtualBench>(*clock_, makeDevice(options.bench, repliesOf(options)));
+    bench_ =
+        std::make_unique<VirtualBench>(*clock_, makeBenchDevice(options.bench, repliesOf(options)));
     usb_ = std::make_unique<InterruptibleUsbHost>(bench_->dongle, *clock_, interruption_);
     turnOn(options.switches);
     if (options.bus != "dongle")

@@ -4,6 +4,7 @@
 #include "bench/dongle_fault.h"
 #include "platform/chosen_port.h"
 #include "platform/failure.h"
+#include "workbench/library_chips.h"
 
 #include <utility>
 
@@ -38,7 +39,7 @@ void addMachineOptions(CLI::App& command, OutletOptions& options) {
 
 void addBenchOptions(CLI::App& command, OutletOptions& options) {
     command.add_option("--bench", options.bench, "Send to a device of the virtual bench")
-        ->check(CLI::IsMember(deviceNames()));
+        ->check(CLI::IsMember(benchDeviceNames()));
     command.add_option("--replies", options.replies, "Answers of the device scripted")
         ->check(readable("HEX,HEX,...", [](const std::string& text) {
             for (const std::string& number : splitAtCommas(text))

@@ -12,6 +12,8 @@ namespace bitlux {
 MessageBox::Answer RunBoxes::show(const MessageBox& box) {
     if (printing)
         printing();
+    if (isNotice(box))
+        return TerminalBoxes::show(box);
     const bool isPause = box.title == MultipleRun::pausedTitle;
     if (isPause && isatty(STDIN_FILENO) == 1) {
         print(box);

@@ -5,6 +5,7 @@
 #include <array>
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 namespace bitlux {
 
@@ -72,7 +73,7 @@ SettingRows settingRows(Program& program) {
     const auto level = [](const forms::OptionButton& high) {
         return high.value() ? "high" : "low";
     };
-    return {
+    SettingRows rows{
         {"Part", printable(dialog.txtPartName.text(), 200)},
         {"Word", fmt::format("{} bits, {} first", printable(dialog.cmbSPIWordLength.text(), 20),
                              dialog.optMSBfirst.value() ? "MSB" : "LSB")},
@@ -90,6 +91,9 @@ SettingRows settingRows(Program& program) {
         {"Session Log", logText(dialog)},
         {"Part tabs", partTabText(dialog)},
     };
+    if (const std::vector<std::string>& chips = program.session().UserChips; !chips.empty())
+        rows.emplace_back("Chips", printable(fmt::format("{}", fmt::join(chips, ", ")), 1000));
+    return rows;
 }
 
 } // namespace bitlux

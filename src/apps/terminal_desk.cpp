@@ -7,7 +7,7 @@
 namespace bitlux {
 
 MessageBox::Answer TerminalBoxes::show(const MessageBox& box) {
-    shown_ = true;
+    shown_ = shown_ || !isNotice(box);
     print(box);
     return cautiousAnswer(box.buttons);
 }

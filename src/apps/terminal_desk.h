@@ -16,7 +16,7 @@ public:
     explicit TerminalBoxes(std::ostream& errors) : errors_(errors) {}
     MessageBox::Answer show(const MessageBox& box) override;
 
-    /// Whether any box was shown.
+    /// Whether any box was shown that is more than a notice.
     [[nodiscard]] bool shown() const { return shown_; }
     /// What stands before a message and tells where the command is.
     std::function<std::string()> where;

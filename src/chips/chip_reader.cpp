@@ -20,6 +20,7 @@ constexpr int mostWordBits = 64;
 constexpr int spiTypes = 8;
 constexpr int mostNumbers = 10'000;
 constexpr int mostBoxes = 16;
+constexpr std::size_t mostProblems = 200;
 
 WordCheck readCheck(const Node& node, Problems& problems) {
     TableReader table(node, problems);
@@ -34,6 +35,10 @@ WordCheck readCheck(const Node& node, Problems& problems) {
     check.polynomial = table.word("polynomial").value_or(0);
     check.start = table.word("start").value_or(0);
     check.invert = table.word("invert").value_or(0);
+    for (const char* key : {"polynomial", "start", "invert"})
+        if (check.kind != WordCheck::Kind::Crc && table.has(key))
+            table.problem(table.at(key), fmt::format("parity has no `{}`", key),
+                          "Remove it, or say `kind = \"crc\"`.");
     return check;
 }
 
@@ -47,8 +52,7 @@ WordFormat readWord(const Node& node, Problems& problems) {
     TableReader table(node, problems);
     WordFormat word;
     word.at = table.at();
-    if (!table.has("bits"))
-        table.problem(table.at(), "`bits` of `[word]` is missing", "Say how long a word is.");
+    table.require("bits", "Say how many bits a word has.");
     word.bits = table.number("bits", word.bits, 1, mostWordBits);
     word.type = static_cast<std::int16_t>(table.number("type", word.type, 1, spiTypes));
     word.packed = table.truth("packed", false);
@@ -59,6 +63,9 @@ WordFormat readWord(const Node& node, Problems& problems) {
     word.flags = table.word("flags");
     word.answersNext = table.oneOf("answer", {"same word", "next word"}) == 1;
     word.fetch = table.word("fetch");
+    if (word.fetch && !word.answersNext)
+        table.problem(table.at("fetch"), "no answer has to be fetched",
+                      "Remove `fetch`, or say `answer = \"next word\"`.");
     if (table.has("check"))
         word.check = readCheck(table.section("check"), problems);
     if (table.has("status"))
@@ -72,8 +79,8 @@ Command readCommand(const Node& node, Problems& problems) {
     command.at = table.at();
     command.title = table.required("title");
     command.byPart = table.truth("by_part", false);
-    if (!command.byPart && !table.has("word"))
-        table.problem(command.at, "`word` of a command is missing", "Say what it sends.");
+    if (!command.byPart)
+        table.require("word", "Say what the command sends.");
     command.word = table.word("word").value_or(0);
     const std::string name = identifier(command.title);
     command.button = table.control("button", {.name = "Cm_" + name});
@@ -99,6 +106,8 @@ ReadAll readReadAll(const Node& node, Problems& problems) {
     group.button = table.control("button", {.name = "Cm_" + identifier(group.title)});
     group.failure = failures.at(
         static_cast<std::size_t>(table.oneOf("failure", {"ends", "ends after first", "goes on"})));
+    if (!table.has("read"))
+        table.require("press", "List the buttons that it presses.");
     for (const Node* step : table.elements("press")) {
         if (step->table() != nullptr) {
             TableReader entry(*step, problems);
@@ -316,6 +325,9 @@ void readHead(const Node& node, const std::string& file, Chip& chip, Problems& p
     TableReader table(node, problems);
     chip.title = table.required("title");
     chip.name = table.text("name", std::filesystem::path(file).stem().string());
+    if (!isChipName(chip.name))
+        table.problem(table.at("name"), fmt::format("\"{}\" is no name for a chip", chip.name),
+                      "Give it a `name` of up to 64 letters, digits, - and _.");
     chip.description = table.text("description");
     chip.modelParts = table.texts("model");
 }
@@ -326,8 +338,10 @@ void readDocument(const Node& document, const std::string& file, Chip& chip, Pro
         if (!table.has(section))
             table.problem({.line = 1, .column = 1}, fmt::format("`[{}]` is missing", section),
                           "Every chip's file has it.");
-    readHead(table.section("chip"), file, chip, problems);
-    chip.word = readWord(table.section("word"), problems);
+    if (table.has("chip"))
+        readHead(table.section("chip"), file, chip, problems);
+    if (table.has("word"))
+        chip.word = readWord(table.section("word"), problems);
     readRegisters(table, chip, problems);
     for (const Node* command : table.tables("command"))
         chip.commands.push_back(readCommand(*command, problems));
@@ -345,7 +359,32 @@ void readDocument(const Node& document, const std::string& file, Chip& chip, Pro
     chip.panel = readPanel(table.section("panel"), chip, problems);
 }
 
+/// In the order of the text, and no more than anybody reads.
+void arrange(Problems& problems) {
+    std::stable_sort(problems.begin(), problems.end(),
+                     [](const Problem& one, const Problem& other) {
+                         return std::pair(one.at.line, one.at.column) <
+                                std::pair(other.at.line, other.at.column);
+                     });
+    if (problems.size() <= mostProblems)
+        return;
+    const std::size_t others = problems.size() - mostProblems;
+    const Place last = problems[mostProblems].at;
+    problems.resize(mostProblems);
+    problems.push_back({last, fmt::format("from here on there are {} more problems", others),
+                        "Correct those above first."});
+}
+
 } // namespace
+
+bool isChipName(std::string_view text) {
+    constexpr std::size_t longest = 64;
+    return !text.empty() && text.size() <= longest &&
+           std::all_of(text.begin(), text.end(), [](char c) {
+               return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ||
+                      c == '_' || c == '-';
+           });
+}
 
 ChipFile readChip(std::string_view text, const std::string& file) {
     ChipFile result;
@@ -360,17 +399,13 @@ ChipFile readChip(std::string_view text, const std::string& file) {
         result.problems = validate(*chip);
     if (result.problems.empty())
         result.chip = std::move(chip);
-    std::stable_sort(result.problems.begin(), result.problems.end(),
-                     [](const Problem& one, const Problem& other) {
-                         return std::pair(one.at.line, one.at.column) <
-                                std::pair(other.at.line, other.at.column);
-                     });
+    arrange(result.problems);
     return result;
 }
 
-ChipFile readChipFile(const std::string& fileName) {
+ChipText readChipText(const std::string& fileName) {
     const auto failed = [](std::string text, std::string advice) {
-        return ChipFile{.chip = {}, .problems = {{{}, std::move(text), std::move(advice)}}};
+        return ChipText{.text = {}, .problems = {{{}, std::move(text), std::move(advice)}}};
     };
     std::error_code error;
     if (!std::filesystem::is_regular_file(fileName, error))
@@ -383,7 +418,14 @@ ChipFile readChipFile(const std::string& fileName) {
         return failed("the file cannot be read", "Check that you may read it.");
     if (text.size() > longestFile)
         return failed("the file is longer than 1 MiB", "Part the chip into several files.");
-    return readChip(text, fileName);
+    return {.text = std::move(text), .problems = {}};
+}
+
+ChipFile readChipFile(const std::string& fileName) {
+    ChipText file = readChipText(fileName);
+    if (!file.problems.empty())
+        return {.chip = {}, .problems = std::move(file.problems)};
+    return readChip(file.text, fileName);
 }
 
 } // namespace bitlux::chips

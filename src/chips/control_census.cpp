@@ -2,57 +2,100 @@
 
 #include "platform/forms/near_names.h"
 
+#include <array>
+
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
 namespace bitlux::chips {
 
+namespace {
+
+using Kind = ControlCensus::Kind;
+
+/// Of the sequence that every panel has.
+constexpr std::array<std::pair<const char*, Kind>, 12> sequenceControls{
+    {{"Ch_Loop", Kind::Box},
+     {"Cm_CLEAR_lists", Kind::Button},
+     {"Cm_LOAD_Seq", Kind::Button},
+     {"Cm_Remove_Line", Kind::Button},
+     {"Cm_Run_Seq", Kind::Button},
+     {"Cm_SAVE_Seq", Kind::Button},
+     {"Cm_Stop_Loop", Kind::Button},
+     {"Cm_Wait", Kind::Button},
+     {"List1", Kind::Other},
+     {"List_Commands", Kind::Other},
+     {"List_Value", Kind::Other},
+     {"Text_Wait", Kind::Other}}};
+
+std::string lowerCase(std::string text) {
+    for (char& c : text)
+        if (c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c - 'A' + 'a');
+    return text;
+}
+
+} // namespace
+
 ControlCensus::ControlCensus(const Chip& chip, Problems& problems) : problems_(problems) {
-    add(chip.panel.outerTabs, chip.panel.at);
-    add(chip.panel.registerTabs, chip.panel.at);
+    addSequence(chip);
+    add(chip.panel.outerTabs, Kind::Other, chip.panel.at);
+    add(chip.panel.registerTabs, Kind::Other, chip.panel.at);
     addRow(chip.word.status, chip.word.at);
     for (const Register& any : chip.registers)
         addRegister(any);
     for (const Command& any : chip.commands) {
-        add(any.button, any.at, any.form);
-        add(any.line.button, any.at, any.form);
+        add(any.button, Kind::Button, any.at, any.form);
+        add(any.line.button, Kind::Button, any.at, any.form);
+        add(any.autoRead, Kind::Box, any.at);
     }
     for (const ReadAll& any : chip.readAlls)
-        add(any.button, any.at, any.form);
-    add(chip.sequence.loop.startLabel, chip.sequence.at);
-    add(chip.sequence.loop.stopLabel, chip.sequence.at);
+        add(any.button, Kind::Button, any.at, any.form);
     for (const Companion& any : chip.panel.described)
-        add(any.button, chip.panel.at);
+        add(any.button, Kind::Button, chip.panel.at);
     for (std::size_t i = 0; i < chip.variants.titles.size(); ++i)
         add({chip.variants.options.name, chip.variants.options.index + static_cast<int>(i)},
-            chip.variants.at);
+            Kind::Option, chip.variants.at);
+}
+
+void ControlCensus::addSequence(const Chip& chip) {
+    for (const auto& [name, kind] : sequenceControls)
+        add({.name = name}, kind, {});
+    add({.name = "Val_loop", .index = 0}, Kind::Other, {});
+    add({.name = "Val_loop", .index = 1}, Kind::Other, {});
+    for (const ControlName* label :
+         {&chip.sequence.loop.startLabel, &chip.sequence.loop.stopLabel})
+        add(*label, Kind::Label, chip.sequence.at);
+    for (const SequenceStyle::Column& column : chip.sequence.answers)
+        add({.name = column.list}, Kind::Other, chip.sequence.at);
 }
 
 void ControlCensus::addRegister(const Register& any) {
     const std::string& form = any.row.form;
     addRow(any.row, any.at);
-    add(any.hexBox, any.at, form);
-    add(any.hexButton, any.at, form);
-    add(any.writeButton, any.at, form);
-    add(any.writeLine.button, any.at, form);
+    add(any.hexBox, Kind::Other, any.at, form);
+    add(any.hexButton, Kind::Button, any.at, form);
+    add(any.writeButton, Kind::Button, any.at, form);
+    add(any.writeLine.button, Kind::Button, any.at, form);
     for (const Field& field : any.fields)
         addField(field, form);
     for (const View& view : any.views) {
-        if (view.row.first != any.row.first)
-            addRow(view.row, view.at);
-        add(view.button, view.at, view.row.form);
-        add(view.line.button, view.at, view.row.form);
+        addRow(view.row, view.at);
+        add(view.button, Kind::Button, view.at, view.row.form);
+        add(view.line.button, Kind::Button, view.at, view.row.form);
+        add(view.autoRead, Kind::Box, view.at);
     }
 }
 
 void ControlCensus::addField(const Field& field, const std::string& form) {
-    add(field.frame, field.at, form);
-    if (field.kind != Field::Kind::Options) {
-        add(field.control, field.at, form);
-        return;
-    }
-    for (std::size_t i = 0; i < field.choices.size(); ++i)
-        add({field.control.name, field.control.index + static_cast<int>(i)}, field.at, form);
+    add(field.frame, Kind::Other, field.at, form);
+    if (field.kind == Field::Kind::Options)
+        for (std::size_t i = 0; i < field.choices.size(); ++i)
+            add({field.control.name, field.control.index + static_cast<int>(i)}, Kind::Option,
+                field.at, form);
+    else
+        add(field.control, field.kind == Field::Kind::Box ? Kind::Box : Kind::Other, field.at,
+            form);
 }
 
 void ControlCensus::addRow(const Row& row, const Place& at) {
@@ -63,25 +106,60 @@ void ControlCensus::addRow(const Row& row, const Place& at) {
     if (!isNew && known->second == row.width())
         return;
     for (int bit = 0; bit < row.width(); ++bit)
-        add({row.first.name, row.first.index + bit}, at, row.form);
+        add({row.first.name, row.first.index + bit}, Kind::Label, at, row.form);
 }
 
-void ControlCensus::add(const ControlName& name, const Place& at, const std::string& form) {
+void ControlCensus::add(const ControlName& name, Kind kind, const Place& at,
+                        const std::string& form) {
     if (!name.exists())
         return;
-    const auto [found, isNew] = taken_.emplace(Key(form, name.name, name.index), at);
+    const bool isElement = name.index >= 0;
+    const Name& known =
+        names_.emplace(std::pair(form, lowerCase(name.name)), Name{name.name, isElement, at})
+            .first->second;
+    const auto [found, isNew] =
+        taken_.emplace(Key(form, name.name, name.index), Taken{.kind = kind, .at = at});
     if (!isNew)
-        problems_.push_back({at,
-                             fmt::format("the control {} is there already, by line {}", text(name),
-                                         found->second.line),
-                             "Give it another name, or another title when it has none."});
+        tellTwice(name, at, {.spelling = name.name, .at = found->second.at});
+    else if (known.isArray != isElement || known.spelling != name.name)
+        tellTwice(name, at, known);
+}
+
+void ControlCensus::tellTwice(const ControlName& name, const Place& at, const Name& before) {
+    if (!told_.emplace(name.name, at.line).second)
+        return;
+    std::string what = fmt::format("the control {} is there", text(name));
+    if (before.spelling != name.name)
+        what += fmt::format(" as {}", before.spelling);
+    what += before.at.line > 0 ? fmt::format(" already, by line {}", before.at.line)
+                               : " in every panel";
+    problems_.push_back(
+        {at, std::move(what), "Give it another name, or another title when it has none."});
+}
+
+std::optional<ControlCensus::Kind> ControlCensus::kindOf(const ControlName& name,
+                                                         const std::string& form) const {
+    const auto found = taken_.find({form, name.name, name.index});
+    return found != taken_.end() ? std::optional(found->second.kind) : std::nullopt;
+}
+
+bool ControlCensus::hasAny(const std::string& name, int first, int last) const {
+    const auto found = taken_.lower_bound({std::string(), name, first});
+    if (found == taken_.end())
+        return false;
+    const auto& [form, control, index] = found->first;
+    return form.empty() && control == name && (first < 0 || index <= last);
 }
 
 std::string ControlCensus::nearText(const ControlName& name) const {
-    std::vector<std::string> names;
-    for (const auto& [key, place] : taken_)
-        names.push_back(text(ControlName{std::get<1>(key), std::get<2>(key)}));
-    const std::vector<std::string> found = forms::nearNames(text(name), names);
+    constexpr int most = 20;
+    std::vector<std::string> found;
+    if (++asked_ <= most) {
+        std::vector<std::string> names;
+        for (const auto& [key, taken] : taken_)
+            names.push_back(text(ControlName{std::get<1>(key), std::get<2>(key)}));
+        found = forms::nearNames(text(name), names);
+    }
     return found.empty() ? "Name one that the file makes."
                          : fmt::format("Did you mean {}?", fmt::join(found, ", "));
 }

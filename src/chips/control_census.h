@@ -2,37 +2,59 @@
 
 #include "chips/description.h"
 
+#include <cstdint>
 #include <map>
+#include <optional>
+#include <set>
 #include <string>
 #include <tuple>
+#include <utility>
 
 namespace bitlux::chips {
 
-/// The controls that a description makes. Two of one name are a problem; rows that registers share
-/// are not.
+/// The controls that a description makes, with those of its sequence. Two of one name are a
+/// problem; rows that registers share are not.
 class ControlCensus {
 public:
+    enum class Kind : std::uint8_t { Label, Button, Option, Box, Other };
+
     /// Adds what it finds to `problems`.
     ControlCensus(const Chip& chip, Problems& problems);
 
-    /// On a companion form, or on the panel when `form` is empty.
-    [[nodiscard]] bool has(const ControlName& name, const std::string& form = {}) const {
-        return taken_.find({form, name.name, name.index}) != taken_.end();
-    }
+    /// Nothing when there is none of this name on the panel, or on a companion form.
+    [[nodiscard]] std::optional<Kind> kindOf(const ControlName& name,
+                                             const std::string& form = {}) const;
+    /// Whether there is one of the elements `first` to `last`; of any index when they are -1.
+    [[nodiscard]] bool hasAny(const std::string& name, int first, int last) const;
     /// Advice for a name that there is none of.
     [[nodiscard]] std::string nearText(const ControlName& name) const;
 
 private:
+    struct Taken {
+        Kind kind;
+        Place at;
+    };
+    struct Name {
+        std::string spelling;
+        bool isArray = false;
+        Place at;
+    };
     using Key = std::tuple<std::string, std::string, int>; ///< form, name, index
 
-    void add(const ControlName& name, const Place& at, const std::string& form = {});
+    void addSequence(const Chip& chip);
+    void add(const ControlName& name, Kind kind, const Place& at, const std::string& form = {});
     void addRow(const Row& row, const Place& at);
     void addRegister(const Register& any);
     void addField(const Field& field, const std::string& form);
+    void tellTwice(const ControlName& name, const Place& at, const Name& before);
 
-    std::map<Key, Place> taken_;
-    std::map<Key, int> rows_; ///< widths, by their first labels
+    std::map<Key, Taken> taken_;
+    /// By form and their small letters, which handlers go by.
+    std::map<std::pair<std::string, std::string>, Name> names_;
+    std::set<std::pair<std::string, int>> told_; ///< names and lines
+    std::map<Key, int> rows_;                    ///< widths, by their first labels
     Problems& problems_;
+    mutable int asked_ = 0; ///< for near names, which take time
 };
 
 } // namespace bitlux::chips

@@ -1,5 +1,7 @@
 #include "chips/description.h"
 
+#include "platform/printable.h"
+
 #include <algorithm>
 #include <bit>
 
@@ -12,14 +14,17 @@ std::string text(const ControlName& name) {
 }
 
 std::string describe(const Problem& problem, const std::string& file) {
-    const std::string place =
-        problem.at.line > 0 ? fmt::format("{}:{}:{}", file, problem.at.line, problem.at.column)
-                            : file;
-    return fmt::format("{}: {}. {}", place, problem.text, problem.advice);
+    constexpr std::size_t longestName = 4096;
+    constexpr std::size_t longestText = 400;
+    std::string place = printable(file, longestName);
+    if (problem.at.line > 0)
+        place += fmt::format(":{}:{}", problem.at.line, problem.at.column);
+    return fmt::format("{}: {}. {}", place, printable(problem.text, longestText),
+                       printable(problem.advice, longestText));
 }
 
 std::uint64_t WordCheck::sealed(std::uint64_t word) const {
-    if (!exists())
+    if (!exists() || place.empty())
         return word;
     const std::uint64_t data = over.taken(word);
     if (kind != Kind::Crc) {
@@ -76,6 +81,16 @@ std::vector<std::string> Chip::registerPages() const {
         if (std::find(titles.begin(), titles.end(), page) == titles.end())
             titles.push_back(page);
     return titles;
+}
+
+const View* viewOf(const Chip& chip, const ReadAll& group, const ReadAll::Step& step) {
+    for (const Register& any : chip.registers)
+        for (const View& view : any.views)
+            if (step.row.exists() && view.row.form == group.form &&
+                view.row.first.name == step.row.name &&
+                view.row.first.index == std::max(step.row.index, 0))
+                return &view;
+    return nullptr;
 }
 
 const Companion* PanelLayout::findDescribed(std::string_view name) const {

@@ -135,7 +135,9 @@ struct Field {
     std::string title;
     BitList bits;
     Kind kind = Kind::Options;
-    ControlName control;         ///< the first option, the box, or the list
+    /// The first option, the box, or the list. None for bits that only tell something: those of a
+    /// register that is only read, and several bits without texts, which are a number.
+    ControlName control;
     std::vector<Choice> choices; ///< of a box one: what it says, and what it sets when ticked
     ControlName frame;           ///< around the options, where it has a name
     ControlName mirror;          ///< choosing option i also chooses the option i behind this one
@@ -217,7 +219,9 @@ struct Register {
     [[nodiscard]] std::uint64_t mask() const {
         return width() >= 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << width()) - 1;
     }
-    [[nodiscard]] bool writable() const { return access != Access::ReadOnly; }
+    [[nodiscard]] bool writable() const {
+        return access != Access::ReadOnly && access != Access::ReadClears;
+    }
     /// A view by title; null when there is none.
     [[nodiscard]] const View* find(std::string_view wanted) const;
 };
@@ -400,6 +404,9 @@ struct Chip {
     /// By name; null when there is none.
     [[nodiscard]] const Device* findDevice(std::string_view wanted) const;
 };
+
+/// The view that a step reads; null for one that presses a button, or when there is none.
+const View* viewOf(const Chip& chip, const ReadAll& group, const ReadAll::Step& step);
 
 using ChipPtr = std::shared_ptr<const Chip>;
 

@@ -1,7 +1,10 @@
 #include "chips/document.h"
 
+#include "chips/parser_guard.h"
+
 #define TOML_EXCEPTIONS 0
 #define TOML_ENABLE_FORMATTERS 0
+#define TOML_MAX_NESTED_VALUES 32
 #include <toml++/toml.h>
 
 namespace bitlux::chips {
@@ -38,9 +41,10 @@ private:
         Node::Table made;
         for (const auto& [key, value] : table) {
             Node node = convert(value, depth + 1);
-            if (node.at.line == 0 || value.is_table())
-                node.at = placeOf(key.source().begin);
-            made.emplace_back(std::string(key.str()), std::move(node));
+            node.keyAt = placeOf(key.source().begin);
+            if (node.at.line == 0) // a table that a dotted key has made
+                node.at = node.keyAt;
+            made.push_back({std::string(key.str()), std::move(node)});
         }
         return made;
     }
@@ -73,6 +77,10 @@ private:
 } // namespace
 
 std::optional<Node> parseDocument(std::string_view text, Problems& problems) {
+    if (std::optional<Problem> problem = unbearable(text)) {
+        problems.push_back(*std::move(problem));
+        return std::nullopt;
+    }
     const toml::parse_result result = toml::parse(text);
     if (!result) {
         const toml::parse_error& error = result.error();

@@ -1,5 +1,6 @@
 #include "chips/document.h"
 
+#include <algorithm>
 #include <charconv>
 #include <map>
 
@@ -31,13 +32,14 @@ struct Range {
 std::optional<int> numberIn(std::string_view text) {
     int number = 0;
     const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || stop != text.data() + text.size() || text.empty())
+    if (error != std::errc() || stop != text.data() + text.size() || number < 0)
         return std::nullopt;
     return number;
 }
 
-std::optional<Range> rangeIn(std::string_view text) {
-    for (std::size_t begin = text.find('{'); begin != std::string_view::npos;
+/// The first one from `start` on.
+std::optional<Range> rangeIn(std::string_view text, std::size_t start = 0) {
+    for (std::size_t begin = text.find('{', start); begin != std::string_view::npos;
          begin = text.find('{', begin + 1)) {
         const std::size_t end = text.find('}', begin);
         if (end == std::string_view::npos)
@@ -50,6 +52,22 @@ std::optional<Range> rangeIn(std::string_view text) {
         const std::optional<int> last = numberIn(inside.substr(dots + 2));
         if (first && last)
             return Range{.begin = begin, .end = end + 1, .first = *first, .last = *last};
+    }
+    return std::nullopt;
+}
+
+/// The first "{name}" in a text.
+std::optional<std::string_view> placeholderIn(std::string_view text) {
+    const auto isLetter = [](char c) {
+        return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
+    };
+    for (std::size_t begin = text.find('{'); begin != std::string_view::npos;
+         begin = text.find('{', begin + 1)) {
+        const std::size_t end = text.find('}', begin);
+        const std::string_view name = text.substr(begin + 1, end - begin - 1);
+        if (end != std::string_view::npos && !name.empty() &&
+            std::all_of(name.begin(), name.end(), isLetter))
+            return name;
     }
     return std::nullopt;
 }
@@ -88,8 +106,12 @@ public:
         if (tooMany(node))
             return;
         if (auto* table = std::get_if<Node::Table>(&node.value)) {
-            for (auto& [key, value] : *table)
+            for (auto& [key, value] : *table) {
+                if (value.text() != nullptr && rangeIn(*value.text()))
+                    problems_.push_back({value.at, "a range of numbers stands where one text does",
+                                         "Put it into a list, as [\"SG{0..15}\"]."});
                 expand(value);
+            }
         } else if (auto* list = std::get_if<Node::List>(&node.value)) {
             *list = expanded(std::move(*list));
         }
@@ -111,8 +133,10 @@ private:
         for (Node& element : elements) {
             if (element.text() != nullptr) {
                 addTexts(element, made);
-            } else if (const Node* repeat = element.find(repeatKey)) {
-                addRepeated(element, *repeat, made);
+            } else if (element.find(repeatKey) != nullptr) {
+                ++nesting_;
+                addRepeated(element, made);
+                --nesting_;
             } else {
                 expand(element);
                 made.push_back(std::move(element));
@@ -135,6 +159,9 @@ private:
                  "Write the lower number first."});
             return;
         }
+        if (rangeIn(text, range->end))
+            problems_.push_back(
+                {element.at, fmt::format("\"{}\" has two ranges", text), "Write one of them out."});
         for (int number = range->first; number <= range->last && !tooMany(element); ++number) {
             Node one = element;
             one.value =
@@ -143,7 +170,14 @@ private:
         }
     }
 
-    void addRepeated(const Node& element, const Node& repeat, Node::List& made) {
+    void addRepeated(Node& element, Node::List& made) {
+        Node::Table& entries = std::get<Node::Table>(element.value);
+        const auto found =
+            std::find_if(entries.begin(), entries.end(),
+                         [](const Node::Entry& entry) { return entry.key == repeatKey; });
+        Node repeat = std::move(found->value);
+        entries.erase(found);
+        expand(repeat); // its lists may have ranges
         const std::optional<std::size_t> times = timesOf(repeat);
         if (!times)
             return;
@@ -158,11 +192,27 @@ private:
             if (tooMany(element, weight * (1 + added))) // before the memory is taken
                 return;
             Node one = element;
-            std::erase_if(std::get<Node::Table>(one.value),
-                          [](const Node::Entry& entry) { return entry.first == repeatKey; });
             fill(one, values);
             expand(one);
+            if (nesting_ == 1 && i == 0)
+                findUnfilled(one);
             made.push_back(std::move(one));
+        }
+    }
+
+    /// What no `repeat` around it has filled.
+    void findUnfilled(const Node& node) {
+        if (node.text() != nullptr) {
+            if (const std::optional<std::string_view> name = placeholderIn(*node.text()))
+                problems_.push_back({node.at,
+                                     fmt::format("no list of `repeat` is called `{}`", *name),
+                                     "Name one of its lists between the braces."});
+        } else if (node.list() != nullptr) {
+            for (const Node& element : *node.list())
+                findUnfilled(element);
+        } else if (node.table() != nullptr) {
+            for (const auto& [key, value] : *node.table())
+                findUnfilled(value);
         }
     }
 
@@ -221,6 +271,7 @@ private:
     std::size_t most_;
     Problems& problems_;
     std::size_t count_ = 0;
+    int nesting_ = 0; ///< of tables that repeat
 };
 
 } // namespace

@@ -20,7 +20,8 @@ struct Problem {
 
 using Problems = std::vector<Problem>;
 
-/// As "lamp.toml:12:5: bit 14 lies outside the register. Give it at least 15 bits."
+/// As "lamp.toml:12:5: bit 14 lies outside the register. Give it at least 15 bits." What a file may
+/// have brought into it can be shown on a terminal.
 std::string describe(const Problem& problem, const std::string& file);
 
 } // namespace bitlux::chips

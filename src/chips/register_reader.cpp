@@ -21,12 +21,11 @@ std::vector<std::string> numbered(int count) {
     return captions;
 }
 
-/// The choices of a field; without texts they are those of a single bit.
 void readChoices(TableReader& table, Field& field) {
     const std::vector<std::string> texts = table.texts("texts");
     const std::vector<std::uint64_t> codes = table.words("codes");
     if (!codes.empty() && codes.size() != texts.size())
-        table.problem(field.at,
+        table.problem(table.at("codes"),
                       fmt::format("there are {} texts and {} codes", texts.size(), codes.size()),
                       "Give a code for each text, or none when they count from 0.");
     for (std::size_t i = 0; i < texts.size(); ++i)
@@ -34,8 +33,8 @@ void readChoices(TableReader& table, Field& field) {
             {.text = texts[i], .code = i < codes.size() ? codes[i] : std::uint64_t{i}});
 }
 
-/// Of what kind the field's control is, which the key that names it tells.
-void readControl(TableReader& table, const std::string& stem, Field& field) {
+/// Whether a key names the field's control, and so tells its kind.
+bool readNamedControl(TableReader& table, Field& field) {
     constexpr std::array<std::pair<const char*, Field::Kind>, 3> keys{
         {{"options", Field::Kind::Options},
          {"box", Field::Kind::Box},
@@ -52,31 +51,34 @@ void readControl(TableReader& table, const std::string& stem, Field& field) {
     if (named > 1)
         table.problem(field.at, "a field has one of `options`, `box` and `list`",
                       "Remove the others.");
-    if (named > 0)
-        return;
-    const std::string name = stem + "_" + identifier(field.title);
-    if (field.choices.empty() && field.bits.size() == 1) {
-        field.kind = Field::Kind::Box;
-        field.control = {.name = name};
-    } else if (field.choices.size() <= mostOptions) {
-        field.kind = Field::Kind::Options;
-        field.control = {.name = name, .index = 0};
-    } else {
-        field.kind = Field::Kind::List;
-        field.control = {.name = name};
-    }
+    return named > 0;
 }
 
-Field readField(const Node& node, const std::string& stem, Problems& problems) {
+/// The control that bits and texts suggest.
+void deriveControl(const std::string& stem, bool writable, Field& field) {
+    const std::string name = stem + "_" + identifier(field.title);
+    const bool single = field.bits.size() == 1;
+    if (field.choices.empty())
+        field.kind = single ? Field::Kind::Box : Field::Kind::Options;
+    else
+        field.kind = field.choices.size() <= mostOptions ? Field::Kind::Options : Field::Kind::List;
+    if (!writable || (field.choices.empty() && !single))
+        return; // nothing to choose, or a number: its bits tell
+    field.control.name = name;
+    if (field.kind == Field::Kind::Options)
+        field.control.index = 0;
+}
+
+Field readField(const Node& node, const std::string& stem, bool writable, Problems& problems) {
     TableReader table(node, problems);
     Field field;
     field.at = table.at();
     field.title = table.required("title");
-    if (!table.has("bits"))
-        table.problem(field.at, "`bits` of a field is missing", "Say which bits it is.");
+    table.require("bits", "Say which bits the field is.");
     field.bits = table.bits("bits").value_or(BitList());
     readChoices(table, field);
-    readControl(table, stem, field);
+    if (!readNamedControl(table, field))
+        deriveControl(stem, writable, field);
     if (field.kind == Field::Kind::Box) {
         if (field.choices.empty())
             field.choices.push_back({.text = field.title, .code = 1});
@@ -141,6 +143,21 @@ void readViews(TableReader& table, const std::string& stem, Register& made, Prob
             readView({.at = made.at, .value = Node::Table{}}, made, stem, problems));
 }
 
+void checkWidth(TableReader& table, int width, const Register& made) {
+    if (!table.has("bits") && width == 0) {
+        if (!table.has("width"))
+            table.require("bits",
+                          "List the captions of the bits, bit 0 first, or give their `width`.");
+    } else if (table.has("bits") && (made.width() == 0 || made.width() > mostBits)) {
+        table.problem(table.at("bits"), fmt::format("there are {} captions", made.width()),
+                      "Give one for each bit, bit 0 first, 1 to 64 of them.");
+    } else if (width != 0 && made.width() != width) {
+        table.problem(table.at("bits"),
+                      fmt::format("there are {} captions for {} bits", made.width(), width),
+                      "Give one for each bit, bit 0 first, or remove `width`.");
+    }
+}
+
 } // namespace
 
 std::string identifier(std::string_view title) {
@@ -166,10 +183,11 @@ Row readRow(TableReader& table, std::vector<std::string> captions, ControlName f
     if (table.has("bits"))
         captions = table.texts("bits");
     row.captions = std::move(captions);
-    if (const auto colour = table.word("one"))
-        row.colours.one = static_cast<std::uint32_t>(*colour);
-    if (const auto colour = table.word("zero"))
-        row.colours.zero = static_cast<std::uint32_t>(*colour);
+    row.colours.one = table.colour("one", row.colours.one);
+    row.colours.zero = table.colour("zero", row.colours.zero);
+    if (row.colours.one == row.colours.zero)
+        table.problem(table.at("one"), "a one and a zero look the same",
+                      "Give them colours that differ.");
     row.form = table.text("form");
     return row;
 }
@@ -192,8 +210,7 @@ Register readRegister(const Node& node, Problems& problems) {
     made.at = table.at();
     made.title = table.required("title");
     made.page = table.text("page", made.title);
-    if (!table.has("address"))
-        table.problem(made.at, "`address` of a register is missing", "Say where it is.");
+    table.require("address", "Say where the register is.");
     made.address = table.word("address").value_or(0);
     made.access =
         static_cast<Access>(table.oneOf("access", {accessNames.begin(), accessNames.end()}));
@@ -202,22 +219,23 @@ Register readRegister(const Node& node, Problems& problems) {
     made.alwaysWritten = table.word("always_written").value_or(0);
     made.note = table.text("note");
     const std::string stem = identifier(made.title);
-    const int width = table.number("width", 0, 1, mostBits);
-    if (width == 0 && !table.has("bits"))
-        table.problem(made.at, "a register wants `bits` or `width`",
-                      "List the captions of its bits, bit 0 first, or say how many there are.");
+    const int width = table.number("width", 0, 1, mostBits); // 0 when the captions tell it
     made.row = readRow(table, numbered(width), {.name = stem + "_W", .index = 0});
     made.hexBox = table.control("hex_box");
     made.hexButton =
         table.control("hex_button", {.name = made.hexBox.exists() ? "Cm_" + stem + "_Hex" : ""});
+    checkWidth(table, width, made);
     readWrite(table.section("write"), stem, made, problems);
     if (!made.writable()) {
+        if (table.has("write"))
+            table.problem(table.at("write"), "a register that is only read has no `write`",
+                          "Remove it, or give the register another `access`.");
         made.row.first = {};
         made.writeButton = {};
         made.writeLine = {};
     }
     for (const Node* field : table.tables("field"))
-        made.fields.push_back(readField(*field, stem, problems));
+        made.fields.push_back(readField(*field, stem, made.writable(), problems));
     readViews(table, stem, made, problems);
     return made;
 }

@@ -2,6 +2,7 @@
 
 #include "platform/forms/near_names.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 
@@ -14,6 +15,7 @@ namespace {
 
 constexpr int decimal = 10;
 constexpr int hexadecimal = 16;
+constexpr unsigned char deleteCharacter = 0x7F;
 
 std::string near(std::string_view wanted, const std::vector<std::string>& names,
                  const char* otherwise) {
@@ -51,7 +53,7 @@ TableReader::~TableReader() {
     const std::vector<std::string> known(asked_.begin(), asked_.end());
     for (const auto& [key, value] : *node_.table())
         if (asked_.find(key) == asked_.end())
-            problem(value.at, fmt::format("there is no key `{}` here", key),
+            problem(value.keyAt, fmt::format("there is no key `{}` here", key),
                     near(key, known, "Remove it."));
 }
 
@@ -62,6 +64,11 @@ void TableReader::problem(const Place& at, std::string text, std::string advice)
 const Node* TableReader::take(std::string_view key) {
     asked_.emplace(key);
     return node_.find(key);
+}
+
+Place TableReader::at(std::string_view key) const {
+    const Node* found = node_.find(key);
+    return found != nullptr ? found->at : node_.at;
 }
 
 const Node& TableReader::section(std::string_view key) {
@@ -87,30 +94,56 @@ std::vector<const Node*> TableReader::tables(std::string_view key) {
     return elements(key);
 }
 
+/// Control characters would break rows of files and obey no window.
+bool TableReader::isClean(const Node& node, const std::string& text, std::string_view key) {
+    const bool clean = std::none_of(text.begin(), text.end(), [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte < ' ' || byte == deleteCharacter;
+    });
+    if (!clean)
+        problem(node.at, fmt::format("`{}` has a control character", key), "Leave it out.");
+    return clean;
+}
+
 std::string TableReader::text(std::string_view key, std::string otherwise) {
     const Node* node = take(key);
     if (node == nullptr)
         return otherwise;
-    if (const std::string* text = node->text())
+    const std::string* text = node->text();
+    if (text != nullptr && isClean(*node, *text, key))
         return *text;
-    problem(node->at, fmt::format("`{}` is no text", key), "Put it into quotes.");
+    if (text == nullptr)
+        problem(node->at, fmt::format("`{}` is no text", key), "Put it into quotes.");
     return otherwise;
 }
 
+bool TableReader::require(std::string_view key, std::string advice) {
+    if (take(key) != nullptr)
+        return true;
+    if (node_.table() != nullptr)
+        problem(node_.at, fmt::format("`{}` is missing", key), std::move(advice));
+    return false;
+}
+
 std::string TableReader::required(std::string_view key) {
-    if (!has(key))
-        problem(node_.at, fmt::format("`{}` is missing", key), "Add it to this table.");
-    return text(key);
+    if (!require(key, "Add it to this table."))
+        return {};
+    std::string found = text(key, "?");
+    if (found.empty())
+        problem(at(key), fmt::format("`{}` is empty", key), "Say something in it.");
+    return found;
 }
 
 std::vector<std::string> TableReader::texts(std::string_view key) {
     std::vector<std::string> found;
     for (const Node* element : elements(key)) {
-        if (const std::string* text = element->text())
-            found.push_back(*text);
-        else
+        if (const std::string* text = element->text()) {
+            if (isClean(*element, *text, key))
+                found.push_back(*text);
+        } else {
             problem(element->at, fmt::format("`{}` has something that is no text", key),
                     "Put each text into quotes.");
+        }
     }
     return found;
 }
@@ -159,6 +192,15 @@ std::vector<std::uint64_t> TableReader::words(std::string_view key) {
         if (const std::optional<std::uint64_t> number = wordIn(*element, key))
             found.push_back(*number);
     return found;
+}
+
+std::uint32_t TableReader::colour(std::string_view key, std::uint32_t otherwise) {
+    const std::uint64_t found = word(key).value_or(otherwise);
+    if (found <= std::numeric_limits<std::uint32_t>::max())
+        return static_cast<std::uint32_t>(found);
+    problem(at(key), fmt::format("`{}` is no colour", key),
+            "Write it as 0xBBGGRR: blue, green and red from 00 to FF.");
+    return otherwise;
 }
 
 std::optional<BitList> TableReader::bits(std::string_view key) {

@@ -24,16 +24,21 @@ public:
     TableReader& operator=(const TableReader&) = delete;
 
     [[nodiscard]] Place at() const { return node_.at; }
+    /// Where the value of a key stands; the table's own place when it is missing.
+    [[nodiscard]] Place at(std::string_view key) const;
     [[nodiscard]] bool has(std::string_view key) { return take(key) != nullptr; }
-    /// The node of a key, or an empty table at the same place.
+    /// The node of a key, or an empty table.
     const Node& section(std::string_view key);
     /// The tables of a list, none when the key is missing.
     std::vector<const Node*> tables(std::string_view key);
     /// The elements of a list; a single value counts as a list of one.
     std::vector<const Node*> elements(std::string_view key);
 
+    /// A text has no control characters.
     std::string text(std::string_view key, std::string otherwise = {});
-    /// One that has to be there.
+    /// Says that a key is missing unless it is there.
+    bool require(std::string_view key, std::string advice);
+    /// A text that has to be there and to say something.
     std::string required(std::string_view key);
     std::vector<std::string> texts(std::string_view key);
     bool truth(std::string_view key, bool otherwise);
@@ -42,6 +47,8 @@ public:
     /// 0 or more; texts as "0xFFFFFFFFFFFFFFFF" serve for what TOML cannot say.
     std::optional<std::uint64_t> word(std::string_view key);
     std::vector<std::uint64_t> words(std::string_view key);
+    /// A word of up to 32 bits.
+    std::uint32_t colour(std::string_view key, std::uint32_t otherwise);
     /// "7:5", "2:0,4:3", or the number of one bit.
     std::optional<BitList> bits(std::string_view key);
     /// "Name" or "Name(3)"; an empty text is none. `otherwise` stands when the key is missing.
@@ -55,6 +62,7 @@ public:
 
 private:
     const Node* take(std::string_view key);
+    bool isClean(const Node& node, const std::string& text, std::string_view key);
     std::optional<std::uint64_t> wordIn(const Node& node, std::string_view key);
 
     const Node& node_;

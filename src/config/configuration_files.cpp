@@ -3,11 +3,13 @@
 #include "config/configuration_reader.h"
 #include "config/configuration_writer.h"
 #include "config/kept_file.h"
+#include "platform/printable.h"
 #include "platform/text_file.h"
 
 #include <utility>
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 namespace bitlux {
 
@@ -43,19 +45,22 @@ void ConfigurationFiles::open(const std::string& fileName) {
 
 void ConfigurationFiles::read(const std::string& fileName) {
     session_.ConfigFileName = fileName;
+    std::optional<std::vector<std::string>> missing;
     try {
-        if (!play(fileName)) {
-            say("Invalid File Format.");
-            return;
-        }
+        missing = play(fileName);
     } catch (...) { // what was read in part must not replace the whole
         session_.ConfigFileName.clear();
         throw;
     }
+    if (!missing) {
+        say("Invalid File Format.");
+        return;
+    }
     fileUsed.raise();
+    tellMissing(*missing);
 }
 
-bool ConfigurationFiles::play(const std::string& fileName) {
+std::optional<std::vector<std::string>> ConfigurationFiles::play(const std::string& fileName) {
     ConfigurationReader reader({.session = session_,
                                 .dialog = dialog(),
                                 .commands = parts_.commands,
@@ -64,10 +69,10 @@ bool ConfigurationFiles::play(const std::string& fileName) {
                                 .tabs = tabs},
                                fileName);
     if (!reader.isConfiguration())
-        return false;
+        return std::nullopt;
     const Hourglass hourglass(parts_.desk.pointer);
     reader.read();
-    return true;
+    return reader.missingChips();
 }
 
 void ConfigurationFiles::itemSave_Click() {
@@ -124,6 +129,18 @@ std::optional<std::string> ConfigurationFiles::ask(FileDialog::Kind kind) {
          .title = kind == FileDialog::Kind::Open ? "Open Configuration" : "Save Configuration",
          .filter = "SPI Config Files (*.spi)|*.spi|All Files (*.*)|*.*",
          .fileName = session_.ConfigFileName});
+}
+
+void ConfigurationFiles::tellMissing(const std::vector<std::string>& chips) {
+    constexpr std::size_t longestText = 300;
+    if (chips.empty())
+        return;
+    const std::string names = printable(fmt::format("{}", fmt::join(chips, ", ")), longestText);
+    parts_.desk.boxes.show(
+        {.text = fmt::format("The configuration has tabs of chips that have no file: {}.{}"
+                             "They come back when it is opened with the files in their folder.",
+                             names, lineBreak),
+         .icon = MessageBox::Icon::Information});
 }
 
 void ConfigurationFiles::say(const std::string& text) {

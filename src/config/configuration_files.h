@@ -15,6 +15,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace bitlux {
 
@@ -57,12 +58,13 @@ public:
 private:
     void read(const std::string& fileName);
     /// False for a file that is no configuration.
-    bool play(const std::string& fileName);
+    std::optional<std::vector<std::string>> play(const std::string& fileName);
     void saveAs(const std::optional<std::string>& fileName);
     /// Gives what the user has to know about it.
     std::string write(const std::string& fileName);
     std::optional<std::string> ask(FileDialog::Kind kind);
     void say(const std::string& text);
+    void tellMissing(const std::vector<std::string>& chips);
 
     Parts parts_;
     Session& session_;

@@ -66,6 +66,11 @@ ConfigurationReader::ConfigurationReader(const Parts& parts, const std::string& 
     actions_["[CommandToSend]"] = [this](const RecordValue& value) {
         commandToSend(textOf(value));
     };
+    actions_["[UserChip]"] = [this](const RecordValue& value) {
+        const std::string name = textOf(value);
+        if (!parts_.tabs.addChip(name))
+            missingChips_.push_back(name);
+    };
     actions_["[BatchItem]"] = [this](const RecordValue& value) { batchItem(value); };
 }
 
@@ -105,6 +110,7 @@ void ConfigurationReader::read() {
 void ConfigurationReader::reset() {
     ConfigureDialog& dialog = parts_.dialog;
     parts_.tabs.reset();
+    parts_.tabs.resetChips();
     for (forms::CheckBox* part :
          {&dialog.CheckEnable72361, &dialog.CheckEnable72518, &dialog.CheckEnable72517,
           &dialog.CheckEnable72537, &dialog.CheckEnable72516})

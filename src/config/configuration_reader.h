@@ -41,6 +41,8 @@ public:
     /// A record that is damaged or cannot act raises Failure with file, line and reason; those
     /// before it have acted. A port that cannot be used raises Failure (PortUnusable) as it is.
     void read();
+    /// The chips of users that the file enables and that have no file.
+    [[nodiscard]] const std::vector<std::string>& missingChips() const { return missingChips_; }
 
 private:
     using Action = std::function<void(const RecordValue& value)>;
@@ -58,6 +60,7 @@ private:
     Session& session_;
     LineReader file_;
     std::unordered_map<std::string, Action> actions_; ///< by key
+    std::vector<std::string> missingChips_;
     bool isVersion2_ = false;
     bool nextCommandIsFirst_ = false; ///< from [ApplyNow] to the first Quick Command
     std::vector<std::int16_t> bits_;  ///< of the Quick Command that is read

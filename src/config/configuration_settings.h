@@ -26,6 +26,10 @@ struct PartTabAccess {
     std::function<void()> reset;
     std::function<bool(std::int32_t partNumber)> isActive;
     std::function<void(std::int32_t partNumber)> add;
+    /// Disables all chips of users.
+    std::function<void()> resetChips;
+    /// Enables a chip of a user; false when it has no file, and so no tab.
+    std::function<bool(const std::string& name)> addChip;
 };
 
 /// All settings, in the order in which they are saved, and the older names among them. Their

@@ -103,6 +103,8 @@ std::string configurationText(const std::vector<ConfigurationSetting>& settings,
     for (const ConfigurationSetting& setting : settings)
         if (setting.value)
             records.add(setting.key, setting.value());
+    for (const std::string& name : session.UserChips)
+        records.addText("[UserChip]", name);
     records.addText("[ApplyNow]", "This applies the Config Form changes above");
     for (std::size_t row = 0; row < session.QuickCommandTable.rows(); ++row)
         records.addQuickCommand(session.QuickCommandTable, row);

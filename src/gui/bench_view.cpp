@@ -1,6 +1,7 @@
 #include "gui/bench_view.h"
 
 #include "platform/failure.h"
+#include "workbench/library_chips.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -88,9 +89,9 @@ BenchView::BenchView(VirtualBench& bench, const Program& program, const QString&
 void BenchView::addDevice(QBoxLayout& row, const QString& device) {
     device_ = new QComboBox(this);
     device_->setObjectName("bench.device");
-    for (const std::string& name : deviceNames())
-        device_->addItem(QString::fromStdString(name));
+    fillDevices();
     device_->setCurrentText(device);
+    device_->installEventFilter(this);
     auto* title = new QLabel("Dev&ice:", this);
     title->setBuddy(device_);
     replies_ = new QLineEdit(this);
@@ -191,6 +192,19 @@ QWidget* BenchView::makeDonglePins() {
     return pins;
 }
 
+void BenchView::fillDevices() {
+    for (const std::string& name : benchDeviceNames())
+        if (const QString text = QString::fromStdString(name); device_->findText(text) < 0)
+            device_->addItem(text);
+}
+
+/// A chip that was opened meanwhile is a device too.
+bool BenchView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == device_ && event->type() == QEvent::FocusIn)
+        fillDevices();
+    return QDockWidget::eventFilter(watched, event);
+}
+
 void BenchView::connectDevice() {
     const std::string name = device_->currentText().toStdString();
     replies_->setVisible(name == "scripted");
@@ -199,7 +213,7 @@ void BenchView::connectDevice() {
         if (name == "scripted" && !replies_->text().isEmpty())
             for (const QString& reply : replies_->text().split(','))
                 replies.push_back(replyFromHex(reply.trimmed().toStdString()));
-        bench_.connect(makeDevice(name, replies));
+        bench_.connect(makeBenchDevice(name, replies));
         showChip();
         problem_->hide();
     } catch (const Failure& failure) {

@@ -27,8 +27,12 @@ public:
     BenchView(VirtualBench& bench, const Program& program, const QString& device, Binder& binder,
               QWidget* parent);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void addDevice(QBoxLayout& row, const QString& device);
+    void fillDevices();
     void addDongle(QBoxLayout& row);
     QWidget* makePortPins();
     QWidget* makeDonglePins();

@@ -19,6 +19,7 @@ namespace {
 constexpr int cellWidth = 11; ///< in characters
 constexpr int leastCellWidth = 5;
 constexpr int lines = 2;
+constexpr int narrowest = 80; ///< letters, in percent of their width
 constexpr int gap = 3;
 constexpr qreal numberScale = 0.75;
 constexpr qreal captionScale = 0.85;
@@ -59,11 +60,17 @@ QString BitCell::breakable() const {
     return shown;
 }
 
-int BitCell::readableWidth() const {
-    int widest = leastCellWidth * fontMetrics().averageCharWidth();
+int BitCell::longestPart() const {
+    int longest = 0;
     for (const QString& part : breakable().replace(QChar(0x200B), ' ').split(' '))
-        widest = std::max(widest, fontMetrics().horizontalAdvance(part));
-    return std::min(widest + 2 * gap, sizeHint().width());
+        longest = std::max(longest, fontMetrics().horizontalAdvance(part));
+    return longest;
+}
+
+int BitCell::readableWidth() const {
+    const int least = leastCellWidth * fontMetrics().averageCharWidth();
+    const int narrow = longestPart() * narrowest / 100 + 1;
+    return std::min(std::max(least, narrow) + 2 * gap, sizeHint().width());
 }
 
 QSize BitCell::sizeHint() const {
@@ -86,13 +93,16 @@ void BitCell::paintEvent(QPaintEvent*) {
                      (isEnabled() ? palette() : QApplication::palette()).color(QPalette::Window));
     QColor faint = ink;
     faint.setAlphaF(0.55F);
-    painter.setPen(faint);
+    painter.setPen(told_ ? ink : faint);
     const QRect inner = rect().adjusted(gap, gap, -gap, -gap);
     const QFont number = scaled(font(), numberScale / captionScale);
     painter.setFont(number);
     const QString value = told_ ? (*told_ ? " = 1" : " = 0") : "";
     painter.drawText(inner, Qt::AlignHCenter | Qt::AlignTop, QString::number(bit_) + value);
-    painter.setFont(font());
+    QFont letters = font();
+    if (const int longest = longestPart(); longest > inner.width())
+        letters.setStretch(std::max(narrowest, 100 * inner.width() / longest));
+    painter.setFont(letters);
     painter.setPen(carries ? ink : faint);
     const QRect caption = inner.adjusted(0, QFontMetrics(number).height(), 0, 0);
     painter.drawText(caption, Qt::AlignCenter | Qt::TextWordWrap, breakable());

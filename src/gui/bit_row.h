@@ -28,7 +28,7 @@ public:
     /// Arrow keys lead to these.
     void setNeighbours(BitCell* left, BitCell* right);
 
-    /// In which the longest part of the caption finds room.
+    /// In which the longest part of the caption finds room, if need be in narrow letters.
     [[nodiscard]] int readableWidth() const;
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
@@ -41,6 +41,8 @@ private:
     void paintEdges(QPainter& painter) const;
     /// The caption, with a place to break it behind each line in it where it has no blank.
     [[nodiscard]] QString breakable() const;
+    /// Of the longest part that is not broken, in pixels.
+    [[nodiscard]] int longestPart() const;
 
     int bit_;
     std::optional<bool> told_;

@@ -1,6 +1,9 @@
-// Writes a picture of every form in its main states, for people to look at.
+// Writes a picture of every form in its main states, for people to look at: all of them, those of
+// the panel of the ZT7251x family with "panel", or those of the panel of a chip's file with "chip"
+// and its name. In front of these stand a folder and the scale.
 
 #include "bench/scripted_desk.h"
+#include "chips/chip_library.h"
 #include "gui/bench_view.h"
 #include "gui/help_window.h"
 #include "gui/main_window.h"
@@ -10,6 +13,7 @@
 #include "gui/waveform_view.h"
 #include "panels/zt72518/diagram_page.h"
 #include "panels/zt72518/sequence_stops.h"
+#include "platform/linux/user_marker_files.h"
 #include "workbench/virtual_bench.h"
 
 #include <array>
@@ -277,6 +281,41 @@ public:
         paintTestMode(window, prefix + "-test-mode", tail);
     }
 
+    /// All pages of the panel that a chip's file describes.
+    void paintDescribed(const std::string& file, const QString& prefix, const QString& tail) {
+        const chips::ChipFile read = chips::readChipFile(file);
+        if (!read.chip) {
+            fmt::print(stderr, "{}", chips::describe(read.problems, file));
+            return;
+        }
+        const std::string& name = read.chip->panel.form;
+        const Desk desk = desk_.desk();
+        const UserMarkerFiles markers;
+        forms::FormSlot<PanelForm> slot(program_.forms(), name, [&] {
+            return std::make_unique<PanelForm>(program_.forms(), name, read.chip,
+                                               PanelSurroundings{.session = program_.session(),
+                                                                 .engine = program_.engine(),
+                                                                 .dongle = program_.dongle(),
+                                                                 .desk = desk,
+                                                                 .markers = markers,
+                                                                 .clock = clock_});
+        });
+        gui::MainWindow window(program_);
+        program_.forms().show(name);
+        QWidget& panel = *window.findChild<QDialog*>();
+        panel.resize(1024, 600);
+        PanelForm& form = *slot;
+        for (int page = 1; page <= form.outerTabs.count(); ++page) {
+            form.outerTabs.click(page);
+            if (form.shows("registers"))
+                paintRegisters(form, window, panel, prefix, tail);
+            else
+                shoot(window, panel, prefix + QString("-page-%1").arg(page) + tail);
+        }
+        program_.forms().unload(name);
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
     /// Every page of registers of a panel.
     void paintRegisters(PanelForm& form, gui::MainWindow& window, QWidget& panel,
                         const QString& prefix, const QString& tail) {
@@ -414,6 +453,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     const QString folder = argc > 1 ? argv[1] : "screens";
     const QString scale = argc > 2 ? argv[2] : "100";
+    const bool onlyChip = argc > 4 && std::string_view(argv[3]) == "chip";
     const bool onlyPanel = argc > 3 && std::string_view(argv[3]) == "panel";
     QDir().mkpath(folder);
     for (const bool dark : {false, true}) {
@@ -421,6 +461,10 @@ int main(int argc, char** argv) {
         const QString tail = QString("-%1-%2").arg(dark ? "dark" : "light", scale);
         Stage panel;
         panel.plugDongle();
+        if (onlyChip) {
+            panel.paintDescribed(argv[4], folder + "/chip", tail);
+            continue;
+        }
         panel.paintPanel(folder + "/panel", tail);
         if (onlyPanel)
             continue;

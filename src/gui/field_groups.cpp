@@ -10,6 +10,8 @@ namespace {
 
 using Kind = chips::Field::Kind;
 
+constexpr const char* notChosen = "not chosen";
+
 bool isBox(const chips::Field& field) {
     return field.kind == Kind::Box;
 }
@@ -61,7 +63,9 @@ void FieldGroups::fill(QVBoxLayout& column, const chips::Field& field, QWidget* 
 QComboBox* FieldGroups::makeList(const chips::Field& field, QWidget* box) const {
     constexpr int characters = 30;
     auto* list = widgets_.make<QComboBox, forms::ComboBox>(field.control, box);
-    list->setPlaceholderText("not chosen");
+    list->setPlaceholderText(notChosen);
+    if (list->isEditable())
+        list->lineEdit()->setPlaceholderText(notChosen);
     list->setAccessibleName(textOf(field.title).trimmed());
     list->setMinimumWidth(list->fontMetrics().averageCharWidth() * characters);
     return list;
@@ -100,6 +104,7 @@ void FieldGroups::addBoxes(const chips::Register& shown) {
 void FieldGroups::addWhole(const chips::Register& shown, const QString& title) {
     QGroupBox* box = nullptr;
     QVBoxLayout* column = makeGroup(title, box);
+    column->setSpacing(6);
     if (!shown.note.empty())
         column->addWidget(PanelWidgets::note(shown.note, box));
     for (const chips::Field& field : shown.fields) {
@@ -123,6 +128,7 @@ void FieldGroups::addWhole(const chips::Register& shown, const QString& title) {
 void FieldGroups::addButtons(QVBoxLayout& column, const ControlRef& first, const ControlRef& second,
                              const QString& about, QWidget* box) {
     auto* line = new QHBoxLayout;
+    line->setSpacing(4);
     for (const ControlRef& name : {first, second})
         if (!name.name.empty())
             line->addWidget(widgets_.rowButton(name, box, about));

@@ -1,7 +1,6 @@
 #include "gui/main_view.h"
 
 #include "gui/batch_view.h"
-#include "gui/part_page.h"
 #include "gui/single_word_view.h"
 #include "gui/theme.h"
 
@@ -56,13 +55,17 @@ void MainView::leaveOutRelics() {
 
 void MainView::follow() {
     for (int page = 1; page <= pageCount; ++page) {
-        if (!form_.tabs.FrameMain(page).visible())
+        if (!frameOf(page).visible())
             continue;
         RunRow::Place& place = runPlaces_[static_cast<std::size_t>(page - 1)];
         if (place.room == nullptr)
             place = makePage(page);
         runRow_->moveTo(place);
     }
+}
+
+forms::Frame& MainView::frameOf(int page) const {
+    return page == PartPage::chipPage ? form_.tabs.FrameChip : form_.tabs.FrameMain(page);
 }
 
 RunRow::Place MainView::makePage(int page) {
@@ -81,7 +84,7 @@ RunRow::Place MainView::makePage(int page) {
         place = view->runPlace();
         widget = view;
     }
-    binder_.bind(form_.tabs.FrameMain(page), *widget);
+    binder_.bind(frameOf(page), *widget);
     pages_->addWidget(widget);
     return place;
 }

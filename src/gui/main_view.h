@@ -1,6 +1,7 @@
 #pragma once
 
 #include "gui/binder.h"
+#include "gui/part_page.h"
 #include "gui/run_row.h"
 #include "program/program.h"
 
@@ -22,7 +23,9 @@ public:
     void focusEntry();
 
 private:
-    static constexpr int pageCount = 7;
+    static constexpr int pageCount = PartPage::chipPage;
+
+    [[nodiscard]] forms::Frame& frameOf(int page) const;
 
     QWidget* makeHeader();
     void leaveOutRelics();

@@ -124,6 +124,8 @@ void MainWindow::makeFileMenu() {
     menuItem(file, form.files.itemSave)->setShortcut(QKeySequence::Save);
     menuItem(file, form.files.itemSaveAs)->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_S);
     file.addSeparator();
+    menuItem(file, form.itemOpenChip);
+    file.addSeparator();
     menuItem(file, form.log.itemSaveLog);
     menuItem(file, form.log.itemSaveLogAs);
     menuItem(file, form.log.itemClearLog);
@@ -243,7 +245,10 @@ void MainWindow::noteFileUsed() {
 }
 
 void MainWindow::openFile(const QString& fileName) {
-    program_.open(fileName.toStdString());
+    if (fileName.endsWith(".toml", Qt::CaseInsensitive))
+        program_.openChip(fileName.toStdString());
+    else
+        program_.open(fileName.toStdString());
     binder_.flushSoon();
 }
 

@@ -18,7 +18,7 @@ struct Text {
 };
 
 /// From page 3 on.
-constexpr std::array<Text, 5> texts{{
+constexpr std::array<Text, 6> texts{{
     {"ZT72517 over its byte-wide link", "Controls the chip byte by byte. Words have 8 bits here.",
      nullptr},
     {"ZT7251x family",
@@ -30,6 +30,8 @@ constexpr std::array<Text, 5> texts{{
     {"ZT72516",
      "Rails, registers, watchdog and sequences of the multi-rail chip. Words have 32 bits here.",
      &MainTabs::OpenZT72516Window},
+    {"A chip of your own", "Registers and sequences as the file of the chip describes them.",
+     &MainTabs::OpenChipPanel},
 }};
 
 } // namespace

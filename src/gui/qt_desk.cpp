@@ -141,8 +141,7 @@ void QtEventLoop::waitForEvents(std::int64_t nanoseconds) {
         QTimer wake;
         wake.setTimerType(Qt::PreciseTimer);
         wake.setSingleShot(true);
-        wake.start(
-            duration_cast<milliseconds>(std::chrono::nanoseconds(nanoseconds - polledStretch)));
+        wake.start(ceil<milliseconds>(std::chrono::nanoseconds(nanoseconds - polledStretch)));
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         lastTurn_ = clock_.nanoseconds();
         return;

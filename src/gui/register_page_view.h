@@ -13,7 +13,8 @@ class FieldGroups;
 
 /// A page of registers and commands, made from the description of the chip. Of a single register
 /// the bits to write and those that were read stay in sight, and the choices scroll below them; of
-/// several, and of one with many rows, all scrolls. What has no bits at all stands on a sheet of titled groups.
+/// several, and of one with many rows, all scrolls. What has no bits at all stands on a sheet of
+/// titled groups.
 class RegisterPageView : public QWidget {
 public:
     /// `page` is one of Chip::registerPages.

@@ -9,7 +9,8 @@ namespace bitlux::gui {
 
 namespace {
 
-constexpr int columns = 3; ///< two of buttons, and one of bits
+constexpr int columns = 3;     ///< two of buttons, and one of bits
+constexpr int narrowBits = 16; ///< more want the whole width, below their buttons
 
 } // namespace
 
@@ -66,7 +67,10 @@ void RowGrid::addRow(const Starts& starts, BitRow* bits, std::uint64_t fieldEdge
     if (bits == nullptr)
         return;
     bits->markFields(fieldEdges);
-    addWidget(bits, first, columns - 1, std::max(line - first, 1), 1);
+    if (bits->size() > narrowBits)
+        addWidget(bits, line, 0, 1, columns);
+    else
+        addWidget(bits, first, columns - 1, std::max(line - first, 1), 1);
     rows_.push_back(bits);
 }
 

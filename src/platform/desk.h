@@ -31,6 +31,11 @@ struct MessageBox {
     }
 };
 
+/// Whether a box only tells something: nothing has failed, and there is nothing to choose.
+inline bool isNotice(const MessageBox& box) {
+    return box.icon == MessageBox::Icon::Information && box.buttons == MessageBox::Buttons::Ok;
+}
+
 /// The answer that changes nothing, for a box that nobody answered.
 constexpr MessageBox::Answer cautiousAnswer(MessageBox::Buttons buttons) {
     switch (buttons) {

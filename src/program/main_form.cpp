@@ -10,6 +10,7 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
       lblConfigNag(*this, "lblConfigNag", "(Not Configured)"),
       itemPortOptions(*this, "itemPortOptions", "Edit &Configuration..."),
       itemUpdateDongle(*this, "itemUpdateDongle", "&Update Dongle Firmware..."),
+      itemOpenChip(*this, "itemOpenChip", "Open C&hip..."),
       itemExit(*this, "itemExit", "E&xit"),
       itemHelpTopics(*this, "itemHelpTopics", "Help &Topics..."),
       itemAbout(*this, "itemAbout", "&About Bitlux Forge..."),
@@ -51,7 +52,10 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
                        .boxes = parts.desk.boxes,
                        .loop = parts.desk.loop,
                        .clock = parts.clock}),
-      tabs(*this, {.session = parts.session, .run = run, .labelMainTitle = labelMainTitle}),
+      tabs(*this, {.session = parts.session,
+                   .run = run,
+                   .labelMainTitle = labelMainTitle,
+                   .library = parts.library}),
       files(*this, {.session = parts.session,
                     .commands = commands,
                     .batches = batches,
@@ -66,7 +70,9 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
     run.hasCommands = [this] { return commands.hasCommands(); };
     files.tabs = {.reset = [this] { tabs.ResetTabs(); },
                   .isActive = [this](std::int32_t part) { return tabs.IsTabActive(part); },
-                  .add = [this](std::int32_t part) { tabs.addPartTab(part); }};
+                  .add = [this](std::int32_t part) { tabs.addPartTab(part); },
+                  .resetChips = [this] { tabs.disableChips(); },
+                  .addChip = [this](const std::string& name) { return tabs.enableChip(name); }};
     log.stopContinuous = [this] { run.cmdStopContinuous_Click(); };
     Command1.hide();
     parts.engine.wordLeaving.subscribe([this] {

@@ -35,6 +35,7 @@ public:
         DongleLink& dongle;
         const Desk& desk;
         const Clock& clock;
+        const chips::ChipLibrary& library;
     };
 
     MainForm(forms::FormSet& set, const Parts& parts);
@@ -47,6 +48,7 @@ public:
     forms::Label lblConfigNag;
     forms::MenuItem itemPortOptions;
     forms::MenuItem itemUpdateDongle;
+    forms::MenuItem itemOpenChip;
     forms::MenuItem itemExit;
     forms::MenuItem itemHelpTopics; ///< the window shows the help
     forms::MenuItem itemAbout;

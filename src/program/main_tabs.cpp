@@ -2,6 +2,7 @@
 
 #include "platform/failure.h"
 
+#include <algorithm>
 #include <array>
 
 #include <fmt/format.h>
@@ -12,6 +13,7 @@ namespace {
 
 constexpr int genericPages = 2;
 constexpr int pages = 7;
+constexpr std::size_t mostChips = 100;               ///< tabs of users' chips
 constexpr std::int32_t panelWithSendButtons = 72537; // its tab leaves the Send buttons as they are
 
 /// What is known of a part before it has a tab.
@@ -66,7 +68,10 @@ MainTabs::MainTabs(forms::Form& form, const Parts& parts)
                 }),
       ZT72518_windows(form, "ZT72518_windows", "Open ZT7251x &Panel"),
       open_72537(form, "open_72537", "Open ZT72537 &Panel"),
-      OpenZT72516Window(form, "OpenZT72516Window", "Open ZT72516 &Panel") {
+      OpenZT72516Window(form, "OpenZT72516Window", "Open ZT72516 &Panel"),
+      FrameChip(form, "FrameChip"),
+      OpenChipPanel(form, "OpenChipPanel", "Open &Panel") {
+    FrameChip.hide();
     for (int page = 2; page <= pages; ++page)
         FrameMain(page).hide();
     form.procedure("ResetTabs", [this] { ResetTabs(); });
@@ -75,15 +80,21 @@ MainTabs::MainTabs(forms::Form& form, const Parts& parts)
     form.procedure("ZT72518_windows_Click", [this] { ZT72518_windows_Click(); });
     form.procedure("OpenZT72516Window_Click", [this] { OpenZT72516Window_Click(); });
     form.procedure("open_72537_Click", [this] { open_72537_Click(); });
+    form.procedure("OpenChipPanel_Click", [this] { OpenChipPanel_Click(); });
+    form.procedure("AddChipTab", [this](const std::string& name) { AddChipTab(name); });
+    form.procedure("RemoveChipTab", [this](const std::string& name) { RemoveChipTab(name); });
     for (const PartRow& row : partRows)
         form.procedure(fmt::format("Add{}Tab", row.number),
                        [this, number = row.number] { addPartTab(number); });
 }
 
 void MainTabs::removePartTabs() {
-    for (int tab = pages; tab > genericPages; --tab)
-        if (TabStripMain.count() == tab)
-            TabStripMain.removeTab(tab);
+    for (int tab = lastPartTab(); tab > genericPages; --tab)
+        TabStripMain.removeTab(tab);
+}
+
+int MainTabs::lastPartTab() const {
+    return TabStripMain.count() - static_cast<int>(chips_.size());
 }
 
 void MainTabs::ResetTabs() {
@@ -93,10 +104,11 @@ void MainTabs::ResetTabs() {
     FrameMain(1).show();
     for (int page = 2; page <= pages; ++page)
         FrameMain(page).hide();
+    FrameChip.hide();
 }
 
 bool MainTabs::IsTabActive(std::int32_t partNumber) const {
-    for (int tab = genericPages + 1; tab <= TabStripMain.count(); ++tab)
+    for (int tab = genericPages + 1; tab <= lastPartTab(); ++tab)
         if (session_.PartTabs.at(static_cast<std::size_t>(tab - genericPages - 1)).PartNumber ==
             partNumber)
             return true;
@@ -105,12 +117,15 @@ bool MainTabs::IsTabActive(std::int32_t partNumber) const {
 
 void MainTabs::addPartTab(std::int32_t partNumber) {
     const PartRow& row = rowOf(partNumber);
-    const auto record = static_cast<std::size_t>(TabStripMain.count() - genericPages);
+    const int tab = lastPartTab() + 1;
+    const auto record = static_cast<std::size_t>(tab - genericPages - 1);
     if (record >= session_.PartTabs.size())
         throw Failure(Failure::Kind::OutOfRange,
                       fmt::format("Subscript out of range: there is room for {} part tabs",
                                   session_.PartTabs.size()));
-    TabStripMain.addTab({row.caption, row.tooltip});
+    TabStripMain.insertTab(tab, {row.caption, row.tooltip});
+    if (session_.ActiveMainTab >= tab)
+        ++session_.ActiveMainTab;
     session_.PartTabs[record] = {.PartNumber = row.number,
                                  .FrameIndex = row.frame,
                                  .TitleText = titleOf(row.number),
@@ -127,14 +142,18 @@ void MainTabs::TabStripMain_Click() {
     pageOf(session_.ActiveMainTab).hide();
     if (tab <= genericPages)
         showGenericPage(tab);
-    else
+    else if (tab <= lastPartTab())
         showPartPage(tab);
+    else
+        showChipPage(tab);
     session_.ActiveMainTab = static_cast<std::int16_t>(tab);
 }
 
-forms::Frame& MainTabs::pageOf(int tab) const {
+forms::Frame& MainTabs::pageOf(int tab) {
     if (tab <= genericPages)
         return FrameMain(tab);
+    if (!chips_.empty() && tab > lastPartTab())
+        return FrameChip;
     return FrameMain(
         session_.PartTabs.at(static_cast<std::size_t>(tab - genericPages - 1)).FrameIndex);
 }
@@ -157,6 +176,79 @@ void MainTabs::showPartPage(int tab) {
         return;
     startUsb();
     parts_.run.offerSend(false);
+}
+
+void MainTabs::showChipPage(int tab) {
+    // The panel brings word length and type.
+    FrameChip.show();
+    parts_.labelMainTitle.setCaption(chips_.at(static_cast<std::size_t>(tab - lastPartTab() - 1)) +
+                                     " Bitlux Forge");
+    parts_.run.offerSend(false);
+}
+
+void MainTabs::OpenChipPanel_Click() {
+    const int position = TabStripMain.selected() - lastPartTab() - 1;
+    if (position >= 0)
+        showUserPanel(chips_.at(static_cast<std::size_t>(position)));
+}
+
+void MainTabs::AddChipTab(const std::string& name) {
+    parts_.library.requireUsers(name);
+    const std::size_t before = session_.UserChips.size();
+    enableChip(name);
+    if (session_.UserChips.size() != before)
+        session_.ConfigDirty = ConstOn;
+}
+
+void MainTabs::selectChipTab(const std::string& name) {
+    const auto found = std::find(chips_.begin(), chips_.end(), name);
+    if (found != chips_.end())
+        TabStripMain.setSelected(lastPartTab() + 1 + static_cast<int>(found - chips_.begin()));
+}
+
+void MainTabs::RemoveChipTab(const std::string& name) {
+    if (std::erase(session_.UserChips, name) == 0)
+        throw Failure(Failure::Kind::OutOfRange,
+                      fmt::format("The chip \"{}\" is not enabled", name));
+    session_.ConfigDirty = ConstOn;
+    const auto found = std::find(chips_.begin(), chips_.end(), name);
+    if (found != chips_.end())
+        removeChipTab(static_cast<std::size_t>(found - chips_.begin()));
+}
+
+bool MainTabs::enableChip(const std::string& name) {
+    std::vector<std::string>& enabled = session_.UserChips;
+    if (!chips::isChipName(name)) // no chip can have it
+        return false;
+    if (std::find(enabled.begin(), enabled.end(), name) == enabled.end()) {
+        if (enabled.size() == mostChips)
+            throw Failure(Failure::Kind::OutOfRange,
+                          fmt::format("there is room for {} chips", mostChips));
+        enabled.push_back(name);
+    }
+    if (std::find(chips_.begin(), chips_.end(), name) != chips_.end())
+        return true;
+    if (!parts_.library.isUsers(name))
+        return false;
+    TabStripMain.addTab({name, name + " control"});
+    chips_.push_back(name);
+    return true;
+}
+
+void MainTabs::disableChips() {
+    session_.UserChips.clear();
+    while (!chips_.empty())
+        removeChipTab(chips_.size() - 1);
+}
+
+void MainTabs::removeChipTab(std::size_t position) {
+    const int tab = lastPartTab() + 1 + static_cast<int>(position);
+    if (session_.ActiveMainTab == tab)
+        TabStripMain.setSelected(1); // its handler shows the page
+    else if (session_.ActiveMainTab > tab)
+        --session_.ActiveMainTab;
+    TabStripMain.removeTab(tab);
+    chips_.erase(chips_.begin() + static_cast<std::ptrdiff_t>(position));
 }
 
 void MainTabs::ZT72518_windows_Click() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "chips/chip_library.h"
 #include "platform/forms/control_array.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
@@ -9,11 +10,13 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace bitlux {
 
-/// The tabs of the main form: two generic pages that are always there, and behind them a tab for
-/// each part that the configuration enables. At most one page is visible.
+/// The tabs of the main form: two generic pages that are always there, behind them a tab for each
+/// part that the configuration enables, and behind those a tab for each chip of a user that is
+/// enabled and has a file. At most one page is visible.
 class MainTabs {
 public:
     /// What the tabs work with; all outlive them.
@@ -21,6 +24,7 @@ public:
         Session& session;
         RunControls& run;
         forms::Label& labelMainTitle;
+        const chips::ChipLibrary& library;
     };
 
     MainTabs(forms::Form& form, const Parts& parts);
@@ -29,8 +33,10 @@ public:
     std::function<void()> startUsb;
     /// Shows the panel of a part, if it has one.
     std::function<void(std::int32_t partNumber)> showPanel = [](std::int32_t) {};
+    /// Shows the panel of a user's chip.
+    std::function<void(const std::string& chipName)> showUserPanel = [](const std::string&) {};
 
-    /// Removes the part tabs and shows the first page.
+    /// Removes the part tabs and shows the first page. The tabs of users' chips stay.
     void ResetTabs();
     /// Whether a part has a tab.
     [[nodiscard]] bool IsTabActive(std::int32_t partNumber) const;
@@ -40,19 +46,38 @@ public:
     /// Removes the tabs of parts, and nothing else.
     void removePartTabs();
 
+    /// Enables a chip of a user, which gets a tab behind the others. One that is enabled stays as
+    /// it is. Raises Failure (OutOfRange) with near names when no user has such a chip.
+    void AddChipTab(const std::string& name);
+    /// Shows the tab of a user's chip, if it has one.
+    void selectChipTab(const std::string& name);
+    /// Disables it. Raises Failure (OutOfRange) when it is not enabled.
+    void RemoveChipTab(const std::string& name);
+    /// Enables a chip as a configuration does: without a file it has no tab, which gives false.
+    /// More than a hundred raise Failure (OutOfRange).
+    bool enableChip(const std::string& name);
+    void disableChips();
+
     void TabStripMain_Click();
     void ZT72518_windows_Click();
     void OpenZT72516Window_Click();
     void open_72537_Click();
+    /// The panel of the chip whose tab is selected.
+    void OpenChipPanel_Click();
 
 private:
-    [[nodiscard]] forms::Frame& pageOf(int tab) const;
+    /// The last tab that is no chip's.
+    [[nodiscard]] int lastPartTab() const;
+    [[nodiscard]] forms::Frame& pageOf(int tab);
+    void removeChipTab(std::size_t position);
     void showGenericPage(int tab);
     void showPartPage(int tab);
+    void showChipPage(int tab);
     void visit(std::int32_t partNumber, std::int16_t wordLength, std::int16_t type);
 
     Parts parts_;
     Session& session_;
+    std::vector<std::string> chips_; ///< that have tabs, in their order
 
 public:
     forms::TabStrip TabStripMain;
@@ -61,6 +86,8 @@ public:
     forms::Button ZT72518_windows;
     forms::Button open_72537;
     forms::Button OpenZT72516Window;
+    forms::Frame FrameChip; ///< page of the user's chip whose tab is selected
+    forms::Button OpenChipPanel;
 };
 
 } // namespace bitlux

@@ -23,8 +23,8 @@ constexpr std::array<std::pair<const char*, const char*>, 2> companionForms{
 
 } // namespace
 
-Panels::Panels(forms::FormSet& set, const PanelSurroundings& outside)
-    : set_(set), outside_(outside), zt72518TestMode_(set, "TestMode", [this] {
+Panels::Panels(forms::FormSet& set, const PanelSurroundings& outside, chips::ChipLibrary& library)
+    : set_(set), outside_(outside), library_(library), zt72518TestMode_(set, "TestMode", [this] {
           return std::make_unique<zt72518::TestModeForm>(
               set_, zt72518::TestModeForm::Parts{.format = chips::embeddedChip(zt72518Chip)->word,
                                                  .session = outside_.session,
@@ -61,6 +61,17 @@ void Panels::keepShape() {
     for (const auto& [chip, slot] : slots_)
         if (PanelForm* panel = slot->find())
             panel->keepShape();
+}
+
+void Panels::showUsers(const std::string& chip) {
+    library_.requireUsers(chip);
+    std::unique_ptr<Slot>& users = slots_[chip];
+    if (!users)
+        users = std::make_unique<Slot>(set_, usersForm(chip), [this, chip] {
+            return std::make_unique<PanelForm>(set_, usersForm(chip), library_.refreshed(chip),
+                                               outside_);
+        });
+    users->touch().setVisible(true);
 }
 
 void Panels::abandonRuns() {

@@ -17,8 +17,8 @@ namespace bitlux {
 /// The control panels of chips, each made when it is first touched. No chip's file is read before.
 class Panels {
 public:
-    /// Both outlive it.
-    Panels(forms::FormSet& set, const PanelSurroundings& outside);
+    /// All outlive it.
+    Panels(forms::FormSet& set, const PanelSurroundings& outside, chips::ChipLibrary& library);
 
     /// The panel of a chip of the product.
     [[nodiscard]] PanelForm& touch(std::string_view chip) { return slot(chip).touch(); }
@@ -28,6 +28,11 @@ public:
     void show(std::string_view chip) { touch(chip).setVisible(true); }
     /// Settings were applied: the panel in front goes on holding the shape of words.
     void keepShape();
+    /// Shows the panel of a user's chip, whose file is read again when its panel is opened anew.
+    /// Raises Failure when there is no such chip or its file is damaged.
+    void showUsers(const std::string& chip);
+    /// Name of the form of a user's chip.
+    [[nodiscard]] static std::string usersForm(const std::string& chip) { return "Panel_" + chip; }
     /// Lines of sequences that are left pass without sending anything.
     void abandonRuns();
     /// The program ends: panels that want it are unloaded.
@@ -44,6 +49,7 @@ private:
 
     forms::FormSet& set_;
     const PanelSurroundings outside_;
+    chips::ChipLibrary& library_;
     std::map<std::string, std::unique_ptr<Slot>, std::less<>> slots_;
     std::vector<std::unique_ptr<forms::FormSlot<CompanionForm>>> companions_;
     forms::FormSlot<zt72518::TestModeForm> zt72518TestMode_;

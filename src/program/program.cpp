@@ -8,6 +8,7 @@
 
 #include <exception>
 #include <filesystem>
+#include <optional>
 
 #include <fmt/format.h>
 
@@ -42,7 +43,8 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                                                                         .engine = engine_,
                                                                         .dongle = dongle_,
                                                                         .desk = desk_,
-                                                                        .clock = clock_});
+                                                                        .clock = clock_,
+                                                                        .library = library_});
           },
           [this](MainForm& form) { registerProcedures(form); }),
       dialog_(forms_, "frmConfigureSPI",
@@ -82,13 +84,15 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                  return std::make_unique<AboutForm>(forms_, session_.BuildNumber,
                                                     desk_.systemInformation);
              }),
-      panels_(forms_, {.session = session_,
-                       .engine = engine_,
-                       .dongle = dongle_,
-                       .desk = desk_,
-                       .markers = markers_,
-                       .clock = clock_,
-                       .showType = [this] { showType(); }}) {
+      panels_(forms_,
+              {.session = session_,
+               .engine = engine_,
+               .dongle = dongle_,
+               .desk = desk_,
+               .markers = markers_,
+               .clock = clock_,
+                .showType = [this] { showType(); }},
+              library_) {
     forms_.unloadThrough("frmMain", [this] { close(); });
     options_.useUsb = [this] { return dialog_->ChkSerialPort.checked(); };
     options_.logForever = [this] { return dialog_->optLogForever.value(); };
@@ -138,6 +142,39 @@ void Program::open(const std::string& fileName) {
     });
 }
 
+void Program::openChip(const std::string& fileName) {
+    forms_.perform("frmMain.itemOpenChip.Click", [&] { keepChip(fileName); });
+}
+
+void Program::itemOpenChip_Click() {
+    const std::optional<std::string> fileName =
+        desk_.fileDialogs.ask({.kind = FileDialog::Kind::Open,
+                               .title = "Open Chip",
+                               .filter = "Chips (*.toml)|*.toml",
+                               .fileName = {}});
+    if (fileName)
+        keepChip(*fileName);
+}
+
+void Program::keepChip(const std::string& fileName) {
+    using Outcome = chips::ChipLibrary::Kept::Outcome;
+    chips::ChipLibrary::Kept kept = library_.keep(fileName);
+    if (kept.outcome == Outcome::Exists) {
+        const MessageBox question{.text =
+                                      fmt::format("There is another chip \"{}\" in {}. Replace it?",
+                                                  kept.name, kept.file),
+                                  .title = "Open Chip",
+                                  .buttons = MessageBox::Buttons::YesNo};
+        if (desk_.boxes.show(question) != MessageBox::Answer::Yes)
+            return;
+        kept = library_.keep(fileName, true);
+    }
+    if (kept.outcome == Outcome::Refused)
+        throw Failure(Failure::Kind::File, describe(kept.problems, fileName));
+    mainForm_->tabs.AddChipTab(kept.name);
+    mainForm_->tabs.selectChipTab(kept.name);
+}
+
 bool Program::ValidFile(const std::string& name) {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(name, error);
@@ -169,6 +206,8 @@ void Program::registerProcedures(MainForm& form) {
     form.editor.showAddWait = [this] { addWait_->setVisible(true); };
     form.tabs.startUsb = [this] { Start_USB(); };
     form.tabs.showPanel = [this](std::int32_t part) { showPanel(part); };
+    form.tabs.showUserPanel = [this](const std::string& chip) { panels_.showUsers(chip); };
+    form.procedure("itemOpenChip_Click", [this] { itemOpenChip_Click(); });
     form.procedure("itemUpdateDongle_Click", [this] { itemUpdateDongle_Click(); });
     form.procedure("Start_USB", [this] { Start_USB(); });
     form.procedure("send_wd", [this] { zt72518Watchdog().send_wd(); });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "chips/chip_library.h"
 #include "config/configure_dialog.h"
 #include "platform/clock.h"
 #include "platform/desk.h"
@@ -55,6 +56,10 @@ public:
     /// when there is no such file, nothing changes.
     void open(const std::string& fileName);
 
+    /// Keeps the file of a chip from anywhere in the user's folder and shows its tab, after a
+    /// question when the folder has another one of its name. A failure ends in a box.
+    void openChip(const std::string& fileName);
+
     /// The program has ended, whichever way; whoever shows its windows closes them.
     Event<> ended;
     /// The user asked for the help.
@@ -70,6 +75,8 @@ public:
     SampledWords saveSr(const std::string& fileName) const { return waveform_.saveSr(fileName); }
 
     [[nodiscard]] forms::FormSet& forms() { return forms_; }
+    /// The chips of the program and of users. Nothing is read before it is asked for one.
+    [[nodiscard]] chips::ChipLibrary& chipLibrary() { return library_; }
     [[nodiscard]] Session& session() { return session_; }
     [[nodiscard]] PinLayer& pins() { return pins_; }
     [[nodiscard]] DongleLink& dongle() { return dongle_; }
@@ -88,6 +95,8 @@ private:
     [[nodiscard]] zt72518::Watchdog& zt72518Watchdog();
     void showPanel(std::int32_t part);
     void showType();
+    void itemOpenChip_Click();
+    void keepChip(const std::string& fileName);
     void openFromCommandLine(const std::string& commandLine);
     void itemExit_Click();
     void Form_Unload();
@@ -105,6 +114,7 @@ private:
     const UserMarkerFiles userMarkers_;
     const MarkerFiles& markers_;
     Session session_;
+    chips::ChipLibrary library_;
     forms::FormSet forms_;
     LiveOptions options_;
     PinLayer pins_;

@@ -2,6 +2,7 @@
 
 #include "bench/device.h"
 #include "platform/failure.h"
+#include "workbench/library_chips.h"
 
 #include <cmath>
 #include <utility>
@@ -14,7 +15,7 @@ BenchControls::BenchControls(VirtualBench& bench, std::string device)
     : bench_(bench), device_(std::move(device)) {}
 
 void BenchControls::connect(const std::string& device) {
-    bench_.connect(makeDevice(device, replies_));
+    bench_.connect(makeBenchDevice(device, replies_));
     device_ = device;
 }
 

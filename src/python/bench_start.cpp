@@ -1,6 +1,7 @@
 // How a bench starts: what a script says about it, and what the program does while it waits.
 
 #include "python/bindings.h"
+#include "workbench/library_chips.h"
 
 #include <chrono>
 #include <limits>
@@ -74,7 +75,7 @@ PortChoice portFrom(const py::object& port) {
 BenchHolder makeBench(BenchSetup setup, const std::vector<std::string>& answers) {
     for (const std::string& answer : answers)
         setup.answers.push_back(answerFrom(answer));
-    argument([&] { return makeDevice(setup.device); });
+    argument([&] { return makeBenchDevice(setup.device); });
     const auto lock = std::make_shared<BenchLock>();
     return std::make_shared<ScriptBench>(std::move(setup), interruptionOfPython(lock), lock);
 }

@@ -167,6 +167,8 @@ class Session:
     LogPinsNowTab: int
     @property
     def PartTabs(self) -> List[Dict[str, Any]]: ...
+    @property
+    def UserChips(self) -> List[str]: ...
     PartName: str
     ConfigFileName: str
     CommandLine: str

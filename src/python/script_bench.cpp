@@ -1,6 +1,7 @@
 #include "python/script_bench.h"
 
 #include "platform/failure.h"
+#include "workbench/library_chips.h"
 
 #include <algorithm>
 #include <cmath>
@@ -58,7 +59,7 @@ ScriptBench::ScriptBench(BenchSetup setup, Interruption interruption,
       setup_(std::move(setup)),
       interruption_(std::move(interruption)),
       clock_(makeClock(setup_.realTime, interruption_)),
-      bench_(std::make_unique<VirtualBench>(*clock_, makeDevice(setup_.device))),
+      bench_(std::make_unique<VirtualBench>(*clock_, makeBenchDevice(setup_.device))),
       usb_(std::make_unique<InterruptibleUsbHost>(bench_->dongle, *clock_, interruption_)),
       controls_(std::make_unique<BenchControls>(*bench_, setup_.device)) {
     bench_->port.setAddresses(setup_.ports);

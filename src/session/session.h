@@ -127,7 +127,8 @@ struct Session {
     std::int16_t ConfigTab = 1;
     std::int16_t LogPinsTab = 1;
     std::int16_t LogPinsNowTab = 1;
-    std::array<PartTab, 4> PartTabs; ///< in the order of the tabs from 3 on
+    std::array<PartTab, 4> PartTabs;    ///< in the order of the tabs from 3 on
+    std::vector<std::string> UserChips; ///< that are enabled, those without a file among them
     std::string PartName;
 
     // Configuration

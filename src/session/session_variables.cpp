@@ -28,6 +28,9 @@ VariablePlace placeOf(PortPins<Bits>& variable) {
 VariablePlace placeOf(QuickCommandTable& variable) {
     return &std::as_const(variable);
 }
+VariablePlace placeOf(std::vector<std::string>& variable) {
+    return &std::as_const(variable);
+}
 VariablePlace placeOf(BatchLists& variable) {
     return &std::as_const(variable);
 }
@@ -116,6 +119,7 @@ constexpr std::array variables = std::to_array<SessionVariable>({
     {"LogPinsTab", at<&Session::LogPinsTab>},
     {"LogPinsNowTab", at<&Session::LogPinsNowTab>},
     {"PartTabs", at<&Session::PartTabs>},
+    {"UserChips", at<&Session::UserChips>},
     {"PartName", at<&Session::PartName>},
     {"ConfigFileName", at<&Session::ConfigFileName>},
     {"CommandLine", at<&Session::CommandLine>},

@@ -17,7 +17,8 @@ using VariablePlace =
     std::variant<bool*, std::uint8_t*, std::int16_t*, std::int32_t*, Flag*, std::string*,
                  std::vector<std::int16_t>*, std::span<std::int16_t>, std::span<std::int32_t>,
                  std::span<std::string>, std::int32_t, std::span<const PartTab>, const PortPins<8>*,
-                 const PortPins<4>*, const QuickCommandTable*, const BatchLists*>;
+                 const PortPins<4>*, const QuickCommandTable*, const BatchLists*,
+                 const std::vector<std::string>*>;
 
 /// A variable of the session by name: its members, those of what Cancel brings back, BatchCount,
 /// and MainTab, another name of ActiveMainTab.

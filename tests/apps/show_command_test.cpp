@@ -1,5 +1,6 @@
 #include "bitlux_program.h"
 #include "board_file.h"
+#include "support/chip_folder.h"
 #include "support/test_bench.h"
 
 #include <gtest/gtest.h>
@@ -65,6 +66,20 @@ TEST(ShowCommand, EndsWithOneAtADamagedFile) {
                           file));
     EXPECT_EQ(outcome.code, 1);
     EXPECT_EQ(bitlux("show " + folder.write("empty.spi", "")).output, "Invalid File Format.\n");
+}
+
+TEST(ShowCommand, GoesOnWithoutAChipThatIsMissing) {
+    const ChipFolder chips;
+    const TemporaryFolder folder;
+    const std::string file = folder.write("chips.spi", boardFile + "\"[UserChip]\",\"meter\"\r\n");
+    const Outcome outcome = bitlux("show " + file);
+    EXPECT_EQ(
+        outcome.output.find("The configuration has tabs of chips that have no file: meter.\n"), 0U);
+    EXPECT_NE(outcome.output.find("  Chips         meter\n"), std::string::npos);
+    EXPECT_EQ(outcome.code, 0);
+    const Outcome run = bitlux("run --bench echo --batch \"sweep\" " + file);
+    EXPECT_NE(run.output.find("A5 00\nA5 A5\n"), std::string::npos) << run.output;
+    EXPECT_EQ(run.code, 0);
 }
 
 TEST(ListCommand, PrintsTheDevices) {

@@ -58,11 +58,11 @@ reset = 3
           Case{"name = \"a b\"", "19:1: \"a b\" is no name of a device"},
           Case{"name = \"x\"\n[[device]]\nname = \"x\"", "21:1: there are two devices \"x\""},
           Case{"name = \"x\"\nreset = { register = \"Lever\" }",
-               "21:1: there is no register \"Lever\""},
+               "21:9: there is no register \"Lever\""},
           Case{"name = \"x\"\nreset = { register = \"Level\", view = \"Read\" }",
-               "21:1: \"Level\" has no view \"Read\" with a value of its own"},
+               "21:9: \"Level\" has no view \"Read\" with a value of its own"},
           Case{"name = \"x\"\nreset = { register = \"Level\", view = \"Flags\", value = 4 }",
-               "21:1: the reset value has too many bits"}}) {
+               "21:9: the reset value has too many bits"}}) {
         const ChipFile file = readChip(chip + "[[device]]\n" + c.device, "lamp.toml");
         const Problem none;
         const Problem& found = file.problems.empty() ? none : file.problems.front();

@@ -2,6 +2,7 @@
 // hand does.
 
 #include "file_bench.h"
+#include "support/chip_folder.h"
 
 #include <filesystem>
 
@@ -343,6 +344,48 @@ TEST(ConfigurationFile, ThatCannotBeWrittenLeavesTheOldOneAndTheChangesMarked) {
     bench.choose("frmMain.itemSave");
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{"No filename selected.  Cannot Save."});
     EXPECT_EQ(bench.session().ConfigFileName, "");
+}
+
+TEST(ConfigurationFile, RemembersTheChipsOfAUser) {
+    ChipFolder chips;
+    const std::string file = chips.add("meter");
+    chips.add("lamp");
+    FileBench bench;
+    forms::TabStrip& strip = bench.program.mainForm().tabs.TabStripMain;
+    const std::string before = bench.folder.path("before.spi");
+    bench.saveAs(before);
+    EXPECT_EQ(contentOf(before).find("Chip"), std::string::npos);
+    for (const char* name : {"meter", "lamp"})
+        bench.program.mainForm().call("AddChipTab", std::string(name));
+    const std::string name = bench.folder.path("with.spi");
+    bench.saveAs(name);
+    const std::string with = contentOf(name);
+    const std::string records = "\"[UserChip]\",\"meter\"\r\n\"[UserChip]\",\"lamp\"\r\n";
+    ASSERT_NE(with.find(records + "\"[ApplyNow]\""), std::string::npos) << with;
+    EXPECT_EQ(std::string(with).erase(with.find(records), records.size()), contentOf(before));
+
+    EXPECT_EQ(bench.open(before), Texts{});
+    EXPECT_EQ(strip.count(), 2);
+    EXPECT_EQ(bench.open(name), Texts{});
+    EXPECT_EQ(strip.count(), 4);
+    EXPECT_EQ(strip.tabs()[3].caption, "lamp");
+
+    // one that is missing is named, and stays in the file
+    std::filesystem::remove(file);
+    EXPECT_EQ(bench.open(name),
+              Texts{"The configuration has tabs of chips that have no file: meter.\r\n"
+                    "They come back when it is opened with the files in their folder."});
+    EXPECT_EQ(strip.count(), 3);
+    bench.saveAs(bench.folder.path("again.spi"));
+    EXPECT_NE(contentOf(bench.folder.path("again.spi")).find(records), std::string::npos);
+
+    EXPECT_EQ(bench
+                  .openRecords("\"[UserChip]\",\"a\tb\"\r\n\"[UserChip]\",5\r\n"
+                               "\"[CommandToSend]\",\"x\"\r\n")
+                  .size(),
+              1U);
+    EXPECT_EQ(bench.session().UserChips, Texts{"5"});
+    EXPECT_EQ(bench.sendLines(), Texts{"x"});
 }
 
 } // namespace

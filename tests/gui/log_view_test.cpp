@@ -57,7 +57,7 @@ TEST(LogView, ComesToRestWhateverPartOfItsWidestLineIsInSight) {
     ShownList list(lines);
     const int row = list.view->lineRect(1).height();
     for (const bool atEnd : {false, true})
-        for (int height = 11 * row; height < 15 * row; ++height) {
+        for (int height = 13 * row; height < 19 * row; ++height) {
             QScrollBar& bar = *list.view->verticalScrollBar();
             list.window.resize(200, height);
             ShownList::turn();

@@ -49,6 +49,10 @@ TEST(MainWindow, HasAWidgetForEveryControlAndNoOther) {
         bench.settle();
         part->setValue(0);
     }
+    auto& chipPage = bench.get<forms::Frame>("frmMain.FrameChip"); // of a user's chip
+    chipPage.show();
+    bench.settle();
+    chipPage.hide();
     bench.program.forms().show("TestMode");
     bench.program.forms().show("ZT72518");
     for (const int strip : {1, 0}) {
@@ -290,6 +294,7 @@ TEST(LogView, IsAListOfTheLinesInSight) {
     EXPECT_EQ(list->child(0)->text(QAccessible::Name), "SPI Word Sent:");
     // An item can be chosen, and tells that the focus is with it.
     list->child(2)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    bench.window.activateWindow();
     log.setFocus();
     bench.settle();
     EXPECT_EQ(log.current(), 2);

@@ -1,4 +1,5 @@
 #include "platform/failure.h"
+#include "support/chip_folder.h"
 #include "support/test_bench.h"
 
 #include <fmt/format.h>
@@ -130,6 +131,83 @@ TEST(MainTabs, AnswerByName) {
     EXPECT_EQ(bench.captions(), "[SBC ZT7251x Family][SBC ZT7251x Family]");
     form.call("ResetTabs");
     EXPECT_EQ(form.call("IsTabActive", 72518), forms::Value(false));
+}
+
+/// A user with the chips "one" and "two".
+struct ChipBench : ChipFolder, TabBench {
+    ChipBench() : TabBench(std::vector<int>{}) {
+        add("one");
+        add("two");
+        form().call("AddChipTab", std::string("one"));
+        form().call("AddChipTab", std::string("two"));
+        program.mainForm().tabs.showUserPanel = [this](const std::string& name) {
+            opened += name + " ";
+        };
+    }
+    forms::Form& form() { return program.mainForm(); }
+    std::string shownChip() {
+        return fmt::format("{} {} {}", program.mainForm().tabs.FrameChip.visible() ? "chip" : "-",
+                           shown(), session().ActiveMainTab);
+    }
+    std::string opened;
+};
+
+TEST(MainTabs, OfUsersChipsStandBehindTheParts) {
+    ChipBench bench;
+    EXPECT_EQ(bench.captions(), "[one][two]");
+    EXPECT_EQ(bench.session().ConfigDirty, ConstOn);
+    bench.session().SPIWordLength = 13;
+    bench.session().SPIType = 7;
+    bench.strip().click(4);
+    EXPECT_EQ(bench.shownChip(), "chip two Bitlux Forge - 4");
+    EXPECT_EQ(bench.session().SPIWordLength, 13);
+    EXPECT_EQ(bench.session().SPIType, 7);
+    EXPECT_EQ(bench.opened, "");
+    bench.click("frmMain.OpenChipPanel");
+    bench.strip().click(3);
+    bench.form().call("OpenChipPanel");
+    EXPECT_EQ(bench.opened, "two one ");
+
+    // parts come and go in front of them
+    bench.form().call("Add72518Tab");
+    EXPECT_EQ(bench.captions(), "[SBC ZT7251x Family][one][two]");
+    EXPECT_EQ(bench.session().PartTabs[0].PartNumber, 72518);
+    EXPECT_EQ(bench.strip().selected(), 4);
+    EXPECT_EQ(bench.shownChip(), "chip one Bitlux Forge - 4");
+    EXPECT_EQ(bench.form().call("IsTabActive", 72518), forms::Value(true));
+    EXPECT_EQ(bench.form().call("IsTabActive", 0), forms::Value(false));
+    bench.strip().click(3);
+    EXPECT_EQ(bench.shownChip(), "- 4 ZT72518 Bitlux Forge - 3");
+    bench.strip().click(5);
+    EXPECT_EQ(bench.shownChip(), "chip two Bitlux Forge - 5");
+    bench.program.dialog().cmdApply_Click(); // which has no part
+    EXPECT_EQ(bench.captions(), "[one][two]");
+    EXPECT_EQ(bench.shownChip(), "- 1 Generic Bitlux Forge send 1");
+
+    bench.strip().click(4);
+    bench.form().call("RemoveChipTab", std::string("one"));
+    EXPECT_EQ(bench.shownChip(), "chip two Bitlux Forge - 3");
+    bench.form().call("RemoveChipTab", std::string("two"));
+    EXPECT_EQ(bench.shownChip(), "- 1 Generic Bitlux Forge send 1");
+    EXPECT_EQ(bench.captions(), "");
+    EXPECT_TRUE(bench.session().UserChips.empty());
+}
+
+TEST(MainTabs, OfUsersChipsAreThoseThatHaveAFile) {
+    ChipBench bench;
+    bench.form().call("AddChipTab", std::string("one")); // it has one
+    EXPECT_EQ(bench.captions(), "[one][two]");
+    for (const auto& [name, message] :
+         {std::pair("tow", "There is no chip \"tow\". Did you mean two?"),
+          std::pair("zt72518", "The chip \"zt72518\" is one of the program"),
+          std::pair("", "There is no chip \"\"")})
+        try {
+            bench.form().call("AddChipTab", std::string(name));
+            FAIL() << name;
+        } catch (const Failure& failure) {
+            EXPECT_STREQ(failure.what(), message);
+        }
+    EXPECT_THROW(bench.form().call("RemoveChipTab", std::string("three")), Failure);
 }
 
 } // namespace

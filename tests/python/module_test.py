@@ -64,7 +64,7 @@ class Words(unittest.TestCase):
                 bench.transfer(0, **shape)
         with self.assertRaises(TypeError):
             bench.transfer(1.5)
-        with self.assertRaisesRegex(bitlux.Failure, "8, 16, 24, 32 or 40 bits, not of 9"):
+        with self.assertRaisesRegex(ValueError, "8, 16, 24, 32 or 40 bits, not of 9"):
             bitlux.Bench(bus="dongle").transfer(1, bits=9)
         with self.assertRaisesRegex(bitlux.PortUnusable, "No device available"):
             bitlux.Bench(ports=[]).transfer(1)

@@ -1,7 +1,6 @@
 #include "panels/common/field_text.h"
 
 #include <algorithm>
-#include <bit>
 #include <string_view>
 
 #include <fmt/format.h>
@@ -12,14 +11,16 @@ namespace {
 
 /// Highest bit first, as a data sheet has it, in whatever order the field counts them.
 std::string bitsText(const chips::BitList& bits) {
-    const int low = std::countr_zero(bits.mask());
-    const chips::BitList together = chips::BitList::range(low, bits.size());
-    if (together.mask() == bits.mask())
-        return fmt::format("[{}]", together.text());
     std::string text;
-    for (int bit = bits.highest(); bit >= 0; --bit)
-        if (bits.has(bit))
-            text += fmt::format("{}{}", text.empty() ? "" : ",", bit);
+    for (int bit = bits.highest(); bit >= 0; --bit) {
+        if (!bits.has(bit))
+            continue;
+        const int high = bit;
+        while (bit > 0 && bits.has(bit - 1))
+            --bit;
+        text += fmt::format("{}{}", text.empty() ? "" : ",",
+                            high > bit ? fmt::format("{}:{}", high, bit) : std::to_string(bit));
+    }
     return fmt::format("[{}]", text);
 }
 

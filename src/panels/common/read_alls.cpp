@@ -22,7 +22,7 @@ ReadAlls::ReadAlls(const chips::Chip& chip, PanelControls& controls, RegisterPag
             continue;
         std::vector<std::string> words;
         for (const chips::ReadAll::Step& step : group.steps)
-            words.push_back(step.row.exists() ? pages.tooltip(*viewOf(group, step))
+            words.push_back(step.row.exists() ? pages.tooltip(*viewOf(chip, group, step))
                                               : controls.find(step.button)->tooltip());
         controls.addButton(group.button, group.title)
             .setTooltip(fmt::format("{}", fmt::join(words, ", ")));
@@ -30,20 +30,10 @@ ReadAlls::ReadAlls(const chips::Chip& chip, PanelControls& controls, RegisterPag
     }
 }
 
-const chips::View* ReadAlls::viewOf(const chips::ReadAll& group,
-                                    const chips::ReadAll::Step& step) const {
-    for (const chips::Register& any : chip_.registers)
-        for (const chips::View& view : any.views)
-            if (view.row.form == group.form && view.row.first.name == step.row.name &&
-                view.row.first.index == std::max(step.row.index, 0))
-                return &view;
-    return nullptr;
-}
-
 void ReadAlls::take(const chips::ReadAll& group, const chips::ReadAll::Step& step) const {
     if (!step.row.exists())
         controls_.run(step.button);
-    else if (const chips::View* view = viewOf(group, step))
+    else if (const chips::View* view = viewOf(chip_, group, step))
         pages_.read(*view);
 }
 

@@ -20,9 +20,6 @@ public:
              const std::string& form = {});
 
 private:
-    /// Null for a step that presses a button.
-    [[nodiscard]] const chips::View* viewOf(const chips::ReadAll& group,
-                                            const chips::ReadAll::Step& step) const;
     void press(const chips::ReadAll& group) const;
     void take(const chips::ReadAll& group, const chips::ReadAll::Step& step) const;
 

@@ -264,6 +264,15 @@ void TabStrip::addTab(Tab tab) {
     touch();
 }
 
+void TabStrip::insertTab(int index, Tab tab) {
+    if (index != count() + 1)
+        requireTab(index);
+    tabs_.insert(tabs_.begin() + (index - 1), std::move(tab));
+    if (selected_ >= index && count() > 1)
+        ++selected_;
+    touch();
+}
+
 void TabStrip::removeTab(int index) {
     requireTab(index);
     tabs_.erase(tabs_.begin() + (index - 1));

@@ -261,6 +261,9 @@ public:
     [[nodiscard]] int count() const { return static_cast<int>(tabs_.size()); }
     /// Adds a tab behind the last one.
     void addTab(Tab tab);
+    /// Adds a tab that gets this index, 1 to one more than there are; the selection stays with its
+    /// tab, and no handler runs.
+    void insertTab(int index, Tab tab);
     /// Removing the selected tab selects the one before it, without running the handler.
     void removeTab(int index);
 

@@ -1,11 +1,17 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace bitlux {
 
 /// The folder of the user's own configuration files, `$XDG_CONFIG_HOME/bitlux-forge` or
 /// `~/.config/bitlux-forge`; empty when the user has no home. It need not exist.
 std::string userFolder();
+
+/// The folders of data, `bitlux-forge` in `$XDG_DATA_HOME` (`~/.local/share`) first, which is empty
+/// when the user has no home, and in those of `$XDG_DATA_DIRS` (`/usr/local/share`, `/usr/share`).
+/// They need not exist.
+std::vector<std::string> dataFolders();
 
 } // namespace bitlux

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <ostream>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace bitlux {
+
+/// What `bitlux chip` was told.
+struct ChipOptions {
+    enum class Task : std::uint8_t { List, Show, Check };
+
+    Task task = Task::List;
+    bool names = false; ///< of chips alone
+    std::string chip;   ///< a name or a file
+};
+
+/// Adds the command with its own commands; `options` is filled when one of them is parsed.
+CLI::App& addChipCommand(CLI::App& app, ChipOptions& options);
+
+/// Lists the chips, shows the registers of one, or checks a file. Returns the exit code of the
+/// program: 1 after a message on `errors`.
+int runChipCommand(const ChipOptions& options, std::ostream& output, std::ostream& errors);
+
+} // namespace bitlux

@@ -1,0 +1,154 @@
+#include "bitlux_program.h"
+#include "support/environment_variable.h"
+#include "support/temporary_folder.h"
+#include "support/test_bench.h"
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+namespace {
+
+constexpr std::string_view driver = R"([chip]
+title = "Lamp driver"
+description = "With a blink"
+[word]
+bits = 40
+type = 2
+address = "37:33"
+data = "31:0"
+write = 0x4000000000
+flags = 0x100000000
+check = { kind = "odd parity", over = "38:33", place = 39 }
+answer = "next word"
+[[register]]
+title = "Lämp"
+address = 3
+reset = 6
+page = "Light"
+bits = ["-", "L0", "L1", "a caption that is long, 0", "a caption that is long, 1", "{5..30}", "Blink"]
+note = "A sentence that is longer than a line of the terminal has room for, so that it goes on in the next."
+[[register.field]]
+title = "Brightness"
+bits = "2:1"
+texts = ["off", "half", "full"]
+codes = [0, 1, 3]
+[[register.field]]
+title = "Blinks"
+bits = 31
+note = "twice a second"
+[[register.view]]
+title = "Read"
+[[register.view]]
+title = "Faults"
+reads = "flags"
+bits = ["open", "short"]
+[[register]]
+title = "Clear"
+address = 4
+page = "Light"
+access = "write only"
+width = 9
+[[command]]
+title = "Reset"
+word = 0xFF
+note = "Ends all."
+)";
+
+TEST(ChipCommand, ShowsTheRegistersOfAChip) {
+    const TemporaryFolder folder;
+    const Outcome outcome = bitlux("chip show " + folder.write("driver.toml", driver));
+    EXPECT_EQ(outcome.output, R"(driver: Lamp driver
+With a blink
+Words of 40 bits, SPI type 2, write 4000000000, read 0000000000, flags
+0100000000, address [37:33], data [31:0], parity [39], answered with the next
+word
+
+Light
+  03  Lämp   rw            reset 00000006
+        A sentence that is longer than a line of the terminal has room for, so
+        that it goes on in the next.
+        [2:1]   Brightness
+                  0  off
+                  1  half
+                  3  full
+        [31]    Blinks
+                  twice a second
+        [4] a caption that is long, 1, [3] a caption that is long, 0
+        Faults, word 8700000000
+        [1] short, [0] open
+  04  Clear  w             reset 000
+
+Commands
+  00000000FF  Reset
+        Ends all.
+)");
+    EXPECT_EQ(outcome.code, 0);
+}
+
+/// The first block of the page that begins with such a line, from `start` on.
+std::string blockOf(const std::string& page, const std::string& begin, std::size_t start = 0) {
+    const std::size_t at = page.find(begin, start) + begin.size();
+    return page.substr(at, page.find("```\n", at) - at);
+}
+
+TEST(ChipCommand, ShowsTheExampleOfThePage) {
+    const TemporaryFolder folder;
+    const std::string page = contentOf(BITLUX_SOURCE "/docs/chip-files.md");
+    const std::string file = folder.write("lamp.toml", blockOf(page, "```toml\n"));
+    EXPECT_EQ(bitlux("chip check " + file).output,
+              file + ": lamp, 2 registers, 1 commands, no problems\n");
+    EXPECT_EQ(bitlux("chip show " + file).output,
+              blockOf(page, "```\n", page.find("prints of it:")));
+    for (const char* name : {"adxl345", "mcp23s17"}) {
+        const std::string map =
+            bitlux(fmt::format("chip show " BITLUX_SOURCE "/examples/chips/{}.toml", name)).output;
+        for (std::size_t at = 0, end = 0; (end = map.find('\n', at)) != std::string::npos;
+             at = end + 1)
+            EXPECT_LE(end - at, 80U) << map.substr(at, end - at);
+    }
+}
+
+TEST(ChipCommand, ChecksAFile) {
+    const TemporaryFolder folder;
+    const std::string good = folder.write("lamp.toml", "[chip]\ntitle='A'\n[word]\nbits=8\n"
+                                                       "[[command]]\ntitle='C'\nword=1\n");
+    Outcome outcome = bitlux("chip check " + good);
+    EXPECT_EQ(outcome.output, good + ": lamp, 0 registers, 1 commands, no problems\n");
+    EXPECT_EQ(outcome.code, 0);
+    const std::string bad =
+        folder.write("bad.toml", "[chip]\ntitle='A'\nmodel='m'\n[word]\nbits=8\n"
+                                 "[[command]]\ntitle='C'\nword=1\n");
+    outcome = bitlux("chip check " + bad);
+    EXPECT_EQ(outcome.output, bad + ":1:1: only chips of the program have a `model`. Remove it.\n");
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_EQ(bitlux("chip show " + folder.path("none.toml")).output,
+              folder.path("none.toml") +
+                  ": there is no such file. Check its name and that you may read it.\n");
+}
+
+TEST(ChipCommand, ListsTheChips) {
+    const TemporaryFolder folder;
+    const EnvironmentVariable home("XDG_DATA_HOME", folder.path().c_str());
+    const EnvironmentVariable machine("XDG_DATA_DIRS", folder.path("none").c_str());
+    folder.write("bitlux-forge/chips/lamp.toml", "[chip]\ntitle='A lamp'\n[word]\nbits=8\n"
+                                                 "[[command]]\ntitle='C'\nword=1\n");
+    const std::string broken = folder.write("bitlux-forge/chips/broken.toml", "=");
+    const std::string blank = folder.write("bitlux-forge/chips/a b.toml", "");
+    EXPECT_EQ(
+        bitlux("chip list").output,
+        fmt::format("broken   user     damaged, see: bitlux chip check {}\n"
+                    "lamp     user     A lamp\n"
+                    "zt72518  program  ZT7251x family: System-basis chip: power, CAN, LIN, "
+                    "watchdog\n"
+                    "{} is left out: the name of a chip has letters, digits, - and _ alone.\n",
+                    broken, blank));
+    EXPECT_EQ(bitlux("chip list --names").output, "broken\nlamp\nzt72518\n");
+    EXPECT_EQ(bitlux("chip show lampe").output, "There is no chip \"lampe\". Did you mean lamp?\n");
+    const Outcome outcome = bitlux("chip show lamp");
+    EXPECT_EQ(outcome.output.find("lamp: A lamp\n"), 0U);
+    EXPECT_EQ(outcome.code, 0);
+}
+
+} // namespace
+} // namespace bitlux::test
