@@ -17,6 +17,7 @@ SideTabs::SideTabs(QWidget* parent) : QTabBar(parent) {
     setShape(RoundedWest);
     setDrawBase(false);
     setExpanding(false);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Maximum); // they scroll where there are many
 }
 
 QSize SideTabs::tabSizeHint(int) const {

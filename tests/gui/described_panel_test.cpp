@@ -7,9 +7,11 @@
 #include "window_bench.h"
 
 #include <set>
+#include <string>
 
 #include <QDialog>
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
@@ -127,7 +129,7 @@ answers = [
 )toml";
 
 struct DescribedPanel : WindowBench {
-    explicit DescribedPanel(const char* text) {
+    explicit DescribedPanel(const std::string& text) {
         chips::ChipFile file = chips::readChip(text, "chip.toml");
         if (!file.chip)
             throw std::runtime_error(chips::describe(file.problems, "chip.toml"));
@@ -233,6 +235,20 @@ TEST(DescribedPanel, BreaksWideRowsInTheMiddle) {
     EXPECT_EQ(bit(15).left(), bit(31).left());
     EXPECT_GT(bit(15).top(), bit(31).bottom());
     EXPECT_EQ(bit(15).top(), bit(0).top());
+}
+
+TEST(DescribedPanel, ScrollsManyPagesOnASmallScreen) {
+    std::string text = "[chip]\ntitle = 'Many'\n[word]\nbits = 24\naddress = '23:9'\n"
+                       "data = '7:0'\nwrite = 0x100\nread = 0\n";
+    for (int address = 0; address < 60; ++address)
+        text += fmt::format("[[register]]\ntitle = 'R{0}'\naddress = {0}\nwidth = 8\n", address);
+    DescribedPanel bench(text);
+    EXPECT_LE(bench.panel->minimumSizeHint().height(), 600);
+    bench.form().registerTabs.click(60);
+    bench.settle();
+    auto& tabs = bench.widget<QTabBar>("Panel_chip.RegisterTabs");
+    EXPECT_TRUE(tabs.rect().contains(tabs.tabRect(59).center()));
+    EXPECT_TRUE(bench.widget<QLabel>("Panel_chip.R59_W(0)").isVisible());
 }
 
 /// In a row whose zeros have a colour too the value is that of the ones, and each bit tells its
