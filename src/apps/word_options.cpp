@@ -40,7 +40,8 @@ CLI::Validator fourPins() {
 
 void addShape(CLI::App& command, WordSettings& settings) {
     command
-        .add_option("--bits", settings.bits, "Bits of a word, 1 to 160, through the dongle 1 to 40")
+        .add_option("--bits", settings.bits,
+                    "Bits of a word, 1 to 160, through the dongle 8, 16, 24, 32 or 40")
         ->check(CLI::Range(1, 160).description("NUMBER"))
         ->default_str("8");
     command.add_option("--type", settings.type, "SPI type")

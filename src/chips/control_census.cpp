@@ -63,8 +63,7 @@ void ControlCensus::addSequence(const Chip& chip) {
         add({.name = name}, kind, {});
     add({.name = "Val_loop", .index = 0}, Kind::Other, {});
     add({.name = "Val_loop", .index = 1}, Kind::Other, {});
-    for (const ControlName* label :
-         {&chip.sequence.loop.startLabel, &chip.sequence.loop.stopLabel})
+    for (const ControlName* label : {&chip.sequence.loop.startLabel, &chip.sequence.loop.stopLabel})
         add(*label, Kind::Label, chip.sequence.at);
     for (const SequenceStyle::Column& column : chip.sequence.answers)
         add({.name = column.list}, Kind::Other, chip.sequence.at);

@@ -48,6 +48,13 @@ void BitCell::tellValue(bool one) {
     update();
 }
 
+void BitCell::nameAfterCaption() {
+    if (named_ == text() && !accessibleName().isNull())
+        return;
+    named_ = text();
+    setAccessibleName(QString("bit %1 %2").arg(bit_).arg(named_));
+}
+
 void BitCell::setNeighbours(BitCell* left, BitCell* right) {
     left_ = left;
     right_ = right;
@@ -167,7 +174,6 @@ void BitRow::makeCells(Use use, Binder& binder) {
     for (std::size_t i = cells_.size(); i-- > 0;) {
         auto* cell = new BitCell(static_cast<int>(i), use == Use::Clicked, this);
         binder.bind(*row_->labels()[i], *cell);
-        cell->setAccessibleName(QString("bit %1 %2").arg(i).arg(cell->text()));
         lines_->addWidget(cell);
         cells_[i] = cell;
     }
@@ -203,6 +209,8 @@ void BitRow::markFields(std::uint64_t tops) {
 void BitRow::showValue() {
     if (!row_)
         return;
+    for (BitCell* cell : cells_)
+        cell->nameAfterCaption();
     if (isTwoColoured_)
         for (int bit = 0; bit < size(); ++bit)
             cells_[static_cast<std::size_t>(bit)]->tellValue(row_->lit(bit));

@@ -25,6 +25,9 @@ public:
     /// Tells the value beside the number: for rows whose zeros have a colour too.
     void tellValue(bool one);
 
+    /// Tells its number and its caption, which may have changed, to assistive technology.
+    void nameAfterCaption();
+
     /// Arrow keys lead to these.
     void setNeighbours(BitCell* left, BitCell* right);
 
@@ -46,6 +49,7 @@ private:
 
     int bit_;
     std::optional<bool> told_;
+    QString named_; ///< the caption that its accessible name tells
     bool isFieldTop_ = false;
     BitCell* left_ = nullptr;
     BitCell* right_ = nullptr;

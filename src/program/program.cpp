@@ -91,7 +91,7 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                .desk = desk_,
                .markers = markers_,
                .clock = clock_,
-                .showType = [this] { showType(); }},
+               .showType = [this] { showType(); }},
               library_) {
     forms_.unloadThrough("frmMain", [this] { close(); });
     options_.useUsb = [this] { return dialog_->ChkSerialPort.checked(); };

@@ -1,4 +1,5 @@
 #include "gui/bench_view.h"
+#include "panels/common/panel_form.h"
 #include "window_bench.h"
 
 #include <map>
@@ -94,6 +95,26 @@ TEST(Mnemonics, AreUniqueInSightInTheDialogs) {
         for (const QDialog* dialog : dialogs)
             bench.expectUnique(*dialog,
                                dialog->windowTitle().toStdString() + " " + std::to_string(page));
+    }
+}
+
+TEST(Mnemonics, AreUniqueInSightInAPanel) {
+    MnemonicsBench bench;
+    bench.program.forms().show("ZT72518");
+    bench.program.forms().show("TestMode");
+    PanelForm& panel = bench.program.panels().touch("zt72518");
+    const auto expectUniqueInDialogs = [&bench](const std::string& where) {
+        for (const QDialog* dialog : bench.window.findChildren<QDialog*>())
+            bench.expectUnique(*dialog, where);
+    };
+    for (std::size_t page = 1; page <= panel.outerTabs.tabs().size(); ++page) {
+        panel.outerTabs.click(static_cast<int>(page));
+        expectUniqueInDialogs(panel.outerTabs.tabs()[page - 1].caption);
+    }
+    panel.outerTabs.click(1);
+    for (std::size_t page = 1; page <= panel.registerTabs.tabs().size(); ++page) {
+        panel.registerTabs.click(static_cast<int>(page));
+        expectUniqueInDialogs(panel.registerTabs.tabs()[page - 1].caption);
     }
 }
 

@@ -226,6 +226,10 @@ TEST(PanelView, DrivesTheTimersOfTheForm) {
     bench.settle();
     EXPECT_TRUE(bench.widget<QLabel>("ZT72518.lin_pre(0)").isVisible());
     EXPECT_FALSE(bench.widget<QLabel>("ZT72518.lin_pre(4)").isVisible());
+    EXPECT_EQ(bench.widget<QLabel>("ZT72518.lin_pre(0)").accessibleName(),
+              "possible now: Init Mode to Normal mode");
+    EXPECT_EQ(bench.widget<QLabel>("ZT72518.lin_pre(9)").accessibleName(),
+              "possible now: Normal Request to Normal mode");
 }
 
 TEST(PanelView, UnloadsTheFormWhenItIsClosedAndOpensAnew) {

@@ -57,9 +57,10 @@ void RefreshService::refresh(DongleBus& bus) const {
 
 std::vector<Reading> RefreshService::readings() const {
     return {{"Dongle", "Watchdog",
-             period_ == 0 ? "off"
-                          : fmt::format("{} every {} ms", modeNames[static_cast<std::size_t>(mode_)],
-                                        period_ / millisecond)}};
+             period_ == 0
+                 ? "off"
+                 : fmt::format("{} every {} ms", modeNames[static_cast<std::size_t>(mode_)],
+                               period_ / millisecond)}};
 }
 
 } // namespace bitlux::zt72516

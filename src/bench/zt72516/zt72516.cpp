@@ -224,8 +224,8 @@ void Part::failRefresh() {
 
 void Part::refresh(std::uint64_t data) {
     const auto steps = zt72518::refreshSteps(static_cast<zt72518::RefreshMode>(bits(init(), 9, 2)));
-    const bool early = bits(init(), 8, 1) != 0 && state_ == State::Normal &&
-                       now_ - refreshedAt_ < period() / 2;
+    const bool early =
+        bits(init(), 8, 1) != 0 && state_ == State::Normal && now_ - refreshedAt_ < period() / 2;
     const std::uint64_t mask = steps[step_];
     const bool good = data == (mask & ~refreshCode_ & 0xFF);
     if ((early || !good) && watchdogDue_ != never)
@@ -338,7 +338,8 @@ std::optional<std::uint64_t> Part::status() const {
     std::uint64_t word = 0;
     for (const bool bit :
          {interruptFlags_ != 0,
-          (interruptFlags_ & 0x6000) != 0 || (can & 0x80) != 0 || ((lin01 | lin23) & linWakeUps) != 0,
+          (interruptFlags_ & 0x6000) != 0 || (can & 0x80) != 0 ||
+              ((lin01 | lin23) & linWakeUps) != 0,
           state_ == State::Reset || (interruptFlags_ & 0x0E64) != 0,
           (regulator & hot) != 0 || (can & 0x20) != 0 || ((lin01 | lin23) & linHot) != 0 ||
               (interruptFlags_ & 1) != 0,
@@ -350,15 +351,16 @@ std::optional<std::uint64_t> Part::status() const {
 }
 
 std::vector<Reading> Part::readings() const {
-    constexpr std::array names{"Reset", "Init", "Flash", "Normal", "Low power VDD on",
-                               "Low power VDD off"};
+    constexpr std::array names{
+        "Reset", "Init", "Flash", "Normal", "Low power VDD on", "Low power VDD off"};
     return {{"State", "Mode", names.at(static_cast<std::size_t>(state_))},
             {"State", "Watchdog",
              watchdogDue_ == never
                  ? "off"
                  : fmt::format("{:.1f} ms left",
                                static_cast<double>(watchdogDue_ - now_) / millisecond)},
-            {"State", "Test mode", bits(store_.of(store_.owner("Passcode")), 0, 1) != 0 ? "on" : "off"}};
+            {"State", "Test mode",
+             bits(store_.of(store_.owner("Passcode")), 0, 1) != 0 ? "on" : "off"}};
 }
 
 } // namespace

@@ -122,9 +122,24 @@ ModePicture::ModePicture(const PanelWidgets& widgets, QWidget* parent) : QWidget
     request->setAutoFillBackground(true);
     request->setBackgroundRole(QPalette::Window);
     modes_.push_back(request);
+    nameTransitions();
 }
 
 ModePicture::~ModePicture() = default;
+
+void ModePicture::nameTransitions() {
+    const auto mode = [this](int place) {
+        return modes_.at(static_cast<std::size_t>(place))->property("text").toString().simplified();
+    };
+    for (int line = 0; line < zt72518::modeLines; ++line) {
+        QStringList ways;
+        for (const Arrow& arrow : arrows)
+            if (arrow.line == line)
+                ways << mode(arrow.from) + " to " + mode(arrow.to);
+        transitions_.at(static_cast<std::size_t>(line))
+            ->setAccessibleName("possible now: " + ways.join(", "));
+    }
+}
 
 QSize ModePicture::minimumSizeHint() const {
     return {fontMetrics().averageCharWidth() * 80, fontMetrics().height() * 18};

@@ -26,6 +26,8 @@ private:
     class Transition;
 
     void place();
+    /// Assistive tools are told of an arrow while it is in sight.
+    void nameTransitions();
 
     std::vector<QWidget*> modes_; ///< in the order of their places
     std::vector<Transition*> transitions_;

@@ -35,8 +35,7 @@ HexBoxes::HexBoxes(forms::Form& form, const chips::Chip& chip, PanelControls& co
 }
 
 void HexBoxes::add(forms::Form& form, const chips::Register& owner, PanelControls& controls) {
-    const auto digits =
-        static_cast<std::size_t>((owner.width() + bitsOfDigit - 1) / bitsOfDigit);
+    const auto digits = static_cast<std::size_t>((owner.width() + bitsOfDigit - 1) / bitsOfDigit);
     const LabelRow& row = controls.row(owner.row.first);
     boxes_.push_back(std::make_unique<forms::TextBox>(form, owner.hexBox.name));
     forms::TextBox& box = *boxes_.back();

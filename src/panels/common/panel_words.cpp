@@ -88,7 +88,8 @@ bool PanelWords::send(std::uint64_t word, std::optional<std::int16_t> type) {
 void PanelWords::sendFilled() {
     std::uint64_t word = 0;
     const std::vector<std::int16_t>& elements = session_.WordToSend;
-    for (std::size_t i = 0; i < std::min(elements.size(), static_cast<std::size_t>(format_.bits)); ++i)
+    for (std::size_t i = 0; i < std::min(elements.size(), static_cast<std::size_t>(format_.bits));
+         ++i)
         word |= std::uint64_t{elements[i] == 1} << i;
     engine_.SendSPI();
     exchanged.raise(word);

@@ -14,8 +14,8 @@ struct Step {
     /// "!Name" turns a switch of the chip in place of a press; "@Milliseconds" lets time pass.
     const char* button;
     const char* effects = "";
-    /// What is seen then, parted by semicolons: "Row=E8", "Label:text", and "Name>text" for what the
-    /// chip itself shows of its state.
+    /// What is seen then, parted by semicolons: "Row=E8", "Label:text", and "Name>text" for what
+    /// the chip itself shows of its state.
     const char* shows = "";
 };
 
@@ -176,12 +176,10 @@ constexpr Step walk[] = {
     {"ZT72516TestMode.TM_Fuse_Data=3C ZT72516TestMode.Btn_Write_Fuse_Data", "7A00003C"},
     {"ZT72516TestMode.TM_Fuse_Data=00 ZT72516TestMode.Btn_Read_Fuse_Data", "3A000000",
      "ZT72516TestMode.TM_Fuse_Data=3C"},
-    {"ZT72516TestMode.TM_Fuse_Mirror_Address=99 ZT72516TestMode.Btn_Write_Fuse_Mirror",
-     "7B000099"},
+    {"ZT72516TestMode.TM_Fuse_Mirror_Address=99 ZT72516TestMode.Btn_Write_Fuse_Mirror", "7B000099"},
     {"ZT72516TestMode.TM_Fuse_Mirror_Address=00 ZT72516TestMode.Btn_Read_Fuse_Mirror", "3B000000",
      "ZT72516TestMode.TM_Fuse_Mirror_Address=99"},
-    {"ZT72516TestMode.TM_Fuse_Cell_Param=66 ZT72516TestMode.Btn_Write_Fuse_Cell_Param",
-     "7C000066"},
+    {"ZT72516TestMode.TM_Fuse_Cell_Param=66 ZT72516TestMode.Btn_Write_Fuse_Cell_Param", "7C000066"},
     {"ZT72516TestMode.TM_Fuse_Cell_Param=00 ZT72516TestMode.Btn_Read_Fuse_Cell_Param", "3C000000",
      "ZT72516TestMode.TM_Fuse_Cell_Param=66"},
 };
