@@ -35,6 +35,10 @@ public:
         program.startRecording(trace);
     }
 
+    ~Bench() { program.stopRecording(); }
+    Bench(const Bench&) = delete;
+    Bench& operator=(const Bench&) = delete;
+
     PanelForm& panel() { return program.panels().touch("zt72516"); }
     SequenceLists& lists() { return panel().sequence.lists; }
 

@@ -104,8 +104,9 @@ TEST(Zt72516Marker, BringsTestFunctionsAndTheTestForm) {
         list.edit("Vcp divided by 5");
         const LabelRow& row = program.panels().touch("zt72516").pageControls.row("AMUX_Reg");
         EXPECT_EQ(row.value(), 44U << 3) << "a text that is typed counts all the same";
-        if (there)
+        if (there) {
             EXPECT_EQ(list.items().back(), "Vcp divided by 5");
+        }
     }
 }
 
@@ -255,8 +256,9 @@ TEST(Zt72516Watchdog, EndsWhatReadsByItselfWhenTheDongleDoesNotAnswer) {
         EXPECT_TRUE(bench.session().LinkFailed);
         EXPECT_EQ(bench.program.panels().find("zt72518") != nullptr, other);
         EXPECT_FALSE(bench.program.forms().isVisible("ZT72518"));
-        if (other)
+        if (other) {
             EXPECT_FALSE(bench.get<forms::Timer>("ZT72518.timer_auto").enabled());
+        }
     }
 }
 
