@@ -31,9 +31,9 @@ Panels::Panels(forms::FormSet& set, const PanelSurroundings& outside, chips::Chi
                                                  .boxes = outside_.desk.boxes});
       }) {
     for (const auto& [chip, form] : panelForms)
-        slots_.emplace(chip, std::make_unique<Slot>(set, form, [this, chip, form] {
-                           return std::make_unique<PanelForm>(set_, form, chips::embeddedChip(chip),
-                                                              outside_);
+        slots_.emplace(chip, std::make_unique<Slot>(set, form, [this, name = chip, title = form] {
+                           return std::make_unique<PanelForm>(set_, title,
+                                                              chips::embeddedChip(name), outside_);
                        }));
 }
 
