@@ -44,7 +44,7 @@ const EmbeddedChip* findEmbedded(std::string_view name) {
 
 ChipPtr read(const EmbeddedChip& any) {
     const std::string file = fmt::format("{}{}", any.name, ending);
-    ChipFile result = readChip(any.text, file);
+    ChipFile result = readCheckedChip(any.text, file);
     if (!result.chip) // the build has checked it
         throw Failure(Failure::Kind::File, describe(result.problems, file));
     return result.chip;

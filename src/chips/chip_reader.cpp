@@ -1,6 +1,7 @@
 #include "chips/chip_reader.h"
 
 #include "chips/document.h"
+#include "chips/parser_guard.h"
 #include "chips/register_reader.h"
 #include "chips/table_reader.h"
 #include "chips/validate.h"
@@ -321,7 +322,7 @@ bool isChipName(std::string_view text) {
            });
 }
 
-ChipFile readChip(std::string_view text, const std::string& file) {
+ChipFile readCheckedChip(std::string_view text, const std::string& file) {
     ChipFile result;
     auto chip = std::make_shared<Chip>();
     chip->file = file;
@@ -330,10 +331,21 @@ ChipFile readChip(std::string_view text, const std::string& file) {
         expand(*document, mostNodes, result.problems);
     if (document && result.problems.empty())
         readDocument(*document, file, *chip, result.problems);
-    if (document && result.problems.empty())
-        result.problems = validate(*chip);
     if (result.problems.empty())
         result.chip = std::move(chip);
+    arrange(result.problems);
+    return result;
+}
+
+ChipFile readChip(std::string_view text, const std::string& file) {
+    if (std::optional<Problem> problem = unbearable(text))
+        return {.chip = {}, .problems = {*std::move(problem)}};
+    ChipFile result = readCheckedChip(text, file);
+    if (!result.chip)
+        return result;
+    result.problems = validate(*result.chip);
+    if (!result.problems.empty())
+        result.chip.reset();
     arrange(result.problems);
     return result;
 }

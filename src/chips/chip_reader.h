@@ -24,6 +24,9 @@ bool isChipName(std::string_view text);
 /// derived from titles. `file` is for messages; its name without folder and ending names a chip
 /// that has no name of its own.
 ChipFile readChip(std::string_view text, const std::string& file);
+/// The same for a text that readChip has found good before, at less than half the time: the build
+/// has done so with the embedded chips.
+ChipFile readCheckedChip(std::string_view text, const std::string& file);
 
 /// The bytes of a file, or why there are none.
 struct ChipText {

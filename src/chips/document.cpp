@@ -1,7 +1,5 @@
 #include "chips/document.h"
 
-#include "chips/parser_guard.h"
-
 #define TOML_EXCEPTIONS 0
 #define TOML_ENABLE_FORMATTERS 0
 #define TOML_MAX_NESTED_VALUES 32
@@ -77,10 +75,6 @@ private:
 } // namespace
 
 std::optional<Node> parseDocument(std::string_view text, Problems& problems) {
-    if (std::optional<Problem> problem = unbearable(text)) {
-        problems.push_back(*std::move(problem));
-        return std::nullopt;
-    }
     const toml::parse_result result = toml::parse(text);
     if (!result) {
         const toml::parse_error& error = result.error();

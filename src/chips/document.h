@@ -35,7 +35,7 @@ struct Node::Entry {
     Node value;
 };
 
-/// Parses a TOML text. A text that is none gives nothing and one problem. Tables and lists may lie
+/// Parses a TOML text that is bearable (see parser_guard.h). A text that is none gives nothing and one problem. Tables and lists may lie
 /// in each other 32 deep; a key may have up to eight dots.
 std::optional<Node> parseDocument(std::string_view text, Problems& problems);
 

@@ -183,6 +183,8 @@ void LabelBinding::refreshContent() {
     if (widget_.text() != text)
         widget_.setText(text);
     behaviour_.setPressable(control_.handles(forms::ControlEvent::Click));
+    if (behaviour_.isBitOfRow())
+        return;
     const forms::Color color = control_.backColor();
     const bool lit = color != forms::windowColor && color != forms::buttonFaceColor;
     if (lit || color == forms::windowColor || behaviour_.isLamp())

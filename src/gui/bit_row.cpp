@@ -1,6 +1,7 @@
 #include "gui/bit_row.h"
 
 #include "gui/bit_lines.h"
+#include "gui/label_behaviour.h"
 #include "gui/theme.h"
 #include "platform/forms/form.h"
 #include "platform/forms/form_set.h"
@@ -174,6 +175,7 @@ void BitRow::makeCells(Use use, Binder& binder) {
     for (std::size_t i = cells_.size(); i-- > 0;) {
         auto* cell = new BitCell(static_cast<int>(i), use == Use::Clicked, this);
         binder.bind(*row_->labels()[i], *cell);
+        LabelBehaviour::of(*cell)->setBitOfRow();
         lines_->addWidget(cell);
         cells_[i] = cell;
     }
@@ -211,9 +213,13 @@ void BitRow::showValue() {
         return;
     for (BitCell* cell : cells_)
         cell->nameAfterCaption();
-    if (isTwoColoured_)
-        for (int bit = 0; bit < size(); ++bit)
-            cells_[static_cast<std::size_t>(bit)]->tellValue(row_->lit(bit));
+    for (int bit = 0; bit < size(); ++bit) {
+        BitCell& cell = *cells_[static_cast<std::size_t>(bit)];
+        const bool one = row_->lit(bit);
+        LabelBehaviour::of(cell)->light(one);
+        if (isTwoColoured_)
+            cell.tellValue(one);
+    }
     const int digits = (row_->size() + 3) / 4;
     const QString text =
         "0x" + QString::number(row_->value(), 16).toUpper().rightJustified(digits, '0');

@@ -24,6 +24,9 @@ public:
 
     /// Makes it a lamp; assistive tools are told when it changes.
     void light(bool lit);
+    /// It is a bit of a row, which alone knows the colour of a one: its owner calls light().
+    void setBitOfRow() { bitOfRow_ = true; }
+    [[nodiscard]] bool isBitOfRow() const { return bitOfRow_; }
     [[nodiscard]] bool isLamp() const { return lamp_; }
     [[nodiscard]] bool isLit() const { return lit_; }
 
@@ -40,6 +43,7 @@ private:
     bool pressable_ = false;
     bool lamp_ = false;
     bool lit_ = false;
+    bool bitOfRow_ = false;
     bool held_ = false; ///< the left button went down on the label
 };
 

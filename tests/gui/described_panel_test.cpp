@@ -9,6 +9,7 @@
 #include <set>
 #include <string>
 
+#include <QAccessible>
 #include <QDialog>
 
 #include <fmt/format.h>
@@ -261,9 +262,13 @@ TEST(DescribedPanel, TakesTheColoursOfARowForItsValue) {
     };
     EXPECT_EQ(value(), "0x000");
     const QImage zero = bit.grab().toImage();
+    QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(&bit);
+    EXPECT_EQ(heard->role(), QAccessible::CheckBox);
+    EXPECT_EQ(heard->state().checked, 0U);
     QTest::mouseClick(&bit, Qt::LeftButton);
     bench.settle();
     EXPECT_EQ(value(), "0x010");
+    EXPECT_EQ(heard->state().checked, 1U);
     EXPECT_NE(bit.grab().toImage(), zero);
     EXPECT_EQ(bit.palette().color(QPalette::Window), QColor(0xC0, 0xFF, 0xFF));
 }

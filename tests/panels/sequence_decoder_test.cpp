@@ -82,16 +82,17 @@ TEST(SequenceDecoder, KnowsTheLinesOfTheChip) {
     bench.on<forms::ComboBox>("wd_config(0)").select(1);
     bench.on<forms::ComboBox>("wd_config(1)").select(2);
     bench.on<forms::ComboBox>("wd_config(2)").select(3);
-    for (const auto& [name, button] : {std::pair{"Start Watchdog", 0},
+    for (const auto& [line, button] : {std::pair{"Start Watchdog", 0},
                                        {"Stop Watchdog", 2},
                                        {"Start Watchdog Current", 4},
                                        {"Stop Watchdog Current", 6},
                                        {"One Simple Watchdog", 12}}) {
         const std::string pressed = bench.effectsOf(fmt::format("watchdog({})", button));
         EXPECT_NE(pressed, "");
-        EXPECT_EQ(bench.effects([&] { bench.panel().call("Decod_Name", name); }), pressed) << name;
-        EXPECT_TRUE(variables.SequenceIsWatchdog) << name;
-        EXPECT_EQ(variables.SequenceHighByte, 0) << name;
+        const auto decode = [&bench, name = line] { bench.panel().call("Decod_Name", name); };
+        EXPECT_EQ(bench.effects(decode), pressed) << line;
+        EXPECT_TRUE(variables.SequenceIsWatchdog) << line;
+        EXPECT_EQ(variables.SequenceHighByte, 0) << line;
     }
 }
 

@@ -32,7 +32,7 @@ public:
     [[nodiscard]] std::uint64_t value() const {
         std::uint64_t sum = 0;
         for (int bit = 0; bit < size(); ++bit)
-            sum |= std::uint64_t{lit(bit)} << bit;
+            sum |= (lit(bit) ? std::uint64_t{1} : 0) << bit;
         return sum;
     }
     /// Bits 7 to 0 of the value.
