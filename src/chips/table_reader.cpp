@@ -44,11 +44,10 @@ TableReader::TableReader(const Node& node, Problems& problems) : node_(node), pr
 TableReader::~TableReader() {
     if (node_.table() == nullptr)
         return;
-    const std::vector<std::string> known(asked_.begin(), asked_.end());
     for (const auto& [key, value] : *node_.table())
         if (asked_.find(key) == asked_.end())
             problem(value.keyAt, fmt::format("there is no key `{}` here", key),
-                    near(key, known, "Remove it."));
+                    near(key, {asked_.begin(), asked_.end()}, "Remove it."));
 }
 
 void TableReader::problem(const Place& at, std::string text, std::string advice) {

@@ -35,6 +35,7 @@ bool isGround(std::uint32_t colour) {
 
 BitCell::BitCell(int bit, bool clickable, QWidget* parent) : QLabel(parent), bit_(bit) {
     setFont(scaled(QApplication::font(), captionScale));
+    measure();
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     if (clickable) {
         setFocusPolicy(Qt::ClickFocus);
@@ -81,14 +82,17 @@ int BitCell::readableWidth() const {
     return std::min(std::max(least, narrow) + 2 * gap, sizeHint().width());
 }
 
-QSize BitCell::sizeHint() const {
-    const QFontMetrics number(scaled(font(), numberScale / captionScale));
-    return {cellWidth * fontMetrics().averageCharWidth(),
-            number.height() + lines * (fontMetrics().height() + 2) + 2 * gap};
+void BitCell::changeEvent(QEvent* event) {
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        measure();
 }
 
-QSize BitCell::minimumSizeHint() const {
-    return {sizeHint().width() / 2, sizeHint().height()};
+void BitCell::measure() {
+    numberFont_ = scaled(font(), numberScale / captionScale);
+    const QFontMetrics caption = fontMetrics();
+    hint_ = {cellWidth * caption.averageCharWidth(),
+             QFontMetrics(numberFont_).height() + lines * (caption.height() + 2) + 2 * gap};
 }
 
 void BitCell::paintEvent(QPaintEvent*) {
@@ -103,8 +107,7 @@ void BitCell::paintEvent(QPaintEvent*) {
     faint.setAlphaF(0.55F);
     painter.setPen(told_ ? ink : faint);
     const QRect inner = rect().adjusted(gap, gap, -gap, -gap);
-    const QFont number = scaled(font(), numberScale / captionScale);
-    painter.setFont(number);
+    painter.setFont(numberFont_);
     const QString value = told_ ? (*told_ ? " = 1" : " = 0") : "";
     painter.drawText(inner, Qt::AlignHCenter | Qt::AlignTop, QString::number(bit_) + value);
     QFont letters = font();
@@ -112,7 +115,7 @@ void BitCell::paintEvent(QPaintEvent*) {
         letters.setStretch(std::max(narrowest, 100 * inner.width() / longest));
     painter.setFont(letters);
     painter.setPen(carries ? ink : faint);
-    const QRect caption = inner.adjusted(0, QFontMetrics(number).height(), 0, 0);
+    const QRect caption = inner.adjusted(0, QFontMetrics(numberFont_).height(), 0, 0);
     painter.drawText(caption, Qt::AlignCenter | Qt::TextWordWrap, breakable());
     paintEdges(painter);
 }

@@ -33,14 +33,18 @@ public:
 
     /// In which the longest part of the caption finds room, if need be in narrow letters.
     [[nodiscard]] int readableWidth() const;
-    [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override;
+    [[nodiscard]] QSize sizeHint() const override { return hint_; }
+    [[nodiscard]] QSize minimumSizeHint() const override {
+        return {hint_.width() / 2, hint_.height()};
+    }
 
 protected:
+    void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void measure(); ///< anew with each font
     void paintEdges(QPainter& painter) const;
     /// The caption, with a place to break it behind each line in it where it has no blank.
     [[nodiscard]] QString breakable() const;
@@ -48,6 +52,8 @@ private:
     [[nodiscard]] int longestPart() const;
 
     int bit_;
+    QFont numberFont_;
+    QSize hint_;
     std::optional<bool> told_;
     QString named_; ///< the caption that its accessible name tells
     bool isFieldTop_ = false;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -96,6 +97,15 @@ Control& Form::control(std::string_view localName) const {
     throw UnknownName(fmt::format("{}.{}", name_, localName), nearNames(localName, names));
 }
 
+std::vector<Control*> Form::namedAlike(std::string_view name) const {
+    if (const auto found = byName_.find(name); found != byName_.end())
+        return found->second;
+    std::vector<Control*> alike;
+    std::copy_if(controls_.begin(), controls_.end(), std::back_inserter(alike),
+                 [name](const Control* any) { return equalIgnoringCase(any->name(), name); });
+    return alike;
+}
+
 void Form::serve(std::string_view name, const std::shared_ptr<const Procedure>& procedure) {
     const std::size_t line = name.rfind('_');
     if (line == std::string_view::npos)
@@ -105,18 +115,15 @@ void Form::serve(std::string_view name, const std::shared_ptr<const Procedure>& 
                      [&](const EventName& event) { return event.suffix == name.substr(line + 1); });
     if (found == events.end())
         return;
-    bool serves = false;
-    for (Control* control : controls_) {
-        if (!equalIgnoringCase(control->name(), name.substr(0, line)))
-            continue;
+    const std::vector<Control*> served = namedAlike(name.substr(0, line));
+    for (Control* control : served) {
         const std::size_t most = found->arguments + (control->index() ? 1 : 0);
         if (procedure->arity < found->arguments || procedure->arity > most)
             throw std::logic_error(
                 fmt::format("{}.{} cannot have {} arguments", name_, name, procedure->arity));
         control->setHandler(found->event, procedure);
-        serves = true;
     }
-    if (!serves)
+    if (served.empty())
         throw std::logic_error(fmt::format("{}.{} has no control", name_, name));
 }
 

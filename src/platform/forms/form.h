@@ -102,6 +102,9 @@ private:
     [[nodiscard]] const Variable& findVariable(std::string_view name) const;
     void add(Control& control);
     void remove(Control& control);
+    /// The control of a name, or the elements of its array; letters count alike where no name is
+    /// the very same.
+    [[nodiscard]] std::vector<Control*> namedAlike(std::string_view name) const;
     /// Makes a procedure of this name the handler of what it names, if it names a control's event.
     void serve(std::string_view name, const std::shared_ptr<const Procedure>& procedure);
 
