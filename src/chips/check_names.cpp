@@ -112,13 +112,14 @@ private:
                          Kind::Option, field.at);
     }
 
-    void checkControl(const ControlName& name, ControlCensus::Kind kind, const Place& at) {
-        if (!name.exists() || found_.census.kindOf(name) == kind)
+    void checkControl(const ControlName& name, ControlCensus::Kind kind, const Place& at,
+                      const std::string& form = {}) {
+        if (!name.exists() || found_.census.kindOf(name, form) == kind)
             return;
         const char* what = kind == ControlCensus::Kind::Box      ? "box"
                            : kind == ControlCensus::Kind::Option ? "option"
                                                                  : "button";
-        if (found_.census.kindOf(name))
+        if (found_.census.kindOf(name, form))
             add(at, fmt::format("{} is no {}", text(name), what), "Name one.");
         else
             add(at, fmt::format("there is no {} {}", what, text(name)),
@@ -128,7 +129,10 @@ private:
     void checkReadAlls() {
         for (const ReadAll& any : chip_.readAlls)
             for (const ReadAll::Step& step : any.steps) {
-                checkControl(step.button, ControlCensus::Kind::Button, any.at);
+                checkControl(step.button, ControlCensus::Kind::Button, any.at, any.form);
+                if (step.row.exists() && viewOf(chip_, any, step) == nullptr)
+                    add(any.at, fmt::format("no view has the row {}", text(step.row)),
+                        "Name the row of a view on the same form.");
                 checkVariantNames(any.at, step.variants);
             }
     }
@@ -190,19 +194,22 @@ private:
         if (form.empty() || !isIdentifier(form))
             add(chip_.panel.at, fmt::format("\"{}\" is no name of a form", form),
                 "Make it of letters, digits and underscores.");
-        checkForm(chip_.word.status, chip_.word.at);
+        checkForm(chip_.word.status.form, chip_.word.at);
         for (const Register& any : chip_.registers) {
-            checkForm(any.row, any.at);
+            checkForm(any.row.form, any.at);
             for (const View& view : any.views)
-                checkForm(view.row, view.at);
+                checkForm(view.row.form, view.at);
         }
+        for (const Command& any : chip_.commands)
+            checkForm(any.form, any.at);
+        for (const ReadAll& any : chip_.readAlls)
+            checkForm(any.form, any.at);
     }
 
-    void checkForm(const Row& row, const Place& at) {
-        const std::vector<std::string>& forms = chip_.panel.companions;
-        if (!row.form.empty() && std::find(forms.begin(), forms.end(), row.form) == forms.end())
-            add(at, fmt::format("there is no companion form \"{}\"", row.form),
-                "Name one of `companions` in `[panel]`.");
+    void checkForm(const std::string& form, const Place& at) {
+        if (!form.empty() && chip_.panel.findDescribed(form) == nullptr)
+            add(at, fmt::format("there is no companion form \"{}\"", form),
+                "Describe it in `companions` of `[panel]`.");
     }
 
     void add(const Place& at, std::string text, std::string advice) {

@@ -56,7 +56,7 @@ private:
     void checkRequests() {
         for (const Register& any : found_.chip.registers)
             for (const View& view : any.views)
-                if (view.row.form.empty() && // else the same view, shown once more
+                if (view.row.form == any.row.form && // else the same view, shown once more
                     view.address <= word_.address.largest())
                     checkRequest(any, view);
     }

@@ -79,7 +79,9 @@ Command readCommand(const Node& node, Problems& problems) {
     Command command;
     command.at = table.at();
     command.title = table.required("title");
-    table.require("word", "Say what the command sends.");
+    command.byPart = table.truth("by_part", false);
+    if (!command.byPart)
+        table.require("word", "Say what the command sends.");
     command.word = table.word("word").value_or(0);
     const std::string name = identifier(command.title);
     command.button = table.control("button", {.name = "Cm_" + name});
@@ -87,6 +89,7 @@ Command readCommand(const Node& node, Problems& problems) {
     command.autoRead = table.control("auto");
     command.page = table.text("page", "Commands");
     command.group = table.text("group");
+    command.form = table.text("form");
     command.note = table.text("note");
     return command;
 }
@@ -99,22 +102,31 @@ ReadAll readReadAll(const Node& node, Problems& problems) {
     group.at = table.at();
     group.title = table.text("title", "Read all");
     group.group = table.text("group");
+    group.page = table.text("page");
+    group.form = table.text("form");
     group.button = table.control("button", {.name = "Cm_" + identifier(group.title)});
     group.failure = failures.at(
         static_cast<std::size_t>(table.oneOf("failure", {"ends", "ends after first", "goes on"})));
-    table.require("press", "List the buttons that it presses.");
+    if (!table.has("read"))
+        table.require("press", "List the buttons that it presses.");
     for (const Node* step : table.elements("press")) {
         if (step->table() != nullptr) {
             TableReader entry(*step, problems);
             const ControlName button = entry.control("button");
-            group.steps.push_back({.button = button, .variants = entry.texts("on")});
+            group.steps.push_back({.button = button, .variants = entry.texts("on"), .row = {}});
         } else if (const auto name = TableReader::controlIn(
                        step->text() != nullptr ? *step->text() : std::string("-"))) {
-            group.steps.push_back({.button = *name, .variants = {}});
+            group.steps.push_back({.button = *name, .variants = {}, .row = {}});
         } else {
             table.problem(step->at, "this is no name of a button", "Write it as \"Cm_Lamp_R\".");
         }
     }
+    for (const std::string& row : table.texts("read"))
+        if (const auto name = TableReader::controlIn(row))
+            group.steps.push_back({.button = {}, .variants = {}, .row = *name});
+        else
+            table.problem(group.at, fmt::format("\"{}\" names no row", row),
+                          "Write it as \"Lamp_R\".");
     return group;
 }
 
@@ -175,6 +187,29 @@ Variants readVariants(const Node& node, Problems& problems) {
     return variants;
 }
 
+SequenceStyle::Wait readWait(const Node& node, Problems& problems) {
+    TableReader table(node, problems);
+    SequenceStyle::Wait wait;
+    wait.text = table.text("text", wait.text);
+    wait.timer = table.text("timer", wait.timer);
+    wait.asksNumber = table.truth("asks_number", false);
+    wait.endless = table.truth("endless", false);
+    return wait;
+}
+
+SequenceStyle::Loop readLoop(const Node& node, Problems& problems) {
+    TableReader table(node, problems);
+    SequenceStyle::Loop loop;
+    loop.caption = table.text("caption", loop.caption);
+    loop.start = table.text("start");
+    loop.stop = table.text("stop");
+    loop.startLabel = table.control("start_label");
+    loop.stopLabel = table.control("stop_label");
+    loop.hides = table.truth("hides", false);
+    loop.endsRun = table.truth("ends_run", false);
+    return loop;
+}
+
 SequenceStyle readSequence(const Node& node, Problems& problems) {
     TableReader table(node, problems);
     SequenceStyle style;
@@ -182,6 +217,14 @@ SequenceStyle readSequence(const Node& node, Problems& problems) {
     style.valueTitle = table.text("value", style.valueTitle);
     style.numbers = table.number("numbers", style.numbers, 0, mostNumbers);
     style.boxes = table.number("boxes", style.boxes, 2, mostBoxes);
+    style.appendTitle = table.text("append", style.appendTitle);
+    style.wholeWords = table.oneOf("writes", {"data", "word"}) == 1;
+    style.arrowAtLine = table.oneOf("arrow", {"next line", "line"}) == 1;
+    style.moves = table.truth("moves", false);
+    style.headersMove = table.truth("headers_move", false);
+    style.fieldFiles = table.oneOf("files", {"whole", "fields"}) == 1;
+    style.wait = readWait(table.section("wait"), problems);
+    style.loop = readLoop(table.section("loop"), problems);
     for (const Node* column : table.tables("answers")) {
         TableReader entry(*column, problems);
         const std::string list = entry.required("list");
@@ -203,6 +246,25 @@ std::vector<OuterPage> usualPages(const Chip& chip) {
     return pages;
 }
 
+/// Names of forms, or tables of those that the file describes.
+void readCompanions(TableReader& table, PanelLayout& panel, Problems& problems) {
+    for (const Node* node : table.elements("companions")) {
+        if (const std::string* name = node->text()) {
+            panel.companions.push_back(*name);
+            continue;
+        }
+        TableReader entry(*node, problems);
+        Companion companion;
+        companion.form = entry.required("form");
+        companion.caption = entry.text("caption", companion.form);
+        companion.button = entry.control("button");
+        companion.title = entry.text("title", companion.caption);
+        companion.marked = entry.truth("marked", false);
+        panel.companions.push_back(companion.form);
+        panel.described.push_back(std::move(companion));
+    }
+}
+
 PanelLayout readPanel(const Node& node, const Chip& chip, Problems& problems) {
     TableReader table(node, problems);
     PanelLayout panel;
@@ -221,8 +283,11 @@ PanelLayout readPanel(const Node& node, const Chip& chip, Problems& problems) {
     panel.firstPage =
         table.number("first", 1, 1, std::max(1, static_cast<int>(panel.pages.size()))) - 1;
     panel.parts = table.texts("parts");
-    panel.companions = table.texts("companions");
+    readCompanions(table, panel, problems);
+    panel.marker = table.text("marker");
     panel.active = table.text("active");
+    panel.showsType = table.truth("shows_type", false);
+    panel.unloadsAtEnd = table.truth("unloads_at_end", false);
     panel.holds = table.oneOf("holds", {"while open", "while in front"}) == 1
                       ? PanelLayout::Holds::WhileInFront
                       : PanelLayout::Holds::WhileOpen;

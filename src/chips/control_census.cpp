@@ -45,12 +45,14 @@ ControlCensus::ControlCensus(const Chip& chip, Problems& problems) : problems_(p
     for (const Register& any : chip.registers)
         addRegister(any);
     for (const Command& any : chip.commands) {
-        add(any.button, Kind::Button, any.at);
-        add(any.line.button, Kind::Button, any.at);
+        add(any.button, Kind::Button, any.at, any.form);
+        add(any.line.button, Kind::Button, any.at, any.form);
         add(any.autoRead, Kind::Box, any.at);
     }
     for (const ReadAll& any : chip.readAlls)
-        add(any.button, Kind::Button, any.at);
+        add(any.button, Kind::Button, any.at, any.form);
+    for (const Companion& any : chip.panel.described)
+        add(any.button, Kind::Button, chip.panel.at);
     for (std::size_t i = 0; i < chip.variants.titles.size(); ++i)
         add({chip.variants.options.name, chip.variants.options.index + static_cast<int>(i)},
             Kind::Option, chip.variants.at);
@@ -61,54 +63,61 @@ void ControlCensus::addSequence(const Chip& chip) {
         add({.name = name}, kind, {});
     add({.name = "Val_loop", .index = 0}, Kind::Other, {});
     add({.name = "Val_loop", .index = 1}, Kind::Other, {});
+    for (const ControlName* label : {&chip.sequence.loop.startLabel, &chip.sequence.loop.stopLabel})
+        add(*label, Kind::Label, chip.sequence.at);
     for (const SequenceStyle::Column& column : chip.sequence.answers)
         add({.name = column.list}, Kind::Other, chip.sequence.at);
 }
 
 void ControlCensus::addRegister(const Register& any) {
+    const std::string& form = any.row.form;
     addRow(any.row, any.at);
-    add(any.writeButton, Kind::Button, any.at);
-    add(any.writeLine.button, Kind::Button, any.at);
+    add(any.hexBox, Kind::Other, any.at, form);
+    add(any.hexButton, Kind::Button, any.at, form);
+    add(any.writeButton, Kind::Button, any.at, form);
+    add(any.writeLine.button, Kind::Button, any.at, form);
     for (const Field& field : any.fields)
-        addField(field);
+        addField(field, form);
     for (const View& view : any.views) {
-        if (!view.row.form.empty()) // names of another form
-            continue;
         addRow(view.row, view.at);
-        add(view.button, Kind::Button, view.at);
-        add(view.line.button, Kind::Button, view.at);
+        add(view.button, Kind::Button, view.at, view.row.form);
+        add(view.line.button, Kind::Button, view.at, view.row.form);
         add(view.autoRead, Kind::Box, view.at);
     }
 }
 
-void ControlCensus::addField(const Field& field) {
-    add(field.frame, Kind::Other, field.at);
+void ControlCensus::addField(const Field& field, const std::string& form) {
+    add(field.frame, Kind::Other, field.at, form);
     if (field.kind == Field::Kind::Options)
         for (std::size_t i = 0; i < field.choices.size(); ++i)
             add({field.control.name, field.control.index + static_cast<int>(i)}, Kind::Option,
-                field.at);
+                field.at, form);
     else
-        add(field.control, field.kind == Field::Kind::Box ? Kind::Box : Kind::Other, field.at);
+        add(field.control, field.kind == Field::Kind::Box ? Kind::Box : Kind::Other, field.at,
+            form);
 }
 
 void ControlCensus::addRow(const Row& row, const Place& at) {
-    if (!row.exists() || !row.form.empty())
+    if (!row.exists())
         return;
-    const auto [known, isNew] = rows_.emplace(Key(row.first.name, row.first.index), row.width());
+    const auto [known, isNew] =
+        rows_.emplace(Key(row.form, row.first.name, row.first.index), row.width());
     if (!isNew && known->second == row.width())
         return;
     for (int bit = 0; bit < row.width(); ++bit)
-        add({row.first.name, row.first.index + bit}, Kind::Label, at);
+        add({row.first.name, row.first.index + bit}, Kind::Label, at, row.form);
 }
 
-void ControlCensus::add(const ControlName& name, Kind kind, const Place& at) {
+void ControlCensus::add(const ControlName& name, Kind kind, const Place& at,
+                        const std::string& form) {
     if (!name.exists())
         return;
     const bool isElement = name.index >= 0;
     const Name& known =
-        names_.emplace(lowerCase(name.name), Name{name.name, isElement, at}).first->second;
+        names_.emplace(std::pair(form, lowerCase(name.name)), Name{name.name, isElement, at})
+            .first->second;
     const auto [found, isNew] =
-        taken_.emplace(Key(name.name, name.index), Taken{.kind = kind, .at = at});
+        taken_.emplace(Key(form, name.name, name.index), Taken{.kind = kind, .at = at});
     if (!isNew)
         tellTwice(name, at, {.spelling = name.name, .at = found->second.at});
     else if (known.isArray != isElement || known.spelling != name.name)
@@ -127,15 +136,18 @@ void ControlCensus::tellTwice(const ControlName& name, const Place& at, const Na
         {at, std::move(what), "Give it another name, or another title when it has none."});
 }
 
-std::optional<ControlCensus::Kind> ControlCensus::kindOf(const ControlName& name) const {
-    const auto found = taken_.find({name.name, name.index});
+std::optional<ControlCensus::Kind> ControlCensus::kindOf(const ControlName& name,
+                                                         const std::string& form) const {
+    const auto found = taken_.find({form, name.name, name.index});
     return found != taken_.end() ? std::optional(found->second.kind) : std::nullopt;
 }
 
 bool ControlCensus::hasAny(const std::string& name, int first, int last) const {
-    const auto found = taken_.lower_bound({name, first});
-    return found != taken_.end() && found->first.first == name &&
-           (first < 0 || found->first.second <= last);
+    const auto found = taken_.lower_bound({std::string(), name, first});
+    if (found == taken_.end())
+        return false;
+    const auto& [form, control, index] = found->first;
+    return form.empty() && control == name && (first < 0 || index <= last);
 }
 
 std::string ControlCensus::nearText(const ControlName& name) const {
@@ -144,7 +156,7 @@ std::string ControlCensus::nearText(const ControlName& name) const {
     if (++asked_ <= most) {
         std::vector<std::string> names;
         for (const auto& [key, taken] : taken_)
-            names.push_back(text(ControlName{key.first, key.second}));
+            names.push_back(text(ControlName{std::get<1>(key), std::get<2>(key)}));
         found = forms::nearNames(text(name), names);
     }
     return found.empty() ? "Name one that the file makes."

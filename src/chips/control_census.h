@@ -7,6 +7,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 
 namespace bitlux::chips {
@@ -20,8 +21,9 @@ public:
     /// Adds what it finds to `problems`.
     ControlCensus(const Chip& chip, Problems& problems);
 
-    /// Nothing when there is none of this name.
-    [[nodiscard]] std::optional<Kind> kindOf(const ControlName& name) const;
+    /// Nothing when there is none of this name on the panel, or on a companion form.
+    [[nodiscard]] std::optional<Kind> kindOf(const ControlName& name,
+                                             const std::string& form = {}) const;
     /// Whether there is one of the elements `first` to `last`; of any index when they are -1.
     [[nodiscard]] bool hasAny(const std::string& name, int first, int last) const;
     /// Advice for a name that there is none of.
@@ -37,17 +39,18 @@ private:
         bool isArray = false;
         Place at;
     };
-    using Key = std::pair<std::string, int>;
+    using Key = std::tuple<std::string, std::string, int>; ///< form, name, index
 
     void addSequence(const Chip& chip);
-    void add(const ControlName& name, Kind kind, const Place& at);
+    void add(const ControlName& name, Kind kind, const Place& at, const std::string& form = {});
     void addRow(const Row& row, const Place& at);
     void addRegister(const Register& any);
-    void addField(const Field& field);
+    void addField(const Field& field, const std::string& form);
     void tellTwice(const ControlName& name, const Place& at, const Name& before);
 
     std::map<Key, Taken> taken_;
-    std::map<std::string, Name> names_;          ///< by their small letters, which handlers go by
+    /// By form and their small letters, which handlers go by.
+    std::map<std::pair<std::string, std::string>, Name> names_;
     std::set<std::pair<std::string, int>> told_; ///< names and lines
     std::map<Key, int> rows_;                    ///< widths, by their first labels
     Problems& problems_;

@@ -69,9 +69,10 @@ const View* Register::find(std::string_view wanted) const {
 std::vector<std::string> Chip::registerPages() const {
     std::vector<std::pair<int, std::string>> named; // by their lines
     for (const Register& any : registers)
-        named.emplace_back(any.at.line, any.page);
+        if (any.row.form.empty())
+            named.emplace_back(any.at.line, any.page);
     for (const Command& any : commands)
-        if (any.page != statusPage)
+        if (any.page != statusPage && any.form.empty())
             named.emplace_back(any.at.line, any.page);
     std::stable_sort(named.begin(), named.end(),
                      [](const auto& one, const auto& other) { return one.first < other.first; });
@@ -80,6 +81,22 @@ std::vector<std::string> Chip::registerPages() const {
         if (std::find(titles.begin(), titles.end(), page) == titles.end())
             titles.push_back(page);
     return titles;
+}
+
+const View* viewOf(const Chip& chip, const ReadAll& group, const ReadAll::Step& step) {
+    for (const Register& any : chip.registers)
+        for (const View& view : any.views)
+            if (step.row.exists() && view.row.form == group.form &&
+                view.row.first.name == step.row.name &&
+                view.row.first.index == std::max(step.row.index, 0))
+                return &view;
+    return nullptr;
+}
+
+const Companion* PanelLayout::findDescribed(std::string_view name) const {
+    const auto found = std::find_if(described.begin(), described.end(),
+                                    [name](const auto& any) { return any.form == name; });
+    return found == described.end() ? nullptr : &*found;
 }
 
 const Register* Chip::find(std::string_view wanted) const {

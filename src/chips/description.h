@@ -58,6 +58,7 @@ struct Line {
     std::vector<std::string> aliases;     ///< other names that mean the same
     std::optional<std::uint64_t> address; ///< that a line of this name means, when it is another
     bool played = true;                   ///< a sequence knows it; else it is only recorded
+    bool takesValue = true;               ///< a sequence writes the value of the line, else 0
 
     [[nodiscard]] bool exists() const { return !name.empty(); }
 };
@@ -146,6 +147,7 @@ struct Field {
     bool shares = false;         ///< other fields may describe the same bits
     bool typed = false;          ///< a list that texts may be typed into
     std::string prompt;          ///< what a list shows before anything is chosen
+    int markedFrom = -1;         ///< this choice and those behind it want the panel's marker file
     int selected = -1;           ///< choice at the start, -1 for none
     std::string note;
     Place at;
@@ -173,15 +175,17 @@ struct View {
     [[nodiscard]] bool ownValue() const { return operation == Operation::Flags || reset; }
 };
 
-/// A word that never changes.
+/// A word that never changes, or what a part of the panel does in several words.
 struct Command {
     std::string title; ///< of its button
     std::uint64_t word = 0;
+    bool byPart = false; ///< a part says what it does, no word does
     ControlName button;
     Line line;
     ControlName autoRead; ///< box that has it sent again and again
     std::string page;
     std::string group; ///< heading on the page
+    std::string form;  ///< a companion form that has it; empty for the panel
     std::string note;
     Place at;
 };
@@ -200,6 +204,8 @@ struct Register {
     /// Labels that are the register's value, bit 0 first. Without them the choices are its value;
     /// the captions are there all the same.
     Row row;
+    ControlName hexBox;    ///< shows the row in hexadecimal
+    ControlName hexButton; ///< takes the row from there
     ControlName writeButton;
     std::string writeTitle;
     Line writeLine;
@@ -220,17 +226,20 @@ struct Register {
     [[nodiscard]] const View* find(std::string_view wanted) const;
 };
 
-/// Buttons that another button presses one after the other.
+/// Buttons that another button presses one after the other, or views that it reads.
 struct ReadAll {
     struct Step {
         ControlName button;
         std::vector<std::string> variants; ///< on which it is pressed; empty for all
+        ControlName row;                   ///< of the view to read, where no button does
     };
     /// What a failed link does to the steps that are left.
     enum class Failure : std::uint8_t { GoesOn, EndsAfterFirst, Ends };
 
     std::string title;
     std::string group; ///< heading in front of the button
+    std::string page;  ///< of registers, where it stands on one
+    std::string form;  ///< a companion form that has it; empty for the panel
     ControlName button;
     std::vector<Step> steps;
     Failure failure = Failure::Ends;
@@ -278,10 +287,37 @@ struct SequenceStyle {
         std::string title;
     };
 
+    /// What a wait looks like, and how long it may be.
+    struct Wait {
+        std::string text = "Value"; ///< in the box at the start
+        std::string timer = "Timer1";
+        bool asksNumber = false; ///< any other text is refused; else it is replaced
+        bool endless = false;    ///< one of 0, or of a text that is no number, has no end
+    };
+    struct Loop {
+        std::string caption = "Loop";
+        std::string start; ///< texts of the boxes at the start
+        std::string stop;
+        ControlName startLabel; ///< captions of the boxes, where they are there with a loop alone
+        ControlName stopLabel;
+        bool hides = false;   ///< without a loop its controls are hidden, not disabled
+        bool endsRun = false; ///< a stop ends the run; else the lines behind the loop follow
+    };
+
     std::string valueTitle = "Value in Hexa";
     std::vector<Column> answers;
     int numbers = 42; ///< line numbers that are there in any case
     int boxes = 2;    ///< elements of Val_loop: start and stop of the loop, and what parts add
+    std::string appendTitle = ">SEQ"; ///< of the buttons that append a line
+    bool wholeWords = false;          ///< a line that writes holds the word, else the data
+    bool arrowAtLine = false;         ///< at the line that is played, else at the next one
+    bool moves = false;               ///< buttons move the selected line up and down
+    bool headersMove = false;         ///< a wait can be put in front of the headers
+    /// A file is read field by field, as a comma or quotes end them; what was read before an error
+    /// stays, and nothing is said of errors. Else a file is taken whole or not at all.
+    bool fieldFiles = false;
+    Wait wait;
+    Loop loop;
     Place at;
 };
 
@@ -292,9 +328,20 @@ struct OuterPage {
     std::string shows;
 };
 
+/// A form beside the panel that is made from the description: registers, views and buttons name it
+/// with `form`. It is hidden when the panel goes.
+struct Companion {
+    std::string form;
+    std::string caption; ///< of its window
+    ControlName button;  ///< of the panel, which shows it
+    std::string title;   ///< of that button
+    bool marked = false; ///< the button wants the panel's marker file
+};
+
 /// How the panel's form is put together.
 struct PanelLayout {
-    /// How long the words of the main window have the shape of the chip's.
+    /// How long the words of the main window have the shape of the chip's. In front, the panel's
+    /// own words travel in whatever shape the session has then.
     enum class Holds : std::uint8_t { WhileOpen, WhileInFront };
 
     std::string form;    ///< name of the form
@@ -304,11 +351,18 @@ struct PanelLayout {
     std::vector<OuterPage> pages;
     int firstPage = 0;                   ///< index of the page that is shown at first
     std::vector<std::string> parts;      ///< that are written in C++, by name
-    std::vector<std::string> companions; ///< forms that go when the panel goes
+    std::vector<std::string> companions; ///< forms beside the panel; those in C++ go with it
+    std::vector<Companion> described;    ///< those of them that are made from the description
+    std::string marker;                  ///< file whose presence brings hidden things
     /// Session variable that is 1 while the panel holds the shape of words; none when it is empty.
     std::string active;
     Holds holds = Holds::WhileOpen;
+    bool showsType = false;    ///< the configuration dialog shows the type that it holds
+    bool unloadsAtEnd = false; ///< the end of the program unloads it
     Place at;
+
+    /// A form that is made from the description, by name; null when there is none.
+    [[nodiscard]] const Companion* findDescribed(std::string_view name) const;
 };
 
 /// What the virtual bench has of a chip: the chip, or one of its variants.
@@ -342,14 +396,17 @@ struct Chip {
     std::vector<std::string> modelParts; ///< of the model on the bench, written in C++
     std::vector<Device> devices;         ///< at least one; the chip itself when the file has none
 
-    /// The titles of the pages of registers and commands, in the order of the file; the one of the
-    /// status row is no such page.
+    /// The titles of the panel's pages of registers and commands, in the order of the file; the one
+    /// of the status row is no such page.
     [[nodiscard]] std::vector<std::string> registerPages() const;
     /// By title; null when there is none.
     [[nodiscard]] const Register* find(std::string_view title) const;
     /// By name; null when there is none.
     [[nodiscard]] const Device* findDevice(std::string_view wanted) const;
 };
+
+/// The view that a step reads; null for one that presses a button, or when there is none.
+const View* viewOf(const Chip& chip, const ReadAll& group, const ReadAll::Step& step);
 
 using ChipPtr = std::shared_ptr<const Chip>;
 

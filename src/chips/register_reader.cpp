@@ -93,6 +93,7 @@ Field readField(const Node& node, const std::string& stem, bool writable, Proble
     field.shares = table.truth("shares", false);
     field.typed = table.truth("typed", false);
     field.prompt = table.text("prompt");
+    field.markedFrom = table.number("marked_from", -1, 0, std::numeric_limits<std::int16_t>::max());
     field.selected = table.number("selected", -1, 0, std::numeric_limits<std::int16_t>::max());
     field.note = table.text("note");
     return field;
@@ -111,6 +112,8 @@ View readView(const Node& node, const Register& owner, const std::string& stem,
     view.address = table.word("address").value_or(owner.address);
     view.extra = table.word("extra").value_or(0);
     view.row = readRow(table, owner.row.captions, {.name = name, .index = 0});
+    if (!table.has("form"))
+        view.row.form = owner.row.form;
     view.button = table.control("button", {.name = "Cm_" + name});
     view.line = readLine(table, owner.title + " " + view.title, {.name = "Seq_" + name});
     view.autoRead = table.control("auto");
@@ -196,6 +199,7 @@ Line readLine(TableReader& table, const std::string& name, const ControlName& bu
     line.aliases = table.texts("aliases");
     line.address = table.word("line_address");
     line.played = table.truth("played", true);
+    line.takesValue = table.truth("takes_value", true);
     line.button = table.control("append", line.exists() ? button : ControlName());
     return line;
 }
@@ -217,6 +221,9 @@ Register readRegister(const Node& node, Problems& problems) {
     const std::string stem = identifier(made.title);
     const int width = table.number("width", 0, 1, mostBits); // 0 when the captions tell it
     made.row = readRow(table, numbered(width), {.name = stem + "_W", .index = 0});
+    made.hexBox = table.control("hex_box");
+    made.hexButton =
+        table.control("hex_button", {.name = made.hexBox.exists() ? "Cm_" + stem + "_Hex" : ""});
     checkWidth(table, width, made);
     readWrite(table.section("write"), stem, made, problems);
     if (!made.writable()) {

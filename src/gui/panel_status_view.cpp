@@ -28,6 +28,11 @@ private:
     Subscription exchanged_;
 };
 
+/// Whether a button stands above all pages, and on no page or companion form.
+bool isHere(const chips::ReadAll& any) {
+    return any.page.empty() && any.form.empty();
+}
+
 /// Widgets side by side, in further lines where one is too narrow.
 GroupFlow& flowIn(QWidget* widget) {
     auto* flow = new GroupFlow(GroupFlow::Spare::Left);
@@ -95,7 +100,8 @@ std::vector<std::string> PanelStatusView::groups() const {
             all.push_back(group);
     };
     for (const chips::ReadAll& any : form_.chip().readAlls)
-        add(any.group);
+        if (isHere(any))
+            add(any.group);
     for (const chips::Command* any : commandsOn(form_.chip(), std::string(chips::statusPage)))
         add(any->group);
     return all;
@@ -118,7 +124,7 @@ QWidget* PanelStatusView::makeGroup(const std::string& group, QWidget* parent) {
     if (!group.empty())
         row->addWidget(new QLabel(textOf(group) + ":", widget));
     for (const chips::ReadAll& any : form_.chip().readAlls)
-        if (any.group == group)
+        if (isHere(any) && any.group == group)
             row->addWidget(widgets_.rowButton(any.button, widget, textOf(group)));
     for (const chips::Command* any : commandsOn(form_.chip(), std::string(chips::statusPage))) {
         if (any->group != group)

@@ -11,6 +11,7 @@ inline constexpr std::uint8_t testModeKey = 127;
 inline constexpr std::uint8_t trimming = 37;
 
 inline constexpr std::uint8_t watchdog = 21;
+inline constexpr std::uint8_t watchdog72516 = 22;    ///< with mode and time, or zeros to stop
 inline constexpr std::uint8_t watchdogFirstMode = 8; ///< the mode is added to it
 inline constexpr std::uint8_t watchdogStop = 32;
 inline constexpr std::uint8_t watchdogCurrent = 69;

@@ -15,9 +15,14 @@ namespace bitlux {
 namespace {
 
 constexpr const char* zt72518Chip = "zt72518";
+constexpr const char* zt72516Chip = "zt72516";
 
 /// Chips of the product, and the names of their forms, which are known before their files are read.
-constexpr std::array<std::pair<const char*, const char*>, 1> panelForms{{{zt72518Chip, "ZT72518"}}};
+constexpr std::array<std::pair<const char*, const char*>, 2> panelForms{
+    {{zt72518Chip, "ZT72518"}, {zt72516Chip, "ZT72516"}}};
+/// The forms beside them that their files describe.
+constexpr std::array<std::pair<const char*, const char*>, 2> companionForms{
+    {{zt72516Chip, "ZT72516ReadFlags"}, {zt72516Chip, "ZT72516TestMode"}}};
 
 } // namespace
 
@@ -35,6 +40,17 @@ Panels::Panels(forms::FormSet& set, const PanelSurroundings& outside, chips::Chi
                            return std::make_unique<PanelForm>(set_, title,
                                                               chips::embeddedChip(name), outside_);
                        }));
+    for (const auto& [chip, form] : companionForms)
+        declareCompanion(chip, form);
+}
+
+void Panels::declareCompanion(const char* chip, const char* form) {
+    companions_.push_back(
+        std::make_unique<forms::FormSlot<CompanionForm>>(set_, form, [this, chip, form] {
+            return std::make_unique<CompanionForm>(
+                set_, form, chips::embeddedChip(chip), outside_,
+                [this, chip]() -> PanelForm& { return touch(chip); });
+        }));
 }
 
 Panels::Slot& Panels::slot(std::string_view chip) {
@@ -46,6 +62,12 @@ Panels::Slot& Panels::slot(std::string_view chip) {
 
 std::string Panels::usersForm(const std::string& chip) {
     return "Panel_" + chips::identifier(chip);
+}
+
+void Panels::keepShape() {
+    for (const auto& [chip, slot] : slots_)
+        if (PanelForm* panel = slot->find())
+            panel->keepShape();
 }
 
 void Panels::showUsers(const std::string& chip) {
@@ -74,6 +96,16 @@ void Panels::abandonRuns() {
     for (const auto& [chip, slot] : slots_)
         if (PanelForm* panel = slot->find())
             panel->sequence.player.abandon();
+}
+
+void Panels::unloadAtEnd() {
+    for (const auto& [chip, slot] : slots_) {
+        const PanelForm* panel = slot->find();
+        if (panel == nullptr || !panel->chip().panel.unloadsAtEnd)
+            continue;
+        const std::string form = panel->name();
+        set_.perform(form + ".Form_Unload", [&] { set_.unload(form); });
+    }
 }
 
 } // namespace bitlux

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "chips/chip_library.h"
+#include "panels/common/companion_form.h"
 #include "panels/common/panel_form.h"
 #include "panels/zt72518/test_mode_form.h"
 #include "platform/forms/form_set.h"
@@ -9,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace bitlux {
 
@@ -24,6 +26,8 @@ public:
     [[nodiscard]] PanelForm* find(std::string_view chip) { return slot(chip).find(); }
     /// Shows the panel of a chip.
     void show(std::string_view chip) { touch(chip).setVisible(true); }
+    /// Settings were applied: the panel in front goes on holding the shape of words.
+    void keepShape();
     /// Shows the panel of a user's chip, whose file is read again when its panel is opened anew.
     /// Raises Failure when there is no such chip or its file is damaged.
     void showUsers(const std::string& chip);
@@ -31,6 +35,8 @@ public:
     [[nodiscard]] static std::string usersForm(const std::string& chip);
     /// Lines of sequences that are left pass without sending anything.
     void abandonRuns();
+    /// The program ends: panels that want it are unloaded.
+    void unloadAtEnd();
 
     [[nodiscard]] zt72518::TestModeForm& zt72518TestMode() { return *zt72518TestMode_; }
 
@@ -40,10 +46,13 @@ private:
     [[nodiscard]] Slot& slot(std::string_view chip);
     void requireFree(const std::string& form) const;
 
+    void declareCompanion(const char* chip, const char* form);
+
     forms::FormSet& set_;
     const PanelSurroundings outside_;
     chips::ChipLibrary& library_;
     std::map<std::string, std::unique_ptr<Slot>, std::less<>> slots_;
+    std::vector<std::unique_ptr<forms::FormSlot<CompanionForm>>> companions_;
     forms::FormSlot<zt72518::TestModeForm> zt72518TestMode_;
 };
 

@@ -1,5 +1,6 @@
 #include "program/program.h"
 
+#include "panels/zt72516/watchdog.h"
 #include "panels/zt72518/watchdog.h"
 #include "platform/failure.h"
 #include "platform/scoped_value.h"
@@ -61,7 +62,11 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                                   .labelMainTitle = form.labelMainTitle,
                                   .lblConfigNag = form.lblConfigNag,
                                   .startUsb = [this] { Start_USB(); },
-                                  .resetTabs = [&form] { form.tabs.ResetTabs(); },
+                                  .resetTabs =
+                                      [this, &form] { // the last step of Apply
+                                          form.tabs.ResetTabs();
+                                          panels_.keepShape();
+                                      },
                                   .addPartTab =
                                       [&form](std::int32_t part) { form.tabs.addPartTab(part); }});
               }),
@@ -85,7 +90,8 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                .dongle = dongle_,
                .desk = desk_,
                .markers = markers_,
-               .clock = clock_},
+               .clock = clock_,
+               .showType = [this] { showType(); }},
               library_) {
     forms_.unloadThrough("frmMain", [this] { close(); });
     options_.useUsb = [this] { return dialog_->ChkSerialPort.checked(); };
@@ -206,6 +212,9 @@ void Program::registerProcedures(MainForm& form) {
     form.procedure("Start_USB", [this] { Start_USB(); });
     form.procedure("send_wd", [this] { zt72518Watchdog().send_wd(); });
     form.procedure("send_wd_current", [this] { zt72518Watchdog().send_wd_current(); });
+    form.procedure("Send72516WatchdogCmd", [this] {
+        panels_.touch("zt72516").part<zt72516::Watchdog>().Send72516WatchdogCmd();
+    });
     form.procedure("send_trimming", [this] { panels_.zt72518TestMode().send_trimming(); });
 }
 
@@ -216,6 +225,14 @@ zt72518::Watchdog& Program::zt72518Watchdog() {
 void Program::showPanel(std::int32_t part) {
     if (part == 72518)
         panels_.show("zt72518");
+    if (part == 72516)
+        panels_.show("zt72516");
+}
+
+void Program::showType() {
+    TypePage& types = dialog_->types;
+    types.TabStripSPItype.setSelected(session_.SPIType);
+    types.TabStripSPItype_Click();
 }
 
 void Program::loadMainForm(MainForm& form) {
@@ -226,6 +243,7 @@ void Program::loadMainForm(MainForm& form) {
     session_.DisplayHex = 0;
     session_.LinkFailed = false;
     session_.ZT72518PanelActive = 0;
+    session_.ZT72516PanelActive = 0;
     session_.ZT72361PanelActive = 0;
     session_.ZT72537PanelActive = 0;
     form.singleWord.showBitColumns();
@@ -303,6 +321,7 @@ void Program::stopRecording() {
 
 void Program::itemExit_Click() {
     mainForm_->run.cmdStopContinuous_Click();
+    panels_.unloadAtEnd(); // while they can tell the dongle
     const bool hadDongle = session_.USBReady;
     dongle_.close();
     addWait_->setVisible(false);
@@ -346,9 +365,18 @@ void Program::end() {
     mainForm_->run.cmdStopContinuous_Click();
     mainForm_->multiple.abandon();
     panels_.abandonRuns();
+    unloadPanels();
     dongle_.close();
     restPins();
     ended.raise();
+}
+
+void Program::unloadPanels() {
+    try {
+        panels_.unloadAtEnd();
+    } catch (...) { // who leaves a box unanswered must not keep the pins from their rest
+        session_.LinkFailed = true;
+    }
 }
 
 void Program::restPins() {

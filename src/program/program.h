@@ -97,6 +97,7 @@ private:
     void loadMainForm(MainForm& form);
     [[nodiscard]] zt72518::Watchdog& zt72518Watchdog();
     void showPanel(std::int32_t part);
+    void showType();
     void itemOpenChip_Click();
     void keepChip(const std::string& fileName);
     void openFromCommandLine(const std::string& commandLine);
@@ -106,6 +107,7 @@ private:
     void putIdleLevelsOnPins();
     void Start_USB();
     void itemUpdateDongle_Click();
+    void unloadPanels();
     /// False after a message when the next word does not go through the dongle.
     bool canReachDongle();
     void restPins();

@@ -76,6 +76,7 @@ struct Session {
 
     // Panels that want their labels refreshed: 1 when open
     std::uint8_t ZT72518PanelActive = 0;
+    std::uint8_t ZT72516PanelActive = 0;
     std::uint8_t ZT72361PanelActive = 0;
     std::uint8_t ZT72537PanelActive = 0;
     std::uint8_t ZT72537FrameByte7 = 0; ///< last byte of every word while that panel is open
@@ -91,6 +92,8 @@ struct Session {
     std::int16_t WdSequenceTime = 0; ///< number in the list of times
     bool WdCurrentOn = false;        ///< the next send_wd_current starts, else stops
     bool WdStopRequest = false;      ///< the next send_wd stops
+
+    bool ZT72516WatchdogStart = false; ///< the next Send72516WatchdogCmd starts, else stops
 
     /// Set when a transfer failed; who sends by itself looks at it and stops.
     bool LinkFailed = false;

@@ -1,4 +1,5 @@
 #include "bench/model/model_part.h"
+#include "bench/zt72516/zt72516.h"
 #include "bench/zt72518/zt72518.h"
 #include "platform/failure.h"
 
@@ -17,7 +18,7 @@ struct Row {
     std::unique_ptr<ModelPart> (*make)(ModelStore& store);
 };
 
-constexpr std::array rows{Row{"zt72518", zt72518::makePart}};
+constexpr std::array rows{Row{"zt72516", zt72516::makePart}, Row{"zt72518", zt72518::makePart}};
 
 } // namespace
 

@@ -3,6 +3,7 @@
 #include "platform/failure.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -15,6 +16,8 @@ std::uint8_t* flagNamed(Session& session, const std::string& name) {
         return nullptr;
     if (name == "ZT72518PanelActive")
         return &session.ZT72518PanelActive;
+    if (name == "ZT72516PanelActive")
+        return &session.ZT72516PanelActive;
     if (name == "ZT72361PanelActive")
         return &session.ZT72361PanelActive;
     if (name == "ZT72537PanelActive")
@@ -25,24 +28,37 @@ std::uint8_t* flagNamed(Session& session, const std::string& name) {
 
 } // namespace
 
-HeldShape::HeldShape(Session& session, const chips::WordFormat& format, const std::string& active)
-    : session_(session), format_(format), active_(flagNamed(session, active)) {}
+HeldShape::HeldShape(Session& session, const chips::WordFormat& format, const std::string& active,
+                     std::function<void()> typeChanged)
+    : session_(session),
+      format_(format),
+      active_(flagNamed(session, active)),
+      typeChanged_(std::move(typeChanged)) {}
 
-void HeldShape::take() const {
+void HeldShape::take() {
+    held_ = true;
     session_.SPIWordLength = static_cast<std::int16_t>(format_.bits);
     session_.WordToSend.assign(static_cast<std::size_t>(format_.bits), 0);
     session_.SPIType = format_.type;
     if (active_ != nullptr)
         *active_ = 1;
+    typeChanged_();
 }
 
-void HeldShape::giveBack() const {
+void HeldShape::keep() {
+    if (held_ && (session_.SPIWordLength != format_.bits || session_.SPIType != format_.type))
+        take();
+}
+
+void HeldShape::giveBack() {
+    held_ = false;
     if (active_ != nullptr)
         *active_ = 0;
     session_.SPIWordLength = session_.SavedSPIWordLength;
     session_.WordToSend.assign(
         static_cast<std::size_t>(std::max<int>(session_.SavedSPIWordLength, 0)), 0);
     session_.SPIType = session_.SavedSPIType;
+    typeChanged_();
 }
 
 } // namespace bitlux

@@ -25,13 +25,13 @@ int KeyFilters::passIf(bool good, int key) {
     return 0;
 }
 
-int KeyFilters::HEXA_check(int key) {
+int KeyFilters::hexKey(int key, const char* refusal) {
     if (within(key, 'a', 'z'))
         key += 'A' - 'a';
     const int passed =
         passIf(key == backspace || key == enter || isDigit(key) || within(key, 'A', 'F'), key);
     if (passed == 0)
-        boxes_.show({.text = "please enter a good Hexadecimal number"});
+        boxes_.show({.text = refusal});
     return passed;
 }
 

@@ -14,7 +14,9 @@ public:
     KeyFilters(MessageBoxes& boxes, Sound* sound) : boxes_(boxes), sound_(sound) {}
 
     /// Hexadecimal digits in capital letters, Backspace and Enter; also tells in a box.
-    int HEXA_check(int key);
+    int HEXA_check(int key) { return hexKey(key, "please enter a good Hexadecimal number"); }
+    /// The same with a text of its own for the box.
+    int hexKey(int key, const char* refusal = "Please enter a valid hexadecimal number");
     /// Digits and Backspace.
     int NUM_check(int key);
     /// The same and the point.

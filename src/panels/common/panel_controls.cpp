@@ -103,6 +103,10 @@ void PanelControls::onClick(const Name& name, Action action) {
     handlers_[std::string(name.name)][name.index].push_back(std::move(action));
 }
 
+void PanelControls::onType(const Name& name, Action action) {
+    typing_[std::string(name.name)] = std::move(action);
+}
+
 void PanelControls::run(const Name& name) const {
     if (find(name) == nullptr)
         throw Failure(Failure::Kind::OutOfRange, fmt::format("There is no {}", text(name)));
@@ -123,6 +127,8 @@ void PanelControls::registerHandlers() {
         else
             form_.procedure(procedure, [this, called = name] { run({called}); });
     }
+    for (const auto& [name, action] : typing_)
+        form_.procedure(fmt::format("{}_Change", name), action);
 }
 
 } // namespace bitlux

@@ -78,11 +78,13 @@ public:
 
     /// `action` runs when the control is clicked, after those that were given before.
     void onClick(const Name& name, Action action);
+    /// `action` runs when a text is typed into a list; `name` is no element.
+    void onType(const Name& name, Action action);
     /// Runs what a click runs, as other handlers do; raises Failure (OutOfRange) when there is no
     /// such control.
     void run(const Name& name) const;
-    /// Makes a procedure NAME_Click of every handler, with the index of an element as argument. To
-    /// be called when all controls are there.
+    /// Makes a procedure NAME_Click of every handler, with the index of an element as argument, and
+    /// NAME_Change where texts are typed. To be called when all controls are there.
     void registerHandlers();
 
 private:
@@ -99,6 +101,7 @@ private:
     std::map<Key, std::unique_ptr<forms::Control>> controls_;
     std::map<Key, LabelRow> rows_;
     std::map<std::string, Elements, std::less<>> handlers_;
+    std::map<std::string, Action> typing_;
 };
 
 } // namespace bitlux

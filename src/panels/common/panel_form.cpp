@@ -36,27 +36,39 @@ void PanelContext::missingPart() {
     throw Failure(Failure::Kind::OutOfRange, "The panel lacks a part that another one needs");
 }
 
+PanelWords::Travel travelOf(const chips::PanelLayout& panel) {
+    return panel.holds == chips::PanelLayout::Holds::WhileInFront
+               ? PanelWords::Travel::InShapeOfSession
+               : PanelWords::Travel::InOwnShape;
+}
+
 PanelForm::PanelForm(forms::FormSet& set, const std::string& name, chips::ChipPtr chip,
                      const PanelSurroundings& outside)
     : Form(set, name, chip->panel.caption),
       outside_(outside),
       chip_(std::move(chip)),
-      shape_(outside.session, chip_->word, chip_->panel.active),
+      shape_(
+          outside.session, chip_->word, chip_->panel.active,
+          chip_->panel.showsType ? outside_.showType : [] {}),
       pageControls(*this),
-      words(chip_->word, outside.session, outside.engine, outside.desk.boxes),
+      words(chip_->word, outside.session, outside.engine, outside.desk.boxes,
+            travelOf(chip_->panel)),
       status(chip_->word, pageControls, words),
       sequence(*this, *chip_, words, outside_),
       registers(*chip_, pageControls, words,
                 [this](const std::string& command, const std::string& value) {
                     sequence.lists.append(command, value);
                 }),
+      hexBoxes(*this, *chip_, pageControls, {outside.desk.boxes, outside.desk.sound}),
       variants(*chip_, *this, pageControls),
       outerTabs(*this, chip_->panel.outerTabs.name, outerTabsOf(*chip_),
                 elementOf(chip_->panel.outerTabs)),
       registerTabs(*this, chip_->panel.registerTabs.name, registerTabsOf(*chip_),
                    elementOf(chip_->panel.registerTabs)) {
+    words.starting = [this] { keepShape(); };
+    addCompanions();
     makeParts();
-    readAlls_ = std::make_unique<ReadAlls>(*chip_, pageControls, outside.session,
+    readAlls_ = std::make_unique<ReadAlls>(*chip_, pageControls, registers, outside.session,
                                            [this] { return variants.chosen(); });
     variants.start();
     pageControls.registerHandlers();
@@ -69,12 +81,22 @@ void PanelForm::makeParts() {
                                .form = *this,
                                .controls = pageControls,
                                .words = words,
+                               .shape = shape_,
                                .pages = registers,
                                .sequence = sequence,
                                .outerTabs = outerTabs,
                                .parts = parts_};
     for (const std::string& part : chip_->panel.parts)
         parts_.push_back(makePanelPart(part, context));
+}
+
+void PanelForm::addCompanions() {
+    for (const chips::Companion& any : chip_->panel.described) {
+        if (!any.button.exists())
+            continue;
+        pageControls.addButton(any.button, any.title);
+        pageControls.onClick(any.button, [this, &any] { set().show(any.form); });
+    }
 }
 
 bool PanelForm::shows(std::string_view page) const {
@@ -89,8 +111,23 @@ void PanelForm::registerProcedures() {
     procedure("Form_Unload", [this] { unload(); });
 }
 
+void PanelForm::keepShape() {
+    if (chip_->panel.holds == chips::PanelLayout::Holds::WhileInFront)
+        shape_.keep();
+}
+
+void PanelForm::showMarked(bool present) {
+    for (const chips::Companion& any : chip_->panel.described)
+        if (any.marked && any.button.exists())
+            pageControls.find(any.button)->setVisible(present);
+    if (present)
+        registers.showMarked();
+}
+
 void PanelForm::load() {
     outerTabs.setSelected(chip_->panel.firstPage + 1);
+    if (!chip_->panel.marker.empty())
+        showMarked(outside_.markers.present(chip_->panel.marker));
     for (const auto& part : parts_)
         part->load();
     shape_.take();
@@ -100,7 +137,11 @@ void PanelForm::unload() {
     for (const auto& part : parts_)
         part->unload();
     for (const std::string& companion : chip_->panel.companions)
-        set().unload(companion);
+        if (chip_->panel.findDescribed(companion) == nullptr)
+            set().unload(companion);
+        else if (set().isVisible(
+                     companion)) // another form comes to the front; it may take the shape
+            set().form(companion).setVisible(false);
     shape_.giveBack();
 }
 

@@ -2,6 +2,7 @@
 
 #include "chips/description.h"
 #include "panels/common/held_shape.h"
+#include "panels/common/hex_boxes.h"
 #include "panels/common/panel_controls.h"
 #include "panels/common/panel_part.h"
 #include "panels/common/panel_sequence.h"
@@ -19,11 +20,16 @@
 
 namespace bitlux {
 
+/// How the words of a panel travel: while it is in front the session has the chip's shape, and what
+/// goes on after that goes out in whatever shape the session has.
+[[nodiscard]] PanelWords::Travel travelOf(const chips::PanelLayout& panel);
+
 /// The control panel of a chip: made from its description, and from the parts that the description
 /// names.
 ///
 /// While it is open or in front, as the description says, the words of the whole program have the
-/// chip's shape; the one that was applied last comes back then. Forms that belong to it go with it.
+/// chip's shape; the one that was applied last comes back then. Forms that belong to it go with it;
+/// those that are made from the description are hidden.
 class PanelForm : public forms::Form {
 public:
     /// `name` is that of the form. A part that the chip names and that there is none of raises
@@ -50,14 +56,21 @@ public:
         return *found;
     }
 
+    /// Words have the chip's shape from now on.
+    void takeShape() { shape_.take(); }
+    /// Settings were applied: a panel that is in front for it goes on holding the shape.
+    void keepShape();
+
     /// Whether a page of the outer tabs is in sight, by what it shows.
     [[nodiscard]] bool shows(std::string_view page) const;
 
 private:
     void makeParts();
+    void addCompanions();
     void registerProcedures();
     void load();
     void unload();
+    void showMarked(bool present);
 
     const PanelSurroundings outside_;
     const chips::ChipPtr chip_;
@@ -69,6 +82,7 @@ public:
     StatusRow status;
     PanelSequence sequence;
     RegisterPages registers;
+    HexBoxes hexBoxes;
     VariantRules variants;
     forms::TabStrip outerTabs;
     forms::TabStrip registerTabs; ///< in the order of Chip::registerPages

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "chips/description.h"
+#include "panels/common/held_shape.h"
 #include "panels/common/panel_controls.h"
 #include "panels/common/panel_sequence.h"
 #include "panels/common/panel_surroundings.h"
@@ -37,6 +38,7 @@ struct PanelContext {
     forms::Form& form;
     PanelControls& controls;
     PanelWords& words;
+    HeldShape& shape;
     RegisterPages& pages;
     PanelSequence& sequence;
     forms::TabStrip& outerTabs;

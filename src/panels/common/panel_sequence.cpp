@@ -14,9 +14,10 @@ PanelSequence::PanelSequence(forms::Form& form, const chips::Chip& chip, PanelWo
                    return std::make_unique<forms::TextBox>(form, name, element);
                }),
       lists(form, chip.sequence),
-      files(form, lists, outside.desk.fileDialogs),
-      editor(form, lists, outside.desk.boxes),
-      player(form, {.session = outside.session,
+      files(form, chip.sequence, lists, outside.desk.fileDialogs),
+      editor(form, chip.sequence, lists, outside.desk.boxes),
+      player(form, {.style = chip.sequence,
+                    .session = outside.session,
                     .failures = outside.engine.failures(),
                     .variables = variables,
                     .lists = lists,

@@ -7,6 +7,8 @@
 #include "transfer/dongle_link.h"
 #include "transfer/word_engine.h"
 
+#include <functional>
+
 namespace bitlux {
 
 /// What panels work with; all of it outlives them.
@@ -17,6 +19,8 @@ struct PanelSurroundings {
     const Desk& desk;
     const MarkerFiles& markers;
     const Clock& clock;
+    /// The configuration dialog shows the session's SPI type.
+    std::function<void()> showType = [] {};
 };
 
 } // namespace bitlux

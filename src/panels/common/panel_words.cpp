@@ -14,7 +14,7 @@ namespace bitlux {
 namespace {
 
 constexpr int bitsOfDigit = 4;
-constexpr int bitsOfByte = 8;
+constexpr std::size_t bitsOfByte = 8;
 
 int digitsFor(int bits) {
     return (bits + bitsOfDigit - 1) / bitsOfDigit;
@@ -70,19 +70,42 @@ bool PanelWords::send(std::uint64_t word, std::optional<std::int16_t> type) {
         session_.WordReceived.assign(static_cast<std::size_t>(format_.bits), 0);
         return false;
     }
-    const Shape shape(session_, format_, type.value_or(format_.type));
-    std::vector<std::int16_t>& elements = session_.WordToSend;
-    elements.assign(static_cast<std::size_t>(format_.bits),
-                    0); // bits of another word must not mix in
-    if (format_.packed)
-        for (int low = 0; low < format_.bits; low += bitsOfByte)
-            elements[static_cast<std::size_t>(low)] = static_cast<std::int16_t>(word >> low & 0xFF);
-    else
-        for (std::size_t i = 0; i < elements.size(); ++i)
-            elements[i] = static_cast<std::int16_t>(word >> i & 1);
-    engine_.SendSPI();
+    if (travel_ == Travel::InShapeOfSession) {
+        starting();
+        fill(word);
+        sendFilled();
+        return true;
+    }
+    {
+        const Shape shape(session_, format_, type.value_or(format_.type));
+        fill(word);
+        engine_.SendSPI();
+    }
     exchanged.raise(word);
     return true;
+}
+
+void PanelWords::sendFilled() {
+    std::uint64_t word = 0;
+    const std::vector<std::int16_t>& elements = session_.WordToSend;
+    for (std::size_t i = 0; i < std::min(elements.size(), static_cast<std::size_t>(format_.bits));
+         ++i)
+        word |= std::uint64_t{elements[i] == 1} << i;
+    engine_.SendSPI();
+    exchanged.raise(word);
+}
+
+void PanelWords::fill(std::uint64_t word) {
+    std::vector<std::int16_t>& elements = session_.WordToSend;
+    elements.assign(static_cast<std::size_t>(std::max<int>(format_.bits, session_.SPIWordLength)),
+                    0); // bits of another word must not mix in
+    const auto bits = static_cast<std::size_t>(format_.bits);
+    if (format_.packed)
+        for (std::size_t low = 0; low < bits; low += bitsOfByte)
+            elements[low] = static_cast<std::int16_t>(word >> low & 0xFF);
+    else
+        for (std::size_t i = 0; i < bits; ++i)
+            elements[i] = static_cast<std::int16_t>(word >> i & 1);
 }
 
 std::uint64_t PanelWords::answer() const {

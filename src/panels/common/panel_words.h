@@ -13,23 +13,30 @@
 
 namespace bitlux {
 
-/// The words of a panel. Each goes out in the chip's shape, whatever length, type and order of bits
-/// the session holds in that moment.
+/// The words of a panel.
 class PanelWords {
 public:
     /// What a word is sent for.
     enum class Purpose : std::uint8_t { Write, Read, Command };
+    /// In which length, type and order of bits words go out, whatever the chip wants: in those of
+    /// the chip, or in those that the session holds in that moment.
+    enum class Travel : std::uint8_t { InOwnShape, InShapeOfSession };
 
     /// All outlive it.
     PanelWords(const chips::WordFormat& format, Session& session, WordEngine& engine,
-               MessageBoxes& boxes)
-        : format_(format), session_(session), engine_(engine), boxes_(boxes) {}
+               MessageBoxes& boxes, Travel travel = Travel::InOwnShape)
+        : format_(format), session_(session), engine_(engine), boxes_(boxes), travel_(travel) {}
 
     [[nodiscard]] const chips::WordFormat& format() const { return format_; }
 
     /// Sends a word as it is; false when it could not be sent as the chip wants it, which the user
     /// is told once. Another type than that of the chip is for words of its test side.
     bool send(std::uint64_t word, std::optional<std::int16_t> type = {});
+    /// Puts a word into WordToSend, which then has at least as many elements as the chip's words
+    /// and as those of the session.
+    void fill(std::uint64_t word);
+    /// Sends what WordToSend holds, in the shape of the session.
+    void sendFilled();
     /// What came back last, bit i of the answer in bit i.
     [[nodiscard]] std::uint64_t answer() const;
     /// Elements of the answer that are 1, among the bits `low` to `low` + `count` - 1.
@@ -57,6 +64,8 @@ public:
     /// What is odd about a chip's words: gives back the word that is to be sent. The register is
     /// there for a write alone.
     std::function<std::uint64_t(Purpose, const chips::Register*, std::uint64_t word)> adjust;
+    /// A word is about to be filled in, where words travel in the shape of the session.
+    std::function<void()> starting = [] {};
     /// A word is through and its answer there: the bits of it that are status.
     std::function<void(const chips::BitList& status)> answered = [](const chips::BitList&) {};
     /// A hand has sent what a line of this name and value stands for.
@@ -74,6 +83,7 @@ private:
     Session& session_;
     WordEngine& engine_;
     MessageBoxes& boxes_;
+    const Travel travel_;
     bool refused_ = false; ///< the user knows that nothing can be sent
 };
 

@@ -4,18 +4,37 @@
 #include <utility>
 #include <vector>
 
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
 namespace bitlux {
 
-ReadAlls::ReadAlls(const chips::Chip& chip, PanelControls& controls, const Session& session,
-                   std::function<std::string()> variant)
-    : controls_(controls), session_(session), variant_(std::move(variant)) {
+ReadAlls::ReadAlls(const chips::Chip& chip, PanelControls& controls, RegisterPages& pages,
+                   const Session& session, std::function<std::string()> variant,
+                   const std::string& form)
+    : chip_(chip),
+      controls_(controls),
+      pages_(pages),
+      session_(session),
+      variant_(std::move(variant)) {
     for (const chips::ReadAll& group : chip.readAlls) {
-        std::vector<chips::ControlName> buttons;
+        if (group.form != form)
+            continue;
+        std::vector<std::string> words;
         for (const chips::ReadAll::Step& step : group.steps)
-            buttons.push_back(step.button);
-        controls.addButton(group.button, group.title).setTooltip(controls.tooltips(buttons));
+            words.push_back(step.row.exists() ? pages.tooltip(*viewOf(chip, group, step))
+                                              : controls.find(step.button)->tooltip());
+        controls.addButton(group.button, group.title)
+            .setTooltip(fmt::format("{}", fmt::join(words, ", ")));
         controls.onClick(group.button, [this, &group] { press(group); });
     }
+}
+
+void ReadAlls::take(const chips::ReadAll& group, const chips::ReadAll::Step& step) const {
+    if (!step.row.exists())
+        controls_.run(step.button);
+    else if (const chips::View* view = viewOf(chip_, group, step))
+        pages_.read(*view);
 }
 
 void ReadAlls::press(const chips::ReadAll& group) const {
@@ -29,7 +48,7 @@ void ReadAlls::press(const chips::ReadAll& group) const {
         const chips::ReadAll::Step& step = group.steps[i];
         if (step.variants.empty() ||
             std::find(step.variants.begin(), step.variants.end(), variant) != step.variants.end())
-            controls_.run(step.button);
+            take(group, step);
     }
 }
 

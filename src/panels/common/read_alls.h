@@ -2,6 +2,7 @@
 
 #include "chips/description.h"
 #include "panels/common/panel_controls.h"
+#include "panels/common/register_pages.h"
 #include "session/session.h"
 
 #include <functional>
@@ -9,18 +10,23 @@
 
 namespace bitlux {
 
-/// Makes the buttons that press other buttons one after the other.
+/// Makes the buttons that press other buttons one after the other, or read views.
 class ReadAlls {
 public:
-    /// All outlive it. The buttons that are pressed are there. `variant` tells the title of the
-    /// variant that is chosen.
-    ReadAlls(const chips::Chip& chip, PanelControls& controls, const Session& session,
-             std::function<std::string()> variant);
+    /// All outlive it. The buttons that are pressed are there, on the companion form that `form`
+    /// names, or on the panel. `variant` tells the title of the variant that is chosen.
+    ReadAlls(const chips::Chip& chip, PanelControls& controls, RegisterPages& pages,
+             const Session& session, std::function<std::string()> variant,
+             const std::string& form = {});
 
 private:
     void press(const chips::ReadAll& group) const;
+    void take(const chips::ReadAll& group, const chips::ReadAll::Step& step) const;
+
+    const chips::Chip& chip_;
 
     PanelControls& controls_;
+    RegisterPages& pages_;
     const Session& session_;
     std::function<std::string()> variant_;
 };

@@ -10,8 +10,6 @@ namespace bitlux {
 
 namespace {
 
-constexpr const char* sequenceCaption = ">SEQ";
-
 /// Index of the choice that stands for a value, -1 when none does.
 int choiceOf(const chips::Field& field, std::uint64_t value) {
     const auto found =
@@ -30,15 +28,28 @@ PanelControls::Texts textsOf(const chips::Field& field) {
 } // namespace
 
 RegisterPages::RegisterPages(const chips::Chip& chip, PanelControls& controls, PanelWords& words,
-                             Append append)
-    : chip_(chip), controls_(controls), words_(words), append_(std::move(append)) {
+                             Append append, std::string form)
+    : chip_(chip),
+      controls_(controls),
+      words_(words),
+      append_(std::move(append)),
+      form_(std::move(form)) {
     for (const chips::Register& any : chip.registers)
         add(any);
     for (const chips::Command& any : chip.commands)
-        addCommand(any);
+        if (any.form == form_)
+            addCommand(any);
 }
 
 void RegisterPages::add(const chips::Register& added) {
+    if (added.row.form == form_)
+        addRegister(added);
+    for (const chips::View& view : added.views)
+        if (view.row.form == form_)
+            addView(view);
+}
+
+void RegisterPages::addRegister(const chips::Register& added) {
     if (added.row.exists() && controls_.find(added.row.first) == nullptr)
         addWriteRow(added);
     for (const chips::Field& field : added.fields)
@@ -46,11 +57,14 @@ void RegisterPages::add(const chips::Register& added) {
     if (added.writable())
         addButton(added.writeButton, added.writeTitle, words_.text(added),
                   [this, &added] { write(added); });
-    addAppend(added.writeLine,
-              [this, &added] { append_(added.writeLine.name, hex(value(added))); });
-    for (const chips::View& view : added.views)
-        if (view.row.form.empty())
-            addView(view);
+    addAppend(added.writeLine, [this, &added] { append_(added.writeLine.name, lineValue(added)); });
+}
+
+/// A line has all bits of the row, also those that Write leaves out.
+std::string RegisterPages::lineValue(const chips::Register& of) const {
+    return hex(chip_.sequence.wholeWords
+                   ? words_.format().word(chips::Operation::Write, of.address, value(of))
+                   : value(of));
 }
 
 void RegisterPages::addWriteRow(const chips::Register& added) {
@@ -122,16 +136,47 @@ void RegisterPages::addBox(const chips::Register& owner, const chips::Field& fie
 
 void RegisterPages::addList(const chips::Register& owner, const chips::Field& field) {
     using Style = forms::ComboBox::Style;
+    PanelControls::Texts texts = textsOf(field);
+    if (field.markedFrom >= 0)
+        texts.resize(std::min(texts.size(), static_cast<std::size_t>(field.markedFrom)));
     forms::ComboBox& list = controls_.addCombo(
-        field.control, field.typed ? Style::Editable : Style::List, textsOf(field));
-    controls_.onClick(field.control, [this, &owner, &field, &list] {
+        field.control, field.typed ? Style::Editable : Style::List, std::move(texts));
+    const auto takeText = [this, &owner, &field, &list] {
+        chooseByText(owner, field, list.text());
+    };
+    controls_.onClick(field.control, [this, &owner, &field, &list, takeText] {
         if (list.listIndex() >= 0)
             choose(owner, field, field.choices.at(static_cast<std::size_t>(list.listIndex())).code);
+        else if (field.typed)
+            takeText();
     });
+    if (field.typed)
+        controls_.onType(field.control, takeText);
     if (field.selected >= 0)
         list.setListIndex(field.selected);
     else
         list.setEditText(field.prompt);
+}
+
+void RegisterPages::showMarked() const {
+    for (const chips::Register& any : chip_.registers)
+        for (const chips::Field& field : any.fields) {
+            if (field.markedFrom < 0 || any.row.form != form_)
+                continue;
+            auto& list = controls_.get<forms::ComboBox>(field.control);
+            for (std::size_t i = list.items().size(); i < field.choices.size(); ++i)
+                list.addItem(field.choices[i].text);
+        }
+}
+
+/// A text that is no choice changes nothing.
+void RegisterPages::chooseByText(const chips::Register& owner, const chips::Field& field,
+                                 const std::string& text) const {
+    const auto found =
+        std::find_if(field.choices.begin(), field.choices.end(),
+                     [&text](const chips::Choice& choice) { return choice.text == text; });
+    if (found != field.choices.end())
+        choose(owner, field, found->code);
 }
 
 void RegisterPages::choose(const chips::Register& owner, const chips::Field& field,
@@ -224,8 +269,11 @@ void RegisterPages::addView(const chips::View& view) {
 }
 
 void RegisterPages::addCommand(const chips::Command& command) {
-    addButton(command.button, command.title, words_.text(command.word),
-              [this, &command] { words_.command(command); });
+    if (command.byPart)
+        addButton(command.button, command.title, {}, [] {});
+    else
+        addButton(command.button, command.title, words_.text(command.word),
+                  [this, &command] { words_.command(command); });
     addAppend(command.line, [this, &command] { append_(command.line.name, command.line.value); });
 }
 
@@ -238,7 +286,7 @@ void RegisterPages::addButton(const ControlRef& name, const std::string& caption
 }
 
 void RegisterPages::addAppend(const chips::Line& line, PanelControls::Action action) {
-    addButton(line.button, sequenceCaption, line.name, std::move(action));
+    addButton(line.button, chip_.sequence.appendTitle, line.name, std::move(action));
 }
 
 } // namespace bitlux

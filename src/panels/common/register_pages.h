@@ -17,15 +17,16 @@ namespace bitlux {
 /// row the choices are the value. Write sends it, >SEQ appends it to the sequence, the read buttons
 /// show a view in its row.
 ///
-/// Whatever else a control of a register does is given to PanelControls::onClick behind it.
+/// It makes those of the panel, or of one companion form. Whatever else a control of a register
+/// does is given to PanelControls::onClick behind it.
 class RegisterPages {
 public:
     /// Adds a line to the end of the sequence.
     using Append = std::function<void(const std::string& name, const std::string& value)>;
 
-    /// All outlive it.
+    /// All outlive it. `form` names the companion form; empty for the panel.
     RegisterPages(const chips::Chip& chip, PanelControls& controls, PanelWords& words,
-                  Append append);
+                  Append append, std::string form = {});
 
     /// What a register holds.
     [[nodiscard]] std::uint64_t value(const chips::Register& of) const;
@@ -33,10 +34,15 @@ public:
     void write(const chips::Register& target);
     /// Reads a view into its row.
     void read(const chips::View& view);
+    /// The marker file of the panel is there: lists show all their choices from now on.
+    void showMarked() const;
+    /// The word that reads a view.
+    [[nodiscard]] std::string tooltip(const chips::View& view) const { return words_.text(view); }
     void append(const std::string& name, const std::string& value) const { append_(name, value); }
 
 private:
     void add(const chips::Register& added);
+    void addRegister(const chips::Register& added);
     void addWriteRow(const chips::Register& added);
     void addField(const chips::Register& owner, const chips::Field& field);
     void addOptions(const chips::Register& owner, const chips::Field& field);
@@ -48,6 +54,8 @@ private:
     void addButton(const ControlRef& name, const std::string& caption, const std::string& tooltip,
                    PanelControls::Action action);
     void addAppend(const chips::Line& line, PanelControls::Action action);
+    void chooseByText(const chips::Register& owner, const chips::Field& field,
+                      const std::string& text) const;
     /// Puts the bits of a choice into the row, if there is one.
     void choose(const chips::Register& owner, const chips::Field& field, std::uint64_t code) const;
     /// Brings the choices that hold a bit into line with the row.
@@ -55,12 +63,14 @@ private:
     void follow(const chips::Field& field, std::uint64_t value) const;
     [[nodiscard]] bool counts(const chips::Field& field) const;
     [[nodiscard]] std::uint64_t codeOf(const chips::Field& field) const;
+    [[nodiscard]] std::string lineValue(const chips::Register& of) const;
     [[nodiscard]] const chips::View* replyOf(const chips::Register& of) const;
 
     const chips::Chip& chip_;
     PanelControls& controls_;
     PanelWords& words_;
     Append append_;
+    std::string form_;
 };
 
 } // namespace bitlux

@@ -5,13 +5,18 @@
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
 
+#include <optional>
+#include <string>
+
 namespace bitlux {
 
-/// Works on the lines of a sequence: inserts waits, removes lines, moves one by dragging it.
+/// Works on the lines of a sequence: inserts waits, removes lines, moves one by dragging it, or by
+/// buttons where the chip's file wants them.
 class SequenceEditor {
 public:
     /// All outlive it.
-    SequenceEditor(forms::Form& form, SequenceLists& lists, MessageBoxes& boxes);
+    SequenceEditor(forms::Form& form, const chips::SequenceStyle& style, SequenceLists& lists,
+                   MessageBoxes& boxes);
 
     void Cm_Wait_Click();
     void Cm_Remove_Line_Click();
@@ -19,7 +24,12 @@ public:
 
 private:
     void List_Commands_DragDrop(int row);
+    /// The text of Text_Wait, or none when it is refused.
+    [[nodiscard]] std::optional<std::string> waitText();
+    void addMoves(forms::Form& form);
+    void move(int by);
 
+    const chips::SequenceStyle& style_;
     SequenceLists& lists_;
     MessageBoxes& boxes_;
 
@@ -28,6 +38,8 @@ public:
     forms::TextBox Text_Wait; ///< milliseconds
     forms::Button Cm_Remove_Line;
     forms::Button Cm_CLEAR_lists;
+    std::optional<forms::Button> cm_MoveUp; ///< where the chip's file wants them
+    std::optional<forms::Button> cm_MoveDown;
 };
 
 } // namespace bitlux

@@ -6,6 +6,8 @@
 #include "platform/printable.h"
 #include "platform/text_file.h"
 
+#include <algorithm>
+
 #include <fmt/format.h>
 
 namespace bitlux {
@@ -30,14 +32,53 @@ std::string lineOf(std::string_view command, std::string_view value) {
                               printable(file.fileName(), longestName), file.lineNumber(), reason));
 }
 
-void addRow(SequenceRows& rows, std::string_view line, const LineReader& file) {
+/// False for a line without its tabs.
+bool addRow(SequenceRows& rows, std::string_view line) {
     const std::size_t first = line.find('\t');
     const std::size_t second = first == std::string_view::npos ? first : line.find('\t', first + 1);
     if (second == std::string_view::npos)
-        failDamaged(file, "there is no tab behind the command and behind the value");
+        return false;
     rows.commands.push_back(toUtf8(line.substr(0, first)));
     rows.values.push_back(toUtf8(line.substr(first + 1, second - first - 1)));
+    return true;
 }
+
+/// The fields of a file, one after the other.
+class FieldReader {
+public:
+    explicit FieldReader(const std::string& fileName) : lines_(fileName) {}
+
+    /// Nothing behind the last one, and when the file cannot be read on.
+    std::optional<std::string_view> next() {
+        if (!rest_)
+            rest_ = nextLine();
+        if (!rest_)
+            return std::nullopt;
+        const std::string_view text =
+            rest_->substr(std::min(rest_->find_first_not_of(' '), rest_->size()));
+        const bool quoted = text.starts_with('"');
+        const std::string_view field =
+            quoted ? text.substr(1, text.find('"', 1) - 1) : text.substr(0, text.find(','));
+        const std::size_t comma = text.find(',', quoted ? field.size() + 1 : 0);
+        if (comma == std::string_view::npos)
+            rest_.reset();
+        else
+            rest_ = text.substr(comma + 1);
+        return field;
+    }
+
+private:
+    std::optional<std::string_view> nextLine() {
+        try {
+            return lines_.next();
+        } catch (const Failure&) {
+            return std::nullopt;
+        }
+    }
+
+    LineReader lines_;
+    std::optional<std::string_view> rest_; ///< of the line
+};
 
 } // namespace
 
@@ -55,9 +96,27 @@ SequenceRows loadSequence(const std::string& fileName) {
     file.next();
     SequenceRows rows;
     while (const std::optional<std::string_view> line = file.next())
-        addRow(rows, *line, file);
+        if (!addRow(rows, *line))
+            failDamaged(file, "there is no tab behind the command and behind the value");
     if (rows.commands.empty())
         failDamaged(file, "there is no row of headers behind it");
+    return rows;
+}
+
+std::optional<SequenceRows> loadSequenceFields(const std::string& fileName) {
+    constexpr std::size_t most = 1000;
+    std::optional<FieldReader> fields;
+    try {
+        fields.emplace(fileName);
+    } catch (const Failure&) {
+        return std::nullopt;
+    }
+    if (!fields->next())
+        return std::nullopt;
+    SequenceRows rows;
+    while (const std::optional<std::string_view> field = fields->next())
+        if (rows.commands.size() == most || !addRow(rows, *field))
+            break;
     return rows;
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/forms/line_source.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +26,12 @@ void saveSequence(const std::string& fileName, const forms::LineSource& commands
 /// Failure (File) when the file cannot be read, and (Conversion) with file, line and reason when a
 /// row lacks its tabs.
 SequenceRows loadSequence(const std::string& fileName);
+
+/// The rows that can be read of a file whose lines are lists of fields: a field ends with the line,
+/// at a comma, or at the quotes that close those in front of it, and each is a row. A row without
+/// its tabs, more than 1000 rows, or anything else that fails ends them. Nothing when not even the
+/// first field can be read, which does not matter otherwise.
+std::optional<SequenceRows> loadSequenceFields(const std::string& fileName);
 
 /// Makes a file that holds the titles and one row, that of the headers.
 void startSequenceFile(const std::string& fileName, std::string_view command,

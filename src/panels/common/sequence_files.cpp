@@ -1,14 +1,18 @@
 #include "panels/common/sequence_files.h"
 
 #include "panels/common/sequence_file.h"
+#include "platform/failure.h"
 
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace bitlux {
 
-SequenceFiles::SequenceFiles(forms::Form& form, SequenceLists& lists, FileDialogs& dialogs)
-    : lists_(lists),
+SequenceFiles::SequenceFiles(forms::Form& form, const chips::SequenceStyle& style,
+                             SequenceLists& lists, FileDialogs& dialogs)
+    : quiet_(style.fieldFiles),
+      lists_(lists),
       dialogs_(dialogs),
       Cm_SAVE_Seq(form, "Cm_SAVE_Seq", "SAVE"),
       Cm_LOAD_Seq(form, "Cm_LOAD_Seq", "LOAD") {
@@ -22,7 +26,16 @@ void SequenceFiles::Cm_SAVE_Seq_Click() {
                                                               .filter = sequenceFilter,
                                                               .fileName = {}});
     if (fileName)
-        saveSequence(*fileName, lists_.commands(), lists_.values());
+        save(*fileName);
+}
+
+void SequenceFiles::save(const std::string& fileName) const {
+    try {
+        saveSequence(fileName, lists_.commands(), lists_.values());
+    } catch (const Failure&) {
+        if (!quiet_)
+            throw;
+    }
 }
 
 void SequenceFiles::Cm_LOAD_Seq_Click() {
@@ -31,7 +44,14 @@ void SequenceFiles::Cm_LOAD_Seq_Click() {
                                                               .filter = sequenceFilter,
                                                               .fileName = {}});
     if (fileName)
-        lists_.assign(loadSequence(*fileName));
+        load(*fileName);
+}
+
+void SequenceFiles::load(const std::string& fileName) {
+    if (!quiet_)
+        lists_.assign(loadSequence(fileName));
+    else if (std::optional<SequenceRows> rows = loadSequenceFields(fileName))
+        lists_.assignAndSelectLast(std::move(*rows));
 }
 
 } // namespace bitlux

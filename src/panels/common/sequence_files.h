@@ -5,20 +5,27 @@
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
 
+#include <string>
+
 namespace bitlux {
 
 inline constexpr const char* sequenceFilter = "Sequence file (*.txt)|*.txt";
 
-/// Saves and loads the sequence. A file that is damaged or cannot be read changes nothing.
+/// Saves and loads the sequence. What errors do is said by the style of the chip's file.
 class SequenceFiles {
 public:
     /// All outlive it.
-    SequenceFiles(forms::Form& form, SequenceLists& lists, FileDialogs& dialogs);
+    SequenceFiles(forms::Form& form, const chips::SequenceStyle& style, SequenceLists& lists,
+                  FileDialogs& dialogs);
 
     void Cm_SAVE_Seq_Click();
     void Cm_LOAD_Seq_Click();
 
 private:
+    void save(const std::string& fileName) const;
+    void load(const std::string& fileName);
+
+    const bool quiet_; ///< field by field, and silent of errors
     SequenceLists& lists_;
     FileDialogs& dialogs_;
 

@@ -1,6 +1,7 @@
 #include "panels/common/sequence_lists.h"
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 #include <fmt/format.h>
@@ -8,18 +9,24 @@
 namespace bitlux {
 
 /// Numbers from 0 on, an arrow behind one of them; as many as are prepared, or as the arrow needs.
+/// Other texts can stand for numbers.
 class SequenceLists::LineNumbers : public forms::LineSource {
 public:
     explicit LineNumbers(std::size_t prepared) : prepared_(prepared) {}
 
+    static constexpr int nowhere = -1;
+
     int arrow = 1;
+    std::map<std::size_t, std::string> texts;
 
     [[nodiscard]] std::size_t size() const override {
-        return std::max(prepared_, static_cast<std::size_t>(arrow) + 1);
+        return std::max(prepared_, static_cast<std::size_t>(arrow + 1));
     }
     [[nodiscard]] std::string line(std::size_t index) const override {
-        return fmt::format("{}{}{}", index < 10 ? "  " : "", index,
-                           index == static_cast<std::size_t>(arrow) ? "  ---->" : "");
+        const auto other = texts.find(index);
+        return (other != texts.end() ? other->second
+                                     : fmt::format("{}{}", index < 10 ? "  " : "", index)) +
+               (static_cast<int>(index) == arrow ? "  ---->" : "");
     }
 
 private:
@@ -34,6 +41,7 @@ SequenceLists::Answers::Answers(forms::Form& form, const chips::SequenceStyle::C
 SequenceLists::SequenceLists(forms::Form& form, const chips::SequenceStyle& style)
     : numbers_(std::make_shared<LineNumbers>(static_cast<std::size_t>(style.numbers))),
       valueHeader_(style.valueTitle),
+      arrowAtLine_(style.arrowAtLine),
       List_Commands(form, "List_Commands", commands_),
       List_Value(form, "List_Value", values_),
       List1(form, "List1", numbers_) {
@@ -96,8 +104,15 @@ void SequenceLists::assign(SequenceRows rows) {
     clearAnswers();
 }
 
+void SequenceLists::assignAndSelectLast(SequenceRows rows) {
+    assign(std::move(rows));
+    List_Commands.linesChanged(last());
+    List_Value.linesChanged(last());
+}
+
 void SequenceLists::clear() {
     assign({.commands = {std::string(commandHeader)}, .values = {valueHeader_}});
+    numbers_->texts.clear();
     pointTo(1);
 }
 
@@ -110,7 +125,22 @@ void SequenceLists::clearAnswers() {
 
 void SequenceLists::restart() {
     clearAnswers();
-    pointTo(1);
+    numbers_->texts.clear();
+    pointTo(arrowAtLine_ ? LineNumbers::nowhere : 1);
+}
+
+void SequenceLists::showPlayed(int line) {
+    pointTo(arrowAtLine_ ? line : line + 1);
+}
+
+void SequenceLists::goBack(int from, const std::string& text, int to) {
+    if (!arrowAtLine_)
+        return;
+    numbers_->texts[static_cast<std::size_t>(from)] = text;
+    const int before = to - 1; // a blank stands in front of its digits
+    numbers_->texts[static_cast<std::size_t>(before)] =
+        fmt::format("{} {}", before < 10 ? " " : "", before);
+    List1.linesChanged();
 }
 
 void SequenceLists::pointTo(int row) {

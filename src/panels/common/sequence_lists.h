@@ -36,14 +36,21 @@ public:
     void remove(int row);
     void move(int from, int to);
     void setValue(int row, const std::string& value);
-    /// Takes rows with their headers, and clears the answers.
+    /// Takes rows with their headers, and clears the answers. Nothing is selected then, or the last
+    /// row is.
     void assign(SequenceRows rows);
+    void assignAndSelectLast(SequenceRows rows);
     /// Headers alone, in all lists.
     void clear();
 
-    /// A run begins: no answers, and the arrow at the first command.
+    /// A run begins: no answers, and the arrow at the first command, or nowhere yet.
     void restart();
+    /// The arrow goes to the row of a line that is played, or to the next one.
+    void showPlayed(int line);
     void pointTo(int row);
+    /// A run goes back from line `from` to line `to`: `text` stands for the number of `from` from
+    /// now on, and the row in front of `to` gets its number anew.
+    void goBack(int from, const std::string& text, int to);
     /// A text for each list of answers; those that are missing are empty.
     void addAnswer(const std::vector<std::string>& texts);
     /// Takes out the answers in rows `from` to `to`, as far as they are there.
@@ -74,6 +81,7 @@ private:
     std::shared_ptr<forms::TextLines> values_ = std::make_shared<forms::TextLines>();
     std::shared_ptr<LineNumbers> numbers_;
     std::string valueHeader_;
+    const bool arrowAtLine_;
 
 public:
     forms::ListBox List_Commands;

@@ -1,10 +1,14 @@
 #include "panels/common/sequence_player.h"
 
 #include "platform/conversions.h"
+#include "platform/failure.h"
 #include "platform/forms/form_set.h"
 
 #include <algorithm>
 #include <cstdint>
+#include <initializer_list>
+
+#include <fmt/format.h>
 
 namespace bitlux {
 
@@ -30,7 +34,8 @@ private:
 /// A wait: the timer runs for as long as this lives.
 class SequencePlayer::Waiting {
 public:
-    Waiting(SequencePlayer& player, std::int32_t milliseconds, std::int64_t end) : player_(player) {
+    Waiting(SequencePlayer& player, std::int32_t milliseconds, std::optional<std::int64_t> end)
+        : player_(player) {
         player_.Timer1.setInterval(milliseconds);
         player_.Timer1.enable();
         player_.show(end);
@@ -73,15 +78,18 @@ private:
 SequencePlayer::SequencePlayer(forms::Form& form, const Parts& parts)
     : parts_(parts),
       Cm_Run_Seq(form, "Cm_Run_Seq", "RUN"),
-      Timer1(form, "Timer1", 0),
-      Ch_Loop(form, "Ch_Loop", "Loop"),
+      Timer1(form, parts.style.wait.timer, 0),
+      Ch_Loop(form, "Ch_Loop", parts.style.loop.caption),
       Cm_Stop_Loop(form, "Cm_Stop_Loop", "Stop Loop") {
     form.procedure("Cm_Run_Seq_Click", [this] { Cm_Run_Seq_Click(); });
     form.procedure("RunSequenceRange",
                    [this](int first, int last) { RunSequenceRange(first, last); });
-    form.procedure("Timer1_Timer", [this] { Timer1.disable(); });
+    form.procedure(fmt::format("{}_Timer", parts.style.wait.timer), [this] { Timer1.disable(); });
     form.procedure("Cm_Stop_Loop_Click", [this] { parts_.variables.LoopStopRequest = true; });
     form.procedure("Ch_Loop_Click", [this] { Ch_Loop_Click(); });
+    addLoopCaptions(form);
+    parts_.start.setText(parts.style.loop.start);
+    parts_.stop.setText(parts.style.loop.stop);
     Ch_Loop_Click();
     formGoing_ = form.set().formGoing.follow([this, &form](forms::Form& going) {
         if (&going == &form)
@@ -89,11 +97,28 @@ SequencePlayer::SequencePlayer(forms::Form& form, const Parts& parts)
     });
 }
 
+void SequencePlayer::addLoopCaptions(forms::Form& form) {
+    const auto add = [&form](std::optional<forms::Label>& label, const chips::ControlName& name,
+                             const char* caption) {
+        if (name.exists())
+            label.emplace(form, name.name, caption,
+                          name.index < 0 ? std::nullopt : std::optional(name.index));
+    };
+    add(loopStartCaption, parts_.style.loop.startLabel, "Start");
+    add(loopStopCaption, parts_.style.loop.stopLabel, "Stop");
+}
+
 void SequencePlayer::Ch_Loop_Click() {
     const bool on = Ch_Loop.checked();
-    parts_.start.setEnabled(on);
-    parts_.stop.setEnabled(on);
-    Cm_Stop_Loop.setEnabled(on);
+    for (std::optional<forms::Label>* caption : {&loopStartCaption, &loopStopCaption})
+        if (*caption)
+            (*caption)->setVisible(on);
+    for (forms::Control* control :
+         std::initializer_list<forms::Control*>{&parts_.start, &parts_.stop, &Cm_Stop_Loop})
+        if (parts_.style.loop.hides)
+            control->setVisible(on);
+        else
+            control->setEnabled(on);
     loopChosen(on);
 }
 
@@ -104,6 +129,8 @@ void SequencePlayer::Cm_Run_Seq_Click() {
     Shown shown(*this);
     parts_.session.WordToSend.assign(
         static_cast<std::size_t>(std::max<int>(parts_.session.SPIWordLength, 0)), 0);
+    if (parts_.style.loop.endsRun)
+        parts_.variables.LoopStopRequest = false; // what stopped the last run is over
     parts_.lists.restart();
     stretches(parts_.lists.last());
 }
@@ -127,7 +154,7 @@ void SequencePlayer::RunSequenceRange(int first, int last) {
     for (int line = first; line <= last;) {
         progress_->line = line;
         commands_->lineBegins(line);
-        parts_.lists.pointTo(line + 1);
+        parts_.lists.showPlayed(line);
         if (!parts_.variables.RunEnabled) {
             ++line;
             continue;
@@ -135,7 +162,7 @@ void SequencePlayer::RunSequenceRange(int first, int last) {
         const std::string name = parts_.lists.command(line);
         const std::string value = parts_.lists.value(line);
         if (name == waitCommand) {
-            wait(value);
+            wait(line, value);
             parts_.lists.addAnswer({});
         } else {
             parts_.lists.addAnswer(commands_->play(line, name, value));
@@ -150,18 +177,38 @@ int SequencePlayer::nextLine(int line, int first, int last) {
         return line + 1;
     const double start = val(parts_.start.text());
     const double stop = val(parts_.stop.text());
-    const bool repeats =
-        start >= first && stop <= last && !parts_.variables.LoopStopRequest && line == stop;
-    if (repeats)
+    const bool loops = start >= first && stop <= last;
+    const bool stopped = parts_.variables.LoopStopRequest;
+    const bool repeats = loops && !stopped && line == stop;
+    if (repeats) {
         parts_.lists.removeAnswers(toInt32(start), line);
+        parts_.lists.goBack(line, parts_.stop.text(), toInt32(start));
+    }
     parts_.loop.turn();
+    if (loops && stopped && parts_.style.loop.endsRun)
+        return last + 1;
     return repeats ? toInt32(start) : line + 1;
 }
 
-void SequencePlayer::wait(const std::string& value) {
-    const std::int32_t milliseconds = toInt32(toNumber(value));
-    if (milliseconds <= 0) // such a timer would never be over
-        return;
+void SequencePlayer::wait(int line, const std::string& value) {
+    const bool endless = parts_.style.wait.endless;
+    const std::int32_t milliseconds =
+        endless ? endlessOrLong(line, value) : toInt32(toNumber(value));
+    if (milliseconds > 0)
+        waitFor(milliseconds);
+    else if (endless)
+        waitForever();
+}
+
+std::int32_t SequencePlayer::endlessOrLong(int line, const std::string& value) const {
+    try {
+        return std::max(toInt32(val(value)), 0);
+    } catch (const Failure& failure) {
+        throw Failure(failure.kind(), fmt::format("Row {}: {}", line, failure.what()));
+    }
+}
+
+void SequencePlayer::waitFor(std::int32_t milliseconds) {
     // A timer of a window may come late, and one that nobody drives never.
     const std::int64_t end = parts_.clock.nanoseconds() + milliseconds * millisecond;
     const Waiting waiting(*this, milliseconds, end);
@@ -169,6 +216,13 @@ void SequencePlayer::wait(const std::string& value) {
          left > 0 && Timer1.enabled() && parts_.variables.RunEnabled;
          left = end - parts_.clock.nanoseconds())
         parts_.loop.waitForEvents(left);
+}
+
+void SequencePlayer::waitForever() {
+    constexpr std::int64_t longSleep = 3'600'000 * millisecond;
+    const Waiting waiting(*this, 0, std::nullopt);
+    while (Timer1.enabled() && parts_.variables.RunEnabled)
+        parts_.loop.waitForEvents(longSleep);
 }
 
 } // namespace bitlux

@@ -55,6 +55,7 @@ class SequencePlayer {
 public:
     /// What it works with; all outlive it.
     struct Parts {
+        const chips::SequenceStyle& style;
         Session& session;
         FailureBoxes& failures;
         SequenceVariables& variables;
@@ -99,10 +100,15 @@ private:
     /// Changes what progress() tells of the present line.
     void show(std::optional<std::int64_t> waitUntil, SequenceProgress::Awaited awaited = {});
 
-    void wait(const std::string& value);
+    void wait(int line, const std::string& value);
+    /// Milliseconds; 0 for a wait that has no end.
+    [[nodiscard]] std::int32_t endlessOrLong(int line, const std::string& value) const;
+    void waitFor(std::int32_t milliseconds);
+    void waitForever();
     /// The line that follows `line`, as the loop tells.
     [[nodiscard]] int nextLine(int line, int first, int last);
     void Ch_Loop_Click();
+    void addLoopCaptions(forms::Form& form);
 
     Parts parts_;
     SequenceCommands* commands_ = nullptr;
@@ -113,6 +119,8 @@ public:
     forms::Button Cm_Run_Seq;
     forms::Timer Timer1; ///< runs for as long as a wait lasts; who disables it ends the wait
     forms::CheckBox Ch_Loop;
+    std::optional<forms::Label> loopStartCaption; ///< where the chip's file wants them
+    std::optional<forms::Label> loopStopCaption;
     forms::Button Cm_Stop_Loop;
 };
 

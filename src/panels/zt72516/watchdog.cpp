@@ -1,0 +1,96 @@
+#include "panels/zt72516/watchdog.h"
+
+#include "platform/dongle_commands.h"
+#include "platform/failure.h"
+#include "platform/forms/form_set.h"
+#include "transfer/dongle_frame.h"
+
+#include <initializer_list>
+#include <limits>
+#include <utility>
+
+namespace bitlux::zt72516 {
+
+namespace {
+
+constexpr forms::Color onColour = 0x00FF00;
+constexpr forms::Color offColour = 0x0000FF;
+constexpr const char* otherPanel = "ZT72518";
+
+std::uint8_t toByte(int value) {
+    if (value < 0 || value > std::numeric_limits<std::uint8_t>::max())
+        throw Failure(Failure::Kind::Overflow, "Overflow");
+    return static_cast<std::uint8_t>(value);
+}
+
+} // namespace
+
+Watchdog::Watchdog(const PanelContext& context)
+    : session_(context.outside.session),
+      dongle_(context.outside.dongle),
+      boxes_(context.outside.desk.boxes),
+      forms_(context.form.set()),
+      Check_UseSpiDongleForWD(context.form, "Check_UseSpiDongleForWD",
+                              "Use SPI Dongle to Send Watchdog Refresh"),
+      Watchdog_Mode(context.form, "Watchdog_Mode", forms::ComboBox::Style::List,
+                    {"Simple", "Advanced 1", "Advanced 2", "Advanced 4"}),
+      Watchdog_Timing(context.form, "Watchdog_Timing", forms::ComboBox::Style::List,
+                      {"1ms", "2ms", "3ms", "5ms", "10ms", "50ms", "100ms", "500ms", "1s", "5s"}),
+      Btn_Start_Watchdog(context.form, "Btn_Start_Watchdog", "START Watchdog"),
+      Btn_Stop_Watchdog(context.form, "Btn_Stop_Watchdog", "STOP Watchdog"),
+      Watchdog_Status(context.form, "Watchdog_Status", "Watchdog is Off") {
+    Watchdog_Mode.setEditText("Watchdog Mode");
+    Watchdog_Timing.setEditText("Watchdog Timing");
+    enable(false);
+    forms::Form& form = context.form;
+    form.procedure("Btn_Start_Watchdog_Click", [this] { Btn_Start_Watchdog_Click(); });
+    form.procedure("Btn_Stop_Watchdog_Click", [this] { Btn_Stop_Watchdog_Click(); });
+    form.procedure("Check_UseSpiDongleForWD_Click", [this] { Check_UseSpiDongleForWD_Click(); });
+}
+
+void Watchdog::enable(bool on) {
+    for (forms::Control* control : std::initializer_list<forms::Control*>{
+             &Watchdog_Mode, &Watchdog_Timing, &Btn_Start_Watchdog, &Btn_Stop_Watchdog,
+             &Watchdog_Status})
+        control->setEnabled(on);
+}
+
+void Watchdog::Check_UseSpiDongleForWD_Click() {
+    enable(Check_UseSpiDongleForWD.checked());
+    if (!Check_UseSpiDongleForWD.checked())
+        Btn_Stop_Watchdog_Click();
+}
+
+void Watchdog::Btn_Start_Watchdog_Click() {
+    session_.ZT72516WatchdogStart = true;
+    if (Watchdog_Mode.listIndex() < 0 || Watchdog_Timing.listIndex() < 0) {
+        boxes_.show({.text = "Please set watchdog mode and timing values."});
+        return;
+    }
+    Send72516WatchdogCmd();
+    Watchdog_Status.setCaption("Watch Dog is ON");
+    Watchdog_Status.setBackColor(onColour);
+}
+
+void Watchdog::Btn_Stop_Watchdog_Click() {
+    session_.ZT72516WatchdogStart = false;
+    Send72516WatchdogCmd();
+    Watchdog_Status.setCaption("Watch Dog is OFF");
+    Watchdog_Status.setBackColor(offColour);
+}
+
+void Watchdog::Send72516WatchdogCmd() {
+    if (!session_.USBReady)
+        return;
+    UsbFrame frame = commandFrame(dongle::watchdog72516);
+    if (session_.ZT72516WatchdogStart) {
+        frame[3] = toByte(Watchdog_Mode.listIndex() + dongle::watchdogFirstMode);
+        frame[4] = toByte(Watchdog_Timing.listIndex());
+    }
+    session_.ZT72516WatchdogStart = false;
+    UsbFrame answer{};
+    if (!dongle_.exchange(frame, answer, DongleLink::Wait::Limited) && forms_.isVisible(otherPanel))
+        forms_.form(otherPanel).setVisible(false);
+}
+
+} // namespace bitlux::zt72516

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "panels/common/panel_part.h"
+
+namespace bitlux::zt72516 {
+
+/// The watchdog that the dongle serves: its mode and time, and the buttons that hand it over and
+/// take it back. A panel that goes takes it back.
+class Watchdog : public PanelPart {
+public:
+    explicit Watchdog(const PanelContext& context);
+
+    void unload() override { Btn_Stop_Watchdog_Click(); }
+
+    /// Tells the dongle to start as the lists say, once, where ZT72516WatchdogStart says so, else
+    /// to stop. Does nothing without a dongle. One that does not answer takes the panel ZT72518
+    /// from sight, where there is one.
+    void Send72516WatchdogCmd();
+
+private:
+    void Btn_Start_Watchdog_Click();
+    void Btn_Stop_Watchdog_Click();
+    void Check_UseSpiDongleForWD_Click();
+    void enable(bool on);
+
+    Session& session_;
+    DongleLink& dongle_;
+    MessageBoxes& boxes_;
+    forms::FormSet& forms_;
+
+public:
+    forms::CheckBox Check_UseSpiDongleForWD;
+    forms::ComboBox Watchdog_Mode;
+    forms::ComboBox Watchdog_Timing;
+    forms::Button Btn_Start_Watchdog;
+    forms::Button Btn_Stop_Watchdog;
+    forms::Label Watchdog_Status;
+};
+
+} // namespace bitlux::zt72516

@@ -1,0 +1,218 @@
+// The sequence of the panel: what its lines send, its waits and loops, its files.
+
+#include "bench.h"
+
+#include "support/temporary_folder.h"
+
+namespace bitlux::test::zt72516 {
+namespace {
+
+TEST(Zt72516Sequence, SendsWhatItsLinesSay) {
+    Bench bench("scripted", {"FF123456", "0000000F"});
+    EXPECT_EQ(bench.run({{"Init Reg Write", "43000000"},
+                         {"Init Reg Write", "43ABCD12"},
+                         {"Interrupt Reg Write", "&HFF"},
+                         {"SGWU Reg Write", "4E00FFFF"},
+                         {"LIN23 Reg Write", "4D000003"},
+                         {"AMUX Reg Write", "7"},
+                         {"SGMT Reg Write", "53000F0F"},
+                         {"SGT Reg Write", "5400F0F0"},
+                         {"MODE Reg Write", "-1"},
+                         {"SPE_MODE Reg Read", "whatever"},
+                         {"Goto Init with WD Refresh ", ""},
+                         {"Goto Init with WD Refresh", ""},
+                         {"Commands", ""},
+                         {"Out of Watchdog Inhibit", ""}}),
+              "439020C0 4300002B 480000FF 4E000004 4D000FA0 46000007 53000000 54000000 49FFFFFF "
+              "04000000 47000000 04000000 440001F0 00000000 00000000 5E000000");
+    EXPECT_EQ(bench.column("List_Val_read").substr(0, 50),
+              "Value in Hexadecimal|00123456|0000000F|0000000F|00");
+    EXPECT_EQ(bench.panel().readVariable("LastReadValue"), forms::toValue(15));
+    EXPECT_EQ(bench.caption("SPIWordSent"), "SPI Word Sent:5E00-0000");
+    EXPECT_EQ(bench.run({{"TIMER Reg Read", ""}}), "05000000");
+    EXPECT_EQ(bench.caption("SPIWordSent"), "SPI Word Sent:5E00-0000")
+        << "a word of the sequence itself does not show as sent";
+    EXPECT_EQ(bench.caption("SPIWordRcvd"), "SPI Word Rcvd:0000-000F");
+}
+
+TEST(Zt72516Sequence, EndsAtANumberBeyondItsRange) {
+    struct Case {
+        const char* command;
+        const char* value;
+    };
+    for (const Case& c : {Case{"Init Reg Write", "4300000000"}, Case{"SGWU Reg Write", "4E000010"},
+                          Case{"LIN23 Reg Write", "4D001234"}, Case{"Wait", "9999999999"}}) {
+        Bench bench;
+        EXPECT_EQ(bench.run({{"TIMER Reg Read", ""}, {c.command, c.value}, {"TIMER Reg Read", ""}}),
+                  "05000000")
+            << c.value;
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Row 2: Overflow\r\nZT72516.Cm_Run_Seq_Click"});
+        EXPECT_TRUE(bench.on<forms::Button>("Cm_Run_Seq").enabled());
+    }
+}
+
+TEST(Zt72516Sequence, IsEdited) {
+    Bench bench;
+    auto& commands = bench.on<forms::ListBox>("List_Commands");
+    bench.fill({{"INT Request", "a"}, {"Goto Init Mode", "b"}});
+    bench.press("cm_MoveUp"); // nothing is selected
+    commands.select(1);
+    bench.press("cm_MoveUp");
+    commands.select(2);
+    bench.press("cm_MoveDown");
+    const std::string text = "Please select a valid command to move.";
+    EXPECT_EQ(bench.boxes.takeTexts(), (Texts{text, text, text}));
+    bench.press("cm_MoveUp");
+    EXPECT_EQ(bench.column("List_Commands"), "Commands|Goto Init Mode|INT Request");
+    EXPECT_EQ(bench.column("List_Value"), "Value in Hex (data only)|b|a");
+    EXPECT_EQ(commands.listIndex(), 1);
+    bench.on<forms::TextBox>("Text_Wait").setText("soon");
+    bench.press("Cm_Wait");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Enter a numeric value for the wait time."});
+    bench.on<forms::TextBox>("Text_Wait").setText("1.5e1");
+    bench.press("Cm_Wait");
+    commands.select(0);
+    bench.press("Cm_Remove_Line"); // the headers stay
+    bench.press("Cm_Wait");        // but go down
+    EXPECT_EQ(bench.column("List_Commands"), "Wait|Commands|Wait|Goto Init Mode|INT Request");
+    EXPECT_EQ(bench.column("List_Value"), "1.5e1|Value in Hex (data only)|1.5e1|b|a");
+    bench.boxes.answer(MessageBox::Answer::Yes);
+    bench.press("Cm_CLEAR_lists");
+    EXPECT_EQ(bench.column("List_Commands"), "Commands");
+    EXPECT_EQ(bench.lines("ZT72516.List1").size(), 51U);
+    EXPECT_EQ(bench.column("List1").substr(0, 21), "  0|  1  ---->|  2|  ");
+}
+
+TEST(Zt72516Sequence, WaitsUntilItsTimerIsDisabledOrTheFormGoes) {
+    Bench bench;
+    const auto timeOf = [&bench](const Lines& lines) {
+        const std::int64_t before = bench.clock.nanoseconds();
+        EXPECT_EQ(bench.run(lines), "05000000");
+        return bench.clock.nanoseconds() - before;
+    };
+    const std::int64_t ofTheWord = timeOf({{"TIMER Reg Read", ""}});
+    EXPECT_EQ(timeOf({{"Wait", "20.4 ms"}, {"TIMER Reg Read", ""}}) - ofTheWord, 20 * millisecond);
+    EXPECT_EQ(bench.column("List_Val_read"), "Value in Hexadecimal||00000000");
+    for (const char* endless : {"0", "", "soon"}) {
+        const int turns = bench.loop.turns();
+        bench.loop.atTime(bench.clock.nanoseconds() + 10'000'000 * millisecond,
+                          [&] { bench.on<forms::Timer>("SequenceWaitTimer").disable(); });
+        EXPECT_EQ(bench.run({{"Wait", endless}, {"TIMER Reg Read", ""}}), "05000000") << endless;
+        EXPECT_LT(bench.loop.turns() - turns, 10) << "asleep";
+    }
+    bench.loop.atTime(bench.clock.nanoseconds() + 50 * millisecond,
+                      [&] { bench.program.forms().unload("ZT72516"); });
+    bench.fill({{"INT Request", ""}, {"Wait", "0"}, {"INT Request", ""}});
+    bench.sent();
+    bench.press("Cm_Run_Seq");
+    EXPECT_EQ(bench.sent(), "48000100 <00 16 00 00 00 00 00 00>") << "the last line only passes";
+    EXPECT_EQ(bench.session().SPIWordLength, 24);
+}
+
+TEST(Zt72516Sequence, GoesOnBesideAPanelThatIsNoLongerInFrontAndWithoutADongle) {
+    Bench bench;
+    bench.loop.atTurn(1, [&] { bench.program.forms().activate("frmMain"); });
+    EXPECT_EQ(bench.run({{"INT Request", ""}, {"INT Request", ""}, {"TIMER Reg Write", "1"}}),
+              "48000100 00010000:24 00000100:24")
+        << "what travels has the length that was applied";
+    EXPECT_EQ(bench.session().ZT72516PanelActive, 0);
+    bench.program.forms().activate("ZT72516");
+    bench.loop.atTurn(1, [&] { bench.dongle.unplug(); });
+    bench.run({{"TIMER Reg Read", ""}, {"TIMER Reg Read", ""}, {"TIMER Reg Read", ""}});
+    EXPECT_EQ(bench.lists().answers(0).count(), 4U) << "a failed transfer does not end the run";
+    EXPECT_TRUE(bench.on<forms::Button>("Cm_Run_Seq").enabled());
+}
+
+TEST(Zt72516Sequence, RepeatsLinesUntilItIsStopped) {
+    Bench bench;
+    Lines lines(12, {"TIMER Reg Read", ""});
+    EXPECT_FALSE(bench.on<forms::TextBox>("Val_loop(0)").visible());
+    bench.on<forms::CheckBox>("Ch_Loop").click();
+    EXPECT_TRUE(bench.on<forms::Label>("Label_Liste(5)").visible());
+    bench.on<forms::TextBox>("Val_loop(0)").setText("11");
+    bench.on<forms::TextBox>("Val_loop(1)").setText("12");
+    std::string numbers;
+    bench.loop.atTurn(27, [&] {
+        numbers = bench.column("List1");
+        bench.press("Cm_Stop_Loop");
+    });
+    bench.run(lines);
+    EXPECT_NE(numbers.find("|  9| 10|11|12  ---->|13|"), std::string::npos) << numbers;
+    EXPECT_TRUE(bench.panel().readVariable("StopLoop") == forms::Value(true));
+    EXPECT_LE(bench.lists().answers(0).count(), 13U);
+
+    bench.on<forms::TextBox>("Val_loop(0)").setText("1");
+    bench.on<forms::TextBox>("Val_loop(1)").setText("2");
+    bench.loop.atTurn(9, [&] { bench.press("Cm_Stop_Loop"); });
+    const std::string words = bench.run(Lines(4, {"TIMER Reg Read", ""}));
+    EXPECT_EQ(words, "05000000 05000000 05000000 05000000 05000000 05000000")
+        << "a stop ends the run, and an old one does not count";
+    bench.on<forms::TextBox>("Val_loop(1)").setText("5"); // behind the last line
+    EXPECT_EQ(bench.run(Lines(3, {"TIMER Reg Read", ""})), "05000000 05000000 05000000");
+    EXPECT_EQ(bench.column("List1").substr(0, 17), "  0|  1|  2|  3  ");
+    bench.run({});
+    EXPECT_EQ(bench.column("List1").substr(0, 11), "  0|  1|  2") << "no line, no arrow";
+    bench.on<forms::CheckBox>("Ch_Loop").click();
+    bench.run(Lines(60, {"TIMER Reg Read", ""}));
+    EXPECT_EQ(bench.lines("ZT72516.List1").back(), "60  ---->");
+}
+
+TEST(Zt72516SequenceFile, HasTheseBytes) {
+    const TemporaryFolder folder;
+    Bench bench;
+    const std::string file = folder.path("Sequence.txt");
+    bench.fill({{"Goto Init with WD Refresh ", ""}, {"Wait", "6"}, {"Init Reg Write", "43000010"}});
+    bench.fileDialogs.answer(file);
+    bench.press("Cm_SAVE_Seq");
+    EXPECT_EQ(contentOf(file), "Command\tValue\r\nCommands\tValue in Hex (data only)\t\r\n"
+                               "Goto Init with WD Refresh \t\t\r\nWait\t6\t\r\n"
+                               "Init Reg Write\t43000010\t\r\n");
+    bench.lists().clear();
+    bench.fileDialogs.answer(file);
+    bench.press("Cm_LOAD_Seq");
+    EXPECT_EQ(bench.column("List_Commands"),
+              "Commands|Goto Init with WD Refresh |Wait|Init Reg Write");
+    EXPECT_EQ(bench.column("List_Value"), "Value in Hex (data only)||6|43000010");
+    EXPECT_EQ(bench.on<forms::ListBox>("List_Commands").listIndex(), 3);
+    EXPECT_EQ(bench.fileDialogs.shown().back().title, "Load sequence");
+    bench.press("Cm_LOAD_Seq"); // cancelled
+    bench.fileDialogs.answer(folder.path("missing/Sequence.txt"));
+    bench.press("Cm_SAVE_Seq");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
+}
+
+TEST(Zt72516SequenceFile, IsReadFieldByFieldAsFarAsItGoes) {
+    struct Case {
+        std::string content;
+        const char* commands;
+        const char* values;
+    };
+    const std::string head = "Command\tValue\r\nCommands\tValue\t\r\n";
+    std::string many = head;
+    for (int line = 1; line <= 1005; ++line)
+        many += fmt::format("{}\t\t\r\n", line);
+    const TemporaryFolder folder;
+    for (const Case& c : {Case{head + "A\t1\t\r\n", "Commands|A", "Value|1"},
+                          Case{head + "A\t1\t,B\t2\t\r\nC\t3\t", "Commands|A|B|C", "Value|1|2|3"},
+                          Case{head + "A,\t1\t\r\nC\t3\t\r\n", "Commands", "Value"},
+                          Case{head + "\"A,B\t1\t\" x,C\t2\t\r\n", "Commands|A,B|C", "Value|1|2"},
+                          Case{head + "A\t1\t\r\nB\t2\r\nC\t3\t\r\n", "Commands|A", "Value|1"},
+                          Case{"x\r\nA\t1\t\r\n", "A", "1"}, Case{"x\r\n", "", ""},
+                          Case{head + "\xB5\t\t\r\n", "Commands|µ", "Value|"},
+                          Case{"", "Commands|old", "Value in Hex (data only)|"}}) {
+        Bench bench;
+        bench.fill({{"old", ""}});
+        bench.fileDialogs.answer(folder.write("Sequence.txt", c.content));
+        bench.press("Cm_LOAD_Seq");
+        EXPECT_EQ(bench.column("List_Commands"), c.commands) << c.content;
+        EXPECT_EQ(bench.column("List_Value"), c.values) << c.content;
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
+    }
+    Bench bench;
+    bench.fileDialogs.answer(folder.write("Many.txt", many));
+    bench.press("Cm_LOAD_Seq");
+    EXPECT_EQ(bench.lines("ZT72516.List_Commands").back(), "999") << "a thousand with the headers";
+}
+
+} // namespace
+} // namespace bitlux::test::zt72516
