@@ -136,28 +136,22 @@ void FieldGroups::addButtons(QVBoxLayout& column, const ControlRef& first, const
     column.addLayout(line);
 }
 
-void FieldGroups::add(const Commands& commands) {
-    std::vector<std::string> groups;
-    for (const chips::Command* command : commands)
-        if (std::find(groups.begin(), groups.end(), command->group) == groups.end())
-            groups.push_back(command->group);
-    for (const std::string& group : groups) {
-        Commands members;
-        for (const chips::Command* command : commands)
-            if (command->group == group)
-                members.push_back(command);
-        addCommands(group.empty() ? QString("Commands") : textOf(group), members);
-    }
+void FieldGroups::add(const Actions& actions) {
+    for (const std::string& group : groupsOf(actions))
+        addActions(group, actions);
 }
 
-void FieldGroups::addCommands(const QString& title, const Commands& commands) {
+void FieldGroups::addActions(const std::string& group, const Actions& actions) {
     QGroupBox* box = nullptr;
-    QVBoxLayout* column = makeGroup(title, box);
+    QVBoxLayout* column = makeGroup(group.empty() ? QString("Commands") : textOf(group), box);
     column->setSpacing(4);
-    for (const chips::Command* command : commands) {
-        addButtons(*column, command->button, command->line.button, textOf(command->title), box);
-        if (!command->note.empty())
-            column->addWidget(PanelWidgets::note(command->note, box));
+    for (const Action& action : actions) {
+        if (*action.group != group)
+            continue;
+        addButtons(*column, *action.button, *action.append,
+                   textOf(group.empty() ? *action.title : group), box);
+        if (!action.note.empty())
+            column->addWidget(PanelWidgets::note(action.note, box));
     }
     column->addStretch();
     flow_.addWidget(box);

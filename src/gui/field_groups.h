@@ -17,14 +17,14 @@ public:
     void add(const chips::Register& shown);
     /// A register without rows, as one group with its buttons.
     void addWhole(const chips::Register& shown, const QString& title);
-    /// Commands by their headings.
-    void add(const Commands& commands);
+    /// Actions by their headings.
+    void add(const Actions& actions);
 
 private:
     [[nodiscard]] QVBoxLayout* makeGroup(const QString& title, QGroupBox*& box);
     void addField(const chips::Field& field);
     void addBoxes(const chips::Register& shown);
-    void addCommands(const QString& title, const Commands& commands);
+    void addActions(const std::string& group, const Actions& actions);
     void addButtons(QVBoxLayout& column, const ControlRef& first, const ControlRef& second,
                     const QString& about, QWidget* box);
     void fill(QVBoxLayout& column, const chips::Field& field, QWidget* box);

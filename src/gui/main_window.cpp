@@ -2,6 +2,7 @@
 
 #include "gui/about_view.h"
 #include "gui/add_wait_view.h"
+#include "gui/companion_view.h"
 #include "gui/configure_view.h"
 #include "gui/help_window.h"
 #include "gui/panel_view.h"
@@ -173,6 +174,8 @@ FormDialog* MainWindow::makeDialog(forms::Form& form) {
         return new AboutView(*about, binder_, this);
     if (auto* panel = dynamic_cast<PanelForm*>(&form))
         return new PanelView(*panel, binder_, this);
+    if (auto* companion = dynamic_cast<CompanionForm*>(&form))
+        return new CompanionView(*companion, binder_, this);
     if (auto* testMode = dynamic_cast<zt72518::TestModeForm*>(&form))
         return new TestModeView(*testMode, binder_, this);
     return nullptr; // the main form has this window

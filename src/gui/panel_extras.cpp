@@ -1,5 +1,6 @@
 #include "gui/panel_extras.h"
 
+#include "gui/zt72516/extras.h"
 #include "gui/zt72518/extras.h"
 
 namespace bitlux::gui {
@@ -9,10 +10,11 @@ namespace {
 using AddExtras = void (*)(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 
 /// Each adds what some part brings, if the panel has it.
-constexpr std::array<AddExtras, 10> rows{
+constexpr std::array<AddExtras, 13> rows{
     addLastWordExtras,    addModeExtras,          addSpecialModeExtras, addRamExtras,
     addRefreshModeExtras, addDongleVersionExtras, addAutoReadExtras,    addWatchdogExtras,
-    addStopExtras,        addDiagramExtras};
+    addStopExtras,        addDiagramExtras,       addWordDisplayExtras, addDongleWatchdogExtras,
+    addConditionExtras};
 
 } // namespace
 

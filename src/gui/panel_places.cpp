@@ -34,6 +34,20 @@ ViewPlace placeOf(const chips::Chip& chip, const chips::Register& owner, const c
     return {.flags = {}, .registers = owner.page};
 }
 
+/// The actions that `wanted` says are there, by form and page.
+template <typename Wanted>
+Actions actionsWhere(const chips::Chip& chip, Wanted wanted) {
+    static const chips::ControlName none;
+    Actions all;
+    for (const chips::ReadAll& any : chip.readAlls)
+        if (wanted(any.form, any.page.empty() ? std::string(chips::statusPage) : any.page))
+            all.push_back({&any.title, &any.group, {}, &any.button, &none});
+    for (const chips::Command& any : chip.commands)
+        if (wanted(any.form, any.page))
+            all.push_back({&any.title, &any.group, any.note, &any.button, &any.line.button});
+    return all;
+}
+
 /// The views that this form shows, with their places.
 template <typename Take>
 void forEachView(const chips::Chip& chip, Take take) {
@@ -48,7 +62,7 @@ void forEachView(const chips::Chip& chip, Take take) {
 std::vector<Registers> registersOn(const chips::Chip& chip, const std::string& page) {
     std::vector<Registers> all;
     for (const chips::Register& any : chip.registers) {
-        if (any.page != page)
+        if (any.page != page || !any.row.form.empty())
             continue;
         const auto together = std::find_if(all.begin(), all.end(), [&any](const Registers& others) {
             return any.row.exists() && others.front()->row.first == any.row.first;
@@ -61,12 +75,18 @@ std::vector<Registers> registersOn(const chips::Chip& chip, const std::string& p
     return all;
 }
 
-Commands commandsOn(const chips::Chip& chip, const std::string& page) {
-    Commands all;
-    for (const chips::Command& any : chip.commands)
-        if (any.page == page)
-            all.push_back(&any);
-    return all;
+Actions actionsOn(const chips::Chip& chip, const std::string& page) {
+    return actionsWhere(chip, [&page](const std::string& form, const std::string& place) {
+        return form.empty() && place == page;
+    });
+}
+
+std::vector<std::string> groupsOf(const Actions& actions) {
+    std::vector<std::string> groups;
+    for (const Action& action : actions)
+        if (std::find(groups.begin(), groups.end(), *action.group) == groups.end())
+            groups.push_back(*action.group);
+    return groups;
 }
 
 std::vector<const chips::View*> ownViews(const chips::Chip& chip, const chips::Register& owner) {
@@ -94,6 +114,28 @@ std::vector<PlacedView> flagsOn(const chips::Chip& chip, std::size_t outerPage) 
         if (place.flags == outerPage)
             views.push_back({&owner, &view});
     });
+    return views;
+}
+
+Registers registersBeside(const chips::Chip& chip, const std::string& form) {
+    Registers all;
+    for (const chips::Register& any : chip.registers)
+        if (any.row.form == form)
+            all.push_back(&any);
+    return all;
+}
+
+Actions actionsBeside(const chips::Chip& chip, const std::string& form) {
+    return actionsWhere(
+        chip, [&form](const std::string& owner, const std::string&) { return owner == form; });
+}
+
+std::vector<PlacedView> viewsBeside(const chips::Chip& chip, const std::string& form) {
+    std::vector<PlacedView> views;
+    for (const chips::Register& owner : chip.registers)
+        for (const chips::View& view : owner.views)
+            if (view.row.form == form && owner.row.form != form)
+                views.push_back({&owner, &view});
     return views;
 }
 

@@ -16,11 +16,23 @@ struct PlacedView {
 };
 
 using Registers = std::vector<const chips::Register*>;
-using Commands = std::vector<const chips::Command*>;
+
+/// A button that belongs to no register: a command, or what presses or reads several.
+struct Action {
+    const std::string* title;
+    const std::string* group; ///< heading; may be empty
+    std::string note;
+    const chips::ControlName* button;
+    const chips::ControlName* append; ///< appends its line to the sequence
+};
+using Actions = std::vector<Action>;
 
 /// The registers of a page; those that share their write row are together.
 [[nodiscard]] std::vector<Registers> registersOn(const chips::Chip& chip, const std::string& page);
-[[nodiscard]] Commands commandsOn(const chips::Chip& chip, const std::string& page);
+/// Those of a page of registers, or of chips::statusPage.
+[[nodiscard]] Actions actionsOn(const chips::Chip& chip, const std::string& page);
+/// The headings of actions, each once.
+[[nodiscard]] std::vector<std::string> groupsOf(const Actions& actions);
 /// The views of a register that stand on the register's own page.
 [[nodiscard]] std::vector<const chips::View*> ownViews(const chips::Chip& chip,
                                                        const chips::Register& owner);
@@ -29,5 +41,11 @@ using Commands = std::vector<const chips::Command*>;
 /// The views of an outer page of flags, by its index: those that name it, and on the first one also
 /// those that name a page that there is not.
 [[nodiscard]] std::vector<PlacedView> flagsOn(const chips::Chip& chip, std::size_t outerPage);
+
+// What a form beside the panel has.
+[[nodiscard]] Registers registersBeside(const chips::Chip& chip, const std::string& form);
+[[nodiscard]] Actions actionsBeside(const chips::Chip& chip, const std::string& form);
+/// The views of registers that the form has not.
+[[nodiscard]] std::vector<PlacedView> viewsBeside(const chips::Chip& chip, const std::string& form);
 
 } // namespace bitlux::gui

@@ -1,37 +1,13 @@
 #include "gui/panel_status_view.h"
 
 #include "gui/group_flow.h"
-#include "gui/panel_places.h"
-#include "gui/theme.h"
-
-#include <algorithm>
+#include "gui/last_word.h"
 
 #include <QVBoxLayout>
 
 namespace bitlux::gui {
 
 namespace {
-
-/// The word that the panel sent last and its answer, for panels that have no labels of their own.
-class LastWord : public QLabel {
-public:
-    LastWord(PanelForm& form, QWidget* parent) : QLabel("No word was sent yet", parent) {
-        setFont(fixedFont());
-        setTextInteractionFlags(Qt::TextSelectableByMouse);
-        exchanged_ = form.words.exchanged.follow([this, &words = form.words](std::uint64_t word) {
-            setText(
-                textOf("Sent " + words.text(word) + ", received " + words.text(words.answer())));
-        });
-    }
-
-private:
-    Subscription exchanged_;
-};
-
-/// Whether a button stands above all pages, and on no page or companion form.
-bool isHere(const chips::ReadAll& any) {
-    return any.page.empty() && any.form.empty();
-}
 
 /// Widgets side by side, in further lines where one is too narrow.
 GroupFlow& flowIn(QWidget* widget) {
@@ -55,8 +31,9 @@ PanelStatusView::PanelStatusView(PanelForm& form, const PanelExtras& extras,
         layout->addWidget(new BitRow(form.pageControls.row(form.chip().word.status.first),
                                      BitRow::Use::Shown, widgets_.binder, this));
     layout->addWidget(makeTexts(extras));
-    if (!groups().empty() || !extras.reads.empty())
-        layout->addWidget(makeReads(extras));
+    const Actions actions = actionsOn(form.chip(), std::string(chips::statusPage));
+    if (!actions.empty() || !extras.reads.empty())
+        layout->addWidget(makeReads(actions, extras));
 }
 
 QWidget* PanelStatusView::makeVariants(const PanelExtras& extras) {
@@ -86,52 +63,36 @@ QWidget* PanelStatusView::makeTexts(const PanelExtras& extras) {
     for (const MakeWidget& make : extras.lastWord)
         row->addWidget(make(widget));
     if (extras.lastWord.empty())
-        row->addWidget(new LastWord(form_, widget));
+        row->addWidget(new LastWord(form_.words, widget));
     row->addStretch();
     for (const MakeWidget& make : extras.texts)
         row->addWidget(make(widget));
     return widget;
 }
 
-std::vector<std::string> PanelStatusView::groups() const {
-    std::vector<std::string> all;
-    const auto add = [&all](const std::string& group) {
-        if (std::find(all.begin(), all.end(), group) == all.end())
-            all.push_back(group);
-    };
-    for (const chips::ReadAll& any : form_.chip().readAlls)
-        if (isHere(any))
-            add(any.group);
-    for (const chips::Command* any : commandsOn(form_.chip(), std::string(chips::statusPage)))
-        add(any->group);
-    return all;
-}
-
-QWidget* PanelStatusView::makeReads(const PanelExtras& extras) {
+QWidget* PanelStatusView::makeReads(const Actions& actions, const PanelExtras& extras) {
     auto* widget = new QWidget(this);
     GroupFlow& flow = flowIn(widget);
-    for (const std::string& group : groups())
-        flow.addWidget(makeGroup(group, widget));
+    for (const std::string& group : groupsOf(actions))
+        flow.addWidget(makeGroup(group, actions, widget));
     for (const MakeWidget& make : extras.reads)
         flow.addWidget(make(widget));
     return widget;
 }
 
-QWidget* PanelStatusView::makeGroup(const std::string& group, QWidget* parent) {
+QWidget* PanelStatusView::makeGroup(const std::string& group, const Actions& actions,
+                                    QWidget* parent) {
     auto* widget = new QWidget(parent);
     auto* row = new QHBoxLayout(widget);
     row->setContentsMargins(0, 0, 10, 0);
     if (!group.empty())
         row->addWidget(new QLabel(textOf(group) + ":", widget));
-    for (const chips::ReadAll& any : form_.chip().readAlls)
-        if (isHere(any) && any.group == group)
-            row->addWidget(widgets_.rowButton(any.button, widget, textOf(group)));
-    for (const chips::Command* any : commandsOn(form_.chip(), std::string(chips::statusPage))) {
-        if (any->group != group)
+    for (const Action& action : actions) {
+        if (*action.group != group)
             continue;
-        for (const chips::ControlName& button : {any->button, any->line.button})
-            if (button.exists())
-                row->addWidget(widgets_.rowButton(button, widget, textOf(group)));
+        for (const chips::ControlName* button : {action.button, action.append})
+            if (button->exists())
+                row->addWidget(widgets_.rowButton(*button, widget, textOf(group)));
     }
     return widget;
 }

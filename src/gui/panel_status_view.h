@@ -1,6 +1,7 @@
 #pragma once
 
 #include "gui/panel_extras.h"
+#include "gui/panel_places.h"
 
 #include <QWidget>
 
@@ -18,10 +19,8 @@ public:
 private:
     QWidget* makeVariants(const PanelExtras& extras);
     QWidget* makeTexts(const PanelExtras& extras);
-    QWidget* makeReads(const PanelExtras& extras);
-    /// The buttons of one heading: those that press others, then commands.
-    QWidget* makeGroup(const std::string& group, QWidget* parent);
-    [[nodiscard]] std::vector<std::string> groups() const;
+    QWidget* makeReads(const Actions& actions, const PanelExtras& extras);
+    QWidget* makeGroup(const std::string& group, const Actions& actions, QWidget* parent);
 
     PanelForm& form_;
     PanelWidgets widgets_;

@@ -75,6 +75,9 @@ QWidget* PanelView::makeTabs() {
     tabs->setExpanding(false);
     tabs->setDrawBase(false);
     row->addWidget(tabs, 1);
+    for (const chips::Companion& any : form_.chip().panel.described)
+        if (any.button.exists())
+            row->addWidget(widgets_.button(any.button, widget));
     for (const MakeWidget& make : extras_.besideTabs)
         row->addWidget(make(widget));
     return widget;

@@ -66,7 +66,7 @@ void RegisterPageView::addSingle(const chips::Register& shown) {
     GroupFlow& flow = addFlow(*column);
     FieldGroups groups(widgets_, choices, flow);
     groups.add(shown);
-    groups.add(commandsOn(chip_, page_));
+    groups.add(actionsOn(chip_, page_));
     for (const MakeWidget& make : extras_.groups)
         flow.addWidget(make(choices));
     column->addStretch(1);
@@ -120,7 +120,7 @@ void RegisterPageView::addGuests(QVBoxLayout& column, QWidget* parent) {
 
 void RegisterPageView::addRest(QVBoxLayout& column, QWidget* parent) {
     GroupFlow& flow = addFlow(column);
-    FieldGroups(widgets_, parent, flow).add(commandsOn(chip_, page_));
+    FieldGroups(widgets_, parent, flow).add(actionsOn(chip_, page_));
     for (const MakeWidget& make : extras_.groups)
         flow.addWidget(make(parent));
 }

@@ -75,10 +75,26 @@ void RegisterRows::addRegister(const chips::Register& shown, const PageExtras& e
     if (shown.row.exists()) {
         addReads(shown, shown.row, starts);
         addRow(starts, bits(shown.row.first, BitRow::Use::Clicked), edgesOf(shown));
+        if (shown.hexBox.exists())
+            addHexBox(shown);
     } else {
         addRow(starts, nullptr);
     }
     addViews(shown, {});
+}
+
+void RegisterRows::addHexBox(const chips::Register& shown) {
+    const QString caption = textOf(shown.title).replace('_', ' ') + " Hex Value:";
+    QLineEdit* edit = entry(shown.row.first, shown.hexBox, caption);
+    auto* label = new QLabel(caption, owner());
+    label->setBuddy(edit);
+    auto* line = new QHBoxLayout;
+    line->setSpacing(horizontalSpacing());
+    line->addWidget(label);
+    line->addWidget(edit);
+    line->addWidget(buttons(shown.hexButton, "", textOf(shown.title)).first);
+    line->addStretch();
+    addLayout(line, rowCount(), 0, 1, columnCount());
 }
 
 void RegisterRows::addSharing(const Registers& registers, const PageExtras& extras) {

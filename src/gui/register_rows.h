@@ -18,6 +18,8 @@ private:
 
     void addRegister(const chips::Register& shown, const PageExtras& extras);
     void addSharing(const Registers& registers, const PageExtras& extras);
+    /// The box that shows the row in hexadecimal, and the button that takes the row from there.
+    void addHexBox(const chips::Register& shown);
     /// The buttons of a register that shares its write row, in front of its first view.
     void addSharer(const chips::Register& shown);
     /// The button of each view that `row` shows.

@@ -54,6 +54,13 @@ BitRow* RowGrid::bits(const ControlRef& first, BitRow::Use use) const {
     return new BitRow(row, use, widgets_.binder, parent_);
 }
 
+QLineEdit* RowGrid::entry(const ControlRef& row, const chips::ControlName& box,
+                          const QString& name) const {
+    forms::Form& form = widgets_.controls.row(row).label(0).form();
+    return widgets_.entry(dynamic_cast<forms::TextBox&>(form.control(text(box))), "hex", name,
+                          parent_);
+}
+
 void RowGrid::addRow(const Starts& starts, BitRow* bits, std::uint64_t fieldEdges) {
     const int first = rowCount();
     int line = first;

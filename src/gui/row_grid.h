@@ -37,6 +37,9 @@ public:
     [[nodiscard]] BitRow* bits(const std::vector<forms::Label*>& labels) const {
         return new BitRow(LabelRow(labels, {}), BitRow::Use::Shown, widgets_.binder, parent_);
     }
+    /// A box for the value of the row of a panel.
+    [[nodiscard]] QLineEdit* entry(const ControlRef& row, const chips::ControlName& box,
+                                   const QString& name) const;
     /// Buttons that belong to no row. A single one stands behind those that append.
     void addButtons(const std::vector<chips::ControlName>& names);
     /// To be called once all rows are there: those with as many bits have equal cells.

@@ -176,8 +176,12 @@ QWidget* SequenceView::makeLines(QWidget* parent) {
     grid->addWidget(widgets_.entry(editor.Text_Wait, "ms", "Wait in ms", box), 0, 1);
     grid->addWidget(button(editor.Cm_Remove_Line, box), 1, 0);
     grid->addWidget(button(editor.Cm_CLEAR_lists, box), 1, 1);
-    grid->addWidget(button(sequence_.files.Cm_LOAD_Seq, box), 2, 0);
-    grid->addWidget(button(sequence_.files.Cm_SAVE_Seq, box), 2, 1);
+    if (editor.cm_MoveUp)
+        grid->addWidget(button(*editor.cm_MoveUp, box), 2, 0);
+    if (editor.cm_MoveDown)
+        grid->addWidget(button(*editor.cm_MoveDown, box), 2, 1);
+    grid->addWidget(button(sequence_.files.Cm_LOAD_Seq, box), 3, 0);
+    grid->addWidget(button(sequence_.files.Cm_SAVE_Seq, box), 3, 1);
     grid->setColumnStretch(1, 1);
     return box;
 }

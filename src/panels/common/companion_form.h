@@ -22,6 +22,8 @@ public:
     CompanionForm(forms::FormSet& set, const std::string& name, chips::ChipPtr chip,
                   const PanelSurroundings& outside, std::function<PanelForm&()> panel);
 
+    [[nodiscard]] const chips::Chip& chip() const { return *chip_; }
+
 private:
     const chips::ChipPtr chip_;
     const std::function<PanelForm&()> panel_;
