@@ -2,8 +2,8 @@
 // registers takes of a processor's time, through a dongle that takes its time on the bus.
 
 #include "bench/scripted_desk.h"
+#include "panels/common/auto_reads.h"
 #include "panels/common/panel_form.h"
-#include "panels/zt72518/auto_reads.h"
 #include "panels/zt72518/chip_words.h"
 #include "program/program.h"
 #include "workbench/virtual_bench.h"
@@ -65,11 +65,11 @@ public:
     }
     /// The readings of one tick.
     Times reading() {
-        zt72518::AutoReads& reads = panel().part<zt72518::AutoReads>();
+        AutoReads& reads = panel().part<AutoReads>();
         for (int box = 0; box <= 36; ++box)
-            reads.read_auto(box).setValue(1);
-        reads.timer_auto.enable();
-        return timesOf([&reads] { reads.timer_auto_Timer(); });
+            reads.boxes(box).setValue(1);
+        reads.timer.enable();
+        return timesOf([this] { panel().call("timer_auto_Timer"); });
     }
     [[nodiscard]] bool told() const { return !desk_.boxes.shown().empty(); }
 

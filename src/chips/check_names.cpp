@@ -169,13 +169,17 @@ private:
 
     /// Pages that a part in C++ fills have its names.
     void checkPages() {
-        constexpr std::array<std::string_view, 3> known{"registers", "flags", "sequence"};
+        constexpr std::array<std::string_view, 4> known{"registers", "flags", "sequence",
+                                                        "automatic reads"};
         Names shown;
         for (const OuterPage& page : chip_.panel.pages) {
             shown.insert(page.shows);
+            if (page.shows == "automatic reads" && !chip_.automaticReads.exists())
+                add(chip_.panel.at, "nothing is read by itself",
+                    "Add `[automatic_reads]`, or leave the page out.");
             if (!hasParts_ && std::find(known.begin(), known.end(), page.shows) == known.end())
                 add(chip_.panel.at, fmt::format("nothing is called \"{}\"", page.shows),
-                    R"(A page shows "registers", "flags" or "sequence".)");
+                    R"(A page shows "registers", "flags", "sequence" or "automatic reads".)");
         }
         Names pages;
         for (const std::string& page : chip_.registerPages())

@@ -1,6 +1,7 @@
 #include "chips/chip_reader.h"
 
 #include "chips/document.h"
+#include "chips/panel_reader.h"
 #include "chips/parser_guard.h"
 #include "chips/register_reader.h"
 #include "chips/table_reader.h"
@@ -19,8 +20,6 @@ namespace {
 constexpr std::size_t mostNodes = 1'000'000;
 constexpr int mostWordBits = 64;
 constexpr int spiTypes = 8;
-constexpr int mostNumbers = 10'000;
-constexpr int mostBoxes = 16;
 constexpr std::size_t mostProblems = 200;
 
 WordCheck readCheck(const Node& node, Problems& problems) {
@@ -86,7 +85,6 @@ Command readCommand(const Node& node, Problems& problems) {
     const std::string name = identifier(command.title);
     command.button = table.control("button", {.name = "Cm_" + name});
     command.line = readLine(table, command.title, {.name = "Seq_" + name});
-    command.autoRead = table.control("auto");
     command.page = table.text("page", "Commands");
     command.group = table.text("group");
     command.form = table.text("form");
@@ -128,170 +126,6 @@ ReadAll readReadAll(const Node& node, Problems& problems) {
             table.problem(group.at, fmt::format("\"{}\" names no row", row),
                           "Write it as \"Lamp_R\".");
     return group;
-}
-
-/// "Name", "Name(3)" or "Name(4..7)".
-std::optional<Variants::Controls> controlsIn(const std::string& text) {
-    const std::size_t dots = text.find("..");
-    if (dots == std::string::npos) {
-        const auto name = TableReader::controlIn(text);
-        return name ? std::optional(Variants::Controls{name->name, name->index, name->index})
-                    : std::nullopt;
-    }
-    const auto first = TableReader::controlIn(text.substr(0, dots) + ")");
-    const auto last = TableReader::controlIn("x(" + text.substr(dots + 2));
-    if (!first || !last || first->index < 0 || last->index < first->index)
-        return std::nullopt;
-    return Variants::Controls{first->name, first->index, last->index};
-}
-
-Variants::Rule readRule(const Node& node, Problems& problems) {
-    TableReader table(node, problems);
-    constexpr std::array effects{Variants::Effect::Enabled, Variants::Effect::Visible,
-                                 Variants::Effect::Ticked};
-    Variants::Rule rule;
-    rule.at = table.at();
-    rule.effect = effects.at(
-        static_cast<std::size_t>(table.oneOf("effect", {"enabled", "visible", "ticked"})));
-    rule.on = table.texts("on");
-    for (const std::string& text : table.texts("controls")) {
-        if (const auto controls = controlsIn(text))
-            rule.controls.push_back(*controls);
-        else
-            table.problem(rule.at, fmt::format("\"{}\" names no controls", text),
-                          "Write it as \"Name\", \"Name(3)\" or \"Name(4..7)\".");
-    }
-    return rule;
-}
-
-Variants readVariants(const Node& node, Problems& problems) {
-    TableReader table(node, problems);
-    Variants variants;
-    variants.at = table.at();
-    variants.options = table.control("options", {.name = "Variant", .index = 0});
-    variants.titles = table.texts("titles");
-    variants.otherwise = table.text("otherwise", variants.otherwise);
-    for (const Node* rule : table.tables("rule"))
-        variants.rules.push_back(readRule(*rule, problems));
-    for (const Node* row : table.tables("caption")) {
-        TableReader entry(*row, problems);
-        const std::string text = entry.text("text");
-        const std::vector<std::string> on = entry.texts("on");
-        for (const std::string& label : entry.texts("labels"))
-            if (const auto name = TableReader::controlIn(label))
-                variants.captions.push_back({*name, text, on, entry.at()});
-            else
-                entry.problem(entry.at(), fmt::format("\"{}\" is no label", label),
-                              "Write it as \"Name(3)\".");
-    }
-    return variants;
-}
-
-SequenceStyle::Wait readWait(const Node& node, Problems& problems) {
-    TableReader table(node, problems);
-    SequenceStyle::Wait wait;
-    wait.text = table.text("text", wait.text);
-    wait.timer = table.text("timer", wait.timer);
-    wait.asksNumber = table.truth("asks_number", false);
-    wait.endless = table.truth("endless", false);
-    return wait;
-}
-
-SequenceStyle::Loop readLoop(const Node& node, Problems& problems) {
-    TableReader table(node, problems);
-    SequenceStyle::Loop loop;
-    loop.caption = table.text("caption", loop.caption);
-    loop.start = table.text("start");
-    loop.stop = table.text("stop");
-    loop.startLabel = table.control("start_label");
-    loop.stopLabel = table.control("stop_label");
-    loop.hides = table.truth("hides", false);
-    loop.endsRun = table.truth("ends_run", false);
-    return loop;
-}
-
-SequenceStyle readSequence(const Node& node, Problems& problems) {
-    TableReader table(node, problems);
-    SequenceStyle style;
-    style.at = table.at();
-    style.valueTitle = table.text("value", style.valueTitle);
-    style.numbers = table.number("numbers", style.numbers, 0, mostNumbers);
-    style.boxes = table.number("boxes", style.boxes, 2, mostBoxes);
-    style.appendTitle = table.text("append", style.appendTitle);
-    style.wholeWords = table.oneOf("writes", {"data", "word"}) == 1;
-    style.arrowAtLine = table.oneOf("arrow", {"next line", "line"}) == 1;
-    style.moves = table.truth("moves", false);
-    style.headersMove = table.truth("headers_move", false);
-    style.fieldFiles = table.oneOf("files", {"whole", "fields"}) == 1;
-    style.wait = readWait(table.section("wait"), problems);
-    style.loop = readLoop(table.section("loop"), problems);
-    for (const Node* column : table.tables("answers")) {
-        TableReader entry(*column, problems);
-        const std::string list = entry.required("list");
-        style.answers.push_back({.list = list, .title = entry.text("title")});
-    }
-    return style;
-}
-
-std::vector<OuterPage> usualPages(const Chip& chip) {
-    const bool hasFlags =
-        std::any_of(chip.registers.begin(), chip.registers.end(), [](const Register& any) {
-            return std::any_of(any.views.begin(), any.views.end(),
-                               [](const View& view) { return view.page == "Flags"; });
-        });
-    std::vector<OuterPage> pages{{"Registers", "registers"}};
-    if (hasFlags)
-        pages.push_back({"Flags", "flags"});
-    pages.push_back({"Sequence", "sequence"});
-    return pages;
-}
-
-/// Names of forms, or tables of those that the file describes.
-void readCompanions(TableReader& table, PanelLayout& panel, Problems& problems) {
-    for (const Node* node : table.elements("companions")) {
-        if (const std::string* name = node->text()) {
-            panel.companions.push_back(*name);
-            continue;
-        }
-        TableReader entry(*node, problems);
-        Companion companion;
-        companion.form = entry.required("form");
-        companion.caption = entry.text("caption", companion.form);
-        companion.button = entry.control("button");
-        companion.title = entry.text("title", companion.caption);
-        companion.marked = entry.truth("marked", false);
-        panel.companions.push_back(companion.form);
-        panel.described.push_back(std::move(companion));
-    }
-}
-
-PanelLayout readPanel(const Node& node, const Chip& chip, Problems& problems) {
-    TableReader table(node, problems);
-    PanelLayout panel;
-    panel.at = table.at();
-    panel.form = table.text("form", "Panel_" + identifier(chip.name));
-    panel.caption = table.text("caption", chip.title);
-    panel.outerTabs = table.control("tabs", {.name = "PanelTabs"});
-    panel.registerTabs = table.control("register_tabs", {.name = "RegisterTabs"});
-    for (const Node* page : table.tables("pages")) {
-        TableReader entry(*page, problems);
-        const std::string title = entry.required("title");
-        panel.pages.push_back({.title = title, .shows = entry.required("shows")});
-    }
-    if (panel.pages.empty())
-        panel.pages = usualPages(chip);
-    panel.firstPage =
-        table.number("first", 1, 1, std::max(1, static_cast<int>(panel.pages.size()))) - 1;
-    panel.parts = table.texts("parts");
-    readCompanions(table, panel, problems);
-    panel.marker = table.text("marker");
-    panel.active = table.text("active");
-    panel.showsType = table.truth("shows_type", false);
-    panel.unloadsAtEnd = table.truth("unloads_at_end", false);
-    panel.holds = table.oneOf("holds", {"while open", "while in front"}) == 1
-                      ? PanelLayout::Holds::WhileInFront
-                      : PanelLayout::Holds::WhileOpen;
-    return panel;
 }
 
 void readRegisters(TableReader& table, Chip& chip, Problems& problems) {
@@ -355,8 +189,8 @@ void readDocument(const Node& document, const std::string& file, Chip& chip, Pro
     if (table.has("variants"))
         chip.variants = readVariants(table.section("variants"), problems);
     chip.sequence = readSequence(table.section("sequence"), problems);
-    if (chip.sequence.answers.empty())
-        chip.sequence.answers = {{"List_Val_read", "Value in Hexadecimal"}};
+    if (table.has("automatic_reads"))
+        chip.automaticReads = readAutomaticReads(table.section("automatic_reads"), chip, problems);
     chip.panel = readPanel(table.section("panel"), chip, problems);
 }
 

@@ -47,12 +47,15 @@ ControlCensus::ControlCensus(const Chip& chip, Problems& problems) : problems_(p
     for (const Command& any : chip.commands) {
         add(any.button, Kind::Button, any.at, any.form);
         add(any.line.button, Kind::Button, any.at, any.form);
-        add(any.autoRead, Kind::Box, any.at);
     }
     for (const ReadAll& any : chip.readAlls)
         add(any.button, Kind::Button, any.at, any.form);
     for (const Companion& any : chip.panel.described)
         add(any.button, Kind::Button, chip.panel.at);
+    if (chip.automaticReads.exists())
+        for (int box = 0; box <= chip.automaticReads.last(); ++box)
+            add({.name = chip.automaticReads.array, .index = box}, Kind::Box,
+                chip.automaticReads.at);
     for (std::size_t i = 0; i < chip.variants.titles.size(); ++i)
         add({chip.variants.options.name, chip.variants.options.index + static_cast<int>(i)},
             Kind::Option, chip.variants.at);
@@ -82,7 +85,6 @@ void ControlCensus::addRegister(const Register& any) {
         addRow(view.row, view.at);
         add(view.button, Kind::Button, view.at, view.row.form);
         add(view.line.button, Kind::Button, view.at, view.row.form);
-        add(view.autoRead, Kind::Box, view.at);
     }
 }
 

@@ -60,6 +60,16 @@ std::optional<Operation> WordFormat::operationOf(std::uint64_t word) const {
     return std::nullopt;
 }
 
+int AutomaticReads::last() const {
+    int last = static_cast<int>(buttons.size()) - 1;
+    for (const std::vector<int>* boxes : {&switches, &recorders})
+        for (const int box : *boxes)
+            last = std::max(last, box);
+    for (const Group& group : groups)
+        last = std::max(last, group.box);
+    return last;
+}
+
 const View* Register::find(std::string_view wanted) const {
     const auto found = std::find_if(views.begin(), views.end(),
                                     [wanted](const auto& any) { return any.title == wanted; });

@@ -162,10 +162,9 @@ struct View {
     Row row;                 ///< none when the row of the register shows it
     ControlName button;
     Line line;
-    ControlName autoRead; ///< box that has the view read again and again
-    std::string page;     ///< where it is shown; empty for the page of its register
-    std::string group;    ///< heading on that page
-    bool clears = false;  ///< a read changes the chip
+    std::string page;    ///< where it is shown; empty for the page of its register
+    std::string group;   ///< heading on that page
+    bool clears = false; ///< a read changes the chip
     /// What it shows at first where it has a value of its own, beside that of the register.
     std::optional<std::uint64_t> reset;
     std::string switches; ///< group of its switches on the bench, where its title is no good
@@ -182,7 +181,6 @@ struct Command {
     bool byPart = false; ///< a part says what it does, no word does
     ControlName button;
     Line line;
-    ControlName autoRead; ///< box that has it sent again and again
     std::string page;
     std::string group; ///< heading on the page
     std::string form;  ///< a companion form that has it; empty for the panel
@@ -302,6 +300,17 @@ struct SequenceStyle {
         ControlName stopLabel;
         bool hides = false;   ///< without a loop its controls are hidden, not disabled
         bool endsRun = false; ///< a stop ends the run; else the lines behind the loop follow
+        bool picks = false;   ///< a click on a line picks start and stop by turns
+    };
+    /// Two points at which a run stops until the chip resets or interrupts, or the user lets it
+    /// pass; none without texts of their boxes.
+    struct Stops {
+        std::vector<std::string> frames; ///< captions of the two frames
+        std::vector<std::string> boxes;
+        std::vector<std::string> events{"Reset", "Interrupt"};
+        bool acts = true; ///< else the controls are there and do nothing
+
+        [[nodiscard]] bool exists() const { return !boxes.empty(); }
     };
 
     std::string valueTitle = "Value in Hexa";
@@ -316,9 +325,42 @@ struct SequenceStyle {
     /// A file is read field by field, as a comma or quotes end them; what was read before an error
     /// stays, and nothing is said of errors. Else a file is taken whole or not at all.
     bool fieldFiles = false;
+    bool asksToSave = false; ///< of a panel that goes while its sequence is in sight
     Wait wait;
     Loop loop;
+    Stops stops;
     Place at;
+};
+
+/// Reads that repeat by themselves: boxes choose the buttons that are pressed.
+struct AutomaticReads {
+    /// A box that ticks others.
+    struct Group {
+        int box = 0;
+        std::string title;
+        BitList ticks;  ///< boxes
+        BitList clears; ///< boxes that it leaves clear, or clears with the others
+    };
+    /// What has to be known of a box.
+    struct Note {
+        int box = 0;
+        std::string text;
+    };
+
+    std::string array = "AutoRead"; ///< name of the boxes
+    std::string timer = "AutoReadTimer";
+    int interval = 500;               ///< ms
+    std::vector<ControlName> buttons; ///< by their boxes, in the order of the reads
+    std::vector<int> switches;        ///< boxes that turn the reads on and off
+    std::vector<int> recorders;       ///< boxes that record what is sent by hand
+    std::vector<Group> groups;
+    std::vector<Note> notes;
+    BitList lost; ///< boxes that are cleared when the chip is out of reach
+    Place at;
+
+    [[nodiscard]] bool exists() const { return !buttons.empty(); }
+    /// Index of the last box.
+    [[nodiscard]] int last() const;
 };
 
 /// Tabs of the panel: each shows the pages of registers, the flags, the sequence, or something that
@@ -392,6 +434,7 @@ struct Chip {
     std::vector<ReadAll> readAlls;
     Variants variants;
     SequenceStyle sequence;
+    AutomaticReads automaticReads;
     PanelLayout panel;
     std::vector<std::string> modelParts; ///< of the model on the bench, written in C++
     std::vector<Device> devices;         ///< at least one; the chip itself when the file has none

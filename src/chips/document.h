@@ -35,8 +35,8 @@ struct Node::Entry {
     Node value;
 };
 
-/// Parses a TOML text that is bearable (see parser_guard.h). A text that is none gives nothing and one problem. Tables and lists may lie
-/// in each other 32 deep; a key may have up to eight dots.
+/// Parses a TOML text that is bearable (see parser_guard.h). A text that is none gives nothing and
+/// one problem. Tables and lists may lie in each other 32 deep; a key may have up to eight dots.
 std::optional<Node> parseDocument(std::string_view text, Problems& problems);
 
 /// Writes out what a document says in short: a table in a list with a table `repeat` of parallel

@@ -27,6 +27,8 @@ void checkRegisters(const Findings& found);
 void checkOverlaps(const Findings& found);
 /// Devices of the virtual bench, and the reset values that they and views have.
 void checkDevices(const Findings& found);
+/// What repeats by itself, and what of that is named elsewhere.
+void checkPanel(const Findings& found);
 /// Titles, lines of a sequence, and whatever is named elsewhere.
 void checkNames(const Findings& found);
 

@@ -116,7 +116,6 @@ View readView(const Node& node, const Register& owner, const std::string& stem,
         view.row.form = owner.row.form;
     view.button = table.control("button", {.name = "Cm_" + name});
     view.line = readLine(table, owner.title + " " + view.title, {.name = "Seq_" + name});
-    view.autoRead = table.control("auto");
     view.page = table.text("page", view.operation == Operation::Flags ? "Flags" : "");
     view.group = table.text("group");
     view.clears = table.truth("clears", owner.access == Access::ReadClears);

@@ -245,6 +245,20 @@ ControlName TableReader::control(std::string_view key, ControlName otherwise) {
     return otherwise;
 }
 
+std::vector<ControlName> TableReader::controls(std::string_view key) {
+    std::vector<ControlName> names;
+    for (const Node* element : elements(key)) {
+        const std::string* text = element->text();
+        const std::optional<ControlName> name =
+            text != nullptr ? controlIn(*text) : std::optional<ControlName>();
+        if (!name)
+            problem(element->at, fmt::format("`{}` has something that names no control", key),
+                    "Write each as \"Name\" or \"Name(3)\", of letters, digits and underscores.");
+        names.push_back(name.value_or(ControlName()));
+    }
+    return names;
+}
+
 int TableReader::oneOf(std::string_view key, const std::vector<std::string>& choices) {
     const Node* node = take(key);
     if (node == nullptr)

@@ -53,6 +53,8 @@ public:
     std::optional<BitList> bits(std::string_view key);
     /// "Name" or "Name(3)"; an empty text is none. `otherwise` stands when the key is missing.
     ControlName control(std::string_view key, ControlName otherwise = {});
+    /// A list of such names; an empty text keeps the place of one that is not there.
+    std::vector<ControlName> controls(std::string_view key);
     /// Index of one of `choices`; 0 when the key is missing.
     int oneOf(std::string_view key, const std::vector<std::string>& choices);
 

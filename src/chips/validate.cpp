@@ -19,6 +19,7 @@ Problems validate(const Chip& chip) {
         checkOverlaps(found);
     checkDevices(found);
     checkNames(found);
+    checkPanel(found);
     return problems;
 }
 

@@ -11,8 +11,8 @@
 #include "gui/theme.h"
 #include "gui/type_diagram.h"
 #include "gui/waveform_view.h"
+#include "panels/common/sequence_stops.h"
 #include "panels/zt72518/diagram_page.h"
-#include "panels/zt72518/sequence_stops.h"
 #include "platform/linux/user_marker_files.h"
 #include "workbench/virtual_bench.h"
 
@@ -261,7 +261,7 @@ public:
         paintRegisters(form, window, panel, prefix, tail);
         form.sequence.player.Cm_Run_Seq_Click();
         form.sequence.player.Ch_Loop.click();
-        form.part<zt72518::SequenceStops>().Ch_FirstCondition.click();
+        form.part<SequenceStops>().Ch_FirstCondition.click();
         for (int page = 1; page <= form.outerTabs.count(); ++page) {
             form.outerTabs.click(page);
             if (form.shows("mode diagram"))
@@ -331,7 +331,7 @@ public:
                        const QString& tail) {
         PanelSequence& sequence = this->panel().sequence;
         choose("sequence");
-        this->panel().part<zt72518::SequenceStops>().Ch_FirstCondition.click();
+        this->panel().part<SequenceStops>().Ch_FirstCondition.click();
         for (int line = sequence.lists.last(); line < 69; ++line)
             sequence.lists.append("MUX Read Low", "");
         sequence.lists.append("Wait", "5000");

@@ -1,5 +1,7 @@
 #include "gui/panel_extras.h"
 
+#include "gui/auto_reads_view.h"
+#include "gui/sequence_stops_view.h"
 #include "gui/zt72516/extras.h"
 #include "gui/zt72518/extras.h"
 
@@ -10,11 +12,10 @@ namespace {
 using AddExtras = void (*)(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 
 /// Each adds what some part brings, if the panel has it.
-constexpr std::array<AddExtras, 13> rows{
+constexpr std::array<AddExtras, 12> rows{
     addLastWordExtras,    addModeExtras,          addSpecialModeExtras, addRamExtras,
     addRefreshModeExtras, addDongleVersionExtras, addAutoReadExtras,    addWatchdogExtras,
-    addStopExtras,        addDiagramExtras,       addWordDisplayExtras, addDongleWatchdogExtras,
-    addConditionExtras};
+    addStopExtras,        addDiagramExtras,       addWordDisplayExtras, addDongleWatchdogExtras};
 
 } // namespace
 

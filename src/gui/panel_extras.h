@@ -3,7 +3,6 @@
 #include "gui/panel_widgets.h"
 #include "panels/common/panel_form.h"
 
-#include <array>
 #include <functional>
 #include <map>
 #include <string>
@@ -31,9 +30,8 @@ struct PageExtras {
 
 /// What parts add to the page of the sequence.
 struct SequenceExtras {
-    std::array<forms::Label*, 2> loopCaptions{}; ///< of the loop's start and stop
-    std::vector<MakeWidget> run;                 ///< lines of the group of the run
-    std::vector<MakeWidget> groups;              ///< below the other groups
+    std::vector<MakeWidget> run;    ///< lines of the group of the run
+    std::vector<MakeWidget> groups; ///< below the other groups
 };
 
 /// What the parts of a panel add to its window.

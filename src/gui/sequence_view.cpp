@@ -138,13 +138,13 @@ QWidget* SequenceView::makeRun(const SequenceExtras& extras, QWidget* parent) {
     progress_->setObjectName("sequenceProgress");
     PanelWidgets::keepRoom(*progress_);
     grid->addWidget(progress_, 1, 0, 1, 4);
-    addLoop(extras, *grid, box);
+    addLoop(*grid, box);
     for (const MakeWidget& make : extras.run)
         grid->addWidget(make(box), grid->rowCount(), 0, 1, 4);
     return box;
 }
 
-void SequenceView::addLoop(const SequenceExtras& extras, QGridLayout& grid, QWidget* parent) {
+void SequenceView::addLoop(QGridLayout& grid, QWidget* parent) {
     SequencePlayer& run = sequence_.player;
     grid.addWidget(widgets_.binder.make<QCheckBox>(run.Ch_Loop, parent), 2, 0, 1, 2);
     grid.addWidget(PanelWidgets::button(widgets_.binder, run.Cm_Stop_Loop, parent), 2, 2, 1, 2);
@@ -152,9 +152,9 @@ void SequenceView::addLoop(const SequenceExtras& extras, QGridLayout& grid, QWid
     constexpr std::array names{"First line of the loop", "Last line of the loop"};
     for (std::size_t i = 0; i < captions.size(); ++i) {
         const int column = 2 * static_cast<int>(i);
-        forms::Label* given = extras.loopCaptions.at(i);
+        std::optional<forms::Label>& given = i == 0 ? run.loopStartCaption : run.loopStopCaption;
         auto* caption = new QLabel(captions.at(i), parent);
-        if (given != nullptr)
+        if (given)
             widgets_.binder.bind(*given, *caption);
         caption->setMargin(2);
         PanelWidgets::keepRoom(*caption);

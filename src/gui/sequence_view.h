@@ -26,7 +26,7 @@ private:
     void scrollTogether();
     QWidget* makeTools(const SequenceExtras& extras);
     QWidget* makeRun(const SequenceExtras& extras, QWidget* parent);
-    void addLoop(const SequenceExtras& extras, QGridLayout& grid, QWidget* parent);
+    void addLoop(QGridLayout& grid, QWidget* parent);
     QWidget* makeLines(QWidget* parent);
     void followForm();
     void follow();

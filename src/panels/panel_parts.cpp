@@ -3,19 +3,14 @@
 #include "panels/zt72516/mode_changes.h"
 #include "panels/zt72516/watchdog.h"
 #include "panels/zt72516/word_builder.h"
-#include "panels/zt72518/auto_reads.h"
 #include "panels/zt72518/chip_words.h"
-#include "panels/zt72518/command_store.h"
 #include "panels/zt72518/diagram_page.h"
 #include "panels/zt72518/dongle_version.h"
 #include "panels/zt72518/last_word_labels.h"
 #include "panels/zt72518/line_commands.h"
-#include "panels/zt72518/loop_pick.h"
 #include "panels/zt72518/mode_page.h"
 #include "panels/zt72518/ram_page.h"
 #include "panels/zt72518/refresh_mode.h"
-#include "panels/zt72518/save_question.h"
-#include "panels/zt72518/sequence_stops.h"
 #include "panels/zt72518/special_mode_page.h"
 #include "panels/zt72518/value_editor.h"
 #include "panels/zt72518/watchdog.h"
@@ -39,8 +34,7 @@ struct PartRow {
     std::unique_ptr<PanelPart> (*make)(const PanelContext&);
 };
 
-constexpr std::array<PartRow, 20> partRows{{
-    {"save question", make<zt72518::SaveQuestion>},
+constexpr std::array<PartRow, 15> partRows{{
     {"ZT72516 words", make<zt72516::WordBuilder>},
     {"ZT72516 mode changes", make<zt72516::ModeChanges>},
     {"ZT72516 watchdog", make<zt72516::Watchdog>},
@@ -53,13 +47,9 @@ constexpr std::array<PartRow, 20> partRows{{
     {"ZT72518 refresh mode", make<zt72518::RefreshMode>},
     {"ZT72518 diagram", make<zt72518::DiagramPage>},
     {"ZT72518 dongle version", make<zt72518::DongleVersion>},
-    {"command recording", make<zt72518::CommandStore>},
     {"ZT72518 watchdog", make<zt72518::Watchdog>},
     {"ZT72518 lines", make<zt72518::LineCommands>},
-    {"ZT72518 stops", make<zt72518::SequenceStops>},
-    {"ZT72518 loop pick", make<zt72518::LoopPick>},
     {"ZT72518 value editor", make<zt72518::ValueEditor>},
-    {"ZT72518 automatic reads", make<zt72518::AutoReads>},
 }};
 
 } // namespace

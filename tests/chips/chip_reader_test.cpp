@@ -205,8 +205,20 @@ TEST(ChipReader, TellsPlaceFaultAndAdvice) {
         {"width = 4", "width = 4\n[[read_all]]\npress = [\"Cm_Lamp_R\", \"Cm_Tine_R\"]",
          "25:1: there is no button Cm_Tine_R. Did you mean Cm_Time_R, Cm_Time_W, Cm_Lamp_R?"},
         {"width = 4", "width = 4\n[panel]\npages = [{ title = \"A\", shows = \"diagram\" }]",
-         "25:1: nothing is called \"diagram\". A page shows \"registers\", \"flags\" or "
-         "\"sequence\"."},
+         "25:1: nothing is called \"diagram\". A page shows \"registers\", \"flags\", "
+         "\"sequence\" or \"automatic reads\"."},
+        {"width = 4",
+         "width = 4\n[automatic_reads]\npress = [\"Cm_Lamp_R\", \"Cm_Tine_R\"]\n"
+         "switches = [0, 2]\ngroup = { box = 2, title = \"All\", ticks = \"9:0\" }",
+         "25:1: box 0 of the automatic reads has two uses. Give each its own; those of the reads "
+         "are counted by `press`, from 0.\n"
+         "25:1: box 2 of the automatic reads has two uses. Give each its own; those of the reads "
+         "are counted by `press`, from 0.\n"
+         "25:1: there is no button Cm_Tine_R. Did you mean Cm_Time_R, Cm_Time_W, Cm_Lamp_R?\n"
+         "25:1: there is no box 9. Name boxes that are there."},
+        {"width = 4",
+         "width = 4\n[panel]\npages = [{ title = \"A\", shows = \"automatic reads\" }]",
+         "25:1: nothing is read by itself. Add `[automatic_reads]`, or leave the page out."},
         {"width = 4", "width = 4\n[[register.view]]\ntitle = \"R\"\npage = \"Lamps\"",
          "25:1: there is no page \"Lamps\". Name a page of a register or of a command, or leave "
          "`page` out."},

@@ -121,8 +121,11 @@ bits = ["CHANNEL_{0..31}"]
   bits = "31:16,7:0"
   texts = ["off", "on"]
   codes = [0, 0xFFFFFF]
+[automatic_reads]
 [sequence]
 boxes = 3
+asks_to_save = true
+stops = {}
 answers = [
   { list = "Answer3", title = "Byte 3" }, { list = "Answer2", title = "Byte 2" },
   { list = "Answer1", title = "Byte 1" }, { list = "Answer0", title = "Byte 0" },

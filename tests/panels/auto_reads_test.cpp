@@ -11,7 +11,7 @@ constexpr const char* everyRead =
     "DD80 DF80 E180 E380 E580 BF00";
 
 struct AutoBench : SequencerBench {
-    forms::CheckBox& box(int index) { return panel().part<zt72518::AutoReads>().read_auto(index); }
+    forms::CheckBox& box(int index) { return panel().part<AutoReads>().boxes(index); }
     std::string ticked() {
         Texts numbers;
         for (int index = 0; index <= 43; ++index)
@@ -61,10 +61,10 @@ TEST(AutoReads, SwitchAndTickTogether) {
                           Case{43, "24 25 26 27 28 29 30 31 32 33 35 43", ""}}) {
         bench.toggle(fmt::format("read_auto({})", c.box));
         EXPECT_EQ(bench.ticked(), c.on);
-        EXPECT_EQ(bench.panel().part<zt72518::AutoReads>().timer_auto.enabled(), c.box < 39);
+        EXPECT_EQ(bench.panel().part<AutoReads>().timer.enabled(), c.box < 39);
         bench.toggle(fmt::format("read_auto({})", c.box));
         EXPECT_EQ(bench.ticked(), c.off);
-        EXPECT_FALSE(bench.panel().part<zt72518::AutoReads>().timer_auto.enabled());
+        EXPECT_FALSE(bench.panel().part<AutoReads>().timer.enabled());
     }
 }
 
@@ -74,7 +74,7 @@ TEST(AutoReads, EndWhenTheChipIsOutOfReach) {
     failed.toggle("read_auto(34)");
     failed.session().LinkFailed = true;
     EXPECT_EQ(failed.pass(1000), "");
-    EXPECT_FALSE(failed.panel().part<zt72518::AutoReads>().timer_auto.enabled());
+    EXPECT_FALSE(failed.panel().part<AutoReads>().timer.enabled());
     EXPECT_FALSE(failed.box(34).checked()) << "a tick that means nothing";
     EXPECT_TRUE(failed.box(0).checked());
 
@@ -89,7 +89,7 @@ TEST(AutoReads, EndWhenTheChipIsOutOfReach) {
         bench.pass(2000);
         EXPECT_EQ(bench.boxes.takeTexts().size(), 1U) << "one message is enough";
         EXPECT_EQ(bench.ticked(), "35 36");
-        EXPECT_FALSE(bench.panel().part<zt72518::AutoReads>().timer_auto.enabled());
+        EXPECT_FALSE(bench.panel().part<AutoReads>().timer.enabled());
     }
 }
 

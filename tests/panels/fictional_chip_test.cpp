@@ -82,6 +82,16 @@ write = { reply = "Blink" }
   [[register.view]]
   row = "Guard_R"
   bits = ["a", "b"]
+
+[sequence]
+asks_to_save = true
+loop = { start_label = "LoopStart", stop_label = "LoopStop", picks = true }
+
+  [sequence.stops]
+  events = ["RST", "IRQ"]
+
+[automatic_reads]
+interval = 200
 )toml";
 
 /// The panel on a loopback: what goes out comes back.
@@ -182,6 +192,54 @@ TEST(FictionalChip, HasItsSequenceFromItsFileAlone) {
         EXPECT_EQ(bench.boxes.shown().back().text.find(problem), 0U) << problem;
         bench.panel.sequence.lists.remove(5);
     }
+}
+
+TEST(FictionalChip, StopsItsSequenceAndAsksToSaveIt) {
+    LampBench bench;
+    auto& lines = dynamic_cast<forms::ListBox&>(bench.panel.control("List_Commands"));
+    for (const char* button : {"Seq_Lamp_R", "Seq_Blink_R", "Seq_Lamp_R"})
+        bench.click(button);
+    lines.select(2);
+    lines.select(3);
+    EXPECT_EQ(bench.panel.sequence.Val_loop(0).text() + bench.panel.sequence.Val_loop(1).text(),
+              "23");
+
+    EXPECT_EQ(dynamic_cast<forms::OptionButton&>(bench.panel.control("R_Condition1(1)")).caption(),
+              "IRQ");
+    bench.click("Ch_FirstCondition");
+    dynamic_cast<forms::TextBox&>(bench.panel.control("Text_FirstCondition")).setText("2");
+    bench.loop.atTime(bench.clock.nanoseconds() + 1'000'000, [&bench] {
+        EXPECT_EQ(bench.words, "0000/2 3000/2 ");
+        bench.click("Cm_PassCondition1");
+    });
+    bench.click("Cm_Run_Seq");
+    EXPECT_EQ(bench.words, "0000/2 3000/2 0000/2 ");
+
+    bench.boxes.answer(MessageBox::Answer::No);
+    bench.panel.outerTabs.click(3);
+    bench.panel.call("Form_Unload");
+    EXPECT_EQ(bench.boxes.shown().back().title, "Quit Lamp driver");
+}
+
+TEST(FictionalChip, ReadsByItself) {
+    LampBench bench;
+    const auto fire = [&bench] {
+        bench.words.clear();
+        bench.panel.call("AutoReadTimer_Timer");
+        return bench.words;
+    };
+    EXPECT_EQ(dynamic_cast<forms::CheckBox&>(bench.panel.control("AutoRead(1)")).caption(),
+              "Blink");
+    auto& timer = dynamic_cast<forms::Timer&>(bench.panel.control("AutoReadTimer"));
+    EXPECT_EQ(timer.interval(), 200);
+    bench.click("AutoRead(1)");
+    bench.click("AutoRead(2)");
+    EXPECT_FALSE(timer.enabled());
+    bench.click("AutoRead(3)");
+    EXPECT_TRUE(timer.enabled());
+    EXPECT_EQ(fire(), "3000/2 2000/2 ");
+    bench.click("AutoRead(3)");
+    EXPECT_FALSE(timer.enabled());
 }
 
 TEST(FictionalChip, SendsInItsShapeAndGivesBackWhatWasAppliedLast) {

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "bench/chosen_marker_files.h"
+#include "panels/common/auto_reads.h"
+#include "panels/common/command_store.h"
 #include "panels/common/panel_form.h"
-#include "panels/zt72518/auto_reads.h"
 #include "panels/zt72518/chip_words.h"
-#include "panels/zt72518/command_store.h"
 #include "panels/zt72518/line_commands.h"
 #include "panels/zt72518/watchdog.h"
 #include "support/test_bench.h"
@@ -109,8 +109,8 @@ public:
 
 private:
     void catchStore() {
-        panel().part<zt72518::CommandStore>().write = [this](const std::string& name,
-                                                             const std::string& value) {
+        panel().part<CommandStore>().write = [this](const std::string& name,
+                                                    const std::string& value) {
             stored_.push_back(fmt::format("*{}={}", name, value));
         };
     }

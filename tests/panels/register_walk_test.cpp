@@ -472,7 +472,7 @@ TEST(RegisterPages, AddTheParityBitThatWasComputedLast) {
 
 TEST(RegisterPages, StoreWhatTheHandSends) {
     PanelBench bench;
-    bench.panel().part<zt72518::CommandStore>().StoreCommands = true;
+    bench.panel().part<CommandStore>().StoreCommands = true;
     bench.panel().pageControls.row("RAM").show(0x0C);
     for (const Step& step :
          {Step{"Cm_Write_RAM(2)", "460C *Write RAM=C"}, Step{"Cm_Read_RAM(2)", "0700"},

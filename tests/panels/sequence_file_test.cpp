@@ -117,7 +117,7 @@ TEST(SequenceFile, RecordsWhatIsSent) {
     const auto ticks = [&bench] {
         return fmt::format("{}{}{}", bench.get<forms::CheckBox>("ZT72518.read_auto(39)").value(),
                            bench.get<forms::CheckBox>("ZT72518.read_auto(40)").value(),
-                           bench.panel().part<zt72518::CommandStore>().StoreCommands);
+                           bench.panel().part<CommandStore>().StoreCommands);
     };
     bench.toggle("read_auto(40)"); // cancelled
     EXPECT_EQ(ticks(), "00false");

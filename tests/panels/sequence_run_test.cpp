@@ -145,8 +145,8 @@ TEST(SequenceRun, StopsForTheLinesOfTheChip) {
                 expected += poll;
             EXPECT_EQ(bench.run(RunBench::writes(4)), expected + (first ? " 4003 4004" : " 4004"))
                 << reset;
-            EXPECT_FALSE(bench.panel().part<zt72518::SequenceStops>().Condition1Seen ||
-                         bench.panel().part<zt72518::SequenceStops>().Condition2Seen);
+            EXPECT_FALSE(bench.panel().part<SequenceStops>().Condition1Seen ||
+                         bench.panel().part<SequenceStops>().Condition2Seen);
         }
 }
 

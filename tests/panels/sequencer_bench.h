@@ -1,11 +1,11 @@
 #pragma once
 
+#include "panels/common/auto_reads.h"
+#include "panels/common/command_store.h"
 #include "panels/common/panel_form.h"
-#include "panels/zt72518/auto_reads.h"
+#include "panels/common/sequence_stops.h"
 #include "panels/zt72518/chip_words.h"
-#include "panels/zt72518/command_store.h"
 #include "panels/zt72518/line_commands.h"
-#include "panels/zt72518/sequence_stops.h"
 #include "panels/zt72518/watchdog.h"
 #include "support/test_bench.h"
 

@@ -119,9 +119,9 @@ TEST(Watchdog, EndsTheAutomaticReadsWhenTheDongleDoesNotAnswer) {
     bench.after(0);
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{checkTheCable});
     EXPECT_TRUE(bench.session().LinkFailed);
-    EXPECT_FALSE(bench.panel().part<zt72518::AutoReads>().timer_auto.enabled());
+    EXPECT_FALSE(bench.panel().part<AutoReads>().timer.enabled());
     for (int box = 0; box <= 34; ++box)
-        EXPECT_FALSE(bench.panel().part<zt72518::AutoReads>().read_auto(box).checked()) << box;
+        EXPECT_FALSE(bench.panel().part<AutoReads>().boxes(box).checked()) << box;
 }
 
 } // namespace

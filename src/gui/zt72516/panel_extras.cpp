@@ -1,6 +1,5 @@
 #include "gui/theme.h"
 #include "gui/zt72516/extras.h"
-#include "panels/zt72516/line_commands.h"
 #include "panels/zt72516/watchdog.h"
 #include "panels/zt72516/word_builder.h"
 
@@ -49,29 +48,6 @@ QWidget* makeDongleWatchdog(zt72516::Watchdog& watchdog, const PanelWidgets& wid
     return box;
 }
 
-/// Names of the controls of a point at which a run would stop.
-struct Condition {
-    const char* title;
-    const char* box;
-    const char* events;
-    const char* pass;
-};
-
-QWidget* makeCondition(const Condition& condition, forms::TextBox& line,
-                       const PanelWidgets& widgets, QWidget* parent) {
-    auto* group = new QGroupBox(condition.title, parent);
-    auto* grid = new QGridLayout(group);
-    auto* box = widgets.make<QCheckBox, forms::CheckBox>(condition.box, group);
-    grid->addWidget(box, 0, 0, 1, 4);
-    for (const int event : {0, 1})
-        grid->addWidget(
-            widgets.make<QRadioButton, forms::OptionButton>({condition.events, event}, group), 1,
-            event);
-    grid->addWidget(widgets.entry(line, "line", QString(condition.title) + ", line", group), 1, 2);
-    grid->addWidget(widgets.button(condition.pass, group), 1, 3);
-    return group;
-}
-
 } // namespace
 
 void addWordDisplayExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras) {
@@ -91,22 +67,6 @@ void addDongleWatchdogExtras(PanelForm& form, const PanelWidgets& widgets, Panel
         extras.registerPages["W/D Refresh"].groups.push_back([widgets, part](QWidget* parent) {
             return makeDongleWatchdog(*part, widgets, parent);
         });
-}
-
-void addConditionExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras) {
-    auto* part = form.findPart<zt72516::LineCommands>();
-    if (part == nullptr)
-        return;
-    extras.sequence.groups.push_back([widgets, part](QWidget* parent) {
-        return makeCondition(
-            {"First Condition", "Ch_FirstCondition", "R_Condition1", "Cm_PassCondition1"},
-            part->Text_FirstCondition, widgets, parent);
-    });
-    extras.sequence.groups.push_back([widgets, part](QWidget* parent) {
-        return makeCondition(
-            {"Second Condition", "Ch_SecondCondition", "R_Condition2", "Cm_PassCondition2"},
-            part->Text_SecondCondition, widgets, parent);
-    });
 }
 
 } // namespace bitlux::gui

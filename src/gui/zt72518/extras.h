@@ -12,10 +12,8 @@ void addSpecialModeExtras(PanelForm& form, const PanelWidgets& widgets, PanelExt
 void addRamExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 void addRefreshModeExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 void addDongleVersionExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
-void addAutoReadExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 /// The watchdog's page, and what it and the editor of values add to the sequence.
 void addWatchdogExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
-void addStopExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 /// The diagram's page, and the way to the test side of the chip.
 void addDiagramExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 

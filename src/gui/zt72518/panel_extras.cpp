@@ -1,7 +1,6 @@
 #include "gui/theme.h"
 #include "gui/zt72518/extras.h"
 #include "gui/zt72518/mode_diagram.h"
-#include "panels/zt72518/auto_reads.h"
 #include "panels/zt72518/diagram_page.h"
 #include "panels/zt72518/dongle_version.h"
 #include "panels/zt72518/last_word_labels.h"
@@ -55,8 +54,6 @@ void addLastWordExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras
     // The first of each kind is enough; the third one counts ones, which the lit bits tell.
     for (const int label : {1, 2, 3, 8})
         extras.copies.push_back(widgets.controls.find({lastWordLabels, label}));
-    extras.sequence.loopCaptions = {&widgets.controls.get<forms::Label>(Part::loopStart),
-                                    &widgets.controls.get<forms::Label>(Part::loopStop)};
 }
 
 void addDongleVersionExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras) {
@@ -69,21 +66,6 @@ void addDongleVersionExtras(PanelForm& form, const PanelWidgets& widgets, PanelE
     // They pan the choices, which are in sight as a whole.
     extras.copies.push_back(&part->HScroll1);
     extras.copies.push_back(&part->VScroll1);
-}
-
-void addAutoReadExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras) {
-    auto* part = form.findPart<zt72518::AutoReads>();
-    if (part == nullptr)
-        return;
-    constexpr int autoReading = 34;
-    constexpr int storing = 39;
-    for (const int box : {autoReading, storing})
-        extras.reads.push_back([widgets, part, box](QWidget* parent) {
-            return widgets.binder.make<QCheckBox>(part->read_auto(box), parent);
-        });
-    for (const int box : {37, 38, 40})
-        extras.copies.push_back(&part->read_auto(box));
-    extras.timers.push_back(&part->timer_auto);
 }
 
 void addDiagramExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras) {

@@ -1,5 +1,6 @@
 #include "gui/zt72518/watchdog_view.h"
 
+#include "gui/auto_reads_view.h"
 #include "gui/panel_widgets.h"
 #include "gui/sheet.h"
 
@@ -10,30 +11,7 @@
 
 namespace bitlux::gui {
 
-namespace {
-
-/// Boxes of a group of reads, and the box that ticks the group.
-struct ReadGroup {
-    std::vector<int> boxes;
-    int all;
-};
-
-std::vector<int> range(int first, int last) {
-    std::vector<int> result;
-    for (int i = first; i <= last; ++i)
-        result.push_back(i);
-    return result;
-}
-
-std::vector<int> flagBoxes() {
-    std::vector<int> boxes = range(23, 33);
-    boxes.insert(boxes.end(), {35, 36});
-    return boxes;
-}
-
-} // namespace
-
-WatchdogView::WatchdogView(zt72518::Watchdog& watchdog, zt72518::AutoReads* reads, Binder& binder,
+WatchdogView::WatchdogView(zt72518::Watchdog& watchdog, AutoReads* reads, Binder& binder,
                            QWidget* parent)
     : QWidget(parent), watchdog_(watchdog), binder_(binder) {
     auto* outer = new QVBoxLayout(this);
@@ -48,7 +26,7 @@ WatchdogView::WatchdogView(zt72518::Watchdog& watchdog, zt72518::AutoReads* read
     top->addWidget(makePulse(), 1);
     layout->addLayout(top);
     if (reads != nullptr)
-        layout->addWidget(makeReads(*reads));
+        layout->addWidget(makeAutoReads(*reads, binder_, this));
     layout->addStretch();
 }
 
@@ -111,30 +89,6 @@ QWidget* WatchdogView::makePulse() {
     for (const int button : {4, 6})
         addCommand(*grid, row++, button, box);
     grid->setRowStretch(row, 1);
-    return box;
-}
-
-QWidget* WatchdogView::makeReads(zt72518::AutoReads& reads) {
-    auto* box = new QGroupBox("Read every 500 ms, while \"Auto reading\" is ticked above", this);
-    auto* grid = new QGridLayout(box);
-    grid->setVerticalSpacing(3);
-    constexpr int lines = 6;
-    constexpr int groupSpacing = 20;
-    const std::array<ReadGroup, 3> groups{
-        {{range(0, 16), 41}, {range(17, 22), 42}, {flagBoxes(), 43}}};
-    int column = 0;
-    for (const ReadGroup& group : groups) {
-        if (column > 0)
-            grid->setColumnMinimumWidth(column++, groupSpacing);
-        grid->addWidget(binder_.make<QCheckBox>(reads.read_auto(group.all), box), 0, column);
-        for (int place = 0; const int read : group.boxes) {
-            grid->addWidget(binder_.make<QCheckBox>(reads.read_auto(read), box), 1 + place % lines,
-                            column + place / lines);
-            grid->setColumnStretch(column + place / lines, 1); // all are equally wide
-            ++place;
-        }
-        column += (static_cast<int>(group.boxes.size()) + lines - 1) / lines;
-    }
     return box;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "gui/binder.h"
-#include "panels/zt72518/auto_reads.h"
+#include "panels/common/auto_reads.h"
 #include "panels/zt72518/watchdog.h"
 
 #include <QWidget>
@@ -14,13 +14,11 @@ namespace bitlux::gui {
 class WatchdogView : public QWidget {
 public:
     /// `reads` is null in a panel that has none.
-    WatchdogView(zt72518::Watchdog& watchdog, zt72518::AutoReads* reads, Binder& binder,
-                 QWidget* parent);
+    WatchdogView(zt72518::Watchdog& watchdog, AutoReads* reads, Binder& binder, QWidget* parent);
 
 private:
     QWidget* makeService();
     QWidget* makePulse();
-    QWidget* makeReads(zt72518::AutoReads& reads);
     QComboBox* makeChoice(int choice, const QString& prompt, const QString& name, QWidget* parent);
     void addCommand(QGridLayout& grid, int row, int button, QWidget* parent);
 

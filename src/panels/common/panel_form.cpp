@@ -1,5 +1,10 @@
 #include "panels/common/panel_form.h"
 
+#include "panels/common/auto_reads.h"
+#include "panels/common/command_store.h"
+#include "panels/common/loop_pick.h"
+#include "panels/common/save_question.h"
+#include "panels/common/sequence_stops.h"
 #include "platform/failure.h"
 #include "platform/forms/form_set.h"
 
@@ -86,8 +91,18 @@ void PanelForm::makeParts() {
                                .sequence = sequence,
                                .outerTabs = outerTabs,
                                .parts = parts_};
+    const auto add = [&]<typename Part>(std::in_place_type_t<Part>, bool wanted) {
+        if (wanted)
+            parts_.push_back(std::make_unique<Part>(context));
+    };
+    const chips::SequenceStyle& style = chip_->sequence;
+    add(std::in_place_type<SaveQuestion>, style.asksToSave);
+    add(std::in_place_type<CommandStore>, !chip_->automaticReads.recorders.empty());
     for (const std::string& part : chip_->panel.parts)
         parts_.push_back(makePanelPart(part, context));
+    add(std::in_place_type<SequenceStops>, style.stops.exists());
+    add(std::in_place_type<LoopPick>, style.loop.picks);
+    add(std::in_place_type<AutoReads>, chip_->automaticReads.exists());
 }
 
 void PanelForm::addCompanions() {

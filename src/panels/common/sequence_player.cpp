@@ -119,7 +119,6 @@ void SequencePlayer::Ch_Loop_Click() {
             control->setVisible(on);
         else
             control->setEnabled(on);
-    loopChosen(on);
 }
 
 void SequencePlayer::Cm_Run_Seq_Click() {

@@ -89,8 +89,6 @@ public:
 
     /// Plays the whole sequence, line 1 to the given one; at first one stretch.
     std::function<void(int last)> stretches = [this](int last) { RunSequenceRange(1, last); };
-    /// There is a loop, or none. Set by whoever shows more of it.
-    std::function<void(bool on)> loopChosen = [](bool) {};
 
 private:
     class ButtonOff;

@@ -20,9 +20,7 @@ LineCommands::LineCommands(const PanelContext& context)
     : controls_(context.controls),
       words_(context.words),
       sequence_(context.sequence),
-      builder_(context.part<WordBuilder>()),
-      Text_FirstCondition(context.form, "Text_FirstCondition"),
-      Text_SecondCondition(context.form, "Text_SecondCondition") {
+      builder_(context.part<WordBuilder>()) {
     sequence_.player.setCommands(*this);
     forms::Form& form = context.form;
     SequenceVariables& variables = sequence_.variables;
@@ -42,18 +40,6 @@ LineCommands::LineCommands(const PanelContext& context)
     form.procedure("Text_Wait_GotFocus", [this] { selectAll(sequence_.editor.Text_Wait); });
     form.procedure("Val_loop_GotFocus",
                    [this](int index) { selectAll(sequence_.Val_loop(index)); });
-    addConditions(context);
-}
-
-void LineCommands::addConditions(const PanelContext& context) {
-    const char* caption = "Stop and Wait for Reset or Interrupt ";
-    const PanelControls::Texts lines{"Reset", "Interrupts"};
-    context.controls.addBox("Ch_FirstCondition", caption);
-    context.controls.addOptions({"R_Condition1", 0}, lines);
-    context.controls.addButton("Cm_PassCondition1", "Pass");
-    context.controls.addBox("Ch_SecondCondition", caption);
-    context.controls.addOptions({"R_Condition2", 0}, lines);
-    context.controls.addButton("Cm_PassCondition2", "Pass");
 }
 
 void LineCommands::CovertNameToSpiWord(const std::string& name, int index) {

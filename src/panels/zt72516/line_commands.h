@@ -10,8 +10,7 @@
 namespace bitlux::zt72516 {
 
 /// What the lines of the sequence do: reads and writes go out as they are built, commands are what
-/// their buttons do, and a name that is none sends 0. Beside them stand the controls of conditions
-/// for a stop, which do nothing.
+/// their buttons do, and a name that is none sends 0.
 class LineCommands : public PanelPart, public SequenceCommands {
 public:
     explicit LineCommands(const PanelContext& context);
@@ -29,16 +28,10 @@ public:
     std::int32_t LastReadValue = 0;
 
 private:
-    void addConditions(const PanelContext& context);
-
     PanelControls& controls_;
     PanelWords& words_;
     PanelSequence& sequence_;
     WordBuilder& builder_;
-
-public:
-    forms::TextBox Text_FirstCondition;
-    forms::TextBox Text_SecondCondition;
 };
 
 } // namespace bitlux::zt72516

@@ -34,8 +34,6 @@ LastWordLabels::LastWordLabels(const PanelContext& context)
         controls_.addLabel({labels, label}, "Sent : ").setTooltip(decodedNote);
     for (const int label : receivedLabels)
         controls_.addLabel({labels, label}, "Received : ").setTooltip(decodedNote);
-    controls_.addLabel(loopStart, "Start");
-    controls_.addLabel(loopStop, "Stop");
 }
 
 void LastWordLabels::show(int label, const std::string& text) const {

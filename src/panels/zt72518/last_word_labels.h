@@ -9,12 +9,9 @@
 namespace bitlux::zt72518 {
 
 /// The labels that tell the word sent and the word received last while the panel is active:
-/// Label_Liste(0) to (2) and (3), (7), (8). The array also has the captions of the sequence's loop.
+/// Label_Liste(0) to (2) and (3), (7), (8).
 class LastWordLabels : public PanelPart {
 public:
-    static constexpr ControlRef loopStart{"Label_Liste", 5};
-    static constexpr ControlRef loopStop{"Label_Liste", 6};
-
     explicit LastWordLabels(const PanelContext& context);
 
 private:

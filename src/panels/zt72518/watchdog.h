@@ -1,8 +1,8 @@
 #pragma once
 
+#include "panels/common/command_store.h"
 #include "panels/common/panel_part.h"
 #include "panels/zt72518/chip_words.h"
-#include "panels/zt72518/command_store.h"
 #include "platform/forms/control_array.h"
 
 #include <functional>

@@ -1,12 +1,12 @@
-#include "panels/zt72518/save_question.h"
+#include "panels/common/save_question.h"
 
-namespace bitlux::zt72518 {
+namespace bitlux {
 
 void SaveQuestion::unload() {
-    if (tabs_.selected() != sequenceTab)
+    if (pages_.at(static_cast<std::size_t>(tabs_.selected() - 1)).shows != "sequence")
         return;
     const MessageBox question{.text = "Save the sequence before exit?",
-                              .title = "Quit ZT72518 - 511 - 514 Interface",
+                              .title = "Quit " + form_.caption(),
                               .buttons = MessageBox::Buttons::YesNo};
     if (boxes_.show(question) == MessageBox::Answer::Yes)
         form_.call("Cm_SAVE_Seq_Click");
@@ -14,4 +14,4 @@ void SaveQuestion::unload() {
         sequence_.variables.RunEnabled = false;
 }
 
-} // namespace bitlux::zt72518
+} // namespace bitlux

@@ -1,4 +1,4 @@
-#include "panels/zt72518/sequence_stops.h"
+#include "panels/common/sequence_stops.h"
 
 #include "platform/conversions.h"
 #include "platform/event.h"
@@ -8,18 +8,19 @@
 #include <cstdint>
 #include <memory>
 
-namespace bitlux::zt72518 {
+namespace bitlux {
 
 namespace {
 
 constexpr std::int64_t pauseWithoutDongle = 10'000'000; // ns
 
 forms::ControlArray<forms::OptionButton> lineOptions(forms::Form& form, forms::OptionGroup& group,
-                                                     const char* name) {
+                                                     const char* name,
+                                                     const std::vector<std::string>& events) {
     forms::ControlArray<forms::OptionButton> options(
         name, 0, 1, [&](const std::string& arrayName, int index) {
-            return std::make_unique<forms::OptionButton>(form, group, arrayName,
-                                                         index == 0 ? "Reset" : "Interrupt", index);
+            return std::make_unique<forms::OptionButton>(
+                form, group, arrayName, events.at(static_cast<std::size_t>(index)), index);
         });
     options(0).setValue(true);
     return options;
@@ -39,15 +40,26 @@ SequenceStops::SequenceStops(const PanelContext& context)
       loop_(context.outside.desk.loop),
       sequence_(context.sequence),
       frame_Condition(context.form, "frame_Condition", 2),
-      Ch_FirstCondition(context.form, "Ch_FirstCondition", "First condition"),
-      Ch_SecondCondition(context.form, "Ch_SecondCondition", "Second condition"),
+      Ch_FirstCondition(context.form, "Ch_FirstCondition",
+                        context.chip.sequence.stops.boxes.front()),
+      Ch_SecondCondition(context.form, "Ch_SecondCondition",
+                         context.chip.sequence.stops.boxes.back()),
       Text_FirstCondition(context.form, "Text_FirstCondition"),
       Text_SecondCondition(context.form, "Text_SecondCondition"),
-      R_Condition1(lineOptions(context.form, firstLines, "R_Condition1")),
-      R_Condition2(lineOptions(context.form, secondLines, "R_Condition2")),
+      R_Condition1(lineOptions(context.form, firstLines, "R_Condition1",
+                               context.chip.sequence.stops.events)),
+      R_Condition2(lineOptions(context.form, secondLines, "R_Condition2",
+                               context.chip.sequence.stops.events)),
       Cm_PassCondition1(context.form, "Cm_PassCondition1", "Pass"),
       Cm_PassCondition2(context.form, "Cm_PassCondition2", "Pass") {
-    forms::Form& form = context.form;
+    const chips::SequenceStyle::Stops& style = context.chip.sequence.stops;
+    for (int frame = 0; frame <= frame_Condition.last(); ++frame)
+        frame_Condition(frame).setCaption(style.frames.at(static_cast<std::size_t>(frame)));
+    if (style.acts)
+        act(context.form);
+}
+
+void SequenceStops::act(forms::Form& form) {
     form.variable("Pass1", Pass1);
     form.variable("Pass2", Pass2);
     form.variable("Condition1Seen", Condition1Seen);
@@ -115,4 +127,4 @@ void SequenceStops::await(const Condition& condition) {
     sequence_.player.await(SequenceProgress::Awaited::Nothing);
 }
 
-} // namespace bitlux::zt72518
+} // namespace bitlux

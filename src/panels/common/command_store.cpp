@@ -1,4 +1,4 @@
-#include "panels/zt72518/command_store.h"
+#include "panels/common/command_store.h"
 
 #include "panels/common/sequence_file.h"
 #include "panels/common/sequence_files.h"
@@ -6,7 +6,7 @@
 
 #include <optional>
 
-namespace bitlux::zt72518 {
+namespace bitlux {
 
 CommandStore::CommandStore(const PanelContext& context)
     : desk_(context.outside.desk), lists_(context.sequence.lists) {
@@ -47,4 +47,4 @@ void CommandStore::save_log(const std::string& command, const std::string& value
     }
 }
 
-} // namespace bitlux::zt72518
+} // namespace bitlux

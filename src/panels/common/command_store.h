@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-namespace bitlux::zt72518 {
+namespace bitlux {
 
 /// Records what the user sends by hand, in a file that can be loaded and run as a sequence.
 class CommandStore : public PanelPart {
@@ -42,4 +42,4 @@ private:
     SequenceLists& lists_;
 };
 
-} // namespace bitlux::zt72518
+} // namespace bitlux

@@ -1,23 +1,17 @@
-#include "panels/zt72518/loop_pick.h"
+#include "panels/common/loop_pick.h"
 
 #include "panels/common/colours.h"
-#include "panels/zt72518/last_word_labels.h"
 #include "platform/conversions.h"
 
 #include <string>
 #include <utility>
 
-namespace bitlux::zt72518 {
+namespace bitlux {
 
-LoopPick::LoopPick(const PanelContext& context)
-    : sequence_(context.sequence),
-      startCaption_(context.controls.get<forms::Label>(LastWordLabels::loopStart)),
-      stopCaption_(context.controls.get<forms::Label>(LastWordLabels::loopStop)) {
+LoopPick::LoopPick(const PanelContext& context) : sequence_(context.sequence) {
     forms::Form& form = context.form;
     form.variable("NextLoopPick", NextLoopPick);
     showNext();
-    show(sequence_.player.Ch_Loop.checked());
-    sequence_.player.loopChosen = [this](bool on) { show(on); };
     form.procedure("List_Commands_Click", [this] { List_Commands_Click(); });
     form.procedure("Val_loop_Change", [this] { Val_loop_Change(); });
 }
@@ -39,13 +33,12 @@ void LoopPick::Val_loop_Change() {
 }
 
 void LoopPick::showNext() {
-    startCaption_.setBackColor(NextLoopPick ? alarmColour : forms::buttonFaceColor);
-    stopCaption_.setBackColor(NextLoopPick ? forms::buttonFaceColor : alarmColour);
+    const auto mark = [](std::optional<forms::Label>& caption, bool isNext) {
+        if (caption)
+            caption->setBackColor(isNext ? alarmColour : forms::buttonFaceColor);
+    };
+    mark(sequence_.player.loopStartCaption, NextLoopPick);
+    mark(sequence_.player.loopStopCaption, !NextLoopPick);
 }
 
-void LoopPick::show(bool on) {
-    startCaption_.setVisible(on);
-    stopCaption_.setVisible(on);
-}
-
-} // namespace bitlux::zt72518
+} // namespace bitlux

@@ -2,7 +2,7 @@
 
 #include "panels/common/panel_part.h"
 
-namespace bitlux::zt72518 {
+namespace bitlux {
 
 /// A panel that goes while its sequence is in sight asks whether to save it. After No, what still
 /// runs sends nothing more; after a save that fails, the panel stays.
@@ -10,6 +10,7 @@ class SaveQuestion : public PanelPart {
 public:
     explicit SaveQuestion(const PanelContext& context)
         : form_(context.form),
+          pages_(context.chip.panel.pages),
           tabs_(context.outerTabs),
           boxes_(context.outside.desk.boxes),
           sequence_(context.sequence) {}
@@ -17,12 +18,11 @@ public:
     void unload() override;
 
 private:
-    static constexpr int sequenceTab = 1;
-
     forms::Form& form_;
+    const std::vector<chips::OuterPage>& pages_;
     const forms::TabStrip& tabs_;
     MessageBoxes& boxes_;
     PanelSequence& sequence_;
 };
 
-} // namespace bitlux::zt72518
+} // namespace bitlux

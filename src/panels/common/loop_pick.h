@@ -2,7 +2,7 @@
 
 #include "panels/common/panel_part.h"
 
-namespace bitlux::zt72518 {
+namespace bitlux {
 
 /// Picks the start and the stop of the loop by clicks on lines, by turns.
 class LoopPick : public PanelPart {
@@ -14,12 +14,10 @@ public:
 private:
     void List_Commands_Click();
     void Val_loop_Change();
+    /// The caption of the box that the next click fills is red.
     void showNext();
-    void show(bool on);
 
     PanelSequence& sequence_;
-    forms::Label& startCaption_; ///< red while the next click picks it
-    forms::Label& stopCaption_;
 };
 
-} // namespace bitlux::zt72518
+} // namespace bitlux

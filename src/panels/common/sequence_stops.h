@@ -3,9 +3,10 @@
 #include "panels/common/panel_part.h"
 #include "platform/forms/control_array.h"
 
-namespace bitlux::zt72518 {
+namespace bitlux {
 
-/// Two points at which a run stops until the chip resets or interrupts, or the user lets it pass.
+/// Two points at which a run stops until the chip resets or interrupts, or the user lets it pass;
+/// or only the controls of such points, as the chip's file says.
 class SequenceStops : public PanelPart {
 public:
     explicit SequenceStops(const PanelContext& context);
@@ -23,6 +24,7 @@ private:
         const bool& pass;
     };
 
+    void act(forms::Form& form);
     /// Plays the lines 1 to `last` in their stretches.
     void play(int last);
     /// Samples the lines; false when the link failed in it.
@@ -50,4 +52,4 @@ public:
     forms::Button Cm_PassCondition2;
 };
 
-} // namespace bitlux::zt72518
+} // namespace bitlux

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "chips/description.h"
+#include "chips/document.h"
+
+namespace bitlux::chips {
+
+Variants readVariants(const Node& node, Problems& problems);
+
+SequenceStyle readSequence(const Node& node, Problems& problems);
+
+/// Without a list of buttons every view of `chip` is read, whose registers are there.
+AutomaticReads readAutomaticReads(const Node& node, const Chip& chip, Problems& problems);
+
+/// Without a list of pages there is one for everything that `chip` has.
+PanelLayout readPanel(const Node& node, const Chip& chip, Problems& problems);
+
+} // namespace bitlux::chips
