@@ -46,6 +46,13 @@ void readStatus(const Node& node, WordFormat& word, Problems& problems) {
     TableReader table(node, problems);
     word.status = readRow(table, {}, {.name = "Status", .index = 0});
     word.statusOfRead = table.bits("of_read").value_or(BitList());
+    for (const Node* sum : table.tables("sum")) {
+        TableReader entry(*sum, problems);
+        entry.require("bit", "Say which bit of an answer it is.");
+        word.sums.push_back({.bit = entry.number("bit", 0, 0, mostWordBits - 1),
+                             .of = entry.ranges("of"),
+                             .at = entry.at()});
+    }
 }
 
 WordFormat readWord(const Node& node, Problems& problems) {

@@ -18,21 +18,6 @@ constexpr int mostNumbers = 10'000;
 constexpr int mostBoxes = 16;
 constexpr int longestInterval = 60'000; // ms
 
-/// "Name", "Name(3)" or "Name(4..7)".
-std::optional<Variants::Controls> controlsIn(const std::string& text) {
-    const std::size_t dots = text.find("..");
-    if (dots == std::string::npos) {
-        const auto name = TableReader::controlIn(text);
-        return name ? std::optional(Variants::Controls{name->name, name->index, name->index})
-                    : std::nullopt;
-    }
-    const auto first = TableReader::controlIn(text.substr(0, dots) + ")");
-    const auto last = TableReader::controlIn("x(" + text.substr(dots + 2));
-    if (!first || !last || first->index < 0 || last->index < first->index)
-        return std::nullopt;
-    return Variants::Controls{first->name, first->index, last->index};
-}
-
 Variants::Rule readRule(const Node& node, Problems& problems) {
     TableReader table(node, problems);
     constexpr std::array effects{Variants::Effect::Enabled, Variants::Effect::Visible,
@@ -42,13 +27,7 @@ Variants::Rule readRule(const Node& node, Problems& problems) {
     rule.effect = effects.at(
         static_cast<std::size_t>(table.oneOf("effect", {"enabled", "visible", "ticked"})));
     rule.on = table.texts("on");
-    for (const std::string& text : table.texts("controls")) {
-        if (const auto controls = controlsIn(text))
-            rule.controls.push_back(*controls);
-        else
-            table.problem(rule.at, fmt::format("\"{}\" names no controls", text),
-                          "Write it as \"Name\", \"Name(3)\" or \"Name(4..7)\".");
-    }
+    rule.controls = table.ranges("controls");
     return rule;
 }
 

@@ -30,6 +30,21 @@ std::optional<std::uint64_t> numberIn(std::string_view text) {
     return wholeNumber<std::uint64_t>(text, hex ? hexadecimal : decimal);
 }
 
+/// "Name", "Name(3)" or "Name(4..7)".
+std::optional<ControlRange> rangeIn(const std::string& text) {
+    const std::size_t dots = text.find("..");
+    if (dots == std::string::npos) {
+        const auto name = TableReader::controlIn(text);
+        return name ? std::optional(ControlRange{name->name, name->index, name->index})
+                    : std::nullopt;
+    }
+    const auto first = TableReader::controlIn(text.substr(0, dots) + ")");
+    const auto last = TableReader::controlIn("x(" + text.substr(dots + 2));
+    if (!first || !last || first->index < 0 || last->index < first->index)
+        return std::nullopt;
+    return ControlRange{first->name, first->index, last->index};
+}
+
 bool isNameCharacter(char c) {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
 }
@@ -257,6 +272,17 @@ std::vector<ControlName> TableReader::controls(std::string_view key) {
         names.push_back(name.value_or(ControlName()));
     }
     return names;
+}
+
+std::vector<ControlRange> TableReader::ranges(std::string_view key) {
+    std::vector<ControlRange> all;
+    for (const std::string& text : texts(key))
+        if (const auto range = rangeIn(text))
+            all.push_back(*range);
+        else
+            problem(at(), fmt::format("\"{}\" names no controls", text),
+                    "Write it as \"Name\", \"Name(3)\" or \"Name(4..7)\".");
+    return all;
 }
 
 int TableReader::oneOf(std::string_view key, const std::vector<std::string>& choices) {

@@ -55,6 +55,8 @@ public:
     ControlName control(std::string_view key, ControlName otherwise = {});
     /// A list of such names; an empty text keeps the place of one that is not there.
     std::vector<ControlName> controls(std::string_view key);
+    /// A list of "Name", "Name(3)" or "Name(4..7)".
+    std::vector<ControlRange> ranges(std::string_view key);
     /// Index of one of `choices`; 0 when the key is missing.
     int oneOf(std::string_view key, const std::vector<std::string>& choices);
 

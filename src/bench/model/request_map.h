@@ -30,8 +30,8 @@ struct ShownView {
 /// Bits that some view of the chip has set in its request tell the views of one address from each
 /// other. A read that fits none of them reads the view that asks for no such bits; flags that fit
 /// none are not there. Where the answer comes during the same word, bits that follow the first one
-/// of the answer come too late to tell anything. Registers at one address are told apart by the bits that a write always
-/// sets; where there is only one, it takes every write.
+/// of the answer come too late to tell anything. Registers at one address are told apart by the
+/// bits that a write always sets; where there is only one, it takes every write.
 class RequestMap {
 public:
     explicit RequestMap(ModelStore& store);
