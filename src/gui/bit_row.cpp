@@ -90,6 +90,25 @@ QSize BitCell::minimumSizeHint() const {
     return {sizeHint().width() / 2, sizeHint().height()};
 }
 
+QFont BitCell::lettersIn(int width) const {
+    QFont letters = font();
+    if (const int longest = longestPart(); longest > width)
+        letters.setStretch(std::max(narrowest, 100 * width / longest));
+    return letters;
+}
+
+int BitCell::heightForWidth(int width) const {
+    const int usual = sizeHint().height();
+    const QString caption = breakable();
+    if (caption.count(' ') + caption.count(QChar(0x200B)) < lines)
+        return usual;
+    const int room = width - 2 * gap;
+    const QFontMetrics metrics(lettersIn(room));
+    const QRect wanted =
+        metrics.boundingRect(QRect(0, 0, room, QWIDGETSIZE_MAX), Qt::TextWordWrap, caption);
+    return usual + std::max(wanted.height() - lines * (metrics.height() + 2), 0);
+}
+
 void BitCell::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const bool carries = text() != "-" && isEnabled();
@@ -106,10 +125,7 @@ void BitCell::paintEvent(QPaintEvent*) {
     painter.setFont(number);
     const QString value = told_ ? (*told_ ? " = 1" : " = 0") : "";
     painter.drawText(inner, Qt::AlignHCenter | Qt::AlignTop, QString::number(bit_) + value);
-    QFont letters = font();
-    if (const int longest = longestPart(); longest > inner.width())
-        letters.setStretch(std::max(narrowest, 100 * inner.width() / longest));
-    painter.setFont(letters);
+    painter.setFont(lettersIn(inner.width()));
     painter.setPen(carries ? ink : faint);
     const QRect caption = inner.adjusted(0, QFontMetrics(number).height(), 0, 0);
     painter.drawText(caption, Qt::AlignCenter | Qt::TextWordWrap, breakable());

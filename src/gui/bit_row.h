@@ -34,6 +34,8 @@ public:
     /// In which the longest part of the caption finds room, if need be in narrow letters.
     [[nodiscard]] int readableWidth() const;
     [[nodiscard]] QSize sizeHint() const override;
+    /// Of a caption that wants more than two lines.
+    [[nodiscard]] int heightForWidth(int width) const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
@@ -46,6 +48,8 @@ private:
     [[nodiscard]] QString breakable() const;
     /// Of the longest part that is not broken, in pixels.
     [[nodiscard]] int longestPart() const;
+    /// Letters in which the longest part has room in so many pixels, if need be narrow ones.
+    [[nodiscard]] QFont lettersIn(int width) const;
 
     int bit_;
     std::optional<bool> told_;
@@ -69,6 +73,9 @@ public:
     /// Narrower than this a cell cannot be read; rows of one width break where they have the same.
     [[nodiscard]] int leastCellWidth() const;
     void setLeastCellWidth(int width);
+    /// Room for the value behind the bits.
+    [[nodiscard]] int valueWidth() const { return value_->minimumWidth(); }
+    void setValueWidth(int width) { value_->setMinimumWidth(width); }
 
 private:
     void makeCells(Use use, Binder& binder);

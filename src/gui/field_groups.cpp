@@ -1,5 +1,6 @@
 #include "gui/field_groups.h"
 
+#include "gui/choice_option.h"
 #include "panels/common/field_text.h"
 
 #include <algorithm>
@@ -54,10 +55,28 @@ void FieldGroups::fill(QVBoxLayout& column, const chips::Field& field, QWidget* 
     else if (field.kind == Kind::Box)
         column.addWidget(widgets_.make<QCheckBox, forms::CheckBox>(field.control, box));
     else
-        for (int i = 0; i < static_cast<int>(field.choices.size()); ++i)
-            column.addWidget(widgets_.make<QRadioButton, forms::OptionButton>(
-                ControlRef(field.control) + i, box));
+        addOptions(column, field, box);
     addNotes(column, field, box);
+}
+
+void FieldGroups::addOptions(QVBoxLayout& column, const chips::Field& field, QWidget* box) const {
+    std::optional<ColumnPlaces> columns;
+    if (!field.heads.empty()) {
+        QStringList heads;
+        for (const std::string& head : field.heads)
+            heads << textOf(head);
+        columns.emplace(heads, box->fontMetrics());
+    }
+    for (int i = 0; i < static_cast<int>(field.choices.size()); ++i) {
+        auto* option =
+            widgets_.make<ChoiceOption, forms::OptionButton>(ControlRef(field.control) + i, box);
+        if (columns) {
+            option->setColumns(*columns);
+            if (i == 0)
+                column.addWidget(new ColumnHeads(*columns, option->indent(), box));
+        }
+        column.addWidget(option);
+    }
 }
 
 QComboBox* FieldGroups::makeList(const chips::Field& field, QWidget* box) const {

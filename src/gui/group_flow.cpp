@@ -52,6 +52,17 @@ int GroupFlow::heightOf(Row row, int width) {
     return height;
 }
 
+/// Groups that are left over stand below those above them, if they find room there.
+int GroupFlow::widthOfRest(Row row, int width, std::size_t above) {
+    int wanted = -beside;
+    for (const auto& item : row)
+        wanted += item->sizeHint().width() + beside;
+    const int between = static_cast<int>(above - 1) * beside;
+    const int group = (width - between) / static_cast<int>(above);
+    const int groups = static_cast<int>(row.size());
+    return std::clamp(groups * group + (groups - 1) * beside, std::min(wanted, width), width);
+}
+
 int GroupFlow::heightForWidth(int width) const {
     int height = -below;
     for (const Row row : rowsIn(width))
@@ -79,10 +90,14 @@ QSize GroupFlow::minimumSize() const {
 void GroupFlow::setGeometry(const QRect& rect) {
     QLayout::setGeometry(rect);
     int top = rect.top();
+    std::size_t before = 0;
     for (const Row row : rowsIn(rect.width())) {
+        const int width =
+            row.size() < before ? widthOfRest(row, rect.width(), before) : rect.width();
         const int height = heightOf(row, rect.width());
-        place(row, QRect(rect.left(), top, rect.width(), height));
+        place(row, QRect(rect.left(), top, width, height));
         top += height + below;
+        before = row.size();
     }
 }
 

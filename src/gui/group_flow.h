@@ -36,6 +36,7 @@ private:
 
     [[nodiscard]] std::vector<Row> rowsIn(int width) const;
     static int heightOf(Row row, int width);
+    static int widthOfRest(Row row, int width, std::size_t above);
     void place(Row row, QRect room) const;
 
     Spare spare_;

@@ -91,6 +91,7 @@ void RegisterRows::addHexBox(const chips::Register& shown) {
     auto* line = new QHBoxLayout;
     line->setSpacing(horizontalSpacing());
     line->addWidget(label);
+    edit->setMaximumWidth(edit->fontMetrics().horizontalAdvance(rowButtonRoom) + 14);
     line->addWidget(edit);
     line->addWidget(buttons(shown.hexButton, "", textOf(shown.title)).first);
     line->addStretch();
@@ -130,10 +131,14 @@ void RegisterRows::addSharer(const chips::Register& shown) {
 }
 
 void RegisterRows::addViews(const chips::Register& shown, Starts starts) {
+    std::string group;
     for (const chips::Row* row : viewRows(shown)) {
+        const chips::View& first = *viewsIn(shown, *row).front();
+        if (!first.group.empty() && first.group != group)
+            addTitle(textOf(first.group), partScale);
+        group = first.group;
         addReads(shown, *row, starts);
-        addRow(starts, bits(row->first, BitRow::Use::Shown),
-               edgesOf(shown, *viewsIn(shown, *row).front()));
+        addRow(starts, bits(row->first, BitRow::Use::Shown), edgesOf(shown, first));
         starts.clear();
     }
 }

@@ -67,7 +67,9 @@ QWidget* makeCondition(const Condition& condition, forms::TextBox& line,
         grid->addWidget(
             widgets.make<QRadioButton, forms::OptionButton>({condition.events, event}, group), 1,
             event);
-    grid->addWidget(widgets.entry(line, "line", QString(condition.title) + ", line", group), 1, 2);
+    auto* entry = widgets.entry(line, "line", QString(condition.title) + ", line", group);
+    entry->setMaximumWidth(entry->minimumWidth());
+    grid->addWidget(entry, 1, 2);
     grid->addWidget(widgets.button(condition.pass, group), 1, 3);
     return group;
 }
