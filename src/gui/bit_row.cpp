@@ -25,6 +25,31 @@ constexpr qreal numberScale = 0.75;
 constexpr qreal captionScale = 0.85;
 constexpr std::size_t byteBits = 8;
 
+/// What all cells of a font have alike.
+struct CellFont {
+    explicit CellFont(const QFont& font)
+        : caption(font),
+          number(scaled(font, numberScale / captionScale)),
+          numberHeight(QFontMetrics(number).height()),
+          character(QFontMetrics(font).averageCharWidth()),
+          hint(cellWidth * character,
+               numberHeight + lines * (QFontMetrics(font).height() + 2) + 2 * gap) {}
+
+    QFont caption;
+    QFont number;
+    int numberHeight;
+    int character;
+    QSize hint;
+};
+
+/// Cells are measured very often, nearly always those of one font.
+const CellFont& cellFont(const QFont& font) {
+    static CellFont last(font);
+    if (last.caption != font)
+        last = CellFont(font);
+    return last;
+}
+
 /// A zero in it looks as if it were not lit.
 bool isGround(std::uint32_t colour) {
     return colour == forms::windowColor || colour == forms::buttonFaceColor;
@@ -34,7 +59,7 @@ bool isGround(std::uint32_t colour) {
 
 BitCell::BitCell(int bit, bool clickable, QWidget* parent) : QLabel(parent), bit_(bit) {
     setFont(scaled(QApplication::font(), captionScale));
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     if (clickable) {
         setFocusPolicy(Qt::ClickFocus);
         setCursor(Qt::PointingHandCursor);
@@ -68,22 +93,29 @@ QString BitCell::breakable() const {
 }
 
 int BitCell::longestPart() const {
-    int longest = 0;
+    if (measured_ == text() && longest_ > 0)
+        return longest_;
+    measured_ = text();
+    longest_ = 0;
     for (const QString& part : breakable().replace(QChar(0x200B), ' ').split(' '))
-        longest = std::max(longest, fontMetrics().horizontalAdvance(part));
-    return longest;
+        longest_ = std::max(longest_, fontMetrics().horizontalAdvance(part));
+    return longest_;
+}
+
+void BitCell::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::FontChange)
+        longest_ = 0;
+    QLabel::changeEvent(event);
 }
 
 int BitCell::readableWidth() const {
-    const int least = leastCellWidth * fontMetrics().averageCharWidth();
+    const int least = leastCellWidth * cellFont(font()).character;
     const int narrow = longestPart() * narrowest / 100 + 1;
     return std::min(std::max(least, narrow) + 2 * gap, sizeHint().width());
 }
 
 QSize BitCell::sizeHint() const {
-    const QFontMetrics number(scaled(font(), numberScale / captionScale));
-    return {cellWidth * fontMetrics().averageCharWidth(),
-            number.height() + lines * (fontMetrics().height() + 2) + 2 * gap};
+    return cellFont(font()).hint;
 }
 
 QSize BitCell::minimumSizeHint() const {
@@ -121,13 +153,13 @@ void BitCell::paintEvent(QPaintEvent*) {
     faint.setAlphaF(0.55F);
     painter.setPen(told_ ? ink : faint);
     const QRect inner = rect().adjusted(gap, gap, -gap, -gap);
-    const QFont number = scaled(font(), numberScale / captionScale);
-    painter.setFont(number);
+    const CellFont& fonts = cellFont(font());
+    painter.setFont(fonts.number);
     const QString value = told_ ? (*told_ ? " = 1" : " = 0") : "";
     painter.drawText(inner, Qt::AlignHCenter | Qt::AlignTop, QString::number(bit_) + value);
     painter.setFont(lettersIn(inner.width()));
     painter.setPen(carries ? ink : faint);
-    const QRect caption = inner.adjusted(0, QFontMetrics(number).height(), 0, 0);
+    const QRect caption = inner.adjusted(0, fonts.numberHeight, 0, 0);
     painter.drawText(caption, Qt::AlignCenter | Qt::TextWordWrap, breakable());
     paintEdges(painter);
 }

@@ -41,6 +41,7 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void paintEdges(QPainter& painter) const;
@@ -55,6 +56,8 @@ private:
     std::optional<bool> told_;
     QString named_; ///< the caption that its accessible name tells
     bool isFieldTop_ = false;
+    mutable QString measured_; ///< the caption whose longest part is known
+    mutable int longest_ = 0;  ///< 0 for none
     BitCell* left_ = nullptr;
     BitCell* right_ = nullptr;
 };

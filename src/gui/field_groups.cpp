@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include <QGridLayout>
+
 namespace bitlux::gui {
 
 namespace {
@@ -163,14 +165,22 @@ void FieldGroups::add(const Actions& actions) {
 void FieldGroups::addActions(const std::string& group, const Actions& actions) {
     QGroupBox* box = nullptr;
     QVBoxLayout* column = makeGroup(group.empty() ? QString("Commands") : textOf(group), box);
-    column->setSpacing(4);
+    auto* grid = new QGridLayout;
+    grid->setSpacing(4);
+    constexpr int places = 2; // beside each other, and the rest
+    grid->setColumnStretch(places, 1);
+    column->addLayout(grid);
     for (const Action& action : actions) {
         if (*action.group != group)
             continue;
-        addButtons(*column, *action.button, *action.append,
-                   textOf(group.empty() ? *action.title : group), box);
+        const QString about = textOf(group.empty() ? *action.title : group);
+        const int line = grid->rowCount();
+        int place = 0;
+        for (const chips::ControlName* button : {action.button, action.append})
+            if (button->exists())
+                grid->addWidget(widgets_.rowButton(*button, box, about), line, place++);
         if (!action.note.empty())
-            column->addWidget(PanelWidgets::note(action.note, box));
+            grid->addWidget(PanelWidgets::note(action.note, box), line + 1, 0, 1, places + 1);
     }
     column->addStretch();
     flow_.addWidget(box);

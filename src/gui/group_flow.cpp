@@ -89,15 +89,15 @@ QSize GroupFlow::minimumSize() const {
 
 void GroupFlow::setGeometry(const QRect& rect) {
     QLayout::setGeometry(rect);
+    const std::vector<Row> rows = rowsIn(rect.width());
     int top = rect.top();
-    std::size_t before = 0;
-    for (const Row row : rowsIn(rect.width())) {
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const bool isRest = i > 0 && i + 1 == rows.size() && rows[i].size() < rows[i - 1].size();
         const int width =
-            row.size() < before ? widthOfRest(row, rect.width(), before) : rect.width();
-        const int height = heightOf(row, rect.width());
-        place(row, QRect(rect.left(), top, width, height));
+            isRest ? widthOfRest(rows[i], rect.width(), rows[i - 1].size()) : rect.width();
+        const int height = heightOf(rows[i], rect.width());
+        place(rows[i], QRect(rect.left(), top, width, height));
         top += height + below;
-        before = row.size();
     }
 }
 

@@ -9,7 +9,8 @@
 namespace bitlux::gui {
 
 /// Groups side by side for as long as there is room, then in the next row; those of a row are
-/// equally high, and share its width where the spare room is shared.
+/// equally high, and share its width where the spare room is shared; few that are left over in the
+/// last row stand below those above them.
 class GroupFlow : public QLayout {
 public:
     enum class Spare { Shared, Left };

@@ -38,7 +38,7 @@ struct PanelWidgets {
     /// that says more.
     RowButton* rowButton(const ControlRef& name, QWidget* parent, const QString& about = {}) const;
 
-    /// A box for a short text, as wide as there is room; `name` is for those who hear it.
+    /// A box for a short text; `name` is for those who hear it.
     QLineEdit* entry(forms::TextBox& control, const QString& prompt, const QString& name,
                      QWidget* parent) const;
 

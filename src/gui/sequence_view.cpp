@@ -35,6 +35,11 @@ Share answerShare(std::size_t columns, const std::string& title) {
     return {std::clamp(allCharacters / static_cast<int>(columns), 10, 20), wantedFor(title.size())};
 }
 
+/// A box that does not widen its column.
+void takeWhatIsLeft(QLineEdit& entry) {
+    entry.setSizePolicy(QSizePolicy::Ignored, entry.sizePolicy().verticalPolicy());
+}
+
 std::size_t longestLine(const chips::Chip& chip) {
     std::size_t longest = 0;
     for (const chips::Command& any : chip.commands)
@@ -181,6 +186,7 @@ void SequenceView::addLoop(const SequenceExtras& extras, QGridLayout& grid, QWid
         QLineEdit* line =
             widgets_.entry(sequence_.Val_loop(static_cast<int>(i)), "line", names.at(i), parent);
         PanelWidgets::keepRoom(*line);
+        takeWhatIsLeft(*line);
         grid.addWidget(line, 3, column + 1);
     }
 }
@@ -193,7 +199,9 @@ QWidget* SequenceView::makeLines(QWidget* parent) {
     auto* box = new QGroupBox("Lines", parent);
     auto* grid = new QGridLayout(box);
     grid->addWidget(button(editor.Cm_Wait, box), 0, 0);
-    grid->addWidget(widgets_.entry(editor.Text_Wait, "ms", "Wait in ms", box), 0, 1);
+    QLineEdit* wait = widgets_.entry(editor.Text_Wait, "ms", "Wait in ms", box);
+    takeWhatIsLeft(*wait);
+    grid->addWidget(wait, 0, 1);
     grid->addWidget(button(editor.Cm_Remove_Line, box), 1, 0);
     grid->addWidget(button(editor.Cm_CLEAR_lists, box), 1, 1);
     if (editor.cm_MoveUp)

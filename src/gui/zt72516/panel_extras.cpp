@@ -109,6 +109,9 @@ void addConditionExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtra
             {"Second Condition", "Ch_SecondCondition", "R_Condition2", "Cm_PassCondition2"},
             part->Text_SecondCondition, widgets, parent);
     });
+    extras.sequence.groups.push_back([](QWidget* parent) {
+        return PanelWidgets::note("A run does not stop at these conditions.", parent);
+    });
 }
 
 } // namespace bitlux::gui
