@@ -44,10 +44,12 @@ struct CellFont {
 
 /// Cells are measured very often, nearly always those of one font.
 const CellFont& cellFont(const QFont& font) {
-    static CellFont last(font);
-    if (last.caption != font)
-        last = CellFont(font);
-    return last;
+    static std::optional<CellFont> last;
+    if (!last)
+        qAddPostRoutine([] { last.reset(); }); // no font outlives the application
+    if (!last || last->caption != font)
+        last.emplace(font);
+    return *last;
 }
 
 /// A zero in it looks as if it were not lit.

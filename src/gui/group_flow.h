@@ -35,10 +35,18 @@ public:
 private:
     using Row = std::span<const std::unique_ptr<QLayoutItem>>;
 
+    struct Line {
+        Row row;
+        std::vector<int> widths;
+        int height;
+    };
+
     [[nodiscard]] std::vector<Row> rowsIn(int width) const;
-    static int heightOf(Row row, int width);
+    [[nodiscard]] std::vector<Line> linesIn(int width) const;
+    /// Of the groups of a row that is so wide.
+    [[nodiscard]] std::vector<int> widthsIn(Row row, int width) const;
+    static int heightOf(Row row, const std::vector<int>& widths);
     static int widthOfRest(Row row, int width, std::size_t above);
-    void place(Row row, QRect room) const;
 
     Spare spare_;
     std::vector<std::unique_ptr<QLayoutItem>> items_;

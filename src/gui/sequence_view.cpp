@@ -175,6 +175,7 @@ void SequenceView::addLoop(const SequenceExtras& extras, QGridLayout& grid, QWid
     constexpr std::array names{"First line of the loop", "Last line of the loop"};
     for (std::size_t i = 0; i < captions.size(); ++i) {
         const int column = 2 * static_cast<int>(i);
+        grid.setColumnStretch(column + 1, 1);
         std::optional<forms::Label>& own = i == 0 ? run.loopStartCaption : run.loopStopCaption;
         forms::Label* given = own ? &*own : extras.loopCaptions.at(i);
         auto* caption = new QLabel(captions.at(i), parent);

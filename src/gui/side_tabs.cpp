@@ -11,7 +11,7 @@ namespace {
 constexpr int indent = 10;
 constexpr int markWidth = 3;
 constexpr int spacing = 8;
-constexpr int manyTabs = 16;
+constexpr int manyTabs = 18;
 constexpr int closeSpacing = 3; ///< of many, so that all are in sight on a small screen
 } // namespace
 
