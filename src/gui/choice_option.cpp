@@ -29,6 +29,15 @@ int ColumnPlaces::left(qsizetype column) const {
     return std::accumulate(widths_.begin(), widths_.begin() + column, 0);
 }
 
+void ChoiceOption::setColumns(const ColumnPlaces& columns) {
+    columns_ = columns;
+    QStringList told;
+    const QStringList shown = words();
+    for (qsizetype i = 0; i < std::min(shown.size(), columns.heads().size()); ++i)
+        told << columns.heads()[i] + " " + shown[i];
+    setAccessibleName(told.join(", "));
+}
+
 int ChoiceOption::indent() const {
     QStyleOptionButton option;
     initStyleOption(&option);
@@ -82,7 +91,14 @@ void ChoiceOption::paintEvent(QPaintEvent* event) {
     option.text.clear();
     const int line = QRadioButton::sizeHint().height();
     option.rect.setHeight(line);
+    option.state.setFlag(QStyle::State_HasFocus, false);
     painter.drawControl(QStyle::CE_RadioButton, option);
+    if (hasFocus()) {
+        QStyleOptionFocusRect focus;
+        focus.initFrom(this);
+        focus.rect = rect().adjusted(indent() - 2, 0, 0, 0);
+        painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
+    }
     const int top = (line - fontMetrics().height()) / 2;
     const QRect place = rect().adjusted(indent(), top, 0, 0);
     const auto draw = [&](const QRect& where, const QString& words) {
@@ -92,10 +108,10 @@ void ChoiceOption::paintEvent(QPaintEvent* event) {
         draw(place, text());
         return;
     }
-    const QStringList words = text().split(' ', Qt::SkipEmptyParts);
-    for (qsizetype i = 0; i < words.size(); ++i)
+    const QStringList shown = words();
+    for (qsizetype i = 0; i < shown.size(); ++i)
         draw(place.adjusted(columns_->left(std::min(i, columns_->heads().size())), 0, 0, 0),
-             words[i]);
+             shown[i]);
 }
 
 ColumnHeads::ColumnHeads(ColumnPlaces columns, int indent, QWidget* parent)

@@ -29,7 +29,8 @@ class ChoiceOption : public QRadioButton {
 public:
     explicit ChoiceOption(QWidget* parent) : QRadioButton(parent) {}
 
-    void setColumns(const ColumnPlaces& columns) { columns_ = columns; }
+    /// To be told once the text is there.
+    void setColumns(const ColumnPlaces& columns);
     /// In front of the texts.
     [[nodiscard]] int indent() const;
 
@@ -45,6 +46,7 @@ protected:
     }
 
 private:
+    [[nodiscard]] QStringList words() const { return text().split(' ', Qt::SkipEmptyParts); }
     [[nodiscard]] int naturalWidth() const;
     [[nodiscard]] int longestLine() const;
     [[nodiscard]] QRect textIn(int width) const;

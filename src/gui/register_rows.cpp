@@ -144,8 +144,11 @@ void RegisterRows::addViews(const chips::Register& shown, Starts starts) {
 }
 
 void RegisterRows::addReads(const chips::Register& owner, const chips::Row& row, Starts& starts) {
-    for (const chips::View* view : viewsIn(owner, row))
-        starts.push_back(buttons(view->button, view->line.button, textOf(owner.title)));
+    for (const chips::View* view : viewsIn(owner, row)) {
+        // Views that stand below a heading of their own are told by their rows.
+        const std::string& about = view->group.empty() ? owner.title : row.first.name;
+        starts.push_back(buttons(view->button, view->line.button, textOf(about).replace('_', ' ')));
+    }
 }
 
 std::vector<const chips::Row*> RegisterRows::viewRows(const chips::Register& shown) const {

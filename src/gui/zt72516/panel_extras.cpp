@@ -70,7 +70,7 @@ QWidget* makeCondition(const Condition& condition, forms::TextBox& line,
     auto* entry = widgets.entry(line, "line", QString(condition.title) + ", line", group);
     entry->setMaximumWidth(entry->minimumWidth());
     grid->addWidget(entry, 1, 2);
-    grid->addWidget(widgets.button(condition.pass, group), 1, 3);
+    grid->addWidget(widgets.rowButton(condition.pass, group, condition.title), 1, 3);
     return group;
 }
 
