@@ -38,6 +38,7 @@ public:
             for (const Field& field : any.fields)
                 checkField(field);
         checkReadAlls();
+        checkSums();
         checkVariants();
         checkPages();
         checkForms();
@@ -137,6 +138,17 @@ private:
             }
     }
 
+    void checkSums() {
+        for (const StatusSum& sum : chip_.word.sums) {
+            if (sum.bit >= chip_.word.bits)
+                add(sum.at, fmt::format("a word has no bit {}", sum.bit), "Name a bit of it.");
+            for (const ControlRange& any : sum.of)
+                if (flagsShownBy(chip_, any).view == nullptr)
+                    add(sum.at, fmt::format("no view of flags has the labels {}", any.name),
+                        "Name labels of its row on the panel.");
+        }
+    }
+
     void checkVariantNames(const Place& at, const std::vector<std::string>& names) {
         for (const std::string& name : names)
             if (variants_.find(name) == variants_.end())
@@ -149,7 +161,7 @@ private:
             add(chip_.variants.at, "two variants have one title", "Give each a title of its own.");
         for (const Variants::Rule& rule : chip_.variants.rules) {
             checkVariantNames(rule.at, rule.on);
-            for (const Variants::Controls& any : rule.controls)
+            for (const ControlRange& any : rule.controls)
                 if (!hasParts_ && !found_.census.hasAny(any.name, any.first, any.last))
                     add(rule.at, fmt::format("there is no control {}", any.name),
                         found_.census.nearText({.name = any.name, .index = any.first}));

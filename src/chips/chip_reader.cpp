@@ -42,10 +42,43 @@ WordCheck readCheck(const Node& node, Problems& problems) {
     return check;
 }
 
+/// "Name", "Name(3)" or "Name(4..7)".
+std::optional<ControlRange> controlsIn(const std::string& text) {
+    const std::size_t dots = text.find("..");
+    if (dots == std::string::npos) {
+        const auto name = TableReader::controlIn(text);
+        return name ? std::optional(ControlRange{name->name, name->index, name->index})
+                    : std::nullopt;
+    }
+    const auto first = TableReader::controlIn(text.substr(0, dots) + ")");
+    const auto last = TableReader::controlIn("x(" + text.substr(dots + 2));
+    if (!first || !last || first->index < 0 || last->index < first->index)
+        return std::nullopt;
+    return ControlRange{first->name, first->index, last->index};
+}
+
+std::vector<ControlRange> readControls(TableReader& table, const char* key) {
+    std::vector<ControlRange> all;
+    for (const std::string& text : table.texts(key))
+        if (const auto controls = controlsIn(text))
+            all.push_back(*controls);
+        else
+            table.problem(table.at(), fmt::format("\"{}\" names no controls", text),
+                          "Write it as \"Name\", \"Name(3)\" or \"Name(4..7)\".");
+    return all;
+}
+
 void readStatus(const Node& node, WordFormat& word, Problems& problems) {
     TableReader table(node, problems);
     word.status = readRow(table, {}, {.name = "Status", .index = 0});
     word.statusOfRead = table.bits("of_read").value_or(BitList());
+    for (const Node* sum : table.tables("sum")) {
+        TableReader entry(*sum, problems);
+        entry.require("bit", "Say which bit of an answer it is.");
+        word.sums.push_back({.bit = entry.number("bit", 0, 0, mostWordBits - 1),
+                             .of = readControls(entry, "of"),
+                             .at = entry.at()});
+    }
 }
 
 WordFormat readWord(const Node& node, Problems& problems) {
@@ -129,21 +162,6 @@ ReadAll readReadAll(const Node& node, Problems& problems) {
     return group;
 }
 
-/// "Name", "Name(3)" or "Name(4..7)".
-std::optional<Variants::Controls> controlsIn(const std::string& text) {
-    const std::size_t dots = text.find("..");
-    if (dots == std::string::npos) {
-        const auto name = TableReader::controlIn(text);
-        return name ? std::optional(Variants::Controls{name->name, name->index, name->index})
-                    : std::nullopt;
-    }
-    const auto first = TableReader::controlIn(text.substr(0, dots) + ")");
-    const auto last = TableReader::controlIn("x(" + text.substr(dots + 2));
-    if (!first || !last || first->index < 0 || last->index < first->index)
-        return std::nullopt;
-    return Variants::Controls{first->name, first->index, last->index};
-}
-
 Variants::Rule readRule(const Node& node, Problems& problems) {
     TableReader table(node, problems);
     constexpr std::array effects{Variants::Effect::Enabled, Variants::Effect::Visible,
@@ -153,13 +171,7 @@ Variants::Rule readRule(const Node& node, Problems& problems) {
     rule.effect = effects.at(
         static_cast<std::size_t>(table.oneOf("effect", {"enabled", "visible", "ticked"})));
     rule.on = table.texts("on");
-    for (const std::string& text : table.texts("controls")) {
-        if (const auto controls = controlsIn(text))
-            rule.controls.push_back(*controls);
-        else
-            table.problem(rule.at, fmt::format("\"{}\" names no controls", text),
-                          "Write it as \"Name\", \"Name(3)\" or \"Name(4..7)\".");
-    }
+    rule.controls = readControls(table, "controls");
     return rule;
 }
 

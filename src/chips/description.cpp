@@ -93,6 +93,19 @@ const View* viewOf(const Chip& chip, const ReadAll& group, const ReadAll::Step& 
     return nullptr;
 }
 
+FlagBits flagsShownBy(const Chip& chip, const ControlRange& labels) {
+    for (const Register& any : chip.registers)
+        for (const View& view : any.views) {
+            const ControlName& label = view.row.first;
+            const int first = labels.first < 0 ? 0 : labels.first - label.index;
+            const int last = labels.first < 0 ? view.row.width() - 1 : labels.last - label.index;
+            if (view.ownValue() && view.row.form.empty() && label.name == labels.name &&
+                first >= 0 && last < view.row.width())
+                return {&any, &view, BitList::range(first, last - first + 1).mask()};
+        }
+    return {};
+}
+
 const Companion* PanelLayout::findDescribed(std::string_view name) const {
     const auto found = std::find_if(described.begin(), described.end(),
                                     [name](const auto& any) { return any.form == name; });

@@ -30,6 +30,13 @@ struct ControlName {
 /// As "R_MUX(3)" or "Cm_MUX_W".
 std::string text(const ControlName& name);
 
+/// Controls of one name: `first` to `last` of an array, -1 for all.
+struct ControlRange {
+    std::string name;
+    int first = -1;
+    int last = -1;
+};
+
 /// Back colours of labels as they are stored: the low bytes are blue, green and red; or one of the
 /// system's colours.
 struct RowColours {
@@ -80,6 +87,13 @@ struct WordCheck {
     [[nodiscard]] std::uint64_t sealed(std::uint64_t word) const;
 };
 
+/// A status bit that is set while some flag is.
+struct StatusSum {
+    int bit = 0;
+    std::vector<ControlRange> of; ///< labels of views of flags on the panel
+    Place at;
+};
+
 /// What a word asks of the chip.
 enum class Operation : std::uint8_t { Write, Read, Flags };
 
@@ -100,7 +114,8 @@ struct WordFormat {
     bool answersNext = false;
     std::optional<std::uint64_t> fetch; ///< the same word again when it is missing
     WordCheck check;
-    Row status;           ///< one label for each bit of an answer
+    Row status; ///< one label for each bit of an answer
+    std::vector<StatusSum> sums;
     BitList statusOfRead; ///< bits of an answer to a read that are status; the others are data
     Place at;
 
@@ -249,17 +264,11 @@ struct ReadAll {
 
 /// What a variant of a chip lacks.
 struct Variants {
-    /// Controls of one name, `first` to `last` of an array, -1 for all.
-    struct Controls {
-        std::string name;
-        int first = -1;
-        int last = -1;
-    };
     enum class Effect : std::uint8_t { Enabled, Visible, Ticked };
     /// Controls that are enabled, visible, or enabled and ticked on some variants alone.
     struct Rule {
         Effect effect = Effect::Enabled;
-        std::vector<Controls> controls;
+        std::vector<ControlRange> controls;
         std::vector<std::string> on;
         Place at;
     };
@@ -405,6 +414,15 @@ struct Chip {
     /// By name; null when there is none.
     [[nodiscard]] const Device* findDevice(std::string_view wanted) const;
 };
+
+/// A view of flags, whose it is, and some of its bits.
+struct FlagBits {
+    const Register* owner = nullptr;
+    const View* view = nullptr;
+    std::uint64_t bits = 0;
+};
+/// What labels of the panel show; no view when they are none of one view of flags.
+FlagBits flagsShownBy(const Chip& chip, const ControlRange& labels);
 
 /// The view that a step reads; null for one that presses a button, or when there is none.
 const View* viewOf(const Chip& chip, const ReadAll& group, const ReadAll::Step& step);

@@ -129,6 +129,7 @@ class Session:
     InterruptSeen: bool
     ResetSeen: bool
     ZT72518PanelActive: int
+    ZT72516PanelActive: int
     ZT72361PanelActive: int
     ZT72537PanelActive: int
     ZT72537FrameByte7: int
@@ -142,6 +143,7 @@ class Session:
     WdSequenceTime: int
     WdCurrentOn: bool
     WdStopRequest: bool
+    ZT72516WatchdogStart: bool
     LinkFailed: bool
     WordToSend: List[int]
     WordReceived: List[int]

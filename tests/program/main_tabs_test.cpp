@@ -68,7 +68,9 @@ TEST(MainTabs, BringTheirPageTitleAndWord) {
           Case{5, "6 ZT72537 Bitlux Forge send", 8, 2}, Case{6, "7 ZT72516 Bitlux Forge -", 32, 1},
           Case{5, "6 ZT72537 Bitlux Forge -", 8, 2}, Case{4, "3 ZT72517 Bitlux Forge -", 8, 4},
           Case{3, "5 ZT72361 Bitlux Forge -", 8, 1}, Case{6, "7 ZT72516 Bitlux Forge -", 32, 1},
-          Case{1, "1 Generic Bitlux Forge send", 32, 1}}) {
+          Case{1, "1 Generic Bitlux Forge send", 8, 1}, // its panel, in front, gave the word back
+          Case{5, "6 ZT72537 Bitlux Forge send", 8, 2},
+          Case{1, "1 Generic Bitlux Forge send", 8, 2}}) {
         bench.strip().click(c.tab);
         EXPECT_EQ(bench.shown(), c.shown) << c.tab;
         EXPECT_EQ(bench.session().SPIWordLength, c.length) << c.tab;

@@ -136,7 +136,7 @@ Chip::Shifted ChipModel::toBits(std::uint64_t word) const {
 }
 
 std::uint64_t ChipModel::status() const {
-    std::uint64_t all = store_.status;
+    std::uint64_t all = store_.summary();
     for (const auto& part : parts_)
         all |= part->status().value_or(0);
     return all;

@@ -40,6 +40,25 @@ ModelStore::ModelStore(chips::ChipPtr chip, std::string_view device) : chip_(std
         }
     }
     reset(*found);
+    findSums();
+}
+
+void ModelStore::findSums() {
+    for (const chips::StatusSum& sum : chip_->word.sums)
+        for (const chips::ControlRange& labels : sum.of) {
+            const chips::FlagBits flags = chips::flagsShownBy(*chip_, labels);
+            sums_.push_back({.bit = std::uint64_t{1} << sum.bit,
+                             .place = placeOf(*flags.owner, *flags.view),
+                             .flags = flags.bits});
+        }
+}
+
+std::uint64_t ModelStore::summary() const {
+    std::uint64_t all = status;
+    for (const Sum& sum : sums_)
+        if ((values_[sum.place] & sum.flags) != 0)
+            all |= sum.bit;
+    return all;
 }
 
 void ModelStore::reset(const chips::Device& device) {
@@ -52,6 +71,21 @@ std::size_t ModelStore::indexOf(const chips::Register& owner) const {
     return static_cast<std::size_t>(&owner - chip_->registers.data());
 }
 
+std::uint64_t ModelStore::summaryOf(const StateBit& flag) const {
+    std::uint64_t all = 0;
+    for (const Sum& sum : sums_)
+        if (&values_[sum.place] == flag.word && (sum.flags >> flag.bit & 1) != 0)
+            all |= sum.bit;
+    return all;
+}
+
+std::uint64_t& ModelStore::flags(const std::string& row) {
+    const chips::FlagBits found = chips::flagsShownBy(*chip_, {.name = row});
+    if (found.view == nullptr)
+        refuse(*chip_, fmt::format("flags in the row {}", row));
+    return of(*found.owner, *found.view);
+}
+
 std::uint64_t& ModelStore::of(const chips::Register& owner) {
     return values_.at(indexOf(owner));
 }
@@ -60,9 +94,12 @@ std::uint64_t ModelStore::of(const chips::Register& owner) const {
     return values_.at(indexOf(owner));
 }
 
+std::size_t ModelStore::placeOf(const chips::Register& owner, const chips::View& view) const {
+    return viewsAt_.at(indexOf(owner)).at(static_cast<std::size_t>(&view - owner.views.data()));
+}
+
 std::uint64_t& ModelStore::of(const chips::Register& owner, const chips::View& view) {
-    const auto index = static_cast<std::size_t>(&view - owner.views.data());
-    return values_.at(viewsAt_.at(indexOf(owner)).at(index));
+    return values_.at(placeOf(owner, view));
 }
 
 const chips::Register& ModelStore::owner(std::string_view title) const {

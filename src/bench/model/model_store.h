@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -38,20 +39,36 @@ public:
     /// The value that a view shows: its own, or that of its register.
     std::uint64_t& of(const chips::Register& owner, const chips::View& view);
 
-    /// The same by titles, for parts that are written for one chip: raise Failure (File) when the
-    /// chip's file has no such register or view.
+    /// The same by titles, or by the name of a row, for parts that are written for one chip: raise
+    /// Failure (File) when the chip's file has no such register or view.
     const chips::Register& owner(std::string_view title) const;
+    std::uint64_t& flags(const std::string& row);
     const chips::View& view(std::string_view ownerTitle, std::string_view title) const;
 
     std::uint64_t status = 0; ///< status bits that are turned on, in the places of an answer
+    /// With those that are set while some flag is.
+    [[nodiscard]] std::uint64_t summary() const;
+    /// The status bits that a flag sets.
+    [[nodiscard]] std::uint64_t summaryOf(const StateBit& flag) const;
 
     void addPhase(Phase& phase) const;
 
 private:
     [[nodiscard]] std::size_t indexOf(const chips::Register& owner) const;
+    [[nodiscard]] std::size_t placeOf(const chips::Register& owner, const chips::View& view) const;
     void reset(const chips::Device& device);
 
+    /// A status bit, and flags in the values that set it.
+    struct Sum {
+        std::uint64_t bit;
+        std::size_t place;
+        std::uint64_t flags;
+    };
+
+    void findSums();
+
     chips::ChipPtr chip_;
+    std::vector<Sum> sums_;
     std::vector<std::uint64_t> values_;             ///< of the registers, then of the views
     std::vector<std::vector<std::size_t>> viewsAt_; ///< by register and view
 };

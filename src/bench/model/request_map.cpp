@@ -34,12 +34,18 @@ const ShownView* RequestMap::viewOf(const Request& request) const {
     const std::uint64_t told = request.data & telling_.at(request.operation);
     const ShownView* plain = nullptr;
     for (const ShownView& any : found->second) {
-        if (any.view->extra == told)
+        if (isAskedFor(*any.view, told))
             return &any;
         if (any.view->extra == 0)
             plain = &any;
     }
     return request.operation == chips::Operation::Read ? plain : nullptr;
+}
+
+bool RequestMap::isAskedFor(const chips::View& view, std::uint64_t told) const {
+    const std::uint64_t tooLate =
+        store_.chip().word.answersNext ? 0 : (std::uint64_t{1} << (view.row.width() - 1)) - 1;
+    return ((view.extra ^ told) & ~tooLate) == 0;
 }
 
 const chips::Register* RequestMap::registerOf(const Request& request) const {

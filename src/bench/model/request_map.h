@@ -29,8 +29,9 @@ struct ShownView {
 ///
 /// Bits that some view of the chip has set in its request tell the views of one address from each
 /// other. A read that fits none of them reads the view that asks for no such bits; flags that fit
-/// none are not there. Registers at one address are told apart by the bits that a write always
-/// sets; where there is only one, it takes every write.
+/// none are not there. Where the answer comes during the same word, bits that follow the first one
+/// of the answer come too late to tell anything. Registers at one address are told apart by the
+/// bits that a write always sets; where there is only one, it takes every write.
 class RequestMap {
 public:
     explicit RequestMap(ModelStore& store);
@@ -50,6 +51,8 @@ public:
 private:
     using Key = std::pair<chips::Operation, std::uint64_t>; ///< with the address
 
+    /// Whether the data bits `told` of a request ask for a view.
+    [[nodiscard]] bool isAskedFor(const chips::View& view, std::uint64_t told) const;
     /// The view of this title, of the register itself if it has one, or the first of a register.
     void findReply(const chips::Register& written);
 

@@ -1,15 +1,13 @@
 #include "bench/zt72518/mode_machine.h"
 
-#include "bench/zt72518/refresh_steps.h"
-#include "bench/zt72518/timers.h"
-
-#include <algorithm>
+#include "bench/model/watchdog_times.h"
 
 namespace bitlux::zt72518 {
 
 namespace {
 
-constexpr unsigned wakeCode = 0x02;
+/// The first refresh after a reset must come within it.
+constexpr std::int64_t normalRequestPeriod = 256'000'000;
 
 } // namespace
 
@@ -48,51 +46,36 @@ std::uint8_t ModeMachine::selectBits() const {
 
 void ModeMachine::enter(Mode mode) {
     mode_ = mode;
-    wakeUpDue_ = resetEnds_ = never;
-    step_ = 0;
     if (mode == Mode::Init || mode == Mode::Flash || mode == Mode::NormalRequest)
         state_.set(debug);
-    refreshedAt_ = now_;
-    restartWatchdog();
+    timers_.begin(period());
 }
 
-void ModeMachine::restartWatchdog() {
-    const auto period = [this]() -> std::int64_t {
-        switch (mode_) {
-        case Mode::NormalRequest:
-            return normalRequestPeriod;
-        case Mode::Normal:
-            return watchdogPeriod(state_.value(Register::Timer0));
-        case Mode::Flash:
-            return flashPeriod(state_.value(Register::Timer2));
-        case Mode::Stop:
-            return (stopCode_ & 1) != 0 ? stopPeriod(state_.value(Register::Timer2)) : 0;
-        default:
-            return 0;
-        }
-    }();
-    watchdogDue_ = period > 0 ? now_ + period : never;
-}
-
-void ModeMachine::timeIs(std::int64_t now) {
-    for (;;) {
-        const std::int64_t due = std::min({watchdogDue_, wakeUpDue_, resetEnds_});
-        if (due > now)
-            break;
-        now_ = std::max(now_, due);
-        expire();
+std::int64_t ModeMachine::period() const {
+    switch (mode_) {
+    case Mode::NormalRequest:
+        return normalRequestPeriod;
+    case Mode::Normal:
+        return watchdogPeriod(state_.value(Register::Timer0));
+    case Mode::Flash:
+        return flashPeriod(state_.value(Register::Timer2) >> 4U);
+    case Mode::Stop:
+        return LowPowerCode{stopCode_}.hasWatchdog()
+                   ? lowPowerPeriod(state_.value(Register::Timer2) >> 4U)
+                   : 0;
+    default:
+        return 0;
     }
-    now_ = std::max(now_, now);
 }
 
-void ModeMachine::expire() {
-    if (resetEnds_ <= now_) {
+void ModeMachine::take(ModeTimers::Event event) {
+    if (event == ModeTimers::Event::ResetEnds) {
         enter(Mode::NormalRequest);
-    } else if (wakeUpDue_ <= now_) {
+    } else if (event == ModeTimers::Event::WakesUp) {
         state_.set(wokenByTimer);
         wake();
     } else if (state_.has(noWatchdog)) {
-        watchdogDue_ = never;
+        timers_.stopWatchdog();
     } else {
         failRefresh();
     }
@@ -108,26 +91,25 @@ void ModeMachine::failRefresh() {
 
 void ModeMachine::reset() {
     enter(Mode::Reset);
-    resetEnds_ = now_ + resetDuration(state_.value(Register::InitVreg));
+    timers_.endResetIn(resetDuration(state_.value(Register::InitVreg) >> 3U));
 }
 
-bool ModeMachine::comesTooEarly() const {
+std::int64_t ModeMachine::closedWindow() const {
     const bool window = (state_.value(Register::InitWdog) & 0x02) != 0;
-    return window && mode_ == Mode::Normal &&
-           now_ - refreshedAt_ < watchdogPeriod(state_.value(Register::Timer0)) / 2;
+    return window && mode_ == Mode::Normal ? watchdogPeriod(state_.value(Register::Timer0)) / 2 : 0;
 }
 
 void ModeMachine::refresh(std::uint8_t data) {
     const auto kind = static_cast<RefreshMode>((state_.value(Register::InitWdog) >> 2) & 3);
-    const auto steps = refreshSteps(kind);
-    const std::uint8_t mask = steps[std::min(step_, steps.size() - 1)];
-    if (((data ^ ~random_.watchdog()) & mask) != 0 || comesTooEarly()) {
-        random_.drawWatchdog();
+    const ServedWatchdog::Outcome outcome =
+        timers_.refresh(data, random_.watchdog(), kind, closedWindow());
+    if (outcome == ServedWatchdog::Outcome::Begun)
+        return;
+    random_.drawWatchdog();
+    if (outcome == ServedWatchdog::Outcome::Wrong)
         failRefresh();
-    } else if (++step_ >= steps.size()) {
-        random_.drawWatchdog();
+    else
         refreshed();
-    }
 }
 
 void ModeMachine::refreshed() {
@@ -136,9 +118,7 @@ void ModeMachine::refreshed() {
         enter(Mode::Normal);
         return;
     }
-    step_ = 0;
-    refreshedAt_ = now_;
-    restartWatchdog();
+    timers_.restartWatchdog(period());
 }
 
 void ModeMachine::special(std::uint8_t data) {
@@ -175,30 +155,23 @@ void ModeMachine::select(std::uint8_t data) {
     if ((data & 7) != expected)
         return;
     random_.drawMode();
-    const auto code = static_cast<unsigned>(data >> 3);
+    const LowPowerCode code{static_cast<std::uint64_t>(data >> 3)};
     const bool allowsVddOff = (state_.value(Register::Regulator) & 1) != 0;
-    if (mode_ == Mode::Normal && (code & 0x10) != 0)
-        stop(code);
-    else if (mode_ == Mode::Normal && (code & 0x1C) == 0x0C && allowsVddOff)
-        sleep(code);
-    else if (mode_ == Mode::Stop && code == wakeCode) {
+    if (mode_ == Mode::Normal && (code.keepsVdd() || (code.dropsVdd() && allowsVddOff)))
+        lowPower(code);
+    else if (mode_ == Mode::Stop && code.wakes()) {
         state_.set(wokenByChipSelect);
         wake();
     }
 }
 
-void ModeMachine::stop(unsigned code) {
-    stopCode_ = static_cast<std::uint8_t>(code);
-    enter(Mode::Stop);
-    if ((code & 8) != 0)
-        wakeUpDue_ = now_ + forcedWakeUpPeriod(state_.value(Register::Timer2));
-}
-
-void ModeMachine::sleep(unsigned code) {
-    state_.set(sleepBySpi);
-    enter(Mode::Sleep);
-    if ((code & 2) != 0)
-        wakeUpDue_ = now_ + forcedWakeUpPeriod(state_.value(Register::Timer2));
+void ModeMachine::lowPower(LowPowerCode code) {
+    stopCode_ = static_cast<std::uint8_t>(code.code);
+    if (!code.keepsVdd())
+        state_.set(sleepBySpi);
+    enter(code.keepsVdd() ? Mode::Stop : Mode::Sleep);
+    if (code.wakesByTimer())
+        timers_.wakeUpIn(forcedWakeUpPeriod(state_.value(Register::Timer2)));
 }
 
 void ModeMachine::wake() {
@@ -212,7 +185,7 @@ void ModeMachine::drawCurrent(std::int64_t duration) {
     if (mode_ != Mode::Stop)
         return;
     const int action = (state_.value(Register::InitWdog) >> 5) & 3;
-    const bool isLong = duration > currentLimit(state_.value(Register::Timer0));
+    const bool isLong = duration > currentLimit(state_.value(Register::Timer0) >> 5U);
     if (action == 2 || (action == 3 && isLong)) {
         state_.set(wokenByCurrent);
         wake();
@@ -222,19 +195,8 @@ void ModeMachine::drawCurrent(std::int64_t duration) {
 }
 
 void ModeMachine::addPhase(Phase& phase) const {
-    const std::int64_t window = mode_ == Mode::Normal ? now_ - refreshedAt_ : 0;
-    phase.insert(phase.end(), {static_cast<std::int64_t>(mode_), window,
-                               static_cast<std::int64_t>(step_), failedBefore_ ? 1 : 0, stopCode_});
-    for (const std::int64_t due : {watchdogDue_, wakeUpDue_, resetEnds_})
-        phase.push_back(due == never ? never : due - now_);
-}
-
-void ModeMachine::skip(std::int64_t duration) {
-    now_ += duration;
-    refreshedAt_ += duration;
-    for (std::int64_t* due : {&watchdogDue_, &wakeUpDue_, &resetEnds_})
-        if (*due != never)
-            *due += duration;
+    phase.insert(phase.end(), {static_cast<std::int64_t>(mode_), failedBefore_ ? 1 : 0, stopCode_});
+    timers_.addPhase(phase);
 }
 
 } // namespace bitlux::zt72518

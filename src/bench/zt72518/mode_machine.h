@@ -1,10 +1,11 @@
 #pragma once
 
+#include "bench/model/mode_timers.h"
 #include "bench/zt72518/random_words.h"
 #include "bench/zt72518/state.h"
 
 #include <cstdint>
-#include <limits>
+#include <string>
 #include <string_view>
 
 namespace bitlux::zt72518 {
@@ -20,9 +21,11 @@ public:
     /// Both outlive this.
     ModeMachine(State& state, RandomWords& random);
 
-    void timeIs(std::int64_t now);
+    void timeIs(std::int64_t now) {
+        timers_.timeIs(now, [this](ModeTimers::Event event) { take(event); });
+    }
     void addPhase(Phase& phase) const;
-    void skip(std::int64_t duration);
+    void skip(std::int64_t duration) { timers_.skip(duration); }
 
     /// A write to Watchdog Refresh: a part of a refresh or a whole one.
     void refresh(std::uint8_t data);
@@ -46,32 +49,25 @@ public:
     /// Without a supply or in reset nothing answers on the bus.
     [[nodiscard]] bool answers() const { return mode_ != Mode::Sleep && mode_ != Mode::Reset; }
 
-    /// Time in nanoseconds until the watchdog expires; nothing when it does not run.
-    [[nodiscard]] bool watchdogRuns() const { return watchdogDue_ != never; }
-    [[nodiscard]] std::int64_t watchdogLeft() const { return watchdogDue_ - now_; }
+    /// As "12.5 ms left", or "off".
+    [[nodiscard]] std::string watchdogLeft() const { return timers_.watchdogLeft(); }
 
 private:
-    static constexpr std::int64_t never = std::numeric_limits<std::int64_t>::max();
-
     void enter(Mode mode);
-    void restartWatchdog();
     void refreshed();
     void failRefresh();
     void reset();
-    void expire();
-    void stop(unsigned code);
-    void sleep(unsigned code);
-    [[nodiscard]] bool comesTooEarly() const;
+    void take(ModeTimers::Event event);
+    /// Of the watchdog in the present mode; 0 where there is none.
+    [[nodiscard]] std::int64_t period() const;
+    void lowPower(LowPowerCode code);
+    /// From the last refresh on, in nanoseconds, in which another one comes too early.
+    [[nodiscard]] std::int64_t closedWindow() const;
 
     State& state_;
     RandomWords& random_;
     Mode mode_ = Mode::Init;
-    std::int64_t now_ = 0;
-    std::int64_t watchdogDue_ = never;
-    std::int64_t wakeUpDue_ = never;
-    std::int64_t resetEnds_ = never;
-    std::int64_t refreshedAt_ = 0;
-    std::size_t step_ = 0; ///< of a refresh in several words
+    ModeTimers timers_;
     bool failedBefore_ = false;
     std::uint8_t stopCode_ = 0;
 };

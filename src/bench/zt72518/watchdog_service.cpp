@@ -11,98 +11,66 @@ namespace bitlux::zt72518 {
 
 namespace {
 
-constexpr std::uint16_t refreshRequest = 0x5A00;
-constexpr std::uint16_t randomRequest = 0x1B00;
-constexpr int length = 16;
-constexpr int spiType = 2;
+constexpr RefreshService::Chip family{
+    .command = dongle::watchdog,
+    .stop = dongle::watchdogStop,
+    .refresh = 0x5A00,
+    .readCode = 0x1B00,
+    .bits = 16,
+    .type = 2,
+    .modes = {"Simple WD", "Enhanced 1", "Enhanced 2", "Enhanced 4"}};
 
 constexpr std::int64_t millisecond = 1'000'000;
-constexpr std::array<std::int64_t, 10> periods{1, 2, 3, 5, 10, 50, 100, 500, 1000, 5000};
 constexpr std::array<std::int64_t, 9> pauses{30, 50, 100, 200, 500, 1000, 2000, 5000, 10000};
-constexpr std::array<const char*, 4> modeNames{"Simple WD", "Enhanced 1", "Enhanced 2",
-                                               "Enhanced 4"};
 
 } // namespace
 
+WatchdogService::WatchdogService(ModeMachine& machine) : machine_(machine), refreshes_(family) {}
+
 std::optional<UsbFrame> WatchdogService::take(const UsbFrame& frame, DongleBus& bus) {
-    if (!isCommand(frame, dongle::watchdog) && !isCommand(frame, dongle::watchdogCurrent))
-        return std::nullopt;
-    if (frame[1] == dongle::watchdog)
-        commandRefresh(frame, bus.now());
-    else
-        commandCurrent(frame, bus.now());
+    if (!isCommand(frame, dongle::watchdogCurrent))
+        return refreshes_.take(frame, bus);
+    commandCurrent(frame, bus.now());
     return UsbFrame{0, frame[1]};
 }
 
-void WatchdogService::commandRefresh(const UsbFrame& frame, std::int64_t now) {
-    if (frame[3] == dongle::watchdogStop) {
-        period_ = 0;
-        return;
-    }
-    const std::size_t mode = frame[3] - std::size_t{dongle::watchdogFirstMode};
-    if (mode >= modeNames.size() || frame[4] >= periods.size())
-        return;
-    mode_ = static_cast<RefreshMode>(mode);
-    period_ = periods[frame[4]] * millisecond;
-    refreshDue_ = now;
-}
-
 void WatchdogService::commandCurrent(const UsbFrame& frame, std::int64_t now) {
-    if (frame[3] != dongle::watchdogCurrentOn) {
-        pause_ = 0;
-        return;
-    }
+    if (frame[3] != dongle::watchdogCurrentOn)
+        return pulseEnds_.clear();
     if (frame[6] >= pauses.size())
         return;
     pulse_ = frame[5] * millisecond;
     pause_ = pauses[frame[6]] * millisecond;
-    pulseEnds_ = now + pulse_;
+    pulseEnds_.set(now + pulse_);
 }
 
 std::int64_t WatchdogService::due() const {
-    return std::min(refreshDue(), pulseDue());
+    return std::min(refreshes_.due(), pulseEnds_.at());
 }
 
 void WatchdogService::serve(DongleBus& bus) {
-    while (refreshDue() <= bus.now()) {
-        refresh(bus);
-        refreshDue_ += period_;
-    }
-    while (pulseDue() <= bus.now()) {
+    refreshes_.serve(bus);
+    for (; pulseEnds_.isDue(bus.now()); pulseEnds_.set(pulseEnds_.at() + pause_ + pulse_))
         machine_.drawCurrent(pulse_);
-        pulseEnds_ += pause_ + pulse_;
-    }
-}
-
-void WatchdogService::refresh(DongleBus& bus) const {
-    if (mode_ == RefreshMode::Simple) {
-        bus.exchange(refreshRequest, length, spiType);
-        return;
-    }
-    const std::uint64_t inverted = ~bus.exchange(randomRequest, length, spiType);
-    for (const std::uint8_t mask : refreshSteps(mode_))
-        bus.exchange(refreshRequest | (inverted & mask), length, spiType);
 }
 
 void WatchdogService::addPhase(Phase& phase, std::int64_t now) const {
-    phase.push_back(period_ > 0 ? refreshDue_ - now : never);
-    phase.push_back(pause_ > 0 ? pulseEnds_ - now : never);
+    refreshes_.addPhase(phase, now);
+    pulseEnds_.addPhase(phase, now);
 }
 
 void WatchdogService::skip(std::int64_t duration) {
-    refreshDue_ += duration;
-    pulseEnds_ += duration;
+    refreshes_.skip(duration);
+    pulseEnds_.skip(duration);
 }
 
 std::vector<Reading> WatchdogService::readings() const {
-    const std::string refreshes =
-        period_ == 0 ? "off"
-                     : fmt::format("{} every {} ms", modeNames[static_cast<std::size_t>(mode_)],
-                                   period_ / millisecond);
-    const std::string current = pause_ == 0 ? "off"
-                                            : fmt::format("{} ms every {} ms", pulse_ / millisecond,
-                                                          (pause_ + pulse_) / millisecond);
-    return {{"Dongle", "Watchdog", refreshes}, {"Dongle", "Current", current}};
+    std::vector<Reading> all = refreshes_.readings();
+    all.push_back({"Dongle", "Current",
+                   pulseEnds_.isSet() ? fmt::format("{} ms every {} ms", pulse_ / millisecond,
+                                                    (pause_ + pulse_) / millisecond)
+                                      : "off"});
+    return all;
 }
 
 } // namespace bitlux::zt72518

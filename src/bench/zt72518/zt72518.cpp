@@ -241,13 +241,8 @@ void Part::turned(const StateBit& bit) {
 }
 
 std::vector<Reading> Part::readings() const {
-    constexpr double millisecond = 1e6;
     return {{"State", "Mode", std::string(machine_.name())},
-            {"State", "Watchdog",
-             machine_.watchdogRuns()
-                 ? fmt::format("{:.1f} ms left",
-                               static_cast<double>(machine_.watchdogLeft()) / millisecond)
-                 : "off"},
+            {"State", "Watchdog", machine_.watchdogLeft()},
             {"State", "Test mode",
              test_.on ? fmt::format("{:02X} {:02X}", state_.value(Register::RamA),
                                     state_.value(Register::RamB))

@@ -10,7 +10,7 @@ bool names(const std::vector<std::string>& variants, const std::string& variant)
     return std::find(variants.begin(), variants.end(), variant) != variants.end();
 }
 
-bool covers(const chips::Variants::Controls& row, const forms::Control& control) {
+bool covers(const chips::ControlRange& row, const forms::Control& control) {
     return control.name() == row.name &&
            (row.first < 0 || (control.index() >= row.first && control.index() <= row.last));
 }
@@ -54,7 +54,7 @@ void VariantRules::choose(const std::string& variant) const {
 
 void VariantRules::apply(const chips::Variants::Rule& rule, bool on) const {
     for (forms::Control* control : form_.controls())
-        for (const chips::Variants::Controls& row : rule.controls)
+        for (const chips::ControlRange& row : rule.controls)
             if (covers(row, *control))
                 applyTo(*control, rule.effect, on);
 }

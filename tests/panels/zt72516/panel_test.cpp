@@ -265,6 +265,7 @@ TEST(Zt72516Watchdog, EndsWhatReadsByItselfWhenTheDongleDoesNotAnswer) {
 TEST(Zt72516Watchdog, IsStoppedByAPanelThatGoesAndByTheEnd) {
     const std::string stop = "<00 16 00 00 00 00 00 00>";
     Bench closed;
+    closed.session().ConfigDirty = ConstOff;
     closed.program.forms().unload("ZT72516");
     EXPECT_EQ(closed.sent(), stop);
     closed.choose("frmMain.itemExit");

@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <span>
 
-namespace bitlux::zt72518 {
+namespace bitlux {
 
-/// How the watchdog wants to be refreshed: bits 3..2 of Init Wdog.
+/// How a watchdog wants to be refreshed, in the order of the field that selects it.
 enum class RefreshMode : std::uint8_t { Simple, Enhanced1, Enhanced2, Enhanced4 };
 
 inline constexpr std::array<std::uint8_t, 1> simpleSteps{0x00};
@@ -28,4 +28,4 @@ constexpr std::span<const std::uint8_t> refreshSteps(RefreshMode mode) {
     }
 }
 
-} // namespace bitlux::zt72518
+} // namespace bitlux
