@@ -1,13 +1,14 @@
 // Start-up to the first paint: an empty main window of the toolkit, or the program's window, as
-// the first argument says; or, with "dialog" or "panel", from opening the configuration dialog or
-// the panel of the ZT7251x family to its first paint. perf/run counts the instructions, and the
-// memory of the first two.
+// the first argument says; or, with "dialog", from opening the configuration dialog to its first
+// paint, or with the name of a panel's form from opening that. perf/run counts the instructions,
+// and the memory of the first two.
 
 #include "gui/main_window.h"
 #include "gui/window_program.h"
 #include "platform/linux/linux_parallel_port.h"
 #include "platform/linux/linux_usb_host.h"
 
+#include <string>
 #include <string_view>
 
 #include <valgrind/callgrind.h>
@@ -21,7 +22,7 @@
 namespace {
 
 bool opensDialog = false; ///< or the panel
-bool opensPanel = false;
+std::string opensPanel;   ///< name of its form; empty for none
 
 /// Ends the application once something has been painted; where the dialog is wanted, opens it then
 /// and counts from there to its own paint.
@@ -50,8 +51,8 @@ private:
             if (main == nullptr)
                 continue;
             CALLGRIND_TOGGLE_COLLECT;
-            if (opensPanel)
-                main->program().forms().show("ZT72518");
+            if (!opensPanel.empty())
+                main->program().forms().show(opensPanel);
             else
                 main->findChild<QAction*>("frmMain.itemPortOptions")->trigger();
         }
@@ -87,8 +88,10 @@ Q_COREAPP_STARTUP_FUNCTION(watch)
 int main(int argc, char** argv) {
     if (argc > 1 && std::string_view(argv[1]) == "empty")
         return runEmptyWindow(argc, argv);
-    opensPanel = argc > 1 && std::string_view(argv[1]) == "panel";
-    opensDialog = opensPanel || (argc > 1 && std::string_view(argv[1]) == "dialog");
+    const std::string_view what = argc > 1 ? argv[1] : "";
+    if (what.starts_with("ZT"))
+        opensPanel = what;
+    opensDialog = !opensPanel.empty() || what == "dialog";
     const bitlux::SystemClock clock;
     bitlux::LinuxParallelPort port;
     bitlux::LinuxUsbHost usb;

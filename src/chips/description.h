@@ -165,6 +165,7 @@ struct Field {
     int markedFrom = -1;         ///< this choice and those behind it want the panel's marker file
     int selected = -1;           ///< choice at the start, -1 for none
     std::string note;
+    std::vector<std::string> heads; ///< of columns, below which the words of the texts stand
     Place at;
 };
 

@@ -96,6 +96,7 @@ Field readField(const Node& node, const std::string& stem, bool writable, Proble
     field.markedFrom = table.number("marked_from", -1, 0, std::numeric_limits<std::int16_t>::max());
     field.selected = table.number("selected", -1, 0, std::numeric_limits<std::int16_t>::max());
     field.note = table.text("note");
+    field.heads = table.texts("heads");
     return field;
 }
 

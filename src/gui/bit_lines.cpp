@@ -37,36 +37,45 @@ int BitLines::cellsInLine(int width) const {
     return byteBits;
 }
 
-int BitLines::lineHeight() const {
+int BitLines::lineHeight(int width) const {
+    const int cell = width / cellsInLine(width);
+    int height = 0;
+    for (const auto& item : cells_)
+        height = std::max(height, item->widget()->heightForWidth(cell));
+    return height;
+}
+
+int BitLines::usualHeight() const {
     return cells_.empty() ? 0 : cells_.front()->sizeHint().height();
 }
 
 int BitLines::heightForWidth(int width) const {
     const int lines = (count() - 1) / cellsInLine(width) + 1;
-    return lines * (lineHeight() + between) - between;
+    return lines * (lineHeight(width) + between) - between;
 }
 
 QSize BitLines::sizeHint() const {
     const int cell = cells_.empty() ? 0 : cells_.front()->sizeHint().width();
-    return {std::min(std::max(count(), byteBits), 2 * byteBits) * cell, lineHeight()};
+    return {std::min(std::max(count(), byteBits), 2 * byteBits) * cell, usualHeight()};
 }
 
 QSize BitLines::minimumSize() const {
     const int least = cells_.empty() ? 0 : cells_.front()->minimumSize().width();
-    return {byteBits * least, lineHeight()};
+    return {byteBits * least, usualHeight()};
 }
 
 void BitLines::setGeometry(const QRect& rect) {
     QLayout::setGeometry(rect);
     const int inLine = cellsInLine(rect.width());
+    const int cellHeight = lineHeight(rect.width());
     const int lines = (count() - 1) / inLine + 1;
     int place = inLine * lines - count(); // of the first cell; the places before it are empty
     for (const auto& cell : cells_) {
         const int column = place % inLine;
         const int left = rect.left() + rect.width() * column / inLine;
         const int right = rect.left() + rect.width() * (column + 1) / inLine;
-        const int top = rect.top() + place / inLine * (lineHeight() + between);
-        cell->setGeometry(QRect(left, top, right - left, lineHeight()));
+        const int top = rect.top() + place / inLine * (cellHeight + between);
+        cell->setGeometry(QRect(left, top, right - left, cellHeight));
         ++place;
     }
 }

@@ -33,7 +33,9 @@ public:
 
 private:
     [[nodiscard]] int cellsInLine(int width) const;
-    [[nodiscard]] int lineHeight() const;
+    /// Of lines in so much room: that of the highest cell.
+    [[nodiscard]] int lineHeight(int width) const;
+    [[nodiscard]] int usualHeight() const;
 
     std::vector<std::unique_ptr<QLayoutItem>> cells_;
     int leastWidth_ = 0;

@@ -26,6 +26,33 @@ constexpr qreal numberScale = 0.75;
 constexpr qreal captionScale = 0.85;
 constexpr std::size_t byteBits = 8;
 
+/// What all cells of a font have alike.
+struct CellFont {
+    explicit CellFont(const QFont& font)
+        : caption(font),
+          number(scaled(font, numberScale / captionScale)),
+          numberHeight(QFontMetrics(number).height()),
+          character(QFontMetrics(font).averageCharWidth()),
+          hint(cellWidth * character,
+               numberHeight + lines * (QFontMetrics(font).height() + 2) + 2 * gap) {}
+
+    QFont caption;
+    QFont number;
+    int numberHeight;
+    int character;
+    QSize hint;
+};
+
+/// Cells are measured very often, nearly always those of one font.
+const CellFont& cellFont(const QFont& font) {
+    static std::optional<CellFont> last;
+    if (!last)
+        qAddPostRoutine([] { last.reset(); }); // no font outlives the application
+    if (!last || last->caption != font)
+        last.emplace(font);
+    return *last;
+}
+
 /// A zero in it looks as if it were not lit.
 bool isGround(std::uint32_t colour) {
     return colour == forms::windowColor || colour == forms::buttonFaceColor;
@@ -35,8 +62,7 @@ bool isGround(std::uint32_t colour) {
 
 BitCell::BitCell(int bit, bool clickable, QWidget* parent) : QLabel(parent), bit_(bit) {
     setFont(scaled(QApplication::font(), captionScale));
-    measure();
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     if (clickable) {
         setFocusPolicy(Qt::ClickFocus);
         setCursor(Qt::PointingHandCursor);
@@ -70,29 +96,52 @@ QString BitCell::breakable() const {
 }
 
 int BitCell::longestPart() const {
-    int longest = 0;
+    if (measured_ == text() && longest_ > 0)
+        return longest_;
+    measured_ = text();
+    longest_ = 0;
     for (const QString& part : breakable().replace(QChar(0x200B), ' ').split(' '))
-        longest = std::max(longest, fontMetrics().horizontalAdvance(part));
-    return longest;
+        longest_ = std::max(longest_, fontMetrics().horizontalAdvance(part));
+    return longest_;
+}
+
+void BitCell::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::FontChange)
+        longest_ = 0;
+    QLabel::changeEvent(event);
 }
 
 int BitCell::readableWidth() const {
-    const int least = leastCellWidth * fontMetrics().averageCharWidth();
+    const int least = leastCellWidth * cellFont(font()).character;
     const int narrow = longestPart() * narrowest / 100 + 1;
     return std::min(std::max(least, narrow) + 2 * gap, sizeHint().width());
 }
 
-void BitCell::changeEvent(QEvent* event) {
-    QLabel::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        measure();
+QSize BitCell::sizeHint() const {
+    return cellFont(font()).hint;
 }
 
-void BitCell::measure() {
-    numberFont_ = scaled(font(), numberScale / captionScale);
-    const QFontMetrics caption = fontMetrics();
-    hint_ = {cellWidth * caption.averageCharWidth(),
-             QFontMetrics(numberFont_).height() + lines * (caption.height() + 2) + 2 * gap};
+QSize BitCell::minimumSizeHint() const {
+    return {sizeHint().width() / 2, sizeHint().height()};
+}
+
+QFont BitCell::lettersIn(int width) const {
+    QFont letters = font();
+    if (const int longest = longestPart(); longest > width)
+        letters.setStretch(std::max(narrowest, 100 * width / longest));
+    return letters;
+}
+
+int BitCell::heightForWidth(int width) const {
+    const int usual = sizeHint().height();
+    const QString caption = breakable();
+    if (caption.count(' ') + caption.count(QChar(0x200B)) < lines)
+        return usual;
+    const int room = width - 2 * gap;
+    const QFontMetrics metrics(lettersIn(room));
+    const QRect wanted =
+        metrics.boundingRect(QRect(0, 0, room, QWIDGETSIZE_MAX), Qt::TextWordWrap, caption);
+    return usual + std::max(wanted.height() - lines * (metrics.height() + 2), 0);
 }
 
 void BitCell::paintEvent(QPaintEvent*) {
@@ -107,15 +156,13 @@ void BitCell::paintEvent(QPaintEvent*) {
     faint.setAlphaF(0.55F);
     painter.setPen(told_ ? ink : faint);
     const QRect inner = rect().adjusted(gap, gap, -gap, -gap);
-    painter.setFont(numberFont_);
+    const CellFont& fonts = cellFont(font());
+    painter.setFont(fonts.number);
     const QString value = told_ ? (*told_ ? " = 1" : " = 0") : "";
     painter.drawText(inner, Qt::AlignHCenter | Qt::AlignTop, QString::number(bit_) + value);
-    QFont letters = font();
-    if (const int longest = longestPart(); longest > inner.width())
-        letters.setStretch(std::max(narrowest, 100 * inner.width() / longest));
-    painter.setFont(letters);
+    painter.setFont(lettersIn(inner.width()));
     painter.setPen(carries ? ink : faint);
-    const QRect caption = inner.adjusted(0, QFontMetrics(numberFont_).height(), 0, 0);
+    const QRect caption = inner.adjusted(0, fonts.numberHeight, 0, 0);
     painter.drawText(caption, Qt::AlignCenter | Qt::TextWordWrap, breakable());
     paintEdges(painter);
 }

@@ -33,30 +33,31 @@ public:
 
     /// In which the longest part of the caption finds room, if need be in narrow letters.
     [[nodiscard]] int readableWidth() const;
-    [[nodiscard]] QSize sizeHint() const override { return hint_; }
-    [[nodiscard]] QSize minimumSizeHint() const override {
-        return {hint_.width() / 2, hint_.height()};
-    }
+    [[nodiscard]] QSize sizeHint() const override;
+    /// Of a caption that wants more than two lines.
+    [[nodiscard]] int heightForWidth(int width) const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
-    void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
-    void measure(); ///< anew with each font
     void paintEdges(QPainter& painter) const;
     /// The caption, with a place to break it behind each line in it where it has no blank.
     [[nodiscard]] QString breakable() const;
     /// Of the longest part that is not broken, in pixels.
     [[nodiscard]] int longestPart() const;
+    /// Letters in which the longest part has room in so many pixels, if need be narrow ones.
+    [[nodiscard]] QFont lettersIn(int width) const;
 
     int bit_;
-    QFont numberFont_;
-    QSize hint_;
     std::optional<bool> told_;
     QString named_; ///< the caption that its accessible name tells
     bool isFieldTop_ = false;
+    mutable QString measured_; ///< the caption whose longest part is known
+    mutable int longest_ = 0;  ///< 0 for none
     BitCell* left_ = nullptr;
     BitCell* right_ = nullptr;
 };
@@ -75,6 +76,9 @@ public:
     /// Narrower than this a cell cannot be read; rows of one width break where they have the same.
     [[nodiscard]] int leastCellWidth() const;
     void setLeastCellWidth(int width);
+    /// Room for the value behind the bits.
+    [[nodiscard]] int valueWidth() const { return value_->minimumWidth(); }
+    void setValueWidth(int width) { value_->setMinimumWidth(width); }
 
 private:
     void makeCells(Use use, Binder& binder);

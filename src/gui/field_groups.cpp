@@ -1,8 +1,11 @@
 #include "gui/field_groups.h"
 
+#include "gui/choice_option.h"
 #include "panels/common/field_text.h"
 
 #include <algorithm>
+
+#include <QGridLayout>
 
 namespace bitlux::gui {
 
@@ -54,10 +57,28 @@ void FieldGroups::fill(QVBoxLayout& column, const chips::Field& field, QWidget* 
     else if (field.kind == Kind::Box)
         column.addWidget(widgets_.make<QCheckBox, forms::CheckBox>(field.control, box));
     else
-        for (int i = 0; i < static_cast<int>(field.choices.size()); ++i)
-            column.addWidget(widgets_.make<QRadioButton, forms::OptionButton>(
-                ControlRef(field.control) + i, box));
+        addOptions(column, field, box);
     addNotes(column, field, box);
+}
+
+void FieldGroups::addOptions(QVBoxLayout& column, const chips::Field& field, QWidget* box) const {
+    std::optional<ColumnPlaces> columns;
+    if (!field.heads.empty()) {
+        QStringList heads;
+        for (const std::string& head : field.heads)
+            heads << textOf(head);
+        columns.emplace(heads, box->fontMetrics());
+    }
+    for (int i = 0; i < static_cast<int>(field.choices.size()); ++i) {
+        auto* option =
+            widgets_.make<ChoiceOption, forms::OptionButton>(ControlRef(field.control) + i, box);
+        if (columns) {
+            option->setColumns(*columns);
+            if (i == 0)
+                column.addWidget(new ColumnHeads(*columns, option->indent(), box));
+        }
+        column.addWidget(option);
+    }
 }
 
 QComboBox* FieldGroups::makeList(const chips::Field& field, QWidget* box) const {
@@ -144,14 +165,22 @@ void FieldGroups::add(const Actions& actions) {
 void FieldGroups::addActions(const std::string& group, const Actions& actions) {
     QGroupBox* box = nullptr;
     QVBoxLayout* column = makeGroup(group.empty() ? QString("Commands") : textOf(group), box);
-    column->setSpacing(4);
+    auto* grid = new QGridLayout;
+    grid->setSpacing(4);
+    constexpr int places = 2; // beside each other, and the rest
+    grid->setColumnStretch(places, 1);
+    column->addLayout(grid);
     for (const Action& action : actions) {
         if (*action.group != group)
             continue;
-        addButtons(*column, *action.button, *action.append,
-                   textOf(group.empty() ? *action.title : group), box);
+        const QString about = textOf(group.empty() ? *action.title : group);
+        const int line = grid->rowCount();
+        int place = 0;
+        for (const chips::ControlName* button : {action.button, action.append})
+            if (button->exists())
+                grid->addWidget(widgets_.rowButton(*button, box, about), line, place++);
         if (!action.note.empty())
-            column->addWidget(PanelWidgets::note(action.note, box));
+            grid->addWidget(PanelWidgets::note(action.note, box), line + 1, 0, 1, places + 1);
     }
     column->addStretch();
     flow_.addWidget(box);

@@ -28,6 +28,7 @@ private:
     void addButtons(QVBoxLayout& column, const ControlRef& first, const ControlRef& second,
                     const QString& about, QWidget* box);
     void fill(QVBoxLayout& column, const chips::Field& field, QWidget* box);
+    void addOptions(QVBoxLayout& column, const chips::Field& field, QWidget* box) const;
     [[nodiscard]] QComboBox* makeList(const chips::Field& field, QWidget* box) const;
     void addNotes(QVBoxLayout& column, const chips::Field& field, QWidget* box) const;
 

@@ -1,6 +1,7 @@
 #include "gui/group_flow.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace bitlux::gui {
 
@@ -42,20 +43,59 @@ std::vector<GroupFlow::Row> GroupFlow::rowsIn(int width) const {
     return rows;
 }
 
-int GroupFlow::heightOf(Row row, int width) {
-    int height = 0;
-    for (const auto& item : row) {
-        const QSize wanted = item->sizeHint();
-        const bool isCut = wanted.width() > width && item->hasHeightForWidth();
-        height = std::max(height, isCut ? item->heightForWidth(width) : wanted.height());
+std::vector<int> GroupFlow::widthsIn(Row row, int width) const {
+    const int groups = static_cast<int>(row.size());
+    int spare = width - (groups - 1) * beside;
+    for (const auto& item : row)
+        spare -= item->sizeHint().width();
+    std::vector<int> widths;
+    for (int i = 0; i < groups; ++i) {
+        // What does not divide goes to the last, so that all rows end at the same place.
+        int share = i + 1 < groups ? spare / groups : spare - spare / groups * (groups - 1);
+        if (spare_ == Spare::Left)
+            share = std::min(spare, 0);
+        widths.push_back(row[static_cast<std::size_t>(i)]->sizeHint().width() + share);
     }
+    return widths;
+}
+
+int GroupFlow::heightOf(Row row, const std::vector<int>& widths) {
+    int height = 0;
+    for (std::size_t i = 0; i < row.size(); ++i)
+        height = std::max(height, row[i]->hasHeightForWidth() ? row[i]->heightForWidth(widths[i])
+                                                              : row[i]->sizeHint().height());
     return height;
+}
+
+/// Groups that are left over stand below those above them, if they find room there.
+int GroupFlow::widthOfRest(Row row, int width, std::size_t above) {
+    int wanted = -beside;
+    for (const auto& item : row)
+        wanted += item->sizeHint().width() + beside;
+    const int between = static_cast<int>(above - 1) * beside;
+    const int group = (width - between) / static_cast<int>(above);
+    const int groups = static_cast<int>(row.size());
+    return std::clamp(groups * group + (groups - 1) * beside, std::min(wanted, width), width);
+}
+
+std::vector<GroupFlow::Line> GroupFlow::linesIn(int width) const {
+    const std::vector<Row> rows = rowsIn(width);
+    std::vector<Line> lines;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const bool isRest = spare_ == Spare::Shared && i > 0 && i + 1 == rows.size() &&
+                            rows[i].size() < rows[i - 1].size();
+        std::vector<int> widths =
+            widthsIn(rows[i], isRest ? widthOfRest(rows[i], width, rows[i - 1].size()) : width);
+        const int height = heightOf(rows[i], widths);
+        lines.push_back({rows[i], std::move(widths), height});
+    }
+    return lines;
 }
 
 int GroupFlow::heightForWidth(int width) const {
     int height = -below;
-    for (const Row row : rowsIn(width))
-        height += heightOf(row, width) + below;
+    for (const Line& line : linesIn(width))
+        height += line.height + below;
     return std::max(height, 0);
 }
 
@@ -79,28 +119,13 @@ QSize GroupFlow::minimumSize() const {
 void GroupFlow::setGeometry(const QRect& rect) {
     QLayout::setGeometry(rect);
     int top = rect.top();
-    for (const Row row : rowsIn(rect.width())) {
-        const int height = heightOf(row, rect.width());
-        place(row, QRect(rect.left(), top, rect.width(), height));
-        top += height + below;
-    }
-}
-
-void GroupFlow::place(Row row, QRect room) const {
-    const int groups = static_cast<int>(row.size());
-    int spare = room.width() - (groups - 1) * beside;
-    for (const auto& item : row)
-        spare -= item->sizeHint().width();
-    int left = room.left();
-    for (int i = 0; i < groups; ++i) {
-        // What does not divide goes to the last, so that all rows end at the same place.
-        int share = i + 1 < groups ? spare / groups : spare - spare / groups * (groups - 1);
-        if (spare_ == Spare::Left)
-            share = std::min(spare, 0);
-        const auto& item = row[static_cast<std::size_t>(i)];
-        const int width = item->sizeHint().width() + share;
-        item->setGeometry(QRect(left, room.top(), width, room.height()));
-        left += width + beside;
+    for (const Line& line : linesIn(rect.width())) {
+        int left = rect.left();
+        for (std::size_t i = 0; i < line.row.size(); ++i) {
+            line.row[i]->setGeometry(QRect(left, top, line.widths[i], line.height));
+            left += line.widths[i] + beside;
+        }
+        top += line.height + below;
     }
 }
 

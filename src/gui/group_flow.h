@@ -9,7 +9,8 @@
 namespace bitlux::gui {
 
 /// Groups side by side for as long as there is room, then in the next row; those of a row are
-/// equally high, and share its width where the spare room is shared.
+/// equally high, and share its width where the spare room is shared; few that are left over in the
+/// last row stand below those above them.
 class GroupFlow : public QLayout {
 public:
     enum class Spare { Shared, Left };
@@ -34,9 +35,18 @@ public:
 private:
     using Row = std::span<const std::unique_ptr<QLayoutItem>>;
 
+    struct Line {
+        Row row;
+        std::vector<int> widths;
+        int height;
+    };
+
     [[nodiscard]] std::vector<Row> rowsIn(int width) const;
-    static int heightOf(Row row, int width);
-    void place(Row row, QRect room) const;
+    [[nodiscard]] std::vector<Line> linesIn(int width) const;
+    /// Of the groups of a row that is so wide.
+    [[nodiscard]] std::vector<int> widthsIn(Row row, int width) const;
+    static int heightOf(Row row, const std::vector<int>& widths);
+    static int widthOfRest(Row row, int width, std::size_t above);
 
     Spare spare_;
     std::vector<std::unique_ptr<QLayoutItem>> items_;

@@ -93,7 +93,7 @@ std::vector<const chips::View*> ownViews(const chips::Chip& chip, const chips::R
     std::vector<const chips::View*> views;
     for (const chips::View& view : owner.views) {
         const ViewPlace place = placeOf(chip, owner, view);
-        if (view.row.form.empty() && !place.flags && place.registers == owner.page)
+        if (view.row.form == owner.row.form && !place.flags && place.registers == owner.page)
             views.push_back(&view);
     }
     return views;

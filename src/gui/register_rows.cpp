@@ -91,6 +91,7 @@ void RegisterRows::addHexBox(const chips::Register& shown) {
     auto* line = new QHBoxLayout;
     line->setSpacing(horizontalSpacing());
     line->addWidget(label);
+    edit->setMaximumWidth(edit->fontMetrics().horizontalAdvance(rowButtonRoom) + 14);
     line->addWidget(edit);
     line->addWidget(buttons(shown.hexButton, "", textOf(shown.title)).first);
     line->addStretch();
@@ -130,17 +131,24 @@ void RegisterRows::addSharer(const chips::Register& shown) {
 }
 
 void RegisterRows::addViews(const chips::Register& shown, Starts starts) {
+    std::string group;
     for (const chips::Row* row : viewRows(shown)) {
+        const chips::View& first = *viewsIn(shown, *row).front();
+        if (!first.group.empty() && first.group != group)
+            addTitle(textOf(first.group), partScale);
+        group = first.group;
         addReads(shown, *row, starts);
-        addRow(starts, bits(row->first, BitRow::Use::Shown),
-               edgesOf(shown, *viewsIn(shown, *row).front()));
+        addRow(starts, bits(row->first, BitRow::Use::Shown), edgesOf(shown, first));
         starts.clear();
     }
 }
 
 void RegisterRows::addReads(const chips::Register& owner, const chips::Row& row, Starts& starts) {
-    for (const chips::View* view : viewsIn(owner, row))
-        starts.push_back(buttons(view->button, view->line.button, textOf(owner.title)));
+    for (const chips::View* view : viewsIn(owner, row)) {
+        // Views that stand below a heading of their own are told by their rows.
+        const std::string& about = view->group.empty() ? owner.title : row.first.name;
+        starts.push_back(buttons(view->button, view->line.button, textOf(about).replace('_', ' ')));
+    }
 }
 
 std::vector<const chips::Row*> RegisterRows::viewRows(const chips::Register& shown) const {

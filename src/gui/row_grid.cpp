@@ -63,22 +63,46 @@ QLineEdit* RowGrid::entry(const ControlRef& row, const chips::ControlName& box,
 
 void RowGrid::addRow(const Starts& starts, BitRow* bits, std::uint64_t fieldEdges) {
     const int first = rowCount();
-    int line = first;
+    const bool isWide = bits != nullptr && bits->size() > narrowBits;
+    const int lines = isWide ? addSideBySide(starts, first) : addBelow(starts, first);
+    if (bits == nullptr)
+        return;
+    bits->markFields(fieldEdges);
+    if (isWide)
+        addWidget(bits, first + lines, 0, 1, columns);
+    else if (!hasButtons_)
+        addWidget(bits, first, 0, 1, columns);
+    else
+        addWidget(bits, first, columns - 1, std::max(lines, 1), 1);
+    rows_.push_back(bits);
+}
+
+int RowGrid::addBelow(const Starts& starts, int line) {
+    const int first = line;
     for (const Start& start : starts) {
+        hasButtons_ = hasButtons_ || start.first != nullptr || start.second != nullptr;
         if (start.first != nullptr)
             addWidget(start.first, line, 0);
         if (start.second != nullptr)
             addWidget(start.second, line, 1);
         ++line;
     }
-    if (bits == nullptr)
-        return;
-    bits->markFields(fieldEdges);
-    if (bits->size() > narrowBits)
-        addWidget(bits, line, 0, 1, columns);
-    else
-        addWidget(bits, first, columns - 1, std::max(line - first, 1), 1);
-    rows_.push_back(bits);
+    return line - first;
+}
+
+int RowGrid::addSideBySide(const Starts& starts, int line) {
+    if (starts.empty())
+        return 0;
+    addBelow({starts.front()}, line);
+    auto* further = new QHBoxLayout;
+    further->setSpacing(horizontalSpacing());
+    for (std::size_t i = 1; i < starts.size(); ++i)
+        for (QWidget* button : {starts[i].first, starts[i].second})
+            if (button != nullptr)
+                further->addWidget(button);
+    further->addStretch();
+    addLayout(further, line, columns - 1);
+    return 1;
 }
 
 void RowGrid::addButtons(const std::vector<chips::ControlName>& names) {
@@ -100,8 +124,13 @@ void RowGrid::alignCells() const {
     std::map<int, int> widest; // by the bits of a row
     for (const BitRow* row : rows_)
         widest[row->size()] = std::max(widest[row->size()], row->leastCellWidth());
-    for (BitRow* row : rows_)
+    int values = 0;
+    for (const BitRow* row : rows_)
+        values = std::max(values, row->valueWidth());
+    for (BitRow* row : rows_) {
         row->setLeastCellWidth(widest[row->size()]);
+        row->setValueWidth(values);
+    }
 }
 
 } // namespace bitlux::gui

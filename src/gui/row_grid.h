@@ -42,14 +42,20 @@ public:
                                    const QString& name) const;
     /// Buttons that belong to no row. A single one stands behind those that append.
     void addButtons(const std::vector<chips::ControlName>& names);
-    /// To be called once all rows are there: those with as many bits have equal cells.
+    /// To be called once all rows are there: those with as many bits have equal cells,
+    /// and all values have the same room.
     void alignCells() const;
     [[nodiscard]] bool hasRows() const { return !rows_.empty(); }
     [[nodiscard]] QWidget* owner() const { return parent_; }
 
 private:
+    // Each gives back how many lines it took.
+    int addBelow(const Starts& starts, int line);
+    int addSideBySide(const Starts& starts, int line);
+
     PanelWidgets widgets_;
     QWidget* parent_;
+    bool hasButtons_ = false; ///< in front of some row
     std::vector<BitRow*> rows_;
 };
 

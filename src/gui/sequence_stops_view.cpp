@@ -41,13 +41,17 @@ QWidget* makeStop(const PanelWidgets& widgets, const Stop& stop, QWidget* parent
         textOf(stop.frame.caption().empty() ? stop.box.caption() : stop.frame.caption());
     auto* line = widgets.entry(stop.line, "line", about + ", line", part);
     PanelWidgets::keepRoom(*line);
+    if (isLong)
+        line->setMaximumWidth(line->minimumWidth());
     grid->addWidget(line, isLong ? 1 : 0, 2);
     for (const int event : {0, 1}) {
         auto* option = binder.make<QRadioButton>(stop.events(event), part);
         PanelWidgets::keepRoom(*option);
         grid->addWidget(option, 1, event);
     }
-    grid->addWidget(PanelWidgets::button(binder, stop.pass, part), 1, isLong ? 3 : 2);
+    QPushButton* pass = PanelWidgets::button(binder, stop.pass, part);
+    pass->setAccessibleName(pass->text() + " " + about);
+    grid->addWidget(pass, 1, isLong ? 3 : 2);
     // The same columns in both parts.
     if (!isLong)
         for (const int column : {0, 1})
@@ -56,7 +60,7 @@ QWidget* makeStop(const PanelWidgets& widgets, const Stop& stop, QWidget* parent
     return part;
 }
 
-QWidget* makeStops(const PanelWidgets& widgets, SequenceStops& stops, QWidget* parent) {
+QWidget* makeStops(const PanelWidgets& widgets, SequenceStops& stops, bool acts, QWidget* parent) {
     auto* box = new QGroupBox("Stop behind a line and wait for the chip", parent);
     auto* column = new QVBoxLayout(box);
     column->addWidget(
@@ -77,7 +81,9 @@ QWidget* makeStops(const PanelWidgets& widgets, SequenceStops& stops, QWidget* p
 void addStopExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras) {
     if (auto* stops = form.findPart<SequenceStops>())
         extras.sequence.groups.push_back(
-            [widgets, stops](QWidget* parent) { return makeStops(widgets, *stops, parent); });
+            [widgets, stops, acts = form.chip().sequence.stops.acts](QWidget* parent) {
+                return makeStops(widgets, *stops, acts, parent);
+            });
 }
 
 } // namespace bitlux::gui

@@ -17,18 +17,39 @@ namespace bitlux::gui {
 
 namespace {
 
-/// Of a list: characters at least, and its part of the room that is left.
+/// Of a list: characters at least, and those that it wants.
 struct Share {
-    int characters;
-    int stretch;
+    int least;
+    int wanted; ///< 0 for no more than the least
 };
 
+int wantedFor(std::size_t text) {
+    constexpr int most = 30;
+    constexpr int beside = 2;
+    return std::min(static_cast<int>(text) + beside, most);
+}
+
 /// Of a column of answers, of which there may be several.
-Share answerShare(std::size_t columns) {
+Share answerShare(std::size_t columns, const std::string& title) {
     constexpr int allCharacters = 40;
-    constexpr int allStretch = 9;
-    const int count = static_cast<int>(columns);
-    return {std::clamp(allCharacters / count, 10, 20), std::max(allStretch / count, 2)};
+    return {std::clamp(allCharacters / static_cast<int>(columns), 10, 20), wantedFor(title.size())};
+}
+
+/// A box that does not widen its column.
+void takeWhatIsLeft(QLineEdit& entry) {
+    entry.setSizePolicy(QSizePolicy::Ignored, entry.sizePolicy().verticalPolicy());
+}
+
+std::size_t longestLine(const chips::Chip& chip) {
+    std::size_t longest = 0;
+    for (const chips::Command& any : chip.commands)
+        longest = std::max(longest, any.line.name.size());
+    for (const chips::Register& any : chip.registers) {
+        longest = std::max(longest, any.writeLine.name.size());
+        for (const chips::View& view : any.views)
+            longest = std::max(longest, view.line.name.size());
+    }
+    return longest;
 }
 
 } // namespace
@@ -38,7 +59,7 @@ SequenceView::SequenceView(PanelForm& form, const SequenceExtras& extras,
     : QWidget(parent), sequence_(form.sequence), widgets_(widgets) {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(makeLists(), 1);
+    layout->addWidget(makeLists(form.chip()), 1);
     layout->addWidget(makeTools(extras));
     for (const auto& number : sequence_.Val_loop)
         if (!widgets_.binder.isBound(*number)) // no part works with it
@@ -61,7 +82,7 @@ void SequenceView::followForm() {
     });
 }
 
-QWidget* SequenceView::makeLists() {
+QWidget* SequenceView::makeLists(const chips::Chip& chip) {
     SequenceLists& lists = sequence_.lists;
     auto* widget = new QWidget(this);
     auto* row = new QHBoxLayout(widget);
@@ -70,19 +91,21 @@ QWidget* SequenceView::makeLists() {
     lists_ = {makeList(lists.List1, "Lines", widget),
               makeList(lists.List_Commands, "Commands", widget),
               makeList(lists.List_Value, "Values", widget)};
-    std::vector<Share> shares{{13, 0}, {16, 6}, {11, 3}};
+    std::vector<Share> shares{{13, 0},
+                              {16, wantedFor(longestLine(chip))},
+                              {11, wantedFor(chip.sequence.valueTitle.size())}};
     for (std::size_t i = 0; i < lists.columns(); ++i) {
         forms::ListBox& answers = lists.answers(i);
         lists_.push_back(makeList(answers, textOf(answers.line(0)), widget));
-        shares.push_back(answerShare(lists.columns()));
+        shares.push_back(answerShare(lists.columns(), answers.line(0)));
     }
     for (std::size_t i = 0; i < lists_.size(); ++i) {
         LogView* list = lists_[i];
-        const int width = list->fontMetrics().averageCharWidth() * shares[i].characters;
+        const int width = list->fontMetrics().averageCharWidth() * shares[i].least;
         list->setMinimumWidth(width);
-        if (shares[i].stretch == 0)
+        if (shares[i].wanted == 0)
             list->setMaximumWidth(width);
-        row->addWidget(list, shares[i].stretch);
+        row->addWidget(list, shares[i].wanted);
     }
     scrollTogether();
     return widget;
@@ -152,6 +175,7 @@ void SequenceView::addLoop(QGridLayout& grid, QWidget* parent) {
     constexpr std::array names{"First line of the loop", "Last line of the loop"};
     for (std::size_t i = 0; i < captions.size(); ++i) {
         const int column = 2 * static_cast<int>(i);
+        grid.setColumnStretch(column + 1, 1);
         std::optional<forms::Label>& given = i == 0 ? run.loopStartCaption : run.loopStopCaption;
         auto* caption = new QLabel(captions.at(i), parent);
         if (given)
@@ -159,9 +183,11 @@ void SequenceView::addLoop(QGridLayout& grid, QWidget* parent) {
         caption->setMargin(2);
         PanelWidgets::keepRoom(*caption);
         grid.addWidget(caption, 3, column);
-        grid.addWidget(
-            widgets_.entry(sequence_.Val_loop(static_cast<int>(i)), "line", names.at(i), parent), 3,
-            column + 1);
+        QLineEdit* line =
+            widgets_.entry(sequence_.Val_loop(static_cast<int>(i)), "line", names.at(i), parent);
+        PanelWidgets::keepRoom(*line);
+        takeWhatIsLeft(*line);
+        grid.addWidget(line, 3, column + 1);
     }
 }
 
@@ -173,7 +199,9 @@ QWidget* SequenceView::makeLines(QWidget* parent) {
     auto* box = new QGroupBox("Lines", parent);
     auto* grid = new QGridLayout(box);
     grid->addWidget(button(editor.Cm_Wait, box), 0, 0);
-    grid->addWidget(widgets_.entry(editor.Text_Wait, "ms", "Wait in ms", box), 0, 1);
+    QLineEdit* wait = widgets_.entry(editor.Text_Wait, "ms", "Wait in ms", box);
+    takeWhatIsLeft(*wait);
+    grid->addWidget(wait, 0, 1);
     grid->addWidget(button(editor.Cm_Remove_Line, box), 1, 0);
     grid->addWidget(button(editor.Cm_CLEAR_lists, box), 1, 1);
     if (editor.cm_MoveUp)

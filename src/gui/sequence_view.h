@@ -21,7 +21,7 @@ public:
                  QWidget* parent);
 
 private:
-    QWidget* makeLists();
+    QWidget* makeLists(const chips::Chip& chip);
     LogView* makeList(forms::ListBox& control, const QString& name, QWidget* parent);
     void scrollTogether();
     QWidget* makeTools(const SequenceExtras& extras);

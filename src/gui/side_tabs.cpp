@@ -11,6 +11,8 @@ namespace {
 constexpr int indent = 10;
 constexpr int markWidth = 3;
 constexpr int spacing = 8;
+constexpr int manyTabs = 18;
+constexpr int closeSpacing = 3; ///< of many, so that all are in sight on a small screen
 } // namespace
 
 SideTabs::SideTabs(QWidget* parent) : QTabBar(parent) {
@@ -26,7 +28,8 @@ QSize SideTabs::tabSizeHint(int) const {
         measured_ = widest_ = 0;
     for (; measured_ < count(); ++measured_)
         widest_ = std::max(widest_, fontMetrics().horizontalAdvance(tabText(measured_)));
-    return {widest_ + 2 * indent, fontMetrics().height() + spacing};
+    return {widest_ + 2 * indent,
+            fontMetrics().height() + (count() > manyTabs ? closeSpacing : spacing)};
 }
 
 void SideTabs::changeEvent(QEvent* event) {

@@ -100,21 +100,23 @@ TEST(Mnemonics, AreUniqueInSightInTheDialogs) {
 
 TEST(Mnemonics, AreUniqueInSightInAPanel) {
     MnemonicsBench bench;
-    bench.program.forms().show("ZT72518");
-    bench.program.forms().show("TestMode");
-    PanelForm& panel = bench.program.panels().touch("zt72518");
+    for (const char* form :
+         {"ZT72518", "TestMode", "ZT72516", "ZT72516ReadFlags", "ZT72516TestMode"})
+        bench.program.forms().show(form);
     const auto expectUniqueInDialogs = [&bench](const std::string& where) {
         for (const QDialog* dialog : bench.window.findChildren<QDialog*>())
             bench.expectUnique(*dialog, where);
     };
-    for (std::size_t page = 1; page <= panel.outerTabs.tabs().size(); ++page) {
-        panel.outerTabs.click(static_cast<int>(page));
-        expectUniqueInDialogs(panel.outerTabs.tabs()[page - 1].caption);
-    }
-    panel.outerTabs.click(1);
-    for (std::size_t page = 1; page <= panel.registerTabs.tabs().size(); ++page) {
-        panel.registerTabs.click(static_cast<int>(page));
-        expectUniqueInDialogs(panel.registerTabs.tabs()[page - 1].caption);
+    for (const char* chip : {"zt72518", "zt72516"}) {
+        PanelForm& panel = bench.program.panels().touch(chip);
+        for (forms::TabStrip* strip : {&panel.outerTabs, &panel.registerTabs}) {
+            for (std::size_t page = 1; page <= strip->tabs().size(); ++page) {
+                strip->click(static_cast<int>(page));
+                expectUniqueInDialogs(strip->tabs()[page - 1].caption);
+            }
+            for (int page = 1; !panel.shows("registers"); ++page)
+                panel.outerTabs.click(page);
+        }
     }
 }
 

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QString>
+
+namespace bitlux::gui {
+
+/// Pictures of the panel of the ZT72516 and of the forms beside it, with a model of the chip; as
+/// wide as wanted, and on a small screen. Each file is named `prefix`, a state, and `tail`.
+void paintZt72516(const QString& prefix, const QString& tail);
+
+} // namespace bitlux::gui
