@@ -73,6 +73,8 @@ QWidget* makeStops(const PanelWidgets& widgets, SequenceStops& stops, bool acts,
                  {stops.frame_Condition(1), stops.Ch_SecondCondition, stops.Text_SecondCondition,
                   stops.R_Condition2, stops.Cm_PassCondition2},
                  box));
+    if (!acts)
+        column->addWidget(PanelWidgets::note("A run does not stop at these conditions.", box));
     return box;
 }
 
