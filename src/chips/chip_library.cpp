@@ -114,6 +114,8 @@ Problems problemsOfUsersChip(const Chip& chip) {
     if (!panel.parts.empty() || !panel.companions.empty() || !panel.active.empty())
         add(panel.at, "only chips of the program have `parts`, `companions` and `active`",
             "Remove them.");
+    if (!chip.sheets.empty())
+        add(chip.sheets.front().at, "only chips of the program have a `sheet`", "Remove it.");
     if (!chip.modelParts.empty())
         add(head, "only chips of the program have a `model`", "Remove it.");
     return problems;

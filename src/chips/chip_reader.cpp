@@ -198,6 +198,8 @@ void readDocument(const Node& document, const std::string& file, Chip& chip, Pro
     chip.sequence = readSequence(table.section("sequence"), problems);
     if (table.has("automatic_reads"))
         chip.automaticReads = readAutomaticReads(table.section("automatic_reads"), chip, problems);
+    for (const Node* sheet : table.tables("sheet"))
+        chip.sheets.push_back(readSheet(*sheet, problems));
     chip.panel = readPanel(table.section("panel"), chip, problems);
 }
 

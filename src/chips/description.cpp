@@ -128,6 +128,12 @@ const Register* Chip::find(std::string_view wanted) const {
     return found == registers.end() ? nullptr : &*found;
 }
 
+const Sheet* Chip::sheetOf(std::string_view form) const {
+    const auto found = std::find_if(sheets.begin(), sheets.end(),
+                                    [form](const Sheet& any) { return any.form == form; });
+    return found == sheets.end() ? nullptr : &*found;
+}
+
 const Device* Chip::findDevice(std::string_view wanted) const {
     const auto found = std::find_if(devices.begin(), devices.end(),
                                     [wanted](const auto& any) { return any.name == wanted; });

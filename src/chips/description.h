@@ -373,6 +373,29 @@ struct AutomaticReads {
     [[nodiscard]] int last() const;
 };
 
+/// A page, or the window of a form beside the panel, of controls that parts in C++ make, in titled
+/// groups; on a page of registers the groups stand behind those of the fields.
+struct Sheet {
+    /// Controls side by side; a label in front is the caption of what follows.
+    struct Row {
+        std::string caption;
+        std::vector<ControlRange> controls;
+    };
+    struct Group {
+        std::string title;
+        std::vector<Row> rows;
+        ControlName state; ///< label below them, whose colour tells how things are
+        int column = 0;    ///< of the sheet, from the left
+    };
+
+    std::string page; ///< what the outer page shows, or the title of a page of registers
+    std::string form; ///< that has the controls, where it is not the panel
+    std::vector<Group> groups;
+    std::vector<ControlRange> copies; ///< do what others do, and have no widget
+    bool hasReads = false;            ///< the automatic reads stand below
+    Place at;
+};
+
 /// Tabs of the panel: each shows the pages of registers, the flags, the sequence, or something that
 /// is written in C++.
 struct OuterPage {
@@ -445,6 +468,7 @@ struct Chip {
     Variants variants;
     SequenceStyle sequence;
     AutomaticReads automaticReads;
+    std::vector<Sheet> sheets;
     PanelLayout panel;
     std::vector<std::string> modelParts; ///< of the model on the bench, written in C++
     std::vector<Device> devices;         ///< at least one; the chip itself when the file has none
@@ -454,6 +478,8 @@ struct Chip {
     [[nodiscard]] std::vector<std::string> registerPages() const;
     /// By title; null when there is none.
     [[nodiscard]] const Register* find(std::string_view title) const;
+    /// The sheet of a form beside the panel; null when there is none.
+    [[nodiscard]] const Sheet* sheetOf(std::string_view form) const;
     /// By name; null when there is none.
     [[nodiscard]] const Device* findDevice(std::string_view wanted) const;
 };

@@ -16,6 +16,7 @@ namespace {
 
 constexpr int mostNumbers = 10'000;
 constexpr int mostBoxes = 16;
+constexpr int mostColumns = 4;
 constexpr int longestInterval = 60'000; // ms
 
 Variants::Rule readRule(const Node& node, Problems& problems) {
@@ -136,6 +137,27 @@ AutomaticReads::Group readGroup(const Node& node, Problems& problems) {
     return group;
 }
 
+/// "Caption: Name Name(3)", with or without the caption.
+Sheet::Row readSheetRow(TableReader& table, const std::string& text) {
+    Sheet::Row row;
+    const std::size_t colon = text.find(": ");
+    if (colon != std::string::npos)
+        row.caption = text.substr(0, colon);
+    row.controls = table.rangesIn(colon == std::string::npos ? text : text.substr(colon + 2));
+    return row;
+}
+
+Sheet::Group readSheetGroup(const Node& node, Problems& problems) {
+    TableReader table(node, problems);
+    Sheet::Group group;
+    group.title = table.text("title");
+    for (const std::string& row : table.texts("rows"))
+        group.rows.push_back(readSheetRow(table, row));
+    group.state = table.control("state");
+    group.column = table.number("column", 1, 1, mostColumns) - 1;
+    return group;
+}
+
 } // namespace
 
 Variants readVariants(const Node& node, Problems& problems) {
@@ -209,6 +231,19 @@ AutomaticReads readAutomaticReads(const Node& node, const Chip& chip, Problems& 
     }
     reads.lost = table.bits("lost").value_or(BitList());
     return reads;
+}
+
+Sheet readSheet(const Node& node, Problems& problems) {
+    TableReader table(node, problems);
+    Sheet sheet;
+    sheet.at = table.at();
+    sheet.page = table.text("page");
+    sheet.form = table.text("form");
+    for (const Node* group : table.tables("group"))
+        sheet.groups.push_back(readSheetGroup(*group, problems));
+    sheet.copies = table.ranges("copies");
+    sheet.hasReads = table.truth("automatic_reads", false);
+    return sheet;
 }
 
 PanelLayout readPanel(const Node& node, const Chip& chip, Problems& problems) {

@@ -12,6 +12,8 @@ SequenceStyle readSequence(const Node& node, Problems& problems);
 /// Without a list of buttons every view of `chip` is read, whose registers are there.
 AutomaticReads readAutomaticReads(const Node& node, const Chip& chip, Problems& problems);
 
+Sheet readSheet(const Node& node, Problems& problems);
+
 /// Without a list of pages there is one for everything that `chip` has.
 PanelLayout readPanel(const Node& node, const Chip& chip, Problems& problems);
 

@@ -277,11 +277,22 @@ std::vector<ControlName> TableReader::controls(std::string_view key) {
 std::vector<ControlRange> TableReader::ranges(std::string_view key) {
     std::vector<ControlRange> all;
     for (const std::string& text : texts(key))
-        if (const auto range = rangeIn(text))
+        for (const ControlRange& range : rangesIn(text))
+            all.push_back(range);
+    return all;
+}
+
+std::vector<ControlRange> TableReader::rangesIn(std::string_view text) {
+    std::vector<ControlRange> all;
+    while (!text.empty()) {
+        const std::string word(text.substr(0, text.find(' ')));
+        text.remove_prefix(std::min(text.size(), word.size() + 1));
+        if (const auto range = rangeIn(word))
             all.push_back(*range);
         else
-            problem(at(), fmt::format("\"{}\" names no controls", text),
+            problem(at(), fmt::format("\"{}\" names no controls", word),
                     "Write it as \"Name\", \"Name(3)\" or \"Name(4..7)\".");
+    }
     return all;
 }
 

@@ -57,6 +57,8 @@ public:
     std::vector<ControlName> controls(std::string_view key);
     /// A list of "Name", "Name(3)" or "Name(4..7)".
     std::vector<ControlRange> ranges(std::string_view key);
+    /// Those of one text, parted by blanks.
+    std::vector<ControlRange> rangesIn(std::string_view text);
     /// Index of one of `choices`; 0 when the key is missing.
     int oneOf(std::string_view key, const std::vector<std::string>& choices);
 

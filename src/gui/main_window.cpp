@@ -9,9 +9,9 @@
 #include "gui/recent_menu.h"
 #include "gui/run_progress_view.h"
 #include "gui/save_batch_view.h"
+#include "gui/sheet_view.h"
 #include "gui/theme.h"
 #include "gui/waveform_view.h"
-#include "gui/zt72518/test_mode_view.h"
 
 #include <algorithm>
 
@@ -177,7 +177,7 @@ FormDialog* MainWindow::makeDialog(forms::Form& form) {
     if (auto* companion = dynamic_cast<CompanionForm*>(&form))
         return new CompanionView(*companion, binder_, this);
     if (auto* testMode = dynamic_cast<zt72518::TestModeForm*>(&form))
-        return new TestModeView(*testMode, binder_, this);
+        return new SheetView(*testMode, testMode->sheet(), binder_, this);
     return nullptr; // the main form has this window
 }
 

@@ -2,6 +2,7 @@
 
 #include "gui/auto_reads_view.h"
 #include "gui/sequence_stops_view.h"
+#include "gui/sheet_view.h"
 #include "gui/zt72516/extras.h"
 #include "gui/zt72518/extras.h"
 
@@ -15,7 +16,7 @@ using AddExtras = void (*)(PanelForm& form, const PanelWidgets& widgets, PanelEx
 constexpr std::array<AddExtras, 12> rows{
     addLastWordExtras,    addModeExtras,          addSpecialModeExtras, addRamExtras,
     addRefreshModeExtras, addDongleVersionExtras, addAutoReadExtras,    addWatchdogExtras,
-    addStopExtras,        addDiagramExtras,       addWordDisplayExtras, addDongleWatchdogExtras};
+    addStopExtras,        addDiagramExtras,       addWordDisplayExtras, addSheetExtras};
 
 } // namespace
 

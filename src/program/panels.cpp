@@ -29,7 +29,7 @@ constexpr std::array<std::pair<const char*, const char*>, 2> companionForms{
 Panels::Panels(forms::FormSet& set, const PanelSurroundings& outside, chips::ChipLibrary& library)
     : set_(set), outside_(outside), library_(library), zt72518TestMode_(set, "TestMode", [this] {
           return std::make_unique<zt72518::TestModeForm>(
-              set_, zt72518::TestModeForm::Parts{.format = chips::embeddedChip(zt72518Chip)->word,
+              set_, zt72518::TestModeForm::Parts{.chip = chips::embeddedChip(zt72518Chip),
                                                  .session = outside_.session,
                                                  .engine = outside_.engine,
                                                  .dongle = outside_.dongle,

@@ -7,7 +7,5 @@
 namespace bitlux::gui {
 
 void addWordDisplayExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
-/// The group that hands the watchdog to the dongle.
-void addDongleWatchdogExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 
 } // namespace bitlux::gui

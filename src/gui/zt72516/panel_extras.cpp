@@ -1,9 +1,8 @@
 #include "gui/theme.h"
 #include "gui/zt72516/extras.h"
-#include "panels/zt72516/watchdog.h"
 #include "panels/zt72516/word_builder.h"
 
-#include <QGridLayout>
+#include <QHBoxLayout>
 
 namespace bitlux::gui {
 
@@ -23,31 +22,6 @@ QWidget* makeWord(const char* line, forms::Label& word, const PanelWidgets& widg
     return pair;
 }
 
-QComboBox* makeChoice(forms::ComboBox& control, const char* name, const PanelWidgets& widgets,
-                      QWidget* parent) {
-    auto* list = widgets.binder.make<QComboBox>(control, parent);
-    list->setPlaceholderText(name);
-    list->setAccessibleName(name);
-    return list;
-}
-
-QWidget* makeDongleWatchdog(zt72516::Watchdog& watchdog, const PanelWidgets& widgets,
-                            QWidget* parent) {
-    auto* box = new QGroupBox("Watchdog Settings", parent);
-    auto* grid = new QGridLayout(box);
-    grid->addWidget(widgets.binder.make<QCheckBox>(watchdog.Check_UseSpiDongleForWD, box), 0, 0, 1,
-                    2);
-    grid->addWidget(makeChoice(watchdog.Watchdog_Mode, "Watchdog Mode", widgets, box), 1, 0);
-    grid->addWidget(makeChoice(watchdog.Watchdog_Timing, "Watchdog Timing", widgets, box), 1, 1);
-    grid->addWidget(PanelWidgets::button(widgets.binder, watchdog.Btn_Start_Watchdog, box), 2, 0);
-    grid->addWidget(PanelWidgets::button(widgets.binder, watchdog.Btn_Stop_Watchdog, box), 2, 1);
-    auto* state = widgets.binder.make<QLabel>(watchdog.Watchdog_Status, box);
-    state->setAlignment(Qt::AlignCenter);
-    state->setMargin(4);
-    grid->addWidget(state, 3, 0, 1, 2);
-    return box;
-}
-
 } // namespace
 
 void addWordDisplayExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras) {
@@ -60,13 +34,6 @@ void addWordDisplayExtras(PanelForm& form, const PanelWidgets& widgets, PanelExt
     extras.lastWord.push_back([widgets, part](QWidget* parent) {
         return makeWord("MISO", part->SPIWordRcvd, widgets, parent);
     });
-}
-
-void addDongleWatchdogExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras) {
-    if (auto* part = form.findPart<zt72516::Watchdog>())
-        extras.registerPages["W/D Refresh"].groups.push_back([widgets, part](QWidget* parent) {
-            return makeDongleWatchdog(*part, widgets, parent);
-        });
 }
 
 } // namespace bitlux::gui

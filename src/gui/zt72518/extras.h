@@ -12,7 +12,7 @@ void addSpecialModeExtras(PanelForm& form, const PanelWidgets& widgets, PanelExt
 void addRamExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 void addRefreshModeExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 void addDongleVersionExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
-/// The watchdog's page, and what it and the editor of values add to the sequence.
+/// What the watchdog and the editor of values add to the sequence.
 void addWatchdogExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 /// The diagram's page, and the way to the test side of the chip.
 void addDiagramExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);

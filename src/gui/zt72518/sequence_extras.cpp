@@ -1,6 +1,4 @@
 #include "gui/zt72518/extras.h"
-#include "gui/zt72518/watchdog_view.h"
-#include "panels/common/auto_reads.h"
 #include "panels/zt72518/value_editor.h"
 #include "panels/zt72518/watchdog.h"
 
@@ -44,12 +42,6 @@ void addWatchdogExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras
     auto* watchdog = form.findPart<zt72518::Watchdog>();
     if (watchdog == nullptr)
         return;
-    extras.pages["watchdog"] = [widgets, watchdog,
-                                reads = form.findPart<AutoReads>()](QWidget* parent) {
-        return new WatchdogView(*watchdog, reads, widgets.binder, parent);
-    };
-    for (const int button : {8, 9, 10, 11, 14})
-        extras.copies.push_back(&watchdog->watchdog(button));
     extras.sequence.run.push_back([widgets, &form, watchdog](QWidget* parent) {
         return makeTrigger(widgets, form, *watchdog, parent);
     });

@@ -97,7 +97,7 @@ std::string wordText(TestCommand command, const std::string& second) {
 TestModeForm::TestModeForm(forms::FormSet& set, const Parts& parts)
     : Form(set, "TestMode", "Test Mode"),
       parts_(parts),
-      words_(parts.format, parts.session, parts.engine, parts.boxes),
+      words_(parts.chip->word, parts.session, parts.engine, parts.boxes),
       enter_test_mode(*this, "enter_test_mode", "Enter in Test mode"),
       can_lin(captioned<forms::Button>(*this, "can_lin", static_cast<int>(testFlags.size()),
                                        [](std::size_t i) { return testFlags.at(i).title; })),

@@ -21,9 +21,9 @@ namespace bitlux::zt72518 {
 /// oscillator and bias, with or without burning fuses.
 class TestModeForm : public forms::Form {
 public:
-    /// What the form works with; all outlive it.
+    /// What the form works with; all outlive it. The chip describes the form's sheet.
     struct Parts {
-        const chips::WordFormat& format; ///< of the family's words
+        chips::ChipPtr chip; ///< of the family
         Session& session;
         WordEngine& engine;
         DongleLink& dongle;
@@ -31,6 +31,9 @@ public:
     };
 
     TestModeForm(forms::FormSet& set, const Parts& parts);
+
+    /// How the controls stand in the window.
+    [[nodiscard]] const chips::Sheet& sheet() const { return *parts_.chip->sheetOf(name()); }
 
     /// Sends both words of TestWords, in another type than that of the chip where one is given.
     void Send_SPI(std::optional<std::int16_t> type = {});

@@ -1,0 +1,226 @@
+#include "gui/sheet_view.h"
+
+#include "gui/auto_reads_view.h"
+#include "gui/sheet.h"
+
+#include <algorithm>
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QSlider>
+
+namespace bitlux::gui {
+
+namespace {
+
+using forms::Control;
+
+/// The controls of a range, in order.
+std::vector<Control*> controlsIn(const chips::ControlRange& range, forms::Form& form) {
+    if (range.first < 0)
+        return {&form.control(range.name)};
+    std::vector<Control*> controls;
+    for (int i = range.first; i <= range.last; ++i)
+        controls.push_back(&form.control(chips::text({range.name, i})));
+    return controls;
+}
+
+class GroupMaker {
+public:
+    GroupMaker(forms::Form& form, Binder& binder, QWidget* parent)
+        : form_(form), binder_(binder), box_(new QGroupBox(parent)), grid_(new QGridLayout(box_)) {
+        grid_->setVerticalSpacing(4);
+        grid_->setColumnStretch(1, 1);
+    }
+
+    QGroupBox* make(const chips::Sheet::Group& group) {
+        box_->setTitle(textOf(group.title));
+        box_->setFlat(group.title.empty());
+        for (const chips::Sheet::Row& row : group.rows)
+            addRow(row);
+        if (group.state.exists())
+            addState(group.state);
+        grid_->setRowStretch(grid_->rowCount(), 1);
+        return box_;
+    }
+
+private:
+    void addRow(const chips::Sheet::Row& row) {
+        std::vector<Control*> controls;
+        for (const chips::ControlRange& range : row.controls)
+            for (Control* control : controlsIn(range, form_))
+                controls.push_back(control);
+        const int line = grid_->rowCount();
+        QWidget* caption = captionOf(row, controls);
+        if (caption != nullptr)
+            grid_->addWidget(caption, line, 0);
+        auto* place = new QHBoxLayout;
+        grid_->addLayout(place, line, caption != nullptr ? 1 : 0, 1, caption != nullptr ? 1 : 2);
+        const auto* told = qobject_cast<QLabel*>(caption);
+        if (told != nullptr && !told->text().trimmed().isEmpty())
+            name_ = told->text();
+        addControls(*place, controls);
+    }
+
+    /// The caption in front of a row, which may be its first control; null for a row without one.
+    QWidget* captionOf(const chips::Sheet::Row& row, std::vector<Control*>& controls) {
+        if (!row.caption.empty())
+            return new QLabel(textOf(row.caption), box_);
+        const bool leads =
+            controls.size() > 1 && (controls.front()->kind() == Control::Kind::Label);
+        if (!leads)
+            return nullptr;
+        auto* label = binder_.make<QLabel>(dynamic_cast<forms::Label&>(*controls.front()), box_);
+        controls.erase(controls.begin());
+        return label;
+    }
+
+    void addControls(QHBoxLayout& place, const std::vector<Control*>& controls) {
+        bool fills = false;
+        for (Control* control : controls) {
+            QWidget* widget = widgetOf(*control);
+            const bool grows = growsInRow(*control, *widget);
+            place.addWidget(widget, grows ? 1 : 0);
+            fills = fills || grows;
+        }
+        if (!fills)
+            place.addStretch();
+    }
+
+    /// The button that appends a line stays as it is beside one that sends.
+    static bool growsInRow(const Control& control, const QWidget& widget) {
+        const auto* button = qobject_cast<const QPushButton*>(&widget);
+        return control.kind() == Control::Kind::ComboBox ||
+               control.kind() == Control::Kind::ScrollBar ||
+               (button != nullptr && !button->text().startsWith('>'));
+    }
+
+    QWidget* widgetOf(Control& control) {
+        switch (control.kind()) {
+        case Control::Kind::Button:
+            return button(dynamic_cast<forms::Button&>(control));
+        case Control::Kind::CheckBox:
+            return binder_.make<QCheckBox>(dynamic_cast<forms::CheckBox&>(control), box_);
+        case Control::Kind::ComboBox:
+            return list(dynamic_cast<forms::ComboBox&>(control));
+        case Control::Kind::OptionButton:
+            return binder_.make<QRadioButton>(dynamic_cast<forms::OptionButton&>(control), box_);
+        case Control::Kind::ScrollBar:
+            return bar(dynamic_cast<forms::ScrollBar&>(control));
+        case Control::Kind::TextBox:
+            return entry(dynamic_cast<forms::TextBox&>(control));
+        case Control::Kind::Label:
+            return binder_.make<QLabel>(dynamic_cast<forms::Label&>(control), box_);
+        default:
+            throw forms::UnknownName(control.fullName(), {});
+        }
+    }
+
+    QWidget* button(forms::Button& control) {
+        QPushButton* made = PanelWidgets::button(binder_, control, box_);
+        if (made->text().startsWith('>'))
+            made->setAccessibleName(made->text() + " " + name_);
+        else
+            name_ = made->text().simplified();
+        return made;
+    }
+
+    QWidget* list(forms::ComboBox& control) {
+        auto* made = binder_.make<QComboBox>(control, box_);
+        made->setPlaceholderText(control.text().empty() ? "Choose" : textOf(control.text()));
+        made->setAccessibleName(name_.isEmpty() ? made->placeholderText() : name_);
+        return made;
+    }
+
+    QWidget* bar(forms::ScrollBar& control) {
+        auto* made = new QSlider(Qt::Horizontal, box_);
+        binder_.bind(control, *made);
+        made->setAccessibleName(name_);
+        return made;
+    }
+
+    QWidget* entry(forms::TextBox& control) {
+        auto* made = binder_.make<QLineEdit>(control, box_);
+        made->setAccessibleName(name_);
+        return made;
+    }
+
+    void addState(const chips::ControlName& name) {
+        auto* label = binder_.make<QLabel>(
+            dynamic_cast<forms::Label&>(form_.control(chips::text(name))), box_);
+        label->setAlignment(Qt::AlignCenter);
+        label->setMargin(4);
+        grid_->addWidget(label, grid_->rowCount(), 0, 1, 2);
+    }
+
+    forms::Form& form_;
+    Binder& binder_;
+    QGroupBox* box_;
+    QGridLayout* grid_;
+    QString name_; ///< what the next control is about
+};
+
+QWidget* makePage(const chips::Sheet& sheet, PanelForm& form, Binder& binder, QWidget* parent) {
+    auto* scrolled = new Sheet(parent);
+    auto* column = new QVBoxLayout(scrolled->widget());
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(10);
+    column->addWidget(makeSheet(sheet, form, binder, scrolled->widget()));
+    auto* reads = form.findPart<AutoReads>();
+    if (sheet.hasReads && reads != nullptr)
+        column->addWidget(makeAutoReads(*reads, binder, scrolled->widget()));
+    column->addStretch();
+    return scrolled;
+}
+
+} // namespace
+
+QWidget* makeSheet(const chips::Sheet& sheet, forms::Form& form, Binder& binder, QWidget* parent) {
+    auto* widget = new QWidget(parent);
+    auto* row = new QHBoxLayout(widget);
+    row->setContentsMargins(0, 0, 0, 0);
+    std::vector<QVBoxLayout*> columns;
+    for (const chips::Sheet::Group& group : sheet.groups) {
+        while (static_cast<int>(columns.size()) <= group.column) {
+            columns.push_back(new QVBoxLayout);
+            row->addLayout(columns.back(), 1);
+        }
+        columns[static_cast<std::size_t>(group.column)]->addWidget(
+            GroupMaker(form, binder, widget).make(group));
+    }
+    if (sheet.groups.size() > columns.size())
+        for (QVBoxLayout* column : columns)
+            column->addStretch();
+    return widget;
+}
+
+void addSheetExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras) {
+    const std::vector<std::string> registers = form.chip().registerPages();
+    for (const chips::Sheet& sheet : form.chip().sheets) {
+        if (!sheet.form.empty())
+            continue;
+        for (const chips::ControlRange& range : sheet.copies)
+            for (const forms::Control* copy : controlsIn(range, form))
+                extras.copies.push_back(copy);
+        if (std::find(registers.begin(), registers.end(), sheet.page) == registers.end()) {
+            extras.pages[sheet.page] = [&sheet, &form, widgets](QWidget* parent) {
+                return makePage(sheet, form, widgets.binder, parent);
+            };
+            continue;
+        }
+        for (const chips::Sheet::Group& group : sheet.groups)
+            extras.registerPages[sheet.page].groups.push_back(
+                [&group, &form, widgets](QWidget* parent) {
+                    return GroupMaker(form, widgets.binder, parent).make(group);
+                });
+    }
+}
+
+SheetView::SheetView(forms::Form& form, const chips::Sheet& sheet, Binder& binder, QWidget* parent)
+    : FormDialog(
+          form, [&form] { form.setVisible(false); }, binder, parent) {
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(makeSheet(sheet, form, binder, this));
+}
+
+} // namespace bitlux::gui
