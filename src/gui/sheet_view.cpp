@@ -15,6 +15,8 @@ namespace {
 
 using forms::Control;
 
+constexpr int spacing = 8;
+
 /// The controls of a range, in order.
 std::vector<Control*> controlsIn(const chips::ControlRange& range, forms::Form& form) {
     if (range.first < 0)
@@ -25,24 +27,45 @@ std::vector<Control*> controlsIn(const chips::ControlRange& range, forms::Form& 
     return controls;
 }
 
+bool isLabel(const Control& control) {
+    return control.kind() == Control::Kind::Label;
+}
+
+bool isButton(const Control* control) {
+    return control->kind() == Control::Kind::Button;
+}
+
+bool isWide(const Control& control) {
+    return control.kind() == Control::Kind::ComboBox || control.kind() == Control::Kind::ScrollBar;
+}
+
+/// The button that appends a line stays as it is beside one that sends.
+bool appends(const Control& control) {
+    const auto* button = dynamic_cast<const forms::Button*>(&control);
+    return button != nullptr && button->caption().starts_with('>');
+}
+
 class GroupMaker {
 public:
-    GroupMaker(forms::Form& form, Binder& binder, QWidget* parent)
-        : form_(form), binder_(binder), box_(new QGroupBox(parent)), grid_(new QGridLayout(box_)) {
+    GroupMaker(const chips::Sheet::Group& group, forms::Form& form, Binder& binder, QWidget* parent)
+        : form_(form),
+          binder_(binder),
+          box_(group.title.empty() ? new QWidget(parent)
+                                   : new QGroupBox(textOf(group.title), parent)),
+          grid_(new QGridLayout(box_)) {
         grid_->setVerticalSpacing(4);
+        grid_->setHorizontalSpacing(spacing);
         grid_->setColumnStretch(1, 1);
-    }
-
-    QGroupBox* make(const chips::Sheet::Group& group) {
-        box_->setTitle(textOf(group.title));
-        box_->setFlat(group.title.empty());
+        if (group.title.empty())
+            grid_->setContentsMargins(0, 0, 0, 0);
         for (const chips::Sheet::Row& row : group.rows)
             addRow(row);
         if (group.state.exists())
             addState(group.state);
         grid_->setRowStretch(grid_->rowCount(), 1);
-        return box_;
     }
+
+    [[nodiscard]] QWidget* box() const { return box_; }
 
 private:
     void addRow(const chips::Sheet::Row& row) {
@@ -55,6 +78,7 @@ private:
         if (caption != nullptr)
             grid_->addWidget(caption, line, 0);
         auto* place = new QHBoxLayout;
+        place->setSpacing(spacing);
         grid_->addLayout(place, line, caption != nullptr ? 1 : 0, 1, caption != nullptr ? 1 : 2);
         const auto* told = qobject_cast<QLabel*>(caption);
         if (told != nullptr && !told->text().trimmed().isEmpty())
@@ -62,37 +86,31 @@ private:
         addControls(*place, controls);
     }
 
-    /// The caption in front of a row, which may be its first control; null for a row without one.
+    /// What stands in front of a row: its caption, a label, or the button that a label explains;
+    /// null where nothing does.
     QWidget* captionOf(const chips::Sheet::Row& row, std::vector<Control*>& controls) {
         if (!row.caption.empty())
             return new QLabel(textOf(row.caption), box_);
-        const bool leads =
-            controls.size() > 1 && (controls.front()->kind() == Control::Kind::Label);
-        if (!leads)
+        const bool leads = controls.size() > 1 && isLabel(*controls.front());
+        const bool isExplained = controls.size() == 2 && isLabel(*controls.back());
+        if (!leads && !isExplained)
             return nullptr;
-        auto* label = binder_.make<QLabel>(dynamic_cast<forms::Label&>(*controls.front()), box_);
+        QWidget* first = widgetOf(*controls.front());
         controls.erase(controls.begin());
-        return label;
+        return first;
     }
 
     void addControls(QHBoxLayout& place, const std::vector<Control*>& controls) {
+        const bool allPress = std::all_of(controls.begin(), controls.end(), isButton);
         bool fills = false;
         for (Control* control : controls) {
             QWidget* widget = widgetOf(*control);
-            const bool grows = growsInRow(*control, *widget);
+            const bool grows = isWide(*control) || (allPress && !appends(*control));
             place.addWidget(widget, grows ? 1 : 0);
             fills = fills || grows;
         }
         if (!fills)
             place.addStretch();
-    }
-
-    /// The button that appends a line stays as it is beside one that sends.
-    static bool growsInRow(const Control& control, const QWidget& widget) {
-        const auto* button = qobject_cast<const QPushButton*>(&widget);
-        return control.kind() == Control::Kind::ComboBox ||
-               control.kind() == Control::Kind::ScrollBar ||
-               (button != nullptr && !button->text().startsWith('>'));
     }
 
     QWidget* widgetOf(Control& control) {
@@ -155,7 +173,7 @@ private:
 
     forms::Form& form_;
     Binder& binder_;
-    QGroupBox* box_;
+    QWidget* box_;
     QGridLayout* grid_;
     QString name_; ///< what the next control is about
 };
@@ -186,7 +204,7 @@ QWidget* makeSheet(const chips::Sheet& sheet, forms::Form& form, Binder& binder,
             row->addLayout(columns.back(), 1);
         }
         columns[static_cast<std::size_t>(group.column)]->addWidget(
-            GroupMaker(form, binder, widget).make(group));
+            GroupMaker(group, form, binder, widget).box());
     }
     if (sheet.groups.size() > columns.size())
         for (QVBoxLayout* column : columns)
@@ -211,7 +229,7 @@ void addSheetExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& e
         for (const chips::Sheet::Group& group : sheet.groups)
             extras.registerPages[sheet.page].groups.push_back(
                 [&group, &form, widgets](QWidget* parent) {
-                    return GroupMaker(form, widgets.binder, parent).make(group);
+                    return GroupMaker(group, form, widgets.binder, parent).box();
                 });
     }
 }
