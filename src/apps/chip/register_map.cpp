@@ -205,7 +205,8 @@ private:
         }
         printBits(any.row, told);
         for (const View& view : any.views)
-            printView(view, any);
+            if (view.row.form == any.row.form) // else it is shown once more
+                printView(view, any);
     }
 
     void printField(const Field& field) const {
@@ -238,12 +239,17 @@ private:
             lines.add(items[i] + (i + 1 < items.size() ? "," : ""));
     }
 
+    /// A title behind the heading that it stands under.
+    static std::string titleOf(const std::string& group, const std::string& title) {
+        return shown(group.empty() ? title : group + ": " + title);
+    }
+
     /// A view that shows the register as its write row does needs no words.
     void printView(const View& view, const Register& owner) const {
         if (view.operation == chips::Operation::Read && view.address == owner.address &&
             view.row.captions == owner.row.captions)
             return;
-        addLine(fmt::format("{}, word {}", shown(view.title),
+        addLine(fmt::format("{}, word {}", titleOf(view.group, view.title),
                             wordText(chip_.word.word(view.operation, view.address, view.extra))),
                 bitsColumn);
         printBits(view.row, 0);
@@ -255,7 +261,7 @@ private:
         Lines(output_,
               fmt::format("  {}", any.word ? wordText(*any.word) : std::string(digits, '-')),
               4 + digits)
-            .addWords(shown(any.title) +
+            .addWords(titleOf(any.group, any.title) +
                       (code.exists()
                            ? fmt::format(": gives {} back, [{}] inverted, with {:X}",
                                          shown(code.owner), code.inverted.text(), code.value)
