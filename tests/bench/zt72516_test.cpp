@@ -89,6 +89,25 @@ TEST(Zt72516, IsRefreshedAsInitSays) {
     }
 }
 
+TEST(Zt72516, IsRefreshedByTheDongle) {
+    for (unsigned mode = 0; mode < 4; ++mode) {
+        Rig rig;
+        rig.start();
+        rig.send(0x43000010U | mode << 9);
+        const auto command = [&rig](std::uint8_t first, std::uint8_t second) {
+            EXPECT_EQ(rig.exchange({0, 22, 0, first, second}), (UsbFrame{0, 22}));
+        };
+        command(static_cast<std::uint8_t>(8 + mode), 6); // every 100 ms
+        command(12, 0);                                  // no mode
+        command(8, 10);                                  // no time
+        rig.goTo(5000 * millisecond);
+        EXPECT_EQ(rig.mode(), "Normal") << mode;
+        command(0, 0);
+        rig.goTo(6000 * millisecond);
+        EXPECT_EQ(rig.mode(), "Init") << mode;
+    }
+}
+
 TEST(Zt72516, CountsResetsForSafe) {
     for (const auto& [init, resets] :
          {std::pair{0x00U, 1}, {0x800U, 2}, {0x1000U, 3}, {0x1800U, 5}})
