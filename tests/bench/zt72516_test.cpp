@@ -19,7 +19,7 @@ public:
         send(0x43000000 | init);
         send(0x45000000 | timer);
         send(0x5E000000);
-        send(0x47000000 | (~send(0x07000000) & 0xFF & (init & 0x600 ? 0xFF : 0)));
+        send(0x47000000 | (~send(0x07000000) & 0xFF & ((init & 0x600) != 0 ? 0xFF : 0)));
     }
 };
 
