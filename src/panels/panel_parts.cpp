@@ -1,6 +1,5 @@
 #include "panels/common/panel_part.h"
 #include "panels/zt72516/line_commands.h"
-#include "panels/zt72516/mode_changes.h"
 #include "panels/zt72516/watchdog.h"
 #include "panels/zt72516/word_builder.h"
 #include "panels/zt72518/chip_words.h"
@@ -34,9 +33,8 @@ struct PartRow {
     std::unique_ptr<PanelPart> (*make)(const PanelContext&);
 };
 
-constexpr std::array<PartRow, 15> partRows{{
+constexpr std::array<PartRow, 14> partRows{{
     {"ZT72516 words", make<zt72516::WordBuilder>},
-    {"ZT72516 mode changes", make<zt72516::ModeChanges>},
     {"ZT72516 watchdog", make<zt72516::Watchdog>},
     {"ZT72516 lines", make<zt72516::LineCommands>},
     {"ZT72518 words", make<zt72518::ChipWords>},

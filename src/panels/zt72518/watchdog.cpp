@@ -4,10 +4,10 @@
 #include "panels/zt72518/dongle_services.h"
 #include "platform/dongle_commands.h"
 #include "platform/failure.h"
+#include "transfer/dongle_frame.h"
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <memory>
 #include <span>
 #include <utility>
@@ -21,8 +21,6 @@ namespace {
 
 constexpr std::array<std::string_view, 4> modes{"Simple WD", "Enhanced 1", "Enhanced 2",
                                                 "Enhanced 4"};
-constexpr std::array<std::string_view, 10> times{"1ms",  "2ms",   "3ms",   "5ms", "10ms",
-                                                 "50ms", "100ms", "500ms", "1s",  "5s"};
 constexpr std::array<std::string_view, 9> lowTimes{"30 ms", "50 ms", "100 ms", "200 ms", "500 ms",
                                                    "1 s",   "2 s",   "5 s",    "10 s"};
 constexpr std::array<const char*, 16> captions{
@@ -42,16 +40,10 @@ std::optional<int> numberOf(std::span<const std::string_view> texts, std::string
     return static_cast<int>(found - texts.begin());
 }
 
-std::uint8_t toByte(int value) {
-    if (value < 0 || value > std::numeric_limits<std::uint8_t>::max())
-        throw Failure(Failure::Kind::Overflow, "Overflow");
-    return static_cast<std::uint8_t>(value);
-}
-
 forms::ControlArray<forms::ComboBox> configurations(forms::Form& form) {
     constexpr int last = 3;
     return {"wd_config", 0, last, [&form](const std::string& name, int index) {
-                std::span<const std::string_view> items = times;
+                std::span<const std::string_view> items = dongle::watchdogTimes;
                 if (index == 0)
                     items = modes;
                 else if (index == 2)
@@ -114,7 +106,7 @@ Watchdog::Watchdog(const PanelContext& context)
 }
 
 std::optional<int> Watchdog::timeNumber(std::string_view text) {
-    return numberOf(times, text);
+    return numberOf(dongle::watchdogTimes, text);
 }
 
 std::optional<int> Watchdog::modeNumber(std::string_view text) {
@@ -140,7 +132,7 @@ void Watchdog::send_wd() {
         time = session_.WdSequenceTime;
         showState(true);
     }
-    sendWatchdog(session_, dongle_, toByte(mode), toByte(time));
+    sendWatchdog(session_, dongle_, frameByte(mode), frameByte(time));
 }
 
 void Watchdog::send_wd_current() {
@@ -148,7 +140,8 @@ void Watchdog::send_wd_current() {
         return;
     if (session_.WdCurrentOn)
         sendWatchdogCurrent(session_, dongle_, dongle::watchdogCurrentOn,
-                            toByte(wd_current_time.value()), toByte(wd_config(2).listIndex()));
+                            frameByte(wd_current_time.value()),
+                            frameByte(wd_config(2).listIndex()));
     else
         sendWatchdogCurrent(session_, dongle_, 0, 0, 0);
 }
