@@ -18,6 +18,11 @@ void BitLines::setLeastWidth(int width) {
     invalidate();
 }
 
+void BitLines::setMostCells(int cells) {
+    mostCells_ = cells;
+    invalidate();
+}
+
 QLayoutItem* BitLines::itemAt(int index) const {
     return index >= 0 && index < count() ? cells_[static_cast<std::size_t>(index)].get() : nullptr;
 }
@@ -32,7 +37,7 @@ QLayoutItem* BitLines::takeAt(int index) {
 
 int BitLines::cellsInLine(int width) const {
     for (const int cells : {count(), 4 * byteBits, 2 * byteBits})
-        if (cells <= count() && cells * leastWidth_ <= width)
+        if (cells <= std::min(count(), mostCells_) && cells * leastWidth_ <= width)
             return std::max(cells, byteBits);
     return byteBits;
 }
