@@ -38,6 +38,9 @@ public:
             for (const Field& field : any.fields)
                 checkField(field);
         checkReadAlls();
+        for (const Command& any : chip_.commands)
+            if (any.givenBack.exists())
+                checkGivenBack(any);
         checkSums();
         checkVariants();
         checkPages();
@@ -136,6 +139,17 @@ private:
                         "Name the row of a view on the same form.");
                 checkVariantNames(any.at, step.variants);
             }
+    }
+
+    void checkGivenBack(const Command& any) {
+        const Register* owner = chip_.find(any.givenBack.owner);
+        if (owner == nullptr || !owner->row.exists() || !owner->writable() ||
+            owner->views.empty() || owner->row.form != any.form)
+            add(any.at, fmt::format("\"{}\" cannot be given back", any.givenBack.owner),
+                "Name a register of the same form that has a row and is read and written.");
+        else if (((any.givenBack.inverted.mask() | any.givenBack.value) & ~owner->mask()) != 0)
+            add(any.at, fmt::format("\"{}\" has {} bits", owner->title, owner->width()),
+                "Name bits of it.");
     }
 
     void checkSums() {

@@ -20,7 +20,7 @@ public:
         if (check_.exists())
             checkCheck();
         for (const Command& any : found_.chip.commands)
-            checkFits(any.at, any.word, "the word of the command");
+            checkFits(any.at, any.word.value_or(0), "the word of the command");
     }
 
 private:

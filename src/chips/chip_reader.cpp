@@ -106,15 +106,23 @@ WordFormat readWord(const Node& node, Problems& problems) {
     return word;
 }
 
+GivenBack readGivenBack(const Node& node, Problems& problems) {
+    TableReader table(node, problems);
+    return {.owner = table.required("register"),
+            .inverted = table.bits("inverted").value_or(BitList()),
+            .value = table.word("value").value_or(0)};
+}
+
 Command readCommand(const Node& node, Problems& problems) {
     TableReader table(node, problems);
     Command command;
     command.at = table.at();
     command.title = table.required("title");
-    command.byPart = table.truth("by_part", false);
-    if (!command.byPart)
+    if (table.has("gives_back"))
+        command.givenBack = readGivenBack(table.section("gives_back"), problems);
+    else
         table.require("word", "Say what the command sends.");
-    command.word = table.word("word").value_or(0);
+    command.word = table.word("word");
     const std::string name = identifier(command.title);
     command.button = table.control("button", {.name = "Cm_" + name});
     command.line = readLine(table, command.title, {.name = "Seq_" + name});

@@ -63,6 +63,9 @@ void ControlCensus::addSequence(const Chip& chip) {
         add({.name = name}, kind, {});
     add({.name = "Val_loop", .index = 0}, Kind::Other, {});
     add({.name = "Val_loop", .index = 1}, Kind::Other, {});
+    if (chip.sequence.moves)
+        for (const char* button : {"cm_MoveUp", "cm_MoveDown"})
+            add({.name = button}, Kind::Button, {});
     for (const ControlName* label : {&chip.sequence.loop.startLabel, &chip.sequence.loop.stopLabel})
         add(*label, Kind::Label, chip.sequence.at);
     for (const SequenceStyle::Column& column : chip.sequence.answers)

@@ -191,11 +191,21 @@ struct View {
     [[nodiscard]] bool ownValue() const { return operation == Operation::Flags || reset; }
 };
 
-/// A word that never changes, or what a part of the panel does in several words.
+/// A code of the chip that goes back to it: a register is read, and written with some of its bits
+/// inverted and all others as in a value.
+struct GivenBack {
+    std::string owner; ///< title of the register
+    BitList inverted;
+    std::uint64_t value = 0;
+
+    [[nodiscard]] bool exists() const { return !owner.empty(); }
+};
+
+/// A word that never changes, or a code that is given back, behind a word where there is one.
 struct Command {
     std::string title; ///< of its button
-    std::uint64_t word = 0;
-    bool byPart = false; ///< a part says what it does, no word does
+    std::optional<std::uint64_t> word;
+    GivenBack givenBack;
     ControlName button;
     Line line;
     ControlName autoRead; ///< box that has it sent again and again

@@ -1,6 +1,5 @@
 #include "panels/common/panel_part.h"
 #include "panels/zt72516/line_commands.h"
-#include "panels/zt72516/mode_changes.h"
 #include "panels/zt72516/watchdog.h"
 #include "panels/zt72516/word_builder.h"
 #include "panels/zt72518/auto_reads.h"
@@ -39,10 +38,9 @@ struct PartRow {
     std::unique_ptr<PanelPart> (*make)(const PanelContext&);
 };
 
-constexpr std::array<PartRow, 20> partRows{{
+constexpr std::array<PartRow, 19> partRows{{
     {"save question", make<zt72518::SaveQuestion>},
     {"ZT72516 words", make<zt72516::WordBuilder>},
-    {"ZT72516 mode changes", make<zt72516::ModeChanges>},
     {"ZT72516 watchdog", make<zt72516::Watchdog>},
     {"ZT72516 lines", make<zt72516::LineCommands>},
     {"ZT72518 words", make<zt72518::ChipWords>},

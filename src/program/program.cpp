@@ -213,7 +213,10 @@ void Program::registerProcedures(MainForm& form) {
     form.procedure("send_wd", [this] { zt72518Watchdog().send_wd(); });
     form.procedure("send_wd_current", [this] { zt72518Watchdog().send_wd_current(); });
     form.procedure("Send72516WatchdogCmd", [this] {
-        panels_.touch("zt72516").part<zt72516::Watchdog>().Send72516WatchdogCmd();
+        zt72516::Send72516WatchdogCmd(
+            session_, dongle_, forms_, [this]() -> auto& {
+                return panels_.touch("zt72516").part<zt72516::Watchdog>();
+            });
     });
     form.procedure("send_trimming", [this] { panels_.zt72518TestMode().send_trimming(); });
 }

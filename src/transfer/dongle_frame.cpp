@@ -14,13 +14,6 @@ namespace {
 
 constexpr std::uint8_t highestType = 7;
 
-std::uint8_t toByte(int value) {
-    if (value < 0 || value > 0xFF)
-        throw Failure(Failure::Kind::Overflow,
-                      fmt::format("Overflow: {} does not fit a byte of the frame", value));
-    return static_cast<std::uint8_t>(value);
-}
-
 /// Goes through the elements of a word in the order in which they travel.
 class Elements {
 public:
@@ -66,12 +59,19 @@ std::uint8_t packByte(const std::vector<std::int16_t>& word, Elements& elements)
 
 std::uint8_t shapeByte(const Session& session) {
     const auto flag = [](bool on, int bit) { return on ? 1 << bit : 0; };
-    return toByte(session.SPIType - 1 + flag(session.CSAssertLevel == ConstHigh, 3) +
-                  flag(session.DIOneLevel == ConstHigh, 4) + flag(session.DOHighValue == 1, 5) +
-                  session.SPIBaudRate);
+    return frameByte(session.SPIType - 1 + flag(session.CSAssertLevel == ConstHigh, 3) +
+                     flag(session.DIOneLevel == ConstHigh, 4) + flag(session.DOHighValue == 1, 5) +
+                     session.SPIBaudRate);
 }
 
 } // namespace
+
+std::uint8_t frameByte(int value) {
+    if (value < 0 || value > 0xFF)
+        throw Failure(Failure::Kind::Overflow,
+                      fmt::format("Overflow: {} does not fit a byte of the frame", value));
+    return static_cast<std::uint8_t>(value);
+}
 
 int dataBytesOf(int wordLength) {
     // Rounded with halves to the even number, before the 2 is taken off again.
@@ -80,10 +80,10 @@ int dataBytesOf(int wordLength) {
 
 UsbFrame buildWordFrame(Session& session) {
     UsbFrame frame{};
-    frame[0] = toByte(session.SPIWordLength + (session.USBPinUpdate == 1 ? 0x40 : 0) +
-                      ((session.USBExtraPins1 & 1) != 0 ? 0x80 : 0));
+    frame[0] = frameByte(session.SPIWordLength + (session.USBPinUpdate == 1 ? 0x40 : 0) +
+                         ((session.USBExtraPins1 & 1) != 0 ? 0x80 : 0));
     if (session.USBFrameTopBit) {
-        frame[0] = toByte(frame[0] + 0x80);
+        frame[0] = frameByte(frame[0] + 0x80);
         session.USBFrameTopBit = false;
     }
     frame[1] = shapeByte(session);

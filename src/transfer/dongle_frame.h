@@ -31,6 +31,9 @@ UsbFrame buildWordFrame(Session& session);
 /// Failure (OutOfRange) as buildWordFrame does.
 void unpackAnswer(const UsbFrame& answer, Session& session);
 
+/// A byte of a frame; raises Failure (Overflow) for a number that is none.
+std::uint8_t frameByte(int value);
+
 /// A frame that is no word but a command to the dongle itself.
 constexpr UsbFrame commandFrame(std::uint8_t command) {
     return {0, command};

@@ -83,6 +83,7 @@ flags = 0x4000
 [word.status]
 bits = ["-", "-", "-", "-", "-", "-", "-", "-", "HOT", "LOW", "-", "-", "-", "-", "-", "-"]
 of_read = "9:8"
+sum = [{ bit = 15, of = 'Supply_Latched(0)' }]
 [[register]]
 title = "Control"
 address = 0
@@ -187,7 +188,7 @@ TEST(ChipModel, TurnsOnWhatItTellsByName) {
     EXPECT_EQ(rig.send(0x7080, 16), 0x0201U) << "not cleared";
     EXPECT_EQ(rig.send(0x0800, 16), 0x02C2U);
     EXPECT_EQ(rig.send(0x3800, 16), 0x0203U);
-    EXPECT_EQ(rig.send(0x8000, 16), 0x0200U);
+    EXPECT_EQ(rig.send(0x8000, 16), 0x8200U) << "with the sum of flags";
     rig.turn("UV");
     rig.turn("Flags stay");
     for (int time = 0; time < 2; ++time)

@@ -1,4 +1,5 @@
-#include "bench/simulated_dongle.h"
+#include "dongle_rig.h"
+
 #include "platform/failure.h"
 
 #include <map>
@@ -10,70 +11,15 @@
 namespace bitlux::test {
 namespace {
 
-constexpr std::int64_t millisecond = 1'000'000;
-
-/// A chip of the family behind the dongle, worked with frames.
-class ChipRig {
+/// A chip of the family.
+class ChipRig : public DongleRig {
 public:
-    explicit ChipRig(const std::string& device = "zt72518d") : device_(makeDevice(device)) {
-        dongle.setWiring([](int type) {
-            return BusShape{.validOnRising = type == 1, .toggledOnRising = type == 2};
-        });
-        dongle.plug();
-        for (UsbEndpoint* endpoint : {in_.get(), out_.get()})
-            endpoint->open(0);
-        in_->bind(0x81);
-        in_->startReading({});
-        out_->bind(0x02);
-        out_->startWriting({});
-    }
+    explicit ChipRig(const std::string& device = "zt72518d") : DongleRig(device, 16, 2) {}
 
-    UsbFrame exchange(const UsbFrame& frame) {
-        EXPECT_EQ(out_->write(frame), UsbStatus::Success);
-        UsbFrame answer{};
-        EXPECT_EQ(in_->read(answer, 1000 * millisecond), UsbStatus::Success);
-        return answer;
-    }
-    /// Sends a word of type 2 and returns the reply.
-    unsigned send(unsigned word) {
-        sentAt = clock.nanoseconds();
-        const UsbFrame answer = exchange({16, 0x31, 0, static_cast<std::uint8_t>(word >> 8),
-                                          static_cast<std::uint8_t>(word & 0xFF)});
-        return static_cast<unsigned>(answer[3]) << 8 | answer[4];
-    }
     /// The low byte of the reply.
     unsigned read(unsigned word) { return send(word) & 0xFF; }
-    /// Lets the bench come to a time after the last word was sent.
-    void goTo(std::int64_t afterLastWord) {
-        clock.idle(sentAt + afterLastWord - clock.nanoseconds());
-    }
-    void turn(const std::string& name, bool on = true) {
-        dongle.catchUp();
-        chip().turn(switchNamed(chip(), name), on);
-    }
-    std::string reading(const std::string& name) {
-        dongle.catchUp();
-        for (const Reading& one : chip().readings())
-            if (one.name == name)
-                return one.value;
-        return "no such reading";
-    }
-    Chip& chip() { return *device_->chip(); }
     /// Answers the random word with a choice of mode.
     void special(unsigned choice) { send(0x5200 | choice << 6 | (~send(0x1300) & 0x3F)); }
-
-    VirtualClock clock;
-
-private:
-    std::shared_ptr<Device> device_;
-
-public:
-    SimulatedDongle dongle{clock, device_};
-    std::int64_t sentAt = 0;
-
-private:
-    std::unique_ptr<UsbEndpoint> in_ = dongle.makeEndpoint();
-    std::unique_ptr<UsbEndpoint> out_ = dongle.makeEndpoint();
 };
 
 TEST(Zt72518, TellsWhichChipItIs) {

@@ -214,6 +214,19 @@ TEST(ChipReader, TellsPlaceFaultAndAdvice) {
          "21:1: no file of a sequence can hold \"\u03a9\". Name the line with `line`, in "
          "characters "
          "of Windows-1252."},
+        {"[[register]]",
+         "[word.status]\nsum = [{ bit = 16, of = [\"Lamp_R\", \"Lamp_R(4..3)\"] }]\n[[register]]",
+         "11:8: \"Lamp_R(4..3)\" names no controls. Write it as \"Name\", \"Name(3)\" or "
+         "\"Name(4..7)\"."},
+        {"[[register]]", "[word.status]\nsum = { bit = 16, of = \"Lamp_R\" }\n[[register]]",
+         "11:7: a word has no bit 16. Name a bit of it.\n"
+         "11:7: no view of flags has the labels Lamp_R. Name labels of its row on the panel."},
+        {"[[register]]",
+         "[[command]]\ntitle = \"A\"\ngives_back = { register = \"Time\", value = 16 }\n"
+         "[[command]]\ntitle = \"B\"\ngives_back = { register = \"Tune\" }\n[[register]]",
+         "10:1: \"Time\" has 4 bits. Name bits of it.\n"
+         "13:1: \"Tune\" cannot be given back. Name a register of the same form that has a row "
+         "and is read and written."},
         // what is written in short
         {"\"Time\"", "\"Time {0..1}\"",
          "22:9: a range of numbers stands where one text does. Put it into a list, as "

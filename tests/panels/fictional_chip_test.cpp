@@ -51,6 +51,11 @@ bits = ["PERIOD 1", "-", "-", "PERIOD 0"]
   [[register.view]]
   one = 0xFFC0C0
 
+[[command]]
+title = "Unlock"
+word = 0x1234
+gives_back = { register = "Blink", inverted = "3:2", value = 0x5 }
+
 [[register]] # no row: the choices are the value
 title = "Guard"
 address = 2
@@ -171,6 +176,15 @@ TEST(FictionalChip, HasItsSequenceFromItsFileAlone) {
     bench.click("Cm_Run_Seq");
     EXPECT_EQ(bench.words, "4006/2 0000/2 3000/2 ");
     EXPECT_EQ(bench.column("List_Val_read"), ";;0;0;");
+
+    bench.words.clear();
+    bench.click("Seq_Unlock");
+    bench.click("Cm_Run_Seq");
+    bench.click("Cm_Unlock");
+    EXPECT_EQ(bench.words, "4006/2 0000/2 3000/2 1234/2 3000/2 700D/2 1234/2 3000/2 700D/2 ")
+        << "a code goes back from a line as from its button";
+    EXPECT_EQ(bench.panel.control("Cm_Unlock").tooltip(), "0x1234, 0x3000, 0x700x");
+    bench.panel.sequence.lists.remove(5);
 
     bench.panel.sequence.lists.append("Lamp Write", "1000");
     bench.panel.sequence.lists.append("Lamp Burn", "");

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <fmt/format.h>
@@ -120,18 +121,37 @@ public:
 
     void print() const {
         printHead();
-        for (const std::string& page : chip_.registerPages()) {
-            fmt::print(output_, "\n{}\n", shown(page));
-            for (const Register& any : chip_.registers)
-                if (any.page == page)
-                    printRegister(any);
-            for (const chips::Command& any : chip_.commands)
-                if (any.page == page)
-                    printCommand(any);
-        }
+        for (const std::string& page : chip_.registerPages())
+            printAll(page, [&page](const std::string& where, const std::string& form) {
+                return form.empty() && where == page;
+            });
+        for (const chips::Companion& any : chip_.panel.described)
+            printAll(any.caption, [&any](const std::string&, const std::string& form) {
+                return form == any.form;
+            });
     }
 
 private:
+    /// Registers and commands, as `isHere` tells by their pages and forms.
+    template <typename IsHere>
+    void printAll(const std::string& heading, IsHere isHere) const {
+        bool isEmpty = true;
+        const auto head = [&] {
+            if (std::exchange(isEmpty, false))
+                fmt::print(output_, "\n{}\n", shown(heading));
+        };
+        for (const Register& any : chip_.registers)
+            if (isHere(any.page, any.row.form)) {
+                head();
+                printRegister(any);
+            }
+        for (const chips::Command& any : chip_.commands)
+            if (isHere(any.page, any.form)) {
+                head();
+                printCommand(any);
+            }
+    }
+
     static constexpr std::size_t accessWidth = 12;
     static constexpr std::size_t bitsColumn = 8;
     static constexpr std::size_t fieldColumn = 16;
@@ -185,7 +205,8 @@ private:
         }
         printBits(any.row, told);
         for (const View& view : any.views)
-            printView(view, any);
+            if (view.row.form == any.row.form) // else it is shown once more
+                printView(view, any);
     }
 
     void printField(const Field& field) const {
@@ -218,21 +239,33 @@ private:
             lines.add(items[i] + (i + 1 < items.size() ? "," : ""));
     }
 
+    /// A title behind the heading that it stands under.
+    static std::string titleOf(const std::string& group, const std::string& title) {
+        return shown(group.empty() ? title : group + ": " + title);
+    }
+
     /// A view that shows the register as its write row does needs no words.
     void printView(const View& view, const Register& owner) const {
         if (view.operation == chips::Operation::Read && view.address == owner.address &&
             view.row.captions == owner.row.captions)
             return;
-        addLine(fmt::format("{}, word {}", shown(view.title),
+        addLine(fmt::format("{}, word {}", titleOf(view.group, view.title),
                             wordText(chip_.word.word(view.operation, view.address, view.extra))),
                 bitsColumn);
         printBits(view.row, 0);
     }
 
     void printCommand(const chips::Command& any) const {
-        Lines(output_, fmt::format("  {}", wordText(any.word)),
-              4 + static_cast<std::size_t>(digitsFor(chip_.word.bits)))
-            .addWords(shown(any.title));
+        const auto digits = static_cast<std::size_t>(digitsFor(chip_.word.bits));
+        const chips::GivenBack& code = any.givenBack;
+        Lines(output_,
+              fmt::format("  {}", any.word ? wordText(*any.word) : std::string(digits, '-')),
+              4 + digits)
+            .addWords(titleOf(any.group, any.title) +
+                      (code.exists()
+                           ? fmt::format(": gives {} back, [{}] inverted, with {:X}",
+                                         shown(code.owner), code.inverted.text(), code.value)
+                           : ""));
         if (!any.note.empty())
             addLine(shown(any.note), bitsColumn);
     }

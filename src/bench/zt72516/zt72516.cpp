@@ -19,7 +19,6 @@ constexpr std::uint64_t refreshAddress = 0x07;
 constexpr std::uint64_t inhibitAddress = 0x1E;
 constexpr std::uint64_t safeAddress = 0x1F;
 constexpr std::uint64_t firstTestAddress = 0x31;
-constexpr std::uint64_t revision = 1 << 1; ///< REV ID 1
 constexpr int addressShift = 24;
 constexpr std::uint64_t wakeUpSummary = std::uint64_t{1} << 30;
 
@@ -59,7 +58,6 @@ public:
           passcode_(store.owner("Passcode")),
           interruptFlags_(store.flags("Interrupt_Flag")),
           modeFlags_(store.flags("MODE_Flags")) {
-        store_.of(passcode_) = revision;
         enter(State::Init);
     }
 
@@ -197,13 +195,15 @@ void Part::refresh(std::uint64_t data) {
     const bool window = chosen(8, 1) != 0 && state_ == State::Normal;
     const Outcome outcome = timers_.refresh(
         data, refreshCode_, static_cast<RefreshMode>(chosen(9, 2)), window ? period() / 2 : 0);
-    if (outcome == Outcome::Wrong && timers_.watchdogRuns())
-        return failRefresh();
-    if (outcome != Outcome::Refreshed)
+    if (outcome == Outcome::Begun)
         return;
-    failures_ = 0;
     refreshCode_ = draw();
-    enter(state_ == State::Init ? State::Normal : state_);
+    if (outcome == Outcome::Refreshed) {
+        failures_ = 0;
+        enter(state_ == State::Init ? State::Normal : state_);
+    } else if (timers_.watchdogRuns()) {
+        failRefresh();
+    }
 }
 
 void Part::select(std::uint64_t data) {
@@ -258,13 +258,11 @@ bool Part::accepts(const Request& request) {
         inhibited_ = false;
         enter(state_);
     } else if (request.address == passcode_.address) {
-        const auto& known = store_.chip().commands;
-        store_.of(passcode_) =
-            revision |
-            (std::ranges::any_of(
-                 known, [&request](const chips::Command& any) { return any.word == request.word; })
-                 ? 1U
-                 : 0U);
+        const bool good =
+            std::ranges::any_of(store_.chip().commands, [&request](const chips::Command& any) {
+                return any.word == request.word;
+            });
+        StateBit{&store_.of(passcode_), 0}.set(good);
     }
     return request.address < firstTestAddress || inTestMode();
 }

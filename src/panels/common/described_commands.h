@@ -4,6 +4,7 @@
 #include "panels/common/panel_words.h"
 #include "panels/common/sequence_player.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,9 @@ class DescribedCommands : public SequenceCommands {
 public:
     /// Both outlive it.
     DescribedCommands(const LineIndex& index, PanelWords& words) : index_(index), words_(words) {}
+
+    /// Carries a command out; set by whoever has the registers.
+    std::function<void(const chips::Command& command)> carryOut = [](const chips::Command&) {};
 
     std::vector<std::string> play(int line, const std::string& name,
                                   const std::string& value) override;

@@ -66,6 +66,7 @@ PanelForm::PanelForm(forms::FormSet& set, const std::string& name, chips::ChipPt
       registerTabs(*this, chip_->panel.registerTabs.name, registerTabsOf(*chip_),
                    elementOf(chip_->panel.registerTabs)) {
     words.starting = [this] { keepShape(); };
+    sequence.commands.carryOut = [this](const chips::Command& any) { registers.carryOut(any); };
     addCompanions();
     makeParts();
     readAlls_ = std::make_unique<ReadAlls>(*chip_, pageControls, registers, outside.session,

@@ -8,7 +8,7 @@ namespace bitlux {
 PanelSequence::PanelSequence(forms::Form& form, const chips::Chip& chip, PanelWords& words,
                              const PanelSurroundings& outside)
     : index_(chip),
-      commands_(index_, words),
+      commands(index_, words),
       Val_loop("Val_loop", LoopStart, chip.sequence.boxes - 1,
                [&form](const std::string& name, int element) {
                    return std::make_unique<forms::TextBox>(form, name, element);
@@ -25,7 +25,7 @@ PanelSequence::PanelSequence(forms::Form& form, const chips::Chip& chip, PanelWo
                     .stop = Val_loop(LoopStop),
                     .loop = outside.desk.loop,
                     .clock = outside.clock}) {
-    player.setCommands(commands_);
+    player.setCommands(commands);
     form.variable("LoopStopRequest", variables.LoopStopRequest);
     form.variable("RunEnabled", variables.RunEnabled);
 }

@@ -26,9 +26,9 @@ public:
 
 private:
     LineIndex index_;
-    DescribedCommands commands_;
 
 public:
+    DescribedCommands commands;
     SequenceVariables variables;
     forms::ControlArray<forms::TextBox> Val_loop;
     SequenceLists lists;

@@ -149,7 +149,7 @@ std::uint64_t PanelWords::read(const chips::View& view) {
 }
 
 void PanelWords::command(const chips::Command& command) {
-    sendAdjusted(Purpose::Command, nullptr, command.word);
+    sendAdjusted(Purpose::Command, nullptr, command.word.value_or(0));
     tellStatus(Purpose::Command);
     if (command.line.exists())
         sent(command.line, command.line.value);

@@ -1,10 +1,15 @@
 #include "panels/common/register_pages.h"
 
+#include "panels/common/described_register.h"
 #include "panels/common/field_text.h"
 #include "platform/conversions.h"
 
 #include <algorithm>
 #include <utility>
+#include <vector>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 
 namespace bitlux {
 
@@ -269,12 +274,36 @@ void RegisterPages::addView(const chips::View& view) {
 }
 
 void RegisterPages::addCommand(const chips::Command& command) {
-    if (command.byPart)
-        addButton(command.button, command.title, {}, [] {});
-    else
-        addButton(command.button, command.title, words_.text(command.word),
-                  [this, &command] { words_.command(command); });
+    addButton(command.button, command.title, tooltip(command),
+              [this, &command] { carryOut(command); });
     addAppend(command.line, [this, &command] { append_(command.line.name, command.line.value); });
+}
+
+std::string RegisterPages::tooltip(const chips::Command& command) const {
+    std::vector<std::string> words;
+    if (command.word)
+        words.push_back(words_.text(*command.word));
+    if (command.givenBack.exists()) {
+        const chips::Register& owner = describedRegister(chip_, command.givenBack.owner);
+        words.push_back(words_.text(owner.views.front()));
+        words.push_back(words_.text(owner));
+    }
+    return fmt::format("{}", fmt::join(words, ", "));
+}
+
+void RegisterPages::carryOut(const chips::Command& command) {
+    const chips::GivenBack& code = command.givenBack;
+    if (!code.exists())
+        return words_.command(command);
+    if (command.word)
+        words_.send(*command.word); // what follows is what shows
+    const chips::Register& owner = describedRegister(chip_, code.owner);
+    const chips::View& view = owner.views.front();
+    const std::uint64_t inverted = code.inverted.mask();
+    read(view);
+    controls_.row(owner.row.first)
+        .show((~controls_.row(view.row.first).value() & inverted) | (code.value & ~inverted));
+    write(owner);
 }
 
 void RegisterPages::addButton(const ControlRef& name, const std::string& caption,

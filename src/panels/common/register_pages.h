@@ -34,6 +34,8 @@ public:
     void write(const chips::Register& target);
     /// Reads a view into its row.
     void read(const chips::View& view);
+    /// Does what the button of a command does.
+    void carryOut(const chips::Command& command);
     /// The marker file of the panel is there: lists show all their choices from now on.
     void showMarked() const;
     /// The word that reads a view.
@@ -51,6 +53,7 @@ private:
     void addList(const chips::Register& owner, const chips::Field& field);
     void addView(const chips::View& view);
     void addCommand(const chips::Command& command);
+    [[nodiscard]] std::string tooltip(const chips::Command& command) const;
     void addButton(const ControlRef& name, const std::string& caption, const std::string& tooltip,
                    PanelControls::Action action);
     void addAppend(const chips::Line& line, PanelControls::Action action);

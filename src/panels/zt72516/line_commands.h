@@ -16,6 +16,8 @@ class LineCommands : public PanelPart, public SequenceCommands {
 public:
     explicit LineCommands(const PanelContext& context);
 
+    void unload() override { sequence_.player.abandon(); }
+
     std::vector<std::string> play(int line, const std::string& name,
                                   const std::string& value) override;
 

@@ -1,12 +1,10 @@
 #include "panels/zt72516/watchdog.h"
 
 #include "platform/dongle_commands.h"
-#include "platform/failure.h"
 #include "platform/forms/form_set.h"
 #include "transfer/dongle_frame.h"
 
 #include <initializer_list>
-#include <limits>
 #include <utility>
 
 namespace bitlux::zt72516 {
@@ -16,12 +14,6 @@ namespace {
 constexpr forms::Color onColour = 0x00FF00;
 constexpr forms::Color offColour = 0x0000FF;
 constexpr const char* otherPanel = "ZT72518";
-
-std::uint8_t toByte(int value) {
-    if (value < 0 || value > std::numeric_limits<std::uint8_t>::max())
-        throw Failure(Failure::Kind::Overflow, "Overflow");
-    return static_cast<std::uint8_t>(value);
-}
 
 } // namespace
 
@@ -61,36 +53,40 @@ void Watchdog::Check_UseSpiDongleForWD_Click() {
         Btn_Stop_Watchdog_Click();
 }
 
+void Watchdog::tellDongle() {
+    Send72516WatchdogCmd(session_, dongle_, forms_, [this]() -> const Watchdog& { return *this; });
+}
+
 void Watchdog::Btn_Start_Watchdog_Click() {
     session_.ZT72516WatchdogStart = true;
     if (Watchdog_Mode.listIndex() < 0 || Watchdog_Timing.listIndex() < 0) {
         boxes_.show({.text = "Please set watchdog mode and timing values."});
         return;
     }
-    Send72516WatchdogCmd();
+    tellDongle();
     Watchdog_Status.setCaption("Watch Dog is ON");
     Watchdog_Status.setBackColor(onColour);
 }
 
 void Watchdog::Btn_Stop_Watchdog_Click() {
     session_.ZT72516WatchdogStart = false;
-    Send72516WatchdogCmd();
+    tellDongle();
     Watchdog_Status.setCaption("Watch Dog is OFF");
     Watchdog_Status.setBackColor(offColour);
 }
 
-void Watchdog::Send72516WatchdogCmd() {
-    if (!session_.USBReady)
+void Send72516WatchdogCmd(Session& session, DongleLink& link, forms::FormSet& forms,
+                          const std::function<const Watchdog&()>& lists) {
+    if (!session.USBReady)
         return;
     UsbFrame frame = commandFrame(dongle::watchdog72516);
-    if (session_.ZT72516WatchdogStart) {
-        frame[3] = toByte(Watchdog_Mode.listIndex() + dongle::watchdogFirstMode);
-        frame[4] = toByte(Watchdog_Timing.listIndex());
+    if (std::exchange(session.ZT72516WatchdogStart, false)) {
+        frame[3] = frameByte(lists().Watchdog_Mode.listIndex() + dongle::watchdogFirstMode);
+        frame[4] = frameByte(lists().Watchdog_Timing.listIndex());
     }
-    session_.ZT72516WatchdogStart = false;
     UsbFrame answer{};
-    if (!dongle_.exchange(frame, answer, DongleLink::Wait::Limited) && forms_.isVisible(otherPanel))
-        forms_.form(otherPanel).setVisible(false);
+    if (!link.exchange(frame, answer, DongleLink::Wait::Limited) && forms.isVisible(otherPanel))
+        forms.form(otherPanel).setVisible(false);
 }
 
 } // namespace bitlux::zt72516

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "panels/common/panel_part.h"
+#include "platform/forms/form_set.h"
+
+#include <functional>
 
 namespace bitlux::zt72516 {
 
@@ -12,16 +15,12 @@ public:
 
     void unload() override { Btn_Stop_Watchdog_Click(); }
 
-    /// Tells the dongle to start as the lists say, once, where ZT72516WatchdogStart says so, else
-    /// to stop. Does nothing without a dongle. One that does not answer takes the panel ZT72518
-    /// from sight, where there is one.
-    void Send72516WatchdogCmd();
-
 private:
     void Btn_Start_Watchdog_Click();
     void Btn_Stop_Watchdog_Click();
     void Check_UseSpiDongleForWD_Click();
     void enable(bool on);
+    void tellDongle();
 
     Session& session_;
     DongleLink& dongle_;
@@ -36,5 +35,11 @@ public:
     forms::Button Btn_Stop_Watchdog;
     forms::Label Watchdog_Status;
 };
+
+/// Tells the dongle to start as the lists say, once, where ZT72516WatchdogStart says so, else to
+/// stop; `lists` touches the panel. Does nothing without a dongle. One that does not answer takes
+/// the panel ZT72518 from sight, where there is one.
+void Send72516WatchdogCmd(Session& session, DongleLink& link, forms::FormSet& forms,
+                          const std::function<const Watchdog&()>& lists);
 
 } // namespace bitlux::zt72516

@@ -1,6 +1,7 @@
 #include "panels/zt72518/dongle_services.h"
 
 #include "platform/dongle_commands.h"
+#include "transfer/dongle_frame.h"
 
 #include <utility>
 
@@ -8,15 +9,9 @@ namespace bitlux::zt72518 {
 
 namespace {
 
-UsbFrame command(std::uint8_t number) {
-    UsbFrame frame{};
-    frame[1] = number;
-    return frame;
-}
-
 /// With the pulse on the trigger output that the next frame was asked for.
 UsbFrame triggered(std::uint8_t number, Session& session) {
-    UsbFrame frame = command(number);
+    UsbFrame frame = commandFrame(number);
     if (std::exchange(session.USBFrameTopBit, false))
         frame[0] = dongle::triggerBit;
     return frame;
@@ -49,7 +44,7 @@ void sendWatchdogCurrent(Session& session, DongleLink& link, std::uint8_t on, st
 void sendTrimming(Session& session, DongleLink& link, std::uint8_t txdLow) {
     if (!session.USBReady)
         return;
-    UsbFrame frame = command(dongle::trimming);
+    UsbFrame frame = commandFrame(dongle::trimming);
     frame[3] = static_cast<std::uint8_t>(session.WordToSend.at(8));
     frame[4] = static_cast<std::uint8_t>(session.WordToSend.at(0));
     frame[5] = txdLow;
@@ -60,7 +55,7 @@ void sendTrimming(Session& session, DongleLink& link, std::uint8_t txdLow) {
 void enterTestMode(Session& session, DongleLink& link) {
     if (!session.USBReady)
         return;
-    UsbFrame frame = command(dongle::testMode);
+    UsbFrame frame = commandFrame(dongle::testMode);
     frame[2] = dongle::testModeKey;
     UsbFrame answer{};
     link.exchange(frame, answer, DongleLink::Wait::Quiet);

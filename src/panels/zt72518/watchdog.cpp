@@ -4,10 +4,10 @@
 #include "panels/zt72518/dongle_services.h"
 #include "platform/dongle_commands.h"
 #include "platform/failure.h"
+#include "transfer/dongle_frame.h"
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <memory>
 #include <span>
 #include <utility>
@@ -40,12 +40,6 @@ std::optional<int> numberOf(std::span<const std::string_view> texts, std::string
     if (found == texts.end())
         return std::nullopt;
     return static_cast<int>(found - texts.begin());
-}
-
-std::uint8_t toByte(int value) {
-    if (value < 0 || value > std::numeric_limits<std::uint8_t>::max())
-        throw Failure(Failure::Kind::Overflow, "Overflow");
-    return static_cast<std::uint8_t>(value);
 }
 
 forms::ControlArray<forms::ComboBox> configurations(forms::Form& form) {
@@ -140,7 +134,7 @@ void Watchdog::send_wd() {
         time = session_.WdSequenceTime;
         showState(true);
     }
-    sendWatchdog(session_, dongle_, toByte(mode), toByte(time));
+    sendWatchdog(session_, dongle_, frameByte(mode), frameByte(time));
 }
 
 void Watchdog::send_wd_current() {
@@ -148,7 +142,8 @@ void Watchdog::send_wd_current() {
         return;
     if (session_.WdCurrentOn)
         sendWatchdogCurrent(session_, dongle_, dongle::watchdogCurrentOn,
-                            toByte(wd_current_time.value()), toByte(wd_config(2).listIndex()));
+                            frameByte(wd_current_time.value()),
+                            frameByte(wd_config(2).listIndex()));
     else
         sendWatchdogCurrent(session_, dongle_, 0, 0, 0);
 }

@@ -83,8 +83,10 @@ TEST(Zt72516Choices, AreOneWayAndTakeTextsFromAList) {
     EXPECT_EQ(bench.row("SGM1_Reg"), 0U);
     bench.on<forms::ComboBox>("Combo_SG8_Current").select(7);
     EXPECT_EQ(bench.row("SGM1_Reg"), 7U);
-    bench.on<forms::Label>("RAM_A_Read(3)").click();
-    EXPECT_EQ(bench.row("RAM_A_Read"), 0U) << "what is only read takes no clicks";
+    for (const char* row : {"RAM_A_Read", "Interrupt_Flag", "ZT72516TestMode.Passcode"}) {
+        bench.on<forms::Label>(fmt::format("{}(3)", row)).click();
+        EXPECT_EQ(bench.row(row), 0U) << row << " is only read and takes no clicks";
+    }
 }
 
 TEST(Zt72516Marker, BringsTestFunctionsAndTheTestForm) {
@@ -239,6 +241,19 @@ TEST(Zt72516Watchdog, IsHandedToTheDongle) {
     bench.session().USBReady = false;
     bench.call("Btn_Stop_Watchdog_Click");
     EXPECT_EQ(bench.caption("Watchdog_Status") + bench.sent(), "Watch Dog is OFF");
+}
+
+TEST(Zt72516Watchdog, IsStoppedWithoutAPanel) {
+    Bench bench;
+    bench.program.forms().unload("ZT72516");
+    bench.sent();
+    bench.program.mainForm().call("Send72516WatchdogCmd");
+    EXPECT_EQ(bench.sent(), "<00 16 00 00 00 00 00 00>");
+    bench.session().ZT72516WatchdogStart = true;
+    bench.session().USBReady = false;
+    bench.program.mainForm().call("Send72516WatchdogCmd");
+    EXPECT_EQ(bench.program.panels().find("zt72516"), nullptr);
+    EXPECT_EQ(bench.sent() + bench.shape(), "24/3 0 3");
 }
 
 TEST(Zt72516Watchdog, EndsWhatReadsByItselfWhenTheDongleDoesNotAnswer) {

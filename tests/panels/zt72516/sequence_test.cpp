@@ -7,24 +7,58 @@
 namespace bitlux::test::zt72516 {
 namespace {
 
-TEST(Zt72516Sequence, SendsWhatItsLinesSay) {
+TEST(Zt72516Sequence, KnowsThirtyNames) {
+    const Lines words{{"Ack Safe Condition", "5F000000"},
+                      {"Init Reg Read", "03000000"},
+                      {"Init Reg Write", "43000001"},
+                      {"SPE_MODE Reg Read", "04000000"},
+                      {"SPE_MODE Reg Write", "44000001"},
+                      {"TIMER Reg Read", "05000000"},
+                      {"TIMER Reg Write", "45000001"},
+                      {"AMUX Reg Write", "46000001"},
+                      {"Simple Watchdog Refresh", "47000000"},
+                      {"Out of Watchdog Inhibit", "5E000000"},
+                      {"Wakeup Via SPI Write", "49000010"},
+                      {"CAN01 Reg Write", "4B000001"},
+                      {"LIN01 Reg Write", "4C000001"},
+                      {"LIN23 Reg Write", "4D000001"},
+                      {"MODE Reg Write", "49000001"},
+                      {"Regulator Reg Write", "4A000001"},
+                      {"SGFS Reg Write", "4F000001"},
+                      {"SGM0 Reg Write", "51000001"},
+                      {"SGM1 Reg Write", "52000001"},
+                      {"SGMT Reg Write", "53000000"},
+                      {"SGT Reg Write", "54000000"},
+                      {"SGWU Reg Write", "4E000001"},
+                      {"SGWUD Reg Write", "50000001"},
+                      {"Goto Flash Mode", "04000000 440002A5"},
+                      {"Goto Init Mode", "04000000 440001A5"},
+                      {"Goto Init with WD Refresh ", "47000000 04000000 440001A5"},
+                      {"Goto Reset Mode", "04000000 440000A5"},
+                      {"Reset SG Inputs", "04000000 440003A5"},
+                      {"INT Request", "48000100"},
+                      {"Interrupt Reg Write", "48000001"},
+                      {"Goto Init with WD Refresh", "00000000"},
+                      {"interrupt reg write", "00000000"},
+                      {"Commands", "00000000"},
+                      {"", "00000000"}};
+    Bench bench("scripted", {"FF12375A"});
+    for (const auto& [name, sent] : words)
+        EXPECT_EQ(bench.run({{name, "1"}}), sent) << name;
+}
+
+TEST(Zt72516Sequence, TakesValuesAsDecimalNumbers) {
     Bench bench("scripted", {"FF123456", "0000000F"});
     EXPECT_EQ(bench.run({{"Init Reg Write", "43000000"},
                          {"Init Reg Write", "43ABCD12"},
                          {"Interrupt Reg Write", "&HFF"},
                          {"SGWU Reg Write", "4E00FFFF"},
                          {"LIN23 Reg Write", "4D000003"},
-                         {"AMUX Reg Write", "7"},
                          {"SGMT Reg Write", "53000F0F"},
-                         {"SGT Reg Write", "5400F0F0"},
+                         {"SGT Reg Write", "9999999999"},
                          {"MODE Reg Write", "-1"},
-                         {"SPE_MODE Reg Read", "whatever"},
-                         {"Goto Init with WD Refresh ", ""},
-                         {"Goto Init with WD Refresh", ""},
-                         {"Commands", ""},
-                         {"Out of Watchdog Inhibit", ""}}),
-              "439020C0 4300002B 480000FF 4E000004 4D000FA0 46000007 53000000 54000000 49FFFFFF "
-              "04000000 47000000 04000000 440001F0 00000000 00000000 5E000000");
+                         {"Out of Watchdog Inhibit", "1"}}),
+              "439020C0 4300002B 480000FF 4E000004 4D000FA0 53000000 54000000 49FFFFFF 5E000000");
     EXPECT_EQ(bench.column("List_Val_read").substr(0, 50),
               "Value in Hexadecimal|00123456|0000000F|0000000F|00");
     EXPECT_EQ(bench.panel().readVariable("LastReadValue"), forms::toValue(15));

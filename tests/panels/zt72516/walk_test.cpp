@@ -261,6 +261,11 @@ TEST(Zt72516Pages, HaveNoButtonThatTheWalkLeavesOut) {
             if (control->kind() == forms::Control::Kind::Button) {
                 EXPECT_TRUE(known.contains(control->fullName())) << control->fullName();
             }
+    std::string pages;
+    for (const std::string& page : bench.panel().chip().registerPages())
+        pages += page + " ";
+    EXPECT_EQ(pages, "RAM_A RAM_B INIT SPE_MODE TIMER AMUX W/D Refresh Interrupt MODE Regulator "
+                     "CAN01 LIN01 LIN23 SGWU SGFS SGWUD SGM0 SGM1 SGMT SGT ");
     EXPECT_EQ(bench.panel().registerTabs.count(), 20);
     EXPECT_EQ(bench.on<forms::Button>("Btn_Seq_Write_SGT_Reg").caption(), "> Seq");
     EXPECT_EQ(bench.on<forms::Button>("Btn_Write_Init_reg").tooltip(), "0x43xxxxxx");

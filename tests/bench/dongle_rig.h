@@ -1,0 +1,82 @@
+#pragma once
+
+#include "bench/simulated_dongle.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace bitlux::test {
+
+inline constexpr std::int64_t millisecond = 1'000'000;
+
+/// A chip behind the dongle, worked with frames; its words have whole bytes.
+class DongleRig {
+public:
+    DongleRig(const std::string& device, int bits, int type)
+        : device_(makeDevice(device)), bits_(bits), type_(type) {
+        dongle.setWiring([](int wired) {
+            return BusShape{.validOnRising = wired == 1, .toggledOnRising = wired == 2};
+        });
+        dongle.plug();
+        for (UsbEndpoint* endpoint : {in_.get(), out_.get()})
+            endpoint->open(0);
+        in_->bind(0x81);
+        in_->startReading({});
+        out_->bind(0x02);
+        out_->startWriting({});
+    }
+
+    UsbFrame exchange(const UsbFrame& frame) {
+        EXPECT_EQ(out_->write(frame), UsbStatus::Success);
+        UsbFrame answer{};
+        EXPECT_EQ(in_->read(answer, 1000 * millisecond), UsbStatus::Success);
+        return answer;
+    }
+    /// Sends a word and returns the reply.
+    unsigned send(unsigned word) {
+        sentAt = clock.nanoseconds();
+        UsbFrame frame{static_cast<std::uint8_t>(bits_), static_cast<std::uint8_t>(0x2F + type_)};
+        for (int byte = 0; byte < bits_ / 8; ++byte)
+            frame.at(3 + byte) = static_cast<std::uint8_t>(word >> (bits_ - 8 - 8 * byte));
+        const UsbFrame answer = exchange(frame);
+        unsigned reply = 0;
+        for (int byte = 0; byte < bits_ / 8; ++byte)
+            reply = reply << 8 | answer.at(3 + byte);
+        return reply;
+    }
+    /// Lets the bench come to a time after the last word was sent.
+    void goTo(std::int64_t afterLastWord) {
+        clock.idle(sentAt + afterLastWord - clock.nanoseconds());
+    }
+    void turn(const std::string& name, bool on = true) {
+        dongle.catchUp();
+        chip().turn(switchNamed(chip(), name), on);
+    }
+    std::string reading(const std::string& name) {
+        dongle.catchUp();
+        for (const Reading& one : chip().readings())
+            if (one.name == name)
+                return one.value;
+        return "no such reading";
+    }
+    Chip& chip() { return *device_->chip(); }
+    VirtualClock clock;
+
+private:
+    std::shared_ptr<Device> device_;
+    int bits_;
+    int type_;
+
+public:
+    SimulatedDongle dongle{clock, device_};
+    std::int64_t sentAt = 0;
+
+private:
+    std::unique_ptr<UsbEndpoint> in_ = dongle.makeEndpoint();
+    std::unique_ptr<UsbEndpoint> out_ = dongle.makeEndpoint();
+};
+
+} // namespace bitlux::test
