@@ -68,7 +68,7 @@ public:
     }
     /// The readings of one tick.
     Times reading() {
-        zt72518::AutoReads& reads = panel().part<zt72518::AutoReads>();
+        auto& reads = panel().part<zt72518::AutoReads>();
         for (int box = 0; box <= 36; ++box)
             reads.read_auto(box).setValue(1);
         reads.timer_auto.enable();
@@ -127,10 +127,9 @@ bool readsLightly(Rig& rig) {
 int main() {
     Rig family("zt72518", "ZT72518", "MUX Write");
     Rig wide("zt72516", "ZT72516", "Init Reg Write");
-    bool right =
-        sequenceKeepsUp(family, "ZT7251x family", [](PanelForm& panel, int line) {
-            panel.part<zt72518::ChipWords>().send(64, static_cast<std::uint8_t>(line));
-        });
+    bool right = sequenceKeepsUp(family, "ZT7251x family", [](PanelForm& panel, int line) {
+        panel.part<zt72518::ChipWords>().send(64, static_cast<std::uint8_t>(line));
+    });
     right = sequenceKeepsUp(wide, "ZT72516",
                             [](PanelForm& panel, int line) {
                                 panel.words.send(0x43000000 + static_cast<std::uint64_t>(line));

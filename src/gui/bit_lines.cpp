@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <QWidget>
+
 namespace bitlux::gui {
 
 namespace {
