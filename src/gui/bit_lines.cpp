@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <QWidget>
+
 namespace bitlux::gui {
 
 namespace {
@@ -15,6 +17,11 @@ BitLines::~BitLines() = default;
 
 void BitLines::setLeastWidth(int width) {
     leastWidth_ = width;
+    invalidate();
+}
+
+void BitLines::setMostCells(int cells) {
+    mostCells_ = cells;
     invalidate();
 }
 
@@ -32,7 +39,7 @@ QLayoutItem* BitLines::takeAt(int index) {
 
 int BitLines::cellsInLine(int width) const {
     for (const int cells : {count(), 4 * byteBits, 2 * byteBits})
-        if (cells <= count() && cells * leastWidth_ <= width)
+        if (cells <= std::min(count(), mostCells_) && cells * leastWidth_ <= width)
             return std::max(cells, byteBits);
     return byteBits;
 }

@@ -18,6 +18,8 @@ public:
     /// Narrower than this a cell cannot be read.
     void setLeastWidth(int width);
     [[nodiscard]] int leastWidth() const { return leastWidth_; }
+    /// No line has more cells than this, however much room there is.
+    void setMostCells(int cells);
 
     void addItem(QLayoutItem* item) override { cells_.emplace_back(item); }
     [[nodiscard]] int count() const override { return static_cast<int>(cells_.size()); }
@@ -38,6 +40,7 @@ private:
     [[nodiscard]] int usualHeight() const;
 
     std::vector<std::unique_ptr<QLayoutItem>> cells_;
+    int mostCells_ = 64; // as many as there may be
     int leastWidth_ = 0;
 };
 

@@ -253,6 +253,10 @@ void BitRow::setLeastCellWidth(int width) {
     lines_->setLeastWidth(width);
 }
 
+void BitRow::setLongestLine(int bits) {
+    lines_->setMostCells(bits);
+}
+
 void BitRow::markFields(std::uint64_t tops) {
     for (std::size_t i = 0; i + 1 < cells_.size(); ++i) // the row begins with the last
         cells_[i]->setFieldTop((tops >> i & 1) != 0);

@@ -76,6 +76,8 @@ public:
     /// Narrower than this a cell cannot be read; rows of one width break where they have the same.
     [[nodiscard]] int leastCellWidth() const;
     void setLeastCellWidth(int width);
+    /// No line is longer than this, however much room there is.
+    void setLongestLine(int bits);
     /// Room for the value behind the bits.
     [[nodiscard]] int valueWidth() const { return value_->minimumWidth(); }
     void setValueWidth(int width) { value_->setMinimumWidth(width); }

@@ -319,8 +319,8 @@ public:
     }
 
     /// Every page of registers of a panel.
-    void paintRegisters(PanelForm& form, gui::MainWindow& window, QWidget& panel,
-                        const QString& prefix, const QString& tail) {
+    static void paintRegisters(PanelForm& form, gui::MainWindow& window, QWidget& panel,
+                               const QString& prefix, const QString& tail) {
         for (int page = 1; page <= form.registerTabs.count(); ++page) {
             form.registerTabs.click(page);
             shoot(window, panel,

@@ -28,12 +28,29 @@ PanelStatusView::PanelStatusView(PanelForm& form, const PanelExtras& extras,
     if (form.chip().variants.exists() || !extras.variants.empty())
         layout->addWidget(makeVariants(extras));
     if (form.chip().word.status.width() > 0)
-        layout->addWidget(new BitRow(form.pageControls.row(form.chip().word.status.first),
-                                     BitRow::Use::Shown, widgets_.binder, this));
+        layout->addLayout(makeStatus());
     layout->addWidget(makeTexts(extras));
     const Actions actions = actionsOn(form.chip(), std::string(chips::statusPage));
     if (!actions.empty() || !extras.reads.empty())
         layout->addWidget(makeReads(actions, extras));
+}
+
+QLayout* PanelStatusView::makeStatus() {
+    constexpr int lineBits = 16;
+    const chips::Row& status = form_.chip().word.status;
+    auto* row = new QHBoxLayout;
+    auto* bits =
+        new BitRow(form_.pageControls.row(status.first), BitRow::Use::Shown, widgets_.binder, this);
+    if (status.width() > lineBits && status.width() % lineBits == 0) {
+        auto* captions = new QVBoxLayout;
+        for (int first = status.width() - lineBits; first >= 0; first -= lineBits)
+            captions->addWidget(
+                new QLabel(QString("SPI Bits %1 - %2").arg(first + lineBits - 1).arg(first), this));
+        bits->setLongestLine(lineBits);
+        row->addLayout(captions);
+    }
+    row->addWidget(bits, 1);
+    return row;
 }
 
 QWidget* PanelStatusView::makeVariants(const PanelExtras& extras) {

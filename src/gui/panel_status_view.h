@@ -17,6 +17,8 @@ public:
                     QWidget* parent);
 
 private:
+    /// The bits of the last answer; those of a long word in lines that tell which bits they have.
+    QLayout* makeStatus();
     QWidget* makeVariants(const PanelExtras& extras);
     QWidget* makeTexts(const PanelExtras& extras);
     QWidget* makeReads(const Actions& actions, const PanelExtras& extras);
