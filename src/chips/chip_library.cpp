@@ -111,8 +111,11 @@ Problems problemsOfUsersChip(const Chip& chip) {
             "Give the chip another `name`, and its file the same.");
     if (panel.form != "Panel_" + identifier(chip.name))
         add(panel.at, "only chips of the program name their `form`", "Remove it.");
-    if (!panel.parts.empty() || !panel.companions.empty() || !panel.active.empty())
-        add(panel.at, "only chips of the program have `parts`, `companions` and `active`",
+    if (!panel.parts.empty() || !panel.companions.empty() || !panel.active.empty() ||
+        !panel.lastWord.empty() || !panel.texts.empty() || !panel.copies.empty())
+        add(panel.at,
+            "only chips of the program have `parts`, `companions`, `active`, `last_word`, `texts` "
+            "and `copies`",
             "Remove them.");
     if (!chip.sheets.empty())
         add(chip.sheets.front().at, "only chips of the program have a `sheet`", "Remove it.");

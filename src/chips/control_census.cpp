@@ -64,8 +64,10 @@ ControlCensus::ControlCensus(const Chip& chip, Problems& problems) : problems_(p
 void ControlCensus::addSequence(const Chip& chip) {
     for (const auto& [name, kind] : sequenceControls)
         add({.name = name}, kind, {});
-    add({.name = "Val_loop", .index = 0}, Kind::Other, {});
-    add({.name = "Val_loop", .index = 1}, Kind::Other, {});
+    for (int box = 0; box < chip.sequence.boxes; ++box)
+        add({.name = "Val_loop", .index = box}, Kind::Other, {});
+    if (chip.sequence.editor.exists() && !chip.sequence.editor.button.exists())
+        add({.name = std::string(changeButton)}, Kind::Button, {});
     if (chip.sequence.moves)
         for (const char* button : {"cm_MoveUp", "cm_MoveDown"})
             add({.name = button}, Kind::Button, {});

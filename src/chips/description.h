@@ -298,6 +298,9 @@ struct Variants {
     [[nodiscard]] bool exists() const { return !titles.empty(); }
 };
 
+/// The button that a sequence's editor of values makes for itself.
+inline constexpr std::string_view changeButton = "Cm_Change_Value";
+
 /// How the sequence of a panel looks and behaves.
 struct SequenceStyle {
     struct Column {
@@ -333,6 +336,22 @@ struct SequenceStyle {
         [[nodiscard]] bool exists() const { return !boxes.empty(); }
     };
 
+    /// Edits the value of the selected line in an element of Val_loop.
+    struct Editor {
+        int box = 0;        ///< element; none when it is 0
+        ControlName list;   ///< of a part: values that are texts of it are chosen from it
+        ControlName button; ///< of a part, which calls ChangeValue; else the editor makes one
+
+        [[nodiscard]] bool exists() const { return box > 0; }
+    };
+    /// The line at which the dongle gives a pulse, told in an element of Val_loop.
+    struct Trigger {
+        int box = 0;       ///< element; none when it is 0
+        ControlName label; ///< of a part: its caption
+
+        [[nodiscard]] bool exists() const { return box > 0; }
+    };
+
     std::string valueTitle = "Value in Hexa";
     std::vector<Column> answers;
     int numbers = 42; ///< line numbers that are there in any case
@@ -349,6 +368,8 @@ struct SequenceStyle {
     Wait wait;
     Loop loop;
     Stops stops;
+    Editor editor;
+    Trigger trigger;
     Place at;
 };
 
@@ -393,6 +414,7 @@ struct Sheet {
     };
     struct Group {
         std::string title;
+        ControlName frame; ///< around it; its caption is the title then
         std::vector<Row> rows;
         ControlName state; ///< label below them, whose colour tells how things are
         int column = 0;    ///< of the sheet, from the left
@@ -401,8 +423,14 @@ struct Sheet {
     std::string page; ///< what the outer page shows, or the title of a page of registers
     std::string form; ///< that has the controls, where it is not the panel
     std::vector<Group> groups;
-    std::vector<ControlRange> copies; ///< do what others do, and have no widget
-    bool hasReads = false;            ///< the automatic reads stand below
+    bool hasReads = false; ///< the automatic reads stand below
+
+    // Beside the rows of a page of registers.
+    ControlName entry;       ///< text box in front of a write row that registers share
+    ControlName besideWrite; ///< button behind it, or behind Write
+    ControlName bitsButton;  ///< in front of a further row of labels
+    std::vector<ControlRange> bits;
+    std::vector<ControlName> buttons; ///< below the rows
     Place at;
 };
 
@@ -438,6 +466,9 @@ struct PanelLayout {
     std::vector<std::string> parts;      ///< that are written in C++, by name
     std::vector<std::string> companions; ///< forms beside the panel; those in C++ go with it
     std::vector<Companion> described;    ///< those of them that are made from the description
+    std::vector<Sheet::Row> lastWord;    ///< labels in place of the word that was sent last
+    std::vector<ControlRange> texts;     ///< labels beside that
+    std::vector<ControlRange> copies;    ///< do what others do, and have no widget
     std::string marker;                  ///< file whose presence brings hidden things
     /// Session variable that is 1 while the panel holds the shape of words; none when it is empty.
     std::string active;

@@ -151,6 +151,7 @@ Sheet::Group readSheetGroup(const Node& node, Problems& problems) {
     TableReader table(node, problems);
     Sheet::Group group;
     group.title = table.text("title");
+    group.frame = table.control("frame");
     for (const std::string& row : table.texts("rows"))
         group.rows.push_back(readSheetRow(table, row));
     group.state = table.control("state");
@@ -206,6 +207,17 @@ SequenceStyle readSequence(const Node& node, Problems& problems) {
         const std::string list = entry.required("list");
         style.answers.push_back({.list = list, .title = entry.text("title")});
     }
+    if (table.has("editor")) {
+        TableReader entry(table.section("editor"), problems);
+        style.editor = {.box = entry.number("box", 2, 2, style.boxes - 1),
+                        .list = entry.control("list"),
+                        .button = entry.control("button")};
+    }
+    if (table.has("trigger")) {
+        TableReader entry(table.section("trigger"), problems);
+        style.trigger = {.box = entry.number("box", 2, 2, style.boxes - 1),
+                         .label = entry.control("label")};
+    }
     if (style.answers.empty())
         style.answers = {{"List_Val_read", "Value in Hexadecimal"}};
     return style;
@@ -241,8 +253,12 @@ Sheet readSheet(const Node& node, Problems& problems) {
     sheet.form = table.text("form");
     for (const Node* group : table.tables("group"))
         sheet.groups.push_back(readSheetGroup(*group, problems));
-    sheet.copies = table.ranges("copies");
     sheet.hasReads = table.truth("automatic_reads", false);
+    sheet.entry = table.control("entry");
+    sheet.besideWrite = table.control("beside_write");
+    sheet.bitsButton = table.control("bits_button");
+    sheet.bits = table.ranges("bits");
+    sheet.buttons = table.controls("buttons");
     return sheet;
 }
 
@@ -265,6 +281,10 @@ PanelLayout readPanel(const Node& node, const Chip& chip, Problems& problems) {
         table.number("first", 1, 1, std::max(1, static_cast<int>(panel.pages.size()))) - 1;
     panel.parts = table.texts("parts");
     readCompanions(table, panel, problems);
+    for (const std::string& row : table.texts("last_word"))
+        panel.lastWord.push_back(readSheetRow(table, row));
+    panel.texts = table.ranges("texts");
+    panel.copies = table.ranges("copies");
     panel.marker = table.text("marker");
     panel.active = table.text("active");
     panel.showsType = table.truth("shows_type", false);

@@ -115,8 +115,9 @@ View readView(const Node& node, const Register& owner, const std::string& stem,
     view.row = readRow(table, owner.row.captions, {.name = name, .index = 0});
     if (!table.has("form"))
         view.row.form = owner.row.form;
-    view.button = table.control("button", {.name = "Cm_" + name});
-    view.line = readLine(table, owner.title + " " + view.title, {.name = "Seq_" + name});
+    TableReader names(table.section("read"), problems);
+    view.button = names.control("button", {.name = "Cm_" + name});
+    view.line = readLine(names, owner.title + " " + view.title, {.name = "Seq_" + name});
     view.page = table.text("page", view.operation == Operation::Flags ? "Flags" : "");
     view.group = table.text("group");
     view.clears = table.truth("clears", owner.access == Access::ReadClears);

@@ -69,7 +69,6 @@ void addAutoReadExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras
     extras.pages["automatic reads"] = [widgets, reads](QWidget* parent) {
         return makePage(*reads, widgets, parent);
     };
-    extras.timers.push_back(&reads->timer);
 }
 
 } // namespace bitlux::gui

@@ -3,7 +3,6 @@
 #include "gui/auto_reads_view.h"
 #include "gui/sequence_stops_view.h"
 #include "gui/sheet_view.h"
-#include "gui/zt72516/extras.h"
 #include "gui/zt72518/extras.h"
 
 namespace bitlux::gui {
@@ -13,10 +12,8 @@ namespace {
 using AddExtras = void (*)(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 
 /// Each adds what some part brings, if the panel has it.
-constexpr std::array<AddExtras, 12> rows{
-    addLastWordExtras,    addModeExtras,          addSpecialModeExtras, addRamExtras,
-    addRefreshModeExtras, addDongleVersionExtras, addAutoReadExtras,    addWatchdogExtras,
-    addStopExtras,        addDiagramExtras,       addWordDisplayExtras, addSheetExtras};
+constexpr std::array<AddExtras, 5> rows{addDongleVersionExtras, addAutoReadExtras, addStopExtras,
+                                        addDiagramExtras, addSheetExtras};
 
 } // namespace
 

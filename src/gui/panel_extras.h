@@ -30,7 +30,6 @@ struct PageExtras {
 
 /// What parts add to the page of the sequence.
 struct SequenceExtras {
-    std::vector<MakeWidget> run;    ///< lines of the group of the run
     std::vector<MakeWidget> groups; ///< below the other groups
 };
 
@@ -39,15 +38,12 @@ struct PanelExtras {
     // Above all pages.
     forms::Frame* variantFrame = nullptr; ///< around the choice of the variant
     std::vector<MakeWidget> variants;     ///< beside it
-    std::vector<MakeWidget> lastWord;     ///< in place of the word that was sent last
-    std::vector<MakeWidget> texts;        ///< beside that
     std::vector<MakeWidget> reads;        ///< beside what reads at once
     std::vector<MakeWidget> besideTabs;
 
     std::map<std::string, PageExtras, std::less<>> registerPages; ///< by their titles
     std::map<std::string, MakeWidget, std::less<>> pages;         ///< by OuterPage::shows
     SequenceExtras sequence;
-    std::vector<forms::Timer*> timers;
     /// Whatever these do, others do as well that stand beside them or above all pages.
     std::vector<const forms::Control*> copies;
 };

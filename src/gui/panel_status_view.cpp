@@ -2,6 +2,8 @@
 
 #include "gui/group_flow.h"
 #include "gui/last_word.h"
+#include "gui/sheet_view.h"
+#include "gui/theme.h"
 
 #include <QVBoxLayout>
 
@@ -29,7 +31,7 @@ PanelStatusView::PanelStatusView(PanelForm& form, const PanelExtras& extras,
         layout->addWidget(makeVariants(extras));
     if (form.chip().word.status.width() > 0)
         layout->addLayout(makeStatus());
-    layout->addWidget(makeTexts(extras));
+    layout->addWidget(makeTexts());
     const Actions actions = actionsOn(form.chip(), std::string(chips::statusPage));
     if (!actions.empty() || !extras.reads.empty())
         layout->addWidget(makeReads(actions, extras));
@@ -72,18 +74,35 @@ QWidget* PanelStatusView::makeVariants(const PanelExtras& extras) {
     return widget;
 }
 
-QWidget* PanelStatusView::makeTexts(const PanelExtras& extras) {
+void PanelStatusView::addWord(const chips::Sheet::Row& shown, QHBoxLayout& row, QWidget* parent) {
+    constexpr int letters = 24;
+    if (!shown.caption.empty())
+        row.addWidget(new QLabel(textOf(shown.caption), parent));
+    for (const chips::ControlRange& range : shown.controls)
+        for (forms::Control* control : controlsIn(range, form_)) {
+            auto* text =
+                widgets_.binder.make<QLabel>(dynamic_cast<forms::Label&>(*control), parent);
+            text->setFont(fixedFont());
+            text->setMinimumWidth(text->fontMetrics().averageCharWidth() * letters);
+            text->setTextInteractionFlags(Qt::TextSelectableByMouse);
+            row.addWidget(text);
+        }
+}
+
+QWidget* PanelStatusView::makeTexts() {
     auto* widget = new QWidget(this);
     auto* row = new QHBoxLayout(widget);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(16);
-    for (const MakeWidget& make : extras.lastWord)
-        row->addWidget(make(widget));
-    if (extras.lastWord.empty())
+    for (const chips::Sheet::Row& label : form_.chip().panel.lastWord)
+        addWord(label, *row, widget);
+    if (form_.chip().panel.lastWord.empty())
         row->addWidget(new LastWord(form_.words, widget));
     row->addStretch();
-    for (const MakeWidget& make : extras.texts)
-        row->addWidget(make(widget));
+    for (const chips::ControlRange& range : form_.chip().panel.texts)
+        for (forms::Control* control : controlsIn(range, form_))
+            row->addWidget(
+                widgets_.binder.make<QLabel>(dynamic_cast<forms::Label&>(*control), widget));
     return widget;
 }
 

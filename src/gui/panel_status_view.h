@@ -20,7 +20,8 @@ private:
     /// The bits of the last answer; those of a long word in lines that tell which bits they have.
     QLayout* makeStatus();
     QWidget* makeVariants(const PanelExtras& extras);
-    QWidget* makeTexts(const PanelExtras& extras);
+    QWidget* makeTexts();
+    void addWord(const chips::Sheet::Row& shown, QHBoxLayout& row, QWidget* parent);
     QWidget* makeReads(const Actions& actions, const PanelExtras& extras);
     QWidget* makeGroup(const std::string& group, const Actions& actions, QWidget* parent);
 

@@ -84,9 +84,9 @@ QWidget* PanelView::makeTabs() {
 }
 
 void PanelView::makeTimers() {
-    binder_.bind(form_.sequence.player.Timer1, *new QTimer(this));
-    for (forms::Timer* timer : extras_.timers)
-        binder_.bind(*timer, *new QTimer(this));
+    for (forms::Control* control : form_.controls())
+        if (auto* timer = dynamic_cast<forms::Timer*>(control))
+            binder_.bind(*timer, *new QTimer(this));
 }
 
 void PanelView::followForm() {

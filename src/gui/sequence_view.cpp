@@ -56,7 +56,7 @@ std::size_t longestLine(const chips::Chip& chip) {
 
 SequenceView::SequenceView(PanelForm& form, const SequenceExtras& extras,
                            const PanelWidgets& widgets, QWidget* parent)
-    : QWidget(parent), sequence_(form.sequence), widgets_(widgets) {
+    : QWidget(parent), style_(form.chip().sequence), sequence_(form.sequence), widgets_(widgets) {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(makeLists(form.chip()), 1);
@@ -141,8 +141,10 @@ QWidget* SequenceView::makeTools(const SequenceExtras& extras) {
     QWidget* tools = sheet->widget();
     auto* column = new QVBoxLayout(tools);
     column->setContentsMargins(4, 0, 0, 0);
-    column->addWidget(makeRun(extras, tools));
+    column->addWidget(makeRun(tools));
     column->addWidget(makeLines(tools));
+    if (style_.editor.exists())
+        column->addWidget(makeEditor(tools));
     for (const MakeWidget& make : extras.groups)
         column->addWidget(make(tools));
     column->addStretch();
@@ -151,7 +153,7 @@ QWidget* SequenceView::makeTools(const SequenceExtras& extras) {
     return sheet;
 }
 
-QWidget* SequenceView::makeRun(const SequenceExtras& extras, QWidget* parent) {
+QWidget* SequenceView::makeRun(QWidget* parent) {
     SequencePlayer& run = sequence_.player;
     auto* box = new QGroupBox("Run", parent);
     auto* grid = new QGridLayout(box);
@@ -162,8 +164,8 @@ QWidget* SequenceView::makeRun(const SequenceExtras& extras, QWidget* parent) {
     PanelWidgets::keepRoom(*progress_);
     grid->addWidget(progress_, 1, 0, 1, 4);
     addLoop(*grid, box);
-    for (const MakeWidget& make : extras.run)
-        grid->addWidget(make(box), grid->rowCount(), 0, 1, 4);
+    if (style_.trigger.exists())
+        addTrigger(*grid, box);
     return box;
 }
 
@@ -211,6 +213,32 @@ QWidget* SequenceView::makeLines(QWidget* parent) {
     grid->addWidget(button(sequence_.files.Cm_LOAD_Seq, box), 3, 0);
     grid->addWidget(button(sequence_.files.Cm_SAVE_Seq, box), 3, 1);
     grid->setColumnStretch(1, 1);
+    return box;
+}
+
+void SequenceView::addTrigger(QGridLayout& grid, QWidget* parent) {
+    auto* caption = new QLabel("Trigger line", parent);
+    if (style_.trigger.label.exists())
+        widgets_.binder.bind(widgets_.controls.get<forms::Label>(style_.trigger.label), *caption);
+    const int row = grid.rowCount();
+    grid.addWidget(caption, row, 0, 1, 3);
+    grid.addWidget(
+        widgets_.entry(sequence_.Val_loop(style_.trigger.box), "line", "Trigger line", parent), row,
+        3);
+}
+
+QWidget* SequenceView::makeEditor(QWidget* parent) {
+    const chips::SequenceStyle::Editor& editor = style_.editor;
+    auto* box = new QGroupBox("Value of the selected line", parent);
+    auto* row = new QHBoxLayout(box);
+    row->addWidget(widgets_.entry(sequence_.Val_loop(editor.box), "value", "Value", box));
+    if (editor.list.exists()) {
+        auto* list = widgets_.make<QComboBox, forms::ComboBox>(editor.list, box);
+        list->setAccessibleName("Value to choose");
+        row->addWidget(list);
+    }
+    row->addWidget(widgets_.button(
+        editor.button.exists() ? ControlRef(editor.button) : ControlRef(chips::changeButton), box));
     return box;
 }
 

@@ -25,13 +25,16 @@ private:
     LogView* makeList(forms::ListBox& control, const QString& name, QWidget* parent);
     void scrollTogether();
     QWidget* makeTools(const SequenceExtras& extras);
-    QWidget* makeRun(const SequenceExtras& extras, QWidget* parent);
+    QWidget* makeRun(QWidget* parent);
     void addLoop(QGridLayout& grid, QWidget* parent);
     QWidget* makeLines(QWidget* parent);
+    void addTrigger(QGridLayout& grid, QWidget* parent);
+    QWidget* makeEditor(QWidget* parent);
     void followForm();
     void follow();
     void showRun(bool runs);
 
+    const chips::SequenceStyle& style_;
     PanelSequence& sequence_;
     PanelWidgets widgets_;
     std::vector<LogView*> lists_;

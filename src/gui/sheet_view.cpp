@@ -17,16 +17,6 @@ using forms::Control;
 
 constexpr int spacing = 8;
 
-/// The controls of a range, in order.
-std::vector<Control*> controlsIn(const chips::ControlRange& range, forms::Form& form) {
-    if (range.first < 0)
-        return {&form.control(range.name)};
-    std::vector<Control*> controls;
-    for (int i = range.first; i <= range.last; ++i)
-        controls.push_back(&form.control(chips::text({range.name, i})));
-    return controls;
-}
-
 bool isLabel(const Control& control) {
     return control.kind() == Control::Kind::Label;
 }
@@ -50,14 +40,18 @@ public:
     GroupMaker(const chips::Sheet::Group& group, forms::Form& form, Binder& binder, QWidget* parent)
         : form_(form),
           binder_(binder),
-          box_(group.title.empty() ? new QWidget(parent)
-                                   : new QGroupBox(textOf(group.title), parent)),
+          box_(group.title.empty() && !group.frame.exists()
+                   ? new QWidget(parent)
+                   : new QGroupBox(textOf(group.title), parent)),
           grid_(new QGridLayout(box_)) {
         grid_->setVerticalSpacing(4);
         grid_->setHorizontalSpacing(spacing);
         grid_->setColumnStretch(1, 1);
-        if (group.title.empty())
+        if (auto* titled = qobject_cast<QGroupBox*>(box_); titled == nullptr)
             grid_->setContentsMargins(0, 0, 0, 0);
+        else if (group.frame.exists())
+            binder.bind(dynamic_cast<forms::Frame&>(form.control(chips::text(group.frame))),
+                        *titled);
         for (const chips::Sheet::Row& row : group.rows)
             addRow(row);
         if (group.state.exists())
@@ -193,6 +187,15 @@ QWidget* makePage(const chips::Sheet& sheet, PanelForm& form, Binder& binder, QW
 
 } // namespace
 
+std::vector<Control*> controlsIn(const chips::ControlRange& range, forms::Form& form) {
+    if (range.first < 0)
+        return {&form.control(range.name)};
+    std::vector<Control*> controls;
+    for (int i = range.first; i <= range.last; ++i)
+        controls.push_back(&form.control(chips::text({range.name, i})));
+    return controls;
+}
+
 QWidget* makeSheet(const chips::Sheet& sheet, forms::Form& form, Binder& binder, QWidget* parent) {
     auto* widget = new QWidget(parent);
     auto* row = new QHBoxLayout(widget);
@@ -212,26 +215,46 @@ QWidget* makeSheet(const chips::Sheet& sheet, forms::Form& form, Binder& binder,
     return widget;
 }
 
+namespace {
+
+/// What a sheet adds beside the rows of a page of registers, and behind its fields.
+void addToPage(const chips::Sheet& sheet, PanelForm& form, const PanelWidgets& widgets,
+               PageExtras& page) {
+    for (const chips::Sheet::Group& group : sheet.groups)
+        page.groups.push_back([&group, &form, widgets](QWidget* parent) {
+            return GroupMaker(group, form, widgets.binder, parent).box();
+        });
+    if (sheet.entry.exists())
+        page.entry = [&sheet, &form, widgets](QWidget* parent) {
+            auto& box = dynamic_cast<forms::TextBox&>(form.control(chips::text(sheet.entry)));
+            QLineEdit* text = widgets.entry(box, "hex", "Value in hexadecimal", parent);
+            text->setMaximumWidth(text->fontMetrics().horizontalAdvance(rowButtonRoom) + 14);
+            return text;
+        };
+    page.besideWrite = sheet.besideWrite;
+    PageExtras::Row row{.button = sheet.bitsButton, .bits = {}};
+    for (const chips::ControlRange& range : sheet.bits)
+        for (Control* control : controlsIn(range, form))
+            row.bits.push_back(dynamic_cast<forms::Label*>(control));
+    if (!row.bits.empty())
+        page.rows.push_back(std::move(row));
+    page.buttons = sheet.buttons;
+}
+
+} // namespace
+
 void addSheetExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras) {
     const std::vector<std::string> registers = form.chip().registerPages();
-    for (const chips::Sheet& sheet : form.chip().sheets) {
-        if (!sheet.form.empty())
-            continue;
-        for (const chips::ControlRange& range : sheet.copies)
-            for (const forms::Control* copy : controlsIn(range, form))
-                extras.copies.push_back(copy);
-        if (std::find(registers.begin(), registers.end(), sheet.page) == registers.end()) {
+    for (const chips::ControlRange& range : form.chip().panel.copies)
+        for (const Control* copy : controlsIn(range, form))
+            extras.copies.push_back(copy);
+    for (const chips::Sheet& sheet : form.chip().sheets)
+        if (std::find(registers.begin(), registers.end(), sheet.page) != registers.end())
+            addToPage(sheet, form, widgets, extras.registerPages[sheet.page]);
+        else if (sheet.form.empty())
             extras.pages[sheet.page] = [&sheet, &form, widgets](QWidget* parent) {
                 return makePage(sheet, form, widgets.binder, parent);
             };
-            continue;
-        }
-        for (const chips::Sheet::Group& group : sheet.groups)
-            extras.registerPages[sheet.page].groups.push_back(
-                [&group, &form, widgets](QWidget* parent) {
-                    return GroupMaker(group, form, widgets.binder, parent).box();
-                });
-    }
 }
 
 SheetView::SheetView(forms::Form& form, const chips::Sheet& sheet, Binder& binder, QWidget* parent)

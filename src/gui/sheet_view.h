@@ -5,6 +5,10 @@
 
 namespace bitlux::gui {
 
+/// The controls of a range, in order. Raises UnknownName for one that the form has not.
+[[nodiscard]] std::vector<forms::Control*> controlsIn(const chips::ControlRange& range,
+                                                      forms::Form& form);
+
 /// The groups of a sheet that a chip's file describes, in their columns. Raises UnknownName for a
 /// control that the form has not.
 [[nodiscard]] QWidget* makeSheet(const chips::Sheet& sheet, forms::Form& form, Binder& binder,

@@ -11,7 +11,6 @@
 #include "panels/zt72518/ram_page.h"
 #include "panels/zt72518/refresh_mode.h"
 #include "panels/zt72518/special_mode_page.h"
-#include "panels/zt72518/value_editor.h"
 #include "panels/zt72518/watchdog.h"
 #include "platform/failure.h"
 
@@ -33,7 +32,7 @@ struct PartRow {
     std::unique_ptr<PanelPart> (*make)(const PanelContext&);
 };
 
-constexpr std::array<PartRow, 14> partRows{{
+constexpr std::array<PartRow, 13> partRows{{
     {"ZT72516 words", make<zt72516::WordBuilder>},
     {"ZT72516 watchdog", make<zt72516::Watchdog>},
     {"ZT72516 lines", make<zt72516::LineCommands>},
@@ -47,7 +46,6 @@ constexpr std::array<PartRow, 14> partRows{{
     {"ZT72518 dongle version", make<zt72518::DongleVersion>},
     {"ZT72518 watchdog", make<zt72518::Watchdog>},
     {"ZT72518 lines", make<zt72518::LineCommands>},
-    {"ZT72518 value editor", make<zt72518::ValueEditor>},
 }};
 
 } // namespace

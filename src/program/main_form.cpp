@@ -1,8 +1,23 @@
 #include "program/main_form.h"
 
-#include "panels/zt72518/dongle_services.h"
+#include "platform/dongle_commands.h"
+#include "transfer/dongle_frame.h"
 
 namespace bitlux {
+
+namespace {
+
+/// Puts the dongle into test mode. One that does not answer, or that is gone, is no failure.
+void enterTestMode(const Session& session, DongleLink& dongle) {
+    if (!session.USBReady)
+        return;
+    UsbFrame frame = commandFrame(dongle::testMode);
+    frame[2] = dongle::testModeKey;
+    UsbFrame answer{};
+    dongle.exchange(frame, answer, DongleLink::Wait::Quiet);
+}
+
+} // namespace
 
 MainForm::MainForm(forms::FormSet& set, const Parts& parts)
     : Form(set, "frmMain", applicationTitle),
@@ -85,7 +100,7 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
 void MainForm::registerProcedures(const Parts& parts) {
     procedure("SendSPI", [&engine = parts.engine] { engine.SendSPI(); });
     procedure("read_rstint", [&dongle = parts.dongle] { dongle.read_rstint(); });
-    procedure("test_mode", [parts] { zt72518::enterTestMode(parts.session, parts.dongle); });
+    procedure("test_mode", [parts] { enterTestMode(parts.session, parts.dongle); });
     procedure("Command1_Click", [this, &dongle = parts.dongle] {
         dongle.setUpPipes();
         Command1.hide();

@@ -6,14 +6,7 @@
 /// a panel has not.
 namespace bitlux::gui {
 
-void addLastWordExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
-void addModeExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
-void addSpecialModeExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
-void addRamExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
-void addRefreshModeExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 void addDongleVersionExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
-/// What the watchdog and the editor of values add to the sequence.
-void addWatchdogExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 /// The diagram's page, and the way to the test side of the chip.
 void addDiagramExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 

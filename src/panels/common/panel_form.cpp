@@ -5,6 +5,7 @@
 #include "panels/common/loop_pick.h"
 #include "panels/common/save_question.h"
 #include "panels/common/sequence_stops.h"
+#include "panels/common/value_editor.h"
 #include "platform/failure.h"
 #include "platform/forms/form_set.h"
 
@@ -101,6 +102,7 @@ void PanelForm::makeParts() {
     add(std::in_place_type<CommandStore>, !chip_->automaticReads.recorders.empty());
     for (const std::string& part : chip_->panel.parts)
         parts_.push_back(makePanelPart(part, context));
+    add(std::in_place_type<ValueEditor>, style.editor.exists());
     add(std::in_place_type<SequenceStops>, style.stops.exists());
     add(std::in_place_type<LoopPick>, style.loop.picks);
     add(std::in_place_type<AutoReads>, chip_->automaticReads.exists());

@@ -23,6 +23,8 @@ PanelSequence::PanelSequence(forms::Form& form, const chips::Chip& chip, PanelWo
                     .lists = lists,
                     .start = Val_loop(LoopStart),
                     .stop = Val_loop(LoopStop),
+                    .trigger = chip.sequence.trigger.exists() ? &Val_loop(chip.sequence.trigger.box)
+                                                              : nullptr,
                     .loop = outside.desk.loop,
                     .clock = outside.clock}) {
     player.setCommands(commands);

@@ -152,7 +152,8 @@ void SequencePlayer::RunSequenceRange(int first, int last) {
     commands_->stretchBegins();
     for (int line = first; line <= last;) {
         progress_->line = line;
-        commands_->lineBegins(line);
+        if (parts_.trigger != nullptr) // the next frame takes it up
+            parts_.session.USBFrameTopBit = val(parts_.trigger->text()) == line;
         parts_.lists.showPlayed(line);
         if (!parts_.variables.RunEnabled) {
             ++line;

@@ -25,8 +25,6 @@ public:
 
     /// A stretch of lines begins.
     virtual void stretchBegins() {}
-    /// The run has come to a line; it may yet pass it without playing it.
-    virtual void lineBegins(int) {}
     /// Plays a line that is no wait. A text for each list of answers, none when the line has no
     /// answer. Raises Failure for a line that cannot be.
     virtual std::vector<std::string> play(int line, const std::string& name,
@@ -62,6 +60,7 @@ public:
         SequenceLists& lists;
         forms::TextBox& start; ///< lines of the loop
         forms::TextBox& stop;
+        forms::TextBox* trigger; ///< line at which the dongle gives a pulse; null without one
         EventLoop& loop;
         const Clock& clock;
     };

@@ -54,10 +54,6 @@ LineCommands::LineCommands(const PanelContext& context)
     form_.procedure("Decod_Name", [this](const std::string& name) { Decod_Name(name); });
 }
 
-void LineCommands::lineBegins(int line) {
-    session_.USBFrameTopBit = val(sequence_.Val_loop(triggerLine).text()) == line;
-}
-
 std::vector<std::string> LineCommands::play(int line, const std::string& name,
                                             const std::string& value) {
     if (name == initMiscLine)

@@ -18,8 +18,6 @@ public:
     explicit LineCommands(const PanelContext& context);
 
     void stretchBegins() override { words_.SPIParityEnabled = false; }
-    /// A frame of the trigger line asks the dongle for a pulse.
-    void lineBegins(int line) override;
     std::vector<std::string> play(int line, const std::string& name,
                                   const std::string& value) override;
 
@@ -33,8 +31,6 @@ public:
     bool SequenceIsWatchdog = false;
 
 private:
-    static constexpr int triggerLine = 3; ///< element of Val_loop
-
     [[nodiscard]] unsigned highByteOf(const LineMeaning& meaning) const;
     void enterSpecialMode(std::uint8_t choice);
     std::vector<std::string> send(const std::string& name, const std::string& value);

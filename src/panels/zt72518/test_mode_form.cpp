@@ -1,7 +1,9 @@
 #include "panels/zt72518/test_mode_form.h"
 
-#include "panels/zt72518/dongle_services.h"
+#include "platform/dongle_commands.h"
 #include "platform/failure.h"
+#include "platform/forms/form_set.h"
+#include "transfer/dongle_frame.h"
 
 #include <algorithm>
 #include <memory>
@@ -129,7 +131,7 @@ TestModeForm::TestModeForm(forms::FormSet& set, const Parts& parts)
     buildPattern();
     tellWords();
     procedure("Send_SPI", [this] { Send_SPI(); });
-    procedure("enter_test_mode_Click", [this] { enterTestMode(parts_.session, parts_.dongle); });
+    procedure("enter_test_mode_Click", [this] { this->set().form("frmMain").call("test_mode"); });
     procedure("can_lin_Click", [this](int index) { can_lin_Click(index); });
     procedure("thres_combox_Click", [this] { thres_combox_Click(); });
     procedure("thres_send_Click", [this] { thres_send_Click(); });
@@ -226,7 +228,14 @@ void TestModeForm::trim_send_Click() {
 }
 
 void TestModeForm::send_trimming() {
-    sendTrimming(parts_.session, parts_.dongle, static_cast<std::uint8_t>(trimming_txd.value()));
+    if (!parts_.session.USBReady)
+        return;
+    UsbFrame frame = commandFrame(dongle::trimming);
+    frame[3] = static_cast<std::uint8_t>(parts_.session.WordToSend.at(8));
+    frame[4] = static_cast<std::uint8_t>(parts_.session.WordToSend.at(0));
+    frame[5] = static_cast<std::uint8_t>(trimming_txd.value());
+    UsbFrame answer{};
+    parts_.dongle.exchange(frame, answer, DongleLink::Wait::Unlimited);
 }
 
 void TestModeForm::showTxd(bool burns) {

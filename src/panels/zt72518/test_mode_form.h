@@ -42,7 +42,8 @@ public:
     void thres_send_Click();
     void term_send_Click();
     void trim_send_Click();
-    /// Burns what WordToSend holds, with the time of trimming_txd.
+    /// Has the dongle burn what the bytes in the elements 8 and 0 of WordToSend tell, with data out
+    /// low for the time of trimming_txd, and waits for it without limit. Nothing without a dongle.
     void send_trimming();
     void tests_send_Click(int index);
 

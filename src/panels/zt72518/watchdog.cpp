@@ -1,7 +1,6 @@
 #include "panels/zt72518/watchdog.h"
 
 #include "panels/common/colours.h"
-#include "panels/zt72518/dongle_services.h"
 #include "platform/dongle_commands.h"
 #include "platform/failure.h"
 #include "transfer/dongle_frame.h"
@@ -23,11 +22,10 @@ constexpr std::array<std::string_view, 4> modes{"Simple WD", "Enhanced 1", "Enha
                                                 "Enhanced 4"};
 constexpr std::array<std::string_view, 9> lowTimes{"30 ms", "50 ms", "100 ms", "200 ms", "500 ms",
                                                    "1 s",   "2 s",   "5 s",    "10 s"};
-constexpr std::array<const char*, 16> captions{
-    "Config WatchDog   START",   ">SEQ", "STOP Watchdog",   ">SEQ",
-    "Config Wd current   START", ">SEQ", "STOP WD current", ">SEQ",
-    "Config Wd current   START", ">SEQ", "STOP WD current", ">SEQ",
-    "Simple WatchDog",           ">SEQ", "Simple WatchDog", "Change Value"};
+constexpr const char* stopLine = "Stop Watchdog";
+constexpr const char* startCurrentLine = "Start Watchdog Current";
+constexpr const char* stopCurrentLine = "Stop Watchdog Current";
+constexpr const char* refreshLine = "One Simple Watchdog";
 
 constexpr int longestHighTime = 255;
 constexpr int usualHighTime = 5;
@@ -54,18 +52,46 @@ forms::ControlArray<forms::ComboBox> configurations(forms::Form& form) {
             }};
 }
 
-forms::ControlArray<forms::Button> buttons(forms::Form& form) {
-    return {"watchdog", 0, static_cast<int>(captions.size()) - 1,
-            [&form](const std::string& name, int index) {
-                return std::make_unique<forms::Button>(
-                    form, name, captions.at(static_cast<std::size_t>(index)), index);
-            }};
+/// With the pulse on the trigger output that the next frame was asked for.
+UsbFrame triggeredFrame(std::uint8_t command, Session& session) {
+    UsbFrame frame = commandFrame(command);
+    if (std::exchange(session.USBFrameTopBit, false))
+        frame[0] = dongle::triggerBit;
+    return frame;
 }
 
 } // namespace
 
+/// A button of the array, what a click on it does, and what it appends to the sequence instead.
+struct Watchdog::Press {
+    const char* caption;
+    void (Watchdog::*action)();
+    const char* line = nullptr;
+};
+
+// The pulse of current has its four buttons on two pages, and so has the single refresh.
+const std::array<Watchdog::Press, 16> Watchdog::presses{{
+    {"Config WatchDog   START", &Watchdog::start},
+    {">SEQ", &Watchdog::appendStart},
+    {"STOP Watchdog", &Watchdog::stop},
+    {">SEQ", nullptr, stopLine},
+    {"Config Wd current   START", &Watchdog::startCurrent},
+    {">SEQ", nullptr, startCurrentLine},
+    {"STOP WD current", &Watchdog::stopCurrent},
+    {">SEQ", nullptr, stopCurrentLine},
+    {"Config Wd current   START", &Watchdog::startCurrent},
+    {">SEQ", nullptr, startCurrentLine},
+    {"STOP WD current", &Watchdog::stopCurrent},
+    {">SEQ", nullptr, stopCurrentLine},
+    {"Simple WatchDog", &Watchdog::refreshOnce},
+    {">SEQ", nullptr, refreshLine},
+    {"Simple WatchDog", &Watchdog::refreshOnce},
+    {"Change Value", &Watchdog::change},
+}};
+
 Watchdog::Watchdog(const PanelContext& context)
-    : session_(context.outside.session),
+    : form_(context.form),
+      session_(context.outside.session),
       dongle_(context.outside.dongle),
       boxes_(context.outside.desk.boxes),
       sequence_(context.sequence.lists),
@@ -75,7 +101,12 @@ Watchdog::Watchdog(const PanelContext& context)
       wd_current_time(context.form, "wd_current_time", 0, longestHighTime),
       wd_aff(context.form, "wd_aff", 5),
       wd_refresh(context.form, "wd_refresh", 2),
-      watchdog(buttons(context.form)) {
+      watchdog("watchdog", 0, static_cast<int>(presses.size()) - 1,
+               [&context](const std::string& name, int index) {
+                   return std::make_unique<forms::Button>(
+                       context.form, name, presses.at(static_cast<std::size_t>(index)).caption,
+                       index);
+               }) {
     wd_config(3).hide();
     wd_current_time.setValue(usualHighTime);
     wd_config(0).setEditText("WatchDog mode");
@@ -132,18 +163,27 @@ void Watchdog::send_wd() {
         time = session_.WdSequenceTime;
         showState(true);
     }
-    sendWatchdog(session_, dongle_, frameByte(mode), frameByte(time));
+    UsbFrame frame = triggeredFrame(dongle::watchdog, session_);
+    frame[3] = frameByte(mode);
+    frame[4] = frameByte(time);
+    tellDongle(frame);
 }
 
 void Watchdog::send_wd_current() {
     if (!session_.USBReady)
         return;
-    if (session_.WdCurrentOn)
-        sendWatchdogCurrent(session_, dongle_, dongle::watchdogCurrentOn,
-                            frameByte(wd_current_time.value()),
-                            frameByte(wd_config(2).listIndex()));
-    else
-        sendWatchdogCurrent(session_, dongle_, 0, 0, 0);
+    UsbFrame frame = triggeredFrame(dongle::watchdogCurrent, session_);
+    if (session_.WdCurrentOn) {
+        frame[3] = dongle::watchdogCurrentOn;
+        frame[5] = frameByte(wd_current_time.value());
+        frame[6] = frameByte(wd_config(2).listIndex());
+    }
+    tellDongle(frame);
+}
+
+void Watchdog::tellDongle(const UsbFrame& frame) {
+    UsbFrame answer{};
+    dongle_.exchange(frame, answer, DongleLink::Wait::Limited);
 }
 
 void Watchdog::decod_wd_time(int line) {
@@ -159,37 +199,13 @@ void Watchdog::startBySequence(int mode, int line) {
 }
 
 void Watchdog::watchdog_Click(int index) {
-    switch (index) {
-    case 0:
-        return start();
-    case 1:
-        return sequence_.append(wd_config(0).text(), wd_config(1).text());
-    case 2:
-        return stop();
-    case 3:
-        return sequence_.append("Stop Watchdog", "");
-    case 4:
-    case 8:
-        return startCurrent();
-    case 5:
-    case 9:
-        return sequence_.append("Start Watchdog Current", "");
-    case 6:
-    case 10:
-        return stopCurrent();
-    case 7:
-    case 11:
-        return sequence_.append("Stop Watchdog Current", "");
-    case 12:
-    case 14:
-        return refreshOnce();
-    case 13:
-        return sequence_.append("One Simple Watchdog", "");
-    case 15:
-        return changeValue();
-    default:
+    if (index < 0 || index > watchdog.last())
         throw Failure(Failure::Kind::OutOfRange, fmt::format("There is no watchdog({})", index));
-    }
+    const Press& press = presses.at(static_cast<std::size_t>(index));
+    if (press.line != nullptr)
+        sequence_.append(press.line, "");
+    else
+        (this->*press.action)();
 }
 
 void Watchdog::start() {
@@ -208,7 +224,7 @@ void Watchdog::stop() {
     session_.WdConfigRequest = false;
     send_wd();
     showState(false);
-    store_.note("Stop Watchdog");
+    store_.note(stopLine);
 }
 
 void Watchdog::startCurrent() {
@@ -218,18 +234,18 @@ void Watchdog::startCurrent() {
         return;
     }
     send_wd_current();
-    store_.note("Start Watchdog Current");
+    store_.note(startCurrentLine);
 }
 
 void Watchdog::stopCurrent() {
     session_.WdCurrentOn = false;
     send_wd_current();
-    store_.note("Stop Watchdog Current");
+    store_.note(stopCurrentLine);
 }
 
 void Watchdog::refreshOnce() {
     words_.send(refreshHigh, 0);
-    store_.note("One Simple Watchdog");
+    store_.note(refreshLine);
 }
 
 void Watchdog::showTime() {

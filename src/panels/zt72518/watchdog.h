@@ -5,7 +5,7 @@
 #include "panels/zt72518/chip_words.h"
 #include "platform/forms/control_array.h"
 
-#include <functional>
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -33,11 +33,14 @@ public:
     /// A line of the sequence starts a mode.
     void startBySequence(int mode, int line);
 
-    /// Writes the edited value into the sequence. Set by whoever owns the editor.
-    std::function<void()> changeValue = [] {};
-
 private:
+    struct Press;
+    static const std::array<Press, 16> presses;
+
     void watchdog_Click(int index);
+    void tellDongle(const UsbFrame& frame);
+    void change() { form_.call("ChangeValue"); }
+    void appendStart() { sequence_.append(wd_config(0).text(), wd_config(1).text()); }
     void start();
     void stop();
     void startCurrent();
@@ -46,6 +49,7 @@ private:
     void showTime();
     void showState(bool on);
 
+    forms::Form& form_;
     Session& session_;
     DongleLink& dongle_;
     MessageBoxes& boxes_;

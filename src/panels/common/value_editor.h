@@ -1,0 +1,25 @@
+#pragma once
+
+#include "panels/common/panel_part.h"
+
+namespace bitlux {
+
+/// Edits the value of the line that is selected: as a text, or chosen from a list for a value that
+/// is one of its texts.
+class ValueEditor : public PanelPart {
+public:
+    /// To be made behind the parts whose controls the chip's file names for it.
+    explicit ValueEditor(const PanelContext& context);
+
+private:
+    /// What was edited becomes the value of the selected line.
+    void ChangeValue();
+    void List_Value_Click();
+    [[nodiscard]] bool isChosen(const std::string& value) const;
+
+    SequenceLists& lists_;
+    forms::TextBox& text_;
+    forms::ComboBox* choice_ = nullptr; ///< visible while the line has a value of it
+};
+
+} // namespace bitlux
