@@ -80,17 +80,17 @@ void addWordDisplayExtras(PanelForm& form, const PanelWidgets& widgets, PanelExt
     auto* part = form.findPart<zt72516::WordBuilder>();
     if (part == nullptr)
         return;
-    extras.lastWord.push_back([widgets, part](QWidget* parent) {
+    extras.lastWord.emplace_back([widgets, part](QWidget* parent) {
         return makeWord("MOSI", part->SPIWordSent, widgets, parent);
     });
-    extras.lastWord.push_back([widgets, part](QWidget* parent) {
+    extras.lastWord.emplace_back([widgets, part](QWidget* parent) {
         return makeWord("MISO", part->SPIWordRcvd, widgets, parent);
     });
 }
 
 void addDongleWatchdogExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras) {
     if (auto* part = form.findPart<zt72516::Watchdog>())
-        extras.registerPages["W/D Refresh"].groups.push_back([widgets, part](QWidget* parent) {
+        extras.registerPages["W/D Refresh"].groups.emplace_back([widgets, part](QWidget* parent) {
             return makeDongleWatchdog(*part, widgets, parent);
         });
 }
@@ -99,17 +99,17 @@ void addConditionExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtra
     auto* part = form.findPart<zt72516::LineCommands>();
     if (part == nullptr)
         return;
-    extras.sequence.groups.push_back([widgets, part](QWidget* parent) {
+    extras.sequence.groups.emplace_back([widgets, part](QWidget* parent) {
         return makeCondition(
             {"First Condition", "Ch_FirstCondition", "R_Condition1", "Cm_PassCondition1"},
             part->Text_FirstCondition, widgets, parent);
     });
-    extras.sequence.groups.push_back([widgets, part](QWidget* parent) {
+    extras.sequence.groups.emplace_back([widgets, part](QWidget* parent) {
         return makeCondition(
             {"Second Condition", "Ch_SecondCondition", "R_Condition2", "Cm_PassCondition2"},
             part->Text_SecondCondition, widgets, parent);
     });
-    extras.sequence.groups.push_back([](QWidget* parent) {
+    extras.sequence.groups.emplace_back([](QWidget* parent) {
         return PanelWidgets::note("A run does not stop at these conditions.", parent);
     });
 }
