@@ -144,7 +144,8 @@ private:
     void checkGivenBack(const Command& any) {
         const Register* owner = chip_.find(any.givenBack.owner);
         if (owner == nullptr || !owner->row.exists() || !owner->writable() ||
-            owner->views.empty() || owner->row.form != any.form)
+            owner->views.empty() || owner->row.form != any.form ||
+            owner->views.front().row.form != any.form)
             add(any.at, fmt::format("\"{}\" cannot be given back", any.givenBack.owner),
                 "Name a register of the same form that has a row and is read and written.");
         else if (((any.givenBack.inverted.mask() | any.givenBack.value) & ~owner->mask()) != 0)

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <string_view>
 
 /// Numbers in the frames of the dongle: a command stands in byte 1, its data from byte 3 on.
 namespace bitlux::dongle {
@@ -14,6 +16,9 @@ inline constexpr std::uint8_t watchdog = 21;
 inline constexpr std::uint8_t watchdog72516 = 22;    ///< with mode and time, or zeros to stop
 inline constexpr std::uint8_t watchdogFirstMode = 8; ///< the mode is added to it
 inline constexpr std::uint8_t watchdogStop = 32;
+/// Times between refreshes, by their numbers.
+inline constexpr std::array<std::string_view, 10> watchdogTimes{
+    "1ms", "2ms", "3ms", "5ms", "10ms", "50ms", "100ms", "500ms", "1s", "5s"};
 inline constexpr std::uint8_t watchdogCurrent = 69;
 inline constexpr std::uint8_t watchdogCurrentOn = 16;
 

@@ -39,11 +39,12 @@ public:
     unsigned send(unsigned word) {
         sentAt = clock.nanoseconds();
         UsbFrame frame{static_cast<std::uint8_t>(bits_), static_cast<std::uint8_t>(0x2F + type_)};
-        for (int byte = 0; byte < bits_ / 8; ++byte)
-            frame.at(3 + byte) = static_cast<std::uint8_t>(word >> (bits_ - 8 - 8 * byte));
+        const std::size_t bytes = static_cast<std::size_t>(bits_) / 8;
+        for (std::size_t byte = 0; byte < bytes; ++byte)
+            frame.at(3 + byte) = static_cast<std::uint8_t>(word >> 8 * (bytes - 1 - byte));
         const UsbFrame answer = exchange(frame);
         unsigned reply = 0;
-        for (int byte = 0; byte < bits_ / 8; ++byte)
+        for (std::size_t byte = 0; byte < bytes; ++byte)
             reply = reply << 8 | answer.at(3 + byte);
         return reply;
     }

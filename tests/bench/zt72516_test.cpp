@@ -19,7 +19,7 @@ public:
         send(0x43000000 | init);
         send(0x45000000 | timer);
         send(0x5E000000);
-        send(0x47000000 | (~send(0x07000000) & 0xFF & (init & 0x600 ? 0xFF : 0)));
+        send(0x47000000 | (~send(0x07000000) & 0xFF & ((init & 0x600) != 0 ? 0xFF : 0)));
     }
 };
 
@@ -86,6 +86,25 @@ TEST(Zt72516, IsRefreshedAsInitSays) {
         rig.goTo(after * millisecond);
         rig.send(0x47000000);
         EXPECT_EQ(rig.mode(), after < 128 ? "Reset" : "Normal");
+    }
+}
+
+TEST(Zt72516, IsRefreshedByTheDongle) {
+    for (unsigned mode = 0; mode < 4; ++mode) {
+        Rig rig;
+        rig.start();
+        rig.send(0x43000010U | mode << 9);
+        const auto command = [&rig](std::uint8_t first, std::uint8_t second) {
+            EXPECT_EQ(rig.exchange({0, 22, 0, first, second}), (UsbFrame{0, 22}));
+        };
+        command(static_cast<std::uint8_t>(8 + mode), 6); // every 100 ms
+        command(12, 0);                                  // no mode
+        command(8, 10);                                  // no time
+        rig.goTo(5000 * millisecond);
+        EXPECT_EQ(rig.mode(), "Normal") << mode;
+        command(0, 0);
+        rig.goTo(6000 * millisecond);
+        EXPECT_EQ(rig.mode(), "Init") << mode;
     }
 }
 

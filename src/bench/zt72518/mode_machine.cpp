@@ -12,11 +12,11 @@ constexpr std::int64_t normalRequestPeriod = 256'000'000;
 } // namespace
 
 ModeMachine::ModeMachine(State& state, RandomWords& random) : state_(state), random_(random) {
-    enter(Mode::Init);
+    modes_.enter(Mode::Init);
 }
 
 std::string_view ModeMachine::name() const {
-    switch (mode_) {
+    switch (mode()) {
     case Mode::Init:
         return "Init";
     case Mode::Flash:
@@ -25,9 +25,9 @@ std::string_view ModeMachine::name() const {
         return "Normal Request";
     case Mode::Normal:
         return "Normal";
-    case Mode::Stop:
+    case Mode::LowPowerOn:
         return "Low Power Vdd On (Stop)";
-    case Mode::Sleep:
+    case Mode::LowPowerOff:
         return "Low Power Vdd Off (Sleep)";
     default:
         return "Reset";
@@ -37,30 +37,26 @@ std::string_view ModeMachine::name() const {
 std::uint8_t ModeMachine::code() const {
     if (!answers())
         return 0;
-    return mode_ == Mode::Stop ? stopCode_ : static_cast<std::uint8_t>(mode_);
+    return static_cast<std::uint8_t>(mode() == Mode::LowPowerOn ? modes_.lowPower().code
+                                                                : std::uint64_t(mode()));
 }
 
 std::uint8_t ModeMachine::selectBits() const {
-    return mode_ == Mode::Init ? 1 : mode_ == Mode::Flash ? 2 : 3;
+    return mode() == Mode::Init ? 1 : mode() == Mode::Flash ? 2 : 3;
 }
 
-void ModeMachine::enter(Mode mode) {
-    mode_ = mode;
-    if (mode == Mode::Init || mode == Mode::Flash || mode == Mode::NormalRequest)
-        state_.set(debug);
-    timers_.begin(period());
-}
+// What the registers say
 
-std::int64_t ModeMachine::period() const {
-    switch (mode_) {
+std::int64_t ModeMachine::period(Mode mode) const {
+    switch (mode) {
     case Mode::NormalRequest:
         return normalRequestPeriod;
     case Mode::Normal:
         return watchdogPeriod(state_.value(Register::Timer0));
     case Mode::Flash:
         return flashPeriod(state_.value(Register::Timer2) >> 4U);
-    case Mode::Stop:
-        return LowPowerCode{stopCode_}.hasWatchdog()
+    case Mode::LowPowerOn:
+        return modes_.lowPower().hasWatchdog()
                    ? lowPowerPeriod(state_.value(Register::Timer2) >> 4U)
                    : 0;
     default:
@@ -68,64 +64,69 @@ std::int64_t ModeMachine::period() const {
     }
 }
 
-void ModeMachine::take(ModeTimers::Event event) {
-    if (event == ModeTimers::Event::ResetEnds) {
-        enter(Mode::NormalRequest);
-    } else if (event == ModeTimers::Event::WakesUp) {
-        state_.set(wokenByTimer);
-        wake();
-    } else if (state_.has(noWatchdog)) {
-        timers_.stopWatchdog();
-    } else {
-        failRefresh();
-    }
+RefreshMode ModeMachine::refreshMode() const {
+    return static_cast<RefreshMode>((state_.value(Register::InitWdog) >> 2) & 3);
 }
 
-void ModeMachine::failRefresh() {
-    state_.set(refreshFailed);
-    if (failedBefore_)
+bool ModeMachine::hasWindow() const {
+    return (state_.value(Register::InitWdog) & 0x02) != 0;
+}
+
+std::int64_t ModeMachine::resetTime() const {
+    return resetDuration(state_.value(Register::InitVreg) >> 3U);
+}
+
+std::int64_t ModeMachine::wakeUpTime() const {
+    return forcedWakeUpPeriod(state_.value(Register::Timer2));
+}
+
+// What happens
+
+void ModeMachine::entered(Mode mode) {
+    if (mode == Mode::Init || mode == Mode::Flash || mode == Mode::NormalRequest)
+        state_.set(debug);
+    if (mode == Mode::LowPowerOff)
+        state_.set(sleepBySpi);
+}
+
+void ModeMachine::watchdogExpired() {
+    if (state_.has(noWatchdog))
+        modes_.stopWatchdog();
+    else
+        refreshFailed();
+}
+
+void ModeMachine::refreshFailed() {
+    state_.set(zt72518::refreshFailed);
+    if (modes_.failures() > 0)
         state_.set(resetAgain);
-    failedBefore_ = true;
-    reset();
+    modes_.fail();
 }
 
-void ModeMachine::reset() {
-    enter(Mode::Reset);
-    timers_.endResetIn(resetDuration(state_.value(Register::InitVreg) >> 3U));
+void ModeMachine::woken(bool byTimer) {
+    state_.set(byTimer ? wokenByTimer : wokenByChipSelect);
+    wake();
 }
 
-std::int64_t ModeMachine::closedWindow() const {
-    const bool window = (state_.value(Register::InitWdog) & 0x02) != 0;
-    return window && mode_ == Mode::Normal ? watchdogPeriod(state_.value(Register::Timer0)) / 2 : 0;
+void ModeMachine::wake() {
+    if (mode() == Mode::LowPowerOn)
+        modes_.enter(Mode::NormalRequest);
+    else if (mode() == Mode::LowPowerOff)
+        modes_.reset(); // VDD comes up anew
 }
+
+// Words
 
 void ModeMachine::refresh(std::uint8_t data) {
-    const auto kind = static_cast<RefreshMode>((state_.value(Register::InitWdog) >> 2) & 3);
-    const ServedWatchdog::Outcome outcome =
-        timers_.refresh(data, random_.watchdog(), kind, closedWindow());
-    if (outcome == ServedWatchdog::Outcome::Begun)
-        return;
-    random_.drawWatchdog();
-    if (outcome == ServedWatchdog::Outcome::Wrong)
-        failRefresh();
-    else
-        refreshed();
-}
-
-void ModeMachine::refreshed() {
-    failedBefore_ = false;
-    if (mode_ == Mode::Init || mode_ == Mode::NormalRequest) {
-        enter(Mode::Normal);
-        return;
-    }
-    timers_.restartWatchdog(period());
+    if (modes_.refresh(data, random_.watchdog()))
+        random_.drawWatchdog();
 }
 
 void ModeMachine::special(std::uint8_t data) {
     const std::uint8_t random = random_.special();
     const auto inverse = static_cast<std::uint8_t>(~random & 0x3F);
     // In Init this word works the SAFE pin: only its lower bits are inverted.
-    if (mode_ == Mode::Init && data == (inverse ^ 0x30)) {
+    if (mode() == Mode::Init && data == (inverse ^ 0x30)) {
         state_.set(safeActive);
         random_.drawSpecial();
         return;
@@ -136,13 +137,13 @@ void ModeMachine::special(std::uint8_t data) {
     switch (data >> 6) {
     case 0:
         state_.set(resetBySpi);
-        reset();
+        modes_.reset();
         break;
     case 1:
-        enter(Mode::Init);
+        modes_.enter(Mode::Init);
         break;
     case 2:
-        enter(Mode::Flash);
+        modes_.enter(Mode::Flash);
         break;
     default:
         break;
@@ -155,34 +156,12 @@ void ModeMachine::select(std::uint8_t data) {
     if ((data & 7) != expected)
         return;
     random_.drawMode();
-    const LowPowerCode code{static_cast<std::uint64_t>(data >> 3)};
     const bool allowsVddOff = (state_.value(Register::Regulator) & 1) != 0;
-    if (mode_ == Mode::Normal && (code.keepsVdd() || (code.dropsVdd() && allowsVddOff)))
-        lowPower(code);
-    else if (mode_ == Mode::Stop && code.wakes()) {
-        state_.set(wokenByChipSelect);
-        wake();
-    }
-}
-
-void ModeMachine::lowPower(LowPowerCode code) {
-    stopCode_ = static_cast<std::uint8_t>(code.code);
-    if (!code.keepsVdd())
-        state_.set(sleepBySpi);
-    enter(code.keepsVdd() ? Mode::Stop : Mode::Sleep);
-    if (code.wakesByTimer())
-        timers_.wakeUpIn(forcedWakeUpPeriod(state_.value(Register::Timer2)));
-}
-
-void ModeMachine::wake() {
-    if (mode_ == Mode::Stop)
-        enter(Mode::NormalRequest);
-    else if (mode_ == Mode::Sleep)
-        reset(); // VDD comes up anew
+    modes_.select({static_cast<std::uint64_t>(data >> 3)}, allowsVddOff);
 }
 
 void ModeMachine::drawCurrent(std::int64_t duration) {
-    if (mode_ != Mode::Stop)
+    if (mode() != Mode::LowPowerOn)
         return;
     const int action = (state_.value(Register::InitWdog) >> 5) & 3;
     const bool isLong = duration > currentLimit(state_.value(Register::Timer0) >> 5U);
@@ -190,13 +169,8 @@ void ModeMachine::drawCurrent(std::int64_t duration) {
         state_.set(wokenByCurrent);
         wake();
     } else if (action == 3) {
-        refreshed();
+        modes_.refreshed();
     }
-}
-
-void ModeMachine::addPhase(Phase& phase) const {
-    phase.insert(phase.end(), {static_cast<std::int64_t>(mode_), failedBefore_ ? 1 : 0, stopCode_});
-    timers_.addPhase(phase);
 }
 
 } // namespace bitlux::zt72518

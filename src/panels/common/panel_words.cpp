@@ -90,7 +90,7 @@ void PanelWords::sendFilled() {
     const std::vector<std::int16_t>& elements = session_.WordToSend;
     for (std::size_t i = 0; i < std::min(elements.size(), static_cast<std::size_t>(format_.bits));
          ++i)
-        word |= std::uint64_t{elements[i] == 1} << i;
+        word |= std::uint64_t{elements[i] == 1 ? 1U : 0U} << i;
     engine_.SendSPI();
     exchanged.raise(word);
 }
@@ -113,7 +113,7 @@ std::uint64_t PanelWords::answer() const {
         std::min(session_.WordReceived.size(), static_cast<std::size_t>(format_.bits));
     std::uint64_t word = 0;
     for (std::size_t i = 0; i < bits; ++i)
-        word |= std::uint64_t{session_.WordReceived[i] == 1} << i;
+        word |= std::uint64_t{session_.WordReceived[i] == 1 ? 1U : 0U} << i;
     return word;
 }
 

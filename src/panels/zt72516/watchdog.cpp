@@ -27,7 +27,7 @@ Watchdog::Watchdog(const PanelContext& context)
       Watchdog_Mode(context.form, "Watchdog_Mode", forms::ComboBox::Style::List,
                     {"Simple", "Advanced 1", "Advanced 2", "Advanced 4"}),
       Watchdog_Timing(context.form, "Watchdog_Timing", forms::ComboBox::Style::List,
-                      {"1ms", "2ms", "3ms", "5ms", "10ms", "50ms", "100ms", "500ms", "1s", "5s"}),
+                      {dongle::watchdogTimes.begin(), dongle::watchdogTimes.end()}),
       Btn_Start_Watchdog(context.form, "Btn_Start_Watchdog", "START Watchdog"),
       Btn_Stop_Watchdog(context.form, "Btn_Stop_Watchdog", "STOP Watchdog"),
       Watchdog_Status(context.form, "Watchdog_Status", "Watchdog is Off") {

@@ -21,8 +21,6 @@ namespace {
 
 constexpr std::array<std::string_view, 4> modes{"Simple WD", "Enhanced 1", "Enhanced 2",
                                                 "Enhanced 4"};
-constexpr std::array<std::string_view, 10> times{"1ms",  "2ms",   "3ms",   "5ms", "10ms",
-                                                 "50ms", "100ms", "500ms", "1s",  "5s"};
 constexpr std::array<std::string_view, 9> lowTimes{"30 ms", "50 ms", "100 ms", "200 ms", "500 ms",
                                                    "1 s",   "2 s",   "5 s",    "10 s"};
 constexpr std::array<const char*, 16> captions{
@@ -45,7 +43,7 @@ std::optional<int> numberOf(std::span<const std::string_view> texts, std::string
 forms::ControlArray<forms::ComboBox> configurations(forms::Form& form) {
     constexpr int last = 3;
     return {"wd_config", 0, last, [&form](const std::string& name, int index) {
-                std::span<const std::string_view> items = times;
+                std::span<const std::string_view> items = dongle::watchdogTimes;
                 if (index == 0)
                     items = modes;
                 else if (index == 2)
@@ -108,7 +106,7 @@ Watchdog::Watchdog(const PanelContext& context)
 }
 
 std::optional<int> Watchdog::timeNumber(std::string_view text) {
-    return numberOf(times, text);
+    return numberOf(dongle::watchdogTimes, text);
 }
 
 std::optional<int> Watchdog::modeNumber(std::string_view text) {
