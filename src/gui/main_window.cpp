@@ -43,7 +43,7 @@ QString draggedFile(const QMimeData& data) {
     const QList<QUrl> urls = data.urls();
     if (urls.size() != 1 || !urls.first().isLocalFile())
         return {};
-    const QString name = urls.first().toLocalFile();
+    QString name = urls.first().toLocalFile();
     for (const char* ending : {configurationEnding, chipEnding})
         if (name.endsWith(ending, Qt::CaseInsensitive))
             return name;

@@ -58,7 +58,8 @@ private:
         form.outerTabs.click(1);
         for (int page = 1; page <= form.registerTabs.count(); ++page) {
             form.registerTabs.click(page);
-            const std::string& title = form.registerTabs.tabs().at(page - 1).caption;
+            const std::string& title =
+                form.registerTabs.tabs().at(static_cast<std::size_t>(page - 1)).caption;
             readPage(title);
             shoot("ZT72516", size + "-register-" + (page < 10 ? "0" : "") + std::to_string(page),
                   wanted);
