@@ -56,7 +56,11 @@ std::size_t longestLine(const chips::Chip& chip) {
 
 SequenceView::SequenceView(PanelForm& form, const SequenceExtras& extras,
                            const PanelWidgets& widgets, QWidget* parent)
-    : QWidget(parent), style_(form.chip().sequence), sequence_(form.sequence), widgets_(widgets) {
+    : QWidget(parent),
+      form_(form),
+      style_(form.chip().sequence),
+      sequence_(form.sequence),
+      widgets_(widgets) {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(makeLists(form.chip()), 1);
@@ -219,7 +223,7 @@ QWidget* SequenceView::makeLines(QWidget* parent) {
 void SequenceView::addTrigger(QGridLayout& grid, QWidget* parent) {
     auto* caption = new QLabel("Trigger line", parent);
     if (style_.trigger.label.exists())
-        widgets_.binder.bind(widgets_.controls.get<forms::Label>(style_.trigger.label), *caption);
+        widgets_.binder.bind(named<forms::Label>(style_.trigger.label), *caption);
     const int row = grid.rowCount();
     grid.addWidget(caption, row, 0, 1, 3);
     grid.addWidget(
@@ -233,12 +237,13 @@ QWidget* SequenceView::makeEditor(QWidget* parent) {
     auto* row = new QHBoxLayout(box);
     row->addWidget(widgets_.entry(sequence_.Val_loop(editor.box), "value", "Value", box));
     if (editor.list.exists()) {
-        auto* list = widgets_.make<QComboBox, forms::ComboBox>(editor.list, box);
+        auto* list = widgets_.binder.make<QComboBox>(named<forms::ComboBox>(editor.list), box);
         list->setAccessibleName("Value to choose");
         row->addWidget(list);
     }
-    row->addWidget(widgets_.button(
-        editor.button.exists() ? ControlRef(editor.button) : ControlRef(chips::changeButton), box));
+    const chips::ControlName own{.name = std::string(chips::changeButton)};
+    auto& button = named<forms::Button>(editor.button.exists() ? editor.button : own);
+    row->addWidget(PanelWidgets::button(widgets_.binder, button, box));
     return box;
 }
 

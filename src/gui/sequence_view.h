@@ -34,6 +34,12 @@ private:
     void follow();
     void showRun(bool runs);
 
+    template <typename Control>
+    [[nodiscard]] Control& named(const chips::ControlName& name) const {
+        return dynamic_cast<Control&>(form_.control(chips::text(name)));
+    }
+
+    PanelForm& form_;
     const chips::SequenceStyle& style_;
     PanelSequence& sequence_;
     PanelWidgets widgets_;

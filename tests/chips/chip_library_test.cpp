@@ -93,8 +93,8 @@ TEST(ChipLibrary, ReadsAFileAtFirstUseAndWhenItChanged) {
                                     "[panel]\nform = \"frmMain\"\nparts = [\"x\"]\n");
     EXPECT_EQ(failureOf([&] { folders.library.refreshed("meter"); }),
               fmt::format("{0}:13:1: only chips of the program name their `form`. Remove it.\n"
-                          "{0}:13:1: only chips of the program have `parts`, `companions` and "
-                          "`active`. Remove them.\n"
+                          "{0}:13:1: only chips of the program have `parts`, `companions`, "
+                          "`active`, `last_word`, `texts` and `copies`. Remove them.\n"
                           "{0}:1:1: only chips of the program have a `model`. Remove it.\n"
                           "{0}:1:1: the chip is named \"other\", its file \"meter\". Call the file "
                           "other.toml, or leave `name` out.",

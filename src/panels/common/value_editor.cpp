@@ -11,7 +11,7 @@ ValueEditor::ValueEditor(const PanelContext& context)
     const chips::SequenceStyle::Editor& style = context.chip.sequence.editor;
     forms::Form& form = context.form;
     if (style.list.exists())
-        choice_ = &context.controls.get<forms::ComboBox>(style.list);
+        choice_ = &dynamic_cast<forms::ComboBox&>(form.control(chips::text(style.list)));
     if (!style.button.exists()) {
         context.controls.addButton(chips::changeButton, "Change Value");
         context.controls.onClick(chips::changeButton, [this] { ChangeValue(); });
