@@ -20,14 +20,15 @@ class Converter {
 public:
     explicit Converter(Problems& problems) : problems_(problems) {}
 
-    Node convert(const toml::node& node, int depth) {
+    /// Texts are moved out of `node`.
+    Node convert(toml::node& node, int depth) {
         Node made{.at = placeOf(node.source().begin), .value = std::int64_t{0}};
         if (depth > deepest)
             problems_.push_back({made.at, "tables and lists lie too deep in each other",
                                  "Put fewer of them into each other."});
-        else if (const auto* table = node.as_table())
+        else if (auto* table = node.as_table())
             made.value = entries(*table, depth);
-        else if (const auto* array = node.as_array())
+        else if (auto* array = node.as_array())
             made.value = elements(*array, depth);
         else
             made.value = scalar(node, made.at);
@@ -35,9 +36,10 @@ public:
     }
 
 private:
-    Node::Table entries(const toml::table& table, int depth) {
+    Node::Table entries(toml::table& table, int depth) {
         Node::Table made;
-        for (const auto& [key, value] : table) {
+        made.reserve(table.size());
+        for (auto&& [key, value] : table) {
             Node node = convert(value, depth + 1);
             node.keyAt = placeOf(key.source().begin);
             if (node.at.line == 0) // a table that a dotted key has made
@@ -47,17 +49,17 @@ private:
         return made;
     }
 
-    Node::List elements(const toml::array& array, int depth) {
+    Node::List elements(toml::array& array, int depth) {
         Node::List made;
         made.reserve(array.size());
-        for (const toml::node& element : array)
+        for (toml::node& element : array)
             made.push_back(convert(element, depth + 1));
         return made;
     }
 
-    decltype(Node::value) scalar(const toml::node& node, const Place& at) {
-        if (const auto* text = node.as_string())
-            return text->get();
+    decltype(Node::value) scalar(toml::node& node, const Place& at) {
+        if (auto* text = node.as_string())
+            return std::move(text->get());
         if (const auto* number = node.as_integer())
             return number->get();
         if (const auto* truth = node.as_boolean())
@@ -75,7 +77,7 @@ private:
 } // namespace
 
 std::optional<Node> parseDocument(std::string_view text, Problems& problems) {
-    const toml::parse_result result = toml::parse(text);
+    toml::parse_result result = toml::parse(text);
     if (!result) {
         const toml::parse_error& error = result.error();
         problems.push_back({placeOf(error.source().begin), std::string(error.description()),

@@ -127,6 +127,7 @@ private:
 
     Node::List expanded(Node::List elements) {
         Node::List made;
+        made.reserve(elements.size());
         for (Node& element : elements) {
             if (element.text() != nullptr) {
                 addTexts(element, made);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <set>
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -60,9 +61,11 @@ TableReader::~TableReader() {
     if (node_.table() == nullptr)
         return;
     for (const auto& [key, value] : *node_.table())
-        if (asked_.find(key) == asked_.end())
+        if (std::find(asked_.begin(), asked_.end(), key) == asked_.end()) {
+            const std::set<std::string_view> known(asked_.begin(), asked_.end());
             problem(value.keyAt, fmt::format("there is no key `{}` here", key),
-                    near(key, {asked_.begin(), asked_.end()}, "Remove it."));
+                    near(key, {known.begin(), known.end()}, "Remove it."));
+        }
 }
 
 void TableReader::problem(const Place& at, std::string text, std::string advice) {
@@ -70,7 +73,7 @@ void TableReader::problem(const Place& at, std::string text, std::string advice)
 }
 
 const Node* TableReader::take(std::string_view key) {
-    asked_.emplace(key);
+    asked_.push_back(key);
     return node_.find(key);
 }
 

@@ -6,15 +6,15 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace bitlux::chips {
 
-/// Reads a table of a chip's file key by key. A value of the wrong kind is a problem and reads as
-/// if it were missing; a key that nobody asked for is one when the reader goes.
+/// Reads a table of a chip's file key by key; the keys are literals. A value of the wrong kind is a
+/// problem and reads as if it were missing; a key that nobody asked for is one when the reader
+/// goes.
 class TableReader {
 public:
     /// A node that is no table is a problem, and reads as an empty one. Both outlive the reader.
@@ -73,7 +73,7 @@ private:
 
     const Node& node_;
     Problems& problems_;
-    std::set<std::string, std::less<>> asked_;
+    std::vector<std::string_view> asked_; ///< literals
 };
 
 } // namespace bitlux::chips

@@ -25,6 +25,11 @@ void BitLines::setMostCells(int cells) {
     invalidate();
 }
 
+void BitLines::invalidate() {
+    measuredCell_ = -1;
+    QLayout::invalidate();
+}
+
 QLayoutItem* BitLines::itemAt(int index) const {
     return index >= 0 && index < count() ? cells_[static_cast<std::size_t>(index)].get() : nullptr;
 }
@@ -46,10 +51,13 @@ int BitLines::cellsInLine(int width) const {
 
 int BitLines::lineHeight(int width) const {
     const int cell = width / cellsInLine(width);
-    int height = 0;
+    if (measuredCell_ == cell)
+        return measuredHeight_;
+    measuredCell_ = cell;
+    measuredHeight_ = 0;
     for (const auto& item : cells_)
-        height = std::max(height, item->widget()->heightForWidth(cell));
-    return height;
+        measuredHeight_ = std::max(measuredHeight_, item->widget()->heightForWidth(cell));
+    return measuredHeight_;
 }
 
 int BitLines::usualHeight() const {

@@ -32,6 +32,7 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSize() const override;
     void setGeometry(const QRect& rect) override;
+    void invalidate() override;
 
 private:
     [[nodiscard]] int cellsInLine(int width) const;
@@ -42,6 +43,8 @@ private:
     std::vector<std::unique_ptr<QLayoutItem>> cells_;
     int mostCells_ = 64; // as many as there may be
     int leastWidth_ = 0;
+    mutable int measuredCell_ = -1; ///< width of cells whose height is known
+    mutable int measuredHeight_ = 0;
 };
 
 } // namespace bitlux::gui

@@ -20,7 +20,9 @@ namespace {
 constexpr int cellWidth = 11; ///< in characters
 constexpr int leastCellWidth = 5;
 constexpr int lines = 2;
-constexpr int narrowest = 80; ///< letters, in percent of their width
+constexpr int fullWidth = 100; ///< of letters, in percent
+constexpr int narrow = 90;     // two steps: each is a font to load
+constexpr int narrowest = 80;
 constexpr int gap = 3;
 constexpr qreal numberScale = 0.75;
 constexpr qreal captionScale = 0.85;
@@ -43,7 +45,7 @@ struct CellFont {
     QSize hint;
 };
 
-/// Cells are measured very often, nearly always those of one font.
+/// Nearly all cells have one font.
 const CellFont& cellFont(const QFont& font) {
     static std::optional<CellFont> last;
     if (!last)
@@ -62,6 +64,7 @@ bool isGround(std::uint32_t colour) {
 
 BitCell::BitCell(int bit, bool clickable, QWidget* parent) : QLabel(parent), bit_(bit) {
     setFont(scaled(QApplication::font(), captionScale));
+    measure();
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     if (clickable) {
         setFocusPolicy(Qt::ClickFocus);
@@ -107,41 +110,42 @@ int BitCell::longestPart() const {
 
 void BitCell::changeEvent(QEvent* event) {
     if (event->type() == QEvent::FontChange)
-        longest_ = 0;
+        measure();
     QLabel::changeEvent(event);
 }
 
+void BitCell::measure() {
+    const CellFont& fonts = cellFont(font());
+    numberFont_ = fonts.number;
+    numberHeight_ = fonts.numberHeight;
+    character_ = fonts.character;
+    hint_ = fonts.hint;
+    longest_ = 0;
+}
+
 int BitCell::readableWidth() const {
-    const int least = leastCellWidth * cellFont(font()).character;
-    const int narrow = longestPart() * narrowest / 100 + 1;
-    return std::min(std::max(least, narrow) + 2 * gap, sizeHint().width());
+    const int least = leastCellWidth * character_;
+    const int needed = longestPart() * narrowest / fullWidth + 1;
+    return std::min(std::max(least, needed) + 2 * gap, sizeHint().width());
 }
 
-QSize BitCell::sizeHint() const {
-    return cellFont(font()).hint;
-}
-
-QSize BitCell::minimumSizeHint() const {
-    return {sizeHint().width() / 2, sizeHint().height()};
-}
-
-QFont BitCell::lettersIn(int width) const {
-    QFont letters = font();
-    if (const int longest = longestPart(); longest > width)
-        letters.setStretch(std::max(narrowest, 100 * width / longest));
-    return letters;
+int BitCell::stretchIn(int width) const {
+    const int longest = longestPart();
+    if (longest <= width)
+        return fullWidth;
+    return longest * narrow <= width * fullWidth ? narrow : narrowest;
 }
 
 int BitCell::heightForWidth(int width) const {
-    const int usual = sizeHint().height();
     const QString caption = breakable();
     if (caption.count(' ') + caption.count(QChar(0x200B)) < lines)
-        return usual;
+        return hint_.height();
     const int room = width - 2 * gap;
-    const QFontMetrics metrics(lettersIn(room));
+    // Narrow letters in some room break where full ones do in more of it.
     const QRect wanted =
-        metrics.boundingRect(QRect(0, 0, room, QWIDGETSIZE_MAX), Qt::TextWordWrap, caption);
-    return usual + std::max(wanted.height() - lines * (metrics.height() + 2), 0);
+        fontMetrics().boundingRect(QRect(0, 0, room * fullWidth / stretchIn(room), QWIDGETSIZE_MAX),
+                                   Qt::TextWordWrap, caption);
+    return hint_.height() + std::max(wanted.height() - lines * (fontMetrics().height() + 2), 0);
 }
 
 void BitCell::paintEvent(QPaintEvent*) {
@@ -156,13 +160,15 @@ void BitCell::paintEvent(QPaintEvent*) {
     faint.setAlphaF(0.55F);
     painter.setPen(told_ ? ink : faint);
     const QRect inner = rect().adjusted(gap, gap, -gap, -gap);
-    const CellFont& fonts = cellFont(font());
-    painter.setFont(fonts.number);
+    painter.setFont(numberFont_);
     const QString value = told_ ? (*told_ ? " = 1" : " = 0") : "";
     painter.drawText(inner, Qt::AlignHCenter | Qt::AlignTop, QString::number(bit_) + value);
-    painter.setFont(lettersIn(inner.width()));
+    QFont letters = font();
+    if (const int stretch = stretchIn(inner.width()); stretch < fullWidth)
+        letters.setStretch(stretch);
+    painter.setFont(letters);
     painter.setPen(carries ? ink : faint);
-    const QRect caption = inner.adjusted(0, fonts.numberHeight, 0, 0);
+    const QRect caption = inner.adjusted(0, numberHeight_, 0, 0);
     painter.drawText(caption, Qt::AlignCenter | Qt::TextWordWrap, breakable());
     paintEdges(painter);
 }

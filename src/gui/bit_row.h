@@ -33,10 +33,12 @@ public:
 
     /// In which the longest part of the caption finds room, if need be in narrow letters.
     [[nodiscard]] int readableWidth() const;
-    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize sizeHint() const override { return hint_; }
     /// Of a caption that wants more than two lines.
     [[nodiscard]] int heightForWidth(int width) const override;
-    [[nodiscard]] QSize minimumSizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override {
+        return {hint_.width() / 2, hint_.height()};
+    }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -44,15 +46,21 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void measure(); ///< anew with each font
     void paintEdges(QPainter& painter) const;
     /// The caption, with a place to break it behind each line in it where it has no blank.
     [[nodiscard]] QString breakable() const;
     /// Of the longest part that is not broken, in pixels.
     [[nodiscard]] int longestPart() const;
-    /// Letters in which the longest part has room in so many pixels, if need be narrow ones.
-    [[nodiscard]] QFont lettersIn(int width) const;
+    /// Width of letters, in percent, in which the longest part has room in so many pixels, or the
+    /// least there is.
+    [[nodiscard]] int stretchIn(int width) const;
 
     int bit_;
+    QFont numberFont_;
+    int numberHeight_ = 0;
+    int character_ = 0; ///< width of one in the caption, on average
+    QSize hint_;
     std::optional<bool> told_;
     QString named_; ///< the caption that its accessible name tells
     bool isFieldTop_ = false;
