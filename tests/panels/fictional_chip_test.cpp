@@ -90,6 +90,8 @@ write = { reply = "Blink" }
 
 [sequence]
 asks_to_save = true
+boxes = 3
+editor = {}
 loop = { start_label = "LoopStart", stop_label = "LoopStop", picks = true }
 
   [sequence.stops]
@@ -217,6 +219,12 @@ TEST(FictionalChip, StopsItsSequenceAndAsksToSaveIt) {
     lines.select(3);
     EXPECT_EQ(bench.panel.sequence.Val_loop(0).text() + bench.panel.sequence.Val_loop(1).text(),
               "23");
+
+    auto& values = dynamic_cast<forms::ListBox&>(bench.panel.control("List_Value"));
+    values.select(3);
+    bench.panel.sequence.Val_loop(2).setText("7");
+    bench.click("Cm_Change_Value");
+    EXPECT_EQ(bench.column("List_Value"), ";;7;");
 
     EXPECT_EQ(dynamic_cast<forms::OptionButton&>(bench.panel.control("R_Condition1(1)")).caption(),
               "IRQ");
