@@ -1,5 +1,6 @@
 #include "chips/findings.h"
 
+#include <algorithm>
 #include <set>
 
 #include <fmt/format.h>
@@ -26,9 +27,33 @@ void checkBoxes(const AutomaticReads& reads, const Findings& found) {
         take(group.box);
 }
 
+/// That all boxes are there which are named somewhere.
+void checkNumbers(const AutomaticReads& reads, const Findings& found) {
+    int highest = reads.lost.highest();
+    for (const AutomaticReads::Group& group : reads.groups)
+        highest = std::max({highest, group.ticks.highest(), group.clears.highest()});
+    for (const AutomaticReads::Note& note : reads.notes)
+        highest = std::max(highest, note.box);
+    if (highest > reads.last())
+        found.add(reads.at, fmt::format("there is no box {}", highest),
+                  "Name boxes that are there.");
+}
+
+void checkSequence(const SequenceStyle& style, const Findings& found) {
+    if (style.editor.exists() && style.editor.box == style.trigger.box)
+        found.add(style.at, "the value that is edited and the trigger line have one box",
+                  "Give each its own `box`.");
+    const bool namesControls =
+        style.editor.list.exists() || style.editor.button.exists() || style.trigger.label.exists();
+    if (namesControls && found.chip.panel.parts.empty())
+        found.add(style.at, "there is no part that has the controls of `editor` and `trigger`",
+                  "Leave `list`, `button` and `label` out.");
+}
+
 } // namespace
 
 void checkPanel(const Findings& found) {
+    checkSequence(found.chip.sequence, found);
     const AutomaticReads& reads = found.chip.automaticReads;
     if (!reads.exists())
         return;
@@ -37,11 +62,7 @@ void checkPanel(const Findings& found) {
         if (button.exists() && found.census.kindOf(button) != ControlCensus::Kind::Button)
             found.add(reads.at, fmt::format("there is no button {}", text(button)),
                       found.census.nearText(button));
-    for (const AutomaticReads::Group& group : reads.groups)
-        for (const BitList* boxes : {&group.ticks, &group.clears})
-            if (boxes->highest() > reads.last())
-                found.add(reads.at, fmt::format("there is no box {}", boxes->highest()),
-                          "Name boxes that are there.");
+    checkNumbers(reads, found);
 }
 
 } // namespace bitlux::chips

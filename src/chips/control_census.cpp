@@ -52,10 +52,12 @@ ControlCensus::ControlCensus(const Chip& chip, Problems& problems) : problems_(p
         add(any.button, Kind::Button, any.at, any.form);
     for (const Companion& any : chip.panel.described)
         add(any.button, Kind::Button, chip.panel.at);
-    if (chip.automaticReads.exists())
+    if (chip.automaticReads.exists()) {
+        add({.name = chip.automaticReads.timer}, Kind::Other, chip.automaticReads.at);
         for (int box = 0; box <= chip.automaticReads.last(); ++box)
             add({.name = chip.automaticReads.array, .index = box}, Kind::Box,
                 chip.automaticReads.at);
+    }
     for (std::size_t i = 0; i < chip.variants.titles.size(); ++i)
         add({chip.variants.options.name, chip.variants.options.index + static_cast<int>(i)},
             Kind::Option, chip.variants.at);
@@ -73,8 +75,24 @@ void ControlCensus::addSequence(const Chip& chip) {
             add({.name = button}, Kind::Button, {});
     for (const ControlName* label : {&chip.sequence.loop.startLabel, &chip.sequence.loop.stopLabel})
         add(*label, Kind::Label, chip.sequence.at);
+    if (chip.sequence.stops.exists())
+        addStops(chip.sequence.at);
     for (const SequenceStyle::Column& column : chip.sequence.answers)
         add({.name = column.list}, Kind::Other, chip.sequence.at);
+}
+
+void ControlCensus::addStops(const Place& at) {
+    for (const char* box : {"Ch_FirstCondition", "Ch_SecondCondition"})
+        add({.name = box}, Kind::Box, at);
+    for (const char* text : {"Text_FirstCondition", "Text_SecondCondition"})
+        add({.name = text}, Kind::Other, at);
+    for (const char* button : {"Cm_PassCondition1", "Cm_PassCondition2"})
+        add({.name = button}, Kind::Button, at);
+    for (const int place : {0, 1}) {
+        add({.name = "frame_Condition", .index = place}, Kind::Other, at);
+        for (const char* options : {"R_Condition1", "R_Condition2"})
+            add({.name = options, .index = place}, Kind::Option, at);
+    }
 }
 
 void ControlCensus::addRegister(const Register& any) {

@@ -118,6 +118,12 @@ std::vector<ControlName> allReads(const Chip& chip) {
     return buttons;
 }
 
+/// Of a control, or of an array of them.
+std::string nameOf(TableReader& table, const char* key, const std::string& otherwise) {
+    const ControlName name = table.control(key, {.name = otherwise});
+    return name.exists() ? name.name : otherwise;
+}
+
 std::vector<int> readBoxes(TableReader& table, const char* key, std::vector<int> otherwise) {
     if (!table.has(key))
         return otherwise;
@@ -209,15 +215,16 @@ SequenceStyle readSequence(const Node& node, Problems& problems) {
     }
     if (table.has("editor")) {
         TableReader entry(table.section("editor"), problems);
-        style.editor = {.box = entry.number("box", 2, 2, style.boxes - 1),
+        style.editor = {.box = entry.number("box", 2, 2, mostBoxes - 1),
                         .list = entry.control("list"),
                         .button = entry.control("button")};
     }
     if (table.has("trigger")) {
         TableReader entry(table.section("trigger"), problems);
-        style.trigger = {.box = entry.number("box", 2, 2, style.boxes - 1),
+        style.trigger = {.box = entry.number("box", 3, 2, mostBoxes - 1),
                          .label = entry.control("label")};
     }
+    style.boxes = std::max({style.boxes, style.editor.box + 1, style.trigger.box + 1});
     if (style.answers.empty())
         style.answers = {{"List_Val_read", "Value in Hexadecimal"}};
     return style;
@@ -227,8 +234,8 @@ AutomaticReads readAutomaticReads(const Node& node, const Chip& chip, Problems& 
     TableReader table(node, problems);
     AutomaticReads reads;
     reads.at = table.at();
-    reads.array = table.text("boxes", reads.array);
-    reads.timer = table.text("timer", reads.timer);
+    reads.array = nameOf(table, "boxes", reads.array);
+    reads.timer = nameOf(table, "timer", reads.timer);
     reads.interval = table.number("interval", reads.interval, 10, longestInterval);
     reads.buttons = table.has("press") ? table.controls("press") : allReads(chip);
     const int behind = static_cast<int>(reads.buttons.size());

@@ -216,6 +216,17 @@ TEST(ChipReader, TellsPlaceFaultAndAdvice) {
          "are counted by `press`, from 0.\n"
          "25:1: there is no button Cm_Tine_R. Did you mean Cm_Time_R, Cm_Time_W, Cm_Lamp_R?\n"
          "25:1: there is no box 9. Name boxes that are there."},
+        {"width = 4", "width = 4\n[automatic_reads]\nlost = 9\nnote = { box = 8, text = \"?\" }",
+         "25:1: there is no box 9. Name boxes that are there."},
+        {"width = 4",
+         "width = 4\n[sequence]\nstops = {}\neditor = { list = \"Times\" }\n"
+         "trigger = { box = 2 }\n[[command]]\ntitle = \"PassCondition1\"\nword = 7",
+         "25:1: the value that is edited and the trigger line have one box. Give each its own "
+         "`box`.\n"
+         "25:1: there is no part that has the controls of `editor` and `trigger`. Leave `list`, "
+         "`button` and `label` out.\n"
+         "29:1: the control Cm_PassCondition1 is there already, by line 25. Give it another name, "
+         "or another title when it has none."},
         {"width = 4",
          "width = 4\n[panel]\npages = [{ title = \"A\", shows = \"automatic reads\" }]",
          "25:1: nothing is read by itself. Add `[automatic_reads]`, or leave the page out."},
