@@ -124,8 +124,8 @@ struct WordFormat {
     }
     [[nodiscard]] std::uint64_t constant(Operation operation) const;
     /// A word with its check.
-    [[nodiscard]] std::uint64_t word(Operation operation, std::uint64_t address,
-                                     std::uint64_t data) const;
+    [[nodiscard]] std::uint64_t word(Operation operation, std::uint64_t where,
+                                     std::uint64_t value) const;
     /// Of what operation a word is; nothing when none has its constants.
     [[nodiscard]] std::optional<Operation> operationOf(std::uint64_t word) const;
 };
@@ -518,7 +518,7 @@ struct Chip {
     /// of the status row is no such page.
     [[nodiscard]] std::vector<std::string> registerPages() const;
     /// By title; null when there is none.
-    [[nodiscard]] const Register* find(std::string_view title) const;
+    [[nodiscard]] const Register* find(std::string_view wanted) const;
     /// The sheet of a form beside the panel; null when there is none.
     [[nodiscard]] const Sheet* sheetOf(std::string_view form) const;
     /// By name; null when there is none.

@@ -1,8 +1,10 @@
 #include "chips/document.h"
 
+// NOLINTBEGIN(cppcoreguidelines-macro-usage): the parser's own switches
 #define TOML_EXCEPTIONS 0
 #define TOML_ENABLE_FORMATTERS 0
 #define TOML_MAX_NESTED_VALUES 32
+// NOLINTEND(cppcoreguidelines-macro-usage)
 #include <toml++/toml.h>
 
 namespace bitlux::chips {
@@ -16,6 +18,7 @@ Place placeOf(const toml::source_position& at) {
 }
 
 /// The nodes of a document as our own, which may be copied with their places.
+// NOLINTBEGIN(misc-no-recursion): no deeper than `deepest`
 class Converter {
 public:
     explicit Converter(Problems& problems) : problems_(problems) {}
@@ -73,6 +76,7 @@ private:
 
     Problems& problems_;
 };
+// NOLINTEND(misc-no-recursion)
 
 } // namespace
 

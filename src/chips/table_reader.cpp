@@ -225,7 +225,7 @@ std::optional<BitList> TableReader::bits(std::string_view key) {
         list = BitList::parse(std::to_string(*number));
     if (!list)
         problem(node->at, fmt::format("`{}` names no bits", key),
-                "Write the highest bit first, as \"7:5\" or \"2:0,4:3\", each from 0 to 63.");
+                R"(Write the highest bit first, as "7:5" or "2:0,4:3", each from 0 to 63.)");
     return list;
 }
 

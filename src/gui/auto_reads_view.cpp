@@ -25,7 +25,7 @@ void addFirst(const std::vector<int>& boxes, AutoReads& reads, const PanelWidget
         if (box != boxes.front())
             extras.copies.push_back(&reads.boxes(box));
     if (!boxes.empty())
-        extras.reads.push_back([widgets, &reads, box = boxes.front()](QWidget* parent) {
+        extras.reads.emplace_back([widgets, &reads, box = boxes.front()](QWidget* parent) {
             return widgets.binder.make<QCheckBox>(reads.boxes(box), parent);
         });
 }

@@ -82,7 +82,7 @@ QWidget* makeStops(const PanelWidgets& widgets, SequenceStops& stops, bool acts,
 
 void addStopExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras) {
     if (auto* stops = form.findPart<SequenceStops>())
-        extras.sequence.groups.push_back(
+        extras.sequence.groups.emplace_back(
             [widgets, stops, acts = form.chip().sequence.stops.acts](QWidget* parent) {
                 return makeStops(widgets, *stops, acts, parent);
             });

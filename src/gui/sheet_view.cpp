@@ -221,7 +221,7 @@ namespace {
 void addToPage(const chips::Sheet& sheet, PanelForm& form, const PanelWidgets& widgets,
                PageExtras& page) {
     for (const chips::Sheet::Group& group : sheet.groups)
-        page.groups.push_back([&group, &form, widgets](QWidget* parent) {
+        page.groups.emplace_back([&group, &form, widgets](QWidget* parent) {
             return GroupMaker(group, form, widgets.binder, parent).box();
         });
     if (sheet.entry.exists())

@@ -28,7 +28,7 @@ private:
     void addProcedures(forms::Form& form);
     void clicked(int box);
     void switchAll(int box);
-    void tick(const chips::BitList& boxes, bool on);
+    void tick(const chips::BitList& list, bool on);
     void tickGroup(const chips::AutomaticReads::Group& group);
     void record(bool on);
     void showRecording();
