@@ -25,6 +25,10 @@ public:
                     return Problem{placeOf(at_), "a quote stands inside a key or a value",
                                    "Put quotes around all of it, or remove this one."};
                 passText(c);
+                if (beyondAscii_)
+                    return Problem{placeOf(*beyondAscii_),
+                                   "this character follows a line end that a backslash takes away",
+                                   "Write the text in one line."};
                 continue;
             }
             if (c == '#') {
@@ -32,6 +36,14 @@ public:
                 dots_ = 0;
                 continue;
             }
+            if ((c == '[' || c == '{') && !mayBegin())
+                return Problem{placeOf(at_), "a bracket stands inside a key or a value",
+                               "Put quotes around all of it, or remove this one."};
+            if (c == '=' && inValue_)
+                return Problem{placeOf(at_), "an equals sign stands inside a value",
+                               "Put quotes around the value, or remove this one."};
+            if (c == '=' || c == '\n' || c == ',' || c == '{')
+                inValue_ = c == '=';
             if (!isPlain(c))
                 return Problem{placeOf(at_), "this character stands outside a text",
                                "Put it into quotes, or remove it."};
@@ -70,6 +82,8 @@ private:
         at_ += isLong ? 3 : 1;
         while (at_ < text_.size()) {
             if (text_[at_] == '\\' && quote == '"') {
+                if (isLong && !beyondAscii_)
+                    beyondAscii_ = beyondAsciiBehind(at_ + 1);
                 at_ += 2;
                 continue;
             }
@@ -89,6 +103,13 @@ private:
         }
     }
 
+    /// Behind blanks and line ends from `start` on, where there are some.
+    [[nodiscard]] std::optional<std::size_t> beyondAsciiBehind(std::size_t start) const {
+        const std::size_t next = text_.find_first_not_of(" \t\r\n", start);
+        const bool isFar = next != std::string_view::npos && next > start;
+        return isFar && !isPlain(text_[next]) ? std::optional(next) : std::nullopt;
+    }
+
     [[nodiscard]] Place placeOf(std::size_t position) const {
         const std::string_view before = text_.substr(0, position);
         const std::size_t line = before.rfind('\n'); // npos + 1 is 0
@@ -100,6 +121,8 @@ private:
     std::size_t at_ = 0;
     std::size_t first_ = 0; ///< the first dot of the key
     int dots_ = 0;
+    bool inValue_ = false;                   ///< behind an equals sign
+    std::optional<std::size_t> beyondAscii_; ///< in a text, where the parser does not bear it
 };
 
 } // namespace

@@ -72,8 +72,8 @@ TEST(ChipReader, TellsPlaceFaultAndAdvice) {
     const Case cases[] = {
         // the text
         {"bits = 16", "bits = = 16",
-         "6:8: Error while parsing value: could not determine value type. Correct the TOML text at "
-         "this place."},
+         "6:8: an equals sign stands inside a value. Put quotes around the value, or remove this "
+         "one."},
         {"title = \"Time\"", "a.b.c.d.e.f.g.h.i.j = 1",
          "22:2: tables lie too deep in each other. Put fewer dots into this key."},
         {"bits = 16", "bits = 16 \u2126",
@@ -81,6 +81,13 @@ TEST(ChipReader, TellsPlaceFaultAndAdvice) {
         {"bits = 16", "bits = 16\"\"",
          "6:10: a quote stands inside a key or a value. Put quotes around all of it, or remove "
          "this one."},
+        {"bits = 16", "bits = 16[\"\u2126\"]",
+         "6:10: a bracket stands inside a key or a value. Put quotes around all of it, or remove "
+         "this one."},
+        {"bits = 16", "bits = ,16",
+         "6:8: Error while parsing key-value pair: expected value, saw ','. Correct the TOML text "
+         "at "
+         "this place."},
         {"[word]", "[world]",
          "1:1: `[word]` is missing. Every chip's file has it.\n"
          "5:2: there is no key `world` here. Did you mean word?"},
