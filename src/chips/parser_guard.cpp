@@ -26,9 +26,8 @@ public:
                                    "Put quotes around all of it, or remove this one."};
                 passText(c);
                 if (beyondAscii_)
-                    return Problem{placeOf(*beyondAscii_),
-                                   "this character follows a line end that a backslash takes away",
-                                   "Write the text in one line."};
+                    return Problem{placeOf(*beyondAscii_), "this character follows a backslash",
+                                   "Write the text in one line, or leave the backslash out."};
                 continue;
             }
             if (c == '#') {
@@ -103,11 +102,11 @@ private:
         }
     }
 
-    /// Behind blanks and line ends from `start` on, where there are some.
+    /// Behind the blanks and line ends from `start` on.
     [[nodiscard]] std::optional<std::size_t> beyondAsciiBehind(std::size_t start) const {
         const std::size_t next = text_.find_first_not_of(" \t\r\n", start);
-        const bool isFar = next != std::string_view::npos && next > start;
-        return isFar && !isPlain(text_[next]) ? std::optional(next) : std::nullopt;
+        const bool isBeyond = next != std::string_view::npos && !isPlain(text_[next]);
+        return isBeyond ? std::optional(next) : std::nullopt;
     }
 
     [[nodiscard]] Place placeOf(std::size_t position) const {
