@@ -37,6 +37,9 @@ public:
         for (const Register& any : chip_.registers)
             for (const Field& field : any.fields)
                 checkField(field);
+        for (const Register& any : chip_.registers)
+            for (const View& view : any.views)
+                checkVariantNames(view.at, view.on);
         checkReadAlls();
         for (const Command& any : chip_.commands)
             if (any.givenBack.exists())
@@ -174,6 +177,10 @@ private:
     void checkVariants() {
         if (variants_.size() < chip_.variants.titles.size())
             add(chip_.variants.at, "two variants have one title", "Give each a title of its own.");
+        if (chip_.variants.selected >= static_cast<int>(chip_.variants.titles.size()) &&
+            chip_.variants.exists())
+            add(chip_.variants.at, "the variant that is `selected` is not there",
+                "Titles count from 0.");
         for (const Variants::Rule& rule : chip_.variants.rules) {
             checkVariantNames(rule.at, rule.on);
             for (const ControlRange& any : rule.controls)
@@ -208,7 +215,7 @@ private:
                 add(chip_.panel.at, fmt::format("nothing is called \"{}\"", page.shows),
                     R"(A page shows "registers", "flags", "sequence" or "automatic reads".)");
         }
-        Names pages;
+        Names pages{std::string(statusPage)};
         for (const std::string& page : chip_.registerPages())
             pages.insert(page);
         if (shown.find("flags") != shown.end())

@@ -39,10 +39,11 @@ private:
         if (word_.packed && (word_.bits % byteBits != 0 || word_.bits > frameBits))
             add(fmt::format("words of {} bits cannot be packed", word_.bits),
                 "Packed words have 8, 16, 24, 32 or 40 bits.");
-        if (!word_.status.captions.empty() && word_.status.width() != word_.bits)
+        const int shown = word_.bits - word_.statusFirst;
+        if (!word_.status.captions.empty() && word_.status.width() != shown)
             add(fmt::format("the status row has {} captions for {} bits", word_.status.width(),
-                            word_.bits),
-                "Give one for each bit of an answer, bit 0 first.");
+                            shown),
+                "Give one for each bit of an answer, from `first_bit` on.");
     }
 
     void checkConstants() const {

@@ -119,6 +119,8 @@ Problems problemsOfUsersChip(const Chip& chip) {
             "Remove them.");
     if (!chip.sheets.empty())
         add(chip.sheets.front().at, "only chips of the program have a `sheet`", "Remove it.");
+    if (!chip.controls.empty())
+        add(chip.controls.front().at, "only chips of the program have a `control`", "Remove it.");
     if (!chip.modelParts.empty())
         add(head, "only chips of the program have a `model`", "Remove it.");
     return problems;

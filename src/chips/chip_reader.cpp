@@ -45,6 +45,7 @@ WordCheck readCheck(const Node& node, Problems& problems) {
 void readStatus(const Node& node, WordFormat& word, Problems& problems) {
     TableReader table(node, problems);
     word.status = readRow(table, {}, {.name = "Status", .index = 0});
+    word.statusFirst = table.number("first_bit", 0, 0, mostWordBits - 1);
     word.statusOfRead = table.bits("of_read").value_or(BitList());
     for (const Node* sum : table.tables("sum")) {
         TableReader entry(*sum, problems);
@@ -110,7 +111,7 @@ Command readCommand(const Node& node, Problems& problems) {
 ReadAll readReadAll(const Node& node, Problems& problems) {
     TableReader table(node, problems);
     constexpr std::array failures{ReadAll::Failure::Ends, ReadAll::Failure::EndsAfterFirst,
-                                  ReadAll::Failure::GoesOn};
+                                  ReadAll::Failure::EndsUnanswered, ReadAll::Failure::GoesOn};
     ReadAll group;
     group.at = table.at();
     group.title = table.text("title", "Read all");
@@ -118,8 +119,8 @@ ReadAll readReadAll(const Node& node, Problems& problems) {
     group.page = table.text("page");
     group.form = table.text("form");
     group.button = table.control("button", {.name = "Cm_" + identifier(group.title)});
-    group.failure = failures.at(
-        static_cast<std::size_t>(table.oneOf("failure", {"ends", "ends after first", "goes on"})));
+    group.failure = failures.at(static_cast<std::size_t>(
+        table.oneOf("failure", {"ends", "ends after first", "ends unanswered", "goes on"})));
     if (!table.has("read"))
         table.require("press", "List the buttons that it presses.");
     for (const Node* step : table.elements("press")) {
@@ -206,6 +207,8 @@ void readDocument(const Node& document, const std::string& file, Chip& chip, Pro
     chip.sequence = readSequence(table.section("sequence"), problems);
     if (table.has("automatic_reads"))
         chip.automaticReads = readAutomaticReads(table.section("automatic_reads"), chip, problems);
+    for (const Node* control : table.tables("control"))
+        chip.controls.push_back(readOwnControl(*control, problems));
     for (const Node* sheet : table.tables("sheet"))
         chip.sheets.push_back(readSheet(*sheet, problems));
     chip.panel = readPanel(table.section("panel"), chip, problems);

@@ -58,6 +58,8 @@ ControlCensus::ControlCensus(const Chip& chip, Problems& problems) : problems_(p
             add({.name = chip.automaticReads.array, .index = box}, Kind::Box,
                 chip.automaticReads.at);
     }
+    for (const OwnControl& any : chip.controls)
+        addOwn(any);
     for (std::size_t i = 0; i < chip.variants.titles.size(); ++i)
         add({chip.variants.options.name, chip.variants.options.index + static_cast<int>(i)},
             Kind::Option, chip.variants.at);
@@ -81,6 +83,20 @@ void ControlCensus::addSequence(const Chip& chip) {
         add({.name = column.list}, Kind::Other, chip.sequence.at);
 }
 
+void ControlCensus::addOwn(const OwnControl& any) {
+    using Own = OwnControl::Kind;
+    if (any.kind == Own::Options)
+        for (std::size_t i = 0; i < any.texts.size(); ++i)
+            add({any.name.name, any.name.index + static_cast<int>(i)}, Kind::Option, any.at);
+    else
+        add(any.name,
+            any.kind == Own::Label    ? Kind::Label
+            : any.kind == Own::Button ? Kind::Button
+            : any.kind == Own::Box    ? Kind::Box
+                                      : Kind::Other,
+            any.at);
+}
+
 void ControlCensus::addStops(const Place& at) {
     for (const char* box : {"Ch_FirstCondition", "Ch_SecondCondition"})
         add({.name = box}, Kind::Box, at);
@@ -102,12 +118,14 @@ void ControlCensus::addRegister(const Register& any) {
     add(any.hexButton, Kind::Button, any.at, form);
     add(any.writeButton, Kind::Button, any.at, form);
     add(any.writeLine.button, Kind::Button, any.at, form);
+    add(any.alarm, Kind::Label, any.at, form);
     for (const Field& field : any.fields)
         addField(field, form);
     for (const View& view : any.views) {
         addRow(view.row, view.at);
         add(view.button, Kind::Button, view.at, view.row.form);
         add(view.line.button, Kind::Button, view.at, view.row.form);
+        add(view.told.label, Kind::Label, view.at, view.row.form);
     }
 }
 

@@ -44,6 +44,7 @@ private:
     void addSequence(const Chip& chip);
     void add(const ControlName& name, Kind kind, const Place& at, const std::string& form = {});
     void addRow(const Row& row, const Place& at);
+    void addOwn(const OwnControl& any);
     void addStops(const Place& at);
     void addRegister(const Register& any);
     void addField(const Field& field, const std::string& form);

@@ -76,10 +76,16 @@ const View* Register::find(std::string_view wanted) const {
     return found == views.end() ? nullptr : &*found;
 }
 
+bool Register::standsAbove() const {
+    return !writable() && !views.empty() &&
+           std::all_of(views.begin(), views.end(),
+                       [](const View& view) { return view.page == statusPage; });
+}
+
 std::vector<std::string> Chip::registerPages() const {
     std::vector<std::pair<int, std::string>> named; // by their lines
     for (const Register& any : registers)
-        if (any.row.form.empty())
+        if (any.row.form.empty() && !any.standsAbove())
             named.emplace_back(any.at.line, any.page);
     for (const Command& any : commands)
         if (any.page != statusPage && any.form.empty())
@@ -109,8 +115,8 @@ FlagBits flagsShownBy(const Chip& chip, const ControlRange& labels) {
             const ControlName& label = view.row.first;
             const int first = labels.first < 0 ? 0 : labels.first - label.index;
             const int last = labels.first < 0 ? view.row.width() - 1 : labels.last - label.index;
-            if (view.ownValue() && view.row.form.empty() && label.name == labels.name &&
-                first >= 0 && last < view.row.width())
+            if ((view.ownValue() || !any.writable()) && view.row.form.empty() &&
+                label.name == labels.name && first >= 0 && last < view.row.width())
                 return {&any, &view, BitList::range(first, last - first + 1).mask()};
         }
     return {};

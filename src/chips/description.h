@@ -15,7 +15,7 @@
 /// what each part of a file means.
 namespace bitlux::chips {
 
-/// The page of commands that stand beside the status row, on all pages.
+/// The page of commands and views that stand beside the status row, on all pages.
 inline constexpr std::string_view statusPage = "Status";
 
 /// Name of a control, or of an element of a control array; none when the name is empty.
@@ -114,7 +114,8 @@ struct WordFormat {
     bool answersNext = false;
     std::optional<std::uint64_t> fetch; ///< the same word again when it is missing
     WordCheck check;
-    Row status; ///< one label for each bit of an answer
+    Row status;          ///< one label for each bit of an answer from a certain one on
+    int statusFirst = 0; ///< bit of an answer that the first label shows
     std::vector<StatusSum> sums;
     BitList statusOfRead; ///< bits of an answer to a read that are status; the others are data
     Place at;
@@ -169,6 +170,16 @@ struct Field {
     Place at;
 };
 
+/// A label that says in words what a view shows.
+struct Told {
+    ControlName label;
+    std::vector<std::string> texts; ///< one for each value; the first one at the start
+    std::string otherwise;          ///< for values beyond
+    std::string procedure;          ///< of the form, which says it anew; may be empty
+
+    [[nodiscard]] bool exists() const { return label.exists(); }
+};
+
 /// Something of a register that can be read, and where it is shown.
 struct View {
     std::string title; ///< of its button
@@ -178,12 +189,14 @@ struct View {
     Row row;                 ///< none when the row of the register shows it
     ControlName button;
     Line line;
-    std::string page;    ///< where it is shown; empty for the page of its register
-    std::string group;   ///< heading on that page
-    bool clears = false; ///< a read changes the chip
+    std::vector<std::string> on; ///< variants that have it; empty for all
+    std::string page;            ///< where it is shown; empty for the page of its register
+    std::string group;           ///< heading on that page
+    bool clears = false;         ///< a read changes the chip
     /// What it shows at first where it has a value of its own, beside that of the register.
     std::optional<std::uint64_t> reset;
     std::string switches; ///< group of its switches on the bench, where its title is no good
+    Told told;
     Place at;
 
     /// A view of flags, or one with a reset value, does not show the register.
@@ -234,6 +247,8 @@ struct Register {
     std::string writeTitle;
     Line writeLine;
     std::string reply; ///< title of the view whose row shows what answers a write
+    ControlName alarm; ///< label that is visible while the reply to the last write was all ones
+    std::string alarmText;
     std::vector<Field> fields;
     std::vector<View> views;
     std::string note;
@@ -246,6 +261,8 @@ struct Register {
     [[nodiscard]] bool writable() const {
         return access != Access::ReadOnly && access != Access::ReadClears;
     }
+    /// Nothing but views that stand above all pages.
+    [[nodiscard]] bool standsAbove() const;
     /// A view by title; null when there is none.
     [[nodiscard]] const View* find(std::string_view wanted) const;
 };
@@ -258,7 +275,7 @@ struct ReadAll {
         ControlName row;                   ///< of the view to read, where no button does
     };
     /// What a failed link does to the steps that are left.
-    enum class Failure : std::uint8_t { GoesOn, EndsAfterFirst, Ends };
+    enum class Failure : std::uint8_t { GoesOn, EndsAfterFirst, EndsUnanswered, Ends };
 
     std::string title;
     std::string group; ///< heading in front of the button
@@ -290,6 +307,7 @@ struct Variants {
 
     ControlName options; ///< the first one; the others follow
     std::vector<std::string> titles;
+    int selected = 0;            ///< title at the start, from 0
     std::string otherwise = "-"; ///< what a label says on a variant that no row of it names
     std::vector<Rule> rules;
     std::vector<Caption> captions;
@@ -404,6 +422,23 @@ struct AutomaticReads {
     [[nodiscard]] int last() const;
 };
 
+/// Controls of a panel to which parts in C++ give their meaning.
+struct OwnControl {
+    enum class Kind : std::uint8_t { Label, Button, Box, Frame, Entry, Options, List, Bar };
+
+    Kind kind = Kind::Label;
+    ControlName name;               ///< of options the first one
+    std::vector<std::string> texts; ///< the caption; of options and lists one for each
+    std::string prompt;             ///< what a list shows before anything is chosen
+    int selected = -1;              ///< option at the start, -1 for none
+    int least = 0;                  ///< of a bar
+    int most = 0;
+    std::optional<std::uint32_t> colour; ///< of a label
+    bool hidden = false;                 ///< at the start
+    bool disabled = false;
+    Place at;
+};
+
 /// A page, or the window of a form beside the panel, of controls that parts in C++ make, in titled
 /// groups; on a page of registers the groups stand behind those of the fields.
 struct Sheet {
@@ -473,6 +508,7 @@ struct PanelLayout {
     /// Session variable that is 1 while the panel holds the shape of words; none when it is empty.
     std::string active;
     Holds holds = Holds::WhileOpen;
+    bool leavesType = false;   ///< words travel in the SPI type that is set, not in the chip's
     bool showsType = false;    ///< the configuration dialog shows the type that it holds
     bool unloadsAtEnd = false; ///< the end of the program unloads it
     Place at;
@@ -509,6 +545,7 @@ struct Chip {
     Variants variants;
     SequenceStyle sequence;
     AutomaticReads automaticReads;
+    std::vector<OwnControl> controls;
     std::vector<Sheet> sheets;
     PanelLayout panel;
     std::vector<std::string> modelParts; ///< of the model on the bench, written in C++

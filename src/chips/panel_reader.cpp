@@ -17,6 +17,7 @@ namespace {
 constexpr int mostNumbers = 10'000;
 constexpr int mostBoxes = 16;
 constexpr int mostColumns = 4;
+constexpr int mostOfBar = 32'767;
 constexpr int longestInterval = 60'000; // ms
 
 Variants::Rule readRule(const Node& node, Problems& problems) {
@@ -173,6 +174,7 @@ Variants readVariants(const Node& node, Problems& problems) {
     variants.at = table.at();
     variants.options = table.control("options", {.name = "Variant", .index = 0});
     variants.titles = table.texts("titles");
+    variants.selected = table.number("selected", 0, 0, static_cast<int>(variants.titles.size()));
     variants.otherwise = table.text("otherwise", variants.otherwise);
     for (const Node* rule : table.tables("rule"))
         variants.rules.push_back(readRule(*rule, problems));
@@ -252,6 +254,41 @@ AutomaticReads readAutomaticReads(const Node& node, const Chip& chip, Problems& 
     return reads;
 }
 
+OwnControl readOwnControl(const Node& node, Problems& problems) {
+    constexpr std::array kinds{std::pair("label", OwnControl::Kind::Label),
+                               std::pair("button", OwnControl::Kind::Button),
+                               std::pair("box", OwnControl::Kind::Box),
+                               std::pair("frame", OwnControl::Kind::Frame),
+                               std::pair("entry", OwnControl::Kind::Entry),
+                               std::pair("list", OwnControl::Kind::List),
+                               std::pair("options", OwnControl::Kind::Options),
+                               std::pair("bar", OwnControl::Kind::Bar)};
+    TableReader table(node, problems);
+    OwnControl made;
+    made.at = table.at();
+    int named = 0;
+    for (const auto& [key, kind] : kinds)
+        if (table.has(key)) {
+            made.kind = kind;
+            made.name = table.control(key);
+            ++named;
+        }
+    if (named != 1 || !made.name.exists())
+        table.problem(made.at, "a control has one kind and a name",
+                      "Say for example `label = \"Name\"`.");
+    made.texts = table.texts(table.has("texts") ? "texts" : "caption");
+    made.prompt = table.text("prompt");
+    made.selected =
+        table.number("selected", -1, 0, std::max(0, static_cast<int>(made.texts.size()) - 1));
+    made.least = table.number("least", 0, 0, mostOfBar);
+    made.most = table.number("most", mostOfBar, made.least, mostOfBar);
+    if (table.has("colour"))
+        made.colour = table.colour("colour", 0);
+    made.hidden = table.truth("hidden", false);
+    made.disabled = table.truth("disabled", false);
+    return made;
+}
+
 Sheet readSheet(const Node& node, Problems& problems) {
     TableReader table(node, problems);
     Sheet sheet;
@@ -294,6 +331,7 @@ PanelLayout readPanel(const Node& node, const Chip& chip, Problems& problems) {
     panel.copies = table.ranges("copies");
     panel.marker = table.text("marker");
     panel.active = table.text("active");
+    panel.leavesType = table.truth("leaves_type", false);
     panel.showsType = table.truth("shows_type", false);
     panel.unloadsAtEnd = table.truth("unloads_at_end", false);
     panel.holds = table.oneOf("holds", {"while open", "while in front"}) == 1

@@ -12,6 +12,7 @@ SequenceStyle readSequence(const Node& node, Problems& problems);
 /// Without a list of buttons every view of `chip` is read, whose registers are there.
 AutomaticReads readAutomaticReads(const Node& node, const Chip& chip, Problems& problems);
 
+OwnControl readOwnControl(const Node& node, Problems& problems);
 Sheet readSheet(const Node& node, Problems& problems);
 
 /// Without a list of pages there is one for everything that `chip` has.

@@ -100,6 +100,19 @@ Field readField(const Node& node, const std::string& stem, bool writable, Proble
     return field;
 }
 
+Told readTold(const Node& node, Problems& problems) {
+    TableReader table(node, problems);
+    Told told;
+    told.label = table.control("label");
+    told.texts = table.texts("texts");
+    told.otherwise = table.text("otherwise");
+    told.procedure = table.text("procedure");
+    if (!told.label.exists() || told.texts.empty())
+        table.problem(table.at(), "`tells` wants a label and texts",
+                      "Name the `label`, and give one of the `texts` for each value.");
+    return told;
+}
+
 View readView(const Node& node, const Register& owner, const std::string& stem,
               Problems& problems) {
     TableReader table(node, problems);
@@ -118,11 +131,14 @@ View readView(const Node& node, const Register& owner, const std::string& stem,
     TableReader names(table.section("read"), problems);
     view.button = names.control("button", {.name = "Cm_" + name});
     view.line = readLine(names, owner.title + " " + view.title, {.name = "Seq_" + name});
+    view.on = table.texts("on");
     view.page = table.text("page", view.operation == Operation::Flags ? "Flags" : "");
     view.group = table.text("group");
     view.clears = table.truth("clears", owner.access == Access::ReadClears);
     view.reset = table.word("reset");
     view.switches = table.text("switches");
+    if (table.has("tells"))
+        view.told = readTold(table.section("tells"), problems);
     return view;
 }
 
@@ -132,6 +148,8 @@ void readWrite(const Node& node, const std::string& stem, Register& made, Proble
     made.writeButton = table.control("button", {.name = "Cm_" + stem + "_W"});
     made.writeLine = readLine(table, made.title + " Write", {.name = "Seq_" + stem + "_W"});
     made.reply = table.text("reply");
+    made.alarm = table.control("alarm");
+    made.alarmText = table.text("alarm_text", made.title + " alarm");
 }
 
 /// A register that says nothing of views has one, as wide as itself.

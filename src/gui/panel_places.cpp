@@ -24,6 +24,8 @@ std::optional<std::size_t> flagsPage(const chips::Chip& chip, const std::string&
 ViewPlace placeOf(const chips::Chip& chip, const chips::Register& owner, const chips::View& view) {
     if (view.page.empty() || view.page == owner.page)
         return {.flags = {}, .registers = owner.page};
+    if (view.page == chips::statusPage)
+        return {.flags = {}, .registers = view.page};
     if (const auto named = flagsPage(chip, view.page))
         return {.flags = named, .registers = {}};
     const std::vector<std::string> pages = chip.registerPages();

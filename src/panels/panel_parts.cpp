@@ -1,4 +1,6 @@
 #include "panels/common/panel_part.h"
+#include "panels/zt72361/modes.h"
+#include "panels/zt72361/watchdog.h"
 #include "panels/zt72516/line_commands.h"
 #include "panels/zt72516/watchdog.h"
 #include "panels/zt72516/word_builder.h"
@@ -12,6 +14,9 @@
 #include "panels/zt72518/refresh_mode.h"
 #include "panels/zt72518/special_mode_page.h"
 #include "panels/zt72518/watchdog.h"
+#include "panels/zt72537/last_word.h"
+#include "panels/zt72537/low_power.h"
+#include "panels/zt72537/watchdog.h"
 #include "platform/failure.h"
 
 #include <array>
@@ -32,7 +37,9 @@ struct PartRow {
     std::unique_ptr<PanelPart> (*make)(const PanelContext&);
 };
 
-constexpr std::array<PartRow, 13> partRows{{
+constexpr std::array<PartRow, 18> partRows{{
+    {"ZT72361 watchdog", make<zt72361::Watchdog>},
+    {"ZT72361 modes", make<zt72361::Modes>},
     {"ZT72516 words", make<zt72516::WordBuilder>},
     {"ZT72516 watchdog", make<zt72516::Watchdog>},
     {"ZT72516 lines", make<zt72516::LineCommands>},
@@ -46,6 +53,9 @@ constexpr std::array<PartRow, 13> partRows{{
     {"ZT72518 dongle version", make<zt72518::DongleVersion>},
     {"ZT72518 watchdog", make<zt72518::Watchdog>},
     {"ZT72518 lines", make<zt72518::LineCommands>},
+    {"ZT72537 last word", make<zt72537::LastWord>},
+    {"ZT72537 watchdog", make<zt72537::Watchdog>},
+    {"ZT72537 low power", make<zt72537::LowPower>},
 }};
 
 } // namespace

@@ -7,6 +7,12 @@
 /// Numbers in the frames of the dongle: a command stands in byte 1, its data from byte 3 on.
 namespace bitlux::dongle {
 
+/// Sends a word of one byte again and again: the kind of chip in byte 6, the word in byte 4, the
+/// period in byte 5, and what byte 3 says is on; 0 stops it.
+inline constexpr std::uint8_t serveByte = 4;
+inline constexpr std::uint8_t serve72361 = 1;
+inline constexpr std::uint8_t serve72537 = 2;
+
 inline constexpr std::uint8_t readLines = 5;
 inline constexpr std::uint8_t testMode = 13; ///< with the key in byte 2
 inline constexpr std::uint8_t testModeKey = 127;

@@ -67,6 +67,7 @@ MainTabs::MainTabs(forms::Form& form, const Parts& parts)
                     return std::make_unique<forms::Frame>(form, name, "", index);
                 }),
       ZT72518_windows(form, "ZT72518_windows", "Open ZT7251x &Panel"),
+      open_72361(form, "open_72361", "Open ZT72361 &Panel"),
       open_72537(form, "open_72537", "Open ZT72537 &Panel"),
       OpenZT72516Window(form, "OpenZT72516Window", "Open ZT72516 &Panel"),
       FrameChip(form, "FrameChip"),
@@ -79,6 +80,7 @@ MainTabs::MainTabs(forms::Form& form, const Parts& parts)
     form.procedure("TabStripMain_Click", [this] { TabStripMain_Click(); });
     form.procedure("ZT72518_windows_Click", [this] { ZT72518_windows_Click(); });
     form.procedure("OpenZT72516Window_Click", [this] { OpenZT72516Window_Click(); });
+    form.procedure("open_72361_Click", [this] { showPanel(72361); });
     form.procedure("open_72537_Click", [this] { open_72537_Click(); });
     form.procedure("OpenChipPanel_Click", [this] { OpenChipPanel_Click(); });
     form.procedure("AddChipTab", [this](const std::string& name) { AddChipTab(name); });

@@ -82,8 +82,9 @@ private:
 public:
     forms::TabStrip TabStripMain;
     forms::ControlArray<forms::Frame> FrameMain; ///< pages 1 to 7
-    // On pages 4, 6 and 7.
+    // On pages 4 to 7.
     forms::Button ZT72518_windows;
+    forms::Button open_72361;
     forms::Button open_72537;
     forms::Button OpenZT72516Window;
     forms::Frame FrameChip; ///< page of the user's chip whose tab is selected

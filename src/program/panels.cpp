@@ -18,8 +18,10 @@ constexpr const char* zt72518Chip = "zt72518";
 constexpr const char* zt72516Chip = "zt72516";
 
 /// Chips of the product, and the names of their forms, which are known before their files are read.
-constexpr std::array<std::pair<const char*, const char*>, 2> panelForms{
-    {{zt72518Chip, "ZT72518"}, {zt72516Chip, "ZT72516"}}};
+constexpr std::array<std::pair<const char*, const char*>, 4> panelForms{{{zt72518Chip, "ZT72518"},
+                                                                         {zt72516Chip, "ZT72516"},
+                                                                         {"zt72537", "ZT72537"},
+                                                                         {"zt72361", "ZT72361"}}};
 /// The forms beside them that their files describe.
 constexpr std::array<std::pair<const char*, const char*>, 2> companionForms{
     {{zt72516Chip, "ZT72516ReadFlags"}, {zt72516Chip, "ZT72516TestMode"}}};

@@ -1,7 +1,9 @@
 #include "program/program.h"
 
+#include "panels/zt72361/watchdog.h"
 #include "panels/zt72516/watchdog.h"
 #include "panels/zt72518/watchdog.h"
+#include "panels/zt72537/watchdog.h"
 #include "platform/failure.h"
 #include "platform/scoped_value.h"
 #include "transfer/extra_pins.h"
@@ -13,6 +15,12 @@
 #include <fmt/format.h>
 
 namespace bitlux {
+
+namespace {
+
+constexpr std::int32_t pspiPart = 72517;
+
+} // namespace
 
 Program::Program(const Hardware& hardware, const Desk& desk)
     : desk_(desk),
@@ -218,6 +226,12 @@ void Program::registerProcedures(MainForm& form) {
                 return panels_.touch("zt72516").part<zt72516::Watchdog>();
             });
     });
+    form.procedure("send_wd_537", [this](int state) {
+        panels_.touch("zt72537").part<zt72537::Watchdog>().send_wd_537(state);
+    });
+    form.procedure("send_wd_361", [this](int state) {
+        panels_.touch("zt72361").part<zt72361::Watchdog>().send_wd_361(state);
+    });
     form.procedure("send_trimming", [this] { panels_.zt72518TestMode().send_trimming(); });
 }
 
@@ -226,10 +240,8 @@ zt72518::Watchdog& Program::zt72518Watchdog() {
 }
 
 void Program::showPanel(std::int32_t part) {
-    if (part == 72518)
-        panels_.show("zt72518");
-    if (part == 72516)
-        panels_.show("zt72516");
+    if (part != pspiPart) // its page is its panel
+        panels_.show(fmt::format("zt{}", part));
 }
 
 void Program::showType() {

@@ -79,6 +79,7 @@ struct Session {
     std::uint8_t ZT72516PanelActive = 0;
     std::uint8_t ZT72361PanelActive = 0;
     std::uint8_t ZT72537PanelActive = 0;
+    std::uint8_t ZT72361Data = 0;       ///< data of the last write of that panel
     std::uint8_t ZT72537FrameByte7 = 0; ///< last byte of every word while that panel is open
 
     // The ZT72518 panel and the dongle's commands for its watchdog

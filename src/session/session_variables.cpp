@@ -85,6 +85,7 @@ constexpr std::array variables = std::to_array<SessionVariable>({
     {"ZT72516PanelActive", at<&Session::ZT72516PanelActive>},
     {"ZT72361PanelActive", at<&Session::ZT72361PanelActive>},
     {"ZT72537PanelActive", at<&Session::ZT72537PanelActive>},
+    {"ZT72361Data", at<&Session::ZT72361Data>},
     {"ZT72537FrameByte7", at<&Session::ZT72537FrameByte7>},
     {"ZT72518WordHigh", at<&Session::ZT72518WordHigh>},
     {"ZT72518WordLow", at<&Session::ZT72518WordLow>},

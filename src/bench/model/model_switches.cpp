@@ -68,7 +68,8 @@ void addModelSwitches(SwitchTable& table, ModelStore& store, const Parts& parts)
     const bool made = std::any_of(parts.begin(), parts.end(),
                                   [](const auto& part) { return part->status().has_value(); });
     if (!made)
-        table.add("Status", store.chip().word.status.captions, store.status);
+        table.add("Status", store.chip().word.status.captions, store.status,
+                  store.chip().word.statusFirst);
 }
 
 } // namespace bitlux

@@ -18,13 +18,14 @@ RequestMap::RequestMap(ModelStore& store) : store_(store) {
 
 std::optional<Request> RequestMap::request(std::uint64_t word) const {
     const chips::WordFormat& format = store_.chip().word;
-    const std::optional<chips::Operation> operation = format.operationOf(word);
+    std::optional<chips::Operation> operation = format.operationOf(word);
     if (!operation)
         return std::nullopt;
-    return Request{.operation = *operation,
-                   .address = format.address.taken(word),
-                   .data = format.data.taken(word),
-                   .word = word};
+    const std::uint64_t address = format.address.taken(word);
+    if (format.write == format.read && operation != chips::Operation::Flags) // the address tells
+        operation = written_.contains(address) ? chips::Operation::Write : chips::Operation::Read;
+    return Request{
+        .operation = *operation, .address = address, .data = format.data.taken(word), .word = word};
 }
 
 const ShownView* RequestMap::viewOf(const Request& request) const {

@@ -13,17 +13,18 @@ std::string trimmed(const std::string& text) {
 } // namespace
 
 void SwitchTable::add(const std::string& group, const std::vector<std::string>& captions,
-                      std::uint64_t& word) {
-    for (std::size_t bit = 0; bit < captions.size(); ++bit) {
-        ChipSwitch one{.group = trimmed(group), .name = trimmed(captions[bit])};
+                      std::uint64_t& word, int first) {
+    for (int bit = first; const std::string& caption : captions) {
+        const int own = bit++;
+        ChipSwitch one{.group = trimmed(group), .name = trimmed(caption)};
         if (one.name == "-")
             continue;
         if (one.name.empty() || !taken_.emplace(one.group, one.name).second) {
-            one.name += (one.name.empty() ? "" : " ") + std::to_string(bit);
+            one.name += (one.name.empty() ? "" : " ") + std::to_string(own);
             taken_.emplace(one.group, one.name);
         }
         switches_.push_back(std::move(one));
-        bits_.push_back({.word = &word, .bit = static_cast<int>(bit)});
+        bits_.push_back({.word = &word, .bit = own});
     }
 }
 

@@ -13,10 +13,10 @@ namespace bitlux {
 /// What a user of the bench may turn at a chip, and the bits that stand for it.
 class SwitchTable {
 public:
-    /// A switch for each bit of `word` that has a caption, bit 0 first; "-" is none. Blanks around
-    /// names are left out, and a name that the group has already gets the number of its bit.
+    /// A switch for each bit of `word` that has a caption, from bit `first` on; "-" is none. Blanks
+    /// around names are left out, and a name that the group has already gets the number of its bit.
     void add(const std::string& group, const std::vector<std::string>& captions,
-             std::uint64_t& word);
+             std::uint64_t& word, int first = 0);
 
     [[nodiscard]] const std::vector<ChipSwitch>& switches() const { return switches_; }
     [[nodiscard]] const StateBit& bit(std::size_t index) const { return bits_.at(index); }

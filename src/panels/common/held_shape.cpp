@@ -28,25 +28,28 @@ std::uint8_t* flagNamed(Session& session, const std::string& name) {
 
 } // namespace
 
-HeldShape::HeldShape(Session& session, const chips::WordFormat& format, const std::string& active,
-                     std::function<void()> typeChanged)
+HeldShape::HeldShape(Session& session, const chips::WordFormat& format,
+                     const chips::PanelLayout& panel, std::function<void()> typeChanged)
     : session_(session),
       format_(format),
-      active_(flagNamed(session, active)),
+      leavesType_(panel.leavesType),
+      active_(flagNamed(session, panel.active)),
       typeChanged_(std::move(typeChanged)) {}
 
 void HeldShape::take() {
     held_ = true;
     session_.SPIWordLength = static_cast<std::int16_t>(format_.bits);
     session_.WordToSend.assign(static_cast<std::size_t>(format_.bits), 0);
-    session_.SPIType = format_.type;
+    if (!leavesType_)
+        session_.SPIType = format_.type;
     if (active_ != nullptr)
         *active_ = 1;
     typeChanged_();
 }
 
 void HeldShape::keep() {
-    if (held_ && (session_.SPIWordLength != format_.bits || session_.SPIType != format_.type))
+    const bool otherType = !leavesType_ && session_.SPIType != format_.type;
+    if (held_ && (session_.SPIWordLength != format_.bits || otherType))
         take();
 }
 

@@ -11,14 +11,14 @@ namespace bitlux {
 /// The shape of words that a panel holds for the whole program.
 class HeldShape {
 public:
-    /// `active` names the session's variable that is 1 while the shape is held; none when it is
-    /// empty. Raises Failure (OutOfRange) for a name that no variable has. All outlive it.
+    /// Takes length and type of the words as the panel says, and sets its variable of the session.
+    /// Raises Failure (OutOfRange) for a name that no variable has. All outlive it.
     /// `typeChanged` is told of every change.
     HeldShape(
-        Session& session, const chips::WordFormat& format, const std::string& active,
+        Session& session, const chips::WordFormat& format, const chips::PanelLayout& panel,
         std::function<void()> typeChanged = [] {});
 
-    /// Words of the chip's length, all 0, in its type from now on.
+    /// Words of the chip's length, all 0, in its type from now on, where the panel holds that.
     void take();
     /// What was applied last is in force again, whatever was before this panel.
     void giveBack();
@@ -28,6 +28,7 @@ public:
 private:
     Session& session_;
     const chips::WordFormat& format_;
+    const bool leavesType_;
     std::uint8_t* active_;
     std::function<void()> typeChanged_;
     bool held_ = false;

@@ -22,7 +22,7 @@ std::string PanelControls::text(const Name& name) {
 }
 
 template <typename T, typename... Args>
-T& PanelControls::add(const Name& name, Args&&... args) {
+T& PanelControls::make(const Name& name, Args&&... args) {
     auto made = std::make_unique<T>(form_, std::forward<Args>(args)..., elementOf(name));
     T& control = *made;
     controls_.emplace(keyOf(name), std::move(made));
@@ -30,30 +30,78 @@ T& PanelControls::add(const Name& name, Args&&... args) {
 }
 
 forms::Label& PanelControls::addLabel(const Name& name, std::string_view caption) {
-    return add<forms::Label>(name, std::string(name.name), std::string(caption));
+    return make<forms::Label>(name, std::string(name.name), std::string(caption));
 }
 
 forms::Button& PanelControls::addButton(const Name& name, std::string_view caption) {
-    return add<forms::Button>(name, std::string(name.name), std::string(caption));
+    return make<forms::Button>(name, std::string(name.name), std::string(caption));
 }
 
 forms::CheckBox& PanelControls::addBox(const Name& name, std::string_view caption) {
-    return add<forms::CheckBox>(name, std::string(name.name), std::string(caption));
+    return make<forms::CheckBox>(name, std::string(name.name), std::string(caption));
+}
+
+forms::TextBox& PanelControls::addEntry(const Name& name) {
+    return make<forms::TextBox>(name, std::string(name.name));
+}
+
+forms::ScrollBar& PanelControls::addBar(const Name& name, int least, int most) {
+    return make<forms::ScrollBar>(name, std::string(name.name), least, most);
 }
 
 forms::Frame& PanelControls::addFrame(const Name& name, std::string_view caption) {
-    return add<forms::Frame>(name, std::string(name.name), std::string(caption));
+    return make<forms::Frame>(name, std::string(name.name), std::string(caption));
 }
 
 forms::ComboBox& PanelControls::addCombo(const Name& name, forms::ComboBox::Style style,
                                          Texts items) {
-    return add<forms::ComboBox>(name, std::string(name.name), style, std::move(items));
+    return make<forms::ComboBox>(name, std::string(name.name), style, std::move(items));
 }
 
 void PanelControls::addOptions(const Name& first, const Texts& captions) {
     forms::OptionGroup& group = groups_[keyOf(first)];
     for (int index = first.index; const std::string& caption : captions)
-        add<forms::OptionButton>({first.name, index++}, group, std::string(first.name), caption);
+        make<forms::OptionButton>({first.name, index++}, group, std::string(first.name), caption);
+}
+
+void PanelControls::add(const chips::OwnControl& described) {
+    using Kind = chips::OwnControl::Kind;
+    const std::string caption = described.texts.empty() ? std::string() : described.texts.front();
+    switch (described.kind) {
+    case Kind::Label:
+        addLabel(described.name, caption);
+        break;
+    case Kind::Button:
+        addButton(described.name, caption);
+        break;
+    case Kind::Box:
+        addBox(described.name, caption);
+        break;
+    case Kind::Frame:
+        addFrame(described.name, caption);
+        break;
+    case Kind::Entry:
+        addEntry(described.name);
+        break;
+    case Kind::Options:
+        addOptions(described.name, described.texts);
+        if (described.selected >= 0)
+            get<forms::OptionButton>(ControlRef(described.name) + described.selected)
+                .setValue(true);
+        return;
+    case Kind::List:
+        addCombo(described.name, forms::ComboBox::Style::List, described.texts)
+            .setEditText(described.prompt);
+        break;
+    case Kind::Bar:
+        addBar(described.name, described.least, described.most);
+        break;
+    }
+    forms::Control& made = *find(described.name);
+    made.setVisible(!described.hidden);
+    made.setEnabled(!described.disabled);
+    if (described.colour)
+        get<forms::Label>(described.name).setBackColor(*described.colour);
 }
 
 const LabelRow& PanelControls::addRow(const chips::Row& row) {

@@ -46,10 +46,14 @@ public:
     PanelControls(const PanelControls&) = delete;
     PanelControls& operator=(const PanelControls&) = delete;
 
+    /// Makes a control to which a part gives its meaning.
+    void add(const chips::OwnControl& described);
     // Each makes a control; its name is free before.
     forms::Label& addLabel(const Name& name, std::string_view caption);
     forms::Button& addButton(const Name& name, std::string_view caption);
     forms::CheckBox& addBox(const Name& name, std::string_view caption);
+    forms::TextBox& addEntry(const Name& name);
+    forms::ScrollBar& addBar(const Name& name, int least, int most);
     forms::Frame& addFrame(const Name& name, std::string_view caption);
     forms::ComboBox& addCombo(const Name& name, forms::ComboBox::Style style, Texts items);
     /// Buttons `first` and following, of which at most one is set.
@@ -80,6 +84,10 @@ public:
     void onClick(const Name& name, Action action);
     /// `action` runs when a text is typed into a list; `name` is no element.
     void onType(const Name& name, Action action);
+    /// `action` is a procedure of the form.
+    void onCall(const std::string& procedure, Action action) {
+        form_.procedure(procedure, std::move(action));
+    }
     /// Runs what a click runs, as other handlers do; raises Failure (OutOfRange) when there is no
     /// such control.
     void run(const Name& name) const;
@@ -94,7 +102,7 @@ private:
     static Key keyOf(const Name& name) { return {std::string(name.name), name.index}; }
     static std::string text(const Name& name);
     template <typename T, typename... Args>
-    T& add(const Name& name, Args&&... args);
+    T& make(const Name& name, Args&&... args);
 
     forms::Form& form_;
     std::map<Key, forms::OptionGroup> groups_; ///< by their first options

@@ -43,9 +43,9 @@ void PanelContext::missingPart() {
 }
 
 PanelWords::Travel travelOf(const chips::PanelLayout& panel) {
-    return panel.holds == chips::PanelLayout::Holds::WhileInFront
-               ? PanelWords::Travel::InShapeOfSession
-               : PanelWords::Travel::InOwnShape;
+    if (panel.holds == chips::PanelLayout::Holds::WhileInFront)
+        return PanelWords::Travel::InShapeOfSession;
+    return panel.leavesType ? PanelWords::Travel::InTypeOfSession : PanelWords::Travel::InOwnShape;
 }
 
 PanelForm::PanelForm(forms::FormSet& set, const std::string& name, chips::ChipPtr chip,
@@ -54,7 +54,7 @@ PanelForm::PanelForm(forms::FormSet& set, const std::string& name, chips::ChipPt
       outside_(outside),
       chip_(std::move(chip)),
       shape_(
-          outside.session, chip_->word, chip_->panel.active,
+          outside.session, chip_->word, chip_->panel,
           chip_->panel.showsType ? outside_.showType : [] {}),
       pageControls(*this),
       words(chip_->word, outside.session, outside.engine, outside.desk.boxes,
@@ -74,6 +74,8 @@ PanelForm::PanelForm(forms::FormSet& set, const std::string& name, chips::ChipPt
     words.starting = [this] { keepShape(); };
     sequence.commands.carryOut = [this](const chips::Command& any) { registers.carryOut(any); };
     addCompanions();
+    for (const chips::OwnControl& any : chip_->controls)
+        pageControls.add(any);
     makeParts();
     readAlls_ = std::make_unique<ReadAlls>(*chip_, pageControls, registers, outside.session,
                                            [this] { return variants.chosen(); });

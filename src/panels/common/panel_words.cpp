@@ -77,7 +77,9 @@ bool PanelWords::send(std::uint64_t word, std::optional<std::int16_t> type) {
         return true;
     }
     {
-        const Shape shape(session_, format_, type.value_or(format_.type));
+        const std::int16_t own =
+            travel_ == Travel::InTypeOfSession ? session_.SPIType : format_.type;
+        const Shape shape(session_, format_, type.value_or(own));
         fill(word);
         engine_.SendSPI();
     }

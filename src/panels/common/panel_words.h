@@ -19,8 +19,8 @@ public:
     /// What a word is sent for.
     enum class Purpose : std::uint8_t { Write, Read, Command };
     /// In which length, type and order of bits words go out, whatever the chip wants: in those of
-    /// the chip, or in those that the session holds in that moment.
-    enum class Travel : std::uint8_t { InOwnShape, InShapeOfSession };
+    /// the chip, in those but for the type, or in those that the session holds in that moment.
+    enum class Travel : std::uint8_t { InOwnShape, InTypeOfSession, InShapeOfSession };
 
     /// All outlive it.
     PanelWords(const chips::WordFormat& format, Session& session, WordEngine& engine,

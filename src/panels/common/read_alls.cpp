@@ -49,6 +49,8 @@ void ReadAlls::press(const chips::ReadAll& group) const {
         if (step.variants.empty() ||
             std::find(step.variants.begin(), step.variants.end(), variant) != step.variants.end())
             take(group, step);
+        if (group.failure == Failure::EndsUnanswered && !session_.WordAnswered)
+            return;
     }
 }
 

@@ -62,6 +62,8 @@ void RegisterPages::addRegister(const chips::Register& added) {
     if (added.writable())
         addButton(added.writeButton, added.writeTitle, words_.text(added),
                   [this, &added] { write(added); });
+    if (added.alarm.exists())
+        controls_.addLabel(added.alarm, added.alarmText).hide();
     addAppend(added.writeLine, [this, &added] { append_(added.writeLine.name, lineValue(added)); });
 }
 
@@ -247,8 +249,11 @@ std::uint64_t RegisterPages::value(const chips::Register& of) const {
 
 void RegisterPages::write(const chips::Register& target) {
     words_.write(target, value(target));
+    const std::uint64_t reply = words_.format().data.taken(words_.answer());
     if (const chips::View* shown = replyOf(target))
-        controls_.row(shown->row.first).show(words_.format().data.taken(words_.answer()));
+        controls_.row(shown->row.first).show(reply);
+    if (target.alarm.exists())
+        controls_.find(target.alarm)->setVisible(reply == target.mask());
 }
 
 const chips::View* RegisterPages::replyOf(const chips::Register& of) const {
@@ -260,9 +265,28 @@ const chips::View* RegisterPages::replyOf(const chips::Register& of) const {
     return nullptr;
 }
 
+bool RegisterPages::isThere(const chips::View& view) const {
+    const chips::Variants& variants = chip_.variants;
+    const auto chosen =
+        controls_.chosen(variants.options, static_cast<int>(variants.titles.size()));
+    return !chosen ||
+           std::find(view.on.begin(), view.on.end(),
+                     variants.titles[static_cast<std::size_t>(*chosen)]) != view.on.end();
+}
+
 void RegisterPages::read(const chips::View& view) {
+    if (!view.on.empty() && !isThere(view))
+        return;
     const std::uint64_t value = words_.read(view);
     controls_.row(view.row.first).show(value);
+    if (view.told.exists())
+        tell(view);
+}
+
+void RegisterPages::tell(const chips::View& view) const {
+    const std::uint64_t value = controls_.row(view.row.first).value();
+    controls_.get<forms::Label>(view.told.label)
+        .setCaption(value < view.told.texts.size() ? view.told.texts[value] : view.told.otherwise);
 }
 
 // Buttons
@@ -271,6 +295,14 @@ void RegisterPages::addView(const chips::View& view) {
     controls_.addRow(view.row);
     addButton(view.button, view.title, words_.text(view), [this, &view] { read(view); });
     addAppend(view.line, [this, &view] { append_(view.line.name, view.line.value); });
+    if (view.told.exists())
+        addTold(view);
+}
+
+void RegisterPages::addTold(const chips::View& view) {
+    controls_.addLabel(view.told.label, view.told.texts.front());
+    if (!view.told.procedure.empty())
+        controls_.onCall(view.told.procedure, [this, &view] { tell(view); });
 }
 
 void RegisterPages::addCommand(const chips::Command& command) {

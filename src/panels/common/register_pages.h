@@ -32,7 +32,7 @@ public:
     [[nodiscard]] std::uint64_t value(const chips::Register& of) const;
     /// Writes what it holds, and shows what answers where the description says so.
     void write(const chips::Register& target);
-    /// Reads a view into its row.
+    /// Reads a view into its row; nothing where the variant lacks it.
     void read(const chips::View& view);
     /// Does what the button of a command does.
     void carryOut(const chips::Command& command);
@@ -64,6 +64,9 @@ private:
     /// Brings the choices that hold a bit into line with the row.
     void follow(const chips::Register& changed, int bit) const;
     void follow(const chips::Field& field, std::uint64_t value) const;
+    void addTold(const chips::View& view);
+    void tell(const chips::View& view) const;
+    [[nodiscard]] bool isThere(const chips::View& view) const;
     [[nodiscard]] bool counts(const chips::Field& field) const;
     [[nodiscard]] std::uint64_t codeOf(const chips::Field& field) const;
     [[nodiscard]] std::string lineValue(const chips::Register& of) const;

@@ -3,7 +3,7 @@
 namespace bitlux {
 
 StatusRow::StatusRow(const chips::WordFormat& format, PanelControls& controls, PanelWords& words)
-    : words_(words) {
+    : words_(words), first_(format.statusFirst) {
     if (!format.status.exists() || format.status.captions.empty())
         return;
     row_ = &controls.addRow(format.status);
@@ -14,9 +14,9 @@ void StatusRow::show(const chips::BitList& part) const {
     if (row_ == nullptr)
         return;
     const std::uint64_t answer = words_.answer();
-    for (int bit = 0; bit < row_->size(); ++bit)
-        if (part.empty() || part.has(bit))
-            row_->set(bit, (answer >> bit & 1) != 0);
+    for (int label = 0; label < row_->size(); ++label)
+        if (const int bit = first_ + label; part.empty() || part.has(bit))
+            row_->set(label, (answer >> bit & 1) != 0);
 }
 
 } // namespace bitlux

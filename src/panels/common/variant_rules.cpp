@@ -22,7 +22,8 @@ VariantRules::VariantRules(const chips::Chip& chip, forms::Form& form, PanelCont
     if (!variants_.exists())
         return;
     controls.addOptions(variants_.options, variants_.titles);
-    controls.get<forms::OptionButton>(variants_.options).setValue(true);
+    controls.get<forms::OptionButton>(ControlRef(variants_.options) + variants_.selected)
+        .setValue(true);
     for (std::size_t i = 0; i < variants_.titles.size(); ++i)
         controls.onClick(ControlRef(variants_.options) + static_cast<int>(i),
                          [this, i] { choose(variants_.titles[i]); });
@@ -32,6 +33,8 @@ void VariantRules::start() const {
     for (const chips::Variants::Rule& rule : variants_.rules)
         if (rule.effect == chips::Variants::Effect::Ticked)
             apply(rule, true);
+    if (variants_.selected > 0)
+        choose(chosen());
 }
 
 std::string VariantRules::chosen() const {

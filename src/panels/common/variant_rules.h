@@ -11,10 +11,12 @@ namespace bitlux {
 /// The choice of a chip's variant, and what each of them lacks on the form.
 class VariantRules {
 public:
-    /// All outlive it. The first variant is chosen, and nothing is taken from it.
+    /// All outlive it. The variant that the file tells is chosen; from the first one nothing is
+    /// taken.
     VariantRules(const chips::Chip& chip, forms::Form& form, PanelControls& controls);
 
-    /// Ticks the boxes that a variant may clear; to be called once all controls are there.
+    /// Ticks the boxes that a variant may clear, and takes from a variant that is not the first
+    /// what it lacks; to be called once all controls are there.
     void start() const;
     /// Title of the variant that is chosen; empty when the chip has no variants.
     [[nodiscard]] std::string chosen() const;

@@ -1,0 +1,20 @@
+#include "panels/common/byte_service.h"
+
+#include "platform/dongle_commands.h"
+#include "transfer/dongle_frame.h"
+
+namespace bitlux {
+
+void tellByteService(const PanelSurroundings& outside, const ByteService& service) {
+    if (!outside.session.USBReady)
+        return;
+    UsbFrame frame = commandFrame(dongle::serveByte);
+    frame[3] = frameByte(service.state);
+    frame[4] = frameByte(service.word);
+    frame[5] = frameByte(service.period);
+    frame[6] = service.chip;
+    UsbFrame answer{};
+    outside.dongle.exchange(frame, answer, DongleLink::Wait::Limited);
+}
+
+} // namespace bitlux

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "panels/common/panel_part.h"
+
+namespace bitlux::zt72361 {
+
+/// The chip's watchdog, which the dongle serves with the word of timer 1.
+class Watchdog : public PanelPart {
+public:
+    explicit Watchdog(const PanelContext& context);
+
+    [[nodiscard]] bool isOn() const;
+    /// As a hand that chooses ON or OFF.
+    void choose(bool on);
+    void start();
+
+    /// Tells the dongle to serve the watchdog, with 1, or to stop, with 0.
+    void send_wd_361(int state);
+
+private:
+    void OptWdEn_Click(bool on);
+
+    const PanelSurroundings& outside_;
+    const chips::Register& timer_;
+    const RegisterPages& pages_;
+    PanelControls& controls_;
+    const forms::ScrollBar& period_; ///< in steps of 2 ms
+};
+
+} // namespace bitlux::zt72361

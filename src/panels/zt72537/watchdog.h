@@ -1,0 +1,36 @@
+#pragma once
+
+#include "panels/common/repeated_read.h"
+
+namespace bitlux::zt72537 {
+
+/// The chip's watchdog, which the dongle serves, its period, the automatic reads, and the boxes
+/// that say what becomes of them in low power.
+class Watchdog : public PanelPart {
+public:
+    explicit Watchdog(const PanelContext& context);
+
+    void load() override;
+    void unload() override { send_wd_537(0); }
+
+    /// Tells the dongle to serve the watchdog, with 1, or to stop, with 0.
+    void send_wd_537(int state);
+    void stopReads();
+
+private:
+    void addProcedures(forms::Form& form);
+    void tellDongle();
+    void WDConfResistor_Change();
+    void stopChanges();
+    void checkInterrupt();
+    void tim_int_Timer();
+
+    const PanelSurroundings& outside_;
+    PanelControls& controls_;
+    forms::ScrollBar& wd_time_; ///< ms
+    forms::Timer tim_int_;
+    RepeatedRead autoRead_;
+    int step_ = 0; ///< of the animation
+};
+
+} // namespace bitlux::zt72537
