@@ -125,6 +125,7 @@ void ControlCensus::addRegister(const Register& any) {
         addRow(view.row, view.at);
         add(view.button, Kind::Button, view.at, view.row.form);
         add(view.line.button, Kind::Button, view.at, view.row.form);
+        add(view.frame, Kind::Other, view.at, view.row.form);
         add(view.told.label, Kind::Label, view.at, view.row.form);
     }
 }

@@ -196,6 +196,7 @@ struct View {
     /// What it shows at first where it has a value of its own, beside that of the register.
     std::optional<std::uint64_t> reset;
     std::string switches; ///< group of its switches on the bench, where its title is no good
+    ControlName frame;    ///< around it, where it stands above all pages
     Told told;
     Place at;
 
@@ -455,10 +456,12 @@ struct Sheet {
         int column = 0;    ///< of the sheet, from the left
     };
 
-    std::string page; ///< what the outer page shows, or the title of a page of registers
-    std::string form; ///< that has the controls, where it is not the panel
+    std::string page;  ///< what the outer page shows, or the title of a page of registers
+    std::string title; ///< beside all pages
+    std::string form;  ///< that has the controls, where it is not the panel
     std::vector<Group> groups;
     bool hasReads = false; ///< the automatic reads stand below
+    bool stacked = false;  ///< on a page of registers: the groups stand below each other
 
     // Beside the rows of a page of registers.
     ControlName entry;       ///< text box in front of a write row that registers share

@@ -294,10 +294,12 @@ Sheet readSheet(const Node& node, Problems& problems) {
     Sheet sheet;
     sheet.at = table.at();
     sheet.page = table.text("page");
+    sheet.title = table.text("title");
     sheet.form = table.text("form");
     for (const Node* group : table.tables("group"))
         sheet.groups.push_back(readSheetGroup(*group, problems));
     sheet.hasReads = table.truth("automatic_reads", false);
+    sheet.stacked = table.truth("stacked", false);
     sheet.entry = table.control("entry");
     sheet.besideWrite = table.control("beside_write");
     sheet.bitsButton = table.control("bits_button");

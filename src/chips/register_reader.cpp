@@ -137,6 +137,7 @@ View readView(const Node& node, const Register& owner, const std::string& stem,
     view.clears = table.truth("clears", owner.access == Access::ReadClears);
     view.reset = table.word("reset");
     view.switches = table.text("switches");
+    view.frame = table.control("frame");
     if (table.has("tells"))
         view.told = readTold(table.section("tells"), problems);
     return view;

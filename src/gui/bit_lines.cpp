@@ -45,8 +45,12 @@ QLayoutItem* BitLines::takeAt(int index) {
 int BitLines::cellsInLine(int width) const {
     for (const int cells : {count(), 4 * byteBits, 2 * byteBits})
         if (cells <= std::min(count(), mostCells_) && cells * leastWidth_ <= width)
-            return std::max(cells, byteBits);
-    return byteBits;
+            return std::max(cells, leastCells());
+    return leastCells();
+}
+
+int BitLines::leastCells() const {
+    return std::min(byteBits, mostCells_);
 }
 
 int BitLines::lineHeight(int width) const {
@@ -71,12 +75,12 @@ int BitLines::heightForWidth(int width) const {
 
 QSize BitLines::sizeHint() const {
     const int cell = cells_.empty() ? 0 : cells_.front()->sizeHint().width();
-    return {std::min(std::max(count(), byteBits), 2 * byteBits) * cell, usualHeight()};
+    return {std::min(std::max(count(), leastCells()), 2 * byteBits) * cell, usualHeight()};
 }
 
 QSize BitLines::minimumSize() const {
     const int least = cells_.empty() ? 0 : cells_.front()->minimumSize().width();
-    return {byteBits * least, usualHeight()};
+    return {leastCells() * least, usualHeight()};
 }
 
 void BitLines::setGeometry(const QRect& rect) {

@@ -36,6 +36,8 @@ public:
 
 private:
     [[nodiscard]] int cellsInLine(int width) const;
+    /// Room that a line has in any case.
+    [[nodiscard]] int leastCells() const;
     /// Of lines in so much room: that of the highest cell.
     [[nodiscard]] int lineHeight(int width) const;
     [[nodiscard]] int usualHeight() const;

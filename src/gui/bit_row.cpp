@@ -263,6 +263,11 @@ void BitRow::setLongestLine(int bits) {
     lines_->setMostCells(bits);
 }
 
+void BitRow::numberFrom(int first) {
+    for (int bit = first; BitCell * cell : cells_)
+        cell->setNumber(bit++);
+}
+
 void BitRow::markFields(std::uint64_t tops) {
     for (std::size_t i = 0; i + 1 < cells_.size(); ++i) // the row begins with the last
         cells_[i]->setFieldTop((tops >> i & 1) != 0);

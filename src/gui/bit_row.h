@@ -19,6 +19,7 @@ class BitCell : public QLabel {
 public:
     BitCell(int bit, bool clickable, QWidget* parent);
 
+    void setNumber(int bit) { bit_ = bit; }
     /// A field begins here, from the left.
     void setFieldTop(bool top) { isFieldTop_ = top; }
 
@@ -79,6 +80,8 @@ public:
     BitRow(const LabelRow& row, Use use, Binder& binder, QWidget* parent);
 
     [[nodiscard]] int size() const { return static_cast<int>(cells_.size()); }
+    /// Bit 0 is told as this one, and the others follow.
+    void numberFrom(int first);
     /// Parts the fields: bit i of `tops` tells that a field begins with cell i, from the left.
     void markFields(std::uint64_t tops);
     /// Narrower than this a cell cannot be read; rows of one width break where they have the same.

@@ -1,7 +1,7 @@
 // Writes a picture of every form in its main states, for people to look at: all of them, those of
-// the panel of the ZT7251x family with "panel", of that of the ZT72516 with "zt72516", or those of
-// the panel of a chip's file with "chip" and its name. In front of these stand a folder and the
-// scale.
+// the panel of the ZT7251x family with "panel", of that of the ZT72516 with "zt72516", of those
+// whose words are bytes with "bytes", or of the panel of a chip's file with "chip" and its name. In
+// front of these stand a folder and the scale.
 
 #include "bench/scripted_desk.h"
 #include "chips/chip_library.h"
@@ -9,6 +9,7 @@
 #include "gui/help_window.h"
 #include "gui/main_window.h"
 #include "gui/recent_menu.h"
+#include "gui/screens/byte_panel_screens.h"
 #include "gui/screens/zt72516_screens.h"
 #include "gui/theme.h"
 #include "gui/type_diagram.h"
@@ -456,11 +457,16 @@ int main(int argc, char** argv) {
     const QString folder = argc > 1 ? argv[1] : "screens";
     const QString scale = argc > 2 ? argv[2] : "100";
     const bool onlyChip = argc > 4 && std::string_view(argv[3]) == "chip";
+    const bool onlyBytes = argc > 3 && std::string_view(argv[3]) == "bytes";
     const bool onlyPanel = argc > 3 && std::string_view(argv[3]) == "panel";
     QDir().mkpath(folder);
     for (const bool dark : {false, true}) {
         gui::applyTheme(dark);
         const QString tail = QString("-%1-%2").arg(dark ? "dark" : "light", scale);
+        if (!onlyPanel && !onlyChip)
+            gui::paintBytePanels(folder, tail);
+        if (onlyBytes)
+            continue;
         if (!onlyPanel && !onlyChip)
             gui::paintZt72516(folder + "/zt72516", tail);
         if (argc > 3 && std::string_view(argv[3]) == "zt72516")

@@ -31,22 +31,24 @@ std::vector<GroupFlow::Row> GroupFlow::rowsIn(int width) const {
     std::vector<Row> rows;
     int left = 0;
     for (const auto& item : items_) {
+        if (item->isEmpty()) // hidden
+            continue;
         const int wanted = item->sizeHint().width();
         if (rows.empty() || left < beside + wanted) {
-            rows.emplace_back(&item, 1);
+            rows.emplace_back();
             left = width - wanted;
         } else {
-            rows.back() = Row(rows.back().data(), rows.back().size() + 1);
             left -= beside + wanted;
         }
+        rows.back().push_back(item.get());
     }
     return rows;
 }
 
-std::vector<int> GroupFlow::widthsIn(Row row, int width) const {
+std::vector<int> GroupFlow::widthsIn(const Row& row, int width) const {
     const int groups = static_cast<int>(row.size());
     int spare = width - (groups - 1) * beside;
-    for (const auto& item : row)
+    for (const QLayoutItem* item : row)
         spare -= item->sizeHint().width();
     std::vector<int> widths;
     for (int i = 0; i < groups; ++i) {
@@ -59,7 +61,7 @@ std::vector<int> GroupFlow::widthsIn(Row row, int width) const {
     return widths;
 }
 
-int GroupFlow::heightOf(Row row, const std::vector<int>& widths) {
+int GroupFlow::heightOf(const Row& row, const std::vector<int>& widths) {
     int height = 0;
     for (std::size_t i = 0; i < row.size(); ++i)
         height = std::max(height, row[i]->hasHeightForWidth() ? row[i]->heightForWidth(widths[i])
@@ -68,9 +70,9 @@ int GroupFlow::heightOf(Row row, const std::vector<int>& widths) {
 }
 
 /// Groups that are left over stand below those above them, if they find room there.
-int GroupFlow::widthOfRest(Row row, int width, std::size_t above) {
+int GroupFlow::widthOfRest(const Row& row, int width, std::size_t above) {
     int wanted = -beside;
-    for (const auto& item : row)
+    for (const QLayoutItem* item : row)
         wanted += item->sizeHint().width() + beside;
     const int between = static_cast<int>(above - 1) * beside;
     const int group = (width - between) / static_cast<int>(above);
@@ -79,15 +81,15 @@ int GroupFlow::widthOfRest(Row row, int width, std::size_t above) {
 }
 
 std::vector<GroupFlow::Line> GroupFlow::linesIn(int width) const {
-    const std::vector<Row> rows = rowsIn(width);
+    std::vector<Row> rows = rowsIn(width);
     std::vector<Line> lines;
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const bool isRest = spare_ == Spare::Shared && i > 0 && i + 1 == rows.size() &&
-                            rows[i].size() < rows[i - 1].size();
-        std::vector<int> widths =
-            widthsIn(rows[i], isRest ? widthOfRest(rows[i], width, rows[i - 1].size()) : width);
+                            rows[i].size() < lines.back().row.size();
+        std::vector<int> widths = widthsIn(
+            rows[i], isRest ? widthOfRest(rows[i], width, lines.back().row.size()) : width);
         const int height = heightOf(rows[i], widths);
-        lines.push_back({rows[i], std::move(widths), height});
+        lines.push_back({std::move(rows[i]), std::move(widths), height});
     }
     return lines;
 }

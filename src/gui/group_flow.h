@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <span>
 #include <vector>
 
 #include <QLayout>
@@ -33,7 +32,7 @@ public:
     void setGeometry(const QRect& rect) override;
 
 private:
-    using Row = std::span<const std::unique_ptr<QLayoutItem>>;
+    using Row = std::vector<QLayoutItem*>; ///< those that are not hidden
 
     struct Line {
         Row row;
@@ -44,9 +43,9 @@ private:
     [[nodiscard]] std::vector<Row> rowsIn(int width) const;
     [[nodiscard]] std::vector<Line> linesIn(int width) const;
     /// Of the groups of a row that is so wide.
-    [[nodiscard]] std::vector<int> widthsIn(Row row, int width) const;
-    static int heightOf(Row row, const std::vector<int>& widths);
-    static int widthOfRest(Row row, int width, std::size_t above);
+    [[nodiscard]] std::vector<int> widthsIn(const Row& row, int width) const;
+    static int heightOf(const Row& row, const std::vector<int>& widths);
+    static int widthOfRest(const Row& row, int width, std::size_t above);
 
     Spare spare_;
     std::vector<std::unique_ptr<QLayoutItem>> items_;

@@ -110,6 +110,10 @@ std::vector<PlacedView> guestsOn(const chips::Chip& chip, const std::string& pag
     return views;
 }
 
+bool standsBeside(const chips::Chip& chip) {
+    return !guestsOn(chip, std::string(chips::statusPage)).empty();
+}
+
 std::vector<PlacedView> flagsOn(const chips::Chip& chip, std::size_t outerPage) {
     std::vector<PlacedView> views;
     forEachView(chip, [&](const auto& owner, const auto& view, const ViewPlace& place) {

@@ -38,6 +38,8 @@ using Actions = std::vector<Action>;
                                                        const chips::Register& owner);
 /// The views of registers of other pages that stand on a page of registers.
 [[nodiscard]] std::vector<PlacedView> guestsOn(const chips::Chip& chip, const std::string& page);
+/// Whether views stand beside all pages.
+[[nodiscard]] bool standsBeside(const chips::Chip& chip);
 /// The views of an outer page of flags, by its index: those that name it, and on the first one also
 /// those that name a page that there is not.
 [[nodiscard]] std::vector<PlacedView> flagsOn(const chips::Chip& chip, std::size_t outerPage);

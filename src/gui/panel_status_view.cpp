@@ -29,11 +29,14 @@ PanelStatusView::PanelStatusView(PanelForm& form, const PanelExtras& extras,
     layout->setSpacing(4);
     if (form.chip().variants.exists() || !extras.variants.empty())
         layout->addWidget(makeVariants(extras));
-    if (form.chip().word.status.width() > 0)
+    const bool isAlone = !standsBeside(form.chip());
+    if (isAlone && form.chip().word.status.width() > 0)
         layout->addLayout(makeStatus());
     layout->addWidget(makeTexts());
+    if (form.chip().word.packed)
+        layout->addWidget(makeOrderNote());
     const Actions actions = actionsOn(form.chip(), std::string(chips::statusPage));
-    if (!actions.empty() || !extras.reads.empty())
+    if (isAlone && (!actions.empty() || !extras.reads.empty()))
         layout->addWidget(makeReads(actions, extras));
 }
 
@@ -104,6 +107,18 @@ QWidget* PanelStatusView::makeTexts() {
             row->addWidget(
                 widgets_.binder.make<QLabel>(dynamic_cast<forms::Label&>(*control), widget));
     return widget;
+}
+
+QWidget* PanelStatusView::makeOrderNote() {
+    auto* note = new QLabel("Words go out least significant bit first; this chip needs the most "
+                            "significant bit first. Nothing is sent until the configuration has "
+                            "that.",
+                            this);
+    note->setWordWrap(true);
+    const auto follow = [this, note] { note->setVisible(!form_.words.hasOrder()); };
+    follow();
+    flushed_ = widgets_.binder.flushed.follow(follow);
+    return note;
 }
 
 QWidget* PanelStatusView::makeReads(const Actions& actions, const PanelExtras& extras) {

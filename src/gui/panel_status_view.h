@@ -9,8 +9,8 @@ namespace bitlux::gui {
 
 class GroupFlow;
 
-/// What stands above all pages of a panel: the variant, the last answer, the last word, and what
-/// reads at once.
+/// What stands above all pages of a panel: the variant, the last word, and, where nothing stands
+/// beside the pages, the last answer and what reads at once.
 class PanelStatusView : public QWidget {
 public:
     PanelStatusView(PanelForm& form, const PanelExtras& extras, const PanelWidgets& widgets,
@@ -22,11 +22,14 @@ private:
     QWidget* makeVariants(const PanelExtras& extras);
     QWidget* makeTexts();
     void addWord(const chips::Sheet::Row& shown, QHBoxLayout& row, QWidget* parent);
+    /// That no word can go out, while that is so.
+    QWidget* makeOrderNote();
     QWidget* makeReads(const Actions& actions, const PanelExtras& extras);
     QWidget* makeGroup(const std::string& group, const Actions& actions, QWidget* parent);
 
     PanelForm& form_;
     PanelWidgets widgets_;
+    Subscription flushed_;
 };
 
 } // namespace bitlux::gui

@@ -1,6 +1,7 @@
 #include "gui/panel_view.h"
 
 #include "gui/flags_view.h"
+#include "gui/panel_side_view.h"
 #include "gui/panel_status_view.h"
 #include "gui/register_page_view.h"
 #include "gui/sequence_view.h"
@@ -48,8 +49,15 @@ PanelView::PanelView(PanelForm& form, Binder& binder, QWidget* parent)
     setWindowFlags(Qt::Window);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(new PanelStatusView(form_, extras_, widgets_, this));
-    layout->addWidget(makeTabs());
-    layout->addWidget(pages_, 1);
+    auto* column = new QVBoxLayout;
+    column->addWidget(makeTabs());
+    column->addWidget(pages_, 1);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(10);
+    row->addLayout(column, 1);
+    if (standsBeside(form.chip()))
+        row->addWidget(new PanelSideView(form_, extras_, widgets_, this));
+    layout->addLayout(row, 1);
     makeTimers();
     for (const forms::Control* copy : extras_.copies)
         binder_.leaveOut(*copy);

@@ -35,7 +35,8 @@ RegisterPageView::RegisterPageView(const chips::Chip& chip, const std::string& p
                                    QWidget* parent)
     : QWidget(parent), chip_(chip), page_(page), extras_(extras), widgets_(widgets) {
     const std::vector<Registers> sections = registersOn(chip, page);
-    if (sections.size() == 1 && keepsRowsInSight(sections.front()) && guestsOn(chip, page).empty())
+    const bool isSingle = sections.size() == 1 && guestsOn(chip, page).empty();
+    if (isSingle && (keepsRowsInSight(sections.front()) || !hasRows(sections.front())))
         addSingle(*sections.front().front());
     else
         addSheet(sections);

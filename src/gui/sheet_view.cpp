@@ -122,7 +122,7 @@ private:
         case Control::Kind::TextBox:
             return entry(dynamic_cast<forms::TextBox&>(control));
         case Control::Kind::Label:
-            return binder_.make<QLabel>(dynamic_cast<forms::Label&>(control), box_);
+            return label(dynamic_cast<forms::Label&>(control));
         default:
             throw forms::UnknownName(control.fullName(), {});
         }
@@ -134,6 +134,14 @@ private:
             made->setAccessibleName(made->text() + " " + name_);
         else
             name_ = made->text().simplified();
+        return made;
+    }
+
+    /// One that has no text is a lamp.
+    QWidget* label(forms::Label& control) {
+        auto* made = binder_.make<QLabel>(control, box_);
+        if (control.caption().empty())
+            made->setMinimumWidth(made->fontMetrics().height());
         return made;
     }
 
@@ -217,13 +225,22 @@ QWidget* makeSheet(const chips::Sheet& sheet, forms::Form& form, Binder& binder,
 
 namespace {
 
+MakeWidget makerOf(const chips::Sheet::Group& group, PanelForm& form, const PanelWidgets& widgets) {
+    return [&group, &form, widgets](QWidget* parent) {
+        return GroupMaker(group, form, widgets.binder, parent).box();
+    };
+}
+
 /// What a sheet adds beside the rows of a page of registers, and behind its fields.
 void addToPage(const chips::Sheet& sheet, PanelForm& form, const PanelWidgets& widgets,
                PageExtras& page) {
-    for (const chips::Sheet::Group& group : sheet.groups)
-        page.groups.emplace_back([&group, &form, widgets](QWidget* parent) {
-            return GroupMaker(group, form, widgets.binder, parent).box();
+    if (sheet.stacked)
+        page.groups.emplace_back([&sheet, &form, widgets](QWidget* parent) {
+            return makeSheet(sheet, form, widgets.binder, parent);
         });
+    else
+        for (const chips::Sheet::Group& group : sheet.groups)
+            page.groups.push_back(makerOf(group, form, widgets));
     if (sheet.entry.exists())
         page.entry = [&sheet, &form, widgets](QWidget* parent) {
             auto& box = dynamic_cast<forms::TextBox&>(form.control(chips::text(sheet.entry)));
@@ -251,6 +268,9 @@ void addSheetExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& e
     for (const chips::Sheet& sheet : form.chip().sheets)
         if (std::find(registers.begin(), registers.end(), sheet.page) != registers.end())
             addToPage(sheet, form, widgets, extras.registerPages[sheet.page]);
+        else if (sheet.page == chips::statusPage)
+            for (const chips::Sheet::Group& group : sheet.groups)
+                extras.reads.push_back(makerOf(group, form, widgets));
         else if (sheet.form.empty())
             extras.pages[sheet.page] = [&sheet, &form, widgets](QWidget* parent) {
                 return makePage(sheet, form, widgets.binder, parent);

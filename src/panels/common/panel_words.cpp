@@ -57,7 +57,7 @@ private:
 };
 
 bool PanelWords::sendable() {
-    const bool good = !format_.packed || session_.MSBFirst == ConstOn;
+    const bool good = hasOrder();
     if (!good && !std::exchange(refused_, true))
         boxes_.show({.text = "The words of this chip need the most significant bit first. "
                              "Nothing was sent."});

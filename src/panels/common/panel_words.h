@@ -3,6 +3,7 @@
 #include "chips/description.h"
 #include "platform/desk.h"
 #include "platform/event.h"
+#include "session/flag.h"
 #include "session/session.h"
 #include "transfer/word_engine.h"
 
@@ -28,6 +29,9 @@ public:
         : format_(format), session_(session), engine_(engine), boxes_(boxes), travel_(travel) {}
 
     [[nodiscard]] const chips::WordFormat& format() const { return format_; }
+
+    /// Whether the session has the order of bits that the chip's words need.
+    [[nodiscard]] bool hasOrder() const { return !format_.packed || session_.MSBFirst == ConstOn; }
 
     /// Sends a word as it is; false when it could not be sent as the chip wants it, which the user
     /// is told once. Another type than that of the chip is for words of its test side.

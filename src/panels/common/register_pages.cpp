@@ -295,6 +295,8 @@ void RegisterPages::addView(const chips::View& view) {
     controls_.addRow(view.row);
     addButton(view.button, view.title, words_.text(view), [this, &view] { read(view); });
     addAppend(view.line, [this, &view] { append_(view.line.name, view.line.value); });
+    if (view.frame.exists())
+        controls_.addFrame(view.frame, view.group);
     if (view.told.exists())
         addTold(view);
 }

@@ -15,7 +15,7 @@ constexpr int sleepMode = 2;
 
 constexpr const char* wakeUpFrame = "wakeUpModeSelectFrame";
 constexpr const char* watchdogFrame = "wdClearSelectFrame";
-constexpr std::array<const char*, 3> usualPage{"Frame1", "Frame2", "CmdMcr"};
+constexpr std::array<const char*, 4> usualPage{"Frame1", "Frame2", "CmdMcr", "Seq_MCR_W"};
 constexpr std::array<const char*, 4> procedurePage{"Lbl_enter", "CmdSelectWakeUp",
                                                    "CmdSelectWDClear", "CmdMcr2"};
 
