@@ -246,9 +246,15 @@ void BitRow::makeCells(Use use, Binder& binder) {
 void BitRow::measureCells() {
     int least = cells_.front()->minimumSizeHint().width();
     if (cells_.size() > byteBits) // else there is one line in any case
-        for (const BitCell* cell : cells_)
-            least = std::max(least, cell->readableWidth());
+        least = std::max(least, readableCellWidth());
     lines_->setLeastWidth(least);
+}
+
+int BitRow::readableCellWidth() const {
+    int width = 0;
+    for (const BitCell* cell : cells_)
+        width = std::max(width, cell->readableWidth());
+    return width;
 }
 
 int BitRow::leastCellWidth() const {

@@ -86,6 +86,8 @@ public:
     void markFields(std::uint64_t tops);
     /// Narrower than this a cell cannot be read; rows of one width break where they have the same.
     [[nodiscard]] int leastCellWidth() const;
+    /// In which each caption finds room.
+    [[nodiscard]] int readableCellWidth() const;
     void setLeastCellWidth(int width);
     /// No line is longer than this, however much room there is.
     void setLongestLine(int bits);

@@ -31,14 +31,16 @@ struct Page {
     const char* title;
 };
 
-constexpr std::array<Page, 12> pages{{{"first-steps", "First steps"},
+constexpr std::array<Page, 14> pages{{{"first-steps", "First steps"},
                                       {"words", "Words, types, polarities"},
                                       {"buses", "Dongle and parallel port"},
                                       {"commands", "Quick Commands and Batches"},
                                       {"continuous", "Continuous sending and the log"},
                                       {"extra-pins", "Extra pins"},
                                       {"panels", "Chip panels"},
+                                      {"zt72361", "Panel of the ZT72361"},
                                       {"zt72516", "Panel of the ZT72516"},
+                                      {"zt72537", "Panel of the ZT72537"},
                                       {"files", "Configuration files"},
                                       {"virtual-bench", "The virtual bench"},
                                       {"keyboard", "Keyboard"},

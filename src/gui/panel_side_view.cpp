@@ -95,8 +95,9 @@ void PanelSideView::alignRows() {
         title = std::max(title, any->sizeHint().width());
     for (QWidget* any : titles_)
         any->setMinimumWidth(title);
-    constexpr int letters = 9; // of a caption's longest part
-    const int cell = fontMetrics().averageCharWidth() * letters;
+    int cell = 0;
+    for (const BitRow* row : rows_)
+        cell = std::max(cell, row->readableCellWidth());
     const int value = fontMetrics().horizontalAdvance("0x00");
     for (BitRow* row : rows_) {
         row->setLongestLine(row->size());

@@ -17,15 +17,17 @@ namespace bitlux::gui {
 
 namespace {
 
-/// A page that is looked at for the first time is made and put where it is shown.
+/// A page that is looked at for the first time is made and put where it is shown; true then.
 template <typename Make>
-void showPage(QStackedWidget& stack, QWidget*& page, Make make) {
-    if (page == nullptr) {
+bool showPage(QStackedWidget& stack, QWidget*& page, Make make) {
+    const bool isNew = page == nullptr;
+    if (isNew) {
         page = make();
         stack.addWidget(page);
     }
     if (stack.currentWidget() != page)
         stack.setCurrentWidget(page);
+    return isNew;
 }
 
 std::function<void()> unloads(const forms::Form& form) {
@@ -55,8 +57,10 @@ PanelView::PanelView(PanelForm& form, Binder& binder, QWidget* parent)
     auto* row = new QHBoxLayout;
     row->setSpacing(10);
     row->addLayout(column, 1);
-    if (standsBeside(form.chip()))
-        row->addWidget(new PanelSideView(form_, extras_, widgets_, this));
+    if (standsBeside(form.chip())) {
+        side_ = new PanelSideView(form_, extras_, widgets_, this);
+        row->addWidget(side_);
+    }
     layout->addLayout(row, 1);
     makeTimers();
     for (const forms::Control* copy : extras_.copies)
@@ -99,7 +103,8 @@ void PanelView::makeTimers() {
 
 void PanelView::followForm() {
     const auto page = static_cast<std::size_t>(form_.outerTabs.selected() - 1);
-    showPage(*pages_, made_.at(page), [this, page] { return makePage(page); });
+    if (showPage(*pages_, made_.at(page), [this, page] { return makePage(page); }))
+        putSideLast();
     if (form_.shows("registers"))
         followRegisters();
 }
@@ -132,9 +137,21 @@ QWidget* PanelView::makeRegisters() {
 
 void PanelView::followRegisters() {
     const auto page = static_cast<std::size_t>(form_.registerTabs.selected() - 1);
-    if (page < registerTitles_.size()) // a chip may have none
+    if (page < registerTitles_.size() && // a chip may have none
         showPage(*registerPages_, madeRegisters_.at(page),
-                 [this, page] { return makeRegisterPage(registerTitles_[page]); });
+                 [this, page] { return makeRegisterPage(registerTitles_[page]); }))
+        putSideLast();
+}
+
+void PanelView::putSideLast() {
+    if (side_ == nullptr)
+        return;
+    QWidget* last = previousInFocusChain();
+    for (QWidget* any : side_->findChildren<QWidget*>())
+        if ((any->focusPolicy() & Qt::TabFocus) != 0) {
+            setTabOrder(last, any);
+            last = any;
+        }
 }
 
 QWidget* PanelView::makeRegisterPage(const std::string& page) {

@@ -28,6 +28,8 @@ private:
     QWidget* makePage(std::size_t page);
     QWidget* makeRegisters();
     void followRegisters();
+    /// What stands beside the pages is read behind them.
+    void putSideLast();
     QWidget* makeRegisterPage(const std::string& page);
 
     PanelForm& form_;
@@ -36,6 +38,7 @@ private:
     const PanelExtras extras_;
     const std::vector<std::string> registerTitles_;
     QStackedWidget* pages_;
+    QWidget* side_ = nullptr;    ///< null where nothing stands beside the pages
     std::vector<QWidget*> made_; ///< null before they are looked at
     QStackedWidget* registerPages_ = nullptr;
     std::vector<QWidget*> madeRegisters_;

@@ -100,14 +100,14 @@ TEST(Mnemonics, AreUniqueInSightInTheDialogs) {
 
 TEST(Mnemonics, AreUniqueInSightInAPanel) {
     MnemonicsBench bench;
-    for (const char* form :
-         {"ZT72518", "TestMode", "ZT72516", "ZT72516ReadFlags", "ZT72516TestMode"})
+    for (const char* form : {"ZT72518", "TestMode", "ZT72516", "ZT72516ReadFlags",
+                             "ZT72516TestMode", "ZT72537", "ZT72361"})
         bench.program.forms().show(form);
     const auto expectUniqueInDialogs = [&bench](const std::string& where) {
         for (const QDialog* dialog : bench.window.findChildren<QDialog*>())
             bench.expectUnique(*dialog, where);
     };
-    for (const char* chip : {"zt72518", "zt72516"}) {
+    for (const char* chip : {"zt72518", "zt72516", "zt72537", "zt72361"}) {
         PanelForm& panel = bench.program.panels().touch(chip);
         for (forms::TabStrip* strip : {&panel.outerTabs, &panel.registerTabs}) {
             for (std::size_t page = 1; page <= strip->tabs().size(); ++page) {

@@ -1,15 +1,10 @@
-#include "gui/bit_row.h"
-#include "gui/choice_option.h"
 #include "panels/common/panel_form.h"
 #include "window_bench.h"
-
-#include <set>
+#include "window_checks.h"
 
 #include <QAbstractButton>
 #include <QDialog>
 #include <QGroupBox>
-#include <QScrollArea>
-#include <QScrollBar>
 
 #include <gtest/gtest.h>
 
@@ -63,15 +58,6 @@ struct WideBench : WindowBench {
     forms::TabStrip& registers = get<forms::TabStrip>("ZT72516.RegisterTabs");
 };
 
-template <typename Widget>
-std::vector<Widget*> inSight(const QDialog& window) {
-    std::vector<Widget*> all;
-    for (QWidget* any : window.findChildren<QWidget*>())
-        if (auto* wanted = dynamic_cast<Widget*>(any); wanted != nullptr && any->isVisible())
-            all.push_back(wanted);
-    return all;
-}
-
 TEST(Zt72516View, IsReadByTheTabulatorKeyAndItsPagesByTheArrows) {
     WideBench bench;
     EXPECT_EQ(bench.walk("tab_516", 8),
@@ -90,47 +76,22 @@ TEST(Zt72516View, IsReadByTheTabulatorKeyAndItsPagesByTheArrows) {
               "Init_Reg(23) VAUX3_5_Option(0)");
 }
 
-/// For those who hear them no two look alike, and nothing has no name.
 TEST(Zt72516View, NamesWhatItHasApart) {
     WideBench bench;
-    bench.forEachPage([](const std::string& where, const QDialog& window) {
-        std::set<QString> names;
-        for (const auto* button : inSight<QPushButton>(window)) {
-            const QString name =
-                button->accessibleName().isEmpty() ? button->text() : button->accessibleName();
-            EXPECT_TRUE(names.insert(name).second)
-                << where << ": " << name.toStdString() << " twice";
-            EXPECT_FALSE(name == "Read" || name == "Write" || name == "Send" || name == "> Seq")
-                << where << ": " << button->objectName().toStdString();
-        }
-        for (const auto* entry : inSight<QLineEdit>(window))
-            EXPECT_FALSE(entry->accessibleName().isEmpty() &&
-                         entry->parentWidget()->accessibleName().isEmpty())
-                << where << ": " << entry->objectName().toStdString();
-    });
+    bench.forEachPage(
+        [](const std::string& where, const QDialog& window) { expectNamesApart(where, window); });
     EXPECT_EQ(bench.widget<QRadioButton>("ZT72516.MODE_Option_VDD_ON(5)").accessibleName(),
               "FWU OFF, Periodic Sense ON, Peroidic INT OFF, Watchdog ON");
 }
 
-/// On a screen of 1024 x 600: no text is cut, nothing is beside the window, and the words are
-/// there.
+/// On a screen of 1024 x 600, with the words in sight.
 TEST(Zt72516View, IsReadOnASmallScreen) {
     WideBench bench;
     bench.forEachPage([&bench](const std::string& where, QDialog& window) {
         window.resize(1024, 600);
         bench.settle();
         EXPECT_EQ(window.size(), QSize(1024, 600)) << where;
-        for (const auto* cell : inSight<gui::BitCell>(window)) {
-            EXPECT_GE(cell->width(), cell->readableWidth())
-                << where << ": " << cell->objectName().toStdString();
-            EXPECT_GE(cell->height(), cell->heightForWidth(cell->width()))
-                << where << ": " << cell->objectName().toStdString();
-        }
-        for (const auto* option : inSight<gui::ChoiceOption>(window))
-            EXPECT_GE(option->height(), option->heightForWidth(option->width()))
-                << where << ": " << option->objectName().toStdString();
-        for (const auto* area : inSight<QScrollArea>(window))
-            EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0) << where;
+        expectReadable(where, window);
     });
     for (const char* word : {"ZT72516.SPIWordSent", "ZT72516.SPIWordRcvd", "ZT72516.SPI_Word(0)"})
         EXPECT_TRUE(bench.widget<QLabel>(word).isVisible());

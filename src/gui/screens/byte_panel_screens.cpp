@@ -69,7 +69,8 @@ public:
             if (!size.isEmpty())
                 dialog->resize(size);
             window_->binder().flush();
-            for (int i = 0; i < 3; ++i) QApplication::processEvents();
+            for (int i = 0; i < 3; ++i)
+                QApplication::processEvents();
             dialog->grab().save(folder + "/" + QString::fromStdString(chip_) +
                                 (size.isEmpty() ? "-" : "-small-") + QString::fromStdString(state) +
                                 tail + ".png");
