@@ -114,6 +114,12 @@ TEST_F(Zt72537, GuidesIntoStopAndSleepMode) {
               "Select Wake-Up Modes before enter in Stop Mode");
 }
 
+TEST_F(Zt72537, ReadsByItselfDuringTheWaitOfARun) {
+    loop.drive(program.forms());
+    effectsOf("Seq_MCR_W Text_Wait=1200 Cm_Wait Seq_WUCR_W OptRead(2)");
+    EXPECT_EQ(effectsOf("Cm_Run_Seq"), "08 10 30 50 70 90 B0 F0 10 30 50 70 90 B0 F0 20");
+}
+
 TEST_F(Zt72537, EndsAutoReadWhenTheDongleDoesNotAnswer) {
     EXPECT_EQ(effectsOf("OptRead(2)"), "");
     dongle.setFaults(DongleFaults({{.kind = DongleFault::Kind::Silent}}));
