@@ -1,6 +1,7 @@
 #include "chips/chip_reader.h"
 #include "chips/findings.h"
 
+#include <algorithm>
 #include <set>
 #include <string>
 
@@ -42,6 +43,11 @@ void checkDevices(const Findings& found) {
         if (!names.insert(any.name).second)
             found.add(any.at, fmt::format("there are two devices \"{}\"", any.name),
                       "Give each a name of its own.");
+        const std::vector<std::string>& variants = found.chip.variants.titles;
+        if (!any.variant.empty() &&
+            std::find(variants.begin(), variants.end(), any.variant) == variants.end())
+            found.add(any.at, fmt::format("there is no variant \"{}\"", any.variant),
+                      "Name one of the `titles` in `[variants]`.");
         for (const Device::Reset& reset : any.resets)
             checkReset(reset, found);
     }
