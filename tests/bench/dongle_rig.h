@@ -52,6 +52,8 @@ public:
     void goTo(std::int64_t afterLastWord) {
         clock.idle(sentAt + afterLastWord - clock.nanoseconds());
     }
+    /// Lets the bench come to a time of its clock.
+    void at(std::int64_t time) { clock.idle(time - clock.nanoseconds()); }
     void turn(const std::string& name, bool on = true) {
         dongle.catchUp();
         chip().turn(switchNamed(chip(), name), on);
