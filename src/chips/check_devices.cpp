@@ -25,7 +25,7 @@ void checkReset(const Device::Reset& reset, const Findings& found) {
     const View* view = owner->find(reset.view);
     if (!reset.view.empty() && (view == nullptr || !view->ownValue()))
         found.add(reset.at,
-                  fmt::format("\"{}\" has no view \"{}\" with a value of its own", reset.owner,
+                  fmt::format(R"("{}" has no view "{}" with a value of its own)", reset.owner,
                               reset.view),
                   "Name one that reads flags or has a `reset`, or leave `view` out.");
     else if ((reset.value & ~largest(view != nullptr ? view->row : owner->row)) != 0)

@@ -18,8 +18,6 @@ public:
 
     std::string mode() { return reading("Mode"); }
     std::string watchdog() { return reading("Watchdog"); }
-    /// As the dongle samples them: 1 is an interrupt, 2 is no reset.
-    unsigned lines() { return exchange({0, 5})[3]; }
 };
 
 TEST(Zt72361, ReadsTheFlagsOfEachRegister) {
@@ -27,16 +25,10 @@ TEST(Zt72361, ReadsTheFlagsOfEachRegister) {
     for (const char* flag :
          {"GFAIL", "CAN-UF", "CAN-WU", "V2LOW", "L1WU", "CanL to Vbat", "CanH to 5V"})
         rig.turn(flag);
-    struct Case {
-        unsigned word;
-        unsigned answer;
-    };
-    for (const Case& c :
-         {Case{0x00, 0x2}, {0x20, 0x0}, {0x3B, 0x0}, {0x20, 0xB}, {0x40, 0xA}, {0x60, 0x8},
-          {0x80, 0x2},     {0xA0, 0x4}, {0xC0, 0x8}, {0xE0, 0x4}, {0xB3, 0x0}, {0xBF, 0x0},
-          {0xDF, 0x0},     {0xA0, 0x4}, {0x57, 0x0}, {0x40, 0xA}, {0x5B, 0x0}, {0x40, 0x0},
-          {0xA0, 0x0},     {0xC0, 0x0}, {0x80, 0x2}})
-        EXPECT_EQ(rig.send(c.word), c.answer) << std::hex << c.word;
+    rig.expect({{0x00, 0x2}, {0x20, 0x0}, {0x3B, 0x0}, {0x20, 0xB}, {0x40, 0xA}, {0x60, 0x8},
+                {0x80, 0x2}, {0xA0, 0x4}, {0xC0, 0x8}, {0xE0, 0x4}, {0xB3, 0x0}, {0xBF, 0x0},
+                {0xDF, 0x0}, {0xA0, 0x4}, {0x57, 0x0}, {0x40, 0xA}, {0x5B, 0x0}, {0x40, 0x0},
+                {0xA0, 0x0}, {0xC0, 0x0}, {0x80, 0x2}});
     EXPECT_EQ(rig.reading("TIM 1") + rig.reading("TIM 2") + rig.reading("CAN"), "373");
 
     Rig earlier("zt72390");
@@ -61,16 +53,14 @@ TEST(Zt72361, IsResetAfterThePeriodOfTimer1) {
         rig.at(over - 1);
         EXPECT_EQ(rig.mode(), "Normal") << "refreshed";
         rig.at(over);
-        EXPECT_EQ(rig.mode(), "Reset");
-        EXPECT_EQ(rig.lines(), 0U);
+        EXPECT_EQ(rig.lines(), 0U) << "in reset";
         EXPECT_EQ(rig.send(0x11), 0U) << "does not listen";
         rig.at(over + 5 * millisecond - 1);
         EXPECT_EQ(rig.mode(), "Reset");
         rig.at(over + 5 * millisecond);
         EXPECT_EQ(rig.mode(), "Standby");
         EXPECT_EQ(rig.reading("TIM 1"), "0");
-        EXPECT_EQ(rig.send(0x00), 0x1U) << "WDRST";
-        EXPECT_EQ(rig.send(0x00), 0x0U);
+        rig.expect({{0x00, 0x1}, {0x00, 0x0}});
     }
 }
 

@@ -79,7 +79,10 @@ public:
     void wasRead(const chips::View& view) override;
     [[nodiscard]] std::optional<std::uint64_t> shown(const chips::View& view) const override;
 
-    void addSwitches(SwitchTable& table) override { table.add("Pins", {"LIN wake-up"}, pins_); }
+    void addSwitches(SwitchTable& table) override {
+        table.add("WDSR", {"-", "-", "WDERR", "WDTO"}, watchdogFlags_);
+        table.add("Pins", {"LIN wake-up"}, pins_);
+    }
     void turned(const StateBit& bit) override;
     [[nodiscard]] std::vector<Reading> readings() const override {
         return {{"State", "Mode", modeNames[static_cast<std::size_t>(now_)]},
