@@ -47,9 +47,9 @@ TEST(Zt72361, IsResetAfterThePeriodOfTimer1) {
         rig.at(1000 * millisecond);
         EXPECT_EQ(rig.mode(), "Standby");
         rig.send(0x11);
-        rig.goTo(period * millisecond - 1);
-        rig.send(timer);
-        const std::int64_t over = rig.sentAt + period * millisecond;
+        rig.goTo(period * millisecond);
+        rig.send(timer); // in the last moment
+        const std::int64_t over = rig.sentAt + period * millisecond + 1;
         rig.at(over - 1);
         EXPECT_EQ(rig.mode(), "Normal") << "refreshed";
         rig.at(over);
@@ -91,7 +91,7 @@ TEST(Zt72361, ChangesItsModeAsItIsTold) {
     rig.goTo(1000 * millisecond);
     EXPECT_EQ(rig.mode(), "Normal, debug");
     rig.turn("DEBUG", false);
-    rig.goTo(1010 * millisecond);
+    rig.goTo(1011 * millisecond);
     EXPECT_EQ(rig.mode(), "Reset");
 }
 
@@ -115,7 +115,7 @@ TEST(Zt72361, IsServedByTheDongle) {
     serve(2, 0xB1, 20); // no state of it
     EXPECT_EQ(at(start + 36'000'079 * millisecond), "6.0 ms left");
     serve(0, 0xB1, 20);
-    rig.at(start + 36'000'085 * millisecond);
+    rig.at(start + 36'000'086 * millisecond);
     EXPECT_EQ(rig.mode(), "Reset");
 }
 

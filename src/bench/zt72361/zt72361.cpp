@@ -13,6 +13,7 @@ namespace {
 constexpr std::int64_t millisecond = 1'000'000;
 constexpr std::int64_t resetTime = 5 * millisecond;
 constexpr std::array<std::int64_t, 4> watchdogPeriods{10, 45, 100, 350}; // ms, by timer 1
+constexpr std::int64_t lastMoment = 1; ///< in which a write still counts
 
 constexpr ByteService::Chip refreshes{.number = dongle::serve72361,
                                       .on = 1,
@@ -129,7 +130,9 @@ private:
 std::int64_t Part::period() const {
     const bool runs =
         now_ == Mode::Normal || (now_ == Mode::Stop && (value("RCR") & watchdogInStop) != 0);
-    return runs && !debug_.isOn() ? watchdogPeriods.at(value("TIM 1") & 3) * millisecond : 0;
+    return runs && !debug_.isOn()
+               ? watchdogPeriods.at(value("TIM 1") & 3) * millisecond + lastMoment
+               : 0;
 }
 
 void Part::enter(Mode mode) {
