@@ -99,7 +99,7 @@ private:
     }
     /// The inputs are looked at once an interval.
     [[nodiscard]] bool sensesCyclically() const {
-        return interval_ != 0 && (value("HSCR") & highSidesOn) != 0;
+        return interval_ != 0 && (value("HSCR") & highSidesOn) != 0 && value("WUCR") != 0;
     }
     [[nodiscard]] Interrupt interrupt() const;
 

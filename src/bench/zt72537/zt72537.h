@@ -21,9 +21,9 @@ namespace bitlux::zt72537 {
 /// back. What woke the chip is pending until ISR is read.
 ///
 /// Stop listens, and any word for Normal ends it. Sleep does neither; what ends it is followed by a
-/// reset. With an interval the chip wakes itself after it, or, while a high side is on, looks at
-/// the inputs each time and wakes for one that is on. Without a high side an input wakes the chip
-/// as it turns on. LIN always does.
+/// reset. With an interval the chip wakes itself after it; with a high side on and inputs enabled
+/// it looks at these each time instead, and wakes for one that is on. Otherwise an enabled input
+/// wakes the chip as it turns on. LIN always does.
 std::unique_ptr<ModelPart> makePart(ModelStore& store);
 
 } // namespace bitlux::zt72537
