@@ -1,6 +1,7 @@
 #include "chips/chip_reader.h"
 #include "chips/findings.h"
 
+#include <algorithm>
 #include <set>
 #include <string>
 
@@ -24,7 +25,7 @@ void checkReset(const Device::Reset& reset, const Findings& found) {
     const View* view = owner->find(reset.view);
     if (!reset.view.empty() && (view == nullptr || !view->ownValue()))
         found.add(reset.at,
-                  fmt::format("\"{}\" has no view \"{}\" with a value of its own", reset.owner,
+                  fmt::format(R"("{}" has no view "{}" with a value of its own)", reset.owner,
                               reset.view),
                   "Name one that reads flags or has a `reset`, or leave `view` out.");
     else if ((reset.value & ~largest(view != nullptr ? view->row : owner->row)) != 0)
@@ -42,6 +43,11 @@ void checkDevices(const Findings& found) {
         if (!names.insert(any.name).second)
             found.add(any.at, fmt::format("there are two devices \"{}\"", any.name),
                       "Give each a name of its own.");
+        const std::vector<std::string>& variants = found.chip.variants.titles;
+        if (!any.variant.empty() &&
+            std::find(variants.begin(), variants.end(), any.variant) == variants.end())
+            found.add(any.at, fmt::format("there is no variant \"{}\"", any.variant),
+                      "Name one of the `titles` in `[variants]`.");
         for (const Device::Reset& reset : any.resets)
             checkReset(reset, found);
     }

@@ -140,6 +140,25 @@ const Sheet* Chip::sheetOf(std::string_view form) const {
     return found == sheets.end() ? nullptr : &*found;
 }
 
+std::vector<std::string> Variants::captionsOn(std::string_view variant, const Row& row) const {
+    std::vector<std::string> all = row.captions;
+    if (variant.empty())
+        return all;
+    const auto labelOf = [&](const Caption& any) -> std::string* {
+        const int place = any.label.index - row.first.index;
+        const bool inRow = any.label.name == row.first.name && place >= 0 && place < row.width();
+        return inRow ? &all[static_cast<std::size_t>(place)] : nullptr;
+    };
+    for (const Caption& any : captions)
+        if (std::string* label = labelOf(any))
+            *label = otherwise;
+    for (const Caption& any : captions)
+        if (std::string* label = labelOf(any);
+            label != nullptr && std::find(any.on.begin(), any.on.end(), variant) != any.on.end())
+            *label = any.text;
+    return all;
+}
+
 const Device* Chip::findDevice(std::string_view wanted) const {
     const auto found = std::find_if(devices.begin(), devices.end(),
                                     [wanted](const auto& any) { return any.name == wanted; });

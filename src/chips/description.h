@@ -315,6 +315,9 @@ struct Variants {
     Place at;
 
     [[nodiscard]] bool exists() const { return !titles.empty(); }
+    /// What the labels of a row say on a variant; its captions where nothing else is told.
+    [[nodiscard]] std::vector<std::string> captionsOn(std::string_view variant,
+                                                      const Row& row) const;
 };
 
 /// The button that a sequence's editor of values makes for itself.
@@ -530,7 +533,8 @@ struct Device {
         Place at;
     };
 
-    std::string name; ///< by which command line, scripts and bench know it
+    std::string name;    ///< by which command line, scripts and bench know it
+    std::string variant; ///< title; it has the flags that have a caption there. Empty for all
     std::vector<Reset> resets;
     Place at;
 };

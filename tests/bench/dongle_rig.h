@@ -5,7 +5,10 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
@@ -48,10 +51,19 @@ public:
             reply = reply << 8 | answer.at(3 + byte);
         return reply;
     }
+    /// Sends words and compares the replies.
+    void expect(const std::vector<std::pair<unsigned, unsigned>>& exchanges) {
+        for (const auto& [word, reply] : exchanges)
+            EXPECT_EQ(send(word), reply) << fmt::format("{:X}", word);
+    }
+    /// As the dongle samples them: 1 is an interrupt, 2 is no reset.
+    unsigned lines() { return exchange({0, 5})[3]; }
     /// Lets the bench come to a time after the last word was sent.
     void goTo(std::int64_t afterLastWord) {
         clock.idle(sentAt + afterLastWord - clock.nanoseconds());
     }
+    /// Lets the bench come to a time of its clock.
+    void at(std::int64_t time) { clock.idle(time - clock.nanoseconds()); }
     void turn(const std::string& name, bool on = true) {
         dongle.catchUp();
         chip().turn(switchNamed(chip(), name), on);

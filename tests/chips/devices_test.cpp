@@ -57,6 +57,7 @@ reset = 3
           Case{"reset = []", "19:1: `name` is missing"},
           Case{"name = \"a b\"", "19:1: \"a b\" is no name of a device"},
           Case{"name = \"x\"\n[[device]]\nname = \"x\"", "21:1: there are two devices \"x\""},
+          Case{"name = \"x\"\nvariant = \"y\"", "19:1: there is no variant \"y\""},
           Case{"name = \"x\"\nreset = { register = \"Lever\" }",
                "21:9: there is no register \"Lever\""},
           Case{"name = \"x\"\nreset = { register = \"Level\", view = \"Read\" }",

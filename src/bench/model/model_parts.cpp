@@ -1,6 +1,8 @@
 #include "bench/model/model_part.h"
+#include "bench/zt72361/zt72361.h"
 #include "bench/zt72516/zt72516.h"
 #include "bench/zt72518/zt72518.h"
+#include "bench/zt72537/zt72537.h"
 #include "platform/failure.h"
 
 #include <array>
@@ -18,7 +20,8 @@ struct Row {
     std::unique_ptr<ModelPart> (*make)(ModelStore& store);
 };
 
-constexpr std::array rows{Row{"zt72516", zt72516::makePart}, Row{"zt72518", zt72518::makePart}};
+constexpr std::array rows{Row{"zt72361", zt72361::makePart}, Row{"zt72516", zt72516::makePart},
+                          Row{"zt72518", zt72518::makePart}, Row{"zt72537", zt72537::makePart}};
 
 } // namespace
 

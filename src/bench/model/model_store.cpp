@@ -19,9 +19,9 @@ namespace {
 
 } // namespace
 
-ModelStore::ModelStore(chips::ChipPtr chip, std::string_view device) : chip_(std::move(chip)) {
-    const chips::Device* found = chip_->findDevice(device);
-    if (found == nullptr)
+ModelStore::ModelStore(chips::ChipPtr chip, std::string_view device)
+    : chip_(std::move(chip)), device_(chip_->findDevice(device)) {
+    if (device_ == nullptr)
         throw Failure(Failure::Kind::OutOfRange,
                       fmt::format("{} has no device \"{}\"", chip_->title, device));
     for (const chips::Register& any : chip_->registers)
@@ -39,7 +39,7 @@ ModelStore::ModelStore(chips::ChipPtr chip, std::string_view device) : chip_(std
             places.push_back(place->second);
         }
     }
-    reset(*found);
+    reset();
     findSums();
 }
 
@@ -61,8 +61,17 @@ std::uint64_t ModelStore::summary() const {
     return all;
 }
 
-void ModelStore::reset(const chips::Device& device) {
-    for (const chips::Device::Reset& any : device.resets)
+void ModelStore::resetWritten() {
+    for (const chips::Register& any : chip_->registers)
+        if (any.writable())
+            of(any) = any.reset;
+    for (const chips::Device::Reset& any : device_->resets)
+        if (any.view.empty() && owner(any.owner).writable())
+            of(owner(any.owner)) = any.value;
+}
+
+void ModelStore::reset() {
+    for (const chips::Device::Reset& any : device_->resets)
         (any.view.empty() ? of(owner(any.owner))
                           : of(owner(any.owner), view(any.owner, any.view))) = any.value;
 }

@@ -33,6 +33,7 @@ public:
     ModelStore& operator=(const ModelStore&) = delete;
 
     [[nodiscard]] const chips::Chip& chip() const { return *chip_; }
+    [[nodiscard]] const chips::Device& device() const { return *device_; }
 
     std::uint64_t& of(const chips::Register& owner);
     [[nodiscard]] std::uint64_t of(const chips::Register& owner) const;
@@ -45,6 +46,9 @@ public:
     std::uint64_t& flags(const std::string& row);
     const chips::View& view(std::string_view ownerTitle, std::string_view title) const;
 
+    /// Gives the registers that are written their reset values.
+    void resetWritten();
+
     std::uint64_t status = 0; ///< status bits that are turned on, in the places of an answer
     /// With those that are set while some flag is.
     [[nodiscard]] std::uint64_t summary() const;
@@ -56,7 +60,7 @@ public:
 private:
     [[nodiscard]] std::size_t indexOf(const chips::Register& owner) const;
     [[nodiscard]] std::size_t placeOf(const chips::Register& owner, const chips::View& view) const;
-    void reset(const chips::Device& device);
+    void reset();
 
     /// A status bit, and flags in the values that set it.
     struct Sum {
@@ -68,6 +72,7 @@ private:
     void findSums();
 
     chips::ChipPtr chip_;
+    const chips::Device* device_;
     std::vector<Sum> sums_;
     std::vector<std::uint64_t> values_;             ///< of the registers, then of the views
     std::vector<std::vector<std::size_t>> viewsAt_; ///< by register and view

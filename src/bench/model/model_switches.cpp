@@ -17,6 +17,11 @@ bool isMade(const chips::View& view, const Parts& parts) {
                        [&view](const auto& part) { return part->shown(view).has_value(); });
 }
 
+bool isThere(const chips::View& view, const std::string& variant) {
+    return view.on.empty() || variant.empty() ||
+           std::find(view.on.begin(), view.on.end(), variant) != view.on.end();
+}
+
 /// Bits that come from inside the chip.
 bool comesFromInside(const chips::Register& any) {
     return any.access == chips::Access::ReadOnly || any.access == chips::Access::ReadClears ||
@@ -33,14 +38,21 @@ public:
     }
 
     void addRegister(const chips::Register& owner) {
-        bool shown = owner.views.empty();
+        const chips::Row* shown = owner.views.empty() ? &owner.row : nullptr;
         for (const chips::View& view : owner.views) {
-            shown = shown || !view.ownValue();
-            if (view.ownValue() && view.row.form.empty() && !isMade(view, parts_))
-                table_.add(groupOf(owner, view), view.row.captions, store_.of(owner, view));
+            if (isMade(view, parts_) || !isThere(view, store_.device().variant))
+                continue;
+            if (!view.ownValue())
+                shown = shown != nullptr ? shown : &view.row;
+            else if (view.row.form.empty())
+                table_.add(groupOf(owner, view), captions(view.row), store_.of(owner, view));
         }
-        if (shown && comesFromInside(owner))
-            table_.add(owner.title, owner.row.captions, store_.of(owner));
+        if (shown != nullptr && comesFromInside(owner))
+            table_.add(owner.title, captions(*shown), store_.of(owner));
+    }
+
+    [[nodiscard]] std::vector<std::string> captions(const chips::Row& row) const {
+        return store_.chip().variants.captionsOn(store_.device().variant, row);
     }
 
 private:
@@ -68,7 +80,7 @@ void addModelSwitches(SwitchTable& table, ModelStore& store, const Parts& parts)
     const bool made = std::any_of(parts.begin(), parts.end(),
                                   [](const auto& part) { return part->status().has_value(); });
     if (!made)
-        table.add("Status", store.chip().word.status.captions, store.status,
+        table.add("Status", adder.captions(store.chip().word.status), store.status,
                   store.chip().word.statusFirst);
 }
 
