@@ -95,6 +95,11 @@ struct Session {
 
     bool ZT72516WatchdogStart = false; ///< the next Send72516WatchdogCmd starts, else stops
 
+    // The ZT72517 on its byte-wide link
+    std::int16_t PSPIMode = 0;   ///< its lines: NSTB in bit 0, EN in bit 1
+    bool PSPIModeChange = false; ///< the next frame changes them, and has no byte for the chip
+    std::uint8_t PSPIReply = 0;  ///< the last byte that it answered
+
     /// Set when a transfer failed; who sends by itself looks at it and stops.
     bool LinkFailed = false;
 
