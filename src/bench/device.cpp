@@ -107,7 +107,8 @@ constexpr std::array rows{
         [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
             return std::make_unique<StuckDevice>(false);
         }},
-    Row{"zt72517", "ZT72517: CAN chip on the dongle's byte-wide link, with lines, flags and failures",
+    Row{"zt72517",
+        "ZT72517: CAN chip on the dongle's byte-wide link, with lines, flags and failures",
         [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
             return std::make_unique<zt72517::Zt72517>();
         }},

@@ -18,17 +18,16 @@ struct Flag {
     int bit;
 };
 
-constexpr std::array flags{
-    Flag{"Flags 1", "CAN F", 0, 0},     Flag{"Flags 1", "VMONF", 0, 1},
-    Flag{"Flags 1", "CAN WU", 0, 2},    Flag{"Flags 1", "LxWU", 0, 3},
-    Flag{"Flags 1", "BATFAIL", 0, 4},   Flag{"Flags 2", "SPIerr", 31, 1},
-    Flag{"Flags 2", "Test/def", 31, 2}, Flag{"Flags 2", "WILS", 31, 3},
-    Flag{"Flags 3", "CANF0", 64, 0},    Flag{"Flags 3", "CANF1", 64, 1},
-    Flag{"Flags 3", "CANF2", 64, 2},    Flag{"Flags 3", "Tx-PD", 64, 3},
-    Flag{"Flags 3", "Rx-PR", 64, 4},    Flag{"Flags 3", "Bus Dom", 64, 5},
-    Flag{"Flags 4", "VDD Low", 95, 0},  Flag{"Flags 4", "VIO Low", 95, 1},
-    Flag{"Flags 4", "VSUV", 95, 2},     Flag{"Flags 4", "VSOV", 95, 3},
-    Flag{"Flags 4", "CAN cur", 95, 4},  Flag{"Flags 4", "VDD Temp", 95, 5}};
+constexpr std::array flags{Flag{"Flags 1", "CAN F", 0, 0},     Flag{"Flags 1", "VMONF", 0, 1},
+                           Flag{"Flags 1", "CAN WU", 0, 2},    Flag{"Flags 1", "LxWU", 0, 3},
+                           Flag{"Flags 1", "BATFAIL", 0, 4},   Flag{"Flags 2", "SPIerr", 31, 1},
+                           Flag{"Flags 2", "Test/def", 31, 2}, Flag{"Flags 2", "WILS", 31, 3},
+                           Flag{"Flags 3", "CANF0", 64, 0},    Flag{"Flags 3", "CANF1", 64, 1},
+                           Flag{"Flags 3", "CANF2", 64, 2},    Flag{"Flags 3", "Tx-PD", 64, 3},
+                           Flag{"Flags 3", "Rx-PR", 64, 4},    Flag{"Flags 3", "Bus Dom", 64, 5},
+                           Flag{"Flags 4", "VDD Low", 95, 0},  Flag{"Flags 4", "VIO Low", 95, 1},
+                           Flag{"Flags 4", "VSUV", 95, 2},     Flag{"Flags 4", "VSOV", 95, 3},
+                           Flag{"Flags 4", "CAN cur", 95, 4},  Flag{"Flags 4", "VDD Temp", 95, 5}};
 
 /// By NSTB in bit 0 and EN in bit 1.
 constexpr std::array<const char*, 4> modes{"Standby", "Listen Only", "Go to Sleep", "Normal Mode"};

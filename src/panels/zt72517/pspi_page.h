@@ -33,10 +33,10 @@ struct FlagLine {
     forms::Button read;
 };
 
-/// The page of the main form that works with the ZT72517: its two lines, its configuration byte, and
-/// its flags, over the dongle's byte-wide link. A frame waits for its answer while the event loop
-/// goes on; what would send another one meanwhile is left out. Without a dongle nothing is sent and
-/// nothing changes.
+/// The page of the main form that works with the ZT72517: its two lines, its configuration byte,
+/// and its flags, over the dongle's byte-wide link. A frame waits for its answer while the event
+/// loop goes on; what would send another one meanwhile is left out. Without a dongle nothing is
+/// sent and nothing changes.
 class PspiPage {
 public:
     /// What it works with; all outlive it.
