@@ -31,7 +31,7 @@ struct Page {
     const char* title;
 };
 
-constexpr std::array<Page, 12> pages{{{"first-steps", "First steps"},
+constexpr std::array<Page, 13> pages{{{"first-steps", "First steps"},
                                       {"words", "Words, types, polarities"},
                                       {"buses", "Dongle and parallel port"},
                                       {"commands", "Quick Commands and Batches"},
@@ -39,6 +39,7 @@ constexpr std::array<Page, 12> pages{{{"first-steps", "First steps"},
                                       {"extra-pins", "Extra pins"},
                                       {"panels", "Chip panels"},
                                       {"zt72516", "Panel of the ZT72516"},
+                                      {"zt72517", "The ZT72517"},
                                       {"files", "Configuration files"},
                                       {"virtual-bench", "The virtual bench"},
                                       {"keyboard", "Keyboard"},

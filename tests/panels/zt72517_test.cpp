@@ -177,7 +177,8 @@ TEST(Zt72517Page, SendsAFreeByteAndTheTopPin) {
     EXPECT_EQ(bench.session().PSPIReply, 0x21) << "its configuration";
     EXPECT_EQ(bench.bits(), "00100001");
     bench.edit("frmMain.byte_to_send", "7");
-    EXPECT_EQ(bench.framesOf("send_pspi"), "88 04 04 07");
+    EXPECT_EQ(bench.frames([&] { bench.page().byte_to_send.key(forms::KeyCode::Enter); }),
+              "88 04 04 07");
     for (const char* text : {"", "G0", "0x1F", "-1", " 1"}) {
         bench.edit("frmMain.byte_to_send", text);
         EXPECT_EQ(bench.framesOf("send_pspi"), "") << text;

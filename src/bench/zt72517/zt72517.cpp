@@ -97,12 +97,12 @@ const std::vector<ChipSwitch>& Zt72517::switches() const {
 
 std::vector<Reading> Zt72517::readings() const {
     const auto mode = static_cast<std::size_t>((nstb_ ? 1 : 0) | (en_ ? 2 : 0));
-    return {{"Chip", "Mode", modes[mode]},
-            {"Chip", "NSTB", nstb_ ? "1" : "0"},
-            {"Chip", "EN", en_ ? "1" : "0"},
-            {"Chip", "Configuration", fmt::format("{:02X}", configuration_)},
-            {"Chip", "Last byte", fmt::format("{:02X}", byte_)},
-            {"Chip", "Last answer", fmt::format("{:02X}", answer_)}};
+    return {{"State", "Mode", modes[mode]},
+            {"State", "NSTB", nstb_ ? "1" : "0"},
+            {"State", "EN", en_ ? "1" : "0"},
+            {"State", "Configuration", fmt::format("{:02X}", configuration_)},
+            {"State", "Last byte", fmt::format("{:02X}", byte_)},
+            {"State", "Last answer", fmt::format("{:02X}", answer_)}};
 }
 
 } // namespace bitlux::zt72517

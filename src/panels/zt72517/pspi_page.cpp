@@ -136,6 +136,10 @@ void PspiPage::registerProcedures(forms::Form& form) {
     form.procedure("mode_Click", [this](int index) { mode_Click(index); });
     form.procedure("opt_valid_Click", [this] { opt_valid_Click(); });
     form.procedure("send_pspi_Click", [this] { send_pspi_Click(); });
+    form.keyProcedure("byte_to_send_KeyDown", [this](forms::KeyCode code) {
+        if (code == forms::KeyCode::Enter)
+            send_pspi_Click();
+    });
     for (int row = 1; row <= static_cast<int>(flagLines.size()); ++row)
         form.procedure(fmt::format("flag_line{}_ref_Click", row), [this, row] { readFlags(row); });
     for (const char* box : {"crank_opt", "can_wu_opt", "nerr_opt"})
