@@ -107,14 +107,13 @@ constexpr std::array rows{
         [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
             return std::make_unique<StuckDevice>(false);
         }},
-    Row{"zt72517",
-        "ZT72517: CAN chip on the dongle's byte-wide link, with lines, flags and failures",
-        [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
-            return std::make_unique<zt72517::Zt72517>();
-        }},
     Row{"scripted", "answers with the words of --replies, the last of them again and again",
         [](const std::vector<Reply>& replies) -> std::unique_ptr<Device> {
             return std::make_unique<ScriptedDevice>(replies);
+        }},
+    Row{"zt72517", "CAN chip on the dongle's byte-wide link: lines, configuration, flags",
+        [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
+            return std::make_unique<zt72517::Zt72517>();
         }},
 };
 

@@ -394,7 +394,7 @@ class Pages(unittest.TestCase):
         bench = bitlux.Bench(device="zt72517", dongle=True)
         bench["frmConfigureSPI.CheckEnable72517"].value = 1
         bench.call("frmConfigureSPI.cmdApply")
-        bench["frmMain.TabStripMain"].click(3)
+        bench["frmMain.TabStripMain"].value = 3
         bench["frmMain.mode(2)"].click()
         bench.clear_trace()
         bench["frmMain.sr_opt(2)"].click()

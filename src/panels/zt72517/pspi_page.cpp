@@ -23,6 +23,13 @@ constexpr int shortestInterval = 100;
 constexpr int firstInterval = 500;
 constexpr int longestInterval = 2000;
 
+/// Of the configuration byte.
+constexpr int crankBit = 1;
+constexpr int wakeUpBit = 2;
+constexpr int slewRateFactor = 4;
+constexpr int nerrBit = 16;
+constexpr int slewRateBit = 32;
+
 /// The lines by the buttons of the state diagram.
 constexpr std::array<std::int16_t, 4> modes{0, 1, 3, 2};
 constexpr int canFailureFlags = 3; ///< of the third row, from its first on
@@ -32,25 +39,21 @@ constexpr std::array<const char*, 8> canFailures{
     "No CAN BUS failure",  "CANL short to gnd", "CANL short to Vdd", "CANL short to Vbat",
     "??CAN BUS failure??", "CANH short to gnd", "CANH short to Vdd", "CANH short to Vbat"};
 
-template <typename T>
-forms::ControlArray<T> captioned(forms::Form& form, const char* name,
-                                 const std::vector<const char*>& captions, int first = 0) {
+using Captions = std::initializer_list<const char*>;
+
+/// Controls with their captions; options have a group.
+template <typename T, typename... Group>
+forms::ControlArray<T> row(forms::Form& form, const char* name, Captions captions, int first,
+                           Group&... group) {
     return {name, first, first + static_cast<int>(captions.size()) - 1,
             [&](const std::string& arrayName, int index) {
-                return std::make_unique<T>(
-                    form, arrayName, captions[static_cast<std::size_t>(index - first)], index);
+                return std::make_unique<T>(form, group..., arrayName,
+                                           captions.begin()[index - first], index);
             }};
 }
 
-forms::ControlArray<forms::OptionButton> options(forms::Form& form, forms::OptionGroup& group,
-                                                 const char* name,
-                                                 const std::vector<const char*>& captions) {
-    return {name, 0, static_cast<int>(captions.size()) - 1,
-            [&](const std::string& arrayName, int index) {
-                return std::make_unique<forms::OptionButton>(
-                    form, group, arrayName, captions[static_cast<std::size_t>(index)], index);
-            }};
-}
+constexpr Captions canFlags{"CANF0", "CANF1", "CANF2", "Tx-PD", "Rx-PR", "Bus Dom"};
+constexpr Captions supplyFlags{"VDD Low", "VIO Low", "VSUV", "VSOV", "CAN cur", "VDD Temp"};
 
 /// Index of the option that is selected, -1 for none.
 int selectedIn(const forms::ControlArray<forms::OptionButton>& all) {
@@ -62,57 +65,40 @@ int selectedIn(const forms::ControlArray<forms::OptionButton>& all) {
 
 } // namespace
 
-FlagLine::FlagLine(forms::Form& form, const Row& row)
-    : command(row.command),
-      flags(captioned<forms::Label>(form, row.name, row.captions, row.first)),
-      read(form, fmt::format("{}_ref", row.name), "OK") {}
-
-int PspiPage::Configuration::byte() const {
-    return (crank ? 1 : 0) + (canWakeUp ? 2 : 0) + (nerr ? 16 : 0) +
-           (slewRate >= 0 ? 4 * slewRate + 32 : 0);
-}
+FlagLine::FlagLine(forms::Form& form, const char* name, std::uint8_t readCommand, int first,
+                   Captions captions)
+    : command(readCommand),
+      flags(row<forms::Label>(form, name, captions, first)),
+      read(form, fmt::format("{}_ref", name), "OK") {}
 
 PspiPage::PspiPage(forms::Form& form, Parts parts)
     : parts_(std::move(parts)),
       session_(parts_.session),
       etat(form, "etat", "State diagram"),
-      mode(captioned<forms::Button>(
-          form, "mode", {"Standby", "Listen Only", "Normal Mode", "Go to Sleep  and Sleep Mode"})),
+      mode(row<forms::Button>(
+          form, "mode", {"Standby", "Listen Only", "Normal Mode", "Go to Sleep  and Sleep Mode"},
+          0)),
       frame_nstb(form, "frame_nstb", "NSTB"),
-      opt_nstb(options(form, nstbGroup_, "opt_nstb", {"0", "1"})),
+      opt_nstb(row<forms::OptionButton>(form, "opt_nstb", {"0", "1"}, 0, nstbGroup_)),
       frame_en(form, "frame_en", " EN "),
-      opt_en(options(form, enGroup_, "opt_en", {"0", "1"})),
+      opt_en(row<forms::OptionButton>(form, "opt_en", {"0", "1"}, 0, enGroup_)),
       opt_valid(form, "opt_valid", "OK"),
       can_wu_opt(form, "can_wu_opt", "CAN wu"),
       crank_opt(form, "crank_opt", "Crank"),
       nerr_opt(form, "nerr_opt", "NERR ext"),
       frame_sr(form, "frame_sr", "SlewRate"),
-      sr_opt(options(form, slewRateGroup_, "sr_opt", {"0", "1", "2"})),
+      sr_opt(row<forms::OptionButton>(form, "sr_opt", {"0", "1", "2"}, 0, slewRateGroup_)),
       TextHexPSPI(form, "TextHexPSPI", "Send Hexa to PSPI"),
       byte_to_send(form, "byte_to_send"),
       send_pspi(form, "send_pspi", "Send PSPI"),
       label_bit_read(form, "label_bit_read", "Bit Read PSPI"),
       bit_read(form, "bit_read", 8, "0"),
-      flagLines{
-          {FlagLine(form, {.name = "flag_line1",
-                           .command = 0,
-                           .first = 0,
-                           .captions = {"CAN F", "VMONF", "CAN WU", "LxWU", "BATFAIL"}}),
-           FlagLine(form, {.name = "flag_line2",
-                           .command = 31,
-                           .first = 1,
-                           .captions = {"SPIerr", "Test/def", "WILS"}}),
-           FlagLine(form, {.name = "flag_line3",
-                           .command = 64,
-                           .first = 0,
-                           .captions = {"CANF0", "CANF1", "CANF2", "Tx-PD", "Rx-PR", "Bus Dom"}}),
-           FlagLine(form,
-                    {.name = "flag_line4",
-                     .command = 95,
-                     .first = 0,
-                     .captions = {"VDD Low", "VIO Low", "VSUV", "VSOV", "CAN cur", "VDD Temp"}})}},
+      flagLines{{{form, "flag_line1", 0, 0, {"CAN F", "VMONF", "CAN WU", "LxWU", "BATFAIL"}},
+                 {form, "flag_line2", 31, 1, {"SPIerr", "Test/def", "WILS"}},
+                 {form, "flag_line3", 64, 0, canFlags},
+                 {form, "flag_line4", 95, 0, supplyFlags}}},
       can_fail_text(form, "can_fail_text", canFailures.front()),
-      auto_opt(options(form, autoGroup_, "auto_opt", {"ON", "OFF"})),
+      auto_opt(row<forms::OptionButton>(form, "auto_opt", {"ON", "OFF"}, 0, autoGroup_)),
       HScroll1(form, "HScroll1", shortestInterval, longestInterval),
       refresh_aff(form, "refresh_aff", fmt::format("{}", firstInterval)),
       Label2(form, "Label2", 1, "ms"),
@@ -131,7 +117,7 @@ void PspiPage::registerProcedures(forms::Form& form) {
     form.procedure("SendPSPI", [this] { SendPSPI(); });
     form.procedure("chg_state", [this] { chg_state(); });
     form.procedure("slr_opt", [this] { slr_opt(); });
-    form.procedure("decod_flag", [this](std::uint8_t, int row) { decod_flag(row); });
+    form.procedure("decod_flag", [this](std::uint8_t, int number) { decod_flag(number); });
     form.procedure("ShowPSPIBits", [this](std::uint8_t reply) { ShowPSPIBits(reply); });
     form.procedure("mode_Click", [this](int index) { mode_Click(index); });
     form.procedure("opt_valid_Click", [this] { opt_valid_Click(); });
@@ -140,8 +126,8 @@ void PspiPage::registerProcedures(forms::Form& form) {
         if (code == forms::KeyCode::Enter)
             send_pspi_Click();
     });
-    for (int row = 1; row <= static_cast<int>(flagLines.size()); ++row)
-        form.procedure(fmt::format("flag_line{}_ref_Click", row), [this, row] { readFlags(row); });
+    for (int n = 1; n <= static_cast<int>(flagLines.size()); ++n)
+        form.procedure(fmt::format("flag_line{}_ref_Click", n), [this, n] { readFlags(n); });
     for (const char* box : {"crank_opt", "can_wu_opt", "nerr_opt"})
         form.procedure(fmt::format("{}_Click", box), [this] { slr_opt(); });
     form.procedure("sr_opt_Click", [this](int) { slr_opt(); });
@@ -209,30 +195,30 @@ void PspiPage::opt_valid_Click() {
     chg_state();
 }
 
-PspiPage::Configuration PspiPage::shownConfiguration() const {
-    return {.crank = crank_opt.checked(),
-            .canWakeUp = can_wu_opt.checked(),
-            .nerr = nerr_opt.checked(),
-            .slewRate = selectedIn(sr_opt)};
+int PspiPage::configuration() const {
+    const int slewRate = selectedIn(sr_opt);
+    return (crank_opt.checked() ? crankBit : 0) + (can_wu_opt.checked() ? wakeUpBit : 0) +
+           (nerr_opt.checked() ? nerrBit : 0) +
+           (slewRate < 0 ? 0 : slewRateFactor * slewRate + slewRateBit);
 }
 
-void PspiPage::show(const Configuration& configuration) {
+void PspiPage::showConfiguration(int byte) {
     const ScopedValue adjusting(adjusting_, true);
-    crank_opt.setValue(configuration.crank ? 1 : 0);
-    can_wu_opt.setValue(configuration.canWakeUp ? 1 : 0);
-    nerr_opt.setValue(configuration.nerr ? 1 : 0);
+    crank_opt.setValue((byte & crankBit) != 0 ? 1 : 0);
+    can_wu_opt.setValue((byte & wakeUpBit) != 0 ? 1 : 0);
+    nerr_opt.setValue((byte & nerrBit) != 0 ? 1 : 0);
     slewRateGroup_.clear();
-    if (configuration.slewRate >= 0)
-        sr_opt(configuration.slewRate).setValue(true);
+    if ((byte & slewRateBit) != 0)
+        sr_opt(byte / slewRateFactor & 3).setValue(true);
 }
 
 void PspiPage::slr_opt() {
     if (adjusting_)
         return;
     if (!canSend()) // the options go on showing what the chip has
-        return show(sent_);
-    sent_ = shownConfiguration();
-    transferByte(sent_.byte());
+        return showConfiguration(sent_);
+    sent_ = configuration();
+    transferByte(sent_);
 }
 
 void PspiPage::send_pspi_Click() {
@@ -250,12 +236,12 @@ void PspiPage::send_pspi_Click() {
         ShowPSPIBits(session_.PSPIReply);
 }
 
-bool PspiPage::readFlags(int row) {
-    if (!transferByte(line(row).command))
+bool PspiPage::readFlags(int number) {
+    if (!transferByte(line(number).command))
         return false;
     ShowPSPIBits(session_.PSPIReply);
-    decod_flag(row);
-    if (row == canFailureLine)
+    decod_flag(number);
+    if (number == canFailureLine)
         showCanFailure();
     return true;
 }
@@ -272,8 +258,8 @@ const FlagLine& PspiPage::line(int number) const {
     return flagLines[static_cast<std::size_t>(number - 1)];
 }
 
-void PspiPage::decod_flag(int row) {
-    for (const auto& flag : line(row).flags) {
+void PspiPage::decod_flag(int number) {
+    for (const auto& flag : line(number).flags) {
         const std::string& bit = bit_read(flag->index().value()).caption();
         if (bit == "0" || bit == "1")
             flag->setBackColor(bit == "0" ? forms::windowColor : forms::desktopColor);
@@ -300,8 +286,8 @@ void PspiPage::HScroll1_Change() {
 }
 
 void PspiPage::timer_flag_Timer() {
-    for (int row = 1; row <= static_cast<int>(flagLines.size()); ++row)
-        if (parts_.tabs.selected() != tabThatRefreshes || !readFlags(row))
+    for (int n = 1; n <= static_cast<int>(flagLines.size()); ++n)
+        if (parts_.tabs.selected() != tabThatRefreshes || !readFlags(n))
             return; // one message is enough
 }
 

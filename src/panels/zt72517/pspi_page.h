@@ -12,23 +12,17 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <string>
-#include <vector>
 
 namespace bitlux::zt72517 {
 
 /// A row of flags, and the button that reads them with one command of the chip.
 struct FlagLine {
-    struct Row {
-        const char* name;     ///< of the labels
-        std::uint8_t command; ///< the byte that reads them
-        int first;            ///< bit of the first flag
-        std::vector<const char*> captions;
-    };
+    FlagLine(forms::Form& form, const char* name, std::uint8_t readCommand, int first,
+             std::initializer_list<const char*> captions);
 
-    FlagLine(forms::Form& form, const Row& row);
-
-    std::uint8_t command;
+    std::uint8_t command;                    ///< the byte that reads them
     forms::ControlArray<forms::Label> flags; ///< by their bits
     forms::Button read;
 };
@@ -58,7 +52,7 @@ public:
     /// Sends the configuration byte.
     void slr_opt();
     /// Colours a row of flags, 1 to 4, by the captions of bit_read.
-    void decod_flag(int line);
+    void decod_flag(int number);
     void ShowPSPIBits(std::uint8_t reply);
 
     void mode_Click(int index);
@@ -69,25 +63,16 @@ public:
     void timer_flag_Timer();
 
 private:
-    /// The configuration byte as its options show it.
-    struct Configuration {
-        bool crank = false;
-        bool canWakeUp = false;
-        bool nerr = false;
-        int slewRate = 0; ///< -1 when none is selected
-
-        [[nodiscard]] int byte() const;
-    };
-
     void registerProcedures(forms::Form& form);
     [[nodiscard]] bool canSend() const { return parts_.session.USBReady && !waits_; }
     bool transfer(int byte);
     /// The same, and keeps the answer.
     bool transferByte(int byte);
-    bool readFlags(int line);
+    bool readFlags(int number);
     void showCanFailure();
-    [[nodiscard]] Configuration shownConfiguration() const;
-    void show(const Configuration& configuration);
+    /// The configuration byte as its options show it.
+    [[nodiscard]] int configuration() const;
+    void showConfiguration(int byte);
     [[nodiscard]] const FlagLine& line(int number) const;
 
     Parts parts_;
@@ -95,7 +80,7 @@ private:
     UsbFrame answer_{};
     bool waits_ = false;     ///< for an answer, or under the message that none came
     bool adjusting_ = false; ///< options go back by themselves
-    Configuration sent_;
+    int sent_ = 32;          ///< configuration byte, as the options stand at first
     forms::OptionGroup nstbGroup_;
     forms::OptionGroup enGroup_;
     forms::OptionGroup slewRateGroup_;
