@@ -1,5 +1,7 @@
 #include "window_bench.h"
 
+#include <algorithm>
+
 #include <QScrollArea>
 #include <QScrollBar>
 
@@ -21,10 +23,9 @@ struct PspiWindow : WindowBench {
         settle();
     }
     bool tellsOfNoDongle() {
-        for (const QLabel* label : window.findChildren<QLabel*>())
-            if (label->text().startsWith("No dongle") && label->isVisible())
-                return true;
-        return false;
+        return std::ranges::any_of(window.findChildren<QLabel*>(), [](const QLabel* label) {
+            return label->text().startsWith("No dongle") && label->isVisible();
+        });
     }
 };
 
