@@ -54,8 +54,8 @@ public:
     /// link has failed then. Words and the commands of all panels go this way.
     bool exchange(const UsbFrame& frame, UsbFrame& answer, Wait wait);
 
-    /// The same with a limited wait, and the loop has a turn before each look for the answer: handlers
-    /// run meanwhile. When one of them sends a frame, this one's answer is waited for first, and kept.
+    /// The same with a limited wait; the loop has a turn before each look for the answer, so that
+    /// handlers run. When one sends a frame, this one's answer is waited for first, and kept.
     /// When one closes the link, no answer comes, which is no failure.
     bool exchangeInTurns(const UsbFrame& frame, UsbFrame& answer, EventLoop& loop);
 
