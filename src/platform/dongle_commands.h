@@ -22,8 +22,8 @@ inline constexpr std::array<std::string_view, 10> watchdogTimes{
 inline constexpr std::uint8_t watchdogCurrent = 69;
 inline constexpr std::uint8_t watchdogCurrentOn = 16;
 
-/// Frames of the byte-wide link: with a word's length in byte 0, and the lines and the byte in bytes
-/// 2 and 3.
+/// Frames of the byte-wide link, with a word's length in byte 0, the lines in byte 2 and the byte
+/// in byte 3.
 inline constexpr std::uint8_t pspiLength = 8;
 inline constexpr std::uint8_t pspi = 4;
 inline constexpr std::uint8_t pspiHasByte = 4; ///< of byte 2; beside it NSTB in bit 0, EN in bit 1
