@@ -2,6 +2,7 @@
 
 #include "bench/chip.h"
 #include "bench/model/chip_model.h"
+#include "bench/zt72517/zt72517.h"
 #include "platform/conversions.h"
 #include "platform/failure.h"
 
@@ -109,6 +110,10 @@ constexpr std::array rows{
     Row{"scripted", "answers with the words of --replies, the last of them again and again",
         [](const std::vector<Reply>& replies) -> std::unique_ptr<Device> {
             return std::make_unique<ScriptedDevice>(replies);
+        }},
+    Row{"zt72517", "CAN chip on the dongle's byte-wide link: lines, configuration, flags",
+        [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
+            return std::make_unique<zt72517::Zt72517>();
         }},
 };
 

@@ -51,6 +51,7 @@ Reply replyFromHex(std::string_view text);
 ///   stuck-high   the data output stays high
 ///   stuck-low    the data output stays low
 ///   scripted     answers each word with the next of `replies`, or once more the last
+///   zt72517      a model of that chip, which knows no words, see zt72517/zt72517.h
 ///   any other    a model of the chip that `chips` has for it, see model/chip_model.h
 /// Raises Failure (OutOfRange) for a name that there is none of, and what `chips` raises.
 std::unique_ptr<Device> makeDevice(std::string_view name, const std::vector<Reply>& replies = {},

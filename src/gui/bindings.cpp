@@ -22,6 +22,8 @@ QColor colorOf(forms::Color color) {
         return palette.color(QPalette::Base);
     if (color == forms::buttonFaceColor)
         return palette.color(QPalette::Button);
+    if (color == forms::desktopColor)
+        return palette.color(QPalette::Highlight);
     return {static_cast<int>(color & 0xFFU), static_cast<int>((color >> 8U) & 0xFFU),
             static_cast<int>((color >> 16U) & 0xFFU)};
 }

@@ -1,7 +1,7 @@
 // Writes a picture of every form in its main states, for people to look at: all of them, those of
 // the panel of the ZT7251x family with "panel", of that of the ZT72516 with "zt72516", of those
-// whose words are bytes with "bytes", or of the panel of a chip's file with "chip" and its name. In
-// front of these stand a folder and the scale.
+// whose words are bytes with "bytes", of the page of the ZT72517 with "zt72517", or those of the
+// panel of a chip's file with "chip" and its name. In front of these stand a folder and the scale.
 
 #include "bench/scripted_desk.h"
 #include "chips/chip_library.h"
@@ -11,6 +11,7 @@
 #include "gui/recent_menu.h"
 #include "gui/screens/byte_panel_screens.h"
 #include "gui/screens/zt72516_screens.h"
+#include "gui/screens/zt72517_screens.h"
 #include "gui/theme.h"
 #include "gui/type_diagram.h"
 #include "gui/waveform_view.h"
@@ -457,19 +458,19 @@ int main(int argc, char** argv) {
     const QString folder = argc > 1 ? argv[1] : "screens";
     const QString scale = argc > 2 ? argv[2] : "100";
     const bool onlyChip = argc > 4 && std::string_view(argv[3]) == "chip";
-    const bool onlyBytes = argc > 3 && std::string_view(argv[3]) == "bytes";
     const bool onlyPanel = argc > 3 && std::string_view(argv[3]) == "panel";
     QDir().mkpath(folder);
     for (const bool dark : {false, true}) {
         gui::applyTheme(dark);
         const QString tail = QString("-%1-%2").arg(dark ? "dark" : "light", scale);
-        if (!onlyPanel && !onlyChip)
+        const std::string_view only = argc > 3 ? argv[3] : "";
+        if (only.empty() || only == "bytes")
             gui::paintBytePanels(folder, tail);
-        if (onlyBytes)
-            continue;
-        if (!onlyPanel && !onlyChip)
+        if (only.empty() || only == "zt72516")
             gui::paintZt72516(folder + "/zt72516", tail);
-        if (argc > 3 && std::string_view(argv[3]) == "zt72516")
+        if (only.empty() || only == "zt72517")
+            gui::paintZt72517(folder + "/zt72517", tail);
+        if (only == "bytes" || only == "zt72516" || only == "zt72517")
             continue;
         Stage panel;
         panel.plugDongle();

@@ -31,7 +31,7 @@ struct Page {
     const char* title;
 };
 
-constexpr std::array<Page, 14> pages{{{"first-steps", "First steps"},
+constexpr std::array<Page, 15> pages{{{"first-steps", "First steps"},
                                       {"words", "Words, types, polarities"},
                                       {"buses", "Dongle and parallel port"},
                                       {"commands", "Quick Commands and Batches"},
@@ -40,6 +40,7 @@ constexpr std::array<Page, 14> pages{{{"first-steps", "First steps"},
                                       {"panels", "Chip panels"},
                                       {"zt72361", "Panel of the ZT72361"},
                                       {"zt72516", "Panel of the ZT72516"},
+                                      {"zt72517", "The ZT72517"},
                                       {"zt72537", "Panel of the ZT72537"},
                                       {"files", "Configuration files"},
                                       {"virtual-bench", "The virtual bench"},

@@ -3,6 +3,7 @@
 #include "gui/batch_view.h"
 #include "gui/single_word_view.h"
 #include "gui/theme.h"
+#include "gui/zt72517/pspi_view.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -81,6 +82,10 @@ RunRow::Place MainView::makePage(int page) {
         widget = view;
     } else {
         auto* view = new PartPage(form_.tabs, page, *tabs_, binder_, this);
+        if (page == PartPage::pspiPage) {
+            auto* shown = new PspiView(form_.pspi, program_.session(), *tabs_, binder_, view);
+            view->add(*shown, shown->last());
+        }
         place = view->runPlace();
         widget = view;
     }

@@ -3,7 +3,6 @@
 #include "gui/theme.h"
 
 #include <QLabel>
-#include <QVBoxLayout>
 
 namespace bitlux::gui {
 
@@ -19,7 +18,8 @@ struct Text {
 
 /// From page 3 on.
 constexpr std::array<Text, 6> texts{{
-    {"ZT72517 over its byte-wide link", "Controls the chip byte by byte. Words have 8 bits here.",
+    {"ZT72517 over its byte-wide link",
+     "Each button sends the chip one byte through the dongle and shows the byte that comes back.",
      nullptr},
     {"ZT7251x family",
      "Registers, flags, watchdog and sequences of the system-basis chips. Words have 16 bits here.",
@@ -39,26 +39,32 @@ constexpr std::array<Text, 6> texts{{
 } // namespace
 
 PartPage::PartPage(MainTabs& tabs, int page, QWidget& before, Binder& binder, QWidget* parent)
-    : QWidget(parent), runPlace_{.room = new QWidget(this), .before = &before} {
+    : QWidget(parent),
+      layout_(new QVBoxLayout(this)),
+      runPlace_{.room = new QWidget(this), .before = &before} {
     const Text& text = texts.at(static_cast<std::size_t>(page - firstPage));
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 8, 0, 0);
-    layout->setSpacing(10);
+    layout_->setContentsMargins(0, 8, 0, 0);
+    layout_->setSpacing(10);
     auto* title = new QLabel(text.title, this);
     title->setFont(scaled(title->font(), 1.15));
-    layout->addWidget(title);
+    layout_->addWidget(title);
     auto* purpose = new QLabel(text.purpose, this);
     purpose->setWordWrap(true);
-    layout->addWidget(purpose);
+    layout_->addWidget(purpose);
     if (text.open != nullptr) {
         auto* open = binder.make<QPushButton>(tabs.*text.open, this);
         open->setMinimumWidth(open->sizeHint().width() + 24);
         open->setMinimumHeight(open->fontMetrics().height() + 14);
-        layout->addWidget(open, 0, Qt::AlignLeft);
+        layout_->addWidget(open, 0, Qt::AlignLeft);
         runPlace_.before = open;
     }
-    layout->addWidget(runPlace_.room);
-    layout->addStretch();
+    layout_->addWidget(runPlace_.room);
+    layout_->addStretch();
+}
+
+void PartPage::add(QWidget& content, QWidget& last) {
+    layout_->insertWidget(layout_->indexOf(runPlace_.room), &content);
+    runPlace_.before = &last;
 }
 
 } // namespace bitlux::gui

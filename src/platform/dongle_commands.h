@@ -28,6 +28,12 @@ inline constexpr std::array<std::string_view, 10> watchdogTimes{
 inline constexpr std::uint8_t watchdogCurrent = 69;
 inline constexpr std::uint8_t watchdogCurrentOn = 16;
 
+/// Frames of the byte-wide link, with a word's length in byte 0, the lines in byte 2 and the byte
+/// in byte 3.
+inline constexpr std::uint8_t pspiLength = 8;
+inline constexpr std::uint8_t pspi = 4;
+inline constexpr std::uint8_t pspiHasByte = 4; ///< of byte 2; beside it NSTB in bit 0, EN in bit 1
+
 inline constexpr std::uint8_t triggerBit = 0x80; ///< of byte 0
 
 } // namespace bitlux::dongle

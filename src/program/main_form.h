@@ -1,6 +1,7 @@
 #pragma once
 
 #include "config/configuration_files.h"
+#include "panels/zt72517/pspi_page.h"
 #include "platform/clock.h"
 #include "platform/desk.h"
 #include "platform/forms/controls.h"
@@ -67,6 +68,7 @@ public:
     ExtraPinRows extraPins;
     MultipleRun multiple;
     MainTabs tabs;
+    zt72517::PspiPage pspi; ///< on page 3
     ConfigurationFiles files;
 };
 

@@ -117,6 +117,13 @@ bool MainTabs::IsTabActive(std::int32_t partNumber) const {
     return false;
 }
 
+std::int32_t MainTabs::selectedPart() const {
+    const int tab = TabStripMain.selected();
+    if (tab <= genericPages || tab > lastPartTab())
+        return 0;
+    return session_.PartTabs.at(static_cast<std::size_t>(tab - genericPages - 1)).PartNumber;
+}
+
 void MainTabs::addPartTab(std::int32_t partNumber) {
     const PartRow& row = rowOf(partNumber);
     const int tab = lastPartTab() + 1;

@@ -40,6 +40,8 @@ public:
     void ResetTabs();
     /// Whether a part has a tab.
     [[nodiscard]] bool IsTabActive(std::int32_t partNumber) const;
+    /// The part whose tab is selected, 0 when that is no part's.
+    [[nodiscard]] std::int32_t selectedPart() const;
     /// Adds the tab of a part behind the others, even when it has one. Four find room; one more,
     /// like an unknown part, raises Failure (OutOfRange).
     void addPartTab(std::int32_t partNumber);

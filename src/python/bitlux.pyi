@@ -144,6 +144,9 @@ class Session:
     WdCurrentOn: bool
     WdStopRequest: bool
     ZT72516WatchdogStart: bool
+    PSPIMode: int
+    PSPIModeChange: bool
+    PSPIReply: int
     LinkFailed: bool
     WordToSend: List[int]
     WordReceived: List[int]

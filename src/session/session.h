@@ -96,13 +96,18 @@ struct Session {
 
     bool ZT72516WatchdogStart = false; ///< the next Send72516WatchdogCmd starts, else stops
 
+    // The ZT72517 on its byte-wide link
+    bool PSPIModeChange = false; ///< the next frame changes its lines, and has no byte for the chip
+    std::int16_t PSPIMode = 0;   ///< the lines: NSTB in bit 0, EN in bit 1
+    std::uint8_t PSPIReply = 0;  ///< the last byte that it answered
+
     /// Set when a transfer failed; who sends by itself looks at it and stops.
     bool LinkFailed = false;
 
     // The word on its way
+    bool WordAnswered = false; ///< or WordReceived holds zeros that are no answer
     std::vector<std::int16_t> WordToSend;
     std::vector<std::int16_t> WordReceived;
-    bool WordAnswered = false;                   ///< or WordReceived holds zeros that are no answer
     std::vector<std::int16_t> PortStatusSamples; ///< raw status register, one read a bit
     std::vector<std::int16_t> SingleWordBits;    ///< the word of the single-word page
 

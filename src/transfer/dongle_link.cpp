@@ -1,6 +1,7 @@
 #include "transfer/dongle_link.h"
 
 #include "platform/dongle_commands.h"
+#include "platform/scoped_value.h"
 #include "transfer/dongle_frame.h"
 
 #include <algorithm>
@@ -20,6 +21,9 @@ constexpr int mostUnasked = 64;
 /// The transport is asked again when this has passed; it ends no wait.
 constexpr std::int64_t endlessWait = 3'600'000'000'000;
 
+/// Between two turns of the event loop.
+constexpr std::int64_t turnInterval = 10'000'000;
+
 bool isAnswer(UsbStatus status) {
     return status == UsbStatus::Success || status == UsbStatus::NoFrame;
 }
@@ -27,6 +31,7 @@ bool isAnswer(UsbStatus status) {
 } // namespace
 
 DongleLink::Found DongleLink::search() {
+    settleWaiting();
     close();
     Endpoint1 = host_.makeEndpoint();
     Endpoint2 = host_.makeEndpoint();
@@ -52,6 +57,10 @@ void DongleLink::close() {
     isGone_ = false;
     if (!Endpoint1)
         return;
+    if (waiting_ != nullptr && !waiting_->outcome) {
+        waiting_->outcome = Outcome::Closed;
+        missAnswer(clock_.nanoseconds() + lateAnswerLimit);
+    }
     ShowError(Endpoint2->stopWriting());
     ShowError(Endpoint1->stopReading());
     ShowError(Endpoint1->removeInterface());
@@ -61,14 +70,20 @@ void DongleLink::close() {
 }
 
 bool DongleLink::exchange(const UsbFrame& frame, UsbFrame& answer, Wait wait) {
-    const bool answered =
-        attempt(frame, answer,
-                wait == Wait::Unlimited ? std::nullopt : std::optional(answerLimit)) ==
-        Outcome::Answered;
+    const auto limit = wait == Wait::Unlimited ? std::nullopt : std::optional(answerLimit);
+    return conclude(attempt(frame, answer, limit, nullptr), wait);
+}
+
+bool DongleLink::exchangeInTurns(const UsbFrame& frame, UsbFrame& answer, EventLoop& loop) {
+    return conclude(attempt(frame, answer, answerLimit, &loop), Wait::Limited);
+}
+
+bool DongleLink::conclude(Outcome outcome, Wait wait) {
     session_.USBReadDone = false;
-    if (!answered && wait != Wait::Quiet)
+    const bool isMissing = outcome == Outcome::TimedOut || outcome == Outcome::Broken;
+    if (isMissing && wait != Wait::Quiet)
         fail();
-    return answered;
+    return outcome == Outcome::Answered;
 }
 
 void DongleLink::read_rstint() {
@@ -82,7 +97,8 @@ void DongleLink::read_rstint() {
 }
 
 DongleLink::Outcome DongleLink::attempt(const UsbFrame& frame, UsbFrame& answer,
-                                        std::optional<std::int64_t> limit) {
+                                        std::optional<std::int64_t> limit, EventLoop* loop) {
+    settleWaiting();
     if (!isReady())
         return Outcome::Broken;
     session_.USBReadDone = false;
@@ -92,35 +108,51 @@ DongleLink::Outcome DongleLink::attempt(const UsbFrame& frame, UsbFrame& answer,
     // A frame that did not go out has no answer that could be waited for.
     if (status != UsbStatus::Success)
         return Outcome::Broken;
+    Sent sent{.start = clock_.nanoseconds(), .limit = limit, .outcome = {}};
     try {
-        return awaitAnswer(answer, limit);
+        awaitAnswer(sent, loop);
     } catch (...) { // whoever waited was interrupted; the answer may still come
-        missAnswer(clock_.nanoseconds() + lateAnswerLimit);
+        if (!sent.outcome)
+            missAnswer(clock_.nanoseconds() + lateAnswerLimit);
         throw;
+    }
+    if (sent.outcome == Outcome::Answered)
+        answer = sent.answer;
+    return *sent.outcome;
+}
+
+void DongleLink::awaitAnswer(Sent& sent, EventLoop* loop) {
+    const ScopedValue waiting(waiting_, loop != nullptr ? &sent : waiting_);
+    while (!sent.outcome) {
+        if (loop != nullptr)
+            loop->turn();
+        if (!sent.outcome)
+            look(sent, loop != nullptr ? turnInterval : endlessWait);
     }
 }
 
-DongleLink::Outcome DongleLink::awaitAnswer(UsbFrame& answer, std::optional<std::int64_t> limit) {
-    const std::int64_t start = clock_.nanoseconds();
-    const auto remaining = [&] {
-        return limit ? std::max<std::int64_t>(start + *limit - clock_.nanoseconds(), 0)
-                     : endlessWait;
-    };
-    for (std::int64_t wait = remaining();; wait = remaining()) {
-        const UsbStatus status = read(answer, wait);
-        if (status == UsbStatus::Success) {
-            session_.USBReadDone = true;
-            return Outcome::Answered;
-        }
+/// Reads once, and waits no longer than asked.
+void DongleLink::look(Sent& sent, std::int64_t longest) {
+    const std::int64_t left =
+        sent.limit ? std::max<std::int64_t>(sent.start + *sent.limit - clock_.nanoseconds(), 0)
+                   : endlessWait;
+    const UsbStatus status = read(sent.answer, std::min(left, longest));
+    if (status == UsbStatus::Success) {
+        sent.outcome = Outcome::Answered;
+    } else if (status != UsbStatus::NothingRead) {
         if (status == UsbStatus::Failed)
-            missAnswer(start);
-        if (status != UsbStatus::NothingRead)
-            return Outcome::Broken;
-        if (wait == 0) {
-            missAnswer(start + lateAnswerLimit);
-            return Outcome::TimedOut;
-        }
+            missAnswer(sent.start);
+        sent.outcome = Outcome::Broken;
+    } else if (left == 0) {
+        missAnswer(sent.start + lateAnswerLimit);
+        sent.outcome = Outcome::TimedOut;
     }
+}
+
+/// Lets the answer come that somebody further down the stack waits for, or its time pass.
+void DongleLink::settleWaiting() {
+    while (waiting_ != nullptr && !waiting_->outcome)
+        look(*waiting_, endlessWait);
 }
 
 void DongleLink::missAnswer(std::int64_t until) {

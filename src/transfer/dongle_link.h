@@ -54,6 +54,11 @@ public:
     /// link has failed then. Words and the commands of all panels go this way.
     bool exchange(const UsbFrame& frame, UsbFrame& answer, Wait wait);
 
+    /// The same with a limited wait; the loop has a turn before each look for the answer, so that
+    /// handlers run. When one sends a frame, this one's answer is waited for first, and kept.
+    /// When one closes the link, no answer comes, which is no failure.
+    bool exchangeInTurns(const UsbFrame& frame, UsbFrame& answer, EventLoop& loop);
+
     /// Samples the interrupt and reset lines of the chip into InterruptSeen and ResetSeen. Does
     /// nothing without a dongle.
     void read_rstint();
@@ -69,10 +74,22 @@ public:
     static void ShowError(UsbStatus status);
 
 private:
-    enum class Outcome { Answered, TimedOut, Broken };
+    enum class Outcome : std::uint8_t { Answered, TimedOut, Broken, Closed };
 
-    Outcome attempt(const UsbFrame& frame, UsbFrame& answer, std::optional<std::int64_t> limit);
-    Outcome awaitAnswer(UsbFrame& answer, std::optional<std::int64_t> limit);
+    /// A frame that went out.
+    struct Sent {
+        std::int64_t start;                ///< when it did
+        std::optional<std::int64_t> limit; ///< how long its answer may take
+        std::optional<Outcome> outcome;    ///< once it is known
+        UsbFrame answer{};
+    };
+
+    Outcome attempt(const UsbFrame& frame, UsbFrame& answer, std::optional<std::int64_t> limit,
+                    EventLoop* loop);
+    void awaitAnswer(Sent& sent, EventLoop* loop);
+    void look(Sent& sent, std::int64_t longest);
+    void settleWaiting();
+    bool conclude(Outcome outcome, Wait wait);
     void missAnswer(std::int64_t until);
     UsbStatus read(UsbFrame& frame, std::int64_t wait);
     bool isReady();
@@ -90,6 +107,7 @@ private:
     std::unique_ptr<UsbEndpoint> Endpoint1; ///< reads
     std::unique_ptr<UsbEndpoint> Endpoint2; ///< writes
     bool isGone_ = false;                   ///< the dongle that was open
+    Sent* waiting_ = nullptr;               ///< the frame whose wait lets handlers run
     int late_ = 0;                          ///< answers that missed their limit
     std::int64_t lateUntil_ = 0;            ///< when they are no longer waited for
     WireListener* listener_ = nullptr;

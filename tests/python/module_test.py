@@ -389,6 +389,26 @@ class Dongles(unittest.TestCase):
         self.assertEqual(set(bench.bench.pins), {"data", "control", "data_out", "extra"})
 
 
+class Pages(unittest.TestCase):
+    def test_of_a_part_work_by_name(self):
+        bench = bitlux.Bench(device="zt72517", dongle=True)
+        bench["frmConfigureSPI.CheckEnable72517"].value = 1
+        bench.call("frmConfigureSPI.cmdApply")
+        bench["frmMain.TabStripMain"].value = 3
+        bench["frmMain.mode(2)"].click()
+        bench.clear_trace()
+        bench["frmMain.sr_opt(2)"].click()
+        bench.call("frmMain.flag_line4_ref")
+        self.assertEqual([frame[:4] for way, frame in bench.trace if way == "OUT"],
+                         [b"\x08\x04\x07\x28", b"\x08\x04\x07\x5f"])
+        session = bench.session
+        self.assertEqual((session.PSPIMode, session.PSPIModeChange, session.PSPIReply), (3, False, 0))
+        session.PSPIModeChange = True
+        session.SingleWordBits = [0x40] + [0] * 8
+        bench.call("frmMain.SendPSPI")
+        self.assertEqual((bench.trace[-2][1][:4], session.USBReadDone), (b"\x08\x04\x03\x40", True))
+
+
 class Files(unittest.TestCase):
     def test_open_and_save_configurations(self):
         with tempfile.TemporaryDirectory() as folder:

@@ -225,6 +225,71 @@ TEST(DongleLink, WaitsForTheAnswerToACommandAsItsCallerWants) {
     }
 }
 
+/// A frame whose answer comes late, and what a handler does in the second turn of its wait.
+struct TurningRig : LinkRig {
+    ScriptedLoop loop{clock};
+
+    std::string send(const char* fault, std::function<void()> handler, std::uint8_t data = 0xA5) {
+        breakWith(fault);
+        loop.atTurn(2, std::move(handler));
+        UsbFrame answer{};
+        const bool answered = link.exchangeInTurns({8, 0x70, 0, data}, answer, loop);
+        breakWith("silent@9");
+        return answered ? fmt::format("{:02X}", answer[3]) : "none";
+    }
+};
+
+TEST(DongleLink, LetsNoFrameOfAHandlerComeBetweenAnotherAndItsAnswer) {
+    TurningRig rig;
+    std::string inner;
+    const auto sendInner = [&] { inner = rig.word(0x3C); };
+    EXPECT_EQ(rig.send("late:100@1", sendInner), "A5");
+    EXPECT_EQ(inner, "3C");
+    EXPECT_EQ(rig.takeTrace(), "0 OUT 08 70 00 A5 00 00 00 00\n"
+                               "102008000 IN 08 70 00 A5 00 00 00 00\n"
+                               "102008000 OUT 08 70 00 3C 00 00 00 00\n"
+                               "104016000 IN 08 70 00 3C 00 00 00 00\n");
+    inner.clear(); // another such wait in the middle of the first
+    const auto waitInTurns = [&] {
+        inner = rig.send(
+            "late:100@1", [] {}, 0x3C);
+    };
+    EXPECT_EQ(rig.send("late:100@1", waitInTurns), "A5");
+    EXPECT_EQ(inner, "3C");
+    EXPECT_EQ(rig.failures, 0);
+
+    EXPECT_EQ(rig.send("late:600@1", sendInner), "none");
+    EXPECT_EQ(inner, "3C") << "after the answer that came too late";
+    EXPECT_EQ(rig.boxes.takeTexts(), std::vector<std::string>{checkTheCable});
+    EXPECT_EQ(rig.failures, 1);
+}
+
+TEST(DongleLink, BearsWhatHandlersDoToItWhileAFrameWaits) {
+    struct Case {
+        const char* handler;
+        std::function<void(TurningRig&)> act;
+        const char* answer;
+        int failures;
+    };
+    for (const Case& c :
+         {Case{"lasts", [](TurningRig& rig) { rig.clock.idle(9'000 * millisecond); }, "A5",
+               0}, // it has come meanwhile
+          Case{"searches", [](TurningRig& rig) { rig.connect(); }, "A5", 0},
+          Case{"unplugs", [](TurningRig& rig) { rig.dongle.unplug(); }, "none", 1},
+          Case{"closes", [](TurningRig& rig) { rig.link.close(); }, "none", 0}}) {
+        TurningRig rig;
+        EXPECT_EQ(rig.send("late:100@1", [&] { c.act(rig); }), c.answer) << c.handler;
+        EXPECT_EQ(rig.failures, c.failures) << c.handler;
+        rig.dongle.plug();
+        rig.connect();
+        EXPECT_EQ(rig.word(0x3C), "3C") << c.handler;
+    }
+    TurningRig rig;
+    EXPECT_THROW(rig.send("late:100@1", [] { throw Interrupted{}; }), Interrupted);
+    rig.breakWith("silent@9");
+    EXPECT_EQ(rig.word(0x3C), "3C") << "the answer to the interrupted frame came first";
+}
+
 } // namespace
 
 } // namespace bitlux::test

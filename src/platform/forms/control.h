@@ -18,6 +18,7 @@ class Form;
 
 /// A back colour as the low bytes blue, green and red, or one of the system's colours.
 using Color = std::uint32_t;
+inline constexpr Color desktopColor = 0x80000001; ///< of lamps that are lit
 inline constexpr Color windowColor = 0x80000005;
 inline constexpr Color buttonFaceColor = 0x8000000F;
 
