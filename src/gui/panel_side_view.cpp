@@ -59,7 +59,7 @@ void PanelSideView::addStatus(QVBoxLayout& column) {
     auto* bits = new BitRow(form_.pageControls.row(word.status.first), BitRow::Use::Shown,
                             widgets_.binder, widget());
     bits->numberFrom(word.statusFirst);
-    addRow(*line, "Status", nullptr, *bits);
+    addRow(*line, "Status", {}, *bits);
 }
 
 void PanelSideView::addView(const PlacedView& placed, QVBoxLayout& column) {
@@ -70,20 +70,23 @@ void PanelSideView::addView(const PlacedView& placed, QVBoxLayout& column) {
         widgets_.binder.bind(widgets_.controls.get<forms::Frame>(view.frame), *box);
     auto* line = new QHBoxLayout(box);
     line->setContentsMargins(0, 0, 0, 0);
-    QWidget* button = widgets_.rowButton(view.button, box, title);
+    std::vector<QWidget*> buttons;
+    for (const chips::ControlName* button : {&view.button, &view.line.button})
+        if (button->exists())
+            buttons.push_back(widgets_.rowButton(*button, box, title));
     auto* bits =
         new BitRow(widgets_.controls.row(view.row.first), BitRow::Use::Shown, widgets_.binder, box);
-    addRow(*line, title, button, *bits);
+    addRow(*line, title, buttons, *bits);
     column.addWidget(box);
 }
 
-void PanelSideView::addRow(QBoxLayout& line, const QString& title, QWidget* button, BitRow& bits) {
+void PanelSideView::addRow(QBoxLayout& line, const QString& title,
+                           const std::vector<QWidget*>& buttons, BitRow& bits) {
     line.setSpacing(spacing);
     titles_.push_back(new QLabel(title, bits.parentWidget()));
     line.addWidget(titles_.back());
-    QWidget* first = button != nullptr ? button : new QWidget(bits.parentWidget());
-    first->setMinimumWidth(fontMetrics().horizontalAdvance("READ") + 4 * spacing);
-    line.addWidget(first);
+    for (QWidget* button : buttons)
+        line.addWidget(button);
     line.addStretch();
     line.addWidget(&bits);
     rows_.push_back(&bits);

@@ -17,7 +17,8 @@ private:
     QWidget* makeReads();
     void addStatus(QVBoxLayout& column);
     void addView(const PlacedView& placed, QVBoxLayout& column);
-    void addRow(QBoxLayout& line, const QString& title, QWidget* button, BitRow& bits);
+    void addRow(QBoxLayout& line, const QString& title, const std::vector<QWidget*>& buttons,
+                BitRow& bits);
     void alignRows();
 
     PanelForm& form_;

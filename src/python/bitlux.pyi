@@ -132,6 +132,7 @@ class Session:
     ZT72516PanelActive: int
     ZT72361PanelActive: int
     ZT72537PanelActive: int
+    ZT72361Data: int
     ZT72537FrameByte7: int
     ZT72518WordHigh: int
     ZT72518WordLow: int

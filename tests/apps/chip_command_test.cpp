@@ -139,13 +139,18 @@ TEST(ChipCommand, ListsTheChips) {
         bitlux("chip list").output,
         fmt::format("broken   user     damaged, see: bitlux chip check {}\n"
                     "lamp     user     A lamp\n"
+                    "zt72361  program  ZT72361: CAN system-basis chip: high side, wake-up inputs, "
+                    "watchdog\n"
                     "zt72516  program  ZT72516: System-basis chip: supplies, CAN, LIN, switch "
                     "inputs, watchdog\n"
                     "zt72518  program  ZT7251x family: System-basis chip: power, CAN, LIN, "
                     "watchdog\n"
+                    "zt72537  program  ZT72537: LIN system-basis chip: high and low sides, "
+                    "wake-up inputs, watchdog\n"
                     "{} is left out: the name of a chip has letters, digits, - and _ alone.\n",
                     broken, blank));
-    EXPECT_EQ(bitlux("chip list --names").output, "broken\nlamp\nzt72516\nzt72518\n");
+    EXPECT_EQ(bitlux("chip list --names").output,
+              "broken\nlamp\nzt72361\nzt72516\nzt72518\nzt72537\n");
     EXPECT_EQ(bitlux("chip show lampe").output, "There is no chip \"lampe\". Did you mean lamp?\n");
     const Outcome outcome = bitlux("chip show lamp");
     EXPECT_EQ(outcome.output.find("lamp: A lamp\n"), 0U);

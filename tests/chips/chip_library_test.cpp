@@ -53,7 +53,8 @@ TEST(ChipLibrary, FindsTheChipsOfAllFolders) {
     std::string all;
     for (const ChipLibrary::Entry& entry : folders.library.entries())
         all += fmt::format("{} {}\n", entry.name, entry.file);
-    EXPECT_EQ(all, fmt::format("meter {}\npump {}\nzt72516 \nzt72518 \n", meter, pump));
+    EXPECT_EQ(all, fmt::format("meter {}\npump {}\nzt72361 \nzt72516 \nzt72518 \nzt72537 \n", meter,
+                               pump));
     EXPECT_EQ(
         folders.library.leftOut(),
         (std::vector{fmt::format("{}/bitlux-forge/chips/my chip.toml is left out: the name of "
@@ -138,7 +139,8 @@ TEST(ChipLibrary, KeepsAFileFromAnywhere) {
         EXPECT_EQ(chips::describe(kept.problems, "").find(problem), 0U)
             << chips::describe(kept.problems, "");
     }
-    EXPECT_EQ(folders.library.names(), (std::vector<std::string>{"meter", "zt72516", "zt72518"}));
+    EXPECT_EQ(folders.library.names(),
+              (std::vector<std::string>{"meter", "zt72361", "zt72516", "zt72518", "zt72537"}));
 }
 
 TEST(ChipLibrary, LooksIntoTheFoldersOfTheEnvironment) {

@@ -53,11 +53,12 @@ TEST(MainWindow, HasAWidgetForEveryControlAndNoOther) {
     chipPage.show();
     bench.settle();
     chipPage.hide();
-    for (const char* form :
-         {"TestMode", "ZT72518", "ZT72516ReadFlags", "ZT72516TestMode", "ZT72516"})
+    for (const char* form : {"TestMode", "ZT72518", "ZT72516ReadFlags", "ZT72516TestMode",
+                             "ZT72516", "ZT72537", "ZT72361"})
         bench.program.forms().show(form);
     for (const char* strip :
-         {"ZT72518.tab_518(1)", "ZT72518.tab_518(0)", "ZT72516.RegisterTabs", "ZT72516.tab_516"}) {
+         {"ZT72518.tab_518(1)", "ZT72518.tab_518(0)", "ZT72516.RegisterTabs", "ZT72516.tab_516",
+          "ZT72537.SSTab2", "ZT72537.PanelTabs", "ZT72361.RegisterTabs", "ZT72361.PanelTabs"}) {
         auto& pages = bench.get<forms::TabStrip>(strip);
         for (int page = 1; page <= pages.count(); ++page) {
             pages.click(page);
@@ -65,8 +66,7 @@ TEST(MainWindow, HasAWidgetForEveryControlAndNoOther) {
         }
     }
     const auto isControl = [](const std::string& name) {
-        return name.starts_with("frm") || name.starts_with("ZT7251") ||
-               name.starts_with("TestMode.");
+        return name.starts_with("frm") || name.starts_with("ZT72") || name.starts_with("TestMode.");
     };
     std::set<std::string> controls;
     for (const std::string& name : bench.program.forms().names())

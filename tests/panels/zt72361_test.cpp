@@ -17,7 +17,7 @@ TEST_F(Zt72361, SendsAndShowsWhatEachControlSays) {
         // Registers
         {"CmdMcr", "10", "Label_Liste(0):Sent : 10"},
         {"OptRcr(1) OptRcr(5) CmdRcr", "35"},
-        {"OptRcr(3) OptRcr(7) CmdRcr", "3F"},
+        {"OptRcr(3) OptRcr(7) CmdRcr CmdReadReg(1)", "3F 20", "LblRCR(0)=F"},
         {"OptRcr(0) OptRcr(2) OptRcr(4) OptRcr(6) CmdRcr", "30"},
         {"OptSC(3) CmdCan", "56", "FrmSlew+;FrmWake-"},
         {"OptCan(1) CmdCan", "51", "FrmSlew-;FrmWake+"},
@@ -34,13 +34,14 @@ TEST_F(Zt72361, SendsAndShowsWhatEachControlSays) {
         {"OptIntr(1) OptIntr(7) CmdIntr", "FF"},
         // Flags
         {"!MCR_flags/GFAIL CmdReadReg(0)", "00", "LblMCR(0)=2"},
-        {"!RCR_flags/WDSTOP CmdReadReg(1)", "20", "LblRCR(0)=8"},
+        {"CmdReadReg(1)", "20", "LblRCR(0)=0"},
         {"!CAN_flags/CAN-F CmdReadReg(2)", "40", "LblCAN(0)=4"},
-        {"!IOR_flags/DEBUG CmdReadReg(3)", "60", "LblIOR(0)=1"},
+        {"!IOR_flags/VSUPLOW CmdReadReg(3)", "60", "LblIOR(0)=3"},
         {"!WUR_flags/L3WU CmdReadReg(4)", "80", "LblWUR(0)=8"},
         {"!TIM_flags/Tx_dominant CmdReadReg(5)", "A0", "LblTIM(0)=1"},
         {"!LPC_flags/CanH_to_5V CmdReadReg(6)", "C0", "LblLpc(0)=8"},
-        {"!INTR_flags/VSUPLOW CmdReadReg(7)", "E0", "LblIntr(0)=8;LblIntr(3):VSUPLOW"},
+        {"CmdReadReg(7)", "E0", "LblIntr(0)=0"},
+        {"OptIntr(6) CmdIntr CmdReadReg(7)", "F7 E0", "LblIntr(0)=8;LblIntr(3):VSUPLOW"},
         {"CmdReadAll", "00 20 40 60 80 A0 C0 E0"},
         // The earlier twin
         {"OptSbc(0)", "",
@@ -56,7 +57,7 @@ TEST_F(Zt72361, SendsAndShowsWhatEachControlSays) {
         {"OptRcr(2) CmdRcr", "30"},
         // Automatic reads want the watchdog; what is left in the data goes with OFF.
         {"OptRead(1) timer_auto_read*", "00 20 40 60 80 A0 C0 E0"},
-        {"OptIntr(6) CmdIntr OptWdEn(0)", "F7 <00 04 00 00 B7 3C 01 00>"},
+        {"CmdIntr OptWdEn(0)", "F7 <00 04 00 00 B7 3C 01 00>"},
         {"timer_auto_read*", ""},
         {"OptRead(0)", ""},
     });
