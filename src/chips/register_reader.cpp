@@ -150,7 +150,7 @@ void readWrite(const Node& node, const std::string& stem, Register& made, Proble
     made.writeLine = readLine(table, made.title + " Write", {.name = "Seq_" + stem + "_W"});
     made.reply = table.text("reply");
     made.alarm = table.control("alarm");
-    made.alarmText = table.text("alarm_text", made.title + " alarm");
+    made.alarmText = table.text("alarm_text", made.alarm.exists() ? made.title + " alarm" : "");
 }
 
 /// A register that says nothing of views has one, as wide as itself.

@@ -53,6 +53,8 @@ bool isNameCharacter(char c) {
 } // namespace
 
 TableReader::TableReader(const Node& node, Problems& problems) : node_(node), problems_(problems) {
+    constexpr std::size_t mostKeys = 32;
+    asked_.reserve(mostKeys);
     if (node.table() == nullptr)
         problem(node.at, "a table is wanted here", "Write it as { key = value }.");
 }
