@@ -214,7 +214,7 @@ ChipPtr ChipLibrary::read(std::string_view name, const std::string& file) {
         if (result.chip->name != name)
             result.problems.push_back(
                 {{.line = 1, .column = 1},
-                 fmt::format("the chip is named \"{}\", its file \"{}\"", result.chip->name, name),
+                 fmt::format(R"(the chip is named "{}", its file "{}")", result.chip->name, name),
                  fmt::format("Call the file {}{}, or leave `name` out.", result.chip->name,
                              ending)});
     }

@@ -98,14 +98,15 @@ void PanelSideView::alignRows() {
         title = std::max(title, any->sizeHint().width());
     for (QWidget* any : titles_)
         any->setMinimumWidth(title);
-    int cell = 0;
+    constexpr int letters = 9; // of a caption, at their usual width
+    int cell = fontMetrics().averageCharWidth() * letters;
     for (const BitRow* row : rows_)
         cell = std::max(cell, row->readableCellWidth());
     const int value = fontMetrics().horizontalAdvance("0x00");
     for (BitRow* row : rows_) {
         row->setLongestLine(row->size());
         row->setValueWidth(value);
-        row->setMinimumWidth(row->size() * cell + value);
+        row->setFixedWidth(row->size() * cell + value);
     }
 }
 

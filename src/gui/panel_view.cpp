@@ -25,8 +25,12 @@ bool showPage(QStackedWidget& stack, QWidget*& page, Make make) {
         page = make();
         stack.addWidget(page);
     }
-    if (stack.currentWidget() != page)
+    if (stack.currentWidget() != page) {
+        // Pages that are not in front want no room of the window.
+        stack.currentWidget()->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+        page->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
         stack.setCurrentWidget(page);
+    }
     return isNew;
 }
 
@@ -103,8 +107,13 @@ void PanelView::makeTimers() {
 
 void PanelView::followForm() {
     const auto page = static_cast<std::size_t>(form_.outerTabs.selected() - 1);
+    const bool isSequence = form_.shows("sequence"); // whose lists want the room
+    if (side_ != nullptr && isSequence)
+        side_->hide();
     if (showPage(*pages_, made_.at(page), [this, page] { return makePage(page); }))
         putSideLast();
+    if (side_ != nullptr && !isSequence)
+        side_->show();
     if (form_.shows("registers"))
         followRegisters();
 }

@@ -52,6 +52,9 @@ TEST(BytePanelsView, AreReadOnASmallScreenAndNameWhatTheyHaveApart) {
             expectReadable(where, *bench.panel);
             expectNamesApart(where, *bench.panel);
         }
+        bench.get<forms::TabStrip>(form + std::string(".PanelTabs")).click(2);
+        bench.settle();
+        EXPECT_EQ(bench.panel->size(), QSize(1024, 600));
     }
 }
 

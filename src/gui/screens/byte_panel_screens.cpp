@@ -36,12 +36,17 @@ public:
     /// Every page, the small ones at the end.
     void paintPages(const QString& folder, const QString& tail) {
         press("CmdReadAll");
-        forms::TabStrip& pages = program_.panels().touch(chip_).registerTabs;
-        for (const QSize size : {QSize(), smallScreen})
+        PanelForm& panel = program_.panels().touch(chip_);
+        forms::TabStrip& pages = panel.registerTabs;
+        for (const QSize size : {QSize(), smallScreen}) {
             for (int page = 1; page <= pages.count(); ++page) {
                 pages.click(page);
                 shoot(folder, "register-" + std::to_string(page), tail, size);
             }
+            panel.outerTabs.click(2);
+            shoot(folder, "sequence", tail, size);
+            panel.outerTabs.click(1);
+        }
         pages.click(1);
     }
 
