@@ -2,13 +2,13 @@
 
 #include "bench/scripted_desk.h"
 #include "gui/main_window.h"
+#include "gui/screens/form_picture.h"
 #include "workbench/virtual_bench.h"
 
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include <QApplication>
 
 namespace bitlux::gui {
 
@@ -65,22 +65,10 @@ public:
 
     void shoot(const QString& folder, const std::string& state, const QString& tail,
                QSize size = {}) {
-        window_->binder().flush();
-        const QString title = QString::fromStdString(program_.forms().form(form_).caption());
-        for (QDialog* dialog : window_->findChildren<QDialog*>()) {
-            if (dialog->windowTitle() != title)
-                continue;
-            const QSize before = dialog->size();
-            if (!size.isEmpty())
-                dialog->resize(size);
-            window_->binder().flush();
-            for (int i = 0; i < 3; ++i)
-                QApplication::processEvents();
-            dialog->grab().save(folder + "/" + QString::fromStdString(chip_) +
-                                (size.isEmpty() ? "-" : "-small-") + QString::fromStdString(state) +
-                                tail + ".png");
-            dialog->resize(before);
-        }
+        saveFormPicture(*window_, program_.forms().form(form_).caption(), size,
+                        folder + "/" + QString::fromStdString(chip_) +
+                            (size.isEmpty() ? "-" : "-small-") + QString::fromStdString(state) +
+                            tail + ".png");
     }
 
 private:

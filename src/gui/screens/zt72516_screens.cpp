@@ -3,12 +3,11 @@
 #include "bench/chosen_marker_files.h"
 #include "bench/scripted_desk.h"
 #include "gui/main_window.h"
+#include "gui/screens/form_picture.h"
 #include "workbench/virtual_bench.h"
 
 #include <string>
 #include <utility>
-
-#include <QApplication>
 
 namespace bitlux::gui {
 
@@ -110,19 +109,8 @@ private:
 
     /// The window of a form, in its own size or another.
     void shoot(const std::string& form, const std::string& state, QSize size) {
-        window_->binder().flush();
-        const QString title = QString::fromStdString(program_.forms().form(form).caption());
-        for (QDialog* dialog : window_->findChildren<QDialog*>()) {
-            if (dialog->windowTitle() != title)
-                continue;
-            const QSize before = dialog->size();
-            if (!size.isEmpty())
-                dialog->resize(size);
-            window_->binder().flush();
-            QApplication::processEvents();
-            dialog->grab().save(prefix_ + QString::fromStdString(state) + tail_ + ".png");
-            dialog->resize(before);
-        }
+        saveFormPicture(*window_, program_.forms().form(form).caption(), size,
+                        prefix_ + QString::fromStdString(state) + tail_ + ".png");
     }
 
     const QString prefix_;

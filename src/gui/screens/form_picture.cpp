@@ -1,0 +1,28 @@
+#include "gui/screens/form_picture.h"
+
+#include "gui/main_window.h"
+
+#include <QApplication>
+#include <QDialog>
+
+namespace bitlux::gui {
+
+void saveFormPicture(MainWindow& window, const std::string& caption, QSize size,
+                     const QString& file) {
+    window.binder().flush();
+    for (QDialog* dialog : window.findChildren<QDialog*>()) {
+        if (dialog->windowTitle().toStdString() != caption)
+            continue;
+        const QSize before = dialog->size();
+        if (!size.isEmpty())
+            dialog->resize(size);
+        window.binder().flush();
+        constexpr int passes = 3; // what becomes visible settles the layouts above it in turn
+        for (int pass = 0; pass < passes; ++pass)
+            QApplication::processEvents();
+        dialog->grab().save(file);
+        dialog->resize(before);
+    }
+}
+
+} // namespace bitlux::gui
