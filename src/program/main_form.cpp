@@ -1,7 +1,10 @@
 #include "program/main_form.h"
 
 #include "platform/dongle_commands.h"
+#include "platform/printable.h"
 #include "transfer/dongle_frame.h"
+
+#include <fmt/format.h>
 
 namespace bitlux {
 
@@ -41,8 +44,10 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
                          .run = run,
                          .commands = commands,
                          .boxes = parts.desk.boxes}),
+      emptied(parts.session),
       quickCommands(*this, {.session = parts.session,
                             .commands = commands,
+                            .emptied = emptied,
                             .singleWord = singleWord,
                             .run = run,
                             .boxes = parts.desk.boxes}),
@@ -79,10 +84,12 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
                    .selectedPart = [this] { return tabs.selectedPart(); }}),
       files(*this, {.session = parts.session,
                     .commands = commands,
+                    .emptied = emptied,
                     .batches = batches,
                     .log = log,
                     .run = run,
-                    .desk = parts.desk}) {
+                    .desk = parts.desk}),
+      notices(*this) {
     run.sendSingle = [this] { singleWord.DoSPISingle(); };
     run.sendMultiple = [this] {
         multiple.DoSPIMultiple();
@@ -101,6 +108,34 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
         Text2.hide();
     });
     registerProcedures(parts);
+    addNotices(parts);
+}
+
+void MainForm::addNotices(const Parts& parts) {
+    constexpr std::size_t longestName = 40;
+    multiple.wordMissing.subscribe([this](const std::string& name) { missingWord_ = name; });
+    parts.engine.wordLeaving.subscribe([this] { missingWord_.reset(); });
+    files.fileUsed.subscribe([this] { missingWord_.reset(); });
+    notices.add([this, &table = parts.session.QuickCommandTable]() -> std::optional<Notice> {
+        if (!missingWord_ || table.lastRowNamed(*missingWord_))
+            return {};
+        const std::string name = printable(*missingWord_, longestName);
+        if (!emptied.has(*missingWord_))
+            return Notice{.text = fmt::format("There is no Quick Command \"{}\"", name)};
+        return Notice{.text = fmt::format("\"{}\" has no word: Apply emptied it", name),
+                      .button = "Restore",
+                      .procedure = "RestoreQuickCommands"};
+    });
+    notices.add([this]() -> std::optional<Notice> {
+        const std::size_t count = emptied.count();
+        if (count == 0)
+            return {};
+        return Notice{.text = count == 1
+                                  ? "Apply emptied the word of 1 Quick Command"
+                                  : fmt::format("Apply emptied the words of {} Quick Commands", count),
+                      .button = "Restore",
+                      .procedure = "RestoreQuickCommands"};
+    });
 }
 
 void MainForm::registerProcedures(const Parts& parts) {

@@ -7,9 +7,11 @@
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
 #include "program/main_tabs.h"
+#include "program/status_notices.h"
 #include "sending/batches.h"
 #include "sending/command_editor.h"
 #include "sending/command_lists.h"
+#include "sending/emptied_commands.h"
 #include "sending/extra_pin_rows.h"
 #include "sending/multiple_run.h"
 #include "sending/quick_commands.h"
@@ -20,6 +22,9 @@
 #include "session/session.h"
 #include "transfer/pin_layer.h"
 #include "transfer/word_engine.h"
+
+#include <optional>
+#include <string>
 
 namespace bitlux {
 
@@ -43,6 +48,9 @@ public:
 
 private:
     void registerProcedures(const Parts& parts);
+    void addNotices(const Parts& parts);
+
+    std::optional<std::string> missingWord_; ///< the name at which the last run ended
 
 public:
     forms::Label labelMainTitle;
@@ -62,6 +70,7 @@ public:
     CommandLists commands;
     SessionLog log;
     SingleWordPage singleWord;
+    EmptiedCommands emptied;
     QuickCommands quickCommands;
     CommandEditor editor;
     Batches batches;
@@ -70,6 +79,7 @@ public:
     MainTabs tabs;
     zt72517::PspiPage pspi; ///< on page 3
     ConfigurationFiles files;
+    StatusNotices notices;
 };
 
 } // namespace bitlux

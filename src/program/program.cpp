@@ -66,6 +66,7 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                                   .singleWord = form.singleWord,
                                   .log = form.log,
                                   .commands = form.commands,
+                                  .emptied = form.emptied,
                                   .extraPins = form.extraPins,
                                   .labelMainTitle = form.labelMainTitle,
                                   .lblConfigNag = form.lblConfigNag,

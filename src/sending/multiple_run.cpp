@@ -70,8 +70,10 @@ bool MultipleRun::play(const std::string& line, PlaceInPass place) {
 
 bool MultipleRun::send(const std::string& name, PlaceInPass place) {
     const std::optional<std::size_t> row = session_.QuickCommandTable.lastRowNamed(name);
-    if (!row || name.empty()) // a free row has no name
+    if (!row || name.empty()) { // a free row has no name
+        wordMissing.raise(name);
         return refuse("No Quick Commands are selected!");
+    }
     const WordBits bits = session_.QuickCommandTable.bits(*row);
     const auto length = static_cast<std::size_t>(std::max<int>(session_.SPIWordLength, 0));
     if (bits.size() < length)

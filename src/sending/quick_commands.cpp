@@ -37,9 +37,12 @@ QuickCommands::QuickCommands(forms::Form& form, const Parts& parts)
     : parts_(parts),
       session_(parts.session),
       cmdSaveQC(form, "cmdSaveQC", "S&ave"),
-      cmdDeleteQC(form, "cmdDeleteQC", "&Delete") {
+      cmdDeleteQC(form, "cmdDeleteQC", "&Delete"),
+      itemRestoreCommands(form, "itemRestoreCommands", "&Restore Quick Commands") {
     form.procedure("cmdSaveQC_Click", [this] { cmdSaveQC_Click(); });
     form.procedure("cmdDeleteQC_Click", [this] { cmdDeleteQC_Click(); });
+    form.procedure("itemRestoreCommands_Click", [this] { RestoreQuickCommands(); });
+    form.procedure("RestoreQuickCommands", [this] { return RestoreQuickCommands(); });
     form.procedure("cmbMasterQCList_Click", [this] { cmbMasterQCList_Click(); });
     form.procedure("cmbMasterQCList_DblClick", [this] { cmbMasterQCList_DblClick(); });
     form.keyProcedure("cmbMasterQCList_KeyDown",
@@ -105,6 +108,20 @@ void QuickCommands::rebuildLists() {
     for (std::size_t row = 0; row < table.rows(); ++row)
         names.emplace_back(table.name(row));
     parts_.commands.setNames(std::move(names));
+    parts_.emptied.recount();
+}
+
+int QuickCommands::RestoreQuickCommands() {
+    parts_.run.cmdStopContinuous_Click();
+    const auto restored = static_cast<int>(parts_.emptied.count());
+    if (restored == 0) {
+        parts_.boxes.show({.text = "There are no words of Quick Commands to restore."});
+        return 0;
+    }
+    session_.ConfigDirty = ConstOn;
+    parts_.emptied.restore();
+    rebuildLists();
+    return restored;
 }
 
 void QuickCommands::cmdDeleteQC_Click() {
@@ -117,6 +134,7 @@ void QuickCommands::cmdDeleteQC_Click() {
     }
     session_.ConfigDirty = ConstOn;
     removeRow(static_cast<std::size_t>(selected));
+    parts_.emptied.forget(name);
     parts_.commands.removeAllToSend(name);
     for (int n = 1; n < session_.BatchCount(); ++n)
         removeFrom(session_.lstBatchList(n), name);
