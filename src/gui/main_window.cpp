@@ -95,6 +95,7 @@ void MainWindow::makeMenus() {
     menuItem(configure, form.itemPortOptions);
     configure.addSeparator();
     menuItem(configure, form.quickCommands.itemRestoreCommands);
+    menuItem(configure, form.shape.itemAppliedWord);
     configure.addSeparator();
     menuItem(configure, form.itemUpdateDongle);
     QMenu& view = *menuBar()->addMenu("&View");

@@ -23,7 +23,7 @@ NoticeView::NoticeView(StatusNotices& notices, std::function<void()> pressed, QW
       text_(new ElidedLabel(this)),
       button_(new QPushButton(this)) {
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(markWidth + 8, 0, 0, 0);
+    row->setContentsMargins(markWidth + 8, 1, 6, 1);
     row->setSpacing(8);
     row->addWidget(text_, 1);
     row->addWidget(button_);
@@ -46,8 +46,8 @@ void NoticeView::follow() {
     const QString text = QString::fromStdString(notice->text);
     if (text_->text() != text) {
         text_->setText(text);
-        text_->setMinimumWidth(std::min(text_->sizeHint().width(),
-                                        text_->fontMetrics().averageCharWidth() * longest));
+        text_->setMinimumWidth(
+            std::min(text_->sizeHint().width(), text_->fontMetrics().averageCharWidth() * longest));
     }
     QString caption = QString::fromStdString(notice->button);
     button_->setVisible(!caption.isEmpty());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "config/applied_shape.h"
 #include "config/configuration_files.h"
 #include "panels/zt72517/pspi_page.h"
 #include "platform/clock.h"
@@ -49,6 +50,9 @@ public:
 private:
     void registerProcedures(const Parts& parts);
     void addNotices(const Parts& parts);
+    [[nodiscard]] std::optional<Notice> missingWordNotice(const Session& session);
+    [[nodiscard]] std::optional<Notice> shapeNotice(const Session& session) const;
+    [[nodiscard]] std::optional<Notice> emptiedNotice() const;
 
     std::optional<std::string> missingWord_; ///< the name at which the last run ended
 
@@ -76,6 +80,7 @@ public:
     Batches batches;
     ExtraPinRows extraPins;
     MultipleRun multiple;
+    AppliedShape shape;
     MainTabs tabs;
     zt72517::PspiPage pspi; ///< on page 3
     ConfigurationFiles files;

@@ -206,6 +206,8 @@ void Program::registerProcedures(MainForm& form) {
         dialog_->setVisible(true);
     });
     form.files.dialog = [this]() -> ConfigureDialog& { return *dialog_; };
+    form.shape.holdingPanel = [this] { return panels_.holding(); };
+    form.shape.showType = [this] { showType(); };
     form.procedure("itemHelpTopics_Click", [this] { helpRequested.raise(); });
     form.procedure("itemAbout_Click", [this] { about_->setVisible(true); });
     form.procedure("itemExit_Click", [this] { itemExit_Click(); });

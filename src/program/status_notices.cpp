@@ -7,13 +7,12 @@
 namespace bitlux {
 
 StatusNotices::StatusNotices(forms::Form& form) : form_(form) {
-    form.variable(
-        "StatusNotice",
-        [this] {
-            const std::optional<Notice> notice = now();
-            return forms::toValue(notice ? notice->text : std::string());
-        },
-        {});
+    form.variable("StatusNotice",
+                  [this] {
+                      const std::optional<Notice> notice = now();
+                      return forms::toValue(notice ? notice->text : std::string());
+                  },
+                  {});
 }
 
 std::optional<Notice> StatusNotices::now() const {

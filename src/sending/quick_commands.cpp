@@ -1,7 +1,7 @@
 #include "sending/quick_commands.h"
 
-#include "platform/failure.h"
 #include "sending/command_line.h"
+#include "sending/word_fit.h"
 #include "sending/word_text.h"
 
 #include <algorithm>
@@ -12,10 +12,6 @@
 namespace bitlux {
 
 namespace {
-
-Failure outOfRange(const char* what) {
-    return {Failure::Kind::OutOfRange, fmt::format("Subscript out of range: {}", what)};
-}
 
 /// Removes a command from a Batch, whose name stays. The line behind a removed one is not looked
 /// at, so that of two copies in a row one is left.
@@ -91,7 +87,8 @@ void QuickCommands::store(const std::string& name, std::optional<std::size_t> ro
     QuickCommandTable& table = session_.QuickCommandTable;
     const WordBits word = session_.SingleWordBits;
     if (word.size() < table.wordLength())
-        throw outOfRange("the word is too short");
+        throw doesNotFit("The word of this page", word.empty() ? 0 : word.size() - 1,
+                         static_cast<int>(table.wordLength()));
     if (!row) {
         if (session_.QuickCommandTableEmpty == ConstOff)
             table.addRow();
@@ -173,7 +170,7 @@ std::vector<std::int16_t> QuickCommands::wordOf(std::size_t row) const {
         return std::vector<std::int16_t>(length, QuickCommandTable::noBit);
     const WordBits bits = table.bits(row);
     if (bits.size() < length)
-        throw outOfRange("the Quick Command is too short");
+        throw commandDoesNotFit(table.name(row), bits.size(), session_.SPIWordLength);
     return {bits.begin(), bits.begin() + static_cast<std::ptrdiff_t>(length)};
 }
 
