@@ -1,5 +1,6 @@
 #include "gui/elided_label.h"
 
+#include <QEvent>
 #include <QPainter>
 
 namespace bitlux::gui {
@@ -21,9 +22,10 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
                      fontMetrics().elidedText(text(), Qt::ElideRight, room.width()));
 }
 
-void ElidedLabel::resizeEvent(QResizeEvent* event) {
-    QLabel::resizeEvent(event);
-    setToolTip(width() < sizeHint().width() ? text() : QString());
+bool ElidedLabel::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip)
+        setToolTip(width() < sizeHint().width() ? text() : QString());
+    return QLabel::event(event);
 }
 
 } // namespace bitlux::gui

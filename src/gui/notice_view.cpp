@@ -46,6 +46,7 @@ void NoticeView::follow() {
     const QString text = QString::fromStdString(notice->text);
     if (text_->text() != text) {
         text_->setText(text);
+        text_->setMinimumWidth(0); // what was there before counts in the hint
         text_->setMinimumWidth(
             std::min(text_->sizeHint().width(), text_->fontMetrics().averageCharWidth() * longest));
     }
