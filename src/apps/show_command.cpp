@@ -8,6 +8,7 @@
 #include "bench/scripted_desk.h"
 #include "platform/failure.h"
 #include "platform/printable.h"
+#include "sending/command_line.h"
 #include "sending/word_text.h"
 
 #include <algorithm>
@@ -60,7 +61,13 @@ private:
     void printBatches();
     void printBatchNames();
     void printLine(std::size_t number, const std::string& line) {
-        fmt::print(output_, "  {:>4}  {}\n", number, printable(line, longestName));
+        fmt::print(output_, "  {:>4}  {}{}\n", number, printable(line, longestName),
+                   hasNoWord(line) ? "  (no word)" : "");
+    }
+    /// Of a Quick Command that is not there; a run ends at such a line.
+    [[nodiscard]] bool hasNoWord(const std::string& line) {
+        return !isInstruction(line) &&
+               (line.empty() || !program_.session().QuickCommandTable.lastRowNamed(line));
     }
     [[nodiscard]] const char* bus();
 

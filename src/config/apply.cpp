@@ -60,7 +60,7 @@ void ConfigureDialog::recreateWord() {
                       fmt::format("Subscript out of range: a word of {} bits", length));
     session_.SPIWordLength = length;
     session_.SingleWordBits.assign(static_cast<std::size_t>(session_.SPIWordLength) + 1, 0);
-    session_.QuickCommandTable.recreate(session_.SPIWordLength);
+    parts_.emptied.empty();
 }
 
 void ConfigureDialog::emptyLists() {

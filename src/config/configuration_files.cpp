@@ -64,6 +64,7 @@ std::optional<std::vector<std::string>> ConfigurationFiles::play(const std::stri
     ConfigurationReader reader({.session = session_,
                                 .dialog = dialog(),
                                 .commands = parts_.commands,
+                                .emptied = parts_.emptied,
                                 .batches = parts_.batches,
                                 .log = parts_.log,
                                 .tabs = tabs},

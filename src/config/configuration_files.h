@@ -8,6 +8,7 @@
 #include "platform/forms/form.h"
 #include "sending/batches.h"
 #include "sending/command_lists.h"
+#include "sending/emptied_commands.h"
 #include "sending/run_controls.h"
 #include "sending/session_log.h"
 #include "session/session.h"
@@ -26,6 +27,7 @@ public:
     struct Parts {
         Session& session;
         CommandLists& commands;
+        EmptiedCommands& emptied;
         Batches& batches;
         SessionLog& log;
         RunControls& run;

@@ -116,6 +116,7 @@ void ConfigurationReader::reset() {
           &dialog.CheckEnable72537, &dialog.CheckEnable72516})
         part->setValue(0);
     parts_.commands.clear();
+    parts_.emptied.forget();
     parts_.log.clear();
     parts_.batches.clear();
 }
@@ -138,6 +139,7 @@ void ConfigurationReader::play(std::string_view line) {
 void ConfigurationReader::applyNow() {
     parts_.dialog.setVisible(false);
     parts_.dialog.cmdApply_Click();
+    parts_.emptied.forget(); // of what was open before
     session_.QuickCommandTable.recreate(session_.SPIWordLength);
     nextCommandIsFirst_ = true;
 }

@@ -5,6 +5,7 @@
 #include "platform/line_reader.h"
 #include "sending/batches.h"
 #include "sending/command_lists.h"
+#include "sending/emptied_commands.h"
 #include "sending/session_log.h"
 #include "session/session.h"
 
@@ -26,6 +27,7 @@ public:
         Session& session;
         ConfigureDialog& dialog;
         CommandLists& commands;
+        EmptiedCommands& emptied;
         Batches& batches;
         SessionLog& log;
         const PartTabAccess& tabs;

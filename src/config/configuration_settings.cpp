@@ -91,8 +91,8 @@ Setting serialMode(ConfigureDialog& dialog) {
     return setting;
 }
 
-Setting spiType(ConfigureDialog& dialog, const Session& session) {
-    return {"[SPIType]", [&session] { return session.SPIType; },
+Setting spiType(ConfigureDialog& dialog, const PartTabAccess& tabs) {
+    return {"[SPIType]", [&tabs] { return tabs.typeToSave(); },
             [&types = dialog.types](const RecordValue& value) {
                 types.TabStripSPItype.setSelected(integerOf(value));
                 types.TabStripSPItype_Click();
@@ -166,7 +166,7 @@ std::vector<ConfigurationSetting> configurationSettings(ConfigureDialog& dialog,
     };
     addPins(settings, dialog, session);
     settings.push_back(either("[MSBFirst]", dialog.optMSBfirst, dialog.optLSBfirst));
-    settings.push_back(spiType(dialog, session));
+    settings.push_back(spiType(dialog, tabs));
     addPinRows(settings, "Data", dialog.extraPins.dataPins);
     addPinRows(settings, "Control", dialog.extraPins.controlPins);
     settings.push_back(enableLog(dialog));

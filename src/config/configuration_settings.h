@@ -30,6 +30,8 @@ struct PartTabAccess {
     std::function<void()> resetChips;
     /// Enables a chip of a user; false when it has no file, and so no tab.
     std::function<bool(const std::string& name)> addChip;
+    /// The SPI type to save, which is none that a tab has left.
+    std::function<std::int16_t()> typeToSave;
 };
 
 /// All settings, in the order in which they are saved, and the older names among them. Their

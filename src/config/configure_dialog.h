@@ -8,6 +8,7 @@
 #include "platform/forms/form.h"
 #include "platform/forms/text_lines.h"
 #include "sending/command_lists.h"
+#include "sending/emptied_commands.h"
 #include "sending/extra_pin_rows.h"
 #include "sending/run_controls.h"
 #include "sending/session_log.h"
@@ -33,6 +34,7 @@ public:
         SingleWordPage& singleWord;
         SessionLog& log;
         CommandLists& commands;
+        EmptiedCommands& emptied; ///< gets the words that Apply takes
         ExtraPinRows& extraPins;
         forms::Label& labelMainTitle;
         forms::Label& lblConfigNag;

@@ -1,7 +1,8 @@
 // Writes a picture of every form in its main states, for people to look at: all of them, those of
 // the panel of the ZT7251x family with "panel", of that of the ZT72516 with "zt72516", of those
-// whose words are bytes with "bytes", of the page of the ZT72517 with "zt72517", or those of the
-// panel of a chip's file with "chip" and its name. In front of these stand a folder and the scale.
+// whose words are bytes with "bytes", the notices of the status line with "notices", of the page of
+// the ZT72517 with "zt72517", or those of the panel of a chip's file with "chip" and its name. In
+// front of these stand a folder and the scale.
 
 #include "bench/scripted_desk.h"
 #include "chips/chip_library.h"
@@ -10,6 +11,7 @@
 #include "gui/main_window.h"
 #include "gui/recent_menu.h"
 #include "gui/screens/byte_panel_screens.h"
+#include "gui/screens/notice_screens.h"
 #include "gui/screens/zt72516_screens.h"
 #include "gui/screens/zt72517_screens.h"
 #include "gui/theme.h"
@@ -466,11 +468,13 @@ int main(int argc, char** argv) {
         const std::string_view only = argc > 3 ? argv[3] : "";
         if (only.empty() || only == "bytes")
             gui::paintBytePanels(folder, tail);
+        if (only.empty() || only == "notices")
+            gui::paintNotices(folder + "/notice", tail);
         if (only.empty() || only == "zt72516")
             gui::paintZt72516(folder + "/zt72516", tail);
         if (only.empty() || only == "zt72517")
             gui::paintZt72517(folder + "/zt72517", tail);
-        if (only == "bytes" || only == "zt72516" || only == "zt72517")
+        if (only == "notices" || only == "bytes" || only == "zt72516" || only == "zt72517")
             continue;
         Stage panel;
         panel.plugDongle();

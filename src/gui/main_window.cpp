@@ -4,7 +4,9 @@
 #include "gui/add_wait_view.h"
 #include "gui/companion_view.h"
 #include "gui/configure_view.h"
+#include "gui/elided_label.h"
 #include "gui/help_window.h"
+#include "gui/notice_view.h"
 #include "gui/panel_view.h"
 #include "gui/recent_menu.h"
 #include "gui/run_progress_view.h"
@@ -19,7 +21,6 @@
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QFileInfo>
-#include <QLabel>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScreen>
@@ -62,9 +63,13 @@ MainWindow::MainWindow(Program& program, UserSettings settings)
     view_ = new MainView(program, binder_, scroll);
     scroll->setWidget(view_);
     setCentralWidget(scroll);
-    bus_ = new QLabel(this);
+    bus_ = new ElidedLabel(this);
+    bus_->setObjectName("bus");
     bus_->setIndent(10);
-    statusBar()->addWidget(bus_);
+    statusBar()->addWidget(bus_, 1);
+    notice_ = new NoticeView(
+        program.mainForm().notices, [this] { binder_.flushSoon(); }, this);
+    statusBar()->addWidget(notice_);
     statusBar()->setSizeGripEnabled(false); // the window's own border does that
     makeMenus();
     subscriptions_ = {
@@ -88,6 +93,10 @@ void MainWindow::makeMenus() {
     MainForm& form = program_.mainForm();
     QMenu& configure = *menuBar()->addMenu("Co&nfigure");
     menuItem(configure, form.itemPortOptions);
+    configure.addSeparator();
+    menuItem(configure, form.quickCommands.itemRestoreCommands);
+    menuItem(configure, form.shape.itemAppliedWord);
+    configure.addSeparator();
     menuItem(configure, form.itemUpdateDongle);
     QMenu& view = *menuBar()->addMenu("&View");
     addWaveformEntry(view, *this, program_);
@@ -210,6 +219,7 @@ void MainWindow::updateStatus() {
         fmt::format("{} bits, type {}, {} first", session.SPIWordLength, session.SPIType,
                     session.MSBFirst == ConstOn ? "MSB" : "LSB");
     bus_->setText(QString::fromStdString(bus + "    " + shape));
+    notice_->follow();
 }
 
 void MainWindow::followRun() {

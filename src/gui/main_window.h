@@ -12,11 +12,11 @@
 
 #include <QMainWindow>
 
-class QLabel;
-
 namespace bitlux::gui {
 
+class ElidedLabel;
 class HelpWindow;
+class NoticeView;
 class RunProgressView;
 
 /// The main window: menus, the pages of frmMain in a scroll area, a status line; and the windows
@@ -67,7 +67,8 @@ private:
     UserSettings settings_;
     Binder binder_;
     MainView* view_;
-    QLabel* bus_;
+    ElidedLabel* bus_;
+    NoticeView* notice_;
     QAction* dark_ = nullptr;
     RunProgressView* progress_ = nullptr; ///< made for the first run
     std::unique_ptr<HelpWindow> help_;    ///< once it was asked for

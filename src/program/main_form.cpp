@@ -1,11 +1,16 @@
 #include "program/main_form.h"
 
 #include "platform/dongle_commands.h"
+#include "platform/printable.h"
 #include "transfer/dongle_frame.h"
+
+#include <fmt/format.h>
 
 namespace bitlux {
 
 namespace {
+
+constexpr std::int16_t batchTab = 2; ///< the last of the generic ones
 
 /// Puts the dongle into test mode. One that does not answer, or that is gone, is no failure.
 void enterTestMode(const Session& session, DongleLink& dongle) {
@@ -41,8 +46,10 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
                          .run = run,
                          .commands = commands,
                          .boxes = parts.desk.boxes}),
+      emptied(parts.session),
       quickCommands(*this, {.session = parts.session,
                             .commands = commands,
+                            .emptied = emptied,
                             .singleWord = singleWord,
                             .run = run,
                             .boxes = parts.desk.boxes}),
@@ -67,8 +74,11 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
                        .boxes = parts.desk.boxes,
                        .loop = parts.desk.loop,
                        .clock = parts.clock}),
+      shape(*this,
+            {.session = parts.session, .run = run, .pins = parts.pins, .engine = parts.engine}),
       tabs(*this, {.session = parts.session,
                    .run = run,
+                   .shape = shape,
                    .labelMainTitle = labelMainTitle,
                    .library = parts.library}),
       pspi(*this, {.session = parts.session,
@@ -79,10 +89,12 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
                    .selectedPart = [this] { return tabs.selectedPart(); }}),
       files(*this, {.session = parts.session,
                     .commands = commands,
+                    .emptied = emptied,
                     .batches = batches,
                     .log = log,
                     .run = run,
-                    .desk = parts.desk}) {
+                    .desk = parts.desk}),
+      notices(*this) {
     run.sendSingle = [this] { singleWord.DoSPISingle(); };
     run.sendMultiple = [this] {
         multiple.DoSPIMultiple();
@@ -93,7 +105,8 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
                   .isActive = [this](std::int32_t part) { return tabs.IsTabActive(part); },
                   .add = [this](std::int32_t part) { tabs.addPartTab(part); },
                   .resetChips = [this] { tabs.disableChips(); },
-                  .addChip = [this](const std::string& name) { return tabs.enableChip(name); }};
+                  .addChip = [this](const std::string& name) { return tabs.enableChip(name); },
+                  .typeToSave = [this] { return shape.typeToSave(); }};
     log.stopContinuous = [this] { run.cmdStopContinuous_Click(); };
     Command1.hide();
     parts.engine.wordLeaving.subscribe([this] {
@@ -101,6 +114,49 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
         Text2.hide();
     });
     registerProcedures(parts);
+    addNotices(parts);
+}
+
+void MainForm::addNotices(const Parts& parts) {
+    multiple.wordMissing.subscribe([this](const std::string& name) { missingWord_ = name; });
+    parts.engine.wordStarting.subscribe([this] { missingWord_.reset(); });
+    files.fileUsed.subscribe([this] { missingWord_.reset(); });
+    const Session& session = parts.session;
+    notices.add([this, &session] { return missingWordNotice(session); });
+    notices.add([this, &session] { return shapeNotice(session); });
+    notices.add([this] { return emptiedNotice(); });
+}
+
+std::optional<Notice> MainForm::missingWordNotice(const Session& session) {
+    constexpr std::size_t longestName = 40;
+    if (session.ActiveMainTab != batchTab)
+        missingWord_.reset();
+    if (!missingWord_ || session.QuickCommandTable.lastRowNamed(*missingWord_))
+        return {};
+    const std::string name = printable(*missingWord_, longestName);
+    if (!emptied.has(*missingWord_))
+        return Notice{.text = fmt::format("There is no Quick Command \"{}\"", name)};
+    return Notice{.text = fmt::format("\"{}\" has no word: Apply emptied it", name),
+                  .button = "Restore",
+                  .procedure = "RestoreQuickCommands"};
+}
+
+std::optional<Notice> MainForm::shapeNotice(const Session& session) const {
+    if (session.ActiveMainTab > batchTab || shape.isInForce())
+        return {};
+    return Notice{
+        .text = shape.inForceText(), .button = shape.backText(), .procedure = "BackToAppliedWord"};
+}
+
+std::optional<Notice> MainForm::emptiedNotice() const {
+    const std::size_t count = emptied.count();
+    if (count == 0)
+        return {};
+    return Notice{.text = count == 1
+                              ? "Apply emptied the word of 1 Quick Command"
+                              : fmt::format("Apply emptied the words of {} Quick Commands", count),
+                  .button = "Restore",
+                  .procedure = "RestoreQuickCommands"};
 }
 
 void MainForm::registerProcedures(const Parts& parts) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "config/applied_shape.h"
 #include "config/configuration_files.h"
 #include "panels/zt72517/pspi_page.h"
 #include "platform/clock.h"
@@ -7,9 +8,11 @@
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
 #include "program/main_tabs.h"
+#include "program/status_notices.h"
 #include "sending/batches.h"
 #include "sending/command_editor.h"
 #include "sending/command_lists.h"
+#include "sending/emptied_commands.h"
 #include "sending/extra_pin_rows.h"
 #include "sending/multiple_run.h"
 #include "sending/quick_commands.h"
@@ -20,6 +23,9 @@
 #include "session/session.h"
 #include "transfer/pin_layer.h"
 #include "transfer/word_engine.h"
+
+#include <optional>
+#include <string>
 
 namespace bitlux {
 
@@ -43,6 +49,12 @@ public:
 
 private:
     void registerProcedures(const Parts& parts);
+    void addNotices(const Parts& parts);
+    [[nodiscard]] std::optional<Notice> missingWordNotice(const Session& session);
+    [[nodiscard]] std::optional<Notice> shapeNotice(const Session& session) const;
+    [[nodiscard]] std::optional<Notice> emptiedNotice() const;
+
+    std::optional<std::string> missingWord_; ///< the name at which the last run ended
 
 public:
     forms::Label labelMainTitle;
@@ -62,14 +74,17 @@ public:
     CommandLists commands;
     SessionLog log;
     SingleWordPage singleWord;
+    EmptiedCommands emptied;
     QuickCommands quickCommands;
     CommandEditor editor;
     Batches batches;
     ExtraPinRows extraPins;
     MultipleRun multiple;
+    AppliedShape shape;
     MainTabs tabs;
     zt72517::PspiPage pspi; ///< on page 3
     ConfigurationFiles files;
+    StatusNotices notices;
 };
 
 } // namespace bitlux

@@ -42,6 +42,11 @@ const PartRow& rowOf(std::int32_t partNumber) {
     throw Failure(Failure::Kind::OutOfRange, fmt::format("There is no part {}", partNumber));
 }
 
+/// In a notice.
+std::string tabOf(std::int32_t partNumber) {
+    return partNumber == 72518 ? "the ZT7251x tab" : fmt::format("the ZT{} tab", partNumber);
+}
+
 std::string titleOf(std::int32_t partNumber) {
     return fmt::format("ZT{} Bitlux Forge", partNumber);
 }
@@ -180,6 +185,7 @@ void MainTabs::showPartPage(int tab) {
     parts_.labelMainTitle.setCaption(part.TitleText);
     session_.SPIWordLength = part.WordLength;
     session_.SPIType = part.TypeNumber;
+    parts_.shape.lent(tabOf(part.PartNumber));
     showPanel(part.PartNumber);
     if (part.PartNumber == panelWithSendButtons)
         return;
@@ -281,6 +287,7 @@ void MainTabs::visit(std::int32_t partNumber, std::int16_t wordLength, std::int1
     parts_.labelMainTitle.setCaption(titleOf(partNumber));
     session_.SPIWordLength = wordLength;
     session_.SPIType = type;
+    parts_.shape.lent(tabOf(partNumber));
     parts_.run.offerSend(false);
 }
 

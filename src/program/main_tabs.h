@@ -1,6 +1,7 @@
 #pragma once
 
 #include "chips/chip_library.h"
+#include "config/applied_shape.h"
 #include "platform/forms/control_array.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
@@ -23,6 +24,7 @@ public:
     struct Parts {
         Session& session;
         RunControls& run;
+        AppliedShape& shape;
         forms::Label& labelMainTitle;
         const chips::ChipLibrary& library;
     };

@@ -72,6 +72,20 @@ void Panels::keepShape() {
             panel->keepShape();
 }
 
+std::string Panels::holding() const {
+    const Session& session = outside_.session;
+    for (const auto& [name, slot] : slots_) {
+        const PanelForm* panel = slot->find();
+        if (panel == nullptr)
+            continue;
+        const chips::Chip& chip = panel->chip();
+        if (chip.word.bits == session.SPIWordLength &&
+            (chip.panel.leavesType || chip.word.type == session.SPIType))
+            return fmt::format("the {} panel", chip.title);
+    }
+    return {};
+}
+
 void Panels::showUsers(const std::string& chip) {
     library_.requireUsers(chip);
     if (slots_.find(chip) == slots_.end()) {

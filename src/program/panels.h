@@ -28,6 +28,9 @@ public:
     void show(std::string_view chip) { touch(chip).setVisible(true); }
     /// Settings were applied: the panel in front goes on holding the shape of words.
     void keepShape();
+    /// An open panel whose words have the shape that is in force, as "the ZT72516 panel"; empty for
+    /// none.
+    [[nodiscard]] std::string holding() const;
     /// Shows the panel of a user's chip, whose file is read again when its panel is opened anew.
     /// Raises Failure when there is no such chip or its file is damaged.
     void showUsers(const std::string& chip);

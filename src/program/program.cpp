@@ -66,6 +66,7 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                                   .singleWord = form.singleWord,
                                   .log = form.log,
                                   .commands = form.commands,
+                                  .emptied = form.emptied,
                                   .extraPins = form.extraPins,
                                   .labelMainTitle = form.labelMainTitle,
                                   .lblConfigNag = form.lblConfigNag,
@@ -205,6 +206,8 @@ void Program::registerProcedures(MainForm& form) {
         dialog_->setVisible(true);
     });
     form.files.dialog = [this]() -> ConfigureDialog& { return *dialog_; };
+    form.shape.holdingPanel = [this] { return panels_.holding(); };
+    form.shape.showType = [this] { showType(); };
     form.procedure("itemHelpTopics_Click", [this] { helpRequested.raise(); });
     form.procedure("itemAbout_Click", [this] { about_->setVisible(true); });
     form.procedure("itemExit_Click", [this] { itemExit_Click(); });

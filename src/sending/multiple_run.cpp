@@ -1,6 +1,6 @@
 #include "sending/multiple_run.h"
 
-#include "platform/failure.h"
+#include "sending/word_fit.h"
 
 #include <algorithm>
 
@@ -70,13 +70,14 @@ bool MultipleRun::play(const std::string& line, PlaceInPass place) {
 
 bool MultipleRun::send(const std::string& name, PlaceInPass place) {
     const std::optional<std::size_t> row = session_.QuickCommandTable.lastRowNamed(name);
-    if (!row || name.empty()) // a free row has no name
+    if (!row || name.empty()) { // a free row has no name
+        wordMissing.raise(name);
         return refuse("No Quick Commands are selected!");
+    }
     const WordBits bits = session_.QuickCommandTable.bits(*row);
     const auto length = static_cast<std::size_t>(std::max<int>(session_.SPIWordLength, 0));
     if (bits.size() < length)
-        throw Failure(Failure::Kind::OutOfRange,
-                      "Subscript out of range: the Quick Command is too short");
+        throw commandDoesNotFit(name, bits.size(), session_.SPIWordLength);
     session_.WordToSend.assign(bits.begin(), bits.begin() + static_cast<std::ptrdiff_t>(length));
     parts_.engine.SendSPI();
     parts_.log.logWord(parts_.run.continuous(), place);

@@ -60,6 +60,8 @@ public:
     [[nodiscard]] std::int64_t remainingWait() const;
     /// A line, a wait or the run began or ended.
     Event<> progressChanged;
+    /// A line names a Quick Command that has no word, which ends the run.
+    Event<const std::string&> wordMissing;
 
     /// Ends a run at the line it is at, its wait too; for the end of the program.
     void abandon() { abandoned_ = true; }

@@ -1,7 +1,7 @@
 #include "sending/quick_commands.h"
 
-#include "platform/failure.h"
 #include "sending/command_line.h"
+#include "sending/word_fit.h"
 #include "sending/word_text.h"
 
 #include <algorithm>
@@ -12,10 +12,6 @@
 namespace bitlux {
 
 namespace {
-
-Failure outOfRange(const char* what) {
-    return {Failure::Kind::OutOfRange, fmt::format("Subscript out of range: {}", what)};
-}
 
 /// Removes a command from a Batch, whose name stays. The line behind a removed one is not looked
 /// at, so that of two copies in a row one is left.
@@ -37,9 +33,12 @@ QuickCommands::QuickCommands(forms::Form& form, const Parts& parts)
     : parts_(parts),
       session_(parts.session),
       cmdSaveQC(form, "cmdSaveQC", "S&ave"),
-      cmdDeleteQC(form, "cmdDeleteQC", "&Delete") {
+      cmdDeleteQC(form, "cmdDeleteQC", "&Delete"),
+      itemRestoreCommands(form, "itemRestoreCommands", "&Restore Quick Commands") {
     form.procedure("cmdSaveQC_Click", [this] { cmdSaveQC_Click(); });
     form.procedure("cmdDeleteQC_Click", [this] { cmdDeleteQC_Click(); });
+    form.procedure("itemRestoreCommands_Click", [this] { RestoreQuickCommands(); });
+    form.procedure("RestoreQuickCommands", [this] { return RestoreQuickCommands(); });
     form.procedure("cmbMasterQCList_Click", [this] { cmbMasterQCList_Click(); });
     form.procedure("cmbMasterQCList_DblClick", [this] { cmbMasterQCList_DblClick(); });
     form.keyProcedure("cmbMasterQCList_KeyDown",
@@ -88,7 +87,8 @@ void QuickCommands::store(const std::string& name, std::optional<std::size_t> ro
     QuickCommandTable& table = session_.QuickCommandTable;
     const WordBits word = session_.SingleWordBits;
     if (word.size() < table.wordLength())
-        throw outOfRange("the word is too short");
+        throw doesNotFit("The word of this page", word.empty() ? 0 : word.size() - 1,
+                         static_cast<int>(table.wordLength()));
     if (!row) {
         if (session_.QuickCommandTableEmpty == ConstOff)
             table.addRow();
@@ -105,6 +105,20 @@ void QuickCommands::rebuildLists() {
     for (std::size_t row = 0; row < table.rows(); ++row)
         names.emplace_back(table.name(row));
     parts_.commands.setNames(std::move(names));
+    parts_.emptied.recount();
+}
+
+int QuickCommands::RestoreQuickCommands() {
+    parts_.run.cmdStopContinuous_Click();
+    const auto restored = static_cast<int>(parts_.emptied.count());
+    if (restored == 0) {
+        parts_.boxes.show({.text = "There are no words of Quick Commands to restore."});
+        return 0;
+    }
+    session_.ConfigDirty = ConstOn;
+    parts_.emptied.restore();
+    rebuildLists();
+    return restored;
 }
 
 void QuickCommands::cmdDeleteQC_Click() {
@@ -117,6 +131,7 @@ void QuickCommands::cmdDeleteQC_Click() {
     }
     session_.ConfigDirty = ConstOn;
     removeRow(static_cast<std::size_t>(selected));
+    parts_.emptied.forget(name);
     parts_.commands.removeAllToSend(name);
     for (int n = 1; n < session_.BatchCount(); ++n)
         removeFrom(session_.lstBatchList(n), name);
@@ -155,7 +170,7 @@ std::vector<std::int16_t> QuickCommands::wordOf(std::size_t row) const {
         return std::vector<std::int16_t>(length, QuickCommandTable::noBit);
     const WordBits bits = table.bits(row);
     if (bits.size() < length)
-        throw outOfRange("the Quick Command is too short");
+        throw commandDoesNotFit(table.name(row), bits.size(), session_.SPIWordLength);
     return {bits.begin(), bits.begin() + static_cast<std::ptrdiff_t>(length)};
 }
 

@@ -4,6 +4,7 @@
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
 #include "sending/command_lists.h"
+#include "sending/emptied_commands.h"
 #include "sending/run_controls.h"
 #include "sending/single_word_page.h"
 #include "session/session.h"
@@ -24,6 +25,7 @@ public:
     struct Parts {
         Session& session;
         CommandLists& commands;
+        EmptiedCommands& emptied;
         SingleWordPage& singleWord;
         RunControls& run;
         MessageBoxes& boxes;
@@ -33,6 +35,9 @@ public:
 
     void cmdSaveQC_Click();
     void cmdDeleteQC_Click();
+    /// Puts back the words that Apply has emptied, and gives how many names have one again. When
+    /// there are none, a message says so.
+    int RestoreQuickCommands();
     /// Brings the selected Quick Command to the single-word page.
     void cmbMasterQCList_Click();
     void cmbMasterQCList_DblClick();
@@ -55,6 +60,7 @@ private:
 public:
     forms::Button cmdSaveQC;
     forms::Button cmdDeleteQC;
+    forms::MenuItem itemRestoreCommands;
 };
 
 } // namespace bitlux

@@ -2,6 +2,7 @@
 
 #include "platform/conversions.h"
 #include "platform/failure.h"
+#include "sending/word_fit.h"
 #include "sending/word_text.h"
 
 #include <algorithm>
@@ -21,6 +22,13 @@ forms::ControlArray<forms::Label> bitNumbers(forms::Form& form, const std::strin
 }
 
 constexpr std::string_view noBit = "x";
+
+/// The page keeps one element more than the word of the applied length has bits.
+Failure pageDoesNotFit(const Session& session) {
+    const std::size_t elements = session.SingleWordBits.size();
+    return doesNotFit("The word of this page", elements == 0 ? 0 : elements - 1,
+                      session.SPIWordLength);
+}
 
 std::string_view bitCaption(std::int16_t bit) {
     return bit == 0 ? "0" : bit == 1 ? "1" : noBit;
@@ -126,7 +134,7 @@ void SingleWordPage::setAllBits(std::int16_t bit) {
         for (int i = session_.SPIWordLength - 1; i >= 0; --i) {
             if (i < bitColumns)
                 cmdSI_single(i).setCaption(bitCaption(bit));
-            session_.SingleWordBits.at(static_cast<std::size_t>(i)) = bit;
+            bitOf(static_cast<std::size_t>(i)) = bit;
         }
     } else if (session_.DisplayHex == 1) {
         std::string digits;
@@ -149,10 +157,22 @@ bool SingleWordPage::DoSPISingle() {
     if (session_.DisplayHex == 1 && !takeHexEntry("Nothing to send!"))
         return false;
     session_.WordToSend = session_.SingleWordBits;
+    requireFit();
     parts_.engine.SendSPI();
     if (showAnswer())
         parts_.log.logWord(parts_.run.continuous());
     return session_.WordAnswered;
+}
+
+std::int16_t& SingleWordPage::bitOf(std::size_t index) {
+    if (index >= session_.SingleWordBits.size())
+        throw pageDoesNotFit(session_);
+    return session_.SingleWordBits[index];
+}
+
+void SingleWordPage::requireFit() const {
+    if (static_cast<int>(session_.SingleWordBits.size()) < session_.SPIWordLength)
+        throw pageDoesNotFit(session_);
 }
 
 bool SingleWordPage::takeHexEntry(const char* whenEmpty) {
@@ -196,7 +216,7 @@ void SingleWordPage::setSingleWordBitsFromHex() {
     const auto length = static_cast<std::size_t>(std::max<int>(session_.SPIWordLength, 0));
     for (std::size_t i = 0; i < std::min(length, 4 * text.size()); ++i) {
         const int digit = hexDigit(text[text.size() - 1 - i / 4]);
-        session_.SingleWordBits.at(i) = static_cast<std::int16_t>((digit >> (i % 4)) & 1);
+        bitOf(i) = static_cast<std::int16_t>((digit >> (i % 4)) & 1);
     }
 }
 

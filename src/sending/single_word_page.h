@@ -50,6 +50,9 @@ public:
 
 private:
     [[nodiscard]] bool fits(const std::string& text);
+    /// A bit of the word of the page; raises Failure (OutOfRange) when it has none of this number.
+    [[nodiscard]] std::int16_t& bitOf(std::size_t index);
+    void requireFit() const;
     void padHexEntry();
     void setSingleWordBitsFromHex();
     void setAllBits(std::int16_t bit);

@@ -55,6 +55,28 @@ TEST(ShowCommand, PrintsWhatAFileHolds) {
               std::string::npos);
 }
 
+TEST(ShowCommand, MarksLinesThatHaveNoWord) {
+    const TemporaryFolder folder;
+    const std::string output =
+        bitlux("show " + folder.write("lost.spi",
+                                      "\"Bitlux Configuration File (Version 3.x.x)\",0\r\n"
+                                      "\"[ApplyNow]\",0\r\n"
+                                      "\"[QuickCommand]\",\"0 0 0 0 0 0 1 1 Read\"\r\n"
+                                      "\"[CommandToSend]\",\"Wake\"\r\n"
+                                      "\"[CommandToSend]\",\"* Pause\"\r\n"
+                                      "\"[BatchItem]\",\"1 Night\"\r\n"
+                                      "\"[BatchItem]\",\"1 Read\"\r\n"
+                                      "\"[BatchItem]\",\"1 read\"\r\n"))
+            .output;
+    EXPECT_EQ(output.substr(output.find("Commands To")), "Commands To Send: 2\n"
+                                                         "     1  Wake  (no word)\n"
+                                                         "     2  * Pause\n"
+                                                         "\nBatches: 1\n"
+                                                         "  Night\n"
+                                                         "     1  Read\n"
+                                                         "     2  read  (no word)\n");
+}
+
 TEST(ShowCommand, EndsWithOneAtADamagedFile) {
     const TemporaryFolder folder;
     const std::string file =

@@ -168,6 +168,42 @@ TEST(MainWindow, RefreshesAtMostOnceAFrame) {
     EXPECT_EQ(bench.widget<QLabel>("frmMain.labelMainTitle").text(), "999");
 }
 
+TEST(MainWindow, TellsInTheStatusLineWhatHelps) {
+    WindowBench bench;
+    bench.configure("24");
+    bench.settle();
+    const auto& text = bench.widget<QLabel>("notice.text");
+    const auto& button = bench.widget<QPushButton>("notice.button");
+    EXPECT_FALSE(text.isVisible());
+    bench.type("frmMain.txtHexWordToSend", "A5C3F0");
+    bench.get<forms::ComboBox>("frmMain.cmbMasterQCList").edit("Wake");
+    bench.press("frmMain.cmdSaveQC");
+    bench.click("frmConfigureSPI.cmdApply");
+    bench.settle();
+    EXPECT_EQ(text.text(), "Apply emptied the word of 1 Quick Command");
+    EXPECT_EQ(button.text(), "Restore");
+    bench.program.mainForm().call("SetSpiWordLength", 16); // what is in the way goes first
+    bench.window.binder().flushSoon();
+    bench.settle();
+    EXPECT_EQ(button.text(), "Back to 24 bits, type 1");
+    bench.press("notice.button");
+    EXPECT_EQ(bench.session().SPIWordLength, 24);
+    EXPECT_EQ(button.text(), "Restore");
+    // Long names and a small window keep the button in sight.
+    bench.window.resize(640, 480);
+    bench.get<forms::TabStrip>("frmMain.TabStripMain").click(2);
+    bench.program.mainForm().commands.setToSend({std::string(200, 'W')});
+    bench.click("frmMain.cmdSendOnce");
+    bench.program.mainForm().commands.setToSend({"Wake"});
+    bench.click("frmMain.cmdSendOnce");
+    bench.settle();
+    EXPECT_EQ(bench.window.width(), 640);
+    EXPECT_LT(button.mapTo(&bench.window, QPoint(button.width(), 0)).x(), 640);
+    bench.press("notice.button");
+    EXPECT_FALSE(text.isVisible());
+    EXPECT_FALSE(button.isVisible());
+}
+
 TEST(MainWindow, IgnoresAClickThatCameTooLate) {
     WindowBench bench;
     bench.configure("8");

@@ -123,6 +123,90 @@ TEST(MainTabs, OpenTheirPanelsWhereThereAreSome) {
     EXPECT_EQ(opened, (std::vector{72537, 72537, 72518, 72518, 72516, 72516}));
 }
 
+/// Words of 24 bits in type 3 on the port, and what the status line tells.
+struct LentBench : TabBench {
+    explicit LentBench(const std::vector<int>& parts) : TabBench(parts) {
+        get<forms::TabStrip>("frmConfigureSPI.TabStripSPItype").click(3);
+        configure("24");
+        program.dialog().setVisible(false);
+    }
+    std::string notice() {
+        const std::optional<Notice> now = program.mainForm().notices.now();
+        return now ? fmt::format("{} [{}]", now->text, now->button) : "";
+    }
+    /// Length and type as Save writes them.
+    std::string savedShape() {
+        const TemporaryFolder folder;
+        session().ConfigFileName = folder.path("a.spi");
+        program.mainForm().files.itemSave_Click();
+        const std::string text = contentOf(session().ConfigFileName);
+        const auto valueOf = [&text](const std::string& key) {
+            const std::size_t begin = text.find(key) + key.size();
+            return text.substr(begin, text.find('\r', begin) - begin);
+        };
+        return valueOf("\"[SPIWordLength]\",") + " " + valueOf("\"[SPIType]\",");
+    }
+};
+
+TEST(MainTabs, GiveBackTheShapeThatTheyLeave) {
+    LentBench bench({72517, 72518, 72516});
+    bench.strip().click(4);
+    bench.program.forms().unload("ZT72518");
+    bench.click("frmMain.ZT72518_windows");
+    EXPECT_EQ(bench.notice(), "") << "it belongs here";
+    bench.strip().click(1);
+    EXPECT_EQ(bench.notice(), "16 bits, type 2 from the ZT7251x family panel "
+                              "[Back to 24 bits, type 3]");
+    bench.strip().click(3);
+    bench.strip().click(2);
+    EXPECT_EQ(bench.notice(), "8 bits, type 4 from the ZT72517 tab [Back to 24 bits, type 3]");
+    EXPECT_EQ(bench.savedShape(), "\"24\" 3");
+    bench.strip().click(1);
+    bench.session().DataPortPins.setLevel(bench.session().ClockPin, 0);
+    EXPECT_EQ(accessesOf(bench, [&] { bench.program.mainForm().notices.press(); }), "05")
+        << "the clock of the type rests high again";
+    EXPECT_EQ(bench.notice(), "");
+    bench.send("A5C3F0");
+    EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "A5C3F0");
+    EXPECT_EQ(accessesOf(bench, [&] { bench.choose("frmMain.itemAppliedWord"); }), "");
+    // A type that something else has set is saved as it is.
+    bench.session().SPIType = 5;
+    EXPECT_EQ(bench.notice(), "24 bits, type 5 instead of what was applied "
+                              "[Back to 24 bits, type 3]");
+    EXPECT_EQ(bench.savedShape(), "\"24\" 5");
+}
+
+TEST(MainTabs, LeaveAShapeThatAPageMayNotFit) {
+    LentBench bench({72516});
+    bench.configure("8");
+    bench.program.dialog().setVisible(false);
+    bench.edit("frmMain.txtHexWordToSend", "A5");
+    bench.get<forms::ComboBox>("frmMain.cmbMasterQCList").edit("Wake");
+    bench.click("frmMain.cmdSaveQC");
+    bench.session().SPIWordLength = 32; // as the tab leaves it
+    bench.send("5A");
+    bench.session().DisplayHex = 0;
+    bench.click("frmMain.cmdSendOnce");
+    bench.click("frmMain.cmdAll1Single");
+    bench.get<forms::ComboBox>("frmMain.cmbMasterQCList").select(0);
+    bench.strip().click(2);
+    bench.program.mainForm().commands.setToSend({"Wake"});
+    bench.click("frmMain.cmdSendOnce");
+    const std::string reason = " has 8 bits, but words of 32 bits are sent now: a part tab or a "
+                               "panel has set that length.\r\nfrmMain.";
+    const std::string page = "The word of this page" + reason;
+    const std::string command = "The Quick Command \"Wake\"" + reason;
+    EXPECT_EQ(
+        bench.boxes.takeTexts(),
+        (std::vector<std::string>{page + "cmdSendOnce_Click", page + "cmdSendOnce_Click",
+                                  page + "cmdAll1Single_Click", command + "cmbMasterQCList_Click",
+                                  command + "cmdSendOnce_Click"}));
+    EXPECT_EQ(bench.log(), std::vector<std::string>{});
+    bench.program.mainForm().call("BackToAppliedWord");
+    bench.click("frmMain.cmdSendOnce");
+    EXPECT_EQ(bench.log().size(), 5U);
+}
+
 TEST(MainTabs, AnswerByName) {
     TabBench bench({72518});
     forms::Form& form = bench.program.mainForm();

@@ -195,6 +195,79 @@ TEST(QuickCommands, OutliveApplyAsNamesAlone) {
     EXPECT_EQ(bench.available(), Texts{});
 }
 
+/// What the status line tells, and presses its button.
+struct NoticeBench : BatchBench {
+    using BatchBench::BatchBench;
+    std::string notice() {
+        return std::get<std::string>(program.mainForm().readVariable("StatusNotice"));
+    }
+    std::int64_t restore() {
+        return std::get<std::int64_t>(program.mainForm().call("RestoreQuickCommands"));
+    }
+    std::string wordOf(int index) {
+        names().select(index);
+        return text("frmMain.txtHexWordToSend");
+    }
+};
+
+TEST(QuickCommands, ComeBackAfterAnApplyThatEmptiedThem) {
+    NoticeBench bench;
+    bench.save("Wake", "A5");
+    bench.save("Sleep", "3C");
+    EXPECT_EQ(bench.notice(), "");
+    bench.click("frmConfigureSPI.cmdApply");
+    bench.click("frmConfigureSPI.cmdApply"); // finds nothing to keep
+    EXPECT_EQ(bench.notice(), "Apply emptied the words of 2 Quick Commands");
+    bench.openBatchPage();
+    EXPECT_EQ(bench.play({"Wake"}), Texts{"No Quick Commands are selected!"});
+    EXPECT_EQ(bench.notice(), "\"Wake\" has no word: Apply emptied it");
+    EXPECT_EQ(bench.program.mainForm().notices.now()->button, "Restore");
+    // Words that came later stay, and go with the others into the next Apply.
+    bench.save("Sleep", "C3");
+    bench.save("Read", "03");
+    EXPECT_EQ(bench.available(), (Texts{"", "Sleep", "Read"}));
+    bench.click("frmConfigureSPI.cmdApply");
+    bench.save("Read", "04");
+    bench.dirty();
+    bench.program.mainForm().notices.press();
+    EXPECT_TRUE(bench.dirty());
+    EXPECT_EQ(bench.notice(), "");
+    EXPECT_EQ(bench.available(), (Texts{"Wake", "Sleep", "Read"}));
+    EXPECT_EQ(bench.wordOf(0) + bench.wordOf(1) + bench.wordOf(2), "A5C304");
+    bench.openBatchPage();
+    EXPECT_EQ(bench.play({"Wake", "gone"}), Texts{"No Quick Commands are selected!"});
+    EXPECT_EQ(bench.notice(), "There is no Quick Command \"gone\"");
+    EXPECT_EQ(bench.program.mainForm().notices.now()->button, "");
+    EXPECT_EQ(bench.play({"Wake"}), Texts{});
+    EXPECT_EQ(bench.notice(), "");
+}
+
+TEST(QuickCommands, ComeBackInWordsOfTheirLengthAlone) {
+    NoticeBench bench;
+    for (const char* name : {"a", "b", "c"})
+        bench.save(name, "5A");
+    bench.configure("9");
+    EXPECT_EQ(bench.notice(), "");
+    EXPECT_EQ(bench.restore(), 0);
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"There are no words of Quick Commands to restore."});
+    bench.configure("8");
+    EXPECT_EQ(bench.notice(), "Apply emptied the words of 3 Quick Commands");
+    EXPECT_EQ(bench.restore(), 3);
+    bench.click("frmConfigureSPI.cmdApply");
+    bench.names().edit("b");
+    bench.names().setListIndex(1);
+    bench.click("frmMain.cmdDeleteQC"); // what a hand deletes does not come back
+    EXPECT_EQ(bench.notice(), "Apply emptied the words of 2 Quick Commands");
+    // another file gives them up
+    const TemporaryFolder folder;
+    bench.program.open(folder.write("other.spi", "\"Bitlux Configuration File (Version 3.x.x)\","
+                                                 "\"\"\r\n\"[SPIWordLength]\",\"8\"\r\n"
+                                                 "\"[ApplyNow]\",\"\"\r\n"));
+    EXPECT_EQ(bench.available(), Texts{});
+    EXPECT_EQ(bench.notice(), "");
+    EXPECT_EQ(bench.restore(), 0);
+}
+
 TEST(QuickCommands, ShowTheirBitsInBinaryDisplay) {
     BatchBench bench("4");
     bench.save("five", "5");
