@@ -49,6 +49,7 @@ private:
 
     const RunOptions& options_;
     const RunReport* report_ = nullptr;
+    Subscription lineBegins_;
 };
 
 bool Run::prepare() {
@@ -71,6 +72,12 @@ void Run::chooseCommands() {
 }
 
 std::unique_ptr<WordReport> Run::makeReport() {
+    // A pin that a line sets is no word, which a signal would be looked for before. The report hears
+    // of the line later.
+    lineBegins_ = multiple().progressChanged.follow([this] {
+        if (multiple().progress())
+            interruption().check();
+    });
     auto report = std::make_unique<RunReport>(program(), clock(), output(), options().outputs.json);
     report_ = report.get();
     return report;

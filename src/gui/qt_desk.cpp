@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QShortcut>
 #include <QTimer>
 
 #include <chrono>
@@ -91,6 +92,11 @@ MessageBox::Answer QtBoxes::show(const MessageBox& box) {
     widget.setText(QString::fromStdString(box.whole()).remove('\r'));
     widget.setStandardButtons(buttonsOf(box.buttons));
     widget.setIcon(iconOf(box.icon));
+    const QShortcut abort(Qt::SHIFT | Qt::Key_Escape, &widget);
+    QObject::connect(&abort, &QShortcut::activated, &widget, [this, &widget] {
+        widget.reject();
+        abortRequested.raise();
+    });
     return answerOf(widget.exec(), box.buttons);
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/clock.h"
 #include "platform/desk.h"
+#include "platform/event.h"
 #include "platform/linux/system_tool.h"
 
 #include <cstdint>
@@ -13,9 +14,12 @@
 
 namespace bitlux::gui {
 
-/// Message boxes over the active window.
+/// Message boxes over the active window. Shift+Escape closes a box without a button.
 class QtBoxes : public MessageBoxes {
 public:
+    /// Shift+Escape in a box.
+    Event<> abortRequested;
+
     MessageBox::Answer show(const MessageBox& box) override;
 };
 

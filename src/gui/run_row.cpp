@@ -2,6 +2,7 @@
 
 #include <QGridLayout>
 #include <QPointer>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace bitlux::gui {
@@ -10,8 +11,9 @@ RunRow::RunRow(RunControls& run, Binder& binder, QWidget* parent) : QWidget(pare
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
     // The two of a pair share a place, so that nothing moves when one takes over.
-    const std::array<forms::Button*, 4> controls{&run.cmdSendOnce, &run.cmdCancelSingle,
-                                                 &run.cmdSendContinuous, &run.cmdStopContinuous};
+    const std::array<forms::Button*, 5> controls{&run.cmdSendOnce, &run.cmdCancelSingle,
+                                                 &run.cmdSendContinuous, &run.cmdStopContinuous,
+                                                 &run.cmdAbort};
     for (std::size_t i = 0; i < controls.size(); ++i) {
         auto* button = binder.make<QPushButton>(*controls[i], this);
         button->setMinimumWidth(button->fontMetrics().horizontalAdvance("Send Continuously") + 36);
@@ -19,7 +21,11 @@ RunRow::RunRow(RunControls& run, Binder& binder, QWidget* parent) : QWidget(pare
         grid->addWidget(button, 0, static_cast<int>(i / 2));
         buttons_[i] = button;
     }
-    grid->setColumnStretch(2, 1);
+    grid->setColumnStretch(3, 1);
+    // In every window of the program; the button's own would go with its text.
+    new QShortcut(
+        Qt::SHIFT | Qt::Key_Escape, this, [abort = buttons_.back()] { abort->click(); },
+        Qt::ApplicationShortcut);
 }
 
 void RunRow::moveTo(const Place& place) {

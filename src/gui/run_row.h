@@ -5,11 +5,12 @@
 
 #include <array>
 
+#include <QPushButton>
 #include <QWidget>
 
 namespace bitlux::gui {
 
-/// The four run buttons. They are shared by the pages and stand on the one that is shown.
+/// The five run buttons. They are shared by the pages and stand on the one that is shown.
 class RunRow : public QWidget {
 public:
     RunRow(RunControls& run, Binder& binder, QWidget* parent);
@@ -22,7 +23,7 @@ public:
     void moveTo(const Place& place);
 
 private:
-    std::array<QWidget*, 4> buttons_{};
+    std::array<QPushButton*, 5> buttons_{};
 };
 
 } // namespace bitlux::gui

@@ -100,6 +100,7 @@ int runInWindow(const std::string& commandLine, const Hardware& hardware, Virtua
     std::atexit(endRunningProgram);
     if (bench != nullptr)
         bench->wireFor(program.session());
+    desk.boxes.abortRequested.subscribe([&program] { program.mainForm().run.cmdAbort_Click(); });
     int result = 0;
     {
         const Stage stage(program, bench, settings);

@@ -46,9 +46,13 @@ void MultipleRun::DoSPIMultiple() {
     const forms::ListBox& list = parts_.commands.lstCommandsToSend;
     const std::size_t lines = list.count();
     const Shown shown(*this, {.lines = lines, .pass = parts_.run.pass(), .waitUntil = {}});
-    for (std::size_t i = 0; i < lines && !abandoned_; ++i) {
+    for (std::size_t i = 0; i < lines && !hasEnded(); ++i) {
         progress_->line = i;
         progressChanged.raise();
+        if (i >= list.count())
+            throw Failure(
+                Failure::Kind::OutOfRange,
+                fmt::format("Subscript out of range: line {} of the list was removed", i + 1));
         if (!play(list.line(i), {.first = i == 0, .last = i + 1 == lines}))
             return;
     }
@@ -106,7 +110,7 @@ bool MultipleRun::wait(std::string_view number, std::string_view unit) {
     parts_.loop.turn();
     constexpr std::int64_t millisecond = 1'000'000;
     passTime(waitMilliseconds(number, *factor) * millisecond);
-    parts_.log.logNote("Done Waiting", parts_.run.continuous());
+    parts_.log.logNote(hasEnded() ? "Wait Aborted" : "Done Waiting", parts_.run.continuous());
     return true;
 }
 
@@ -114,7 +118,7 @@ void MultipleRun::passTime(std::int64_t nanoseconds) {
     const std::int64_t end = parts_.clock.nanoseconds() + nanoseconds;
     progress_->waitUntil = end;
     progressChanged.raise();
-    for (std::int64_t left = nanoseconds; left > 0 && parts_.run.goesOn() && !abandoned_;
+    for (std::int64_t left = nanoseconds; left > 0 && parts_.run.goesOn() && !hasEnded();
          left = end - parts_.clock.nanoseconds())
         parts_.loop.waitForEvents(left);
     progress_->waitUntil.reset();

@@ -49,9 +49,9 @@ public:
     MultipleRun(forms::Form& form, const Parts& parts);
 
     /// Plays the list once. Words are sent one after the other; events are delivered in waits and
-    /// pauses alone, so that these are where Stop and Cancel count. A stopped wait is over, and the
-    /// lines behind it are still played. Lines that were removed meanwhile raise Failure
-    /// (OutOfRange).
+    /// pauses alone, so that these are where Stop, Cancel and Abort count. A stopped wait is over,
+    /// and the lines behind it are still played; an aborted run ends where it is. Lines that were
+    /// removed meanwhile raise Failure (OutOfRange).
     void DoSPIMultiple();
 
     /// Nothing while no run is on.
@@ -69,6 +69,7 @@ public:
 private:
     class Shown;
 
+    [[nodiscard]] bool hasEnded() const { return abandoned_ || parts_.run.aborted(); }
     /// False when the run ends with this line.
     bool play(const std::string& line, PlaceInPass place);
     bool send(const std::string& name, PlaceInPass place);

@@ -31,6 +31,7 @@ public:
     UnderWay& operator=(const UnderWay&) = delete;
 
     State state;
+    bool aborted = false;
     UnderWay* const outer; ///< that this one began in
 
 private:
@@ -46,12 +47,18 @@ RunControls::RunControls(forms::Form& form, Session& session, EventLoop& loop,
       cmdSendOnce(form, "cmdSendOnce", "&Send Once"),
       cmdSendContinuous(form, "cmdSendContinuous", "Send Con&tinuously"),
       cmdStopContinuous(form, "cmdStopContinuous", "S&top"),
-      cmdCancelSingle(form, "cmdCancelSingle", "&Cancel") {
+      cmdCancelSingle(form, "cmdCancelSingle", "&Cancel"),
+      cmdAbort(form, "cmdAbort", "Abort") {
+    cmdStopContinuous.setTooltip("End the waits and stop behind this pass; its lines that are left "
+                                 "are sent at once");
+    cmdCancelSingle.setTooltip("End the waits; the lines that are left are sent at once");
+    cmdAbort.setTooltip("End the run here; nothing more is sent (Shift+Esc)");
     showButtons();
     form.procedure("cmdSendOnce_Click", [this] { cmdSendOnce_Click(); });
     form.procedure("cmdSendContinuous_Click", [this] { cmdSendContinuous_Click(); });
     form.procedure("cmdStopContinuous_Click", [this] { cmdStopContinuous_Click(); });
     form.procedure("cmdCancelSingle_Click", [this] { cmdCancelSingle_Click(); });
+    form.procedure("cmdAbort_Click", [this] { cmdAbort_Click(); });
     form.keyProcedure("cmdSendOnce_KeyDown", [this](forms::KeyCode code) {
         if (code == forms::KeyCode::Enter)
             cmdSendOnce_Click();
@@ -62,6 +69,10 @@ RunControls::State RunControls::state() const {
     return run_ == nullptr ? State::Idle : run_->state;
 }
 
+bool RunControls::aborted() const {
+    return run_ != nullptr && run_->aborted;
+}
+
 void RunControls::showButtons() {
     const State now = state();
     cmdSendOnce.setVisible(offered_ && now != State::Once);
@@ -70,6 +81,7 @@ void RunControls::showButtons() {
     cmdSendContinuous.setEnabled(now != State::Once);
     cmdStopContinuous.setVisible(now == State::Continuous);
     cmdCancelSingle.setVisible(now == State::Once);
+    cmdAbort.setVisible(run_ != nullptr && !run_->aborted);
 }
 
 void RunControls::offerSend(bool offered) {
@@ -141,6 +153,13 @@ void RunControls::cmdCancelSingle_Click() {
     for (UnderWay* run = run_; run != nullptr; run = run->outer)
         run->state = State::Cancelled;
     showButtons();
+}
+
+void RunControls::cmdAbort_Click() {
+    for (UnderWay* run = run_; run != nullptr; run = run->outer)
+        run->aborted = true;
+    cmdStopContinuous_Click();
+    cmdCancelSingle_Click();
 }
 
 } // namespace bitlux

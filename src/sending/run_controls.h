@@ -11,7 +11,7 @@
 
 namespace bitlux {
 
-/// The run of the generic pages and its four buttons, which follow from its state.
+/// The run of the generic pages and its five buttons, which follow from its state.
 class RunControls {
 public:
     enum class State : std::uint8_t {
@@ -37,6 +37,9 @@ public:
     void cmdStopContinuous_Click();
     /// Ends the waits of a run, of those too that it began in.
     void cmdCancelSingle_Click();
+    /// Ends the run, and those that it began in, with nothing more going out; harmless when nothing
+    /// runs.
+    void cmdAbort_Click();
     /// Sends once when its button offers it.
     void sendOnceIfOffered();
     /// Shows the two Send buttons, as far as the run lets them, or takes them away.
@@ -49,6 +52,8 @@ public:
     [[nodiscard]] bool goesOn() const {
         return state() == State::Once || state() == State::Continuous;
     }
+    /// Nothing more of the run that began last may go out.
+    [[nodiscard]] bool aborted() const;
     /// The number of the present pass, or of the last one: from 1 in a continuous run, 1 in a
     /// single one.
     [[nodiscard]] int pass() const { return pass_; }
@@ -72,6 +77,7 @@ public:
     forms::Button cmdSendContinuous;
     forms::Button cmdStopContinuous;
     forms::Button cmdCancelSingle;
+    forms::Button cmdAbort; ///< in sight until the run has ended, also when it was told to stop
 };
 
 } // namespace bitlux

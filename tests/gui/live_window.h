@@ -21,6 +21,7 @@ struct LiveWindow {
 
     LiveWindow() {
         bench.wireFor(program.session());
+        desk.boxes.abortRequested.subscribe([this] { program.mainForm().run.cmdAbort_Click(); });
         program.Main();
         ConfigureDialog& dialog = program.dialog();
         dialog.Btn_ParallelPort_Click();

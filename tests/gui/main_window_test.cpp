@@ -287,6 +287,39 @@ TEST(MainWindow, StaysAliveInAContinuousRun) {
     EXPECT_TRUE(live.button("frmMain.cmdSendOnce").isEnabled());
 }
 
+TEST(MainWindow, AbortsARunByShiftEscapeInADialogAndInABox) {
+    for (const bool inBox : {false, true}) {
+        LiveWindow live;
+        MainForm& form = live.program.mainForm();
+        live.program.forms().get<forms::ComboBox>("frmMain.cmbMasterQCList").edit("a");
+        form.quickCommands.cmdSaveQC.click();
+        form.tabs.TabStripMain.click(2);
+        form.commands.setToSend({"a", "* Wait 1 hrs", "a"});
+        live.program.dialog().setVisible(true);
+        live.program.session().ParallelPortReady = !inBox; // the word fails, and the run goes on
+        QTimer press;
+        QObject::connect(&press, &QTimer::timeout, [&] {
+            auto* box = QApplication::activeModalWidget();
+            auto* dialog = live.window->findChild<gui::FormDialog*>();
+            if (inBox ? box != nullptr : form.multiple.remainingWait() > 0) {
+                dialog->activateWindow();
+                QTest::keyClick(inBox ? box : dialog, Qt::Key_Escape, Qt::ShiftModifier);
+            }
+        });
+        press.start(5);
+        bool late = false;
+        QTimer::singleShot(20'000, live.window.get(), [&] {
+            late = true;
+            form.multiple.abandon();
+        });
+        form.run.cmdSendOnce.click();
+        EXPECT_FALSE(late) << inBox;
+        EXPECT_FALSE(form.multiple.progress());
+        EXPECT_TRUE(live.program.dialog().visible());
+        EXPECT_EQ(form.log.lines().size(), inBox ? 0U : 5U + 3U); // a word, and its wait
+    }
+}
+
 TEST(MainWindow, ShowsABoxForAFailureAndLives) {
     LiveWindow live;
     live.program.session().SPIType = 12;

@@ -41,7 +41,8 @@ struct RunBench : BatchBench {
         const RunControls& controls = program.mainForm().run;
         return controls.cmdSendOnce.visible() && controls.cmdSendOnce.enabled() &&
                controls.cmdSendContinuous.visible() && controls.cmdSendContinuous.enabled() &&
-               !controls.cmdCancelSingle.visible() && !controls.cmdStopContinuous.visible();
+               !controls.cmdCancelSingle.visible() && !controls.cmdStopContinuous.visible() &&
+               !controls.cmdAbort.visible();
     }
     /// Sends continuously until the n-th turn of the loop.
     void playContinuously(const Texts& lines, int turns) {
@@ -198,6 +199,48 @@ TEST(MultipleRun, CancelEndsTheRunThatAnotherBeganInToo) {
     EXPECT_TRUE(bench.idle());
 }
 
+TEST(MultipleRun, AbortEndsItWithNothingMoreGoingOut) {
+    struct Case {
+        const char* what;
+        const char* start;
+        std::function<void(RunBench&)> event; ///< in the first wait
+        Texts log;
+    };
+    const auto abort = [](RunBench& bench) { bench.click("frmMain.cmdAbort"); };
+    const Texts first{"Waiting 1 hrs ...", "Wait Aborted"};
+    const Case cases[] = {
+        {"once", "frmMain.cmdSendOnce", abort, first},
+        {"continuously", "frmMain.cmdSendContinuous", abort, first},
+        {"behind Cancel", "frmMain.cmdSendOnce",
+         [&](RunBench& bench) {
+             bench.click("frmMain.cmdCancelSingle");
+             bench.loop.atTurn(1, [&] { abort(bench); });
+         },
+         {"Waiting 1 hrs ...", "Done Waiting", "0A", "Waiting 1 hrs ...", "Wait Aborted"}},
+        {"in a run within the wait", "frmMain.cmdSendContinuous",
+         [&](RunBench& bench) {
+             bench.loop.atTurn(1, [&] { abort(bench); });
+             bench.program.mainForm().run.cmdSendOnce_Click();
+         },
+         {"Waiting 1 hrs ...", "Waiting 1 hrs ...", "Wait Aborted", "Wait Aborted"}},
+        {"and sends anew", "frmMain.cmdSendOnce",
+         [&](RunBench& bench) {
+             abort(bench);
+             bench.setToSend({"b"});
+             bench.click("frmMain.cmdSendOnce");
+         },
+         {"Waiting 1 hrs ...", "0B", "Wait Aborted"}},
+    };
+    for (const Case& c : cases) {
+        RunBench bench;
+        bench.setToSend({"* Wait 1 hrs", "a", "* Wait 1 hrs", "b"});
+        bench.loop.atTime(bench.clock.nanoseconds() + millisecond, [&] { c.event(bench); });
+        EXPECT_LT(bench.elapsedIn([&] { bench.click(c.start); }), 2 * millisecond) << c.what;
+        EXPECT_EQ(bench.logged(), c.log) << c.what;
+        EXPECT_TRUE(bench.idle()) << c.what;
+    }
+}
+
 TEST(MultipleRun, LogsAContinuousRunByItsRules) {
     struct Case {
         const char* option;
@@ -277,7 +320,7 @@ TEST(MultipleRun, LivesThroughChangesDuringAWait) {
         std::function<void(RunBench&)> change;
         Texts boxes;
     };
-    const Texts gone{"The line 1 does not exist in frmMain.lstCommandsToSend\r\n"
+    const Texts gone{"Subscript out of range: line 2 of the list was removed\r\n"
                      "frmMain.cmdSendOnce_Click"};
     const Texts unknown{"No Quick Commands are selected!"};
     const Case cases[] = {

@@ -7,12 +7,12 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-/// The four run buttons: + visible and enabled, - visible and disabled, . hidden; in the order
-/// Send Once, Cancel, Send Continuously, Stop.
+/// The five run buttons: + visible and enabled, - visible and disabled, . hidden; in the order
+/// Send Once, Cancel, Send Continuously, Stop, Abort.
 std::string buttons(TestBench& bench) {
     std::string state;
     for (const char* name :
-         {"cmdSendOnce", "cmdCancelSingle", "cmdSendContinuous", "cmdStopContinuous"}) {
+         {"cmdSendOnce", "cmdCancelSingle", "cmdSendContinuous", "cmdStopContinuous", "cmdAbort"}) {
         const forms::Control& button =
             bench.program.forms().control(std::string("frmMain.") + name);
         state += !button.visible() ? '.' : button.enabled() ? '+' : '-';
@@ -27,16 +27,16 @@ int wordsIn(TestBench& bench) {
 TEST(Run, HasThreeStates) {
     TestBench bench;
     bench.configure("8");
-    EXPECT_EQ(buttons(bench), "+.+.");
+    EXPECT_EQ(buttons(bench), "+.+..");
     std::string whileSending;
     bench.program.engine().wordTransferred.subscribe([&] { whileSending = buttons(bench); });
     bench.send("A5");
-    EXPECT_EQ(whileSending, ".+-.");
-    EXPECT_EQ(buttons(bench), "+.+.");
+    EXPECT_EQ(whileSending, ".+-.+");
+    EXPECT_EQ(buttons(bench), "+.+..");
     bench.loop.atTurn(3, [&] { bench.click("frmMain.cmdStopContinuous"); });
     bench.click("frmMain.cmdSendContinuous");
-    EXPECT_EQ(whileSending, "-..+");
-    EXPECT_EQ(buttons(bench), "+.+.");
+    EXPECT_EQ(whileSending, "-..++");
+    EXPECT_EQ(buttons(bench), "+.+..");
     EXPECT_EQ(wordsIn(bench), 1 + 3);
     EXPECT_EQ(bench.session().ContinuousLogCount, 1);
 }
@@ -47,7 +47,7 @@ TEST(Run, CancelChangesTheButtonsAlone) {
     bool cancelled = false;
     bench.program.engine().wordTransferred.subscribe([&] {
         bench.click("frmMain.cmdCancelSingle");
-        cancelled = buttons(bench) == "+.+.";
+        cancelled = buttons(bench) == "+.+.+";
     });
     bench.send("A5");
     EXPECT_TRUE(cancelled);
@@ -74,7 +74,7 @@ TEST(Run, EndsAtTheFirstBadWord) {
     bench.loop.atTurn(2, [&] { bench.edit("frmMain.txtHexWordToSend", "xyz"); });
     bench.click("frmMain.cmdSendContinuous");
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Not a valid hex number!"});
-    EXPECT_EQ(buttons(bench), "+.+.");
+    EXPECT_EQ(buttons(bench), "+.+..");
     EXPECT_EQ(wordsIn(bench), 2);
 }
 
@@ -85,7 +85,7 @@ TEST(Run, EndsWhenTheDialogOpens) {
     bench.loop.atTurn(2, [&] { bench.configure("24"); });
     bench.click("frmMain.cmdSendContinuous");
     EXPECT_EQ(bench.loop.turns(), 2);
-    EXPECT_EQ(buttons(bench), "+.+.");
+    EXPECT_EQ(buttons(bench), "+.+..");
 }
 
 TEST(Run, FollowsAWordLengthThatAHandlerChanges) {
@@ -112,7 +112,7 @@ TEST(Run, DoesNotStayRunningAfterAFailure) {
     bench.click("frmMain.cmdSendContinuous");
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Subscript out of range: there is no SPI type 12\r\n"
                                              "frmMain.cmdSendContinuous_Click"});
-    EXPECT_EQ(buttons(bench), "+.+.");
+    EXPECT_EQ(buttons(bench), "+.+..");
 }
 
 TEST(Run, ShowsNoAnswerWhereNoneCame) {
