@@ -453,6 +453,26 @@ void paintWaveforms(const QString& file, Stage& stage) {
     sheet.grab().save(file);
 }
 
+/// Pictures that stand in files of their own; true when nothing else is wanted.
+bool paintScreens(std::string_view only, const QString& folder, const QString& tail) {
+    struct Row {
+        std::string_view name;
+        const char* prefix;
+        void (*paint)(const QString& prefix, const QString& tail);
+    };
+    constexpr std::array rows{Row{"bytes", "", gui::paintBytePanels},
+                              Row{"notices", "/notice", gui::paintNotices},
+                              Row{"zt72516", "/zt72516", gui::paintZt72516},
+                              Row{"zt72517", "/zt72517", gui::paintZt72517}};
+    bool isOne = false;
+    for (const Row& row : rows) {
+        isOne = isOne || only == row.name;
+        if (only.empty() || only == row.name)
+            row.paint(folder + row.prefix, tail);
+    }
+    return isOne;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -466,15 +486,7 @@ int main(int argc, char** argv) {
         gui::applyTheme(dark);
         const QString tail = QString("-%1-%2").arg(dark ? "dark" : "light", scale);
         const std::string_view only = argc > 3 ? argv[3] : "";
-        if (only.empty() || only == "bytes")
-            gui::paintBytePanels(folder, tail);
-        if (only.empty() || only == "notices")
-            gui::paintNotices(folder + "/notice", tail);
-        if (only.empty() || only == "zt72516")
-            gui::paintZt72516(folder + "/zt72516", tail);
-        if (only.empty() || only == "zt72517")
-            gui::paintZt72517(folder + "/zt72517", tail);
-        if (only == "notices" || only == "bytes" || only == "zt72516" || only == "zt72517")
+        if (paintScreens(only, folder, tail))
             continue;
         Stage panel;
         panel.plugDongle();

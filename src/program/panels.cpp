@@ -28,8 +28,11 @@ constexpr std::array<std::pair<const char*, const char*>, 2> companionForms{
 
 } // namespace
 
-Panels::Panels(forms::FormSet& set, const PanelSurroundings& outside, chips::ChipLibrary& library)
-    : set_(set), outside_(outside), library_(library), zt72518TestMode_(set, "TestMode", [this] {
+Panels::Panels(forms::FormSet& set, PanelSurroundings outside, chips::ChipLibrary& library)
+    : set_(set),
+      outside_(std::move(outside)),
+      library_(library),
+      zt72518TestMode_(set, "TestMode", [this] {
           return std::make_unique<zt72518::TestModeForm>(
               set_, zt72518::TestModeForm::Parts{.chip = chips::embeddedChip(zt72518Chip),
                                                  .session = outside_.session,

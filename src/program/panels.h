@@ -18,7 +18,7 @@ namespace bitlux {
 class Panels {
 public:
     /// All outlive it.
-    Panels(forms::FormSet& set, const PanelSurroundings& outside, chips::ChipLibrary& library);
+    Panels(forms::FormSet& set, PanelSurroundings outside, chips::ChipLibrary& library);
 
     /// The panel of a chip of the product.
     [[nodiscard]] PanelForm& touch(std::string_view chip) { return slot(chip).touch(); }

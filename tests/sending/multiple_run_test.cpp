@@ -211,19 +211,22 @@ TEST(MultipleRun, AbortEndsItWithNothingMoreGoingOut) {
     const Case cases[] = {
         {"once", "frmMain.cmdSendOnce", abort, first},
         {"continuously", "frmMain.cmdSendContinuous", abort, first},
-        {"behind Cancel", "frmMain.cmdSendOnce",
+        {"behind Cancel",
+         "frmMain.cmdSendOnce",
          [&](RunBench& bench) {
              bench.click("frmMain.cmdCancelSingle");
              bench.loop.atTurn(1, [&] { abort(bench); });
          },
          {"Waiting 1 hrs ...", "Done Waiting", "0A", "Waiting 1 hrs ...", "Wait Aborted"}},
-        {"in a run within the wait", "frmMain.cmdSendContinuous",
+        {"in a run within the wait",
+         "frmMain.cmdSendContinuous",
          [&](RunBench& bench) {
              bench.loop.atTurn(1, [&] { abort(bench); });
              bench.program.mainForm().run.cmdSendOnce_Click();
          },
          {"Waiting 1 hrs ...", "Waiting 1 hrs ...", "Wait Aborted", "Wait Aborted"}},
-        {"and sends anew", "frmMain.cmdSendOnce",
+        {"and sends anew",
+         "frmMain.cmdSendOnce",
          [&](RunBench& bench) {
              abort(bench);
              bench.setToSend({"b"});

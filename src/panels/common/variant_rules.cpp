@@ -62,7 +62,7 @@ void VariantRules::apply(const chips::Variants::Rule& rule, bool on) const {
                 applyTo(*control, rule.effect, on);
 }
 
-void VariantRules::applyTo(forms::Control& control, chips::Variants::Effect effect, bool on) const {
+void VariantRules::applyTo(forms::Control& control, chips::Variants::Effect effect, bool on) {
     if (effect == chips::Variants::Effect::Visible) {
         control.setVisible(on);
         return;

@@ -24,7 +24,7 @@ public:
 private:
     void choose(const std::string& variant) const;
     void apply(const chips::Variants::Rule& rule, bool on) const;
-    void applyTo(forms::Control& control, chips::Variants::Effect effect, bool on) const;
+    static void applyTo(forms::Control& control, chips::Variants::Effect effect, bool on);
 
     const chips::Variants& variants_;
     forms::Form& form_;

@@ -11,14 +11,14 @@ public:
 
     [[nodiscard]] bool isOn() const;
     /// As a hand that chooses ON or OFF.
-    void choose(bool on);
+    void choose(bool wanted);
     void start();
 
     /// Tells the dongle to serve the watchdog, with 1, or to stop, with 0.
     void send_wd_361(int state);
 
 private:
-    void OptWdEn_Click(bool on);
+    void OptWdEn_Click(bool starts);
 
     const PanelSurroundings& outside_;
     const chips::Register& timer_;
