@@ -72,8 +72,8 @@ void Run::chooseCommands() {
 }
 
 std::unique_ptr<WordReport> Run::makeReport() {
-    // A pin that a line sets is no word, which a signal would be looked for before. The report hears
-    // of the line later.
+    // A pin that a line sets is no word, which a signal would be looked for before. The report
+    // hears of the line later.
     lineBegins_ = multiple().progressChanged.follow([this] {
         if (multiple().progress())
             interruption().check();
