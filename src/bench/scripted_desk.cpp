@@ -26,7 +26,7 @@ MessageBox::Answer ScriptedBoxes::show(const MessageBox& box) {
 std::vector<std::string> ScriptedBoxes::takeTexts() {
     std::vector<std::string> texts;
     for (; taken_ < shown_.size(); ++taken_)
-        texts.push_back(shown_[taken_].whole());
+        texts.push_back(shown_[taken_].text);
     return texts;
 }
 

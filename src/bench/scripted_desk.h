@@ -33,7 +33,7 @@ public:
     [[nodiscard]] const std::vector<std::optional<MessageBox::Answer>>& answered() const {
         return answered_;
     }
-    /// The texts of the boxes shown since the last call, each as a whole.
+    /// The texts of the boxes shown since the last call.
     std::vector<std::string> takeTexts();
 
 private:

@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QShortcut>
 #include <QTimer>
 
@@ -40,7 +41,23 @@ QMessageBox::Icon iconOf(MessageBox::Icon icon) {
     return QMessageBox::NoIcon;
 }
 
-MessageBox::Answer answerOf(int button, MessageBox::Buttons buttons) {
+QMessageBox::StandardButton presetOf(const MessageBox& box) {
+    if (!box.preset)
+        return QMessageBox::NoButton;
+    switch (*box.preset) {
+    case MessageBox::Answer::Ok:
+        return QMessageBox::Ok;
+    case MessageBox::Answer::Cancel:
+        return QMessageBox::Cancel;
+    case MessageBox::Answer::Yes:
+        return QMessageBox::Yes;
+    case MessageBox::Answer::No:
+        break;
+    }
+    return QMessageBox::No;
+}
+
+MessageBox::Answer answerOf(int button, const MessageBox& box) {
     switch (button) {
     case QMessageBox::Ok:
         return MessageBox::Answer::Ok;
@@ -51,7 +68,15 @@ MessageBox::Answer answerOf(int button, MessageBox::Buttons buttons) {
     default: // closed without a button
         break;
     }
-    return cautiousAnswer(buttons);
+    return box.canBeLeft ? MessageBox::Answer::Cancel : cautiousAnswer(box.buttons);
+}
+
+/// Escape and the close button of a box that can be left are no button of it.
+void letLeave(QMessageBox& widget) {
+    QPushButton* leave = widget.addButton(QMessageBox::Cancel);
+    leave->hide();
+    widget.setEscapeButton(leave);
+    widget.setInformativeText("Escape goes back to the program.");
 }
 
 /// "Text Files (*.txt)|*.txt|All Files (*.*)|*.*" as the toolkit wants it.
@@ -89,15 +114,20 @@ MessageBox::Answer QtBoxes::show(const MessageBox& box) {
     widget.setObjectName("messageBox");
     widget.setWindowTitle(QString::fromStdString(box.title));
     widget.setTextFormat(Qt::PlainText);
-    widget.setText(QString::fromStdString(box.whole()).remove('\r'));
+    widget.setText(QString::fromStdString(box.text).remove('\r'));
     widget.setStandardButtons(buttonsOf(box.buttons));
+    widget.setDefaultButton(presetOf(box));
+    if (box.canBeLeft)
+        letLeave(widget);
+    if (!box.place.empty())
+        widget.setDetailedText(QString::fromStdString(box.place));
     widget.setIcon(iconOf(box.icon));
     const QShortcut abort(Qt::SHIFT | Qt::Key_Escape, &widget);
     QObject::connect(&abort, &QShortcut::activated, &widget, [this, &widget] {
         widget.reject();
         abortRequested.raise();
     });
-    return answerOf(widget.exec(), box.buttons);
+    return answerOf(widget.exec(), box);
 }
 
 std::optional<std::string> QtFileDialogs::ask(const FileDialog& dialog) {

@@ -23,12 +23,11 @@ struct MessageBox {
     std::string title = applicationTitle;
     Buttons buttons = Buttons::Ok;
     Icon icon = Icon::None;
-    std::string place = {}; ///< what the user started when a failure is told; names of handlers
-
-    /// The text with the place as its last line, if there is one.
-    [[nodiscard]] std::string whole() const {
-        return place.empty() ? text : text + lineBreak + place;
-    }
+    std::optional<Answer> preset = {}; ///< what Enter answers; the first button without it
+    /// A hand that closes it without a button goes back to where it was: this answers Cancel.
+    bool canBeLeft = false;
+    /// The handler that failed, as "frmMain.cmdSendOnce_Click"; for who asks for details.
+    std::string place = {};
 };
 
 /// Whether a box only tells something: nothing has failed, and there is nothing to choose.

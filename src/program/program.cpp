@@ -307,7 +307,8 @@ void Program::itemUpdateDongle_Click() {
     const MessageBox question{
         .text = "Are you sure you want to set the dongle to firmware update mode?  "
                 "This operation cannot be undone.",
-        .buttons = MessageBox::Buttons::YesNo};
+        .buttons = MessageBox::Buttons::YesNo,
+        .preset = MessageBox::Answer::No};
     // Things may have changed under the question.
     if (desk_.boxes.show(question) != MessageBox::Answer::Yes || !canReachDongle())
         return;

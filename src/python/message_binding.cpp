@@ -56,10 +56,13 @@ std::vector<AskedFile> fileDialogsOf(ScriptBench& bench) {
 void bindMessages(py::module_& module) {
     py::class_<Message>(module, "Message", "A message box that was shown.")
         .def_property_readonly(
-            "text", [](const Message& self) { return self.box.whole(); },
+            "text", [](const Message& self) { return self.box.text; },
             "Its lines are joined by \\r\\n.")
         .def_property_readonly(
             "title", [](const Message& self) { return self.box.title; }, "The title of the box.")
+        .def_property_readonly(
+            "place", [](const Message& self) { return self.box.place; },
+            R"(The handler that failed, as "frmMain.cmdSendOnce_Click"; empty when none did.)")
         .def_property_readonly("buttons", buttonsOf, R"(As ("Yes", "No").)")
         .def_property_readonly("icon", iconOf,
                                R"("Question", "Exclamation", "Information" or None.)")
@@ -72,7 +75,7 @@ void bindMessages(py::module_& module) {
             "The button that was pressed; None when nobody answered.")
         .def("__repr__", [](const Message& self) {
             return fmt::format("<Message {}>",
-                               py::cast<std::string>(py::repr(py::str(self.box.whole()))));
+                               py::cast<std::string>(py::repr(py::str(self.box.text))));
         });
     py::class_<AskedFile>(module, "FileDialog", "A file dialog that was shown.")
         .def_property_readonly(

@@ -40,8 +40,7 @@ TEST(ConfigurationFile, IsNotDamagedByAPortThatCannotBeUsed) {
     program.Main();
     program.dialog().Btn_ParallelPort_Click();
     program.open(name);
-    EXPECT_EQ(around.boxes.takeTexts(),
-              Texts{"The port is held by another program.\r\nfrmMain.itemOpen.Click"});
+    EXPECT_EQ(around.boxes.takeTexts(), Texts{"The port is held by another program."});
     EXPECT_EQ(program.session().ConfigFileName, "");
     program.mainForm().files.itemSave.click(); // asks, and is cancelled
     EXPECT_EQ(contentOf(name), content);

@@ -299,18 +299,19 @@ TEST(MainWindow, AbortsARunByShiftEscapeInADialogAndInABox) {
         live.program.session().ParallelPortReady = !inBox; // the word fails, and the run goes on
         QTimer press;
         QObject::connect(&press, &QTimer::timeout, [&] {
-            auto* box = QApplication::activeModalWidget();
-            auto* dialog = live.window->findChild<gui::FormDialog*>();
-            if (inBox ? box != nullptr : form.multiple.remainingWait() > 0) {
-                dialog->activateWindow();
-                QTest::keyClick(inBox ? box : dialog, Qt::Key_Escape, Qt::ShiftModifier);
-            }
+            QWidget* box = QApplication::activeModalWidget();
+            QWidget* target = inBox ? box : live.window->findChild<gui::FormDialog*>();
+            if (inBox ? box == nullptr : form.multiple.remainingWait() == 0)
+                return;
+            target->activateWindow();
+            QTest::keyClick(target, Qt::Key_Escape, Qt::ShiftModifier);
         });
         press.start(5);
         bool late = false;
         QTimer::singleShot(20'000, live.window.get(), [&] {
             late = true;
             form.multiple.abandon();
+            QApplication::closeAllWindows();
         });
         form.run.cmdSendOnce.click();
         EXPECT_FALSE(late) << inBox;
@@ -325,19 +326,33 @@ TEST(MainWindow, ShowsABoxForAFailureAndLives) {
     live.program.session().SPIType = 12;
     QString text;
     QString title;
+    QString details;
     QTimer::singleShot(20, [&] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         ASSERT_NE(box, nullptr);
         text = box->text();
         title = box->windowTitle();
+        details = box->detailedText();
         box->accept();
     });
     QTest::mouseClick(&live.button("frmMain.cmdSendOnce"), Qt::LeftButton);
-    EXPECT_EQ(text, "Subscript out of range: there is no SPI type 12\nfrmMain.cmdSendOnce_Click");
+    EXPECT_EQ(text, "Subscript out of range: there is no SPI type 12");
     EXPECT_EQ(title, "Bitlux Forge");
+    EXPECT_EQ(details, "frmMain.cmdSendOnce_Click");
     live.program.session().SPIType = 1;
     QTest::mouseClick(&live.button("frmMain.cmdSendOnce"), Qt::LeftButton);
     EXPECT_EQ(live.program.mainForm().singleWord.lblHexWordReceived.caption(), "000000A5");
+}
+
+TEST(MainWindow, EnterGivesThePresetAnswerOfABox) {
+    LiveWindow live;
+    for (const auto preset : {MessageBox::Answer::Yes, MessageBox::Answer::No}) {
+        QTimer::singleShot(
+            20, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
+        EXPECT_EQ(live.desk.boxes.show(
+                      {.text = "Sure?", .buttons = MessageBox::Buttons::YesNo, .preset = preset}),
+                  preset);
+    }
 }
 
 TEST(LogView, IsAListOfTheLinesInSight) {

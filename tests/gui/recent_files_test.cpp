@@ -88,8 +88,7 @@ TEST(RecentFiles, OpenAndTellWhenTheyAreGone) {
     bench.boxes.takeTexts();
     bench.entries()[1]->trigger();
     EXPECT_EQ(bench.boxes.takeTexts(),
-              std::vector{"There is no file " + bench.folder.path("two.spi") +
-                          "\r\nfrmMain.itemOpen.Click"});
+              std::vector{"There is no file " + bench.folder.path("two.spi")});
     EXPECT_EQ(bench.session().ConfigFileName, bench.folder.path("one.spi"));
 }
 

@@ -182,7 +182,7 @@ TEST(Binder, DrivesTimersWhileTheyAreEnabled) {
     EXPECT_FALSE(beat.isActive());
     timer.enable();
     EXPECT_TRUE(QTest::qWaitFor([&fired] { return fired >= 3; }, 30000));
-    EXPECT_EQ(boxes.takeTexts().front(), "Subscript out of range\r\nfrmClock.Timer1_Timer");
+    EXPECT_EQ(boxes.takeTexts().front(), "Subscript out of range");
     timer.disable();
     binder.flush();
     EXPECT_FALSE(beat.isActive());

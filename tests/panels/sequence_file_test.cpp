@@ -67,9 +67,7 @@ TEST(SequenceFile, ChangesNothingWhenItIsDamaged) {
     const std::string name = bench.folder.path("a.txt");
     const std::string head = "Command\tValue\r\nCommands\tValue in Hexa\t\r\n";
     const auto damaged = [&name](int line, const char* reason) {
-        return fmt::format("The file \"{}\" is damaged in line {}: {}.\r\n"
-                           "ZT72518.Cm_LOAD_Seq_Click",
-                           name, line, reason);
+        return fmt::format("The file \"{}\" is damaged in line {}: {}.", name, line, reason);
     };
     const char* const noTabs = "there is no tab behind the command and behind the value";
     const char* const noHeaders = "there is no row of headers behind it";

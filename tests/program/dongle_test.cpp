@@ -193,6 +193,7 @@ TEST(Dongle, IsSetToFirmwareUpdateModeOnlyWhenTheUserIsSure) {
               (Texts{question, question,
                      "Dongle firmware update mode has been set.\r\n"
                      "Use the DLK Device Manager application to\r\nupdate the dongle firmware."}));
+    EXPECT_EQ(bench.boxes.shown().front().preset, MessageBox::Answer::No);
     bench.send("1");
     EXPECT_EQ(bench.dongle.lastOut(), (UsbFrame{0x10, 0x70, 0, 0, 1}));
     bench.dongle.unplug();

@@ -129,7 +129,9 @@ class Boxes(unittest.TestCase):
         bench.session.SPIType = 9
         with self.assertRaisesRegex(bitlux.Failure, "^Subscript out of range: there is no SPI"):
             send(bench, "A5")
-        self.assertIn("frmMain.cmdSendOnce_Click", bench.messages[-1].text)
+        box = bench.messages[-1]
+        self.assertEqual((box.text, box.place), ("Subscript out of range: there is no SPI type 9",
+                                                 "frmMain.cmdSendOnce_Click"))
         bench.session.SPIType = 1
         bench.call("frmMain.cmdCancelSingle_Click")
         self.assertEqual(send(bench, "A5"), "A5")

@@ -76,8 +76,8 @@ public:
         return *typed;
     }
 
-    /// Runs what the user started. A failure ends it with a plain box that names the failure and
-    /// the place; whatever was done before the failure stays done.
+    /// Runs what the user started. A failure ends it with a plain box that names the failure, and
+    /// the place in its details; whatever was done before the failure stays done.
     void perform(std::string_view place, const std::function<void()>& action);
 
     /// The controls that changed since the last call, each once.
