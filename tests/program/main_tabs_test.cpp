@@ -193,14 +193,11 @@ TEST(MainTabs, LeaveAShapeThatAPageMayNotFit) {
     bench.program.mainForm().commands.setToSend({"Wake"});
     bench.click("frmMain.cmdSendOnce");
     const std::string reason = " has 8 bits, but words of 32 bits are sent now: a part tab or a "
-                               "panel has set that length.\r\nfrmMain.";
+                               "panel has set that length.";
     const std::string page = "The word of this page" + reason;
     const std::string command = "The Quick Command \"Wake\"" + reason;
-    EXPECT_EQ(
-        bench.boxes.takeTexts(),
-        (std::vector<std::string>{page + "cmdSendOnce_Click", page + "cmdSendOnce_Click",
-                                  page + "cmdAll1Single_Click", command + "cmbMasterQCList_Click",
-                                  command + "cmdSendOnce_Click"}));
+    EXPECT_EQ(bench.boxes.takeTexts(),
+              (std::vector<std::string>{page, page, page, command, command}));
     EXPECT_EQ(bench.log(), std::vector<std::string>{});
     bench.program.mainForm().call("BackToAppliedWord");
     bench.click("frmMain.cmdSendOnce");
