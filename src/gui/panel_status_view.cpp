@@ -4,6 +4,7 @@
 #include "gui/last_word.h"
 #include "gui/sheet_view.h"
 #include "gui/theme.h"
+#include "platform/forms/form_set.h"
 
 #include <QVBoxLayout>
 
@@ -118,6 +119,10 @@ QWidget* PanelStatusView::makeOrderNote() {
     const auto follow = [this, note] { note->setVisible(!form_.words.hasOrder()); };
     follow();
     flushed_ = widgets_.binder.flushed.follow(follow);
+    formGoing_ = form_.set().formGoing.follow([this](forms::Form& going) {
+        if (&going == &form_)
+            flushed_ = {};
+    });
     return note;
 }
 

@@ -30,6 +30,7 @@ private:
     PanelForm& form_;
     PanelWidgets widgets_;
     Subscription flushed_;
+    Subscription formGoing_;
 };
 
 } // namespace bitlux::gui
