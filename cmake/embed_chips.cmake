@@ -1,6 +1,7 @@
 # Writes OUTPUT, a source that holds the files in CHIPS as texts: cmake -DOUTPUT=... -DCHIPS=... -P.
-# Beside each stand the chip's description and the names of its devices, which are taken from lines
-# that a file of the product writes without indentation: `[[device]]`, `name = "..."`.
+# Beside each stand the names of its devices with their descriptions, the chip's and behind it the
+# device's own. They are taken from lines that a file of the product writes without indentation:
+# `[[device]]`, `name = "..."`, `description = "..."`.
 string(REPLACE "|" ";" CHIPS "${CHIPS}")
 set(rows "")
 set(texts "")
@@ -10,7 +11,7 @@ foreach(file IN LISTS CHIPS)
     file(READ ${file} text)
     file(STRINGS ${file} lines REGEX "^(\\[[a-z_]+\\]|\\[\\[[a-z_]+\\]\\]|name = |description = )")
     set(section "")
-    set(description "\"\"")
+    set(description "")
     set(chip_name "\"${name}\"")
     set(devices "")
     foreach(line IN LISTS lines)
@@ -18,18 +19,20 @@ foreach(file IN LISTS CHIPS)
             set(section ${CMAKE_MATCH_1})
         elseif(section MATCHES "^chip$" AND line MATCHES "^name = (\".*\")")
             set(chip_name ${CMAKE_MATCH_1})
-        elseif(section MATCHES "^chip$" AND line MATCHES "^description = (\".*\")")
+        elseif(section MATCHES "^chip$" AND line MATCHES "^description = \"(.*)\"")
             set(description ${CMAKE_MATCH_1})
         elseif(section MATCHES "^device$" AND line MATCHES "^name = (\".*\")")
-            string(APPEND devices "${CMAKE_MATCH_1}, ")
+            string(APPEND devices "{${CMAKE_MATCH_1}, \"${description}\"},\n    ")
+        elseif(section MATCHES "^device$" AND line MATCHES "^description = \"(.*)\"")
+            string(REGEX REPLACE "\"},\n    $" ". ${CMAKE_MATCH_1}\"},\n    " devices "${devices}")
         endif()
     endforeach()
     if(devices STREQUAL "")
-        set(devices ${chip_name})
+        set(devices "{${chip_name}, \"${description}\"}")
     endif()
     string(APPEND texts "constexpr std::string_view text${number} = R\"chip(${text})chip\";\n"
-                        "constexpr std::array devices${number}{std::to_array<std::string_view>({${devices}})};\n")
-    string(APPEND rows "    {\"${name}\", ${description}, devices${number}, text${number}},\n")
+                        "constexpr std::array devices${number}{std::to_array<EmbeddedChip::Device>({\n    ${devices}})};\n")
+    string(APPEND rows "    {\"${name}\", devices${number}, text${number}},\n")
     math(EXPR number "${number} + 1")
 endforeach()
 file(WRITE ${OUTPUT} "#include \"chips/embedded_chips.h\"

@@ -1,5 +1,6 @@
 #include "apps/command_outputs.h"
 
+#include "apps/output_failure.h"
 #include "platform/failure.h"
 #include "platform/printable.h"
 
@@ -70,11 +71,9 @@ void TraceOutput::write() {
     trace_.clear();
     if (stream_.flush())
         return;
-    const char* const reason = errno == 0 ? "no reason is known" : std::strerror(errno);
-    if (name_ != here)
-        fail(name_, reason);
-    throw Failure(Failure::Kind::File,
-                  fmt::format("The standard output cannot be written: {}.", reason));
+    if (name_ == here)
+        failOutput();
+    fail(name_, errno == 0 ? "no reason is known" : std::strerror(errno));
 }
 
 void CommandOutputs::open() {

@@ -1,6 +1,7 @@
 #include "apps/command_run.h"
 
 #include "apps/opened_file.h"
+#include "apps/output_failure.h"
 #include "platform/failure.h"
 
 #include <algorithm>
@@ -104,6 +105,9 @@ int CommandRun::attempt() {
     } catch (const Interrupted&) {
         constexpr int signalBase = 128; // as shells tell of a program that a signal has ended
         return signalBase + EndSignals::received().value_or(0);
+    } catch (const OutputClosed&) {
+        nobodyReads_ = true;
+        return 0;
     } catch (const TimedOut& late) {
         return fail(fmt::format("{}No answer came in {} s.", late.where, options_.timeout), 1);
     } catch (const WrongUse& wrong) {
@@ -176,16 +180,17 @@ int CommandRun::finish(int code) {
     program_.end();
     if (!report_)
         return code;
-    if (!outputs_.save(program_))
-        code = std::max(code, 1);
+    bool isWritten = false;
     try {
+        if (!outputs_.save(program_))
+            code = std::max(code, 1);
         report_->end(code);
-    } catch (const Failure&) { // the words could not be printed either, or nobody reads any more
-        return std::max(code, 1);
+        isWritten = static_cast<bool>(output_.flush());
+    } catch (const OutputClosed&) {
+        nobodyReads_ = true;
+    } catch (const Failure&) { // the words could not be printed either
     }
-    if (!output_.flush() && code == 0)
-        return 1;
-    return code;
+    return isWritten || nobodyReads_ ? code : std::max(code, 1);
 }
 
 } // namespace bitlux

@@ -73,7 +73,7 @@ protected:
 
     [[nodiscard]] const CommandOptions& options() const { return options_; }
     [[nodiscard]] Program& program() { return program_; }
-    [[nodiscard]] const RunBoxes& boxes() const { return boxes_; }
+    [[nodiscard]] RunBoxes& boxes() { return boxes_; }
     [[nodiscard]] const Interruption& interruption() const { return interruption_; }
     [[nodiscard]] StandardInput& input() { return input_; }
     [[nodiscard]] const Clock& clock() const { return outlet_.clock(); }
@@ -103,7 +103,8 @@ private:
     Program program_;
     CommandOutputs outputs_;
     std::unique_ptr<WordReport> report_;
-    bool isOver_ = false; ///< signals count no more
+    bool isOver_ = false;      ///< signals count no more
+    bool nobodyReads_ = false; ///< what is printed
 };
 
 } // namespace bitlux

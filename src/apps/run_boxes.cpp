@@ -15,6 +15,10 @@ MessageBox::Answer RunBoxes::show(const MessageBox& box) {
     if (isNotice(box))
         return TerminalBoxes::show(box);
     const bool isPause = box.title == MultipleRun::pausedTitle;
+    if (isPause && passesPauses) {
+        print(box);
+        return MessageBox::Answer::Ok;
+    }
     if (isPause && isatty(STDIN_FILENO) == 1) {
         print(box);
         if (askToGoOn())
@@ -22,7 +26,8 @@ MessageBox::Answer RunBoxes::show(const MessageBox& box) {
     } else {
         TerminalBoxes::show(box);
         if (isPause)
-            errors() << "Nobody can be asked: the standard input is no terminal.\n";
+            errors()
+                << "Nobody can be asked: the standard input is no terminal. \"--yes\" goes on.\n";
     }
     hasEnded_ = true;
     if (ended)

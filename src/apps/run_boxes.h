@@ -16,6 +16,8 @@ public:
 
     MessageBox::Answer show(const MessageBox& box) override;
 
+    /// A pause goes on at once, without anybody.
+    bool passesPauses = false;
     /// Called before anything is printed.
     std::function<void()> printing;
     /// Called when a box has ended the run.

@@ -53,6 +53,7 @@ private:
 };
 
 bool Run::prepare() {
+    boxes().passesPauses = options_.passesPauses;
     if (!openFile(options_.file))
         return false;
     program().forms().get<forms::TabStrip>("frmMain.TabStripMain").click(2);
@@ -116,6 +117,7 @@ CLI::App& addRunCommand(CLI::App& app, RunOptions& options) {
     run.add_option("--times", options.command.times, "Play them so many times")
         ->check(CLI::Range(1, std::numeric_limits<int>::max()).description("NUMBER"))
         ->capture_default_str();
+    run.add_flag("--yes", options.passesPauses, "Go on at a pause without asking");
     const std::function<void()> check =
         addCommandOptions(run, options.command,
                           "Whether a dongle is plugged into the virtual bench; the file chooses "

@@ -13,6 +13,7 @@ struct RunOptions {
     CommandOptions command;
     std::string file;
     std::optional<std::string> batch; ///< the Commands To Send without one
+    bool passesPauses = false;
 };
 
 /// Adds the command to the command line; `options` is filled when it is parsed.

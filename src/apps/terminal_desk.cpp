@@ -23,6 +23,8 @@ void TerminalBoxes::print(const MessageBox& box) {
         errors_ << printable(rest.substr(0, end)) << '\n';
         rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + ending.size());
     }
+    if (!box.hint.empty())
+        errors_ << box.hint << '\n';
 }
 
 } // namespace bitlux

@@ -1,10 +1,9 @@
 #include "apps/word_report.h"
 
-#include "platform/failure.h"
+#include "apps/output_failure.h"
 #include "sending/word_text.h"
 
 #include <cerrno>
-#include <cstring>
 
 #include <fmt/format.h>
 
@@ -48,9 +47,7 @@ void WordReport::printLine(const std::string& line) {
     output_ << line << '\n';
     if (output_.flush())
         return;
-    throw Failure(Failure::Kind::File,
-                  fmt::format("The standard output cannot be written{}{}.", errno == 0 ? "" : ": ",
-                              errno == 0 ? "" : std::strerror(errno)));
+    failOutput();
 }
 
 void WordReport::printObject(const std::string& members) {

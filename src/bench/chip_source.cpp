@@ -14,13 +14,14 @@ public:
     [[nodiscard]] std::vector<Entry> entries() const override {
         std::vector<Entry> all;
         for (const chips::EmbeddedChip& chip : chips::embeddedChips())
-            for (const std::string_view device : chip.devices)
-                all.push_back({std::string(device), std::string(chip.description)});
+            for (const auto& device : chip.devices)
+                all.push_back({std::string(device.name), std::string(device.description)});
         return all;
     }
     [[nodiscard]] chips::ChipPtr chipOf(std::string_view device) const override {
         for (const chips::EmbeddedChip& chip : chips::embeddedChips())
-            if (std::find(chip.devices.begin(), chip.devices.end(), device) != chip.devices.end())
+            if (std::any_of(chip.devices.begin(), chip.devices.end(),
+                            [device](const auto& any) { return any.name == device; }))
                 return chips::embeddedChip(chip.name);
         return nullptr;
     }

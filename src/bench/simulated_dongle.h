@@ -55,7 +55,7 @@ public:
 
     /// Holds the interrupt and reset lines, whatever the chip does with them.
     void setLines(bool interrupt, bool reset) { board_.setLines(interrupt, reset); }
-    /// The extra pins, bit 0 to 4 for Data0 to Data4, bit 5 to 8 for Control0 to Control3. They
+    /// The extra pins, bit 0 to 4 for Data 0 to Data 4, bit 5 to 8 for Control 0 to Control 3. They
     /// keep their levels from one frame that carries a change to the next.
     [[nodiscard]] std::uint16_t extraPins() const { return board_.extraPins(); }
     /// How often a frame asked for a pulse on the trigger output.

@@ -162,6 +162,7 @@ Device readDevice(const Node& node, Problems& problems) {
     Device device;
     device.at = table.at();
     device.name = table.required("name");
+    device.description = table.text("description");
     device.variant = table.text("variant");
     for (const Node* reset : table.tables("reset")) {
         TableReader entry(*reset, problems);
@@ -202,7 +203,8 @@ void readDocument(const Node& document, const std::string& file, Chip& chip, Pro
     for (const Node* device : table.tables("device"))
         chip.devices.push_back(readDevice(*device, problems));
     if (chip.devices.empty())
-        chip.devices.push_back({.name = chip.name, .variant = {}, .resets = {}, .at = {}});
+        chip.devices.push_back(
+            {.name = chip.name, .description = {}, .variant = {}, .resets = {}, .at = {}});
     if (table.has("variants"))
         chip.variants = readVariants(table.section("variants"), problems);
     chip.sequence = readSequence(table.section("sequence"), problems);

@@ -313,8 +313,9 @@ struct Device {
         Place at;
     };
 
-    std::string name;    ///< by which command line, scripts and bench know it
-    std::string variant; ///< title; it has the flags that have a caption there. Empty for all
+    std::string name;        ///< by which command line, scripts and bench know it
+    std::string description; ///< how it differs from the others, in a line
+    std::string variant;     ///< title; it has the flags that have a caption there. Empty for all
     std::vector<Reset> resets;
     Place at;
 };

@@ -8,9 +8,13 @@ namespace bitlux::chips {
 /// A chip of the product: its file as a text that the build took in. What lists of devices show is
 /// told beside it, so that they need not read the text.
 struct EmbeddedChip {
+    struct Device {
+        std::string_view name;
+        std::string_view description;
+    };
+
     std::string_view name;
-    std::string_view description;
-    std::span<const std::string_view> devices; ///< their names
+    std::span<const Device> devices;
     std::string_view text;
 };
 

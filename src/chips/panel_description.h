@@ -152,13 +152,20 @@ struct Sheet {
         ControlName state; ///< label below them, whose colour tells how things are
         int column = 0;    ///< of the sheet, from the left
     };
+    /// A button whose effect cannot be undone: the window wants a second press of it.
+    struct Confirmation {
+        ControlName button;
+        ControlName selected; ///< option with which this text holds; any when it is empty
+        std::string text;     ///< what the second press does
+    };
 
     std::string page;  ///< what the outer page shows, or the title of a page of registers
     std::string title; ///< beside all pages
     std::string form;  ///< that has the controls, where it is not the panel
     std::vector<Group> groups;
-    bool hasReads = false; ///< the automatic reads stand below
-    bool stacked = false;  ///< on a page of registers: the groups stand below each other
+    std::vector<Confirmation> confirmations; ///< the first one that holds is asked
+    bool hasReads = false;                   ///< the automatic reads stand below
+    bool stacked = false; ///< on a page of registers: the groups stand below each other
 
     // Beside the rows of a page of registers.
     ControlName entry;       ///< text box in front of a write row that registers share

@@ -166,6 +166,15 @@ Sheet::Group readSheetGroup(const Node& node, Problems& problems) {
     return group;
 }
 
+Sheet::Confirmation readConfirmation(const Node& node, Problems& problems) {
+    TableReader table(node, problems);
+    Sheet::Confirmation confirmation;
+    confirmation.button = table.control("button");
+    confirmation.selected = table.control("selected");
+    confirmation.text = table.required("text");
+    return confirmation;
+}
+
 } // namespace
 
 Variants readVariants(const Node& node, Problems& problems) {
@@ -298,6 +307,8 @@ Sheet readSheet(const Node& node, Problems& problems) {
     sheet.form = table.text("form");
     for (const Node* group : table.tables("group"))
         sheet.groups.push_back(readSheetGroup(*group, problems));
+    for (const Node* confirmation : table.tables("confirm"))
+        sheet.confirmations.push_back(readConfirmation(*confirmation, problems));
     sheet.hasReads = table.truth("automatic_reads", false);
     sheet.stacked = table.truth("stacked", false);
     sheet.entry = table.control("entry");

@@ -204,7 +204,8 @@ void ConfigureDialog::Btn_ParallelPort_Click() {
         cmbPortsAvailable.setListIndex(0);
     }
     if (!session_.ParallelPortReady)
-        parts_.boxes.show({.text = "A parallel port was not detected."});
+        parts_.boxes.show({.text = "A parallel port was not detected.",
+                           .hint = "\"bitlux doctor\" in a terminal tells what is missing."});
 }
 
 void ConfigureDialog::chkSerialPort_Click() {

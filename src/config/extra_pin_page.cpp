@@ -131,12 +131,15 @@ std::vector<std::string> ExtraPinPage::portNames() const {
     return names;
 }
 
+std::string ExtraPinPage::donglePinName(int pin) {
+    return pin < dataPinCount ? pinName("Data", pin) : pinName("Control", pin - dataPinCount);
+}
+
 std::vector<std::string> ExtraPinPage::dongleNames() const {
     std::vector<std::string> names;
     for (int pin = 0; pin <= Check.last(); ++pin)
         if (Check(pin).checked())
-            names.push_back(pin < dataPinCount ? pinName("Data", pin)
-                                               : pinName("Control", pin - dataPinCount));
+            names.push_back(donglePinName(pin));
     return names;
 }
 

@@ -47,6 +47,8 @@ public:
     /// Names of the pins that are enabled, data pins first.
     [[nodiscard]] std::vector<std::string> portNames() const;
     [[nodiscard]] std::vector<std::string> dongleNames() const;
+    /// Of a pin of the dongle, 0 to 8.
+    [[nodiscard]] static std::string donglePinName(int pin);
     /// Names the bits of the pins that are enabled on the port and makes them low.
     void enterPinMaps(Session& session) const;
 

@@ -28,6 +28,9 @@ void Binder::add(Control& control, Widget& widget) {
 void Binder::bind(forms::Button& control, QPushButton& widget) {
     add<ButtonBinding>(control, widget);
 }
+void Binder::bind(forms::Button& control, ConfirmButton& widget) {
+    add<ConfirmBinding>(control, widget);
+}
 void Binder::bind(forms::CheckBox& control, QCheckBox& widget) {
     add<CheckBoxBinding>(control, widget);
 }

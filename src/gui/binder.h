@@ -25,6 +25,7 @@ public:
     explicit Binder(forms::FormSet& forms);
 
     void bind(forms::Button& control, QPushButton& widget);
+    void bind(forms::Button& control, ConfirmButton& widget);
     void bind(forms::CheckBox& control, QCheckBox& widget);
     void bind(forms::ComboBox& control, QComboBox& widget);
     void bind(forms::Frame& control, QGroupBox& widget);

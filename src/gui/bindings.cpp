@@ -102,14 +102,29 @@ void ButtonBinding::refreshContent() {
     widget_.setText(textOf(control_.caption()));
 }
 
-CheckBoxBinding::CheckBoxBinding(forms::CheckBox& control, QCheckBox& widget)
+ConfirmBinding::ConfirmBinding(forms::Button& control, ConfirmButton& widget)
     : WidgetBinding(control, widget), control_(control), widget_(widget) {
+    QObject::connect(&widget, &QPushButton::clicked, &widget, [this] {
+        if (widget_.pressedAgain())
+            byHand([this] { control_.click(); });
+    });
+}
+void ConfirmBinding::refreshContent() {
+    widget_.setCaption(textOf(control_.caption()));
+}
+
+CheckBoxBinding::CheckBoxBinding(forms::CheckBox& control, QCheckBox& widget)
+    : WidgetBinding(control, widget),
+      control_(control),
+      widget_(widget),
+      hasOwnText_(!widget.text().isEmpty()) {
     QObject::connect(&widget, &QCheckBox::clicked, &widget,
                      [this] { byHand([this] { control_.click(); }); });
 }
 
 void CheckBoxBinding::refreshContent() {
-    widget_.setText(textOf(control_.caption()));
+    if (!hasOwnText_)
+        widget_.setText(textOf(control_.caption()));
     widget_.setChecked(control_.checked());
 }
 

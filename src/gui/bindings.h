@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/confirm_button.h"
 #include "gui/digits_label.h"
 #include "gui/label_behaviour.h"
 #include "gui/log_view.h"
@@ -84,6 +85,18 @@ private:
     QPushButton& widget_;
 };
 
+/// A press counts when it is confirmed.
+class ConfirmBinding : public WidgetBinding {
+public:
+    ConfirmBinding(forms::Button& control, ConfirmButton& widget);
+    void refreshContent() override;
+
+private:
+    forms::Button& control_;
+    ConfirmButton& widget_;
+};
+
+/// A widget that has a text already keeps it.
 class CheckBoxBinding : public WidgetBinding {
 public:
     CheckBoxBinding(forms::CheckBox& control, QCheckBox& widget);
@@ -92,6 +105,7 @@ public:
 private:
     forms::CheckBox& control_;
     QCheckBox& widget_;
+    bool hasOwnText_;
 };
 
 class OptionButtonBinding : public WidgetBinding {

@@ -1,5 +1,6 @@
 #include "gui/configure_view.h"
 
+#include "gui/page_keys.h"
 #include "gui/type_diagram.h"
 
 #include <array>
@@ -44,7 +45,9 @@ ConfigureView::ConfigureView(ConfigureDialog& form, Binder& binder, QWidget* par
     }
     layout->addWidget(sheet, 1);
     layout->addSpacing(8);
-    layout->addWidget(makeButtons({&form_.cmdOK, &form_.cmdCancel, &form_.cmdApply}));
+    buttons_ = makeButtons({&form_.cmdOK, &form_.cmdCancel, &form_.cmdApply});
+    layout->addWidget(buttons_);
+    addPageKeys(*tabs, *this);
     leaveOutHiddenControls();
     flushed_ = binder_.flushed.follow([this] { followForm(); });
     followForm();
@@ -53,8 +56,36 @@ ConfigureView::ConfigureView(ConfigureDialog& form, Binder& binder, QWidget* par
     resize(wanted.boundedTo(QGuiApplication::primaryScreen()->availableSize() - QSize(40, 60)));
 }
 
+void ConfigureView::showEvent(QShowEvent* event) {
+    FormDialog::showEvent(event);
+    if (event->spontaneous())
+        return;
+    wantsFocus_ = true;
+    binder_.flushSoon();
+}
+
+bool ConfigureView::focusIsHidden() const {
+    const QWidget* focused = focusWidget();
+    return focused != nullptr && !focused->isVisibleTo(this);
+}
+
+/// When a page is turned, the toolkit would go on to whatever comes next.
+bool ConfigureView::focusNextPrevChild(bool next) {
+    return focusIsHidden() || FormDialog::focusNextPrevChild(next);
+}
+
+void ConfigureView::focusPage() {
+    for (QWidget* page : pages_)
+        if (QWidget* field = page->isVisible() ? firstField(*page) : nullptr) {
+            wantsFocus_ = false;
+            field->setFocus(Qt::TabFocusReason); // which selects the text of a field
+        }
+}
+
 void ConfigureView::followForm() {
     makeShownPages();
+    if (wantsFocus_ || focusIsHidden())
+        focusPage();
     for (std::size_t i = 0; i < diagrams_.size(); ++i)
         if (diagrams_[i] != nullptr)
             diagrams_[i]->setType(static_cast<int>(i) + 1, form_.optMSBfirst.value());
@@ -68,9 +99,17 @@ void ConfigureView::makeShownPages() {
             continue;
         made_[page] = true;
         (this->*makers[page])(pages_[page]);
+        putButtonsLast();
         layout()->activate();
         resize(size().expandedTo(layout()->sizeHint()));
     }
+}
+
+/// In the order of the tabulator key; a page is made later than they are.
+void ConfigureView::putButtonsLast() {
+    for (auto* button : buttons_->findChildren<QPushButton*>())
+        if (QWidget* last = previousInFocusChain(); last != button)
+            setTabOrder(last, button);
 }
 
 void ConfigureView::makeGeneralPage(QWidget* page) {
@@ -240,9 +279,11 @@ QWidget* ConfigureView::makeDonglePins(QWidget* page) {
                   "sink 1.6 mA. ",
                   box),
         0, 0, 1, 2);
-    for (int pin = 0; pin <= pins.Check.last(); ++pin)
-        grid->addWidget(binder_.make<QCheckBox>(pins.Check(pin), box), 1 + pin % dataPins,
-                        pin / dataPins);
+    for (int pin = 0; pin <= pins.Check.last(); ++pin) {
+        auto* enable = new QCheckBox(QString::fromStdString(ExtraPinPage::donglePinName(pin)), box);
+        binder_.bind(pins.Check(pin), *enable);
+        grid->addWidget(enable, 1 + pin % dataPins, pin / dataPins);
+    }
     return box;
 }
 

@@ -15,7 +15,15 @@ class ConfigureView : public FormDialog {
 public:
     ConfigureView(ConfigureDialog& form, Binder& binder, QWidget* parent);
 
+protected:
+    /// It opens, and its pages are turned, with the focus in the first field.
+    void showEvent(QShowEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+
 private:
+    [[nodiscard]] bool focusIsHidden() const;
+    void focusPage();
+    void putButtonsLast();
     static constexpr int pageCount = 4;
 
     void followForm();
@@ -43,6 +51,8 @@ private:
     std::array<QWidget*, pageCount> pages_{};
     std::array<bool, pageCount> made_{};
     std::array<TypeDiagram*, 8> diagrams_{};
+    QWidget* buttons_ = nullptr;
+    bool wantsFocus_ = false;
     Subscription flushed_;
 };
 

@@ -1,6 +1,7 @@
 #include "gui/main_view.h"
 
 #include "gui/batch_view.h"
+#include "gui/page_keys.h"
 #include "gui/single_word_view.h"
 #include "gui/theme.h"
 #include "gui/zt72517/pspi_view.h"
@@ -26,6 +27,7 @@ MainView::MainView(Program& program, Binder& binder, QWidget* parent)
     tabs_ = binder_.make<QTabBar>(form_.tabs.TabStripMain, this);
     tabs_->setExpanding(false);
     layout->addWidget(tabs_);
+    addPageKeys(*tabs_, *this);
     pages_ = new QVBoxLayout;
     layout->addLayout(pages_, 1);
     runRow_ = new RunRow(form_.run, binder_, this);
@@ -54,6 +56,16 @@ void MainView::leaveOutRelics() {
         binder_.leaveOut(*relic);
 }
 
+bool MainView::focusIsHidden() const {
+    const QWidget* focused = window()->focusWidget();
+    return focused != nullptr && isAncestorOf(focused) && !focused->isVisibleTo(this);
+}
+
+/// When a page is turned, the toolkit would go on to whatever comes next, also in another pane.
+bool MainView::focusNextPrevChild(bool next) {
+    return focusIsHidden() || QWidget::focusNextPrevChild(next);
+}
+
 void MainView::follow() {
     for (int page = 1; page <= pageCount; ++page) {
         if (!frameOf(page).visible())
@@ -63,6 +75,8 @@ void MainView::follow() {
             place = makePage(page);
         runRow_->moveTo(place);
     }
+    if (focusIsHidden())
+        tabs_->setFocus();
 }
 
 forms::Frame& MainView::frameOf(int page) const {

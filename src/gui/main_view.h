@@ -22,7 +22,11 @@ public:
     /// Where a user begins to type.
     void focusEntry();
 
+protected:
+    bool focusNextPrevChild(bool next) override;
+
 private:
+    [[nodiscard]] bool focusIsHidden() const;
     static constexpr int pageCount = PartPage::chipPage;
 
     [[nodiscard]] forms::Frame& frameOf(int page) const;

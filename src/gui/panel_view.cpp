@@ -1,6 +1,7 @@
 #include "gui/panel_view.h"
 
 #include "gui/flags_view.h"
+#include "gui/page_keys.h"
 #include "gui/panel_side_view.h"
 #include "gui/panel_status_view.h"
 #include "gui/register_page_view.h"
@@ -90,6 +91,7 @@ QWidget* PanelView::makeTabs() {
     auto* tabs = binder_.make<QTabBar>(form_.outerTabs, widget);
     tabs->setExpanding(false);
     tabs->setDrawBase(false);
+    addPageKeys(*tabs, *this);
     row->addWidget(tabs, 1);
     for (const chips::Companion& any : form_.chip().panel.described)
         if (any.button.exists())

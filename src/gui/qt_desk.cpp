@@ -110,6 +110,8 @@ QWidget* owner() {
 } // namespace
 
 MessageBox::Answer QtBoxes::show(const MessageBox& box) {
+    if (box.tellsOfCancel)
+        return cautiousAnswer(box.buttons);
     QMessageBox widget(owner());
     widget.setObjectName("messageBox");
     widget.setWindowTitle(QString::fromStdString(box.title));
@@ -117,6 +119,7 @@ MessageBox::Answer QtBoxes::show(const MessageBox& box) {
     widget.setText(QString::fromStdString(box.text).remove('\r'));
     widget.setStandardButtons(buttonsOf(box.buttons));
     widget.setDefaultButton(presetOf(box));
+    widget.setInformativeText(QString::fromStdString(box.hint));
     if (box.canBeLeft)
         letLeave(widget);
     if (!box.place.empty())

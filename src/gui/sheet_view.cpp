@@ -35,10 +35,21 @@ bool appends(const Control& control) {
     return button != nullptr && button->caption().starts_with('>');
 }
 
+QString questionOf(const std::vector<const chips::Sheet::Confirmation*>& questions,
+                   forms::Form& form) {
+    for (const chips::Sheet::Confirmation* any : questions)
+        if (!any->selected.exists() ||
+            dynamic_cast<forms::OptionButton&>(form.control(chips::text(any->selected))).value())
+            return textOf(any->text);
+    return "Press again";
+}
+
 class GroupMaker {
 public:
-    GroupMaker(const chips::Sheet::Group& group, forms::Form& form, Binder& binder, QWidget* parent)
-        : form_(form),
+    GroupMaker(const chips::Sheet& sheet, const chips::Sheet::Group& group, forms::Form& form,
+               Binder& binder, QWidget* parent)
+        : sheet_(sheet),
+          form_(form),
           binder_(binder),
           box_(group.title.empty() && !group.frame.exists()
                    ? new QWidget(parent)
@@ -129,11 +140,27 @@ private:
     }
 
     QWidget* button(forms::Button& control) {
-        QPushButton* made = PanelWidgets::button(binder_, control, box_);
+        QPushButton* made = confirmed(control);
+        if (made == nullptr)
+            made = PanelWidgets::button(binder_, control, box_);
         if (made->text().startsWith('>'))
             made->setAccessibleName(made->text() + " " + name_);
         else
             name_ = made->text().simplified();
+        return made;
+    }
+
+    /// Null for a button that does at once what it does.
+    QPushButton* confirmed(forms::Button& control) {
+        std::vector<const chips::Sheet::Confirmation*> questions;
+        for (const chips::Sheet::Confirmation& any : sheet_.confirmations)
+            if (&form_.control(chips::text(any.button)) == &control)
+                questions.push_back(&any);
+        if (questions.empty())
+            return nullptr;
+        auto* made = new ConfirmButton(
+            [&form = form_, questions] { return questionOf(questions, form); }, box_);
+        binder_.bind(control, *made);
         return made;
     }
 
@@ -173,6 +200,7 @@ private:
         grid_->addWidget(label, grid_->rowCount(), 0, 1, 2);
     }
 
+    const chips::Sheet& sheet_;
     forms::Form& form_;
     Binder& binder_;
     QWidget* box_;
@@ -215,7 +243,7 @@ QWidget* makeSheet(const chips::Sheet& sheet, forms::Form& form, Binder& binder,
             row->addLayout(columns.back(), 1);
         }
         columns[static_cast<std::size_t>(group.column)]->addWidget(
-            GroupMaker(group, form, binder, widget).box());
+            GroupMaker(sheet, group, form, binder, widget).box());
     }
     if (sheet.groups.size() > columns.size())
         for (QVBoxLayout* column : columns)
@@ -225,9 +253,10 @@ QWidget* makeSheet(const chips::Sheet& sheet, forms::Form& form, Binder& binder,
 
 namespace {
 
-MakeWidget makerOf(const chips::Sheet::Group& group, PanelForm& form, const PanelWidgets& widgets) {
-    return [&group, &form, widgets](QWidget* parent) {
-        return GroupMaker(group, form, widgets.binder, parent).box();
+MakeWidget makerOf(const chips::Sheet& sheet, const chips::Sheet::Group& group, PanelForm& form,
+                   const PanelWidgets& widgets) {
+    return [&sheet, &group, &form, widgets](QWidget* parent) {
+        return GroupMaker(sheet, group, form, widgets.binder, parent).box();
     };
 }
 
@@ -240,7 +269,7 @@ void addToPage(const chips::Sheet& sheet, PanelForm& form, const PanelWidgets& w
         });
     else
         for (const chips::Sheet::Group& group : sheet.groups)
-            page.groups.push_back(makerOf(group, form, widgets));
+            page.groups.push_back(makerOf(sheet, group, form, widgets));
     if (sheet.entry.exists())
         page.entry = [&sheet, &form, widgets](QWidget* parent) {
             auto& box = dynamic_cast<forms::TextBox&>(form.control(chips::text(sheet.entry)));
@@ -270,7 +299,7 @@ void addSheetExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& e
             addToPage(sheet, form, widgets, extras.registerPages[sheet.page]);
         else if (sheet.page == chips::statusPage)
             for (const chips::Sheet::Group& group : sheet.groups)
-                extras.reads.push_back(makerOf(group, form, widgets));
+                extras.reads.push_back(makerOf(sheet, group, form, widgets));
         else if (sheet.form.empty())
             extras.pages[sheet.page] = [&sheet, &form, widgets](QWidget* parent) {
                 return makePage(sheet, form, widgets.binder, parent);

@@ -28,6 +28,10 @@ struct MessageBox {
     bool canBeLeft = false;
     /// The handler that failed, as "frmMain.cmdSendOnce_Click"; for who asks for details.
     std::string place = {};
+    std::string hint = {}; ///< what may help, in a sentence
+    /// Only says that the file dialog before it was cancelled. A window, where somebody has just
+    /// done that, does not show it.
+    bool tellsOfCancel = false;
 };
 
 /// Whether a box only tells something: nothing has failed, and there is nothing to choose.

@@ -145,7 +145,7 @@ void SessionLog::itemSaveLogAs_Click() {
 
 void SessionLog::saveAs(const std::optional<std::string>& fileName) {
     if (fileName.value_or("").empty()) {
-        desk_.boxes.show({.text = "No filename selected.  Cannot Save."});
+        desk_.boxes.show({.text = "No filename selected.  Cannot Save.", .tellsOfCancel = true});
         return;
     }
     write(*fileName);

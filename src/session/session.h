@@ -64,12 +64,13 @@ struct Session {
 
     // The dongle
     bool USBReady = false;
-    bool USBReadDone = false;       ///< the answer to the frame on its way has come
-    std::int16_t SPIBaudRate = 64;  ///< code of the clock: 0, 64, 128, 192
-    std::int16_t USBPinUpdate = 0;  ///< 1 while a word carries a change of the extra pins
-    std::uint8_t USBExtraPins0 = 0; ///< bits 0 to 4: Data0 to Data4; 5 to 7: Control0 to Control2
-    std::uint8_t USBExtraPins1 = 0; ///< bit 0: Control3
-    bool USBFrameTopBit = false;    ///< the next frame has 0x80 added to its first byte
+    bool USBReadDone = false;      ///< the answer to the frame on its way has come
+    std::int16_t SPIBaudRate = 64; ///< code of the clock: 0, 64, 128, 192
+    std::int16_t USBPinUpdate = 0; ///< 1 while a word carries a change of the extra pins
+    std::uint8_t USBExtraPins0 =
+        0; ///< bits 0 to 4: Data 0 to Data 4; 5 to 7: Control 0 to Control 2
+    std::uint8_t USBExtraPins1 = 0;     ///< bit 0: Control3
+    bool USBFrameTopBit = false;        ///< the next frame has 0x80 added to its first byte
     bool FirmwareUpdateRequest = false; ///< the next word asks the dongle for its boot loader
     bool InterruptSeen = false;         ///< the chip's lines as the dongle sampled them last
     bool ResetSeen = false;

@@ -11,7 +11,7 @@ struct CommandedWord {
     int length;              ///< bits
     int type;                ///< 1 to 8
     bool changesPins;        ///< the extra pins take the levels of the frame
-    std::uint16_t extraPins; ///< bits 0 to 4: Data0 to Data4; 5 to 8: Control0 to 3
+    std::uint16_t extraPins; ///< bits 0 to 4: Data 0 to Data 4; 5 to 8: Control 0 to 3
     bool selectedWhenHigh;
     bool dataInOneIsHigh;
     bool dataOutOneIsHigh;

@@ -41,7 +41,7 @@ struct WordRecord {
     // Levels before the first of the accesses
     std::uint8_t dataBefore = 0;        ///< of the data register
     std::uint8_t controlBefore = 0;     ///< of the control register
-    std::uint16_t donglePinsBefore = 0; ///< bits 0 to 4: Data0 to Data4; 5 to 8: Control0 to 3
+    std::uint16_t donglePinsBefore = 0; ///< bits 0 to 4: Data 0 to Data 4; 5 to 8: Control 0 to 3
     /// Those before `firstOfWord` were made between the word before and this one.
     std::vector<WireAccess> accesses;
     std::size_t firstOfWord = 0;

@@ -91,7 +91,8 @@ TEST(RunCommand, EndsWithOneAtAMessage) {
          {Case{"/board.spi --batch sweeep", "There is no Batch \"sweeep\"; near: \"sweep\".\n"},
           Case{"/board.spi --batch ''", "There is no Batch \"\".\n"},
           Case{"/board.spi --batch 'hold on'",
-               fmt::format("A5 00\n{}Nobody can be asked: the standard input is no terminal.\n",
+               fmt::format("A5 00\n{}Nobody can be asked: the standard input is no terminal. "
+                           "\"--yes\" goes on.\n",
                            pauseText)},
           Case{"/damaged.spi", fmt::format("The file \"{}\" is damaged in line 26: there is no "
                                            "Batch 9.\n",
@@ -114,6 +115,20 @@ TEST(RunCommand, EndsWithOneAtAMessage) {
     for (const char* arguments : {"", "--times 0", "--bus port", "--bench echo --json --log -"})
         EXPECT_EQ(board.run(arguments).code, *arguments == '\0' ? 1 : 2) << arguments;
     EXPECT_EQ(board.run("--bench echo >/dev/full").code, 1);
+}
+
+TEST(RunCommand, GoesOnAtAPauseAndEndsQuietlyWhereNobodyReads) {
+    const Board board;
+    EXPECT_EQ(board.run("--bench echo --batch 'hold on' --yes </dev/null").output,
+              fmt::format("A5 00\n{}A5 A5\n", pauseText));
+    const std::string errors = board.path("errors");
+    const int status = std::system(fmt::format("bash -c '" BITLUX_PROGRAM
+                                               " run {} --bench echo --times 100000 2>{} | "
+                                               "head -1 >/dev/null; exit ${{PIPESTATUS[0]}}'",
+                                               board.path("board.spi"), errors)
+                                       .c_str());
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(contentOf(errors), "");
 }
 
 TEST(RunCommand, SendsNoneOfAFilesEscapesToTheTerminal) {

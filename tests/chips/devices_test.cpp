@@ -1,8 +1,10 @@
 #include "chips/chip_reader.h"
 #include "chips/embedded_chips.h"
 
+#include <set>
 #include <string>
-#include <vector>
+#include <string_view>
+#include <utility>
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
@@ -14,11 +16,19 @@ TEST(Devices, OfTheProductAreToldAsTheirFilesTellThem) {
     for (const EmbeddedChip& any : embeddedChips()) {
         const ChipFile file = readChip(any.text, std::string(any.name) + ".toml");
         ASSERT_NE(file.chip, nullptr) << any.name;
-        EXPECT_EQ(any.description, file.chip->description);
-        std::vector<std::string> names;
+        std::set<std::pair<std::string, std::string>> told;
+        std::set<std::pair<std::string, std::string>> written;
+        std::set<std::string_view> descriptions;
+        for (const EmbeddedChip::Device& device : any.devices) {
+            told.emplace(device.name, device.description);
+            descriptions.insert(device.description);
+        }
         for (const Device& device : file.chip->devices)
-            names.push_back(device.name);
-        EXPECT_EQ(std::vector<std::string>(any.devices.begin(), any.devices.end()), names);
+            written.emplace(device.name, file.chip->description +
+                                             (device.description.empty() ? "" : ". ") +
+                                             device.description);
+        EXPECT_EQ(told, written);
+        EXPECT_EQ(descriptions.size(), any.devices.size()) << "a list tells them apart";
     }
 }
 

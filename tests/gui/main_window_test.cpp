@@ -152,6 +152,11 @@ TEST(MainWindow, IsReachedByTheTabulatorInReadingOrder) {
     bench.get<forms::TabStrip>("frmMain.TabStripMain").click(1);
     bench.settle();
     EXPECT_EQ(walk("frmMain.txtHexWordToSend", 10), rest);
+    // A page that goes leaves the focus to the tabs, not to what stands in another pane.
+    bench.widget<QWidget>("frmMain.txtHexWordToSend").setFocus();
+    bench.get<forms::TabStrip>("frmMain.TabStripMain").click(2);
+    bench.settle();
+    EXPECT_EQ(bench.window.focusWidget()->objectName().toStdString(), "frmMain.TabStripMain");
 }
 
 TEST(MainWindow, RefreshesAtMostOnceAFrame) {

@@ -67,6 +67,33 @@ TEST(PanelView, LightsBitsOfARegisterByMouseAndKeyboard) {
     EXPECT_EQ(bench.label("ZT72518.Label_Liste(0)"), "Sent : 40 - 88");
 }
 
+TEST(PanelView, WantsASecondPressForWhatCannotBeUndone) {
+    PanelBench bench;
+    bench.program.forms().show("TestMode");
+    bench.settle();
+    auto& trim = bench.widget<gui::ConfirmButton>("TestMode.trim_send");
+    const auto press = [&trim] { QTest::mouseClick(&trim, Qt::LeftButton); };
+    const auto timer = [&trim](const char* name) { return trim.findChild<QTimer*>(name); };
+    const auto text = [&trim] { return trim.text().toStdString(); };
+    const UsbFrame last = bench.bench.dongle.lastOut();
+    press();
+    press(); // the other half of a double click
+    EXPECT_EQ(text(), "Press again: sends the trimming");
+    timer("doubleClick")->stop();
+    bench.get<forms::OptionButton>("TestMode.trim_fuse(3)").click();
+    press();
+    EXPECT_EQ(text(), "Press again: BURNS THE FUSES, for good");
+    emit timer("patience")->timeout({});
+    EXPECT_EQ(text(), "Trimming");
+    EXPECT_EQ(bench.bench.dongle.lastOut(), last) << "nothing has gone out yet";
+    timer("doubleClick")->stop();
+    press();
+    timer("doubleClick")->stop();
+    press();
+    EXPECT_NE(bench.bench.dongle.lastOut(), last);
+    EXPECT_EQ(text(), "Trimming");
+}
+
 /// To those who hear it a bit is a check box, and one that is only shown a check box that is read.
 TEST(PanelView, TellsAssistiveToolsOfItsBits) {
     PanelBench bench;

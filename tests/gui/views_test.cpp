@@ -63,6 +63,19 @@ TEST(ConfigureView, IsWalkedThroughWithTheKeyboardAlone) {
         bench.settle();
         auto& dialog = *bench.window.findChild<QDialog*>();
         auto& tabs = bench.widget<QTabBar>("frmConfigureSPI.TabStripConfig");
+        const auto focused = [&dialog] {
+            return dialog.focusWidget()->objectName().section('.', 1).toStdString();
+        };
+        EXPECT_EQ(focused(), "txtPartName");
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+        bench.settle();
+        bench.settle();
+        EXPECT_EQ(focused(), "optMSBfirst");
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
+        bench.settle();
+        tabs.setFocus();
+        QTest::keyClick(&tabs, Qt::Key_Backtab);
+        EXPECT_EQ(focused(), "cmdApply") << "the tabs come first, the buttons last";
         tabs.setFocus();
         for (int page = 1; page <= 4; ++page) {
             EXPECT_EQ(bench.session().ConfigTab, page);

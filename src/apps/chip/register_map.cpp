@@ -181,6 +181,20 @@ private:
         if (word.answersNext)
             format += ", answered with the next word";
         addLine(format, 0);
+        printDevices();
+    }
+
+    /// What the variants are called on the virtual bench.
+    void printDevices() const {
+        if (chip_.devices.size() < 2)
+            return;
+        fmt::print(output_, "On the virtual bench:\n");
+        std::size_t width = 0;
+        for (const chips::Device& any : chip_.devices)
+            width = std::max(width, any.name.size());
+        for (const chips::Device& any : chip_.devices)
+            Lines(output_, "  " + padded(any.name, width), width + 4)
+                .addWords(shown(any.description));
     }
 
     /// In as many lines as it takes, from a column on.
