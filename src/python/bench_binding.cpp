@@ -83,7 +83,10 @@ std::string textFrom(const py::handle& value) {
 void answer(ScriptBench& bench, const py::args& answers) {
     for (const py::handle& answer : answers) {
         const MessageBox::Answer button = answerFrom(textFrom(answer));
-        look(bench, [&] { bench.boxes().answer(button); });
+        look(bench, [&] {
+            demandOpen(bench);
+            bench.boxes().answer(button);
+        });
     }
 }
 
@@ -92,7 +95,10 @@ void answerFile(ScriptBench& bench, const py::args& answers) {
         std::optional<std::string> name;
         if (!answer.is_none())
             name = textFrom(answer);
-        look(bench, [&] { bench.fileDialogs().answer(name); });
+        look(bench, [&] {
+            demandOpen(bench);
+            bench.fileDialogs().answer(name);
+        });
     }
 }
 

@@ -14,8 +14,14 @@ namespace bitlux {
 BenchControls::BenchControls(VirtualBench& bench, std::string device)
     : bench_(bench), device_(std::move(device)) {}
 
+VirtualBench& BenchControls::changed() {
+    if (isClosed && isClosed())
+        throw Failure(Failure::Kind::OutOfRange, "The bench is closed");
+    return bench_;
+}
+
 void BenchControls::connect(const std::string& device) {
-    bench_.connect(makeBenchDevice(device, replies_));
+    changed().connect(makeBenchDevice(device, replies_));
     device_ = device;
 }
 
@@ -30,7 +36,19 @@ void BenchControls::setReplies(std::vector<Reply> replies) {
 
 void BenchControls::setCommandReplies(std::vector<UsbFrame> replies) {
     commandReplies_ = std::move(replies);
-    bench_.dongle.answerCommandsWith(commandReplies_);
+    changed().dongle.answerCommandsWith(commandReplies_);
+}
+
+void BenchControls::plug() {
+    changed().dongle.plug();
+}
+
+void BenchControls::unplug() {
+    changed().dongle.unplug();
+}
+
+void BenchControls::setLines(bool interrupt, bool reset) {
+    changed().dongle.setLines(interrupt, reset);
 }
 
 void BenchControls::setSilent(bool silent) {
@@ -61,7 +79,7 @@ void BenchControls::applyFaults() {
         all.push_back({.kind = DongleFault::Kind::Late,
                        .duration = std::llround(late_ * nanosecondsOfMillisecond)});
     all.insert(all.end(), faults_.begin(), faults_.end());
-    bench_.dongle.setFaults(DongleFaults(std::move(all), seed_));
+    changed().dongle.setFaults(DongleFaults(std::move(all), seed_));
 }
 
 } // namespace bitlux

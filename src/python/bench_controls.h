@@ -4,12 +4,14 @@
 #include "workbench/virtual_bench.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace bitlux {
 
-/// The virtual bench in the hands of a script: what its device answers, and what goes wrong.
+/// The virtual bench in the hands of a script: what its device answers, and what goes wrong. Each
+/// change raises Failure (OutOfRange) once the bench is closed.
 class BenchControls {
 public:
     BenchControls(VirtualBench& bench, std::string device);
@@ -32,9 +34,17 @@ public:
     /// Further faults by their texts (dongleFaultFrom); frames are counted anew.
     void setFaults(const std::vector<std::string>& faults, std::uint32_t seed);
 
-    [[nodiscard]] VirtualBench& bench() { return bench_; }
+    void plug();
+    void unplug();
+    void setLines(bool interrupt, bool reset);
+
+    [[nodiscard]] const VirtualBench& bench() const { return bench_; }
+    /// Whether the bench is closed; it is open where nobody tells.
+    std::function<bool()> isClosed;
 
 private:
+    /// The bench, for a change.
+    [[nodiscard]] VirtualBench& changed();
     void applyFaults();
 
     VirtualBench& bench_;

@@ -55,12 +55,14 @@ auto actAnyway(ScriptBench& bench, Action&& action) {
     return bench.act(std::forward<Action>(action));
 }
 
+/// Raises Failure for a bench that has been closed.
+void demandOpen(ScriptBench& bench);
+
 /// Acts on a bench. One that has been closed raises Failure.
 template <typename Action>
 auto act(ScriptBench& bench, Action&& action) {
     return actAnyway(bench, [&] {
-        if (!bench.program().running())
-            throw Failure(Failure::Kind::OutOfRange, "The bench is closed");
+        demandOpen(bench);
         return action();
     });
 }

@@ -113,6 +113,11 @@ py::object exceptionOf(const Failure& failure) {
     return py::reinterpret_borrow<py::object>(classOf(failure.kind()))(failure.what());
 }
 
+void demandOpen(ScriptBench& bench) {
+    if (!bench.program().running())
+        throw Failure(Failure::Kind::OutOfRange, "The bench is closed");
+}
+
 InBench::InBench(ScriptBench& bench) : lock_(bench.lock()) {
     using namespace std::chrono_literals;
     if (lock_.enter(0ms))

@@ -103,6 +103,8 @@ void ScriptBench::start(const Hardware& hardware) {
         bench_->wireFor(program_->session());
     record(true);
     program_->Main(setup_.commandLine);
+    if (controls_)
+        controls_->isClosed = [this] { return !program_->running(); };
     failures_.clear(); // the start goes on after them; their boxes tell
 }
 

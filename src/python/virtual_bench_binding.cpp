@@ -11,7 +11,7 @@ namespace bitlux::python {
 
 namespace {
 
-py::dict pinsOf(BenchControls& self) {
+py::dict pinsOf(const BenchControls& self) {
     const VirtualBench& bench = self.bench();
     return py::dict(
         py::arg("data") = bench.port.dataPins(), py::arg("control") = bench.port.controlPins(),
@@ -92,21 +92,14 @@ void bindVirtualBench(py::module_& module) {
             "What goes wrong with the dongle from now on, as \"short:5/0.25\", \"late:700@3\":\n"
             "silent, late:MS, short:BYTES, stalled, babbling, gone, gone:MS; then @FRAME, /CHANCE\n"
             "from 0 to 1, drawn from seed. Raises ValueError for any other text.")
-        .def(
-            "unplug", [](BenchControls& self) { self.bench().dongle.unplug(); },
-            "Pull the dongle out.")
-        .def(
-            "plug", [](BenchControls& self) { self.bench().dongle.plug(); }, "Plug the dongle in.")
+        .def("unplug", &BenchControls::unplug, "Pull the dongle out.")
+        .def("plug", &BenchControls::plug, "Plug the dongle in.")
         .def_property_readonly(
-            "plugged", [](BenchControls& self) { return self.bench().dongle.plugged(); },
+            "plugged", [](const BenchControls& self) { return self.bench().dongle.plugged(); },
             "Whether the dongle is plugged in.")
-        .def(
-            "set_lines",
-            [](BenchControls& self, bool interrupt, bool reset) {
-                self.bench().dongle.setLines(interrupt, reset);
-            },
-            py::arg("interrupt") = false, py::arg("reset") = false,
-            "The chip's interrupt and reset lines, as the dongle samples them.")
+        .def("set_lines", &BenchControls::setLines, py::arg("interrupt") = false,
+             py::arg("reset") = false,
+             "The chip's interrupt and reset lines, as the dongle samples them.")
         .def_property_readonly("pins", pinsOf,
                                "Levels: \"data\" and \"control\" registers of the port,\n"
                                R"("data_out" of the device, "extra" pins of the dongle.)");

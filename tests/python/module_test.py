@@ -355,7 +355,9 @@ class Ends(unittest.TestCase):
         for deed in (button.click, lambda: bench.transfer(1), lambda: bench.transfer_many([1]),
                      lambda: bench[SEND], lambda: bench.call("frmMain.Start_USB"),
                      lambda: bench.show("frmAddWait"), lambda: bench.run_for(1),
-                     lambda: bench.at(1, button.click), lambda: bench.open("x.spi")):
+                     lambda: bench.at(1, button.click), lambda: bench.open("x.spi"),
+                     bench.bench.plug, lambda: bench.bench.set_faults(["gone"]),
+                     lambda: bench.answer("Yes")):
             with self.assertRaisesRegex(bitlux.Failure, "^The bench is closed$"):
                 deed()
         self.assertEqual(len(bench.trace), entries)
