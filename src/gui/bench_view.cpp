@@ -126,9 +126,21 @@ void BenchView::showChip() {
             window->resizeDocks({chip_}, {chip_->sizeHint().width()}, Qt::Horizontal);
         }
         connect(chipShown_, &QCheckBox::toggled, chip_, &QWidget::setVisible);
+        chip_->closed.subscribe([this] { chipShown_->setChecked(false); });
     }
     if (chip_ != nullptr)
         chip_->setVisible(isChip && chipShown_->isChecked());
+}
+
+void BenchView::showModel(const chips::Chip& chip, const QWidget& panel) {
+    if (chip.findDevice(device_->currentText().toStdString()) == nullptr) {
+        fillDevices();
+        device_->setCurrentText(QString::fromStdString(chip.devices.front().name));
+    }
+    if (bench_.dongle.chip() == nullptr) // the bench says why
+        return;
+    chipShown_->setChecked(true);
+    chip_->openBeside(panel);
 }
 
 void BenchView::addDongle(QBoxLayout& row) {
@@ -249,6 +261,13 @@ void BenchView::followDongle() {
     for (int pin = 0; pin < 9; ++pin)
         showLevel(*extraPins_[static_cast<std::size_t>(pin)],
                   ((dongle.extraPins() >> pin) & 1) != 0);
+}
+
+void addBench(MainWindow& window, VirtualBench& bench, const QString& device) {
+    auto* view = new BenchView(bench, window.program(), device, window.binder(), &window);
+    window.addDockWidget(Qt::BottomDockWidgetArea, view);
+    window.showModelsBy(
+        [view](const chips::Chip& chip, const QWidget& panel) { view->showModel(chip, panel); });
 }
 
 } // namespace bitlux::gui

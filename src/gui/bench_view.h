@@ -2,6 +2,7 @@
 
 #include "gui/binder.h"
 #include "gui/chip_view.h"
+#include "gui/main_window.h"
 #include "program/program.h"
 #include "workbench/virtual_bench.h"
 
@@ -26,6 +27,9 @@ public:
     /// `device` is the name of the one that is on the lines. Follows the refreshes of `binder`.
     BenchView(VirtualBench& bench, const Program& program, const QString& device, Binder& binder,
               QWidget* parent);
+
+    /// Shows the model of a chip beside a panel; a device that is another chip gives way to it.
+    void showModel(const chips::Chip& chip, const QWidget& panel);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -61,5 +65,8 @@ private:
     std::array<QLabel*, 9> extraPins_{};
     Subscription flushed_;
 };
+
+/// Puts the virtual bench below the program's window, and the way to it into the panels.
+void addBench(MainWindow& window, VirtualBench& bench, const QString& device);
 
 } // namespace bitlux::gui

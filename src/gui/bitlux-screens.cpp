@@ -1,8 +1,8 @@
 // Writes a picture of every form in its main states, for people to look at: all of them, those of
 // the panel of the ZT7251x family with "panel", of that of the ZT72516 with "zt72516", of those
-// whose words are bytes with "bytes", the notices of the status line with "notices", of the page of
-// the ZT72517 with "zt72517", or those of the panel of a chip's file with "chip" and its name. In
-// front of these stand a folder and the scale.
+// whose words are bytes with "bytes", the notices of the status line with "notices", the waveforms
+// with "waveform", of the page of the ZT72517 with "zt72517", or those of the panel of a chip's
+// file with "chip" and its name. In front of these stand a folder and the scale.
 
 #include "bench/scripted_desk.h"
 #include "chips/chip_library.h"
@@ -12,11 +12,11 @@
 #include "gui/recent_menu.h"
 #include "gui/screens/byte_panel_screens.h"
 #include "gui/screens/notice_screens.h"
+#include "gui/screens/waveform_screens.h"
 #include "gui/screens/zt72516_screens.h"
 #include "gui/screens/zt72517_screens.h"
 #include "gui/theme.h"
 #include "gui/type_diagram.h"
-#include "gui/waveform_view.h"
 #include "panels/common/sequence_stops.h"
 #include "panels/zt72518/diagram_page.h"
 #include "platform/linux/user_marker_files.h"
@@ -32,7 +32,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTemporaryDir>
-#include <QThread>
 #include <QVBoxLayout>
 
 #include <fmt/format.h>
@@ -190,41 +189,6 @@ public:
             contents.setCurrentRow(page);
             shoot(window, help, folder + QString("/help-%1").arg(page) + tail);
         }
-    }
-
-    /// The window with the waveform of the last of the words.
-    void paintWaveform(const QString& file, const State& state, bool zoomed = false) {
-        gui::MainWindow window(program_);
-        window.addDockWidget(
-            Qt::BottomDockWidgetArea,
-            new gui::BenchView(bench_, program_, "echo", window.binder(), &window));
-        window.show();
-        window.fitToContent();
-        window.findChild<QAction*>("openWaveform")->trigger();
-        QApplication::processEvents();
-        sendWords(state, window);
-        QApplication::processEvents();
-        QThread::msleep(gui::WaveformView::refreshPause + 10);
-        QApplication::processEvents();
-        auto& canvas = dynamic_cast<gui::WaveCanvas&>(
-            *window.findChild<QAbstractScrollArea*>("waveform.canvas"));
-        if (zoomed) {
-            canvas.setCursor(canvas.waveform().bits.at(1).sampledAt);
-            canvas.zoom(3);
-        }
-        canvas.setFocus();
-        shoot(window, window, file);
-    }
-
-    /// A word of a type alone, to be drawn elsewhere.
-    Waveform waveformOfType(int type) {
-        program_.forms().get<forms::TabStrip>("frmConfigureSPI.TabStripSPItype").click(type);
-        program_.dialog().cmdApply_Click();
-        program_.waveform().start();
-        program_.mainForm().singleWord.txtHexWordToSend.setText("A5");
-        program_.mainForm().run.cmdSendOnce.click();
-        program_.waveform().stop();
-        return waveformOf(program_.waveform().words().back());
     }
 
     void showExtraPins() {
@@ -432,23 +396,10 @@ void paintTypes(const QString& file, bool msbFirst, QSize size) {
     for (int type = 1; type <= 8; ++type) {
         auto* box = new QGroupBox(QString("SPI type %1").arg(type), &sheet);
         auto* diagram = new gui::TypeDiagram(type, box);
-        diagram->setType(type, msbFirst);
+        diagram->setType(type, {.msbFirst = msbFirst, .selectedWhenHigh = !msbFirst});
         diagram->setFixedSize(size.isEmpty() ? diagram->minimumSizeHint() : size);
         (new QVBoxLayout(box))->addWidget(diagram);
         grid->addWidget(box, (type - 1) % 4, (type - 1) / 4);
-    }
-    sheet.grab().save(file);
-}
-
-/// Words of all eight types on one sheet.
-void paintWaveforms(const QString& file, Stage& stage) {
-    QWidget sheet;
-    auto* grid = new QGridLayout(&sheet);
-    for (int type = 1; type <= 8; ++type) {
-        auto* canvas = new gui::WaveCanvas(&sheet);
-        canvas->setFixedSize(620, canvas->sizeHint().height());
-        canvas->show(stage.waveformOfType(type));
-        grid->addWidget(canvas, (type - 1) % 4, (type - 1) / 4);
     }
     sheet.grab().save(file);
 }
@@ -462,6 +413,7 @@ bool paintScreens(std::string_view only, const QString& folder, const QString& t
     };
     constexpr std::array rows{Row{"bytes", "", gui::paintBytePanels},
                               Row{"notices", "/notice", gui::paintNotices},
+                              Row{"waveform", "/waveform", gui::paintWaveforms},
                               Row{"zt72516", "/zt72516", gui::paintZt72516},
                               Row{"zt72517", "/zt72517", gui::paintZt72517}};
     bool isOne = false;
@@ -511,17 +463,6 @@ int main(int argc, char** argv) {
         dongle.paintDialog(folder + "/configure-dongle" + tail);
         dongle.showExtraPins();
         dongle.paint(folder + "/main-dongle-pins" + tail + ".png", {});
-        Stage waves;
-        waves.bring(states[0]);
-        waves.paintWaveform(folder + "/waveform-port" + tail, states[0], true);
-        paintWaveforms(folder + "/waveform-types" + tail + ".png", waves);
-        waves.bring(states[1]);
-        waves.paintWaveform(folder + "/waveform-160" + tail, states[1]);
-        Stage commanded;
-        commanded.plugDongle();
-        commanded.bring(states[0]);
-        commanded.paintWaveform(folder + "/waveform-dongle" + tail, states[0]);
-        paintWaveforms(folder + "/waveform-types-dongle" + tail + ".png", commanded);
         dongle.paintChip(folder + "/main-chip" + tail + ".png", {});
         dongle.paintChip(folder + "/main-chip-search" + tail + ".png", QSize(640, 480), "rx");
         Stage batch;

@@ -1,11 +1,17 @@
 #include "gui/chip_view.h"
 
 #include "gui/theme.h"
+#include "gui/window_place.h"
 
+#include <algorithm>
+
+#include <QCloseEvent>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
 
 namespace bitlux::gui {
@@ -32,7 +38,6 @@ void showText(QTreeWidgetItem& item, const QString& text) {
 ChipView::ChipView(VirtualBench& bench, Binder& binder, QWidget* parent)
     : QDockWidget("Chip", parent), bench_(bench) {
     setObjectName("chip");
-    setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
     auto* content = new QWidget(this);
     auto* column = new QVBoxLayout(content);
     column->setContentsMargins(8, 4, 8, 8);
@@ -40,6 +45,7 @@ ChipView::ChipView(VirtualBench& bench, Binder& binder, QWidget* parent)
     search_->setObjectName("chip.search");
     search_->setPlaceholderText("Find, as CAN WU");
     search_->setClearButtonEnabled(true);
+    search_->installEventFilter(this);
     tree_ = new QTreeWidget(content);
     tree_->setObjectName("chip.tree");
     tree_->setAccessibleName("State and switches of the chip");
@@ -140,7 +146,8 @@ void ChipView::turn(QTreeWidgetItem& item) {
     follow();
 }
 
-void ChipView::find(const QString& text) {
+void ChipView::find(const QString& typed) {
+    const QString text = typed.trimmed();
     for (int i = 0; i < tree_->topLevelItemCount(); ++i) {
         QTreeWidgetItem& group = *tree_->topLevelItem(i);
         const bool whole = group.text(0).contains(text, Qt::CaseInsensitive);
@@ -153,6 +160,46 @@ void ChipView::find(const QString& text) {
         group.setHidden(!any);
         group.setExpanded(text.isEmpty() ? startsOpen(group.text(0)) : any);
     }
+}
+
+/// From the search to what it found; once more, to the next of it.
+void ChipView::goToHit() {
+    std::vector<QTreeWidgetItem*> hits;
+    for (QTreeWidgetItemIterator any(tree_, QTreeWidgetItemIterator::NotHidden); *any != nullptr;
+         ++any)
+        if (QTreeWidgetItem* group = (*any)->parent(); group != nullptr && group->isExpanded())
+            hits.push_back(*any);
+    if (hits.empty())
+        return;
+    const auto here = std::find(hits.begin(), hits.end(), tree_->currentItem());
+    const bool isLast = here == hits.end() || here + 1 == hits.end();
+    tree_->setCurrentItem(isLast ? hits.front() : *(here + 1));
+    tree_->setFocus();
+}
+
+bool ChipView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != search_ || event->type() != QEvent::KeyPress ||
+        dynamic_cast<QKeyEvent*>(event)->key() != Qt::Key_Down)
+        return QDockWidget::eventFilter(watched, event);
+    goToHit();
+    return true;
+}
+
+void ChipView::openBeside(const QWidget& other) {
+    if (!isFloating()) {
+        setFloating(true);
+        resize(sizeHint().width(), other.height());
+        gui::openBeside(*this, other);
+    }
+    show();
+    raise();
+    activateWindow();
+    search_->setFocus();
+}
+
+void ChipView::closeEvent(QCloseEvent* event) {
+    QDockWidget::closeEvent(event);
+    closed.raise();
 }
 
 /// In the order of the items: the registers last.

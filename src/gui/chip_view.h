@@ -23,9 +23,16 @@ public:
     /// Another device is on the lines, which is a chip.
     void chipChanged();
 
+    /// Comes out of its window, beside another, ready to be searched.
+    void openBeside(const QWidget& other);
+
+    Event<> closed; ///< by its button
+
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
@@ -35,6 +42,7 @@ private:
     void addSwitches();
     void turn(QTreeWidgetItem& item);
     void find(const QString& text);
+    void goToHit();
     void follow();
     void followSwitches(const Chip& chip);
     [[nodiscard]] std::vector<Reading> readings() const;

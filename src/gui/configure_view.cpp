@@ -88,7 +88,9 @@ void ConfigureView::followForm() {
         focusPage();
     for (std::size_t i = 0; i < diagrams_.size(); ++i)
         if (diagrams_[i] != nullptr)
-            diagrams_[i]->setType(static_cast<int>(i) + 1, form_.optMSBfirst.value());
+            diagrams_[i]->setType(static_cast<int>(i) + 1,
+                                  {.msbFirst = form_.optMSBfirst.value(),
+                                   .selectedWhenHigh = form_.optCSpositive.value()});
 }
 
 void ConfigureView::makeShownPages() {

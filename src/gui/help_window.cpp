@@ -31,12 +31,13 @@ struct Page {
     const char* title;
 };
 
-constexpr std::array<Page, 15> pages{{{"first-steps", "First steps"},
+constexpr std::array<Page, 16> pages{{{"first-steps", "First steps"},
                                       {"words", "Words, types, polarities"},
                                       {"buses", "Dongle and parallel port"},
                                       {"commands", "Quick Commands and Batches"},
                                       {"continuous", "Continuous sending and the log"},
                                       {"extra-pins", "Extra pins"},
+                                      {"waveform", "Waveform"},
                                       {"panels", "Chip panels"},
                                       {"zt72361", "Panel of the ZT72361"},
                                       {"zt72516", "Panel of the ZT72516"},

@@ -7,13 +7,13 @@
 #include "gui/elided_label.h"
 #include "gui/help_window.h"
 #include "gui/notice_view.h"
-#include "gui/panel_view.h"
 #include "gui/recent_menu.h"
 #include "gui/run_progress_view.h"
 #include "gui/save_batch_view.h"
 #include "gui/sheet_view.h"
 #include "gui/theme.h"
 #include "gui/waveform_view.h"
+#include "gui/window_place.h"
 
 #include <algorithm>
 
@@ -23,7 +23,6 @@
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QScreen>
 #include <QScrollArea>
 #include <QStatusBar>
 #include <QStyle>
@@ -56,6 +55,7 @@ QString draggedFile(const QMimeData& data) {
 MainWindow::MainWindow(Program& program, UserSettings settings)
     : program_(program), settings_(std::move(settings)), binder_(program.forms()) {
     setAcceptDrops(true);
+    program.waveform().keepLast();
     auto* scroll = new QScrollArea(this);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
@@ -182,7 +182,7 @@ FormDialog* MainWindow::makeDialog(forms::Form& form) {
     if (auto* about = dynamic_cast<AboutForm*>(&form))
         return new AboutView(*about, binder_, this);
     if (auto* panel = dynamic_cast<PanelForm*>(&form))
-        return new PanelView(*panel, binder_, this);
+        return new PanelView(*panel, binder_, showModel_, this);
     if (auto* companion = dynamic_cast<CompanionForm*>(&form))
         return new CompanionView(*companion, binder_, this);
     if (auto* testMode = dynamic_cast<zt72518::TestModeForm*>(&form))
@@ -234,18 +234,19 @@ void MainWindow::followRun() {
 }
 
 void MainWindow::fitToContent() {
-    const QSize screen = QGuiApplication::primaryScreen()->availableSize();
+    const QSize room = roomForWindow(*this);
     int around = menuBar()->sizeHint().height() + statusBar()->sizeHint().height() + 8;
     int beside = 4;
     for (QDockWidget* dock : findChildren<QDockWidget*>()) {
+        if (dock->isHidden() || dock->isFloating())
+            continue;
         const bool below = dockWidgetArea(dock) == Qt::BottomDockWidgetArea;
         (below ? around : beside) += below ? dock->sizeHint().height() : dock->sizeHint().width();
         if (!below)
             beside += style()->pixelMetric(QStyle::PM_DockWidgetSeparatorExtent);
     }
     const QSize wanted = view_->sizeHint() + QSize(beside, around);
-    resize(std::min(std::max(wanted.width(), 720), screen.width()),
-           std::min(std::max(wanted.height(), 620), screen.height()));
+    resize(wanted.expandedTo({720, 620}).boundedTo(room));
 }
 
 void MainWindow::restorePlace() {

@@ -3,6 +3,7 @@
 #include "gui/binder.h"
 #include "gui/form_dialog.h"
 #include "gui/main_view.h"
+#include "gui/panel_view.h"
 #include "gui/user_settings.h"
 #include "program/program.h"
 
@@ -30,6 +31,9 @@ public:
     [[nodiscard]] Program& program() { return program_; }
     [[nodiscard]] Binder& binder() { return binder_; }
     [[nodiscard]] MainView& view() { return *view_; }
+
+    /// What the panels that are opened from now on show the model of their chip with.
+    void showModelsBy(ShowModel showModel) { showModel_ = std::move(showModel); }
 
     /// The size that shows everything without a scroll bar, if the screen has it.
     void fitToContent();
@@ -72,6 +76,7 @@ private:
     QAction* dark_ = nullptr;
     RunProgressView* progress_ = nullptr; ///< made for the first run
     std::unique_ptr<HelpWindow> help_;    ///< once it was asked for
+    ShowModel showModel_;                 ///< empty without a virtual bench
     std::array<Subscription, 7> subscriptions_;
     std::map<const forms::Form*, FormDialog*> dialogs_; ///< those that were shown
 };

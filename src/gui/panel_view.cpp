@@ -7,11 +7,10 @@
 #include "gui/register_page_view.h"
 #include "gui/sequence_view.h"
 #include "gui/side_tabs.h"
+#include "gui/window_place.h"
 #include "platform/forms/form_set.h"
 
-#include <QGuiApplication>
 #include <QKeyEvent>
-#include <QScreen>
 #include <QStackedWidget>
 
 namespace bitlux::gui {
@@ -43,7 +42,7 @@ std::function<void()> unloads(const forms::Form& form) {
 
 } // namespace
 
-PanelView::PanelView(PanelForm& form, Binder& binder, QWidget* parent)
+PanelView::PanelView(PanelForm& form, Binder& binder, const ShowModel& showModel, QWidget* parent)
     : FormDialog(form, unloads(form), binder, parent),
       form_(form),
       binder_(binder),
@@ -57,7 +56,7 @@ PanelView::PanelView(PanelForm& form, Binder& binder, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(new PanelStatusView(form_, extras_, widgets_, this));
     auto* column = new QVBoxLayout;
-    column->addWidget(makeTabs());
+    column->addWidget(makeTabs(showModel));
     column->addWidget(pages_, 1);
     auto* row = new QHBoxLayout;
     row->setSpacing(10);
@@ -76,15 +75,15 @@ PanelView::PanelView(PanelForm& form, Binder& binder, QWidget* parent)
             flushed_ = {};
     });
     followForm();
-    const QSize wanted(fontMetrics().averageCharWidth() * 196, fontMetrics().height() * 51);
-    resize(wanted.boundedTo(QGuiApplication::primaryScreen()->availableSize() - QSize(20, 50)));
+    resize(fontMetrics().averageCharWidth() * 196, fontMetrics().height() * 51);
+    openBeside(*this, *parent->window());
 }
 
 void PanelView::keyPressEvent(QKeyEvent* event) {
     event->ignore();
 }
 
-QWidget* PanelView::makeTabs() {
+QWidget* PanelView::makeTabs(const ShowModel& showModel) {
     auto* widget = new QWidget(this);
     auto* row = new QHBoxLayout(widget);
     row->setContentsMargins(0, 0, 0, 0);
@@ -98,7 +97,19 @@ QWidget* PanelView::makeTabs() {
             row->addWidget(widgets_.button(any.button, widget));
     for (const MakeWidget& make : extras_.besideTabs)
         row->addWidget(make(widget));
+    if (showModel)
+        row->addWidget(makeModelButton(showModel, widget));
     return widget;
+}
+
+QWidget* PanelView::makeModelButton(const ShowModel& showModel, QWidget* parent) {
+    auto* button = new QPushButton("Chip on the bench", parent);
+    button->setObjectName("panel.model");
+    button->setToolTip("Shows the model of this chip: its state, its flags, pins and faults");
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this,
+            [this, showModel] { showModel(form_.chip(), *this); });
+    return button;
 }
 
 void PanelView::makeTimers() {

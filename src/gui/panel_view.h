@@ -4,6 +4,7 @@
 #include "gui/panel_extras.h"
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -11,18 +12,23 @@ class QStackedWidget;
 
 namespace bitlux::gui {
 
+/// Shows the model of a chip on the virtual bench, beside the panel that wants it.
+using ShowModel = std::function<void(const chips::Chip& chip, QWidget& panel)>;
+
 /// The window of a chip's panel. The pages are made when they are first looked at. Closing it
 /// unloads the form.
 class PanelView : public FormDialog {
 public:
-    PanelView(PanelForm& form, Binder& binder, QWidget* parent);
+    /// `showModel` is empty where there is no virtual bench.
+    PanelView(PanelForm& form, Binder& binder, const ShowModel& showModel, QWidget* parent);
 
 protected:
     /// Neither Escape nor Enter does anything here that no control takes.
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    QWidget* makeTabs();
+    QWidget* makeTabs(const ShowModel& showModel);
+    QWidget* makeModelButton(const ShowModel& showModel, QWidget* parent);
     void makeTimers();
     void followForm();
     QWidget* makePage(std::size_t page);

@@ -21,11 +21,14 @@ QString inWords(const ClockingType& type) {
     return text;
 }
 
-TypePicture::Content contentOf(int spiType, bool msbFirst) {
+TypePicture::Content contentOf(int spiType, WordLook look) {
     const ClockingType& type = clockingType(spiType);
-    TypePicture::Content content{.timing = typeTiming(type, msbFirst),
+    TypePicture::Content content{.timing = typeTiming(type, look.msbFirst),
                                  .sameEdge = type.valid == type.toggled,
-                                 .caption = msbFirst ? "MSB first" : "LSB first"};
+                                 .selectedWhenHigh = look.selectedWhenHigh,
+                                 .caption = look.msbFirst ? "MSB first" : "LSB first"};
+    if (const std::optional<int> mode = spiMode(type))
+        content.caption = QString("SPI mode %1, ").arg(*mode) + content.caption;
     if (type.skipsTopElement)
         content.caption += QString(", CLK stays %1 after bit %2")
                                .arg(type.steps[1] == BusStep::ClockHigh ? "high" : "low")
@@ -37,14 +40,15 @@ TypePicture::Content contentOf(int spiType, bool msbFirst) {
 
 TypeDiagram::TypeDiagram(int spiType, QWidget* parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    setType(spiType, true);
+    setType(spiType, {});
 }
 
-void TypeDiagram::setType(int spiType, bool msbFirst) {
-    content_ = contentOf(spiType, msbFirst);
+void TypeDiagram::setType(int spiType, WordLook look) {
+    content_ = contentOf(spiType, look);
     setAccessibleName(QString("Timing of SPI type %1").arg(spiType));
-    setAccessibleDescription(accessibleName() + ": " + inWords(clockingType(spiType)) + "; " +
-                             content_.caption);
+    setAccessibleDescription(QString("%1: %2; %3; CS is %4 within the word")
+                                 .arg(accessibleName(), inWords(clockingType(spiType)),
+                                      content_.caption, look.selectedWhenHigh ? "high" : "low"));
     update();
 }
 
@@ -57,7 +61,8 @@ QSize TypeDiagram::minimumSizeHint() const {
     QSize size;
     for (int type = 1; type <= 8; ++type)
         for (const bool msbFirst : {false, true})
-            size = size.expandedTo(TypePicture::minimumSize(font(), contentOf(type, msbFirst)));
+            size = size.expandedTo(
+                TypePicture::minimumSize(font(), contentOf(type, {.msbFirst = msbFirst})));
     return size;
 }
 

@@ -4,14 +4,19 @@
 
 namespace bitlux::gui {
 
-/// The timing diagram of one SPI type (1 to 8), drawn from the table of clocking types, with lines
-/// of the default polarity. It scales with its width and follows font and palette.
+/// What a word of any type may look like beside it.
+struct WordLook {
+    bool msbFirst = true;
+    bool selectedWhenHigh = false;
+};
+
+/// The timing diagram of one SPI type (1 to 8), drawn from the table of clocking types, with data
+/// lines of the default polarity. It scales with its width and follows font and palette.
 class TypeDiagram : public QWidget {
 public:
     explicit TypeDiagram(int spiType, QWidget* parent = nullptr);
 
-    /// The most significant bit is first until told otherwise.
-    void setType(int spiType, bool msbFirst);
+    void setType(int spiType, WordLook look);
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;

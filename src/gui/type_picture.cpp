@@ -153,11 +153,12 @@ void TypePicture::paintNames() {
 void TypePicture::paintChipSelect() {
     const Wave& wave = rows_[ChipSelect];
     const TypeTiming& timing = content_.timing;
-    level(wave, 0, timing.selected, true);
+    const bool within = content_.selectedWhenHigh;
+    level(wave, 0, timing.selected, !within);
     step(wave, timing.selected);
-    level(wave, timing.selected, timing.deselected, false);
+    level(wave, timing.selected, timing.deselected, within);
     step(wave, timing.deselected);
-    level(wave, timing.deselected, TypeTiming::end, true);
+    level(wave, timing.deselected, TypeTiming::end, !within);
     textAt(x((timing.selected + timing.deselected) / 2.0), wave.top, wave.bottom - wave.top,
            content_.caption, colors_.quiet);
 }

@@ -15,8 +15,9 @@ class TypePicture {
 public:
     struct Content {
         TypeTiming timing;
-        bool sameEdge = false; ///< data is valid and toggled on one edge
-        QString caption;       ///< stands within chip select
+        bool sameEdge = false;         ///< data is valid and toggled on one edge
+        bool selectedWhenHigh = false; ///< level of chip select within the word
+        QString caption;               ///< stands within chip select
     };
 
     TypePicture(QPainter& painter, const QWidget& widget, const Content& content);

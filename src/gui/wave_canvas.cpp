@@ -6,22 +6,15 @@
 #include <cmath>
 #include <utility>
 
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
-#include <QWheelEvent>
 
 namespace bitlux::gui {
 
 namespace {
 
-constexpr double keyFactor = 1.5;
-constexpr double wheelFactor = 1.25; ///< a notch of the wheel
-constexpr double wheelNotch = 120;
 constexpr double widestGap = 160;  ///< pixels that zooming in gives the shortest time between edges
 constexpr double widestView = 1e7; ///< pixels of a word, so that a scroll bar can count them
-constexpr double snapDistance = 5; ///< pixels
 constexpr const char* hint = "Send a word to see it on the lines";
 
 } // namespace
@@ -33,8 +26,13 @@ WaveCanvas::WaveCanvas(QWidget* parent) : QAbstractScrollArea(parent) {
     describe();
 }
 
-void WaveCanvas::show(Waveform waveform) {
-    waveform_ = std::move(waveform);
+void WaveCanvas::show(std::vector<Waveform> words) {
+    const std::int64_t before = row_.words.empty() ? 0 : row_.words.back().at;
+    const std::string chosen = line_ ? row_.lines[*line_].name : std::string();
+    row_ = WaveRow(std::move(words));
+    if (line_ && (*line_ >= row_.lines.size() || row_.lines[*line_].name != chosen))
+        chooseLine(std::nullopt);
+    moveWith((row_.words.empty() ? 0 : row_.words.back().at) - before);
     if (fitted_)
         fit();
     else
@@ -42,16 +40,29 @@ void WaveCanvas::show(Waveform waveform) {
     describe();
 }
 
+/// View and cursors stay where they were in the last word.
+void WaveCanvas::moveWith(std::int64_t distance) {
+    scale_.from += static_cast<double>(distance);
+    for (std::optional<std::int64_t>* any : {&cursor_, &mark_})
+        if (*any)
+            *any = std::max<std::int64_t>(**any + distance, std::llround(begin()));
+}
+
+const Waveform& WaveCanvas::waveform() const {
+    static const Waveform none;
+    return row_.words.empty() ? none : row_.words.back().waveform;
+}
+
 double WaveCanvas::begin() const {
-    return -static_cast<double>(waveform_.end) / 20;
+    return -static_cast<double>(row_.longest) / 20;
 }
 
 double WaveCanvas::end() const {
-    return static_cast<double>(waveform_.end) - begin();
+    return static_cast<double>(row_.end()) - begin();
 }
 
 double WaveCanvas::width() const {
-    return std::max(1.0, viewport()->width() - WavePicture::namesWidth(font(), waveform_));
+    return std::max(1.0, viewport()->width() - WavePicture::namesWidth(font(), row_.lines));
 }
 
 void WaveCanvas::fit() {
@@ -84,7 +95,7 @@ void WaveCanvas::updateScrollBars() {
     horizontalScrollBar()->setValue(
         static_cast<int>(std::lround((scale_.from - begin()) / scale_.nsPerPixel)));
     scrollsItself_ = false;
-    const int rows = static_cast<int>(WavePicture::height(font(), waveform_));
+    const int rows = static_cast<int>(WavePicture::height(font(), row_.lines.size()));
     verticalScrollBar()->setRange(0, std::max(0, rows - viewport()->height()));
     verticalScrollBar()->setPageStep(viewport()->height());
     verticalScrollBar()->setSingleStep(fontMetrics().height());
@@ -103,12 +114,15 @@ void WaveCanvas::zoomAround(double factor, double pixel) {
     setScale(scale_.nsPerPixel, at - pixel * scale_.nsPerPixel);
 }
 
-std::vector<std::int64_t> WaveCanvas::edges() const {
+std::vector<std::int64_t> WaveCanvas::edges(bool ofChosen) const {
     std::vector<std::int64_t> all;
-    for (const WaveLine& line : waveform_.lines)
-        for (const WaveLine::Edge& edge : line.edges)
+    for (std::size_t line = 0; line < row_.lines.size(); ++line) {
+        if (ofChosen && line_.value_or(line) != line)
+            continue;
+        for (const WaveLine::Edge& edge : row_.lines[line].edges)
             if (edge.at >= 0) // the others are not in sight
                 all.push_back(edge.at);
+    }
     std::sort(all.begin(), all.end());
     all.erase(std::unique(all.begin(), all.end()), all.end());
     return all;
@@ -121,55 +135,24 @@ void WaveCanvas::setCursor(std::int64_t at) {
     cursorMoved.raise();
 }
 
-void WaveCanvas::moveToEdge(bool forward) {
-    const std::vector<std::int64_t> all = edges();
-    if (all.empty())
-        return;
-    if (!cursor_) {
-        setCursor(forward ? all.front() : all.back());
-    } else if (forward) {
-        const auto next = std::upper_bound(all.begin(), all.end(), *cursor_);
-        setCursor(next == all.end() ? all.back() : *next);
-    } else {
-        const auto here = std::lower_bound(all.begin(), all.end(), *cursor_);
-        setCursor(here == all.begin() ? all.front() : *std::prev(here));
-    }
-    showCursor();
-}
-
-void WaveCanvas::showCursor() {
-    const auto at = static_cast<double>(*cursor_);
-    const double pixel = scale_.x(at);
-    const double room = width() / 10;
-    if (pixel < 0)
-        setScale(scale_.nsPerPixel, at - room * scale_.nsPerPixel);
-    else if (pixel > width())
-        setScale(scale_.nsPerPixel, at - (width() - room) * scale_.nsPerPixel);
-}
-
-void WaveCanvas::placeCursor(double pixel) {
-    const double wave = pixel - WavePicture::namesWidth(font(), waveform_);
-    double at = std::clamp(scale_.at(wave), begin(), end());
-    double nearest = snapDistance;
-    for (const std::int64_t edge : edges()) {
-        const double distance = std::abs(scale_.x(static_cast<double>(edge)) - wave);
-        if (distance <= nearest) {
-            nearest = distance;
-            at = static_cast<double>(edge);
-        }
-    }
-    setCursor(std::llround(at));
+void WaveCanvas::setMark(std::optional<std::int64_t> at) {
+    mark_ = at;
+    describe();
+    viewport()->update();
+    cursorMoved.raise();
 }
 
 QString WaveCanvas::readout() const {
-    if (!cursor_ || waveform_.lines.empty())
+    if (!cursor_ || row_.lines.empty())
         return {};
-    QString text = timeText(*cursor_, 1) + ":";
-    for (const WaveLine& line : waveform_.lines) {
+    const WaveRow::Word& word = row_.words[row_.wordAt(*cursor_)];
+    QString text = timeText(*cursor_ - word.at, 1) + ":";
+    if (row_.words.size() > 1)
+        text = QString("Word %1, ").arg(word.waveform.number) + text;
+    for (const WaveLine& line : row_.lines) {
         const Level level = line.levelAt(*cursor_);
         text += QString("%1 %2 %3")
-                    .arg(&line == &waveform_.lines.front() ? "" : ",",
-                         QString::fromStdString(line.name),
+                    .arg(&line == &row_.lines.front() ? "" : ",", QString::fromStdString(line.name),
                          level == Level::Unknown ? "unknown"
                          : level == Level::High  ? "1"
                                                  : "0");
@@ -177,32 +160,40 @@ QString WaveCanvas::readout() const {
     return text;
 }
 
+QString WaveCanvas::difference() const {
+    if (!cursor_ || !mark_ || row_.words.empty())
+        return {};
+    const std::int64_t time = row_.timeAt(*cursor_) - row_.timeAt(*mark_);
+    const QString text = QString("Δ %1").arg(timeText(time, 1));
+    return time == 0 ? text : text + ", " + frequencyText(std::abs(time));
+}
+
 void WaveCanvas::describe() {
-    if (waveform_.lines.empty()) {
+    const Waveform& word = waveform();
+    if (word.lines.empty()) {
         setAccessibleDescription(hint);
         return;
     }
     QString sent;
     QString received;
-    for (const WaveBit& bit : waveform_.bits) {
+    for (const WaveBit& bit : word.bits) {
         sent += bit.sent ? '1' : '0';
         received += !bit.received ? '?' : *bit.received ? '1' : '0';
     }
     setAccessibleDescription(
-        QString("Word %1: type %2, %3 bits, %4 first%5%6. DI %7 (%8), DO %9 (%10). %11")
-            .arg(waveform_.number)
-            .arg(waveform_.type)
-            .arg(waveform_.length)
-            .arg(waveform_.msbFirst ? "MSB" : "LSB", waveform_.asCommanded ? ", as commanded" : "",
-                 waveform_.complete ? "" : ", failed", sent, QString::fromStdString(waveform_.sent),
-                 received, QString::fromStdString(waveform_.received), readout())
+        QString("Word %1: type %2, %3 bits, %4 first%5%6%7. DI %8 (%9), DO %10 (%11). %12 %13")
+            .arg(word.number)
+            .arg(word.type)
+            .arg(word.length)
+            .arg(word.msbFirst ? "MSB" : "LSB", word.asCommanded ? ", as commanded" : "",
+                 word.rebuilt ? ", edges evenly spaced" : "", word.complete ? "" : ", failed", sent,
+                 QString::fromStdString(word.sent), received, QString::fromStdString(word.received))
+            .arg(readout(), difference())
             .trimmed());
 }
 
 QSize WaveCanvas::sizeHint() const {
-    Waveform usual;
-    usual.lines.resize(Waveform::firstExtra);
-    const int rows = static_cast<int>(WavePicture::height(font(), usual));
+    const int rows = static_cast<int>(WavePicture::height(font(), Waveform::firstExtra));
     return {640, rows + 2 * frameWidth() + horizontalScrollBar()->sizeHint().height()};
 }
 
@@ -212,15 +203,22 @@ QSize WaveCanvas::minimumSizeHint() const {
 
 void WaveCanvas::paintEvent(QPaintEvent*) {
     QPainter painter(viewport());
-    if (waveform_.lines.empty()) {
+    if (row_.lines.empty()) {
         painter.fillRect(viewport()->rect(), palette().color(QPalette::Base));
         painter.setPen(palette().color(QPalette::PlaceholderText));
         painter.drawText(viewport()->rect(), Qt::AlignCenter, hint);
         return;
     }
-    const WavePicture::Content content{waveform_, scale_, cursor_,
-                                       static_cast<qreal>(verticalScrollBar()->value())};
-    WavePicture(painter, *viewport(), content).paint();
+    const WavePicture::Content content{.row = row_,
+                                       .scale = scale_,
+                                       .cursor = cursor_,
+                                       .mark = mark_,
+                                       .line = line_,
+                                       .scrolled =
+                                           static_cast<qreal>(verticalScrollBar()->value())};
+    WavePicture picture(painter, *viewport(), content);
+    picture.paint();
+    rowEnds_ = picture.rowEnds();
     if (hasFocus())
         paintFocus(painter);
 }
@@ -245,61 +243,6 @@ void WaveCanvas::scrollContentsBy(int dx, int) {
     if (dx != 0 && !scrollsItself_)
         scale_.from = begin() + horizontalScrollBar()->value() * scale_.nsPerPixel;
     viewport()->update();
-}
-
-void WaveCanvas::keyPressEvent(QKeyEvent* event) {
-    const std::vector<std::int64_t> all = edges();
-    switch (event->key()) {
-    case Qt::Key_Left:
-    case Qt::Key_Right:
-        moveToEdge(event->key() == Qt::Key_Right);
-        break;
-    case Qt::Key_Home:
-    case Qt::Key_End:
-        if (all.empty())
-            break;
-        setCursor(event->key() == Qt::Key_Home ? all.front() : all.back());
-        showCursor();
-        break;
-    case Qt::Key_Plus:
-    case Qt::Key_Equal:
-        zoom(keyFactor);
-        break;
-    case Qt::Key_Minus:
-        zoom(1 / keyFactor);
-        break;
-    case Qt::Key_0:
-        fit();
-        break;
-    case Qt::Key_PageUp:
-    case Qt::Key_PageDown:
-        wordWanted.raise(event->key() == Qt::Key_PageDown ? 1 : -1);
-        break;
-    default:
-        QAbstractScrollArea::keyPressEvent(event);
-    }
-}
-
-void WaveCanvas::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && !waveform_.lines.empty())
-        placeCursor(event->position().x());
-}
-
-void WaveCanvas::mouseMoveEvent(QMouseEvent* event) {
-    if ((event->buttons() & Qt::LeftButton) != 0 && !waveform_.lines.empty())
-        placeCursor(event->position().x());
-}
-
-void WaveCanvas::wheelEvent(QWheelEvent* event) {
-    const QPoint turn = event->angleDelta();
-    if (turn.x() != 0 || (event->modifiers() & Qt::ShiftModifier) != 0) {
-        const int way = turn.x() != 0 ? turn.x() : turn.y();
-        horizontalScrollBar()->setValue(horizontalScrollBar()->value() - way);
-    } else {
-        zoomAround(std::pow(wheelFactor, turn.y() / wheelNotch),
-                   event->position().x() - WavePicture::namesWidth(font(), waveform_));
-    }
-    event->accept();
 }
 
 } // namespace bitlux::gui

@@ -13,7 +13,6 @@ namespace {
 constexpr qreal gap = 8;
 constexpr qreal rowGap = 9;
 constexpr qreal rulerMark = 5;
-constexpr qreal rulerDistance = 90;
 constexpr qreal widestNames = 140;
 constexpr qreal largestDot = 3;
 constexpr qreal guideDistance = 14; ///< samples that stand closer have no line
@@ -40,16 +39,22 @@ qreal waveHeight(const QFontMetricsF& font) {
     return font.height();
 }
 
-QString caption(const Waveform& waveform) {
+/// From the longest to the shortest that still says something.
+QStringList captions(const Waveform& waveform, bool isAlone) {
+    const QString number = QString::number(waveform.number);
     QString text = QString("type %1, %2 bits, %3 first")
                        .arg(waveform.type)
                        .arg(waveform.length)
                        .arg(waveform.msbFirst ? "MSB" : "LSB");
     if (waveform.asCommanded)
         text += ", as commanded";
+    if (waveform.rebuilt)
+        text += ", edges evenly spaced";
     if (!waveform.complete)
         text += ", failed";
-    return text;
+    if (isAlone)
+        return {text};
+    return {QString("word %1: ").arg(number) + text, QString("word %1").arg(number), number};
 }
 
 QColor mixed(const QColor& one, const QColor& other, qreal share) {
@@ -79,40 +84,40 @@ WavePicture::WavePicture(QPainter& painter, const QWidget& widget, const Content
       font_(widgetFont_),
       colors_(widget),
       content_(content),
-      waveform_(content.waveform),
+      row_(content.row),
       size_(widget.size()),
       thin_(ink_.length(1)),
       thick_(ink_.length(1.4)),
-      names_(namesWidth(widget.font(), content.waveform)) {
+      names_(namesWidth(widget.font(), content.row.lines)) {
     layOutRows();
 }
 
-qreal WavePicture::namesWidth(const QFont& font, const Waveform& waveform) {
+qreal WavePicture::namesWidth(const QFont& font, const std::vector<WaveLine>& lines) {
     const QFontMetricsF metrics(font);
     qreal width = 0;
-    for (const WaveLine& line : waveform.lines)
+    for (const WaveLine& line : lines)
         width = std::max(width, metrics.horizontalAdvance(QString::fromStdString(line.name)));
     const qreal level = metrics.horizontalAdvance("0") + gap;
     return std::ceil(std::min(width, widestNames) + level + 2 * gap);
 }
 
-qreal WavePicture::height(const QFont& font, const Waveform& waveform) {
+qreal WavePicture::height(const QFont& font, std::size_t lines) {
     const QFontMetricsF metrics(font);
     qreal height = rulerHeight(metrics) + rowGap;
-    for (std::size_t line = 0; line < waveform.lines.size(); ++line)
+    for (std::size_t line = 0; line < lines; ++line)
         height += waveHeight(metrics) + rowGap +
                   (hasBits(line) ? wordHeight(metrics) + bitsHeight(metrics) : 0);
     return std::ceil(height);
 }
 
 void WavePicture::layOutRows() {
-    const qreal needed = height(widgetFont_, waveform_);
-    const auto count = static_cast<qreal>(std::max<std::size_t>(waveform_.lines.size(), 1));
+    const qreal needed = height(widgetFont_, row_.lines.size());
+    const auto count = static_cast<qreal>(std::max<std::size_t>(row_.lines.size(), 1));
     const qreal more = std::max(0.0, size_.height() - needed) / count;
     const qreal stretch = std::min(more, 0.7 * font_.height()); // taller waves say no more
     const qreal spread = std::min(more - stretch, font_.height());
     qreal y = rowGap - content_.scrolled;
-    for (std::size_t line = 0; line < waveform_.lines.size(); ++line) {
+    for (std::size_t line = 0; line < row_.lines.size(); ++line) {
         Row row{};
         row.word = ink_.y(y);
         row.bits = row.word + (hasBits(line) ? wordHeight(font_) : 0);
@@ -137,17 +142,31 @@ void WavePicture::paint() {
     painter_.fillRect(QRectF(QPointF(0, 0), size_), colors_.base);
     painter_.save();
     painter_.setClipRect(QRectF(names_, 0, size_.width() - names_, ruler_));
-    paintGuides();
+    paintGaps();
+    for (const WaveRow::Word& word : row_.words)
+        paintGuides(word);
     for (std::size_t i = 0; i < rows_.size(); ++i)
-        paintWave(waveform_.lines[i], rows_[i]);
-    paintSamples();
-    paintCaption();
-    paintBits(Waveform::dataIn, &WaveBit::dataIn, waveform_.sent);
-    paintBits(Waveform::dataOut, &WaveBit::dataOut, waveform_.received);
+        paintWave(row_.lines[i], rows_[i]);
+    for (const WaveRow::Word& word : row_.words) {
+        paintSamples(word);
+        paintCaption(word);
+        paintBits(word, Waveform::dataIn, &WaveBit::dataIn, word.waveform.sent);
+        paintBits(word, Waveform::dataOut, &WaveBit::dataOut, word.waveform.received);
+    }
     painter_.restore();
     paintRuler();
     paintNames();
-    paintCursor();
+    if (content_.mark)
+        paintCursor(*content_.mark, true);
+    if (content_.cursor)
+        paintCursor(*content_.cursor, false);
+}
+
+std::vector<qreal> WavePicture::rowEnds() const {
+    std::vector<qreal> ends;
+    for (const Row& row : rows_)
+        ends.push_back(std::min(row.bottom + rowGap / 2, ruler_));
+    return ends;
 }
 
 void WavePicture::paintWave(const WaveLine& line, const Row& row) {
@@ -178,28 +197,30 @@ void WavePicture::paintLevel(const Row& row, Level level, qreal from, qreal to) 
                         colors_.line);
 }
 
-void WavePicture::paintCaption() {
+void WavePicture::paintCaption(const WaveRow::Word& word) {
     if (rows_.empty())
         return;
     const Row& row = rows_[Waveform::chipSelect];
-    const qreal from = std::max(x(0), names_);
-    const qreal to = std::min(x(static_cast<double>(waveform_.end)), size_.width());
-    const QString text = caption(waveform_);
-    if (font_.horizontalAdvance(text) + 2 * gap < to - from)
-        textIn(from, to, row.top, row.bottom - row.top, text, colors_.quiet);
+    const qreal from = std::max(x(static_cast<double>(word.at)), names_);
+    const qreal to = std::min(x(static_cast<double>(word.at + word.waveform.end)), size_.width());
+    for (const QString& text : captions(word.waveform, row_.words.size() == 1))
+        if (font_.horizontalAdvance(text) + 2 * gap < to - from) {
+            textIn(from, to, row.top, row.bottom - row.top, text, colors_.quiet);
+            return;
+        }
 }
 
-qreal WavePicture::cell() const {
-    const auto count = static_cast<qreal>(std::max<std::size_t>(waveform_.bits.size(), 1));
-    return pixels(0, waveform_.end) / count;
+qreal WavePicture::cell(const Waveform& waveform) const {
+    const auto count = static_cast<qreal>(std::max<std::size_t>(waveform.bits.size(), 1));
+    return pixels(0, waveform.end) / count;
 }
 
-void WavePicture::paintGuides() {
-    if (rows_.size() <= Waveform::dataOut || cell() < guideDistance)
+void WavePicture::paintGuides(const WaveRow::Word& word) {
+    if (rows_.size() <= Waveform::dataOut || cell(word.waveform) < guideDistance)
         return;
     const QColor color = mixed(colors_.accent, colors_.base, 0.6);
-    for (const WaveBit& bit : waveform_.bits) {
-        const qreal at = x(static_cast<double>(bit.sampledAt));
+    for (const WaveBit& bit : word.waveform.bits) {
+        const qreal at = x(static_cast<double>(word.at + bit.sampledAt));
         if (bit.received && at >= names_)
             for (const std::size_t line :
                  {Waveform::clock, Waveform::dataIn, Waveform::dataOut}) // around what is written
@@ -207,109 +228,56 @@ void WavePicture::paintGuides() {
     }
 }
 
-void WavePicture::paintSamples() {
+void WavePicture::paintSamples(const WaveRow::Word& word) {
     if (rows_.size() <= Waveform::dataOut)
         return;
     const Row& row = rows_[Waveform::dataOut];
-    const qreal radius = std::clamp(cell() / 5, 1.0, largestDot);
+    const qreal radius = std::clamp(cell(word.waveform) / 5, 1.0, largestDot);
     painter_.setRenderHint(QPainter::Antialiasing);
     painter_.setPen(Qt::NoPen);
     painter_.setBrush(colors_.accent);
-    for (const WaveBit& bit : waveform_.bits) {
-        const qreal at = x(static_cast<double>(bit.sampledAt));
+    for (const WaveBit& bit : word.waveform.bits) {
+        const qreal at = x(static_cast<double>(word.at + bit.sampledAt));
         if (!bit.received || at < names_ || at > size_.width())
             continue;
-        const Level level = waveform_.lines[Waveform::dataOut].levelAt(bit.dataOut.from);
+        const Level level = word.waveform.lines[Waveform::dataOut].levelAt(bit.dataOut.from);
         const qreal y = level == Level::High ? row.top : row.bottom;
         painter_.drawEllipse(QPointF(at + thin_ / 2, y + thick_ / 2), radius, radius);
     }
     painter_.setRenderHint(QPainter::Antialiasing, false);
 }
 
-void WavePicture::paintBits(std::size_t line, WaveBit::Window WaveBit::*window,
-                            const std::string& word) {
-    const auto& bits = waveform_.bits;
+void WavePicture::paintBits(const WaveRow::Word& word, std::size_t line,
+                            WaveBit::Window WaveBit::*window, const std::string& text) {
+    const auto& bits = word.waveform.bits;
     const auto isKnown = [&](const WaveBit& bit) {
         return line == Waveform::dataIn || bit.received.has_value();
     };
     if (rows_.size() <= line || bits.empty() || !isKnown(bits.front()))
         return;
+    const auto place = [&](std::int64_t at) { return x(static_cast<double>(word.at + at)); };
     const Row& row = rows_[line];
     const auto last = std::find_if(bits.rbegin(), bits.rend(), isKnown);
-    const qreal from = x(static_cast<double>((bits.front().*window).from));
-    const qreal to = x(static_cast<double>(((*last).*window).to));
+    const qreal from = place((bits.front().*window).from);
+    const qreal to = place(((*last).*window).to);
     painter_.fillRect(QRectF(from, row.word, to - from, wordHeight(font_) - 1), colors_.band);
     painter_.setFont(fixedFont());
     for (const WaveBit& bit : bits)
         if (isKnown(bit))
-            paintBit(row, bit.*window,
+            paintBit(row, place((bit.*window).from), place((bit.*window).to),
                      (line == Waveform::dataIn ? bit.sent : *bit.received) ? "1" : "0");
-    textIn(std::max(from, names_), std::min(to, size_.width()), row.word, wordHeight(font_) - 1,
-           QString::fromStdString(word), colors_.line);
+    const QString digits = QString::fromStdString(text);
+    const qreal left = std::max(from, names_);
+    const qreal right = std::min(to, size_.width());
+    if (QFontMetricsF(painter_.font()).horizontalAdvance(digits) <= right - left)
+        textIn(left, right, row.word, wordHeight(font_) - 1, digits, colors_.line);
     painter_.setFont(widgetFont_);
 }
 
-void WavePicture::paintBit(const Row& row, const WaveBit::Window& window, const QString& text) {
-    const qreal from = x(static_cast<double>(window.from));
-    const qreal to = x(static_cast<double>(window.to));
+void WavePicture::paintBit(const Row& row, qreal from, qreal to, const QString& text) {
     const bool isWide = to - from >= font_.horizontalAdvance("0") + 3;
     if (isWide && to >= names_ && from <= size_.width())
         textIn(from, to, row.bits, font_.height(), text, colors_.line);
-}
-
-void WavePicture::paintRuler() {
-    painter_.fillRect(QRectF(0, ruler_, size_.width(), size_.height() - ruler_), colors_.base);
-    ink_.horizontal(names_, size_.width(), ruler_, thin_, colors_.grid);
-    const WaveScale& scale = content_.scale;
-    const std::int64_t step = scale.rulerStep(rulerDistance);
-    const auto first = static_cast<std::int64_t>(std::ceil(scale.from / static_cast<double>(step)));
-    for (std::int64_t n = first; names_ + scale.x(static_cast<double>(n * step)) < size_.width();
-         ++n) {
-        const qreal at = x(static_cast<double>(n * step));
-        ink_.vertical(at, ruler_, ink_.y(ruler_ + rulerMark), thin_, colors_.quiet);
-        const QString text = timeText(n * step, step);
-        const qreal half = font_.horizontalAdvance(text) / 2;
-        if (at - half >= names_ && at + half <= size_.width())
-            textIn(at - half, at + half, ruler_ + rulerMark, font_.height(), text, colors_.quiet);
-    }
-}
-
-void WavePicture::paintNames() {
-    painter_.save();
-    painter_.setClipRect(QRectF(0, 0, names_, ruler_));
-    for (std::size_t i = 0; i < rows_.size(); ++i) {
-        const Row& row = rows_[i];
-        const QRectF place(gap, row.top - 2, names_ - 2 * gap, row.bottom - row.top + 4);
-        const QString name = QString::fromStdString(waveform_.lines[i].name);
-        painter_.setPen(colors_.line);
-        painter_.drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
-                          font_.elidedText(name, Qt::ElideRight, widestNames));
-        if (!content_.cursor)
-            continue;
-        const Level level = waveform_.lines[i].levelAt(*content_.cursor);
-        painter_.setPen(colors_.accent);
-        painter_.drawText(place, Qt::AlignRight | Qt::AlignVCenter,
-                          level == Level::Unknown ? "?"
-                          : level == Level::High  ? "1"
-                                                  : "0");
-    }
-    painter_.restore();
-}
-
-void WavePicture::paintCursor() {
-    if (!content_.cursor)
-        return;
-    const qreal at = ink_.x(names_ + content_.scale.x(static_cast<double>(*content_.cursor)));
-    if (at < names_ || at > size_.width())
-        return;
-    ink_.vertical(at, 0, ruler_, thick_, colors_.accent);
-    const auto step = static_cast<std::int64_t>(std::max(1.0, content_.scale.nsPerPixel));
-    const QString text = timeText(*content_.cursor, std::min<std::int64_t>(step, 100));
-    const qreal width = font_.horizontalAdvance(text) + 2 * gap;
-    const qreal left = std::clamp(at - width / 2, names_, size_.width() - width);
-    const QRectF flag(left, ruler_, width, font_.height() + rulerMark + 2);
-    painter_.fillRect(flag, colors_.accent);
-    textIn(flag.left(), flag.right(), flag.top(), flag.height(), text, colors_.onAccent);
 }
 
 void WavePicture::textIn(qreal from, qreal to, qreal top, qreal height, const QString& text,

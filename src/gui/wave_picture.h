@@ -2,7 +2,7 @@
 
 #include "gui/crisp_ink.h"
 #include "gui/wave_scale.h"
-#include "waveform/waveform.h"
+#include "waveform/wave_row.h"
 
 #include <optional>
 
@@ -11,15 +11,18 @@
 
 namespace bitlux::gui {
 
-/// One painting of a waveform on a widget, in its font and palette: a row a line under each other,
-/// bits and words written over DI and DO, a ruler below.
+/// One painting of words on a widget, in its font and palette: a row a line under each other, bits
+/// and words written over DI and DO, a ruler below with the time since each word's begin. Between
+/// two words stands a band, with its duration where there is room for it.
 class WavePicture {
 public:
     struct Content {
-        const Waveform& waveform;
+        const WaveRow& row;
         WaveScale scale; ///< of what stands right of the names
         std::optional<std::int64_t> cursor;
-        qreal scrolled = 0; ///< pixels of the rows above the widget
+        std::optional<std::int64_t> mark; ///< the second cursor
+        std::optional<std::size_t> line;  ///< that the user chose
+        qreal scrolled = 0;               ///< pixels of the rows above the widget
     };
 
     WavePicture(QPainter& painter, const QWidget& widget, const Content& content);
@@ -27,9 +30,11 @@ public:
     void paint();
 
     /// Width of the column of names.
-    [[nodiscard]] static qreal namesWidth(const QFont& font, const Waveform& waveform);
-    /// Of all rows and the ruler; less and the text would be cut.
-    [[nodiscard]] static qreal height(const QFont& font, const Waveform& waveform);
+    [[nodiscard]] static qreal namesWidth(const QFont& font, const std::vector<WaveLine>& lines);
+    /// Of so many rows and the ruler; less and the text would be cut.
+    [[nodiscard]] static qreal height(const QFont& font, std::size_t lines);
+    /// Where the rows of the lines end.
+    [[nodiscard]] std::vector<qreal> rowEnds() const;
 
 private:
     /// Of a line: bits and word stand above its wave, if it has any.
@@ -45,17 +50,21 @@ private:
     [[nodiscard]] qreal x(double at) const;
     [[nodiscard]] qreal pixels(std::int64_t from, std::int64_t to) const;
 
+    void paintGaps();
     void paintRuler();
+    qreal paintRulerOf(std::size_t word, std::int64_t step, qreal free);
     void paintWave(const WaveLine& line, const Row& row);
     void paintLevel(const Row& row, Level level, qreal from, qreal to);
-    void paintCaption();
-    [[nodiscard]] qreal cell() const;
-    void paintGuides();
-    void paintSamples();
-    void paintBits(std::size_t line, WaveBit::Window WaveBit::*window, const std::string& word);
-    void paintBit(const Row& row, const WaveBit::Window& window, const QString& text);
-    void paintCursor();
+    void paintCaption(const WaveRow::Word& word);
+    [[nodiscard]] qreal cell(const Waveform& waveform) const;
+    void paintGuides(const WaveRow::Word& word);
+    void paintSamples(const WaveRow::Word& word);
+    void paintBits(const WaveRow::Word& word, std::size_t line, WaveBit::Window WaveBit::*window,
+                   const std::string& text);
+    void paintBit(const Row& row, qreal from, qreal to, const QString& text);
+    void paintCursor(std::int64_t at, bool isMark);
     void paintNames();
+    void paintName(std::size_t line);
     void textIn(qreal from, qreal to, qreal top, qreal height, const QString& text,
                 const QColor& color);
 
@@ -65,7 +74,7 @@ private:
     QFontMetricsF font_;
     Colors colors_;
     const Content& content_;
-    const Waveform& waveform_;
+    const WaveRow& row_;
     QSizeF size_;
     qreal thin_;
     qreal thick_;

@@ -37,4 +37,16 @@ QString timeText(std::int64_t nanoseconds, std::int64_t step) {
     return QString("%1 %2").arg(value, 0, 'f', decimals).arg(unit.name);
 }
 
+QString frequencyText(std::int64_t nanoseconds) {
+    double value = 1e9 / static_cast<double>(nanoseconds);
+    const char* unit = "Hz";
+    for (const char* larger : {"kHz", "MHz", "GHz"})
+        if (value >= 1000) {
+            value /= 1000;
+            unit = larger;
+        }
+    constexpr int digits = 4;
+    return QString("%1 %2").arg(value, 0, 'g', digits).arg(unit);
+}
+
 } // namespace bitlux::gui

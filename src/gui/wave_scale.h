@@ -22,4 +22,7 @@ struct WaveScale {
 /// "12.5 µs", with as many decimals as tell times apart that differ by `step` nanoseconds.
 QString timeText(std::int64_t nanoseconds, std::int64_t step);
 
+/// "333.3 kHz", with four digits: how often something happens each so many nanoseconds, above 0.
+QString frequencyText(std::int64_t nanoseconds);
+
 } // namespace bitlux::gui

@@ -1,9 +1,11 @@
 #include "gui/waveform_view.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMainWindow>
@@ -16,20 +18,26 @@ namespace bitlux::gui {
 namespace {
 
 constexpr double buttonFactor = 1.5;
+constexpr int leastLines = 16; ///< of text, that a page wants in sight
 
-/// Gives the view its place above the other docks, and the window the height for it.
+/// Gives the view its place above the other docks, and the window the height for it. Where the page
+/// would have too little left, the view shares its place with them.
 void place(QDockWidget& view, QMainWindow& window) {
     QDockWidget* other = nullptr;
     for (auto* dock : window.findChildren<QDockWidget*>())
         if (dock != &view && window.dockWidgetArea(dock) == Qt::BottomDockWidgetArea)
             other = dock;
     window.addDockWidget(Qt::BottomDockWidgetArea, &view, Qt::Vertical);
-    if (other != nullptr)
-        window.splitDockWidget(&view, other, Qt::Vertical);
     const int room =
         window.screen()->availableGeometry().bottom() - window.frameGeometry().bottom();
-    const int more = std::min(view.sizeHint().height(), room);
-    if (more > 0 && !window.isMaximized())
+    const int wanted = view.sizeHint().height();
+    const int more = window.isMaximized() ? 0 : std::clamp(room, 0, wanted);
+    const int left = window.centralWidget()->height() + more - wanted;
+    if (other != nullptr && left < leastLines * window.fontMetrics().height())
+        window.tabifyDockWidget(other, &view);
+    else if (other != nullptr)
+        window.splitDockWidget(&view, other, Qt::Vertical);
+    if (more > 0)
         window.resize(window.width(), window.height() + more);
 }
 
@@ -46,16 +54,25 @@ WaveformView::WaveformView(Program& program, QWidget* parent)
     canvas_ = new WaveCanvas(content);
     readout_ = new QLabel(content);
     readout_->setObjectName("waveform.readout");
-    readout_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     readout_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    difference_ = new QLabel(content);
+    difference_->setObjectName("waveform.difference");
+    for (QLabel* label : {readout_, difference_})
+        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     addWordButtons(*row);
     addZoomButtons(*row);
     addSaveButtons(*row);
     layout->addLayout(row);
     layout->addWidget(canvas_, 1);
-    layout->addWidget(readout_);
+    auto* below = new QHBoxLayout;
+    below->addWidget(readout_, 1);
+    below->addWidget(difference_);
+    below->addSpacing(6);
+    addEdgeButtons(*below);
+    layout->addLayout(below);
     setWidget(content);
     canvas_->cursorMoved.subscribe([this] { showReadout(); });
+    canvas_->lineChosen.subscribe([this] { followLines(); });
     canvas_->wordWanted.subscribe([this](int words) { step(words); });
     timer_.setSingleShot(true);
     connect(&timer_, &QTimer::timeout, this, [this] { refresh(); });
@@ -85,6 +102,14 @@ void WaveformView::addWordButtons(QBoxLayout& row) {
     connect(previous_, &QPushButton::clicked, this, [this] { step(-1); });
     connect(next_, &QPushButton::clicked, this, [this] { step(1); });
     connect(hold_, &QPushButton::toggled, this, [this] { refresh(); });
+    inRow_ = addButton(row, "In a row", "inRow",
+                       QString("Show up to %1 words one after the other").arg(rowLength));
+    inRow_->setCheckable(true);
+    connect(inRow_, &QPushButton::toggled, this, [this] {
+        canvas_->fit();
+        showWord(canvas_->waveform().number);
+        refresh();
+    });
     row.addSpacing(6);
     place_ = new QLabel(this);
     place_->setObjectName("waveform.place");
@@ -97,8 +122,8 @@ void WaveformView::addZoomButtons(QBoxLayout& row) {
             [this] { canvas_->zoom(1 / buttonFactor); });
     connect(addButton(row, "+", "zoomIn", "Zoom in"), &QPushButton::clicked, this,
             [this] { canvas_->zoom(buttonFactor); });
-    connect(addButton(row, "Fit", "fit", "Show the whole word (Ctrl+0)"), &QPushButton::clicked,
-            this, [this] { canvas_->fit(); });
+    connect(addButton(row, "Fit", "fit", "Show everything (Ctrl+0)"), &QPushButton::clicked, this,
+            [this] { canvas_->fit(); });
     row.addSpacing(6);
 }
 
@@ -109,6 +134,38 @@ void WaveformView::addSaveButtons(QBoxLayout& row) {
         addButton(row, "Save .sr...", "saveSr", "Save the words that are kept as a sigrok session");
     connect(saveVcd_, &QPushButton::clicked, this, [this] { recording_.saveVcdAs(); });
     connect(saveSr_, &QPushButton::clicked, this, [this] { recording_.saveSrAs(); });
+}
+
+void WaveformView::addEdgeButtons(QBoxLayout& row) {
+    lines_ = new QComboBox(this);
+    lines_->setObjectName("waveform.lines");
+    lines_->setAccessibleName("Line whose edges the cursor goes to");
+    lines_->setToolTip("Line whose edges the cursor goes to (Up, Down)");
+    lines_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    connect(lines_, &QComboBox::activated, this, [this](int item) {
+        canvas_->chooseLine(item == 0 ? std::nullopt
+                                      : std::optional(static_cast<std::size_t>(item - 1)));
+    });
+    row.addWidget(lines_);
+    connect(addButton(row, "◁", "previousEdge", "Previous edge (Left)"), &QPushButton::clicked,
+            this, [this] { canvas_->moveToEdge(false); });
+    connect(addButton(row, "▷", "nextEdge", "Next edge (Right)"), &QPushButton::clicked, this,
+            [this] { canvas_->moveToEdge(true); });
+}
+
+/// The lines are those of the words that are shown.
+void WaveformView::followLines() {
+    QStringList wanted{"All edges"};
+    for (const WaveLine& line : canvas_->row().lines)
+        wanted << QString::fromStdString(line.name);
+    QStringList there;
+    for (int item = 0; item < lines_->count(); ++item)
+        there << lines_->itemText(item);
+    if (there != wanted) {
+        lines_->clear();
+        lines_->addItems(wanted);
+    }
+    lines_->setCurrentIndex(canvas_->line() ? static_cast<int>(*canvas_->line()) + 1 : 0);
 }
 
 void WaveformView::follow() {
@@ -129,8 +186,7 @@ void WaveformView::refresh() {
         showWord(known_);
     const std::uint64_t shown = canvas_->waveform().number;
     const bool hasWords = !recording_.words().empty();
-    place_->setText(hasWords && shown > 0 ? QString("Word %1 of %2").arg(shown).arg(known_)
-                                          : QString());
+    place_->setText(hasWords && shown > 0 ? placeText() : QString());
     previous_->setEnabled(hasWords && shown > recording_.words().front().number);
     next_->setEnabled(hasWords && shown < known_);
     hold_->setEnabled(hasWords);
@@ -138,15 +194,32 @@ void WaveformView::refresh() {
     saveSr_->setEnabled(hasWords);
 }
 
+QString WaveformView::placeText() const {
+    const std::vector<WaveRow::Word>& words = canvas_->row().words;
+    const std::uint64_t first = words.front().waveform.number;
+    const std::uint64_t last = words.back().waveform.number;
+    return first == last ? QString("Word %1 of %2").arg(last).arg(known_)
+                         : QString("Words %1 to %2 of %3").arg(first).arg(last).arg(known_);
+}
+
 void WaveformView::showWord(std::uint64_t number) {
-    if (const WordRecord* word = recording_.word(number))
-        canvas_->show(waveformOf(*word));
+    if (number == 0)
+        return;
+    const std::uint64_t before = inRow_->isChecked() ? std::min(number, rowLength) - 1 : 0;
+    std::vector<Waveform> words;
+    for (std::uint64_t n = number - before; n <= number; ++n)
+        if (const WordRecord* word = recording_.word(n))
+            words.push_back(waveformOf(*word));
+    if (!words.empty())
+        canvas_->show(std::move(words));
+    followLines();
     showReadout();
 }
 
 void WaveformView::showReadout() {
     const QString text = canvas_->readout();
     readout_->setText(text.isEmpty() ? "Click, or press an arrow key, for the cursor" : text);
+    difference_->setText(canvas_->difference());
 }
 
 void WaveformView::step(int words) {
@@ -174,6 +247,8 @@ void WaveformView::showEvent(QShowEvent* event) {
     follow();
     hold_->setChecked(false);
     canvas_->show({});
+    followLines();
+    showReadout();
     refresh();
 }
 
@@ -200,6 +275,8 @@ void addWaveformEntry(QMenu& menu, QMainWindow& window, Program& program) {
                          }
                          if (view != nullptr)
                              view->setVisible(on);
+                         if (on)
+                             view->raise(); // where it shares its place
                      });
 }
 

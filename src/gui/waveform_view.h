@@ -10,6 +10,7 @@
 #include <QTimer>
 
 class QBoxLayout;
+class QComboBox;
 class QLabel;
 class QMainWindow;
 class QMenu;
@@ -17,12 +18,14 @@ class QPushButton;
 
 namespace bitlux::gui {
 
-/// The waveform of the last word beside the log, or of one that is held while others pass. Words
-/// are recorded while the view is open.
+/// The waveform of the last word beside the log, or of one that is held while others pass; with the
+/// words before it in a row when that is wanted. Words are recorded while the view is open; it
+/// begins with the last few before.
 class WaveformView : public QDockWidget {
 public:
     static constexpr int shortPause = 16;    ///< milliseconds to the refresh after a single word
     static constexpr int refreshPause = 100; ///< between refreshes; an eye follows no faster
+    static constexpr std::uint64_t rowLength = 8; ///< words
 
     WaveformView(Program& program, QWidget* parent);
 
@@ -39,9 +42,12 @@ private:
     void addWordButtons(QBoxLayout& row);
     void addZoomButtons(QBoxLayout& row);
     void addSaveButtons(QBoxLayout& row);
+    void addEdgeButtons(QBoxLayout& row);
+    void followLines();
     void follow();
     void refreshSoon();
     void refresh();
+    [[nodiscard]] QString placeText() const;
     void showWord(std::uint64_t number);
     void step(int words);
     void showReadout();
@@ -50,10 +56,13 @@ private:
     WaveformRecording& recording_;
     WaveCanvas* canvas_;
     QLabel* place_ = nullptr;
+    QComboBox* lines_ = nullptr; ///< whose edges are gone to; all, then each
     QLabel* readout_;
+    QLabel* difference_;
     QPushButton* previous_ = nullptr;
     QPushButton* next_ = nullptr;
     QPushButton* hold_ = nullptr;
+    QPushButton* inRow_ = nullptr;
     QPushButton* saveVcd_ = nullptr;
     QPushButton* saveSr_ = nullptr;
     QTimer timer_; ///< runs while words wait to be shown

@@ -74,9 +74,7 @@ private:
             setUp(program_);
         window_ = std::make_unique<MainWindow>(program_, settings_);
         if (bench_ != nullptr)
-            window_->addDockWidget(
-                Qt::BottomDockWidgetArea,
-                new BenchView(*bench_, program_, "loopback", window_->binder(), window_.get()));
+            addBench(*window_, *bench_, "loopback");
         window_->restorePlace();
         window_->show();
         window_->view().focusEntry();

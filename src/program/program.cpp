@@ -40,6 +40,7 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                  .engine = engine_,
                  .dongle = dongle_,
                  .tap = tap_,
+                 .clock = hardware.clock,
                  .forms = forms_,
                  .desk = desk_}),
       mainForm_(

@@ -1,5 +1,9 @@
 #include "program/waveform_recording.h"
 
+#include "waveform/rebuilt_words.h"
+
+#include <utility>
+
 #include <fmt/format.h>
 
 namespace bitlux {
@@ -27,7 +31,12 @@ void WireTap::add(const WireAccess& access) {
 void WaveformRecording::start(std::size_t limit) {
     if (running_)
         return;
-    recorder_ = std::make_unique<WordRecorder>(parts_.session, parts_.engine, parts_.dongle, limit);
+    std::vector<WordRecord> before;
+    if (const SentWords* sent = parts_.engine.sentWords())
+        before = rebuiltRecords(
+            sent->words(), std::make_shared<const ExtraPinNames>(extraPinNames(parts_.session)));
+    recorder_ = std::make_unique<WordRecorder>(parts_.session, parts_.engine, parts_.dongle, limit,
+                                               std::move(before));
     parts_.tap.join(*recorder_);
     running_ = true;
 }

@@ -46,6 +46,7 @@ public:
         WordEngine& engine;
         DongleLink& dongle;
         WireTap& tap;
+        const Clock& clock;
         forms::FormSet& forms;
         const Desk& desk;
     };
@@ -55,6 +56,8 @@ public:
     WaveformRecording(const WaveformRecording&) = delete;
     WaveformRecording& operator=(const WaveformRecording&) = delete;
 
+    /// From now on a recording begins with the last few words that were sent before it.
+    void keepLast() { parts_.engine.keepWords(parts_.clock); }
     /// Forgets the words of a recording before; harmless while one is on.
     void start(std::size_t limit = WordRecorder::usualLimit);
     /// The words stay.

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 
 namespace bitlux {
 
@@ -57,6 +58,16 @@ inline constexpr std::array<ClockingType, 8> clockingTypes{{
 /// `type` is 1 to 8.
 constexpr const ClockingType& clockingType(int type) {
     return detail::clockingTypes.at(static_cast<std::size_t>(type - 1));
+}
+
+/// The mode (0 to 3) that the rest of the world calls a type by: twice the idle level of the clock,
+/// and one more where data is valid on the edge back to it. A type whose data is valid and toggled
+/// on one edge is none of them.
+constexpr std::optional<int> spiMode(const ClockingType& type) {
+    if (type.valid == type.toggled)
+        return std::nullopt;
+    const Edge first = type.idle != 0 ? Edge::Falling : Edge::Rising;
+    return 2 * type.idle + (type.valid == first ? 0 : 1);
 }
 
 } // namespace bitlux

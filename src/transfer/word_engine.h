@@ -6,6 +6,9 @@
 #include "transfer/dongle_link.h"
 #include "transfer/failure_boxes.h"
 #include "transfer/pin_layer.h"
+#include "transfer/sent_words.h"
+
+#include <memory>
 
 namespace bitlux {
 
@@ -46,6 +49,11 @@ public:
     /// dongle and has a length that its frame does not carry whole.
     void requireCarriedLength() const;
 
+    /// What the words that go through are made of is kept from now on.
+    void keepWords(const Clock& clock) { sentWords_ = std::make_unique<SentWords>(clock); }
+    /// Null while nothing is kept.
+    [[nodiscard]] const SentWords* sentWords() const { return sentWords_.get(); }
+
     /// Whoever sends many words begins a run on it.
     [[nodiscard]] FailureBoxes& failures() const { return failures_; }
 
@@ -71,6 +79,7 @@ private:
     PinLayer& pins_;
     DongleLink& dongle_;
     FailureBoxes& failures_;
+    std::unique_ptr<SentWords> sentWords_;
 };
 
 } // namespace bitlux

@@ -45,6 +45,7 @@ Waveform waveformOf(const WordRecord& record) {
     Waveform waveform{.number = record.number,
                       .asCommanded = record.shape.onDongle,
                       .complete = record.complete,
+                      .rebuilt = record.rebuilt,
                       .type = record.shape.type,
                       .length = record.shape.length,
                       .msbFirst = record.shape.msbFirst,

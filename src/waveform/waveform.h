@@ -57,6 +57,7 @@ struct Waveform {
     std::uint64_t number = 0; ///< of the word since the recording began
     bool asCommanded = false;
     bool complete = false;
+    bool rebuilt = false; ///< the edges are spread evenly over the word's time
     int type = 1;
     int length = 0; ///< bits
     bool msbFirst = true;

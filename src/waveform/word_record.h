@@ -38,6 +38,7 @@ struct WordRecord {
     std::uint64_t number = 0; ///< of the word since the recording began, from 1
     WordShape shape;
     bool complete = false; ///< false: the transfer failed, and this is what went out until then
+    bool rebuilt = false;  ///< the accesses are not timed but spread evenly over the word's time
     // Levels before the first of the accesses
     std::uint8_t dataBefore = 0;        ///< of the data register
     std::uint8_t controlBefore = 0;     ///< of the control register

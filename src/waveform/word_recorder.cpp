@@ -13,15 +13,6 @@ std::size_t bytesOf(const WordRecord& record) {
     return sizeof record + record.accesses.capacity() * sizeof(WireAccess);
 }
 
-ExtraPinNames namesIn(const Session& session) {
-    ExtraPinNames names;
-    for (int bit = 0; bit < 8; ++bit)
-        names.at(static_cast<std::size_t>(bit)) = session.DataPortPins.name(bit);
-    for (int bit = 0; bit < 4; ++bit)
-        names.at(static_cast<std::size_t>(bit) + 8) = session.ControlPortPins.name(bit);
-    return names;
-}
-
 bool areNamesIn(const Session& session, const ExtraPinNames& names) {
     for (int bit = 0; bit < 8; ++bit)
         if (names.at(static_cast<std::size_t>(bit)) != session.DataPortPins.name(bit))
@@ -34,8 +25,17 @@ bool areNamesIn(const Session& session, const ExtraPinNames& names) {
 
 } // namespace
 
+ExtraPinNames extraPinNames(const Session& session) {
+    ExtraPinNames names;
+    for (int bit = 0; bit < 8; ++bit)
+        names.at(static_cast<std::size_t>(bit)) = session.DataPortPins.name(bit);
+    for (int bit = 0; bit < 4; ++bit)
+        names.at(static_cast<std::size_t>(bit) + 8) = session.ControlPortPins.name(bit);
+    return names;
+}
+
 WordRecorder::WordRecorder(const Session& session, WordEngine& engine, DongleLink& dongle,
-                           std::size_t limit)
+                           std::size_t limit, std::vector<WordRecord> before)
     : session_(session),
       engine_(engine),
       limit_(limit),
@@ -43,6 +43,8 @@ WordRecorder::WordRecorder(const Session& session, WordEngine& engine, DongleLin
                      engine.wordTransferred.follow([this] { finish(true); }),
                      engine.sendFailed.follow([this] { finish(false); }),
                      dongle.failed.follow([this] { finish(false); })} {
+    for (WordRecord& record : before)
+        keep(std::move(record));
     current_.dataBefore = session.DataPortPins.value();
     current_.controlBefore = session.ControlPortPins.value();
     current_.donglePinsBefore =
@@ -78,7 +80,7 @@ void WordRecorder::takeShape() {
     std::shared_ptr<const ExtraPinNames> names =
         words_.empty() ? nullptr : words_.back().shape.extraPins;
     if (!names || !areNamesIn(session_, *names))
-        names = std::make_shared<const ExtraPinNames>(namesIn(session_));
+        names = std::make_shared<const ExtraPinNames>(extraPinNames(session_));
     shape = {.onDongle = engine_.usesDongle(),
              .length = session_.SPIWordLength,
              .type = session_.SPIType,
@@ -100,16 +102,20 @@ void WordRecorder::finish(bool complete) {
     inWord_ = false;
     if (current_.accesses.size() == current_.firstOfWord) // nothing went out
         return;
-    current_.number = ++count_;
     current_.complete = complete;
-    bytes_ += bytesOf(current_);
-    words_.push_back(std::move(current_));
+    keep(std::move(current_));
     current_ = {};
     while (bytes_ > limit_ && words_.size() > 1)
         dropOldest();
     const WordRecord& last = words_.back();
     current_.accesses.reserve(last.accesses.size());
     carryLevels(last, current_);
+}
+
+void WordRecorder::keep(WordRecord record) {
+    record.number = ++count_;
+    bytes_ += bytesOf(record);
+    words_.push_back(std::move(record));
 }
 
 void WordRecorder::dropOldest() {

@@ -8,16 +8,19 @@
 
 namespace bitlux {
 
+/// The names that the extra pins of the port have in a session.
+ExtraPinNames extraPinNames(const Session& session);
+
 /// Keeps the last words that went over the wire. Its memory is bounded: when it is full, the oldest
 /// words go, each as a whole; the last word is always kept.
 class WordRecorder : public WireListener {
 public:
     static constexpr std::size_t usualLimit = 16U << 20U; ///< bytes
 
-    /// Records from now on; whoever owns the recorder has it told what happens on the wire. All
-    /// outlive it.
+    /// Records from now on, behind the words that there are already; whoever owns the recorder has
+    /// it told what happens on the wire. All outlive it.
     WordRecorder(const Session& session, WordEngine& engine, DongleLink& dongle,
-                 std::size_t limit = usualLimit);
+                 std::size_t limit = usualLimit, std::vector<WordRecord> before = {});
 
     void add(const WireAccess& access) override;
     /// Follows no more words and keeps those it has.
@@ -33,6 +36,7 @@ public:
 private:
     void begin();
     void finish(bool complete);
+    void keep(WordRecord record);
     void dropOldest();
     void takeShape();
     void forgetBetween();

@@ -1,3 +1,4 @@
+#include "gui/bench_view.h"
 #include "live_window.h"
 #include "window_bench.h"
 
@@ -8,8 +9,10 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QStatusBar>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -256,6 +259,29 @@ TEST(MainWindow, ScrollsOnASmallScreen) {
     const QSize content = bench.window.view().minimumSizeHint();
     EXPECT_LE(content.width(), 1366 - 8);
     EXPECT_LE(content.height(), 768 - 120);
+}
+
+TEST(MainWindow, IsUsedAt800By600WithBenchAndWaveform) {
+    WindowBench bench;
+    gui::addBench(bench.window, bench.bench, "loopback");
+    bench.configure("40");
+    bench.window.resize(800, 600);
+    bench.window.move(0,
+                      bench.window.screen()->availableGeometry().bottom() - 599); // no room below
+    bench.settle();
+    for (const bool waveform : {false, true}) {
+        if (waveform)
+            bench.window.findChild<QAction*>("openWaveform")->trigger();
+        bench.settle();
+        EXPECT_EQ(bench.window.size(), QSize(800, 600)); // nothing in it wants more
+        const QStatusBar& status = *bench.window.statusBar();
+        EXPECT_LE(status.geometry().bottom(), 600);
+        for (const char* name : {"frmMain.txtHexWordToSend", "frmMain.cmdSendOnce"}) {
+            const QWidget& any = bench.widget<QWidget>(name);
+            EXPECT_EQ(any.visibleRegion().boundingRect().height(), any.height())
+                << name << ", waveform " << waveform;
+        }
+    }
 }
 
 TEST(MainWindow, StaysAliveInAContinuousRun) {

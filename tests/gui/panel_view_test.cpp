@@ -1,7 +1,10 @@
+#include "gui/bench_view.h"
+#include "gui/window_place.h"
 #include "window_bench.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
+#include <QComboBox>
 #include <QDialog>
 #include <QPointer>
 #include <QProgressBar>
@@ -36,6 +39,45 @@ struct PanelBench : WindowBench {
 };
 
 const QColor lit(0xC0, 0xFF, 0xFF);
+
+TEST(PanelView, OpensTheModelOfItsChipOnTheBench) {
+    PanelBench hardware;
+    EXPECT_EQ(hardware.window.findChild<QPushButton*>("panel.model"), nullptr);
+    WindowBench bench;
+    gui::addBench(bench.window, bench.bench, "loopback");
+    bench.program.forms().show("ZT72518");
+    bench.settle();
+    bench.press("panel.model");
+    EXPECT_EQ(bench.widget<QComboBox>("bench.device").currentText(), "zt72518d");
+    auto& chip = bench.widget<QDockWidget>("chip");
+    EXPECT_TRUE(chip.isVisible() && chip.isFloating());
+    bench.widget<QComboBox>("bench.device").setCurrentText("zt72514");
+    chip.close();
+    EXPECT_FALSE(bench.widget<QCheckBox>("bench.chip").isChecked());
+    bench.press("panel.model"); // a chip of the family stays
+    EXPECT_TRUE(chip.isVisible());
+    EXPECT_EQ(bench.widget<QComboBox>("bench.device").currentText(), "zt72514");
+}
+
+TEST(WindowPlace, IsBesideTheOtherWhereTheScreenHasRoom) {
+    struct Case {
+        QSize window;
+        QRect other;
+        QPoint place;
+    };
+    const QRect screen(0, 40, 1920, 1040);
+    for (const Case& c :
+         {Case{{1000, 800}, {100, 100, 700, 600}, {800, 100}},  // right of it
+          Case{{1000, 800}, {1100, 100, 700, 600}, {100, 100}}, // left of it
+          Case{{1000, 300}, {600, 100, 700, 600}, {600, 700}},  // below
+          Case{{1000, 300}, {600, 500, 700, 500}, {600, 200}},  // above
+          Case{{1000, 800}, {100, 500, 700, 600}, {800, 280}},  // inside the screen
+          Case{{1300, 900}, {700, 100, 700, 600}, {0, 100}},    // what covers the least
+          Case{{3000, 2000}, {700, 100, 700, 600}, {0, 40}}}) {
+        const QPoint place = gui::placeBeside(c.window, c.other, screen);
+        EXPECT_EQ(place, c.place) << place.x() << ", " << place.y();
+    }
+}
 
 TEST(PanelView, LightsBitsOfARegisterByMouseAndKeyboard) {
     PanelBench bench;

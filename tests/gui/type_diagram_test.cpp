@@ -121,15 +121,17 @@ TEST(TypeDiagram, EveryTypeHasItsPictureInEveryPalette) {
 TEST(TypeDiagram, FollowsTypeAndPalette) {
     gui::TypeDiagram diagram(1);
     diagram.resize(diagram.sizeHint());
-    diagram.setType(6, false);
+    diagram.setType(6, {.msbFirst = false});
     gui::applyTheme(true);
     diagram.setPalette(QApplication::palette());
     gui::TypeDiagram other(6);
     other.resize(diagram.size());
     EXPECT_NE(pictureOf(diagram, 1), pictureOf(other, 1)); // the order of the bits
-    other.setType(6, false);
+    other.setType(6, {.msbFirst = false});
     EXPECT_EQ(pictureOf(diagram, 1), pictureOf(other, 1));
     EXPECT_EQ(diagram.minimumSizeHint(), gui::TypeDiagram(1).minimumSizeHint());
+    diagram.setType(6, {.msbFirst = false, .selectedWhenHigh = true});
+    EXPECT_NE(pictureOf(diagram, 1), pictureOf(other, 1));
     gui::applyTheme(false);
 }
 
@@ -157,23 +159,35 @@ TEST(TypeDiagram, LinesFillWholePixels) {
 TEST(TypeDiagram, TellsTheTimingInWords) {
     struct Case {
         int type;
-        bool msbFirst;
+        gui::WordLook look;
         const char* words;
     };
     for (const Case& c :
-         {Case{3, true,
+         {Case{3,
+               {},
                "Timing of SPI type 3: data is valid on the falling edge of CLK, toggled on the "
-               "rising edge, CLK idles high; MSB first"},
-          Case{6, false,
+               "rising edge, CLK idles high; SPI mode 2, MSB first; CS is low within the word"},
+          Case{6,
+               {.msbFirst = false, .selectedWhenHigh = true},
                "Timing of SPI type 6: data is valid and toggled on the rising edge of CLK, DO is "
-               "read just before it, CLK idles low; LSB first"},
-          Case{5, true,
+               "read just before it, CLK idles low; LSB first; CS is high within the word"},
+          Case{5,
+               {},
                "Timing of SPI type 5: data is valid and toggled on the falling edge of CLK, DO is "
-               "read just before it, CLK idles low; MSB first, CLK stays low after bit 3"}}) {
+               "read just before it, CLK idles low; MSB first, CLK stays low after bit 3; CS is "
+               "low within the word"}}) {
         gui::TypeDiagram diagram(c.type);
-        diagram.setType(c.type, c.msbFirst);
+        diagram.setType(c.type, c.look);
         EXPECT_EQ(diagram.accessibleDescription().toStdString(), c.words);
     }
+}
+
+TEST(ClockingType, HasTheModeOfItsEdgesAndIdleLevel) {
+    constexpr std::optional<int> none;
+    constexpr std::array<std::optional<int>, 8> modes{0, 1, 2, 3, none, none, none, none};
+    for (int type = 1; type <= 8; ++type)
+        EXPECT_EQ(spiMode(clockingType(type)), modes.at(static_cast<std::size_t>(type - 1)))
+            << "type " << type;
 }
 
 } // namespace

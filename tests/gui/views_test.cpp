@@ -170,9 +170,13 @@ TEST(BenchView, TurnsTheSwitchesOfAChip) {
     bench.settle();
     EXPECT_EQ(item("VDD OV")->checkState(0), Qt::Unchecked);
     EXPECT_EQ(item("Mode")->text(1), "Normal");
-    bench.type("chip.search", "vdd ov");
+    bench.type("chip.search", " vdd ov ");
     EXPECT_TRUE(item("VDD low INT")->isHidden());
     EXPECT_TRUE(item("Safe INT")->isExpanded());
+    QTest::keyClick(&bench.widget<QLineEdit>("chip.search"), Qt::Key_Down);
+    EXPECT_EQ(tree.currentItem(), item("VDD OV"));
+    QTest::keyClick(&tree, Qt::Key_Space);
+    EXPECT_EQ(item("VDD OV")->checkState(0), Qt::Checked);
     device.setCurrentText("zt72514");
     EXPECT_EQ(item("Mode")->text(1), "Init");
     device.setCurrentText("loopback");

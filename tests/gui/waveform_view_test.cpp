@@ -1,6 +1,7 @@
 #include "gui/waveform_view.h"
 #include "window_bench.h"
 
+#include <QComboBox>
 #include <QScrollBar>
 
 #include <gtest/gtest.h>
@@ -47,17 +48,21 @@ TEST(WaveformView, IsMadeAndRecordsOnlyWhenOpened) {
     bench.settle();
     EXPECT_FALSE(open->isChecked());
     EXPECT_EQ(&bench.program.pins().port(), &bench.port);
-    open->trigger(); // begins anew
+    bench.send("77"); // while it is closed
+    open->trigger();  // begins anew, with the last words before
     bench.settle();
     EXPECT_TRUE(bench.widget<QDockWidget>("waveform").isVisible());
-    EXPECT_EQ(bench.program.waveform().count(), 0U);
+    EXPECT_EQ(bench.widget<QLabel>("waveform.place").text(), "Word 2 of 2");
+    EXPECT_TRUE(bench.widget<QAbstractScrollArea>("waveform.canvas")
+                    .accessibleDescription()
+                    .contains("edges evenly spaced. DI 01110111 (77)"));
     open->trigger();
     bench.settle();
     bench.program.waveform().start(); // by somebody else: it goes on
     for (int i = 0; i < 2; ++i)
         open->trigger();
     bench.send("3C");
-    EXPECT_EQ(bench.program.waveform().count(), 1U);
+    EXPECT_EQ(bench.program.waveform().count(), 3U);
 }
 
 TEST(WaveformView, IsReadByKeyboardAndMouse) {
@@ -89,6 +94,70 @@ TEST(WaveformView, IsReadByKeyboardAndMouse) {
     const QPoint right(bench.canvas().viewport()->width() - 2, 10);
     QTest::mouseClick(bench.canvas().viewport(), Qt::LeftButton, {}, right);
     EXPECT_TRUE(bench.readout().starts_with("27.2")) << bench.readout();
+}
+
+TEST(WaveformView, MeasuresFromTheSecondCursorAndGoesAlongALine) {
+    WaveformWindow bench;
+    const auto difference = [&bench] {
+        return bench.widget<QLabel>("waveform.difference").text().toStdString();
+    };
+    auto& lines = bench.widget<QComboBox>("waveform.lines");
+    bench.key(Qt::Key_Down); // CS
+    bench.key(Qt::Key_Down);
+    EXPECT_EQ(lines.currentText(), "CLK");
+    bench.press("waveform.nextEdge");
+    EXPECT_EQ(bench.readout(), "2.000 µs: CS 0, CLK 1, DI 1, DO 1");
+    EXPECT_EQ(difference(), "");
+    bench.key(Qt::Key_Right, Qt::ShiftModifier);
+    bench.key(Qt::Key_Right, Qt::ShiftModifier);
+    EXPECT_EQ(bench.canvas().mark(), 5000);
+    EXPECT_EQ(difference(), "Δ -3.000 µs, 333.3 kHz");
+    for (int i = 0; i < 3; ++i)
+        bench.press("waveform.nextEdge");
+    EXPECT_EQ(difference(), "Δ 2.000 µs, 500 kHz") << bench.readout();
+    bench.press("waveform.previousEdge");
+    EXPECT_EQ(difference(), "Δ 0.000 µs");
+    lines.setCurrentIndex(1);
+    emit lines.activated(1);
+    bench.press("waveform.nextEdge");
+    EXPECT_EQ(bench.readout(), "26.000 µs: CS 1, CLK 0, DI 0, DO 1");
+    bench.key(Qt::Key_Escape);
+    EXPECT_EQ(difference(), "");
+
+    // With the mouse: Shift and the right button move the second cursor, a name chooses its line.
+    QWidget& picture = *bench.canvas().viewport();
+    QTest::mouseClick(&picture, Qt::RightButton, {}, QPoint(picture.width() - 2, 10));
+    EXPECT_NEAR(static_cast<double>(bench.canvas().mark().value_or(0)), 27250, 50);
+    QTest::mouseClick(&picture, Qt::LeftButton, {}, QPoint(10, 20));
+    EXPECT_EQ(lines.currentText(), "All edges"); // it was CS
+    QTest::mouseClick(&picture, Qt::LeftButton, {}, QPoint(10, 20));
+    EXPECT_EQ(lines.currentText(), "CS");
+}
+
+TEST(WaveformView, ShowsWordsInARow) {
+    WaveformWindow bench;
+    bench.clock.spend(1'000'000'000);
+    bench.sendAndLook("3C");
+    bench.press("waveform.inRow");
+    EXPECT_EQ(bench.place(), "Words 1 to 2 of 2");
+    EXPECT_EQ(bench.canvas().waveform().sent, "3C");
+    bench.key(Qt::Key_Home);
+    EXPECT_TRUE(bench.readout().starts_with("Word 1, 0.000 µs: CS 0")) << bench.readout();
+    bench.canvas().setMark(bench.canvas().cursor());
+    bench.canvas().setCursor(bench.canvas().row().words[1].at + 1000);
+    EXPECT_TRUE(bench.readout().starts_with("Word 2, 1.000 µs: CS 0")) << bench.readout();
+    // In real time, whatever the stretch between the words is wide.
+    const QString difference = bench.widget<QLabel>("waveform.difference").text();
+    EXPECT_TRUE(difference.startsWith("Δ 1000")) << difference.toStdString();
+    EXPECT_TRUE(difference.endsWith(" Hz")) << difference.toStdString();
+    for (int i = 0; i < 9; ++i)
+        bench.send("77");
+    bench.sendAndLook("12");
+    EXPECT_EQ(bench.place(), "Words 5 to 12 of 12");
+    bench.key(Qt::Key_PageUp);
+    EXPECT_EQ(bench.place(), "Words 4 to 11 of 12");
+    bench.press("waveform.inRow");
+    EXPECT_EQ(bench.place(), "Word 11 of 12");
 }
 
 TEST(WaveformView, FollowsHoldsAndLooksBack) {

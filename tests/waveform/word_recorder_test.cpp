@@ -1,5 +1,6 @@
 #include "waveform_bench.h"
 
+#include "waveform/wave_row.h"
 #include "waveform/waveform_files.h"
 
 #include <gtest/gtest.h>
@@ -65,6 +66,102 @@ TEST(WordRecorder, ForgetsNoLevelInALongPauseFullOfPins) {
     bench.send("1");
     EXPECT_LE(bench.program.waveform().words().back().firstOfWord, 1000U);
     EXPECT_EQ(linesOf(bench.last()), "H 0L 8H, L 2H 4L 5H 7L, L 4H 7L, ? 2L 5H");
+}
+
+/// All that a picture of a word says.
+std::string pictureOf(const Waveform& word) {
+    return fmt::format("{} type {} of {}, {}-{}, {} {}: {}; {}; {} {}", word.number, word.type,
+                       word.length, word.origin, word.origin + word.end, word.msbFirst,
+                       word.selectedWhenHigh, linesOf(word), bitsOf(word), word.sent,
+                       word.received);
+}
+
+std::vector<std::string> picturesOf(const WaveformRecording& recording, std::size_t last) {
+    std::vector<std::string> all;
+    for (const WordRecord& word : recording.words())
+        all.push_back(pictureOf(waveformOf(word)));
+    all.erase(all.begin(), all.end() - static_cast<std::ptrdiff_t>(last));
+    return all;
+}
+
+TEST(WordRecorder, BeginsWithTheLastWordsBeforeIt) {
+    struct Case {
+        const char* name;
+        TestBench::WithDongle dongle;
+        bool lsbFirst;
+        bool inverted;
+    };
+    using enum TestBench::WithDongle;
+    for (const Case& c :
+         {Case{"port", No, false, false}, Case{"LSB first", No, true, false},
+          Case{"other polarities", No, false, true}, Case{"dongle", Yes, true, true}}) {
+        SCOPED_TRACE(c.name);
+        WaveformBench bench("echo", {}, c.dongle);
+        bench.configure("8");
+        ConfigureDialog& dialog = bench.program.dialog();
+        (c.lsbFirst ? dialog.optLSBfirst : dialog.optMSBfirst).setValue(true);
+        (c.inverted ? dialog.optCSpositive : dialog.optCSnegative).setValue(true);
+        (c.inverted ? dialog.optDIpolarity_neg : dialog.optDIpolarity_pos).setValue(true);
+        bench.program.waveform().keepLast();
+        bench.send("77");
+        bench.record();
+        EXPECT_EQ(bench.program.waveform().count(), 1U);
+        for (int type = 1; type <= 8; ++type) {
+            bench.session().SPIType = static_cast<std::int16_t>(type); // moves no line by itself
+            bench.send(fmt::format("{:X}", 0x35 + type));
+        }
+        const std::vector<std::string> recorded = picturesOf(bench.program.waveform(), 8);
+        bench.program.waveform().stop();
+        bench.record();
+        // The words are the same to the nanosecond, since here each access takes as long; they
+        // count from 1 again, and only eight are kept.
+        std::vector<std::string> rebuilt = picturesOf(bench.program.waveform(), 8);
+        ASSERT_EQ(bench.program.waveform().count(), 8U);
+        for (std::size_t n = 0; n < recorded.size(); ++n)
+            EXPECT_EQ(rebuilt[n], std::to_string(n + 1) + recorded[n].substr(1));
+        EXPECT_EQ(bench.last().rebuilt, c.dongle == No);
+        bench.send("5A");
+        EXPECT_EQ(bench.last().number, 9U);
+        EXPECT_FALSE(bench.last().rebuilt);
+    }
+}
+
+TEST(WaveRow, PutsWordsOneAfterTheOther) {
+    WaveformBench bench;
+    bench.configure("1");
+    bench.record();
+    bench.send("1");
+    bench.clock.spend(5'000'000);
+    bench.send("0");
+    std::vector<Waveform> words;
+    for (const WordRecord& word : bench.program.waveform().words())
+        words.push_back(waveformOf(word));
+    const std::int64_t later = words[1].origin - words[0].origin;
+    const WaveRow row(words);
+    // A word takes 5 us here, an idle stretch an eighth of it.
+    EXPECT_EQ(row.gap, 625);
+    ASSERT_EQ(row.words.size(), 2U);
+    EXPECT_EQ(row.words[1].at, 5625);
+    EXPECT_EQ(row.words[1].begin, later);
+    EXPECT_EQ(row.end(), 10625);
+    std::vector<std::string> lines;
+    for (const WaveLine& line : row.lines)
+        lines.push_back(textOf(line));
+    EXPECT_EQ(lines,
+              (std::vector<std::string>{"H 0L 5H 5625nsL 10625nsH", "L 2H 4L 7625nsH 9625nsL",
+                                        "L 1H 4L", "? 2H 5? 7625nsL"}));
+    struct Place {
+        std::int64_t at, time;
+        std::size_t word;
+    };
+    const std::int64_t idle = later - 5000;
+    for (const Place& p :
+         {Place{-100, -100, 0}, Place{5000, 5000, 0}, Place{5312, 5000 + idle * 312 / 625, 0},
+          Place{5625, later, 1}, Place{9625, later + 4000, 1}, Place{11000, later + 5375, 1}}) {
+        EXPECT_EQ(row.timeAt(p.at), p.time) << p.at;
+        EXPECT_EQ(row.wordAt(p.at), p.word) << p.at;
+    }
+    EXPECT_EQ(row.idleBefore(1), idle);
 }
 
 } // namespace

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/parallel_port.h"
+#include "session/port_pins.h"
+
+#include <cstdint>
+
+namespace bitlux {
+
+/// A pin of the data register with its two levels, as bits of the register.
+struct PortLine {
+    PortLine(int pin, std::int16_t oneLevel, std::int16_t otherLevel)
+        : mask(PortPins<8>::mask(pin)),
+          one(oneLevel != 0 ? mask : std::uint8_t{0}),
+          other(otherLevel != 0 ? mask : std::uint8_t{0}) {}
+
+    /// The register value with this pin at the level of `isOne`.
+    [[nodiscard]] std::uint8_t in(std::uint8_t value, bool isOne) const {
+        return static_cast<std::uint8_t>((value & ~mask) | (isOne ? one : other));
+    }
+
+    std::uint8_t mask;
+    std::uint8_t one;
+    std::uint8_t other;
+};
+
+/// What sending a word on the port needs, gathered once a word. Lines may share a pin; then the one
+/// that is set last wins, as the order of the settings tells.
+struct PortWord {
+    ParallelPort& port;
+    std::int16_t address;
+    bool isFast; ///< the mode of the port; nothing can change it while a word is on its way
+    PortPins<8>& shadow;
+    const std::int16_t* word;
+    std::int16_t* samples; ///< one of the status register for each element
+    int length;
+    PortLine chipSelect; ///< one: asserted
+    PortLine dataIn;     ///< one: a one
+    PortLine clock;      ///< one: high
+};
+
+/// Sends a word of a type (1 to 8). False when it has an element that is no bit; the bits before it
+/// are out then, chip select stays asserted and the clock where it is. The shadow follows; a port
+/// that fails in a word leaves it as chip select was asserted.
+bool sendPortWord(const PortWord& word, int type, bool msbFirst);
+
+} // namespace bitlux
