@@ -14,6 +14,7 @@ set(CPACK_PACKAGE_VENDOR "Bitlux Forge developers")
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "Bitlux Forge developers <developers@bitlux.example>")
 set(CPACK_DEBIAN_FORGE_PACKAGE_NAME bitlux-forge)
 set(CPACK_DEBIAN_FORGE_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_FORGE_PACKAGE_SECTION electronics)
 set(CPACK_DEBIAN_FORGE_DESCRIPTION
 "exercise SPI chips from a PC
