@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace bitlux {
 
@@ -23,7 +22,6 @@ private:
     void progressed();
     void lineBegins(const std::string& line);
     void waitBegins(const std::string& line, std::int64_t nanoseconds);
-    [[nodiscard]] bool hasPin(std::string_view name) const;
     [[nodiscard]] const std::optional<RunProgress>& progress() const;
     /// The text of the line that the run is at; empty while none is on.
     [[nodiscard]] std::string command() const;

@@ -72,7 +72,11 @@ std::optional<std::vector<std::string>> ConfigurationFiles::play(const std::stri
     if (!reader.isConfiguration())
         return std::nullopt;
     const Hourglass hourglass(parts_.desk.pointer);
+    // What a file has brought goes with it; what a hand has ticked and not saved stays.
+    if (std::exchange(fileHasDonglePins_, false))
+        dialog().extraPins.clearDonglePins();
     reader.read();
+    fileHasDonglePins_ = reader.hasDonglePins();
     return reader.missingChips();
 }
 
@@ -111,8 +115,7 @@ void ConfigurationFiles::saveAs(const std::optional<std::string>& fileName) {
 
 std::string ConfigurationFiles::write(const std::string& fileName) {
     const Hourglass hourglass(parts_.desk.pointer);
-    const std::string text = configurationText(configurationSettings(dialog(), session_, tabs),
-                                               session_, parts_.commands.toSend());
+    const std::string content = text();
     const std::size_t before = namedCommandsIn(fileName);
     const std::size_t now = namedCommands(session_.QuickCommandTable);
     std::string note;
@@ -120,8 +123,17 @@ std::string ConfigurationFiles::write(const std::string& fileName) {
         note = fmt::format("The file had {} Quick Commands and has {} now.{}"
                            "The old file is kept as \"{}\".",
                            before, now, lineBreak, keepOldFile(fileName));
-    replaceFile(fileName, text);
+    replaceFile(fileName, content);
+    fileHasDonglePins_ = !dialog().extraPins.dongleNames().empty();
     return note;
+}
+
+std::string ConfigurationFiles::text() {
+    std::vector<ConfigurationSetting> atTheEnd;
+    if (!dialog().extraPins.dongleNames().empty())
+        atTheEnd = donglePinSettings(dialog());
+    return configurationText(configurationSettings(dialog(), session_, tabs), session_,
+                             parts_.commands.toSend(), atTheEnd);
 }
 
 std::optional<std::string> ConfigurationFiles::ask(FileDialog::Kind kind) {

@@ -68,8 +68,11 @@ private:
     void say(const std::string& text);
     void tellMissing(const std::vector<std::string>& chips);
 
+    [[nodiscard]] std::string text();
+
     Parts parts_;
     Session& session_;
+    bool fileHasDonglePins_ = false; ///< the one that was opened or saved last
 
 public:
     forms::MenuItem itemOpen;

@@ -72,6 +72,17 @@ ConfigurationReader::ConfigurationReader(const Parts& parts, const std::string& 
             missingChips_.push_back(name);
     };
     actions_["[BatchItem]"] = [this](const RecordValue& value) { batchItem(value); };
+    addDonglePins();
+}
+
+void ConfigurationReader::addDonglePins() {
+    for (ConfigurationSetting& setting : donglePinSettings(parts_.dialog))
+        actions_[setting.key] = [this, read = std::move(setting.read)](const RecordValue& value) {
+            hasDonglePins_ = true;
+            read(value);
+            if (applied_) // once more would empty the lists
+                parts_.dialog.showDonglePins();
+        };
 }
 
 bool ConfigurationReader::isConfiguration() {
@@ -139,6 +150,7 @@ void ConfigurationReader::play(std::string_view line) {
 void ConfigurationReader::applyNow() {
     parts_.dialog.setVisible(false);
     parts_.dialog.cmdApply_Click();
+    applied_ = true;
     parts_.emptied.forget(); // of what was open before
     session_.QuickCommandTable.recreate(session_.SPIWordLength);
     nextCommandIsFirst_ = true;

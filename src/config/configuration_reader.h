@@ -45,10 +45,13 @@ public:
     void read();
     /// The chips of users that the file enables and that have no file.
     [[nodiscard]] const std::vector<std::string>& missingChips() const { return missingChips_; }
+    /// Whether a record of the file was an extra pin of the dongle.
+    [[nodiscard]] bool hasDonglePins() const { return hasDonglePins_; }
 
 private:
     using Action = std::function<void(const RecordValue& value)>;
 
+    void addDonglePins();
     void reset();
     void play(std::string_view line);
     void applyNow();
@@ -64,6 +67,8 @@ private:
     std::unordered_map<std::string, Action> actions_; ///< by key
     std::vector<std::string> missingChips_;
     bool isVersion2_ = false;
+    bool applied_ = false; ///< [ApplyNow] was met
+    bool hasDonglePins_ = false;
     bool nextCommandIsFirst_ = false; ///< from [ApplyNow] to the first Quick Command
     std::vector<std::int16_t> bits_;  ///< of the Quick Command that is read
 };

@@ -47,6 +47,8 @@ public:
     /// Names of the pins that are enabled, data pins first.
     [[nodiscard]] std::vector<std::string> portNames() const;
     [[nodiscard]] std::vector<std::string> dongleNames() const;
+    /// Enables no pin of the dongle.
+    void clearDonglePins();
     /// Names the bits of the pins that are enabled on the port and makes them low.
     void enterPinMaps(Session& session) const;
 

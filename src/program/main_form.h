@@ -24,6 +24,8 @@
 #include "transfer/pin_layer.h"
 #include "transfer/word_engine.h"
 
+#include <cstddef>
+#include <map>
 #include <optional>
 #include <string>
 
@@ -54,7 +56,11 @@ private:
     [[nodiscard]] std::optional<Notice> shapeNotice(const Session& session) const;
     [[nodiscard]] std::optional<Notice> emptiedNotice() const;
 
-    std::optional<std::string> missingWord_; ///< the name at which the last run ended
+    void noteRunProgress();
+    [[nodiscard]] std::optional<Notice> missingPinNotice(const Session& session);
+
+    std::optional<std::string> missingWord_;         ///< the name at which the last run ended
+    std::map<std::size_t, std::string> missingPins_; ///< of the last run, by line from 0
 
 public:
     forms::Label labelMainTitle;
