@@ -56,6 +56,10 @@ void ConfigurationFiles::read(const std::string& fileName) {
         say("Invalid File Format.");
         return;
     }
+    if (recoveredFrom_) {
+        session_.ConfigFileName.clear();
+        session_.ConfigDirty = ConstOn;
+    }
     fileUsed.raise();
     tellMissing(*missing);
 }
@@ -71,12 +75,15 @@ std::optional<std::vector<std::string>> ConfigurationFiles::play(const std::stri
                                fileName);
     if (!reader.isConfiguration())
         return std::nullopt;
+    replacing.raise();
+    recoveredFrom_.reset();
     const Hourglass hourglass(parts_.desk.pointer);
     // What a file has brought goes with it; what a hand has ticked and not saved stays.
     if (std::exchange(fileHasDonglePins_, false))
         dialog().extraPins.clearDonglePins();
     reader.read();
     fileHasDonglePins_ = reader.hasDonglePins();
+    recoveredFrom_ = reader.recoveredFrom();
     return reader.missingChips();
 }
 
@@ -108,6 +115,7 @@ void ConfigurationFiles::saveAs(const std::optional<std::string>& fileName) {
     const std::string note = write(*fileName);
     session_.ConfigFileName = *fileName;
     session_.ConfigDirty = ConstOff;
+    recoveredFrom_.reset();
     fileUsed.raise();
     if (!note.empty())
         say(note);
@@ -141,7 +149,7 @@ std::optional<std::string> ConfigurationFiles::ask(FileDialog::Kind kind) {
         {.kind = kind,
          .title = kind == FileDialog::Kind::Open ? "Open Configuration" : "Save Configuration",
          .filter = "SPI Config Files (*.spi)|*.spi|All Files (*.*)|*.*",
-         .fileName = session_.ConfigFileName});
+         .fileName = recoveredFrom_.value_or(session_.ConfigFileName)});
 }
 
 void ConfigurationFiles::tellMissing(const std::vector<std::string>& chips) {

@@ -1,5 +1,6 @@
 #include "config/configuration_reader.h"
 
+#include "config/recovered_origin.h"
 #include "platform/code_page.h"
 #include "platform/conversions.h"
 #include "platform/failure.h"
@@ -72,6 +73,9 @@ ConfigurationReader::ConfigurationReader(const Parts& parts, const std::string& 
             missingChips_.push_back(name);
     };
     actions_["[BatchItem]"] = [this](const RecordValue& value) { batchItem(value); };
+    actions_[std::string(recoveredFromKey)] = [this](const RecordValue& value) {
+        recoveredFrom_ = unescapedName(textOf(value));
+    };
     addDonglePins();
 }
 

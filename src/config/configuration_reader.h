@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -45,6 +46,8 @@ public:
     void read();
     /// The chips of users that the file enables and that have no file.
     [[nodiscard]] const std::vector<std::string>& missingChips() const { return missingChips_; }
+    /// Of recovered work the file that it is a change of, empty for none.
+    [[nodiscard]] const std::optional<std::string>& recoveredFrom() const { return recoveredFrom_; }
     /// Whether a record of the file was an extra pin of the dongle.
     [[nodiscard]] bool hasDonglePins() const { return hasDonglePins_; }
 
@@ -66,6 +69,7 @@ private:
     LineReader file_;
     std::unordered_map<std::string, Action> actions_; ///< by key
     std::vector<std::string> missingChips_;
+    std::optional<std::string> recoveredFrom_;
     bool isVersion2_ = false;
     bool applied_ = false; ///< [ApplyNow] was met
     bool hasDonglePins_ = false;

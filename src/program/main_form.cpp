@@ -94,7 +94,8 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
                     .log = log,
                     .run = run,
                     .desk = parts.desk}),
-      notices(*this) {
+      notices(*this),
+      unsaved(*this, {.session = parts.session, .run = run, .commands = commands, .files = files}) {
     run.sendSingle = [this] { singleWord.DoSPISingle(); };
     run.sendMultiple = [this] {
         multiple.DoSPIMultiple();
@@ -130,6 +131,7 @@ void MainForm::addNotices(const Parts& parts) {
     const Session& session = parts.session;
     notices.add([this, &session] { return missingWordNotice(session); });
     notices.add([this, &session] { return missingPinNotice(session); });
+    notices.add([this] { return unsaved.notice(); });
     notices.add([this, &session] { return shapeNotice(session); });
     notices.add([this] { return emptiedNotice(); });
 }

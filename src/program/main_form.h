@@ -9,6 +9,7 @@
 #include "platform/forms/form.h"
 #include "program/main_tabs.h"
 #include "program/status_notices.h"
+#include "program/unsaved_work.h"
 #include "sending/batches.h"
 #include "sending/command_editor.h"
 #include "sending/command_lists.h"
@@ -91,6 +92,7 @@ public:
     zt72517::PspiPage pspi; ///< on page 3
     ConfigurationFiles files;
     StatusNotices notices;
+    UnsavedWork unsaved;
 };
 
 } // namespace bitlux
