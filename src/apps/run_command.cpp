@@ -103,9 +103,14 @@ bool Run::sendPass() {
 }
 
 std::string Run::where() const {
-    return report_ != nullptr && report_->isSending()
-               ? fmt::format("Word {}, {}: ", report_->words() + 1, report_->lineText())
-               : "";
+    if (report_ == nullptr)
+        return "";
+    if (report_->isSending())
+        return fmt::format("Word {}, {}: ", report_->words() + 1, report_->lineText());
+    // On the dongle that word may be none.
+    return report_->isAtPin() ? fmt::format("A pin goes with the word of the first page, {}: ",
+                                            report_->lineText())
+                              : "";
 }
 
 std::string Run::progressText() {

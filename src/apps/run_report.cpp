@@ -58,6 +58,11 @@ std::string RunReport::lineText() const {
                : "";
 }
 
+bool RunReport::isAtPin() const {
+    const std::string line = command();
+    return isInstruction(line) && splitCommand(line)[1] == "Set";
+}
+
 std::string RunReport::place() const {
     return place(command());
 }

@@ -15,6 +15,8 @@ public:
 
     /// Where the run is, as `line 5, "read id"`; empty while none is on.
     [[nodiscard]] std::string lineText() const;
+    /// The run is at a line that sets a pin.
+    [[nodiscard]] bool isAtPin() const;
 
 private:
     [[nodiscard]] std::string place() const override;

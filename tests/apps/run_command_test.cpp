@@ -88,6 +88,10 @@ TEST(RunCommand, EndsWithOneAtAMessage) {
     std::string nineBits = dongleFile();
     nineBits.replace(nineBits.find(",\"8\""), 4, ",\"9\"");
     board.write("nine.spi", nineBits);
+    const std::string sends = dongleFile();
+    board.write("pin.spi", sends.substr(0, sends.find("\"[CommandToSend]")) +
+                               "\"[CommandToSend]\",\"* Set LOW: Data 1\"\r\n"
+                               "\"[DongleData1Enable]\",1\r\n");
     const std::string start = "run --bench echo " + board.path();
     struct Case {
         std::string arguments;
@@ -109,6 +113,8 @@ TEST(RunCommand, EndsWithOneAtAMessage) {
           Case{"/dongle.spi --bus dongle --batch sweep --fault gone@2",
                "A5 00\nLine 3: there is no extra pin \"EN\".\nWord 2, line 4, \"read id\": Check "
                "the USB cable and restart program\n"},
+          Case{"/pin.spi --bus dongle", "A pin goes with the word of the first page, line 1, "
+                                        "\"* Set LOW: Data 1\": Nothing to send!\n"},
           Case{"/dongle.spi --bus dongle --batch sweep --fault silent --timeout 1 --trace -",
                "Word 1, line 1, \"read id\": No answer came in 1 s.\n"
                "0 OUT 08 70 00 A5 00 00 00 00\n"},
