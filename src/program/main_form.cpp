@@ -152,8 +152,10 @@ std::optional<Notice> MainForm::missingWordNotice(const Session& session) {
 
 void MainForm::noteRunProgress() {
     const std::optional<RunProgress>& now = multiple.progress();
-    if (now && now->line == 0 && now->pass <= 1)
-        missingPins_.clear();
+    if (!now || now->line != 0 || now->pass > 1)
+        return;
+    missingWord_.reset(); // those of another run
+    missingPins_.clear();
 }
 
 std::optional<Notice> MainForm::missingPinNotice(const Session& session) {

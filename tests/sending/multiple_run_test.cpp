@@ -104,6 +104,8 @@ TEST(MultipleRun, TellsOfPinsThatAreNotThereUntilTheNextRun) {
         bench.program.mainForm().extraPins.fill(names);
     };
     showPins({"WAKE"});
+    bench.play({"gone"});
+    EXPECT_EQ(notice(), "There is no Quick Command \"gone\"");
     bench.play({"* Wait 1 ms", "* Set LOW: A", "a", "* Set HIGH: WAKE", "* Set HIGH: B"});
     EXPECT_EQ(notice(), "Line 2: there is no extra pin \"A\", nor those of 1 more line");
     showPins({"WAKE", "A"});
