@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <string_view>
+#include <system_error>
 
 #include <fmt/format.h>
 
@@ -21,7 +22,8 @@ UnsavedWork::UnsavedWork(forms::Form& form, const Parts& parts)
 void UnsavedWork::compareFromNow() {
     compares_ = true;
     saved_ = present();
-    fileInUse_ = parts_.session.ConfigFileName;
+    std::error_code error; // a later program may run in another folder
+    fileInUse_ = std::filesystem::absolute(parts_.session.ConfigFileName, error).string();
 }
 
 bool UnsavedWork::differs() {
