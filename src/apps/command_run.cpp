@@ -117,9 +117,13 @@ int CommandRun::attempt() {
     }
 }
 
-int CommandRun::fail(const std::string& text, int code) {
+void CommandRun::warn(const std::string& text) {
     progress_.clear();
     fmt::print(errors_, "{}\n", text);
+}
+
+int CommandRun::fail(const std::string& text, int code) {
+    warn(text);
     return code;
 }
 

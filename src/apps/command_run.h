@@ -78,6 +78,8 @@ protected:
     [[nodiscard]] StandardInput& input() { return input_; }
     [[nodiscard]] const Clock& clock() const { return outlet_.clock(); }
     [[nodiscard]] std::ostream& output() { return output_; }
+    /// A line on `errors`; the command goes on.
+    void warn(const std::string& text);
     /// Null until the first word.
     [[nodiscard]] const WordReport* report() const { return report_.get(); }
 

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <functional>
 #include <limits>
+#include <set>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -46,10 +47,14 @@ private:
 
     [[nodiscard]] MultipleRun& multiple() { return program().mainForm().multiple; }
     void chooseCommands();
+    /// Once for each line.
+    void tellMissingPin(std::size_t line, const std::string& name);
 
     const RunOptions& options_;
     const RunReport* report_ = nullptr;
     Subscription lineBegins_;
+    Subscription pinMissing_;
+    std::set<std::size_t> toldLines_; ///< that set a pin which is not there
 };
 
 bool Run::prepare() {
@@ -79,9 +84,18 @@ std::unique_ptr<WordReport> Run::makeReport() {
         if (multiple().progress())
             interruption().check();
     });
+    pinMissing_ = multiple().pinMissing.follow(
+        [this](std::size_t line, const std::string& name) { tellMissingPin(line, name); });
     auto report = std::make_unique<RunReport>(program(), clock(), output(), options().outputs.json);
     report_ = report.get();
     return report;
+}
+
+void Run::tellMissingPin(std::size_t line, const std::string& name) {
+    constexpr std::size_t most = 80;
+    if (toldLines_.insert(line).second)
+        warn(
+            fmt::format("Line {}: there is no extra pin \"{}\".", line + 1, printable(name, most)));
 }
 
 bool Run::sendPass() {
@@ -90,9 +104,14 @@ bool Run::sendPass() {
 }
 
 std::string Run::where() const {
-    return report_ != nullptr && report_->isSending()
-               ? fmt::format("Word {}, {}: ", report_->words() + 1, report_->lineText())
-               : "";
+    if (report_ == nullptr)
+        return "";
+    if (report_->isSending())
+        return fmt::format("Word {}, {}: ", report_->words() + 1, report_->lineText());
+    // On the dongle that word may be none.
+    return report_->isAtPin() ? fmt::format("A pin goes with the word of the first page, {}: ",
+                                            report_->lineText())
+                              : "";
 }
 
 std::string Run::progressText() {

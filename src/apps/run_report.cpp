@@ -34,21 +34,13 @@ void RunReport::lineBegins(const std::string& line) {
     else if (tokens[1] == "Set")
         printObject(fmt::format(R"("kind":"pin",{},"pin":{},"level":"{}","known":{})", place(line),
                                 jsonString(tokens[3]), tokens[2] == "HIGH:" ? "high" : "low",
-                                hasPin(tokens[3])));
+                                program().mainForm().extraPins.has(tokens[3])));
 }
 
 void RunReport::waitBegins(const std::string& line, std::int64_t nanoseconds) {
     constexpr std::int64_t nanosecondsOfMillisecond = 1'000'000;
     printObject(fmt::format(R"("kind":"wait",{},"duration_ms":{})", place(line),
                             nanoseconds / nanosecondsOfMillisecond));
-}
-
-bool RunReport::hasPin(std::string_view name) const {
-    const ExtraPinRows& pins = program().mainForm().extraPins;
-    for (const auto& label : pins.lblSetNow)
-        if (label->visible() && label->caption() == name)
-            return true;
-    return false;
 }
 
 const std::optional<RunProgress>& RunReport::progress() const {
@@ -64,6 +56,11 @@ std::string RunReport::lineText() const {
     return progress()
                ? fmt::format("line {}, \"{}\"", progress()->line + 1, printable(command(), most))
                : "";
+}
+
+bool RunReport::isAtPin() const {
+    const std::string line = command();
+    return isInstruction(line) && splitCommand(line)[1] == "Set";
 }
 
 std::string RunReport::place() const {

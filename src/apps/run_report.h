@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace bitlux {
 
@@ -16,6 +15,8 @@ public:
 
     /// Where the run is, as `line 5, "read id"`; empty while none is on.
     [[nodiscard]] std::string lineText() const;
+    /// The run is at a line that sets a pin.
+    [[nodiscard]] bool isAtPin() const;
 
 private:
     [[nodiscard]] std::string place() const override;
@@ -23,7 +24,6 @@ private:
     void progressed();
     void lineBegins(const std::string& line);
     void waitBegins(const std::string& line, std::int64_t nanoseconds);
-    [[nodiscard]] bool hasPin(std::string_view name) const;
     [[nodiscard]] const std::optional<RunProgress>& progress() const;
     /// The text of the line that the run is at; empty while none is on.
     [[nodiscard]] std::string command() const;

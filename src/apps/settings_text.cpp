@@ -33,6 +33,11 @@ std::string extraPinText(const PinRows& rows) {
     return text.empty() ? "none" : text;
 }
 
+std::string donglePinText(const ExtraPinPage& pins) {
+    const std::vector<std::string> names = pins.dongleNames();
+    return names.empty() ? "none" : fmt::format("{}", fmt::join(names, ", "));
+}
+
 std::string addressText(const ConfigureDialog& dialog) {
     constexpr std::array addresses{"0x3BC", "0x378", "0x278"};
     for (const auto& box : dialog.chkHardCodeLPT)
@@ -87,6 +92,7 @@ SettingRows settingRows(Program& program) {
                                   dialog.cmbDI.text(), dialog.cmbCLK.text(), dialog.cmbDO.text())},
         {"Data pins", extraPinText(dialog.extraPins.dataPins)},
         {"Control pins", extraPinText(dialog.extraPins.controlPins)},
+        {"Dongle pins", donglePinText(dialog.extraPins)},
         {"Display", dialog.optBinary.value() ? "binary" : "hexadecimal"},
         {"Session Log", logText(dialog)},
         {"Part tabs", partTabText(dialog)},

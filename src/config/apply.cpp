@@ -70,9 +70,14 @@ void ConfigureDialog::emptyLists() {
     parts_.singleWord.cmdAll0Single_Click();
 }
 
+void ConfigureDialog::showDonglePins() {
+    if (usesDongle())
+        parts_.extraPins.fill(extraPins.dongleNames());
+}
+
 bool ConfigureDialog::applyToDongle() {
     // applySucceeded_ keeps its value, so that OK closes the dialog even after a refusal.
-    parts_.extraPins.fill(extraPins.dongleNames());
+    showDonglePins();
     if (!acceptWordLength())
         return false;
     if (session_.StartingUp != ConstOn)

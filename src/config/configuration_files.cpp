@@ -56,6 +56,10 @@ void ConfigurationFiles::read(const std::string& fileName) {
         say("Invalid File Format.");
         return;
     }
+    if (recoveredFrom_) {
+        session_.ConfigFileName.clear();
+        session_.ConfigDirty = ConstOn;
+    }
     fileUsed.raise();
     tellMissing(*missing);
 }
@@ -71,8 +75,15 @@ std::optional<std::vector<std::string>> ConfigurationFiles::play(const std::stri
                                fileName);
     if (!reader.isConfiguration())
         return std::nullopt;
+    replacing.raise();
+    recoveredFrom_.reset();
     const Hourglass hourglass(parts_.desk.pointer);
+    // What a file has brought goes with it; what a hand has ticked and not saved stays.
+    if (std::exchange(fileHasDonglePins_, false))
+        dialog().extraPins.clearDonglePins();
     reader.read();
+    fileHasDonglePins_ = reader.hasDonglePins();
+    recoveredFrom_ = reader.recoveredFrom();
     return reader.missingChips();
 }
 
@@ -104,6 +115,7 @@ void ConfigurationFiles::saveAs(const std::optional<std::string>& fileName) {
     const std::string note = write(*fileName);
     session_.ConfigFileName = *fileName;
     session_.ConfigDirty = ConstOff;
+    recoveredFrom_.reset();
     fileUsed.raise();
     if (!note.empty())
         say(note);
@@ -111,8 +123,7 @@ void ConfigurationFiles::saveAs(const std::optional<std::string>& fileName) {
 
 std::string ConfigurationFiles::write(const std::string& fileName) {
     const Hourglass hourglass(parts_.desk.pointer);
-    const std::string text = configurationText(configurationSettings(dialog(), session_, tabs),
-                                               session_, parts_.commands.toSend());
+    const std::string content = text();
     const std::size_t before = namedCommandsIn(fileName);
     const std::size_t now = namedCommands(session_.QuickCommandTable);
     std::string note;
@@ -120,8 +131,17 @@ std::string ConfigurationFiles::write(const std::string& fileName) {
         note = fmt::format("The file had {} Quick Commands and has {} now.{}"
                            "The old file is kept as \"{}\".",
                            before, now, lineBreak, keepOldFile(fileName));
-    replaceFile(fileName, text);
+    replaceFile(fileName, content);
+    fileHasDonglePins_ = !dialog().extraPins.dongleNames().empty();
     return note;
+}
+
+std::string ConfigurationFiles::text() {
+    std::vector<ConfigurationSetting> atTheEnd;
+    if (!dialog().extraPins.dongleNames().empty())
+        atTheEnd = donglePinSettings(dialog());
+    return configurationText(configurationSettings(dialog(), session_, tabs), session_,
+                             parts_.commands.toSend(), atTheEnd);
 }
 
 std::optional<std::string> ConfigurationFiles::ask(FileDialog::Kind kind) {
@@ -129,7 +149,7 @@ std::optional<std::string> ConfigurationFiles::ask(FileDialog::Kind kind) {
         {.kind = kind,
          .title = kind == FileDialog::Kind::Open ? "Open Configuration" : "Save Configuration",
          .filter = "SPI Config Files (*.spi)|*.spi|All Files (*.*)|*.*",
-         .fileName = session_.ConfigFileName});
+         .fileName = recoveredFrom_.value_or(session_.ConfigFileName)});
 }
 
 void ConfigurationFiles::tellMissing(const std::vector<std::string>& chips) {

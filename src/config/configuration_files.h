@@ -43,7 +43,8 @@ public:
     /// Asks for a file, or takes the one of the command line, and reads it. A file that is no
     /// configuration changes nothing but its name. A damaged record ends the reading with Failure,
     /// which names file, line and reason; what stood before it has acted. After a Failure no file
-    /// is in use, so that Save asks.
+    /// is in use, so that Save asks; nor is one when the file holds recovered work: Save asks, and
+    /// starts on the file that it is a change of.
     void itemOpen_Click();
     /// Writes to the file in use, or asks for one. A file that has more Quick Commands than there
     /// are now is kept with "~" behind its name, and a box says so. Raises Failure when the file
@@ -53,13 +54,21 @@ public:
     void itemSaveAs_Click();
     /// Reads this file, without asking for one.
     void open(const std::string& fileName);
+    /// What Save would write; raises Failure as it does.
+    [[nodiscard]] std::string text();
+    /// The file that recovered work is a change of, until it is saved or another file is opened;
+    /// empty for work that had no file.
+    [[nodiscard]] const std::optional<std::string>& recoveredFrom() const { return recoveredFrom_; }
 
-    /// A file was opened or saved as a whole; its name is ConfigFileName.
+    /// A file is about to replace all there is.
+    Event<> replacing;
+    /// A file was opened or saved as a whole; its name is ConfigFileName, which is empty for
+    /// recovered work.
     Event<> fileUsed;
 
 private:
     void read(const std::string& fileName);
-    /// False for a file that is no configuration.
+    /// The chips that have no file; nothing for a file that is no configuration.
     std::optional<std::vector<std::string>> play(const std::string& fileName);
     void saveAs(const std::optional<std::string>& fileName);
     /// Gives what the user has to know about it.
@@ -70,6 +79,8 @@ private:
 
     Parts parts_;
     Session& session_;
+    std::optional<std::string> recoveredFrom_;
+    bool fileHasDonglePins_ = false; ///< the one that was opened or saved last
 
 public:
     forms::MenuItem itemOpen;

@@ -1,5 +1,6 @@
 #include "config/configuration_reader.h"
 
+#include "config/recovered_origin.h"
 #include "platform/code_page.h"
 #include "platform/conversions.h"
 #include "platform/failure.h"
@@ -72,6 +73,20 @@ ConfigurationReader::ConfigurationReader(const Parts& parts, const std::string& 
             missingChips_.push_back(name);
     };
     actions_["[BatchItem]"] = [this](const RecordValue& value) { batchItem(value); };
+    actions_[std::string(recoveredFromKey)] = [this](const RecordValue& value) {
+        recoveredFrom_ = unescapedName(textOf(value));
+    };
+    addDonglePins();
+}
+
+void ConfigurationReader::addDonglePins() {
+    for (ConfigurationSetting& setting : donglePinSettings(parts_.dialog))
+        actions_[setting.key] = [this, read = std::move(setting.read)](const RecordValue& value) {
+            hasDonglePins_ = true;
+            read(value);
+            if (applied_) // once more would empty the lists
+                parts_.dialog.showDonglePins();
+        };
 }
 
 bool ConfigurationReader::isConfiguration() {
@@ -139,6 +154,7 @@ void ConfigurationReader::play(std::string_view line) {
 void ConfigurationReader::applyNow() {
     parts_.dialog.setVisible(false);
     parts_.dialog.cmdApply_Click();
+    applied_ = true;
     parts_.emptied.forget(); // of what was open before
     session_.QuickCommandTable.recreate(session_.SPIWordLength);
     nextCommandIsFirst_ = true;

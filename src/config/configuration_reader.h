@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -45,10 +46,15 @@ public:
     void read();
     /// The chips of users that the file enables and that have no file.
     [[nodiscard]] const std::vector<std::string>& missingChips() const { return missingChips_; }
+    /// Of recovered work the file that it is a change of, empty for none.
+    [[nodiscard]] const std::optional<std::string>& recoveredFrom() const { return recoveredFrom_; }
+    /// Whether a record of the file was an extra pin of the dongle.
+    [[nodiscard]] bool hasDonglePins() const { return hasDonglePins_; }
 
 private:
     using Action = std::function<void(const RecordValue& value)>;
 
+    void addDonglePins();
     void reset();
     void play(std::string_view line);
     void applyNow();
@@ -63,7 +69,10 @@ private:
     LineReader file_;
     std::unordered_map<std::string, Action> actions_; ///< by key
     std::vector<std::string> missingChips_;
+    std::optional<std::string> recoveredFrom_;
     bool isVersion2_ = false;
+    bool applied_ = false; ///< [ApplyNow] was met
+    bool hasDonglePins_ = false;
     bool nextCommandIsFirst_ = false; ///< from [ApplyNow] to the first Quick Command
     std::vector<std::int16_t> bits_;  ///< of the Quick Command that is read
 };

@@ -178,4 +178,11 @@ std::vector<ConfigurationSetting> configurationSettings(ConfigureDialog& dialog,
     return settings;
 }
 
+std::vector<ConfigurationSetting> donglePinSettings(ConfigureDialog& dialog) {
+    Settings settings;
+    for (const auto& box : dialog.extraPins.Check)
+        settings.push_back(check(fmt::format("[Dongle{}Enable]", box->caption()), *box));
+    return settings;
+}
+
 } // namespace bitlux

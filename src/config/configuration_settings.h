@@ -40,4 +40,7 @@ struct PartTabAccess {
 std::vector<ConfigurationSetting> configurationSettings(ConfigureDialog& dialog, Session& session,
                                                         const PartTabAccess& tabs);
 
+/// The extra pins of the dongle, which stand at the end of a file when one of them is enabled.
+std::vector<ConfigurationSetting> donglePinSettings(ConfigureDialog& dialog);
+
 } // namespace bitlux

@@ -97,7 +97,8 @@ private:
 
 std::string configurationText(const std::vector<ConfigurationSetting>& settings,
                               const Session& session,
-                              const std::vector<std::string>& commandsToSend) {
+                              const std::vector<std::string>& commandsToSend,
+                              const std::vector<ConfigurationSetting>& atTheEnd) {
     Records records;
     records.addText("Bitlux Configuration File (Version 3.x.x)", "Verification Line");
     for (const ConfigurationSetting& setting : settings)
@@ -113,6 +114,8 @@ std::string configurationText(const std::vector<ConfigurationSetting>& settings,
     for (int n = 1; n < session.BatchCount(); ++n)
         for (const std::string& line : session.lstBatchList(n))
             records.addText("[BatchItem]", fmt::format("{} {}", n, line));
+    for (const ConfigurationSetting& setting : atTheEnd)
+        records.add(setting.key, setting.value());
     return records.take();
 }
 

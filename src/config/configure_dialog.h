@@ -61,6 +61,9 @@ public:
     void chkHardCodeLPT_Click(int index);
     void TabStripConfig_Click();
     void chkEnableLog_Click();
+    /// Fills the rows of the main form with the pins that are enabled on the dongle, where it is in
+    /// use.
+    void showDonglePins();
     /// Shows the settings of the bus that a search for the dongle has left.
     void arrangeFor(DongleLink::Found found);
 

@@ -143,6 +143,11 @@ std::vector<std::string> ExtraPinPage::dongleNames() const {
     return names;
 }
 
+void ExtraPinPage::clearDonglePins() {
+    for (const auto& box : Check)
+        box->setValue(0);
+}
+
 void ExtraPinPage::enterPinMaps(Session& session) const {
     for (int row = 0; row < dataPins.count(); ++row)
         if (dataPins.enabled(row))

@@ -49,6 +49,8 @@ public:
     [[nodiscard]] std::vector<std::string> dongleNames() const;
     /// Of a pin of the dongle, 0 to 8.
     [[nodiscard]] static std::string donglePinName(int pin);
+    /// Enables no pin of the dongle.
+    void clearDonglePins();
     /// Names the bits of the pins that are enabled on the port and makes them low.
     void enterPinMaps(Session& session) const;
 

@@ -8,6 +8,7 @@
 #include "gui/help_window.h"
 #include "gui/notice_view.h"
 #include "gui/recent_menu.h"
+#include "gui/recovered_menu.h"
 #include "gui/run_progress_view.h"
 #include "gui/save_batch_view.h"
 #include "gui/sheet_view.h"
@@ -20,7 +21,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
-#include <QFileInfo>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScrollArea>
@@ -53,7 +53,10 @@ QString draggedFile(const QMimeData& data) {
 } // namespace
 
 MainWindow::MainWindow(Program& program, UserSettings settings)
-    : program_(program), settings_(std::move(settings)), binder_(program.forms()) {
+    : program_(program),
+      settings_(std::move(settings)),
+      binder_(program.forms()),
+      title_(program, *this) {
     setAcceptDrops(true);
     program.waveform().keepLast();
     auto* scroll = new QScrollArea(this);
@@ -72,6 +75,7 @@ MainWindow::MainWindow(Program& program, UserSettings settings)
     statusBar()->addWidget(notice_);
     statusBar()->setSizeGripEnabled(false); // the window's own border does that
     makeMenus();
+    binder_.bind(program.mainForm().unsaved.timer_keep, *new QTimer(this));
     subscriptions_ = {
         binder_.flushed.follow([this] { refresh(); }),
         program_.forms().formShown.follow([this](forms::Form& form) { formShown(form); }),
@@ -136,6 +140,12 @@ void MainWindow::makeFileMenu() {
     menuItem(file, form.files.itemOpen)->setShortcut(QKeySequence::Open);
     file.addMenu(new RecentMenu(
         settings_, [this](const QString& name) { openFile(name); }, this));
+    file.addMenu(new RecoveredMenu([&form] { return form.unsaved.recovered(); },
+                                   [this](const RecoveredFile& work) {
+                                       program_.openRecovered(work);
+                                       binder_.flushSoon();
+                                   },
+                                   this));
     menuItem(file, form.files.itemSave)->setShortcut(QKeySequence::Save);
     menuItem(file, form.files.itemSaveAs)->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_S);
     file.addSeparator();
@@ -145,7 +155,16 @@ void MainWindow::makeFileMenu() {
     menuItem(file, form.log.itemSaveLogAs);
     menuItem(file, form.log.itemClearLog);
     file.addSeparator();
-    menuItem(file, form.itemExit)->setShortcut(QKeySequence::Quit);
+    addExit(file, form.itemExit);
+}
+
+void MainWindow::addExit(QMenu& menu, forms::MenuItem& item) {
+    auto* exit = new QAction(this);
+    binder_.bind(item, *exit);
+    disconnect(exit, &QAction::triggered, exit, nullptr); // from the handler
+    connect(exit, &QAction::triggered, this, [this] { program_.exit(); });
+    exit->setShortcut(QKeySequence::Quit);
+    menu.addAction(exit);
 }
 
 QAction* MainWindow::menuItem(QMenu& menu, forms::MenuItem& item) {
@@ -191,19 +210,8 @@ FormDialog* MainWindow::makeDialog(forms::Form& form) {
 }
 
 void MainWindow::refresh() {
-    updateTitle();
+    title_.follow();
     updateStatus();
-}
-
-void MainWindow::updateTitle() {
-    const Session& session = program_.session();
-    QString name = QFileInfo(QString::fromStdString(session.ConfigFileName)).fileName();
-    name.replace("[*]", "[*][*]"); // the toolkit's mark of a changed file
-    setWindowTitle(name.isEmpty() ? QString("%1[*]").arg(applicationTitle)
-                                  : QString("%1[*] - %2").arg(name, applicationTitle));
-    const bool changed = session.ConfigDirty == ConstOn;
-    if (isWindowModified() != changed)
-        setWindowModified(changed);
 }
 
 void MainWindow::updateStatus() {
@@ -259,7 +267,8 @@ void MainWindow::restorePlace() {
 }
 
 void MainWindow::noteFileUsed() {
-    settings_.fileUsed(QString::fromStdString(program_.session().ConfigFileName));
+    if (const std::string& name = program_.session().ConfigFileName; !name.empty())
+        settings_.fileUsed(QString::fromStdString(name));
     binder_.flushSoon();
 }
 

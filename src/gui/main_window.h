@@ -5,6 +5,7 @@
 #include "gui/main_view.h"
 #include "gui/panel_view.h"
 #include "gui/user_settings.h"
+#include "gui/work_title.h"
 #include "program/program.h"
 
 #include <array>
@@ -51,12 +52,13 @@ private:
     void makeMenus();
     void makeFileMenu();
     void makeHelpMenu();
+    /// Its handler asks about changes when all else is closed; a hand is asked first.
+    void addExit(QMenu& menu, forms::MenuItem& item);
     QAction* menuItem(QMenu& menu, forms::MenuItem& item);
     void formShown(forms::Form& form);
     void formGoing(forms::Form& form);
     FormDialog* makeDialog(forms::Form& form);
     void refresh();
-    void updateTitle();
     void updateStatus();
     void noteFileUsed();
     void openFile(const QString& fileName);
@@ -70,6 +72,7 @@ private:
     Program& program_;
     UserSettings settings_;
     Binder binder_;
+    WorkTitle title_;
     MainView* view_;
     ElidedLabel* bus_;
     NoticeView* notice_;

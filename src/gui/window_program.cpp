@@ -8,6 +8,7 @@
 #include "gui/qt_desk.h"
 #include "gui/termination_signals.h"
 #include "gui/theme.h"
+#include "platform/linux/user_folder.h"
 
 #include <cstdlib>
 #include <iostream>
@@ -39,21 +40,15 @@ void setUp(Program& program) {
     program.session().ConfigDirty = ConstOff;
 }
 
-/// Ends the program, after its question; at once when that is on the screen already.
-void endBySignal(Program& program) {
-    if (program.closing())
-        program.end();
-    else
-        program.close(Program::Closing::System);
-}
-
-/// The end of the user's session.
+/// The end of the user's session, which a user who wants to stay calls off.
 void endWithSession(Program& program, QSessionManager& manager) {
     if (!manager.allowsInteraction()) {
         program.end();
         return;
     }
     program.close(Program::Closing::System);
+    if (program.running())
+        manager.cancel();
     manager.release();
 }
 
@@ -102,13 +97,15 @@ int runInWindow(const std::string& commandLine, const Hardware& hardware, Virtua
     int result = 0;
     {
         const Stage stage(program, bench, settings);
-        const TerminationSignals termination([&program] { endBySignal(program); });
+        const TerminationSignals termination([&program] { program.end(); });
         QObject::connect(
             qApp, &QGuiApplication::commitDataRequest, &termination,
             [&program](QSessionManager& manager) { endWithSession(program, manager); });
         program.Main(commandLine);
-        if (program.running()) // it may have ended in a box about the file
+        if (program.running()) { // it may have ended in a box about the file
+            program.mainForm().unsaved.keepIn(stateFolder());
             result = QApplication::exec();
+        }
     }
     runningProgram = nullptr;
     return result;

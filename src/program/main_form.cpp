@@ -94,7 +94,8 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
                     .log = log,
                     .run = run,
                     .desk = parts.desk}),
-      notices(*this) {
+      notices(*this),
+      unsaved(*this, {.session = parts.session, .run = run, .commands = commands, .files = files}) {
     run.sendSingle = [this] { singleWord.DoSPISingle(); };
     run.sendMultiple = [this] {
         multiple.DoSPIMultiple();
@@ -120,9 +121,17 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
 void MainForm::addNotices(const Parts& parts) {
     multiple.wordMissing.subscribe([this](const std::string& name) { missingWord_ = name; });
     parts.engine.wordStarting.subscribe([this] { missingWord_.reset(); });
-    files.fileUsed.subscribe([this] { missingWord_.reset(); });
+    multiple.pinMissing.subscribe(
+        [this](std::size_t line, const std::string& name) { missingPins_.emplace(line, name); });
+    multiple.progressChanged.subscribe([this] { noteRunProgress(); });
+    files.fileUsed.subscribe([this] {
+        missingWord_.reset();
+        missingPins_.clear();
+    });
     const Session& session = parts.session;
     notices.add([this, &session] { return missingWordNotice(session); });
+    notices.add([this, &session] { return missingPinNotice(session); });
+    notices.add([this] { return unsaved.notice(); });
     notices.add([this, &session] { return shapeNotice(session); });
     notices.add([this] { return emptiedNotice(); });
 }
@@ -139,6 +148,29 @@ std::optional<Notice> MainForm::missingWordNotice(const Session& session) {
     return Notice{.text = fmt::format("\"{}\" has no word: Apply emptied it", name),
                   .button = "Restore",
                   .procedure = "RestoreQuickCommands"};
+}
+
+void MainForm::noteRunProgress() {
+    const std::optional<RunProgress>& now = multiple.progress();
+    if (!now || now->line != 0 || now->pass > 1)
+        return;
+    missingWord_.reset(); // those of another run
+    missingPins_.clear();
+}
+
+std::optional<Notice> MainForm::missingPinNotice(const Session& session) {
+    constexpr std::size_t longestName = 40;
+    if (session.ActiveMainTab != batchTab)
+        missingPins_.clear();
+    std::erase_if(missingPins_, [this](const auto& pin) { return extraPins.has(pin.second); });
+    if (missingPins_.empty())
+        return {};
+    const auto& [line, name] = *missingPins_.begin();
+    std::string text = fmt::format("Line {}: there is no extra pin \"{}\"", line + 1,
+                                   printable(name, longestName));
+    if (const std::size_t more = missingPins_.size() - 1; more > 0)
+        text += fmt::format(", nor those of {} more line{}", more, more == 1 ? "" : "s");
+    return Notice{.text = text};
 }
 
 std::optional<Notice> MainForm::shapeNotice(const Session& session) const {

@@ -9,6 +9,7 @@
 #include "platform/forms/form.h"
 #include "program/main_tabs.h"
 #include "program/status_notices.h"
+#include "program/unsaved_work.h"
 #include "sending/batches.h"
 #include "sending/command_editor.h"
 #include "sending/command_lists.h"
@@ -24,6 +25,8 @@
 #include "transfer/pin_layer.h"
 #include "transfer/word_engine.h"
 
+#include <cstddef>
+#include <map>
 #include <optional>
 #include <string>
 
@@ -54,7 +57,11 @@ private:
     [[nodiscard]] std::optional<Notice> shapeNotice(const Session& session) const;
     [[nodiscard]] std::optional<Notice> emptiedNotice() const;
 
-    std::optional<std::string> missingWord_; ///< the name at which the last run ended
+    void noteRunProgress();
+    [[nodiscard]] std::optional<Notice> missingPinNotice(const Session& session);
+
+    std::optional<std::string> missingWord_;         ///< the name at which the last run ended
+    std::map<std::size_t, std::string> missingPins_; ///< of the last run, by line from 0
 
 public:
     forms::Label labelMainTitle;
@@ -85,6 +92,7 @@ public:
     zt72517::PspiPage pspi; ///< on page 3
     ConfigurationFiles files;
     StatusNotices notices;
+    UnsavedWork unsaved;
 };
 
 } // namespace bitlux

@@ -152,6 +152,10 @@ void Program::open(const std::string& fileName) {
     });
 }
 
+void Program::openRecovered(const RecoveredFile& file) {
+    forms_.perform("frmMain.itemOpen.Click", [&] { mainForm_->unsaved.open(file); });
+}
+
 void Program::openChip(const std::string& fileName) {
     forms_.perform("frmMain.itemOpenChip.Click", [&] { keepChip(fileName); });
 }
@@ -362,15 +366,37 @@ void Program::close(Closing who) {
     mainForm_->call("Form_Unload");
 }
 
+void Program::exit() {
+    if (closing_ || !running_)
+        return;
+    const ScopedValue settled(settled_, false);
+    {
+        const ScopedValue closing(closing_, true);
+        forms_.perform("frmMain.itemExit.Click",
+                       [this] { mainForm_->run.cmdStopContinuous_Click(); });
+        if (!mayEnd())
+            return;
+    }
+    forms_.perform("frmMain.itemExit.Click", [this] { itemExit_Click(); });
+}
+
 void Program::Form_Unload() {
+    if (settled_ || mayEnd())
+        end();
+}
+
+bool Program::mayEnd() {
     const MessageBox question{.text = "Save configuration before exiting?",
                               .title = "Last Chance to Save",
                               .buttons = MessageBox::Buttons::YesNo,
-                              .icon = MessageBox::Icon::Question};
-    const bool wantsSave =
-        session_.ConfigDirty == ConstOn && desk_.boxes.show(question) == MessageBox::Answer::Yes;
-    if (!wantsSave || saveBeforeEnd() || systemEnds_)
-        end();
+                              .icon = MessageBox::Icon::Question,
+                              .canBeLeft = true};
+    const MessageBox::Answer answer =
+        session_.ConfigDirty == ConstOn ? desk_.boxes.show(question) : MessageBox::Answer::No;
+    if (answer != MessageBox::Answer::Yes && answer != MessageBox::Answer::No)
+        return false; // the box was left
+    settled_ = answer == MessageBox::Answer::No || saveBeforeEnd();
+    return settled_ || systemEnds_;
 }
 
 bool Program::saveBeforeEnd() {
@@ -383,6 +409,7 @@ void Program::end() {
         return;
     running_ = false;
     mainForm_->run.cmdStopContinuous_Click();
+    mainForm_->unsaved.end(settled_);
     mainForm_->multiple.abandon();
     panels_.abandonRuns();
     unloadPanels();

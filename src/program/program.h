@@ -47,10 +47,14 @@ public:
     enum class Closing { User, System };
     /// The close box: stops a continuous run, asks whether to save changed settings, and ends the
     /// program. When they were to be saved and are not, the program goes on, unless it is the
-    /// system that ends it. Harmless when repeated, also while the question is shown.
+    /// system that ends it; so it does when the question is left without Yes or No. Harmless when
+    /// repeated, also while the question is shown.
     void close(Closing who = Closing::User);
-    /// An orderly end without a question: a continuous run stops, the dongle is closed and the
-    /// pins go idle. Harmless when repeated.
+    /// Exit by a hand: as close(), with the question before anything closes, and then the handler
+    /// of the menu item.
+    void exit();
+    /// An orderly end without a question: a continuous run stops, unsaved work is kept where the
+    /// front end wants that, the dongle is closed and the pins go idle. Harmless when repeated.
     void end();
     [[nodiscard]] bool running() const { return running_; }
     /// Whether close() is under way; the question about saving may be on the screen.
@@ -58,6 +62,8 @@ public:
     /// Opens a configuration file that the user chose without a dialog. A failure ends in a box;
     /// when there is no such file, nothing changes.
     void open(const std::string& fileName);
+    /// Opens unsaved work that was kept; a failure ends in a box.
+    void openRecovered(const RecoveredFile& file);
 
     /// Keeps the file of a chip from anywhere in the user's folder and shows its tab, after a
     /// question when the folder has another one of its name. A failure ends in a box.
@@ -103,6 +109,8 @@ private:
     void openFromCommandLine(const std::string& commandLine);
     void itemExit_Click();
     void Form_Unload();
+    /// Asks whether to save what has changed. False when the user stays, or when the save fails.
+    [[nodiscard]] bool mayEnd();
     [[nodiscard]] bool saveBeforeEnd();
     void putIdleLevelsOnPins();
     void Start_USB();
@@ -135,6 +143,7 @@ private:
     Panels panels_;
     bool running_ = false;
     bool closing_ = false;
+    bool settled_ = false;    ///< the user has said what becomes of the changes
     bool systemEnds_ = false; ///< and it does not wait for a save that succeeds
     bool searching_ = false;
 };

@@ -2,6 +2,8 @@
 
 #include "transfer/extra_pins.h"
 
+#include <algorithm>
+
 #include <fmt/format.h>
 
 namespace bitlux {
@@ -104,6 +106,12 @@ void ExtraPinRows::fill(const std::vector<std::string>& names) {
         if (used)
             showRow(row, names[static_cast<std::size_t>(row)]);
     }
+}
+
+bool ExtraPinRows::has(std::string_view name) const {
+    return std::any_of(lblSetNow.begin(), lblSetNow.end(), [name](const auto& label) {
+        return label->visible() && label->caption() == name;
+    });
 }
 
 void ExtraPinRows::showRow(int row, const std::string& name) {

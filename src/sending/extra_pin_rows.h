@@ -15,6 +15,7 @@
 #include <array>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace bitlux {
@@ -41,6 +42,8 @@ public:
 
     /// Shows a row for each name, at most rowCount, and hides the rows that are left.
     void fill(const std::vector<std::string>& names);
+    /// Whether a row in sight has this name.
+    [[nodiscard]] bool has(std::string_view name) const;
 
     void cmdToggleHigh_Click(int index);
     void cmdToggleLow_Click(int index);

@@ -133,6 +133,8 @@ std::int64_t MultipleRun::remainingWait() const {
 
 void MultipleRun::setPins(const CommandTokens& tokens) {
     const ExtraPinRows& pins = parts_.extraPins;
+    if (!pins.has(tokens[3]))
+        pinMissing.raise(progress_->line, std::string(tokens[3]));
     for (int row = 0; row < ExtraPinRows::rowCount; ++row) {
         const forms::Label& label = pins.lblSetNow(row);
         if (!label.visible() || label.caption() != tokens[3])

@@ -62,6 +62,8 @@ public:
     Event<> progressChanged;
     /// A line names a Quick Command that has no word, which ends the run.
     Event<const std::string&> wordMissing;
+    /// A line, counted from 0, sets an extra pin of this name, and there is none; the run goes on.
+    Event<std::size_t, const std::string&> pinMissing;
 
     /// Ends a run at the line it is at, its wait too; for the end of the program.
     void abandon() { abandoned_ = true; }

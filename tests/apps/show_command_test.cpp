@@ -26,6 +26,7 @@ TEST(ShowCommand, PrintsWhatAFileHolds) {
                               "  Port pins     CS 2, DI 3, CLK 4, DO 12\n"
                               "  Data pins     EN on 5\n"
                               "  Control pins  none\n"
+                              "  Dongle pins   none\n"
                               "  Display       hexadecimal\n"
                               "  Session Log   on, 5 words of continuous sending\n"
                               "  Part tabs     none\n"

@@ -210,6 +210,48 @@ TEST(ConfigurationFile, LeavesThePinsOfThePortAloneWhileTheDongleIsReady) {
     EXPECT_TRUE(bench.session().USBReady);
 }
 
+TEST(ConfigurationFile, EndsWithThePinsOfTheDongleWhenOneIsEnabled) {
+    FileBench bench("4");
+    bench.save("read id", "A");
+    const std::string none = bench.folder.path("none.spi");
+    const std::string two = bench.folder.path("two.spi");
+    bench.saveAs(none);
+    bench.program.dialog().extraPins.Check(1).setValue(1);
+    bench.program.dialog().extraPins.Check(8).setValue(1);
+    bench.saveAs(two);
+    EXPECT_EQ(contentOf(two), contentOf(none) + "\"[DongleData0Enable]\",0\r\n"
+                                                "\"[DongleData1Enable]\",1\r\n"
+                                                "\"[DongleData2Enable]\",0\r\n"
+                                                "\"[DongleData3Enable]\",0\r\n"
+                                                "\"[DongleData4Enable]\",0\r\n"
+                                                "\"[DongleControl0Enable]\",0\r\n"
+                                                "\"[DongleControl1Enable]\",0\r\n"
+                                                "\"[DongleControl2Enable]\",0\r\n"
+                                                "\"[DongleControl3Enable]\",1\r\n");
+
+    // They reach the rows behind the Apply of the file, which empties no list a second time.
+    std::string onDongle = contentOf(two);
+    const std::string mode = "\"[SerialMode]\",";
+    onDongle.replace(onDongle.find(mode) + mode.size(), 1, "1");
+    TestBench other("loopback", {}, TestBench::WithDongle::Yes);
+    const auto rows = [&other] {
+        Texts names;
+        for (const auto& label : other.program.mainForm().extraPins.lblSetNow)
+            if (label->visible())
+                names.push_back(label->caption());
+        return names;
+    };
+    other.program.open(bench.folder.write("dongle.spi", onDongle));
+    EXPECT_EQ(rows(), (Texts{"Data 1", "Control 3"}));
+    EXPECT_EQ(other.get<forms::ComboBox>("frmMain.cmbMasterQCList").items(), Texts{"read id"});
+    // What a file has brought goes with it; what a hand has ticked stays.
+    other.program.open(none);
+    EXPECT_EQ(other.program.dialog().extraPins.dongleNames(), Texts{});
+    other.program.dialog().extraPins.Check(0).setValue(1);
+    other.program.open(none);
+    EXPECT_EQ(other.program.dialog().extraPins.dongleNames(), Texts{"Data 0"});
+}
+
 TEST(ConfigurationFile, AddsATabOnceAndAtMostFour) {
     FileBench bench;
     const forms::TabStrip& tabs = bench.get<forms::TabStrip>("frmMain.TabStripMain");
@@ -237,6 +279,8 @@ TEST(ConfigurationFile, ThatIsDamagedTellsLineAndReason) {
           {R"("[BinaryMode]","perhaps")", R"("perhaps" is no number)"},
           {R"("[EnableLog]","on")", R"("on" is no number)"},
           {R"("[EnableLog]",7)", "The value 7 does not exist in frmConfigureSPI.chkEnableLog"},
+          {R"("[DongleData4Enable]",7)", "The value 7 does not exist in frmConfigureSPI.Check(4)"},
+          {R"("[DongleControl0Enable]","on")", R"("on" is no number)"},
           {R"("[SPIBaudRate]",70000)", "Overflow"},
           {R"("[SPIType]",9)", "The tab 9 does not exist"},
           {R"("[CSpin]","1")", R"(The entry "1" does not exist in frmConfigureSPI.cmbCS)"},

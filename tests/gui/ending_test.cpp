@@ -6,6 +6,7 @@
 #include <csignal>
 #include <functional>
 
+#include <QDir>
 #include <QFile>
 #include <QMessageBox>
 #include <QProcess>
@@ -96,22 +97,56 @@ TEST(Ending, ByExitClosesEveryWindow) {
         EXPECT_FALSE(window->isVisible()) << window->windowTitle().toStdString();
 }
 
-TEST(Ending, BySignalAsksAndASecondOneDoesNot) {
+TEST(Ending, IsCalledOffByWhoLeavesTheQuestion) {
     LiveWindow live;
-    std::vector<bool> closing;
-    const gui::TerminationSignals termination([&] {
-        closing.push_back(live.program.closing());
-        if (live.program.closing())
-            live.program.end();
-        else
-            live.program.close();
-    });
-    whenAsked([](QMessageBox&) { std::raise(SIGINT); });
-    std::raise(SIGTERM);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !live.program.running(); }, 30000));
-    EXPECT_EQ(closing, (std::vector{false, true}));
-    EXPECT_EQ(question(), nullptr);
+    live.program.session().ConfigDirty = ConstOn;
+    live.program.dialog().setVisible(true);
+    auto& exit = *live.window->findChild<QAction*>("frmMain.itemExit");
+    const auto isWhole = [&live] {
+        return live.program.running() && live.window->isVisible() &&
+               live.program.dialog().visible();
+    };
+    const std::array<std::function<void(QMessageBox&)>, 2> ways{
+        [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); },
+        [](QMessageBox& box) { box.close(); }};
+    for (const auto& leave : ways) {
+        const auto ask = [&](QMessageBox& box) {
+            EXPECT_TRUE(isWhole()) << "it asks first";
+            EXPECT_EQ(box.text(), "Save configuration before exiting?");
+            leave(box);
+        };
+        whenAsked(ask);
+        live.window->close();
+        EXPECT_TRUE(isWhole());
+        whenAsked(ask);
+        exit.trigger();
+        EXPECT_TRUE(isWhole());
+    }
+    whenAsked([](QMessageBox& box) { box.button(QMessageBox::No)->click(); });
+    exit.trigger();
+    EXPECT_FALSE(live.program.running()) << "and asks once";
     EXPECT_FALSE(live.window->isVisible());
+}
+
+TEST(Ending, BySignalKeepsTheWorkWithoutAQuestion) {
+    const TemporaryFolder state;
+    for (const bool isAsking : {false, true}) { // a question on the screen goes
+        LiveWindow live;
+        live.program.mainForm().unsaved.keepIn(state.path());
+        live.program.dialog().txtPartName.setText("ADC");
+        live.program.session().ConfigDirty = ConstOn;
+        const gui::TerminationSignals termination([&] { live.program.end(); });
+        if (isAsking) {
+            whenAsked([](QMessageBox&) { std::raise(SIGINT); });
+            live.window->close();
+        } else {
+            std::raise(SIGTERM);
+        }
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !live.program.running(); }, 30000));
+        EXPECT_EQ(question(), nullptr);
+        EXPECT_FALSE(live.window->isVisible());
+        EXPECT_TRUE(RecoveredFiles(state.path()).left());
+    }
 }
 
 /// Whether a process has a handler for SIGTERM.
@@ -127,7 +162,8 @@ bool minds(qint64 process) {
 TEST(Ending, OfTheRealProgramBySignalIsOrderly) {
     const TemporaryFolder folder; // no settings of the user's
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("XDG_CONFIG_HOME", QString::fromStdString(folder.path()));
+    for (const char* variable : {"XDG_CONFIG_HOME", "XDG_STATE_HOME"})
+        environment.insert(variable, QString::fromStdString(folder.path()));
     QProcess process;
     process.setProcessEnvironment(environment);
     process.start(BITLUX_BENCH_PROGRAM, QStringList());
@@ -137,7 +173,9 @@ TEST(Ending, OfTheRealProgramBySignalIsOrderly) {
     ASSERT_TRUE(process.waitForFinished(30000));
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(process.exitCode(), 0);
-    EXPECT_TRUE(QFile::exists(QString::fromStdString(folder.path("bitlux-forge/window.conf"))));
+    EXPECT_EQ(QDir(QString::fromStdString(folder.path("bitlux-forge"))).entryList(QDir::Files),
+              QStringList{"window.conf"})
+        << "no marker and no work is left";
 }
 
 TEST(CommandLine, IsOneNameAsItStands) {

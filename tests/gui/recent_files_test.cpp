@@ -155,6 +155,40 @@ TEST(MainWindow, NamesTheFileInItsTitle) {
     EXPECT_TRUE(bench.window.isWindowModified());
     bench.save("one.spi");
     EXPECT_FALSE(bench.window.isWindowModified());
+    bench.entries()[0]->trigger();
+    bench.settle();
+    EXPECT_EQ(bench.session().ConfigDirty, ConstOn);
+    EXPECT_FALSE(bench.window.isWindowModified()) << "it was merely opened";
+    bench.program.dialog().txtPartName.setText("ADC");
+    bench.settle();
+    EXPECT_TRUE(bench.window.isWindowModified());
+    bench.program.dialog().txtPartName.setText("Generic");
+    bench.settle();
+    EXPECT_FALSE(bench.window.isWindowModified());
+}
+
+TEST(RecoveredMenu, OpensUnsavedWorkUnderTheNameOfItsFile) {
+    RecentBench bench;
+    auto& menu = *bench.window.findChild<QMenu*>("openRecovered");
+    const auto entries = [&menu] {
+        emit menu.aboutToShow();
+        return menu.actions();
+    };
+    EXPECT_FALSE(entries().at(0)->isEnabled());
+    bench.program.mainForm().unsaved.keepIn(bench.folder.path("state"));
+    bench.save("a&b.spi");
+    bench.program.dialog().txtPartName.setText("ADC");
+    bench.program.open(bench.folder.path("a&b.spi"));
+    ASSERT_EQ(entries().size(), 1);
+    EXPECT_TRUE(menu.actions()[0]->text().startsWith("&1  a&&b.spi   "));
+    EXPECT_EQ(menu.actions()[0]->toolTip(),
+              "Unsaved changes of " + nameOf(bench.folder.path("a&b.spi")));
+    menu.actions()[0]->trigger();
+    bench.settle();
+    EXPECT_EQ(bench.program.dialog().txtPartName.text(), "ADC");
+    EXPECT_EQ(bench.window.windowTitle(), "a&b.spi (recovered)[*] - Bitlux Forge");
+    EXPECT_TRUE(bench.window.isWindowModified());
+    EXPECT_EQ(bench.settings.recentFiles(), QStringList{nameOf(bench.folder.path("a&b.spi"))});
 }
 
 TEST(MainWindow, ComesBackWhereItStood) {

@@ -94,6 +94,29 @@ TEST(MultipleRun, PlaysTheLines) {
     }
 }
 
+TEST(MultipleRun, TellsOfPinsThatAreNotThereUntilTheNextRun) {
+    RunBench bench;
+    nameDataPin(bench.session(), 5, "WAKE");
+    const auto notice = [&bench] {
+        return std::get<std::string>(bench.program.mainForm().readVariable("StatusNotice"));
+    };
+    const auto showPins = [&bench](const Texts& names) {
+        bench.program.mainForm().extraPins.fill(names);
+    };
+    showPins({"WAKE"});
+    bench.play({"gone"});
+    EXPECT_EQ(notice(), "There is no Quick Command \"gone\"");
+    bench.play({"* Wait 1 ms", "* Set LOW: A", "a", "* Set HIGH: WAKE", "* Set HIGH: B"});
+    EXPECT_EQ(notice(), "Line 2: there is no extra pin \"A\", nor those of 1 more line");
+    showPins({"WAKE", "A"});
+    EXPECT_EQ(notice(), "Line 5: there is no extra pin \"B\"");
+    bench.play({"* Set LOW: WAKE", "a"});
+    EXPECT_EQ(notice(), "");
+    // In a continuous run a later pass says it on.
+    bench.playContinuously({"* Set LOW: B", "a"}, 3);
+    EXPECT_EQ(notice(), "Line 1: there is no extra pin \"B\"");
+}
+
 TEST(MultipleRun, WaitsAsLongAsItSays) {
     struct Case {
         const char* wait;

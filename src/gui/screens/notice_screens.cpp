@@ -40,6 +40,9 @@ public:
         form.commands.setToSend({"Read status"});
         form.run.cmdSendOnce.click();
         shoot(window, prefix + "-missing", tail);
+        form.commands.setToSend({"* Wait 1 ms", "* Set HIGH: VDD enable"});
+        form.run.cmdSendOnce.click();
+        shoot(window, prefix + "-pin", tail);
         form.quickCommands.itemRestoreCommands.click();
         form.tabs.TabStripMain.click(3);
         form.tabs.TabStripMain.click(1);

@@ -27,6 +27,10 @@ std::string userFolder() {
     return folderIn("XDG_CONFIG_HOME", "/.config");
 }
 
+std::string stateFolder() {
+    return folderIn("XDG_STATE_HOME", "/.local/state");
+}
+
 std::vector<std::string> dataFolders() {
     std::vector<std::string> folders{folderIn("XDG_DATA_HOME", "/.local/share")};
     const char* variable = std::getenv("XDG_DATA_DIRS");
