@@ -173,8 +173,14 @@ void MainWindow::formGoing(forms::Form& form) {
 }
 
 FormDialog* MainWindow::makeDialog(forms::Form& form) {
-    if (auto* configure = dynamic_cast<ConfigureDialog*>(&form))
-        return new ConfigureView(*configure, binder_, this);
+    if (auto* configure = dynamic_cast<ConfigureDialog*>(&form)) {
+        auto* view = new ConfigureView(*configure, binder_, this);
+        view->accepted.subscribe([this] {
+            binder_.flush(); // words may be typed now that were bits before
+            view_->enterNextWord();
+        });
+        return view;
+    }
     if (auto* saveBatch = dynamic_cast<SaveBatchForm*>(&form))
         return new SaveBatchView(*saveBatch, binder_, this);
     if (auto* addWait = dynamic_cast<AddWaitForm*>(&form))

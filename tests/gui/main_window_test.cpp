@@ -5,6 +5,7 @@
 #include <set>
 
 #include <QAccessible>
+#include <QClipboard>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -98,6 +99,57 @@ TEST(MainWindow, SendsWhatIsTypedOnEnter) {
     EXPECT_EQ(log.count(), 5);
     EXPECT_EQ(log.line(3), "  A5C3");
     EXPECT_EQ(log.current(), 4);
+}
+
+TEST(WordEntry, TakesWordAfterWordAsPeopleWriteThem) {
+    WindowBench bench;
+    bench.configure("16");
+    bench.settle();
+    auto& entry = bench.widget<QLineEdit>("frmMain.txtHexWordToSend");
+    entry.setFocus();
+    const auto send = [&](const char* typed) {
+        QTest::keyClicks(&entry, typed);
+        QTest::keyClick(&entry, Qt::Key_Return);
+        EXPECT_EQ(entry.selectedText(), entry.text());
+        return entry.text().toStdString();
+    };
+    EXPECT_EQ(send("0xA_5"), "00A5");
+    EXPECT_EQ(send("1234"), "1234");
+    EXPECT_EQ(send("1234"), "1234");
+    EXPECT_EQ(send("no"), "no"); // which the form refuses
+    EXPECT_EQ(bench.boxes.takeTexts(), std::vector<std::string>{"Not a valid hex number!"});
+    QApplication::clipboard()->setText(" 0xDE 0Xad\n");
+    entry.paste();
+    EXPECT_EQ(entry.text(), "DEad");
+    EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), "DEad");
+    QTest::keyClick(&entry, Qt::Key_Return);
+
+    const auto after = [&](Qt::Key key) {
+        QTest::keyClick(&entry, key);
+        return bench.text("frmMain.txtHexWordToSend");
+    };
+    EXPECT_EQ(after(Qt::Key_Down), "DEad");
+    QTest::keyClicks(&entry, "77");
+    EXPECT_EQ(after(Qt::Key_Up), "DEad");
+    EXPECT_EQ(after(Qt::Key_Up), "1234");
+    EXPECT_EQ(after(Qt::Key_Up), "00A5");
+    EXPECT_EQ(after(Qt::Key_Up), "00A5");
+    EXPECT_EQ(after(Qt::Key_Down), "1234");
+    EXPECT_EQ(after(Qt::Key_Down), "DEad");
+    EXPECT_EQ(after(Qt::Key_Down), "77");
+    EXPECT_EQ(after(Qt::Key_Down), "77");
+
+    // What a script writes is shown as it is.
+    bench.get<forms::TextBox>("frmMain.txtHexWordToSend").setText("0x1 2");
+    bench.settle();
+    EXPECT_EQ(entry.text(), "0x1 2");
+
+    bench.choose("frmMain.itemPortOptions");
+    bench.settle();
+    bench.widget<QPushButton>("frmMain.cmdSendOnce").setFocus();
+    bench.press("frmConfigureSPI.cmdOK");
+    EXPECT_EQ(bench.window.focusWidget(), &entry);
+    EXPECT_EQ(entry.selectedText(), "0x1 2");
 }
 
 TEST(MainWindow, SendsTheBitsThatArePressed) {
