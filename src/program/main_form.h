@@ -12,6 +12,7 @@
 #include "sending/batches.h"
 #include "sending/command_editor.h"
 #include "sending/command_lists.h"
+#include "sending/continuous_count.h"
 #include "sending/emptied_commands.h"
 #include "sending/extra_pin_rows.h"
 #include "sending/multiple_run.h"
@@ -50,9 +51,11 @@ public:
 private:
     void registerProcedures(const Parts& parts);
     void addNotices(const Parts& parts);
+    [[nodiscard]] static std::optional<Notice> goneNotice(const Parts& parts);
     [[nodiscard]] std::optional<Notice> missingWordNotice(const Session& session);
     [[nodiscard]] std::optional<Notice> shapeNotice(const Session& session) const;
     [[nodiscard]] std::optional<Notice> emptiedNotice() const;
+    [[nodiscard]] std::optional<Notice> logFileNotice() const;
 
     std::optional<std::string> missingWord_; ///< the name at which the last run ended
 
@@ -72,6 +75,7 @@ public:
 
     RunControls run;
     CommandLists commands;
+    ContinuousCount continuousCount;
     SessionLog log;
     SingleWordPage singleWord;
     EmptiedCommands emptied;

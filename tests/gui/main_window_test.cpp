@@ -1,6 +1,8 @@
 #include "live_window.h"
 #include "window_bench.h"
 
+#include "gui/elided_label.h"
+
 #include <functional>
 #include <set>
 
@@ -254,6 +256,28 @@ TEST(MainWindow, TellsInTheStatusLineWhatHelps) {
     bench.press("notice.button");
     EXPECT_FALSE(text.isVisible());
     EXPECT_FALSE(button.isVisible());
+}
+
+TEST(MainWindow, TellsThatTheDongleIsGoneUntilItIsFound) {
+    WindowBench bench("echo");
+    bench.dongle.plug();
+    bench.program.mainForm().call("Start_USB");
+    bench.window.activateWindow();
+    bench.settle();
+    auto& bus = bench.widget<gui::ElidedLabel>("bus");
+    auto& notice = bench.widget<gui::ElidedLabel>("notice.text");
+    EXPECT_EQ(bus.text().section("    ", 0, 0), "USB dongle");
+    EXPECT_FALSE(notice.isVisible());
+    bench.dongle.unplug();
+    bench.program.dongle().checkPresence();
+    bench.settle();
+    EXPECT_EQ(bus.text().section("    ", 0, 0), "USB dongle, gone");
+    EXPECT_EQ(notice.text(), "Dongle gone: plug it in, the next send looks for it");
+    bench.dongle.plug();
+    bench.press("frmMain.cmdSendOnce");
+    EXPECT_EQ(bus.text().section("    ", 0, 0), "USB dongle");
+    EXPECT_FALSE(notice.isVisible());
+    EXPECT_TRUE(bench.boxes.takeTexts().empty());
 }
 
 TEST(MainWindow, IgnoresAClickThatCameTooLate) {
