@@ -79,6 +79,7 @@ void ConfigureView::followWordLength() {
     const WordLengthNote note = wordLengthNote(form_.cmbSPIWordLength.text(), form_.usesDongle());
     const QString text = QString::fromStdString(note.text);
     showWarning(*wordLengthNote_, !note.fits);
+    wordLengthNote_->setVisible(!text.isEmpty());
     if (wordLengthNote_->text() == text)
         return;
     wordLengthNote_->setText(text);
@@ -108,14 +109,16 @@ void ConfigureView::makeGeneralPage(QWidget* page) {
     auto* layout = new QVBoxLayout(page);
     auto* fields = new QFormLayout;
     fields->addRow("Part &name:", binder_.make<QLineEdit>(form_.txtPartName, page));
-    auto* length = new QHBoxLayout;
+    auto* length = new QVBoxLayout;
+    auto* lengthRow = new QHBoxLayout;
+    length->addLayout(lengthRow);
     wordLength_ = binder_.make<QComboBox>(form_.cmbSPIWordLength, page);
-    length->addWidget(wordLength_);
-    length->addWidget(binder_.make<QLabel>(form_.lblSPIBitRange, page));
-    length->addSpacing(12);
+    lengthRow->addWidget(wordLength_);
+    lengthRow->addWidget(binder_.make<QLabel>(form_.lblSPIBitRange, page));
+    lengthRow->addStretch();
     wordLengthNote_ = new QLabel(page);
     wordLengthNote_->setObjectName("wordLengthNote");
-    length->addWidget(wordLengthNote_, 1);
+    length->addWidget(wordLengthNote_);
     fields->addRow("&Bits of a word:", length);
     qobject_cast<QLabel*>(fields->labelForField(length))->setBuddy(wordLength_);
     auto* display = new QHBoxLayout;

@@ -79,11 +79,13 @@ std::optional<ShownRun> shownRun(const MultipleRun& run, const RunControls& cont
         return {};
     std::string text = fmt::format("line {} of {}", progress->line + 1, progress->lines);
     if (isContinuous)
-        text = fmt::format("Pass {}, {}, {}", progress->pass, text, count.text());
+        text = fmt::format("Pass {}, {}", progress->pass, text);
     else
         text[0] = 'L';
     if (progress->waitUntil)
         text += waitText(run.remainingWait());
+    if (isContinuous)
+        text += ", " + count.text();
     return ShownRun{.line = static_cast<int>(progress->line) + 1,
                     .lines = static_cast<int>(progress->lines),
                     .changes = progress->waitUntil ? countdown
