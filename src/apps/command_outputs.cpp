@@ -91,6 +91,17 @@ void CommandOutputs::begin(Program& program) {
     }
     if (!options_.vcd.empty() || !options_.sr.empty())
         program.waveform().start();
+    if (!options_.log.empty() && options_.log != here)
+        beginLog(program.mainForm().log.file);
+}
+
+/// Words go on when it can take no more.
+void CommandOutputs::beginLog(LogFile& file) {
+    logFailed_ = file.failed.follow([this, &file] {
+        fmt::print(errors_, "{}; the log ends there.\n", file.failure());
+        good_ = false;
+    });
+    attempt([&] { file.begin(options_.log); });
 }
 
 void CommandOutputs::writeTrace(Program& program) {
@@ -113,7 +124,7 @@ bool CommandOutputs::save(Program& program) {
         writeTrace(program);
     attempt([&] { saveVcd(program); });
     attempt([&] { saveSr(program); });
-    attempt([&] { saveLog(program); });
+    printLog(program);
     return good_;
 }
 
@@ -139,16 +150,13 @@ void CommandOutputs::saveSr(Program& program) {
         fmt::print(errors_, "The file \"{}\" has a sample every {} ns.\n", options_.sr, saved.tick);
 }
 
-void CommandOutputs::saveLog(Program& program) {
-    SessionLog& log = program.mainForm().log;
-    if (options_.log == here) {
-        for (std::size_t i = 0; i < log.lines().size(); ++i)
-            output_ << printable(log.lines().line(i), std::numeric_limits<std::size_t>::max())
-                    << '\n';
-    } else if (!options_.log.empty()) {
-        program.session().LogFileName = options_.log;
-        log.cmdSaveLogSingle_Click();
-    }
+void CommandOutputs::printLog(Program& program) {
+    program.mainForm().log.file.end();
+    if (options_.log != here)
+        return;
+    const LogLines& lines = program.mainForm().log.lines();
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        output_ << printable(lines.line(i), std::numeric_limits<std::size_t>::max()) << '\n';
 }
 
 void CommandOutputs::attempt(const std::function<void()>& write) {

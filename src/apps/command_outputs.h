@@ -31,8 +31,9 @@ private:
     WireTrace trace_;
 };
 
-/// Where the results of a command go beside its lines: the trace after each word, all else in the
-/// end. Each output stands on its own: one that fails is told, and all others are written.
+/// Where the results of a command go beside its lines: the trace and the file of the log after each
+/// word, all else in the end. Each output stands on its own: one that fails is told, and all others
+/// are written.
 class CommandOutputs {
 public:
     /// All outlive this.
@@ -50,16 +51,18 @@ public:
 
 private:
     void attempt(const std::function<void()>& write);
+    void beginLog(LogFile& file);
     void writeTrace(Program& program);
     void saveVcd(Program& program);
     void saveSr(Program& program);
-    void saveLog(Program& program);
+    void printLog(Program& program);
 
     const OutputOptions& options_;
     std::ostream& output_;
     std::ostream& errors_;
     std::optional<TraceOutput> trace_; ///< until it has failed
     Subscription transferred_;
+    Subscription logFailed_;
     bool good_ = true;
 };
 

@@ -148,6 +148,7 @@ bool CommandRun::sendAll() {
     switchLog();
     outputs_.begin(program_);
     report_ = makeReport();
+    rate_.begin(realTime_.nanoseconds());
     report_->printing = [this, isTerminal = isatty(STDOUT_FILENO) == 1] {
         if (isTerminal)
             progress_.clear(); // what is printed next stands in its place
@@ -165,16 +166,20 @@ bool CommandRun::sendAll() {
     return true;
 }
 
-/// The log is on for who wants it saved and off for all others: a full one would end the run.
+/// The list is kept for who wants it printed and for no other, since a full one would end the run;
+/// a file takes the words without it.
 void CommandRun::switchLog() {
     forms::CheckBox& log = program_.dialog().chkEnableLog;
-    if (log.checked() == options_.outputs.log.empty())
+    if (log.checked() != (options_.outputs.log == "-"))
         log.setValue(log.checked() ? 0 : 1);
 }
 
 std::string CommandRun::progressText() {
-    return fmt::format("pass {} of {}, {} words", report_->pass(), options_.times,
-                       report_->words());
+    return fmt::format("pass {} of {}, {}", report_->pass(), options_.times, countText());
+}
+
+std::string CommandRun::countText() {
+    return bitlux::countText(report_->words(), rate_.at(report_->words(), realTime_.nanoseconds()));
 }
 
 int CommandRun::finish(int code) {

@@ -7,7 +7,9 @@
 #include "apps/run_boxes.h"
 #include "apps/word_report.h"
 #include "bench/scripted_desk.h"
+#include "platform/clock.h"
 #include "program/program.h"
+#include "sending/continuous_count.h"
 
 #include <functional>
 #include <memory>
@@ -66,6 +68,8 @@ protected:
     /// What stands before a message; empty where there is nothing to tell.
     [[nodiscard]] virtual std::string where() const = 0;
     [[nodiscard]] virtual std::string progressText();
+    /// How many words, and how many a second.
+    [[nodiscard]] std::string countText();
 
     /// Opens a configuration file. One that does not choose the dongle, or finds none, goes to the
     /// parallel port, which is set up for it. False after a message.
@@ -105,6 +109,8 @@ private:
     Program program_;
     CommandOutputs outputs_;
     std::unique_ptr<WordReport> report_;
+    SystemClock realTime_; ///< on the bench time passes as words want it
+    WordRate rate_;
     bool isOver_ = false;      ///< signals count no more
     bool nobodyReads_ = false; ///< what is printed
 };

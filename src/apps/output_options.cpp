@@ -9,7 +9,9 @@ std::function<void()> addOutputOptions(CLI::App& command, OutputOptions& options
         .add_option("--trace", options.trace,
                     "Write every access or frame of the words, - to print them")
         ->type_name("FILE|-");
-    command.add_option("--log", options.log, "Keep the Session Log and save it, - to print it")
+    command
+        .add_option("--log", options.log,
+                    "Write the Session Log, each word as it comes, - to print it in the end")
         ->type_name("FILE|-");
     command
         .add_option("--vcd", options.vcd, "Save the waveform of the words as a value change dump")

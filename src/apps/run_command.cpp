@@ -118,7 +118,7 @@ std::string Run::progressText() {
     std::string text = fmt::format("pass {} of {}", report_->pass(), options().times);
     if (const std::optional<RunProgress>& now = multiple().progress())
         text += fmt::format(", line {} of {}", now->line + 1, now->lines);
-    text += fmt::format(", {} words", report_->words());
+    text += ", " + countText();
     constexpr std::int64_t second = 1'000'000'000;
     if (const std::int64_t left = multiple().remainingWait(); left > 0)
         text += fmt::format(", waits {} s", (left + second - 1) / second);

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <utility>
 
 #include <fmt/format.h>
@@ -28,14 +29,21 @@ std::string hexOnlyNote() {
 } // namespace
 
 void ConfigureDialog::cmdApply_Click() {
+    const bool hasBus = usesDongle() || session_.ParallelPortReady;
+    // A number that is none for a limit is told before anything has changed.
+    const std::int16_t logLimit = hasBus ? wantedLogLimit() : session_.ContinuousLogLimit;
     // The word length is taken over before anything is validated, and stays when a later step
     // refuses.
     applyWordLength();
-    if (usesDongle() ? !applyToDongle() : session_.ParallelPortReady && !applyToParallelPort())
+    if (hasBus && !(usesDongle() ? applyToDongle(logLimit) : applyToParallelPort(logLimit)))
         return;
+    showApplied();
+    applySucceeded_ = true;
+}
+
+void ConfigureDialog::showApplied() {
     parts_.singleWord.AdjustSPILabels();
     showPartTabs();
-    applySucceeded_ = true;
 }
 
 void ConfigureDialog::cmdOK_Click() {
@@ -75,7 +83,7 @@ void ConfigureDialog::showDonglePins() {
         parts_.extraPins.fill(extraPins.dongleNames());
 }
 
-bool ConfigureDialog::applyToDongle() {
+bool ConfigureDialog::applyToDongle(std::int16_t logLimit) {
     // applySucceeded_ keeps its value, so that OK closes the dialog even after a refusal.
     showDonglePins();
     if (!acceptWordLength())
@@ -84,7 +92,7 @@ bool ConfigureDialog::applyToDongle() {
         session_.ConfigDirty = ConstOn;
     applyPartName();
     saveSnapshot();
-    applyLogDecisions();
+    applyLogDecisions(logLimit);
     applyWordShape();
     session_.DisplayHex = optBinary.value() ? 0 : 1;
     if (session_.StartingUp != ConstOn)
@@ -92,7 +100,7 @@ bool ConfigureDialog::applyToDongle() {
     return true;
 }
 
-bool ConfigureDialog::applyToParallelPort() {
+bool ConfigureDialog::applyToParallelPort(std::int16_t logLimit) {
     applySucceeded_ = false;
     if (!extraPins.allAssigned())
         return refuse("No pin assignment was made for one or more Extra Pins.");
@@ -117,13 +125,23 @@ bool ConfigureDialog::applyToParallelPort() {
         parts_.lblConfigNag.hide();
     saveSnapshot();
     savePortSnapshot();
-    applyLogDecisions();
+    applyLogDecisions(logLimit);
     extraPins.enterPinMaps(session_);
     choosePort();
-    parts_.pins.rest();
-    if (hadControlPin || hasControlPin(session_))
-        parts_.pins.ToggleControlPort();
+    putOnWire(hadControlPin || hasControlPin(session_));
     return true;
+}
+
+/// The settings are in force by now, whether the port can be reached or not.
+void ConfigureDialog::putOnWire(bool withControlPort) {
+    try {
+        parts_.pins.rest();
+        if (withControlPort)
+            parts_.pins.ToggleControlPort();
+    } catch (...) {
+        showApplied();
+        throw;
+    }
 }
 
 bool ConfigureDialog::acceptPins() {
@@ -131,13 +149,39 @@ bool ConfigureDialog::acceptPins() {
            refuse("Pin Conflict!  Please select a different pin configuration.");
 }
 
-void ConfigureDialog::sortPinNumbers() {
+std::vector<PinField> ConfigureDialog::pinFields() const {
     // The prefix gives the data pins two digits. The data output has none, so its "7" meets no
     // data pin.
-    std::vector<std::string> pins{"9" + cmbCS.text(), "9" + cmbDI.text(), cmbDO.text(),
-                                  "9" + cmbCLK.text()};
-    for (std::string& pin : extraPins.numbersForConflictTest())
-        pins.push_back(std::move(pin));
+    std::vector<PinField> fields{{&cmbCS, "CS", "9" + cmbCS.text()},
+                                 {&cmbDI, "DI", "9" + cmbDI.text()},
+                                 {&cmbDO, "DO", cmbDO.text()},
+                                 {&cmbCLK, "CLK", "9" + cmbCLK.text()}};
+    for (PinField& field : extraPins.pinFields())
+        fields.push_back(std::move(field));
+    return fields;
+}
+
+std::vector<PinClash> ConfigureDialog::pinClashes() const {
+    std::map<std::string, PinClash> byNumber;
+    for (PinField& field : pinFields()) {
+        const std::string& pin = field.field->text();
+        if (pin.empty())
+            continue; // which Apply has a message of its own for
+        PinClash& clash = byNumber[field.number];
+        clash.pin = pin;
+        clash.fields.push_back(std::move(field));
+    }
+    std::vector<PinClash> clashes;
+    for (auto& [number, clash] : byNumber)
+        if (clash.fields.size() > 1)
+            clashes.push_back(std::move(clash));
+    return clashes;
+}
+
+void ConfigureDialog::sortPinNumbers() {
+    std::vector<std::string> pins;
+    for (PinField& field : pinFields())
+        pins.push_back(std::move(field.number));
     std::sort(pins.begin(), pins.end());
     sortedPins_->clear();
     for (std::string& pin : pins)
@@ -249,12 +293,16 @@ void ConfigureDialog::applyDisplay() {
     session_.DisplayHex = optBinary.value() ? 0 : 1;
 }
 
-void ConfigureDialog::applyLogDecisions() {
-    session_.ContinuousLogEnabled = optLogOff.value() ? ConstOff : ConstOn;
+std::int16_t ConfigureDialog::wantedLogLimit() const {
     if (optLogForever.value())
-        session_.ContinuousLogLimit = session_.SessionLogCapacity;
-    if (optLogFixedNumber.value())
-        session_.ContinuousLogLimit = toInt16(val(txtMessageLimit.text()));
+        return session_.SessionLogCapacity;
+    return optLogFixedNumber.value() ? toInt16(val(txtMessageLimit.text()))
+                                     : session_.ContinuousLogLimit;
+}
+
+void ConfigureDialog::applyLogDecisions(std::int16_t limit) {
+    session_.ContinuousLogEnabled = optLogOff.value() ? ConstOff : ConstOn;
+    session_.ContinuousLogLimit = limit;
 }
 
 void ConfigureDialog::choosePort() {

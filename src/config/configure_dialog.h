@@ -67,12 +67,21 @@ public:
     /// Shows the settings of the bus that a search for the dongle has left.
     void arrangeFor(DongleLink::Found found);
 
+    /// Whether Apply takes the dongle for the bus.
+    [[nodiscard]] bool usesDongle() const { return ChkSerialPort.checked() && session_.USBReady; }
+    /// The pins of the connector that an Apply of the open dialog refuses for a conflict; of no
+    /// meaning on the dongle.
+    [[nodiscard]] std::vector<PinClash> pinClashes() const;
+
 private:
     // The steps of Apply, in their order. Those that can refuse return false then.
     void applyWordLength();
-    bool applyToDongle();
-    bool applyToParallelPort();
+    bool applyToDongle(std::int16_t logLimit);
+    bool applyToParallelPort(std::int16_t logLimit);
+    void putOnWire(bool withControlPort);
+    void showApplied();
     bool acceptPins();
+    [[nodiscard]] std::vector<PinField> pinFields() const;
     void sortPinNumbers();
     [[nodiscard]] bool hasPinConflict() const;
     bool acceptPortChoice();
@@ -81,12 +90,12 @@ private:
     bool acceptFractionalLength();
     bool acceptHexOnly();
     bool confirmed(const std::string& text);
-    [[nodiscard]] bool usesDongle() const { return ChkSerialPort.checked() && session_.USBReady; }
     void applyPartName();
     void applyPins();
     void applyWordShape();
     void applyDisplay();
-    void applyLogDecisions();
+    [[nodiscard]] std::int16_t wantedLogLimit() const;
+    void applyLogDecisions(std::int16_t limit);
     void choosePort();
     void showPartTabs();
 

@@ -109,17 +109,17 @@ bool ExtraPinPage::allAssigned() const {
     return true;
 }
 
-std::vector<std::string> ExtraPinPage::numbersForConflictTest() const {
-    std::vector<std::string> numbers;
-    for (int row = 0; row < dataPins.count(); ++row)
-        if (dataPins.enabled(row))
-            numbers.push_back("9" + dataPins.assignment(row).text());
-    for (int row = 0; row < controlPins.count(); ++row)
-        if (controlPins.enabled(row)) {
-            const std::string& pin = controlPins.assignment(row).text();
-            numbers.push_back(pin == "1" ? "91" : pin);
+std::vector<PinField> ExtraPinPage::pinFields() const {
+    std::vector<PinField> fields;
+    for (const PinRows* rows : {&dataPins, &controlPins})
+        for (int row = 0; row < rows->count(); ++row) {
+            const std::string& pin = rows->assignment(row).text();
+            const bool isPrefixed = rows == &dataPins || pin == "1";
+            if (rows->enabled(row))
+                fields.push_back({&rows->assignment(row), rows->name(row).text(),
+                                  (isPrefixed ? "9" : "") + pin});
         }
-    return numbers;
+    return fields;
 }
 
 std::vector<std::string> ExtraPinPage::portNames() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "config/pin_field.h"
 #include "platform/forms/control_array.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
@@ -41,9 +42,9 @@ public:
 
     /// Whether every pin that is enabled on the port has a pin of the connector.
     [[nodiscard]] bool allAssigned() const;
-    /// The pins that are enabled on the port as the conflict test wants them: data pins, and pin 1,
-    /// with a "9" in front, so that all have two digits.
-    [[nodiscard]] std::vector<std::string> numbersForConflictTest() const;
+    /// The pins that are enabled on the port; for the conflict test data pins, and pin 1, have a
+    /// "9" in front, so that all numbers have two digits.
+    [[nodiscard]] std::vector<PinField> pinFields() const;
     /// Names of the pins that are enabled, data pins first.
     [[nodiscard]] std::vector<std::string> portNames() const;
     [[nodiscard]] std::vector<std::string> dongleNames() const;

@@ -158,6 +158,8 @@ bool Binder::keyPressed(forms::Control& control, QObject* widget, const QKeyEven
     const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
     if (enter && control.hasKeyHandler()) {
         byHand([&control] { control.key(forms::KeyCode::Enter); });
+        if (controls_.contains(widget)) // else its form is gone
+            enterTaken.raise(control);
         return true;
     }
     auto* box = dynamic_cast<forms::TextBox*>(&control);

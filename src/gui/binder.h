@@ -55,6 +55,8 @@ public:
     void refreshAll();
     /// After a flush.
     Event<> flushed;
+    /// After a control's handler of keys has taken Enter.
+    Event<const forms::Control&> enterTaken;
 
     /// The controls of a form go; their widgets do nothing any more, and may be destroyed later.
     void forget(const forms::Form& form);

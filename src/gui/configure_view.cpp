@@ -1,6 +1,8 @@
 #include "gui/configure_view.h"
 
+#include "config/word_length_note.h"
 #include "gui/page_keys.h"
+#include "gui/theme.h"
 #include "gui/type_diagram.h"
 
 #include <array>
@@ -27,7 +29,10 @@ QLabel* noteLabel(const QString& text, QWidget* parent) {
 } // namespace
 
 ConfigureView::ConfigureView(ConfigureDialog& form, Binder& binder, QWidget* parent)
-    : FormDialog(form, form.cmdCancel, binder, parent), form_(form), binder_(binder) {
+    : FormDialog(form, form.cmdCancel, binder, parent),
+      form_(form),
+      binder_(binder),
+      pinMarks_(form) {
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(0);
     auto* tabs = binder_.make<QTabBar>(form_.TabStripConfig, this);
@@ -48,6 +53,12 @@ ConfigureView::ConfigureView(ConfigureDialog& form, Binder& binder, QWidget* par
     buttons_ = makeButtons({&form_.cmdOK, &form_.cmdCancel, &form_.cmdApply});
     layout->addWidget(buttons_);
     addPageKeys(*tabs, *this);
+    // Behind the slot that the binder has connected.
+    connect(findChild<QPushButton*>(QString::fromStdString(form_.cmdOK.fullName())),
+            &QPushButton::clicked, this, [this] {
+                if (!form_.visible())
+                    accepted.raise();
+            });
     leaveOutHiddenControls();
     flushed_ = binder_.flushed.follow([this] { followForm(); });
     followForm();
@@ -91,6 +102,27 @@ void ConfigureView::followForm() {
             diagrams_[i]->setType(static_cast<int>(i) + 1,
                                   {.msbFirst = form_.optMSBfirst.value(),
                                    .selectedWhenHigh = form_.optCSpositive.value()});
+    pinMarks_.follow();
+    followWordLength();
+}
+
+void ConfigureView::followWordLength() {
+    if (wordLengthNote_ == nullptr)
+        return;
+    const WordLengthNote note = wordLengthNote(form_.cmbSPIWordLength.text(), form_.usesDongle());
+    const QString text = QString::fromStdString(note.text);
+    showWarning(*wordLengthNote_, !note.fits);
+    wordLengthNote_->setVisible(!text.isEmpty());
+    if (wordLengthNote_->text() == text)
+        return;
+    wordLengthNote_->setText(text);
+    wordLength_->setAccessibleDescription(text);
+}
+
+QComboBox* ConfigureView::makePinField(forms::ComboBox& control, QWidget* parent) {
+    auto* field = binder_.make<QComboBox>(control, parent);
+    pinMarks_.add(control, *field);
+    return field;
 }
 
 void ConfigureView::makeShownPages() {
@@ -118,13 +150,18 @@ void ConfigureView::makeGeneralPage(QWidget* page) {
     auto* layout = new QVBoxLayout(page);
     auto* fields = new QFormLayout;
     fields->addRow("Part &name:", binder_.make<QLineEdit>(form_.txtPartName, page));
-    auto* length = new QHBoxLayout;
-    auto* bits = binder_.make<QComboBox>(form_.cmbSPIWordLength, page);
-    length->addWidget(bits);
-    length->addWidget(binder_.make<QLabel>(form_.lblSPIBitRange, page));
-    length->addStretch();
+    auto* length = new QVBoxLayout;
+    auto* lengthRow = new QHBoxLayout;
+    length->addLayout(lengthRow);
+    wordLength_ = binder_.make<QComboBox>(form_.cmbSPIWordLength, page);
+    lengthRow->addWidget(wordLength_);
+    lengthRow->addWidget(binder_.make<QLabel>(form_.lblSPIBitRange, page));
+    lengthRow->addStretch();
+    wordLengthNote_ = new QLabel(page);
+    wordLengthNote_->setObjectName("wordLengthNote");
+    length->addWidget(wordLengthNote_);
     fields->addRow("&Bits of a word:", length);
-    qobject_cast<QLabel*>(fields->labelForField(length))->setBuddy(bits);
+    qobject_cast<QLabel*>(fields->labelForField(length))->setBuddy(wordLength_);
     auto* display = new QHBoxLayout;
     display->addWidget(binder_.make<QRadioButton>(form_.optBinary, page));
     display->addWidget(binder_.make<QRadioButton>(form_.optHex, page));
@@ -185,20 +222,23 @@ void ConfigureView::makePinsPage(QWidget* page) {
 
 QWidget* ConfigureView::makePinBox(QWidget* page) {
     auto* box = binder_.make<QGroupBox>(form_.framePortPins, page);
-    auto* row = new QHBoxLayout(box);
+    auto* rows = new QVBoxLayout(box);
+    auto* row = new QHBoxLayout;
+    rows->addLayout(row);
     const std::array<std::pair<const char*, forms::ComboBox*>, 4> pins{{{"CS:", &form_.cmbCS},
                                                                         {"DI:", &form_.cmbDI},
                                                                         {"CLK:", &form_.cmbCLK},
                                                                         {"DO:", &form_.cmbDO}}};
     for (const auto& [title, control] : pins) {
         auto* label = new QLabel(title, box);
-        auto* list = binder_.make<QComboBox>(*control, box);
+        auto* list = makePinField(*control, box);
         label->setBuddy(list);
         row->addWidget(label);
         row->addWidget(list);
         row->addSpacing(12);
     }
     row->addStretch();
+    rows->addWidget(pinMarks_.makeNote(box));
     return box;
 }
 
@@ -251,6 +291,7 @@ void ConfigureView::makeExtraPinsPage(QWidget* page) {
         "have a 4.7K resistor pull-up to 5 V.  However, different manufacturers may have different "
         "specifications.",
         page));
+    layout->addWidget(pinMarks_.makeNote(page));
     layout->addWidget(makeDonglePins(page));
     layout->addStretch();
 }
@@ -265,7 +306,7 @@ QWidget* ConfigureView::makePinRows(forms::Frame& frame, const PinRows& rows, co
     for (int row = 0; row < rows.count(); ++row) {
         grid->addWidget(binder_.make<QCheckBox>(rows.enable(row), box), row + 2, 0);
         grid->addWidget(binder_.make<QLineEdit>(rows.name(row), box), row + 2, 1);
-        grid->addWidget(binder_.make<QComboBox>(rows.assignment(row), box), row + 2, 2);
+        grid->addWidget(makePinField(rows.assignment(row), box), row + 2, 2);
     }
     grid->setColumnStretch(1, 1);
     return box;

@@ -2,6 +2,7 @@
 
 #include "config/configure_dialog.h"
 #include "gui/form_dialog.h"
+#include "gui/pin_marks.h"
 
 #include <array>
 
@@ -14,6 +15,9 @@ class TypeDiagram;
 class ConfigureView : public FormDialog {
 public:
     ConfigureView(ConfigureDialog& form, Binder& binder, QWidget* parent);
+
+    /// OK has applied the settings and closed the dialog.
+    Event<> accepted;
 
 protected:
     /// It opens, and its pages are turned, with the focus in the first field.
@@ -40,6 +44,8 @@ private:
                          QWidget* page);
     QWidget* makeDonglePins(QWidget* page);
     void makeLogPage(QWidget* page);
+    QComboBox* makePinField(forms::ComboBox& control, QWidget* parent);
+    void followWordLength();
     void leaveOutHiddenControls();
 
     /// A group box with a pair of options below each other.
@@ -51,6 +57,9 @@ private:
     std::array<QWidget*, pageCount> pages_{};
     std::array<bool, pageCount> made_{};
     std::array<TypeDiagram*, 8> diagrams_{};
+    PinMarks pinMarks_;
+    QComboBox* wordLength_ = nullptr;
+    QLabel* wordLengthNote_ = nullptr;
     QWidget* buttons_ = nullptr;
     bool wantsFocus_ = false;
     Subscription flushed_;

@@ -87,9 +87,9 @@ RunRow::Place MainView::makePage(int page) {
     RunRow::Place place;
     QWidget* widget = nullptr;
     if (page == singleWordPage) {
-        auto* view = new SingleWordView(program_, binder_, *tabs_, this);
-        place = view->runPlace();
-        widget = view;
+        singleWord_ = new SingleWordView(program_, binder_, *tabs_, this);
+        place = singleWord_->runPlace();
+        widget = singleWord_;
     } else if (page == batchPage) {
         auto* view = new BatchView(form_, binder_, this);
         place = view->runPlace();
@@ -113,6 +113,11 @@ void MainView::focusEntry() {
         form_.singleWord.txtHexWordToSend.setFocus();
     else
         form_.run.cmdSendOnce.setFocus();
+}
+
+void MainView::enterNextWord() {
+    if (singleWord_ != nullptr)
+        singleWord_->enterNextWord();
 }
 
 } // namespace bitlux::gui

@@ -13,6 +13,8 @@ class QVBoxLayout;
 
 namespace bitlux::gui {
 
+class SingleWordView;
+
 /// The main form: its title, the tabs and their pages, each made when it is first shown. It decides
 /// nothing; what is visible and enabled is the form's affair.
 class MainView : public QWidget {
@@ -21,6 +23,8 @@ public:
 
     /// Where a user begins to type.
     void focusEntry();
+    /// Where words are typed on the page in sight, the next one replaces the one that stands there.
+    void enterNextWord();
 
 protected:
     bool focusNextPrevChild(bool next) override;
@@ -40,6 +44,7 @@ private:
     MainForm& form_;
     Binder& binder_;
     QTabBar* tabs_ = nullptr;
+    SingleWordView* singleWord_ = nullptr; ///< once it is made
     RunRow* runRow_ = nullptr;
     QVBoxLayout* pages_ = nullptr;
     /// Where the run buttons stand on each page; empty before the page is made.

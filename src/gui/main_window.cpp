@@ -76,6 +76,12 @@ MainWindow::MainWindow(Program& program, UserSettings settings)
     statusBar()->setSizeGripEnabled(false); // the window's own border does that
     makeMenus();
     binder_.bind(program.mainForm().unsaved.timer_keep, *new QTimer(this));
+    constexpr int second = 1000;
+    connect(&presence_, &QTimer::timeout, this, [this] {
+        if (program_.session().USBReady)
+            program_.dongle().checkPresence();
+    });
+    presence_.start(second);
     subscriptions_ = {
         binder_.flushed.follow([this] { refresh(); }),
         program_.forms().formShown.follow([this](forms::Form& form) { formShown(form); }),
@@ -86,7 +92,9 @@ MainWindow::MainWindow(Program& program, UserSettings settings)
         }),
         program_.helpRequested.follow([this] { showHelp(); }),
         program_.mainForm().files.fileUsed.follow([this] { noteFileUsed(); }),
-        program_.mainForm().multiple.progressChanged.follow([this] { followRun(); })};
+        program_.mainForm().multiple.progressChanged.follow([this] { followRun(); }),
+        program_.mainForm().run.continuousBegins.follow([this] { followRun(); }),
+        program_.dongle().presenceChanged.follow([this] { binder_.flushSoon(); })};
     refresh();
 }
 
@@ -154,6 +162,7 @@ void MainWindow::makeFileMenu() {
     menuItem(file, form.log.itemSaveLog);
     menuItem(file, form.log.itemSaveLogAs);
     menuItem(file, form.log.itemClearLog);
+    menuItem(file, form.log.file.itemLogToFile);
     file.addSeparator();
     addExit(file, form.itemExit);
 }
@@ -192,8 +201,14 @@ void MainWindow::formGoing(forms::Form& form) {
 }
 
 FormDialog* MainWindow::makeDialog(forms::Form& form) {
-    if (auto* configure = dynamic_cast<ConfigureDialog*>(&form))
-        return new ConfigureView(*configure, binder_, this);
+    if (auto* configure = dynamic_cast<ConfigureDialog*>(&form)) {
+        auto* view = new ConfigureView(*configure, binder_, this);
+        view->accepted.subscribe([this] {
+            binder_.flush(); // words may be typed now that were bits before
+            view_->enterNextWord();
+        });
+        return view;
+    }
     if (auto* saveBatch = dynamic_cast<SaveBatchForm*>(&form))
         return new SaveBatchView(*saveBatch, binder_, this);
     if (auto* addWait = dynamic_cast<AddWaitForm*>(&form))
@@ -217,7 +232,8 @@ void MainWindow::refresh() {
 void MainWindow::updateStatus() {
     const Session& session = program_.session();
     const std::string bus =
-        program_.engine().usesDongle() ? std::string("USB dongle")
+        program_.engine().usesDongle()
+            ? std::string(program_.dongle().isPresent() ? "USB dongle" : "USB dongle, gone")
         : session.ParallelPortReady
             ? fmt::format("Parallel port 0x{:X}",
                           static_cast<std::uint16_t>(session.LPTPortAddress))
@@ -232,9 +248,10 @@ void MainWindow::updateStatus() {
 
 void MainWindow::followRun() {
     if (progress_ == nullptr) {
-        const MainForm& form = program_.mainForm();
-        progress_ = new RunProgressView([&form] { return shownRun(form.multiple, form.run); },
-                                        binder_, this);
+        MainForm& form = program_.mainForm();
+        progress_ = new RunProgressView(
+            [&form] { return shownRun(form.multiple, form.run, form.continuousCount); }, binder_,
+            this);
         progress_->setMinimumWidth(fontMetrics().averageCharWidth() * 50);
         statusBar()->addPermanentWidget(progress_);
     }

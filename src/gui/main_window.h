@@ -13,6 +13,7 @@
 #include <memory>
 
 #include <QMainWindow>
+#include <QTimer>
 
 namespace bitlux::gui {
 
@@ -80,7 +81,8 @@ private:
     RunProgressView* progress_ = nullptr; ///< made for the first run
     std::unique_ptr<HelpWindow> help_;    ///< once it was asked for
     ShowModel showModel_;                 ///< empty without a virtual bench
-    std::array<Subscription, 7> subscriptions_;
+    QTimer presence_;                     ///< looks whether the dongle is still there
+    std::array<Subscription, 9> subscriptions_;
     std::map<const forms::Form*, FormDialog*> dialogs_; ///< those that were shown
 };
 

@@ -1,5 +1,6 @@
 #include "gui/run_progress_view.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <fmt/format.h>
@@ -7,6 +8,9 @@
 namespace bitlux::gui {
 
 namespace {
+
+constexpr int countdown = 100; ///< milliseconds between two looks at a wait
+constexpr int counting = 250;  ///< and at a number of words
 
 std::string durationText(std::int64_t nanoseconds) {
     const std::int64_t tenths = (nanoseconds + 99'999'999) / 100'000'000;
@@ -40,7 +44,6 @@ RunProgressView::RunProgressView(Look look, Binder& binder, QWidget* parent)
     setObjectName("runProgress");
     setAccessibleName("Progress of the run");
     setAlignment(Qt::AlignCenter);
-    timer_.setInterval(countdown);
     connect(&timer_, &QTimer::timeout, this, [this] { follow(); });
     flushed_ = binder.flushed.follow([this] { follow(); });
     follow();
@@ -54,31 +57,40 @@ void RunProgressView::leave() {
 void RunProgressView::follow() {
     const std::optional<ShownRun> run = look_();
     setVisible(run.has_value());
-    if (!run || !run->countsDown)
+    const int changes = run ? run->changes : 0;
+    if (changes == 0)
         timer_.stop();
-    else if (!timer_.isActive())
-        timer_.start();
+    else if (!timer_.isActive() || timer_.interval() != changes)
+        timer_.start(changes);
     if (!run)
         return;
-    setRange(0, run->lines);
+    setRange(0, std::max(run->lines, 1)); // 0 would be a bar that moves for ever
     setValue(run->line);
     setFormat(QString::fromStdString(run->text));
 }
 
-std::optional<ShownRun> shownRun(const MultipleRun& run, const RunControls& controls) {
+std::optional<ShownRun> shownRun(const MultipleRun& run, const RunControls& controls,
+                                 ContinuousCount& count) {
     const std::optional<RunProgress>& progress = run.progress();
+    const bool isContinuous = controls.continuous();
+    if (!progress && isContinuous)
+        return ShownRun{.changes = counting, .text = count.text()};
     if (!progress)
         return {};
     std::string text = fmt::format("line {} of {}", progress->line + 1, progress->lines);
-    if (controls.continuous())
+    if (isContinuous)
         text = fmt::format("Pass {}, {}", progress->pass, text);
     else
         text[0] = 'L';
     if (progress->waitUntil)
         text += waitText(run.remainingWait());
+    if (isContinuous)
+        text += ", " + count.text();
     return ShownRun{.line = static_cast<int>(progress->line) + 1,
                     .lines = static_cast<int>(progress->lines),
-                    .countsDown = progress->waitUntil.has_value(),
+                    .changes = progress->waitUntil ? countdown
+                               : isContinuous      ? counting
+                                                   : 0,
                     .text = std::move(text)};
 }
 
@@ -88,7 +100,7 @@ std::optional<ShownRun> shownRun(const SequencePlayer& run) {
         return {};
     return ShownRun{.line = progress->line,
                     .lines = progress->lines,
-                    .countsDown = progress->waitUntil.has_value(),
+                    .changes = progress->waitUntil ? countdown : 0,
                     .text = fmt::format("Line {} of {}{}{}", progress->line, progress->lines,
                                         progress->waitUntil ? waitText(run.remainingWait()) : "",
                                         awaitedText(progress->awaited))};

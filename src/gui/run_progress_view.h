@@ -2,6 +2,7 @@
 
 #include "gui/binder.h"
 #include "panels/common/sequence_player.h"
+#include "sending/continuous_count.h"
 #include "sending/multiple_run.h"
 
 #include <functional>
@@ -14,13 +15,14 @@ namespace bitlux::gui {
 
 /// What is told of a run.
 struct ShownRun {
-    int line = 0; ///< from 1
-    int lines = 0;
-    bool countsDown = false; ///< the text changes by itself
+    int line = 0;    ///< from 1
+    int lines = 0;   ///< 0 where there is no list
+    int changes = 0; ///< milliseconds after which the text may be another by itself; 0 for never
     std::string text;
 };
 
-/// Where a run is: line, and what is left of a wait. Hidden while none is on.
+/// Where a run is: line, what is left of a wait, how many words in a continuous run. Hidden while
+/// none is on.
 class RunProgressView : public QProgressBar {
 public:
     /// Nothing while no run is on.
@@ -32,8 +34,6 @@ public:
     void leave();
 
 private:
-    static constexpr int countdown = 100; ///< milliseconds between two looks at a wait
-
     void follow();
 
     Look look_;
@@ -41,8 +41,9 @@ private:
     Subscription flushed_;
 };
 
-/// A run over the commands to send.
-[[nodiscard]] std::optional<ShownRun> shownRun(const MultipleRun& run, const RunControls& controls);
+/// A run over the commands to send, or a continuous run of the one word.
+[[nodiscard]] std::optional<ShownRun> shownRun(const MultipleRun& run, const RunControls& controls,
+                                               ContinuousCount& count);
 /// A run over the sequence of a panel.
 [[nodiscard]] std::optional<ShownRun> shownRun(const SequencePlayer& run);
 

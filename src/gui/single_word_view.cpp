@@ -35,7 +35,8 @@ SingleWordView::SingleWordView(Program& program, Binder& binder, QWidget& before
     runPlace_.room = new QWidget(this);
     layout->addWidget(runPlace_.room);
     layout->addWidget(new LogPinsView(form_, binder_, LogPinsView::Page::SingleWord, this), 1);
-    subscriptions_ = {program.engine().wordTransferred.follow([this] { answered_ = true; }),
+    subscriptions_ = {program.engine().wordStarting.follow([this] { noteWord(); }),
+                      program.engine().wordTransferred.follow([this] { answered_ = true; }),
                       binder_.flushed.follow([this] { follow(); })};
     follow();
 }
@@ -138,10 +139,8 @@ QWidget* SingleWordView::makeHexRows() {
     grid->setHorizontalSpacing(12);
     const QFont large = scaled(fixedFont(), 1.35);
     auto* entryTitle = binder_.make<QLabel>(page.lblHexDI, hexRows_);
-    auto* entry = binder_.make<QLineEdit>(page.txtHexWordToSend, hexRows_);
+    auto* entry = new WordEntry(page.txtHexWordToSend, binder_, hexRows_);
     entry->setFont(large);
-    entry->setPlaceholderText("hexadecimal, Enter sends");
-    entry->setMaxLength(1 << 20);
     entryTitle->setBuddy(entry);
     hexEntry_ = entry;
     auto* answer = binder_.make<DigitsLabel>(page.lblHexWordReceived, hexRows_);
@@ -166,6 +165,20 @@ QWidget* SingleWordView::makeCommandRow() {
     row->addWidget(last);
     runPlace_.before = last;
     return widget;
+}
+
+/// Panels and extra pins send words too; those of a run are the page's while it is shown.
+void SingleWordView::noteWord() {
+    if (hexEntry_ != nullptr && form_.singleWord.txtHexWordToSend.visible() &&
+        form_.run.state() != RunControls::State::Idle && isVisible())
+        hexEntry_->sending();
+}
+
+void SingleWordView::enterNextWord() {
+    if (hexEntry_ == nullptr || !hexEntry_->isVisible())
+        return;
+    hexEntry_->setFocus();
+    hexEntry_->selectAll();
 }
 
 void SingleWordView::follow() {

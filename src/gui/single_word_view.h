@@ -2,6 +2,7 @@
 
 #include "gui/binder.h"
 #include "gui/run_row.h"
+#include "gui/word_entry.h"
 #include "program/program.h"
 
 #include <array>
@@ -23,6 +24,10 @@ public:
     /// Where the run buttons stand on this page.
     [[nodiscard]] const RunRow::Place& runPlace() const { return runPlace_; }
 
+    /// The next word that is typed replaces the one that stands there; nothing where words are
+    /// bits.
+    void enterNextWord();
+
 private:
     QWidget* makeBitRows();
     QWidget* makeBitRow(QGroupBox* frame, QLabel* title, bool toSend);
@@ -33,6 +38,7 @@ private:
     /// Lets the tabulator key go through the entries, from the left, before the buttons.
     void orderTabs();
     [[nodiscard]] bool isShown(std::size_t group) const;
+    void noteWord();
     void follow();
 
     MainForm& form_;
@@ -42,12 +48,12 @@ private:
     std::array<QHBoxLayout*, 2> bitRows_{};
     QVBoxLayout* entries_ = nullptr;
     std::array<QWidget*, SingleWordPage::bitColumns> bitButtons_{};
-    QWidget* hexEntry_ = nullptr;
+    WordEntry* hexEntry_ = nullptr;
     std::vector<DigitsLabel*> answers_;
     QWidget* bits_ = nullptr;
     QWidget* hexRows_ = nullptr;
     RunRow::Place runPlace_;
-    std::array<Subscription, 2> subscriptions_;
+    std::array<Subscription, 3> subscriptions_;
     bool answered_ = false; ///< a word came back since the last refresh
 };
 

@@ -258,6 +258,19 @@ QColor changedColor() {
     return isDark() ? QColor(0x7A, 0x5A, 0x12) : QColor(0xFF, 0xD9, 0x7A);
 }
 
+QColor warningColor() {
+    return isDark() ? QColor(0xFF, 0x8A, 0x80) : QColor(0xB7, 0x1C, 0x1C);
+}
+
+void showWarning(QWidget& label, bool wrong) {
+    const QColor ink = wrong ? warningColor() : QApplication::palette().color(QPalette::WindowText);
+    if (label.palette().color(QPalette::WindowText) == ink)
+        return;
+    QPalette palette = QApplication::palette();
+    palette.setColor(QPalette::WindowText, ink);
+    label.setPalette(palette);
+}
+
 QFont fixedFont() {
     QFont font = QApplication::font();
     font.setFamilies({"DejaVu Sans Mono", "monospace"});

@@ -39,6 +39,7 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
       Text2(*this, "Text2"),
       run(*this, parts.session, parts.desk.loop, parts.engine.failures()),
       commands(*this, parts.desk.boxes),
+      continuousCount(parts.engine, run, parts.clock),
       log(*this, parts.session, parts.options, parts.desk),
       singleWord(*this, {.session = parts.session,
                          .engine = parts.engine,
@@ -129,11 +130,19 @@ void MainForm::addNotices(const Parts& parts) {
         missingPins_.clear();
     });
     const Session& session = parts.session;
+    notices.add([parts] { return goneNotice(parts); });
     notices.add([this, &session] { return missingWordNotice(session); });
     notices.add([this, &session] { return missingPinNotice(session); });
     notices.add([this] { return unsaved.notice(); });
     notices.add([this, &session] { return shapeNotice(session); });
     notices.add([this] { return emptiedNotice(); });
+    notices.add([this] { return logFileNotice(); });
+}
+
+std::optional<Notice> MainForm::goneNotice(const Parts& parts) {
+    if (!parts.engine.usesDongle() || parts.dongle.isPresent())
+        return {};
+    return Notice{.text = "Dongle gone: plug it in, the next send looks for it"};
 }
 
 std::optional<Notice> MainForm::missingWordNotice(const Session& session) {
@@ -189,6 +198,20 @@ std::optional<Notice> MainForm::emptiedNotice() const {
                               : fmt::format("Apply emptied the words of {} Quick Commands", count),
                   .button = "Restore",
                   .procedure = "RestoreQuickCommands"};
+}
+
+std::optional<Notice> MainForm::logFileNotice() const {
+    constexpr std::size_t longestText = 120;
+    if (!log.file.failure().empty())
+        return Notice{.text =
+                          "The log file ended early: " + printable(log.file.failure(), longestText),
+                      .button = "Log to File...",
+                      .procedure = "itemLogToFile_Click"};
+    if (!log.file.isOn())
+        return {};
+    return Notice{.text = "Logging to " + printable(log.file.fileName(), longestText),
+                  .button = "Stop Logging",
+                  .procedure = "itemLogToFile_Click"};
 }
 
 void MainForm::registerProcedures(const Parts& parts) {

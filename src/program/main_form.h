@@ -13,6 +13,7 @@
 #include "sending/batches.h"
 #include "sending/command_editor.h"
 #include "sending/command_lists.h"
+#include "sending/continuous_count.h"
 #include "sending/emptied_commands.h"
 #include "sending/extra_pin_rows.h"
 #include "sending/multiple_run.h"
@@ -53,9 +54,11 @@ public:
 private:
     void registerProcedures(const Parts& parts);
     void addNotices(const Parts& parts);
+    [[nodiscard]] static std::optional<Notice> goneNotice(const Parts& parts);
     [[nodiscard]] std::optional<Notice> missingWordNotice(const Session& session);
     [[nodiscard]] std::optional<Notice> shapeNotice(const Session& session) const;
     [[nodiscard]] std::optional<Notice> emptiedNotice() const;
+    [[nodiscard]] std::optional<Notice> logFileNotice() const;
 
     void noteRunProgress();
     [[nodiscard]] std::optional<Notice> missingPinNotice(const Session& session);
@@ -79,6 +82,7 @@ public:
 
     RunControls run;
     CommandLists commands;
+    ContinuousCount continuousCount;
     SessionLog log;
     SingleWordPage singleWord;
     EmptiedCommands emptied;

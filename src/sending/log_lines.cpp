@@ -44,15 +44,23 @@ void LogLines::addText(std::string line) {
 
 void LogLines::clear() {
     entries_.clear();
-    size_ = 0;
+    begin_ = end_ = 0;
+}
+
+void LogLines::keepLast(std::size_t lines) {
+    while (size() > lines) {
+        entries_.pop_front();
+        begin_ = entries_.empty() ? end_ : entries_.front().firstLine;
+    }
 }
 
 std::string LogLines::line(std::size_t index) const {
+    const std::size_t wanted = begin_ + index;
     const auto after = std::upper_bound(
-        entries_.begin(), entries_.end(), index,
-        [](std::size_t line, const Entry& entry) { return line < entry.firstLine; });
+        entries_.begin(), entries_.end(), wanted,
+        [](std::size_t number, const Entry& entry) { return number < entry.firstLine; });
     const Entry& entry = *std::prev(after);
-    const std::size_t within = index - entry.firstLine;
+    const std::size_t within = wanted - entry.firstLine;
     return entry.text.empty() ? textOf(entry.word)[within] : entry.text[within];
 }
 
@@ -74,8 +82,8 @@ std::vector<std::string> LogLines::textOf(const RawWord& word) {
 }
 
 void LogLines::add(const RawWord& word, std::vector<std::string> text, std::size_t lines) {
-    entries_.push_back({.firstLine = size_, .word = word, .text = std::move(text)});
-    size_ += lines;
+    entries_.push_back({.firstLine = end_, .word = word, .text = std::move(text)});
+    end_ += lines;
 }
 
 } // namespace bitlux

@@ -6,6 +6,7 @@
 #include <array>
 #include <bitset>
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <vector>
 
@@ -22,8 +23,12 @@ public:
     void addWord(WordBits sent, WordBits received, WordDisplay display);
     void addText(std::string line);
     void clear();
+    /// Drops the oldest words until no more lines are left than this.
+    void keepLast(std::size_t lines);
+    /// The five lines of a word.
+    static std::vector<std::string> textOf(WordBits sent, WordBits received, WordDisplay display);
 
-    [[nodiscard]] std::size_t size() const override { return size_; }
+    [[nodiscard]] std::size_t size() const override { return end_ - begin_; }
     [[nodiscard]] std::string line(std::size_t index) const override;
 
 private:
@@ -38,17 +43,17 @@ private:
     };
     /// One word, or lines kept as text when there are any.
     struct Entry {
-        std::size_t firstLine;
+        std::size_t firstLine; ///< numbers go on when older lines go
         RawWord word;
         std::vector<std::string> text;
     };
 
-    static std::vector<std::string> textOf(WordBits sent, WordBits received, WordDisplay display);
     static std::vector<std::string> textOf(const RawWord& word);
     void add(const RawWord& word, std::vector<std::string> text, std::size_t lines);
 
-    std::vector<Entry> entries_;
-    std::size_t size_ = 0;
+    std::deque<Entry> entries_;
+    std::size_t begin_ = 0; ///< number of the first line that is left
+    std::size_t end_ = 0;   ///< behind the last
 };
 
 } // namespace bitlux

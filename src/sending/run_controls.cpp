@@ -105,6 +105,7 @@ void RunControls::sendOnce(const std::function<void()>& send) {
 void RunControls::cmdSendContinuous_Click() {
     UnderWay run(*this, State::Continuous);
     try {
+        continuousBegins.raise();
         for (int pass = 1; run.state == State::Continuous; ++pass) {
             pass_ = pass;
             const bool sent = sendPass();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/desk.h"
+#include "platform/event.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
 #include "session/session.h"
@@ -28,6 +29,9 @@ public:
     std::function<void()> sendSingle;   ///< the word of the single-word page
     std::function<bool()> hasCommands;  ///< false after a message when there are none to send
     std::function<bool()> sendMultiple; ///< the commands of the Batch page, once; false when none
+
+    /// A continuous run begins.
+    Event<> continuousBegins;
 
     void cmdSendOnce_Click();
     /// Sends until cmdStopContinuous_Click is called, by a hand or by a failure; gives the event

@@ -3,6 +3,7 @@
 #include "platform/failure.h"
 #include "platform/text_file.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace bitlux {
@@ -55,7 +56,8 @@ SessionLog::SessionLog(forms::Form& form, Session& session, const LiveOptions& o
       cmdClearLogMult(form, "cmdClearLogMult", "Cl&ear Log"),
       itemSaveLog(form, "itemSaveLog", "Save Session &Log"),
       itemSaveLogAs(form, "itemSaveLogAs", "Save Session Log As..."),
-      itemClearLog(form, "itemClearLog", "&Clear Session Log") {
+      itemClearLog(form, "itemClearLog", "&Clear Session Log"),
+      file(form, desk) {
     form.procedure("UpdateLog", [this] { UpdateLog(); });
     for (const char* name :
          {"cmdClearLogSingle_Click", "cmdClearLogMult_Click", "itemClearLog_Click"})
@@ -72,7 +74,13 @@ void SessionLog::UpdateLog() {
 }
 
 void SessionLog::logWord(bool continuous, PlaceInPass place) {
-    if (session_.SessionLogEnabled != ConstOn || !session_.WordAnswered)
+    if (!session_.WordAnswered)
+        return;
+    if (file.isOn())
+        file.add(LogLines::textOf(wordOf(session_.WordToSend, session_.SPIWordLength),
+                                  wordOf(session_.WordReceived, session_.SPIWordLength),
+                                  displayOf(session_)));
+    if (session_.SessionLogEnabled != ConstOn)
         return;
     if (!continuous) {
         UpdateLog();
@@ -89,6 +97,8 @@ void SessionLog::logWord(bool continuous, PlaceInPass place) {
 }
 
 void SessionLog::logLine(const std::string& text, bool continuous) {
+    if (file.isOn())
+        file.add(std::initializer_list<std::string_view>{text});
     if (!takesText(continuous))
         return;
     lines_->addText(text);
@@ -96,6 +106,8 @@ void SessionLog::logLine(const std::string& text, bool continuous) {
 }
 
 void SessionLog::logNote(const std::string& text, bool continuous) {
+    if (file.isOn())
+        file.add(std::initializer_list<std::string_view>{text, " "});
     if (takesText(continuous))
         addNote(text);
 }
@@ -110,7 +122,7 @@ bool SessionLog::takesContinuous() const {
 }
 
 bool SessionLog::full() const {
-    return session_.SessionLogEnabled == ConstOn &&
+    return session_.SessionLogEnabled == ConstOn && !file.isWanted() &&
            lines_->size() >= static_cast<std::size_t>(session_.SessionLogCapacity);
 }
 
@@ -190,7 +202,15 @@ void SessionLog::linesChanged() {
     lstSessionLogMult.linesChanged();
 }
 
+void SessionLog::makeRoom() {
+    constexpr std::size_t longestEntry = 5; // further lines of one word
+    const auto capacity = static_cast<std::size_t>(std::max<int>(session_.SessionLogCapacity, 0));
+    if (file.isWanted())
+        lines_->keepLast(capacity > longestEntry ? capacity - longestEntry : 0);
+}
+
 void SessionLog::moveToLastLine() {
+    makeRoom();
     linesChanged();
     const int last = static_cast<int>(lines_->size()) - 1;
     lstSessionLogSingle.setListIndex(last);

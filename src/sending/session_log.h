@@ -4,6 +4,7 @@
 #include "platform/forms/control_array.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
+#include "sending/log_file.h"
 #include "sending/log_lines.h"
 #include "session/live_options.h"
 #include "session/session.h"
@@ -39,7 +40,7 @@ public:
     void logLine(const std::string& text, bool continuous);
     /// The same and an empty line behind it.
     void logNote(const std::string& text, bool continuous);
-    /// True when the log is on and has no room for a further word.
+    /// True when the log is on and has no room for a further word; never while a file takes them.
     [[nodiscard]] bool full() const;
     void clear();
 
@@ -58,6 +59,8 @@ private:
     [[nodiscard]] bool takesContinuous() const;
     [[nodiscard]] bool takesText(bool continuous) const;
     void addNote(const std::string& text);
+    /// While a file takes all lines, the list keeps the last and does not become full.
+    void makeRoom();
     void linesChanged();
     void moveToLastLine();
     std::optional<std::string> askFileName();
@@ -82,6 +85,7 @@ public:
     forms::MenuItem itemSaveLog;
     forms::MenuItem itemSaveLogAs;
     forms::MenuItem itemClearLog;
+    LogFile file;
 };
 
 } // namespace bitlux

@@ -100,6 +100,8 @@ void SingleWordPage::SetSpiWordLength(std::int16_t length) {
 void SingleWordPage::showBitColumns() {
     for (int i = 0; i < bitColumns; ++i) {
         const bool shown = i < session_.SPIWordLength;
+        if (shown)
+            cmdSI_single(i).setCaption(bitCaption(bitOf(static_cast<std::size_t>(i))));
         cmdSI_single(i).setVisible(shown);
         lblSO_single(i).setVisible(shown);
         lblInBitsSingle(i).setVisible(shown);

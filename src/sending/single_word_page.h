@@ -41,7 +41,7 @@ public:
     void AdjustSPILabels();
     /// Sets the length of the coming words, as panels do; the word to send is made anew.
     void SetSpiWordLength(std::int16_t length);
-    /// Shows the bit columns that belong to the word and hides the others.
+    /// Shows the bit columns that belong to the word, with its bits to send, and hides the others.
     void showBitColumns();
 
     void cmdSI_single_Click(int index);

@@ -35,12 +35,32 @@ DongleLink::Found DongleLink::search() {
     close();
     Endpoint1 = host_.makeEndpoint();
     Endpoint2 = host_.makeEndpoint();
+    const Found found = openFirst();
+    setPresent(found == Found::Opened);
+    return found;
+}
+
+DongleLink::Found DongleLink::openFirst() {
     if (Endpoint1->enumerate(deviceInterfaceClass) < 1)
         return Found::None;
     const UsbStatus reading = Endpoint1->open(0);
     const UsbStatus writing = Endpoint2->open(0);
     return reading == UsbStatus::Success && writing == UsbStatus::Success ? Found::Opened
                                                                           : Found::NotOpened;
+}
+
+void DongleLink::setPresent(bool present) {
+    if (isPresent_ == present)
+        return;
+    isPresent_ = present;
+    if (!present)
+        ++losses_;
+    presenceChanged.raise();
+}
+
+void DongleLink::checkPresence() {
+    if (isPresent_ && waiting_ == nullptr)
+        drain();
 }
 
 void DongleLink::setUpPipes() {
@@ -215,7 +235,10 @@ UsbStatus DongleLink::drain() {
 }
 
 UsbStatus DongleLink::noteGone(UsbStatus status) {
-    isGone_ = isGone_ || status == UsbStatus::Gone;
+    if (status == UsbStatus::Gone) {
+        isGone_ = true;
+        setPresent(false);
+    }
     return status;
 }
 

@@ -66,6 +66,15 @@ public:
     /// The link failed and the user was told: whatever sends by itself stops.
     Event<> failed;
 
+    /// The dongle is there, as far as a search or a transfer has told.
+    [[nodiscard]] bool isPresent() const { return isPresent_; }
+    /// How often it has gone.
+    [[nodiscard]] unsigned losses() const { return losses_; }
+    /// Finds out whether it is still there; sends nothing, and takes no answer that is waited for.
+    void checkPresence();
+    /// isPresent() is another.
+    Event<> presenceChanged;
+
     /// Tells of every frame from now on; the listener outlives the recording.
     void startRecording(WireListener& listener, const Clock& clock);
     void stopRecording() { listener_ = nullptr; }
@@ -84,6 +93,7 @@ private:
         UsbFrame answer{};
     };
 
+    Found openFirst();
     Outcome attempt(const UsbFrame& frame, UsbFrame& answer, std::optional<std::int64_t> limit,
                     EventLoop* loop);
     void awaitAnswer(Sent& sent, EventLoop* loop);
@@ -97,6 +107,7 @@ private:
     UsbStatus settleLateAnswers();
     UsbStatus drain();
     UsbStatus noteGone(UsbStatus status);
+    void setPresent(bool present);
     void fail();
     void record(WireAccess::Kind kind, const UsbFrame& frame);
 
@@ -107,9 +118,11 @@ private:
     std::unique_ptr<UsbEndpoint> Endpoint1; ///< reads
     std::unique_ptr<UsbEndpoint> Endpoint2; ///< writes
     bool isGone_ = false;                   ///< the dongle that was open
-    Sent* waiting_ = nullptr;               ///< the frame whose wait lets handlers run
-    int late_ = 0;                          ///< answers that missed their limit
-    std::int64_t lateUntil_ = 0;            ///< when they are no longer waited for
+    bool isPresent_ = false;
+    unsigned losses_ = 0;
+    Sent* waiting_ = nullptr;    ///< the frame whose wait lets handlers run
+    int late_ = 0;               ///< answers that missed their limit
+    std::int64_t lateUntil_ = 0; ///< when they are no longer waited for
     WireListener* listener_ = nullptr;
     const Clock* listenerClock_ = nullptr;
 };

@@ -1,7 +1,9 @@
 #include "bitlux_program.h"
 #include "board_file.h"
+#include "support/file_size_limit.h"
 #include "support/test_bench.h"
 
+#include <algorithm>
 #include <csignal>
 #include <functional>
 
@@ -41,10 +43,29 @@ TEST(RunCommand, PrintsALineAWordAndSavesTheLog) {
               "A5 A5\nA5 A5\nA5 A5\nA5 A5\nA5 A5\nA5 A5\n");
     // Without a log there is none that could be full.
     EXPECT_EQ(board.run("--bench loopback --batch sweep --times 9000").code, 0);
-    const Outcome full =
-        board.run("--bench loopback --batch sweep --times 9000 --log " + board.path("full"));
+    const std::string much = "--bench loopback --batch sweep --times 9000 --log ";
+    const Outcome full = board.run(much + "-");
     EXPECT_NE(full.output.find("The Session Log is full."), std::string::npos);
     EXPECT_EQ(full.code, 1);
+    // A file takes what a list does not.
+    EXPECT_EQ(board.run(much + board.path("file")).code, 0);
+    const std::string file = contentOf(board.path("file"));
+    std::size_t words = 0;
+    for (std::size_t at = 0; (at = file.find("SPI Word Sent:\r\n", at)) != std::string::npos; ++at)
+        ++words;
+    EXPECT_EQ(words, 18000U);
+    // On a full disk it ends, and the words go on.
+    const FileSizeLimit limit(1000);
+    const Outcome stopped =
+        board.run("--bench loopback --batch sweep --times 30 --log " + board.path("stopped"));
+    EXPECT_EQ(std::count(stopped.output.begin(), stopped.output.end(), '\n'), 60 + 1);
+    EXPECT_NE(stopped.output.find("The file \"" + board.path("stopped") +
+                                  "\" cannot be written: File too large; the log ends there.\n"),
+              std::string::npos);
+    EXPECT_EQ(stopped.code, 1);
+    const std::string stoppedFile = contentOf(board.path("stopped"));
+    EXPECT_TRUE(file.starts_with(stoppedFile) && stoppedFile.ends_with(" \r\n"));
+    EXPECT_GT(stoppedFile.size(), 900U);
 }
 
 TEST(RunCommand, PrintsObjects) {

@@ -1,3 +1,4 @@
+#include "config/word_length_note.h"
 #include "support/test_bench.h"
 
 #include <gtest/gtest.h>
@@ -169,6 +170,103 @@ TEST(Apply, RefusesAPinConflictWhileTheDialogIsOpen) {
         dialog.cmdApply_Click();
         EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
         EXPECT_EQ(bench.session().CSPin, c.cs[0] - '2');
+    }
+}
+
+TEST(Apply, NamesTheFieldsThatClash) {
+    TestBench bench;
+    ConfigureDialog& dialog = bench.program.dialog();
+    const auto clashes = [&dialog] {
+        std::string text;
+        for (const PinClash& clash : dialog.pinClashes()) {
+            text += clash.pin + ":";
+            for (const PinField& field : clash.fields)
+                text += " " + field.line;
+            text += ";";
+        }
+        return text;
+    };
+    EXPECT_EQ(clashes(), "");
+    dialog.extraPins.dataPins.enable(0).setValue(1); // without a pin yet
+    dialog.extraPins.dataPins.enable(1).setValue(1);
+    EXPECT_EQ(clashes(), "");
+    dialog.extraPins.dataPins.assignment(0).setText("3");
+    dialog.extraPins.controlPins.enable(2).setValue(1);
+    dialog.extraPins.controlPins.name(2).setText("LED");
+    dialog.extraPins.controlPins.assignment(2).setText("1");
+    EXPECT_EQ(clashes(), "3: DI Data 0;");
+    dialog.cmbDO.setText("7"); // which meets no data pin
+    dialog.cmbCLK.setText("7");
+    EXPECT_EQ(clashes(), "3: DI Data 0;");
+    dialog.cmbCS.setText("7");
+    EXPECT_EQ(clashes(), "3: DI Data 0;7: CS CLK;");
+    dialog.extraPins.dataPins.enable(0).setValue(0);
+    dialog.cmbCS.setText("8");
+    EXPECT_EQ(clashes(), "");
+}
+
+TEST(Apply, ChangesNothingForALimitThatIsNone) {
+    for (const auto withDongle : {TestBench::WithDongle::No, TestBench::WithDongle::Yes}) {
+        TestBench bench("loopback", {}, withDongle);
+        if (withDongle == TestBench::WithDongle::No)
+            bench.configure("8", {"optHex"});
+        else
+            bench.click("frmConfigureSPI.cmdApply");
+        ConfigureDialog& dialog = bench.program.dialog();
+        bench.session().ConfigDirty = ConstOff;
+        const std::string name = bench.session().PartName;
+        dialog.txtPartName.setText("Other");
+        dialog.cmbSPIWordLength.setText("16");
+        dialog.optLSBfirst.setValue(true);
+        dialog.CheckEnable72537.setValue(1);
+        dialog.txtMessageLimit.setText("99999");
+        dialog.setVisible(true);
+        EXPECT_EQ(accessesOf(bench, [&] { bench.click("frmConfigureSPI.cmdApply"); }), "");
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Overflow"});
+        EXPECT_EQ(bench.session().SPIWordLength, 8);
+        EXPECT_EQ(bench.session().PartName, name);
+        EXPECT_EQ(bench.session().Saved.SavedPartName, name);
+        EXPECT_EQ(bench.session().MSBFirst, ConstOn);
+        EXPECT_EQ(bench.session().ConfigDirty, ConstOff);
+        EXPECT_FALSE(bench.program.mainForm().tabs.IsTabActive(72537));
+    }
+}
+
+TEST(Apply, ShowsTheWordThatARefusalLeaves) {
+    TestBench bench;
+    bench.configure("8", {"optBinary"});
+    bench.click("frmMain.cmdSI_single(5)");
+    bench.program.dialog().cmbDI.setText("2");
+    bench.configure("8", {"optBinary"});
+    EXPECT_EQ(bench.boxes.takeTexts().size(), 1U);
+    EXPECT_EQ(bench.get<forms::Button>("frmMain.cmdSI_single(5)").caption(), "0");
+    bench.click("frmMain.cmdSendOnce");
+    EXPECT_EQ(bench.log().at(1), "  00000000");
+}
+
+TEST(WordLengthNote, SaysWhatApplyMakesOfTheTextAndWhatTheBusTakes) {
+    struct Case {
+        const char* typed;
+        bool onDongle;
+        bool fits;
+        const char* text;
+    };
+    constexpr const char* dongleTakes = "The dongle takes 8, 16, 24, 32 and 40";
+    for (const Case& c :
+         {Case{"24", false, true, ""}, Case{"7.5", false, true, "Will be 8 bits"},
+          Case{"160", false, true, ""}, Case{"161", false, false, "The port takes 1 to 160"},
+          Case{"160.4", false, false, "Will be 160 bits; the port takes 1 to 160"},
+          Case{"many", false, false, "Will be 0 bits; the port takes 1 to 160"},
+          Case{"", false, false, "Will be 0 bits; the port takes 1 to 160"},
+          Case{"-3", false, false, "The port takes 1 to 160"},
+          Case{"1e400", false, false, "The port takes 1 to 160"},
+          Case{"24", true, true, dongleTakes}, Case{"40", true, true, dongleTakes},
+          Case{"12", true, false, dongleTakes}, Case{"48", true, false, dongleTakes},
+          Case{"7.5", true, true, "Will be 8 bits; the dongle takes 8, 16, 24, 32 and 40"},
+          Case{"40.5", true, false, "Will be 40 bits; the dongle takes 8, 16, 24, 32 and 40"}}) {
+        const WordLengthNote note = wordLengthNote(c.typed, c.onDongle);
+        EXPECT_EQ(note.text, c.text) << '"' << c.typed << '"';
+        EXPECT_EQ(note.fits, c.fits) << '"' << c.typed << '"' << c.onDongle;
     }
 }
 

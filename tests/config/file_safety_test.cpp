@@ -30,6 +30,7 @@ TEST(ConfigurationFile, IsNotDamagedByAPortThatCannotBeUsed) {
     FileBench writer;
     const std::string name = writer.folder.path("good.spi");
     writer.save("one");
+    writer.program.dialog().CheckEnable72537.setValue(1);
     writer.saveAs(name);
     const std::string content = contentOf(name);
 
@@ -42,6 +43,8 @@ TEST(ConfigurationFile, IsNotDamagedByAPortThatCannotBeUsed) {
     program.open(name);
     EXPECT_EQ(around.boxes.takeTexts(), Texts{"The port is held by another program."});
     EXPECT_EQ(program.session().ConfigFileName, "");
+    // Apply has come to its end; the pins alone could not follow.
+    EXPECT_TRUE(program.mainForm().tabs.IsTabActive(72537));
     program.mainForm().files.itemSave.click(); // asks, and is cancelled
     EXPECT_EQ(contentOf(name), content);
 }

@@ -2,10 +2,13 @@
 #include "live_window.h"
 #include "window_bench.h"
 
+#include "gui/elided_label.h"
+
 #include <functional>
 #include <set>
 
 #include <QAccessible>
+#include <QClipboard>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -101,6 +104,57 @@ TEST(MainWindow, SendsWhatIsTypedOnEnter) {
     EXPECT_EQ(log.count(), 5);
     EXPECT_EQ(log.line(3), "  A5C3");
     EXPECT_EQ(log.current(), 4);
+}
+
+TEST(WordEntry, TakesWordAfterWordAsPeopleWriteThem) {
+    WindowBench bench;
+    bench.configure("16");
+    bench.settle();
+    auto& entry = bench.widget<QLineEdit>("frmMain.txtHexWordToSend");
+    entry.setFocus();
+    const auto send = [&](const char* typed) {
+        QTest::keyClicks(&entry, typed);
+        QTest::keyClick(&entry, Qt::Key_Return);
+        EXPECT_EQ(entry.selectedText(), entry.text());
+        return entry.text().toStdString();
+    };
+    EXPECT_EQ(send("0xA_5"), "00A5");
+    EXPECT_EQ(send("1234"), "1234");
+    EXPECT_EQ(send("1234"), "1234");
+    EXPECT_EQ(send("no"), "no"); // which the form refuses
+    EXPECT_EQ(bench.boxes.takeTexts(), std::vector<std::string>{"Not a valid hex number!"});
+    QApplication::clipboard()->setText(" 0xDE 0Xad\n");
+    entry.paste();
+    EXPECT_EQ(entry.text(), "DEad");
+    EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), "DEad");
+    QTest::keyClick(&entry, Qt::Key_Return);
+
+    const auto after = [&](Qt::Key key) {
+        QTest::keyClick(&entry, key);
+        return bench.text("frmMain.txtHexWordToSend");
+    };
+    EXPECT_EQ(after(Qt::Key_Down), "DEad");
+    QTest::keyClicks(&entry, "77");
+    EXPECT_EQ(after(Qt::Key_Up), "DEad");
+    EXPECT_EQ(after(Qt::Key_Up), "1234");
+    EXPECT_EQ(after(Qt::Key_Up), "00A5");
+    EXPECT_EQ(after(Qt::Key_Up), "00A5");
+    EXPECT_EQ(after(Qt::Key_Down), "1234");
+    EXPECT_EQ(after(Qt::Key_Down), "DEad");
+    EXPECT_EQ(after(Qt::Key_Down), "77");
+    EXPECT_EQ(after(Qt::Key_Down), "77");
+
+    // What a script writes is shown as it is.
+    bench.get<forms::TextBox>("frmMain.txtHexWordToSend").setText("0x1 2");
+    bench.settle();
+    EXPECT_EQ(entry.text(), "0x1 2");
+
+    bench.choose("frmMain.itemPortOptions");
+    bench.settle();
+    bench.widget<QPushButton>("frmMain.cmdSendOnce").setFocus();
+    bench.press("frmConfigureSPI.cmdOK");
+    EXPECT_EQ(bench.window.focusWidget(), &entry);
+    EXPECT_EQ(entry.selectedText(), "0x1 2");
 }
 
 TEST(MainWindow, SendsTheBitsThatArePressed) {
@@ -210,6 +264,28 @@ TEST(MainWindow, TellsInTheStatusLineWhatHelps) {
     bench.press("notice.button");
     EXPECT_FALSE(text.isVisible());
     EXPECT_FALSE(button.isVisible());
+}
+
+TEST(MainWindow, TellsThatTheDongleIsGoneUntilItIsFound) {
+    WindowBench bench("echo");
+    bench.dongle.plug();
+    bench.program.mainForm().call("Start_USB");
+    bench.window.activateWindow();
+    bench.settle();
+    auto& bus = bench.widget<gui::ElidedLabel>("bus");
+    auto& notice = bench.widget<gui::ElidedLabel>("notice.text");
+    EXPECT_EQ(bus.text().section("    ", 0, 0), "USB dongle");
+    EXPECT_FALSE(notice.isVisible());
+    bench.dongle.unplug();
+    bench.program.dongle().checkPresence();
+    bench.settle();
+    EXPECT_EQ(bus.text().section("    ", 0, 0), "USB dongle, gone");
+    EXPECT_EQ(notice.text(), "Dongle gone: plug it in, the next send looks for it");
+    bench.dongle.plug();
+    bench.press("frmMain.cmdSendOnce");
+    EXPECT_EQ(bus.text().section("    ", 0, 0), "USB dongle");
+    EXPECT_FALSE(notice.isVisible());
+    EXPECT_TRUE(bench.boxes.takeTexts().empty());
 }
 
 TEST(MainWindow, IgnoresAClickThatCameTooLate) {

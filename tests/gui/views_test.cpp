@@ -1,6 +1,7 @@
 #include "window_bench.h"
 
 #include "gui/bench_view.h"
+#include "gui/theme.h"
 #include "platform/failure.h"
 
 #include <set>
@@ -110,6 +111,51 @@ TEST(ConfigureView, StaysOpenWhenApplyRefuses) {
     EXPECT_TRUE(bench.program.dialog().visible());
     bench.window.findChild<QDialog*>()->close();
     EXPECT_FALSE(bench.program.dialog().visible());
+}
+
+TEST(ConfigureView, SaysBesideTheFieldsWhatIsWrong) {
+    WindowBench bench;
+    bench.choose("frmMain.itemPortOptions");
+    bench.settle();
+    bench.press("frmConfigureSPI.Btn_ParallelPort");
+    auto& length = bench.widget<QComboBox>("frmConfigureSPI.cmbSPIWordLength");
+    auto& note = bench.widget<QLabel>("wordLengthNote");
+    const auto isRed = [](const QWidget& label) {
+        return label.palette().color(QPalette::WindowText) == gui::warningColor();
+    };
+    length.lineEdit()->selectAll();
+    QTest::keyClicks(length.lineEdit(), "161");
+    bench.settle();
+    EXPECT_EQ(note.text(), "The port takes 1 to 160");
+    EXPECT_EQ(length.accessibleDescription(), note.text());
+    EXPECT_TRUE(isRed(note));
+    QTest::keyClick(length.lineEdit(), Qt::Key_Backspace);
+    bench.settle();
+    EXPECT_EQ(note.text(), "");
+    EXPECT_FALSE(isRed(note));
+
+    bench.widget<QTabBar>("frmConfigureSPI.TabStripConfig").setCurrentIndex(1);
+    bench.settle();
+    auto& pin = bench.widget<QComboBox>("frmConfigureSPI.cmbDI");
+    auto& clashes = bench.widget<QLabel>("pinClashes");
+    const auto choosePin = [&](int index) {
+        pin.setCurrentIndex(index);
+        emit pin.activated(index);
+        bench.settle();
+    };
+    choosePin(2);
+    EXPECT_EQ(clashes.text(), "Pin 4 is used twice: DI, CLK");
+    EXPECT_TRUE(clashes.isVisible());
+    const auto& clock = bench.widget<QComboBox>("frmConfigureSPI.cmbCLK");
+    const auto& select = bench.widget<QComboBox>("frmConfigureSPI.cmbCS");
+    EXPECT_EQ(clock.accessibleDescription(), clashes.text());
+    EXPECT_EQ(select.accessibleDescription(), "");
+    const auto edge = [](QWidget& field) { return field.grab().toImage().pixelColor(1, 1); };
+    EXPECT_EQ(edge(pin), gui::warningColor());
+    choosePin(1);
+    EXPECT_FALSE(clashes.isVisible());
+    EXPECT_EQ(clock.accessibleDescription(), "");
+    EXPECT_NE(edge(pin), gui::warningColor());
 }
 
 TEST(BenchView, ChangesTheDeviceAndShowsThePins) {

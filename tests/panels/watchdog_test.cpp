@@ -124,5 +124,60 @@ TEST(Watchdog, EndsTheAutomaticReadsWhenTheDongleDoesNotAnswer) {
         EXPECT_FALSE(bench.panel().part<AutoReads>().boxes(box).checked()) << box;
 }
 
+TEST(Watchdog, OfEveryPanelTellsThatTheDongleServesItNoMore) {
+    struct Case {
+        const char* form;
+        std::vector<const char*> prepare; ///< "Name=0" selects the first line of a list
+        const char* start;
+        const char* stop;
+    };
+    for (const Case& c :
+         {Case{"ZT72518", {"wd_config(0)=0", "wd_config(1)=0"}, "watchdog(0)", "watchdog(2)"},
+          Case{"ZT72516",
+               {"Check_UseSpiDongleForWD", "Watchdog_Mode=0", "Watchdog_Timing=0"},
+               "Btn_Start_Watchdog",
+               "Btn_Stop_Watchdog"},
+          Case{"ZT72537", {}, "wd_en(0)", "wd_en(0)"},
+          Case{"ZT72361", {}, "OptWdEn(1)", "OptWdEn(0)"}}) {
+        SCOPED_TRACE(c.form);
+        TestBench bench("echo", {}, TestBench::WithDongle::Yes);
+        bench.program.forms().show(c.form);
+        const auto act = [&](const std::string& name) {
+            const std::size_t equals = name.find('=');
+            forms::Control& control =
+                bench.program.forms().control(std::string(c.form) + "." + name.substr(0, equals));
+            if (equals != std::string::npos)
+                dynamic_cast<forms::ComboBox&>(control).select(0);
+            else
+                control.click();
+        };
+        const auto note = [&]() -> std::string {
+            const auto& label = bench.get<forms::Label>(std::string(c.form) + ".WatchdogDongle");
+            return label.visible() ? label.caption() : "";
+        };
+        for (const char* hand : c.prepare)
+            act(hand);
+        act(c.start);
+        EXPECT_EQ(note(), "");
+        bench.program.dongle().checkPresence();
+        EXPECT_EQ(note(), "");
+        bench.dongle.unplug();
+        bench.program.dongle().checkPresence();
+        EXPECT_EQ(note(), "The dongle that served it is gone");
+        bench.dongle.plug();
+        bench.program.dongle().read_rstint(); // any frame looks for it
+        EXPECT_EQ(note(), "The dongle serves it no more: start it again");
+        act(c.stop);
+        EXPECT_EQ(note(), "");
+        act(c.start);
+        EXPECT_EQ(note(), "");
+        bench.dongle.setFaults(DongleFaults({dongleFaultFrom("gone")}));
+        bench.program.dongle().read_rstint();
+        EXPECT_EQ(note(), "The dongle that served it is gone");
+        bench.dongle.setFaults(DongleFaults());
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts{checkTheCable});
+    }
+}
+
 } // namespace
 } // namespace bitlux::test

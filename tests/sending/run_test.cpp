@@ -41,6 +41,29 @@ TEST(Run, HasThreeStates) {
     EXPECT_EQ(bench.session().ContinuousLogCount, 1);
 }
 
+TEST(ContinuousCount, TellsWordsAndRateFourTimesASecond) {
+    TestBench bench;
+    bench.configure("8");
+    bench.edit("frmMain.txtHexWordToSend", "A5");
+    std::vector<std::string> told;
+    std::int64_t next = 0;
+    bench.program.engine().wordTransferred.subscribe([&] {
+        // A hundred words a second, whatever a word takes on the bus.
+        next = std::max(next, bench.clock.nanoseconds()) + 10'000'000;
+        bench.clock.idle(next - bench.clock.nanoseconds());
+        const std::string& text = bench.program.mainForm().continuousCount.text();
+        if (told.empty() || told.back() != text)
+            told.push_back(text);
+    });
+    bench.loop.atTurn(60, [&] { bench.click("frmMain.cmdStopContinuous"); });
+    bench.click("frmMain.cmdSendContinuous");
+    EXPECT_EQ(told, (Texts{"1 words", "26 words", "51 words, 100 words/s"}));
+    told.clear();
+    bench.loop.atTurn(1, [&] { bench.click("frmMain.cmdStopContinuous"); });
+    bench.click("frmMain.cmdSendContinuous");
+    EXPECT_EQ(told, Texts{"1 words"}) << "a second run counts anew";
+}
+
 TEST(Run, CancelChangesTheButtonsAlone) {
     TestBench bench;
     bench.configure("8");

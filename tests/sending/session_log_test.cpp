@@ -1,3 +1,4 @@
+#include "support/file_size_limit.h"
 #include "support/test_bench.h"
 
 #include <gtest/gtest.h>
@@ -140,6 +141,62 @@ TEST(SessionLog, RefusesToSendWhenFull) {
     bench.click("frmMain.cmdSendOnce");
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
     EXPECT_EQ(bench.log().size(), 20000U);
+}
+
+std::size_t wordsInFile(const std::string& name) {
+    const std::string word = "SPI Word Sent:\r\n  A5\r\nSPI Word Received:\r\n  A5\r\n \r\n";
+    const std::string content = contentOf(name);
+    std::size_t count = 0;
+    for (std::size_t at = 0; content.compare(at, word.size(), word) == 0; at += word.size())
+        ++count;
+    EXPECT_EQ(content.size(), count * word.size()) << "whole words and no more";
+    return count;
+}
+
+TEST(LogFile, TakesEveryWordAsItComesAndTheListKeepsTheLast) {
+    TemporaryFolder folder;
+    const std::string name = folder.path("all.txt");
+    LogBench bench({"optLogForever"});
+    bench.fileDialogs.answer(name);
+    bench.choose("frmMain.itemLogToFile");
+    EXPECT_EQ(bench.program.mainForm().notices.now()->button, "Stop Logging");
+    std::size_t inTheRun = 0;
+    bench.loop.atTurn(3, [&] { inTheRun = wordsInFile(name); });
+    bench.sendContinuously(5000);
+    EXPECT_EQ(inTheRun, 3U);
+    EXPECT_EQ(wordsInFile(name), 5000U);
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
+    EXPECT_EQ(bench.log(), times(19995 / 5, wordA5));
+    EXPECT_EQ(bench.get<forms::ListBox>("frmMain.lstSessionLogSingle").listIndex(), 19994);
+
+    // Whatever the list takes.
+    bench.program.dialog().chkEnableLog.click();
+    bench.sendContinuously(7);
+    EXPECT_EQ(wordsInFile(name), 5007U);
+    bench.choose("frmMain.itemLogToFile");
+    EXPECT_FALSE(bench.program.mainForm().notices.now());
+    bench.sendContinuously(7);
+    EXPECT_EQ(wordsInFile(name), 5007U);
+}
+
+TEST(LogFile, EndsBehindAWholeWordOnAFullDiskAndTheRunGoesOn) {
+    TemporaryFolder folder;
+    const std::string name = folder.path("full.txt");
+    LogBench bench({"optLogForever"});
+    bench.fileDialogs.answer(name);
+    bench.choose("frmMain.itemLogToFile");
+    {
+        const FileSizeLimit limit(1000);
+        bench.sendContinuously(4500);
+    }
+    EXPECT_EQ(wordsInFile(name), 1000U / 51);
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
+    EXPECT_EQ(bench.log().size(), 20000U - 5);
+    EXPECT_EQ(bench.program.mainForm().notices.now()->text,
+              "The log file ended early: The file \"" + name +
+                  "\" cannot be written: File too large");
+    bench.program.mainForm().notices.press(); // and no other file is named
+    EXPECT_FALSE(bench.program.mainForm().notices.now());
 }
 
 TEST(SessionLog, CanBeSwitchedOff) {

@@ -5,7 +5,8 @@
 
 namespace bitlux {
 
-void tellByteService(const PanelSurroundings& outside, const ByteService& service) {
+void tellByteService(const PanelSurroundings& outside, const ByteService& service,
+                     ServiceNote& note) {
     if (!outside.session.USBReady)
         return;
     UsbFrame frame = commandFrame(dongle::serveByte);
@@ -14,7 +15,8 @@ void tellByteService(const PanelSurroundings& outside, const ByteService& servic
     frame[5] = frameByte(service.period);
     frame[6] = service.chip;
     UsbFrame answer{};
-    outside.dongle.exchange(frame, answer, DongleLink::Wait::Limited);
+    note.told(service.state != 0,
+              outside.dongle.exchange(frame, answer, DongleLink::Wait::Limited));
 }
 
 } // namespace bitlux

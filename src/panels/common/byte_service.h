@@ -1,6 +1,7 @@
 #pragma once
 
 #include "panels/common/panel_surroundings.h"
+#include "panels/common/service_note.h"
 
 #include <cstdint>
 
@@ -14,7 +15,9 @@ struct ByteService {
     int period = 0; ///< as the chip's service counts it
 };
 
-/// Tells the dongle; nothing without one. Raises Failure (Overflow) for what is no byte.
-void tellByteService(const PanelSurroundings& outside, const ByteService& service);
+/// Tells the dongle, and `note` what became of it; nothing without one. Raises Failure (Overflow)
+/// for what is no byte.
+void tellByteService(const PanelSurroundings& outside, const ByteService& service,
+                     ServiceNote& note);
 
 } // namespace bitlux

@@ -21,7 +21,8 @@ Watchdog::Watchdog(const PanelContext& context)
       timer_(describedRegister(context.chip, "TIM 1")),
       pages_(context.pages),
       controls_(context.controls),
-      period_(context.controls.get<forms::ScrollBar>("HscWd")) {
+      period_(context.controls.get<forms::ScrollBar>("HscWd")),
+      note_(context) {
     controls_.onClick(off, [this] { OptWdEn_Click(false); });
     controls_.onClick(on, [this] { OptWdEn_Click(true); });
     context.form.procedure("HscWd_Change", [this] {
@@ -52,10 +53,12 @@ void Watchdog::OptWdEn_Click(bool starts) {
 }
 
 void Watchdog::send_wd_361(int state) {
-    tellByteService(outside_, {.chip = dongle::serve72361,
-                               .state = state,
-                               .word = timerWord + outside_.session.ZT72361Data,
-                               .period = period_.value()});
+    tellByteService(outside_,
+                    {.chip = dongle::serve72361,
+                     .state = state,
+                     .word = timerWord + outside_.session.ZT72361Data,
+                     .period = period_.value()},
+                    note_);
 }
 
 } // namespace bitlux::zt72361

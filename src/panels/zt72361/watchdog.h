@@ -1,6 +1,6 @@
 #pragma once
 
-#include "panels/common/panel_part.h"
+#include "panels/common/service_note.h"
 
 namespace bitlux::zt72361 {
 
@@ -25,6 +25,7 @@ private:
     const RegisterPages& pages_;
     PanelControls& controls_;
     const forms::ScrollBar& period_; ///< in steps of 2 ms
+    ServiceNote note_;
 };
 
 } // namespace bitlux::zt72361

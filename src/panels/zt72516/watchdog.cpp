@@ -22,6 +22,7 @@ Watchdog::Watchdog(const PanelContext& context)
       dongle_(context.outside.dongle),
       boxes_(context.outside.desk.boxes),
       forms_(context.form.set()),
+      note_(context),
       Check_UseSpiDongleForWD(context.form, "Check_UseSpiDongleForWD",
                               "Use SPI Dongle to Send Watchdog Refresh"),
       Watchdog_Mode(context.form, "Watchdog_Mode", forms::ComboBox::Style::List,
@@ -53,8 +54,13 @@ void Watchdog::Check_UseSpiDongleForWD_Click() {
         Btn_Stop_Watchdog_Click();
 }
 
-void Watchdog::tellDongle() {
-    Send72516WatchdogCmd(session_, dongle_, forms_, [this]() -> const Watchdog& { return *this; });
+void Watchdog::tellDongle(bool starts) {
+    session_.ZT72516WatchdogStart = starts;
+    const bool hasDongle = session_.USBReady;
+    const bool answered = Send72516WatchdogCmd(session_, dongle_, forms_,
+                                               [this]() -> const Watchdog& { return *this; });
+    if (hasDongle)
+        note_.told(starts, answered);
 }
 
 void Watchdog::Btn_Start_Watchdog_Click() {
@@ -63,30 +69,31 @@ void Watchdog::Btn_Start_Watchdog_Click() {
         boxes_.show({.text = "Please set watchdog mode and timing values."});
         return;
     }
-    tellDongle();
+    tellDongle(true);
     Watchdog_Status.setCaption("Watch Dog is ON");
     Watchdog_Status.setBackColor(onColour);
 }
 
 void Watchdog::Btn_Stop_Watchdog_Click() {
-    session_.ZT72516WatchdogStart = false;
-    tellDongle();
+    tellDongle(false);
     Watchdog_Status.setCaption("Watch Dog is OFF");
     Watchdog_Status.setBackColor(offColour);
 }
 
-void Send72516WatchdogCmd(Session& session, DongleLink& link, forms::FormSet& forms,
+bool Send72516WatchdogCmd(Session& session, DongleLink& link, forms::FormSet& forms,
                           const std::function<const Watchdog&()>& lists) {
     if (!session.USBReady)
-        return;
+        return false;
     UsbFrame frame = commandFrame(dongle::watchdog72516);
     if (std::exchange(session.ZT72516WatchdogStart, false)) {
         frame[3] = frameByte(lists().Watchdog_Mode.listIndex() + dongle::watchdogFirstMode);
         frame[4] = frameByte(lists().Watchdog_Timing.listIndex());
     }
     UsbFrame answer{};
-    if (!link.exchange(frame, answer, DongleLink::Wait::Limited) && forms.isVisible(otherPanel))
+    const bool answered = link.exchange(frame, answer, DongleLink::Wait::Limited);
+    if (!answered && forms.isVisible(otherPanel))
         forms.form(otherPanel).setVisible(false);
+    return answered;
 }
 
 } // namespace bitlux::zt72516

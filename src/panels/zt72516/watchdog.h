@@ -1,6 +1,6 @@
 #pragma once
 
-#include "panels/common/panel_part.h"
+#include "panels/common/service_note.h"
 #include "platform/forms/form_set.h"
 
 #include <functional>
@@ -20,12 +20,13 @@ private:
     void Btn_Stop_Watchdog_Click();
     void Check_UseSpiDongleForWD_Click();
     void enable(bool on);
-    void tellDongle();
+    void tellDongle(bool starts);
 
     Session& session_;
     DongleLink& dongle_;
     MessageBoxes& boxes_;
     forms::FormSet& forms_;
+    ServiceNote note_;
 
 public:
     forms::CheckBox Check_UseSpiDongleForWD;
@@ -38,8 +39,8 @@ public:
 
 /// Tells the dongle to start as the lists say, once, where ZT72516WatchdogStart says so, else to
 /// stop; `lists` touches the panel. Does nothing without a dongle. One that does not answer takes
-/// the panel ZT72518 from sight, where there is one.
-void Send72516WatchdogCmd(Session& session, DongleLink& link, forms::FormSet& forms,
+/// the panel ZT72518 from sight, where there is one. Whether one has answered.
+bool Send72516WatchdogCmd(Session& session, DongleLink& link, forms::FormSet& forms,
                           const std::function<const Watchdog&()>& lists);
 
 } // namespace bitlux::zt72516

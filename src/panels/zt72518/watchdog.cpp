@@ -97,6 +97,7 @@ Watchdog::Watchdog(const PanelContext& context)
       sequence_(context.sequence.lists),
       words_(context.part<ChipWords>()),
       store_(context.part<CommandStore>()),
+      note_(context),
       wd_config(configurations(context.form)),
       wd_current_time(context.form, "wd_current_time", 0, longestHighTime),
       wd_aff(context.form, "wd_aff", 5),
@@ -166,7 +167,7 @@ void Watchdog::send_wd() {
     UsbFrame frame = triggeredFrame(dongle::watchdog, session_);
     frame[3] = frameByte(mode);
     frame[4] = frameByte(time);
-    tellDongle(frame);
+    note_.told(mode != 0 && mode != dongle::watchdogStop, tellDongle(frame));
 }
 
 void Watchdog::send_wd_current() {
@@ -181,9 +182,9 @@ void Watchdog::send_wd_current() {
     tellDongle(frame);
 }
 
-void Watchdog::tellDongle(const UsbFrame& frame) {
+bool Watchdog::tellDongle(const UsbFrame& frame) {
     UsbFrame answer{};
-    dongle_.exchange(frame, answer, DongleLink::Wait::Limited);
+    return dongle_.exchange(frame, answer, DongleLink::Wait::Limited);
 }
 
 void Watchdog::decod_wd_time(int line) {

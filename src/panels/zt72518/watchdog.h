@@ -2,6 +2,7 @@
 
 #include "panels/common/command_store.h"
 #include "panels/common/panel_part.h"
+#include "panels/common/service_note.h"
 #include "panels/zt72518/chip_words.h"
 #include "platform/forms/control_array.h"
 
@@ -38,7 +39,7 @@ private:
     static const std::array<Press, 16> presses;
 
     void watchdog_Click(int index);
-    void tellDongle(const UsbFrame& frame);
+    bool tellDongle(const UsbFrame& frame);
     void change() { form_.call("ChangeValue"); }
     void appendStart() { sequence_.append(wd_config(0).text(), wd_config(1).text()); }
     void start();
@@ -56,6 +57,7 @@ private:
     SequenceLists& sequence_;
     ChipWords& words_;
     CommandStore& store_;
+    ServiceNote note_;
 
 public:
     forms::ControlArray<forms::ComboBox> wd_config; ///< mode, time, low time, time of a line

@@ -41,6 +41,7 @@ Watchdog::Watchdog(const PanelContext& context)
     : outside_(context.outside),
       controls_(context.controls),
       wd_time_(context.controls.get<forms::ScrollBar>("wd_time")),
+      note_(context),
       tim_int_(context.form, "tim_int", interval),
       autoRead_(context, {.on = {"OptRead", 2}, .off = {"OptRead", 3}}, [this] {
           controls_.run("CmdReadAll");
@@ -75,10 +76,12 @@ void Watchdog::tellDongle() {
 
 void Watchdog::send_wd_537(int state) {
     constexpr int on = 2;
-    tellByteService(outside_, {.chip = dongle::serve72537,
-                               .state = on * state,
-                               .word = clearWord,
-                               .period = wd_time_.value()});
+    tellByteService(outside_,
+                    {.chip = dongle::serve72537,
+                     .state = on * state,
+                     .word = clearWord,
+                     .period = wd_time_.value()},
+                    note_);
 }
 
 void Watchdog::stopReads() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "panels/common/repeated_read.h"
+#include "panels/common/service_note.h"
 
 namespace bitlux::zt72537 {
 
@@ -28,6 +29,7 @@ private:
     const PanelSurroundings& outside_;
     PanelControls& controls_;
     forms::ScrollBar& wd_time_; ///< ms
+    ServiceNote note_;
     forms::Timer tim_int_;
     RepeatedRead autoRead_;
     int step_ = 0; ///< of the animation
