@@ -3,8 +3,8 @@
 // paint, or with the name of a panel's form from opening that. perf/run counts the instructions,
 // and the memory of the first two.
 
-#include "gui/main_window.h"
-#include "gui/window_program.h"
+#include "gui/window/main_window.h"
+#include "gui/window/window_program.h"
 #include "platform/linux/linux_parallel_port.h"
 #include "platform/linux/linux_usb_host.h"
 

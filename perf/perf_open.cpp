@@ -4,8 +4,8 @@
 #include "large_file.h"
 
 #include "bench/scripted_desk.h"
-#include "gui/main_window.h"
-#include "gui/theme.h"
+#include "gui/desktop/theme.h"
+#include "gui/window/main_window.h"
 #include "workbench/virtual_bench.h"
 
 #include <filesystem>

@@ -7,8 +7,8 @@
 #include "watched_loop.h"
 
 #include "bench/scripted_desk.h"
-#include "gui/main_window.h"
-#include "gui/theme.h"
+#include "gui/desktop/theme.h"
+#include "gui/window/main_window.h"
 #include "workbench/virtual_bench.h"
 
 #include <algorithm>

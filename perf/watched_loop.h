@@ -1,6 +1,6 @@
 #pragma once
 
-#include "gui/qt_desk.h"
+#include "gui/desktop/qt_desk.h"
 #include "platform/clock.h"
 #include "platform/desk.h"
 

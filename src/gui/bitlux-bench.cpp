@@ -1,6 +1,6 @@
 // The program on the virtual bench.
 
-#include "gui/window_program.h"
+#include "gui/window/window_program.h"
 
 int main(int argc, char** argv) {
     bitlux::PacedClock clock;

@@ -1,6 +1,6 @@
 // The program on hardware.
 
-#include "gui/window_program.h"
+#include "gui/window/window_program.h"
 #include "platform/linux/linux_parallel_port.h"
 #include "platform/linux/linux_usb_host.h"
 

@@ -11,7 +11,7 @@ namespace bitlux {
 /// Keeps a subscriber subscribed for as long as it lives. It may outlive the event.
 using Subscription = std::shared_ptr<void>;
 
-/// How a lower room tells upper rooms that something happened: they subscribe at start-up, and
+/// How a lower module tells upper modules that something happened: they subscribe at start-up, and
 /// are called in the order of their subscriptions.
 template <typename... Args>
 class Event {

@@ -1,5 +1,5 @@
-#include "gui/command_line.h"
-#include "gui/termination_signals.h"
+#include "gui/desktop/termination_signals.h"
+#include "gui/window/command_line.h"
 #include "live_window.h"
 #include "support/temporary_folder.h"
 

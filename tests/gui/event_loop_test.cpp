@@ -1,4 +1,4 @@
-#include "gui/qt_desk.h"
+#include "gui/desktop/qt_desk.h"
 
 #include <QTimer>
 

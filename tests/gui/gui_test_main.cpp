@@ -1,5 +1,5 @@
-#include "gui/accessibility.h"
-#include "gui/theme.h"
+#include "gui/desktop/accessibility.h"
+#include "gui/desktop/theme.h"
 
 #include <QApplication>
 

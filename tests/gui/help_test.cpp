@@ -1,4 +1,4 @@
-#include "gui/help_window.h"
+#include "gui/help/help_window.h"
 
 #include <QLabel>
 #include <QLineEdit>

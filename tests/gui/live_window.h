@@ -1,7 +1,7 @@
 #pragma once
 
-#include "gui/main_window.h"
-#include "gui/qt_desk.h"
+#include "gui/desktop/qt_desk.h"
+#include "gui/window/main_window.h"
 #include "workbench/virtual_bench.h"
 
 #include <memory>

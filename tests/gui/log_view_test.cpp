@@ -1,4 +1,4 @@
-#include "gui/log_view.h"
+#include "gui/window/log_view.h"
 
 #include <string>
 #include <vector>

@@ -1,8 +1,8 @@
-#include "gui/bench_view.h"
+#include "gui/bench/bench_view.h"
 #include "live_window.h"
 #include "window_bench.h"
 
-#include "gui/elided_label.h"
+#include "gui/widgets/elided_label.h"
 
 #include <functional>
 #include <set>

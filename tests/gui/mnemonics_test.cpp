@@ -1,4 +1,4 @@
-#include "gui/bench_view.h"
+#include "gui/bench/bench_view.h"
 #include "panels/common/panel_form.h"
 #include "window_bench.h"
 

@@ -1,5 +1,5 @@
-#include "gui/bench_view.h"
-#include "gui/window_place.h"
+#include "gui/bench/bench_view.h"
+#include "gui/widgets/window_place.h"
 #include "window_bench.h"
 
 #include <QAbstractButton>

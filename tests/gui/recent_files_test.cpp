@@ -1,6 +1,6 @@
-#include "gui/qt_desk.h"
-#include "gui/recent_menu.h"
-#include "gui/theme.h"
+#include "gui/desktop/qt_desk.h"
+#include "gui/desktop/theme.h"
+#include "gui/window/recent_menu.h"
 #include "support/chip_folder.h"
 #include "window_bench.h"
 

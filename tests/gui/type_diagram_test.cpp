@@ -1,5 +1,5 @@
-#include "gui/theme.h"
-#include "gui/type_diagram.h"
+#include "gui/configure/type_diagram.h"
+#include "gui/desktop/theme.h"
 
 #include <algorithm>
 #include <map>

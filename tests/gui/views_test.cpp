@@ -1,7 +1,7 @@
 #include "window_bench.h"
 
-#include "gui/bench_view.h"
-#include "gui/theme.h"
+#include "gui/bench/bench_view.h"
+#include "gui/desktop/theme.h"
 #include "platform/failure.h"
 
 #include <set>

@@ -1,4 +1,4 @@
-#include "gui/waveform_view.h"
+#include "gui/waveform/waveform_view.h"
 #include "window_bench.h"
 
 #include <QComboBox>

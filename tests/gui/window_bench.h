@@ -1,6 +1,6 @@
 #pragma once
 
-#include "gui/main_window.h"
+#include "gui/window/main_window.h"
 #include "support/test_bench.h"
 
 #include <QApplication>

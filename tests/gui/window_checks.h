@@ -1,7 +1,7 @@
 #pragma once
 
-#include "gui/bit_row.h"
-#include "gui/choice_option.h"
+#include "gui/panels/bit_row.h"
+#include "gui/panels/choice_option.h"
 
 #include <set>
 #include <string>

@@ -1,8 +1,8 @@
 #include "gui/screens/byte_panel_screens.h"
 
 #include "bench/scripted_desk.h"
-#include "gui/main_window.h"
 #include "gui/screens/form_picture.h"
+#include "gui/window/main_window.h"
 #include "workbench/virtual_bench.h"
 
 #include <memory>

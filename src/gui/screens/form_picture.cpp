@@ -1,6 +1,6 @@
 #include "gui/screens/form_picture.h"
 
-#include "gui/main_window.h"
+#include "gui/window/main_window.h"
 
 #include <QApplication>
 #include <QDialog>

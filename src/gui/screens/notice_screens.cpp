@@ -1,7 +1,7 @@
 #include "gui/screens/notice_screens.h"
 
 #include "bench/scripted_desk.h"
-#include "gui/main_window.h"
+#include "gui/window/main_window.h"
 #include "workbench/virtual_bench.h"
 
 #include <QApplication>

@@ -1,8 +1,8 @@
 #include "gui/screens/waveform_screens.h"
 
 #include "bench/scripted_desk.h"
-#include "gui/bench_view.h"
-#include "gui/waveform_view.h"
+#include "gui/bench/bench_view.h"
+#include "gui/waveform/waveform_view.h"
 
 #include <QApplication>
 #include <QThread>

@@ -2,8 +2,8 @@
 
 #include "bench/chosen_marker_files.h"
 #include "bench/scripted_desk.h"
-#include "gui/main_window.h"
 #include "gui/screens/form_picture.h"
+#include "gui/window/main_window.h"
 #include "workbench/virtual_bench.h"
 
 #include <string>

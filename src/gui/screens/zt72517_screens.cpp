@@ -1,8 +1,8 @@
 #include "gui/screens/zt72517_screens.h"
 
 #include "bench/scripted_desk.h"
-#include "gui/bench_view.h"
-#include "gui/main_window.h"
+#include "gui/bench/bench_view.h"
+#include "gui/window/main_window.h"
 #include "workbench/virtual_bench.h"
 
 #include <QApplication>

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "gui/widgets/binder.h"
+#include "workbench/virtual_bench.h"
+
+#include <vector>
+
+#include <QDockWidget>
+#include <QTimer>
+
+class QLineEdit;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace bitlux::gui {
+
+/// The chip on the virtual bench: its state and that of the dongle's services, and what the user
+/// may turn on and off. Time goes on for the chip while this is shown.
+class ChipView : public QDockWidget {
+public:
+    ChipView(VirtualBench& bench, Binder& binder, QWidget* parent);
+
+    /// Another device is on the lines, which is a chip.
+    void chipChanged();
+
+    /// Comes out of its window, beside another, ready to be searched.
+    void openBeside(const QWidget& other);
+
+    Event<> closed; ///< by its button
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    QTreeWidgetItem* group(const QString& name);
+    void addReading(const Reading& reading);
+    void addSwitches();
+    void turn(QTreeWidgetItem& item);
+    void find(const QString& text);
+    void goToHit();
+    void follow();
+    void followSwitches(const Chip& chip);
+    [[nodiscard]] std::vector<Reading> readings() const;
+
+    VirtualBench& bench_;
+    QLineEdit* search_;
+    QTreeWidget* tree_;
+    std::vector<QTreeWidgetItem*> readings_;
+    std::vector<QTreeWidgetItem*> switches_;
+    QTimer clock_;
+    Subscription flushed_;
+};
+
+} // namespace bitlux::gui

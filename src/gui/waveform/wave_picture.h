@@ -1,0 +1,86 @@
+#pragma once
+
+#include "gui/desktop/crisp_ink.h"
+#include "gui/waveform/wave_scale.h"
+#include "waveform/wave_row.h"
+
+#include <optional>
+
+#include <QFontMetricsF>
+#include <QWidget>
+
+namespace bitlux::gui {
+
+/// One painting of words on a widget, in its font and palette: a row a line under each other, bits
+/// and words written over DI and DO, a ruler below with the time since each word's begin. Between
+/// two words stands a band, with its duration where there is room for it.
+class WavePicture {
+public:
+    struct Content {
+        const WaveRow& row;
+        WaveScale scale; ///< of what stands right of the names
+        std::optional<std::int64_t> cursor;
+        std::optional<std::int64_t> mark; ///< the second cursor
+        std::optional<std::size_t> line;  ///< that the user chose
+        qreal scrolled = 0;               ///< pixels of the rows above the widget
+    };
+
+    WavePicture(QPainter& painter, const QWidget& widget, const Content& content);
+
+    void paint();
+
+    /// Width of the column of names.
+    [[nodiscard]] static qreal namesWidth(const QFont& font, const std::vector<WaveLine>& lines);
+    /// Of so many rows and the ruler; less and the text would be cut.
+    [[nodiscard]] static qreal height(const QFont& font, std::size_t lines);
+    /// Where the rows of the lines end.
+    [[nodiscard]] std::vector<qreal> rowEnds() const;
+
+private:
+    /// Of a line: bits and word stand above its wave, if it has any.
+    struct Row {
+        qreal word, bits, top, bottom;
+    };
+    struct Colors {
+        explicit Colors(const QWidget& widget);
+        QColor base, line, quiet, grid, accent, onAccent, band, unknown;
+    };
+
+    void layOutRows();
+    [[nodiscard]] qreal x(double at) const;
+    [[nodiscard]] qreal pixels(std::int64_t from, std::int64_t to) const;
+
+    void paintGaps();
+    void paintRuler();
+    qreal paintRulerOf(std::size_t word, std::int64_t step, qreal free);
+    void paintWave(const WaveLine& line, const Row& row);
+    void paintLevel(const Row& row, Level level, qreal from, qreal to);
+    void paintCaption(const WaveRow::Word& word);
+    [[nodiscard]] qreal cell(const Waveform& waveform) const;
+    void paintGuides(const WaveRow::Word& word);
+    void paintSamples(const WaveRow::Word& word);
+    void paintBits(const WaveRow::Word& word, std::size_t line, WaveBit::Window WaveBit::*window,
+                   const std::string& text);
+    void paintBit(const Row& row, qreal from, qreal to, const QString& text);
+    void paintCursor(std::int64_t at, bool isMark);
+    void paintNames();
+    void paintName(std::size_t line);
+    void textIn(qreal from, qreal to, qreal top, qreal height, const QString& text,
+                const QColor& color);
+
+    QPainter& painter_;
+    CrispInk ink_;
+    QFont widgetFont_;
+    QFontMetricsF font_;
+    Colors colors_;
+    const Content& content_;
+    const WaveRow& row_;
+    QSizeF size_;
+    qreal thin_;
+    qreal thick_;
+    qreal names_;
+    qreal ruler_ = 0; ///< where it begins
+    std::vector<Row> rows_;
+};
+
+} // namespace bitlux::gui

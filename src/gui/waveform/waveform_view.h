@@ -1,0 +1,78 @@
+#pragma once
+
+#include "gui/waveform/wave_canvas.h"
+#include "program/program.h"
+
+#include <array>
+
+#include <QDockWidget>
+#include <QElapsedTimer>
+#include <QTimer>
+
+class QBoxLayout;
+class QComboBox;
+class QLabel;
+class QMainWindow;
+class QMenu;
+class QPushButton;
+
+namespace bitlux::gui {
+
+/// The waveform of the last word beside the log, or of one that is held while others pass; with the
+/// words before it in a row when that is wanted. Words are recorded while the view is open; it
+/// begins with the last few before.
+class WaveformView : public QDockWidget {
+public:
+    static constexpr int shortPause = 16;    ///< milliseconds to the refresh after a single word
+    static constexpr int refreshPause = 100; ///< between refreshes; an eye follows no faster
+    static constexpr std::uint64_t rowLength = 8; ///< words
+
+    WaveformView(Program& program, QWidget* parent);
+
+    Event<> closed; ///< by its button
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    QPushButton* addButton(QBoxLayout& row, const QString& text, const QString& name,
+                           const QString& tip);
+    void addWordButtons(QBoxLayout& row);
+    void addZoomButtons(QBoxLayout& row);
+    void addSaveButtons(QBoxLayout& row);
+    void addEdgeButtons(QBoxLayout& row);
+    void followLines();
+    void follow();
+    void refreshSoon();
+    void refresh();
+    [[nodiscard]] QString placeText() const;
+    void showWord(std::uint64_t number);
+    void step(int words);
+    void showReadout();
+
+    Program& program_;
+    WaveformRecording& recording_;
+    WaveCanvas* canvas_;
+    QLabel* place_ = nullptr;
+    QComboBox* lines_ = nullptr; ///< whose edges are gone to; all, then each
+    QLabel* readout_;
+    QLabel* difference_;
+    QPushButton* previous_ = nullptr;
+    QPushButton* next_ = nullptr;
+    QPushButton* hold_ = nullptr;
+    QPushButton* inRow_ = nullptr;
+    QPushButton* saveVcd_ = nullptr;
+    QPushButton* saveSr_ = nullptr;
+    QTimer timer_; ///< runs while words wait to be shown
+    QElapsedTimer sinceRefresh_;
+    bool startedHere_ = false;          ///< the recording; one that somebody else started goes on
+    std::uint64_t known_ = 0;           ///< words when it was refreshed last
+    std::array<Subscription, 3> words_; ///< while it is open
+};
+
+/// Adds the menu entry that opens and closes the view, which is made when it is first opened.
+void addWaveformEntry(QMenu& menu, QMainWindow& window, Program& program);
+
+} // namespace bitlux::gui

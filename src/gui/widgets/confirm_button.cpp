@@ -1,0 +1,62 @@
+#include "gui/widgets/confirm_button.h"
+
+#include <utility>
+
+#include <QApplication>
+
+namespace bitlux::gui {
+
+ConfirmButton::ConfirmButton(Question question, QWidget* parent)
+    : QPushButton(parent), question_(std::move(question)), patience_(this), doubleClick_(this) {
+    setAutoDefault(false); // Enter in another field is no press
+    patience_.setSingleShot(true);
+    patience_.setInterval(patience);
+    patience_.setObjectName("patience");
+    doubleClick_.setSingleShot(true);
+    doubleClick_.setObjectName("doubleClick");
+    QObject::connect(&patience_, &QTimer::timeout, this, [this] { rest(); });
+}
+
+void ConfirmButton::setCaption(const QString& caption) {
+    caption_ = caption;
+    if (asked_.isEmpty())
+        setText(caption_);
+}
+
+bool ConfirmButton::pressedAgain() {
+    if (doubleClick_.isActive())
+        return false;
+    const QString question = question_();
+    if (asked_ != question) {
+        ask(question);
+        return false;
+    }
+    rest();
+    return true;
+}
+
+void ConfirmButton::focusOutEvent(QFocusEvent* event) {
+    QPushButton::focusOutEvent(event);
+    rest();
+}
+
+void ConfirmButton::ask(const QString& question) {
+    asked_ = question;
+    setText(asked_);
+    QFont bold = font();
+    bold.setBold(true);
+    setFont(bold);
+    patience_.start();
+    doubleClick_.start(QApplication::doubleClickInterval());
+}
+
+void ConfirmButton::rest() {
+    if (asked_.isEmpty())
+        return;
+    patience_.stop();
+    asked_.clear();
+    setText(caption_);
+    setFont(QFont()); // that of the widgets around it
+}
+
+} // namespace bitlux::gui

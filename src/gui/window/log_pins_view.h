@@ -1,0 +1,38 @@
+#pragma once
+
+#include "gui/widgets/binder.h"
+#include "program/main_form.h"
+
+#include <QWidget>
+
+class QGridLayout;
+
+namespace bitlux::gui {
+
+/// The lower part of a generic page: two tabs, the Session Log and the extra pins. The page of the
+/// pins is made when it is first shown.
+class LogPinsView : public QWidget {
+public:
+    /// The single-word page sets pins at once, the Batch page as commands to send.
+    enum class Page { SingleWord, Batch };
+
+    LogPinsView(MainForm& form, Binder& binder, Page page, QWidget* parent);
+
+private:
+    void fillLog(QWidget& page);
+    void makeShownPins();
+    void addRow(QGridLayout& grid, int row);
+    void follow();
+
+    [[nodiscard]] bool single() const { return page_ == Page::SingleWord; }
+    [[nodiscard]] forms::Frame& frame(int tab) const;
+
+    MainForm& form_;
+    Binder& binder_;
+    Page page_;
+    QWidget* pins_;
+    QWidget* hint_ = nullptr; ///< says where pins are enabled; there while none is
+    Subscription flushed_;
+};
+
+} // namespace bitlux::gui

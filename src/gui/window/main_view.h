@@ -1,0 +1,55 @@
+#pragma once
+
+#include "gui/widgets/binder.h"
+#include "gui/window/part_page.h"
+#include "gui/window/run_row.h"
+#include "program/program.h"
+
+#include <array>
+
+#include <QWidget>
+
+class QVBoxLayout;
+
+namespace bitlux::gui {
+
+class SingleWordView;
+
+/// The main form: its title, the tabs and their pages, each made when it is first shown. It decides
+/// nothing; what is visible and enabled is the form's affair.
+class MainView : public QWidget {
+public:
+    MainView(Program& program, Binder& binder, QWidget* parent = nullptr);
+
+    /// Where a user begins to type.
+    void focusEntry();
+    /// Where words are typed on the page in sight, the next one replaces the one that stands there.
+    void enterNextWord();
+
+protected:
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    [[nodiscard]] bool focusIsHidden() const;
+    static constexpr int pageCount = PartPage::chipPage;
+
+    [[nodiscard]] forms::Frame& frameOf(int page) const;
+
+    QWidget* makeHeader();
+    void leaveOutRelics();
+    void follow();
+    RunRow::Place makePage(int page); ///< the place of the run buttons on it
+
+    Program& program_;
+    MainForm& form_;
+    Binder& binder_;
+    QTabBar* tabs_ = nullptr;
+    SingleWordView* singleWord_ = nullptr; ///< once it is made
+    RunRow* runRow_ = nullptr;
+    QVBoxLayout* pages_ = nullptr;
+    /// Where the run buttons stand on each page; empty before the page is made.
+    std::array<RunRow::Place, pageCount> runPlaces_{};
+    Subscription flushed_;
+};
+
+} // namespace bitlux::gui

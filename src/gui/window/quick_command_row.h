@@ -1,0 +1,16 @@
+#pragma once
+
+#include "gui/widgets/binder.h"
+#include "program/main_form.h"
+
+#include <QWidget>
+
+namespace bitlux::gui {
+
+/// The Quick Commands on the page of single words: chosen, named, saved and deleted.
+class QuickCommandRow : public QWidget {
+public:
+    QuickCommandRow(MainForm& form, Binder& binder, QWidget* parent);
+};
+
+} // namespace bitlux::gui
