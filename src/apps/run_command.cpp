@@ -2,6 +2,8 @@
 
 #include "apps/examples.h"
 #include "apps/run_report.h"
+#include "apps/word_source.h"
+#include "platform/conversions.h"
 #include "platform/failure.h"
 #include "platform/forms/near_names.h"
 #include "platform/printable.h"
@@ -20,12 +22,13 @@ namespace bitlux {
 
 namespace {
 
+constexpr std::size_t longestInMessage = 80; ///< in a message
+
 Failure unknownBatch(const std::string& name, const std::vector<std::string>& names) {
-    constexpr std::size_t most = 80;
-    std::string text = fmt::format("There is no Batch \"{}\"", printable(name, most));
+    std::string text = fmt::format("There is no Batch \"{}\"", printable(name, longestInMessage));
     std::vector<std::string> near = forms::nearNames(name, names);
     for (std::string& nearName : near)
-        nearName = fmt::format("\"{}\"", printable(nearName, most));
+        nearName = fmt::format("\"{}\"", printable(nearName, longestInMessage));
     if (names.empty())
         text += "; the file has none";
     else if (!near.empty())
@@ -47,6 +50,8 @@ private:
 
     [[nodiscard]] MultipleRun& multiple() { return program().mainForm().multiple; }
     void chooseCommands();
+    /// Into the field of the first page, or into its bits, as the settings show the word.
+    void enterPinWord(const std::string& word);
     /// Once for each line.
     void tellMissingPin(std::size_t line, const std::string& name);
 
@@ -63,7 +68,29 @@ bool Run::prepare() {
         return false;
     program().forms().get<forms::TabStrip>("frmMain.TabStripMain").click(2);
     chooseCommands();
+    if (options_.pinWord)
+        enterPinWord(*options_.pinWord);
     return true;
+}
+
+void Run::enterPinWord(const std::string& word) {
+    SingleWordPage& page = program().mainForm().singleWord;
+    const Session& session = program().session();
+    std::string digits;
+    try {
+        digits = fittingDigits(word, static_cast<std::size_t>(session.SPIWordLength));
+    } catch (const Failure& failure) {
+        throw WrongUse(fmt::format("--pin-word \"{}\": {}", printable(word, longestInMessage),
+                                   failure.what()));
+    }
+    if (session.DisplayHex != 0)
+        return page.txtHexWordToSend.setText(digits);
+    page.cmdAll0Single_Click();
+    int bit = 0;
+    for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit)
+        for (int of = 0; of < 4 && bit < SingleWordPage::bitColumns; ++of, ++bit)
+            if ((hexDigit(*digit) >> of & 1) != 0)
+                page.cmdSI_single_Click(bit);
 }
 
 void Run::chooseCommands() {
@@ -92,10 +119,9 @@ std::unique_ptr<WordReport> Run::makeReport() {
 }
 
 void Run::tellMissingPin(std::size_t line, const std::string& name) {
-    constexpr std::size_t most = 80;
     if (toldLines_.insert(line).second)
-        warn(
-            fmt::format("Line {}: there is no extra pin \"{}\".", line + 1, printable(name, most)));
+        warn(fmt::format("Line {}: there is no extra pin \"{}\".", line + 1,
+                         printable(name, longestInMessage)));
 }
 
 bool Run::sendPass() {
@@ -136,6 +162,9 @@ CLI::App& addRunCommand(CLI::App& app, RunOptions& options) {
     run.add_option("--times", options.command.times, "Play them so many times")
         ->check(CLI::Range(1, std::numeric_limits<int>::max()).description("NUMBER"))
         ->capture_default_str();
+    run.add_option("--pin-word", options.pinWord,
+                   "The word of the first page, with which extra pins of the dongle change")
+        ->type_name("HEX");
     run.add_flag("--yes", options.passesPauses, "Go on at a pause without asking");
     const std::function<void()> check =
         addCommandOptions(run, options.command,

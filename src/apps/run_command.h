@@ -14,6 +14,7 @@ struct RunOptions {
     std::string file;
     std::optional<std::string> batch; ///< the Commands To Send without one
     bool passesPauses = false;
+    std::optional<std::string> pinWord; ///< hexadecimal; with which pins of the dongle change
 };
 
 /// Adds the command to the command line; `options` is filled when it is parsed.

@@ -76,14 +76,7 @@ void SendRun::checkGivenWords() {
 }
 
 std::string SendRun::digitsOf(const std::string& word) {
-    const std::optional<std::string> digits = wordDigits(word);
-    if (!digits)
-        throw Failure(Failure::Kind::Conversion, "This is no hexadecimal number.");
-    const auto length = static_cast<std::size_t>(program().session().SPIWordLength);
-    if (const std::size_t bits = bitsOfDigits(*digits); bits > length)
-        throw Failure(Failure::Kind::OutOfRange,
-                      fmt::format("This has {} bits, and a word here has {}.", bits, length));
-    return *digits;
+    return fittingDigits(word, static_cast<std::size_t>(program().session().SPIWordLength));
 }
 
 std::string SendRun::where() const {

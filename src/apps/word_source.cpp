@@ -1,6 +1,7 @@
 #include "apps/word_source.h"
 
 #include "platform/conversions.h"
+#include "platform/failure.h"
 #include "platform/printable.h"
 
 #include <algorithm>
@@ -10,6 +11,21 @@
 #include <fmt/format.h>
 
 namespace bitlux {
+
+namespace {
+
+/// How many bits the number of these digits has, without leading zeros.
+std::size_t bitsOfDigits(std::string_view digits) {
+    const auto first = std::find_if(digits.begin(), digits.end(), [](char c) { return c != '0'; });
+    if (first == digits.end())
+        return 0;
+    std::size_t bits = 4 * static_cast<std::size_t>(digits.end() - first - 1);
+    for (int digit = hexDigit(*first); digit != 0; digit /= 2)
+        ++bits;
+    return bits;
+}
+
+} // namespace
 
 std::optional<std::string> wordDigits(std::string_view text) {
     if (text.starts_with("0x") || text.starts_with("0X"))
@@ -26,14 +42,14 @@ std::optional<std::string> wordDigits(std::string_view text) {
     return before == '_' ? std::nullopt : std::optional(digits);
 }
 
-std::size_t bitsOfDigits(std::string_view digits) {
-    const auto first = std::find_if(digits.begin(), digits.end(), [](char c) { return c != '0'; });
-    if (first == digits.end())
-        return 0;
-    std::size_t bits = 4 * static_cast<std::size_t>(digits.end() - first - 1);
-    for (int digit = hexDigit(*first); digit != 0; digit /= 2)
-        ++bits;
-    return bits;
+std::string fittingDigits(std::string_view text, std::size_t length) {
+    const std::optional<std::string> digits = wordDigits(text);
+    if (!digits)
+        throw Failure(Failure::Kind::Conversion, "This is no hexadecimal number.");
+    if (const std::size_t bits = bitsOfDigits(*digits); bits > length)
+        throw Failure(Failure::Kind::OutOfRange,
+                      fmt::format("This has {} bits, and a word here has {}.", bits, length));
+    return *digits;
 }
 
 std::optional<WordSource::Word> WordSource::next() {

@@ -16,8 +16,9 @@ namespace bitlux {
 /// the text is none.
 std::optional<std::string> wordDigits(std::string_view text);
 
-/// How many bits the number of these digits has, without leading zeros.
-std::size_t bitsOfDigits(std::string_view digits);
+/// The digits of a word for so many bits. Raises Failure: Conversion when the text is no number,
+/// OutOfRange when it has more bits.
+std::string fittingDigits(std::string_view text, std::size_t length);
 
 /// Stands for the words of the standard input.
 inline constexpr std::string_view standardInputWords = "-";

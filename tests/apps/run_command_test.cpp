@@ -151,16 +151,31 @@ TEST(RunCommand, EndsWithOneAtAMessage) {
     EXPECT_EQ(board.run("--bench echo >/dev/full").code, 1);
 }
 
+TEST(RunCommand, ChangesAPinOfTheDongleWithTheWordThatItIsGiven) {
+    const Board board;
+    board.write("dongle.spi", dongleFile() + "\"[BatchItem]\",\"3 pin\"\r\n"
+                                             "\"[BatchItem]\",\"3 * Set HIGH: Data 0\"\r\n"
+                                             "\"[DongleData0Enable]\",1\r\n");
+    const std::string run = "run --bench echo --bus dongle --batch pin " + board.path("dongle.spi");
+    EXPECT_EQ(bitlux(run).output, "A pin goes with the word of the first page, line 1, "
+                                  "\"* Set HIGH: Data 0\": Nothing to send!\n");
+    EXPECT_EQ(bitlux(run + " --pin-word 0x3C --trace -").output,
+              "0 OUT 48 70 01 3C 00 00 00 00\n2008000 IN 48 70 01 00 00 00 00 00\n3C 00\n");
+    EXPECT_EQ(bitlux(run + " --pin-word 13C").output,
+              "--pin-word \"13C\": This has 9 bits, and a word here has 8.\n");
+}
+
 TEST(RunCommand, GoesOnAtAPauseAndEndsQuietlyWhereNobodyReads) {
     const Board board;
     EXPECT_EQ(board.run("--bench echo --batch 'hold on' --yes </dev/null").output,
               fmt::format("A5 00\n{}A5 A5\n", pauseText));
     const std::string errors = board.path("errors");
-    const int status = std::system(fmt::format("bash -c '" BITLUX_PROGRAM
-                                               " run {} --bench echo --times 100000 2>{} | "
-                                               "head -1 >/dev/null; exit ${{PIPESTATUS[0]}}'",
-                                               board.path("board.spi"), errors)
-                                       .c_str());
+    const int status =
+        std::system(fmt::format("bash -c '" BITLUX_PROGRAM
+                                " run {} --bench echo --batch sweep --times 100000 2>{} | "
+                                "head -1 >/dev/null; exit ${{PIPESTATUS[0]}}'",
+                                board.path("board.spi"), errors)
+                        .c_str());
     EXPECT_EQ(status, 0);
     EXPECT_EQ(contentOf(errors), "");
 }

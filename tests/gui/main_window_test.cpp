@@ -358,6 +358,14 @@ TEST(MainWindow, IsUsedAt800By600WithBenchAndWaveform) {
                 << name << ", waveform " << waveform;
         }
     }
+    // Parted by hand, the two share their place again in a window that is made lower.
+    const auto docks = bench.window.findChildren<QDockWidget*>();
+    ASSERT_EQ(docks.size(), 2);
+    bench.window.splitDockWidget(docks[1], docks[0], Qt::Vertical);
+    bench.window.resize(800, 590);
+    bench.settle();
+    bench.settle();
+    EXPECT_EQ(bench.window.tabifiedDockWidgets(docks[1]).size(), 1);
 }
 
 TEST(MainWindow, StaysAliveInAContinuousRun) {

@@ -20,20 +20,29 @@ namespace {
 constexpr double buttonFactor = 1.5;
 constexpr int leastLines = 16; ///< of text, that a page wants in sight
 
-/// Gives the view its place above the other docks, and the window the height for it. Where the page
-/// would have too little left, the view shares its place with them.
-void place(QDockWidget& view, QMainWindow& window) {
+QDockWidget* otherDockBelow(QMainWindow& window, const QDockWidget& view) {
     QDockWidget* other = nullptr;
     for (auto* dock : window.findChildren<QDockWidget*>())
         if (dock != &view && window.dockWidgetArea(dock) == Qt::BottomDockWidgetArea)
             other = dock;
+    return other;
+}
+
+bool isTooLow(int pageHeight, const QMainWindow& window) {
+    return pageHeight < leastLines * window.fontMetrics().height();
+}
+
+/// Gives the view its place above the other docks, and the window the height for it. Where the page
+/// would have too little left, the view shares its place with them.
+void place(QDockWidget& view, QMainWindow& window) {
+    QDockWidget* other = otherDockBelow(window, view);
     window.addDockWidget(Qt::BottomDockWidgetArea, &view, Qt::Vertical);
     const int room =
         window.screen()->availableGeometry().bottom() - window.frameGeometry().bottom();
     const int wanted = view.sizeHint().height();
     const int more = window.isMaximized() ? 0 : std::clamp(room, 0, wanted);
     const int left = window.centralWidget()->height() + more - wanted;
-    if (other != nullptr && left < leastLines * window.fontMetrics().height())
+    if (other != nullptr && isTooLow(left, window))
         window.tabifyDockWidget(other, &view);
     else if (other != nullptr)
         window.splitDockWidget(&view, other, Qt::Vertical);
@@ -74,6 +83,7 @@ WaveformView::WaveformView(Program& program, QWidget* parent)
     canvas_->cursorMoved.subscribe([this] { showReadout(); });
     canvas_->lineChosen.subscribe([this] { followLines(); });
     canvas_->wordWanted.subscribe([this](int words) { step(words); });
+    parent->installEventFilter(this);
     timer_.setSingleShot(true);
     connect(&timer_, &QTimer::timeout, this, [this] { refresh(); });
     sinceRefresh_.start();
@@ -231,6 +241,28 @@ void WaveformView::step(int words) {
     hold_->setChecked(true); // who looks back would lose the word with the next
     showWord(static_cast<std::uint64_t>(std::clamp(wanted, first, last)));
     refresh();
+}
+
+/// A window that became lower gives its page the room back.
+void WaveformView::makeRoom() {
+    auto* window = qobject_cast<QMainWindow*>(parentWidget());
+    if (window == nullptr || !isVisible() || isFloating() ||
+        window->dockWidgetArea(this) != Qt::BottomDockWidgetArea ||
+        !window->tabifiedDockWidgets(this).isEmpty())
+        return;
+    const int spare = height() - minimumSizeHint().height();
+    QDockWidget* other = otherDockBelow(*window, *this);
+    if (other == nullptr || !other->isVisible() || other->isFloating() ||
+        !isTooLow(window->centralWidget()->height() + spare, *window))
+        return;
+    window->tabifyDockWidget(other, this);
+    raise();
+}
+
+bool WaveformView::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize && watched == parentWidget())
+        QTimer::singleShot(0, this, [this] { makeRoom(); }); // when the page has its new height
+    return QDockWidget::eventFilter(watched, event);
 }
 
 void WaveformView::closeEvent(QCloseEvent* event) {

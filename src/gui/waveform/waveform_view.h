@@ -32,6 +32,7 @@ public:
     Event<> closed; ///< by its button
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
@@ -51,6 +52,7 @@ private:
     void showWord(std::uint64_t number);
     void step(int words);
     void showReadout();
+    void makeRoom();
 
     Program& program_;
     WaveformRecording& recording_;
