@@ -14,9 +14,13 @@ namespace bitlux {
 BenchControls::BenchControls(VirtualBench& bench, std::string device)
     : bench_(bench), device_(std::move(device)) {}
 
-VirtualBench& BenchControls::changed() {
+void BenchControls::demandOpen() const {
     if (isClosed && isClosed())
         throw Failure(Failure::Kind::OutOfRange, "The bench is closed");
+}
+
+VirtualBench& BenchControls::changed() {
+    demandOpen();
     return bench_;
 }
 

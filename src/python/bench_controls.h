@@ -41,6 +41,8 @@ public:
     [[nodiscard]] const VirtualBench& bench() const { return bench_; }
     /// Whether the bench is closed; it is open where nobody tells.
     std::function<bool()> isClosed;
+    /// Raises Failure (OutOfRange) when it is.
+    void demandOpen() const;
 
 private:
     /// The bench, for a change.

@@ -45,6 +45,7 @@ void bindVirtualBench(py::module_& module) {
         .def_property(
             "device", &BenchControls::device,
             [](BenchControls& self, const std::string& device) {
+                self.demandOpen();
                 argument([&] { self.connect(device); });
             },
             "The name of the device on the lines; setting it puts another one there. Raises\n"
@@ -86,6 +87,7 @@ void bindVirtualBench(py::module_& module) {
         .def(
             "set_faults",
             [](BenchControls& self, const std::vector<std::string>& faults, std::uint32_t seed) {
+                self.demandOpen();
                 argument([&] { self.setFaults(faults, seed); });
             },
             py::arg("faults"), py::arg("seed") = 1,
