@@ -5,8 +5,8 @@
 
 namespace bitlux {
 
-/// How a device on the virtual bench is wired and clocked. It follows the settings in force, as
-/// an engineer would wire the chip.
+/// How a device on the virtual bench is wired and clocked. It follows the current settings, as an
+/// engineer would wire the chip.
 struct BusShape {
     int chipSelectPin = 0; ///< bits of the data register
     int dataInPin = 1;
@@ -25,7 +25,7 @@ struct BusShape {
     bool msbFirst = true;
 };
 
-/// Tells the shape in force at the moment it is asked.
+/// Returns the current shape at each call.
 using BusShapeSource = std::function<BusShape()>;
 
 } // namespace bitlux

@@ -13,12 +13,12 @@ class ChipSource {
 public:
     struct Entry {
         std::string device;
-        std::string description; ///< a line for the user
+        std::string description; ///< one line for the user
     };
 
     virtual ~ChipSource() = default;
 
-    /// All that there are. Lists are made of it often, so it should not read files that it knows.
+    /// All devices. It is called often, for lists, so it should not read known files again.
     [[nodiscard]] virtual std::vector<Entry> entries() const = 0;
     /// The chip that has a device of this name; null when there is none. Raises Failure when the
     /// chip's file cannot be read.

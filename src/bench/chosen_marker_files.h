@@ -8,7 +8,7 @@
 
 namespace bitlux {
 
-/// Marker files that somebody says are there.
+/// Marker files whose presence is set by the caller.
 class ChosenMarkerFiles : public MarkerFiles {
 public:
     explicit ChosenMarkerFiles(std::vector<std::string> names = {}) : names_(std::move(names)) {}

@@ -6,19 +6,19 @@
 
 namespace bitlux {
 
-/// All that decides how something on the bench goes on, with times as seen from the present moment.
-/// What is in the same phase twice does the same twice.
+/// The complete state that determines the further behaviour of a part of the bench, with times
+/// relative to now. The same phase leads to the same behaviour.
 using Phase = std::vector<std::int64_t>;
 
-/// Finds out that phases repeat themselves, so that whole cycles can be left out.
+/// Detects recurring phases, so that whole cycles can be skipped.
 class CycleFinder {
 public:
-    /// Takes the phase of the moment `now`, in nanoseconds. Returns the duration of the cycle that
-    /// ends with it, 0 when none is known.
+    /// Records the phase at the time `now`, in nanoseconds. Returns the duration of the cycle that
+    /// ends with it, 0 if none is known.
     std::int64_t take(std::int64_t now, Phase phase);
 
 private:
-    Phase kept_; ///< to which the next ones are compared
+    Phase kept_; ///< the next ones are compared with it
     std::int64_t keptAt_ = 0;
     std::size_t taken_ = 0; ///< since then
     std::size_t patience_ = 1;

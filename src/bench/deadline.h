@@ -7,7 +7,7 @@
 
 namespace bitlux {
 
-/// A moment at which something on the bench happens, in nanoseconds, or never.
+/// The time of an event on the bench, in nanoseconds, or never.
 class Deadline {
 public:
     static constexpr std::int64_t never = std::numeric_limits<std::int64_t>::max();

@@ -34,11 +34,11 @@ public:
     virtual void sampled() {}
     /// The device as a chip, when it is the model of one.
     virtual Chip* chip() { return nullptr; }
-    /// What a dongle does for this device alone, as it starts.
+    /// The dongle's service for this device, in its initial state.
     virtual DongleServices dongleServices() { return {}; }
 };
 
-/// An answer of the device "scripted": element i is bit i, elements that are missing are 0.
+/// An answer of the device "scripted": element i is bit i, missing elements are 0.
 using Reply = std::vector<bool>;
 
 /// Bits of a hexadecimal text of any length; raises Failure (Conversion) for any other text.
@@ -53,14 +53,14 @@ Reply replyFromHex(std::string_view text);
 ///   scripted     answers each word with the next of `replies`, or once more the last
 ///   zt72517      a model of that chip, which knows no words, see zt72517/zt72517.h
 ///   any other    a model of the chip that `chips` has for it, see model/chip_model.h
-/// Raises Failure (OutOfRange) for a name that there is none of, and what `chips` raises.
+/// Raises Failure (OutOfRange) for an unknown name, and what `chips` raises.
 std::unique_ptr<Device> makeDevice(std::string_view name, const std::vector<Reply>& replies = {},
                                    const ChipSource& chips = embeddedChipSource());
 
-/// The names that makeDevice takes.
+/// The names that makeDevice accepts.
 std::vector<std::string> deviceNames(const ChipSource& chips = embeddedChipSource());
 
-/// What a device does, in a line for the user; empty for a name that there is none of.
+/// A one-line description of a device for the user; empty for an unknown name.
 std::string deviceDescription(std::string_view name,
                               const ChipSource& chips = embeddedChipSource());
 

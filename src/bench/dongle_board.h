@@ -15,9 +15,9 @@
 
 namespace bitlux {
 
-/// What is behind the USB socket of the simulated dongle: it carries out frames on the device on
-/// its lines. It knows words, the lines beside them, extra pins and the trigger; all other commands
-/// are services that the device brings.
+/// The board of the simulated dongle: executes frames on the connected device. It handles words,
+/// the chip's reset and interrupt lines, extra pins and the trigger; all other commands are
+/// services that the device provides.
 class DongleBoard : private DongleBus {
 public:
     /// `clock` outlives this.
@@ -29,13 +29,13 @@ public:
     [[nodiscard]] Chip* chip() const { return chip_; }
 
     void powerUp() { extraPins_ = 0; }
-    /// Ends what it does by itself.
+    /// Stops its periodic actions.
     void powerDown();
 
-    /// Lets happen what was due by now, in its services and in the chip. While they only repeat
-    /// themselves, whole cycles are left out.
+    /// Catches up with everything due by now, in its services and in the chip. While they only
+    /// repeat, whole cycles are skipped.
     void catchUp();
-    /// Carries out a frame and returns the answer.
+    /// Executes a frame and returns the answer.
     UsbFrame carryOut(const UsbFrame& frame);
 
     void answerCommandsWith(std::vector<UsbFrame> answers) {
@@ -52,7 +52,7 @@ private:
 
     [[nodiscard]] std::int64_t nextDue() const;
     void serve();
-    /// Leaves out the cycles that find room before `until`.
+    /// Skips the whole cycles before `until`.
     void skipCycles(CycleFinder& finder, std::int64_t until);
     UsbFrame command(const UsbFrame& frame);
     UsbFrame word(const UsbFrame& frame);

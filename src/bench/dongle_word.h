@@ -6,12 +6,12 @@
 
 namespace bitlux {
 
-/// A frame as the dongle reads it.
+/// A frame as decoded by the dongle.
 struct DongleFrame {
     explicit DongleFrame(const UsbFrame& frame);
 
     int length;       ///< bits, 0 for a command
-    bool changesPins; ///< the extra pins take the levels of the frame
+    bool changesPins; ///< the frame sets the extra pins
     int type;         ///< SPI type, 1 to 8
     bool selectedWhenHigh;
     bool dataInOneIsHigh;
@@ -20,8 +20,8 @@ struct DongleFrame {
     std::uint16_t extraPins; ///< bit 0 to 8
 };
 
-/// Clocks the bits of a frame into the device, first bit 7 of the first data byte, and returns the
-/// frame with the bits that came back in the same places.
+/// Clocks the bits of a frame into the device, bit 7 of the first data byte first, and returns a
+/// frame with the received bits in the same positions.
 UsbFrame clockWord(const UsbFrame& frame, const BusShape& shape, Device& device);
 
 } // namespace bitlux

@@ -11,18 +11,18 @@
 
 namespace bitlux {
 
-/// When the timers of forms are due on a clock. Somebody else lets them fire.
+/// The due times of the forms' timers on a clock. The caller lets them fire.
 class FormTimers {
 public:
     explicit FormTimers(const Clock& clock) : clock_(clock) {}
 
-    /// Follows the timers of these forms, which start or change from now on.
+    /// Observes the timers of these forms that start or change from now on.
     void drive(forms::FormSet& forms);
 
     /// Nothing when no timer runs.
     [[nodiscard]] std::optional<std::int64_t> nextDue() const;
-    /// Fires the timer that is due next; of several the one that started first. A timer whose time
-    /// came more than once meanwhile fires once.
+    /// Fires the timer that is due next; of several the one that started first. A timer that was
+    /// due more than once meanwhile fires once.
     void fireNext();
 
 private:

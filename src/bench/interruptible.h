@@ -10,15 +10,15 @@
 
 namespace bitlux {
 
-/// Where a call that lasts lets whoever made it act: the interpreter behind a script, a signal.
+/// Lets the caller of a long call interrupt it: the interpreter of a script, a signal.
 struct Interruption {
-    /// Called often; may leave by an exception that is no std::exception, which ends the call.
+    /// Called often; may throw an exception that is not a std::exception, which ends the call.
     std::function<void()> check;
-    /// Sleeps, and lets others run meanwhile.
+    /// Sleeps, and lets other threads run meanwhile.
     std::function<void(std::int64_t nanoseconds)> sleep;
 };
 
-/// Virtual time; whoever waits on it can be interrupted.
+/// Virtual time; waits on it can be interrupted.
 class InterruptibleVirtualClock : public VirtualClock {
 public:
     explicit InterruptibleVirtualClock(const Interruption& interruption)
@@ -29,7 +29,7 @@ private:
     const Interruption& interruption_;
 };
 
-/// The time of the world outside, likewise.
+/// Real time, likewise.
 class InterruptibleRealClock : public PacedClock {
 public:
     explicit InterruptibleRealClock(const Interruption& interruption)

@@ -4,7 +4,7 @@
 
 namespace bitlux {
 
-/// Something that can be seen at a part of the bench.
+/// A reading of a part of the bench, for display.
 struct Reading {
     std::string group;
     std::string name;

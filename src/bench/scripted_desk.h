@@ -13,23 +13,23 @@
 
 namespace bitlux {
 
-/// A box with a choice was shown and nobody had prepared an answer. No std::exception, so that no
-/// handler takes it for a failure of its own.
+/// A box with a choice was shown without a prepared answer. Not a std::exception, so that no
+/// handler treats it as a failure of its own.
 struct UnansweredBox {
     MessageBox box;
 };
 
-/// Message boxes that are answered by a script. A box with one button takes the next answer only
-/// when that names its button, and answers itself otherwise.
+/// Message boxes that a script answers. A box with one button uses the next answer only if that
+/// names its button, and answers itself otherwise.
 class ScriptedBoxes : public MessageBoxes {
 public:
     MessageBox::Answer show(const MessageBox& box) override;
 
-    /// The answer of a coming box; answers are used in order.
+    /// The answer to a later box; answers are used in order.
     void answer(MessageBox::Answer answer) { answers_.push_back(answer); }
     /// All boxes shown so far.
     [[nodiscard]] const std::vector<MessageBox>& shown() const { return shown_; }
-    /// Their answers, nothing for a box that nobody had prepared one for.
+    /// Their answers, nothing for a box without a prepared one.
     [[nodiscard]] const std::vector<std::optional<MessageBox::Answer>>& answered() const {
         return answered_;
     }
@@ -43,15 +43,15 @@ private:
     std::size_t taken_ = 0;
 };
 
-/// File dialogs that are answered by a script; one without an answer is cancelled.
+/// File dialogs that a script answers; one without an answer is cancelled.
 class ScriptedFileDialogs : public FileDialogs {
 public:
     std::optional<std::string> ask(const FileDialog& dialog) override;
 
-    /// The answer of a coming dialog, nothing for Cancel; answers are used in order.
+    /// The answer to a later dialog, nothing for Cancel; answers are used in order.
     void answer(std::optional<std::string> fileName) { answers_.push_back(std::move(fileName)); }
     [[nodiscard]] const std::vector<FileDialog>& shown() const { return shown_; }
-    /// What they were answered, nothing for Cancel.
+    /// Their answers, nothing for Cancel.
     [[nodiscard]] const std::vector<std::optional<std::string>>& answered() const {
         return answered_;
     }
@@ -62,20 +62,20 @@ private:
     std::vector<std::optional<std::string>> answered_;
 };
 
-/// An event loop whose events are given beforehand, actions at a turn or at a time of the clock,
-/// and that drives the timers of forms.
+/// An event loop with events prepared in advance: actions at a turn or at a time of the clock. It
+/// also drives the timers of forms.
 class ScriptedLoop : public EventLoop {
 public:
-    /// Waiting takes time on the clock.
+    /// Waiting advances the clock.
     explicit ScriptedLoop(BenchClock& clock);
-    /// Waiting takes the time of the world outside, which is what the clock shows.
+    /// Waiting takes real time, which the clock shows.
     explicit ScriptedLoop(const SystemClock& clock);
 
     void turn() override;
-    /// Time passes up to the next action or timer that is due, if the wait is as long.
+    /// Advances to the next due action or timer, if the wait is long enough.
     void waitForEvents(std::int64_t nanoseconds) override;
 
-    /// Fires the timers of these forms from now on, in the turns at or after their times.
+    /// From now on fires the timers of these forms, in the turns at or after their times.
     void drive(forms::FormSet& forms) { timers_.drive(forms); }
 
     /// Runs `action` in the n-th turn from now, from 1.
@@ -86,7 +86,7 @@ public:
     [[nodiscard]] int turns() const { return turns_; }
 
 private:
-    /// When something is due next.
+    /// Time of the next due event.
     [[nodiscard]] std::optional<std::int64_t> nextDue() const;
 
     const Clock& clock_;
@@ -97,7 +97,7 @@ private:
     int turns_ = 0;
 };
 
-/// A mouse pointer that nobody sees.
+/// A mouse pointer without a display.
 class QuietPointer : public Pointer {
 public:
     void showHourglass(bool busy) override { busy_ = busy; }
@@ -117,7 +117,7 @@ private:
     int beeps_ = 0;
 };
 
-/// A desk at which a script sits.
+/// A desk operated by a script.
 struct ScriptedDesk {
     explicit ScriptedDesk(BenchClock& clock) : loop(clock) {}
     explicit ScriptedDesk(const SystemClock& clock) : loop(clock) {}

@@ -12,28 +12,28 @@
 
 namespace bitlux {
 
-/// A parallel port with a device on its pins. Whoever drives it cannot tell it from a real one.
+/// A parallel port with a device on its pins. Its user cannot distinguish it from a real one.
 class SimulatedPort : public ParallelPort {
 public:
-    /// What a register access takes on a real port, in nanoseconds.
+    /// Duration of a register access on a real port, in nanoseconds.
     static constexpr std::int64_t accessTime = 1000;
 
     /// `base` is the address of LPT1, the only port at first; `clock` outlives this.
     SimulatedPort(BenchClock& clock, std::shared_ptr<Device> device,
                   std::int16_t base = address378);
 
-    /// How the device is wired; asked at every write of the data register.
+    /// The wiring of the device; queried at every write of the data register.
     void setShapeSource(BusShapeSource source) { shapeSource_ = std::move(source); }
 
-    /// Puts another device on the pins.
+    /// Connects another device to the pins.
     void connect(std::shared_ptr<Device> device);
 
     /// The addresses of LPT1, LPT2 and so on; all lead to the same pins.
     void setAddresses(std::vector<std::int16_t> bases) { bases_ = std::move(bases); }
 
-    /// What stands in the data register.
+    /// The value of the data register.
     [[nodiscard]] std::uint8_t dataPins() const { return data_; }
-    /// What stands in the control register; bits 0, 1 and 3 are inverted on their pins.
+    /// The value of the control register; bits 0, 1 and 3 are inverted on their pins.
     [[nodiscard]] std::uint8_t controlPins() const { return control_; }
     /// Level of the device's output.
     [[nodiscard]] bool dataOut() const { return device_->dataOut(); }

@@ -13,11 +13,11 @@
 
 namespace bitlux {
 
-/// Length and type of words as they were applied last, against those in force: tabs of parts and
-/// panels bring theirs, which stay when the generic pages come back.
+/// The word length and type that were applied last, compared with those in force: part tabs and
+/// panels set their own, which remain when the generic pages return.
 class AppliedShape {
 public:
-    /// What it works with; all outlive it.
+    /// The dependencies; all outlive it.
     struct Parts {
         Session& session;
         RunControls& run;
@@ -27,7 +27,7 @@ public:
 
     AppliedShape(forms::Form& form, const Parts& parts);
 
-    // Set by whoever owns the panels and the dialog.
+    // Set by the owner of the panels and the dialog.
     /// An open panel whose words have the shape in force, as "the ZT72516 panel"; empty for none.
     std::function<std::string()> holdingPanel = [] { return std::string(); };
     /// Shows the type in force in the dialog.
@@ -37,19 +37,18 @@ public:
     void lent(std::string by);
 
     [[nodiscard]] bool isInForce() const;
-    /// Who brought the shape in force; empty when that is the applied one, or something else has
-    /// set it.
+    /// The tab or panel that set the shape in force; empty when the applied shape is in force, or
+    /// something else has set it.
     [[nodiscard]] std::string lender() const;
-    /// The type that a file keeps: what a tab or a panel has brought is none of the user's
-    /// settings.
+    /// The type that a file stores: what a tab or a panel has set is not a setting of the user.
     [[nodiscard]] std::int16_t typeToSave() const;
     /// "16 bits, type 1 from the ZT7251x tab".
     [[nodiscard]] std::string inForceText() const;
     /// "Back to 24 bits, type 3".
     [[nodiscard]] std::string backText() const;
 
-    /// Words have the applied length and type again, and the port's pins rest as these want it. A
-    /// panel that holds its shape takes it anew with its next word.
+    /// Restores the applied length and type, with the idle levels of the port's pins. A panel that
+    /// holds its shape sets it again with its next word.
     void BackToAppliedWord();
 
 private:

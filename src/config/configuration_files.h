@@ -23,7 +23,7 @@ namespace bitlux {
 /// Opening and saving of configuration files (*.spi) from the File menu of the main form.
 class ConfigurationFiles {
 public:
-    /// What it works with; all outlive it.
+    /// The dependencies; all outlive it.
     struct Parts {
         Session& session;
         CommandLists& commands;
@@ -36,31 +36,31 @@ public:
 
     ConfigurationFiles(forms::Form& form, const Parts& parts);
 
-    // Set by whoever owns the dialog and the tabs.
+    // Set by the owner of the dialog and the tabs.
     std::function<ConfigureDialog&()> dialog;
     PartTabAccess tabs;
 
-    /// Asks for a file, or takes the one of the command line, and reads it. A file that is no
-    /// configuration changes nothing but its name. A damaged record ends the reading with Failure,
-    /// which names file, line and reason; what stood before it has acted. After a Failure no file
-    /// is in use, so that Save asks; nor is one when the file holds recovered work: Save asks, and
-    /// starts on the file that it is a change of.
+    /// Asks for a file, or uses the one of the command line, and reads it. A file that is not a
+    /// configuration only changes the file name. A damaged record ends the reading with Failure,
+    /// which names file, line and reason; the records before it have taken effect. After a Failure
+    /// no file is in use, so Save asks for a name; likewise for recovered work, where Save proposes
+    /// the file that was changed.
     void itemOpen_Click();
-    /// Writes to the file in use, or asks for one. A file that has more Quick Commands than there
-    /// are now is kept with "~" behind its name, and a box says so. Raises Failure when the file
-    /// cannot be written or a text holds what a file cannot; the old file, its name and ConfigDirty
-    /// stay as they were then.
+    /// Writes to the file in use, or asks for one. A file that has more Quick Commands than the
+    /// program is kept with "~" after its name, and a box says so. Raises Failure when the file
+    /// cannot be written or a text contains what a file cannot hold; the old file, its name and
+    /// ConfigDirty stay as they were then.
     void itemSave_Click();
     void itemSaveAs_Click();
     /// Reads this file, without asking for one.
     void open(const std::string& fileName);
     /// What Save would write; raises Failure as it does.
     [[nodiscard]] std::string text();
-    /// The file that recovered work is a change of, until it is saved or another file is opened;
-    /// empty for work that had no file.
+    /// The file that recovered work is based on, until it is saved or another file is opened; empty
+    /// for work that had no file.
     [[nodiscard]] const std::optional<std::string>& recoveredFrom() const { return recoveredFrom_; }
 
-    /// A file is about to replace all there is.
+    /// A file is about to replace the whole work.
     Event<> replacing;
     /// A file was opened or saved as a whole; its name is ConfigFileName, which is empty for
     /// recovered work.
@@ -71,7 +71,7 @@ private:
     /// The chips that have no file; nothing for a file that is no configuration.
     std::optional<std::vector<std::string>> play(const std::string& fileName);
     void saveAs(const std::optional<std::string>& fileName);
-    /// Gives what the user has to know about it.
+    /// Returns what the user has to know about it.
     std::string write(const std::string& fileName);
     std::optional<std::string> ask(FileDialog::Kind kind);
     void say(const std::string& text);

@@ -19,11 +19,11 @@
 
 namespace bitlux {
 
-/// Plays a configuration file: each record acts on the dialog's controls or on the lists as it is
-/// met, and [ApplyNow] applies what the controls hold by then.
+/// Executes a configuration file: each record changes the dialog's controls or the lists
+/// immediately, and [ApplyNow] applies the current controls.
 class ConfigurationReader {
 public:
-    /// What it works with; all outlive it.
+    /// The dependencies; all outlive it.
     struct Parts {
         Session& session;
         ConfigureDialog& dialog;
@@ -40,13 +40,13 @@ public:
     /// Reads the first record; false when the file is empty or the record is not that of a
     /// configuration. To be called once, before `read`.
     bool isConfiguration();
-    /// Empties the lists and plays the other records; keys that it does not know are passed over.
-    /// A record that is damaged or cannot act raises Failure with file, line and reason; those
-    /// before it have acted. A port that cannot be used raises Failure (PortUnusable) as it is.
+    /// Empties the lists and executes the other records; unknown keys are skipped. A record that is
+    /// damaged or cannot be executed raises Failure with file, line and reason; those before it
+    /// have taken effect. A port that cannot be used raises its Failure (PortUnusable) unchanged.
     void read();
     /// The chips of users that the file enables and that have no file.
     [[nodiscard]] const std::vector<std::string>& missingChips() const { return missingChips_; }
-    /// Of recovered work the file that it is a change of, empty for none.
+    /// For recovered work, the file that was changed; empty for none.
     [[nodiscard]] const std::optional<std::string>& recoveredFrom() const { return recoveredFrom_; }
     /// Whether a record of the file was an extra pin of the dongle.
     [[nodiscard]] bool hasDonglePins() const { return hasDonglePins_; }
@@ -59,7 +59,7 @@ private:
     void play(std::string_view line);
     void applyNow();
     void quickCommand(std::string_view value);
-    /// Fills bits_ from the value of a Quick Command; what stands behind them is the name.
+    /// Fills bits_ from the value of a Quick Command; the rest is the name.
     std::string_view takeBits(std::string_view value);
     void commandToSend(const std::string& line);
     void batchItem(const RecordValue& value);
@@ -71,7 +71,7 @@ private:
     std::vector<std::string> missingChips_;
     std::optional<std::string> recoveredFrom_;
     bool isVersion2_ = false;
-    bool applied_ = false; ///< [ApplyNow] was met
+    bool applied_ = false; ///< [ApplyNow] was executed
     bool hasDonglePins_ = false;
     bool nextCommandIsFirst_ = false; ///< from [ApplyNow] to the first Quick Command
     std::vector<std::int16_t> bits_;  ///< of the Quick Command that is read

@@ -16,14 +16,13 @@ struct ConfigurationRecord {
     RecordValue value;
 };
 
-/// Takes a line apart; the views are into it. A text has no escape for quotes inside: it ends at
-/// the last quote of the line. Anything that is no record raises Failure (Conversion) with the
-/// reason.
+/// Splits a line; the views point into it. A text has no escape for quotes inside: it ends at the
+/// last quote of the line. Anything else raises Failure (Conversion) with the reason.
 ConfigurationRecord parseRecord(std::string_view line);
 
-// A value as what a record's action wants: a number stands for its digits and True for "True" where
-// a text is wanted; texts that hold a number or "True" or "False" stand for these. Anything else
-// raises Failure (Conversion), a number that does not fit Failure (Overflow).
+// Conversion of a value to the type that a record's action needs: to a text, numbers as their
+// digits and truth values as "True" or "False"; from a text, a number or "True" or "False".
+// Anything else raises Failure (Conversion), a number that does not fit Failure (Overflow).
 std::string textOf(const RecordValue& value);
 double numberOf(const RecordValue& value);
 std::int16_t integerOf(const RecordValue& value);

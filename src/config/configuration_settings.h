@@ -21,26 +21,26 @@ struct ConfigurationSetting {
     std::function<void(const RecordValue& value)> read;
 };
 
-/// The tabs of parts, as far as a file opens them.
+/// The part tabs that a configuration file opens.
 struct PartTabAccess {
     std::function<void()> reset;
     std::function<bool(std::int32_t partNumber)> isActive;
     std::function<void(std::int32_t partNumber)> add;
     /// Disables all chips of users.
     std::function<void()> resetChips;
-    /// Enables a chip of a user; false when it has no file, and so no tab.
+    /// Enables a chip of a user; false when it has no file and therefore no tab.
     std::function<bool(const std::string& name)> addChip;
-    /// The SPI type to save, which is none that a tab has left.
+    /// The SPI type to save, without changes made by tabs.
     std::function<std::int16_t()> typeToSave;
 };
 
 /// All settings, in the order in which they are saved, and the older names among them. Their
-/// functions work on the dialog's controls, which hold more than was applied. All arguments outlive
-/// the result.
+/// functions work on the dialog's controls, which may differ from what was applied. All arguments
+/// outlive the result.
 std::vector<ConfigurationSetting> configurationSettings(ConfigureDialog& dialog, Session& session,
                                                         const PartTabAccess& tabs);
 
-/// The extra pins of the dongle, which stand at the end of a file when one of them is enabled.
+/// The extra pins of the dongle, which are at the end of a file when one of them is enabled.
 std::vector<ConfigurationSetting> donglePinSettings(ConfigureDialog& dialog);
 
 } // namespace bitlux

@@ -22,11 +22,11 @@
 
 namespace bitlux {
 
-/// The configuration dialog. Its controls are the home of the settings even while it is hidden;
-/// nothing reaches the session before cmdApply_Click.
+/// The configuration dialog. Its controls hold the settings even while it is hidden; nothing
+/// reaches the session before cmdApply_Click.
 class ConfigureDialog : public forms::Form {
 public:
-    /// What the dialog works with; all outlive it.
+    /// The dependencies of the dialog; all outlive it.
     struct Parts {
         Session& session;
         PinLayer& pins;
@@ -34,7 +34,7 @@ public:
         SingleWordPage& singleWord;
         SessionLog& log;
         CommandLists& commands;
-        EmptiedCommands& emptied; ///< gets the words that Apply takes
+        EmptiedCommands& emptied; ///< receives the words that Apply removes
         ExtraPinRows& extraPins;
         forms::Label& labelMainTitle;
         forms::Label& lblConfigNag;
@@ -46,14 +46,14 @@ public:
     ConfigureDialog(forms::FormSet& set, Parts parts);
 
     void Form_Load();
-    /// Brings the controls to the defaults; touches no session state.
+    /// Sets the controls to the defaults; does not change the session.
     void SetDefaults();
-    /// Copies the settings from the controls to the session and puts the idle levels on the wire.
-    /// A step that refuses shows its message and leaves at once.
+    /// Copies the settings from the controls to the session and puts the idle levels on the wire. A
+    /// step that refuses shows its message and ends Apply.
     void cmdApply_Click();
-    /// Brings back what was last accepted, and hides the dialog.
+    /// Restores what was last accepted, and hides the dialog.
     void cmdCancel_Click();
-    /// Applies, and hides the dialog when that went through.
+    /// Applies, and hides the dialog on success.
     void cmdOK_Click();
     /// Looks for parallel ports.
     void Btn_ParallelPort_Click();
@@ -61,16 +61,16 @@ public:
     void chkHardCodeLPT_Click(int index);
     void TabStripConfig_Click();
     void chkEnableLog_Click();
-    /// Fills the rows of the main form with the pins that are enabled on the dongle, where it is in
+    /// Fills the rows of the main form with the pins that are enabled on the dongle, if it is in
     /// use.
     void showDonglePins();
-    /// Shows the settings of the bus that a search for the dongle has left.
+    /// Shows the settings of the bus after a search for the dongle.
     void arrangeFor(DongleLink::Found found);
 
-    /// Whether Apply takes the dongle for the bus.
+    /// Whether Apply selects the dongle as the bus.
     [[nodiscard]] bool usesDongle() const { return ChkSerialPort.checked() && session_.USBReady; }
-    /// The pins of the connector that an Apply of the open dialog refuses for a conflict; of no
-    /// meaning on the dongle.
+    /// The pins of the connector that an Apply of the open dialog refuses for a conflict; not
+    /// meaningful on the dongle.
     [[nodiscard]] std::vector<PinClash> pinClashes() const;
 
 private:

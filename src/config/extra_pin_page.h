@@ -15,7 +15,7 @@ namespace bitlux {
 /// name and a pin of the connector. Names and pins can be changed only while the check is set.
 class PinRows {
 public:
-    /// `kind` stands in the names of the controls ("chkDataPinEnable" for "Data") and of the pins.
+    /// `kind` is part of the names of the controls ("chkDataPinEnable" for "Data") and of the pins.
     PinRows(forms::Form& form, const std::string& kind, int count,
             const std::vector<std::string>& pins);
 
@@ -42,8 +42,8 @@ public:
 
     /// Whether every pin that is enabled on the port has a pin of the connector.
     [[nodiscard]] bool allAssigned() const;
-    /// The pins that are enabled on the port; for the conflict test data pins, and pin 1, have a
-    /// "9" in front, so that all numbers have two digits.
+    /// The pins that are enabled on the port; for the conflict test data pins, and pin 1, are
+    /// prefixed with "9", so that all numbers have two digits.
     [[nodiscard]] std::vector<PinField> pinFields() const;
     /// Names of the pins that are enabled, data pins first.
     [[nodiscard]] std::vector<std::string> portNames() const;

@@ -11,49 +11,49 @@
 
 namespace bitlux {
 
-/// A configuration that was kept although nobody saved it.
+/// A configuration that was kept without being saved.
 struct RecoveredFile {
     std::string fileName;
-    std::string origin; ///< full name of the file that it is a change of; empty for none
+    std::string origin; ///< full name of the file that was changed; empty for none
     std::int64_t time;  ///< when it was kept, in nanoseconds since 1970
 };
 
 /// The unsaved work of the programs of a user, as configuration files in a folder: a draft of each
-/// program that runs, and the last ones that were given up. The draft of a program that was killed
-/// is found by the next one. Programs that run at once leave each other's drafts alone.
+/// running program, and the last discarded ones. The next program finds the draft of a killed one.
+/// Programs that run at the same time do not touch each other's drafts.
 class RecoveredFiles {
 public:
     static constexpr std::size_t most = 10;
 
-    /// Takes over what programs that have gone left behind; makes the folder where there is none.
-    /// Raises Failure (File) when that cannot be.
+    /// Takes over the drafts of killed programs; creates the folder if necessary. Raises Failure
+    /// (File) when it cannot.
     explicit RecoveredFiles(std::string folder);
 
-    /// Keeps the draft, over the one of before; raises Failure (File) as replaceFile does.
+    /// Saves the draft, replacing the previous one; raises Failure (File) as replaceFile does.
     void keepDraft(std::string_view content, const std::string& origin);
     [[nodiscard]] bool hasDraft() const;
-    /// It is wanted no more: it was saved.
+    /// Removes the draft, since the work was saved.
     void dropDraft() const;
-    /// One of the list is the draft now; false when it has gone.
+    /// One of the list becomes the draft; false when it no longer exists.
     bool adopt(const std::string& fileName) const;
-    /// It is given up: it becomes one of the last ones, and the oldest beyond `most` goes.
+    /// Discards the draft: it joins the last ones, and the oldest beyond `most` is deleted.
     void giveUpDraft();
-    /// The program ends and nobody was asked: the next one finds the draft as after a crash.
+    /// The program ends without a question: the next one finds the draft as after a crash.
     void leaveDraft() { marker_.leaveBehind(); }
 
-    /// Those that were given up, the newest first.
+    /// The discarded ones, the newest first.
     [[nodiscard]] std::vector<RecoveredFile> list() const;
-    /// The newest one that a program has left behind; told to the program that has found it alone.
+    /// The newest one that a killed program has left; reported only to the program that found it.
     [[nodiscard]] const std::optional<RecoveredFile>& left() const { return left_; }
 
 private:
     [[nodiscard]] std::string draftOf(const std::string& owner) const;
-    /// The name that it has then; nothing without a draft.
+    /// The name that it then has; nothing without a draft.
     [[nodiscard]] std::optional<std::string> giveUp(const std::string& owner) const;
     void removeOldest() const;
 
     std::string folder_;
-    std::vector<std::string> gone_; ///< programs that have left their markers
+    std::vector<std::string> gone_; ///< killed programs, by their markers
     RunningMarker marker_;
     std::optional<RecoveredFile> left_;
 };

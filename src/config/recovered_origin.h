@@ -5,8 +5,8 @@
 
 namespace bitlux {
 
-// The record at the end of a file of unsaved work. A file's name may hold what the code page of
-// configurations does not, and is escaped.
+// The record at the end of a file of unsaved work. The name of a file may have characters outside
+// the code page of configurations, so it is escaped.
 inline constexpr std::string_view recoveredFromKey = "[RecoveredFrom]";
 
 std::string escapedName(std::string_view fileName);

@@ -10,12 +10,12 @@
 namespace bitlux {
 
 /// The choice of the SPI type in the configuration dialog: a tab, a picture and three notes for
-/// each type. All arrays go by the number of the type.
+/// each type. All arrays are indexed by the number of the type.
 class TypePage {
 public:
     TypePage(forms::Form& form, Session& session);
 
-    /// Shows the picture of the selected tab and notes it as SPITypeTab.
+    /// Shows the picture of the selected tab and stores it as SPITypeTab.
     void TabStripSPItype_Click();
     /// Selects the tab of this caption, or the first.
     void select(const std::string& caption);

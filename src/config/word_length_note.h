@@ -5,14 +5,14 @@
 
 namespace bitlux {
 
-/// What is told beside the field of the word length.
+/// The note beside the field of the word length.
 struct WordLengthNote {
-    std::string text; ///< a sentence without a full stop; empty when there is nothing to tell
-    bool fits = true; ///< the bus can take words of this length
+    std::string text; ///< a sentence without a full stop; may be empty
+    bool fits = true; ///< the bus can carry words of this length
 };
 
-/// What Apply makes of the text in the field, where it does not say so itself, and which lengths
-/// the bus takes.
+/// What Apply makes of the text in the field, where Apply itself shows no message, and which
+/// lengths the bus can carry.
 [[nodiscard]] WordLengthNote wordLengthNote(std::string_view typed, bool onDongle);
 
 } // namespace bitlux

@@ -22,11 +22,11 @@ PortChoice portChoiceFrom(std::string_view text);
 /// access to another one raises Failure (PortUnusable).
 class ChosenPort : public ParallelPort {
 public:
-    /// The machine outlives this.
+    /// The machine's port outlives this.
     ChosenPort(ParallelPort& machine, PortChoice choice);
 
-    /// Raises Failure (PortUnusable), with the ports that there are, when the chosen one is not
-    /// there.
+    /// Raises Failure (PortUnusable), naming the existing ports, when the chosen one does not
+    /// exist.
     void demand() const;
 
     std::int32_t Inp(std::int16_t address) override;
@@ -44,7 +44,7 @@ private:
 
     ParallelPort& machine_;
     PortChoice choice_;
-    std::uint16_t base_ = 0; ///< 0 while it was not looked for
+    std::uint16_t base_ = 0; ///< 0 before it was looked up
 };
 
 } // namespace bitlux

@@ -4,7 +4,7 @@
 
 namespace bitlux {
 
-/// A clock that never runs backwards. Its origin means nothing; only differences do.
+/// A clock that never runs backwards. Its origin is arbitrary; only differences are meaningful.
 class Clock {
 public:
     virtual ~Clock() = default;

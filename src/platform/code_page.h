@@ -6,9 +6,9 @@
 namespace bitlux {
 
 // Text in files is in the single-byte code page Windows-1252, in the program in UTF-8. The five
-// bytes that the code page leaves free stand for the control characters of their number.
+// bytes that the code page leaves undefined are the control characters of the same code.
 
-/// Takes any bytes.
+/// Accepts any bytes.
 std::string toUtf8(std::string_view codePageText);
 
 /// Raises Failure (Conversion), naming the character, when the code page lacks it.

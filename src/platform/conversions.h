@@ -10,18 +10,17 @@
 
 namespace bitlux {
 
-/// The number that a text begins with, blanks passed over; 0 when it begins with none.
-/// "12.5 V" is 12.5, " 1 6" is 16, "1e3" and "1d3" are 1000, "&HFF" is 255, "abc" is 0.
-/// A number beyond the range of a double raises Failure (Overflow).
+/// The number at the beginning of a text, skipping blanks; 0 when there is none. "12.5 V" is 12.5,
+/// " 1 6" is 16, "1e3" and "1d3" are 1000, "&HFF" is 255, "abc" is 0. A number beyond the range of
+/// a double raises Failure (Overflow).
 double val(std::string_view text);
 
-/// The number that the whole text stands for, as "12.5" or "1e3". A text that is no number, also
-/// one with blanks, raises Failure (Conversion), one beyond the range of a double Failure
-/// (Overflow).
+/// The number that the whole text is, such as "12.5" or "1e3". A text that is no number, also one
+/// with blanks, raises Failure (Conversion), one beyond the range of a double Failure (Overflow).
 double toNumber(std::string_view text);
 
-/// The number that the whole text stands for in digits of this base, with a minus sign at most;
-/// nothing for any other text and for a number that does not fit.
+/// The number that the whole text is, in digits of this base, with a minus sign at most; nothing
+/// for any other text and for a number that does not fit.
 template <typename Number>
 std::optional<Number> wholeNumber(std::string_view text, int base = 10) {
     Number number = 0;

@@ -8,7 +8,7 @@
 
 namespace bitlux {
 
-/// The name that stands in titles, also of message boxes that bring none of their own.
+/// The program's name in titles, also of message boxes without a title.
 inline constexpr const char* applicationTitle = "Bitlux Forge";
 
 /// Joins the lines of a message.
@@ -23,23 +23,23 @@ struct MessageBox {
     std::string title = applicationTitle;
     Buttons buttons = Buttons::Ok;
     Icon icon = Icon::None;
-    std::optional<Answer> preset = {}; ///< what Enter answers; the first button without it
-    /// A hand that closes it without a button goes back to where it was: this answers Cancel.
+    std::optional<Answer> preset = {}; ///< what Enter answers; the first button if empty
+    /// Closing the box without a button goes back: it answers Cancel.
     bool canBeLeft = false;
-    /// The handler that failed, as "frmMain.cmdSendOnce_Click"; for who asks for details.
+    /// The handler that failed, as "frmMain.cmdSendOnce_Click"; for the details.
     std::string place = {};
     std::string hint = {}; ///< what may help, in a sentence
-    /// Only says that the file dialog before it was cancelled. A window, where somebody has just
-    /// done that, does not show it.
+    /// Only says that the preceding file dialog was cancelled. A window does not show it, since its
+    /// user knows.
     bool tellsOfCancel = false;
 };
 
-/// Whether a box only tells something: nothing has failed, and there is nothing to choose.
+/// Whether a box is only informative: nothing has failed, and there is nothing to choose.
 inline bool isNotice(const MessageBox& box) {
     return box.icon == MessageBox::Icon::Information && box.buttons == MessageBox::Buttons::Ok;
 }
 
-/// The answer that changes nothing, for a box that nobody answered.
+/// The answer that changes nothing, for a box without an answer.
 constexpr MessageBox::Answer cautiousAnswer(MessageBox::Buttons buttons) {
     switch (buttons) {
     case MessageBox::Buttons::OkCancel:
@@ -89,7 +89,7 @@ public:
     virtual void beep() = 0;
 };
 
-/// The hourglass for as long as it lives.
+/// Shows the hourglass during its lifetime.
 class Hourglass {
 public:
     explicit Hourglass(Pointer& pointer) : pointer_(pointer) { pointer_.showHourglass(true); }
@@ -101,25 +101,25 @@ private:
     Pointer& pointer_;
 };
 
-/// The loop that delivers what the user does. Long-running code gives it one turn a word.
+/// The event loop that delivers user input. Long-running code runs it once per word.
 class EventLoop {
 public:
     virtual ~EventLoop() = default;
-    /// Delivers what is pending and returns; handlers of any form may run inside.
+    /// Delivers pending events and returns; handlers of any form may run inside.
     virtual void turn() = 0;
-    /// Sleeps until something was delivered or so many nanoseconds are over, and then returns, at
-    /// most a millisecond late.
+    /// Sleeps until an event was delivered or the time-out in nanoseconds has elapsed, and returns
+    /// at most a millisecond late.
     virtual void waitForEvents(std::int64_t nanoseconds) = 0;
 };
 
-/// What a program meets its user with; all of it outlives the program.
+/// The user interface of a program; all of it outlives the program.
 struct Desk {
     MessageBoxes& boxes;
     FileDialogs& fileDialogs;
     Pointer& pointer;
     EventLoop& loop;
     SystemInformation* systemInformation = nullptr; ///< where there is one
-    Sound* sound = nullptr;                         ///< silence when there is none
+    Sound* sound = nullptr;                         ///< null for silence
 };
 
 } // namespace bitlux

@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <string_view>
 
-/// Numbers in the frames of the dongle: a command stands in byte 1, its data from byte 3 on.
+/// Numbers in the frames of the dongle: byte 1 has the command, its data starts at byte 3.
 namespace bitlux::dongle {
 
-/// Sends a word of one byte again and again: the kind of chip in byte 6, the word in byte 4, the
-/// period in byte 5, and what byte 3 says is on; 0 stops it.
+/// Sends a word of one byte periodically: the kind of chip in byte 6, the word in byte 4, the
+/// period in byte 5, and the state in byte 3; 0 stops it.
 inline constexpr std::uint8_t serveByte = 4;
 inline constexpr std::uint8_t serve72361 = 1;
 inline constexpr std::uint8_t serve72537 = 2;
@@ -22,7 +22,7 @@ inline constexpr std::uint8_t watchdog = 21;
 inline constexpr std::uint8_t watchdog72516 = 22;    ///< with mode and time, or zeros to stop
 inline constexpr std::uint8_t watchdogFirstMode = 8; ///< the mode is added to it
 inline constexpr std::uint8_t watchdogStop = 32;
-/// Times between refreshes, by their numbers.
+/// Times between refreshes, by index.
 inline constexpr std::array<std::string_view, 10> watchdogTimes{
     "1ms", "2ms", "3ms", "5ms", "10ms", "50ms", "100ms", "500ms", "1s", "5s"};
 inline constexpr std::uint8_t watchdogCurrent = 69;

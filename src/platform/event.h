@@ -11,17 +11,17 @@ namespace bitlux {
 /// Keeps a subscriber subscribed for as long as it lives. It may outlive the event.
 using Subscription = std::shared_ptr<void>;
 
-/// How a lower module tells upper modules that something happened: they subscribe at start-up, and
-/// are called in the order of their subscriptions.
+/// Callbacks by which a lower module notifies upper modules: they subscribe at start-up, and are
+/// called in the order of their subscriptions.
 template <typename... Args>
 class Event {
 public:
     using Subscriber = std::function<void(Args...)>;
 
-    /// Subscribes for good: the subscriber lives as long as the event.
+    /// Subscribes permanently: the subscriber lives as long as the event.
     void subscribe(Subscriber subscriber) { add(std::move(subscriber)); }
 
-    /// Subscribes until the result goes away.
+    /// Subscribes until the result is destroyed.
     [[nodiscard]] Subscription follow(Subscriber subscriber) {
         const std::size_t key = add(std::move(subscriber));
         return {nullptr, [list = std::weak_ptr(list_), key](void*) {
@@ -30,7 +30,7 @@ public:
                 }};
     }
 
-    /// A subscriber may end subscriptions, its own too, and the event itself while it runs.
+    /// While it runs, a subscriber may end subscriptions, its own too, and destroy the event.
     void raise(Args... args) const {
         if (list_->empty())
             return;

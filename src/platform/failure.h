@@ -6,7 +6,7 @@
 namespace bitlux {
 
 /// A failure that ends the running handler. The dispatcher of handlers shows its text in a plain
-/// box with the place, and the program goes on (forms/form_set.h).
+/// box with the name of the handler, and the program continues (forms/form_set.h).
 ///
 /// The text is a sentence or a short phrase for the user, without a final line break.
 class Failure : public std::runtime_error {
@@ -14,7 +14,7 @@ public:
     enum class Kind {
         Overflow,     ///< a number does not fit its variable
         OutOfRange,   ///< an index, a length or a choice outside what exists
-        Conversion,   ///< a text that does not stand for the value wanted
+        Conversion,   ///< a text that is not a valid value
         File,         ///< a file or folder that cannot be read or written
         PortUnusable, ///< a parallel port that cannot be opened or was lost
         LinkFailed,   ///< a dongle that cannot be opened, was lost, or does not answer

@@ -5,12 +5,12 @@
 
 namespace bitlux {
 
-/// A text file that grows while a program goes on: what was added is in the file although the
-/// program should crash.
+/// A text file that grows while the program runs: what was added is in the file even if the program
+/// crashes.
 class GrowingFile {
 public:
-    /// Makes the file, or empties it. Raises Failure (File) with a sentence that names the file and
-    /// the reason.
+    /// Creates the file, or empties it. Raises Failure (File) with a sentence that names the file
+    /// and the reason.
     explicit GrowingFile(std::string fileName);
     ~GrowingFile();
     GrowingFile(const GrowingFile&) = delete;

@@ -7,7 +7,7 @@
 
 namespace bitlux {
 
-/// What a program drives chips with; all of it outlives the program.
+/// The hardware that a program drives chips with; all of it outlives the program.
 struct Hardware {
     ParallelPort& port;
     UsbHost& usb;

@@ -20,11 +20,11 @@ public:
     LineReader(const LineReader&) = delete;
     LineReader& operator=(const LineReader&) = delete;
 
-    /// The next line without its end, until the next call; nothing behind the last. Raises Failure
-    /// (File) when the line is too long or the file cannot be read on.
+    /// The next line without its end, valid until the next call; nothing after the last. Raises
+    /// Failure (File) when the line is too long or the file cannot be read on.
     std::optional<std::string_view> next();
 
-    /// Of the line that `next` gave last, from 1.
+    /// Number of the line that `next` returned last, from 1.
     [[nodiscard]] std::size_t lineNumber() const { return lineNumber_; }
     [[nodiscard]] const std::string& fileName() const { return fileName_; }
 
@@ -34,7 +34,7 @@ private:
 
     std::string fileName_;
     int descriptor_;
-    std::string buffer_; ///< what was read and not given yet stands from begin_ to end_
+    std::string buffer_; ///< what was read but not returned yet is from begin_ to end_
     std::size_t begin_ = 0;
     std::size_t end_ = 0;
     std::size_t lineNumber_ = 0;

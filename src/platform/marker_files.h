@@ -4,12 +4,11 @@
 
 namespace bitlux {
 
-/// Files whose mere presence switches hidden options of a panel on. Upper and lower case letters of
-/// their names are the same.
+/// Files whose presence enables hidden options of a panel. The case of their names is ignored.
 class MarkerFiles {
 public:
     virtual ~MarkerFiles() = default;
-    /// Looks anew at each call.
+    /// Checks at each call.
     [[nodiscard]] virtual bool present(std::string_view name) const = 0;
 };
 

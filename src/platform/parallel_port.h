@@ -5,14 +5,14 @@
 namespace bitlux {
 
 /// The eight operations on the I/O ports of a PC parallel port, and a ninth that ends a word.
-/// Everything that drives pins goes through this interface, so that a real port, a simulated one
-/// and a recording one can stand in for each other.
+/// Everything that drives pins goes through this interface, so that a real, a simulated and a
+/// recording port are interchangeable.
 ///
 /// A port has three byte registers: data at its base address, status at base + 1 (read only),
 /// control at base + 2. Addresses are 16-bit, values are the low byte of a 16-bit integer.
 ///
-/// Reads and writes report nothing in their results. An implementation that finds its port
-/// unusable throws Failure (PortUnusable) with a sentence that names the fix.
+/// Reads and writes report nothing in their results. An implementation that finds its port unusable
+/// throws Failure (PortUnusable) with a sentence that says what to do.
 class ParallelPort {
 public:
     virtual ~ParallelPort() = default;
@@ -30,11 +30,11 @@ public:
     virtual std::int16_t GetLPTPortAddress(std::int16_t number) = 0;
     /// 1 switches fast mode (direct port I/O) on, 0 off.
     virtual void SetFastMode(std::int32_t mode) { fastMode_ = mode; }
-    /// The accesses of a word, or of a change of pins, were made. A port that was lost without any
-    /// of them telling throws here.
+    /// Called after the accesses of a word or of a change of pins. Throws when the port was lost
+    /// and none of them reported it.
     virtual void complete() {}
 
-    // These two are asked on both sides of every write, so they cost a load and no call.
+    // These two are read before and after every write, so they cost a load and no call.
 
     /// True on a system that needs a driver for port access.
     [[nodiscard]] bool IsWinNT() const noexcept { return needsDriver_; }

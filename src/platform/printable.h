@@ -6,9 +6,8 @@
 
 namespace bitlux {
 
-/// Text of unknown origin as it may stand in a message: characters that a terminal would obey and
-/// bytes that are no UTF-8 become '?', and of a text longer than `most` bytes the start stands with
-/// "..." behind it.
+/// Makes text of unknown origin safe for a message: control characters and bytes that are not UTF-8
+/// become '?', and a text longer than `most` bytes is cut and ends in "...".
 std::string printable(std::string_view text, std::size_t most = std::string_view::npos);
 
 } // namespace bitlux

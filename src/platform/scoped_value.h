@@ -4,7 +4,7 @@
 
 namespace bitlux {
 
-/// Gives a variable another value for as long as this lives.
+/// Gives a variable another value during the lifetime of this object.
 template <typename T>
 class ScopedValue {
 public:

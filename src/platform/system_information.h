@@ -2,13 +2,12 @@
 
 namespace bitlux {
 
-/// The tool of the platform that shows what the machine consists of.
+/// The platform's tool that shows information about the machine.
 class SystemInformation {
 public:
     virtual ~SystemInformation() = default;
     [[nodiscard]] virtual bool available() const = 0;
-    /// Starts it beside the program; nothing waits for it. Raises Failure (File) when it cannot be
-    /// started.
+    /// Starts it as an independent process. Raises Failure (File) when it cannot be started.
     virtual void start() = 0;
 };
 

@@ -6,10 +6,10 @@
 
 namespace bitlux {
 
-/// Replaces a file as a whole: either all of the new content stands under the name afterwards, or
-/// the old file is untouched. A file that exists keeps its permissions and its owner as far as the
-/// system lets it; a name that is a link keeps pointing to its file. Where the folder takes no
-/// other file, the content is written over the old one.
+/// Replaces a file as a whole: either the name has all of the new content afterwards, or the old
+/// file is untouched. An existing file keeps its permissions and, as far as the system allows, its
+/// owner; a link keeps pointing to its file. Where the folder does not allow another file, the old
+/// one is overwritten.
 ///
 /// Raises Failure (File) with a sentence that names the file and the reason.
 void replaceFile(const std::string& fileName, std::string_view content);
@@ -20,8 +20,9 @@ void replaceTextFile(
     const std::string& fileName,
     const std::function<void(const std::function<void(std::string_view)>&)>& write);
 
-/// Adds a line with carriage return and line feed to the end of a file, which is made when it does
-/// not exist. Raises Failure (File) as replaceFile does; nothing of the line is in the file then.
+/// Adds a line with carriage return and line feed to the end of a file, which is created when it
+/// does not exist. Raises Failure (File) as replaceFile does; nothing of the line is in the file
+/// then.
 void appendLine(const std::string& fileName, std::string_view line);
 
 } // namespace bitlux

@@ -9,15 +9,15 @@
 
 namespace bitlux {
 
-/// What travels on a pipe of the dongle, in either direction.
+/// A frame on a pipe of the dongle, in either direction.
 using UsbFrame = std::array<std::uint8_t, 8>;
 
-/// What became of a call; 0 is success.
+/// Result of a call; 0 is success.
 enum class UsbStatus : std::int32_t {
     Success = 0,
-    NothingRead, ///< no frame came in the time given
-    NoFrame,     ///< something came that is no frame: fewer or more than eight bytes
-    NotSetUp,    ///< the calls that this one builds on were not made
+    NothingRead, ///< no frame arrived within the time-out
+    NoFrame,     ///< something other than a frame arrived: fewer or more than eight bytes
+    NotSetUp,    ///< the preceding calls were not made
     NoRights,    ///< the system does not let this user open the device
     Busy,        ///< another program holds the device
     Failed,      ///< the transfer failed, as on a stalled pipe
@@ -32,8 +32,8 @@ struct UsbBuffers {
 };
 
 /// One open connection to a dongle, bound to one of its pipes. Two of them make a link: one reads,
-/// one writes. The calls build on each other in the order in which they stand here; what the
-/// interface and the configuration are, and whether they are set up, the two share.
+/// one writes. The calls must be made in the order in which they are declared here. The two share
+/// the interface, the configuration, and whether these are set up.
 ///
 /// Everything happens on the calling thread, and nothing keeps the processor busy while it waits.
 class UsbEndpoint {
@@ -43,9 +43,9 @@ public:
 
     /// How many dongles there are. Quick, and touches no other device.
     virtual int enumerate(std::string_view deviceInterfaceClass) = 0;
-    /// Opens one of those that enumerate has counted, from 0. Endpoints of one host share it; other
-    /// programs are kept out. Once a dongle is Gone it stays so for those that have opened it;
-    /// after it is plugged in again enumerate counts it as a new one.
+    /// Opens one of the dongles that enumerate counted, from 0. Endpoints of one host share it;
+    /// other programs are kept out. Once a dongle is Gone it stays so for those that have opened
+    /// it; after it is plugged in again enumerate counts it as a new one.
     virtual UsbStatus open(int index) = 0;
     virtual UsbStatus addInterface(int number, int alternateSetting) = 0;
     virtual UsbStatus setConfiguration(int index) = 0;
@@ -55,15 +55,15 @@ public:
     virtual UsbStatus startReading(const UsbBuffers& buffers) = 0;
     virtual UsbStatus startWriting(const UsbBuffers& buffers) = 0;
 
-    /// Sends a frame. May return before it is out; a later read then reports its failure. Waits
-    /// while as many as there are buffers are on their way, a second at most.
+    /// Sends a frame. May return before it is sent; a later read then reports its failure. Waits
+    /// while all buffers are in use, a second at most.
     virtual UsbStatus write(const UsbFrame& frame) = 0;
-    /// Takes the oldest frame that has come; waits for one at most `wait` nanoseconds, 0 for not
-    /// at all. `frame` changes on success only. A stalled pipe is Failed and an empty packet
-    /// NoFrame, at once.
+    /// Takes the oldest frame received; waits for one at most `wait` nanoseconds, 0 for not at all.
+    /// `frame` changes on success only. A stalled pipe is Failed and an empty packet NoFrame, at
+    /// once.
     virtual UsbStatus read(UsbFrame& frame, std::int64_t wait) = 0;
-    /// Brings the whole device back to its state after plugging in. Frames that were on their way
-    /// are gone for good; reading and writing must be started anew.
+    /// Resets the whole device to its state after plugging in. Pending frames are lost; reading and
+    /// writing must be started again.
     virtual UsbStatus resetDevice() = 0;
 
     virtual UsbStatus stopReading() = 0;

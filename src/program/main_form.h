@@ -33,11 +33,11 @@
 
 namespace bitlux {
 
-/// frmMain, the main window: one form to the user, made of the parts that the rooms below
-/// contribute, and of what belongs to no page.
+/// frmMain, the main window: one form to the user, made of the parts that lower modules contribute,
+/// and of what belongs to no page.
 class MainForm : public forms::Form {
 public:
-    /// What the form works with; all outlive it.
+    /// The dependencies of the form; all outlive it.
     struct Parts {
         Session& session;
         const LiveOptions& options;
@@ -75,7 +75,7 @@ public:
     forms::MenuItem itemExit;
     forms::MenuItem itemHelpTopics; ///< the window shows the help
     forms::MenuItem itemAbout;
-    // Relics of the form's design; nothing shows them.
+    // No window shows these controls; scripts can reach them.
     forms::Button Command1; ///< sets up the pipes of a dongle that was found
     forms::TextBox Text1;
     forms::TextBox Text2;

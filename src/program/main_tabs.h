@@ -15,12 +15,12 @@
 
 namespace bitlux {
 
-/// The tabs of the main form: two generic pages that are always there, behind them a tab for each
-/// part that the configuration enables, and behind those a tab for each chip of a user that is
+/// The tabs of the main form: two generic pages that are always there, after them a tab for each
+/// part that the configuration enables, and after those a tab for each chip of a user that is
 /// enabled and has a file. At most one page is visible.
 class MainTabs {
 public:
-    /// What the tabs work with; all outlive them.
+    /// The dependencies of the tabs; all outlive them.
     struct Parts {
         Session& session;
         RunControls& run;
@@ -31,7 +31,7 @@ public:
 
     MainTabs(forms::Form& form, const Parts& parts);
 
-    // Set by whoever owns the dongle and the panels.
+    // Set by the owner of the dongle and the panels.
     std::function<void()> startUsb;
     /// Shows the panel of a part, if it has one.
     std::function<void(std::int32_t partNumber)> showPanel = [](std::int32_t) {};
@@ -42,22 +42,22 @@ public:
     void ResetTabs();
     /// Whether a part has a tab.
     [[nodiscard]] bool IsTabActive(std::int32_t partNumber) const;
-    /// The part whose tab is selected, 0 when that is no part's.
+    /// The part whose tab is selected, 0 for other tabs.
     [[nodiscard]] std::int32_t selectedPart() const;
-    /// Adds the tab of a part behind the others, even when it has one. Four find room; one more,
-    /// like an unknown part, raises Failure (OutOfRange).
+    /// Adds the tab of a part after the others, even when it has one. Four fit; one more, like an
+    /// unknown part, raises Failure (OutOfRange).
     void addPartTab(std::int32_t partNumber);
     /// Removes the tabs of parts, and nothing else.
     void removePartTabs();
 
-    /// Enables a chip of a user, which gets a tab behind the others. One that is enabled stays as
-    /// it is. Raises Failure (OutOfRange) with near names when no user has such a chip.
+    /// Enables a chip of a user, which gets a tab after the others. No effect on an enabled one.
+    /// Raises Failure (OutOfRange) with near names when no user has such a chip.
     void AddChipTab(const std::string& name);
     /// Shows the tab of a user's chip, if it has one.
     void selectChipTab(const std::string& name);
     /// Disables it. Raises Failure (OutOfRange) when it is not enabled.
     void RemoveChipTab(const std::string& name);
-    /// Enables a chip as a configuration does: without a file it has no tab, which gives false.
+    /// Enables a chip as a configuration does: without a file it has no tab; returns false then.
     /// More than a hundred raise Failure (OutOfRange).
     bool enableChip(const std::string& name);
     void disableChips();
@@ -70,7 +70,7 @@ public:
     void OpenChipPanel_Click();
 
 private:
-    /// The last tab that is no chip's.
+    /// The last tab that is not a user's chip.
     [[nodiscard]] int lastPartTab() const;
     [[nodiscard]] forms::Frame& pageOf(int tab);
     void removeChipTab(std::size_t position);

@@ -14,7 +14,7 @@
 
 namespace bitlux {
 
-/// The control panels of chips, each made when it is first touched. No chip's file is read before.
+/// The control panels of chips, each made on first access. No chip file is read before.
 class Panels {
 public:
     /// All outlive it.
@@ -22,23 +22,23 @@ public:
 
     /// The panel of a chip of the product.
     [[nodiscard]] PanelForm& touch(std::string_view chip) { return slot(chip).touch(); }
-    /// Null when it is not there.
+    /// Null when it does not exist.
     [[nodiscard]] PanelForm* find(std::string_view chip) { return slot(chip).find(); }
     /// Shows the panel of a chip.
     void show(std::string_view chip) { touch(chip).setVisible(true); }
-    /// Settings were applied: the panel in front goes on holding the shape of words.
+    /// Settings were applied: the panel in front keeps its word shape.
     void keepShape();
     /// An open panel whose words have the shape that is in force, as "the ZT72516 panel"; empty for
     /// none.
     [[nodiscard]] std::string holding() const;
-    /// Shows the panel of a user's chip, whose file is read again when its panel is opened anew.
-    /// Raises Failure when there is no such chip or its file is damaged.
+    /// Shows the panel of a user's chip, whose file is read each time its panel is opened. Raises
+    /// Failure when there is no such chip or its file is damaged.
     void showUsers(const std::string& chip);
     /// Name of the form of a user's chip.
     [[nodiscard]] static std::string usersForm(const std::string& chip);
-    /// Lines of sequences that are left pass without sending anything.
+    /// The remaining lines of sequences pass without sending anything.
     void abandonRuns();
-    /// The program ends: panels that want it are unloaded.
+    /// The program ends: unloads the panels that require it.
     void unloadAtEnd();
 
     [[nodiscard]] zt72518::TestModeForm& zt72518TestMode() { return *zt72518TestMode_; }

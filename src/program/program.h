@@ -27,8 +27,8 @@ namespace zt72518 {
 class Watchdog;
 }
 
-/// The program without its window: the rooms put together on a platform. Whatever front end there
-/// is (window, command line, script, test) works on its forms.
+/// The program without its window: all modules put together on a platform. Every front end (window,
+/// command line, script, test) works on its forms.
 class Program {
 public:
     Program(const Hardware& hardware, const Desk& desk);
@@ -37,54 +37,55 @@ public:
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    /// Starts the program: brings the session and the forms to their defaults, shows the main
-    /// form, and opens the configuration file that the command line names. The whole command line
-    /// is the name, as it stands.
+    /// Starts the program: sets the session and the forms to their defaults, shows the main form,
+    /// and opens the configuration file that the command line names. The whole command line is the
+    /// name, verbatim.
     void Main(const std::string& commandLine = {});
-    /// Whether a file of this name exists that is no folder; a failure to find out counts as none.
+    /// Whether a file of this name exists and is not a folder; false also when this cannot be
+    /// determined.
     static bool ValidFile(const std::string& name);
     /// Who wants the program closed.
     enum class Closing { User, System };
     /// The close box: stops a continuous run, asks whether to save changed settings, and ends the
-    /// program. When they were to be saved and are not, the program goes on, unless it is the
-    /// system that ends it; so it does when the question is left without Yes or No. Harmless when
-    /// repeated, also while the question is shown.
+    /// program. When saving fails or is cancelled, the program continues, unless the system ends
+    /// it; it also continues when the question is closed without Yes or No. Harmless when repeated,
+    /// also while the question is shown.
     void close(Closing who = Closing::User);
-    /// Exit by a hand: as close(), with the question before anything closes, and then the handler
+    /// Exit by the user: as close(), with the question before anything closes, and then the handler
     /// of the menu item.
     void exit();
-    /// An orderly end without a question: a continuous run stops, unsaved work is kept where the
-    /// front end wants that, the dongle is closed and the pins go idle. Harmless when repeated.
+    /// An orderly end without a question: a continuous run stops, unsaved work is kept if the front
+    /// end enabled this, the dongle is closed and the pins go idle. Harmless when repeated.
     void end();
     [[nodiscard]] bool running() const { return running_; }
     /// Whether close() is under way; the question about saving may be on the screen.
     [[nodiscard]] bool closing() const { return closing_; }
-    /// Opens a configuration file that the user chose without a dialog. A failure ends in a box;
+    /// Opens a configuration file that was chosen without a dialog. A failure is shown in a box;
     /// when there is no such file, nothing changes.
     void open(const std::string& fileName);
-    /// Opens unsaved work that was kept; a failure ends in a box.
+    /// Opens unsaved work that was kept; a failure is shown in a box.
     void openRecovered(const RecoveredFile& file);
 
-    /// Keeps the file of a chip from anywhere in the user's folder and shows its tab, after a
-    /// question when the folder has another one of its name. A failure ends in a box.
+    /// Copies a chip file from anywhere to the user's folder and shows its tab, after a question
+    /// when the folder has another one of its name. A failure is shown in a box.
     void openChip(const std::string& fileName);
 
-    /// The program has ended, whichever way; whoever shows its windows closes them.
+    /// The program has ended in any way; the front end closes its windows.
     Event<> ended;
-    /// The user asked for the help.
+    /// The user requested the help.
     Event<> helpRequested;
 
     /// Records what happens on either bus from now on; the trace outlives the recording.
     void startRecording(WireListener& trace);
     void stopRecording();
-    /// The words on the wire as waveforms, recorded when somebody wants them.
+    /// The words on the wire as waveforms, recorded on demand.
     [[nodiscard]] WaveformRecording& waveform() { return waveform_; }
     /// Save the words that waveform() keeps; see waveform_files.h.
     void saveVcd(const std::string& fileName) const { waveform_.saveVcd(fileName); }
     SampledWords saveSr(const std::string& fileName) const { return waveform_.saveSr(fileName); }
 
     [[nodiscard]] forms::FormSet& forms() { return forms_; }
-    /// The chips of the program and of users. Nothing is read before it is asked for one.
+    /// The chips of the program and of users. No file is read before a chip is requested.
     [[nodiscard]] chips::ChipLibrary& chipLibrary() { return library_; }
     [[nodiscard]] Session& session() { return session_; }
     [[nodiscard]] PinLayer& pins() { return pins_; }
@@ -143,8 +144,8 @@ private:
     Panels panels_;
     bool running_ = false;
     bool closing_ = false;
-    bool settled_ = false;    ///< the user has said what becomes of the changes
-    bool systemEnds_ = false; ///< and it does not wait for a save that succeeds
+    bool settled_ = false;    ///< the user has answered what to do with the changes
+    bool systemEnds_ = false; ///< without waiting for a successful save
     bool searching_ = false;
 };
 

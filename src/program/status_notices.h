@@ -10,27 +10,28 @@
 
 namespace bitlux {
 
-/// What the status line tells beside the bus: a sentence, and a button that helps.
+/// The notice beside the bus in the status line: a sentence, and a button that helps.
 struct Notice {
     std::string text;           ///< without a full stop
     std::string button = {};    ///< caption; no button when it is empty
     std::string procedure = {}; ///< of the main form, which the button calls
 };
 
-/// The notices of the main form. Each is looked for when somebody asks, so that none outlives its
-/// reason. Scripts read the one in force as the variable StatusNotice of the form, empty for none.
+/// The notices of the main form. Each source is queried at every access, so that no notice outlives
+/// its reason. Scripts read the current one as the variable StatusNotice of the form, empty for
+/// none.
 class StatusNotices {
 public:
-    /// Nothing while there is nothing to tell.
+    /// Returns nothing while there is no notice.
     using Source = std::function<std::optional<Notice>()>;
 
     explicit StatusNotices(forms::Form& form);
 
-    /// Those that were added first go first.
+    /// Sources that were added first have priority.
     void add(Source source) { sources_.push_back(std::move(source)); }
-    /// The one in force.
+    /// The current one.
     [[nodiscard]] std::optional<Notice> now() const;
-    /// Presses its button; a failure ends in a box. Nothing without one.
+    /// Presses its button; a failure is shown in a box. No effect without a notice.
     void press();
 
 private:

@@ -17,14 +17,14 @@
 
 namespace bitlux {
 
-/// Whether something differs from the file in use, and where that is kept until it is saved: every
-/// two minutes, and before it is replaced or dropped. A front end turns on what it wants; without
-/// one nothing is compared or kept.
+/// Whether something differs from the file in use, and keeps this work until it is saved: every two
+/// minutes, and before it is replaced or discarded. The front end enables both; otherwise nothing
+/// is compared or kept.
 class UnsavedWork {
 public:
-    static constexpr int interval = 120'000; ///< milliseconds between two looks
+    static constexpr int interval = 120'000; ///< milliseconds between two checks
 
-    /// What it works with; all outlive it.
+    /// The dependencies; all outlive it.
     struct Parts {
         const Session& session;
         const RunControls& run;
@@ -34,17 +34,17 @@ public:
 
     UnsavedWork(forms::Form& form, const Parts& parts);
 
-    /// What there is now counts as saved.
+    /// The current state counts as saved.
     void compareFromNow();
-    /// Whether Save would write something else than was read or written last. During a run this is
-    /// as it was when the run began. All that a file holds is looked through.
+    /// Whether Save would write something different from what was read or written last. During a
+    /// run, the result from before the run. Compares the whole content of a file.
     [[nodiscard]] bool differs();
-    /// There is too much of it for a look after every key.
+    /// The work is too large for a check after every key.
     [[nodiscard]] bool isLarge() const;
 
-    /// Keeps unsaved work in this folder from now on. Where it cannot be, a notice says so.
+    /// Keeps unsaved work in this folder from now on. When this fails, a notice says so.
     void keepIn(const std::string& folder);
-    /// The program ends. What nobody was asked about the next program offers by itself.
+    /// The program ends. The next program offers work about which the user was not asked.
     void end(bool wasAsked);
 
     /// What can be opened again, the newest first.
@@ -56,7 +56,7 @@ private:
     using Hash = std::size_t;
 
     [[nodiscard]] std::optional<Hash> present() const;
-    /// The file that the present work is a change of; empty for none.
+    /// The file that the current work is based on; empty for none.
     [[nodiscard]] std::string origin() const;
     void keep();
     void giveUp();
@@ -69,7 +69,7 @@ private:
     std::optional<RecoveredFile> left_; ///< by a program that was killed
     bool compares_ = false;
     bool differed_ = false;
-    std::optional<Hash> saved_; ///< nothing where no file holds what there is
+    std::optional<Hash> saved_; ///< nothing when no file has the current state
     std::optional<Hash> kept_;  ///< in the folder
     std::string fileInUse_;     ///< that was read or written last
     std::string problem_;       ///< why it is not kept

@@ -15,15 +15,15 @@
 
 namespace bitlux {
 
-/// Tells several listeners what happens on either bus; nothing stands before the port while there
-/// is none.
+/// Reports the events of either bus to several listeners; nothing is in front of the port while
+/// there is none.
 class WireTap : private WireListener {
 public:
     /// All outlive the tap.
     WireTap(PinLayer& pins, DongleLink& dongle, const Clock& clock)
         : pins_(pins), dongle_(dongle), clock_(clock) {}
 
-    /// The listener outlives its stay.
+    /// The listener must be removed before it is destroyed.
     void join(WireListener& listener);
     void leave(WireListener& listener);
 
@@ -36,8 +36,8 @@ private:
     std::vector<WireListener*> listeners_;
 };
 
-/// The words on the wire as the user asks for them: recorded from start to stop, looked at, saved.
-/// Off it costs nothing.
+/// Records the words on the wire from start to stop, for display and saving. Costs nothing while
+/// off.
 class WaveformRecording {
 public:
     /// All outlive it.
@@ -56,17 +56,17 @@ public:
     WaveformRecording(const WaveformRecording&) = delete;
     WaveformRecording& operator=(const WaveformRecording&) = delete;
 
-    /// From now on a recording begins with the last few words that were sent before it.
+    /// From now on a recording begins with the last few words sent before it.
     void keepLast() { parts_.engine.keepWords(parts_.clock); }
-    /// Forgets the words of a recording before; harmless while one is on.
+    /// Discards the words of an earlier recording; harmless during a recording.
     void start(std::size_t limit = WordRecorder::usualLimit);
     /// The words stay.
     void stop();
     [[nodiscard]] bool running() const { return running_; }
 
-    /// From the oldest that is kept to the last.
+    /// From the oldest kept to the last.
     [[nodiscard]] const std::deque<WordRecord>& words() const;
-    /// How many words there were since the start; those that are kept are the last of them.
+    /// Number of words since the start; the last of them are kept.
     [[nodiscard]] std::uint64_t count() const { return recorder_ ? recorder_->count() : 0; }
     /// The word of a number, counted from 1; nullptr when it is not kept.
     [[nodiscard]] const WordRecord* word(std::uint64_t number) const {
@@ -77,12 +77,12 @@ public:
     void saveVcd(const std::string& fileName) const { exportVcd(words(), fileName); }
     SampledWords saveSr(const std::string& fileName) const { return exportSr(words(), fileName); }
 
-    // Ask for the file name and save; a failure is shown in a box, and so is what found no room.
+    // Ask for the file name and save; a box shows a failure, and what did not fit.
     void saveVcdAs();
     void saveSrAs();
 
 private:
-    /// Saves under a name and returns what there is to say about it.
+    /// Saves under a name and returns a message for the user.
     using Save = std::function<std::string(const std::string& fileName)>;
 
     void saveAs(const FileDialog& dialog, const Save& save);

@@ -9,11 +9,11 @@
 
 namespace bitlux {
 
-/// What a program that has no window sends its words on.
+/// The bus for a program without a window.
 enum class Bus : std::uint8_t { Dongle, Port };
 
-/// How the words of a program that has no window are wired and shaped; what is not given stays as
-/// it is.
+/// Wiring and shape of the words for a program without a window; members that are not set stay
+/// unchanged.
 struct WordSettings {
     std::optional<int> bits; ///< 1 to 160
     std::optional<int> type; ///< 1 to 8
@@ -26,12 +26,11 @@ struct WordSettings {
 };
 
 /// Chooses the bus in the configuration dialog; without one the dongle when there is one, else the
-/// port. False after a message when there is no port; a dongle that is not there raises Failure
-/// (LinkFailed).
+/// port. False after a message when there is no port; a missing dongle raises Failure (LinkFailed).
 bool chooseBus(Program& program, std::optional<Bus> bus);
 
-/// Puts the settings into the configuration dialog and applies them, with words in hexadecimal.
-/// Whatever Apply refuses is a message.
+/// Sets the controls of the configuration dialog and applies them, with words in hexadecimal. A
+/// refusal of Apply is a message.
 void applyWordSettings(Program& program, const WordSettings& settings);
 
 } // namespace bitlux

@@ -17,7 +17,7 @@ namespace bitlux {
 /// (Session::lstBatchList). cmbBatches shows the names in the same order.
 class Batches {
 public:
-    /// What it works with; all outlive it.
+    /// The dependencies; all outlive it.
     struct Parts {
         Session& session;
         CommandLists& commands;
@@ -27,18 +27,18 @@ public:
 
     Batches(forms::Form& form, const Parts& parts);
 
-    /// Shows the dialog that asks for a name. Set by whoever owns it.
+    /// Shows the dialog that asks for a name. Set by its owner.
     std::function<void()> showSaveBatch;
 
     /// Saves the commands to send as a Batch, after a question when the name exists.
     void save(const std::string& name);
-    /// Adds a Batch behind the others.
+    /// Adds a Batch after the others.
     void add(BatchLists::Lines lines);
     /// Removes all.
     void clear();
 
     void cmdDeleteBatch_Click();
-    /// Brings the selected Batch to the commands to send.
+    /// Copies the selected Batch to the commands to send.
     void cmbBatches_Click();
 
 private:

@@ -16,7 +16,7 @@ class CommandEditor {
 public:
     CommandEditor(forms::Form& form, CommandLists& commands, RunControls& run);
 
-    /// Shows the dialog that adds a wait. Set by whoever owns it.
+    /// Shows the dialog that adds a wait. Set by its owner.
     std::function<void()> showAddWait;
 
     void cmdAddMult_Click();

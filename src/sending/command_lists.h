@@ -21,22 +21,22 @@ public:
     bool hasCommands();
     /// Adds a line to the end of the commands to send.
     void addToSend(const std::string& line);
-    /// Other commands to send than before; none is selected.
+    /// Replaces the commands to send; none is selected.
     void setToSend(std::vector<std::string> lines);
-    /// Takes a line, or all lines of a text, out of the commands to send.
+    /// Removes a line, or all lines with a text, from the commands to send.
     void removeToSend(std::size_t index);
     void removeAllToSend(const std::string& text);
-    /// Exchanges the selected line with another one, and the selection goes with it.
+    /// Swaps the selected line with another one; the selection moves with it.
     void moveSelectedToSend(int to);
     [[nodiscard]] const std::vector<std::string>& toSend() const { return toSend_->all(); }
 
-    /// Other names of Quick Commands than before, in both lists; none is selected.
+    /// Replaces the names of the Quick Commands in both lists; none is selected.
     void setNames(std::vector<std::string> names);
     /// One more name, at the end of both.
     void addName(std::string name);
     /// Empties all three.
     void clear();
-    /// The word on the single-word page is no stored command any more.
+    /// The word on the single-word page is no longer a stored command.
     void deselectQuickCommand() { cmbMasterQCList.setListIndex(-1); }
 
 private:

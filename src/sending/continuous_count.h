@@ -10,12 +10,12 @@
 
 namespace bitlux {
 
-/// Words and the time at which they were counted give a rate. It is taken anew after half a second,
-/// so that it can be read.
+/// Computes a rate from a count of words and its time. It is updated every half second, so that it
+/// can be read.
 class WordRate {
 public:
     void begin(std::int64_t now);
-    /// Words a second; 0 in the first half second.
+    /// Words per second; 0 in the first half second.
     [[nodiscard]] double at(std::uint64_t words, std::int64_t now);
 
 private:
@@ -24,17 +24,17 @@ private:
     double rate_ = 0;
 };
 
-/// "12345 words, 678 words/s"; the rate is left out while it is 0.
+/// "12345 words, 678 words/s"; the rate is omitted while it is 0.
 [[nodiscard]] std::string countText(std::uint64_t words, double rate);
 
-/// Counts the words of the continuous run that is on.
+/// Counts the words of the active continuous run.
 class ContinuousCount {
 public:
     /// All outlive it.
     ContinuousCount(WordEngine& engine, RunControls& run, const Clock& clock);
 
     [[nodiscard]] std::uint64_t words() const { return words_; }
-    /// How many they are, and how many a second; another text at most four times a second.
+    /// Text with count and rate; changes at most four times a second.
     [[nodiscard]] const std::string& text();
 
 private:

@@ -7,27 +7,27 @@
 
 namespace bitlux {
 
-/// The words of Quick Commands that Apply has emptied, until they are put back or given up. Words
-/// that come by other names meanwhile are kept with them by the next Apply.
+/// The words of Quick Commands that Apply has emptied, until they are restored or discarded. Words
+/// saved under other names meanwhile are added to them by the next Apply.
 class EmptiedCommands {
 public:
     explicit EmptiedCommands(Session& session) : session_(session) {}
 
-    /// Empties the table for words of the session's length and keeps what it held. A table without
-    /// words leaves what was kept before; one of another word length replaces it.
+    /// Empties the table for words of the session's length and keeps its words. A table without
+    /// words leaves the words kept before; one of another word length replaces them.
     void empty();
-    /// They are wanted no more; of a name alone, or all.
+    /// Discards the words of one name, or all.
     void forget(std::string_view name);
     void forget();
-    /// The names in the table are others than before.
+    /// The names in the table have changed.
     void recount();
 
-    /// Names that have no word and would have one after restore(); 0 while words have another
-    /// length than those that were kept.
+    /// Number of names without a word that restore() would give one; 0 while the word length
+    /// differs from that of the kept words.
     [[nodiscard]] std::size_t count() const;
     [[nodiscard]] bool has(std::string_view name) const;
-    /// Puts the words into the table, in front of those that came later; one that has been given to
-    /// the same name meanwhile stays. `count` is above 0.
+    /// Puts the words into the table, before those added later; a word saved under the same name
+    /// meanwhile stays. `count` is above 0.
     void restore();
 
 private:

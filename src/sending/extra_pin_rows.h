@@ -24,7 +24,7 @@ namespace bitlux {
 /// are enabled. A row sets its pin at once, or adds a line that does so to the commands to send.
 class ExtraPinRows {
 public:
-    /// What the rows work with; all outlive them.
+    /// The dependencies of the rows; all outlive them.
     struct Parts {
         Session& session;
         PinLayer& pins;
@@ -40,9 +40,9 @@ public:
 
     ExtraPinRows(forms::Form& form, const Parts& parts);
 
-    /// Shows a row for each name, at most rowCount, and hides the rows that are left.
+    /// Shows a row for each name, at most rowCount, and hides the remaining rows.
     void fill(const std::vector<std::string>& names);
-    /// Whether a row in sight has this name.
+    /// Whether a visible row has this name.
     [[nodiscard]] bool has(std::string_view name) const;
 
     void cmdToggleHigh_Click(int index);

@@ -13,27 +13,28 @@
 
 namespace bitlux {
 
-/// A file that takes the lines of every word as they come, without limit, whatever the list of the
-/// Session Log takes.
+/// A file that receives the lines of every word immediately, without limit, whether or not the list
+/// of the Session Log records them.
 class LogFile {
 public:
     LogFile(forms::Form& form, const Desk& desk);
 
     [[nodiscard]] bool isOn() const { return file_.has_value(); }
-    /// One is on, or has ended early and nobody has looked: what it wanted goes on.
+    /// A file is open, or has ended early and this was not acknowledged: logging by its rules
+    /// continues.
     [[nodiscard]] bool isWanted() const { return isOn() || !failure_.empty(); }
-    /// Empty while none is on.
+    /// Empty while no file is open.
     [[nodiscard]] std::string fileName() const { return isOn() ? file_->fileName() : ""; }
     /// Why the last one ended before its time, as a sentence without its full stop; empty when it
     /// did not.
     [[nodiscard]] const std::string& failure() const { return failure_; }
 
-    /// Lines go to this file from now on; what it held goes. Raises Failure (File) when it cannot
-    /// be written.
+    /// Writes lines to this file from now on; its old content is lost. Raises Failure (File) when
+    /// it cannot be written.
     void begin(const std::string& fileName);
     void end();
-    /// Adds lines, given without their ends. Where there is no room the file ends behind the last
-    /// word, and sending goes on.
+    /// Adds lines, given without their ends. When the disk is full the file ends after the last
+    /// word, and sending continues.
     template <typename Lines>
     void add(const Lines& lines) {
         text_.clear();
@@ -42,7 +43,7 @@ public:
         write();
     }
 
-    /// Asks for a file and begins it; ends the one that is on instead.
+    /// Asks for a file and opens it; closes the file when one is open.
     void itemLogToFile_Click();
 
     /// It ended before its time.

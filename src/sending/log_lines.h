@@ -12,18 +12,18 @@
 
 namespace bitlux {
 
-/// How words are shown.
+/// Display format of words.
 enum class WordDisplay : std::uint8_t { Binary, Hex, None };
 
-/// The lines of the Session Log. Words are kept raw and become text when somebody looks, so that
-/// a word costs the same in a full log as in an empty one.
+/// The lines of the Session Log. Words are stored raw and formatted when displayed, so that a word
+/// costs the same in a full log as in an empty one.
 class LogLines : public forms::LineSource {
 public:
-    /// Adds the five lines of a word; both spans have one element a bit.
+    /// Adds the five lines of a word; both spans have one element per bit.
     void addWord(WordBits sent, WordBits received, WordDisplay display);
     void addText(std::string line);
     void clear();
-    /// Drops the oldest words until no more lines are left than this.
+    /// Drops the oldest words until at most this many lines remain.
     void keepLast(std::size_t lines);
     /// The five lines of a word.
     static std::vector<std::string> textOf(WordBits sent, WordBits received, WordDisplay display);
@@ -43,7 +43,7 @@ private:
     };
     /// One word, or lines kept as text when there are any.
     struct Entry {
-        std::size_t firstLine; ///< numbers go on when older lines go
+        std::size_t firstLine; ///< numbers continue when older lines are dropped
         RawWord word;
         std::vector<std::string> text;
     };
@@ -53,7 +53,7 @@ private:
 
     std::deque<Entry> entries_;
     std::size_t begin_ = 0; ///< number of the first line that is left
-    std::size_t end_ = 0;   ///< behind the last
+    std::size_t end_ = 0;   ///< after the last
 };
 
 } // namespace bitlux

@@ -19,10 +19,10 @@
 
 namespace bitlux {
 
-/// Where a run over the commands to send is.
+/// Position of a run over the commands to send.
 struct RunProgress {
-    std::size_t line = 0;                  ///< the line that is played, from 0
-    std::size_t lines = 0;                 ///< as many as there were at the start
+    std::size_t line = 0;                  ///< the current line, from 0
+    std::size_t lines = 0;                 ///< their number at the start
     int pass = 0;                          ///< from 1
     std::optional<std::int64_t> waitUntil; ///< on the clock, in nanoseconds, during a wait
 };
@@ -30,7 +30,7 @@ struct RunProgress {
 /// Plays the commands to send, from top to bottom.
 class MultipleRun {
 public:
-    /// What the run works with; all outlive it.
+    /// The dependencies of the run; all outlive it.
     struct Parts {
         Session& session;
         WordEngine& engine;
@@ -43,20 +43,20 @@ public:
         const Clock& clock;
     };
 
-    /// The title of the box that a pause shows, and no other.
+    /// The title of the box of a pause; no other box has it.
     static constexpr const char* pausedTitle = "SPI Transfers Paused";
 
     MultipleRun(forms::Form& form, const Parts& parts);
 
-    /// Plays the list once. Words are sent one after the other; events are delivered in waits and
-    /// pauses alone, so that these are where Stop, Cancel and Abort count. A stopped wait is over,
-    /// and the lines behind it are still played; an aborted run ends where it is. Lines that were
-    /// removed meanwhile raise Failure (OutOfRange).
+    /// Plays the list once. Words are sent one after the other; events are delivered only in waits
+    /// and pauses, so Stop, Cancel and Abort take effect there. A stopped wait ends, and the lines
+    /// after it are still played; an aborted run ends at its current line. Lines that were removed
+    /// meanwhile raise Failure (OutOfRange).
     void DoSPIMultiple();
 
-    /// Nothing while no run is on.
+    /// Nothing while no run is active.
     [[nodiscard]] const std::optional<RunProgress>& progress() const { return progress_; }
-    /// Nanoseconds that are left of the present wait, 0 without one.
+    /// Remaining nanoseconds of the current wait, 0 without one.
     [[nodiscard]] std::int64_t remainingWait() const;
     /// A line, a wait or the run began or ended.
     Event<> progressChanged;
@@ -65,7 +65,7 @@ public:
     /// A line, counted from 0, sets an extra pin of this name, and there is none; the run goes on.
     Event<std::size_t, const std::string&> pinMissing;
 
-    /// Ends a run at the line it is at, its wait too; for the end of the program.
+    /// Ends a run at its current line, including its wait; for the end of the program.
     void abandon() { abandoned_ = true; }
 
 private:

@@ -21,7 +21,7 @@ namespace bitlux {
 /// and deletes what is stored.
 class QuickCommands {
 public:
-    /// What it works with; all outlive it.
+    /// The dependencies; all outlive it.
     struct Parts {
         Session& session;
         CommandLists& commands;
@@ -35,10 +35,10 @@ public:
 
     void cmdSaveQC_Click();
     void cmdDeleteQC_Click();
-    /// Puts back the words that Apply has emptied, and gives how many names have one again. When
+    /// Restores the words that Apply has emptied, and returns how many names have one again. When
     /// there are none, a message says so.
     int RestoreQuickCommands();
-    /// Brings the selected Quick Command to the single-word page.
+    /// Loads the selected Quick Command into the single-word page.
     void cmbMasterQCList_Click();
     void cmbMasterQCList_DblClick();
     void cmbMasterQCList_KeyDown(forms::KeyCode code);

@@ -12,14 +12,14 @@
 
 namespace bitlux {
 
-/// The run of the generic pages and its five buttons, which follow from its state.
+/// The run of the generic pages and its five buttons, whose state depends on it.
 class RunControls {
 public:
     enum class State : std::uint8_t {
         Idle,
         Once,
         Continuous,
-        Cancelled, ///< told to stop; it has not ended yet
+        Cancelled, ///< was asked to stop; has not ended yet
     };
 
     /// All outlive it.
@@ -34,31 +34,31 @@ public:
     Event<> continuousBegins;
 
     void cmdSendOnce_Click();
-    /// Sends until cmdStopContinuous_Click is called, by a hand or by a failure; gives the event
-    /// loop one turn a pass, and sleeps in it while there is nothing to send.
+    /// Sends until cmdStopContinuous_Click is called, by the user or by a failure; runs the event
+    /// loop once per pass, and sleeps in it while there is nothing to send.
     void cmdSendContinuous_Click();
     /// Ends a continuous run; harmless when nothing runs.
     void cmdStopContinuous_Click();
-    /// Ends the waits of a run, of those too that it began in.
+    /// Ends the waits of a run and of the runs within which it was started.
     void cmdCancelSingle_Click();
-    /// Ends the run, and those that it began in, with nothing more going out; harmless when nothing
-    /// runs.
+    /// Ends the run, and the runs within which it was started, without sending anything more;
+    /// harmless when nothing runs.
     void cmdAbort_Click();
-    /// Sends once when its button offers it.
+    /// Sends once if its button is available.
     void sendOnceIfOffered();
-    /// Shows the two Send buttons, as far as the run lets them, or takes them away.
+    /// Shows the two Send buttons, as far as the run allows, or hides them.
     void offerSend(bool offered);
 
     /// Of the run that began last; a handler may start one during a wait of another.
     [[nodiscard]] State state() const;
     [[nodiscard]] bool continuous() const { return state() == State::Continuous; }
-    /// A run is on and nobody has told it to stop.
+    /// A run is active and was not asked to stop.
     [[nodiscard]] bool goesOn() const {
         return state() == State::Once || state() == State::Continuous;
     }
-    /// Nothing more of the run that began last may go out.
+    /// The run that began last must not send anything more.
     [[nodiscard]] bool aborted() const;
-    /// The number of the present pass, or of the last one: from 1 in a continuous run, 1 in a
+    /// The number of the current pass, or of the last one: from 1 in a continuous run, 1 in a
     /// single one.
     [[nodiscard]] int pass() const { return pass_; }
 
@@ -81,7 +81,7 @@ public:
     forms::Button cmdSendContinuous;
     forms::Button cmdStopContinuous;
     forms::Button cmdCancelSingle;
-    forms::Button cmdAbort; ///< in sight until the run has ended, also when it was told to stop
+    forms::Button cmdAbort; ///< visible until the run has ended, also after it was asked to stop
 };
 
 } // namespace bitlux

@@ -15,7 +15,7 @@
 
 namespace bitlux {
 
-/// Where in a pass of a continuous run a word stands; a single word is the first and last.
+/// Position of a word in a pass of a continuous run; a single word is both first and last.
 struct PlaceInPass {
     bool first = true;
     bool last = true;
@@ -27,26 +27,26 @@ class SessionLog {
 public:
     SessionLog(forms::Form& form, Session& session, const LiveOptions& options, const Desk& desk);
 
-    // Saving and clearing first stop a continuous run. Set by whoever owns the run.
+    // Saving and clearing first stop a continuous run. Set by the owner of the run.
     std::function<void()> stopContinuous;
 
     /// Adds one word from WordToSend and WordReceived to both lists.
     void UpdateLog();
     /// Adds a word that a driver has sent, by the rules of single and continuous sending;
-    /// `continuous` tells whether a continuous run is on. Nothing while the log is off, and of a
-    /// word whose transfer failed.
+    /// `continuous`: whether a continuous run is active. Adds nothing while the log is off, or for
+    /// a word whose transfer failed.
     void logWord(bool continuous, PlaceInPass place = {});
-    /// Adds a text that is no word, by the same rules.
+    /// Adds a text that is not a word, by the same rules.
     void logLine(const std::string& text, bool continuous);
-    /// The same and an empty line behind it.
+    /// The same, followed by an empty line.
     void logNote(const std::string& text, bool continuous);
-    /// True when the log is on and has no room for a further word; never while a file takes them.
+    /// True when the log is on and has no room for a further word; never while a file is open.
     [[nodiscard]] bool full() const;
     void clear();
 
     void cmdClearLogSingle_Click();
-    /// Writes to the file in use, or asks for one, which is in use once it was written. Raises
-    /// Failure (File) when it cannot be written.
+    /// Writes to the file in use, or asks for one, which becomes the file in use once it was
+    /// written. Raises Failure (File) when it cannot be written.
     void cmdSaveLogSingle_Click();
     void itemSaveLogAs_Click();
 
@@ -59,7 +59,7 @@ private:
     [[nodiscard]] bool takesContinuous() const;
     [[nodiscard]] bool takesText(bool continuous) const;
     void addNote(const std::string& text);
-    /// While a file takes all lines, the list keeps the last and does not become full.
+    /// While a log file is open, the list keeps the last lines and does not become full.
     void makeRoom();
     void linesChanged();
     void moveToLastLine();

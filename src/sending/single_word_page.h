@@ -16,7 +16,7 @@ namespace bitlux {
 /// answer to it.
 class SingleWordPage {
 public:
-    /// What the page works with; all outlive it.
+    /// The dependencies of the page; all outlive it.
     struct Parts {
         Session& session;
         WordEngine& engine;
@@ -32,16 +32,16 @@ public:
     SingleWordPage(forms::Form& form, const Parts& parts);
 
     /// Sends the word of the page once: checks the log and the entry, sends, shows, logs. Every
-    /// refusal shows its message and ends a continuous run. Whether an answer came.
+    /// refusal shows its message and ends a continuous run. Returns whether an answer came.
     bool DoSPISingle();
-    /// Takes over the hexadecimal entry into SingleWordBits and pads it. False after a message,
-    /// which also ends a continuous run; `whenEmpty` is the one for an empty entry.
+    /// Copies the hexadecimal entry to SingleWordBits and pads it. False after a message, which
+    /// also ends a continuous run; `whenEmpty` is the message for an empty entry.
     bool takeHexEntry(const char* whenEmpty);
-    /// Brings the page into line with SPIWordLength and DisplayHex; clears the word.
+    /// Adapts the page to SPIWordLength and DisplayHex; clears the word.
     void AdjustSPILabels();
-    /// Sets the length of the coming words, as panels do; the word to send is made anew.
+    /// Sets the length of further words, as panels do; the word to send is rebuilt.
     void SetSpiWordLength(std::int16_t length);
-    /// Shows the bit columns that belong to the word, with its bits to send, and hides the others.
+    /// Shows the bit columns of the word, with its bits to send, and hides the others.
     void showBitColumns();
 
     void cmdSI_single_Click(int index);

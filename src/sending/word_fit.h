@@ -7,8 +7,8 @@
 
 namespace bitlux {
 
-/// A word has fewer bits than those that are sent now; `what` begins the sentence. The kind is
-/// OutOfRange.
+/// The failure for a word with fewer bits than the current word length; `what` begins the sentence.
+/// The kind is OutOfRange.
 [[nodiscard]] Failure doesNotFit(std::string_view what, std::size_t bits, int wanted);
 /// The same of a Quick Command.
 [[nodiscard]] Failure commandDoesNotFit(std::string_view name, std::size_t bits, int wanted);

@@ -10,7 +10,7 @@ namespace bitlux {
 /// The Batches, counted from 1: named lists of commands to send.
 class BatchLists {
 public:
-    /// Line 0 is the name and is always there; the commands are behind it.
+    /// Line 0 is the name and is always there; the commands follow.
     using Lines = std::vector<std::string>;
 
     [[nodiscard]] int count() const { return static_cast<int>(lists_.size()); }
@@ -21,7 +21,7 @@ public:
     }
 
     void add(Lines lines) { lists_.push_back(std::move(lines)); }
-    /// The Batches behind n move up by one.
+    /// The Batches after n move up by one.
     void remove(int n) { lists_.erase(lists_.begin() + (n - 1)); }
     void clear() { lists_.clear(); }
 

@@ -5,8 +5,8 @@
 
 namespace bitlux {
 
-/// A 16-bit flag that is compared with ConstOn, which is 1. It is no Boolean: True is another
-/// number than ConstOn, and neither turns into the other.
+/// A 16-bit flag that is compared with ConstOn, which is 1. It is not a Boolean: True is a
+/// different number than ConstOn, and neither converts to the other.
 class Flag {
 public:
     constexpr Flag() = default;

@@ -4,8 +4,8 @@
 
 namespace bitlux {
 
-/// Choices of the configuration dialog that count as they stand in its controls at the moment,
-/// applied or not. Whoever owns the dialog answers.
+/// Options of the configuration dialog that take effect with the current state of their controls,
+/// applied or not. The owner of the dialog sets the callbacks.
 struct LiveOptions {
     /// "Use USB instead of Parallel Port"
     std::function<bool()> useUsb = [] { return false; };

@@ -8,8 +8,8 @@
 
 namespace bitlux {
 
-/// The shadow of a port register: the level and the extra pin's name of each bit. The shadow is
-/// the only record of the pins; the register itself is never read back.
+/// Shadow register of a port register: the level and the extra pin's name of each bit. It is the
+/// only record of the pins; the register itself is never read back.
 template <int Bits>
 class PortPins {
 public:
@@ -26,7 +26,7 @@ public:
     [[nodiscard]] const std::string& name(int bit) const { return names_.at(index(bit)); }
     void setName(int bit, const std::string& name) { names_.at(index(bit)) = name; }
 
-    /// All levels, as the register takes them.
+    /// All levels, as the value of the register.
     [[nodiscard]] std::uint8_t value() const { return value_; }
     void setValue(std::uint8_t value) {
         value_ = static_cast<std::uint8_t>(value & ((1U << Bits) - 1U));

@@ -12,14 +12,15 @@
 
 namespace bitlux {
 
-/// The words that are kept under names: a row each, with as many bits as a word has and a name.
-/// There is always at least one row; whether that one is still free, a flag beside the table tells
-/// (Session::QuickCommandTableEmpty). A free row has an empty name and no bits.
+/// The words that are stored under names: each row has a name and as many bits as a word. There is
+/// always at least one row; Session::QuickCommandTableEmpty says whether it is still free. A free
+/// row has an empty name and no bits.
 ///
-/// Names and bits lie in two blocks, so that emptying costs the same however full the table is.
+/// Names and bits are stored in two blocks, so that emptying costs the same however full the table
+/// is.
 class QuickCommandTable {
 public:
-    /// What an element holds that was never given a bit.
+    /// The value of an element without a bit.
     static constexpr std::int16_t noBit = -1;
 
     QuickCommandTable() { recreate(0); }
@@ -43,11 +44,11 @@ public:
 
     /// Adds a free row at the end.
     void addRow();
-    /// Takes a row out. At least two exist.
+    /// Removes a row. At least two exist.
     void removeRow(std::size_t row);
     /// Gives the last row a name; an earlier one is replaced.
     void nameLastRow(std::string_view name);
-    /// Gives a row its bits, at least wordLength() of them; further ones are not taken.
+    /// Sets the bits of a row, at least wordLength() of them; further ones are ignored.
     void setBits(std::size_t row, std::span<const std::int16_t> bits);
 
 private:
@@ -65,7 +66,7 @@ private:
     std::vector<std::int16_t> bits_; ///< row after row
     std::string names_;              ///< row after row
     std::vector<std::size_t> nameEnds_;
-    mutable std::optional<RowsByName> index_; ///< none after a change, until somebody asks
+    mutable std::optional<RowsByName> index_; ///< none after a change, until the next lookup
 };
 
 } // namespace bitlux

@@ -6,7 +6,7 @@
 
 namespace bitlux {
 
-/// What the configuration dialog held when it was last accepted; Cancel brings it back.
+/// The configuration dialog as it was last accepted; Cancel restores it.
 struct SavedDialog {
     std::string SavedPartName;
     std::string SavedWordLengthText;

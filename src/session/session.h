@@ -13,7 +13,7 @@
 
 namespace bitlux {
 
-/// What a part-specific tab of the main window stands for.
+/// The chip of a part-specific tab of the main window.
 struct PartTab {
     std::int32_t PartNumber = 0;
     std::int16_t FrameIndex = 0;
@@ -22,9 +22,9 @@ struct PartTab {
     std::int16_t TypeNumber = 0;
 };
 
-/// The working state of the program: one block of variables that every room reads and that knows
-/// no one. The initial values are those with which the start-up begins; Apply brings the settings
-/// of the dialog's defaults on top.
+/// The working state of the program: one block of variables that every module reads and that
+/// depends on none. The initial values are those at the beginning of the start-up; Apply then sets
+/// the dialog's defaults.
 ///
 /// Bits and pin levels are 16-bit integers 0 and 1. In arrays of bits, element i is bit i of the
 /// word and element 0 the least significant.
@@ -41,7 +41,7 @@ struct Session {
     Flag MSBFirst = ConstOn;
     std::int16_t DisplayHex = 0; ///< 1 hexadecimal, 0 binary display of words
 
-    // Levels that stand for asserted, idle, one and zero
+    // Levels of asserted, idle, one and zero
     std::int16_t CSAssertLevel = ConstLow;
     std::int16_t CSIdleLevel = ConstHigh;
     std::int16_t DIOneLevel = ConstHigh;
@@ -64,7 +64,7 @@ struct Session {
 
     // The dongle
     bool USBReady = false;
-    bool USBReadDone = false;      ///< the answer to the frame on its way has come
+    bool USBReadDone = false;      ///< the answer to the pending frame has arrived
     std::int16_t SPIBaudRate = 64; ///< code of the clock: 0, 64, 128, 192
     std::int16_t USBPinUpdate = 0; ///< 1 while a word carries a change of the extra pins
     std::uint8_t USBExtraPins0 =
@@ -72,10 +72,10 @@ struct Session {
     std::uint8_t USBExtraPins1 = 0;     ///< bit 0: Control3
     bool USBFrameTopBit = false;        ///< the next frame has 0x80 added to its first byte
     bool FirmwareUpdateRequest = false; ///< the next word asks the dongle for its boot loader
-    bool InterruptSeen = false;         ///< the chip's lines as the dongle sampled them last
+    bool InterruptSeen = false;         ///< the chip's lines as last sampled by the dongle
     bool ResetSeen = false;
 
-    // Panels that want their labels refreshed: 1 when open
+    // Panels whose labels are refreshed: 1 when open
     std::uint8_t ZT72518PanelActive = 0;
     std::uint8_t ZT72516PanelActive = 0;
     std::uint8_t ZT72361PanelActive = 0;
@@ -100,29 +100,29 @@ struct Session {
     // The ZT72517 on its byte-wide link
     bool PSPIModeChange = false; ///< the next frame changes its lines, and has no byte for the chip
     std::int16_t PSPIMode = 0;   ///< the lines: NSTB in bit 0, EN in bit 1
-    std::uint8_t PSPIReply = 0;  ///< the last byte that it answered
+    std::uint8_t PSPIReply = 0;  ///< its last answer
 
-    /// Set when a transfer failed; who sends by itself looks at it and stops.
+    /// Set when a transfer failed; automatic senders check it and stop.
     bool LinkFailed = false;
 
-    // The word on its way
-    bool WordAnswered = false; ///< or WordReceived holds zeros that are no answer
+    // The current word
+    bool WordAnswered = false; ///< false: the zeros in WordReceived are not an answer
     std::vector<std::int16_t> WordToSend;
     std::vector<std::int16_t> WordReceived;
-    std::vector<std::int16_t> PortStatusSamples; ///< raw status register, one read a bit
+    std::vector<std::int16_t> PortStatusSamples; ///< raw status register, one read per bit
     std::vector<std::int16_t> SingleWordBits;    ///< the word of the single-word page
 
     // Named words
     bitlux::QuickCommandTable QuickCommandTable;
     Flag QuickCommandTableEmpty = ConstOn;
-    bool StopSending = false; ///< the stored word that was shown last has an element that is no bit
+    bool StopSending = false; ///< the stored word shown last has an element that is not a bit
     BatchLists lstBatchList;
     /// One more than there are Batches.
     [[nodiscard]] int BatchCount() const { return lstBatchList.count() + 1; }
 
     // Session Log
     Flag SessionLogEnabled = ConstOn;
-    std::int16_t SessionLogCapacity = 20000; ///< lines at which sending refuses
+    std::int16_t SessionLogCapacity = 20000; ///< lines at which sending is refused
     Flag ContinuousLogEnabled = ConstOn;
     std::int16_t ContinuousLogLimit = 5; ///< words of a continuous run that are logged
     std::int16_t ContinuousLogCount = 1; ///< number of the word in the run, from 1
@@ -135,15 +135,15 @@ struct Session {
     std::int16_t LogPinsTab = 1;
     std::int16_t LogPinsNowTab = 1;
     std::array<PartTab, 4> PartTabs;    ///< in the order of the tabs from 3 on
-    std::vector<std::string> UserChips; ///< that are enabled, those without a file among them
+    std::vector<std::string> UserChips; ///< enabled chips, including those without a file
     std::string PartName;
 
     // Configuration
     std::string ConfigFileName;
-    std::string CommandLine;          ///< a file name, as it stands
-    bool OpenFromCommandLine = false; ///< the next Open takes that file
+    std::string CommandLine;          ///< a file name, verbatim
+    bool OpenFromCommandLine = false; ///< the next Open opens that file
     Flag ConfigDirty = ConstOff;
-    SavedDialog Saved;          ///< what Cancel brings back
+    SavedDialog Saved;          ///< what Cancel restores
     Flag StartingUp = ConstOff; ///< on until the first Apply has run
 };
 

@@ -11,8 +11,8 @@
 
 namespace bitlux {
 
-/// Where a variable of the session lies. The words grow and shrink, other rows of elements do not;
-/// what is behind a pointer to a constant, and the plain number, can only be read.
+/// Pointer to a variable of the session. Words can change their length, other arrays cannot.
+/// Variables behind a pointer to const, and plain numbers, are read-only.
 using VariablePlace =
     std::variant<bool*, std::uint8_t*, std::int16_t*, std::int32_t*, Flag*, std::string*,
                  std::vector<std::int16_t>*, std::span<std::int16_t>, std::span<std::int32_t>,
@@ -20,8 +20,8 @@ using VariablePlace =
                  const PortPins<4>*, const QuickCommandTable*, const BatchLists*,
                  const std::vector<std::string>*>;
 
-/// A variable of the session by name: its members, those of what Cancel brings back, BatchCount,
-/// and MainTab, another name of ActiveMainTab.
+/// A variable of the session by name: its members, those of SavedDialog, BatchCount, and MainTab,
+/// an alias of ActiveMainTab.
 struct SessionVariable {
     std::string_view name;
     VariablePlace (*place)(Session& session);

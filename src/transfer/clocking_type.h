@@ -29,7 +29,7 @@ struct ClockingType {
     Edge toggled;         ///< the edge on which data changes
     std::int16_t idle;    ///< level of the clock before and after a word
     std::int16_t leadIn;  ///< level written after chip select, noLeadIn for none
-    bool skipsTopElement; ///< the last step is left out at the element of the highest index
+    bool skipsTopElement; ///< the last step is omitted for the element with the highest index
     WordEnding ending;
     std::array<BusStep, 3> steps;
 
@@ -42,7 +42,7 @@ using enum Edge;
 inline constexpr std::int16_t none = ClockingType::noLeadIn;
 
 // The steps of types 2 and 3, and of 6 and 7, are equal: they differ by the idle level alone. A
-// step to the level at which the clock already stands is still a write.
+// step to the level that the clock already has is still a write.
 inline constexpr std::array<ClockingType, 8> clockingTypes{{
     {Rising, Falling, 0, none, false, WordEnding::ClockRestsFirst, {ClockLow, ClockHigh, Sample}},
     {Falling, Rising, 0, none, false, WordEnding::Direct, {ClockHigh, ClockLow, Sample}},
@@ -60,9 +60,9 @@ constexpr const ClockingType& clockingType(int type) {
     return detail::clockingTypes.at(static_cast<std::size_t>(type - 1));
 }
 
-/// The mode (0 to 3) that the rest of the world calls a type by: twice the idle level of the clock,
-/// and one more where data is valid on the edge back to it. A type whose data is valid and toggled
-/// on one edge is none of them.
+/// The common SPI mode (0 to 3) of a type: twice the idle level of the clock, and one more where
+/// data is valid on the edge back to it. A type whose data is valid and toggled on the same edge
+/// has no mode.
 constexpr std::optional<int> spiMode(const ClockingType& type) {
     if (type.valid == type.toggled)
         return std::nullopt;

@@ -15,21 +15,21 @@
 namespace bitlux {
 
 /// The link to the dongle: two connections, one frame out and one frame back for each word or
-/// command. Frames never overlap, since a call waits for the answer before it returns, and an
-/// answer that comes too late is never taken for that of another frame. A dongle that was pulled
-/// out is looked for once before each frame.
+/// command. Frames never overlap, since a call waits for the answer before it returns, and a late
+/// answer is never taken for that of another frame. Before each frame, a dongle that was unplugged
+/// is searched for once.
 class DongleLink {
 public:
-    /// What a search found.
+    /// Result of a search.
     enum class Found { None, Opened, NotOpened };
 
-    /// By which a dongle tells that it is one.
+    /// The device interface class by which a dongle identifies itself.
     static constexpr std::string_view deviceInterfaceClass =
         "{4B322AC1-ECA3-46d6-8783-4640FE49B4B3}";
-    /// How long the answer to a command may take, in nanoseconds.
+    /// Time-out for the answer to a command, in nanoseconds.
     static constexpr std::int64_t answerLimit = 500'000'000;
-    /// How long an answer that missed its limit is waited for before the next frame goes out. After
-    /// that the dongle is reset, so that it can come no more.
+    /// How long the link waits for a late answer before it sends the next frame. Then it resets the
+    /// dongle, so that the answer cannot arrive any more.
     static constexpr std::int64_t lateAnswerLimit = 2'000'000'000;
 
     /// All outlive the link.
@@ -38,57 +38,58 @@ public:
 
     /// Closes what was open, looks for dongles and opens the first.
     Found search();
-    /// Sets up the pipes of the dongle that was opened.
+    /// Sets up the pipes of the open dongle was losted.
     void setUpPipes();
     /// Stops both pipes and closes the dongle; harmless when none is open.
     void close();
 
-    /// How the answer to a frame is waited for.
+    /// How to wait for the answer to a frame.
     enum class Wait : std::uint8_t {
         Unlimited,
         Limited, ///< at most answerLimit
-        Quiet,   ///< the same, and an answer that does not come is no failure
+        Quiet,   ///< the same, and a missing answer is not a failure
     };
 
     /// Sends a frame and waits for its answer. False when none came; unless the wait was quiet, the
-    /// link has failed then. Words and the commands of all panels go this way.
+    /// link has failed then. Words and the commands of all panels are sent this way.
     bool exchange(const UsbFrame& frame, UsbFrame& answer, Wait wait);
 
-    /// The same with a limited wait; the loop has a turn before each look for the answer, so that
-    /// handlers run. When one sends a frame, this one's answer is waited for first, and kept.
-    /// When one closes the link, no answer comes, which is no failure.
+    /// The same with a limited wait. The event loop runs before each look for the answer, so that
+    /// handlers are called. When a handler sends a frame, the link first waits for the answer to
+    /// this one, and keeps it. When a handler closes the link, no answer comes, which is not a
+    /// failure.
     bool exchangeInTurns(const UsbFrame& frame, UsbFrame& answer, EventLoop& loop);
 
     /// Samples the interrupt and reset lines of the chip into InterruptSeen and ResetSeen. Does
     /// nothing without a dongle.
     void read_rstint();
 
-    /// The link failed and the user was told: whatever sends by itself stops.
+    /// The link failed and a message was shown: automatic senders stop.
     Event<> failed;
 
-    /// The dongle is there, as far as a search or a transfer has told.
+    /// Whether the dongle is present, as of the last search or transfer.
     [[nodiscard]] bool isPresent() const { return isPresent_; }
-    /// How often it has gone.
+    /// How often it was lost.
     [[nodiscard]] unsigned losses() const { return losses_; }
-    /// Finds out whether it is still there; sends nothing, and takes no answer that is waited for.
+    /// Checks whether it is still present; sends nothing, and consumes no expected answer.
     void checkPresence();
-    /// isPresent() is another.
+    /// isPresent() has changed.
     Event<> presenceChanged;
 
-    /// Tells of every frame from now on; the listener outlives the recording.
+    /// Reports every frame from now on; the listener outlives the recording.
     void startRecording(WireListener& listener, const Clock& clock);
     void stopRecording() { listener_ = nullptr; }
 
-    /// Takes the status of a call and does nothing with it: the place for a report to come.
+    /// Receives the status of a call and ignores it: the place for a future report.
     static void ShowError(UsbStatus status);
 
 private:
     enum class Outcome : std::uint8_t { Answered, TimedOut, Broken, Closed };
 
-    /// A frame that went out.
+    /// A frame that was sent.
     struct Sent {
-        std::int64_t start;                ///< when it did
-        std::optional<std::int64_t> limit; ///< how long its answer may take
+        std::int64_t start;                ///< when it was sent
+        std::optional<std::int64_t> limit; ///< time-out of its answer
         std::optional<Outcome> outcome;    ///< once it is known
         UsbFrame answer{};
     };
@@ -117,12 +118,12 @@ private:
     MessageBoxes& boxes_;
     std::unique_ptr<UsbEndpoint> Endpoint1; ///< reads
     std::unique_ptr<UsbEndpoint> Endpoint2; ///< writes
-    bool isGone_ = false;                   ///< the dongle that was open
+    bool isGone_ = false;                   ///< the open dongle was lost
     bool isPresent_ = false;
     unsigned losses_ = 0;
     Sent* waiting_ = nullptr;    ///< the frame whose wait lets handlers run
-    int late_ = 0;               ///< answers that missed their limit
-    std::int64_t lateUntil_ = 0; ///< when they are no longer waited for
+    int late_ = 0;               ///< answers that missed their time-out
+    std::int64_t lateUntil_ = 0; ///< when the link stops waiting for them
     WireListener* listener_ = nullptr;
     const Clock* listenerClock_ = nullptr;
 };

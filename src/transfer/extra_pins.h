@@ -19,12 +19,12 @@ constexpr std::int16_t controlBitLevel(int bit, bool high) {
 void nameDataPin(Session& session, int bit, const std::string& name);
 void nameControlPin(Session& session, int bit, const std::string& name);
 
-/// Puts all pins of a name high or low in the shadows; moves nothing. The control register is only
-/// looked at when the data register has no such pin. An empty name is no pin's.
+/// Sets all pins of a name high or low in the shadow registers; writes nothing. The control
+/// register is only searched when the data register has no such pin. An empty name matches no pin.
 PinRegister setPortPins(Session& session, std::string_view name, bool high);
 
-/// Puts the dongle's pin high or low that a name stands for: one ending in "a 0" to "a 4" or "l 0"
-/// to "l 3", as "Data 0" and "Control 3" do. Any other name stands for none.
+/// Sets a pin of the dongle high or low by its name: one ending in "a 0" to "a 4" or "l 0" to "l
+/// 3", as "Data 0" and "Control 3" do. Other names are ignored.
 void setDonglePin(Session& session, std::string_view name, bool high);
 
 /// Makes all extra pins free and low on both registers.

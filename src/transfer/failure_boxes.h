@@ -16,7 +16,7 @@ public:
 
     MessageBox::Answer show(const MessageBox& box) override;
 
-    /// A run, for as long as it lives. One that begins within another tells everything anew.
+    /// A run, during its lifetime. A run within another shows all messages again.
     class Run {
     public:
         explicit Run(FailureBoxes& boxes) : boxes_(boxes), outer_(boxes.run_) {

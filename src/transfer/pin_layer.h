@@ -15,8 +15,8 @@ namespace bitlux {
 /// that is none of "1" to "17". Pin 7 as a choice for the data output reads the bit of pin 12.
 std::int16_t ConvertPin(std::string_view pin);
 
-/// Sends the shadows of the port's registers to the port. Logic elsewhere puts levels into
-/// Session::DataPortPins or ControlPortPins and calls a Toggle; nothing moves before.
+/// Writes the shadow registers to the port. The caller sets levels in Session::DataPortPins or
+/// ControlPortPins and calls a Toggle; no pin changes before.
 class PinLayer {
 public:
     PinLayer(Session& session, ParallelPort& port) : session_(session), port_(&port) {}
@@ -32,13 +32,13 @@ public:
     /// The port in use: the real one, or the one that records.
     [[nodiscard]] ParallelPort& port() { return *port_; }
 
-    /// Tells of every access from now on; nothing is spent on it while off. The listener outlives
-    /// the recording.
+    /// Reports every access from now on; costs nothing while off. The listener outlives the
+    /// recording.
     void startRecording(WireListener& listener, const Clock& clock);
     void stopRecording();
 
     /// One write of a register, bracketed by direct access in fast mode. The system and the mode
-    /// are asked afresh on both sides.
+    /// are read again before and after.
     static void write(ParallelPort& port, std::int16_t address, std::uint8_t value) {
         if (needsDirectAccess(port)) [[unlikely]]
             port.EnablePorts(address, address);

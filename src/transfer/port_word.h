@@ -24,12 +24,12 @@ struct PortLine {
     std::uint8_t other;
 };
 
-/// What sending a word on the port needs, gathered once a word. Lines may share a pin; then the one
-/// that is set last wins, as the order of the settings tells.
+/// The data for sending a word on the port, gathered once per word. Lines may share a pin; then the
+/// one that is set last wins, in the order of the settings.
 struct PortWord {
     ParallelPort& port;
     std::int16_t address;
-    bool isFast; ///< the mode of the port; nothing can change it while a word is on its way
+    bool isFast; ///< the mode of the port; nothing can change it during a word
     PortPins<8>& shadow;
     const std::int16_t* word;
     std::int16_t* samples; ///< one of the status register for each element
@@ -39,9 +39,10 @@ struct PortWord {
     PortLine clock;      ///< one: high
 };
 
-/// Sends a word of a type (1 to 8). False when it has an element that is no bit; the bits before it
-/// are out then, chip select stays asserted and the clock where it is. The shadow follows; a port
-/// that fails in a word leaves it as chip select was asserted.
+/// Sends a word of a type (1 to 8). False when it has an element that is not a bit; then the bits
+/// before it were sent, chip select stays asserted and the clock keeps its level. The shadow
+/// register follows. When the port fails during a word, the shadow stays as it was when chip select
+/// was asserted.
 bool sendPortWord(const PortWord& word, int type, bool msbFirst);
 
 } // namespace bitlux

@@ -11,7 +11,7 @@
 
 namespace bitlux {
 
-/// A word that went out, with everything that its lines followed from.
+/// A word that was sent, with all data that determined its lines.
 struct SentWord {
     static constexpr std::size_t longest = 160; ///< bits
 
@@ -46,8 +46,8 @@ struct SentWord {
     UsbFrame answer{};
 };
 
-/// Keeps what the last few words were made of, so that their lines can be drawn again. Words go
-/// through here as fast as they are sent: it costs one little, and nothing is allocated.
+/// Keeps the data of the last few words, so that their lines can be reconstructed. Every word
+/// passes through here: this costs little, and nothing is allocated.
 class SentWords {
 public:
     static constexpr std::size_t most = 8;
@@ -55,7 +55,7 @@ public:
     /// The clock outlives it.
     explicit SentWords(const Clock& clock) : clock_(clock) {}
 
-    /// What is known before a word goes out on the port.
+    /// Records what is known before a word is sent on the port.
     struct Before {
         std::int64_t begin = 0;
         std::uint8_t data = 0;
@@ -64,14 +64,14 @@ public:
         return {.begin = clock_.nanoseconds(), .data = session.DataPortPins.value()};
     }
 
-    /// A word went through on the port. One that is longer than the longest is passed over.
+    /// A word was sent on the port. One that is longer than `longest` is skipped.
     void add(const Session& session, const Before& before);
-    /// A word went through the dongle; `begin` is when its frame was handed over.
+    /// A word was sent through the dongle; `begin` is when its frame was submitted.
     void add(const Session& session, std::int64_t begin, const UsbFrame& frame,
              const UsbFrame& answer);
     [[nodiscard]] std::int64_t now() const { return clock_.nanoseconds(); }
 
-    /// From the oldest that is kept to the last.
+    /// From the oldest kept to the last.
     [[nodiscard]] std::vector<SentWord> words() const;
 
 private:

@@ -10,19 +10,19 @@
 
 namespace bitlux {
 
-/// One access to a register of the port, or one frame of the dongle, as it happened.
+/// One access to a register of the port, or one frame of the dongle, in the order of time.
 struct WireAccess {
     enum class Kind : std::uint8_t { Write, Read, FrameOut, FrameIn };
 
     std::int64_t nanoseconds; ///< on the clock of the recording: when an access was complete, when
-                              ///< a frame was handed over
+                              ///< a frame was submitted
     Kind kind;
     std::int16_t address = 0; ///< of an access
     std::uint8_t value = 0;   ///< of an access
     UsbFrame frame{};
 };
 
-/// Who is told of everything on the wire, at once and in order.
+/// Callback for everything on the wire, immediate and in order.
 class WireListener {
 public:
     virtual ~WireListener() = default;
@@ -47,7 +47,7 @@ public:
     /// hexadecimal; or as "1200 OUT 10 70 00 A5 C3 00 00 00".
     [[nodiscard]] std::string line(const WireAccess& access) const;
 
-    /// Forgets the accesses, but not when the first one was.
+    /// Discards the accesses, but keeps the time of the first.
     void clear() { accesses_.clear(); }
 
 private:
@@ -56,7 +56,7 @@ private:
     bool started_ = false;
 };
 
-/// A port that tells what passes through it.
+/// A port that reports every access to another port.
 class RecordingPort : public ParallelPort {
 public:
     RecordingPort(ParallelPort& recorded, WireListener& listener, const Clock& clock);

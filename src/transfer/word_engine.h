@@ -12,7 +12,7 @@
 
 namespace bitlux {
 
-/// The one place through which every SPI word passes.
+/// Every SPI word passes through here.
 class WordEngine {
 public:
     /// What the engine works with; all outlive it.
@@ -31,39 +31,41 @@ public:
           dongle_(parts.dongle),
           failures_(parts.failures) {}
 
-    /// Sends Session::WordToSend in the shape that the session tells and leaves the answer in
-    /// Session::WordReceived. The caller has made WordToSend with at least SPIWordLength elements,
+    /// Sends Session::WordToSend in the shape that the session defines and stores the answer in
+    /// Session::WordReceived. The caller provides WordToSend with at least SPIWordLength elements,
     /// each 0 or 1.
     ///
     /// A failed transfer shows its message, raises sendFailed and returns with WordAnswered false;
     /// a word length below 1, a type outside 1 to 8 or a WordToSend that is too short raises
-    /// Failure (OutOfRange) before anything moves. Gives no control to the event loop.
+    /// Failure (OutOfRange) before anything moves. Does not run the event loop.
     ///
     /// Through the dongle a word may have whole bytes in its elements 0, 8, ..., each with the
     /// seven elements above it at 0; the port refuses such a word.
     void SendSPI();
 
-    /// Whether the next word goes through the dongle: it is chosen, and it is there.
+    /// Whether the next word goes through the dongle: it is selected, and it is present.
     [[nodiscard]] bool usesDongle() const { return session_.USBReady && options_.useUsb(); }
-    /// Raises Failure (OutOfRange), with a sentence for people, when the next word goes through the
-    /// dongle and has a length that its frame does not carry whole.
+    /// Raises Failure (OutOfRange), with a sentence for the user, when the next word goes through
+    /// the dongle and has a length that its frame cannot carry completely.
     void requireCarriedLength() const;
 
-    /// What the words that go through are made of is kept from now on.
+    /// From now on the data of the words is kept.
     void keepWords(const Clock& clock) { sentWords_ = std::make_unique<SentWords>(clock); }
-    /// Null while nothing is kept.
+    /// Null while no words are kept.
     [[nodiscard]] const SentWords* sentWords() const { return sentWords_.get(); }
 
-    /// Whoever sends many words begins a run on it.
+    /// Callers that send many words begin a run on it.
     [[nodiscard]] FailureBoxes& failures() const { return failures_; }
 
-    /// A transfer on the port failed: whatever sends by itself stops. (A dongle tells so itself.)
+    /// A transfer on the port failed: automatic senders stop. (The dongle link raises its own
+    /// event.)
     Event<> sendFailed;
-    /// A word is about to go out on either bus: who records tells its accesses from those before.
+    /// A word is about to be sent on either bus; lets recorders separate its accesses from earlier
+    /// ones.
     Event<> wordStarting;
-    /// A word is about to leave for the dongle: open panels show what is sent.
+    /// A word is about to be sent to the dongle: open panels show it.
     Event<> wordLeaving;
-    /// A word is through and WordReceived holds the answer: open panels show it.
+    /// A word was sent and WordReceived holds the answer: open panels show it.
     Event<> wordTransferred;
 
 private:

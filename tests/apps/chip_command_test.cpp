@@ -99,7 +99,7 @@ TEST(ChipCommand, ShowsTheExampleOfThePage) {
     EXPECT_EQ(bitlux("chip check " + file).output,
               file + ": lamp, 2 registers, 1 commands, no problems\n");
     EXPECT_EQ(bitlux("chip show " + file).output,
-              blockOf(page, "```\n", page.find("prints of it:")));
+              blockOf(page, "```\n", page.find("prints this chip as:")));
     for (const char* name : {"adxl345", "mcp23s17"}) {
         const std::string map =
             bitlux(fmt::format("chip show " BITLUX_SOURCE "/examples/chips/{}.toml", name)).output;

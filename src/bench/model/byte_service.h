@@ -7,15 +7,15 @@
 
 namespace bitlux {
 
-/// A word of one byte that the dongle sends to a chip again and again. The first one goes out at
-/// once; while it is on, a command changes word and period, and the next word comes when it was due
-/// or a new period from now, whichever is sooner. A period of 0 turns it off. A command whose state
-/// is none changes nothing.
+/// A word of one byte that the dongle sends to a chip periodically, the first one at once. While it
+/// is on, a command changes word and period; the next word is sent when it was due or one new
+/// period from now, whichever is earlier. A period of 0 turns it off. A command with an unknown
+/// state has no effect.
 class ByteService : public DongleService {
 public:
-    /// What differs from chip to chip.
+    /// The differences between chips.
     struct Chip {
-        std::uint8_t number; ///< by which the command knows it
+        std::uint8_t number; ///< identifies the chip in the command
         std::uint8_t on;     ///< state that turns it on
         std::int64_t step;   ///< of the period, in nanoseconds
         int type;            ///< of the words

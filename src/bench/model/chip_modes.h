@@ -8,9 +8,9 @@
 
 namespace bitlux {
 
-/// The modes of a system-basis chip, and what leads from one to another: words, its watchdog,
-/// wake-ups. Power comes up in Init. The first refresh leads from there, and from Normal Request,
-/// to Normal. In a window the first half of the period is too early for the next one. All times in
+/// The modes of a system-basis chip, and the causes of transitions: words, its watchdog, wake-ups.
+/// Power comes up in Init. The first refresh leads from there, and from Normal Request, to Normal.
+/// With a window, the first half of a period is too early for the next refresh. All times in
 /// nanoseconds.
 class ChipModes {
 public:
@@ -24,7 +24,7 @@ public:
         Reset,
     };
 
-    /// What the chip's registers say, and what it does beside.
+    /// Settings from the chip's registers, and its other actions.
     class Rules {
     public:
         virtual ~Rules() = default;
@@ -44,7 +44,7 @@ public:
         virtual void woken(bool byTimer) = 0;
     };
 
-    /// `rules` outlives this, and is asked from the first mode on, which it enters by itself.
+    /// `rules` outlives this, and is called from the first mode on, which the constructor enters.
     ChipModes(Rules& rules, Mode afterReset) : rules_(rules), afterReset_(afterReset) {}
 
     void timeIs(std::int64_t now) {
@@ -60,28 +60,28 @@ public:
         failures_ = std::min(failures_ + 1, mostFailures);
         reset();
     }
-    /// How often since the last refresh, as far as that is counted.
+    /// How often since the last refresh, as far as it is counted.
     [[nodiscard]] int failures() const { return failures_; }
-    /// A word of a refresh, with the code that enhanced ones want back inverted. True when that
-    /// ends the refresh, well or not; the chip draws another code then.
+    /// A word of a refresh, with the code that enhanced refreshes must return inverted. True when
+    /// it ends the refresh, successfully or not; the chip then draws a new code.
     bool refresh(std::uint64_t data, std::uint8_t code);
-    /// A refresh has come, in whatever way.
+    /// A refresh of any kind has succeeded.
     void refreshed();
     /// Another period begins.
     void restartWatchdog() { timers_.restartWatchdog(rules_.period(mode_)); }
     void stopWatchdog() { timers_.stopWatchdog(); }
-    /// Low power from Normal, as far as it is allowed, or the way back from it.
+    /// Enters low power from Normal, if allowed, or leaves it.
     void select(LowPowerCode code, bool allowsVddOff);
 
     [[nodiscard]] Mode mode() const { return mode_; }
     [[nodiscard]] bool inLowPower() const {
         return mode_ == Mode::LowPowerOn || mode_ == Mode::LowPowerOff;
     }
-    /// Without a supply, or in reset, the chip takes no word.
+    /// Without a supply, or in reset, the chip accepts no word.
     [[nodiscard]] bool listens() const {
         return mode_ != Mode::LowPowerOff && mode_ != Mode::Reset;
     }
-    [[nodiscard]] LowPowerCode lowPower() const { return lowPower_; } ///< that was selected last
+    [[nodiscard]] LowPowerCode lowPower() const { return lowPower_; } ///< selected last
     [[nodiscard]] bool watchdogRuns() const { return timers_.watchdogRuns(); }
     /// As "12.5 ms left", or "off".
     [[nodiscard]] std::string watchdogLeft() const { return timers_.watchdogLeft(); }

@@ -8,18 +8,18 @@
 
 namespace bitlux {
 
-/// What ends a mode of a system-basis chip by itself: its watchdog, a forced wake-up, the end of a
-/// reset. All times in nanoseconds.
+/// The timers that end a mode of a system-basis chip: watchdog, forced wake-up, end of a reset. All
+/// times in nanoseconds.
 class ModeTimers {
 public:
     enum class Event : std::uint8_t { ResetEnds, WakesUp, WatchdogExpires };
 
-    /// Lets time pass up to `now`. `happens` is called for each event at its moment, and begins
+    /// Advances the time to `now`. `happens` is called for each event at its moment, and begins
     /// another mode or stops the timer.
     void timeIs(std::int64_t now, const std::function<void(Event)>& happens);
     [[nodiscard]] std::int64_t now() const { return now_; }
 
-    /// A mode begins, with a period of the watchdog, 0 for none; nothing else is to come.
+    /// A mode begins, with a period of the watchdog, 0 for none; all other timers are off.
     void begin(std::int64_t period);
     void wakeUpIn(std::int64_t duration) { wakeUp_.set(now_ + duration); }
     void endResetIn(std::int64_t duration) { resetEnds_.set(now_ + duration); }
@@ -29,7 +29,7 @@ public:
                                     std::int64_t closed) {
         return watchdog_.take(data, code, mode, now_, closed);
     }
-    /// A refresh has come, or a mode begins: another period.
+    /// After a refresh, or at the begin of a mode: a new period.
     void restartWatchdog(std::int64_t period) { watchdog_.start(now_, period); }
     void stopWatchdog() { watchdog_.stop(); }
     [[nodiscard]] bool watchdogRuns() const { return watchdog_.due().isSet(); }

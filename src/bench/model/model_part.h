@@ -14,8 +14,9 @@
 
 namespace bitlux {
 
-/// What is odd about a chip, for its model on the bench: written in C++, named in the chip's file.
-/// It sees all that happens to the model and changes what it has to; at first it changes nothing.
+/// The peculiarities of a chip, for its model on the bench: written in C++, named in the chip's
+/// file. A part is called for every event of the model and can change its effect; the defaults
+/// change nothing.
 class ModelPart {
 public:
     virtual ~ModelPart() = default;
@@ -26,18 +27,19 @@ public:
     [[nodiscard]] virtual ChipLines lines() const { return {}; }
     virtual void addPhase(Phase&) const {}
     virtual void skip(std::int64_t /*duration*/) {}
-    /// What a dongle does for the chip; the part outlives it.
+    /// The service of the dongle for the chip; the part outlives it.
     virtual DongleServices dongleServices() { return {}; }
 
     // Words
 
-    /// Without a supply, or in reset, the chip neither takes a word nor answers.
+    /// Without a supply, or in reset, the chip neither accepts a word nor answers.
     [[nodiscard]] virtual bool listens() const { return true; }
-    /// The word as the chip's file describes it, where bits mean something else to the part.
+    /// Translates a word to the chip file's description, where the part gives bits another meaning.
     [[nodiscard]] virtual std::uint64_t understood(std::uint64_t word) const { return word; }
-    /// A whole word that the chip knows; false when the chip does not carry it out.
+    /// A complete, known word; false when the chip does not execute it.
     virtual bool accepts(const Request&) { return true; }
-    /// What a write leaves in a register, from what it would leave; nothing when it stores nothing.
+    /// The value that a write stores in a register, given the default; nothing when it stores
+    /// nothing.
     virtual std::optional<std::uint64_t> written(const chips::Register&, std::uint64_t value) {
         return value;
     }
@@ -46,15 +48,15 @@ public:
 
     // Answers
 
-    /// Status bits, in their places in an answer, where the part makes them; asked as a word
-    /// begins.
+    /// The status bits that the part computes, at their positions in an answer; called at the begin
+    /// of a word.
     [[nodiscard]] virtual std::optional<std::uint64_t> status() const { return std::nullopt; }
-    /// What a view shows, where the part makes it.
+    /// The value of a view, if the part computes it.
     [[nodiscard]] virtual std::optional<std::uint64_t> shown(const chips::View&) const {
         return std::nullopt;
     }
-    /// The answer to a word, from what it would be. Bits of the word that are yet to come stand as
-    /// the line does now.
+    /// The answer to a word, given the default. Bits of the word that were not received yet have
+    /// the current level of the line.
     [[nodiscard]] virtual std::uint64_t answer(std::uint64_t /*word*/, std::uint64_t answer) const {
         return answer;
     }
@@ -66,8 +68,8 @@ public:
     [[nodiscard]] virtual std::vector<Reading> readings() const { return {}; }
 };
 
-/// A part by its name in files. `store` outlives it. Raises Failure (File) when there is none of
-/// the name, or when the chip lacks what the part needs.
+/// A part by its name in files. `store` outlives it. Raises Failure (File) when there is no such
+/// part, or when the chip lacks what the part needs.
 std::unique_ptr<ModelPart> makeModelPart(std::string_view name, ModelStore& store);
 
 } // namespace bitlux

@@ -11,7 +11,7 @@
 
 namespace bitlux {
 
-/// One bit of what a chip holds.
+/// One bit of a chip's content.
 struct StateBit {
     std::uint64_t* word = nullptr;
     int bit = 0;
@@ -23,8 +23,8 @@ struct StateBit {
     }
 };
 
-/// What the registers of a chip hold on the bench, and the views that have a value of their own.
-/// All start with their reset values. The places of values stay for the life of the store.
+/// The values of a chip's registers on the bench, and of the views that have their own value. All
+/// start with their reset values. Addresses of values stay valid for the lifetime of the store.
 class ModelStore {
 public:
     /// Raises Failure (OutOfRange) when the chip has no such device.
@@ -37,7 +37,7 @@ public:
 
     std::uint64_t& of(const chips::Register& owner);
     [[nodiscard]] std::uint64_t of(const chips::Register& owner) const;
-    /// The value that a view shows: its own, or that of its register.
+    /// The value of a view: its own, or that of its register.
     std::uint64_t& of(const chips::Register& owner, const chips::View& view);
 
     /// The same by titles, or by the name of a row, for parts that are written for one chip: raise
@@ -46,11 +46,11 @@ public:
     std::uint64_t& flags(const std::string& row);
     const chips::View& view(std::string_view ownerTitle, std::string_view title) const;
 
-    /// Gives the registers that are written their reset values.
+    /// Resets the writable registers to their reset values.
     void resetWritten();
 
-    std::uint64_t status = 0; ///< status bits that are turned on, in the places of an answer
-    /// With those that are set while some flag is.
+    std::uint64_t status = 0; ///< status bits that are on, at their positions in an answer
+    /// Including those that are set while one of their flags is.
     [[nodiscard]] std::uint64_t summary() const;
     /// The status bits that a flag sets.
     [[nodiscard]] std::uint64_t summaryOf(const StateBit& flag) const;

@@ -7,8 +7,8 @@
 
 namespace bitlux {
 
-/// Adds the switches that a chip has by its description: of views with a value of their own, of
-/// registers that are only read or cleared, and of the status bits, as far as no part makes them.
+/// Adds the switches that follow from a chip's description: for views with their own value, for
+/// registers that can only be read or cleared, and for status bits that no part computes.
 void addModelSwitches(SwitchTable& table, ModelStore& store,
                       const std::vector<std::unique_ptr<ModelPart>>& parts);
 

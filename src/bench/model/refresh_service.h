@@ -9,17 +9,18 @@
 
 namespace bitlux {
 
-/// The refreshes of a chip's watchdog that the dongle sends by itself; the first comes at once. A
-/// command whose values are beyond their lists changes nothing.
+/// The automatic refreshes of a chip's watchdog by the dongle; the first is sent at once. A command
+/// with values outside of their lists has no effect.
 class RefreshService : public DongleService {
 public:
-    /// What differs from chip to chip.
+    /// The differences between chips.
     struct Chip {
-        std::uint8_t command;   ///< of the dongle; its frame has the mode, and the time's number
-        std::uint8_t stop;      ///< in place of the mode
-        std::uint64_t refresh;  ///< word that refreshes
-        std::uint64_t readCode; ///< word that reads what an enhanced refresh gives back inverted
-        int bits;               ///< of the words
+        std::uint8_t command;  ///< of the dongle; its frame has the mode, and the index of the time
+        std::uint8_t stop;     ///< instead of the mode
+        std::uint64_t refresh; ///< word that refreshes
+        std::uint64_t
+            readCode; ///< word that reads the code that an enhanced refresh returns inverted
+        int bits;     ///< of the words
         int type;
         std::array<const char*, 4> modes;
     };

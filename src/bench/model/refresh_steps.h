@@ -6,7 +6,7 @@
 
 namespace bitlux {
 
-/// How a watchdog wants to be refreshed, in the order of the field that selects it.
+/// The kinds of watchdog refresh, in the order of the field that selects them.
 enum class RefreshMode : std::uint8_t { Simple, Enhanced1, Enhanced2, Enhanced4 };
 
 inline constexpr std::array<std::uint8_t, 1> simpleSteps{0x00};

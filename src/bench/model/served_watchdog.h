@@ -9,17 +9,18 @@
 
 namespace bitlux {
 
-/// The watchdog of a chip: expires when a period is over, unless a refresh of one or several words
-/// came in time. All times in nanoseconds.
+/// The watchdog of a chip: expires at the end of a period, unless a refresh of one or several words
+/// arrived in time. All times in nanoseconds.
 class ServedWatchdog {
 public:
     enum class Outcome : std::uint8_t { Wrong, Begun, Refreshed };
 
-    /// A period begins, and no refresh has; a period of 0 never ends.
+    /// A period begins, without a refresh in progress; a period of 0 never ends.
     void start(std::int64_t now, std::int64_t period);
     void stop() { due_.clear(); }
-    /// A word of a refresh with its data; `code` is the random word that enhanced ones want back
-    /// inverted, in the bits that are theirs. One within `closed` since the start is wrong.
+    /// A word of a refresh with its data; `code` is the random word that enhanced refreshes must
+    /// return inverted, in their bits. A word within `closed` after the start of the period is
+    /// wrong.
     Outcome take(std::uint64_t data, std::uint8_t code, RefreshMode mode, std::int64_t now,
                  std::int64_t closed);
 

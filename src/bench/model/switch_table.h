@@ -10,11 +10,11 @@
 
 namespace bitlux {
 
-/// What a user of the bench may turn at a chip, and the bits that stand for it.
+/// The switches of a chip on the bench, and their bits.
 class SwitchTable {
 public:
     /// A switch for each bit of `word` that has a caption, from bit `first` on; "-" is none. Blanks
-    /// around names are left out, and a name that the group has already gets the number of its bit.
+    /// around names are removed; a duplicate name in the group gets the number of its bit.
     void add(const std::string& group, const std::vector<std::string>& captions,
              std::uint64_t& word, int first = 0);
 

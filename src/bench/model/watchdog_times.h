@@ -3,8 +3,8 @@
 #include <cstdint>
 
 /// Times of system-basis chips in nanoseconds, as fields of their registers set them. The lower
-/// bits of a field tell how often a time is doubled, the upper ones which it is; what is above the
-/// field is left out.
+/// bits of a field say how often a time is doubled, the upper bits select the time; bits above the
+/// field are ignored.
 namespace bitlux {
 
 /// Five bits: 2.5, 3, 3.5 or 4 ms, doubled up to seven times.

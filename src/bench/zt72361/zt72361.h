@@ -6,8 +6,8 @@
 
 namespace bitlux::zt72361 {
 
-/// What is odd about the chip and its earlier twin: modes, the watchdog, interrupts, wake-ups, and
-/// the dongle's writes of timer 1.
+/// The peculiarities of the chip and its predecessor: modes, the watchdog, interrupts, wake-ups,
+/// and the dongle's writes of timer 1.
 ///
 /// Power comes up in Standby. MCR selects the modes, 5 to 7 in debug mode, 1 to 4 outside it; 0
 /// enters debug mode where the chip is, and leaves it. Sleep has to be allowed in RCR. The watchdog
@@ -18,7 +18,7 @@ namespace bitlux::zt72361 {
 /// Standby.
 ///
 /// A read of RCR gives what was written. A read of MCR clears WDRST, a write of CAN with bit 3 the
-/// flags of CAN, TIM and LPC; all others stay until they are turned off. INTR tells the flags that
+/// flags of CAN, TIM and LPC; all others stay until they are turned off. INTR has the flags that
 /// interrupt, without those whose mask is set. Wake-up flags interrupt as well.
 ///
 /// In Stop and Sleep a wake-up flag wakes the chip as it turns on: one of an input that is

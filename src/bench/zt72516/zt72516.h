@@ -6,8 +6,8 @@
 
 namespace bitlux::zt72516 {
 
-/// What is odd about the chip: its modes, the watchdog, the safe condition, the passcode, and the
-/// dongle's refreshes.
+/// The peculiarities of the chip: its modes, the watchdog, the safe condition, the passcode, and
+/// the dongle's refreshes.
 ///
 /// Power comes up in Init with the watchdog inhibited, until the word that ends this or a SAFEb
 /// choice other than the first. SPE_MODE takes the complement of the code that was read last, once;

@@ -9,15 +9,15 @@
 namespace bitlux::zt72517 {
 
 /// A chip on the dongle's byte-wide link: two lines that set its mode, a configuration byte, and
-/// four rows of flags. It has no part in words: its data output floats high.
+/// four rows of flags. It does not take part in words: its data output floats high.
 ///
 /// Switches: the flags, in groups by their rows. Nothing clears a flag but its switch.
 class Zt72517 : public Chip {
 public:
-    /// Both lines take their levels.
+    /// Sets both lines.
     void setLines(bool nstb, bool en);
-    /// Takes a byte and answers it. A read command answers with its flags, in every mode. A byte of
-    /// 32 to 63 is the new configuration, which it answers with, as it does to any other byte.
+    /// Receives a byte and answers it. A read command answers with its flags, in every mode. A byte
+    /// of 32 to 63 is the new configuration, which it answers with, as it does to any other byte.
     std::uint8_t exchange(std::uint8_t byte);
 
     void inputsChanged(const DeviceInputs&, const BusShape&) override {}

@@ -10,8 +10,8 @@
 
 namespace bitlux::zt72518 {
 
-/// The modes of the chip and what leads from one to another. In Init nothing expires. A reset holds
-/// the chip for the time of Init Vreg, keeps the registers and ends in Normal Request.
+/// The modes of the chip and their transitions. In Init nothing expires. A reset holds the chip for
+/// the time of Init Vreg, keeps the registers and ends in Normal Request.
 class ModeMachine : private ChipModes::Rules {
 public:
     using Mode = ChipModes::Mode;
@@ -31,7 +31,7 @@ public:
     void select(std::uint8_t data);
     /// The load has drawn a pulse of current, in nanoseconds, that ends now.
     void drawCurrent(std::int64_t duration);
-    /// Ends a low-power mode, and does nothing in others. What woke the chip is in the flags.
+    /// Ends a low-power mode, and does nothing in others. The flags have the cause of the wake-up.
     void wake();
     /// The command that leaves debug was read.
     void leaveDebug() { state_.set(debug, false); }

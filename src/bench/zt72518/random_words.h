@@ -5,7 +5,7 @@
 
 namespace bitlux::zt72518 {
 
-/// The random words of the chip. The same ones come at every run.
+/// The random words of the chip, the same sequence at every start.
 class RandomWords {
 public:
     RandomWords() { drawAll(); }
@@ -14,7 +14,7 @@ public:
     [[nodiscard]] std::uint8_t mode() const { return mode_ & 0x07; }
     [[nodiscard]] std::uint8_t watchdog() const { return watchdog_; }
 
-    /// A word that was answered is not given again.
+    /// A word that was answered is not used again.
     void drawSpecial() { special_ = draw(); }
     void drawMode() { mode_ = draw(); }
     void drawWatchdog() { watchdog_ = draw(); }

@@ -27,7 +27,7 @@ inline constexpr std::array<const char*, 12> registerTitles{
     "RAM A",   "RAM B",     "Init Vreg", "Init Wdog", "Init Misc", "Timer 0",
     "Timer 2", "Regulator", "CAN",       "I/O",       "LIN 1",     "LIN 2"};
 
-/// Bytes of things that are set from inside and outside: flags first, then the pins.
+/// Bytes that the chip and the user set: flags first, then the pins.
 enum Row : std::uint8_t {
     RegulatorLow,
     CanLow,
@@ -68,8 +68,8 @@ inline constexpr int firstInputOutput = 4; ///< bit of Pins
 
 inline constexpr Bit noWatchdog{Faults, 0};
 
-/// What the parts of the model share: the registers and flags of the store, by what they are, and
-/// the pins.
+/// What the parts of the model share: the registers and flags of the store, by meaning, and the
+/// pins.
 class State {
 public:
     /// `store` outlives this. Raises Failure (File) when the chip lacks a register or flags.
@@ -90,7 +90,7 @@ public:
     [[nodiscard]] bool isWakeUp(const StateBit& bit) const;
     [[nodiscard]] bool anyWakeUp() const;
 
-    /// Pins and faults; the store tells the others.
+    /// Pins and faults; the store has the others.
     void addPhase(Phase& phase) const {
         phase.push_back(static_cast<std::int64_t>(pins_));
         phase.push_back(static_cast<std::int64_t>(faults_));

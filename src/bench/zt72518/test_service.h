@@ -9,7 +9,7 @@
 
 namespace bitlux::zt72518 {
 
-/// The factory side of a chip: whether it listens to test commands, and what it was trimmed with.
+/// The factory state of a chip: whether it accepts test commands, and its trimming.
 struct TestMode {
     bool on = false;
     std::string trimming = "none";

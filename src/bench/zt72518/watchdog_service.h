@@ -8,9 +8,9 @@
 
 namespace bitlux::zt72518 {
 
-/// What the dongle does for a chip of the family by itself: refreshes of the watchdog by words, and
-/// pulses of current. The first of either comes at once. A command whose values are beyond their
-/// lists changes nothing.
+/// The periodic actions of the dongle for a chip of the family: refreshes of the watchdog by words,
+/// and pulses of current. The first of either is sent at once. A command with values outside of
+/// their lists has no effect.
 class WatchdogService : public DongleService {
 public:
     /// `machine`, whose load draws the current, outlives this.

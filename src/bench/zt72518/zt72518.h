@@ -6,9 +6,9 @@
 
 namespace bitlux::zt72518 {
 
-/// What is odd about a chip of the family: its modes, watchdog and wake-ups; the status, which is
-/// made of the flags; the random words; parity; views that tell how the chip is; and the services
-/// of the dongle.
+/// The peculiarities of a chip of the family: its modes, watchdog and wake-ups; the status, which
+/// is made of the flags; the random words; parity; views of the chip's state; and the services of
+/// the dongle.
 ///
 /// A word of another length sets SPI ERR. With SPI parity on, a write whose parity is wrong changes
 /// nothing and sets SPI ERR; Special Mode and Watchdog Refresh, whose words carry none, are not

@@ -6,7 +6,7 @@
 
 namespace bitlux::zt72537 {
 
-/// What is odd about the chip: its modes, the watchdog, interrupts, wake-ups, and the dongle's
+/// The peculiarities of the chip: its modes, the watchdog, interrupts, wake-ups, and the dongle's
 /// clear words.
 ///
 /// Power comes up in Normal. The watchdog waits for the first clear word, there and after each
@@ -16,13 +16,13 @@ namespace bitlux::zt72537 {
 /// clears the registers that are written. TIMCR holds prescaler and interval apart.
 ///
 /// WDWO is on in the second half of a period, WDOFF while no period runs; a read of WDSR clears
-/// WDERR and WDTO. All other flags stay until they are turned off. ISR tells the lowest code that
-/// is pending. Over-temperature is all four flags of a side. A mask that is set holds the interrupt
-/// back. What woke the chip is pending until ISR is read.
+/// WDERR and WDTO. All other flags stay until they are turned off. ISR has the lowest pending code.
+/// Over-temperature is all four flags of a side. A mask that is set holds the interrupt back. What
+/// woke the chip is pending until ISR is read.
 ///
 /// Stop listens, and any word for Normal ends it. Sleep does neither; what ends it is followed by a
 /// reset. With an interval the chip wakes itself after it; with a high side on and inputs enabled
-/// it looks at these each time instead, and wakes for one that is on. Otherwise an enabled input
+/// it samples these each time instead, and wakes for one that is on. Otherwise an enabled input
 /// wakes the chip as it turns on. LIN always does.
 std::unique_ptr<ModelPart> makePart(ModelStore& store);
 

@@ -12,15 +12,15 @@ namespace bitlux {
 
 class CommandStore;
 
-/// Presses the read buttons whose boxes are ticked, again and again. Among the boxes are also those
-/// that switch all of it, those that tick a group, and those that record what is sent by hand.
+/// Repeatedly presses the read buttons whose boxes are ticked. Other boxes turn the reads on, tick
+/// a group, or record what is sent by hand.
 class AutoReads : public PanelPart {
 public:
     explicit AutoReads(const PanelContext& context);
 
     [[nodiscard]] const chips::AutomaticReads& style() const { return style_; }
-    /// Boxes of the reads that stand with a group: up to the highest that it ticks, behind those of
-    /// the groups before; the last group has all that are left. Without groups, all of them.
+    /// Boxes of the reads that belong to a group: up to the highest that it ticks, after those of
+    /// the previous groups; the last group has all remaining ones. Without groups, all of them.
     [[nodiscard]] std::vector<int> boxesOf(std::size_t group) const;
 
 private:
@@ -34,15 +34,15 @@ private:
     void showRecording();
     void readAll();
     void switchOff();
-    /// After this nothing reads by itself any more.
+    /// Stops all automatic reads.
     void giveUp();
 
     const chips::AutomaticReads& style_;
     const PanelControls& controls_;
     const Session& session_;
-    CommandStore* const store_; ///< null where nothing records
+    CommandStore* const store_; ///< null without recording
     Subscription linkFailed_;
-    bool adjusting_ = false; ///< boxes change by themselves
+    bool adjusting_ = false; ///< boxes are being changed by code
 
 public:
     forms::ControlArray<forms::CheckBox> boxes;

@@ -7,16 +7,16 @@
 
 namespace bitlux {
 
-/// The dongle sends a word of one byte to the chip again and again, or stops.
+/// The dongle sends a word of one byte to the chip periodically, or stops.
 struct ByteService {
-    std::uint8_t chip = 0; ///< that the dongle knows the service by
+    std::uint8_t chip = 0; ///< number of the service in the dongle
     int state = 0;         ///< 0 stops it
     int word = 0;
-    int period = 0; ///< as the chip's service counts it
+    int period = 0; ///< in the unit of the chip's service
 };
 
-/// Tells the dongle, and `note` what became of it; nothing without one. Raises Failure (Overflow)
-/// for what is no byte.
+/// Sends the command to the dongle, and the result to `note`; no effect without a dongle. Raises
+/// Failure (Overflow) for a value that is not a byte.
 void tellByteService(const PanelSurroundings& outside, const ByteService& service,
                      ServiceNote& note);
 

@@ -6,7 +6,7 @@
 /// The colours in which labels show bits.
 namespace bitlux {
 
-/// Of what wants to be seen: the watchdog is on, or the next click goes here.
+/// For highlighting: the watchdog is on, or the next click goes here.
 inline constexpr forms::Color alarmColour = 255;
 
 inline void light(forms::Label& label, bool on, const chips::RowColours& colours = {}) {

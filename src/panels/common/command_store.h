@@ -12,8 +12,8 @@ class CommandStore : public PanelPart {
 public:
     explicit CommandStore(const PanelContext& context);
 
-    /// Asks for a file, makes it, and records from now on; nothing is recorded after Cancel. Raises
-    /// Failure when the file cannot be made.
+    /// Asks for a file, creates it, and records from now on; nothing is recorded after Cancel.
+    /// Raises Failure when the file cannot be created.
     void start();
     void stop() { StoreCommands = false; }
     /// Adds a line while commands are stored.
@@ -22,14 +22,15 @@ public:
             write(command, value);
     }
 
-    /// Adds a line to the file. When that fails the user is told and the recording ends, so that
-    /// the command itself still goes out.
+    /// Adds a line to the file. When that fails, a message is shown and the recording ends, so that
+    /// the command itself is still sent.
     void save_log(const std::string& command, const std::string& value);
 
     /// How a line is added: save_log.
     std::function<void(const std::string& command, const std::string& value)> write =
         [this](const std::string& command, const std::string& value) { save_log(command, value); };
-    /// A file could not be written on. Set by whoever shows whether commands are stored.
+    /// Called when the file could not be written. Set by the view that shows whether commands are
+    /// stored.
     std::function<void()> stopped = [] {};
 
     // Variables of the form

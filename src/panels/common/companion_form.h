@@ -14,11 +14,12 @@
 namespace bitlux {
 
 /// A form beside a chip's panel, made from the description: the registers, views and buttons that
-/// name it. Its words travel as those of the panel do, which is told of them. It takes the shape of
-/// words for the panel when it is loaded and when it comes to the front, and does not give it back.
+/// name it. Its words are sent as those of the panel, which is notified. It sets the panel's word
+/// shape when it is loaded and when it comes to the front, and does not restore the old one.
 class CompanionForm : public forms::Form {
 public:
-    /// `panel` touches the panel, which may be another one each time; `outside` outlives the form.
+    /// `panel` returns the panel, which may be a different object each time; `outside` outlives the
+    /// form.
     CompanionForm(forms::FormSet& set, const std::string& name, chips::ChipPtr chip,
                   const PanelSurroundings& outside, std::function<PanelForm&()> panel);
 

@@ -10,7 +10,7 @@
 
 namespace bitlux {
 
-/// The lines of a sequence that a chip's description tells: its writes, with a value in
+/// The lines of a sequence that a chip's description defines: its writes, with a value in
 /// hexadecimal, its reads, which answer with the value that was read, and its commands. Any other
 /// line is refused.
 class DescribedCommands : public SequenceCommands {
@@ -18,7 +18,7 @@ public:
     /// Both outlive it.
     DescribedCommands(const LineIndex& index, PanelWords& words) : index_(index), words_(words) {}
 
-    /// Carries a command out; set by whoever has the registers.
+    /// Executes a command; set by the owner of the registers.
     std::function<void(const chips::Command& command)> carryOut = [](const chips::Command&) {};
 
     std::vector<std::string> play(int line, const std::string& name,

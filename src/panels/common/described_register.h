@@ -9,8 +9,7 @@
 
 namespace bitlux {
 
-/// A register by the title that the chip's file gives it; raises Failure (OutOfRange) when the file
-/// has none.
+/// A register by its title in the chip's file; raises Failure (OutOfRange) when there is none.
 inline const chips::Register& describedRegister(const chips::Chip& chip, std::string_view title) {
     if (const chips::Register* found = chip.find(title))
         return *found;

@@ -6,7 +6,8 @@
 
 namespace bitlux {
 
-/// Title with the bits of a field, as "MUX output [7:5]", or "Period [3,0]" where they lie apart.
+/// Title with the bits of a field, as "MUX output [7:5]", or "Period [3,0]" where they are not
+/// adjacent.
 [[nodiscard]] std::string fieldTitle(const chips::Field& field);
 
 /// The bits that a choice sets, as "[7:5] = 101".

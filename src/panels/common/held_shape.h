@@ -11,18 +11,18 @@ namespace bitlux {
 /// The shape of words that a panel holds for the whole program.
 class HeldShape {
 public:
-    /// Takes length and type of the words as the panel says, and sets its variable of the session.
-    /// Raises Failure (OutOfRange) for a name that no variable has. All outlive it.
-    /// `typeChanged` is told of every change.
+    /// Sets length and type of the words as the panel defines, and its variable of the session.
+    /// Raises Failure (OutOfRange) for an unknown variable. All outlive it. `typeChanged` is called
+    /// at every change.
     HeldShape(
         Session& session, const chips::WordFormat& format, const chips::PanelLayout& panel,
         std::function<void()> typeChanged = [] {});
 
-    /// Words of the chip's length, all 0, in its type from now on, where the panel holds that.
+    /// Words of the chip's length, all 0, in its type from now on, if the panel holds the type.
     void take();
-    /// What was applied last is in force again, whatever was before this panel.
+    /// Restores what was applied last, regardless of the state before this panel.
     void giveBack();
-    /// Takes it anew where it is held and something has changed it.
+    /// Sets it again if it is held and was changed.
     void keep();
 
 private:

@@ -9,8 +9,8 @@
 
 namespace bitlux {
 
-/// The boxes that show write rows in hexadecimal, and the buttons that take rows from there. As
-/// many digits are typed as the register has; one more takes the place of the last.
+/// The boxes that show write rows in hexadecimal, and the buttons that set rows from them. A box
+/// accepts as many digits as the register has; one more replaces the last.
 class HexBoxes {
 public:
     /// All outlive it.

@@ -5,9 +5,9 @@
 
 namespace bitlux {
 
-/// The number that a value of a sequence tells in hexadecimal; blanks do not count, and no digits
-/// are 0. Raises Failure (Conversion) for any other character and (Overflow) for more than `bits`
-/// bits, 1 to 64.
+/// The number of a hexadecimal value of a sequence; blanks are ignored, and no digits mean 0.
+/// Raises Failure (Conversion) for any other character and (Overflow) for more than `bits` bits, 1
+/// to 64.
 std::uint64_t hexValue(std::string_view text, int bits);
 
 } // namespace bitlux

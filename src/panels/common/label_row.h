@@ -10,8 +10,8 @@
 
 namespace bitlux {
 
-/// Labels that show the bits of a value, or are its store: label i in the colour of a one is bit i
-/// set. 1 to 64 of them.
+/// 1 to 64 labels that show the bits of a value, or store it: label i in the colour of a one means
+/// that bit i is set.
 class LabelRow {
 public:
     using Labels = std::vector<forms::Label*>;
@@ -27,7 +27,7 @@ public:
         return *labels_.at(static_cast<std::size_t>(bit));
     }
 
-    /// Any other colour than that of a one is a zero.
+    /// Every colour other than that of a one is a zero.
     [[nodiscard]] bool lit(int bit) const { return label(bit).backColor() == colours_.one; }
     [[nodiscard]] std::uint64_t value() const {
         std::uint64_t sum = 0;
@@ -39,7 +39,7 @@ public:
     [[nodiscard]] std::uint8_t byte() const { return static_cast<std::uint8_t>(value()); }
 
     void set(int bit, bool on) const { light(label(bit), on, colours_); }
-    /// Bits beyond the row are left out.
+    /// Bits beyond the row are ignored.
     void show(std::uint64_t value) const {
         for (int bit = 0; bit < size(); ++bit)
             set(bit, (value >> bit & 1) != 0);

@@ -13,17 +13,17 @@ namespace bitlux {
 struct LineMeaning {
     const chips::Register* written = nullptr;
     const chips::View* read = nullptr;
-    const chips::Line* line = nullptr; ///< that has the name
+    const chips::Line* line = nullptr; ///< the line with this name
     const chips::Command* command = nullptr;
 };
 
-/// The lines that a chip's description knows, by their names.
+/// The lines that a chip's description defines, by name.
 class LineIndex {
 public:
     /// The chip outlives it.
     explicit LineIndex(const chips::Chip& chip);
 
-    /// Null for a name that there is none of.
+    /// Null for an unknown name.
     [[nodiscard]] const LineMeaning* find(std::string_view name) const;
 
 private:

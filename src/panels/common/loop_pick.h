@@ -4,7 +4,7 @@
 
 namespace bitlux {
 
-/// Picks the start and the stop of the loop by clicks on lines, by turns.
+/// Picks the start and the stop of the loop by clicks on lines, alternately.
 class LoopPick : public PanelPart {
 public:
     explicit LoopPick(const PanelContext& context);
@@ -14,7 +14,7 @@ public:
 private:
     void List_Commands_Click();
     void Val_loop_Change();
-    /// The caption of the box that the next click fills is red.
+    /// Shows in red the caption of the box that the next click fills.
     void showNext();
 
     PanelSequence& sequence_;

@@ -17,8 +17,8 @@
 
 namespace bitlux {
 
-/// Name of a control, or of an element of a control array, as code writes it. It is for the time
-/// of a call.
+/// Name of a control, or of an element of a control array, as written in code. Valid only during a
+/// call.
 struct ControlRef {
     // NOLINTBEGIN(google-explicit-constructor): all of them are names
     constexpr ControlRef(std::string_view control, int element = -1)
@@ -46,9 +46,9 @@ public:
     PanelControls(const PanelControls&) = delete;
     PanelControls& operator=(const PanelControls&) = delete;
 
-    /// Makes a control to which a part gives its meaning.
+    /// Makes a control whose behaviour a part defines.
     void add(const chips::OwnControl& described);
-    // Each makes a control; its name is free before.
+    // Each makes a control with a new name.
     forms::Label& addLabel(const Name& name, std::string_view caption);
     forms::Button& addButton(const Name& name, std::string_view caption);
     forms::CheckBox& addBox(const Name& name, std::string_view caption);
@@ -58,12 +58,12 @@ public:
     forms::ComboBox& addCombo(const Name& name, forms::ComboBox::Style style, Texts items);
     /// Buttons `first` and following, of which at most one is set.
     void addOptions(const Name& first, const Texts& captions);
-    /// Labels that show zeros. Nothing is made for a row that is there.
+    /// Labels that show zeros. Makes nothing for an existing row.
     const LabelRow& addRow(const chips::Row& row);
 
-    /// Null when there is none.
+    /// Null if there is none.
     [[nodiscard]] forms::Control* find(const Name& name) const;
-    /// The control as the kind that it is; raises UnknownName.
+    /// The control as its kind; raises UnknownName.
     template <typename T>
     T& get(const Name& name) const {
         auto* typed = dynamic_cast<T*>(find(name));
@@ -71,28 +71,28 @@ public:
             throw forms::UnknownName(text(name), {});
         return *typed;
     }
-    /// A row that was made; raises UnknownName.
+    /// An existing row; raises UnknownName.
     [[nodiscard]] const LabelRow& row(const Name& first) const;
     /// The tooltips of controls, as "0x0100, 0x0B00".
     [[nodiscard]] std::string tooltips(const std::vector<chips::ControlName>& names) const;
     /// Which of `count` options from `first` on is set; nothing when none is.
     [[nodiscard]] std::optional<int> chosen(const Name& first, int count) const;
-    /// Leaves none of the options set that were made with `first`; runs no handler.
+    /// Clears all options of the group that begins with `first`; runs no handler.
     void clearOptions(const Name& first);
 
-    /// `action` runs when the control is clicked, after those that were given before.
+    /// `action` runs when the control is clicked, after those added before.
     void onClick(const Name& name, Action action);
-    /// `action` runs when a text is typed into a list; `name` is no element.
+    /// `action` runs when a text is typed into a list; `name` is not an element.
     void onType(const Name& name, Action action);
     /// `action` is a procedure of the form.
     void onCall(const std::string& procedure, Action action) {
         form_.procedure(procedure, std::move(action));
     }
-    /// Runs what a click runs, as other handlers do; raises Failure (OutOfRange) when there is no
-    /// such control.
+    /// Runs the handlers of a click, for other handlers; raises Failure (OutOfRange) when there is
+    /// no such control.
     void run(const Name& name) const;
     /// Makes a procedure NAME_Click of every handler, with the index of an element as argument, and
-    /// NAME_Change where texts are typed. To be called when all controls are there.
+    /// NAME_Change where texts are typed. To be called when all controls exist.
     void registerHandlers();
 
 private:

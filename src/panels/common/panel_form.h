@@ -20,26 +20,25 @@
 
 namespace bitlux {
 
-/// How the words of a panel travel: while it is in front the session has the chip's shape, and what
-/// goes on after that goes out in whatever shape the session has.
+/// The shape of a panel's words: while it is in front the session has the chip's shape; afterwards
+/// its words use whatever shape the session has.
 [[nodiscard]] PanelWords::Travel travelOf(const chips::PanelLayout& panel);
 
 /// The control panel of a chip: made from its description, and from the parts that the description
 /// names.
 ///
 /// While it is open or in front, as the description says, the words of the whole program have the
-/// chip's shape; the one that was applied last comes back then. Forms that belong to it go with it;
-/// those that are made from the description are hidden.
+/// chip's shape; then the one that was applied last is restored. Forms that belong to it are
+/// unloaded with it; those that are made from the description are hidden.
 class PanelForm : public forms::Form {
 public:
-    /// `name` is that of the form. A part that the chip names and that there is none of raises
-    /// Failure (OutOfRange).
+    /// `name` is that of the form. An unknown part named by the chip raises Failure (OutOfRange).
     PanelForm(forms::FormSet& set, const std::string& name, chips::ChipPtr chip,
               const PanelSurroundings& outside);
 
     [[nodiscard]] const chips::Chip& chip() const { return *chip_; }
 
-    /// A part; null when the panel has none of it.
+    /// A part; null when the panel does not have it.
     template <typename T>
     [[nodiscard]] T* findPart() const {
         for (const auto& any : parts_)
@@ -58,10 +57,10 @@ public:
 
     /// Words have the chip's shape from now on.
     void takeShape() { shape_.take(); }
-    /// Settings were applied: a panel that is in front for it goes on holding the shape.
+    /// Settings were applied: a panel in front keeps its shape.
     void keepShape();
 
-    /// Whether a page of the outer tabs is in sight, by what it shows.
+    /// Whether a page of the outer tabs is visible, by its content.
     [[nodiscard]] bool shows(std::string_view page) const;
 
 private:

@@ -16,8 +16,8 @@
 
 namespace bitlux {
 
-/// Something of a panel that no description can say: it brings controls and procedures of its own,
-/// or adds to what the controls of a register do.
+/// A part of a panel that no description can express: it has its own controls and procedures, or
+/// adds to the behaviour of a register's controls.
 class PanelPart {
 public:
     PanelPart() = default;
@@ -25,9 +25,9 @@ public:
     PanelPart(const PanelPart&) = delete;
     PanelPart& operator=(const PanelPart&) = delete;
 
-    /// The form is loaded, or loaded once more.
+    /// The form is loaded, or loaded again.
     virtual void load() {}
-    /// The form is about to go; questions to the user belong here.
+    /// The form is about to be unloaded; questions to the user belong here.
     virtual void unload() {}
 };
 
@@ -42,9 +42,9 @@ struct PanelContext {
     RegisterPages& pages;
     PanelSequence& sequence;
     forms::TabStrip& outerTabs;
-    const std::vector<std::unique_ptr<PanelPart>>& parts; ///< those that were made before
+    const std::vector<std::unique_ptr<PanelPart>>& parts; ///< the parts made before
 
-    /// A part that was made before; raises Failure (OutOfRange) when the panel has none of it.
+    /// A part that was made before; raises Failure (OutOfRange) when the panel does not have it.
     template <typename T>
     [[nodiscard]] T& part() const {
         for (const auto& any : parts)
@@ -56,11 +56,10 @@ struct PanelContext {
     [[noreturn]] static void missingPart();
 };
 
-/// Makes a part by its name in a chip's file. Raises Failure (OutOfRange) for a name that there is
-/// none of.
+/// Makes a part by its name in a chip's file. Raises Failure (OutOfRange) for an unknown name.
 std::unique_ptr<PanelPart> makePanelPart(const std::string& name, const PanelContext& context);
 
-/// The names that makePanelPart takes.
+/// The names that makePanelPart accepts.
 std::vector<std::string> panelPartNames();
 
 } // namespace bitlux

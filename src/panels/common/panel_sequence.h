@@ -15,7 +15,7 @@ namespace bitlux {
 /// The sequence of a panel: its lists, their editing, their files, and the run over them.
 class PanelSequence {
 public:
-    /// Elements of Val_loop; a chip's description says how many there are.
+    /// Elements of Val_loop; a chip's description defines their number.
     enum Number : std::uint8_t { LoopStart, LoopStop };
 
     /// All outlive it.

@@ -11,7 +11,7 @@
 
 namespace bitlux {
 
-/// What panels work with; all of it outlives them.
+/// The dependencies of panels; all outlive them.
 struct PanelSurroundings {
     Session& session;
     WordEngine& engine;

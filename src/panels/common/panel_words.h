@@ -17,10 +17,10 @@ namespace bitlux {
 /// The words of a panel.
 class PanelWords {
 public:
-    /// What a word is sent for.
+    /// The purpose of a word.
     enum class Purpose : std::uint8_t { Write, Read, Command };
-    /// In which length, type and order of bits words go out, whatever the chip wants: in those of
-    /// the chip, in those but for the type, or in those that the session holds in that moment.
+    /// Length, type and bit order of the words: those of the chip, those of the chip except for the
+    /// type, or those of the session at that moment.
     enum class Travel : std::uint8_t { InOwnShape, InTypeOfSession, InShapeOfSession };
 
     /// All outlive it.
@@ -30,49 +30,49 @@ public:
 
     [[nodiscard]] const chips::WordFormat& format() const { return format_; }
 
-    /// Whether the session has the order of bits that the chip's words need.
+    /// Whether the session has the bit order that the chip's words need.
     [[nodiscard]] bool hasOrder() const { return !format_.packed || session_.MSBFirst == ConstOn; }
 
-    /// Sends a word as it is; false when it could not be sent as the chip wants it, which the user
-    /// is told once. Another type than that of the chip is for words of its test side.
+    /// Sends a word unchanged; false when it cannot be sent in the chip's shape, which a message
+    /// says once. A type other than the chip's is for its test words.
     bool send(std::uint64_t word, std::optional<std::int16_t> type = {});
-    /// Puts a word into WordToSend, which then has at least as many elements as the chip's words
-    /// and as those of the session.
+    /// Writes a word to WordToSend, which then has at least as many elements as the words of the
+    /// chip and of the session.
     void fill(std::uint64_t word);
     /// Sends what WordToSend holds, in the shape of the session.
     void sendFilled();
-    /// What came back last, bit i of the answer in bit i.
+    /// The last answer, bit i of the answer in bit i.
     [[nodiscard]] std::uint64_t answer() const;
     /// Elements of the answer that are 1, among the bits `low` to `low` + `count` - 1.
     [[nodiscard]] std::uint8_t answerByte(int low) const;
 
-    /// Writes a register: data bits that are never written go out as 0.
+    /// Writes a register: data bits that are never written are sent as 0.
     void write(const chips::Register& target, std::uint64_t data);
-    /// The value of a view as the chip answered; 0 when nothing came.
+    /// The value of a view in the chip's answer; 0 without an answer.
     std::uint64_t read(const chips::View& view);
     void command(const chips::Command& command);
 
-    /// The words that these send, before `adjust` looks at them.
+    /// The words that these send, before `adjust`.
     [[nodiscard]] std::uint64_t wordOf(const chips::Register& target, std::uint64_t data) const;
     [[nodiscard]] std::uint64_t wordOf(const chips::View& view) const;
 
-    /// In hexadecimal, for tooltips; the data of a write is told as "xx".
+    /// In hexadecimal, for tooltips; the data of a write is shown as "xx".
     [[nodiscard]] std::string text(std::uint64_t word) const;
     [[nodiscard]] std::string text(const chips::Register& target) const;
     [[nodiscard]] std::string text(const chips::View& view) const { return text(wordOf(view)); }
 
-    /// A word went out, and its answer is there.
+    /// A word was sent and answered.
     Event<std::uint64_t> exchanged;
 
     // Set by the parts of a panel.
-    /// What is odd about a chip's words: gives back the word that is to be sent. The register is
-    /// there for a write alone.
+    /// Changes a word as the chip requires, and returns the word to send. The register is only set
+    /// for a write.
     std::function<std::uint64_t(Purpose, const chips::Register*, std::uint64_t word)> adjust;
-    /// A word is about to be filled in, where words travel in the shape of the session.
+    /// A word is about to be filled in, when words use the shape of the session.
     std::function<void()> starting = [] {};
-    /// A word is through and its answer there: the bits of it that are status.
+    /// A word was answered: the status bits of the answer.
     std::function<void(const chips::BitList& status)> answered = [](const chips::BitList&) {};
-    /// A hand has sent what a line of this name and value stands for.
+    /// The user has sent what a line with this name and value means.
     std::function<void(const chips::Line& line, const std::string& value)> sent =
         [](const chips::Line&, const std::string&) {};
 
@@ -88,7 +88,7 @@ private:
     WordEngine& engine_;
     MessageBoxes& boxes_;
     const Travel travel_;
-    bool refused_ = false; ///< the user knows that nothing can be sent
+    bool refused_ = false; ///< the message that nothing can be sent was shown
 };
 
 } // namespace bitlux

@@ -13,8 +13,8 @@ namespace bitlux {
 /// Makes the buttons that press other buttons one after the other, or read views.
 class ReadAlls {
 public:
-    /// All outlive it. The buttons that are pressed are there, on the companion form that `form`
-    /// names, or on the panel. `variant` tells the title of the variant that is chosen.
+    /// All outlive it. The buttons that are pressed exist already, on the companion form that
+    /// `form` names, or on the panel. `variant` returns the title of the selected variant.
     ReadAlls(const chips::Chip& chip, PanelControls& controls, RegisterPages& pages,
              const Session& session, std::function<std::string()> variant,
              const std::string& form = {});

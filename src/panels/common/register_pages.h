@@ -13,12 +13,12 @@ namespace bitlux {
 /// Makes the controls and handlers of a chip's registers and commands from its description.
 ///
 /// The lit labels of the write row are the register's value. Options, boxes and lists are a second
-/// view of it: choosing lights bits, and a click on a bit chooses what agrees with it. Without a
+/// view of it: a choice lights bits, and a click on a bit selects the matching choice. Without a
 /// row the choices are the value. Write sends it, >SEQ appends it to the sequence, the read buttons
 /// show a view in its row.
 ///
-/// It makes those of the panel, or of one companion form. Whatever else a control of a register
-/// does is given to PanelControls::onClick behind it.
+/// It makes those of the panel, or of one companion form. Further behaviour of a register's control
+/// is added by PanelControls::onClick.
 class RegisterPages {
 public:
     /// Adds a line to the end of the sequence.
@@ -28,15 +28,15 @@ public:
     RegisterPages(const chips::Chip& chip, PanelControls& controls, PanelWords& words,
                   Append append, std::string form = {});
 
-    /// What a register holds.
+    /// The value of a register.
     [[nodiscard]] std::uint64_t value(const chips::Register& of) const;
-    /// Writes what it holds, and shows what answers where the description says so.
+    /// Writes the value, and shows the answer if the description says so.
     void write(const chips::Register& target);
-    /// Reads a view into its row; nothing where the variant lacks it.
+    /// Reads a view into its row; no effect if the variant lacks it.
     void read(const chips::View& view);
-    /// Does what the button of a command does.
+    /// Executes a command as its button does.
     void carryOut(const chips::Command& command);
-    /// The marker file of the panel is there: lists show all their choices from now on.
+    /// The marker file of the panel exists: lists show all their choices from now on.
     void showMarked() const;
     /// The word that reads a view.
     [[nodiscard]] std::string tooltip(const chips::View& view) const { return words_.text(view); }
@@ -59,9 +59,9 @@ private:
     void addAppend(const chips::Line& line, PanelControls::Action action);
     void chooseByText(const chips::Register& owner, const chips::Field& field,
                       const std::string& text) const;
-    /// Puts the bits of a choice into the row, if there is one.
+    /// Sets the bits of a choice in the row, if there is one.
     void choose(const chips::Register& owner, const chips::Field& field, std::uint64_t code) const;
-    /// Brings the choices that hold a bit into line with the row.
+    /// Updates the choices that contain a bit from the row.
     void follow(const chips::Register& changed, int bit) const;
     void follow(const chips::Field& field, std::uint64_t value) const;
     void addTold(const chips::View& view);

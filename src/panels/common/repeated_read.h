@@ -8,8 +8,8 @@
 
 namespace bitlux {
 
-/// The timer `timer_auto_read`, which reads again and again while ON is chosen of a pair of
-/// options. A link or a word that fails chooses OFF.
+/// The timer `timer_auto_read`, which reads repeatedly while ON of a pair of options is selected. A
+/// failed link or word selects OFF.
 class RepeatedRead {
 public:
     struct Names {
@@ -17,8 +17,8 @@ public:
         ControlRef off;
     };
 
-    /// `read` is a tick; `switched` tells that the choice has changed. The context's form outlives
-    /// it.
+    /// `read` is called at each tick, `switched` when the choice has changed. The context's form
+    /// outlives it.
     RepeatedRead(
         const PanelContext& context, const Names& names, std::function<void()> read,
         std::function<void(bool on)> switched = [](bool) {});

@@ -4,8 +4,8 @@
 
 namespace bitlux {
 
-/// A panel that goes while its sequence is in sight asks whether to save it. After No, what still
-/// runs sends nothing more; after a save that fails, the panel stays.
+/// A panel that is closed while its sequence is visible asks whether to save it. After No, a run
+/// sends nothing more; after a failed save, the panel stays open.
 class SaveQuestion : public PanelPart {
 public:
     explicit SaveQuestion(const PanelContext& context)

@@ -10,8 +10,8 @@
 
 namespace bitlux {
 
-/// Works on the lines of a sequence: inserts waits, removes lines, moves one by dragging it, or by
-/// buttons where the chip's file wants them.
+/// Edits the lines of a sequence: inserts waits, removes lines, moves a line by dragging it, or by
+/// buttons if the chip's file has them.
 class SequenceEditor {
 public:
     /// All outlive it.
@@ -38,7 +38,7 @@ public:
     forms::TextBox Text_Wait; ///< milliseconds
     forms::Button Cm_Remove_Line;
     forms::Button Cm_CLEAR_lists;
-    std::optional<forms::Button> cm_MoveUp; ///< where the chip's file wants them
+    std::optional<forms::Button> cm_MoveUp; ///< if the chip's file has them
     std::optional<forms::Button> cm_MoveDown;
 };
 

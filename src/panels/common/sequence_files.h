@@ -11,7 +11,7 @@ namespace bitlux {
 
 inline constexpr const char* sequenceFilter = "Sequence file (*.txt)|*.txt";
 
-/// Saves and loads the sequence. What errors do is said by the style of the chip's file.
+/// Saves and loads the sequence. The style of the chip's file defines the reaction to errors.
 class SequenceFiles {
 public:
     /// All outlive it.

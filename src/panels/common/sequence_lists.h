@@ -14,9 +14,9 @@
 
 namespace bitlux {
 
-/// The lists of a sequence: commands and values in step, the answers of a run beside them, and line
-/// numbers with an arrow. Row 0 of all but the numbers has headers and stays; the commands are in
-/// the rows from 1 on.
+/// The lists of a sequence: commands and values in parallel, the answers of a run beside them, and
+/// line numbers with an arrow. Row 0 of all but the numbers has headers and is never removed; the
+/// commands are in the rows from 1 on.
 class SequenceLists {
 public:
     static constexpr std::string_view commandHeader = "Commands";
@@ -30,30 +30,30 @@ public:
     [[nodiscard]] std::string value(int row) const;
 
     void append(const std::string& command, const std::string& value);
-    // Rows from 1 to last(), to last() + 1 for insert. What is selected goes along with its line;
-    // of a line that is removed the next one takes the place, in the commands alone.
+    // Rows from 1 to last(), to last() + 1 for insert. The selection moves with its line. After the
+    // removal of a selected line the next one is selected, in the commands only.
     void insert(int row, const std::string& command, const std::string& value);
     void remove(int row);
     void move(int from, int to);
     void setValue(int row, const std::string& value);
-    /// Takes rows with their headers, and clears the answers. Nothing is selected then, or the last
-    /// row is.
+    /// Replaces the rows including the headers, and clears the answers. Then nothing is selected,
+    /// or the last row.
     void assign(SequenceRows rows);
     void assignAndSelectLast(SequenceRows rows);
-    /// Headers alone, in all lists.
+    /// Leaves only the headers, in all lists.
     void clear();
 
-    /// A run begins: no answers, and the arrow at the first command, or nowhere yet.
+    /// A run begins: clears the answers, and sets the arrow to the first command or removes it.
     void restart();
-    /// The arrow goes to the row of a line that is played, or to the next one.
+    /// Moves the arrow to the row of the played line, or to the next one.
     void showPlayed(int line);
     void pointTo(int row);
-    /// A run goes back from line `from` to line `to`: `text` stands for the number of `from` from
-    /// now on, and the row in front of `to` gets its number anew.
+    /// A run jumps back from line `from` to line `to`: `text` replaces the number of `from`, and
+    /// the row before `to` gets its number again.
     void goBack(int from, const std::string& text, int to);
-    /// A text for each list of answers; those that are missing are empty.
+    /// A text for each list of answers; missing ones are empty.
     void addAnswer(const std::vector<std::string>& texts);
-    /// Takes out the answers in rows `from` to `to`, as far as they are there.
+    /// Removes the answers in rows `from` to `to`, as far as they exist.
     void removeAnswers(int from, int to);
 
     [[nodiscard]] const forms::LineSource& commands() const { return *commands_; }

@@ -18,15 +18,15 @@
 
 namespace bitlux {
 
-/// What the lines of a sequence do to a chip.
+/// Executes the lines of a sequence.
 class SequenceCommands {
 public:
     virtual ~SequenceCommands() = default;
 
     /// A stretch of lines begins.
     virtual void stretchBegins() {}
-    /// Plays a line that is no wait. A text for each list of answers, none when the line has no
-    /// answer. Raises Failure for a line that cannot be.
+    /// Plays a line that is not a wait. Returns a text for each list of answers, none when the line
+    /// has no answer. Raises Failure for an invalid line.
     virtual std::vector<std::string> play(int line, const std::string& name,
                                           const std::string& value) = 0;
 };
@@ -34,24 +34,24 @@ public:
 /// Variables of a form that a run shares with its other parts.
 struct SequenceVariables {
     bool LoopStopRequest = false;
-    bool RunEnabled = true; ///< cleared, the lines that are left pass without being played
+    bool RunEnabled = true; ///< when cleared, the remaining lines pass without being played
 };
 
-/// Where a run over a sequence is.
+/// Position of a run over a sequence.
 struct SequenceProgress {
     enum class Awaited : std::uint8_t { Nothing, Reset, Interrupt };
 
-    int line = 0;  ///< that is played or was played last; 0 before the first
-    int lines = 0; ///< as many as there were at the start
+    int line = 0;                          ///< the current or last line; 0 before the first
+    int lines = 0;                         ///< their number at the start
     std::optional<std::int64_t> waitUntil; ///< on the clock, in nanoseconds, during a wait
-    Awaited awaited = Awaited::Nothing;    ///< of the chip, at a point where the run stops
+    Awaited awaited = Awaited::Nothing;    ///< event of the chip for which the run has stopped
 };
 
-/// Plays a sequence from top to bottom, with a loop and waits. The event loop turns after each
-/// line, so that the whole panel works meanwhile; a wait sleeps in it.
+/// Plays a sequence from top to bottom, with a loop and waits. The event loop runs after each line,
+/// so that the whole panel stays usable; a wait sleeps in it.
 class SequencePlayer {
 public:
-    /// What it works with; all outlive it.
+    /// The dependencies; all outlive it.
     struct Parts {
         const chips::SequenceStyle& style;
         Session& session;
@@ -60,30 +60,30 @@ public:
         SequenceLists& lists;
         forms::TextBox& start; ///< lines of the loop
         forms::TextBox& stop;
-        forms::TextBox* trigger; ///< line at which the dongle gives a pulse; null without one
+        forms::TextBox* trigger; ///< line at which the dongle outputs a pulse; null without one
         EventLoop& loop;
         const Clock& clock;
     };
 
     SequencePlayer(forms::Form& form, const Parts& parts);
 
-    /// What the lines do; to be told before the first run, and outlives the player.
+    /// Executes the lines; to be set before the first run, and outlives the player.
     void setCommands(SequenceCommands& commands) { commands_ = &commands; }
 
-    /// Plays all lines. One that cannot be ends the run with Failure.
+    /// Plays all lines. An invalid line ends the run with Failure.
     void Cm_Run_Seq_Click();
     /// Plays the lines `first` to `last`.
     void RunSequenceRange(int first, int last);
-    /// Lines that are left pass, and waits end. A form that goes does so by itself.
+    /// The remaining lines pass, and waits end. Unloading the form has the same effect.
     void abandon() { parts_.variables.RunEnabled = false; }
 
-    /// Nothing while no run is on.
+    /// Nothing while no run is active.
     [[nodiscard]] const std::optional<SequenceProgress>& progress() const { return progress_; }
-    /// Nanoseconds that are left of the present wait, 0 without one.
+    /// Remaining nanoseconds of the current wait, 0 without one.
     [[nodiscard]] std::int64_t remainingWait() const;
-    /// Tells what a run stops for, between two stretches.
+    /// Sets what a run waits for between two stretches.
     void await(SequenceProgress::Awaited awaited) { show({}, awaited); }
-    /// A wait, a stop or the run began or ended. That a line begins is told by the arrow.
+    /// A wait, a stop or the run began or ended. The arrow shows the begin of a line.
     Event<> progressChanged;
 
     /// Plays the whole sequence, line 1 to the given one; at first one stretch.
@@ -94,15 +94,15 @@ private:
     class Shown;
     class Waiting;
 
-    /// Changes what progress() tells of the present line.
+    /// Changes the result of progress() for the current line.
     void show(std::optional<std::int64_t> waitUntil, SequenceProgress::Awaited awaited = {});
 
     void wait(int line, const std::string& value);
-    /// Milliseconds; 0 for a wait that has no end.
+    /// Milliseconds; 0 for a wait without end.
     [[nodiscard]] std::int32_t endlessOrLong(int line, const std::string& value) const;
     void waitFor(std::int32_t milliseconds);
     void waitForever();
-    /// The line that follows `line`, as the loop tells.
+    /// The line that follows `line` in the loop.
     [[nodiscard]] int nextLine(int line, int first, int last);
     void Ch_Loop_Click();
     void addLoopCaptions(forms::Form& form);
@@ -114,9 +114,9 @@ private:
 
 public:
     forms::Button Cm_Run_Seq;
-    forms::Timer Timer1; ///< runs for as long as a wait lasts; who disables it ends the wait
+    forms::Timer Timer1; ///< runs during a wait; disabling it ends the wait
     forms::CheckBox Ch_Loop;
-    std::optional<forms::Label> loopStartCaption; ///< where the chip's file wants them
+    std::optional<forms::Label> loopStartCaption; ///< if the chip's file has them
     std::optional<forms::Label> loopStopCaption;
     forms::Button Cm_Stop_Loop;
 };

@@ -6,7 +6,7 @@
 namespace bitlux {
 
 /// Two points at which a run stops until the chip resets or interrupts, or the user lets it pass;
-/// or only the controls of such points, as the chip's file says.
+/// or only the controls of such points, depending on the chip's file.
 class SequenceStops : public PanelPart {
 public:
     explicit SequenceStops(const PanelContext& context);
@@ -27,7 +27,7 @@ private:
     void act(forms::Form& form);
     /// Plays the lines 1 to `last` in their stretches.
     void play(int last);
-    /// Samples the lines; false when the link failed in it.
+    /// Samples the lines; false when the link failed.
     [[nodiscard]] bool sample() const;
     void await(const Condition& condition);
     void Ch_FirstCondition_Click();

@@ -4,13 +4,13 @@
 
 namespace bitlux {
 
-/// Stands beside a watchdog that the dongle serves, and tells when it does so no more: the dongle
-/// is gone, or was away and has lost what it was told. The label is the control WatchdogDongle.
+/// A note beside a watchdog that the dongle serves, visible when it no longer does: the dongle is
+/// gone, or was unplugged and has lost its command. The label is the control WatchdogDongle.
 class ServiceNote {
 public:
     explicit ServiceNote(const PanelContext& context);
 
-    /// The dongle was told to serve, or to stop; `answered` when it has heard that.
+    /// The dongle was commanded to serve, or to stop; `answered`: whether it confirmed that.
     void told(bool serves, bool answered);
 
     forms::Label WatchdogDongle;
@@ -19,7 +19,7 @@ private:
     void show();
 
     const DongleLink& link_;
-    bool serves_ = false;            ///< as the panel shows it
+    bool serves_ = false;            ///< as shown by the panel
     std::optional<unsigned> losses_; ///< of the link, when the dongle began to serve
     Subscription presence_;
 };

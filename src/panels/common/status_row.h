@@ -17,7 +17,7 @@ public:
 private:
     PanelWords& words_;
     const int first_;               ///< bit that the first label shows
-    const LabelRow* row_ = nullptr; ///< null for a chip that has none
+    const LabelRow* row_ = nullptr; ///< null for a chip without one
 };
 
 } // namespace bitlux

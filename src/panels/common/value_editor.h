@@ -8,18 +8,18 @@ namespace bitlux {
 /// is one of its texts.
 class ValueEditor : public PanelPart {
 public:
-    /// To be made behind the parts whose controls the chip's file names for it.
+    /// To be made after the parts whose controls the chip's file names for it.
     explicit ValueEditor(const PanelContext& context);
 
 private:
-    /// What was edited becomes the value of the selected line.
+    /// The edited text becomes the value of the selected line.
     void ChangeValue();
     void List_Value_Click();
     [[nodiscard]] bool isChosen(const std::string& value) const;
 
     SequenceLists& lists_;
     forms::TextBox& text_;
-    forms::ComboBox* choice_ = nullptr; ///< visible while the line has a value of it
+    forms::ComboBox* choice_ = nullptr; ///< visible while the line's value is one of its texts
 };
 
 } // namespace bitlux

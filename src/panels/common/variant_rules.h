@@ -8,15 +8,15 @@
 
 namespace bitlux {
 
-/// The choice of a chip's variant, and what each of them lacks on the form.
+/// The choice of a chip's variant, and what the form hides or disables for each.
 class VariantRules {
 public:
-    /// All outlive it. The variant that the file tells is chosen; from the first one nothing is
-    /// taken.
+    /// All outlive it. Selects the variant that the file names; nothing is removed from the first
+    /// one.
     VariantRules(const chips::Chip& chip, forms::Form& form, PanelControls& controls);
 
-    /// Ticks the boxes that a variant may clear, and takes from a variant that is not the first
-    /// what it lacks; to be called once all controls are there.
+    /// Ticks the boxes that a variant may clear, and removes from a variant other than the first
+    /// what it lacks; to be called once all controls exist.
     void start() const;
     /// Title of the variant that is chosen; empty when the chip has no variants.
     [[nodiscard]] std::string chosen() const;

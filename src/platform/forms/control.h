@@ -18,21 +18,21 @@ class Form;
 
 /// A back colour as the low bytes blue, green and red, or one of the system's colours.
 using Color = std::uint32_t;
-inline constexpr Color desktopColor = 0x80000001; ///< of lamps that are lit
+inline constexpr Color desktopColor = 0x80000001; ///< of lit lamps
 inline constexpr Color windowColor = 0x80000005;
 inline constexpr Color buttonFaceColor = 0x8000000F;
 
-/// What a handler can be told of; CONTROL_Click and so on are its names.
+/// The events of a control; CONTROL_Click and so on are the names of their handlers.
 enum class ControlEvent : std::uint8_t {
     Click,
     DblClick,
     Change,   ///< the text of a text box or an editable combo, the value of a scroll bar
-    Scroll,   ///< the thumb of a scroll bar while a hand moves it
-    KeyDown,  ///< told the key code
-    KeyPress, ///< told the character's code; one that returns a number replaces it, 0 swallows it
+    Scroll,   ///< the thumb of a scroll bar while the user drags it
+    KeyDown,  ///< argument: the key code
+    KeyPress, ///< argument: the character's code; a returned number replaces it, 0 drops it
     GotFocus,
     LostFocus,
-    DragDrop, ///< a line of a list was dropped; told the index under the pointer
+    DragDrop, ///< a line of a list was dropped; argument: the index under the pointer
     Timer,
 };
 
@@ -92,38 +92,38 @@ public:
     [[nodiscard]] const std::string& tooltip() const { return tooltip_; }
     void setTooltip(std::string tooltip) { assign(tooltip_, std::move(tooltip)); }
 
-    /// As it was given; the window shows it when it is not the one that the kind has by itself.
+    /// As it was set; the window shows it when it differs from the default of the kind.
     [[nodiscard]] Color backColor() const { return backColor_; }
     void setBackColor(Color color) { assign(backColor_, color); }
 
     [[nodiscard]] bool hasFocus() const;
     /// Runs LostFocus of the control that had it and GotFocus, when it is another one.
     void setFocus();
-    /// A hand has moved the focus here, so that the window need not.
+    /// The user has moved the focus here, so the window need not.
     void focus();
 
-    /// A click by hand.
+    /// A click by the user.
     virtual void click();
-    /// A double click by hand; the clicks it is made of are told before.
+    /// A double click by the user; its single clicks come before.
     void doubleClick();
 
     [[nodiscard]] bool handles(ControlEvent event) const { return handlerOf(event) != nullptr; }
     [[nodiscard]] bool hasKeyHandler() const { return handles(ControlEvent::KeyDown); }
-    /// A key pressed by hand while the control has the focus: KeyDown, then KeyPress when it types
-    /// a character, then what the control itself does with it.
+    /// A key pressed by the user while the control has the focus: KeyDown, then KeyPress when it
+    /// types a character, then what the control itself does with it.
     void key(Keystroke stroke);
     void key(KeyCode code) { key(keystrokeOf(code)); }
     /// The keys of a text, one after the other.
     void type(std::string_view text);
 
-    /// Set by Form::procedure; null takes the handler away.
+    /// Set by Form::procedure; null removes the handler.
     void setHandler(ControlEvent event, std::shared_ptr<const Procedure> handler);
 
 protected:
     /// Marks the control for the next refresh of the window.
     void touch();
 
-    /// Takes over a value; true when it differed.
+    /// Assigns a value; true when it differed.
     template <typename T>
     bool assign(T& member, T value) {
         if (member == value)
@@ -133,8 +133,8 @@ protected:
         return true;
     }
 
-    /// Runs the handler of an event, as a part of what is running now. The result is the
-    /// handler's, nothing when there is none.
+    /// Runs the handler of an event within the running action. The result is the handler's, nothing
+    /// when there is none.
     Value raise(ControlEvent event, const Value& argument = {}) const;
     void raiseClick() const { raise(ControlEvent::Click); }
 
@@ -143,8 +143,8 @@ protected:
     virtual void take(KeyCode, char /*character*/) {}
     virtual void enabledChanged() {}
 
-    /// Runs what a user's hand started: refused when the control is hidden or disabled, and a
-    /// failure inside ends in a box (FormSet::perform).
+    /// Runs an action of the user: refused when the control is hidden or disabled; a failure inside
+    /// is shown in a box (FormSet::perform).
     void byHand(std::string_view event, const std::function<void()>& action);
 
 private:
@@ -171,7 +171,7 @@ private:
     bool dirty_ = false;
 };
 
-/// The colour that a kind has by itself.
+/// The default colour of a kind.
 Color ownColor(Control::Kind kind);
 
 } // namespace bitlux::forms

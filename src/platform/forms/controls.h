@@ -41,7 +41,7 @@ public:
         : Captioned(form, Kind::Button, std::move(name), index, std::move(caption)) {}
 
 protected:
-    /// Enter and Space press it, unless it looks at keys itself.
+    /// Enter and Space press it, unless it handles keys itself.
     void take(KeyCode code, char character) override;
 };
 
@@ -62,7 +62,7 @@ public:
     /// 0 or 1; anything else raises Failure (OutOfRange).
     void setValue(std::int16_t value);
 
-    /// A click by hand turns the value over.
+    /// A click by the user inverts the value.
     void click() override;
 
 private:
@@ -73,7 +73,7 @@ private:
 class OptionButton;
 class OptionGroup {
 public:
-    /// Leaves none set; runs no handler.
+    /// Clears all; runs no handler.
     void clear();
 
 private:
@@ -90,7 +90,7 @@ public:
     [[nodiscard]] bool value() const { return value_; }
     void setValue(bool value);
 
-    /// A click by hand sets it.
+    /// A click by the user sets it.
     void click() override;
 
 private:
@@ -109,7 +109,7 @@ public:
     /// The insertion point goes to the end.
     void setText(std::string text);
 
-    /// What the user's hand leaves in the box.
+    /// User input: the new content of the box.
     void edit(std::string text);
 
     /// The selected stretch, empty at the insertion point; in bytes, cut to the text.
@@ -118,7 +118,7 @@ public:
     void select(std::size_t start, std::size_t length);
 
 protected:
-    /// Types over the selection.
+    /// Replaces the selection by typing.
     void take(KeyCode code, char character) override;
 
 private:
@@ -147,9 +147,9 @@ public:
     /// Raises Failure (OutOfRange) outside the limits.
     void setValue(int value);
 
-    /// The same by hand; also where a hand lets go after a drag.
+    /// The same by the user; also at the end of a drag.
     void move(int value);
-    /// A hand holds the thumb and is here: Scroll runs, Change waits until it lets go.
+    /// The user drags the thumb to here: Scroll runs, Change waits until the end of the drag.
     void drag(int value);
 
 private:
@@ -178,7 +178,7 @@ public:
     [[nodiscard]] Style style() const { return style_; }
     [[nodiscard]] const std::vector<std::string>& items() const { return items_; }
     void addItem(std::string item);
-    /// Other items than before; nothing is selected, and the text is empty.
+    /// Replaces the items; nothing is selected, and the text is empty.
     void setItems(std::vector<std::string> items);
     /// Raises Failure (OutOfRange) beyond the last. The text goes with a selected item; no handler
     /// runs.
@@ -201,9 +201,9 @@ public:
     /// Text in the edit field, which selects nothing and runs no handler.
     void setEditText(const std::string& text);
 
-    /// What the user's hand types into an editable box, or chooses by its text in a list.
+    /// User input: a text typed into an editable box, or an item of a list chosen by its text.
     void edit(const std::string& text);
-    /// Chooses an item by hand. The handler runs also for the one that is selected already.
+    /// The user chooses an item. The handler also runs for the selected one.
     void select(int index);
 
 private:
@@ -229,15 +229,15 @@ public:
     /// -1 to the last line; anything else raises Failure (OutOfRange).
     void setListIndex(int index);
 
-    /// The same by hand. The handler runs also for the line that is selected already.
+    /// The same by the user. The handler also runs for the selected line.
     void select(int index);
 
-    /// A line is dragged by hand to the place of another: it is selected, and DragDrop runs.
+    /// The user drags a line to the place of another: it is selected, and DragDrop runs.
     void dragLine(int from, int to);
 
-    /// To be called by whoever changed the lines.
+    /// To be called after a change of the lines.
     void linesChanged();
-    /// The same; the selection went along with its line, and no handler runs.
+    /// The same; the selection moved with its line, and no handler runs.
     void linesChanged(int listIndex);
 
 private:
@@ -259,7 +259,7 @@ public:
 
     [[nodiscard]] const std::vector<Tab>& tabs() const { return tabs_; }
     [[nodiscard]] int count() const { return static_cast<int>(tabs_.size()); }
-    /// Adds a tab behind the last one.
+    /// Adds a tab after the last one.
     void addTab(Tab tab);
     /// Adds a tab that gets this index, 1 to one more than there are; the selection stays with its
     /// tab, and no handler runs.
@@ -271,7 +271,7 @@ public:
     /// 1 to the last tab; anything else raises Failure (OutOfRange).
     void setSelected(int index);
 
-    /// A click on a tab by hand. The handler runs also for the current tab.
+    /// The user clicks on a tab. The handler also runs for the current tab.
     void click(int index);
     void click() override { click(selected_); }
 

@@ -16,15 +16,15 @@ namespace bitlux::forms {
 class FormSet;
 
 /// A form: its controls, its named procedures and its named variables. A form to the user and to a
-/// script; in the code its controls may be members of several parts, each of which is handed the
+/// script; in the code its controls may be members of several parts, each of which receives the
 /// form.
 ///
 /// Controls register themselves when they are made. Procedures are registered by name; one named
 /// CONTROL_Click, CONTROL_KeyPress and so on (ControlEvent; case does not matter in CONTROL)
 /// becomes the handler of that control, or of every element of that control array. A handler of an
-/// array may take the index in front of what the event tells. Form_Load, Form_Activate,
-/// Form_Deactivate, Form_QueryUnload and Form_Unload run when the form is made, comes to the front,
-/// leaves it and goes (FormSet).
+/// array may have the index as its first parameter, before those of the event. Form_Load,
+/// Form_Activate, Form_Deactivate, Form_QueryUnload and Form_Unload run when the form is made,
+/// comes to the front, leaves the front and is unloaded (FormSet).
 class Form {
 public:
     Form(FormSet& set, std::string name, std::string caption);
@@ -49,7 +49,7 @@ public:
     /// By its local name, as "cmdSendOnce" or "cmdSI_single(7)"; raises UnknownName.
     [[nodiscard]] Control& control(std::string_view localName) const;
 
-    /// `body` takes values (numbers, truth values, texts) and gives one or nothing.
+    /// `body` takes values (numbers, truth values, texts) and returns one or nothing.
     template <typename Body>
     void procedure(const std::string& name, Body&& body) {
         addProcedure(name, makeProcedure(std::forward<Body>(body)));
@@ -71,7 +71,7 @@ public:
     }
     Value callWith(std::string_view procedure, std::span<const Value> arguments);
 
-    /// Makes a variable known that outlives the form or is a member of it.
+    /// Registers a variable that outlives the form or is a member of it.
     template <typename T>
     void variable(const std::string& name, T& place) {
         variable(
@@ -102,10 +102,10 @@ private:
     [[nodiscard]] const Variable& findVariable(std::string_view name) const;
     void add(Control& control);
     void remove(Control& control);
-    /// The control of a name, or the elements of its array; letters count alike where no name is
-    /// the very same.
+    /// The control of a name, or the elements of its array; case is ignored when no name matches
+    /// exactly.
     [[nodiscard]] std::vector<Control*> namedAlike(std::string_view name) const;
-    /// Makes a procedure of this name the handler of what it names, if it names a control's event.
+    /// If the name is that of a control's event, makes the procedure its handler.
     void serve(std::string_view name, const std::shared_ptr<const Procedure>& procedure);
 
     FormSet& set_;

@@ -18,15 +18,15 @@ namespace bitlux::forms {
 
 class Timer;
 
-/// A hand reached for a control that is hidden or disabled.
+/// User input to a control that is hidden or disabled.
 class Unreachable : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// The forms of a program: finds them and their controls by name, brings them up and lets them go,
-/// catches the failures of handlers, and remembers which controls changed since the window was last
-/// refreshed.
+/// The forms of a program: finds them and their controls by name, loads and unloads them, catches
+/// the failures of handlers, and records which controls changed since the last refresh of the
+/// window.
 ///
 /// One form at most is in front. Form_Activate runs when a form comes to the front and
 /// Form_Deactivate of the one that was there before; being shown brings a form to the front.
@@ -36,33 +36,31 @@ public:
 
     /// Where a form lives.
     struct Home {
-        std::function<Form&()> touch;                   ///< makes and loads it when it is not there
-        std::function<Form*()> find;                    ///< null when it is not there
-        std::function<std::unique_ptr<Form>()> moveOut; ///< when it is there
+        std::function<Form&()> touch;                   ///< makes and loads it if necessary
+        std::function<Form*()> find;                    ///< null when it does not exist
+        std::function<std::unique_ptr<Form>()> moveOut; ///< when it exists
     };
 
-    /// Makes a form known.
+    /// Registers a form.
     void declare(const std::string& name, Home home);
-    /// What unload does for a form that cannot go by itself.
+    /// What unload does for a form that cannot be unloaded by itself.
     void unloadThrough(const std::string& name, std::function<void()> action);
     [[nodiscard]] std::vector<std::string> names() const;
 
-    /// A form by name, made when it is touched for the first time; raises UnknownName. So do all
-    /// others that take a name.
+    /// A form by name, made on first access; raises UnknownName, as do all others with a name.
     Form& form(std::string_view name) const;
     void show(std::string_view name) { form(name).setVisible(true); }
     /// Does not make the form.
     [[nodiscard]] bool isVisible(std::string_view name) const;
-    /// Brings a form to the front; Form_Activate runs also when it is there already.
+    /// Brings a form to the front; Form_Activate runs also when it exists already.
     void activate(std::string_view name);
-    /// Brings it to the front, as a window does; nothing happens when it is there already.
+    /// Brings it to the front, as a window does; nothing happens when it exists already.
     void activate(Form& form);
     /// Takes a form from the front; nothing happens when another one is there.
     void deactivate(std::string_view name);
     [[nodiscard]] Form* inFront() const { return front_; }
-    /// Runs Form_QueryUnload and Form_Unload and lets the form go; it is made anew when it is
-    /// touched the next time. It is destroyed when no handler runs any more. Nothing happens when
-    /// it does not exist.
+    /// Runs Form_QueryUnload and Form_Unload and unloads the form; the next access makes a new one.
+    /// It is destroyed when no handler is running. Nothing happens when it does not exist.
     void unload(std::string_view name);
 
     /// A control by its full name, as "frmMain.cmdSI_single(7)"; raises UnknownName.
@@ -76,8 +74,8 @@ public:
         return *typed;
     }
 
-    /// Runs what the user started. A failure ends it with a plain box that names the failure, and
-    /// the place in its details; whatever was done before the failure stays done.
+    /// Runs what the user started. A failure ends it with a plain box that shows the failure, with
+    /// the handler's name in its details; whatever was done before the failure stays done.
     void perform(std::string_view place, const std::function<void()>& action);
 
     /// The controls that changed since the last call, each once.
@@ -87,18 +85,19 @@ public:
     Event<> becameDirty;
     /// A form became visible or hidden.
     Event<Form&> formShown;
-    /// A form was unloaded and is about to be destroyed: nobody may touch it or its controls later.
+    /// A form was unloaded and is about to be destroyed: it and its controls must not be used
+    /// later.
     Event<Form&> formGoing;
-    /// A timer starts anew, or stops.
+    /// A timer restarts, or stops.
     Event<Timer&> timerChanged;
-    /// What a hand started has failed with this exception; the box that tells so was shown.
+    /// An action of the user failed with this exception; its box has been shown.
     Event<const std::exception_ptr&> handlerFailed;
 
 private:
     friend class Control;
     friend class Form;
 
-    /// As long as one lives, a form that was unloaded stays.
+    /// While one exists, unloaded forms are not destroyed.
     class Running {
     public:
         explicit Running(FormSet& set) : set_(set) { ++set_.running_; }
@@ -117,7 +116,7 @@ private:
 
     [[nodiscard]] const Declared& find(std::string_view name) const;
     void moveToFront(Form& form);
-    /// A form is hidden or goes.
+    /// A form is hidden or unloaded.
     void leave(Form& form);
     void noteDirty(Control& control);
     void forget(Control& control);
@@ -132,7 +131,7 @@ private:
     std::vector<std::unique_ptr<Form>> gone_;
 };
 
-/// The place of one form, which is made when it is first touched.
+/// Holds one form, which is made on first access.
 template <typename T>
 class FormSlot {
 public:
@@ -147,7 +146,7 @@ public:
     FormSlot(const FormSlot&) = delete;
     FormSlot& operator=(const FormSlot&) = delete;
 
-    /// Once the form exists it is prepared, and then its Form_Load runs; both may touch it in turn.
+    /// Once the form exists it is prepared, and then its Form_Load runs; both may access it.
     T& touch() {
         if (!form_) {
             form_ = make_();

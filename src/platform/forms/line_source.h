@@ -5,7 +5,7 @@
 
 namespace bitlux::forms {
 
-/// The lines of a list, made when somebody looks at them.
+/// The lines of a list, made when they are displayed.
 class LineSource {
 public:
     virtual ~LineSource() = default;

@@ -10,7 +10,7 @@
 
 namespace bitlux::forms {
 
-/// Something to be called by name, with its arguments checked.
+/// A callable with a name, whose arguments are checked.
 struct Procedure {
     std::size_t arity;
     /// Takes `arity` arguments; raises Failure when one is of the wrong kind.
@@ -40,7 +40,7 @@ Procedure makeProcedure(std::function<R(Args...)> body) {
 
 } // namespace detail
 
-/// From anything that can be called in one way with values and gives one or nothing.
+/// Made from any callable without overloads that takes values and returns one or nothing.
 template <typename Body>
 Procedure makeProcedure(Body&& body) {
     return detail::makeProcedure(std::function(std::forward<Body>(body)));

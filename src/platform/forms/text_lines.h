@@ -8,7 +8,7 @@
 
 namespace bitlux::forms {
 
-/// Lines that are kept as text. Whoever changes them tells the lists that show them
+/// Lines that are stored as text. After a change the caller must notify the lists that show them
 /// (ListBox::linesChanged).
 class TextLines : public LineSource {
 public:

@@ -4,15 +4,15 @@
 
 namespace bitlux::forms {
 
-/// Runs its handler NAME_Timer again and again while it is enabled, `interval` milliseconds apart;
-/// with an interval of 0 never. The event loop drives it; FormSet::timerChanged tells when it
-/// starts anew or stops.
+/// Runs its handler NAME_Timer periodically while it is enabled, every `interval` milliseconds;
+/// never with an interval of 0. The event loop drives it; FormSet::timerChanged is raised when it
+/// restarts or stops.
 class Timer : public Control {
 public:
     Timer(Form& form, std::string name, int interval, bool enabled = false)
         : Control(form, Kind::Timer, std::move(name), {}), interval_(interval) {
         if (enabled)
-            enabledChanged(); // controls come enabled into the world
+            enabledChanged(); // controls are enabled at first
         else
             disable();
     }
@@ -25,8 +25,8 @@ public:
     }
     [[nodiscard]] bool runs() const { return enabled() && interval_ > 0; }
 
-    /// The interval is over; a failure of the handler ends in a box. A tick that comes while the
-    /// handler still runs, under a box of its own, is left out.
+    /// The interval is over; a failure of the handler ends in a box. A tick during its own handler,
+    /// for example under a box, is dropped.
     void fire();
 
 protected:

@@ -6,7 +6,7 @@
 
 namespace bitlux::forms {
 
-/// A name that no form, control, procedure or variable bears.
+/// A name that no form, control, procedure or variable has.
 class UnknownName : public std::runtime_error {
 public:
     UnknownName(const std::string& name, std::vector<std::string> nearOnes);

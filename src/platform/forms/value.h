@@ -12,11 +12,11 @@
 
 namespace bitlux::forms {
 
-/// What passes between a procedure or a variable of a form and whoever reaches it by name.
+/// An argument, a result or a variable of a form that is accessed by name.
 using Value = std::variant<std::monostate, bool, std::int64_t, double, std::string>;
 using Values = std::vector<Value>;
 
-/// Of one of these kinds; nothing is converted but a whole number to a floating one. All raise
+/// Of one of these kinds; the only conversion is from a whole number to a floating one. All raise
 /// Failure: Conversion for another kind, Overflow for a number beyond the limits.
 [[nodiscard]] bool truthIn(const Value& value);
 [[nodiscard]] std::int64_t wholeNumberIn(const Value& value, std::int64_t least,

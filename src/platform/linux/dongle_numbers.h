@@ -6,7 +6,7 @@
 
 namespace bitlux {
 
-/// The two numbers by which USB devices of one kind are told from others.
+/// The two numbers that identify a kind of USB device.
 struct UsbNumbers {
     std::uint16_t vendor = 0;
     std::uint16_t product = 0;
@@ -17,12 +17,12 @@ struct UsbNumbers {
 /// As "1234:abcd".
 std::string numbersText(const UsbNumbers& numbers);
 
-/// The numbers of devices that are dongles although they do not say so themselves: from the files
-/// dongles.conf, one `vvvv:pppp` in hexadecimal a line, remarks from `#` on.
+/// The numbers of devices that are dongles but do not identify themselves as such: from the files
+/// dongles.conf, one `vvvv:pppp` in hexadecimal per line, comments from `#` on.
 class DongleNumbers {
 public:
-    /// Reads the files in their order; one that does not exist counts as empty. A line that cannot
-    /// be read is left out and reported.
+    /// Reads the files in their order; one that does not exist counts as empty. An invalid line is
+    /// skipped and reported.
     explicit DongleNumbers(const std::vector<std::string>& fileNames);
 
     /// The files of this machine: the system's, then the user's.

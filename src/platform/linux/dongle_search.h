@@ -10,7 +10,7 @@
 
 namespace bitlux {
 
-/// Where a machine keeps what it knows of USB devices.
+/// Where a machine lists its USB devices.
 struct UsbPlaces {
     std::string devices = "/sys/bus/usb/devices"; ///< the kernel's list
     std::string nodes = "/dev/bus/usb";
@@ -18,15 +18,15 @@ struct UsbPlaces {
 };
 
 /// Finds the dongles among the devices. A candidate is one when its numbers are in the files, or
-/// when it names the device interface class itself; that it is asked once only.
+/// when it names the device interface class itself; it is queried for that only once.
 class DongleSearch {
 public:
-    /// With a serial number it finds the dongle that has it, and asks no other device.
+    /// With a serial number it finds the dongle that has it, and queries no other device.
     explicit DongleSearch(UsbPlaces places, std::string serial = {})
         : places_(std::move(places)), serial_(std::move(serial)) {}
 
-    /// All dongles there are, in the order of the kernel's list. A device that would have to be
-    /// asked, but may not be opened, is none.
+    /// All dongles, in the order of the kernel's list. A device that would have to be queried but
+    /// may not be opened is left out.
     std::vector<UsbCandidate> find(std::string_view deviceInterfaceClass);
 
     /// The device node of a candidate.

@@ -13,7 +13,7 @@ struct FileStart {
 };
 
 /// Reads at most `most` bytes, and never waits for a pipe or a device that has none. Files of the
-/// kernel fail with an error of their own when what they tell of goes away.
+/// kernel fail with an error of their own when the object they describe disappears.
 FileStart readFileStart(const std::string& fileName, std::size_t most);
 
 } // namespace bitlux

@@ -22,8 +22,8 @@ class LinuxHardware {
 public:
     explicit LinuxHardware(HardwareChoice choice = {});
 
-    /// Raises Failure, with what there is instead, unless what was chosen is there: PortUnusable
-    /// for a port, LinkFailed for a dongle.
+    /// Raises Failure, naming the alternatives, when the chosen port (PortUnusable) or dongle
+    /// (LinkFailed) does not exist.
     void demandChosen(std::string_view deviceInterfaceClass) const;
 
     [[nodiscard]] ParallelPort& port();

@@ -15,8 +15,8 @@ namespace bitlux {
 ///
 /// An access opens and claims the port that owns the address, and the port stays claimed until an
 /// access goes to another one or the object is destroyed. A port that was lost is opened again by
-/// the next access. Claiming sets the control register; when something was written to it before,
-/// that is written again. Direct access is never opened: the driver needs none.
+/// the next access. Claiming sets the control register; the value last written to it is then
+/// written again. Direct access is never opened: the driver needs none.
 class LinuxParallelPort : public ParallelPort {
 public:
     explicit LinuxParallelPort(std::string listFolder = "/proc/sys/dev/parport",
@@ -31,7 +31,7 @@ public:
     void complete() override;
 
 private:
-    /// `operation` takes the port and the offset of the address from its base.
+    /// `operation` receives the port and the offset of the address from its base.
     template <typename Operation>
     auto throughDriver(std::int16_t address, Operation operation);
     template <typename Operation>

@@ -12,8 +12,8 @@ namespace bitlux {
 
 class OpenDongle;
 
-/// The USB ports of a machine, reached through libusb. Nothing is opened before an endpoint asks,
-/// and between calls no thread, no watch and no open device node remains of a search.
+/// The USB ports of a machine, reached through libusb. Nothing is opened before an endpoint needs
+/// it. Between calls a search leaves no thread, no watch and no open device node.
 class LinuxUsbHost : public UsbHost {
 public:
     /// By default this machine's. With a serial number only the dongle that has it is found.
@@ -26,7 +26,7 @@ private:
 
     /// Counts the dongles, and keeps them for openDongle.
     int search(std::string_view deviceInterfaceClass);
-    /// One of those counted last; the endpoints that hold it at a time share it.
+    /// One of those counted last; endpoints that hold it at the same time share it.
     UsbStatus openDongle(int index, std::shared_ptr<OpenDongle>& dongle);
 
     struct Shared {

@@ -16,7 +16,7 @@ namespace bitlux {
 /// one thread.
 class OpenDongle {
 public:
-    /// Opens and claims; status() tells what came of it. `node` is as "/dev/bus/usb/001/004".
+    /// Opens and claims; status() is the result. `node` is as "/dev/bus/usb/001/004".
     OpenDongle(const std::string& node, UsbCandidate candidate);
     ~OpenDongle();
     OpenDongle(const OpenDongle&) = delete;
@@ -33,7 +33,7 @@ public:
     UsbStatus leaveConfiguration();
 
     UsbStatus clearHalt(std::uint8_t endpointAddress);
-    /// Whatever was under way, or has come and was not read, is gone. Stops reading and writing.
+    /// Pending and unread frames are lost. Stops reading and writing.
     UsbStatus reset();
 
     UsbStatus startReading(const UsbBuffers& buffers);

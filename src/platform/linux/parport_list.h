@@ -6,8 +6,8 @@
 
 namespace bitlux {
 
-/// The parallel ports that the kernel knows. Every question reads the list anew, so that a port
-/// whose driver is loaded later appears without a restart.
+/// The parallel ports that the kernel knows. Every query reads the list again, so that a port whose
+/// driver is loaded later appears without a restart.
 class ParportList {
 public:
     explicit ParportList(std::string folder = "/proc/sys/dev/parport");

@@ -10,11 +10,10 @@ namespace bitlux {
 /// One parallel port, held exclusively through the kernel's driver for user programs.
 ///
 /// Values are those of the hardware registers: the driver inverts nothing, so the inversion of
-/// control bits 0, 1 and 3 and of status bit 7 is left to the hardware. Three limits come with
-/// the driver: only control bits 0 to 3 are reached (4 and 5 are its own: interrupt and
-/// direction), the status cannot be written, and the control register reads back what was last
-/// written. Claiming a port sets its control register to 0x0C; the data lines keep whatever
-/// stood there.
+/// control bits 0, 1 and 3 and of status bit 7 is left to the hardware. Three limits come with the
+/// driver: only control bits 0 to 3 are reached (4 and 5 are its own: interrupt and direction), the
+/// status cannot be written, and the control register reads back what was last written. Claiming a
+/// port sets its control register to 0x0C; the data lines keep their levels.
 ///
 /// Raises Failure (PortUnusable) where the port cannot be opened or claimed, and when it is lost.
 class PpdevPort {
@@ -29,8 +28,8 @@ public:
     std::uint8_t read(int offset);
     /// Writes the register at an offset of 0 to 2 from the base; the status ignores it.
     void write(int offset, std::uint8_t value);
-    /// Fails when the port has been taken away, after which the driver goes on accepting everything
-    /// and answering zeros. Costs a look at the node.
+    /// Fails when the port has been removed; the driver would go on accepting everything and
+    /// returning zeros. Costs a stat of the node.
     void requirePresent() const;
 
 private:
@@ -46,7 +45,7 @@ private:
         int number_;
     };
 
-    /// Which file this is; another one may have come to its name.
+    /// Identity of the file; another one may have taken its name.
     struct Identity {
         dev_t device;
         ino_t number;

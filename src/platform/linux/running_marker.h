@@ -5,9 +5,8 @@
 
 namespace bitlux {
 
-/// A file "running-NAME" that is locked for as long as its owner lives. The lock goes with the
-/// process; the file stays when nobody was left to remove it, which is how a later process learns
-/// of the end.
+/// A file "running-NAME" that is locked for as long as its owner lives. The lock is released with
+/// the process. A file that was not removed tells a later process that its owner was killed.
 class RunningMarker {
 public:
     /// Makes one in a folder that exists; raises Failure (File) when it cannot.
@@ -19,11 +18,11 @@ public:
 
     /// No other marker in the folder has this name.
     [[nodiscard]] const std::string& name() const { return name_; }
-    /// The file stays, as if the process had been killed.
+    /// Leaves the file, as if the process had been killed.
     void leaveBehind() { leftBehind_ = true; }
 
-    /// The names of the markers in a folder whose owners have gone; the files are removed, so that
-    /// one process alone gets to know each. Those of others that live stay as they are.
+    /// The names of the markers in a folder whose owners have ended. Their files are removed, so
+    /// that only one process learns of each. Markers of running processes are not touched.
     static std::vector<std::string> takeLeft(const std::string& folder);
 
 private:

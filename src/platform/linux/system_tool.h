@@ -7,7 +7,7 @@
 
 namespace bitlux {
 
-/// The first of the known system information tools that stands in the search path.
+/// The first of the known system information tools that is in the search path.
 class LinuxSystemTool : public SystemInformation {
 public:
     [[nodiscard]] bool available() const override { return !command().empty(); }
@@ -17,8 +17,8 @@ public:
     [[nodiscard]] static std::vector<std::string> command();
 };
 
-/// Starts a program that goes its own way: it is no child of ours and inherits no open file but the
-/// standard ones. Raises Failure (File) when the system has no room for another process.
+/// Starts an independent program: it is not a child of ours and inherits only the standard files.
+/// Raises Failure (File) when the system cannot start another process.
 void startDetached(std::vector<std::string> command);
 
 } // namespace bitlux

@@ -17,24 +17,24 @@ namespace bitlux {
 /// thread is started: whatever happens on the device happens inside wait().
 class UsbConnection {
 public:
-    /// Opens a node such as "/dev/bus/usb/001/004"; status() tells what came of it.
+    /// Opens a node such as "/dev/bus/usb/001/004"; status() is the result.
     explicit UsbConnection(const std::string& node);
 
-    /// Success, or why the node could not be opened. Gone as soon as the device was found gone.
+    /// Success, or why the node could not be opened. Gone once the device was found to be gone.
     [[nodiscard]] UsbStatus status() const { return status_; }
     [[nodiscard]] libusb_device_handle* handle() const { return handle_.get(); }
 
-    /// What a result of libusb means here. Remembers that the device is gone.
+    /// Translates a result of libusb. Remembers that the device is gone.
     UsbStatus note(int result);
 
     /// Lets transfers complete; waits for one at most `microseconds`.
     UsbStatus wait(std::int64_t microseconds);
 
-    /// Keeps something until the device is closed: what the kernel may still want to write to.
+    /// Keeps something until the device is closed: memory that the kernel may still write to.
     void keepUntilClosed(std::shared_ptr<void> thing) { kept_.push_back(std::move(thing)); }
 
-    /// Puts a question on the control pipe; waits a tenth of a second at most. Success, Failed when
-    /// the device refuses it, Gone, or NothingRead when it may yet answer another time.
+    /// Sends a request on the control pipe; the time-out is a tenth of a second. Success, Failed
+    /// when the device refuses it, Gone, or NothingRead when it may answer a later request.
     UsbStatus ask(const ControlQuestion& question, std::vector<std::uint8_t>& answer);
     /// The version of USB that the device claims to follow, as 0x0201.
     [[nodiscard]] std::uint16_t usbVersion() const;

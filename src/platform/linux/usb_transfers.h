@@ -16,8 +16,7 @@ struct UsbPipe {
     libusb_transfer_type type = LIBUSB_TRANSFER_TYPE_BULK;
 };
 
-/// The buffer of one frame, which travels on a pipe again and again. It may only go when it is not
-/// under way.
+/// The buffer of one frame, which is reused. It may only be destroyed when it is not submitted.
 class UsbTransfer {
 public:
     UsbTransfer(libusb_device_handle* handle, const UsbPipe& pipe);
@@ -28,8 +27,8 @@ public:
     int submit();
     void cancel();
     [[nodiscard]] bool isUnderWay() const { return underWay_; }
-    /// How it ended, once it is no longer under way: Success with a whole frame, NoFrame with less
-    /// or with too much, NothingRead when called back, Gone, or Failed.
+    /// The result once it has completed: Success with a whole frame, NoFrame with fewer or more
+    /// bytes, NothingRead when cancelled, Gone, or Failed.
     [[nodiscard]] UsbStatus outcome() const;
     /// Whether it Failed because the pipe is halted.
     [[nodiscard]] bool isStalled() const { return transfer_->status == LIBUSB_TRANSFER_STALL; }
@@ -45,12 +44,12 @@ private:
     bool underWay_ = false;
 };
 
-/// The buffers of one pipe. They go round: a pipe ends them in the order in which they were
-/// submitted, so the oldest in use is always the next to look at.
+/// The buffers of one pipe, used as a ring: a pipe completes them in the order in which they were
+/// submitted, so the oldest in use is always the next to check.
 class UsbTransfers {
 public:
     UsbTransfers(UsbConnection& connection, const UsbPipe& pipe, int count);
-    /// Calls back what is under way.
+    /// Cancels what is submitted.
     ~UsbTransfers();
     UsbTransfers(const UsbTransfers&) = delete;
     UsbTransfers& operator=(const UsbTransfers&) = delete;
@@ -59,14 +58,14 @@ public:
     UsbTransfer* idle();
     /// Submits the idle buffer, which then is in use.
     UsbStatus submit();
-    /// The oldest buffer in use if it has ended, else null. It stays in use until it is taken.
+    /// The oldest buffer in use if it has completed, else null. It stays in use until it is taken.
     UsbTransfer* ended();
     void take();
 
-    /// Calls back all that are under way, and waits until they have ended, one way or the other.
-    /// False when one has not after a second.
+    /// Cancels all submitted buffers, and waits until they have completed. False when one has not
+    /// after a second.
     bool callBack();
-    /// Calls back, and clears a halt of the pipe.
+    /// Cancels, and clears a halt of the pipe.
     UsbStatus clearHalt();
 
 private:
