@@ -6,9 +6,9 @@ namespace bitlux::gui {
 
 WorkTitle::WorkTitle(Program& program, QWidget& window)
     : form_(program.mainForm()), session_(program.session()), window_(window) {
-    constexpr int pause = 1000; // milliseconds between two looks at a large configuration
     later_.setSingleShot(true);
-    later_.setInterval(pause);
+    later_.setParent(&window); // for those who look for it by its name
+    later_.setObjectName("workTitle");
     connect(&later_, &QTimer::timeout, this, [this] { showChanged(); });
     form_.unsaved.compareFromNow();
 }
@@ -25,10 +25,8 @@ void WorkTitle::follow() {
     name.replace("[*]", "[*][*]"); // the toolkit's mark of a changed file
     window_.setWindowTitle(name.isEmpty() ? QString("%1[*]").arg(applicationTitle)
                                           : QString("%1[*] - %2").arg(name, applicationTitle));
-    if (!form_.unsaved.isLarge())
-        showChanged();
-    else if (!later_.isActive())
-        later_.start();
+    if (!later_.isActive())
+        later_.start(form_.unsaved.isLarge() ? longPause : shortPause);
 }
 
 void WorkTitle::showChanged() {

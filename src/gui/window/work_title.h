@@ -8,10 +8,12 @@
 
 namespace bitlux::gui {
 
-/// The title of the main window: the file in use, and a star while something differs from it. A
-/// configuration that is large is compared once a second at most.
+/// The title of the main window: the file in use, and soon a star when something differs from it.
 class WorkTitle : public QObject {
 public:
+    static constexpr int shortPause = 100; ///< milliseconds from a change to the star
+    static constexpr int longPause = 1000; ///< of a large configuration
+
     /// From now on what there is counts as saved. Both outlive it.
     WorkTitle(Program& program, QWidget& window);
 
