@@ -5,6 +5,7 @@
 #include "chips/chip_reader.h"
 #include "panels/common/panel_form.h"
 #include "window_bench.h"
+#include "window_checks.h"
 
 #include <set>
 #include <string>
@@ -173,20 +174,10 @@ struct DescribedPanel : WindowBench {
         }
     }
 
-    /// The names of what the tabulator key reaches, once around.
-    std::vector<QWidget*> walk() {
-        std::vector<QWidget*> reached;
-        std::set<QWidget*> seen;
-        QWidget* at = &widget<QTabBar>(QString::fromStdString(form().outerTabs.fullName()));
-        for (at->setFocus(); seen.insert(at).second; at = panel->focusWidget()) {
-            reached.push_back(at);
-            QTest::keyClick(at, Qt::Key_Tab);
-        }
-        return reached;
-    }
     std::string walked() {
+        widget<QTabBar>(QString::fromStdString(form().outerTabs.fullName())).setFocus();
         QStringList names;
-        for (const QWidget* widget : walk())
+        for (const QWidget* widget : tabWalk(*panel))
             names << widget->objectName().section('.', 1);
         return names.join(' ').toStdString();
     }
@@ -201,16 +192,7 @@ struct DescribedPanel : WindowBench {
 TEST(DescribedPanel, HasEveryControlInReachOfTheKeyboard) {
     for (const char* text : {lamp, wide}) {
         DescribedPanel bench(text);
-        bench.lookAtPages([&bench] {
-            const std::vector<QWidget*> reached = bench.walk();
-            for (QWidget* widget : bench.panel->findChildren<QWidget*>())
-                if (!widget->objectName().isEmpty() && widget->isVisibleTo(bench.panel) &&
-                    widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus) != 0 &&
-                    widget->focusProxy() == nullptr && widget->objectName().contains('.')) {
-                    EXPECT_TRUE(std::count(reached.begin(), reached.end(), widget) == 1)
-                        << widget->objectName().toStdString();
-                }
-        });
+        bench.lookAtPages([&bench] { expectReached("chip", *bench.panel); });
         for (const forms::Control* control : bench.form().controls()) {
             const bool isSpare = control->fullName() == "Panel_wide.Val_loop(2)";
             EXPECT_EQ(bench.window.binder().isLeftOut(*control), isSpare) << control->fullName();

@@ -70,16 +70,14 @@ TEST(Zt72516Sequence, TakesValuesAsDecimalNumbers) {
 }
 
 TEST(Zt72516Sequence, EndsAtANumberBeyondItsRange) {
-    struct Case {
-        const char* command;
-        const char* value;
-    };
-    for (const Case& c : {Case{"Init Reg Write", "4300000000"}, Case{"SGWU Reg Write", "4E000010"},
-                          Case{"LIN23 Reg Write", "4D001234"}, Case{"Wait", "9999999999"}}) {
+    for (const auto& [command, value] : {std::pair{"Init Reg Write", "4300000000"},
+                                         {"SGWU Reg Write", "4E000010"},
+                                         {"LIN23 Reg Write", "4D001234"},
+                                         {"Wait", "9999999999"}}) {
         Bench bench;
-        EXPECT_EQ(bench.run({{"TIMER Reg Read", ""}, {c.command, c.value}, {"TIMER Reg Read", ""}}),
+        EXPECT_EQ(bench.run({{"TIMER Reg Read", ""}, {command, value}, {"TIMER Reg Read", ""}}),
                   "05000000")
-            << c.value;
+            << value;
         EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Row 2: Overflow"});
         EXPECT_TRUE(bench.on<forms::Button>("Cm_Run_Seq").enabled());
     }
@@ -147,7 +145,7 @@ TEST(Zt72516Sequence, GoesOnBesideAPanelThatIsNoLongerInFrontAndWithoutADongle) 
     Bench bench;
     bench.loop.atTurn(1, [&] { bench.program.forms().activate("frmMain"); });
     EXPECT_EQ(bench.run({{"INT Request", ""}, {"INT Request", ""}, {"TIMER Reg Write", "1"}}),
-              "48000100 00010000:24 00000100:24")
+              "48000100 000100:24 000001:24")
         << "what travels has the length that was applied";
     EXPECT_EQ(bench.session().ZT72516PanelActive, 0);
     bench.program.forms().activate("ZT72516");
@@ -216,30 +214,27 @@ TEST(Zt72516SequenceFile, HasTheseBytes) {
 }
 
 TEST(Zt72516SequenceFile, IsReadFieldByFieldAsFarAsItGoes) {
-    struct Case {
-        std::string content;
-        const char* commands;
-        const char* values;
-    };
+    using Case = std::tuple<std::string, const char*, const char*>;
     const std::string head = "Command\tValue\r\nCommands\tValue\t\r\n";
     std::string many = head;
     for (int line = 1; line <= 1005; ++line)
         many += fmt::format("{}\t\t\r\n", line);
     const TemporaryFolder folder;
-    for (const Case& c : {Case{head + "A\t1\t\r\n", "Commands|A", "Value|1"},
-                          Case{head + "A\t1\t,B\t2\t\r\nC\t3\t", "Commands|A|B|C", "Value|1|2|3"},
-                          Case{head + "A,\t1\t\r\nC\t3\t\r\n", "Commands", "Value"},
-                          Case{head + "\"A,B\t1\t\" x,C\t2\t\r\n", "Commands|A,B|C", "Value|1|2"},
-                          Case{head + "A\t1\t\r\nB\t2\r\nC\t3\t\r\n", "Commands|A", "Value|1"},
-                          Case{"x\r\nA\t1\t\r\n", "A", "1"}, Case{"x\r\n", "", ""},
-                          Case{head + "\xB5\t\t\r\n", "Commands|µ", "Value|"},
-                          Case{"", "Commands|old", "Value in Hex (data only)|"}}) {
+    for (const auto& [content, commands, values] :
+         {Case{head + "A\t1\t\r\n", "Commands|A", "Value|1"},
+          Case{head + "A\t1\t,B\t2\t\r\nC\t3\t", "Commands|A|B|C", "Value|1|2|3"},
+          Case{head + "A,\t1\t\r\nC\t3\t\r\n", "Commands", "Value"},
+          Case{head + "\"A,B\t1\t\" x,C\t2\t\r\n", "Commands|A,B|C", "Value|1|2"},
+          Case{head + "A\t1\t\r\nB\t2\r\nC\t3\t\r\n", "Commands|A", "Value|1"},
+          Case{"x\r\nA\t1\t\r\n", "A", "1"}, Case{"x\r\n", "", ""},
+          Case{head + "\xB5\t\t\r\n", "Commands|µ", "Value|"},
+          Case{"", "Commands|old", "Value in Hex (data only)|"}}) {
         Bench bench;
         bench.fill({{"old", ""}});
-        bench.fileDialogs.answer(folder.write("Sequence.txt", c.content));
+        bench.fileDialogs.answer(folder.write("Sequence.txt", content));
         bench.press("Cm_LOAD_Seq");
-        EXPECT_EQ(bench.column("List_Commands"), c.commands) << c.content;
-        EXPECT_EQ(bench.column("List_Value"), c.values) << c.content;
+        EXPECT_EQ(bench.column("List_Commands"), commands) << content;
+        EXPECT_EQ(bench.column("List_Value"), values) << content;
         EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
     }
     Bench bench;

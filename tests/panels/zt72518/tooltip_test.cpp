@@ -1,9 +1,7 @@
-#include "sequencer_bench.h"
+#include "panels/panel_bench.h"
 
 #include <set>
 #include <sstream>
-
-#include <gtest/gtest.h>
 
 namespace bitlux::test {
 namespace {
@@ -23,7 +21,7 @@ std::set<std::string> highBytes(const std::string& sent) {
 }
 
 /// Presses whatever can be pressed; the number of buttons that sent words.
-int pressAll(SequencerBench& bench, const std::string& form) {
+int pressAll(PanelBench& bench, const std::string& form) {
     int sending = 0;
     for (forms::Control* control : bench.program.forms().form(form).controls()) {
         auto* button = dynamic_cast<forms::Button*>(control);
@@ -45,14 +43,14 @@ int pressAll(SequencerBench& bench, const std::string& form) {
 }
 
 TEST(Tooltips, TellTheWordsOfEveryButton) {
-    SequencerBench bench;
+    PanelBench bench;
     EXPECT_GT(pressAll(bench, "ZT72518"), 70);
     bench.program.forms().show("TestMode");
     EXPECT_GT(pressAll(bench, "TestMode"), 15);
 }
 
 TEST(Tooltips, TellTheBitsOfEveryChoice) {
-    SequencerBench bench;
+    PanelBench bench;
     const auto control = [&](const char* name) -> forms::Control& {
         return bench.panel().control(name);
     };
