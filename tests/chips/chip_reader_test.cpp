@@ -177,18 +177,10 @@ TEST(ChipReader, TellsPlaceFaultAndAdvice) {
         {"bits = 11", "bits = 11\ngate = \"Lamp_Brightness(1)\"",
          "18:1: Lamp_Brightness(1) is no box. Name one."},
         // names
-        {"title = \"Time\"", "title = \"LAMP\"",
-         "21:1: the control LAMP_W(0) is there as Lamp_W already, by line 10. Give it another "
-         "name, or another title when it has none.\n"
+        {"title = \"Time\"", "title = \"LAMP\"\naccess = \"write only\"\nrow = \"\"",
          "21:1: the control Cm_LAMP_W is there as Cm_Lamp_W already, by line 10. Give it another "
          "name, or another title when it has none.\n"
          "21:1: the control Seq_LAMP_W is there as Seq_Lamp_W already, by line 10. Give it another "
-         "name, or another title when it has none.\n"
-         "21:1: the control LAMP_R(0) is there as Lamp_R already, by line 10. Give it another "
-         "name, or another title when it has none.\n"
-         "21:1: the control Cm_LAMP_R is there as Cm_Lamp_R already, by line 10. Give it another "
-         "name, or another title when it has none.\n"
-         "21:1: the control Seq_LAMP_R is there as Seq_Lamp_R already, by line 10. Give it another "
          "name, or another title when it has none."},
         {"width = 4", "width = 4\nrow = \"Seq_Lamp_W\"",
          "21:1: the control Seq_Lamp_W(0) is there already, by line 10. Give it another name, or "

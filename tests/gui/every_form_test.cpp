@@ -2,7 +2,6 @@
 // the order of reading, with a name and an access key of its own, and readable on a small screen.
 
 #include "gui/bench/bench_view.h"
-#include "panels/common/panel_form.h"
 #include "window_bench.h"
 #include "window_checks.h"
 
@@ -16,20 +15,14 @@ namespace {
 struct Tour : WindowBench {
     Tour() : WindowBench("zt72518d") { gui::addBench(window, bench, "zt72518d"); }
 
-    QDialog& dialog(const std::string& form) {
-        settle();
-        for (QDialog* any : window.findChildren<QDialog*>())
-            if (any->windowTitle().toStdString() == program.forms().form(form).caption())
-                return *any;
-        throw std::runtime_error("no window of " + form);
-    }
-    void look(const std::string& where, QWidget& shown) {
+    void look(const std::string& where, QWidget& shown, int jumpsBack = 0) {
         settle(); // makes a page that is looked at for the first time
         settle();
-        expectReached(where, shown, jumps.contains(where) ? jumps.at(where) : 0);
+        expectReached(where, shown, jumps.contains(where) ? jumps.at(where) : jumpsBack);
         expectKeysApart(where, shown);
     }
-    void lookAtMain(const std::string& where) { look(where, window); }
+    /// Beside the pages stand the bench, and buttons for scrolling the tabs.
+    void lookAtMain(const std::string& where) { look(where, window, 2); }
     void lookAtPanel(const std::string& where, QWidget& shown) {
         shown.resize(1024, 600);
         look(where, shown);
@@ -39,8 +32,10 @@ struct Tour : WindowBench {
     }
 
     /// Ways back within a page: where it is drawn as a diagram, where options stand before a field.
-    const std::map<std::string, int> jumps{
-        {"zt72518, 2, 1", 3}, {"zt72516, 2, 1", 2}, {"zt72537, 1, 6", 1}};
+    const std::map<std::string, int> jumps{{"frmConfigureSPI, page 2", 1},
+                                           {"zt72518, 2, 1", 3},
+                                           {"zt72516, 2, 1", 2},
+                                           {"zt72537, 1, 6", 1}};
 
     void pages() {
         auto& tabs = get<forms::TabStrip>("frmMain.TabStripMain");
@@ -77,10 +72,10 @@ struct Tour : WindowBench {
         choose("frmMain.itemAbout");
         choose("frmMain.itemPortOptions");
         for (const char* form : {"frmSaveBatch", "frmAddWait", "frmAbout"})
-            look(form, dialog(form));
+            look(form, *dialog(form));
         for (int page = 1; page <= 4; ++page) {
             get<forms::TabStrip>("frmConfigureSPI.TabStripConfig").click(page);
-            look("frmConfigureSPI, page " + std::to_string(page), dialog("frmConfigureSPI"));
+            look("frmConfigureSPI, page " + std::to_string(page), *dialog("frmConfigureSPI"));
         }
     }
     void panel(const std::string& chip) {
@@ -89,19 +84,14 @@ struct Tour : WindowBench {
             for (const char* choice : {"vb_otp(0)", "opt_vb(0)", "opt_vb(1)"})
                 panel.control(choice).show();
         program.forms().show(panel.name());
-        for (int page = panel.outerTabs.count(); page > 0; --page) {
-            panel.outerTabs.click(page);
-            const int inner = panel.shows("registers") ? panel.registerTabs.count() : 1;
-            for (int tab = 1; tab <= inner; ++tab) {
-                if (panel.shows("registers"))
-                    panel.registerTabs.click(tab);
-                const std::string where = fmt::format("{}, {}, {}", chip, page, tab);
-                if (chip == "zt72518")
-                    look(where, dialog(panel.name()));
-                else
-                    lookAtPanel(where, dialog(panel.name()));
-            }
-        }
+        forEachPage(panel, [&](int page, int tab) {
+            settle();
+            const std::string where = fmt::format("{}, {}, {}", chip, page, tab);
+            if (chip == "zt72518")
+                look(where, *dialog(panel.name()));
+            else
+                lookAtPanel(where, *dialog(panel.name()));
+        });
     }
 };
 
@@ -113,7 +103,7 @@ TEST(EveryForm, IsWorkedByTheKeyboardAndHasAWidgetForEveryControl) {
         tour.panel(chip);
     for (const char* form : {"TestMode", "ZT72516ReadFlags", "ZT72516TestMode"}) {
         tour.program.forms().show(form);
-        tour.lookAtPanel(form, tour.dialog(form));
+        tour.lookAtPanel(form, *tour.dialog(form));
     }
     std::set<std::string> controls;
     for (const std::string& name : tour.program.forms().names())

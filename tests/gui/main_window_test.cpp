@@ -25,21 +25,6 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-TEST(MainWindow, SendsWhatIsTypedOnEnter) {
-    WindowBench bench;
-    bench.configure("16");
-    bench.settle();
-    bench.type("frmMain.txtHexWordToSend", "a5c3");
-    QTest::keyClick(&bench.widget<QLineEdit>("frmMain.txtHexWordToSend"), Qt::Key_Return);
-    bench.settle();
-    EXPECT_EQ(bench.widget<QLabel>("frmMain.lblHexWordReceived").text(), "A5C3");
-    EXPECT_TRUE(bench.widget<QLabel>("frmMain.lblHexWordReceived").isVisible());
-    auto& log = bench.widget<gui::LogView>("frmMain.lstSessionLogSingle");
-    EXPECT_EQ(log.count(), 5);
-    EXPECT_EQ(log.line(3), "  A5C3");
-    EXPECT_EQ(log.current(), 4);
-}
-
 TEST(WordEntry, TakesWordAfterWordAsPeopleWriteThem) {
     WindowBench bench;
     bench.configure("16");

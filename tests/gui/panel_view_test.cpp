@@ -17,15 +17,8 @@ namespace bitlux::test {
 namespace {
 
 /// The panel's window with a model of the chip behind the dongle.
-struct PanelBench : WindowBench {
-    PanelBench() : WindowBench("zt72518d") {
-        bench.dongle.plug();
-        program.mainForm().call("Start_USB");
-        program.forms().show("ZT72518");
-        panel = window.findChild<QDialog*>();
-        panel->activateWindow();
-        settle();
-    }
+struct PanelBench : PanelWindow {
+    PanelBench() : PanelWindow("zt72518d", "ZT72518") {}
 
     void choose(const char* tabs, int tab) {
         widget<QTabBar>(tabs).setCurrentIndex(tab - 1);
@@ -34,8 +27,6 @@ struct PanelBench : WindowBench {
     QColor color(const QString& label) {
         return widget<QLabel>(label).palette().color(QPalette::Window);
     }
-
-    QPointer<QDialog> panel;
 };
 
 const QColor lit(0xC0, 0xFF, 0xFF);

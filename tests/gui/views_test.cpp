@@ -4,8 +4,6 @@
 #include "gui/desktop/theme.h"
 #include "platform/failure.h"
 
-#include <set>
-
 #include <QDialog>
 #include <QTreeWidget>
 
@@ -54,37 +52,31 @@ TEST(ConfigureView, BringsTheDialogToTheHand) {
 }
 
 TEST(ConfigureView, IsWalkedThroughWithTheKeyboardAlone) {
-    for (const bool onDongle : {false, true}) {
-        WindowBench bench;
-        if (onDongle) {
-            bench.dongle.plug();
-            bench.program.mainForm().call("Start_USB");
-        }
-        bench.choose("frmMain.itemPortOptions");
-        bench.settle();
-        auto& dialog = *bench.window.findChild<QDialog*>();
-        auto& tabs = bench.widget<QTabBar>("frmConfigureSPI.TabStripConfig");
-        const auto focused = [&dialog] {
-            return dialog.focusWidget()->objectName().section('.', 1).toStdString();
-        };
-        EXPECT_EQ(focused(), "txtPartName");
-        QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
-        bench.settle();
-        bench.settle();
-        EXPECT_EQ(focused(), "optMSBfirst");
-        QTest::keyClick(dialog.focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
-        bench.settle();
-        tabs.setFocus();
-        QTest::keyClick(&tabs, Qt::Key_Backtab);
-        EXPECT_EQ(focused(), "cmdApply") << "the tabs come first, the buttons last";
-        tabs.setFocus();
-        QTest::keyClick(&tabs, Qt::Key_Right);
-        EXPECT_EQ(bench.session().ConfigTab, 2);
-        bench.program.dialog().txtPartName.setText("Other");
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        EXPECT_FALSE(bench.program.dialog().visible());
-        EXPECT_EQ(bench.program.dialog().txtPartName.text(), "Generic");
-    }
+    WindowBench bench;
+    bench.choose("frmMain.itemPortOptions");
+    bench.settle();
+    auto& dialog = *bench.window.findChild<QDialog*>();
+    auto& tabs = bench.widget<QTabBar>("frmConfigureSPI.TabStripConfig");
+    const auto focused = [&dialog] {
+        return dialog.focusWidget()->objectName().section('.', 1).toStdString();
+    };
+    EXPECT_EQ(focused(), "txtPartName");
+    QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+    bench.settle();
+    bench.settle();
+    EXPECT_EQ(focused(), "optMSBfirst");
+    QTest::keyClick(dialog.focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
+    bench.settle();
+    tabs.setFocus();
+    QTest::keyClick(&tabs, Qt::Key_Backtab);
+    EXPECT_EQ(focused(), "cmdApply") << "the tabs come first, the buttons last";
+    tabs.setFocus();
+    QTest::keyClick(&tabs, Qt::Key_Right);
+    EXPECT_EQ(bench.session().ConfigTab, 2);
+    bench.program.dialog().txtPartName.setText("Other");
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_FALSE(bench.program.dialog().visible());
+    EXPECT_EQ(bench.program.dialog().txtPartName.text(), "Generic");
 }
 
 TEST(ConfigureView, StaysOpenWhenApplyRefuses) {

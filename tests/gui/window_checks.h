@@ -2,6 +2,7 @@
 
 #include "gui/panels/bit_row.h"
 #include "gui/panels/choice_option.h"
+#include "panels/common/panel_form.h"
 
 #include <algorithm>
 #include <map>
@@ -32,6 +33,20 @@ std::vector<Widget*> inSight(const QWidget& window) {
         if (auto* wanted = dynamic_cast<Widget*>(any); wanted != nullptr && any->isVisible())
             all.push_back(wanted);
     return all;
+}
+
+/// Turns to every page of a panel; `look` is handed the number of the page and of the tab in it.
+template <typename Look>
+void forEachPage(PanelForm& panel, Look look) {
+    for (int page = panel.outerTabs.count(); page > 0; --page) {
+        panel.outerTabs.click(page);
+        const int inner = panel.shows("registers") ? panel.registerTabs.count() : 1;
+        for (int tab = 1; tab <= inner; ++tab) {
+            if (panel.shows("registers"))
+                panel.registerTabs.click(tab);
+            look(page, tab);
+        }
+    }
 }
 
 /// What the tabulator key reaches, once around.

@@ -11,28 +11,8 @@
 namespace bitlux::test {
 namespace {
 
-/// The panel of the ZT72516 in its window, and the forms beside it, with a model of the chip.
-struct WideBench : WindowBench {
-    WideBench() : WindowBench("zt72516") {
-        bench.dongle.plug();
-        program.mainForm().call("Start_USB");
-        program.forms().show("ZT72516");
-        panel = dialog("ZT72516");
-        panel->activateWindow();
-        settle();
-    }
-
-    QDialog* dialog(const char* form) {
-        for (QDialog* any : window.findChildren<QDialog*>())
-            if (any->windowTitle().toStdString() == program.forms().form(form).caption())
-                return any;
-        return nullptr;
-    }
-    QDialog* panel = nullptr;
-};
-
 TEST(Zt72516View, TurnsItsPagesByTheArrows) {
-    WideBench bench;
+    PanelWindow bench("zt72516", "ZT72516");
     auto& tabs = bench.widget<QTabBar>("ZT72516.RegisterTabs");
     tabs.setFocus();
     for (int page = 1; page < 20; ++page)
@@ -48,7 +28,7 @@ TEST(Zt72516View, TurnsItsPagesByTheArrows) {
 }
 
 TEST(Zt72516View, HidesAFormBesideThePanelWhenItsWindowIsClosed) {
-    WideBench bench;
+    PanelWindow bench("zt72516", "ZT72516");
     bench.press("ZT72516.Btn_Read_Flags");
     QDialog& flags = *bench.dialog("ZT72516ReadFlags");
     bench.press("ZT72516ReadFlags.Btn_Read_All_Flags");

@@ -2,7 +2,7 @@
 
 #include "bench.h"
 
-#include "bench/chosen_marker_files.h"
+#include "panels/marked_bench.h"
 
 namespace bitlux::test::zt72516 {
 namespace {
@@ -85,20 +85,12 @@ TEST(Zt72516Choices, AreOneWayAndTakeTextsFromAList) {
 
 TEST(Zt72516Marker, BringsTestFunctionsAndTheTestForm) {
     for (const bool there : {false, true}) {
-        VirtualClock clock;
-        VirtualBench hardware(clock, makeDevice("loopback"));
-        ScriptedDesk desk(clock);
-        const ChosenMarkerFiles markers(there ? Texts{"72516tm.txt"} : Texts{});
-        Hardware parts = hardware.hardware();
-        parts.markers = &markers;
-        Program program(parts, desk.desk());
-        program.Main();
-        program.forms().show("ZT72516");
-        auto& list = program.forms().get<forms::ComboBox>("ZT72516.Combo_Dev_Selection");
+        MarkedBench bench("ZT72516", there ? Texts{"72516tm.txt"} : Texts{});
+        auto& list = bench.on<forms::ComboBox>("Combo_Dev_Selection");
         EXPECT_EQ(list.items().size(), there ? 45U : 20U);
-        EXPECT_EQ(program.forms().control("ZT72516.Btn_Test_Mode").visible(), there);
+        EXPECT_EQ(bench.on("Btn_Test_Mode").visible(), there);
         list.edit("Vcp divided by 5");
-        const LabelRow& row = program.panels().touch("zt72516").pageControls.row("AMUX_Reg");
+        const LabelRow& row = bench.program.panels().touch("zt72516").pageControls.row("AMUX_Reg");
         EXPECT_EQ(row.value(), 44U << 3) << "a text that is typed counts all the same";
         if (there) {
             EXPECT_EQ(list.items().back(), "Vcp divided by 5");

@@ -85,6 +85,18 @@ TEST(Choices, TellTheSameOnTheirTwins) {
     EXPECT_TRUE(bench.on<forms::OptionButton>("R_Init_Misc(4)").visible());
 }
 
+TEST(Choices, TellTheirBitsInTooltips) {
+    PanelBench bench;
+    EXPECT_EQ(bench.control("R_MUX(5)").tooltip(), "[7:5] = 101");
+    EXPECT_EQ(bench.control("R_Init_Vreg(2)").tooltip(), "[4:3] = 00");
+    EXPECT_EQ(bench.control("R_Init_Wd(6)").tooltip(), "[4] = 1");
+    EXPECT_EQ(bench.control("Ch_Init_Wdog(1)").tooltip(), "[7]");
+    EXPECT_EQ(bench.on<forms::Frame>("init_vreg_frame(1)").caption(),
+              "VDD low reset duration [4:3]");
+    EXPECT_EQ(bench.control("Cm_ReadAll_Rh").tooltip(),
+              "0x1D80, 0x2180, 0x2380, 0x2580, 0x2780, 0x2980");
+}
+
 TEST(Choices, OfLowPowerModesMakeTheirWords) {
     PanelBench bench;
     bench.control("Mode_Rm_W(1)").click();

@@ -1,5 +1,4 @@
-#include "bench/chosen_marker_files.h"
-#include "panels/panel_bench.h"
+#include "panels/marked_bench.h"
 
 #include <map>
 #include <tuple>
@@ -119,16 +118,6 @@ TEST(Panel, AsksForItsSequenceWhereThatIsShown) {
     }
 }
 
-TEST(Panel, StaysWhenItsSequenceCannotBeSaved) {
-    PanelBench bench;
-    bench.on<forms::TabStrip>("tab_518(0)").click(1);
-    bench.boxes.answer(MessageBox::Answer::Yes);
-    bench.fileDialogs.answer("/nowhere/a.txt");
-    EXPECT_THROW(bench.program.forms().unload("ZT72518"), Failure);
-    EXPECT_TRUE(bench.program.forms().isVisible("ZT72518"));
-    EXPECT_EQ(bench.session().ZT72518PanelActive, 1);
-}
-
 TEST(Panel, SendsNothingWhileItsWordsCannotGoOutAsTheChipWantsThem) {
     PanelBench bench;
     bench.session().MSBFirst = ConstOff;
@@ -138,15 +127,6 @@ TEST(Panel, SendsNothingWhileItsWordsCannotGoOutAsTheChipWantsThem) {
                                              "first. Nothing was sent."});
     bench.session().MSBFirst = ConstOn;
     EXPECT_EQ(bench.effectsOf("Cm_Mux_Rl"), "0100");
-}
-
-TEST(Panel, OpensFromItsTab) {
-    TestBench bench;
-    bench.get<forms::CheckBox>("frmConfigureSPI.CheckEnable72518").setValue(1);
-    bench.program.dialog().cmdApply_Click();
-    bench.program.mainForm().tabs.TabStripMain.click(3);
-    EXPECT_TRUE(bench.program.panels().touch("zt72518").visible());
-    EXPECT_EQ(bench.session().SPIType, 2);
 }
 
 /// All disabled controls, elements of an array that are not all disabled with their indices.
@@ -225,32 +205,9 @@ TEST(Variants, DisableTheirControlsAndRenameTheirBits) {
     }
 }
 
-/// A program whose folder of markers has the panel's file, or has not.
-struct MarkedBench {
-    explicit MarkedBench(const std::vector<std::string>& files) : markers(files) {
-        program.Main();
-        program.forms().show("ZT72518");
-    }
-    Hardware hardware() {
-        Hardware all = bench.hardware();
-        all.markers = &markers;
-        return all;
-    }
-    template <typename T = forms::Control>
-    T& on(const std::string& control) {
-        return program.forms().get<T>(fmt::format("ZT72518.{}", control));
-    }
-
-    VirtualClock clock;
-    VirtualBench bench{clock, makeDevice("none")};
-    ScriptedDesk desk{clock};
-    ChosenMarkerFiles markers;
-    Program program{hardware(), desk.desk()};
-};
-
 TEST(Variants, OfferTheDonglesVersionWhereTheMarkerFileIs) {
     for (const bool there : {false, true}) {
-        MarkedBench bench(there ? Texts{"72518vbOPT.TXT"} : Texts{"72518VBopt.tx"});
+        MarkedBench bench("ZT72518", there ? Texts{"72518vbOPT.TXT"} : Texts{"72518VBopt.tx"});
         for (const char* control : {"vb_otp(0)", "opt_vb(0)", "opt_vb(1)"})
             EXPECT_EQ(bench.on(control).visible(), there) << control;
         for (const char* control : {"vb_otp(1)", "opt_vb(2)", "opt_vb(7)"})
@@ -266,7 +223,7 @@ TEST(Variants, OfferTheDonglesVersionWhereTheMarkerFileIs) {
 }
 
 TEST(Variants, HideWhatTheOriginalDongleCannotDo) {
-    MarkedBench bench({"72518VBopt.txt"});
+    MarkedBench bench("ZT72518", {"72518VBopt.txt"});
     const auto shown = [&] {
         std::string marks;
         for (const char* control : {"frame_Condition(0)", "frame_Condition(1)", "wd_aff(4)",

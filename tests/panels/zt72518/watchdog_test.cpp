@@ -51,20 +51,6 @@ TEST(Watchdog, StartsAndStopsByItsButtons) {
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
 }
 
-TEST(Watchdog, StoresWhatItsButtonsSend) {
-    WatchdogBench bench;
-    const TemporaryFolder folder;
-    bench.configure();
-    bench.fileDialogs.answer(folder.path("a.txt"));
-    bench.tick("read_auto(39)");
-    for (const int button : {0, 2, 4, 6, 12, 1})
-        bench.after(button);
-    EXPECT_EQ(contentOf(folder.path("a.txt")),
-              "Command\tValue\r\nCommands\tValue in Hexa\t\r\nEnhanced 4\t500ms\t\r\n"
-              "Stop Watchdog\t\t\r\nStart Watchdog Current\t\t\r\nStop Watchdog Current\t\t\r\n"
-              "One Simple Watchdog\t\t\r\n");
-}
-
 TEST(Watchdog, SendsTheRequestThatCountsMost) {
     WatchdogBench bench;
     bench.configure();
