@@ -1,9 +1,6 @@
-#include "bench/scripted_desk.h"
-#include "bench/simulated_dongle.h"
 #include "bench/simulated_port.h"
 #include "platform/failure.h"
-#include "transfer/word_engine.h"
-#include "workbench/bench_wiring.h"
+#include "support/test_bench.h"
 
 #include <cstdint>
 #include <string>
@@ -42,65 +39,35 @@ std::vector<Shape> allShapes() {
     return shapes;
 }
 
-std::vector<Reply> repliesFromHex(const std::vector<std::string>& texts) {
-    std::vector<Reply> replies;
-    for (const std::string& text : texts)
-        replies.push_back(replyFromHex(text));
-    return replies;
-}
-
-/// A device behind the word engine.
-class DeviceRig {
+/// The program with a device on the parallel port.
+class DeviceRig : public TestBench {
 public:
     DeviceRig(const std::string& device, const Shape& shape,
               const std::vector<std::string>& replies = {})
-        : port_(clock_, makeDevice(device, repliesFromHex(replies))) {
-        session_.ParallelPortReady = true;
-        session_.LPTPortAddress = address378;
-        session_.CSPin = 3;
-        session_.DIPin = 7;
-        session_.ClockPin = 0;
-        session_.DOPin = 6;
-        session_.SPIType = static_cast<std::int16_t>(shape.type);
-        session_.MSBFirst = shape.msbFirst ? ConstOn : ConstOff;
-        session_.SPIWordLength = static_cast<std::int16_t>(shape.length);
-        session_.CSAssertLevel = shape.csHigh ? ConstHigh : ConstLow;
-        session_.CSIdleLevel = shape.csHigh ? ConstLow : ConstHigh;
-        session_.DIOneLevel = shape.diInverted ? ConstLow : ConstHigh;
-        session_.DIZeroLevel = shape.diInverted ? ConstHigh : ConstLow;
-        session_.DOHighValue = shape.doInverted ? 0 : 1;
-        session_.DOLowValue = shape.doInverted ? 1 : 0;
-        port_.setShapeSource([this] { return busShapeOf(session_, session_.SPIType); });
-        pins_.rest();
+        : TestBench(device, replies) {
+        configure(std::to_string(shape.length));
+        session().SPIType = static_cast<std::int16_t>(shape.type);
+        session().MSBFirst = shape.msbFirst ? ConstOn : ConstOff;
+        session().CSAssertLevel = shape.csHigh ? ConstHigh : ConstLow;
+        session().CSIdleLevel = shape.csHigh ? ConstLow : ConstHigh;
+        session().DIOneLevel = shape.diInverted ? ConstLow : ConstHigh;
+        session().DIZeroLevel = shape.diInverted ? ConstHigh : ConstLow;
+        session().DOHighValue = shape.doInverted ? 0 : 1;
+        session().DOLowValue = shape.doInverted ? 1 : 0;
+        program.pins().rest();
     }
 
     /// Sends a word and returns the answer.
-    unsigned send(unsigned word) {
-        session_.WordToSend.clear();
-        for (int bit = 0; bit < session_.SPIWordLength; ++bit)
-            session_.WordToSend.push_back(static_cast<std::int16_t>((word >> bit) & 1U));
-        engine_.SendSPI();
+    unsigned exchange(unsigned word) {
+        session().WordToSend.resize(static_cast<std::size_t>(session().SPIWordLength));
+        for (std::size_t bit = 0; bit < session().WordToSend.size(); ++bit)
+            session().WordToSend[bit] = static_cast<std::int16_t>((word >> bit) & 1U);
+        program.engine().SendSPI();
         unsigned answer = 0;
-        for (std::size_t bit = 0; bit < session_.WordReceived.size(); ++bit)
-            answer |= static_cast<unsigned>(session_.WordReceived[bit]) << bit;
+        for (std::size_t bit = 0; bit < session().WordReceived.size(); ++bit)
+            answer |= static_cast<unsigned>(session().WordReceived[bit]) << bit;
         return answer;
     }
-
-private:
-    VirtualClock clock_;
-    SimulatedPort port_;
-    Session session_;
-    ScriptedBoxes boxes_;
-    PinLayer pins_{session_, port_};
-    LiveOptions options_;
-    SimulatedDongle unplugged_{clock_, makeDevice("none")};
-    DongleLink link_{session_, unplugged_, clock_, boxes_};
-    FailureBoxes failures_{boxes_};
-    WordEngine engine_{{.session = session_,
-                        .options = options_,
-                        .pins = pins_,
-                        .dongle = link_,
-                        .failures = failures_}};
 };
 
 TEST(Device, EchoAnswersWithThePreviousWordHoweverItTravels) {
@@ -108,10 +75,10 @@ TEST(Device, EchoAnswersWithThePreviousWordHoweverItTravels) {
         if (shape.type == 5 && shape.msbFirst)
             continue;
         DeviceRig rig("echo", shape);
-        EXPECT_EQ(rig.send(0xA5), 0x00U) << shape;
-        EXPECT_EQ(rig.send(0xC3), 0xA5U) << shape;
-        EXPECT_EQ(rig.send(0x01), 0xC3U) << shape;
-        EXPECT_EQ(rig.send(0x80), 0x01U) << shape;
+        EXPECT_EQ(rig.exchange(0xA5), 0x00U) << shape;
+        EXPECT_EQ(rig.exchange(0xC3), 0xA5U) << shape;
+        EXPECT_EQ(rig.exchange(0x01), 0xC3U) << shape;
+        EXPECT_EQ(rig.exchange(0x80), 0x01U) << shape;
     }
 }
 
@@ -120,39 +87,36 @@ TEST(Device, EchoMissesABitWhereTheClockMissesAnEdge) {
     // edge of the next: that bit is not taken in, and on the way back the one after it is seen
     // twice. A5 is taken in as 1100101 and comes back as 11100101.
     DeviceRig rig("echo", {.type = 5});
-    EXPECT_EQ(rig.send(0xA5), 0x00U);
-    EXPECT_EQ(rig.send(0xC3), 0xE5U);
-    EXPECT_EQ(rig.send(0x7F), 0x83U);
-    EXPECT_EQ(rig.send(0x00), 0x7FU);
+    EXPECT_EQ(rig.exchange(0xA5), 0x00U);
+    EXPECT_EQ(rig.exchange(0xC3), 0xE5U);
+    EXPECT_EQ(rig.exchange(0x7F), 0x83U);
+    EXPECT_EQ(rig.exchange(0x00), 0x7FU);
 }
 
 TEST(Device, LoopbackReturnsTheLevelOfDataIn) {
-    struct Case {
-        Shape shape;
-        unsigned answer;
-    };
     // Types 5 to 8 sample before the bit is put on the line, so they see the one before it.
-    const Case cases[] = {{{.type = 1}, 0xA6},
-                          {{.type = 2}, 0xA6},
-                          {{.type = 3, .msbFirst = false}, 0xA6},
-                          {{.type = 4, .csHigh = true}, 0xA6},
-                          {{.type = 1, .diInverted = true}, 0x59},
-                          {{.type = 1, .doInverted = true}, 0x59},
-                          {{.type = 1, .diInverted = true, .doInverted = true}, 0xA6},
-                          {{.type = 5}, 0x53},
-                          {{.type = 6}, 0x53},
-                          {{.type = 7, .msbFirst = false}, 0x4C},
-                          {{.type = 8, .msbFirst = false}, 0x4C}};
-    for (const Case& c : cases)
-        EXPECT_EQ(DeviceRig("loopback", c.shape).send(0xA6), c.answer) << c.shape;
+    const std::pair<Shape, unsigned> cases[] = {
+        {{.type = 1}, 0xA6},
+        {{.type = 2}, 0xA6},
+        {{.type = 3, .msbFirst = false}, 0xA6},
+        {{.type = 4, .csHigh = true}, 0xA6},
+        {{.type = 1, .diInverted = true}, 0x59},
+        {{.type = 1, .doInverted = true}, 0x59},
+        {{.type = 1, .diInverted = true, .doInverted = true}, 0xA6},
+        {{.type = 5}, 0x53},
+        {{.type = 6}, 0x53},
+        {{.type = 7, .msbFirst = false}, 0x4C},
+        {{.type = 8, .msbFirst = false}, 0x4C}};
+    for (const auto& [shape, answer] : cases)
+        EXPECT_EQ(DeviceRig("loopback", shape).exchange(0xA6), answer) << shape;
 }
 
 TEST(Device, StuckLinesStayWhereTheyAre) {
     for (const Shape& shape : allShapes()) {
         const unsigned high = shape.doInverted ? 0x00 : 0xFF;
-        EXPECT_EQ(DeviceRig("none", shape).send(0xA5), high) << shape;
-        EXPECT_EQ(DeviceRig("stuck-high", shape).send(0xA5), high) << shape;
-        EXPECT_EQ(DeviceRig("stuck-low", shape).send(0xA5), high ^ 0xFFU) << shape;
+        EXPECT_EQ(DeviceRig("none", shape).exchange(0xA5), high) << shape;
+        EXPECT_EQ(DeviceRig("stuck-high", shape).exchange(0xA5), high) << shape;
+        EXPECT_EQ(DeviceRig("stuck-low", shape).exchange(0xA5), high ^ 0xFFU) << shape;
     }
 }
 
@@ -160,11 +124,11 @@ TEST(Device, ScriptedAnswersAsGivenHoweverTheWordTravels) {
     for (const Shape& shape : allShapes()) {
         // As wide as the word, narrower, wider.
         DeviceRig rig("scripted", shape, {"a6", "9", "7F3C"});
-        const std::vector<unsigned> answers{rig.send(0), rig.send(0xFF), rig.send(0x55),
-                                            rig.send(0)};
+        const std::vector<unsigned> answers{rig.exchange(0), rig.exchange(0xFF), rig.exchange(0x55),
+                                            rig.exchange(0)};
         EXPECT_EQ(answers, (std::vector<unsigned>{0xA6, 0x09, 0x3C, 0x3C})) << shape;
     }
-    EXPECT_EQ(DeviceRig("scripted", {}).send(0xFF), 0x00U);
+    EXPECT_EQ(DeviceRig("scripted", {}).exchange(0xFF), 0x00U);
 }
 
 TEST(Device, ChipAnswersWithinTheWordThatAsks) {
@@ -176,9 +140,9 @@ TEST(Device, ChipAnswersWithinTheWordThatAsks) {
                                        .diInverted = inverted,
                                        .doInverted = inverted,
                                        .length = 16});
-            EXPECT_EQ(rig.send(0x6488), 0x0000U) << type;
-            EXPECT_EQ(rig.send(0x2580), 0x00EAU) << type;
-            EXPECT_EQ(rig.send(0x2500), 0x0088U) << type;
+            EXPECT_EQ(rig.exchange(0x6488), 0x0000U) << type;
+            EXPECT_EQ(rig.exchange(0x2580), 0x00EAU) << type;
+            EXPECT_EQ(rig.exchange(0x2500), 0x0088U) << type;
         }
 }
 
@@ -187,12 +151,7 @@ TEST(Device, NamesWhatItDoesNotKnow) {
         EXPECT_THROW(replyFromHex(text), Failure) << '"' << text << '"';
     for (const std::string& name : deviceNames())
         EXPECT_NE(makeDevice(name), nullptr) << name;
-    try {
-        makeDevice("Echo");
-        ADD_FAILURE();
-    } catch (const Failure& failure) {
-        EXPECT_STREQ(failure.what(), "There is no device \"Echo\"");
-    }
+    EXPECT_THROW(makeDevice("Echo"), Failure);
 }
 
 TEST(SimulatedPort, HasTheRegistersOfAPort) {

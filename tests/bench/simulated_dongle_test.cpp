@@ -2,6 +2,8 @@
 #include "bench/dongle_word.h"
 #include "platform/failure.h"
 
+#include <tuple>
+
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
@@ -16,18 +18,14 @@ std::string described(const DongleFault& fault) {
 }
 
 TEST(DongleFault, IsReadFromItsText) {
-    struct Case {
-        const char* text;
-        const char* fault;
-    };
-    for (const Case& c : {Case{"silent", "silent 0 ms 0 bytes @0 /1"},
-                          Case{"late:700@3", "late 700 ms 0 bytes @3 /1"},
-                          Case{"short:5/0.25", "short 0 ms 5 bytes @0 /0.25"},
-                          Case{"stalled@2/0.5", "stalled 0 ms 0 bytes @2 /0.5"},
-                          Case{"babbling@2", "babbling 0 ms 0 bytes @2 /1"},
-                          Case{"gone", "gone 0 ms 0 bytes @0 /1"},
-                          Case{"gone:2000@1", "gone 2000 ms 0 bytes @1 /1"}})
-        EXPECT_EQ(described(dongleFaultFrom(c.text)), c.fault) << c.text;
+    for (const auto& [text, fault] : {std::pair{"silent", "silent 0 ms 0 bytes @0 /1"},
+                                      {"late:700@3", "late 700 ms 0 bytes @3 /1"},
+                                      {"short:5/0.25", "short 0 ms 5 bytes @0 /0.25"},
+                                      {"stalled@2/0.5", "stalled 0 ms 0 bytes @2 /0.5"},
+                                      {"babbling@2", "babbling 0 ms 0 bytes @2 /1"},
+                                      {"gone", "gone 0 ms 0 bytes @0 /1"},
+                                      {"gone:2000@1", "gone 2000 ms 0 bytes @1 /1"}})
+        EXPECT_EQ(described(dongleFaultFrom(text)), fault) << text;
     for (const char* text : {"",         "lost",      "silent:5",         "late",   "late:",
                              "late:x",   "late:-1",   "late:99999999999", "short",  "short:8",
                              "short:-1", "stalled@0", "stalled@",         "gone:0", "gone@1x",
@@ -76,25 +74,20 @@ private:
 };
 
 TEST(DongleWord, ClocksEachTypeAsItsEdgesTell) {
-    struct Case {
-        bool validOnRising;
-        bool toggledOnRising;
-        bool idlesHigh;
-        const char* edges;
-    };
+    using Case = std::tuple<bool, bool, bool, const char*>; // edges
     // Two bits, 1 then 0: sampled just before the edge on which data is valid.
-    for (const Case& c :
+    for (const auto& [validOnRising, toggledOnRising, idlesHigh, edges] :
          {Case{true, false, false, "/\\sr1f1sr0f0/"}, Case{false, true, false, "/\\r1sf1r0sf0/"},
           Case{false, true, true, "r0/\\sf1r1sf0r0/"}, Case{true, false, true, "r0/\\f1sr1f0sr0/"},
           Case{true, true, false, "/\\sr1f1sr0f0/"},
           Case{false, false, true, "r0/\\sf1r1sf0r0/"}}) {
         EdgeWatch watch;
-        const BusShape shape{.validOnRising = c.validOnRising,
-                             .toggledOnRising = c.toggledOnRising,
-                             .clockIdlesHigh = c.idlesHigh,
+        const BusShape shape{.validOnRising = validOnRising,
+                             .toggledOnRising = toggledOnRising,
+                             .clockIdlesHigh = idlesHigh,
                              .wordLength = 2};
         const UsbFrame answer = clockWord({2, 0x70, 0, 0x80}, shape, watch);
-        EXPECT_EQ(watch.log, c.edges);
+        EXPECT_EQ(watch.log, edges);
         EXPECT_EQ(answer, (UsbFrame{2, 0x70, 0, 0xC0}));
     }
 }

@@ -6,6 +6,7 @@
 #include "platform/failure.h"
 
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -65,13 +66,9 @@ TEST(Zt72361, IsResetAfterThePeriodOfTimer1) {
 }
 
 TEST(Zt72361, ChangesItsModeAsItIsTold) {
-    struct Case {
-        std::vector<unsigned> words;
-        const char* mode;
-        bool watchdog;  ///< runs
-        unsigned flags; ///< of IOR
-    };
-    for (const Case& c :
+    // Words; the mode they lead to; whether the watchdog runs; flags of IOR.
+    using Case = std::tuple<std::vector<unsigned>, const char*, bool, unsigned>;
+    for (const auto& [words, mode, watchdog, flags] :
          {Case{{0x11}, "Normal", true, 0}, Case{{0x11, 0x12}, "Standby", false, 0},
           Case{{0x11, 0x13}, "Stop", false, 0}, Case{{0x38, 0x13}, "Stop", true, 0},
           Case{{0x14}, "Standby", false, 0}, Case{{0x34, 0x14}, "Sleep", false, 0},
@@ -79,11 +76,11 @@ TEST(Zt72361, ChangesItsModeAsItIsTold) {
           Case{{0x15, 0x11}, "Normal", true, 0}, Case{{0x11, 0x16}, "Standby, debug", false, 1},
           Case{{0x38, 0x17}, "Stop, debug", false, 1}, Case{{0x11, 0x18}, "Normal", true, 0}}) {
         Rig rig;
-        for (const unsigned word : c.words)
+        for (const unsigned word : words)
             rig.send(word);
-        EXPECT_EQ(rig.mode(), c.mode);
-        EXPECT_EQ(rig.watchdog() != "off", c.watchdog) << c.mode;
-        EXPECT_EQ(rig.send(0x60), c.flags) << c.mode;
+        EXPECT_EQ(rig.mode(), mode);
+        EXPECT_EQ(rig.watchdog() != "off", watchdog) << mode;
+        EXPECT_EQ(rig.send(0x60), flags) << mode;
     }
     Rig rig;
     rig.send(0x11);
@@ -120,24 +117,20 @@ TEST(Zt72361, IsServedByTheDongle) {
 }
 
 TEST(Zt72361, WakesByFlagsThatItLetsThrough) {
-    struct Case {
-        std::vector<unsigned> words;
-        const char* flag;
-        const char* mode;
-    };
-    for (const Case& c :
+    using Case = std::tuple<std::vector<unsigned>, const char*, const char*>;
+    for (const auto& [words, flag, mode] :
          {Case{{0x91, 0x13}, "L1WU", "Standby"}, Case{{0x91, 0x13}, "L2WU", "Stop"},
           Case{{0x98, 0x34, 0x14}, "L3WU", "Reset"}, Case{{0x93, 0x34, 0x14}, "L3WU", "Sleep"},
           Case{{0x51, 0x13}, "CAN-WU", "Standby"}, Case{{0x53, 0x13}, "CAN-WU", "Stop"},
           Case{{0x51, 0x34, 0x14}, "CAN-WU", "Reset"}, Case{{0x50, 0x13}, "CAN-WU", "Stop"},
           Case{{0x51, 0x13}, "CAN-F", "Stop"}}) {
         Rig rig;
-        for (const unsigned word : c.words)
+        for (const unsigned word : words)
             rig.send(word);
-        rig.turn(c.flag);
-        EXPECT_EQ(rig.mode(), c.mode) << c.words.front() << " " << c.flag;
+        rig.turn(flag);
+        EXPECT_EQ(rig.mode(), mode) << words.front() << " " << flag;
         rig.goTo(10 * millisecond);
-        EXPECT_EQ(rig.lines(), std::string(c.mode) == "Sleep" ? 2U : 3U);
+        EXPECT_EQ(rig.lines(), std::string(mode) == "Sleep" ? 2U : 3U);
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -22,68 +23,24 @@ public:
     void special(unsigned choice) { send(0x5200 | choice << 6 | (~send(0x1300) & 0x3F)); }
 };
 
-TEST(Zt72518, TellsWhichChipItIs) {
-    for (const auto& [name, identity] : {std::pair{"zt72518d", 0xEAU},
-                                         {"zt72518s", 0xCAU},
-                                         {"zt72511", 0xAAU},
-                                         {"zt72514", 0x8AU},
-                                         {"zt72514d", 0x8AU},
-                                         {"zt72514s", 0x8AU}})
-        EXPECT_EQ(ChipRig(name).send(0x2580), identity) << name;
-    ChipRig other;
-    other.turn("VDD_ID", false);
-    other.turn("Rev-4");
-    EXPECT_EQ(other.send(0x2580), 0x7AU);
-}
-
-TEST(Zt72518, KeepsWhatIsWritten) {
+TEST(Zt72518, AnswersEachViewOfARegister) {
     ChipRig rig;
-    const std::pair<unsigned, unsigned> words[] = {
-        {0x40E8, 0x0100}, {0x4211, 0x0300}, {0x4422, 0x0500}, {0x4633, 0x0700}, {0x4844, 0x0900},
-        {0x4A55, 0x0B00}, {0x4C01, 0x0D00}, {0x4E77, 0x0F00}, {0x5005, 0x1100}, {0x5499, 0x1500},
-        {0x56AA, 0x1700}, {0x58BB, 0x1900}, {0x5EDF, 0x1F00}, {0x60C9, 0x2100}, {0x62F9, 0x2300},
-        {0x64BB, 0x2500}, {0x66C4, 0x2700}, {0x6884, 0x2900}};
-    for (const auto& [write, _] : words)
-        EXPECT_EQ(rig.send(write), 0x0000U) << std::hex << write;
-    for (const auto& [write, read] : words)
-        EXPECT_EQ(rig.send(read), write & 0xFF) << std::hex << read;
+    rig.send(0x60C9);
+    rig.send(0x62F9);
     EXPECT_EQ(rig.send(0x2180), 0xC0U); // transmitter and receiver of CAN
-    EXPECT_EQ(rig.send(0x2780), 0xC0U);
-    EXPECT_EQ(rig.send(0x2980), 0x80U);
     rig.turn("Pins/I/O 0");
     EXPECT_EQ(rig.send(0x2380), 0x51U); // 0: its pin, 1: driven low, 2 and 3: high
+    rig.send(0x40E8);
     EXPECT_EQ(rig.send(0x0180), 0xE8U); // a register with one view
     rig.send(0x64FB);
     EXPECT_EQ(rig.send(0x2500), 0x82BBU) << "the request for an interrupt clears itself";
     EXPECT_EQ(rig.send(0xE500), 0x8280U);
     EXPECT_EQ(rig.send(0xE500), 0x0000U);
-}
-
-TEST(Zt72518, ReadsAndClearsFlags) {
-    struct Case {
-        const char* flag;
-        unsigned word;
-        unsigned answer; ///< with the status before the flag is cleared
-        unsigned general;
-    };
-    for (const Case& c :
-         {Case{"VSUV", 0xDF00, 0x0102, 0x01}, Case{"Vsuv batfail", 0xDF80, 0x0102, 0x02},
-          Case{"IDD OC WU", 0xDF80, 0x4101, 0x02}, Case{"SPI ERR", 0xE300, 0x0420, 0x04},
-          Case{"I/O_1_3 INT_WU", 0xE380, 0x4480, 0x08},
-          Case{"Lin 1/Over Temp", 0xE700, 0x0810, 0x10}, Case{"LIN 2 WU", 0xE900, 0x4840, 0x20},
-          Case{"CAN WU", 0xE100, 0x5080, 0x40}, Case{"CAN_UF", 0xE180, 0x1080, 0x80},
-          Case{"VDD OV", 0xE500, 0x8204, 0x00}, Case{"VDD low RST", 0xE580, 0x2208, 0x00}}) {
-        ChipRig rig;
-        rig.turn(c.flag);
-        EXPECT_EQ(rig.send(0xBF00), (c.answer & 0xFF00) | c.general) << c.flag;
-        EXPECT_EQ(rig.send(c.word ^ 0x80), c.answer & 0xFF00) << c.flag << ", the other view";
-        EXPECT_EQ(rig.send(c.word), c.answer) << c.flag;
-        EXPECT_EQ(rig.send(c.word), 0x0000U) << c.flag;
-        rig.turn(c.flag);
-        rig.turn("Flags stay");
-        EXPECT_EQ(rig.send(c.word), c.answer) << c.flag;
-        EXPECT_EQ(rig.send(c.word), c.answer) << c.flag;
-    }
+    rig.turn("VSUV");
+    EXPECT_EQ(rig.send(0xDF80), 0x0100U) << "the other view clears nothing";
+    rig.turn("Flags stay");
+    for (int time = 0; time < 2; ++time)
+        EXPECT_EQ(rig.send(0xDF00), 0x0102U);
 }
 
 TEST(Zt72518, HasSwitchesByName) {
@@ -109,10 +66,7 @@ TEST(Zt72518, HasSwitchesByName) {
 
 TEST(Zt72518, ChangesItsModeForTheInvertedRandomWord) {
     ChipRig rig;
-    EXPECT_EQ(rig.read(0xDD80), 0x03U); // Init
-    EXPECT_EQ(rig.read(0x1300) & 0xC0, 0x40U);
     rig.special(2);
-    EXPECT_EQ(rig.read(0xDD80), 0x0BU); // Flash
     EXPECT_EQ(rig.read(0x1300) & 0xC0, 0x80U);
     rig.send(0x5A00);
     EXPECT_EQ(rig.read(0xDD80), 0x0BU);
@@ -151,17 +105,14 @@ TEST(Zt72518, ResetsWhenTheWatchdogExpires) {
     EXPECT_EQ(late.send(0xDD80), 0x2213U);
     EXPECT_EQ(late.read(0xE580), 0x01U);
 
-    struct Case {
-        unsigned timer0;
-        std::int64_t period; ///< microseconds
-    };
-    for (const Case& c : {Case{0x5400, 2500}, Case{0x5409, 6000}, Case{0x541F, 512000}}) {
+    for (const auto& [timer0, microseconds] :
+         {std::pair{0x5400U, 2500}, {0x5409U, 6000}, {0x541FU, 512000}}) {
         for (const bool expired : {false, true}) {
             ChipRig rig;
-            rig.send(c.timer0);
+            rig.send(timer0);
             rig.send(0x5A00);
-            rig.goTo(c.period * 1000 - (expired ? 0 : 1));
-            EXPECT_EQ(rig.reading("Mode"), expired ? "Reset" : "Normal") << c.timer0;
+            rig.goTo(microseconds * std::int64_t{1000} - (expired ? 0 : 1));
+            EXPECT_EQ(rig.reading("Mode"), expired ? "Reset" : "Normal") << timer0;
             EXPECT_EQ(rig.exchange({0, 5})[3], expired ? 0x00 : 0x02);
         }
     }
@@ -176,22 +127,20 @@ TEST(Zt72518, ResetsWhenTheWatchdogExpires) {
     window.send(0x5A00);
     EXPECT_EQ(window.read(0xE580), 0x01U) << "too early";
 
-    struct Slow {
-        const char* mode;
-        std::vector<unsigned> words; ///< that lead there, with a period set first
-        std::int64_t period;         ///< milliseconds
-    };
-    for (const Slow& c : {Slow{"Flash", {0x5800}, 48}, Slow{"Flash", {0x58A0}, 1024},
-                          Slow{"Low Power Vdd On (Stop)", {0x5810, 0x5A00, 0x5C88}, 24},
-                          Slow{"Low Power Vdd On (Stop)", {0x58F0, 0x5A00, 0x5C88}, 2048}}) {
+    // Mode; words that lead there, with a period set first; milliseconds.
+    using Slow = std::tuple<const char*, std::vector<unsigned>, std::int64_t>;
+    for (const auto& [mode, words, period] :
+         {Slow{"Flash", {0x5800}, 48}, Slow{"Flash", {0x58A0}, 1024},
+          Slow{"Low Power Vdd On (Stop)", {0x5810, 0x5A00, 0x5C88}, 24},
+          Slow{"Low Power Vdd On (Stop)", {0x58F0, 0x5A00, 0x5C88}, 2048}}) {
         for (const bool expired : {false, true}) {
             ChipRig rig;
-            for (const unsigned word : c.words)
+            for (const unsigned word : words)
                 rig.send(word);
-            if (c.words.size() == 1)
+            if (words.size() == 1)
                 rig.special(2);
-            rig.goTo(c.period * millisecond - (expired ? 0 : 1));
-            EXPECT_EQ(rig.reading("Mode"), expired ? "Reset" : c.mode) << c.period;
+            rig.goTo(period * millisecond - (expired ? 0 : 1));
+            EXPECT_EQ(rig.reading("Mode"), expired ? "Reset" : mode) << period;
         }
     }
 
@@ -243,6 +192,17 @@ TEST(Zt72518, GoesToLowPowerAndWakes) {
         EXPECT_EQ(timed.read(0xE380) & 0x10, 0x10U);
     }
 
+    for (const auto& [flag, word, answer] :
+         {std::tuple{"I/O_0_2 INT_WU", 0xE380U, 0x4440U}, {"CAN WU", 0xE100U, 0x5080U}}) {
+        ChipRig woken;
+        woken.send(0x5A00);
+        woken.send(0x5C80);
+        woken.turn(flag);
+        woken.clock.idle(5 * millisecond);
+        EXPECT_EQ(woken.reading("Mode"), "Normal Request") << flag;
+        EXPECT_EQ(woken.send(word), answer) << flag;
+    }
+
     ChipRig random;
     random.send(0x5080);
     random.send(0x5A00);
@@ -276,13 +236,6 @@ TEST(Zt72518, IgnoresWordsOfAnotherLength) {
 
 TEST(Zt72518, CanBeFaulty) {
     ChipRig rig;
-    rig.turn("Silent");
-    EXPECT_EQ(rig.send(0x2580), 0x0000U);
-    rig.turn("Silent", false);
-    rig.turn("Output stuck high");
-    EXPECT_EQ(rig.send(0x5A00), 0xFFFFU);
-    rig.turn("Output stuck high", false);
-    EXPECT_EQ(rig.read(0xDD80), 0x03U);
     rig.turn("No watchdog");
     rig.send(0x5A00);
     rig.clock.idle(60'000 * millisecond);
@@ -330,24 +283,18 @@ TEST(Zt72518, IsRefreshedByTheDongle) {
 }
 
 TEST(Zt72518, IsWokenByPulsesOfCurrent) {
-    struct Case {
-        unsigned initWdog;
-        std::uint8_t length; ///< milliseconds; from 8 on a pulse is long
-        const char* mode;
-    };
-    for (const Case& c :
-         {Case{0x4C20, 20, "Low Power Vdd On (Stop)"}, Case{0x4C40, 5, "Normal Request"},
-          Case{0x4C60, 8, "Low Power Vdd On (Stop)"}, Case{0x4C60, 9, "Normal Request"}}) {
+    using Case = std::tuple<unsigned, std::uint8_t, bool, const char*>;
+    for (const auto& [initWdog, length, wakes, pulses] : // from 8 ms on a pulse is long
+         {Case{0x4C20, 20, false, "20 ms every 70 ms"}, Case{0x4C40, 5, true, "5 ms every 55 ms"},
+          Case{0x4C60, 8, false, "8 ms every 58 ms"}, Case{0x4C60, 9, true, "9 ms every 59 ms"}}) {
         ChipRig rig;
-        for (const unsigned word : {0x54BEU, c.initWdog, 0x5A00U, 0x5C80U})
+        for (const unsigned word : {0x54BEU, initWdog, 0x5A00U, 0x5C80U})
             rig.send(word);
-        rig.exchange({0, 69, 0, 16, 0, c.length, 1});
+        rig.exchange({0, 69, 0, 16, 0, length, 1});
         rig.clock.idle(200 * millisecond);
-        EXPECT_EQ(rig.reading("Mode"), c.mode) << std::hex << c.initWdog;
-        EXPECT_EQ(rig.dongle.readings().at(1).value, c.length == 5   ? "5 ms every 55 ms"
-                                                     : c.length == 8 ? "8 ms every 58 ms"
-                                                     : c.length == 9 ? "9 ms every 59 ms"
-                                                                     : "20 ms every 70 ms");
+        EXPECT_EQ(rig.reading("Mode"), wakes ? "Normal Request" : "Low Power Vdd On (Stop)");
+        EXPECT_EQ(rig.read(0xDF80), wakes ? 1U : 0U) << "the current woke it";
+        EXPECT_EQ(rig.dongle.readings().at(1).value, pulses);
         rig.exchange({0, 69, 0, 0});
         EXPECT_EQ(rig.dongle.readings().at(1).value, "off");
     }

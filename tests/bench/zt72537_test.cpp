@@ -61,17 +61,13 @@ TEST(Zt72537, AnswersWithFlagsBelowTheSystemStatus) {
 }
 
 TEST(Zt72537, IsResetWhenItsWatchdogIsNotClearedInTheWindow) {
-    struct Case {
-        unsigned prescaler;
-        std::int64_t period; ///< milliseconds
-    };
-    for (const Case& c : {Case{0xA0, 10}, {0xA1, 20}, {0xA7, 140}}) {
+    for (const auto& [prescaler, period] : {std::pair{0xA0U, 10}, {0xA1U, 20}, {0xA7U, 140}}) {
         Rig rig;
         rig.at(1000 * millisecond);
-        EXPECT_EQ(rig.send(c.prescaler), 0x02U) << "waits for the first clear";
+        EXPECT_EQ(rig.send(prescaler), 0x02U) << "waits for the first clear";
         rig.send(0x03);
-        const std::int64_t over = rig.sentAt + c.period * millisecond;
-        rig.at(over - c.period * millisecond / 2);
+        const std::int64_t over = rig.sentAt + period * millisecond;
+        rig.at(over - period * millisecond / 2);
         EXPECT_EQ(rig.send(0xB0), 0x01U) << "the window is open";
         rig.at(over - 1);
         EXPECT_EQ(rig.send(0x6F), 0U); // a word in the last moment

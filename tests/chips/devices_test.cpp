@@ -56,32 +56,28 @@ reset = 3
     ASSERT_NE(plain.chip, nullptr);
     EXPECT_NE(plain.chip->findDevice("lamp"), nullptr) << "a chip without devices is one";
 
-    struct Case {
-        const char* device;
-        const char* problem;
-    };
-    for (const Case& c :
-         {Case{"name = \"x\"\nreset = [{ register = \"Level\", value = 15 }, { register = "
-               "\"Level\", view = \"Flags\", value = 3 }]",
-               ""},
-          Case{"reset = []", "19:1: `name` is missing"},
-          Case{"name = \"a b\"", "19:1: \"a b\" is no name of a device"},
-          Case{"name = \"x\"\n[[device]]\nname = \"x\"", "21:1: there are two devices \"x\""},
-          Case{"name = \"x\"\nvariant = \"y\"", "19:1: there is no variant \"y\""},
-          Case{"name = \"x\"\nreset = { register = \"Lever\" }",
-               "21:9: there is no register \"Lever\""},
-          Case{"name = \"x\"\nreset = { register = \"Level\", view = \"Read\" }",
-               "21:9: \"Level\" has no view \"Read\" with a value of its own"},
-          Case{"name = \"x\"\nreset = { register = \"Level\", view = \"Flags\", value = 4 }",
-               "21:9: the reset value has too many bits"}}) {
-        const ChipFile file = readChip(chip + "[[device]]\n" + c.device, "lamp.toml");
+    for (const auto& [device, expected] :
+         {std::pair{"name = \"x\"\nreset = [{ register = \"Level\", value = 15 }, { register = "
+                    "\"Level\", view = \"Flags\", value = 3 }]",
+                    ""},
+          {"reset = []", "19:1: `name` is missing"},
+          {"name = \"a b\"", "19:1: \"a b\" is no name of a device"},
+          {"name = \"x\"\n[[device]]\nname = \"x\"", "21:1: there are two devices \"x\""},
+          {"name = \"x\"\nvariant = \"y\"", "19:1: there is no variant \"y\""},
+          {"name = \"x\"\nreset = { register = \"Lever\" }",
+           "21:9: there is no register \"Lever\""},
+          {"name = \"x\"\nreset = { register = \"Level\", view = \"Read\" }",
+           "21:9: \"Level\" has no view \"Read\" with a value of its own"},
+          {"name = \"x\"\nreset = { register = \"Level\", view = \"Flags\", value = 4 }",
+           "21:9: the reset value has too many bits"}}) {
+        const ChipFile file = readChip(chip + "[[device]]\n" + device, "lamp.toml");
         const Problem none;
         const Problem& found = file.problems.empty() ? none : file.problems.front();
         EXPECT_EQ(file.problems.empty()
                       ? ""
                       : fmt::format("{}:{}: {}", found.at.line, found.at.column, found.text),
-                  c.problem)
-            << c.device;
+                  expected)
+            << device;
     }
     const ChipFile wide = readChip(chip.substr(0, chip.size() - 2) + "4\n", "lamp.toml");
     ASSERT_EQ(wide.problems.size(), 1U);

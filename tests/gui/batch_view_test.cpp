@@ -1,14 +1,9 @@
-#include "live_window.h"
 #include "window_bench.h"
 
-#include <optional>
-
-#include <QAbstractEventDispatcher>
 #include <QComboBox>
 #include <QDialog>
 #include <QProgressBar>
 #include <QTabBar>
-#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -95,8 +90,10 @@ TEST(BatchView, IsWorkedByTheKeyboardAlone) {
 
     bench.window.activateWindow();
     bench.settle();
-    bench.key(Qt::Key_S, Qt::AltModifier); // Send Once, after the look of a pressed button
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !bench.log().empty(); }, 30000));
+    auto& send = bench.widget<QPushButton>("frmMain.cmdSendOnce");
+    EXPECT_EQ(send.shortcut(), QKeySequence("Alt+S"));
+    send.setFocus();
+    bench.key(Qt::Key_Space);
     EXPECT_EQ(bench.lines("frmMain.lstSessionLogMult"),
               (Texts{"SPI Word Sent:", "  3C", "SPI Word Received:", "  3C", " ",
                      "Waiting 250 ms ...", "Done Waiting", " "}));
@@ -160,62 +157,32 @@ TEST(FormDialog, IsCancelledByEscapeAndByClosing) {
     EXPECT_EQ(bench.linesToSend(), Texts{});
 }
 
-/// Counts how often the event loop turns, from when it is made.
-class Turns {
-public:
-    Turns() {
-        QAbstractEventDispatcher* const dispatcher = QAbstractEventDispatcher::instance();
-        QObject::connect(dispatcher, &QAbstractEventDispatcher::awake, &context_,
-                         [this] { ++count_; });
-        QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, &context_,
-                         [this] { ++count_; });
-    }
-    [[nodiscard]] int count() const { return count_; }
-
-private:
-    int count_ = 0;
-    QObject context_;
-};
-
 TEST(BatchView, ShowsARunAndStopsItAtOnce) {
-    LiveWindow live;
-    CommandLists& commands = live.program.mainForm().commands;
-    live.program.mainForm().tabs.TabStripMain.click(2);
-    commands.addToSend("* Wait 0 ms");
-    commands.addToSend("* Wait 60 s");
-    live.window->binder().flush();
-    auto& list = *live.window->findChild<gui::LogView*>("frmMain.lstCommandsToSend");
-    int marked = -1;
-    QString text;
-    int ticks = 0;
-    std::optional<Turns> turns;
-    QTimer ticking;
-    QObject::connect(&ticking, &QTimer::timeout, [&] {
-        if (++ticks == 1)
-            turns.emplace();
-        if (ticks != 5)
-            return;
-        ticking.stop();
-        EXPECT_LE(turns->count(), 200) << "the wait sleeps";
-        marked = list.marked();
-        auto* progress = live.window->findChild<QProgressBar*>("runProgress");
-        ASSERT_NE(progress, nullptr);
-        EXPECT_TRUE(progress->isVisible());
-        text = progress->text();
-        turns.emplace();
-        live.button("frmMain.cmdStopContinuous").click();
+    BatchBench bench;
+    CommandLists& commands = bench.program.mainForm().commands;
+    commands.setToSend({"* Wait 0 ms", "* Wait 60 s"});
+    bench.settle();
+    const auto& list = bench.toSend();
+    bool seen = false;
+    const std::int64_t start = bench.clock.nanoseconds();
+    bench.loop.atTime(start + 5'500'000'000, [&] {
+        bench.settle();
+        EXPECT_EQ(list.marked(), 1);
+        const auto& progress = bench.widget<QProgressBar>("runProgress");
+        EXPECT_TRUE(progress.isVisible());
+        EXPECT_TRUE(progress.text().startsWith("Pass 1, line 2 of 2, 54."))
+            << progress.text().toStdString();
+        seen = true;
+        bench.press("frmMain.cmdStopContinuous");
         commands.clear(); // or a continuous run would be refused for no line
     });
-    ticking.start(100);
-    // The second pass is never begun.
-    QTest::mouseClick(&live.button("frmMain.cmdSendContinuous"), Qt::LeftButton);
-    EXPECT_EQ(ticks, 5);
-    EXPECT_LE(turns->count(), 20) << "the rest of the minute is not waited for";
-    EXPECT_EQ(marked, 1);
-    EXPECT_TRUE(text.startsWith("Pass 1, line 2 of 2, 5")) << text.toStdString();
-    live.window->binder().flush();
+    // The second pass is never begun, and the rest of the minute is not waited for.
+    bench.press("frmMain.cmdSendContinuous");
+    EXPECT_TRUE(seen);
+    EXPECT_LT(bench.clock.nanoseconds() - start, 7'000'000'000);
+    bench.settle();
     EXPECT_EQ(list.marked(), -1);
-    EXPECT_FALSE(live.window->findChild<QProgressBar*>("runProgress")->isVisible());
+    EXPECT_FALSE(bench.widget<QProgressBar>("runProgress").isVisible());
 }
 
 } // namespace

@@ -23,25 +23,18 @@ QMessageBox* question() {
     return box != nullptr && box->windowTitle() == "Last Chance to Save" ? box : nullptr;
 }
 
-/// Once the question is on the screen.
-void whenAsked(const std::function<void(QMessageBox&)>& action) {
-    QTimer::singleShot(1, [action] {
-        if (QMessageBox* box = question())
+/// Once a box is on the screen: the question, or any other.
+void whenShown(bool isQuestion, const std::function<void(QMessageBox&)>& action) {
+    QTimer::singleShot(1, [isQuestion, action] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (box != nullptr && (box == question()) == isQuestion)
             action(*box);
         else
-            whenAsked(action);
+            whenShown(isQuestion, action);
     });
 }
-
-/// Once any other box is.
-void whenShown(const std::function<void(QMessageBox&)>& action) {
-    QTimer::singleShot(1, [action] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (box != nullptr && box != question())
-            action(*box);
-        else
-            whenShown(action);
-    });
+void whenAsked(const std::function<void(QMessageBox&)>& action) {
+    whenShown(true, action);
 }
 
 TEST(Ending, StopsAContinuousRunAndAsksOnce) {
@@ -69,7 +62,7 @@ TEST(Ending, WaitsForASaveThatSucceedsUnlessTheSystemEnds) {
     LiveWindow live;
     Session& session = live.program.session();
     const auto yes = [](QMessageBox& box) {
-        whenShown([](QMessageBox& failure) { failure.close(); });
+        whenShown(false, [](QMessageBox& failure) { failure.close(); });
         box.button(QMessageBox::Yes)->click();
     };
     session.ConfigFileName = "/missing/x.spi";

@@ -6,30 +6,29 @@ import os
 import subprocess
 import sys
 import tempfile
-import time
 
 import gi
 
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
-DEADLINE = 30
+BEATS = 600  # before it is given up
 
 
 def wait_for(what, find):
     """The first thing that `find` returns; fails loudly when it never does."""
-    end = time.monotonic() + DEADLINE
-    while time.monotonic() < end:
-        while GLib.MainContext.default().iteration(False):
-            pass  # what was told
+    for _ in range(BEATS):
         try:
             found = find()
         except gi.repository.GLib.Error:
             found = None  # it went away while we looked
         if found:
             return found
-        time.sleep(0.05)
-    sys.exit(f"not found within {DEADLINE} s: {what}")
+        beats = []
+        GLib.timeout_add(50, lambda: beats.append(0))  # gives None: once
+        while not beats:
+            GLib.MainContext.default().iteration(True)  # what is told meanwhile
+    sys.exit(f"not found: {what}")
 
 
 def walk(node, depth=0):

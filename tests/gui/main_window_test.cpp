@@ -25,87 +25,6 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-TEST(MainWindow, HasAWidgetForEveryControlAndNoOther) {
-    WindowBench bench;
-    // What is made only when somebody looks at it.
-    bench.configure("40", {"optBinary"});
-    bench.settle();
-    bench.configure("40", {"optHex"});
-    bench.choose("frmMain.itemPortOptions");
-    for (int page = 1; page <= 4; ++page) {
-        bench.get<forms::TabStrip>("frmConfigureSPI.TabStripConfig").click(page);
-        bench.settle();
-    }
-    bench.get<forms::TabStrip>("frmMain.TabStripLogPinsNow").click(2);
-    bench.settle();
-    auto& tabs = bench.get<forms::TabStrip>("frmMain.TabStripMain");
-    tabs.click(2);
-    bench.get<forms::TabStrip>("frmMain.TabStripLogPins").click(2);
-    bench.click("frmMain.cmdSaveBatch");
-    bench.click("frmMain.cmdAddWait");
-    bench.choose("frmMain.itemAbout");
-    bench.settle();
-    ConfigureDialog& dialog = bench.program.dialog();
-    for (forms::CheckBox* part :
-         {&dialog.CheckEnable72361, &dialog.CheckEnable72517, &dialog.CheckEnable72518,
-          &dialog.CheckEnable72537, &dialog.CheckEnable72516}) {
-        part->setValue(1);
-        dialog.cmdApply_Click();
-        tabs.click(3);
-        bench.settle();
-        part->setValue(0);
-    }
-    auto& chipPage = bench.get<forms::Frame>("frmMain.FrameChip"); // of a user's chip
-    chipPage.show();
-    bench.settle();
-    chipPage.hide();
-    for (const char* form : {"TestMode", "ZT72518", "ZT72516ReadFlags", "ZT72516TestMode",
-                             "ZT72516", "ZT72537", "ZT72361"})
-        bench.program.forms().show(form);
-    for (const char* strip :
-         {"ZT72518.tab_518(1)", "ZT72518.tab_518(0)", "ZT72516.RegisterTabs", "ZT72516.tab_516",
-          "ZT72537.SSTab2", "ZT72537.PanelTabs", "ZT72361.RegisterTabs", "ZT72361.PanelTabs"}) {
-        auto& pages = bench.get<forms::TabStrip>(strip);
-        for (int page = 1; page <= pages.count(); ++page) {
-            pages.click(page);
-            bench.settle();
-        }
-    }
-    const auto isControl = [](const std::string& name) {
-        return name.starts_with("frm") || name.starts_with("ZT72") || name.starts_with("TestMode.");
-    };
-    std::set<std::string> controls;
-    for (const std::string& name : bench.program.forms().names())
-        for (const forms::Control* control : bench.program.forms().form(name).controls()) {
-            if (bench.window.binder().isLeftOut(*control))
-                continue;
-            controls.insert(control->fullName());
-            EXPECT_TRUE(bench.window.binder().isBound(*control)) << control->fullName();
-        }
-    for (const QObject* object : bench.window.findChildren<QObject*>()) {
-        const std::string name = object->objectName().toStdString();
-        if (isControl(name)) {
-            EXPECT_EQ(controls.erase(name), 1U) << name << " twice or without a control";
-        }
-    }
-    EXPECT_TRUE(controls.empty()) << *controls.begin();
-}
-
-TEST(MainWindow, SendsWhatIsTypedOnEnter) {
-    WindowBench bench;
-    bench.configure("16");
-    bench.settle();
-    bench.type("frmMain.txtHexWordToSend", "a5c3");
-    QTest::keyClick(&bench.widget<QLineEdit>("frmMain.txtHexWordToSend"), Qt::Key_Return);
-    bench.settle();
-    EXPECT_EQ(bench.widget<QLabel>("frmMain.lblHexWordReceived").text(), "A5C3");
-    EXPECT_TRUE(bench.widget<QLabel>("frmMain.lblHexWordReceived").isVisible());
-    auto& log = bench.widget<gui::LogView>("frmMain.lstSessionLogSingle");
-    EXPECT_EQ(log.count(), 5);
-    EXPECT_EQ(log.line(3), "  A5C3");
-    EXPECT_EQ(log.current(), 4);
-}
-
 TEST(WordEntry, TakesWordAfterWordAsPeopleWriteThem) {
     WindowBench bench;
     bench.configure("16");
@@ -178,38 +97,10 @@ TEST(MainWindow, SendsTheBitsThatArePressed) {
     EXPECT_EQ(bench.widget<gui::DigitsLabel>("frmMain.lblSO_single(8)").marks(), " ");
 }
 
-TEST(MainWindow, IsReachedByTheTabulatorInReadingOrder) {
+TEST(MainWindow, LeavesTheFocusToTheTabsWhenAPageGoes) {
     WindowBench bench;
-    const auto walk = [&bench](const QString& from, int steps) {
-        bench.widget<QWidget>(from).setFocus();
-        QStringList names;
-        for (int i = 0; i < steps; ++i) {
-            QTest::keyClick(bench.window.focusWidget(), Qt::Key_Tab);
-            names << bench.window.focusWidget()->objectName().section('.', 1);
-        }
-        return names.join(' ').toStdString();
-    };
-    bench.configure("9", {"optBinary"});
+    bench.configure("8");
     bench.settle();
-    EXPECT_EQ(walk("frmMain.cmdSI_single(8)", 2), "cmdSI_single(7) cmdSI_single(6)");
-    const std::string rest = "cmbMasterQCList cmdSaveQC cmdDeleteQC cmdAll0Single cmdAll1Single"
-                             " cmdSendOnce cmdSendContinuous TabStripLogPinsNow"
-                             " lstSessionLogSingle cmdSaveLogSingle";
-    EXPECT_EQ(walk("frmMain.cmdSI_single(0)", 10), rest);
-    bench.configure("9", {"optHex"});
-    bench.settle();
-    EXPECT_EQ(walk("frmMain.txtHexWordToSend", 10), rest);
-    // The run buttons come along to the other page, and back.
-    bench.get<forms::TabStrip>("frmMain.TabStripMain").click(2);
-    bench.settle();
-    EXPECT_EQ(walk("frmMain.TabStripMain", 16),
-              "lstCommandsAvailable cmdAddMult cmdAddPause cmdAddWait cmdRemoveMult cmdMoveUpMult"
-              " cmdMoveDownMult cmdClearMultiple lstCommandsToSend cmbBatches cmdSaveBatch"
-              " cmdDeleteBatch cmdSendOnce cmdSendContinuous TabStripLogPins lstSessionLogMult");
-    bench.get<forms::TabStrip>("frmMain.TabStripMain").click(1);
-    bench.settle();
-    EXPECT_EQ(walk("frmMain.txtHexWordToSend", 10), rest);
-    // A page that goes leaves the focus to the tabs, not to what stands in another pane.
     bench.widget<QWidget>("frmMain.txtHexWordToSend").setFocus();
     bench.get<forms::TabStrip>("frmMain.TabStripMain").click(2);
     bench.settle();
@@ -412,24 +303,22 @@ TEST(MainWindow, AbortsARunByShiftEscapeInADialogAndInABox) {
         form.commands.setToSend({"a", "* Wait 1 hrs", "a"});
         live.program.dialog().setVisible(true);
         live.program.session().ParallelPortReady = !inBox; // the word fails, and the run goes on
+        int turns = 0;
         QTimer press;
         QObject::connect(&press, &QTimer::timeout, [&] {
             QWidget* box = QApplication::activeModalWidget();
             QWidget* target = inBox ? box : live.window->findChild<gui::FormDialog*>();
-            if (inBox ? box == nullptr : form.multiple.remainingWait() == 0)
-                return;
-            target->activateWindow();
-            QTest::keyClick(target, Qt::Key_Escape, Qt::ShiftModifier);
+            if (++turns > 10'000) { // it is not aborted
+                form.multiple.abandon();
+                QApplication::closeAllWindows();
+            } else if (inBox ? box != nullptr : form.multiple.remainingWait() > 0) {
+                target->activateWindow();
+                QTest::keyClick(target, Qt::Key_Escape, Qt::ShiftModifier);
+            }
         });
-        press.start(5);
-        bool late = false;
-        QTimer::singleShot(20'000, live.window.get(), [&] {
-            late = true;
-            form.multiple.abandon();
-            QApplication::closeAllWindows();
-        });
+        press.start(1);
         form.run.cmdSendOnce.click();
-        EXPECT_FALSE(late) << inBox;
+        EXPECT_LE(turns, 10'000) << inBox;
         EXPECT_FALSE(form.multiple.progress());
         EXPECT_TRUE(live.program.dialog().visible());
         EXPECT_EQ(form.log.lines().size(), inBox ? 0U : 5U + 3U); // a word, and its wait
@@ -442,7 +331,7 @@ TEST(MainWindow, ShowsABoxForAFailureAndLives) {
     QString text;
     QString title;
     QString details;
-    QTimer::singleShot(20, [&] {
+    QTimer::singleShot(0, [&] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         ASSERT_NE(box, nullptr);
         text = box->text();
@@ -463,7 +352,7 @@ TEST(MainWindow, EnterGivesThePresetAnswerOfABox) {
     LiveWindow live;
     for (const auto preset : {MessageBox::Answer::Yes, MessageBox::Answer::No}) {
         QTimer::singleShot(
-            20, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
+            0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
         EXPECT_EQ(live.desk.boxes.show(
                       {.text = "Sure?", .buttons = MessageBox::Buttons::YesNo, .preset = preset}),
                   preset);

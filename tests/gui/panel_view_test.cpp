@@ -17,15 +17,8 @@ namespace bitlux::test {
 namespace {
 
 /// The panel's window with a model of the chip behind the dongle.
-struct PanelBench : WindowBench {
-    PanelBench() : WindowBench("zt72518d") {
-        bench.dongle.plug();
-        program.mainForm().call("Start_USB");
-        program.forms().show("ZT72518");
-        panel = window.findChild<QDialog*>();
-        panel->activateWindow();
-        settle();
-    }
+struct PanelBench : PanelWindow {
+    PanelBench() : PanelWindow("zt72518d", "ZT72518") {}
 
     void choose(const char* tabs, int tab) {
         widget<QTabBar>(tabs).setCurrentIndex(tab - 1);
@@ -34,8 +27,6 @@ struct PanelBench : WindowBench {
     QColor color(const QString& label) {
         return widget<QLabel>(label).palette().color(QPalette::Window);
     }
-
-    QPointer<QDialog> panel;
 };
 
 const QColor lit(0xC0, 0xFF, 0xFF);
@@ -158,59 +149,6 @@ TEST(PanelView, TellsAssistiveToolsOfItsBits) {
         QAccessibleActionInterface::toggleAction()));
 }
 
-TEST(PanelView, IsReadByTheTabulatorKey) {
-    PanelBench bench;
-    const auto walk = [&bench](const QString& first, int steps) {
-        bench.widget<QWidget>(first).setFocus();
-        QStringList names{first.section('.', 1)};
-        while (--steps > 0) {
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-            names << QApplication::focusWidget()->objectName().section('.', 1);
-        }
-        return names.join(' ').toStdString();
-    };
-    EXPECT_EQ(walk("ZT72518.Cm_ReadAll_Rl(0)", 2), "Cm_ReadAll_Rl(0) Cm_ReadAll_Rl(2)");
-    EXPECT_EQ(walk("ZT72518.tab_518(1)", 8),
-              "tab_518(1) Cm_MUX_W Seq_MUX_W Mux_W(7) Cm_Mux_Rl Seq_Mux_Rl R_MUX(0) R_MUX(1)");
-    EXPECT_EQ(walk("ZT72518.R_MUX(7)", 3), "R_MUX(7) Ch_Mux(1) Ch_Mux(0)");
-    bench.choose("ZT72518.tab_518(1)", 7);
-    EXPECT_EQ(walk("ZT72518.tab_518(1)", 11),
-              "tab_518(1) Cm_Spe_Mode_W(0) Seq_Spe_Mode_W Spe_Mode_W(7) Cm_Spe_Mode_Rl "
-              "Seq_Spe_Mode_Rl Cm_Spe_Mode_Rl_b Cm_Spe_Mode_W(1) Cm_Spe_Mode_W(2) R_Spe_Mode(0) "
-              "R_Spe_Mode(1)");
-    bench.choose("ZT72518.tab_518(1)", 2);
-    EXPECT_EQ(walk("ZT72518.Val_Hex_RAM", 5),
-              "Val_Hex_RAM Cm_OK_val_hexa RAM(7) Cm_Write_RAM(0) Cm_Read_RAM(0)");
-}
-
-/// Buttons that look alike have names that tell them apart, for those who hear them.
-TEST(PanelView, NamesItsButtons) {
-    PanelBench bench;
-    for (const int page : {3, 4, 7}) {
-        bench.choose("ZT72518.tab_518(1)", page);
-        for (const QAbstractButton* button : bench.panel->findChildren<QAbstractButton*>()) {
-            const QString name =
-                button->accessibleName().isEmpty() ? button->text() : button->accessibleName();
-            EXPECT_FALSE(name.isEmpty()) << button->objectName().toStdString();
-            EXPECT_FALSE(name == ">SEQ" || name == ">All" || name == "Write")
-                << button->objectName().toStdString();
-        }
-    }
-    EXPECT_EQ(bench.widget<QPushButton>("ZT72518.Seq_Init_Vreg_W").accessibleName(),
-              ">SEQ Init Vreg Write");
-}
-
-TEST(PanelView, FindsRoomOnASmallScreen) {
-    PanelBench bench;
-    for (const char* choice : {"vb_otp(0)", "opt_vb(0)", "opt_vb(1)"}) // where the file is there
-        bench.program.panels().touch("zt72518").control(choice).show();
-    for (int page = 1; page <= 5; ++page)
-        bench.choose("ZT72518.tab_518(0)", page);
-    EXPECT_TRUE(bench.widget<QRadioButton>("ZT72518.opt_vb(0)").isVisible());
-    EXPECT_LE(bench.panel->minimumSizeHint().width(), 1000);
-    EXPECT_LE(bench.panel->minimumSizeHint().height(), 600);
-}
-
 TEST(PanelView, MakesAPageWhenItIsLookedAt) {
     PanelBench bench;
     EXPECT_EQ(bench.window.findChild<QWidget*>("ZT72518.Can_W(0)"), nullptr);
@@ -284,15 +222,14 @@ TEST(PanelView, ShowsTheLineThatRunsInAllLists) {
     EXPECT_EQ(button.palette().color(QPalette::Disabled, QPalette::Button), plain);
 }
 
-TEST(PanelView, DrivesTheTimersOfTheForm) {
+TEST(PanelView, ShowsTheModeThatWasRead) {
     PanelBench bench;
     bench.choose("ZT72518.tab_518(0)", 2);
     QTest::mouseClick(&bench.widget<QCheckBox>("ZT72518.pre_prog_box(10)"), Qt::LeftButton, {},
                       QPoint(5, 5));
-    EXPECT_TRUE(QTest::qWaitFor(
-        [&bench] { return bench.label("ZT72518.read_pre_prog(0)") == "Initialization Mode"; },
-        30000));
+    bench.get<forms::Timer>("ZT72518.timer_auto_pre").fire();
     bench.settle();
+    EXPECT_EQ(bench.label("ZT72518.read_pre_prog(0)"), "Initialization Mode");
     EXPECT_TRUE(bench.widget<QLabel>("ZT72518.lin_pre(0)").isVisible());
     EXPECT_FALSE(bench.widget<QLabel>("ZT72518.lin_pre(4)").isVisible());
     EXPECT_EQ(bench.widget<QLabel>("ZT72518.lin_pre(0)").accessibleName(),

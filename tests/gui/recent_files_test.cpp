@@ -56,7 +56,7 @@ struct RecentBench : TestBench {
         QDropEvent fall({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         if (drop)
             QApplication::sendEvent(field, &fall);
-        QTest::qWait(1);
+        settle(); // the file is opened later
         settle();
         return enter.isAccepted();
     }

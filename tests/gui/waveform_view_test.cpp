@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QScrollBar>
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
@@ -21,8 +22,9 @@ struct WaveformWindow : WindowBench {
     void sendAndLook(const std::string& word) {
         send(word);
         settle();
-        QTest::qWait(gui::WaveformView::refreshPause + 50);
-        settle();
+        EXPECT_TRUE(QTest::qWaitFor(
+            [this] { return place().ends_with(fmt::format(" of {}", program.waveform().count())); },
+            30000));
     }
     gui::WaveCanvas& canvas() {
         return dynamic_cast<gui::WaveCanvas&>(widget<QAbstractScrollArea>("waveform.canvas"));

@@ -4,6 +4,8 @@
 #include "support/test_bench.h"
 
 #include <QApplication>
+#include <QDialog>
+#include <QPointer>
 #include <QTest>
 
 namespace bitlux::test {
@@ -34,6 +36,14 @@ struct WindowBench : TestBench {
         return *found;
     }
 
+    /// The window of a form beside the main one.
+    QDialog* dialog(const std::string& form) {
+        for (QDialog* any : window.findChildren<QDialog*>())
+            if (any->windowTitle().toStdString() == program.forms().form(form).caption())
+                return any;
+        throw std::runtime_error("no window of " + form);
+    }
+
     void press(const QString& name) {
         QTest::mouseClick(&widget<QPushButton>(name), Qt::LeftButton);
         settle();
@@ -45,6 +55,20 @@ struct WindowBench : TestBench {
         QTest::keyClicks(&edit, text);
         settle();
     }
+};
+
+/// The window of a panel, with a model of its chip behind the dongle.
+struct PanelWindow : WindowBench {
+    PanelWindow(const std::string& device, const std::string& form) : WindowBench(device) {
+        bench.dongle.plug();
+        program.mainForm().call("Start_USB");
+        program.forms().show(form);
+        panel = dialog(form);
+        panel->activateWindow();
+        settle();
+    }
+
+    QPointer<QDialog> panel;
 };
 
 } // namespace bitlux::test

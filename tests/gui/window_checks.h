@@ -2,23 +2,32 @@
 
 #include "gui/panels/bit_row.h"
 #include "gui/panels/choice_option.h"
+#include "panels/common/panel_form.h"
 
+#include <algorithm>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
 
+#include <QApplication>
 #include <QDialog>
+#include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTabBar>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
 
 template <typename Widget>
-std::vector<Widget*> inSight(const QDialog& window) {
+std::vector<Widget*> inSight(const QWidget& window) {
     std::vector<Widget*> all;
     for (QWidget* any : window.findChildren<QWidget*>())
         if (auto* wanted = dynamic_cast<Widget*>(any); wanted != nullptr && any->isVisible())
@@ -26,8 +35,109 @@ std::vector<Widget*> inSight(const QDialog& window) {
     return all;
 }
 
+/// Turns to every page of a panel; `look` is handed the number of the page and of the tab in it.
+template <typename Look>
+void forEachPage(PanelForm& panel, Look look) {
+    for (int page = panel.outerTabs.count(); page > 0; --page) {
+        panel.outerTabs.click(page);
+        const int inner = panel.shows("registers") ? panel.registerTabs.count() : 1;
+        for (int tab = 1; tab <= inner; ++tab) {
+            if (panel.shows("registers"))
+                panel.registerTabs.click(tab);
+            look(page, tab);
+        }
+    }
+}
+
+/// What the tabulator key reaches, once around.
+inline std::vector<QWidget*> tabWalk(QWidget& window) {
+    window.activateWindow();
+    QApplication::processEvents();
+    std::vector<QWidget*> reached;
+    std::set<QWidget*> seen;
+    if (window.focusWidget() == nullptr)
+        QTest::keyClick(&window, Qt::Key_Tab);
+    for (QWidget* at = window.focusWidget(); at != nullptr && seen.insert(at).second;
+         at = window.focusWidget()) {
+        reached.push_back(at);
+        QTest::keyClick(at, Qt::Key_Tab);
+    }
+    return reached;
+}
+
+/// Whether a reader who comes from one widget finds the other further on: below it or to its right,
+/// where the two part.
+inline bool isFurtherOn(const QWidget& from, const QWidget& to) {
+    const QWidget* shared = from.parentWidget();
+    while (shared != nullptr && !shared->isAncestorOf(&to))
+        shared = shared->parentWidget();
+    const auto partIn = [shared](const QWidget& widget) {
+        const QWidget* part = &widget;
+        while (part->parentWidget() != shared)
+            part = part->parentWidget();
+        return part->geometry();
+    };
+    const QRect before = partIn(from);
+    const QRect after = partIn(to);
+    return after.top() > before.center().y() || after.left() > before.center().x();
+}
+
+/// All that takes the focus is reached by the tabulator key, in the order in which it is read.
+inline void expectReached(const std::string& where, QWidget& window, int allowed = 0) {
+    const std::vector<QWidget*> reached = tabWalk(window);
+    for (QWidget* widget : window.findChildren<QWidget*>())
+        if (widget->objectName().contains('.') && widget->isVisible() && widget->isEnabled() &&
+            widget->window() == &window && (widget->focusPolicy() & Qt::TabFocus) != 0 &&
+            widget->focusProxy() == nullptr) {
+            EXPECT_EQ(std::count(reached.begin(), reached.end(), widget), 1)
+                << where << ": " << widget->objectName().toStdString();
+        }
+    QStringList back; // once from the last one to the first
+    for (std::size_t i = 0; i < reached.size(); ++i) {
+        const QWidget& from = *reached[i];
+        const QWidget& to = *reached[(i + 1) % reached.size()];
+        if (!isFurtherOn(from, to))
+            back << from.objectName() + " to " + to.objectName();
+    }
+    EXPECT_LE(back.size(), 1 + allowed) << where << ": " << back.join(", ").toStdString();
+}
+
+/// The texts in sight that each access key goes with.
+inline std::map<std::string, QStringList> accessKeys(const QWidget& window) {
+    std::map<std::string, QStringList> keys;
+    const auto add = [&keys](const QString& text) {
+        if (const QKeySequence key = QKeySequence::mnemonic(text); !key.isEmpty())
+            keys[key.toString().toStdString()] << text;
+    };
+    for (const QWidget* widget : window.findChildren<QWidget*>()) {
+        if (!widget->isVisible() || widget->window() != &window)
+            continue;
+        if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
+            add(button->text());
+        else if (const auto* group = qobject_cast<const QGroupBox*>(widget))
+            add(group->title());
+        else if (const auto* label = qobject_cast<const QLabel*>(widget);
+                 label != nullptr && label->buddy() != nullptr)
+            add(label->text());
+        else if (const auto* tabs = qobject_cast<const QTabBar*>(widget))
+            for (int i = 0; i < tabs->count(); ++i)
+                add(tabs->tabText(i));
+        else if (const auto* menus = qobject_cast<const QMenuBar*>(widget))
+            for (const QAction* menu : menus->actions())
+                add(menu->text());
+    }
+    return keys;
+}
+
+/// No two of them are the same.
+inline void expectKeysApart(const std::string& where, const QWidget& window) {
+    for (const auto& [key, texts] : accessKeys(window))
+        EXPECT_EQ(texts.size(), 1)
+            << where << ": " << key << ": " << texts.join(" | ").toStdString();
+}
+
 /// For those who hear them no two buttons look alike, and nothing has no name.
-inline void expectNamesApart(const std::string& where, const QDialog& window) {
+inline void expectNamesApart(const std::string& where, const QWidget& window) {
     std::set<QString> names;
     for (const auto* button : inSight<QPushButton>(window)) {
         const QString name =
@@ -44,7 +154,7 @@ inline void expectNamesApart(const std::string& where, const QDialog& window) {
 }
 
 /// No text is cut, and nothing is beside the window.
-inline void expectReadable(const std::string& where, const QDialog& window) {
+inline void expectReadable(const std::string& where, const QWidget& window) {
     for (const auto* cell : inSight<gui::BitCell>(window)) {
         EXPECT_GE(cell->width(), cell->readableWidth())
             << where << ": " << cell->objectName().toStdString();

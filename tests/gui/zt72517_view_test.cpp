@@ -29,22 +29,6 @@ struct PspiWindow : WindowBench {
     }
 };
 
-TEST(Zt72517View, IsWorkedByTheTabulatorKeyInReadingOrder) {
-    PspiWindow bench;
-    bench.widget<QTabBar>("frmMain.TabStripMain").setFocus();
-    QStringList names;
-    for (int i = 0; i < 25; ++i) {
-        QTest::keyClick(bench.window.focusWidget(), Qt::Key_Tab);
-        names << bench.window.focusWidget()->objectName().section('.', 1);
-    }
-    EXPECT_EQ(
-        names.join(' ').toStdString(),
-        "mode(0) mode(3) mode(1) mode(2) opt_nstb(0) opt_nstb(1) opt_en(0) opt_en(1) opt_valid "
-        "can_wu_opt crank_opt nerr_opt sr_opt(0) sr_opt(1) sr_opt(2) byte_to_send send_pspi "
-        "flag_line1_ref flag_line2_ref flag_line3_ref flag_line4_ref auto_opt(0) auto_opt(1) "
-        "HScroll1 TabStripMain");
-}
-
 TEST(Zt72517View, ShowsWhatTheChipHas) {
     PspiWindow bench;
     EXPECT_TRUE(bench.tellsOfNoDongle());

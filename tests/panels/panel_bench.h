@@ -1,15 +1,19 @@
 #pragma once
 
-#include "bench/chosen_marker_files.h"
 #include "panels/common/auto_reads.h"
 #include "panels/common/command_store.h"
 #include "panels/common/panel_form.h"
+#include "panels/common/sequence_stops.h"
 #include "panels/zt72518/chip_words.h"
 #include "panels/zt72518/line_commands.h"
 #include "panels/zt72518/watchdog.h"
+#include "platform/forms/timer.h"
 #include "support/test_bench.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <set>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,47 +24,103 @@
 
 namespace bitlux::test {
 
-constexpr std::int64_t millisecond = 1'000'000;
+using Texts = std::vector<std::string>;
+using Lines = std::vector<std::pair<std::string, std::string>>;
+using Names = std::set<std::string>;
+using Bits = std::vector<int>;
 
-/// The program with a dongle and the ZT72518 panel open; lines for the store are caught.
+constexpr std::int64_t millisecond = 1'000'000;
+constexpr forms::Color plain = 0xFFFFC0;   ///< of a bit that is 1, on most panels
+constexpr forms::Color striped = 0xFFC0C0; ///< of one that was read, in the other rows
+
+inline Texts split(const std::string& text, char separator) {
+    Texts parts;
+    std::istringstream rest(text);
+    for (std::string part; std::getline(rest, part, separator);)
+        parts.push_back(part);
+    return parts;
+}
+
+/// What a hand does on a panel, and what it leads to.
+struct PanelStep {
+    /// Controls that are clicked, "Name=5" for a bar, a list or a text, "Row=E8" to click bits
+    /// until the row has this value; "Name*" is a tick of a timer, "!Group/Flag" turns a switch of
+    /// the chip on, with underscores for blanks; "@20" lets milliseconds pass.
+    const char* hands;
+    const char* effects = ""; ///< as of PanelBench::outcomeOf
+    /// Parted by semicolons: "Row=E8" and "Row~E8" are a row lit in its first and in the striped
+    /// colour, "Row(4)=8" the part of it that begins there, "Label:text" a caption, "Name+" and
+    /// "Name-" a control that is visible or hidden, "Name>text" what the chip tells of its state.
+    const char* shows = "";
+};
+
+/// How a panel shows the bits of a row.
+struct PanelRows {
+    int bits = 8; ///< of a row, or of a part of it
+    forms::Color one = plain;
+};
+
+/// The program with a dongle and the panel of a chip open.
 class PanelBench : public TestBench {
 public:
-    explicit PanelBench(const std::string& device = "loopback",
-                        const std::vector<std::string>& replies = {})
-        : TestBench(device, replies, WithDongle::Yes) {
-        program.forms().show("ZT72518");
-        catchStore();
+    explicit PanelBench(const std::string& device = "loopback", const Texts& replies = {},
+                        std::string form = "ZT72518", PanelRows rows = {},
+                        void (*prepare)(TestBench&) = nullptr)
+        : TestBench(device, replies, WithDongle::Yes), form_(std::move(form)), rows_(rows) {
+        if (prepare != nullptr)
+            prepare(*this);
+        loop.drive(program.forms());
+        program.forms().show(form_);
+        wordBits_ = panel().chip().word.bits;
+        boxes.takeTexts();
+        program.startRecording(trace);
     }
+    ~PanelBench() { program.stopRecording(); }
+    PanelBench(const PanelBench&) = delete;
+    PanelBench& operator=(const PanelBench&) = delete;
 
-    PanelForm& panel() { return program.panels().touch("zt72518"); }
+    PanelForm& panel() { return program.panels().touch("zt" + form_.substr(2)); }
+    SequenceLists& lists() { return panel().sequence.lists; }
 
+    [[nodiscard]] std::string full(const std::string& control) const {
+        return control.find('.') == std::string::npos ? form_ + "." + control : control;
+    }
     template <typename T>
     T& on(const std::string& control) {
-        return get<T>("ZT72518." + control);
+        return get<T>(full(control));
     }
+    forms::Control& control(const std::string& name) { return program.forms().control(full(name)); }
     void press(const std::string& button) { on<forms::Button>(button).click(); }
     void choose(const std::string& option) { on<forms::OptionButton>(option).click(); }
     void tick(const std::string& box) { on<forms::CheckBox>(box).click(); }
-    void poke(const std::string& label) { on<forms::Label>(label).click(); }
-    /// Clicks the bits of a row until it shows a byte.
-    void pokeTo(const std::string& row, int wanted) {
-        for (int bit = 0; bit < 8; ++bit)
-            if (((byte(row) ^ wanted) >> bit & 1) != 0)
-                poke(fmt::format("{}({})", row, bit));
+    void type(const std::string& box, const std::string& text) {
+        on<forms::TextBox>(box).setText(text);
     }
     std::string caption(const std::string& label) { return on<forms::Label>(label).caption(); }
+    Texts column(const std::string& list) { return lines(full(list)); }
+
+    /// Labels of an array whose back colour is `colour`.
+    Bits lit(const std::string& labels, forms::Color colour) {
+        Bits result;
+        const std::string name = full(labels);
+        const std::size_t dot = name.find('.');
+        for (const forms::Control* one : program.forms().form(name.substr(0, dot)).controls())
+            if (one->name() == name.substr(dot + 1) && one->backColor() == colour)
+                result.push_back(one->index().value());
+        return result;
+    }
+    /// The value of a row, or of the part of it that begins with "Row(8)".
+    std::uint64_t row(const std::string& name) { return rowIn(name, rows_.one); }
+    /// Clicks the bits of a row until it shows a value.
+    void pokeTo(const std::string& name, std::uint64_t wanted) {
+        for (int bit = 0; bit < 32; ++bit) // a click may light others as well
+            if (((row(name) ^ wanted) >> bit & 1) != 0)
+                on<forms::Label>(fmt::format("{}({})", name, bit)).click();
+    }
     /// Turns a switch of the chip, by the name that `bitlux send --turn-on` knows.
     void turn(const std::string& name, bool on = true) {
         dongle.catchUp();
         dongle.chip()->turn(switchNamed(*dongle.chip(), name), on);
-    }
-    int byte(const std::string& row) { return panel().pageControls.row(row).byte(); }
-    /// The status row, as "B7CF".
-    std::string status() {
-        unsigned bits = 0;
-        for (const int bit : lit("Reg_W", 0xFFFFC0))
-            bits |= 1U << bit;
-        return fmt::format("{:04X}", bits);
     }
     /// What the chip tells of its state.
     std::string reading(const std::string& name) {
@@ -70,52 +130,182 @@ public:
                 return one.value;
         return "no such reading";
     }
-    /// Labels of an array whose back colour is `colour`.
-    std::vector<int> lit(const std::string& labels, forms::Color colour) {
-        std::vector<int> result;
-        for (const forms::Control* control : panel().controls())
-            if (control->name() == labels && control->backColor() == colour)
-                result.push_back(control->index().value());
-        return result;
-    }
 
-    /// What `action` sends, appends and stores, as "4AA5", "<00 15 00 20 00 00 00 00>" for a
-    /// command to the dongle, "+MUX Write=A5" and "*MUX Write=A5".
-    template <typename Action>
-    std::string effects(Action action) {
-        stored_.clear();
-        const SequenceLists& lists = panel().sequence.lists;
-        const int before = lists.last();
-        WireTrace trace;
-        program.startRecording(trace);
-        action();
-        program.stopRecording();
-        std::vector<std::string> all;
-        for (const WireAccess& access : trace.accesses()) {
-            if (access.kind != WireAccess::Kind::FrameOut)
-                continue;
-            const UsbFrame& frame = access.frame;
-            all.push_back(frame[0] == 0 ? fmt::format("<{:02X}>", fmt::join(frame, " "))
-                                        : fmt::format("{:02X}{:02X}", frame[3], frame[4]));
-        }
-        for (int row = before + 1; row <= lists.last(); ++row)
-            all.push_back(fmt::format("+{}={}", lists.command(row), lists.value(row)));
-        all.insert(all.end(), stored_.begin(), stored_.end());
+    /// What went out since the last call: words as "40A5", with '!' when they trigger, "/1" for the
+    /// last byte of their frame and ":24" when they have another length than the chip's; commands
+    /// to the dongle as "<00 15 00 20 00 00 00 00>".
+    std::string sent() {
+        Texts all;
+        for (const WireAccess& access : trace.accesses())
+            if (access.kind == WireAccess::Kind::FrameOut)
+                all.push_back(textOf(access.frame));
+        trace.clear();
         return fmt::format("{}", fmt::join(all, " "));
     }
-    std::string effectsOf(const std::string& button) {
-        return effects([&] { press(button); });
+    /// What `action` sends, and the lines that it appends, as "+MUX Write=A5".
+    template <typename Action>
+    std::string effects(Action action) {
+        const int before = lists().last();
+        trace.clear();
+        action();
+        std::string all = sent();
+        for (int row = before + 1; row <= lists().last(); ++row)
+            all += fmt::format("{}+{}={}", all.empty() ? "" : " ", lists().command(row),
+                               lists().value(row));
+        return all;
+    }
+    std::string effectsOf(const std::string& hands) {
+        return effects([&] {
+            for (const std::string& hand : split(hands, ' '))
+                act(hand);
+        });
+    }
+    /// Effects, and the boxes that came, as "[text]".
+    std::string outcomeOf(const std::string& hands) {
+        std::string all = effectsOf(hands);
+        for (const std::string& box : boxes.takeTexts())
+            all += fmt::format("{}[{}]", all.empty() ? "" : " ", box);
+        return all;
+    }
+    void expect(const std::string& shows) {
+        for (const std::string& one : split(shows, ';'))
+            EXPECT_EQ(shown(one), one);
+    }
+    template <typename Steps>
+    void walk(const Steps& steps) {
+        for (const PanelStep& step : steps) {
+            SCOPED_TRACE(step.hands);
+            EXPECT_EQ(outcomeOf(step.hands), step.effects);
+            expect(step.shows);
+        }
+    }
+    /// Every button of these forms is in a step or among the others.
+    template <typename Steps>
+    void expectAllButtonsIn(const Steps& steps, const Texts& forms, const std::string& others) {
+        std::string all = others;
+        for (const PanelStep& step : steps)
+            all += fmt::format(" {}", step.hands);
+        Names known;
+        for (const std::string& hand : split(all, ' '))
+            known.insert(full(hand));
+        for (const std::string& form : forms)
+            for (const forms::Control* any : program.forms().form(form).controls())
+                if (any->kind() == forms::Control::Kind::Button) {
+                    EXPECT_TRUE(known.contains(any->fullName())) << any->fullName();
+                }
+    }
+
+    /// All lines of the sequence but the headers, as "MUX Write=A5".
+    std::string sequence() {
+        Texts result;
+        for (int row = 1; row <= lists().last(); ++row)
+            result.push_back(fmt::format("{}={}", lists().command(row), lists().value(row)));
+        return fmt::format("{}", fmt::join(result, " "));
+    }
+    void fill(const Lines& lines) {
+        lists().clear();
+        for (const auto& [command, value] : lines)
+            lists().append(command, value);
+    }
+    /// Plays lines; what went out.
+    std::string run(const Lines& lines) {
+        fill(lines);
+        return run();
+    }
+    std::string run() {
+        trace.clear();
+        press("Cm_Run_Seq");
+        return sent();
+    }
+    /// Lets time pass in the loop of the program; what went out.
+    std::string pass(std::int64_t milliseconds) {
+        trace.clear();
+        for (const std::int64_t end = clock.nanoseconds() + milliseconds * millisecond;
+             clock.nanoseconds() < end;)
+            loop.waitForEvents(end - clock.nanoseconds());
+        return sent();
+    }
+
+    WireTrace trace;
+
+protected:
+    void act(const std::string& hand) {
+        const std::size_t sign = hand.find('=');
+        const std::string name = hand.substr(0, sign);
+        if (hand[0] == '!') {
+            std::string flag = hand.substr(1);
+            std::replace(flag.begin(), flag.end(), '_', ' ');
+            return turn(flag);
+        }
+        if (hand[0] == '@')
+            return clock.idle(std::stoi(hand.substr(1)) * millisecond);
+        if (hand.ends_with('*'))
+            return on<forms::Timer>(hand.substr(0, hand.size() - 1)).fire();
+        if (sign == std::string::npos)
+            return control(name).click();
+        const std::string value = hand.substr(sign + 1);
+        forms::Control* const named = find(name);
+        if (named == nullptr)
+            pokeTo(name, std::stoul(value, nullptr, 16));
+        else if (auto* bar = dynamic_cast<forms::ScrollBar*>(named))
+            bar->move(std::stoi(value));
+        else if (auto* list = dynamic_cast<forms::ComboBox*>(named))
+            list->select(std::stoi(value));
+        else
+            dynamic_cast<forms::TextBox&>(*named).edit(value);
+    }
+    /// What is really seen of an item of a step.
+    std::string shown(const std::string& item) {
+        const std::size_t end = item.find_first_of("=~:>+-");
+        const std::string name = item.substr(0, end);
+        const auto digits = static_cast<int>(item.size() - end - 1);
+        switch (item.at(end)) {
+        case ':':
+            return name + ":" + caption(name);
+        case '>':
+            return name + ">" + reading(name);
+        case '+':
+        case '-':
+            return name + (control(name).visible() ? "+" : "-");
+        case '~':
+            return fmt::format("{}~{:0{}X}", name, rowIn(name, striped), digits);
+        default:
+            return fmt::format("{}={:0{}X}", name, row(name), digits);
+        }
     }
 
 private:
-    void catchStore() {
-        panel().part<CommandStore>().write = [this](const std::string& name,
-                                                    const std::string& value) {
-            stored_.push_back(fmt::format("*{}={}", name, value));
-        };
+    forms::Control* find(const std::string& name) {
+        const std::string wanted = full(name);
+        for (forms::Control* any :
+             program.forms().form(wanted.substr(0, wanted.find('.'))).controls())
+            if (any->fullName() == wanted)
+                return any;
+        return nullptr;
+    }
+    std::uint64_t rowIn(const std::string& name, forms::Color one) {
+        const std::size_t bracket = name.find('(');
+        const int first = bracket == std::string::npos ? 0 : std::stoi(name.substr(bracket + 1));
+        std::uint64_t value = 0;
+        for (const int index : lit(name.substr(0, bracket), one))
+            if (index >= first && index < first + rows_.bits)
+                value |= std::uint64_t{1} << (index - first);
+        return value;
+    }
+    [[nodiscard]] std::string textOf(const UsbFrame& frame) const {
+        const int bits = frame[0] & 0x3F;
+        if (bits == 0)
+            return fmt::format("<{:02X}>", fmt::join(frame, " "));
+        const auto* const word = frame.begin() + 3;
+        return fmt::format("{:02X}{}{}{}", fmt::join(word, word + (bits + 7) / 8, ""),
+                           bits == wordBits_ ? "" : fmt::format(":{}", bits),
+                           (frame[0] & 0x80) != 0 ? "!" : "",
+                           frame[7] == 0 ? "" : fmt::format("/{}", frame[7]));
     }
 
-    std::vector<std::string> stored_;
+    std::string form_;
+    PanelRows rows_;
+    int wordBits_ = 0;
 };
 
 } // namespace bitlux::test

@@ -2,20 +2,16 @@
 
 #include "bench.h"
 
-#include "bench/chosen_marker_files.h"
+#include "panels/marked_bench.h"
 
 namespace bitlux::test::zt72516 {
 namespace {
 
 TEST(Zt72516Choices, LightTheirBits) {
-    struct Case {
-        const char* control;
-        const char* choices; ///< "2=1C0": option or text, and what the row shows then
-        const char* row;
-        std::uint64_t before;
-    };
+    // Control; option or text, and what the row shows then; row, and its value before.
+    using Case = std::tuple<const char*, std::string, const char*, std::uint64_t>;
     Bench bench;
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [control, choices, row, before] : std::initializer_list<Case>{
              {"VAUX3_5_Option", "0=FFFFF9 1=FFFFFD 2=FFFFFF", "Init_Reg", 0xFFFFFF},
              {"VDDrstD_Option", "0=0 1=8 2=10 3=18", "Init_Reg", 0},
              {"VDDLrst_Option", "0=0 1=20 2=40 3=60", "Init_Reg", 0},
@@ -48,22 +44,20 @@ TEST(Zt72516Choices, LightTheirBits) {
              {"Combo_SG7_Current", "20ma=E00000 8ma=400000", "SGM0_Reg", 0},
              {"Combo_SG9_Current", "20ma=38 10ma=18", "SGM1_Reg", 0},
              {"Combo_SG15_16_Current", "14ma=A00000 12ma=800000", "SGM1_Reg", 0}}) {
-        std::string rest = c.choices;
-        bench.pokeTo(c.row, c.before);
+        bench.pokeTo(row, before);
         std::string seen;
-        for (std::size_t from = 0; from < rest.size();) {
-            const std::size_t equals = rest.find('=', from);
-            const std::size_t end = std::min(rest.find(' ', equals), rest.size());
-            const std::string choice = rest.substr(from, equals - from);
-            if (std::string_view(c.control).starts_with("Combo"))
-                bench.on<forms::ComboBox>(c.control).edit(choice);
+        for (std::size_t from = 0; from < choices.size();) {
+            const std::size_t equals = choices.find('=', from);
+            const std::string choice = choices.substr(from, equals - from);
+            from = std::min(choices.find(' ', equals), choices.size() - 1) + 1;
+            if (std::string_view(control).starts_with("Combo"))
+                bench.on<forms::ComboBox>(control).edit(choice);
             else
-                bench.on<forms::OptionButton>(fmt::format("{}({})", c.control, choice)).click();
-            seen += fmt::format("{}{}={:X}", seen.empty() ? "" : " ", choice, bench.row(c.row));
-            from = end + 1;
+                bench.on<forms::OptionButton>(fmt::format("{}({})", control, choice)).click();
+            seen += fmt::format("{}{}={:X}", seen.empty() ? "" : " ", choice, bench.row(row));
         }
-        EXPECT_EQ(seen, c.choices) << c.control;
-        bench.pokeTo(c.row, 0);
+        EXPECT_EQ(seen, choices) << control;
+        bench.pokeTo(row, 0);
     }
     EXPECT_EQ(bench.sent(), "");
 }
@@ -91,20 +85,12 @@ TEST(Zt72516Choices, AreOneWayAndTakeTextsFromAList) {
 
 TEST(Zt72516Marker, BringsTestFunctionsAndTheTestForm) {
     for (const bool there : {false, true}) {
-        VirtualClock clock;
-        VirtualBench hardware(clock, makeDevice("loopback"));
-        ScriptedDesk desk(clock);
-        const ChosenMarkerFiles markers(there ? Texts{"72516tm.txt"} : Texts{});
-        Hardware parts = hardware.hardware();
-        parts.markers = &markers;
-        Program program(parts, desk.desk());
-        program.Main();
-        program.forms().show("ZT72516");
-        auto& list = program.forms().get<forms::ComboBox>("ZT72516.Combo_Dev_Selection");
+        MarkedBench bench("ZT72516", there ? Texts{"72516tm.txt"} : Texts{});
+        auto& list = bench.on<forms::ComboBox>("Combo_Dev_Selection");
         EXPECT_EQ(list.items().size(), there ? 45U : 20U);
-        EXPECT_EQ(program.forms().control("ZT72516.Btn_Test_Mode").visible(), there);
+        EXPECT_EQ(bench.on("Btn_Test_Mode").visible(), there);
         list.edit("Vcp divided by 5");
-        const LabelRow& row = program.panels().touch("zt72516").pageControls.row("AMUX_Reg");
+        const LabelRow& row = bench.program.panels().touch("zt72516").pageControls.row("AMUX_Reg");
         EXPECT_EQ(row.value(), 44U << 3) << "a text that is typed counts all the same";
         if (there) {
             EXPECT_EQ(list.items().back(), "Vcp divided by 5");
@@ -283,14 +269,14 @@ TEST(Zt72516Watchdog, IsStoppedByAPanelThatGoesAndByTheEnd) {
     closed.session().ConfigDirty = ConstOff;
     closed.program.forms().unload("ZT72516");
     EXPECT_EQ(closed.sent(), stop);
-    closed.choose("frmMain.itemExit");
+    closed.get<forms::MenuItem>("frmMain.itemExit").click();
     EXPECT_EQ(closed.sent(), "");
     Bench ended;
     ended.program.end();
     EXPECT_EQ(ended.sent(), stop);
     Bench left;
     left.session().ConfigDirty = ConstOff;
-    left.choose("frmMain.itemExit");
+    left.get<forms::MenuItem>("frmMain.itemExit").click();
     EXPECT_EQ(left.sent(), stop);
 }
 

@@ -8,43 +8,27 @@ namespace bitlux::test::zt72516 {
 namespace {
 
 TEST(Zt72516Sequence, KnowsThirtyNames) {
-    const Lines words{{"Ack Safe Condition", "5F000000"},
-                      {"Init Reg Read", "03000000"},
-                      {"Init Reg Write", "43000001"},
-                      {"SPE_MODE Reg Read", "04000000"},
-                      {"SPE_MODE Reg Write", "44000001"},
-                      {"TIMER Reg Read", "05000000"},
-                      {"TIMER Reg Write", "45000001"},
-                      {"AMUX Reg Write", "46000001"},
-                      {"Simple Watchdog Refresh", "47000000"},
-                      {"Out of Watchdog Inhibit", "5E000000"},
-                      {"Wakeup Via SPI Write", "49000010"},
-                      {"CAN01 Reg Write", "4B000001"},
-                      {"LIN01 Reg Write", "4C000001"},
-                      {"LIN23 Reg Write", "4D000001"},
-                      {"MODE Reg Write", "49000001"},
-                      {"Regulator Reg Write", "4A000001"},
-                      {"SGFS Reg Write", "4F000001"},
-                      {"SGM0 Reg Write", "51000001"},
-                      {"SGM1 Reg Write", "52000001"},
-                      {"SGMT Reg Write", "53000000"},
-                      {"SGT Reg Write", "54000000"},
-                      {"SGWU Reg Write", "4E000001"},
-                      {"SGWUD Reg Write", "50000001"},
-                      {"Goto Flash Mode", "04000000 440002A5"},
-                      {"Goto Init Mode", "04000000 440001A5"},
-                      {"Goto Init with WD Refresh ", "47000000 04000000 440001A5"},
-                      {"Goto Reset Mode", "04000000 440000A5"},
-                      {"Reset SG Inputs", "04000000 440003A5"},
-                      {"INT Request", "48000100"},
-                      {"Interrupt Reg Write", "48000001"},
-                      {"Goto Init with WD Refresh", "00000000"},
-                      {"interrupt reg write", "00000000"},
-                      {"Commands", "00000000"},
-                      {"", "00000000"}};
+    // With the value 1.
+    const std::string words =
+        "Ack Safe Condition=5F000000;Init Reg Read=03000000;Init Reg Write=43000001;"
+        "SPE_MODE Reg Read=04000000;SPE_MODE Reg Write=44000001;TIMER Reg Read=05000000;"
+        "TIMER Reg Write=45000001;AMUX Reg Write=46000001;Simple Watchdog Refresh=47000000;"
+        "Out of Watchdog Inhibit=5E000000;Wakeup Via SPI Write=49000010;"
+        "CAN01 Reg Write=4B000001;LIN01 Reg Write=4C000001;LIN23 Reg Write=4D000001;"
+        "MODE Reg Write=49000001;Regulator Reg Write=4A000001;SGFS Reg Write=4F000001;"
+        "SGM0 Reg Write=51000001;SGM1 Reg Write=52000001;SGMT Reg Write=53000000;"
+        "SGT Reg Write=54000000;SGWU Reg Write=4E000001;SGWUD Reg Write=50000001;"
+        "Goto Flash Mode=04000000 440002A5;Goto Init Mode=04000000 440001A5;"
+        "Goto Init with WD Refresh =47000000 04000000 440001A5;"
+        "Goto Reset Mode=04000000 440000A5;Reset SG Inputs=04000000 440003A5;"
+        "INT Request=48000100;Interrupt Reg Write=48000001;"
+        "Goto Init with WD Refresh=00000000;interrupt reg write=00000000;Commands=00000000;"
+        "=00000000";
     Bench bench("scripted", {"FF12375A"});
-    for (const auto& [name, sent] : words)
-        EXPECT_EQ(bench.run({{name, "1"}}), sent) << name;
+    for (const std::string& line : split(words, ';')) {
+        const std::size_t equals = line.find('=');
+        EXPECT_EQ(bench.run({{line.substr(0, equals), "1"}}), line.substr(equals + 1)) << line;
+    }
 }
 
 TEST(Zt72516Sequence, TakesValuesAsDecimalNumbers) {
@@ -70,16 +54,14 @@ TEST(Zt72516Sequence, TakesValuesAsDecimalNumbers) {
 }
 
 TEST(Zt72516Sequence, EndsAtANumberBeyondItsRange) {
-    struct Case {
-        const char* command;
-        const char* value;
-    };
-    for (const Case& c : {Case{"Init Reg Write", "4300000000"}, Case{"SGWU Reg Write", "4E000010"},
-                          Case{"LIN23 Reg Write", "4D001234"}, Case{"Wait", "9999999999"}}) {
+    for (const auto& [command, value] : {std::pair{"Init Reg Write", "4300000000"},
+                                         {"SGWU Reg Write", "4E000010"},
+                                         {"LIN23 Reg Write", "4D001234"},
+                                         {"Wait", "9999999999"}}) {
         Bench bench;
-        EXPECT_EQ(bench.run({{"TIMER Reg Read", ""}, {c.command, c.value}, {"TIMER Reg Read", ""}}),
+        EXPECT_EQ(bench.run({{"TIMER Reg Read", ""}, {command, value}, {"TIMER Reg Read", ""}}),
                   "05000000")
-            << c.value;
+            << value;
         EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Row 2: Overflow"});
         EXPECT_TRUE(bench.on<forms::Button>("Cm_Run_Seq").enabled());
     }
@@ -147,7 +129,7 @@ TEST(Zt72516Sequence, GoesOnBesideAPanelThatIsNoLongerInFrontAndWithoutADongle) 
     Bench bench;
     bench.loop.atTurn(1, [&] { bench.program.forms().activate("frmMain"); });
     EXPECT_EQ(bench.run({{"INT Request", ""}, {"INT Request", ""}, {"TIMER Reg Write", "1"}}),
-              "48000100 00010000:24 00000100:24")
+              "48000100 000100:24 000001:24")
         << "what travels has the length that was applied";
     EXPECT_EQ(bench.session().ZT72516PanelActive, 0);
     bench.program.forms().activate("ZT72516");
@@ -181,9 +163,6 @@ TEST(Zt72516Sequence, RepeatsLinesUntilItIsStopped) {
     const std::string words = bench.run(Lines(4, {"TIMER Reg Read", ""}));
     EXPECT_EQ(words, "05000000 05000000 05000000 05000000 05000000 05000000")
         << "a stop ends the run, and an old one does not count";
-    bench.on<forms::TextBox>("Val_loop(1)").setText("5"); // behind the last line
-    EXPECT_EQ(bench.run(Lines(3, {"TIMER Reg Read", ""})), "05000000 05000000 05000000");
-    EXPECT_EQ(bench.column("List1").substr(0, 17), "  0|  1|  2|  3  ");
     bench.run({});
     EXPECT_EQ(bench.column("List1").substr(0, 11), "  0|  1|  2") << "no line, no arrow";
     bench.on<forms::CheckBox>("Ch_Loop").click();
@@ -216,30 +195,27 @@ TEST(Zt72516SequenceFile, HasTheseBytes) {
 }
 
 TEST(Zt72516SequenceFile, IsReadFieldByFieldAsFarAsItGoes) {
-    struct Case {
-        std::string content;
-        const char* commands;
-        const char* values;
-    };
+    using Case = std::tuple<std::string, const char*, const char*>;
     const std::string head = "Command\tValue\r\nCommands\tValue\t\r\n";
     std::string many = head;
     for (int line = 1; line <= 1005; ++line)
         many += fmt::format("{}\t\t\r\n", line);
     const TemporaryFolder folder;
-    for (const Case& c : {Case{head + "A\t1\t\r\n", "Commands|A", "Value|1"},
-                          Case{head + "A\t1\t,B\t2\t\r\nC\t3\t", "Commands|A|B|C", "Value|1|2|3"},
-                          Case{head + "A,\t1\t\r\nC\t3\t\r\n", "Commands", "Value"},
-                          Case{head + "\"A,B\t1\t\" x,C\t2\t\r\n", "Commands|A,B|C", "Value|1|2"},
-                          Case{head + "A\t1\t\r\nB\t2\r\nC\t3\t\r\n", "Commands|A", "Value|1"},
-                          Case{"x\r\nA\t1\t\r\n", "A", "1"}, Case{"x\r\n", "", ""},
-                          Case{head + "\xB5\t\t\r\n", "Commands|µ", "Value|"},
-                          Case{"", "Commands|old", "Value in Hex (data only)|"}}) {
+    for (const auto& [content, commands, values] :
+         {Case{head + "A\t1\t\r\n", "Commands|A", "Value|1"},
+          Case{head + "A\t1\t,B\t2\t\r\nC\t3\t", "Commands|A|B|C", "Value|1|2|3"},
+          Case{head + "A,\t1\t\r\nC\t3\t\r\n", "Commands", "Value"},
+          Case{head + "\"A,B\t1\t\" x,C\t2\t\r\n", "Commands|A,B|C", "Value|1|2"},
+          Case{head + "A\t1\t\r\nB\t2\r\nC\t3\t\r\n", "Commands|A", "Value|1"},
+          Case{"x\r\nA\t1\t\r\n", "A", "1"}, Case{"x\r\n", "", ""},
+          Case{head + "\xB5\t\t\r\n", "Commands|µ", "Value|"},
+          Case{"", "Commands|old", "Value in Hex (data only)|"}}) {
         Bench bench;
         bench.fill({{"old", ""}});
-        bench.fileDialogs.answer(folder.write("Sequence.txt", c.content));
+        bench.fileDialogs.answer(folder.write("Sequence.txt", content));
         bench.press("Cm_LOAD_Seq");
-        EXPECT_EQ(bench.column("List_Commands"), c.commands) << c.content;
-        EXPECT_EQ(bench.column("List_Value"), c.values) << c.content;
+        EXPECT_EQ(bench.column("List_Commands"), commands) << content;
+        EXPECT_EQ(bench.column("List_Value"), values) << content;
         EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
     }
     Bench bench;

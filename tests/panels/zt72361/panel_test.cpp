@@ -1,16 +1,16 @@
-#include "panels/byte_panel_bench.h"
+#include "panels/panel_bench.h"
 
 namespace bitlux::test {
 namespace {
 
-class Zt72361 : public testing::Test, public BytePanelBench {
+class Zt72361 : public testing::Test, public PanelBench {
 protected:
-    Zt72361() : BytePanelBench("zt72361", "ZT72361") {}
+    Zt72361() : PanelBench("zt72361", {}, "ZT72361", {.bits = 4, .one = 0x8080FF}) {}
 };
 
 /// Every button and box, as somebody with the chip in front of him works them.
 TEST_F(Zt72361, SendsAndShowsWhatEachControlSays) {
-    walk({
+    walk(std::initializer_list<PanelStep>{
         // The watchdog: choosing ON and the bar's handler each send the frame.
         {"HscWd=20", "<00 04 00 01 B0 14 01 00> <00 04 00 01 B0 14 01 00>", "LblWd(4):40"},
         {"OptWd(2) OptWd(5) HscWd=60", "<00 04 00 01 B6 3C 01 00>", "LblWd(4):120"},
@@ -66,7 +66,7 @@ TEST_F(Zt72361, SendsAndShowsWhatEachControlSays) {
 
 TEST_F(Zt72361, RunsTheWatchdogAsTheModesNeedIt) {
     const char* const both = "<00 04 00 01 B0 05 01 00> <00 04 00 01 B0 05 01 00> 11";
-    walk({
+    walk(std::initializer_list<PanelStep>{
         {"OptMcr(1) CmdMcr", both},
         {"CmdMcr", "<00 04 00 01 B0 05 01 00> 11"},
         {"OptMcr(2) CmdMcr", "12 <00 04 00 00 B2 05 01 00>"},
@@ -78,12 +78,12 @@ TEST_F(Zt72361, RunsTheWatchdogAsTheModesNeedIt) {
 }
 
 TEST_F(Zt72361, ReadsTheFlagsBeforeItEntersStopMode) {
-    EXPECT_EQ(effectsOf("OptRcr(7) OptMcr(2) CmdEnterStop"),
+    EXPECT_EQ(outcomeOf("OptRcr(7) OptMcr(2) CmdEnterStop"),
               "<00 04 00 01 B0 05 01 00> <00 04 00 01 B0 05 01 00> 11 30 00 20 40 60 80 A0 C0 E0 "
               "13 <00 04 00 00 B3 05 01 00> [Flags read, ready to enter in Stop Mode !]");
     EXPECT_EQ(boxes.shown().back().title, "Enter in Stop Mode");
     dongle.unplug();
-    EXPECT_EQ(effectsOf("CmdEnterStop"), "[Check the USB cable and restart program]");
+    EXPECT_EQ(outcomeOf("CmdEnterStop"), "[Check the USB cable and restart program]");
 }
 
 TEST_F(Zt72361, LeavesTheTypeOfWordsAsItIs) {
@@ -93,9 +93,8 @@ TEST_F(Zt72361, LeavesTheTypeOfWordsAsItIs) {
     program.forms().show("ZT72361");
     EXPECT_EQ(session().SPIType, 6);
     EXPECT_EQ(session().SPIWordLength, 8);
-    WireTrace trace;
-    program.startRecording(trace);
-    on<forms::Button>("CmdIor").click();
+    trace.clear();
+    press("CmdIor");
     ASSERT_FALSE(trace.accesses().empty());
     EXPECT_EQ(trace.accesses()[0].frame[1] & 7, 5);
     program.forms().unload("ZT72361");

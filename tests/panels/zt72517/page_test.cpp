@@ -1,6 +1,8 @@
 #include "platform/failure.h"
 #include "support/test_bench.h"
 
+#include <tuple>
+
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <gtest/gtest.h>
@@ -119,49 +121,33 @@ TEST(Zt72517Page, SendsOneFrameForEachButton) {
     for (const char* flag : {"CAN F", "BATFAIL", "SPIerr", "WILS", "CANF2", "Bus Dom", "VSUV"})
         bench.turn(flag);
     EXPECT_EQ(bench.state(), ".... 0 0 0 false");
-    struct Case {
-        const char* control;
-        const char* frames;
-        const char* bits;
-        const char* flags;
-        const char* state;
-    };
-    for (const Case& c : {
-             Case{"mode(2)", "08 04 03 00", "00000000", "----- --- ------ ------ ",
-                  "..X. 1 1 3 false"},
-             Case{"flag_line1_ref", "08 04 07 00", "00010001", "10001 --- ------ ------ ",
-                  "..X. 1 1 3 false"},
-             Case{"flag_line2_ref", "08 04 07 1F", "00001010", "10001 101 ------ ------ ",
-                  "..X. 1 1 3 false"},
-             Case{"flag_line3_ref", "08 04 07 40", "00100100", "10001 101 001001 ------ ",
-                  "..X. 1 1 3 false"},
-             Case{"flag_line4_ref", "08 04 07 5F", "00000100", "10001 101 001001 001000 ",
-                  "..X. 1 1 3 false"},
-             Case{"mode(3)", "08 04 02 00", "00000100", "10001 101 001001 001000 ",
-                  "...X 0 1 2 false"},
-             Case{"mode(1)", "08 04 01 00", "00000100", "10001 101 001001 001000 ",
-                  ".X.. 1 0 1 false"},
-             Case{"mode(0)", "08 04 00 00", "00000100", "10001 101 001001 001000 ",
-                  "X... 0 0 0 false"},
-             Case{"opt_en(1)", "", "00000100", "10001 101 001001 001000 ", "X... 0 1 0 false"},
-             Case{"opt_nstb(1)", "", "00000100", "10001 101 001001 001000 ", "X... 1 1 0 false"},
-             Case{"opt_valid", "08 04 03 00", "00000100", "10001 101 001001 001000 ",
-                  "X... 1 1 3 false"},
-             Case{"sr_opt(2)", "08 04 07 28", "00000100", "10001 101 001001 001000 ",
-                  "X... 1 1 3 false"},
-             Case{"can_wu_opt", "08 04 07 2A", "00000100", "10001 101 001001 001000 ",
-                  "X... 1 1 3 false"},
-             Case{"nerr_opt", "08 04 07 3A", "00000100", "10001 101 001001 001000 ",
-                  "X... 1 1 3 false"},
-             Case{"crank_opt", "08 04 07 3B", "00000100", "10001 101 001001 001000 ",
-                  "X... 1 1 3 false"},
-             Case{"send_pspi", "08 04 07 00", "00010001", "10001 101 001001 001000 ",
-                  "X... 1 1 3 false"},
-         }) {
-        EXPECT_EQ(bench.framesOf(c.control), c.frames) << c.control;
-        EXPECT_EQ(bench.bits(), c.bits) << c.control;
-        EXPECT_EQ(bench.flags(), c.flags) << c.control;
-        EXPECT_EQ(bench.state(), c.state) << c.control;
+    std::string flags = "----- --- ------ ------ ";
+    for (const auto& [control, frames, bits, newFlags, state] :
+         {std::tuple{"mode(2)", "08 04 03 00", "00000000", "", "..X. 1 1 3 false"},
+          {"flag_line1_ref", "08 04 07 00", "00010001", "10001 --- ------ ------ ",
+           "..X. 1 1 3 false"},
+          {"flag_line2_ref", "08 04 07 1F", "00001010", "10001 101 ------ ------ ",
+           "..X. 1 1 3 false"},
+          {"flag_line3_ref", "08 04 07 40", "00100100", "10001 101 001001 ------ ",
+           "..X. 1 1 3 false"},
+          {"flag_line4_ref", "08 04 07 5F", "00000100", "10001 101 001001 001000 ",
+           "..X. 1 1 3 false"},
+          {"mode(3)", "08 04 02 00", "00000100", "", "...X 0 1 2 false"},
+          {"mode(1)", "08 04 01 00", "00000100", "", ".X.. 1 0 1 false"},
+          {"mode(0)", "08 04 00 00", "00000100", "", "X... 0 0 0 false"},
+          {"opt_en(1)", "", "00000100", "", "X... 0 1 0 false"},
+          {"opt_nstb(1)", "", "00000100", "", "X... 1 1 0 false"},
+          {"opt_valid", "08 04 03 00", "00000100", "", "X... 1 1 3 false"},
+          {"sr_opt(2)", "08 04 07 28", "00000100", "", "X... 1 1 3 false"},
+          {"can_wu_opt", "08 04 07 2A", "00000100", "", "X... 1 1 3 false"},
+          {"nerr_opt", "08 04 07 3A", "00000100", "", "X... 1 1 3 false"},
+          {"crank_opt", "08 04 07 3B", "00000100", "", "X... 1 1 3 false"},
+          {"send_pspi", "08 04 07 00", "00010001", "", "X... 1 1 3 false"}}) {
+        EXPECT_EQ(bench.framesOf(control), frames) << control;
+        EXPECT_EQ(bench.bits(), bits) << control;
+        flags = *newFlags == '\0' ? flags : newFlags;
+        EXPECT_EQ(bench.flags(), flags) << control;
+        EXPECT_EQ(bench.state(), state) << control;
     }
     EXPECT_EQ(bench.reading("Mode"), "Normal Mode");
     EXPECT_EQ(bench.reading("Configuration"), "3B");

@@ -1,7 +1,5 @@
-#include "sequencer_bench.h"
+#include "panels/panel_bench.h"
 #include "support/file_size_limit.h"
-
-#include <gtest/gtest.h>
 
 namespace bitlux::test {
 namespace {
@@ -9,7 +7,7 @@ namespace {
 constexpr const char* save = "Cm_SAVE_Seq";
 constexpr const char* load = "Cm_LOAD_Seq";
 
-struct FileBench : SequencerBench {
+struct FileBench : PanelBench {
     /// Loads what a file holds; the text of the box.
     std::string loadFrom(const std::string& content) {
         fileDialogs.answer(folder.write("a.txt", content));
@@ -71,20 +69,15 @@ TEST(SequenceFile, ChangesNothingWhenItIsDamaged) {
     };
     const char* const noTabs = "there is no tab behind the command and behind the value";
     const char* const noHeaders = "there is no row of headers behind it";
-    struct Case {
-        std::string content;
-        int line;
-        const char* reason;
-    };
-    const Case cases[] = {
+    const std::tuple<std::string, int, const char*> cases[] = {
         {head + "Wait\t5\t\r\nMUX Write\t5\r\nWait\t5\t\r\n", 4, noTabs},
         {head + "Wait 5\r\n", 3, noTabs},
         {head + "\r\n", 3, noTabs},
         {"Command\tValue\r\n", 1, noHeaders},
         {"", 0, noHeaders},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(bench.loadFrom(c.content), damaged(c.line, c.reason)) << c.content;
+    for (const auto& [content, line, reason] : cases)
+        EXPECT_EQ(bench.loadFrom(content), damaged(line, reason)) << content;
     EXPECT_NE(bench.loadFrom(head + std::string(70'000, 'x')).find("line 3"), std::string::npos);
     bench.fileDialogs.answer(bench.folder.path());
     bench.press(load);
@@ -99,35 +92,25 @@ TEST(SequenceFile, ChangesNothingWhenItIsDamaged) {
     EXPECT_EQ(bench.boxes.takeTexts().size(), 2U);
 }
 
-TEST(SequenceFile, MayBeLong) {
-    FileBench bench;
-    std::string content = "Command\tValue\r\nCommands\tValue in Hexa\t\r\n";
-    for (int line = 0; line < 100'000; ++line)
-        content += "Interrupts Read Flag High\t80\t\r\n";
-    EXPECT_EQ(bench.loadFrom(content), "");
-    EXPECT_EQ(bench.lists().last(), 100'000);
-    EXPECT_EQ(bench.saved(), content);
-}
-
 TEST(SequenceFile, RecordsWhatIsSent) {
     FileBench bench;
     const std::string name = bench.folder.path("record.txt");
     const auto ticks = [&bench] {
-        return fmt::format("{}{}{}", bench.get<forms::CheckBox>("ZT72518.read_auto(39)").value(),
-                           bench.get<forms::CheckBox>("ZT72518.read_auto(40)").value(),
+        return fmt::format("{}{}{}", bench.on<forms::CheckBox>("read_auto(39)").value(),
+                           bench.on<forms::CheckBox>("read_auto(40)").value(),
                            bench.panel().part<CommandStore>().StoreCommands);
     };
-    bench.toggle("read_auto(40)"); // cancelled
+    bench.tick("read_auto(40)"); // cancelled
     EXPECT_EQ(ticks(), "00false");
     EXPECT_EQ(bench.fileDialogs.shown().back().title, "Auto-Save Sequence");
     EXPECT_EQ(bench.fileDialogs.shown().back().filter, "Sequence file (*.txt)|*.txt");
     bench.fileDialogs.answer(bench.folder.path("no folder/record.txt"));
-    bench.toggle("read_auto(39)");
+    bench.tick("read_auto(39)");
     EXPECT_EQ(ticks(), "00false");
     EXPECT_EQ(bench.boxes.takeTexts().size(), 1U);
 
     bench.fileDialogs.answer(name);
-    bench.toggle("read_auto(39)");
+    bench.tick("read_auto(39)");
     EXPECT_EQ(ticks(), "11true");
     bench.panel().call("save_log", "MUX Write", "A5");
     bench.panel().call("save_log", "MUX Read Low", "");
@@ -138,13 +121,13 @@ TEST(SequenceFile, RecordsWhatIsSent) {
     EXPECT_EQ(contentOf(name), recorded);
     EXPECT_EQ(bench.loadFrom(recorded), "");
     EXPECT_EQ(bench.sequence(), "MUX Write=A5 MUX Read Low= One Simple Watchdog=");
-    bench.toggle("read_auto(40)");
+    bench.tick("read_auto(40)");
     EXPECT_EQ(ticks(), "00false");
     bench.press("watchdog(12)");
     EXPECT_EQ(contentOf(name), recorded);
 
     bench.fileDialogs.answer(name);
-    bench.toggle("read_auto(40)");
+    bench.tick("read_auto(40)");
     EXPECT_EQ(ticks(), "11true");
     bench.panel().call("save_log", "MUX Write", "A5");
     const std::string untilFull = contentOf(name);

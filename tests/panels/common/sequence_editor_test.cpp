@@ -1,15 +1,13 @@
-#include "sequencer_bench.h"
-
-#include <gtest/gtest.h>
+#include "panels/panel_bench.h"
 
 namespace bitlux::test {
 namespace {
 
-struct EditorBench : SequencerBench {
+struct EditorBench : PanelBench {
     EditorBench() { fill({{"a", "1"}, {"b", "50ms"}, {"c", "3"}}); }
     forms::ListBox& commands() { return lists().List_Commands; }
     forms::ListBox& values() { return lists().List_Value; }
-    std::string loopBox(int index) { return text(fmt::format("ZT72518.Val_loop({})", index)); }
+    std::string loopBox(int index) { return text(full(fmt::format("Val_loop({})", index))); }
 };
 
 TEST(SequenceEditor, InsertsWaitsAndRemovesLines) {
@@ -74,14 +72,13 @@ TEST(SequenceEditor, MovesLinesByDragging) {
 TEST(SequenceEditor, PicksTheLinesOfTheLoop) {
     EditorBench bench;
     const auto colours = [&bench] {
-        return fmt::format("{:X} {:X}",
-                           bench.get<forms::Label>("ZT72518.Label_Liste(5)").backColor(),
-                           bench.get<forms::Label>("ZT72518.Label_Liste(6)").backColor());
+        return fmt::format("{:X} {:X}", bench.on<forms::Label>("Label_Liste(5)").backColor(),
+                           bench.on<forms::Label>("Label_Liste(6)").backColor());
     };
-    EXPECT_FALSE(bench.get<forms::Label>("ZT72518.Label_Liste(5)").visible());
-    bench.toggle("Ch_Loop");
-    EXPECT_TRUE(bench.get<forms::Label>("ZT72518.Label_Liste(5)").visible());
-    EXPECT_TRUE(bench.get<forms::TextBox>("ZT72518.Val_loop(1)").enabled());
+    EXPECT_FALSE(bench.on<forms::Label>("Label_Liste(5)").visible());
+    bench.tick("Ch_Loop");
+    EXPECT_TRUE(bench.on<forms::Label>("Label_Liste(5)").visible());
+    EXPECT_TRUE(bench.on<forms::TextBox>("Val_loop(1)").enabled());
     bench.commands().select(2);
     EXPECT_EQ(bench.loopBox(0) + bench.loopBox(1), "22");
     EXPECT_EQ(colours(), "8000000F FF");

@@ -1,0 +1,180 @@
+#include "panels/panel_bench.h"
+
+namespace bitlux::test {
+namespace {
+
+/// Choices on the page of a dark row, and the byte that each makes. Of lists the texts count.
+constexpr std::pair<const char*, const char*> choices[] = {
+    {"Mux_W", "R_MUX(3)=60 R_MUX(7)=E0 Ch_Mux(0)=08 Ch_Mux(1)=10"},
+    {"INIT_Vreg_W", "R_Init_Vreg(1)=04 R_Init_Vreg(4)=10 R_Init_Vreg(9)=60 R_Init_Vreg(12)=02 "
+                    "Ch_INIT_VREG(7)=80"},
+    {"Init_Wdog_W", "R_Init_Wd(3)=08 R_Init_Wd(6)=10 R_Init_Wd(8)=20 R_Init_Wd(13)=40 "
+                    "Ch_Init_Wdog(0)=02 Ch_Init_Wdog(1)=80 Ch_Init_Wdog(2)=01"},
+    {"Init_Lin_W", "R_Init_Lin(3)=18 R_Init_Lin(6)=40 Ch_Init_LIN_IO(2)=04 Ch_Init_LIN_IO(3)=80"},
+    {"Init_Misc_W", "R_Init_Misc(2)=06 R_Init_Misc(5)=10 R_Init_Misc(7)=20 R_Init_Misc(9)=80 "
+                    "Ch_Init_Misc(3)=08 Ch_Init_Misc(6)=40"}, // 06 has the box of its resistor
+    {"Spe_Mode_W", "R_Spe_Mode(2)=80"},
+    {"Regulator_W", "R_Reg(2)=10 R_Reg(5)=40 Ch_Reg(1)=02"},
+    {"Can_W", "R_Can(1)=01 R_Can(3)=08 R_Can(6)=20 R_Can(9)=40"},
+    {"IO_W", "R_I_O(3)=03 R_I_O(6)=08 R_I_O(9)=10 R_I_O(14)=80"},
+    {"Lin0_W", "R_Lin0(1)=10 R_Lin0(6)=80 Ch_Lin(0)=04 Ch_Lin(2)=01"},
+    {"Lin1_W", "R_Lin1(2)=20 R_Lin1(5)=40 Ch_Lin(1)=04 Ch_Lin(3)=01"},
+    {"Interrupts_W", "Ch_interrupts(2)=04 Ch_interrupts(6)=40"},
+    {"Timer0_W", "Combo_Wd:6_ms=09 Combo_Wd:512_ms=1F Combo_Imcu_Stp:4_ms=80 "
+                 "Combo_Imcu_Stp:24_ms=60"},
+    {"Timer1_W", "Combo_Cyc_Sense:4_ms=80 Combo_Cyc_Sense:256_ms=E0 Combo_Cyc_Int:8_ms=08 "
+                 "Combo_Cyc_Int:768_ms=07"},
+    {"Timer2_W", "Combo_Wd_Stp:24_ms_/_96_ms=10 Combo_Fwu:542_ms=0B"},
+};
+
+TEST(Choices, LightTheirBitsAndFollowThem) {
+    for (const auto& [row, all] : choices)
+        for (const std::string& choice : split(all, ' ')) {
+            SCOPED_TRACE(choice);
+            const std::string name = choice.substr(0, choice.find_first_of(":="));
+            const std::string byte = choice.substr(choice.size() - 2);
+            std::string text = choice.substr(name.size(), choice.find('=') - name.size());
+            text.erase(0, 1);
+            std::replace(text.begin(), text.end(), '_', ' ');
+            for (const bool byHand : {true, false}) {
+                PanelBench bench;
+                auto* const list = dynamic_cast<forms::ComboBox*>(&bench.control(name));
+                if (!byHand)
+                    bench.pokeTo(row, std::stoul(byte, nullptr, 16));
+                else if (list != nullptr)
+                    list->edit(text);
+                else
+                    bench.control(name).click();
+                EXPECT_EQ(fmt::format("{:02X}", bench.row(row)), byte);
+                if (list != nullptr)
+                    EXPECT_EQ(list->text(), text);
+                else if (auto* const box = dynamic_cast<forms::CheckBox*>(&bench.control(name)))
+                    EXPECT_TRUE(box->checked());
+                else
+                    EXPECT_TRUE(bench.on<forms::OptionButton>(name).value());
+                if (byHand && name.starts_with("Ch_")) {
+                    bench.tick(name);
+                    EXPECT_EQ(bench.row(row), 0U);
+                }
+            }
+        }
+}
+
+TEST(Choices, TellTheSameOnTheirTwins) {
+    PanelBench bench;
+    const auto isSet = [&](const char* option) {
+        return bench.on<forms::OptionButton>(option).value();
+    };
+    bench.choose("R_Init_Wd(10)");
+    EXPECT_TRUE(isSet("R_Init_Wd(14)"));
+    bench.choose("R_Init_Wd(12)");
+    EXPECT_TRUE(isSet("R_Init_Wd(8)"));
+    EXPECT_FALSE(isSet("R_Init_Wd(10)"));
+    EXPECT_EQ(bench.row("Init_Wdog_W"), 0x20U);
+    bench.choose("R_Init_Wd(4)");
+    EXPECT_TRUE(isSet("R_Wd_Refresh(3)"));
+    EXPECT_THROW(bench.choose("R_Wd_Refresh(0)"), forms::Unreachable);
+    bench.control("Wd_Refresh_W(0)").click();
+    EXPECT_EQ(bench.row("Wd_Refresh_W"), 0x01U);
+    EXPECT_TRUE(isSet("R_Wd_Refresh(3)"));
+
+    bench.choose("R_Init_Misc(1)");
+    EXPECT_TRUE(bench.on<forms::CheckBox>("Ch_Init_Misc(0)").checked());
+    bench.tick("Ch_Init_Misc(0)");
+    EXPECT_FALSE(bench.on<forms::OptionButton>("R_Init_Misc(3)").visible());
+    EXPECT_TRUE(bench.on<forms::OptionButton>("R_Init_Misc(4)").visible());
+}
+
+TEST(Choices, TellTheirBitsInTooltips) {
+    PanelBench bench;
+    EXPECT_EQ(bench.control("R_MUX(5)").tooltip(), "[7:5] = 101");
+    EXPECT_EQ(bench.control("R_Init_Vreg(2)").tooltip(), "[4:3] = 00");
+    EXPECT_EQ(bench.control("R_Init_Wd(6)").tooltip(), "[4] = 1");
+    EXPECT_EQ(bench.control("Ch_Init_Wdog(1)").tooltip(), "[7]");
+    EXPECT_EQ(bench.on<forms::Frame>("init_vreg_frame(1)").caption(),
+              "VDD low reset duration [4:3]");
+    EXPECT_EQ(bench.control("Cm_ReadAll_Rh").tooltip(),
+              "0x1D80, 0x2180, 0x2380, 0x2580, 0x2780, 0x2980");
+}
+
+TEST(Choices, OfLowPowerModesMakeTheirWords) {
+    PanelBench bench;
+    bench.control("Mode_Rm_W(1)").click();
+    bench.tick("opt_s_mode(0)");
+    EXPECT_EQ(bench.row("Mode_Rm_W"), 0x02U) << "no mode is chosen";
+    bench.choose("s_mode(0)");
+    EXPECT_EQ(bench.row("Mode_Rm_W"), 0x72U);
+    bench.tick("opt_s_mode(1)");
+    EXPECT_EQ(bench.row("Mode_Rm_W"), 0x7AU);
+    bench.choose("s_mode(1)");
+    EXPECT_EQ(bench.row("Mode_Rm_W"), 0xE2U);
+    bench.tick("opt_s_mode(2)");
+    bench.tick("opt_s_mode(3)");
+    bench.tick("opt_s_mode(0)");
+    EXPECT_EQ(bench.effectsOf("Cm_Mode_RM_W(0)"), "5CBA");
+    EXPECT_EQ(bench.effectsOf("Cm_Mode_RM_W(1)"), "5C10");
+    EXPECT_FALSE(bench.on<forms::OptionButton>("s_mode(1)").value());
+    EXPECT_FALSE(bench.on<forms::CheckBox>("opt_s_mode(2)").checked());
+    EXPECT_EQ(bench.row("Mode_Rm_W"), 0x10U);
+}
+
+TEST(Choices, OfSpecialModeGoWithTheRandomWordInverted) {
+    PanelBench bench("scripted", {"0029"}); // 10 1001 at random
+    bench.choose("R_Spe_Mode(2)");
+    EXPECT_EQ(bench.effectsOf("Cm_Spe_Mode_W(1)"), "1300 5296");
+    EXPECT_EQ(bench.row("Spe_Mode_Rl"), 0x29U);
+    EXPECT_EQ(bench.lit("Spe_Mode_Rl_b", plain), (Bits{1, 2, 4}));
+    EXPECT_EQ(bench.effectsOf("Cm_Spe_Mode_W(2)"), "1300 5226");
+    bench.choose("R_Spe_Mode(3)");
+    EXPECT_EQ(bench.effectsOf("Seq_Spe_Mode_W"), "+Special Mode=3");
+}
+
+TEST(RamPage, KeepsItsByteAsTwoHexadecimalDigits) {
+    PanelBench bench;
+    auto& box = bench.on<forms::TextBox>("Val_Hex_RAM");
+    bench.press("Cm_OK_val_hexa");
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"please enter 2 hexa letter"});
+    bench.control("RAM(7)").click();
+    bench.control("RAM(1)").click();
+    EXPECT_EQ(box.text(), "82");
+    box.type("c");
+    EXPECT_EQ(box.text(), "8C") << "the third digit replaces the second";
+    EXPECT_EQ(bench.row("RAM"), 0x8CU);
+    EXPECT_EQ(bench.desk.sound.beeps(), 0);
+    box.type("g");
+    EXPECT_EQ(box.text(), "8C");
+    EXPECT_EQ(bench.desk.sound.beeps(), 1);
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"please enter a good Hexadecimal number"});
+    box.type("\b");
+    EXPECT_EQ(bench.row("RAM"), 0x08U);
+    box.edit("zz\tq\xE9 5f9FFFFFFFFFFFF");
+    EXPECT_EQ(box.text(), "5F");
+    EXPECT_EQ(bench.row("RAM"), 0x5FU);
+    box.edit("");
+    EXPECT_EQ(bench.row("RAM"), 0x5FU) << "an empty text says nothing";
+    EXPECT_EQ(bench.effectsOf("Cm_Write_RAM(3)"), "485F");
+}
+
+TEST(KeyFilters, PassTheirCharactersOnly) {
+    PanelBench bench;
+    const std::string keys = "\b\r09AFaf./:@Gx12";
+    const auto passed = [&](const char* filter) {
+        std::string result;
+        for (const char key : keys)
+            if (const auto code = std::get<std::int64_t>(bench.panel().call(filter, int{key})))
+                result += static_cast<char>(code);
+        return result;
+    };
+    EXPECT_EQ(passed("NUM_check"), "\b0912");
+    EXPECT_EQ(passed("DECimal_check"), "\b09.12");
+    EXPECT_EQ(passed("BINary_x_check"), "\b0x1");
+    EXPECT_TRUE(bench.boxes.shown().empty());
+    EXPECT_EQ(passed("HEXA_check"), "\b\r09AFAF12");
+    EXPECT_EQ(bench.boxes.takeTexts().size(), 6U);
+    EXPECT_EQ(bench.desk.sound.beeps(), 11 + 10 + 12 + 6);
+    EXPECT_EQ(bench.panel().call("HEXtoBIN", "A5"), forms::Value(" 1010 0101"));
+    EXPECT_EQ(bench.panel().call("HEXtoBIN", ""), forms::Value(""));
+}
+
+} // namespace
+} // namespace bitlux::test
