@@ -37,14 +37,8 @@ TEST_F(UsbSearchTest, KnowsADongleByItsNumbersWithoutOpeningIt) {
 }
 
 TEST_F(UsbSearchTest, KnowsADongleByTheClassItNames) {
-    struct Case {
-        const char* what;
-        std::uint8_t usbMinor;
-        OsAnswers answers;
-        int found;
-    };
     const Property another{"DeviceInterfaceGUID\0"s, "{00000000-0000-0000-0000-000000000001}"};
-    const Case cases[] = {
+    const Rows<const char*, std::uint8_t, OsAnswers, int> cases{
         {"version 1.0", 0x00, {.properties = version1(property1(one)), .set = {}}, 1},
         {"version 2.0", 0x01, {.properties = {}, .set = version2(property2(one))}, 1},
         {"both",
@@ -56,15 +50,15 @@ TEST_F(UsbSearchTest, KnowsADongleByTheClassItNames) {
     };
     forgetNumbers();
     int address = 4;
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
+    for (const auto& [what, usbMinor, answers, count] : cases) {
+        SCOPED_TRACE(what);
         EmulatedDongle dongle(testbed, list,
-                              {.descriptors = descriptors(vendorInterface, c.usbMinor),
+                              {.descriptors = descriptors(vendorInterface, usbMinor),
                                .address = address++,
-                               .control = c.answers.ask()});
-        EXPECT_EQ(found(), c.found);
+                               .control = answers.ask()});
+        EXPECT_EQ(found(), count);
         const int requests = dongle.requests();
-        EXPECT_EQ(found(), c.found);
+        EXPECT_EQ(found(), count);
         EXPECT_EQ(dongle.requests(), requests) << "asked once only";
         EXPECT_EQ(dongle.count(USBDEVFS_CLAIMINTERFACE), 0);
     }
@@ -72,8 +66,7 @@ TEST_F(UsbSearchTest, KnowsADongleByTheClassItNames) {
 
 TEST_F(UsbSearchTest, LeavesAMemoryStickAlone) {
     EmulatedDongle stick(testbed, list, {.descriptors = descriptors(storageInterface, 0x00)});
-    EXPECT_EQ(found(), 0);
-    EXPECT_EQ(stick.requests(), 0);
+    EXPECT_EQ(found() + stick.requests(), 0);
     EXPECT_EQ(endpoint->open(0), UsbStatus::NotSetUp);
 }
 
