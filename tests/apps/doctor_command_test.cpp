@@ -200,10 +200,11 @@ TEST(Doctor, AsksADeviceThatIsNotListed) {
         if (mayOpen)
             made.openable.insert(usbNodeName);
         if (answer != NobodyAsks)
-            made.machine.isDongle = [&](const UsbCandidate& candidate) {
-                EXPECT_TRUE(mayOpen) << said;
+            made.machine.isDongle = [isOpen = mayOpen,
+                                     says = answer == Yes](const UsbCandidate& candidate) {
+                EXPECT_TRUE(isOpen);
                 EXPECT_EQ(usbNode(candidate), usbNodeName);
-                return answer == Yes;
+                return says;
             };
         if (*driver != '\0')
             made.bindDongle(driver);

@@ -67,19 +67,6 @@ TEST(SendCommand, TracesTheWordsAlone) {
               "5000 R 379 20\n6000 W 378 04\n7000 W 378 00\n8000 W 378 01\n9000 W 378 05\n2 1\n");
 }
 
-TEST(SendCommand, SavesTheWaveform) {
-    const TemporaryFolder folder;
-    const std::string files =
-        fmt::format("--vcd {} --sr {}", folder.path("w.vcd"), folder.path("w.sr"));
-    EXPECT_EQ(bitlux("send --bench loopback --bits 1 --trace - " + files + " 1").output,
-              "0 W 378 00\n1000 W 378 02\n2000 W 378 06\n3000 R 379 20\n4000 W 378 00\n"
-              "5000 W 378 01\n1 1\n");
-    const std::string vcd = contentOf(folder.path("w.vcd"));
-    EXPECT_EQ(vcd.substr(vcd.find("#1000")),
-              "#1000\n0!\n#2000\n1#\n#3000\n1\"\n1$\n#5000\n0\"\n0#\n#6000\n1!\n#7000\n");
-    EXPECT_TRUE(contentOf(folder.path("w.sr")).starts_with("PK"));
-}
-
 TEST(SendCommand, FindsWhatCannotBeWrittenBeforeAnythingIsSent) {
     const TemporaryFolder folder;
     folder.write("folder/x", "");

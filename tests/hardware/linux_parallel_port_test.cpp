@@ -6,7 +6,6 @@
 #include "platform/chosen_port.h"
 #include "platform/linux/linux_parallel_port.h"
 
-#include <array>
 #include <cerrno>
 #include <string>
 #include <vector>

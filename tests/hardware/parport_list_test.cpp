@@ -3,7 +3,6 @@
 
 #include "platform/linux/parport_list.h"
 
-#include <array>
 #include <string>
 
 #include <gtest/gtest.h>

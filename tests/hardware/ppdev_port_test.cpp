@@ -6,7 +6,6 @@
 
 #include "platform/linux/ppdev_port.h"
 
-#include <array>
 #include <cerrno>
 #include <string>
 #include <vector>

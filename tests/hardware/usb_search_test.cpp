@@ -25,6 +25,8 @@ protected:
     int found() { return endpoint->enumerate(dongleClass); }
 
     std::unique_ptr<UsbEndpoint> endpoint = host.makeEndpoint();
+    /// Of a device that says that it is a dongle.
+    const OsAnswers answers{.properties = version1(property1(one)), .set = {}};
 };
 
 TEST_F(UsbSearchTest, KnowsADongleByItsNumbersWithoutOpeningIt) {
@@ -50,12 +52,12 @@ TEST_F(UsbSearchTest, KnowsADongleByTheClassItNames) {
     };
     forgetNumbers();
     int address = 4;
-    for (const auto& [what, usbMinor, answers, count] : cases) {
+    for (const auto& [what, usbMinor, answer, count] : cases) {
         SCOPED_TRACE(what);
         EmulatedDongle dongle(testbed, list,
                               {.descriptors = descriptors(vendorInterface, usbMinor),
                                .address = address++,
-                               .control = answers.ask()});
+                               .control = answer.ask()});
         EXPECT_EQ(found(), count);
         const int requests = dongle.requests();
         EXPECT_EQ(found(), count);
@@ -81,7 +83,6 @@ TEST_F(UsbSearchTest, TellsSeveralApart) {
 
 TEST_F(UsbSearchTest, FindsTheOneWithASerialNumberAndAsksNoOther) {
     forgetNumbers();
-    const OsAnswers answers{.properties = version1(property1(one)), .set = {}};
     const auto plugged = [&](int address, const std::string& serial) {
         return DongleKind{.address = address, .serial = serial, .control = answers.ask()};
     };
@@ -148,7 +149,6 @@ TEST_F(UsbSearchTest, AsksAnewWhatIsPluggedInAgain) {
         EXPECT_EQ(found(), 0);
     }
     EXPECT_EQ(found(), 0);
-    const OsAnswers answers{.properties = version1(property1(one)), .set = {}};
     EmulatedDongle dongle(testbed, list, {.control = answers.ask()});
     EXPECT_EQ(found(), 1);
 }
@@ -157,14 +157,12 @@ TEST_F(UsbSearchTest, AsksAgainWhatCouldNotBeAsked) {
     forgetNumbers();
     plugIn(list, "1-4", 4, dongleDescriptors());
     EXPECT_EQ(found(), 0) << "its node is not there yet";
-    const OsAnswers answers{.properties = version1(property1(one)), .set = {}};
     const EmulatedDongle dongle(testbed, list, {.control = answers.ask()});
     EXPECT_EQ(found(), 1);
 }
 
 TEST_F(UsbSearchTest, AsksAgainWhatIsSlowToAnswer) {
     forgetNumbers();
-    const OsAnswers answers{.properties = version1(property1(one)), .set = {}};
     const EmulatedDongle dongle(testbed, list, {.control = answers.ask(), .unanswered = 1});
     EXPECT_EQ(found(), 0) << "it has just been plugged in";
     EXPECT_EQ(found(), 1);

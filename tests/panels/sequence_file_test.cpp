@@ -18,7 +18,7 @@ struct FileBench : SequencerBench {
     }
     std::string saved() {
         fileDialogs.answer(folder.path("saved.txt"));
-        press(save);
+        press(test::save);
         return contentOf(folder.path("saved.txt"));
     }
     TemporaryFolder folder;

@@ -65,14 +65,6 @@ protected:
     Strings ran;
 };
 
-TEST_F(Forms, ReachesControlsByName) {
-    EXPECT_EQ(&set.get<Button>("frmSample.cmdSend"), &form.cmdSend);
-    EXPECT_EQ(&set.get<Button>("frmSample.cmdBit(3)"), &form.cmdBit(3));
-    EXPECT_EQ(form.cmdBit(3).fullName(), "frmSample.cmdBit(3)");
-    EXPECT_THROW((void)form.cmdBit(4), Failure);
-    EXPECT_THROW((void)form.cmdBit(-1), Failure);
-}
-
 TEST_F(Forms, NamesWhatIsNearAnUnknownName) {
     const Rows<const char*, const char*, Strings> cases{
         {"frmSampel.cmdSend", "There is no frmSampel; there is frmSample", {"frmSample"}},

@@ -122,20 +122,6 @@ TEST(Dongle, IsThereAgainWhenAnExitEndsInNothing) {
     EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "A5");
 }
 
-TEST(Dongle, RefusesWhatItsFrameCannotTake) {
-    DongleBench bench;
-    bench.apply("5");
-    bench.send("1F");
-    bench.apply("48");
-    bench.send("1");
-    ASSERT_EQ(bench.boxes.shown().size(), 2U);
-    for (const MessageBox& box : bench.boxes.shown())
-        EXPECT_EQ(box.text.find("Subscript out of range"), 0U) << box.text;
-    bench.apply("8");
-    bench.send("12");
-    EXPECT_EQ(bench.boxes.shown().size(), 2U) << "the program lives";
-}
-
 TEST(Dongle, AppliesWithoutTouchingThePins) {
     DongleBench bench;
     ConfigureDialog& dialog = bench.program.dialog();

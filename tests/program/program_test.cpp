@@ -57,15 +57,6 @@ TEST(Program, LeavesThePinsIdleAtItsEnd) {
     EXPECT_EQ(accessesOf(bench, [&] { bench.program.end(); }), "");
 }
 
-TEST(Program, EndsInAContinuousRun) {
-    TestBench bench;
-    bench.configure("8");
-    bench.edit("frmMain.txtHexWordToSend", "1");
-    bench.loop.atTurn(2, [&] { bench.program.end(); });
-    bench.click("frmMain.cmdSendContinuous");
-    EXPECT_EQ(bench.loop.turns(), 2);
-}
-
 TEST(Program, NamesItsProcedures) {
     TestBench bench;
     bench.configure("8");
@@ -164,9 +155,9 @@ TEST(Program, StaysWhenTheSaveThatWasWantedFails) {
              {"nowhere/x.spi", {}, 2}, {"", {}, 1}, {"", "", 2}}) {
         DirtyBench bench;
         Program& program = bench.program;
-        const auto wantSave = [&] {
-            bench.session().ConfigFileName = fileName.empty() ? "" : bench.folder.path(fileName);
-            bench.fileDialogs.answer(answer);
+        const auto wantSave = [&bench, file = fileName, given = answer] {
+            bench.session().ConfigFileName = file.empty() ? "" : bench.folder.path(file);
+            bench.fileDialogs.answer(given);
             bench.boxes.answer(MessageBox::Answer::Yes);
         };
         for (const auto& road : {std::function<void()>([&] { bench.choose("frmMain.itemExit"); }),

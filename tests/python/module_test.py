@@ -451,8 +451,6 @@ class Module(unittest.TestCase):
             self.assertFalse(bench.get("ZT72518.StoreCommands"))
             bench.call("ZT72518.Decod_Name", "MUX Write")
             self.assertEqual(bench.get("ZT72518.SequenceHighByte"), 64)
-            bench["ZT72518.Cm_Interrupts_Rh"].click()
-            self.assertIn("ZT72518D", bench["ZT72518.Mode_Rm_Rh(14)"].caption)
 
     def test_save_the_waveform_of_the_words(self):
         bench = bitlux.Bench(device="loopback", bus="port")
