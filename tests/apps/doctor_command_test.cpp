@@ -1,3 +1,4 @@
+#include "support/rows.h"
 #include "support/usb_descriptors.h"
 
 #include "apps/doctor_command.h"
@@ -123,51 +124,44 @@ TEST(Doctor, TellsTheTruthOfAnEmptyMachine) {
 }
 
 TEST(Doctor, SaysWhatAListedDongleLacks) {
-    struct Case {
-        const char* what;
-        bool mayOpen;
-        bool hasRule;
-        Membership plugdev;
-        const char* driver;
-        std::string lack; ///< empty: nothing
-    };
     const std::string closed = ", but you may not open it. To do: ";
-    for (const Case& c :
-         {Case{"all well", true, true, Membership::InEffect, "", ""},
-          Case{"no rule", false, false, Membership::InEffect, "", closed + install},
-          Case{"at a distance", false, true, Membership::Missing, "",
-               closed + "sudo usermod -a -G plugdev ann, then log in again"},
-          Case{"just joined", false, true, Membership::NextLogin, "",
-               closed + "log out and in again; this login began before you were in the group"},
-          Case{"rule asleep", false, true, Membership::InEffect, "",
-               closed + "sudo udevadm control --reload && sudo udevadm trigger"},
-          Case{"foreign driver", true, true, Membership::InEffect, "usbserial",
-               ", but the system's driver usbserial has it. To do: echo 1-2:1.0 | sudo tee "
-               "/sys/bus/usb/drivers/usbserial/unbind"},
-          Case{"hidden program", true, true, Membership::InEffect, "usbfs",
-               ", but a program that you may not see holds it. To do: sudo bitlux doctor, which "
-               "names the program; then close it"}}) {
+    for (const auto& [what, mayOpen, hasRule, plugdev, driver, lack] :
+         Rows<const char*, bool, bool, Membership, const char*, std::string>{
+             {"all well", true, true, Membership::InEffect, "", ""},
+             {"no rule", false, false, Membership::InEffect, "", closed + install},
+             {"at a distance", false, true, Membership::Missing, "",
+              closed + "sudo usermod -a -G plugdev ann, then log in again"},
+             {"just joined", false, true, Membership::NextLogin, "",
+              closed + "log out and in again; this login began before you were in the group"},
+             {"rule asleep", false, true, Membership::InEffect, "",
+              closed + "sudo udevadm control --reload && sudo udevadm trigger"},
+             {"foreign driver", true, true, Membership::InEffect, "usbserial",
+              ", but the system's driver usbserial has it. To do: echo 1-2:1.0 | sudo tee "
+              "/sys/bus/usb/drivers/usbserial/unbind"},
+             {"hidden program", true, true, Membership::InEffect, "usbfs",
+              ", but a program that you may not see holds it. To do: sudo bitlux doctor, which "
+              "names the program; then close it"}}) {
         MadeMachine made;
         made.plugDongleIn();
         made.list("1234:abcd\n");
-        if (c.mayOpen)
+        if (mayOpen)
             made.openable.insert(usbNodeName);
-        if (c.hasRule) {
+        if (hasRule) {
             made.run(true);
             made.root.write(rulesName, made.output.str());
         }
-        made.memberships["plugdev"] = c.plugdev;
-        if (*c.driver != '\0')
-            made.bindDongle(c.driver);
-        const bool isUsable = c.lack.empty();
-        EXPECT_EQ(made.run(), isUsable ? 0 : 1) << c.what;
+        made.memberships["plugdev"] = plugdev;
+        if (*driver != '\0')
+            made.bindDongle(driver);
+        const bool isUsable = lack.empty();
+        EXPECT_EQ(made.run(), isUsable ? 0 : 1) << what;
         EXPECT_EQ(made.line(usbNodeName),
                   fmt::format("{}: 1234:abcd \"Word dongle\" is a dongle by dongles.conf{}",
-                              isUsable ? "ok" : "wrong", isUsable ? " and can be opened" : c.lack))
-            << c.what;
+                              isUsable ? "ok" : "wrong", isUsable ? " and can be opened" : lack))
+            << what;
         EXPECT_EQ(made.verdict(),
                   isUsable ? "Usable: the USB dongle. The parallel port is not.\n" : unusable)
-            << c.what;
+            << what;
     }
 }
 
@@ -192,38 +186,33 @@ TEST(Doctor, NamesTheProgramsThatHoldADongle) {
 
 TEST(Doctor, AsksADeviceThatIsNotListed) {
     enum Answer : std::uint8_t { Yes, No, NobodyAsks };
-    struct Case {
-        bool mayOpen;
-        Answer answer;
-        const char* driver;
-        const char* said;
-        std::string advice; ///< empty: none
-    };
-    for (const Case& c :
-         {Case{true, Yes, "", "says that it is a dongle and can be opened", ""},
-          Case{true, No, "", "is not known as a dongle", addNumbers},
-          Case{true, NobodyAsks, "", "is not known as a dongle", addNumbers},
-          Case{true, No, "usbserial",
-               "is not known as a dongle; the system's driver usbserial has it", addNumbers},
-          Case{false, Yes, "", "cannot be asked whether it is a dongle: you may not open it",
-               addAndInstall}}) {
+    for (const auto& [mayOpen, answer, driver, said, advice] :
+         Rows<bool, Answer, const char*, const char*, std::string>{
+             {true, Yes, "", "says that it is a dongle and can be opened", ""},
+             {true, No, "", "is not known as a dongle", addNumbers},
+             {true, NobodyAsks, "", "is not known as a dongle", addNumbers},
+             {true, No, "usbserial",
+              "is not known as a dongle; the system's driver usbserial has it", addNumbers},
+             {false, Yes, "", "cannot be asked whether it is a dongle: you may not open it",
+              addAndInstall}}) {
         MadeMachine made;
         made.plugDongleIn();
-        if (c.mayOpen)
+        if (mayOpen)
             made.openable.insert(usbNodeName);
-        if (c.answer != NobodyAsks)
-            made.machine.isDongle = [&](const UsbCandidate& candidate) {
-                EXPECT_TRUE(c.mayOpen) << c.said;
+        if (answer != NobodyAsks)
+            made.machine.isDongle = [isOpen = mayOpen,
+                                     says = answer == Yes](const UsbCandidate& candidate) {
+                EXPECT_TRUE(isOpen);
                 EXPECT_EQ(usbNode(candidate), usbNodeName);
-                return c.answer == Yes;
+                return says;
             };
-        if (*c.driver != '\0')
-            made.bindDongle(c.driver);
-        const bool isUsable = c.advice.empty();
-        EXPECT_EQ(made.run(), isUsable ? 0 : 1) << c.said;
+        if (*driver != '\0')
+            made.bindDongle(driver);
+        const bool isUsable = advice.empty();
+        EXPECT_EQ(made.run(), isUsable ? 0 : 1) << said;
         EXPECT_EQ(made.line(usbNodeName),
                   fmt::format("{}: 1234:abcd \"Word dongle\" {}{}{}", isUsable ? "ok" : "note",
-                              c.said, isUsable ? "" : ". If it is one: ", c.advice));
+                              said, isUsable ? "" : ". If it is one: ", advice));
     }
 }
 
@@ -287,70 +276,66 @@ TEST(Doctor, CountsOnTheRuleOfAPackage) {
 }
 
 TEST(Doctor, SaysWhatAPortLacks) {
-    struct Case {
-        const char* what;
-        std::function<void(MadeMachine&)> change;
-        const char* line;
-    };
-    for (const Case& c : {
-             Case{"all well", [](MadeMachine&) {}, "ok: LPT1 at 0x378, can be opened"},
-             Case{"no program driver",
-                  [](MadeMachine& made) {
-                      fs::remove(made.root.path("dev/parport0"));
-                      fs::remove_all(made.root.path("sys/class"));
-                  },
-                  "wrong: LPT1 at 0x378, but its node is missing. To do: sudo modprobe ppdev"},
-             Case{"no node", [](MadeMachine& made) { fs::remove(made.root.path("dev/parport0")); },
-                  "wrong: LPT1 at 0x378, but its node is missing. To do: sudo udevadm trigger"},
-             Case{"not in the group",
-                  [](MadeMachine& made) {
-                      made.openable.clear();
-                      made.memberships["lp"] = Membership::Missing;
-                  },
-                  "wrong: LPT1 at 0x378, but you may not open it. To do: sudo usermod -a -G lp "
-                  "ann, then log in again"},
-             Case{"in the group too late",
-                  [](MadeMachine& made) {
-                      made.openable.clear();
-                      made.memberships["lp"] = Membership::NextLogin;
-                  },
-                  "wrong: LPT1 at 0x378, but you may not open it. To do: log out and in again; "
-                  "this login began before you were in the group"},
-             Case{"odd rights", [](MadeMachine& made) { made.openable.clear(); },
-                  "wrong: LPT1 at 0x378, but you may not open it. To do: sudo chgrp lp "
-                  "/dev/parport0 && sudo chmod 660 /dev/parport0"},
-             Case{"printer driver",
-                  [](MadeMachine& made) {
-                      made.root.write("proc/sys/dev/parport/parport0/devices/lp/timeslice", "");
-                  },
-                  "wrong: LPT1 at 0x378, but the system's driver lp has it. To do: sudo rmmod lp"},
-             Case{"another program",
-                  [](MadeMachine& made) {
-                      made.root.write("proc/sys/dev/parport/parport0/devices/ppdev0/timeslice", "");
-                      made.runProgram(12, "prober", "/dev/parport0");
-                  },
-                  "wrong: LPT1 at 0x378, but it is held by prober (process 12). To do: close that "
-                  "program"},
-             Case{"a hidden program",
-                  [](MadeMachine& made) {
-                      made.root.write("proc/sys/dev/parport/parport0/devices/ppdev0/timeslice", "");
-                  },
-                  "wrong: LPT1 at 0x378, but a program that you may not see holds it. To do: sudo "
-                  "bitlux doctor, which names the program; then close it"},
-             Case{"no registers", [](MadeMachine& made) { made.addPort(0, "0\t0\n"); },
-                  "note: has no registers of its own, so its pins cannot be driven"},
+    for (const auto& [what, change, line] :
+         Rows<const char*, std::function<void(MadeMachine&)>, const char*>{
+             {"all well", [](MadeMachine&) {}, "ok: LPT1 at 0x378, can be opened"},
+             {"no program driver",
+              [](MadeMachine& made) {
+                  fs::remove(made.root.path("dev/parport0"));
+                  fs::remove_all(made.root.path("sys/class"));
+              },
+              "wrong: LPT1 at 0x378, but its node is missing. To do: sudo modprobe ppdev"},
+             {"no node", [](MadeMachine& made) { fs::remove(made.root.path("dev/parport0")); },
+              "wrong: LPT1 at 0x378, but its node is missing. To do: sudo udevadm trigger"},
+             {"not in the group",
+              [](MadeMachine& made) {
+                  made.openable.clear();
+                  made.memberships["lp"] = Membership::Missing;
+              },
+              "wrong: LPT1 at 0x378, but you may not open it. To do: sudo usermod -a -G lp "
+              "ann, then log in again"},
+             {"in the group too late",
+              [](MadeMachine& made) {
+                  made.openable.clear();
+                  made.memberships["lp"] = Membership::NextLogin;
+              },
+              "wrong: LPT1 at 0x378, but you may not open it. To do: log out and in again; "
+              "this login began before you were in the group"},
+             {"odd rights", [](MadeMachine& made) { made.openable.clear(); },
+              "wrong: LPT1 at 0x378, but you may not open it. To do: sudo chgrp lp "
+              "/dev/parport0 && sudo chmod 660 /dev/parport0"},
+             {"printer driver",
+              [](MadeMachine& made) {
+                  made.root.write("proc/sys/dev/parport/parport0/devices/lp/timeslice", "");
+              },
+              "wrong: LPT1 at 0x378, but the system's driver lp has it. To do: sudo rmmod lp"},
+             {"another program",
+              [](MadeMachine& made) {
+                  made.root.write("proc/sys/dev/parport/parport0/devices/ppdev0/timeslice", "");
+                  made.runProgram(12, "prober", "/dev/parport0");
+              },
+              "wrong: LPT1 at 0x378, but it is held by prober (process 12). To do: close that "
+              "program"},
+             {"a hidden program",
+              [](MadeMachine& made) {
+                  made.root.write("proc/sys/dev/parport/parport0/devices/ppdev0/timeslice", "");
+              },
+              "wrong: LPT1 at 0x378, but a program that you may not see holds it. To do: sudo "
+              "bitlux doctor, which names the program; then close it"},
+             {"no registers", [](MadeMachine& made) { made.addPort(0, "0\t0\n"); },
+              "note: has no registers of its own, so its pins cannot be driven"},
          }) {
         MadeMachine made;
         made.addPort(0, "888\t1912\n");
         made.openable.insert("/dev/parport0");
         made.memberships["lp"] = Membership::InEffect;
-        c.change(made);
-        const bool isUsable = std::string_view(c.line).starts_with("ok");
-        EXPECT_EQ(made.run(), isUsable ? 0 : 1) << c.what;
-        EXPECT_EQ(made.line("/dev/parport0"), c.line) << c.what;
+        change(made);
+        const bool isUsable = std::string_view(line).starts_with("ok");
+        EXPECT_EQ(made.run(), isUsable ? 0 : 1) << what;
+        EXPECT_EQ(made.line("/dev/parport0"), line) << what;
         EXPECT_EQ(made.verdict(),
                   isUsable ? "Usable: the parallel port. No USB dongle is.\n" : unusable)
-            << c.what;
+            << what;
     }
 }
 

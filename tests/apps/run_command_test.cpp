@@ -87,18 +87,6 @@ TEST(RunCommand, PrintsObjects) {
     EXPECT_EQ(whole.substr(0, output.size()), output);
     EXPECT_EQ(whole.substr(output.size()).substr(0, 41),
               "{\"kind\":\"summary\",\"passes\":1,\"words\":2,\"m");
-    const std::string script =
-        "import json, sys\nfor line in sys.stdin:\n    o = json.loads(line)\n"
-        "    print(o['kind'], o.get('pass'), ascii(o.get('command')))\n";
-    board.write("read.py", script);
-    EXPECT_EQ(
-        bitlux(fmt::format("run {} --bench echo --json --times 2 | /usr/bin/python3 {}", board.file,
-                           board.path("read.py")))
-            .output,
-        "word 1 'read id'\nwait 1 '* Wait 2 hrs'\npin 1 '* Set HIGH: EN'\npin 1 '* Set LOW: DIS'\n"
-        "word 1 'gr\\xfcn \"a\\\\b\" \\x1b[2J'\nword 2 'read id'\nwait 2 '* Wait 2 hrs'\n"
-        "pin 2 '* Set HIGH: EN'\npin 2 '* Set LOW: DIS'\n"
-        "word 2 'gr\\xfcn \"a\\\\b\" \\x1b[2J'\nsummary None None\n");
 }
 
 TEST(RunCommand, EndsWithOneAtAMessage) {
@@ -114,37 +102,33 @@ TEST(RunCommand, EndsWithOneAtAMessage) {
                                "\"[CommandToSend]\",\"* Set LOW: Data 1\"\r\n"
                                "\"[DongleData1Enable]\",1\r\n");
     const std::string start = "run --bench echo " + board.path();
-    struct Case {
-        std::string arguments;
-        std::string output;
-    };
-    for (const Case& c :
-         {Case{"/board.spi --batch sweeep", "There is no Batch \"sweeep\"; near: \"sweep\".\n"},
-          Case{"/board.spi --batch ''", "There is no Batch \"\".\n"},
-          Case{"/board.spi --batch 'hold on'",
-               fmt::format("A5 00\n{}Nobody can be asked: the standard input is no terminal. "
-                           "\"--yes\" goes on.\n",
-                           pauseText)},
-          Case{"/damaged.spi", fmt::format("The file \"{}\" is damaged in line 26: there is no "
-                                           "Batch 9.\n",
-                                           board.path("damaged.spi"))},
-          Case{"/other.spi", "Invalid File Format.\n"},
-          Case{"/nine.spi --bus dongle",
-               "The dongle carries words of 8, 16, 24, 32 or 40 bits, not of 9.\n"},
-          Case{"/none.spi", fmt::format("There is no file \"{}\".\n", board.path("none.spi"))},
-          Case{"/dongle.spi --bus dongle --batch sweep --fault gone@2",
-               "A5 00\nLine 3: there is no extra pin \"EN\".\nWord 2, line 4, \"read id\": Check "
-               "the USB cable and restart program\n"},
-          Case{"/pin.spi --bus dongle", "A pin goes with the word of the first page, line 1, "
-                                        "\"* Set LOW: Data 1\": Nothing to send!\n"},
-          Case{"/dongle.spi --bus dongle --batch sweep --fault silent --timeout 1 --trace -",
-               "Word 1, line 1, \"read id\": No answer came in 1 s.\n"
-               "0 OUT 08 70 00 A5 00 00 00 00\n"},
-          Case{"/board.spi --log /missing/log",
-               "The file \"/missing/log\" cannot be written: No such file or directory.\n"}}) {
-        const Outcome outcome = bitlux(start + c.arguments + " </dev/null");
-        EXPECT_EQ(outcome.output, c.output) << c.arguments;
-        EXPECT_EQ(outcome.code, 1) << c.arguments;
+    for (const auto& [arguments, output] : Rows<std::string, std::string>{
+             {"/board.spi --batch sweeep", "There is no Batch \"sweeep\"; near: \"sweep\".\n"},
+             {"/board.spi --batch ''", "There is no Batch \"\".\n"},
+             {"/board.spi --batch 'hold on'",
+              fmt::format("A5 00\n{}Nobody can be asked: the standard input is no terminal. "
+                          "\"--yes\" goes on.\n",
+                          pauseText)},
+             {"/damaged.spi", fmt::format("The file \"{}\" is damaged in line 26: there is no "
+                                          "Batch 9.\n",
+                                          board.path("damaged.spi"))},
+             {"/other.spi", "Invalid File Format.\n"},
+             {"/nine.spi --bus dongle",
+              "The dongle carries words of 8, 16, 24, 32 or 40 bits, not of 9.\n"},
+             {"/none.spi", fmt::format("There is no file \"{}\".\n", board.path("none.spi"))},
+             {"/dongle.spi --bus dongle --batch sweep --fault gone@2",
+              "A5 00\nLine 3: there is no extra pin \"EN\".\nWord 2, line 4, \"read id\": Check "
+              "the USB cable and restart program\n"},
+             {"/pin.spi --bus dongle", "A pin goes with the word of the first page, line 1, "
+                                       "\"* Set LOW: Data 1\": Nothing to send!\n"},
+             {"/dongle.spi --bus dongle --batch sweep --fault silent --timeout 1 --trace -",
+              "Word 1, line 1, \"read id\": No answer came in 1 s.\n"
+              "0 OUT 08 70 00 A5 00 00 00 00\n"},
+             {"/board.spi --log /missing/log",
+              "The file \"/missing/log\" cannot be written: No such file or directory.\n"}}) {
+        const Outcome outcome = bitlux(start + arguments + " </dev/null");
+        EXPECT_EQ(outcome.output, output) << arguments;
+        EXPECT_EQ(outcome.code, 1) << arguments;
     }
     for (const char* arguments : {"", "--times 0", "--bus port", "--bench echo --json --log -"})
         EXPECT_EQ(board.run(arguments).code, *arguments == '\0' ? 1 : 2) << arguments;
@@ -186,23 +170,18 @@ TEST(RunCommand, SendsNoneOfAFilesEscapesToTheTerminal) {
     std::string text = boardFile; // with that for the name of its pin
     for (std::size_t at = 0; (at = text.find("EN\"", at)) != std::string::npos;)
         text.replace(at, 2, bad);
-    struct Case {
-        const char* command;
-        const char* record;
-        const char* start; ///< of its value
-    };
     const Board board;
-    for (const Case& c :
-         {Case{"show", "[PartName]", ""}, Case{"show", "[CSpin]", ""},
-          Case{"show", "[QuickCommand]", ""}, Case{"show", "[BatchItem]", "1 "},
-          Case{"show --batches", "[BatchItem]", "3 "}, Case{"run --bench echo --log -", "[x]", ""},
-          Case{"run --bench echo --json", "[x]", ""}}) {
-        const std::string file = board.write(
-            "bad.spi", fmt::format("{}\"{}\",\"{}{}\"\r\n", text, c.record, c.start, bad));
-        const std::string output = bitlux(fmt::format("{} {} </dev/null", c.command, file)).output;
-        EXPECT_NE(output.find("xyz"), std::string::npos) << c.command << c.record << output;
+    for (const auto& [command, record, start] :
+         {row("show", "[PartName]", ""), row("show", "[CSpin]", ""),
+          row("show", "[QuickCommand]", ""), row("show", "[BatchItem]", "1 "),
+          row("show --batches", "[BatchItem]", "3 "), row("run --bench echo --log -", "[x]", ""),
+          row("run --bench echo --json", "[x]", "")}) {
+        const std::string file =
+            board.write("bad.spi", fmt::format("{}\"{}\",\"{}{}\"\r\n", text, record, start, bad));
+        const std::string output = bitlux(fmt::format("{} {} </dev/null", command, file)).output;
+        EXPECT_NE(output.find("xyz"), std::string::npos) << command << record << output;
         for (const char* sequence : {"\x1B", "\a", "\x7F", "\xC2\x9D"})
-            EXPECT_EQ(output.find(sequence), std::string::npos) << c.command << '\n' << output;
+            EXPECT_EQ(output.find(sequence), std::string::npos) << command << '\n' << output;
     }
 }
 
@@ -270,21 +249,16 @@ private:
 };
 
 TEST(RunCommand, AsksOnATerminal) {
-    struct Case {
-        const char* keys;
-        int code;
-        const char* output;
-    };
-    for (const Case& c : {Case{"\n", 0, "A5 00\nA5 A5\n"}, Case{"what\nc\n", 1, "A5 00\n"},
-                          Case{"\x04", 1, "A5 00\n"}}) {
+    for (const auto& [keys, code, output] : Rows<const char*, int, const char*>{
+             {"\n", 0, "A5 00\nA5 A5\n"}, {"what\nc\n", 1, "A5 00\n"}, {"\x04", 1, "A5 00\n"}}) {
         const Board board;
         OnTerminal terminal(fmt::format("run {} --bench echo --batch 'hold on'", board.file),
                             board.path("out"));
         ASSERT_TRUE(terminal.waitFor("or click Cancel to stop."));
         ASSERT_TRUE(terminal.waitFor("Enter continues, c cancels: "));
-        terminal.type(c.keys);
-        EXPECT_EQ(terminal.exitCode(), c.code) << c.keys;
-        EXPECT_EQ(contentOf(board.path("out")), c.output) << c.keys;
+        terminal.type(keys);
+        EXPECT_EQ(terminal.exitCode(), code) << keys;
+        EXPECT_EQ(contentOf(board.path("out")), output) << keys;
     }
 }
 

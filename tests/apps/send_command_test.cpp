@@ -11,80 +11,50 @@ namespace bitlux::test {
 namespace {
 
 TEST(SendCommand, PrintsALineAWord) {
-    struct Case {
-        const char* arguments;
-        const char* output;
-    };
-    for (const Case& c :
-         {Case{"--bench loopback --bits 16 A5C3", "A5C3 A5C3\n"},
-          Case{"--bench loopback A5", "A5 A5\n"},
-          Case{"--bench loopback --bits 10 3f", "03F 03F\n"},
-          Case{"--bench loopback --bits 16 0000A5C3", "A5C3 A5C3\n"},
-          Case{"--bench none --bits 12 0", "000 FFF\n"},
-          Case{"--bench none --bits 12 --do low 0", "000 000\n"},
-          Case{"--bench stuck-low --bits 9 1", "001 000\n"},
-          Case{"--bench stuck-high --bits 1 0", "0 1\n"},
-          Case{"--bench echo --bits 16 1 2 3", "0001 0000\n0002 0001\n0003 0002\n"},
-          Case{"--bench scripted --replies 1234,ff --bits 16 --order lsb --type 5 0 0 0",
-               "0000 1234\n0000 00FF\n0000 00FF\n"},
-          Case{"--bench zt72518s --bus dongle --bits 16 --type 2 --turn-on 'vdd ov' "
-               "--turn-on 'CAN Low/Tx Dom' 2580 E500 E100 BF00",
-               "2580 92CA\nE500 9204\nE100 1004\nBF00 0000\n"}}) {
-        const Outcome outcome = bitlux(std::string("send ") + c.arguments);
-        EXPECT_EQ(outcome.output, c.output) << c.arguments;
-        EXPECT_EQ(outcome.code, 0) << c.arguments;
+    for (const auto& [arguments, output] :
+         {row("loopback A5", "A5 A5\n"), row("loopback --bits 10 3f", "03F 03F\n"),
+          row("none --bits 12 --do low 0", "000 000\n"),
+          row("loopback --bits 16 --type 5 --order lsb --cs high --pins 9,5,3,13 A5C3",
+              "A5C3 4B86\n"),
+          row("scripted --replies 1234,ff --bits 16 --order lsb --type 5 0 0 0",
+              "0000 1234\n0000 00FF\n0000 00FF\n"),
+          row("zt72518s --bus dongle --bits 16 --type 2 --turn-on 'vdd ov' "
+              "--turn-on 'CAN Low/Tx Dom' 2580 E500 E100 BF00",
+              "2580 92CA\nE500 9204\nE100 1004\nBF00 0000\n")}) {
+        const Outcome outcome = bitlux(std::string("send --bench ") + arguments);
+        EXPECT_EQ(outcome.output, output) << arguments;
+        EXPECT_EQ(outcome.code, 0) << arguments;
     }
 }
 
-TEST(SendCommand, AnswersAsTheWireDoesForAllShapes) {
-    // Types 1 to 4 sample after the data, so a loop answers with the word itself. Types 5 to 8
-    // sample before the data of their bit is out, so the answer comes one bit late.
-    for (int type = 1; type <= 8; ++type)
-        for (const char* order : {"msb", "lsb"}) {
-            const Outcome outcome =
-                bitlux(fmt::format("send --bench loopback --bits 16 --type {} --order {} --cs high "
-                                   "--pins 9,5,3,13 A5C3",
-                                   type, order));
-            const char* expected = type <= 4                     ? "A5C3 A5C3\n"
-                                   : std::string(order) == "msb" ? "A5C3 52E1\n"
-                                                                 : "A5C3 4B86\n";
-            EXPECT_EQ(outcome.output, expected) << type << order;
-        }
-}
-
 TEST(SendCommand, SendsThroughTheDongle) {
-    struct Case {
-        const char* arguments;
-        const char* output;
-        int code;
-    };
     constexpr const char* oneGoodWord =
         "1234 0000\nWord 2, \"5678\": Check the USB cable and restart program\n";
-    for (const Case& c :
-         {Case{"--bench loopback --bits 32 --trace - DEADBEEF",
-               "0 OUT 20 70 00 DE AD BE EF 00\n2032000 IN 20 70 00 DE AD BE EF 00\n"
-               "DEADBEEF DEADBEEF\n",
-               0},
-          Case{"--bench stuck-high --bits 8 --cs high --di low --do low --type 3 --order lsb "
-               "--trace - 0F",
-               "0 OUT 08 4A 00 F0 00 00 00 00\n2008000 IN 08 4A 00 00 00 00 00 00\n0F 00\n", 0},
-          Case{"--bench loopback --clock 62.5k --trace - A5",
-               "0 OUT 08 F0 00 A5 00 00 00 00\n2128000 IN 08 F0 00 A5 00 00 00 00\nA5 A5\n", 0},
-          Case{"--bench echo --bits 16 --fault late:700 1234 5678", "1234 0000\n5678 1234\n", 0},
-          Case{"--bench echo --bits 16 --fault gone@2 1234 5678 9ABC", oneGoodWord, 1},
-          Case{"--bench echo --bits 16 --fault short:5/0 --fault stalled@2 1234 5678", oneGoodWord,
-               1},
-          Case{"--bench echo --bits 16 --fault silent@2 --timeout 0.6 1234 5678 9ABC",
-               "1234 0000\nWord 2, \"5678\": No answer came in 0.6 s.\n", 1},
-          Case{"--bench echo --bits 16 --fault babbling@2 1 2 3 4",
-               "0001 0000\n0002 0001\nWord 3, \"3\": Check the USB cable and restart program\n", 1},
-          Case{"--bench loopback --bits 9 1FF",
-               "The dongle carries words of 8, 16, 24, 32 or 40 bits, not of 9.\n", 1},
-          Case{"--bench loopback --bits 48 1",
-               "The dongle carries words of 8, 16, 24, 32 or 40 bits, not of 48.\n", 1}}) {
-        const Outcome outcome = bitlux(fmt::format("send --bus dongle {}", c.arguments));
-        EXPECT_EQ(outcome.output, c.output) << c.arguments;
-        EXPECT_EQ(outcome.code, c.code) << c.arguments;
+    for (const auto& [arguments, output, code] : Rows<const char*, const char*, int>{
+             {"--bench loopback --bits 32 --trace - DEADBEEF",
+              "0 OUT 20 70 00 DE AD BE EF 00\n2032000 IN 20 70 00 DE AD BE EF 00\n"
+              "DEADBEEF DEADBEEF\n",
+              0},
+             {"--bench stuck-high --bits 8 --cs high --di low --do low --type 3 --order lsb "
+              "--trace - 0F",
+              "0 OUT 08 4A 00 F0 00 00 00 00\n2008000 IN 08 4A 00 00 00 00 00 00\n0F 00\n", 0},
+             {"--bench loopback --clock 62.5k --trace - A5",
+              "0 OUT 08 F0 00 A5 00 00 00 00\n2128000 IN 08 F0 00 A5 00 00 00 00\nA5 A5\n", 0},
+             {"--bench echo --bits 16 --fault late:700 1234 5678", "1234 0000\n5678 1234\n", 0},
+             {"--bench echo --bits 16 --fault gone@2 1234 5678 9ABC", oneGoodWord, 1},
+             {"--bench echo --bits 16 --fault short:5/0 --fault stalled@2 1234 5678", oneGoodWord,
+              1},
+             {"--bench echo --bits 16 --fault silent@2 --timeout 0.6 1234 5678 9ABC",
+              "1234 0000\nWord 2, \"5678\": No answer came in 0.6 s.\n", 1},
+             {"--bench echo --bits 16 --fault babbling@2 1 2 3 4",
+              "0001 0000\n0002 0001\nWord 3, \"3\": Check the USB cable and restart program\n", 1},
+             {"--bench loopback --bits 9 1FF",
+              "The dongle carries words of 8, 16, 24, 32 or 40 bits, not of 9.\n", 1},
+             {"--bench loopback --bits 48 1",
+              "The dongle carries words of 8, 16, 24, 32 or 40 bits, not of 48.\n", 1}}) {
+        const Outcome outcome = bitlux(fmt::format("send --bus dongle {}", arguments));
+        EXPECT_EQ(outcome.output, output) << arguments;
+        EXPECT_EQ(outcome.code, code) << arguments;
     }
     EXPECT_EQ(bitlux("send --bench loopback --bus port --trace - --bits 1 1").output.substr(0, 10),
               "0 W 378 00");
@@ -92,45 +62,9 @@ TEST(SendCommand, SendsThroughTheDongle) {
 
 TEST(SendCommand, TracesTheWordsAlone) {
     const Outcome outcome = bitlux("send --bench loopback --bits 2 --type 7 --trace - 2");
-    EXPECT_EQ(outcome.output, "0 W 378 04\n"
-                              "1000 W 378 00\n"
-                              "2000 R 379 00\n"
-                              "3000 W 378 06\n"
-                              "4000 W 378 02\n"
-                              "5000 R 379 20\n"
-                              "6000 W 378 04\n"
-                              "7000 W 378 00\n"
-                              "8000 W 378 01\n"
-                              "9000 W 378 05\n"
-                              "2 1\n");
-    const TemporaryFolder folder;
-    bitlux("send --bench loopback --bits 1 --type 6 --trace " + folder.path("t") + " 1 1");
-    EXPECT_EQ(contentOf(folder.path("t")), "0 W 378 00\n1000 R 379 00\n2000 W 378 06\n"
-                                           "3000 W 378 02\n4000 W 378 01\n"
-                                           "5000 W 378 00\n6000 R 379 00\n7000 W 378 06\n"
-                                           "8000 W 378 02\n9000 W 378 01\n");
-}
-
-TEST(SendCommand, SavesTheLog) {
-    const TemporaryFolder folder;
-    EXPECT_EQ(bitlux("send --bench loopback --log - A5").output,
-              "A5 A5\nSPI Word Sent:\n  A5\nSPI Word Received:\n  A5\n \n");
-    bitlux("send --bench loopback --log " + folder.path("log.txt") + " A5");
-    EXPECT_EQ(contentOf(folder.path("log.txt")),
-              "SPI Word Sent:\r\n  A5\r\nSPI Word Received:\r\n  A5\r\n \r\n");
-}
-
-TEST(SendCommand, SavesTheWaveform) {
-    const TemporaryFolder folder;
-    const std::string files =
-        fmt::format("--vcd {} --sr {}", folder.path("w.vcd"), folder.path("w.sr"));
-    EXPECT_EQ(bitlux("send --bench loopback --bits 1 --trace - " + files + " 1").output,
-              "0 W 378 00\n1000 W 378 02\n2000 W 378 06\n3000 R 379 20\n4000 W 378 00\n"
-              "5000 W 378 01\n1 1\n");
-    const std::string vcd = contentOf(folder.path("w.vcd"));
-    EXPECT_EQ(vcd.substr(vcd.find("#1000")),
-              "#1000\n0!\n#2000\n1#\n#3000\n1\"\n1$\n#5000\n0\"\n0#\n#6000\n1!\n#7000\n");
-    EXPECT_TRUE(contentOf(folder.path("w.sr")).starts_with("PK"));
+    EXPECT_EQ(outcome.output,
+              "0 W 378 04\n1000 W 378 00\n2000 R 379 00\n3000 W 378 06\n4000 W 378 02\n"
+              "5000 R 379 20\n6000 W 378 04\n7000 W 378 00\n8000 W 378 01\n9000 W 378 05\n2 1\n");
 }
 
 TEST(SendCommand, FindsWhatCannotBeWrittenBeforeAnythingIsSent) {
@@ -232,76 +166,55 @@ TEST(SendCommand, TakesTheSettingsOfAFile) {
 }
 
 TEST(SendCommand, EndsWithOneAtAMessage) {
-    struct Case {
-        const char* arguments;
-        const char* output;
-    };
-    for (const Case& c :
-         {Case{"--bench loopback --pins 2,2,4,12 1",
-               "Pin Conflict!  Please select a different pin configuration.\n"},
-          Case{"--config /missing/x.spi --bench none 1", "There is no file \"/missing/x.spi\".\n"},
-          Case{"--bench loopback --turn-on x 1", "This device has no switches\n"}}) {
-        const Outcome outcome = bitlux(std::string("send ") + c.arguments);
-        EXPECT_EQ(outcome.output, c.output) << c.arguments;
-        EXPECT_EQ(outcome.code, 1) << c.arguments;
+    for (const auto& [arguments, output] : Rows<const char*, const char*>{
+             {"--bench loopback --pins 2,2,4,12 1",
+              "Pin Conflict!  Please select a different pin configuration.\n"},
+             {"--config /missing/x.spi --bench none 1", "There is no file \"/missing/x.spi\".\n"},
+             {"--bench loopback --turn-on x 1", "This device has no switches\n"}}) {
+        const Outcome outcome = bitlux(std::string("send ") + arguments);
+        EXPECT_EQ(outcome.output, output) << arguments;
+        EXPECT_EQ(outcome.code, 1) << arguments;
     }
 }
 
 TEST(SendCommand, EndsWithTwoAtABadUsage) {
-    for (const char* arguments : {"",
-                                  "send",
-                                  "send --bench nothing A5",
-                                  "send --bench loopback --type 9 A5",
-                                  "send --bench loopback --bits 0 A5",
-                                  "send --bench loopback --bits -3 A5",
-                                  "send --bench loopback --bits 161 A5",
-                                  "send --bench loopback --bits many A5",
-                                  "send --bench loopback --order up A5",
-                                  "send --bench loopback --pins 2,3,4 A5",
-                                  "send --bench loopback --pins 2,3,4,5 A5",
-                                  "send --bench loopback --pins 12,3,4,13 A5",
-                                  "send --bench scripted A5",
-                                  "send --bench loopback --replies 12 A5",
-                                  "send --bench scripted --replies 12,zz A5",
-                                  "send --bench loopback --wrong A5",
-                                  "send --bench loopback --bus usb A5",
-                                  "send --bench loopback --clock 2M A5",
-                                  "send --bench loopback --clock 2 A5",
-                                  "send --bench loopback --fault gone A5",
-                                  "send --bench loopback --bus dongle --fault lost A5",
-                                  "send --bench loopback --port lpt1 A5",
-                                  "send --bench loopback --serial 1 A5",
-                                  "send --bus dongle --port lpt1 A5",
-                                  "send --bus port --serial 1 A5",
-                                  "send --port lpt4 A5",
-                                  "send --port 0 A5",
-                                  "send --bench loopback --vcd - A5",
-                                  "send --bench loopback --json --log - A5",
-                                  "send --bench loopback --repeat 2 -",
-                                  "send --bench loopback --repeat 0 A5",
-                                  "send --bench loopback --timeout 0 A5",
-                                  "send --bench loopback A5 ''",
-                                  "send --bench loopback A5 _5",
-                                  "send --bench loopback A5 5_",
-                                  "send --bench loopback A5 A__5",
-                                  "send --bench loopback A5 0x",
-                                  "doctor A5",
-                                  "doctor --udev --wrong"})
+    std::vector<std::string> wrong{"",
+                                   "send",
+                                   "send --bench nothing A5",
+                                   "send --bench scripted A5",
+                                   "send --bench scripted --replies 12,zz A5",
+                                   "send --bus dongle --port lpt1 A5",
+                                   "send --bus port --serial 1 A5",
+                                   "send --port lpt4 A5",
+                                   "send --port 0 A5",
+                                   "send --bench loopback --repeat 2 -",
+                                   "send --bench loopback A5 ''",
+                                   "send --bench loopback A5 _5",
+                                   "send --bench loopback A5 5_",
+                                   "send --bench loopback A5 A__5",
+                                   "send --bench loopback A5 0x",
+                                   "doctor A5",
+                                   "doctor --udev --wrong"};
+    for (const char* option :
+         {"--type 9",         "--bits 0",     "--bits -3",    "--bits 161",
+          "--bits many",      "--order up",   "--pins 2,3,4", "--pins 2,3,4,5",
+          "--pins 12,3,4,13", "--replies 12", "--wrong",      "--bus usb",
+          "--clock 2M",       "--clock 2",    "--fault gone", "--bus dongle --fault lost",
+          "--port lpt1",      "--serial 1",   "--vcd -",      "--json --log -",
+          "--repeat 0",       "--timeout 0"})
+        wrong.push_back(fmt::format("send --bench loopback {} A5", option));
+    for (const std::string& arguments : wrong)
         EXPECT_EQ(bitlux(arguments).code, 2) << arguments;
-    struct Case {
-        const char* arguments;
-        const char* output;
-    };
-    for (const Case& c :
-         {Case{"sned A5", "There is no command \"sned\"; near: send.\n"},
-          Case{"send --bench loopback 12 100",
-               "Word 2, \"100\": This has 9 bits, and a word here has 8.\n"},
-          Case{"send --bench loopback 12 xy",
-               "Word 2, \"xy\": This is no hexadecimal number.\nRun with --help for more "
-               "information.\n"}}) {
-        const Outcome outcome = bitlux(c.arguments);
-        EXPECT_EQ(outcome.output, c.output);
-        EXPECT_EQ(outcome.code, 2) << c.arguments;
+    for (const auto& [arguments, output] : Rows<const char*, const char*>{
+             {"sned A5", "There is no command \"sned\"; near: send.\n"},
+             {"send --bench loopback 12 100",
+              "Word 2, \"100\": This has 9 bits, and a word here has 8.\n"},
+             {"send --bench loopback 12 xy",
+              "Word 2, \"xy\": This is no hexadecimal number.\nRun with --help for more "
+              "information.\n"}}) {
+        const Outcome outcome = bitlux(arguments);
+        EXPECT_EQ(outcome.output, output);
+        EXPECT_EQ(outcome.code, 2) << arguments;
     }
 }
 

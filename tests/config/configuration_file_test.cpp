@@ -269,13 +269,9 @@ TEST(ConfigurationFile, AddsATabOnceAndAtMostFour) {
 }
 
 TEST(ConfigurationFile, ThatIsDamagedTellsLineAndReason) {
-    struct Damage {
-        const char* record;
-        const char* reason;
-    };
     const std::string longLine = R"("[PartName]",")" + repeated(10'000'000, 'x') + R"(")";
-    for (const Damage& damage :
-         {Damage{R"("[BinaryMode]",#TRUE)", R"("#TRUE" is no text in quotes, number, #TRUE#)"},
+    for (const auto& [record, reason] :
+         {row(R"("[BinaryMode]",#TRUE)", R"("#TRUE" is no text in quotes, number, #TRUE#)"),
           {R"("[BinaryMode]","perhaps")", R"("perhaps" is no number)"},
           {R"("[EnableLog]","on")", R"("on" is no number)"},
           {R"("[EnableLog]",7)", "The value 7 does not exist in frmConfigureSPI.chkEnableLog"},
@@ -297,13 +293,13 @@ TEST(ConfigurationFile, ThatIsDamagedTellsLineAndReason) {
           {longLine.c_str(), "line 3 has more than 65536 characters"}}) {
         FileBench bench;
         const Texts texts =
-            bench.openRecords("\"[MessageLimit]\",\"77\"\r\n" + std::string(damage.record) +
+            bench.openRecords("\"[MessageLimit]\",\"77\"\r\n" + std::string(record) +
                               "\r\n\"[PartName]\",\"late\"\r\n");
-        SCOPED_TRACE(damage.reason);
+        SCOPED_TRACE(reason);
         ASSERT_EQ(texts.size(), 1U);
         EXPECT_NE(texts[0].find(R"(records.spi")"), std::string::npos) << texts[0];
         EXPECT_NE(texts[0].find("line 3"), std::string::npos) << texts[0];
-        EXPECT_NE(texts[0].find(damage.reason), std::string::npos) << texts[0];
+        EXPECT_NE(texts[0].find(reason), std::string::npos) << texts[0];
         EXPECT_LT(texts[0].size(), 400U);
         EXPECT_EQ(bench.text("frmConfigureSPI.txtMessageLimit"), "77");
         EXPECT_EQ(bench.text("frmConfigureSPI.txtPartName"), "Generic");

@@ -6,8 +6,6 @@
 namespace bitlux::test {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 /// A machine with ports at these addresses.
 class Ports : public ParallelPort {
 public:
@@ -24,6 +22,27 @@ public:
 private:
     std::array<std::int16_t, 3> addresses_;
 };
+
+/// What all controls of the dialog hold, a line each.
+std::string stateOf(ConfigureDialog& dialog) {
+    std::string state;
+    for (forms::Control* control : dialog.controls()) {
+        std::string value;
+        if (const auto* check = dynamic_cast<forms::CheckBox*>(control))
+            value = std::to_string(check->value());
+        else if (const auto* option = dynamic_cast<forms::OptionButton*>(control))
+            value = std::to_string(option->value());
+        else if (const auto* combo = dynamic_cast<forms::ComboBox*>(control))
+            value = combo->text();
+        else if (const auto* box = dynamic_cast<forms::TextBox*>(control))
+            value = box->text();
+        else if (const auto* tabs = dynamic_cast<forms::TabStrip*>(control))
+            value = std::to_string(tabs->selected());
+        state += fmt::format("{} {} {} {}\n", control->localName(), value, control->visible(),
+                             control->enabled());
+    }
+    return state;
+}
 
 struct PortsBench {
     Ports port;
@@ -95,19 +114,19 @@ TEST(ConfigureDialog, OffersTheParallelPortWhenNoDongleAnswers) {
 
 TEST(ConfigureDialog, GoesBackToItsDefaults) {
     TestBench bench;
-    bench.program.dialog().types.TabStripSPItype.click(5);
+    ConfigureDialog& dialog = bench.program.dialog();
+    bench.click("frmConfigureSPI.Btn_ParallelPort");
+    dialog.SetDefaults();
+    const std::string defaults = stateOf(dialog);
     bench.configure("24", {"optHex", "optLSBfirst", "optCSpositive", "optLogOff"});
     bench.send("123456");
-    ConfigureDialog& dialog = bench.program.dialog();
     dialog.chkEnableLog.setValue(0);
     dialog.SetDefaults();
+    EXPECT_EQ(stateOf(dialog), defaults);
     EXPECT_EQ(dialog.cmbSPIWordLength.text(), "8");
     EXPECT_TRUE(dialog.optBinary.value() && dialog.optMSBfirst.value() &&
                 dialog.optCSnegative.value() && dialog.optLogFixedNumber.value());
-    EXPECT_EQ(dialog.types.TabStripSPItype.selected(), 5); // the type that is applied
-    EXPECT_EQ(dialog.cmbPortsAvailable.listIndex(), 0);
     EXPECT_EQ(bench.session().SessionLogEnabled, ConstOn);
-    EXPECT_TRUE(dialog.txtMessageLimit.enabled());
     EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), "");
     EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "");
     // Nothing of it is applied.
@@ -130,10 +149,10 @@ TEST(ConfigureDialog, EnablesTheLimitOnlyForAFixedNumber) {
 TEST(ConfigureDialog, GoesBackToWhatWasAcceptedOnCancel) {
     TestBench bench;
     ConfigureDialog& dialog = bench.program.dialog();
-    dialog.extraPins.dataPins.enable(1).setValue(1);
-    dialog.extraPins.dataPins.assignment(1).setText("8");
+    bench.enablePin("Data", 1, "8");
     dialog.types.TabStripSPItype.click(3);
     bench.configure("24", {"optHex", "optLSBfirst", "optCSpositive", "optLogForever"});
+    const std::string accepted = stateOf(dialog);
     // Every setting changes, and none is applied.
     dialog.setVisible(true);
     dialog.txtPartName.setText("Other");
@@ -148,27 +167,11 @@ TEST(ConfigureDialog, GoesBackToWhatWasAcceptedOnCancel) {
         option->setValue(true);
     dialog.types.TabStripSPItype.click(8);
     dialog.extraPins.dataPins.enable(1).setValue(0);
-    dialog.extraPins.controlPins.enable(0).setValue(1);
-    dialog.extraPins.controlPins.name(0).setText("Power");
+    bench.enablePin("Control", 0, "1", "Power");
     dialog.chkHardCodeLPT(2).setValue(1);
     EXPECT_EQ(accessesOf(bench, [&] { dialog.cmdCancel.click(); }), "");
     EXPECT_FALSE(dialog.visible());
-    EXPECT_EQ(dialog.txtPartName.text() + dialog.cmbSPIWordLength.text(), "Generic24");
-    EXPECT_EQ(dialog.cmbCS.text() + dialog.cmbDI.text() + dialog.cmbCLK.text() +
-                  dialog.cmbDO.text(),
-              "23412");
-    EXPECT_TRUE(dialog.optHex.value() && dialog.optLSBfirst.value() &&
-                dialog.optCSpositive.value() && dialog.optDIpolarity_pos.value() &&
-                dialog.optDOpolarity_pos.value() && dialog.optLogForever.value());
-    EXPECT_EQ(dialog.types.TabStripSPItype.selected(), 3);
-    EXPECT_TRUE(dialog.types.frameSPIpicture(3).visible());
-    EXPECT_FALSE(dialog.types.frameSPIpicture(8).visible());
-    EXPECT_TRUE(dialog.extraPins.dataPins.enable(1).checked());
-    EXPECT_EQ(dialog.extraPins.dataPins.assignment(1).text(), "8");
-    EXPECT_FALSE(dialog.extraPins.controlPins.enable(0).checked());
-    EXPECT_EQ(dialog.extraPins.controlPins.name(0).text(), "Control 0");
-    EXPECT_FALSE(dialog.chkHardCodeLPT(2).checked());
-    EXPECT_EQ(dialog.cmbPortsAvailable.listIndex(), 0);
+    EXPECT_EQ(stateOf(dialog), accepted);
     EXPECT_EQ(bench.session().SPIWordLength, 24);
 }
 
@@ -196,21 +199,19 @@ TEST(ConfigureDialog, TakesOverTheClockOfTheDongleAtOnce) {
 TEST(ConfigureDialog, TellsEachTypeInWords) {
     TestBench bench;
     const TypePage& types = bench.program.dialog().types;
-    // Valid and toggled edge, idle level.
-    const char* const expected[] = {
-        "rising falling low",  "falling rising low", "falling rising high", "rising falling high",
-        "falling falling low", "rising rising low",  "rising rising high",  "falling falling high"};
-    for (int type = 1; type <= 8; ++type) {
-        const std::string text = expected[type - 1];
-        const std::size_t second = text.find(' ');
-        const std::size_t third = text.rfind(' ');
-        EXPECT_EQ(types.lblSPINoteRead(type).caption(),
-                  fmt::format("DI and DO are valid on {} edge of CLK.", text.substr(0, second)));
-        EXPECT_EQ(types.lblSPINoteToggle(type).caption(),
-                  fmt::format("DI and DO are toggled on {} edge of CLK.",
-                              text.substr(second + 1, third - second - 1)));
-        EXPECT_EQ(types.lblSPINotePolarity(type).caption(),
-                  fmt::format("CLK is {} before and after transfer.", text.substr(third + 1)));
+    int type = 0;
+    for (const auto& [valid, toggled, idle] :
+         {row("rising", "falling", "low"), row("falling", "rising", "low"),
+          row("falling", "rising", "high"), row("rising", "falling", "high"),
+          row("falling", "falling", "low"), row("rising", "rising", "low"),
+          row("rising", "rising", "high"), row("falling", "falling", "high")}) {
+        ++type;
+        EXPECT_EQ(fmt::format("{} {} {}", types.lblSPINoteRead(type).caption(),
+                              types.lblSPINoteToggle(type).caption(),
+                              types.lblSPINotePolarity(type).caption()),
+                  fmt::format("DI and DO are valid on {} edge of CLK. DI and DO are toggled on {} "
+                              "edge of CLK. CLK is {} before and after transfer.",
+                              valid, toggled, idle));
     }
     EXPECT_EQ(types.lblNonStandard.first(), 5);
 }

@@ -1,12 +1,11 @@
 #include "support/test_bench.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 struct Pin {
     std::string kind; ///< "Data" or "Control"
@@ -16,14 +15,7 @@ struct Pin {
 };
 
 void enable(TestBench& bench, const Pin& pin) {
-    const auto control = [&pin](const std::string& prefix, const std::string& suffix) {
-        return fmt::format("frmConfigureSPI.{}{}Pin{}({})", prefix, pin.kind, suffix, pin.row);
-    };
-    bench.get<forms::CheckBox>(control("chk", "Enable")).setValue(1);
-    if (!pin.name.empty())
-        bench.get<forms::TextBox>(control("txt", "Name")).setText(pin.name);
-    if (!pin.number.empty())
-        bench.get<forms::ComboBox>(control("cmb", "Assignment")).setText(pin.number);
+    bench.enablePin(pin.kind, pin.row, pin.number, pin.name);
 }
 
 struct PortBench : TestBench {
@@ -63,21 +55,12 @@ std::string rows(TestBench& bench) {
     return names;
 }
 
-std::string traceOf(TestBench& bench, const std::function<void()>& action) {
-    WireTrace trace;
-    bench.program.startRecording(trace);
-    action();
-    bench.program.stopRecording();
-    std::string lines;
-    for (const WireAccess& access : trace.accesses()) {
-        const std::string line = trace.line(access);
-        lines += fmt::format("{}{}", lines.empty() ? "" : "; ", line.substr(line.find(' ') + 1));
-    }
-    return lines;
+std::string wireOf(TestBench& bench, const std::function<void()>& action) {
+    return fmt::format("{}", fmt::join(traceOf(bench, action, Times::No), "; "));
 }
 
 std::string setNow(TestBench& bench, int row, bool high) {
-    return traceOf(bench, [&] {
+    return wireOf(bench, [&] {
         bench
             .get<forms::OptionButton>(
                 fmt::format("frmMain.optSet{}Now({})", high ? "High" : "Low", row))
@@ -105,21 +88,17 @@ TEST(ExtraPins, FillRowsInTheirOrder) {
 }
 
 TEST(ExtraPins, MoveOnThePort) {
-    struct Case {
-        Pin pin;
-        const char* high;
-        const char* low;
-    };
     // Chip select idles high on bit 0. Control bits 0, 1 and 3 are inverted.
-    for (const Case& c : {Case{{"Data", 0, "5", ""}, "W 378 09", "W 378 01"},
-                          Case{{"Data", 4, "9", ""}, "W 378 81", "W 378 01"},
-                          Case{{"Control", 0, "1", ""}, "W 37A 0A", "W 37A 0B"},
-                          Case{{"Control", 1, "14", ""}, "W 37A 09", "W 37A 0B"},
-                          Case{{"Control", 2, "16", ""}, "W 37A 0F", "W 37A 0B"},
-                          Case{{"Control", 3, "17", ""}, "W 37A 03", "W 37A 0B"}}) {
-        PortBench bench({c.pin});
-        EXPECT_EQ(setNow(bench, 0, true), c.high) << c.pin.number;
-        EXPECT_EQ(setNow(bench, 0, false), c.low) << c.pin.number;
+    for (const auto& [pin, high, low] :
+         Rows<Pin, const char*, const char*>{{{"Data", 0, "5", ""}, "W 378 09", "W 378 01"},
+                                             {{"Data", 4, "9", ""}, "W 378 81", "W 378 01"},
+                                             {{"Control", 0, "1", ""}, "W 37A 0A", "W 37A 0B"},
+                                             {{"Control", 1, "14", ""}, "W 37A 09", "W 37A 0B"},
+                                             {{"Control", 2, "16", ""}, "W 37A 0F", "W 37A 0B"},
+                                             {{"Control", 3, "17", ""}, "W 37A 03", "W 37A 0B"}}) {
+        PortBench bench({pin});
+        EXPECT_EQ(setNow(bench, 0, true), high) << pin.number;
+        EXPECT_EQ(setNow(bench, 0, false), low) << pin.number;
         EXPECT_TRUE(bench.boxes.shown().empty());
     }
 }
@@ -139,12 +118,12 @@ TEST(ExtraPins, OfTheControlRegisterGoLowAtApplyAndAtTheEnd) {
         setNow(bench, 0, true);
         if (!stays)
             bench.get<forms::CheckBox>("frmConfigureSPI.chkControlPinEnable(0)").setValue(0);
-        EXPECT_EQ(traceOf(bench, [&] { bench.configure("8"); }), "W 378 01; W 37A 0B") << stays;
-        EXPECT_EQ(traceOf(bench, [&] { bench.configure("8"); }),
+        EXPECT_EQ(wireOf(bench, [&] { bench.configure("8"); }), "W 378 01; W 37A 0B") << stays;
+        EXPECT_EQ(wireOf(bench, [&] { bench.configure("8"); }),
                   stays ? "W 378 01; W 37A 0B" : "W 378 01");
         if (stays)
             setNow(bench, 0, true);
-        EXPECT_EQ(traceOf(bench, [&] { bench.program.end(); }),
+        EXPECT_EQ(wireOf(bench, [&] { bench.program.end(); }),
                   stays ? "W 378 01; W 37A 0B" : "W 378 01");
     }
 }
@@ -169,8 +148,7 @@ TEST(ExtraPins, TravelWithAWordOnTheDongle) {
     EXPECT_EQ(setNow(bench, 1, true), "OUT 48 70 82 A5 00 00 00 00; IN 48 70 82 A5 00 00 00 00");
     EXPECT_EQ(setNow(bench, 2, true), "OUT C8 70 82 A5 00 00 00 00; IN C8 70 82 A5 00 00 00 00");
     EXPECT_EQ(bench.dongle.extraPins(), 0x182);
-    EXPECT_EQ(traceOf(bench, [&] { bench.send("1"); }).substr(0, 27),
-              "OUT 88 70 82 01 00 00 00 00");
+    EXPECT_EQ(wireOf(bench, [&] { bench.send("1"); }).substr(0, 27), "OUT 88 70 82 01 00 00 00 00");
     bench.program.dialog().cmdApply_Click(); // levels stay on this bus
     EXPECT_EQ(setNow(bench, 0, false).substr(0, 27), "OUT C8 70 80 01 00 00 00 00");
     EXPECT_EQ(bench.session().USBPinUpdate, 0);
@@ -180,8 +158,7 @@ TEST(ExtraPins, TravelWithAWordOnTheDongle) {
     setNow(bench, 0, true);
     EXPECT_FALSE(bench.get<forms::OptionButton>("frmMain.optSetHighNow(0)").value());
     EXPECT_EQ(bench.log(), Texts{});
-    EXPECT_EQ(traceOf(bench, [&] { bench.send("1"); }).substr(0, 27),
-              "OUT 88 70 80 01 00 00 00 00");
+    EXPECT_EQ(wireOf(bench, [&] { bench.send("1"); }).substr(0, 27), "OUT 88 70 80 01 00 00 00 00");
 }
 
 TEST(ExtraPins, AreLoggedByTheRulesOfWords) {
@@ -217,59 +194,51 @@ TEST(ExtraPins, BecomeLinesOfTheCommandsToSend) {
 
 TEST(ExtraPins, AreCheckedBeforeTheyAreApplied) {
     const std::string conflict = "Pin Conflict!  Please select a different pin configuration.";
-    struct Case {
-        std::vector<Pin> pins;
-        const char* chipSelect;
-        const char* dataOut;
-        Texts messages;
-    };
-    for (const Case& c :
-         {Case{{{"Data", 0, "", ""}},
-               "2",
-               "12",
-               {"No pin assignment was made for one or more Extra Pins."}},
-          Case{{{"Control", 3, "", ""}},
-               "2",
-               "12",
-               {"No pin assignment was made for one or more Extra Pins."}},
-          Case{{{"Data", 0, "2", ""}}, "2", "12", {conflict}},
-          Case{{{"Data", 0, "5", ""}, {"Data", 1, "5", ""}}, "2", "12", {conflict}},
-          Case{{{"Control", 0, "16", ""}, {"Control", 3, "16", ""}}, "2", "12", {conflict}},
-          Case{{{"Data", 0, "7", ""}}, "2", "7", {}}, Case{{}, "7", "7", {}},
-          Case{{{"Control", 0, "1", ""}}, "2", "12", {}},
-          Case{{{"Control", 0, "14", ""}}, "2", "12", {}}}) {
+    for (const auto& [pins, chipSelect, dataOut, messages] :
+         Rows<std::vector<Pin>, const char*, const char*, Texts>{
+             {{{"Data", 0, "", ""}},
+              "2",
+              "12",
+              {"No pin assignment was made for one or more Extra Pins."}},
+             {{{"Control", 3, "", ""}},
+              "2",
+              "12",
+              {"No pin assignment was made for one or more Extra Pins."}},
+             {{{"Data", 0, "2", ""}}, "2", "12", {conflict}},
+             {{{"Data", 0, "5", ""}, {"Data", 1, "5", ""}}, "2", "12", {conflict}},
+             {{{"Control", 0, "16", ""}, {"Control", 3, "16", ""}}, "2", "12", {conflict}},
+             {{{"Data", 0, "7", ""}}, "2", "7", {}},
+             {{}, "7", "7", {}},
+             {{{"Control", 0, "1", ""}}, "2", "12", {}},
+             {{{"Control", 0, "14", ""}}, "2", "12", {}}}) {
         TestBench bench;
-        for (const Pin& pin : c.pins)
+        for (const Pin& pin : pins)
             enable(bench, pin);
         ConfigureDialog& dialog = bench.program.dialog();
-        dialog.cmbCS.setText(c.chipSelect);
-        dialog.cmbDO.setText(c.dataOut);
+        dialog.cmbCS.setText(chipSelect);
+        dialog.cmbDO.setText(dataOut);
         bench.configure("8");
-        EXPECT_EQ(bench.boxes.takeTexts(), c.messages) << c.chipSelect << c.dataOut;
+        EXPECT_EQ(bench.boxes.takeTexts(), messages) << chipSelect << dataOut;
         // Hidden, as for a configuration file, the dialog does not look for conflicts.
         dialog.cmdApply_Click();
-        const bool stopsAlways = !c.messages.empty() && c.messages[0] != conflict;
-        EXPECT_EQ(bench.boxes.takeTexts(), stopsAlways ? c.messages : Texts{});
+        const bool stopsAlways = !messages.empty() && messages[0] != conflict;
+        EXPECT_EQ(bench.boxes.takeTexts(), stopsAlways ? messages : Texts{});
     }
 }
 
 TEST(ExtraPins, TurnToTheirPage) {
     TestBench bench;
-    for (const auto& [strip, frames] : {std::pair{"TabStripLogPins", "frameLogPins"},
-                                        std::pair{"TabStripLogPinsNow", "frameLogPinsNow"}}) {
-        const auto pages = [&bench, name = std::string(frames)] {
-            return fmt::format("{}{}",
-                               bench.program.forms().control("frmMain." + name + "(1)").visible(),
-                               bench.program.forms().control("frmMain." + name + "(2)").visible());
-        };
-        auto& tabs = bench.get<forms::TabStrip>(std::string("frmMain.") + strip);
-        EXPECT_EQ(pages(), "truefalse");
-        tabs.click(2);
-        EXPECT_EQ(pages(), "falsetrue");
-        tabs.click(2);
-        EXPECT_EQ(pages(), "falsetrue");
-        tabs.click(1);
-        EXPECT_EQ(pages(), "truefalse");
+    for (const std::string which : {"", "Now"}) {
+        std::string shown;
+        for (const int tab : {1, 2, 2, 1}) {
+            bench.get<forms::TabStrip>("frmMain.TabStripLogPins" + which).click(tab);
+            for (const int page : {1, 2})
+                if (bench.program.forms()
+                        .control(fmt::format("frmMain.frameLogPins{}({})", which, page))
+                        .visible())
+                    shown += std::to_string(page);
+        }
+        EXPECT_EQ(shown, "1221");
     }
 }
 

@@ -108,5 +108,25 @@ TEST(ConfigurationFile, IsKeptWhenItHasMoreQuickCommandsThanThereAre) {
     EXPECT_EQ(bench.session().ConfigDirty, ConstOn);
 }
 
+TEST(ConfigurationFile, TakesThePlaceOfAllThatWasThere) {
+    FileBench bench;
+    const std::string name = bench.folder.path("empty.spi");
+    bench.saveAs(name);
+    bench.save("old");
+    bench.setToSend({"old"});
+    bench.saveBatch("old Batch");
+    bench.openBatchPage();
+    // It stops what is being sent.
+    bench.loop.atTurn(3, [&] { EXPECT_EQ(bench.open(name), Texts{}); });
+    bench.loop.atTurn(9, [] { FAIL() << "the run went on"; });
+    bench.click("frmMain.cmdSendContinuous");
+    EXPECT_EQ(bench.names().items(), Texts{""});
+    EXPECT_EQ(bench.session().BatchCount(), 1);
+    EXPECT_EQ(bench.get<forms::ComboBox>("frmMain.cmbBatches").items(), Texts{});
+    EXPECT_EQ(bench.sendLines(), Texts{});
+    EXPECT_EQ(bench.log(), Texts{});
+    EXPECT_EQ(bench.lines("frmMain.lstSessionLogMult"), Texts{});
+}
+
 } // namespace
 } // namespace bitlux::test

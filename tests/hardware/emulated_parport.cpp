@@ -141,19 +141,21 @@ int EmulatedParport::access(UMockdevIoctlClient* client, unsigned long request) 
     case PPDATADIR:
         return 0;
     case PPWDATA:
-        wires.write(0, PointedByte(client).get());
+        wires.data = PointedByte(client).get();
+        wires.written.emplace_back(0, wires.data);
         return 0;
     case PPWCONTROL:
-        wires.write(2, PointedByte(client).get());
+        wires.control = PointedByte(client).get();
+        wires.written.emplace_back(2, wires.control);
         return 0;
     case PPRDATA:
-        PointedByte(client).set(wires.read(0));
+        PointedByte(client).set(wires.data);
         return 0;
     case PPRSTATUS:
-        PointedByte(client).set(wires.read(1));
+        PointedByte(client).set(wires.status);
         return 0;
     case PPRCONTROL:
-        PointedByte(client).set(wires.read(2));
+        PointedByte(client).set(wires.control);
         return 0;
     default:
         return EINVAL;

@@ -1,16 +1,27 @@
 #pragma once
 
 #include "testbed.h"
-#include "wired_port.h"
 
 #include <cstdint>
 #include <functional>
 #include <mutex>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace bitlux::test {
+
+/// The offset of a register of a port, and a byte that arrived there.
+using Written = std::pair<int, int>;
+
+/// The registers of a parallel port. What the kernel leaves on the lines is not 0.
+struct ParportRegisters {
+    std::uint8_t data = 0x5C;
+    std::uint8_t status = 0;
+    std::uint8_t control = 0x0C;
+    std::vector<Written> written{};
+};
 
 /// The node /dev/parportN with the kernel's user-space driver behind it, as far as programs can
 /// tell: one exclusive holder, nothing without a claim.
@@ -39,7 +50,7 @@ public:
     [[nodiscard]] std::vector<unsigned long> requests();
 
     /// The registers; not to be touched while a request is under way.
-    WiredPort wires;
+    ParportRegisters wires;
 
 private:
     static gboolean onRequest(UMockdevIoctlBase*, UMockdevIoctlClient* client, gpointer self);

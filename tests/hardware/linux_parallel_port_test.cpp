@@ -1,11 +1,11 @@
 #include "emulated_parport.h"
 #include "failure_text.h"
+#include "support/rows.h"
 #include "support/temporary_folder.h"
 
 #include "platform/chosen_port.h"
 #include "platform/linux/linux_parallel_port.h"
 
-#include <array>
 #include <cerrno>
 #include <string>
 #include <vector>
@@ -35,28 +35,19 @@ protected:
 };
 
 TEST_F(LinuxParallelPortTest, KnowsThreeLptAddresses) {
-    struct Case {
-        std::int16_t number;
-        int address;
-    };
-    static constexpr std::array cases{Case{1, 0x378}, Case{2, 0x278}, Case{3, 0},
-                                      Case{0, 0},     Case{4, 0},     Case{-1, 0}};
-    for (const Case& c : cases)
-        EXPECT_EQ(port.GetLPTPortAddress(c.number), c.address) << "LPT" << c.number;
+    const Rows<std::int16_t, int> cases{{1, 0x378}, {2, 0x278}, {3, 0}, {0, 0}, {4, 0}, {-1, 0}};
+    for (const auto& [number, address] : cases)
+        EXPECT_EQ(port.GetLPTPortAddress(number), address) << "LPT" << number;
     EXPECT_TRUE(port.IsWinNT());
 }
 
-TEST_F(LinuxParallelPortTest, CarriesAWordWithOneRequestAnAccess) {
-    first.wires.loadReply(0b0110, 4);
-    const unsigned reply = exchange(
-        0b1010, 4,
-        [&](int offset, std::uint8_t value) {
-            port.Outp(static_cast<std::int16_t>(0x378 + offset), value);
-        },
-        [&](int offset) { return port.Inp(static_cast<std::int16_t>(0x378 + offset)); });
-    EXPECT_EQ(reply, 0b0110U);
-    EXPECT_EQ(first.wires.received(), 0b1010U);
-    EXPECT_EQ(first.requests().size(), 3U + 10U + 4U) << "claim, writes, reads";
+TEST_F(LinuxParallelPortTest, MakesOneRequestAnAccess) {
+    first.wires.status = 0x48;
+    port.Outp(0x378, 0x55);
+    EXPECT_EQ(port.Inp(0x379), 0x48);
+    port.Outp(0x37A, 0x04);
+    EXPECT_EQ(first.requests(), (std::vector<unsigned long>{PPEXCL, PPCLAIM, PPDATADIR, PPWDATA,
+                                                            PPRSTATUS, PPWCONTROL}));
 }
 
 TEST_F(LinuxParallelPortTest, WritesTheLowByte) {
@@ -69,14 +60,14 @@ TEST_F(LinuxParallelPortTest, WritesTheLowByte) {
 TEST_F(LinuxParallelPortTest, HoldsThePortThatWasAccessedLast) {
     EXPECT_FALSE(first.isHeld());
     port.Outp(0x37A, 0x0B);
-    EXPECT_EQ(first.wires.written(), (std::vector<Written>{{2, 0x0B}}));
+    EXPECT_EQ(first.wires.written, (std::vector<Written>{{2, 0x0B}}));
     EXPECT_TRUE(first.isHeld());
     port.Outp(0x278, 0x01);
-    EXPECT_EQ(second.wires.written(), (std::vector<Written>{{0, 0x01}}));
+    EXPECT_EQ(second.wires.written, (std::vector<Written>{{0, 0x01}}));
     EXPECT_FALSE(first.isHeld());
     EXPECT_TRUE(second.isHeld());
     port.Outp(0x37A, 0x04);
-    EXPECT_EQ(first.wires.written(), (std::vector<Written>{{2, 0x0B}, {2, 0x0B}, {2, 0x04}}))
+    EXPECT_EQ(first.wires.written, (std::vector<Written>{{2, 0x0B}, {2, 0x0B}, {2, 0x04}}))
         << "claiming set the control register";
     EXPECT_TRUE(first.isHeld());
     EXPECT_FALSE(second.isHeld());
@@ -84,7 +75,7 @@ TEST_F(LinuxParallelPortTest, HoldsThePortThatWasAccessedLast) {
 
 TEST_F(LinuxParallelPortTest, IgnoresWritesToTheStatus) {
     port.Outp(0x379, 0xFF);
-    EXPECT_EQ(first.wires.written(), std::vector<Written>{});
+    EXPECT_EQ(first.wires.written, std::vector<Written>{});
 }
 
 TEST_F(LinuxParallelPortTest, SaysThatNoPortStandsAtAnAddress) {
@@ -104,7 +95,7 @@ TEST_F(LinuxParallelPortTest, OpensALostPortAgain) {
     EXPECT_FALSE(first.isHeld());
     first.repair();
     port.Outp(0x378, 0x03);
-    EXPECT_EQ(first.wires.read(0), 0x03);
+    EXPECT_EQ(first.wires.data, 0x03);
 }
 
 TEST_F(LinuxParallelPortTest, ReachesTheUpperHalfOfTheAddresses) {
@@ -113,7 +104,7 @@ TEST_F(LinuxParallelPortTest, ReachesTheUpperHalfOfTheAddresses) {
     EXPECT_EQ(static_cast<std::uint16_t>(base), 0xD010);
     port.Outp(base, 0x5A);
     port.Outp(static_cast<std::int16_t>(base + 2), 0x0B);
-    EXPECT_EQ(second.wires.written(), (std::vector<Written>{{0, 0x5A}, {2, 0x0B}}));
+    EXPECT_EQ(second.wires.written, (std::vector<Written>{{0, 0x5A}, {2, 0x0B}}));
     EXPECT_EQ(port.Inp(base), 0x5A);
 }
 
@@ -150,7 +141,7 @@ TEST_F(LinuxParallelPortTest, NoticesAPortThatWasTakenAway) {
     first.bringBack();
     port.Outp(0x378, 0x04);
     port.complete();
-    EXPECT_EQ(first.wires.read(0), 0x04);
+    EXPECT_EQ(first.wires.data, 0x04);
 }
 
 TEST_F(LinuxParallelPortTest, LooksForNodesInItsDeviceFolder) {

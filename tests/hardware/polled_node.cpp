@@ -18,6 +18,7 @@ namespace {
 std::mutex mutex; // the test bed's thread polls as well
 std::vector<const PolledNode*> nodes;
 thread_local int pollsOfThread = 0;
+thread_local int waitsOfThread = 0;
 
 ino_t fileOf(const std::string& node) {
     struct stat status {};
@@ -78,10 +79,15 @@ int PolledNode::polls() {
     return pollsOfThread;
 }
 
+int PolledNode::waits() {
+    return waitsOfThread;
+}
+
 namespace {
 
 int pollAll(pollfd* asked, nfds_t count, int milliseconds) {
     ++pollsOfThread;
+    waitsOfThread += std::max(milliseconds, 0);
     std::vector<pollfd> real(asked, asked + count);
     {
         const std::lock_guard lock(mutex);

@@ -29,6 +29,8 @@ public:
     static const PolledNode* behind(int descriptor);
     /// How often this thread has polled.
     static int polls();
+    /// How many milliseconds this thread was ready to wait in all its polls.
+    static int waits();
 
 private:
     ino_t file_;

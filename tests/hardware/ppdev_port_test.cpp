@@ -1,11 +1,11 @@
 #include "emulated_parport.h"
 #include "failure_text.h"
 #include "ordinary_user.h"
+#include "support/rows.h"
 #include "support/temporary_folder.h"
 
 #include "platform/linux/ppdev_port.h"
 
-#include <array>
 #include <cerrno>
 #include <string>
 #include <vector>
@@ -25,12 +25,6 @@ constexpr const char* node = "/dev/parport0";
 
 class PpdevPortTest : public testing::Test {
 protected:
-    static unsigned exchangeWord(PpdevPort& port, unsigned word) {
-        return exchange(
-            word, 4, [&](int offset, std::uint8_t value) { port.write(offset, value); },
-            [&](int offset) { return port.read(offset); });
-    }
-
     static std::string openingFailure(const std::string& name = node) {
         return failureText([&] { const PpdevPort port(name); });
     }
@@ -38,24 +32,6 @@ protected:
     Testbed testbed;
     EmulatedParport parport{testbed, 0};
 };
-
-TEST_F(PpdevPortTest, CarriesAWordToTheSlaveAndBack) {
-    parport.wires.loadReply(0b0110, 4);
-    PpdevPort port(node);
-    EXPECT_EQ(exchangeWord(port, 0b1010), 0b0110U);
-    EXPECT_EQ(parport.wires.received(), 0b1010U);
-    const std::vector<Written> bytes{{0, 0x04}, {0, 0x02}, {0, 0x03}, {0, 0x00}, {0, 0x01},
-                                     {0, 0x02}, {0, 0x03}, {0, 0x00}, {0, 0x01}, {0, 0x04}};
-    EXPECT_EQ(parport.wires.written(), bytes);
-}
-
-TEST_F(PpdevPortTest, ReadsStuckLinesAsTheyAre) {
-    PpdevPort port(node);
-    for (const unsigned reply : {0b1111U, 0b0000U}) {
-        parport.wires.stick(reply != 0 ? 0xFF : 0x00);
-        EXPECT_EQ(exchangeWord(port, 0b1010), reply);
-    }
-}
 
 TEST_F(PpdevPortTest, CarriesEveryLevelOfEveryRegister) {
     PpdevPort port(node);
@@ -66,7 +42,7 @@ TEST_F(PpdevPortTest, CarriesEveryLevelOfEveryRegister) {
         EXPECT_EQ(port.read(0), byte);
         port.write(2, byte);
         EXPECT_EQ(port.read(2), byte & 0x0F) << "bit 5 would turn the data lines round";
-        parport.wires.stick(byte);
+        parport.wires.status = byte;
         EXPECT_EQ(port.read(1), byte);
     }
 }
@@ -84,27 +60,22 @@ TEST_F(PpdevPortTest, HoldsThePortExclusivelyUntilItIsDestroyed) {
     EXPECT_EQ(parport.requests(), requests);
     PpdevPort again(node);
     again.write(0, 0x02);
-    EXPECT_EQ(parport.wires.read(0), 0x02);
+    EXPECT_EQ(parport.wires.data, 0x02);
 }
 
 TEST_F(PpdevPortTest, SaysWhyAPortCannotBeClaimed) {
-    struct Case {
-        unsigned long request;
-        int error;
-        const char* fix;
+    const Rows<unsigned long, int, const char*> cases{
+        {PPCLAIM, ENXIO, "rmmod lp"},
+        {PPCLAIM, EBUSY, "rmmod lp"},
+        {PPCLAIM, ENOMEM, "cannot be claimed: Cannot allocate memory"},
+        {PPEXCL, EINVAL, "cannot be claimed: Invalid argument"},
+        {PPEXCL, ENOTTY, "is no parallel port"},
     };
-    static constexpr std::array cases{
-        Case{PPCLAIM, ENXIO, "rmmod lp"},
-        Case{PPCLAIM, EBUSY, "rmmod lp"},
-        Case{PPCLAIM, ENOMEM, "cannot be claimed: Cannot allocate memory"},
-        Case{PPEXCL, EINVAL, "cannot be claimed: Invalid argument"},
-        Case{PPEXCL, ENOTTY, "is no parallel port"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.fix);
-        parport.break_({.request = c.request, .error = c.error});
+    for (const auto& [request, error, fix] : cases) {
+        SCOPED_TRACE(fix);
+        parport.break_({.request = request, .error = error});
         const std::string text = openingFailure();
-        expectContains(text, c.fix);
+        expectContains(text, fix);
         expectContains(text, node);
     }
     parport.repair();
@@ -112,38 +83,39 @@ TEST_F(PpdevPortTest, SaysWhyAPortCannotBeClaimed) {
 }
 
 TEST_F(PpdevPortTest, SaysThatThePortVanishedInTheMiddleOfAWord) {
-    struct Case {
-        unsigned long request;
-        int error;
-        const char* reason;
+    const Rows<unsigned long, int, const char*> cases{
+        {PPWDATA, ENODEV, "No such device"},
+        {PPWDATA, EIO, "Input/output error"},
+        {PPRSTATUS, ENODEV, "No such device"},
+        {PPRSTATUS, EINVAL, "Invalid argument"},
     };
-    static constexpr std::array cases{
-        Case{PPWDATA, ENODEV, "No such device"},
-        Case{PPWDATA, EIO, "Input/output error"},
-        Case{PPRSTATUS, ENODEV, "No such device"},
-        Case{PPRSTATUS, EINVAL, "Invalid argument"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.reason);
+    for (const auto& [request, error, reason] : cases) {
+        SCOPED_TRACE(reason);
         PpdevPort port(node);
-        parport.break_({.request = c.request, .error = c.error, .passing = 2});
-        const std::string text = failureText([&] { exchangeWord(port, 0b1010); });
+        parport.break_({.request = request, .error = error, .passing = 2});
+        const std::string text = failureText([&port] {
+            for (int access = 0; access < 3; ++access) {
+                port.write(0, 0x01);
+                port.read(1);
+            }
+        });
         expectContains(text, "lost while in use");
-        expectContains(text, c.reason);
+        expectContains(text, reason);
     }
 }
 
 TEST_F(PpdevPortTest, RepeatsInterruptedRequests) {
-    static constexpr std::array<unsigned long, 6> requests{PPEXCL,  PPCLAIM,   PPDATADIR,
-                                                           PPWDATA, PPRSTATUS, PPRELEASE};
-    for (const unsigned long request : requests) {
+    for (const unsigned long request :
+         std::vector<unsigned long>{PPEXCL, PPCLAIM, PPDATADIR, PPWDATA, PPRSTATUS, PPRELEASE}) {
         SCOPED_TRACE(request);
         parport.break_({.request = request, .error = EINTR, .times = 2});
-        parport.wires.loadReply(0b1001, 4);
+        parport.wires = {.status = 0x48};
         {
             PpdevPort port(node);
-            EXPECT_EQ(exchangeWord(port, 0b1100), 0b1001U);
+            port.write(0, 0x55);
+            EXPECT_EQ(port.read(1), 0x48);
         }
+        EXPECT_EQ(parport.wires.written, (std::vector<Written>{{0, 0x55}}));
         EXPECT_FALSE(parport.isHeld());
     }
 }

@@ -2,6 +2,7 @@
 
 #include "emulated_dongle.h"
 #include "os_answers.h"
+#include "support/rows.h"
 #include "support/temporary_folder.h"
 
 #include "platform/linux/linux_usb_host.h"

@@ -25,6 +25,8 @@ protected:
     int found() { return endpoint->enumerate(dongleClass); }
 
     std::unique_ptr<UsbEndpoint> endpoint = host.makeEndpoint();
+    /// Of a device that says that it is a dongle.
+    const OsAnswers answers{.properties = version1(property1(one)), .set = {}};
 };
 
 TEST_F(UsbSearchTest, KnowsADongleByItsNumbersWithoutOpeningIt) {
@@ -37,14 +39,8 @@ TEST_F(UsbSearchTest, KnowsADongleByItsNumbersWithoutOpeningIt) {
 }
 
 TEST_F(UsbSearchTest, KnowsADongleByTheClassItNames) {
-    struct Case {
-        const char* what;
-        std::uint8_t usbMinor;
-        OsAnswers answers;
-        int found;
-    };
     const Property another{"DeviceInterfaceGUID\0"s, "{00000000-0000-0000-0000-000000000001}"};
-    const Case cases[] = {
+    const Rows<const char*, std::uint8_t, OsAnswers, int> cases{
         {"version 1.0", 0x00, {.properties = version1(property1(one)), .set = {}}, 1},
         {"version 2.0", 0x01, {.properties = {}, .set = version2(property2(one))}, 1},
         {"both",
@@ -56,15 +52,15 @@ TEST_F(UsbSearchTest, KnowsADongleByTheClassItNames) {
     };
     forgetNumbers();
     int address = 4;
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
+    for (const auto& [what, usbMinor, answer, count] : cases) {
+        SCOPED_TRACE(what);
         EmulatedDongle dongle(testbed, list,
-                              {.descriptors = descriptors(vendorInterface, c.usbMinor),
+                              {.descriptors = descriptors(vendorInterface, usbMinor),
                                .address = address++,
-                               .control = c.answers.ask()});
-        EXPECT_EQ(found(), c.found);
+                               .control = answer.ask()});
+        EXPECT_EQ(found(), count);
         const int requests = dongle.requests();
-        EXPECT_EQ(found(), c.found);
+        EXPECT_EQ(found(), count);
         EXPECT_EQ(dongle.requests(), requests) << "asked once only";
         EXPECT_EQ(dongle.count(USBDEVFS_CLAIMINTERFACE), 0);
     }
@@ -72,8 +68,7 @@ TEST_F(UsbSearchTest, KnowsADongleByTheClassItNames) {
 
 TEST_F(UsbSearchTest, LeavesAMemoryStickAlone) {
     EmulatedDongle stick(testbed, list, {.descriptors = descriptors(storageInterface, 0x00)});
-    EXPECT_EQ(found(), 0);
-    EXPECT_EQ(stick.requests(), 0);
+    EXPECT_EQ(found() + stick.requests(), 0);
     EXPECT_EQ(endpoint->open(0), UsbStatus::NotSetUp);
 }
 
@@ -88,7 +83,6 @@ TEST_F(UsbSearchTest, TellsSeveralApart) {
 
 TEST_F(UsbSearchTest, FindsTheOneWithASerialNumberAndAsksNoOther) {
     forgetNumbers();
-    const OsAnswers answers{.properties = version1(property1(one)), .set = {}};
     const auto plugged = [&](int address, const std::string& serial) {
         return DongleKind{.address = address, .serial = serial, .control = answers.ask()};
     };
@@ -155,7 +149,6 @@ TEST_F(UsbSearchTest, AsksAnewWhatIsPluggedInAgain) {
         EXPECT_EQ(found(), 0);
     }
     EXPECT_EQ(found(), 0);
-    const OsAnswers answers{.properties = version1(property1(one)), .set = {}};
     EmulatedDongle dongle(testbed, list, {.control = answers.ask()});
     EXPECT_EQ(found(), 1);
 }
@@ -164,14 +157,12 @@ TEST_F(UsbSearchTest, AsksAgainWhatCouldNotBeAsked) {
     forgetNumbers();
     plugIn(list, "1-4", 4, dongleDescriptors());
     EXPECT_EQ(found(), 0) << "its node is not there yet";
-    const OsAnswers answers{.properties = version1(property1(one)), .set = {}};
     const EmulatedDongle dongle(testbed, list, {.control = answers.ask()});
     EXPECT_EQ(found(), 1);
 }
 
 TEST_F(UsbSearchTest, AsksAgainWhatIsSlowToAnswer) {
     forgetNumbers();
-    const OsAnswers answers{.properties = version1(property1(one)), .set = {}};
     const EmulatedDongle dongle(testbed, list, {.control = answers.ask(), .unanswered = 1});
     EXPECT_EQ(found(), 0) << "it has just been plugged in";
     EXPECT_EQ(found(), 1);

@@ -1,6 +1,7 @@
 #include "platform/code_page.h"
 
 #include "platform/failure.h"
+#include "support/rows.h"
 
 #include <gtest/gtest.h>
 
@@ -17,22 +18,18 @@ TEST(CodePage, TakesEveryByteThereAndBack) {
 }
 
 TEST(CodePage, NamesTheCharacterThatItLacks) {
-    struct Refusal {
-        const char* text;
-        const char* shown;
-    };
-    for (const Refusal& refusal : {Refusal{"10 \u03A9", "\"\u03A9\""},
-                                   {"\u0080", "\"??\""}, // the euro's byte is no control character
-                                   {"a\U0001F50Cb", "\"\U0001F50C\""},
-                                   {"half \xE2\x82", "\"??\""},
-                                   {"\xFF", "\"?\""}}) {
+    for (const auto& [text, shown] : test::Rows<const char*, const char*>{
+             {"10 \u03A9", "\"\u03A9\""},
+             {"\u0080", "\"??\""}, // the euro's byte is no control character
+             {"a\U0001F50Cb", "\"\U0001F50C\""},
+             {"half \xE2\x82", "\"??\""},
+             {"\xFF", "\"?\""}}) {
         try {
-            toCodePage(refusal.text);
-            ADD_FAILURE() << refusal.text;
+            toCodePage(text);
+            ADD_FAILURE() << text;
         } catch (const Failure& failure) {
             EXPECT_EQ(failure.kind(), Failure::Kind::Conversion);
-            EXPECT_NE(std::string(failure.what()).find(refusal.shown), std::string::npos)
-                << failure.what();
+            EXPECT_NE(std::string(failure.what()).find(shown), std::string::npos) << failure.what();
         }
     }
 }

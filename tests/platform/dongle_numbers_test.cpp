@@ -1,4 +1,5 @@
 #include "support/environment_variable.h"
+#include "support/rows.h"
 #include "support/temporary_folder.h"
 
 #include "platform/linux/dongle_numbers.h"
@@ -22,19 +23,18 @@ std::string listed(const DongleNumbers& numbers) {
 }
 
 TEST(DongleNumbers, ReadsAPairALine) {
-    struct Case {
-        std::string_view content;
-        const char* numbers;
-    };
-    for (const Case& c : {Case{"1234:abcd\n", "1234:abcd "}, Case{"1234:ABCD", "1234:abcd "},
-                          Case{" \t1234:abcd \t# the one on the bench\r\n", "1234:abcd "},
-                          Case{"\r\n\n# 1111:2222\n0001:ffff\r\n", "0001:ffff "},
-                          Case{"2222:0000\n1111:0000\n2222:0000\n", "2222:0000 1111:0000 "},
-                          Case{"1234:abcd#\n#\n  #", "1234:abcd "}, Case{"", ""}}) {
+    for (const auto& [content, pairs] : Rows<std::string_view, const char*>{
+             {"1234:abcd\n", "1234:abcd "},
+             {"1234:ABCD", "1234:abcd "},
+             {" \t1234:abcd \t# the one on the bench\r\n", "1234:abcd "},
+             {"\r\n\n# 1111:2222\n0001:ffff\r\n", "0001:ffff "},
+             {"2222:0000\n1111:0000\n2222:0000\n", "2222:0000 1111:0000 "},
+             {"1234:abcd#\n#\n  #", "1234:abcd "},
+             {"", ""}}) {
         const TemporaryFolder folder;
-        const DongleNumbers numbers({folder.write("dongles.conf", c.content)});
-        EXPECT_EQ(listed(numbers), c.numbers) << c.content;
-        EXPECT_TRUE(numbers.problems().empty()) << c.content;
+        const DongleNumbers numbers({folder.write("dongles.conf", content)});
+        EXPECT_EQ(listed(numbers), pairs) << content;
+        EXPECT_TRUE(numbers.problems().empty()) << content;
     }
 }
 
@@ -109,23 +109,20 @@ TEST(DongleNumbers, ReportsWhatCannotBeRead) {
 }
 
 TEST(DongleNumbers, KnowsWhereItsFilesAre) {
-    struct Case {
-        const char* config;
-        const char* home;
-        const char* userFile;
-    };
-    for (const Case& c :
-         {Case{nullptr, "/home/ann", "/home/ann/.config/bitlux-forge/dongles.conf"},
-          Case{"", "/home/ann", "/home/ann/.config/bitlux-forge/dongles.conf"},
-          Case{"relative", "/home/ann", "/home/ann/.config/bitlux-forge/dongles.conf"},
-          Case{"/etc/xdg", "/home/ann", "/etc/xdg/bitlux-forge/dongles.conf"},
-          Case{"/etc/xdg", nullptr, "/etc/xdg/bitlux-forge/dongles.conf"},
-          Case{nullptr, nullptr, nullptr}, Case{nullptr, "", nullptr}}) {
-        const EnvironmentVariable config("XDG_CONFIG_HOME", c.config);
-        const EnvironmentVariable home("HOME", c.home);
+    for (const auto& [configValue, homeValue, userFile] :
+         Rows<const char*, const char*, const char*>{
+             {nullptr, "/home/ann", "/home/ann/.config/bitlux-forge/dongles.conf"},
+             {"", "/home/ann", "/home/ann/.config/bitlux-forge/dongles.conf"},
+             {"relative", "/home/ann", "/home/ann/.config/bitlux-forge/dongles.conf"},
+             {"/etc/xdg", "/home/ann", "/etc/xdg/bitlux-forge/dongles.conf"},
+             {"/etc/xdg", nullptr, "/etc/xdg/bitlux-forge/dongles.conf"},
+             {nullptr, nullptr, nullptr},
+             {nullptr, "", nullptr}}) {
+        const EnvironmentVariable config("XDG_CONFIG_HOME", configValue);
+        const EnvironmentVariable home("HOME", homeValue);
         std::vector<std::string> expected{"/etc/bitlux-forge/dongles.conf"};
-        if (c.userFile != nullptr)
-            expected.emplace_back(c.userFile);
+        if (userFile != nullptr)
+            expected.emplace_back(userFile);
         EXPECT_EQ(DongleNumbers::files(), expected);
     }
 }

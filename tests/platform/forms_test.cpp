@@ -5,6 +5,7 @@
 #include "platform/forms/form_set.h"
 #include "platform/forms/text_lines.h"
 #include "platform/forms/timer.h"
+#include "support/rows.h"
 
 #include <functional>
 #include <new>
@@ -18,6 +19,7 @@ namespace bitlux::forms::test {
 namespace {
 
 using Strings = std::vector<std::string>;
+using bitlux::test::Rows;
 
 class SampleForm : public Form {
 public:
@@ -63,21 +65,8 @@ protected:
     Strings ran;
 };
 
-TEST_F(Forms, ReachesControlsByName) {
-    EXPECT_EQ(&set.get<Button>("frmSample.cmdSend"), &form.cmdSend);
-    EXPECT_EQ(&set.get<Button>("frmSample.cmdBit(3)"), &form.cmdBit(3));
-    EXPECT_EQ(form.cmdBit(3).fullName(), "frmSample.cmdBit(3)");
-    EXPECT_THROW((void)form.cmdBit(4), Failure);
-    EXPECT_THROW((void)form.cmdBit(-1), Failure);
-}
-
 TEST_F(Forms, NamesWhatIsNearAnUnknownName) {
-    struct Case {
-        const char* name;
-        const char* text;
-        Strings near;
-    };
-    const Case cases[] = {
+    const Rows<const char*, const char*, Strings> cases{
         {"frmSampel.cmdSend", "There is no frmSampel; there is frmSample", {"frmSample"}},
         {"frmSample.cmdsend",
          "There is no frmSample.cmdsend; there is cmdSend, cmdSendAll",
@@ -90,13 +79,13 @@ TEST_F(Forms, NamesWhatIsNearAnUnknownName) {
         {"frmSample.quite something else", "There is no frmSample.quite something else", {}},
         {"cmdSend", "There is no cmdSend", {}},
         {"", "There is no ", {}}};
-    for (const Case& c : cases)
+    for (const auto& [name, text, near] : cases)
         try {
-            set.get<Button>(c.name);
-            ADD_FAILURE() << c.name << " was found";
+            set.get<Button>(name);
+            ADD_FAILURE() << name << " was found";
         } catch (const UnknownName& unknown) {
-            EXPECT_STREQ(unknown.what(), c.text);
-            EXPECT_EQ(unknown.nearOnes(), c.near) << c.name;
+            EXPECT_STREQ(unknown.what(), text);
+            EXPECT_EQ(unknown.nearOnes(), near) << name;
         }
 }
 
@@ -150,22 +139,19 @@ TEST_F(Forms, RunAHandlerOnceForAValueThatChanges) {
         note(name);
     form.lines->add("first");
     form.lines->add("second");
-    struct Case {
-        const char* handler;
-        std::function<void()> assign;
-    };
-    const Case cases[] = {{"chkLog_Click", [this] { form.chkLog.setValue(1); }},
-                          {"cmbList_Click", [this] { form.cmbList.setListIndex(2); }},
-                          {"cmbBits_Click", [this] { form.cmbBits.setText("16"); }},
-                          {"lstLog_Click", [this] { form.lstLog.setListIndex(1); }},
-                          {"tabs_Click", [this] { form.tabs.setSelected(3); }},
-                          {"optMSB_Click", [this] { form.optMSB.setValue(true); }},
-                          {"optLSB_Click", [this] { form.optLSB.setValue(true); }}};
-    for (const Case& c : cases) {
-        c.assign();
-        EXPECT_EQ(takeRan(), Strings{c.handler});
-        c.assign();
-        EXPECT_EQ(takeRan(), Strings{}) << c.handler << " ran for an equal value";
+    const Rows<const char*, std::function<void()>> cases{
+        {"chkLog_Click", [this] { form.chkLog.setValue(1); }},
+        {"cmbList_Click", [this] { form.cmbList.setListIndex(2); }},
+        {"cmbBits_Click", [this] { form.cmbBits.setText("16"); }},
+        {"lstLog_Click", [this] { form.lstLog.setListIndex(1); }},
+        {"tabs_Click", [this] { form.tabs.setSelected(3); }},
+        {"optMSB_Click", [this] { form.optMSB.setValue(true); }},
+        {"optLSB_Click", [this] { form.optLSB.setValue(true); }}};
+    for (const auto& [handler, assign] : cases) {
+        assign();
+        EXPECT_EQ(takeRan(), Strings{handler});
+        assign();
+        EXPECT_EQ(takeRan(), Strings{}) << handler << " ran for an equal value";
     }
     // A hand's click counts on what is current too.
     form.tabs.click(3);
@@ -190,13 +176,7 @@ TEST_F(Forms, OptionsOfAGroupExcludeEachOther) {
 }
 
 TEST_F(Forms, ComboBoxesKeepTextAndSelectionTogether) {
-    struct Case {
-        const char* action;
-        std::function<void(ComboBox&)> act;
-        int listIndex;
-        const char* text;
-    };
-    const Case cases[] = {
+    const Rows<const char*, std::function<void(ComboBox&)>, int, const char*> cases{
         {"select", [](ComboBox& box) { box.select(1); }, 1, "16"},
         {"edit to the text of an item", [](ComboBox& box) { box.edit("24"); }, -1, "24"},
         {"edit to no item", [](ComboBox& box) { box.edit("17"); }, -1, "17"},
@@ -209,10 +189,10 @@ TEST_F(Forms, ComboBoxesKeepTextAndSelectionTogether) {
         {"select and type", [](ComboBox& box) { box.select(0), box.edit("9"); }, -1, "9"},
         {"other items", [](ComboBox& box) { box.setItems({"9"}); }, -1, ""},
         {"clear", [](ComboBox& box) { box.select(0), box.clear(); }, -1, ""}};
-    for (const Case& c : cases) {
-        c.act(form.cmbBits);
-        EXPECT_EQ(form.cmbBits.listIndex(), c.listIndex) << c.action;
-        EXPECT_EQ(form.cmbBits.text(), c.text) << c.action;
+    for (const auto& [action, act, listIndex, text] : cases) {
+        act(form.cmbBits);
+        EXPECT_EQ(form.cmbBits.listIndex(), listIndex) << action;
+        EXPECT_EQ(form.cmbBits.text(), text) << action;
     }
 }
 
@@ -239,16 +219,14 @@ TEST_F(Forms, RefuseValuesThatDoNotExist) {
 }
 
 TEST_F(Forms, RemovingATabKeepsASelection) {
-    struct Case {
-        int selected, removed, left;
-    };
-    for (const Case& c : {Case{3, 3, 2}, Case{3, 1, 2}, Case{2, 3, 2}, Case{1, 1, 1}}) {
+    for (const auto& [selected, removed, left] :
+         Rows<int, int, int>{{3, 3, 2}, {3, 1, 2}, {2, 3, 2}, {1, 1, 1}}) {
         TabStrip strip(form, "strip", {{"A", ""}, {"B", ""}, {"C", ""}});
         note("strip_Click");
-        strip.setSelected(c.selected);
+        strip.setSelected(selected);
         takeRan();
-        strip.removeTab(c.removed);
-        EXPECT_EQ(strip.selected(), c.left) << c.selected << " selected, removed " << c.removed;
+        strip.removeTab(removed);
+        EXPECT_EQ(strip.selected(), left) << selected << " selected, removed " << removed;
         EXPECT_EQ(takeRan(), Strings{});
     }
 }

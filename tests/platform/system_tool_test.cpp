@@ -1,8 +1,7 @@
 #include "platform/linux/system_tool.h"
+#include "support/environment_variable.h"
 #include "support/temporary_folder.h"
 
-#include <cstdlib>
-#include <optional>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -13,43 +12,22 @@
 namespace bitlux::test {
 namespace {
 
-/// An environment variable with another value for a while.
-class Environment {
-public:
-    Environment(const char* name, const std::string& value) : name_(name) {
-        if (const char* before = std::getenv(name))
-            before_ = before;
-        setenv(name, value.c_str(), 1);
-    }
-    ~Environment() {
-        if (before_)
-            setenv(name_, before_->c_str(), 1);
-        else
-            unsetenv(name_);
-    }
-    Environment(const Environment&) = delete;
-    Environment& operator=(const Environment&) = delete;
-
-private:
-    const char* name_;
-    std::optional<std::string> before_;
-};
-
 void makeProgram(const TemporaryFolder& folder, const std::string& name, const std::string& text) {
     ASSERT_EQ(chmod(folder.write(name, text).c_str(), 0755), 0);
 }
 
 TEST(SystemTool, IsTheFirstThatSuitsTheDesktop) {
     const TemporaryFolder folder;
-    const Environment path("PATH", "/nowhere::" + folder.path());
-    const Environment desktop("XDG_CURRENT_DESKTOP", "XFCE");
+    const std::string places = "/nowhere::" + folder.path();
+    const EnvironmentVariable path("PATH", places.c_str());
+    const EnvironmentVariable desktop("XDG_CURRENT_DESKTOP", "XFCE");
     EXPECT_FALSE(LinuxSystemTool().available());
     makeProgram(folder, "gnome-control-center", "");
     folder.write("hardinfo", "not executable");
     EXPECT_FALSE(LinuxSystemTool().available());
     makeProgram(folder, "xfce4-about", "");
     EXPECT_EQ(LinuxSystemTool::command(), std::vector{folder.path("xfce4-about")});
-    const Environment other("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
+    const EnvironmentVariable other("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
     EXPECT_EQ(LinuxSystemTool::command(),
               (std::vector<std::string>{folder.path("gnome-control-center"), "info-overview"}));
 }

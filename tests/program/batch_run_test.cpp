@@ -1,18 +1,9 @@
 #include "support/test_bench.h"
 
-#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
 namespace {
-
-using Texts = std::vector<std::string>;
-
-void save(TestBench& bench, const std::string& name, const std::string& word) {
-    bench.edit("frmMain.txtHexWordToSend", word);
-    bench.get<forms::ComboBox>("frmMain.cmbMasterQCList").edit(name);
-    bench.click("frmMain.cmdSaveQC");
-}
 
 /// Plays a Batch of two words, a wait, a pause and a pin that goes high and low, and returns what
 /// was on the wire.
@@ -21,27 +12,15 @@ Texts play(TestBench& bench, const std::string& pin) {
         {"a", "* Wait 5 ms", "* Set HIGH: " + pin, "* Pause", "b", "* Set LOW: " + pin});
     bench.get<forms::TabStrip>("frmMain.TabStripMain").click(2);
     bench.boxes.answer(MessageBox::Answer::Ok);
-    WireTrace trace;
-    bench.program.startRecording(trace);
-    bench.click("frmMain.cmdSendOnce");
-    bench.program.stopRecording();
-    Texts lines;
-    for (const WireAccess& access : trace.accesses())
-        lines.push_back(trace.line(access));
-    EXPECT_EQ(bench.boxes.takeTexts(),
-              Texts{"SPI routine paused.  Click OK to continue,\r\nor click Cancel to stop."});
-    return lines;
+    return traceOf(bench, [&bench] { bench.click("frmMain.cmdSendOnce"); });
 }
 
 TEST(BatchRun, IsOnThePortAsItsLinesSay) {
     TestBench bench;
-    ExtraPinPage& pins = bench.program.dialog().extraPins;
-    pins.dataPins.enable(0).setValue(1);
-    pins.dataPins.name(0).setText("EN");
-    pins.dataPins.assignment(0).setText("5");
+    bench.enablePin("Data", 0, "5", "EN");
     bench.configure("2");
-    save(bench, "a", "2");
-    save(bench, "b", "1");
+    bench.save("a", "2");
+    bench.save("b", "1");
     // Bit 0 is chip select, bit 1 data in, bit 2 the clock, bit 3 the pin.
     EXPECT_EQ(
         play(bench, "EN"),
@@ -61,8 +40,8 @@ TEST(BatchRun, IsOnTheDongleAsItsLinesSay) {
     bench.program.dialog().extraPins.Check(1).setValue(1);
     bench.program.dialog().optHex.setValue(true);
     bench.program.dialog().cmdApply_Click();
-    save(bench, "a", "A5");
-    save(bench, "b", "3C");
+    bench.save("a", "A5");
+    bench.save("b", "3C");
     // A pin travels with the word of the single-word page.
     EXPECT_EQ(
         play(bench, "Data 1"),
@@ -70,15 +49,6 @@ TEST(BatchRun, IsOnTheDongleAsItsLinesSay) {
                "7008000 OUT 48 70 02 3C 00 00 00 00", "9016000 IN 48 70 02 3C 00 00 00 00",
                "9016000 OUT 08 70 02 3C 00 00 00 00", "11024000 IN 08 70 02 3C 00 00 00 00",
                "11024000 OUT 48 70 00 3C 00 00 00 00", "13032000 IN 48 70 00 3C 00 00 00 00"}));
-    const Texts word{"SPI Word Sent:", "  3C", "SPI Word Received:", "  3C", " "};
-    Texts log{"SPI Word Sent:", "  A5", "SPI Word Received:", "  A5", " ", "Waiting 5 ms ...",
-              "Done Waiting",   " "};
-    for (const char* const pin : {"Set HIGH: Data 1", "", "Set LOW: Data 1"}) {
-        log.insert(log.end(), word.begin(), word.end());
-        if (*pin != '\0')
-            log.insert(log.end(), {pin, " "});
-    }
-    EXPECT_EQ(bench.log(), log);
 }
 
 } // namespace

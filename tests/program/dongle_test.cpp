@@ -3,17 +3,16 @@
 
 #include <functional>
 #include <memory>
+#include <sstream>
 #include <utility>
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
 namespace {
 
-constexpr const char* checkTheCable = "Check the USB cable and restart program";
 constexpr const char* startUsb = "Start_USB";
-
-using Texts = std::vector<std::string>;
 
 /// A bench with the dongle plugged in before the program starts, in hexadecimal display.
 struct DongleBench : TestBench {
@@ -27,9 +26,10 @@ struct DongleBench : TestBench {
     }
     void search() { program.mainForm().call(startUsb); }
     /// Which of the dialog's controls are shown or, with a leading '!', enabled.
-    std::string states(const std::vector<std::string>& names) {
+    std::string states(const std::string& names) {
+        std::istringstream words(names);
         std::string result;
-        for (const std::string& name : names) {
+        for (std::string name; words >> name;) {
             const bool asksEnabled = name.front() == '!';
             const forms::Control& control =
                 program.forms().control("frmConfigureSPI." + name.substr(asksEnabled ? 1 : 0));
@@ -45,13 +45,8 @@ TEST(Dongle, IsFoundAtTheStartAndTakesTheWords) {
     EXPECT_TRUE(bench.program.engine().usesDongle());
     EXPECT_EQ(bench.label("frmConfigureSPI.lblSPIBitRange"), "(Anything between 1 and 40)");
     bench.apply("16");
-    WireTrace trace;
-    bench.program.startRecording(trace);
-    bench.send("A5C3");
-    bench.program.stopRecording();
-    ASSERT_EQ(trace.accesses().size(), 2U);
-    EXPECT_EQ(trace.line(trace.accesses()[0]), "0 OUT 10 70 00 A5 C3 00 00 00");
-    EXPECT_EQ(trace.line(trace.accesses()[1]), "2016000 IN 10 70 00 00 00 00 00 00");
+    EXPECT_EQ(traceOf(bench, [&bench] { bench.send("A5C3"); }),
+              (Texts{"0 OUT 10 70 00 A5 C3 00 00 00", "2016000 IN 10 70 00 00 00 00 00 00"}));
     bench.send("1");
     EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "A5C3");
     EXPECT_TRUE(bench.boxes.shown().empty());
@@ -68,26 +63,15 @@ TEST(Dongle, GoesToThePortWhereTheBoxIsNotTicked) {
     EXPECT_NE(accessesOf(bench, [&] { bench.send("A5"); }).find('R'), std::string::npos);
     bench.search(); // must not take the port away from its user
     EXPECT_FALSE(bench.program.engine().usesDongle());
-    EXPECT_EQ(bench.states({"!cmbPortsAvailable", "framePortPins", "!ChkSerialPort"}), "+++");
+    EXPECT_EQ(bench.states("!cmbPortsAvailable framePortPins !ChkSerialPort"), "+++");
 }
 
 TEST(Dongle, ArrangesTheDialogByWhatWasFound) {
-    const std::vector<std::string> names{"!ChkSerialPort",
-                                         "!lblLPTaddress",
-                                         "!cmbPortsAvailable",
-                                         "!chkHardCodeLPT(0)",
-                                         "frameSPIBitOrder",
-                                         "frameCS",
-                                         "frameDI",
-                                         "frameDO",
-                                         "frameSPItype",
-                                         "framePortPins",
-                                         "frameStandardPins",
-                                         "frameOpenCollectorPins",
-                                         "frameUSBExtraPins",
-                                         "lblPortDisabled",
-                                         "lblSPIPinsDisabled",
-                                         "lblExtraPinsDisabled"};
+    const char* const names = "!ChkSerialPort !lblLPTaddress !cmbPortsAvailable !chkHardCodeLPT(0) "
+                              "frameSPIBitOrder frameCS "
+                              "frameDI frameDO frameSPItype framePortPins frameStandardPins "
+                              "frameOpenCollectorPins frameUSBExtraPins lblPortDisabled "
+                              "lblSPIPinsDisabled lblExtraPinsDisabled";
     DongleBench bench;
     EXPECT_EQ(bench.states(names), "+---+++++---+---");
     bench.dongle.unplug();
@@ -136,20 +120,6 @@ TEST(Dongle, IsThereAgainWhenAnExitEndsInNothing) {
     bench.send("A5");
     bench.send("3C");
     EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "A5");
-}
-
-TEST(Dongle, RefusesWhatItsFrameCannotTake) {
-    DongleBench bench;
-    bench.apply("5");
-    bench.send("1F");
-    bench.apply("48");
-    bench.send("1");
-    ASSERT_EQ(bench.boxes.shown().size(), 2U);
-    for (const MessageBox& box : bench.boxes.shown())
-        EXPECT_EQ(box.text.find("Subscript out of range"), 0U) << box.text;
-    bench.apply("8");
-    bench.send("12");
-    EXPECT_EQ(bench.boxes.shown().size(), 2U) << "the program lives";
 }
 
 TEST(Dongle, AppliesWithoutTouchingThePins) {
@@ -219,6 +189,87 @@ TEST(Dongle, IsNotSetToFirmwareUpdateModeByAWordThatGoesElsewhereOrNowhere) {
     EXPECT_EQ(bench.boxes.takeTexts().back(), checkTheCable) << "no word of success";
     bench.send("1");
     EXPECT_EQ(bench.dongle.lastOut(), (UsbFrame{0x10, 0x70, 0, 0, 1}));
+}
+
+/// An endpoint that writes down how it is left.
+struct NotedEndpoint : UsbEndpoint {
+    NotedEndpoint(std::unique_ptr<UsbEndpoint> inner, std::string& notes)
+        : real(std::move(inner)), noted(notes) {}
+    UsbStatus note(const char* call, UsbStatus status) {
+        noted += fmt::format("{}{:02X} ", call, pipe);
+        return status;
+    }
+    int enumerate(std::string_view name) override { return real->enumerate(name); }
+    UsbStatus open(int index) override { return real->open(index); }
+    UsbStatus addInterface(int number, int setting) override {
+        return real->addInterface(number, setting);
+    }
+    UsbStatus setConfiguration(int index) override { return real->setConfiguration(index); }
+    UsbStatus bind(std::uint8_t address) override { return real->bind(pipe = address); }
+    UsbStatus resetPipe() override { return real->resetPipe(); }
+    UsbStatus startReading(const UsbBuffers& buffers) override {
+        return real->startReading(buffers);
+    }
+    UsbStatus startWriting(const UsbBuffers& buffers) override {
+        return real->startWriting(buffers);
+    }
+    UsbStatus write(const UsbFrame& frame) override { return real->write(frame); }
+    UsbStatus read(UsbFrame& frame, std::int64_t wait) override { return real->read(frame, wait); }
+    UsbStatus resetDevice() override { return real->resetDevice(); }
+    UsbStatus stopReading() override { return note("stop", real->stopReading()); }
+    UsbStatus stopWriting() override { return note("stop", real->stopWriting()); }
+    UsbStatus removeInterface() override { return note("remove", real->removeInterface()); }
+    UsbStatus leaveConfiguration() override { return note("leave", real->leaveConfiguration()); }
+    void close() override {
+        real->close();
+        note("close", UsbStatus::Success);
+    }
+    std::unique_ptr<UsbEndpoint> real;
+    std::string& noted;
+    std::uint8_t pipe = 0;
+};
+
+TEST(Dongle, IsLeftWithBothPipesStoppedAndClosed) {
+    struct NotedHost : UsbHost {
+        explicit NotedHost(UsbHost& host) : real(host) {}
+        std::unique_ptr<UsbEndpoint> makeEndpoint() override {
+            return std::make_unique<NotedEndpoint>(real.makeEndpoint(), notes);
+        }
+        UsbHost& real;
+        std::string notes;
+    };
+    TestBench around("echo", {}, TestBench::WithDongle::Yes);
+    around.program.end();
+    NotedHost host(around.dongle);
+    Program program({.port = around.port, .usb = host, .clock = around.clock}, around.desk.desk());
+    program.Main();
+    EXPECT_TRUE(program.session().USBReady);
+    host.notes.clear();
+    program.end();
+    EXPECT_EQ(host.notes, "stop02 stop81 remove81 leave81 close81 close02 ");
+}
+
+TEST(Dongle, IsChosenByItsBoxWhereItIsReady) {
+    for (const auto& [box, dongle, port, bus] :
+         {row(0, false, false, "none"), row(0, false, true, "port"), row(0, true, false, "none"),
+          row(0, true, true, "port"), row(1, false, false, "none"), row(1, false, true, "port"),
+          row(1, true, false, "dongle"), row(1, true, true, "dongle")}) {
+        DongleBench bench;
+        bench.click("frmConfigureSPI.Btn_ParallelPort");
+        bench.program.dialog().ChkSerialPort.setValue(static_cast<std::int16_t>(box));
+        bench.apply("8");
+        bench.session().USBReady = dongle;
+        bench.session().ParallelPortReady = port;
+        bench.edit("frmMain.txtHexWordToSend", "A5");
+        const Texts trace = traceOf(
+            bench, [&bench] { bench.click("frmMain.cmdSendOnce"); }, Times::No);
+        const std::string first = trace.empty() ? "none" : trace[0];
+        EXPECT_EQ(first.starts_with("OUT") ? "dongle"
+                  : first.starts_with("W") ? "port"
+                                           : first,
+                  bus)
+            << box << dongle << port;
+    }
 }
 
 TEST(Dongle, IsLookedForAgainAfterASearchThatFailed) {

@@ -56,26 +56,19 @@ TEST(MainTabs, HaveRoomForFourParts) {
 TEST(MainTabs, BringTheirPageTitleAndWord) {
     TabBench bench({72361, 72517, 72537, 72516});
     bench.program.dialog().txtPartName.setText("Mine");
-    struct Case {
-        int tab;
-        const char* shown;
-        int length;
-        int type;
-    };
-    for (const Case& c :
-         {Case{1, "1 Generic Bitlux Forge send", 8, 1},
-          Case{2, "2 Generic Bitlux Forge send", 8, 1},
-          Case{5, "6 ZT72537 Bitlux Forge send", 8, 2}, Case{6, "7 ZT72516 Bitlux Forge -", 32, 1},
-          Case{5, "6 ZT72537 Bitlux Forge -", 8, 2}, Case{4, "3 ZT72517 Bitlux Forge -", 8, 4},
-          Case{3, "5 ZT72361 Bitlux Forge -", 8, 1}, Case{6, "7 ZT72516 Bitlux Forge -", 32, 1},
-          Case{1, "1 Generic Bitlux Forge send", 8, 1}, // its panel, in front, gave the word back
-          Case{5, "6 ZT72537 Bitlux Forge send", 8, 2},
-          Case{1, "1 Generic Bitlux Forge send", 8, 2}}) {
-        bench.strip().click(c.tab);
-        EXPECT_EQ(bench.shown(), c.shown) << c.tab;
-        EXPECT_EQ(bench.session().SPIWordLength, c.length) << c.tab;
-        EXPECT_EQ(bench.session().SPIType, c.type) << c.tab;
-        EXPECT_EQ(bench.session().ActiveMainTab, c.tab);
+    for (const auto& [tab, shown, length, type] :
+         {row(1, "1 Generic Bitlux Forge send", 8, 1), row(2, "2 Generic Bitlux Forge send", 8, 1),
+          row(5, "6 ZT72537 Bitlux Forge send", 8, 2), row(6, "7 ZT72516 Bitlux Forge -", 32, 1),
+          row(5, "6 ZT72537 Bitlux Forge -", 8, 2), row(4, "3 ZT72517 Bitlux Forge -", 8, 4),
+          row(3, "5 ZT72361 Bitlux Forge -", 8, 1), row(6, "7 ZT72516 Bitlux Forge -", 32, 1),
+          row(1, "1 Generic Bitlux Forge send", 8, 1), // its panel, in front, gave the word back
+          row(5, "6 ZT72537 Bitlux Forge send", 8, 2),
+          row(1, "1 Generic Bitlux Forge send", 8, 2)}) {
+        bench.strip().click(tab);
+        EXPECT_EQ(bench.shown(), shown) << tab;
+        EXPECT_EQ(bench.session().SPIWordLength, length) << tab;
+        EXPECT_EQ(bench.session().SPIType, type) << tab;
+        EXPECT_EQ(bench.session().ActiveMainTab, tab);
     }
     bench.strip().click(4);
     bench.program.dialog().cmdApply_Click();
@@ -180,9 +173,7 @@ TEST(MainTabs, LeaveAShapeThatAPageMayNotFit) {
     LentBench bench({72516});
     bench.configure("8");
     bench.program.dialog().setVisible(false);
-    bench.edit("frmMain.txtHexWordToSend", "A5");
-    bench.get<forms::ComboBox>("frmMain.cmbMasterQCList").edit("Wake");
-    bench.click("frmMain.cmdSaveQC");
+    bench.save("Wake");
     bench.session().SPIWordLength = 32; // as the tab leaves it
     bench.send("5A");
     bench.session().DisplayHex = 0;
@@ -280,16 +271,12 @@ TEST(MainTabs, OfUsersChipsAreThoseThatHaveAFile) {
     ChipBench bench;
     bench.form().call("AddChipTab", std::string("one")); // it has one
     EXPECT_EQ(bench.captions(), "[one][two]");
-    for (const auto& [name, message] :
-         {std::pair("tow", "There is no chip \"tow\". Did you mean two?"),
-          std::pair("zt72518", "The chip \"zt72518\" is one of the program"),
-          std::pair("", "There is no chip \"\"")})
-        try {
-            bench.form().call("AddChipTab", std::string(name));
-            FAIL() << name;
-        } catch (const Failure& failure) {
-            EXPECT_STREQ(failure.what(), message);
-        }
+    const auto refusal = [&bench](const std::string& name) {
+        return failureOf([&] { bench.form().call("AddChipTab", name); });
+    };
+    EXPECT_EQ(refusal("tow"), "There is no chip \"tow\". Did you mean two?");
+    EXPECT_EQ(refusal("zt72518"), "The chip \"zt72518\" is one of the program");
+    EXPECT_EQ(refusal(""), "There is no chip \"\"");
     EXPECT_THROW(bench.form().call("RemoveChipTab", std::string("three")), Failure);
 }
 

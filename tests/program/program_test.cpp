@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
@@ -13,40 +14,28 @@ namespace {
 
 TEST(Program, StartsWithItsDefaults) {
     TestBench bench;
-    const Session& session = bench.session();
-    EXPECT_EQ(session.BuildNumber, 4457);
-    EXPECT_EQ(session.SPIWordLength, 8);
-    EXPECT_EQ(session.SavedSPIWordLength, 8);
-    EXPECT_EQ(session.MaxSPIBits, 160);
-    EXPECT_EQ(session.SPIType, 1);
-    EXPECT_EQ(session.MSBFirst, ConstOn);
-    EXPECT_EQ(session.DisplayHex, 0);
-    EXPECT_EQ(session.SPIBaudRate, 64);
-    EXPECT_FALSE(session.ParallelPortReady);
-    EXPECT_FALSE(session.USBReady);
-    EXPECT_FALSE(session.LinkFailed);
-    EXPECT_EQ(session.LPTPortAddresses[0], 888);
-    EXPECT_EQ(session.SessionLogCapacity, 20000);
-    EXPECT_EQ(session.SessionLogEnabled, ConstOn);
-    EXPECT_EQ(session.ContinuousLogEnabled, ConstOn);
-    EXPECT_EQ(session.ContinuousLogLimit, 5);
-    EXPECT_EQ(session.ContinuousLogCount, 1);
-    EXPECT_EQ(session.ActiveMainTab, 1);
-    EXPECT_EQ(session.ConfigDirty, ConstOff);
-    EXPECT_EQ(session.StartingUp, ConstOff);
-    EXPECT_EQ(session.QuickCommandTableEmpty, ConstOn);
-    EXPECT_EQ(session.SingleWordBits, std::vector<std::int16_t>(9, 0));
-    EXPECT_EQ(session.ConfigFileName + session.LogFileName, "");
+    const Session& s = bench.session();
+    EXPECT_EQ(fmt::format("{} {} {} {} {} {} {} {} {} {}", s.BuildNumber, s.SPIWordLength,
+                          s.MaxSPIBits, s.SPIType, s.MSBFirst == ConstOn, s.DisplayHex,
+                          s.SPIBaudRate, s.LPTPortAddresses[0], s.SessionLogCapacity,
+                          s.ContinuousLogLimit),
+              "4457 8 160 1 true 0 64 888 20000 5");
+    EXPECT_FALSE(s.ParallelPortReady || s.USBReady || s.LinkFailed);
+    EXPECT_EQ(s.SessionLogEnabled, ConstOn);
+    EXPECT_EQ(s.ContinuousLogEnabled, ConstOn);
+    EXPECT_EQ(s.ConfigDirty, ConstOff);
+    EXPECT_EQ(s.QuickCommandTableEmpty, ConstOn);
+    EXPECT_EQ(s.SingleWordBits, std::vector<std::int16_t>(9, 0));
 }
 
 TEST(Program, ShowsTheMainFormWithEightBitsAndTwoTabs) {
     TestBench bench;
-    EXPECT_TRUE(bench.program.forms().form("frmMain").visible());
-    EXPECT_FALSE(bench.program.forms().form("frmConfigureSPI").visible());
-    EXPECT_TRUE(bench.get<forms::Button>("frmMain.cmdSI_single(7)").visible());
-    EXPECT_FALSE(bench.get<forms::Button>("frmMain.cmdSI_single(8)").visible());
-    EXPECT_TRUE(bench.program.forms().control("frmMain.frameSPIinSingle").visible());
-    EXPECT_FALSE(bench.program.forms().control("frmMain.lblConfigNag").visible());
+    const auto visible = [&](const char* name) {
+        return bench.program.forms().control(name).visible();
+    };
+    EXPECT_TRUE(bench.program.mainForm().visible() && visible("frmMain.frameSPIinSingle"));
+    EXPECT_FALSE(bench.program.dialog().visible() || visible("frmMain.lblConfigNag"));
+    EXPECT_TRUE(visible("frmMain.cmdSI_single(7)") && !visible("frmMain.cmdSI_single(8)"));
     EXPECT_EQ(bench.get<forms::TabStrip>("frmMain.TabStripMain").count(), 2);
     EXPECT_EQ(bench.label("frmMain.labelMainTitle"), "Generic Bitlux Forge");
     EXPECT_TRUE(bench.boxes.shown().empty());
@@ -66,15 +55,6 @@ TEST(Program, LeavesThePinsIdleAtItsEnd) {
     bench.program.engine().SendSPI();
     EXPECT_EQ(accessesOf(bench, [&] { bench.program.end(); }), "01");
     EXPECT_EQ(accessesOf(bench, [&] { bench.program.end(); }), "");
-}
-
-TEST(Program, EndsInAContinuousRun) {
-    TestBench bench;
-    bench.configure("8");
-    bench.edit("frmMain.txtHexWordToSend", "1");
-    bench.loop.atTurn(2, [&] { bench.program.end(); });
-    bench.click("frmMain.cmdSendContinuous");
-    EXPECT_EQ(bench.loop.turns(), 2);
 }
 
 TEST(Program, NamesItsProcedures) {
@@ -170,18 +150,14 @@ TEST(Program, EndsWithoutAQuestionOrASaveWhereNoneIsWanted) {
 }
 
 TEST(Program, StaysWhenTheSaveThatWasWantedFails) {
-    struct Case {
-        std::string fileName; ///< empty: asked for
-        std::optional<std::string> answer;
-        std::size_t boxes;
-    };
-    for (const Case& c : {Case{"nowhere/x.spi", {}, 2}, Case{"", {}, 1}, Case{"", "", 2}}) {
+    for (const auto& [fileName, answer, boxes] :
+         Rows<std::string, std::optional<std::string>, std::size_t>{
+             {"nowhere/x.spi", {}, 2}, {"", {}, 1}, {"", "", 2}}) {
         DirtyBench bench;
         Program& program = bench.program;
-        const auto wantSave = [&] {
-            bench.session().ConfigFileName =
-                c.fileName.empty() ? "" : bench.folder.path(c.fileName);
-            bench.fileDialogs.answer(c.answer);
+        const auto wantSave = [&bench, file = fileName, given = answer] {
+            bench.session().ConfigFileName = file.empty() ? "" : bench.folder.path(file);
+            bench.fileDialogs.answer(given);
             bench.boxes.answer(MessageBox::Answer::Yes);
         };
         for (const auto& road : {std::function<void()>([&] { bench.choose("frmMain.itemExit"); }),
@@ -191,7 +167,7 @@ TEST(Program, StaysWhenTheSaveThatWasWantedFails) {
             road();
             EXPECT_TRUE(program.running());
             EXPECT_EQ(bench.session().ConfigDirty, ConstOn);
-            EXPECT_EQ(bench.boxes.takeTexts().size(), c.boxes);
+            EXPECT_EQ(bench.boxes.takeTexts().size(), boxes);
         }
         bench.send("5A");
         EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "5A");

@@ -8,8 +8,6 @@
 namespace bitlux::test {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 /// A program that keeps its work in a folder, with a file in use.
 struct WorkBench : TestBench {
     explicit WorkBench(const TemporaryFolder& user) : folder(user) {
@@ -43,9 +41,6 @@ struct WorkBench : TestBench {
         for (const RecoveredFile& file : work().recovered())
             names.push_back(std::filesystem::path(file.origin).filename());
         return names;
-    }
-    std::string notice() {
-        return std::get<std::string>(program.mainForm().readVariable("StatusNotice"));
     }
 
     const TemporaryFolder& folder;

@@ -11,8 +11,6 @@
 namespace bitlux::test {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 constexpr const char* expander = BITLUX_SOURCE "/examples/chips/mcp23s17.toml";
 
 struct UsersBench : private ChipFolder, public TestBench {
@@ -47,22 +45,21 @@ TEST(UsersChip, IsKeptAndHasATabAPanelAndADevice) {
     ASSERT_TRUE(bench.program.forms().isVisible("Panel_mcp23s17"));
     EXPECT_EQ(bench.session().SPIWordLength, 24);
 
-    WireTrace trace;
-    bench.program.startRecording(trace);
     EXPECT_EQ(bench.row("IODIRA_W"), 0U);
-    bench.on("IODIRA_W(7)").click();
-    bench.on("Cm_IODIRA_W").click();
-    bench.on("Cm_IODIRA_R").click();
+    const Texts trace = traceOf(
+        bench,
+        [&bench] {
+            bench.on("IODIRA_W(7)").click();
+            for (const char* command : {"Cm_IODIRA_W", "Cm_IODIRA_R", "Cm_IODIRB_R"})
+                bench.on(command).click();
+        },
+        Times::No);
     EXPECT_EQ(bench.row("IODIRA_R"), 0x80U);
-    bench.on("Cm_IODIRB_R").click();
     EXPECT_EQ(bench.row("IODIRB_R"), 0xFFU) << "its reset value";
-    bench.program.stopRecording();
-    std::string words;
-    for (const WireAccess& access : trace.accesses())
-        if (access.kind == WireAccess::Kind::FrameOut)
-            words += fmt::format("{:02X}{:02X}{:02X} ", access.frame[3], access.frame[4],
-                                 access.frame[5]);
-    EXPECT_EQ(words, "400080 410000 410100 ");
+    ASSERT_EQ(trace.size(), 6U);
+    EXPECT_EQ(trace[0], "OUT 18 70 00 40 00 80 00 00");
+    EXPECT_EQ(trace[2], "OUT 18 70 00 41 00 00 00 00");
+    EXPECT_EQ(trace[4], "OUT 18 70 00 41 01 00 00 00");
 }
 
 TEST(UsersChip, IsReplacedOnlyWhenTheUserSaysSo) {

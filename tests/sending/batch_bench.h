@@ -8,8 +8,6 @@
 
 namespace bitlux::test {
 
-using Texts = std::vector<std::string>;
-
 constexpr std::int64_t millisecond = 1'000'000;
 
 /// A bench in hexadecimal display that works with Quick Commands and the Batch page.
@@ -21,12 +19,6 @@ struct BatchBench : TestBench {
     Texts available() { return lines("frmMain.lstCommandsAvailable"); }
     Texts sendLines() { return lines("frmMain.lstCommandsToSend"); }
 
-    /// Types word and name, and saves.
-    void save(const std::string& name, const std::string& word = "A5") {
-        edit("frmMain.txtHexWordToSend", word);
-        names().edit(name);
-        click("frmMain.cmdSaveQC");
-    }
     void saveBatch(const std::string& name) {
         click("frmMain.cmdSaveBatch");
         edit("frmSaveBatch.txtBatchName", name);

@@ -29,32 +29,27 @@ struct ThreeBatches : BatchBench {
 };
 
 TEST(CommandEditor, EditsTheList) {
-    struct Case {
-        const char* button;
-        int selected;
-        Texts lines;
-        int selectedThen;
-    };
-    const Case cases[] = {{"cmdMoveUpMult", -1, {"a", "b", "c"}, -1},
-                          {"cmdMoveUpMult", 0, {"a", "b", "c"}, 0},
-                          {"cmdMoveUpMult", 2, {"a", "c", "b"}, 1},
-                          {"cmdMoveDownMult", -1, {"a", "b", "c"}, -1},
-                          {"cmdMoveDownMult", 0, {"b", "a", "c"}, 1},
-                          {"cmdMoveDownMult", 2, {"a", "b", "c"}, 2},
-                          {"cmdRemoveMult", -1, {"a", "b", "c"}, -1},
-                          {"cmdRemoveMult", 1, {"a", "c"}, -1},
-                          {"cmdAddPause", -1, {"a", "b", "c", "* Pause"}, -1},
-                          {"cmdAddMult", -1, {"a", "b", "c"}, -1},
-                          {"cmdClearMultiple", 1, {}, -1}};
-    for (const Case& c : cases) {
+    const Rows<std::string, int, Texts, int> cases{
+        {"cmdMoveUpMult", -1, {"a", "b", "c"}, -1},
+        {"cmdMoveUpMult", 0, {"a", "b", "c"}, 0},
+        {"cmdMoveUpMult", 2, {"a", "c", "b"}, 1},
+        {"cmdMoveDownMult", -1, {"a", "b", "c"}, -1},
+        {"cmdMoveDownMult", 0, {"b", "a", "c"}, 1},
+        {"cmdMoveDownMult", 2, {"a", "b", "c"}, 2},
+        {"cmdRemoveMult", -1, {"a", "b", "c"}, -1},
+        {"cmdRemoveMult", 1, {"a", "c"}, -1},
+        {"cmdAddPause", -1, {"a", "b", "c", "* Pause"}, -1},
+        {"cmdAddMult", -1, {"a", "b", "c"}, -1},
+        {"cmdClearMultiple", 1, {}, -1}};
+    for (const auto& [button, selected, lines, selectedThen] : cases) {
         BatchBench bench;
         bench.setToSend({"a", "b", "c"});
-        bench.toSend().setListIndex(c.selected);
+        bench.toSend().setListIndex(selected);
         // A continuous run gives way.
-        bench.loop.atTurn(1, [&] { bench.click(std::string("frmMain.") + c.button); });
+        bench.loop.atTurn(1, [&bench, name = "frmMain." + button] { bench.click(name); });
         bench.click("frmMain.cmdSendContinuous");
-        EXPECT_EQ(bench.sendLines(), c.lines) << c.button << " " << c.selected;
-        EXPECT_EQ(bench.toSend().listIndex(), c.selectedThen) << c.button << " " << c.selected;
+        EXPECT_EQ(bench.sendLines(), lines) << button << " " << selected;
+        EXPECT_EQ(bench.toSend().listIndex(), selectedThen) << button << " " << selected;
     }
 }
 
@@ -79,38 +74,34 @@ TEST(AddWait, TakesNumbersThatFit) {
                                 "2 million seconds, 33333 minutes, 555 hours, or 23 days.";
     const char* const overflow = "Overflow";
     const char* const noNumber = "Type mismatch: the text is no number";
-    struct Case {
-        std::string number;
-        const char* unit;
-        const char* message; // null when it is added
-    };
-    const Case cases[] = {{"0", "ms", nullptr},      {"1.5", "s", nullptr},
-                          {"+1e3", "ms", nullptr},   {"2000000", "s", nullptr},
-                          {"2000001", "s", tooLong}, {"2000000000.4", "ms", nullptr},
-                          {"33333", "min", nullptr}, {"555", "hrs", nullptr},
-                          {"23", "days", nullptr},   {"24", "days", tooLong},
-                          {"25", "days", overflow},  {"-25", "days", overflow},
-                          {"1e400", "ms", overflow}, {repeated(10000, '9'), "ms", overflow},
-                          {"abc", "s", noNumber},    {"", "s", noNumber},
-                          {"5 s", "s", noNumber},    {"1,5", "s", noNumber},
-                          {"inf", "s", noNumber},    {"+-1", "s", noNumber}};
-    for (const Case& c : cases) {
+    const Rows<std::string, const char*, const char*> cases{
+        {"0", "ms", nullptr},      {"1.5", "s", nullptr},
+        {"+1e3", "ms", nullptr},   {"2000000", "s", nullptr},
+        {"2000001", "s", tooLong}, {"2000000000.4", "ms", nullptr},
+        {"33333", "min", nullptr}, {"555", "hrs", nullptr},
+        {"23", "days", nullptr},   {"24", "days", tooLong},
+        {"25", "days", overflow},  {"-25", "days", overflow},
+        {"1e400", "ms", overflow}, {repeated(10000, '9'), "ms", overflow},
+        {"abc", "s", noNumber},    {"", "s", noNumber},
+        {"5 s", "s", noNumber},    {"1,5", "s", noNumber},
+        {"inf", "s", noNumber},    {"+-1", "s", noNumber}};
+    for (const auto& [number, unit, message] : cases) {
         BatchBench bench;
         bench.click("frmMain.cmdAddWait");
         const forms::Form& form = bench.program.forms().form("frmAddWait");
         EXPECT_EQ(bench.get<forms::ComboBox>("frmAddWait.cmbUnits").text(), "s");
-        bench.edit("frmAddWait.txtWaitTime", c.number);
-        bench.get<forms::ComboBox>("frmAddWait.cmbUnits").edit(c.unit);
+        bench.edit("frmAddWait.txtWaitTime", number);
+        bench.get<forms::ComboBox>("frmAddWait.cmbUnits").edit(unit);
         bench.get<forms::TextBox>("frmAddWait.txtWaitTime").key(forms::KeyCode::Enter);
-        const bool added = c.message == nullptr;
+        const bool added = message == nullptr;
         if (added) {
-            EXPECT_EQ(bench.sendLines(), Texts{"* Wait " + c.number + " " + c.unit});
-            EXPECT_TRUE(bench.boxes.shown().empty()) << c.number << c.unit;
+            EXPECT_EQ(bench.sendLines(), Texts{"* Wait " + number + " " + unit});
+            EXPECT_TRUE(bench.boxes.shown().empty()) << number << unit;
         } else {
-            EXPECT_EQ(bench.sendLines(), Texts{}) << c.number << c.unit;
-            EXPECT_EQ(bench.boxes.takeTexts(), Texts{c.message}) << c.number << c.unit;
+            EXPECT_EQ(bench.sendLines(), Texts{}) << number << unit;
+            EXPECT_EQ(bench.boxes.takeTexts(), Texts{message}) << number << unit;
         }
-        EXPECT_EQ(form.visible(), !added) << c.number << c.unit;
+        EXPECT_EQ(form.visible(), !added) << number << unit;
         bench.click("frmAddWait.cmdCancel");
         EXPECT_FALSE(form.visible());
     }
@@ -150,60 +141,52 @@ TEST(Batches, AreOverwrittenAfterAQuestion) {
 
 TEST(Batches, NeedAName) {
     ThreeBatches bench;
-    bench.click("frmMain.cmdSaveBatch");
-    EXPECT_TRUE(bench.program.forms().form("frmSaveBatch").visible());
-    bench.edit("frmSaveBatch.txtBatchName", "");
-    bench.get<forms::TextBox>("frmSaveBatch.txtBatchName").key(forms::KeyCode::Enter);
+    bench.saveBatch("");
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{"No batch name entered.  Cannot Save."});
     EXPECT_FALSE(bench.program.forms().form("frmSaveBatch").visible());
     EXPECT_FALSE(bench.dirty());
+    bench.click("frmMain.cmdSaveBatch");
+    bench.edit("frmSaveBatch.txtBatchName", "D");
+    bench.get<forms::TextBox>("frmSaveBatch.txtBatchName").key(forms::KeyCode::Enter);
+    EXPECT_EQ(bench.batches().text(), "D");
 }
 
 TEST(Batches, AreDeleted) {
-    struct Case {
-        int selected;
-        std::vector<MessageBox::Answer> answers;
-        const char* left;
-        Texts loaded; // the commands to send
-    };
-    const Case cases[] = {
+    const Rows<int, std::vector<MessageBox::Answer>, const char*, Texts> cases{
         {0, {yes}, "B|line of B|C|line of C|", {"line of B"}},
         {1, {yes}, "A|line of A|C|line of C|", {"line of A"}},
         {2, {yes}, "A|line of A|B|line of B|", {"line of A"}},
         {1, {no}, "A|line of A|B|line of B|C|line of C|", {"line of B"}},
     };
-    for (const Case& c : cases) {
+    for (const auto& [selected, answers, left, loaded] : cases) {
         ThreeBatches bench;
-        bench.batches().select(c.selected);
-        for (const auto answer : c.answers)
+        bench.batches().select(selected);
+        for (const auto answer : answers)
             bench.boxes.answer(answer);
         bench.click("frmMain.cmdDeleteBatch");
-        EXPECT_EQ(bench.boxes.takeTexts(), Texts{sure}) << c.selected;
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts{sure}) << selected;
         EXPECT_EQ(bench.boxes.shown().back().title, "Delete Batch");
-        EXPECT_EQ(bench.all(), c.left) << c.selected;
-        EXPECT_EQ(bench.sendLines(), c.loaded) << c.selected;
-        EXPECT_EQ(bench.dirty(), c.answers[0] == yes) << c.selected;
+        EXPECT_EQ(bench.all(), left) << selected;
+        EXPECT_EQ(bench.sendLines(), loaded) << selected;
+        EXPECT_EQ(bench.dirty(), answers[0] == yes) << selected;
     }
 }
 
 TEST(Batches, AskTwiceBeforeTheLastIsKept) {
-    struct Case {
-        std::vector<MessageBox::Answer> answers;
-        bool kept;
-    };
-    for (const Case& c : {Case{{yes}, false}, Case{{no, no}, true}, Case{{no, yes}, false}}) {
+    for (const auto& [answers, kept] : Rows<std::vector<MessageBox::Answer>, bool>{
+             {{yes}, false}, {{no, no}, true}, {{no, yes}, false}}) {
         BatchBench bench;
         bench.saveBatch("only");
         bench.dirty();
-        for (const auto answer : c.answers)
+        for (const auto answer : answers)
             bench.boxes.answer(answer);
         bench.click("frmMain.cmdDeleteBatch");
-        EXPECT_EQ(bench.boxes.takeTexts(), Texts(c.answers.size(), sure));
-        EXPECT_EQ(bench.session().BatchCount(), c.kept ? 2 : 1);
-        EXPECT_EQ(bench.dirty(), !c.kept);
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts(answers.size(), sure));
+        EXPECT_EQ(bench.session().BatchCount(), kept ? 2 : 1);
+        EXPECT_EQ(bench.dirty(), !kept);
         auto& batches = bench.get<forms::ComboBox>("frmMain.cmbBatches");
-        EXPECT_EQ(batches.text(), c.kept ? "only" : "");
-        if (c.kept)
+        EXPECT_EQ(batches.text(), kept ? "only" : "");
+        if (kept)
             continue;
         bench.click("frmMain.cmdDeleteBatch");
         batches.addItem("stray");

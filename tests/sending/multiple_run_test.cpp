@@ -53,16 +53,11 @@ struct RunBench : BatchBench {
 };
 
 TEST(MultipleRun, PlaysTheLines) {
-    struct Case {
-        Texts lines;
-        Texts log;
-        Texts boxes;
-    };
     const char* const noCommand = "No Quick Commands are selected!";
     const char* const noUnit = "There was a problem converting the units.";
     const char* const noMatch = "There was a problem.  No match found for '*' command.";
     const char* const noLevel = "Internal Error.  Couldn't determine High or Low.";
-    const Case cases[] = {
+    const Rows<Texts, Texts, Texts> cases{
         {{"b", "a", "a"}, {"0B", "0A", "0A"}, {}},
         {{"a", "gone", "b"}, {"0A"}, {noCommand}},
         {{"A", "b"}, {}, {noCommand}},
@@ -83,55 +78,52 @@ TEST(MultipleRun, PlaysTheLines) {
          {}},
         {{"* Set UP: WAKE UP", "a"}, {"0A"}, {noLevel}},
     };
-    for (const Case& c : cases) {
+    for (const auto& [lines, log, boxes] : cases) {
         RunBench bench;
         nameDataPin(bench.session(), 5, "WAKE UP");
         bench.program.mainForm().extraPins.fill({"RESET", "WAKE UP"});
-        EXPECT_EQ(bench.play(c.lines), c.boxes) << c.lines[0];
-        EXPECT_EQ(bench.logged(), c.log) << c.lines[0];
-        EXPECT_TRUE(bench.idle()) << c.lines[0];
-        EXPECT_EQ(bench.session().DataPortPins.level(5), 0) << c.lines[0];
+        EXPECT_EQ(bench.play(lines), boxes) << lines[0];
+        EXPECT_EQ(bench.logged(), log) << lines[0];
+        EXPECT_TRUE(bench.idle()) << lines[0];
+        EXPECT_EQ(bench.session().DataPortPins.level(5), 0) << lines[0];
     }
 }
 
 TEST(MultipleRun, TellsOfPinsThatAreNotThereUntilTheNextRun) {
     RunBench bench;
     nameDataPin(bench.session(), 5, "WAKE");
-    const auto notice = [&bench] {
-        return std::get<std::string>(bench.program.mainForm().readVariable("StatusNotice"));
-    };
     const auto showPins = [&bench](const Texts& names) {
         bench.program.mainForm().extraPins.fill(names);
     };
     showPins({"WAKE"});
     bench.play({"gone"});
-    EXPECT_EQ(notice(), "There is no Quick Command \"gone\"");
+    EXPECT_EQ(bench.notice(), "There is no Quick Command \"gone\"");
     bench.play({"* Wait 1 ms", "* Set LOW: A", "a", "* Set HIGH: WAKE", "* Set HIGH: B"});
-    EXPECT_EQ(notice(), "Line 2: there is no extra pin \"A\", nor those of 1 more line");
+    EXPECT_EQ(bench.notice(), "Line 2: there is no extra pin \"A\", nor those of 1 more line");
     showPins({"WAKE", "A"});
-    EXPECT_EQ(notice(), "Line 5: there is no extra pin \"B\"");
+    EXPECT_EQ(bench.notice(), "Line 5: there is no extra pin \"B\"");
     bench.play({"* Set LOW: WAKE", "a"});
-    EXPECT_EQ(notice(), "");
+    EXPECT_EQ(bench.notice(), "");
     // In a continuous run a later pass says it on.
     bench.playContinuously({"* Set LOW: B", "a"}, 3);
-    EXPECT_EQ(notice(), "Line 1: there is no extra pin \"B\"");
+    EXPECT_EQ(bench.notice(), "Line 1: there is no extra pin \"B\"");
 }
 
 TEST(MultipleRun, WaitsAsLongAsItSays) {
-    struct Case {
-        const char* wait;
-        std::int64_t milliseconds;
-    };
-    for (const Case& c :
-         {Case{"0 ms", 0}, Case{"1 ms", 1}, Case{"1.5 s", 1500}, Case{"2 min", 120'000},
-          Case{"3 hrs", 10'800'000}, Case{"23 days", 1'987'200'000}, Case{"-4 s", 0}}) {
-        RunBench bench;
+    RunBench bench;
+    for (const auto& [wait, milliseconds] :
+         Rows<std::string, std::int64_t>{{"0 ms", 0},
+                                         {"1 ms", 1},
+                                         {"1.5 s", 1500},
+                                         {"2 min", 120'000},
+                                         {"3 hrs", 10'800'000},
+                                         {"23 days", 1'987'200'000},
+                                         {"-4 s", 0}}) {
+        const std::int64_t start = bench.clock.nanoseconds();
         const int turns = bench.loop.turns();
-        EXPECT_EQ(bench.elapsedIn([&] { bench.play({fmt::format("* Wait {}", c.wait)}); }),
-                  c.milliseconds * millisecond)
-            << c.wait;
-        EXPECT_LE(bench.loop.turns() - turns, 2) << c.wait << ": it sleeps";
-        EXPECT_EQ(bench.boxes.takeTexts(), Texts{}) << c.wait;
+        EXPECT_EQ(bench.play({"* Wait " + wait}), Texts{});
+        EXPECT_EQ(bench.clock.nanoseconds() - start, milliseconds * millisecond) << wait;
+        EXPECT_LE(bench.loop.turns() - turns, 2) << wait << ": it sleeps";
     }
 }
 
@@ -157,22 +149,20 @@ TEST(MultipleRun, PausesUntilTheUserGoesOn) {
 }
 
 TEST(MultipleRun, EndsAWaitAtOnceAndPlaysTheRest) {
-    struct Case {
-        const char* start;
-        const char* stop;
-    };
-    for (const Case& c : {Case{"frmMain.cmdSendOnce", "frmMain.cmdCancelSingle"},
-                          Case{"frmMain.cmdSendContinuous", "frmMain.cmdStopContinuous"}}) {
+    for (const bool once : {true, false}) {
+        const std::string start = once ? "frmMain.cmdSendOnce" : "frmMain.cmdSendContinuous";
         RunBench bench;
         bench.setToSend({"* Wait 1 hrs", "a", "* Wait 1 hrs", "b"});
         const std::int64_t at = bench.clock.nanoseconds() + 7 * millisecond;
         bench.loop.atTime(at - 5 * millisecond, [] {}); // an event that is none of its business
-        bench.loop.atTime(at, [&] { bench.click(c.stop); });
-        EXPECT_LT(bench.elapsedIn([&] { bench.click(c.start); }), 8 * millisecond) << c.start;
+        bench.loop.atTime(at, [&] {
+            bench.click(once ? "frmMain.cmdCancelSingle" : "frmMain.cmdStopContinuous");
+        });
+        EXPECT_LT(bench.elapsedIn([&] { bench.click(start); }), 8 * millisecond) << start;
         EXPECT_EQ(bench.logged(), (Texts{"Waiting 1 hrs ...", "Done Waiting", "0A",
                                          "Waiting 1 hrs ...", "Done Waiting", "0B"}))
-            << c.start;
-        EXPECT_TRUE(bench.idle()) << c.start;
+            << start;
+        EXPECT_TRUE(bench.idle()) << start;
     }
 }
 
@@ -219,15 +209,9 @@ TEST(MultipleRun, CancelEndsTheRunThatAnotherBeganInToo) {
 }
 
 TEST(MultipleRun, AbortEndsItWithNothingMoreGoingOut) {
-    struct Case {
-        const char* what;
-        const char* start;
-        std::function<void(RunBench&)> event; ///< in the first wait
-        Texts log;
-    };
     const auto abort = [](RunBench& bench) { bench.click("frmMain.cmdAbort"); };
     const Texts first{"Waiting 1 hrs ...", "Wait Aborted"};
-    const Case cases[] = {
+    const Rows<const char*, std::string, std::function<void(RunBench&)>, Texts> cases{
         {"once", "frmMain.cmdSendOnce", abort, first},
         {"continuously", "frmMain.cmdSendContinuous", abort, first},
         {"behind Cancel",
@@ -253,26 +237,23 @@ TEST(MultipleRun, AbortEndsItWithNothingMoreGoingOut) {
          },
          {"Waiting 1 hrs ...", "0B", "Wait Aborted"}},
     };
-    for (const Case& c : cases) {
+    for (const auto& [what, start, event, log] : cases) {
         RunBench bench;
         bench.setToSend({"* Wait 1 hrs", "a", "* Wait 1 hrs", "b"});
-        bench.loop.atTime(bench.clock.nanoseconds() + millisecond, [&] { c.event(bench); });
-        EXPECT_LT(bench.elapsedIn([&] { bench.click(c.start); }), 2 * millisecond) << c.what;
-        EXPECT_EQ(bench.logged(), c.log) << c.what;
-        EXPECT_TRUE(bench.idle()) << c.what;
+        const std::int64_t at = bench.clock.nanoseconds();
+        bench.loop.atTime(at + millisecond, [&bench, act = event] { act(bench); });
+        bench.click(start);
+        EXPECT_LT(bench.clock.nanoseconds() - at, 2 * millisecond) << what;
+        EXPECT_EQ(bench.logged(), log) << what;
+        EXPECT_TRUE(bench.idle()) << what;
     }
 }
 
 TEST(MultipleRun, LogsAContinuousRunByItsRules) {
-    struct Case {
-        const char* option;
-        Texts lines;
-        Texts log;
-    };
     Texts everyPass;
     for (int pass = 0; pass < 4; ++pass) // a wait has a turn of the loop, and so has a pass
         everyPass.insert(everyPass.end(), {"0A", "Waiting 0 s ...", "Done Waiting"});
-    const Case cases[] = {
+    const Rows<const char*, Texts, Texts> cases{
         {"optLogFixedNumber",
          {"a", "b"},
          {"0A", "0B", "0A", "0B", "Continuous Send Log Suspended"}},
@@ -283,15 +264,15 @@ TEST(MultipleRun, LogsAContinuousRunByItsRules) {
         {"optLogOff", {"a", "b"}, {"Continuous Send Log Disabled"}},
         {"optLogOff", {"* Wait 0 s", "a"}, {}},
     };
-    for (const Case& c : cases) {
+    for (const auto& [option, lines, log] : cases) {
         RunBench bench;
         bench.edit("frmConfigureSPI.txtMessageLimit", "2");
-        bench.get<forms::OptionButton>("frmConfigureSPI." + std::string(c.option)).setValue(true);
+        bench.get<forms::OptionButton>("frmConfigureSPI." + std::string(option)).setValue(true);
         bench.session().ContinuousLogEnabled =
-            c.option == std::string("optLogOff") ? ConstOff : ConstOn;
+            option == std::string("optLogOff") ? ConstOff : ConstOn;
         bench.session().ContinuousLogLimit = 2;
-        bench.playContinuously(c.lines, 8);
-        EXPECT_EQ(bench.logged(), c.log) << c.option << " " << c.lines[0];
+        bench.playContinuously(lines, 8);
+        EXPECT_EQ(bench.logged(), log) << option << " " << lines[0];
     }
 }
 
@@ -337,14 +318,9 @@ TEST(MultipleRun, GoesOnAfterAFailedTransfer) {
 }
 
 TEST(MultipleRun, LivesThroughChangesDuringAWait) {
-    struct Case {
-        const char* what;
-        std::function<void(RunBench&)> change;
-        Texts boxes;
-    };
     const Texts gone{"Subscript out of range: line 2 of the list was removed"};
     const Texts unknown{"No Quick Commands are selected!"};
-    const Case cases[] = {
+    const Rows<const char*, std::function<void(RunBench&)>, Texts> cases{
         {"clear", [](RunBench& bench) { bench.click("frmMain.cmdClearMultiple"); }, gone},
         {"another length", [](RunBench& bench) { bench.configure("12"); }, gone},
         {"apply", [](RunBench& bench) { bench.configure("8"); }, unknown},
@@ -362,12 +338,13 @@ TEST(MultipleRun, LivesThroughChangesDuringAWait) {
          {}},
         {"the end of the program", [](RunBench& bench) { bench.program.end(); }, {}},
     };
-    for (const Case& c : cases) {
+    for (const auto& [what, change, boxes] : cases) {
         RunBench bench;
-        bench.loop.atTime(bench.clock.nanoseconds() + millisecond, [&] { c.change(bench); });
-        EXPECT_EQ(bench.play({"* Wait 1 s", "a"}), c.boxes) << c.what;
-        EXPECT_TRUE(bench.idle()) << c.what;
-        EXPECT_FALSE(bench.run().progress()) << c.what;
+        bench.loop.atTime(bench.clock.nanoseconds() + millisecond,
+                          [&bench, act = change] { act(bench); });
+        EXPECT_EQ(bench.play({"* Wait 1 s", "a"}), boxes) << what;
+        EXPECT_TRUE(bench.idle()) << what;
+        EXPECT_FALSE(bench.run().progress()) << what;
     }
 }
 

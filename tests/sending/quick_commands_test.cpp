@@ -12,61 +12,54 @@ constexpr const char* badElement = "Quick Command array element is neither 0 nor
 constexpr const char* overwrite = "Quick Command already exists!  Overwrite it?";
 
 TEST(QuickCommands, AreSavedAndShownAgain) {
-    struct Case {
-        const char* bits;
-        const char* typed;
-        const char* padded;
-        const char* shown;
-    };
-    for (const Case& c : {Case{"12", "ABC", "ABC", "ABC"}, Case{"12", "1", "001", "001"},
-                          Case{"13", "1abc", "1abc", "1ABC"}, Case{"1", "1", "1", "1"},
-                          Case{"54", "20000000000001", "20000000000001", "20000000000001"},
-                          Case{"160", "8000000000000000000000000000000000000001",
-                               "8000000000000000000000000000000000000001",
-                               "8000000000000000000000000000000000000001"}}) {
-        BatchBench bench(c.bits);
-        bench.save("one", c.typed);
-        EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), c.padded) << c.typed;
+    const std::string longest = "8" + repeated(38, '0') + "1";
+    for (const auto& [bits, typed, padded, shown] :
+         Rows<const char*, std::string, std::string, std::string>{
+             {"12", "ABC", "ABC", "ABC"},
+             {"12", "1", "001", "001"},
+             {"13", "1abc", "1abc", "1ABC"},
+             {"1", "1", "1", "1"},
+             {"54", "20000000000001", "20000000000001", "20000000000001"},
+             {"160", longest, longest, longest}}) {
+        BatchBench bench(bits);
+        bench.save("one", typed);
+        EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), padded) << typed;
         bench.edit("frmMain.txtHexWordToSend", "");
         bench.names().select(0);
-        EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), c.shown) << c.typed;
-        EXPECT_EQ(bench.boxes.takeTexts(), Texts{}) << c.typed;
+        EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), shown) << typed;
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts{}) << typed;
     }
 }
 
 TEST(QuickCommands, RefuseNamesAndWords) {
-    struct Case {
-        std::string name;
-        const char* word;
-        const char* message; // empty when it is saved
-    };
-    const Case cases[] = {{"", "1", "You must type a name for the Quick Command."},
-                          {"*", "1", "Quick Commands cannot begin with '*'."},
-                          {"* Pause", "1", "Quick Commands cannot begin with '*'."},
-                          {"one", "", "Nothing to save!"},
-                          {"one", "1G", "Not a valid hex number!"},
-                          {"one", "\xC3\xA4", "Not a valid hex number!"},
-                          {"one", "1000", "The word is too long!"},
-                          {"*Pause", "1", ""},
-                          {"*\tPause", "1", ""},
-                          {" * Pause", "1", ""},
-                          {"\"a\", 'b'", "1", ""},
-                          {"two\r\nlines\t", "1", ""},
-                          {repeated(10000, 'n'), "1", ""}};
-    for (const Case& c : cases) {
+    const Rows<std::string, const char*, const char*> cases{
+        {"", "1", "You must type a name for the Quick Command."},
+        {"*", "1", "Quick Commands cannot begin with '*'."},
+        {"* Pause", "1", "Quick Commands cannot begin with '*'."},
+        {"one", "", "Nothing to save!"},
+        {"one", "1G", "Not a valid hex number!"},
+        {"one", "\xC3\xA4", "Not a valid hex number!"},
+        {"one", "1000", "The word is too long!"},
+        {"*Pause", "1", ""},
+        {"*\tPause", "1", ""},
+        {" * Pause", "1", ""},
+        {"\"a\", 'b'", "1", ""},
+        {"two\r\nlines\t", "1", ""},
+        {repeated(10000, 'n'), "1", ""}};
+    for (const auto& [name, word, message] : cases) {
         BatchBench bench("12");
         bench.dirty();
-        bench.save(c.name, c.word);
-        const bool saved = *c.message == '\0';
-        EXPECT_EQ(bench.boxes.takeTexts(), saved ? Texts{} : Texts{c.message}) << c.name;
-        EXPECT_EQ(bench.available(), saved ? Texts{c.name} : Texts{}) << c.name;
-        EXPECT_TRUE(bench.dirty()) << c.name;
+        bench.save(name, word);
+        const bool saved = *message == '\0';
+        EXPECT_EQ(bench.boxes.takeTexts(), saved ? Texts{} : Texts{message}) << name;
+        EXPECT_EQ(bench.available(), saved ? Texts{name} : Texts{}) << name;
+        EXPECT_TRUE(bench.dirty()) << name;
         if (!saved)
             continue;
         // What is taken for a name here is taken for one in a run.
         bench.openBatchPage();
-        EXPECT_EQ(bench.play({c.name}), Texts{}) << c.name;
-        EXPECT_EQ(bench.log().size(), 5U) << c.name;
+        EXPECT_EQ(bench.play({name}), Texts{}) << name;
+        EXPECT_EQ(bench.log().size(), 5U) << name;
     }
 }
 
@@ -194,12 +187,8 @@ TEST(QuickCommands, OutliveApplyAsNamesAlone) {
     EXPECT_EQ(bench.available(), Texts{});
 }
 
-/// What the status line tells, and presses its button.
 struct NoticeBench : BatchBench {
     using BatchBench::BatchBench;
-    std::string notice() {
-        return std::get<std::string>(program.mainForm().readVariable("StatusNotice"));
-    }
     std::int64_t restore() {
         return std::get<std::int64_t>(program.mainForm().call("RestoreQuickCommands"));
     }

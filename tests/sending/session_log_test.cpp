@@ -6,8 +6,6 @@
 namespace bitlux::test {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 const Texts wordA5{"SPI Word Sent:", "  A5", "SPI Word Received:", "  A5", " "};
 
 Texts times(int count, const Texts& word, const Texts& note = {}) {
@@ -36,40 +34,22 @@ struct LogBench : TestBench {
 };
 
 TEST(SessionLog, WritesTheSameFiveLinesInBothLists) {
-    struct Case {
-        const char* bits;
-        const char* display;
-        const char* word;
-        const char* shown;
-    };
-    for (const Case& c :
-         {Case{"16", "optBinary", "", "  00000000 00000000"},
-          Case{"8", "optBinary", "", "  00000000"}, Case{"9", "optBinary", "", "  0 00000000"},
-          Case{"40", "optBinary", "", "  00000000 00000000 00000000 00000000 00000000"},
-          Case{"12", "optHex", "a5", "  0A5"}, Case{"41", "optHex", "1", "  00000000001"}}) {
+    for (const auto& [bits, display, word, shown] :
+         {row("16", "optBinary", "", "  00000000 00000000"),
+          row("8", "optBinary", "", "  00000000"), row("9", "optBinary", "", "  0 00000000"),
+          row("40", "optBinary", "", "  00000000 00000000 00000000 00000000 00000000"),
+          row("12", "optHex", "a5", "  0A5"), row("41", "optHex", "1", "  00000000001")}) {
         TestBench bench;
-        bench.configure(c.bits, {c.display});
-        if (std::string(c.display) == "optHex")
-            bench.edit("frmMain.txtHexWordToSend", c.word);
+        bench.configure(bits, {display});
+        if (std::string(display) == "optHex")
+            bench.edit("frmMain.txtHexWordToSend", word);
         bench.click("frmMain.cmdSendOnce");
-        const Texts expected{"SPI Word Sent:", c.shown, "SPI Word Received:", c.shown, " "};
-        EXPECT_EQ(bench.log(), expected) << c.bits;
-        EXPECT_EQ(bench.lines("frmMain.lstSessionLogMult"), expected) << c.bits;
+        const Texts expected{"SPI Word Sent:", shown, "SPI Word Received:", shown, " "};
+        EXPECT_EQ(bench.log(), expected) << bits;
+        EXPECT_EQ(bench.lines("frmMain.lstSessionLogMult"), expected) << bits;
         EXPECT_EQ(bench.get<forms::ListBox>("frmMain.lstSessionLogSingle").listIndex(), 4);
         EXPECT_EQ(bench.get<forms::ListBox>("frmMain.lstSessionLogMult").listIndex(), 4);
     }
-}
-
-TEST(SessionLog, KeepsAWordAsItWasShown) {
-    TestBench bench;
-    bench.configure("8");
-    bench.send("A5");
-    bench.configure("8", {"optBinary"});
-    bench.click("frmMain.cmdAll1Single");
-    bench.click("frmMain.cmdSendOnce");
-    const Texts log = bench.log();
-    EXPECT_EQ(log[1], "  A5");
-    EXPECT_EQ(log[6], "  11111111");
 }
 
 TEST(SessionLog, WritesElementsThatAreNoBits) {
@@ -90,27 +70,21 @@ TEST(SessionLog, WritesElementsThatAreNoBits) {
 }
 
 TEST(SessionLog, FollowsTheModesOfAContinuousRun) {
-    struct Case {
-        std::vector<std::string> options;
-        const char* limit;
-        int words;
-        Texts expected;
-    };
     const Texts suspended{"Continuous Send Log Suspended", " "};
     const Texts disabled{"Continuous Send Log Disabled", " "};
-    const Case cases[] = {
+    const Rows<std::vector<std::string>, const char*, int, Texts> cases{
         {{}, "5", 9, times(5, wordA5, suspended)}, {{}, "5", 4, times(4, wordA5)},
         {{}, "5", 5, times(5, wordA5, suspended)}, {{}, "1", 3, times(1, wordA5, suspended)},
         {{"optLogOff"}, "5", 6, disabled},         {{"optLogForever"}, "5", 9, times(9, wordA5)}};
-    for (const Case& c : cases) {
-        LogBench bench(c.options, c.limit);
-        bench.sendContinuously(c.words);
-        EXPECT_EQ(bench.log(), c.expected) << c.limit << ", " << c.words << " words";
-        EXPECT_EQ(bench.lines("frmMain.lstSessionLogMult"), c.expected);
+    for (const auto& [options, limit, words, expected] : cases) {
+        LogBench bench(options, limit);
+        bench.sendContinuously(words);
+        EXPECT_EQ(bench.log(), expected) << limit << ", " << words << " words";
+        EXPECT_EQ(bench.lines("frmMain.lstSessionLogMult"), expected);
         // A second run counts anew.
         bench.click("frmMain.cmdClearLogSingle");
-        bench.sendContinuously(c.words);
-        EXPECT_EQ(bench.log(), c.expected) << c.limit << ", " << c.words << " words again";
+        bench.sendContinuously(words);
+        EXPECT_EQ(bench.log(), expected) << limit << ", " << words << " words again";
     }
 }
 
@@ -214,17 +188,12 @@ TEST(SessionLog, CanBeSwitchedOff) {
 }
 
 TEST(SessionLog, ClearsBothLists) {
-    for (const char* button : {"cmdClearLogSingle", "cmdClearLogMult", "itemClearLog"}) {
+    for (const bool byMenu : {false, true}) {
         LogBench bench;
         bench.click("frmMain.cmdSendOnce");
-        bench.session().SessionLogCount = 77;
-        const std::string name = std::string("frmMain.") + button;
-        if (std::string(button).starts_with("item"))
-            bench.choose(name);
-        else
-            bench.click(name);
-        EXPECT_EQ(bench.log(), Texts{}) << button;
-        EXPECT_EQ(bench.lines("frmMain.lstSessionLogMult"), Texts{}) << button;
+        byMenu ? bench.choose("frmMain.itemClearLog") : bench.click("frmMain.cmdClearLogMult");
+        EXPECT_EQ(bench.log(), Texts{});
+        EXPECT_EQ(bench.lines("frmMain.lstSessionLogMult"), Texts{});
         EXPECT_EQ(bench.get<forms::ListBox>("frmMain.lstSessionLogMult").listIndex(), -1);
         EXPECT_EQ(bench.session().SessionLogCount, 0);
     }

@@ -1,10 +1,13 @@
 #include "support/test_bench.h"
 
+#include "platform/failure.h"
+
 #include <fstream>
 #include <iterator>
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
+#include <gtest/gtest.h>
 
 namespace bitlux::test {
 
@@ -43,6 +46,24 @@ void TestBench::send(const std::string& word) {
     click("frmMain.cmdSendOnce");
 }
 
+void TestBench::save(const std::string& name, const std::string& word) {
+    edit("frmMain.txtHexWordToSend", word);
+    get<forms::ComboBox>("frmMain.cmbMasterQCList").edit(name);
+    click("frmMain.cmdSaveQC");
+}
+
+void TestBench::enablePin(const std::string& kind, int row, const std::string& number,
+                          const std::string& name) {
+    const auto control = [&](const char* prefix, const char* suffix) {
+        return fmt::format("frmConfigureSPI.{}{}Pin{}({})", prefix, kind, suffix, row);
+    };
+    get<forms::CheckBox>(control("chk", "Enable")).setValue(1);
+    if (!name.empty())
+        get<forms::TextBox>(control("txt", "Name")).setText(name);
+    if (!number.empty())
+        get<forms::ComboBox>(control("cmb", "Assignment")).setText(number);
+}
+
 std::vector<std::string> TestBench::lines(const std::string& list) {
     const auto& box = get<forms::ListBox>(list);
     std::vector<std::string> result;
@@ -61,6 +82,30 @@ std::string accessesOf(TestBench& bench, const std::function<void()>& action) {
         accesses.push_back(fmt::format("{}{:02X}", access.kind == WireAccess::Kind::Read ? "R" : "",
                                        access.value));
     return fmt::format("{}", fmt::join(accesses, " "));
+}
+
+std::vector<std::string> traceOf(TestBench& bench, const std::function<void()>& action,
+                                 Times times) {
+    WireTrace trace;
+    bench.program.startRecording(trace);
+    action();
+    bench.program.stopRecording();
+    std::vector<std::string> lines;
+    for (const WireAccess& access : trace.accesses()) {
+        const std::string line = trace.line(access);
+        lines.push_back(times == Times::Yes ? line : line.substr(line.find(' ') + 1));
+    }
+    return lines;
+}
+
+std::string failureOf(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const Failure& failure) {
+        return failure.what();
+    }
+    ADD_FAILURE() << "no failure";
+    return {};
 }
 
 std::string repeated(std::size_t count, char character) {

@@ -4,6 +4,7 @@
 #include "bench/scripted_desk.h"
 #include "platform/forms/controls.h"
 #include "program/program.h"
+#include "support/rows.h"
 #include "support/temporary_folder.h"
 #include "workbench/virtual_bench.h"
 
@@ -11,6 +12,10 @@
 #include <vector>
 
 namespace bitlux::test {
+
+using Texts = std::vector<std::string>;
+
+inline constexpr const char* checkTheCable = "Check the USB cable and restart program";
 
 /// The program on the virtual bench, worked through its forms by control names.
 class TestBench {
@@ -38,6 +43,16 @@ public:
     /// Types a word and sends it once.
     void send(const std::string& word);
 
+    /// Saves a Quick Command: types word and name, and saves.
+    void save(const std::string& name, const std::string& word = "A5");
+    /// Gives the row of a data pin in the dialog, or of a control pin, its pin and a name.
+    void enablePin(const std::string& kind, int row, const std::string& number,
+                   const std::string& name = {});
+    /// What the status line tells.
+    std::string notice() {
+        return std::get<std::string>(program.mainForm().readVariable("StatusNotice"));
+    }
+
     /// All lines of a list.
     std::vector<std::string> lines(const std::string& list);
     std::vector<std::string> log() { return lines("frmMain.lstSessionLogSingle"); }
@@ -60,6 +75,15 @@ public:
 /// The accesses that `action` makes, as "00 06 R.. 01": a write as its byte, a read as R and its
 /// byte.
 std::string accessesOf(TestBench& bench, const std::function<void()>& action);
+
+/// The accesses that `action` makes as the lines of a trace, each behind its time or, where nobody
+/// asks for it, without it.
+enum class Times { No, Yes };
+std::vector<std::string> traceOf(TestBench& bench, const std::function<void()>& action,
+                                 Times times = Times::Yes);
+
+/// The text of the failure that `action` ends in; a test failure when it ends in none.
+std::string failureOf(const std::function<void()>& action);
 
 /// As many times the same character.
 std::string repeated(std::size_t count, char character);

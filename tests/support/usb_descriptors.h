@@ -2,9 +2,9 @@
 
 #include "support/temporary_folder.h"
 
-#include <initializer_list>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <fmt/format.h>
 
@@ -21,7 +21,7 @@ inline constexpr std::string_view bulkOut = "\x07\x05\x02\x02\x40\x00\x00"sv;
 inline constexpr std::string_view interruptIn = "\x07\x05\x81\x03\x08\x00\x0a"sv;
 inline constexpr std::string_view interruptOut = "\x07\x05\x02\x03\x08\x00\x0a"sv;
 
-inline std::string join(std::initializer_list<std::string_view> parts) {
+inline std::string join(const std::vector<std::string_view>& parts) {
     std::string whole;
     for (const std::string_view part : parts)
         whole += part;
@@ -29,7 +29,7 @@ inline std::string join(std::initializer_list<std::string_view> parts) {
 }
 
 /// A configuration with its head, whose length covers `parts`.
-inline std::string configuration(int value, std::initializer_list<std::string_view> parts) {
+inline std::string configuration(int value, const std::vector<std::string_view>& parts) {
     const std::string rest = join(parts);
     std::string head("\x09\x02\x00\x00\x01\x00\x00\x80\x32", 9);
     head[2] = static_cast<char>((rest.size() + head.size()) % 256);

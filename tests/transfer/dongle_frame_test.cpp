@@ -1,6 +1,7 @@
 #include "transfer/dongle_frame.h"
 
 #include "platform/failure.h"
+#include "support/rows.h"
 
 #include <functional>
 
@@ -34,13 +35,7 @@ std::string frameOf(Session& session) {
 const std::string a5c3 = "1010010111000011";
 
 TEST(DongleFrame, HasEverythingInItsPlace) {
-    struct Case {
-        const char* what;
-        std::string bits;
-        std::function<void(Session&)> set;
-        const char* frame;
-    };
-    const Case cases[] = {
+    const Rows<const char*, std::string, std::function<void(Session&)>, const char*> cases{
         {"as after start-up", a5c3, [](Session&) {}, "10 70 00 A5 C3 00 00 00"},
         {"LSB first", a5c3, [](Session& s) { s.MSBFirst = ConstOff; }, "10 70 00 C3 A5 00 00 00"},
         {"type 8", a5c3, [](Session& s) { s.SPIType = 8; }, "10 77 00 A5 C3 00 00 00"},
@@ -83,11 +78,11 @@ TEST(DongleFrame, HasEverythingInItsPlace) {
         {"an element whose shifts leave 16 bits", a5c3, [](Session& s) { s.WordToSend[15] = 256; },
          "overflow"},
     };
-    for (const Case& c : cases) {
-        Session session = sessionWith(c.bits);
-        c.set(session);
-        EXPECT_EQ(frameOf(session), c.frame) << c.what;
-        EXPECT_FALSE(session.FirmwareUpdateRequest) << c.what;
+    for (const auto& [what, bits, set, frame] : cases) {
+        Session session = sessionWith(bits);
+        set(session);
+        EXPECT_EQ(frameOf(session), frame) << what;
+        EXPECT_FALSE(session.FirmwareUpdateRequest) << what;
     }
 }
 

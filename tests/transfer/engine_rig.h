@@ -3,6 +3,7 @@
 #include "bench/scripted_desk.h"
 #include "bench/simulated_dongle.h"
 #include "platform/failure.h"
+#include "support/rows.h"
 #include "transfer/word_engine.h"
 
 #include <functional>

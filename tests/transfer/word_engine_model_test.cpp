@@ -1,6 +1,6 @@
 #include "engine_rig.h"
 
-#include <map>
+#include <array>
 #include <random>
 #include <string>
 
@@ -9,63 +9,43 @@
 namespace bitlux::test {
 namespace {
 
-/// A second, plain reading of the clocking types, written without the tables of the engine: pins
-/// by name, one line of text a type.
-class Model {
-public:
-    explicit Model(const Session& session) : session_(session) {
-        level_["CS"] = session.CSIdleLevel;
-        level_["DI"] = session.DIZeroLevel;
-        level_["CLK"] = idleClock();
+/// A second, plain reading of a type: what is written before the first bit, for a one, for a zero
+/// and behind the last bit, as sums of chip select 1, data in 2 and clock 4; R reads.
+constexpr std::array<std::array<const char*, 4>, 8> readings{{{"0", "26R", "04R", "01"},
+                                                              {"0", "62R", "40R", "1"},
+                                                              {"4", "62R", "40R", "45"},
+                                                              {"4", "26R", "04R", "5"},
+                                                              {"04", "R26", "R04", "1"},
+                                                              {"0", "R62", "R40", "1"},
+                                                              {"40", "R62", "R40", "15"},
+                                                              {"4", "R26", "R04", "5"}}};
+
+std::string secondReading(const Session& session) {
+    const auto& [before, one, zero, behind] =
+        readings.at(static_cast<std::size_t>(session.SPIType - 1));
+    std::string steps = before;
+    const int last = session.SPIWordLength - 1;
+    for (int n = 0; n <= last; ++n) {
+        const int i = session.MSBFirst == ConstOn ? last - n : n;
+        const bool isOne = session.WordToSend[static_cast<std::size_t>(i)] == 1;
+        steps += isOne ? one : zero;
+        if (session.SPIType == 5 && i == last) // which has no rising edge
+            steps.replace(steps.size() - 2, 2, isOne ? "2" : "0");
+        if (session.SPIType == 7 && n == last && isOne) // data in rests behind chip select
+            steps += '3';
     }
-
-    std::string send() {
-        static const std::map<int, std::string> programs{{1, "LHR"}, {2, "HLR"}, {3, "HLR"},
-                                                         {4, "LHR"}, {5, "RLH"}, {6, "RHL"},
-                                                         {7, "RHL"}, {8, "RLH"}};
-        const int last = session_.SPIWordLength - 1;
-        write({{"CS", session_.CSAssertLevel}});
-        if (session_.SPIType == 5)
-            write({{"CLK", 1}});
-        if (session_.SPIType == 7)
-            write({{"CLK", 0}});
-        for (int n = 0; n <= last; ++n) {
-            const int i = session_.MSBFirst == ConstOn ? last - n : n;
-            level_["DI"] = session_.WordToSend[static_cast<std::size_t>(i)] == 1
-                               ? session_.DIOneLevel
-                               : session_.DIZeroLevel;
-            std::string program = programs.at(session_.SPIType);
-            if (session_.SPIType == 5 && i == last)
-                program = "RL";
-            for (const char step : program)
-                if (step == 'R')
-                    log_ += " R379";
-                else
-                    write({{"CLK", step == 'H' ? 1 : 0}});
-        }
-        if (session_.SPIType == 1 || session_.SPIType == 3)
-            write({{"CLK", idleClock()}, {"DI", session_.DIZeroLevel}});
-        if (session_.SPIType == 7)
-            write({{"CS", session_.CSIdleLevel}});
-        write({{"CS", session_.CSIdleLevel}, {"DI", session_.DIZeroLevel}, {"CLK", idleClock()}});
-        return log_.substr(1);
+    const bool isSkipped = session.SPIType == 7 && steps.back() == '3';
+    std::string log;
+    for (const char step : steps + (isSkipped ? behind + 1 : behind)) {
+        const int pins = step - '0';
+        const auto at = [](bool level, int pin) { return level ? 1 << pin : 0; };
+        const int value = at(((pins & 1) != 0) == (session.CSIdleLevel == 1), session.CSPin) |
+                          at(((pins & 2) != 0) == (session.DIOneLevel == 1), session.DIPin) |
+                          at((pins & 4) != 0, session.ClockPin);
+        log += step == 'R' ? " R379" : fmt::format(" {:02X}", value);
     }
-
-private:
-    [[nodiscard]] int idleClock() const { return "00110011"[session_.SPIType - 1] - '0'; }
-
-    void write(const std::map<std::string, int>& changes) {
-        for (const auto& [pin, level] : changes)
-            level_[pin] = level;
-        const int value = level_["CS"] << session_.CSPin | level_["DI"] << session_.DIPin |
-                          level_["CLK"] << session_.ClockPin;
-        log_ += fmt::format(" {:02X}", value);
-    }
-
-    const Session& session_;
-    std::map<std::string, int> level_;
-    std::string log_;
-};
+    return log.substr(1);
+}
 
 void setPolarities(Session& session, bool csHigh, bool dataInverted) {
     session.CSAssertLevel = csHigh ? 1 : 0;
@@ -92,7 +72,7 @@ TEST(WordEngine, AgreesWithASecondReadingForAllShapes) {
                     rig.session.DataPortPins = {};
                     rig.pins.rest();
                     rig.port.log.clear();
-                    ASSERT_EQ(rig.send(), Model(rig.session).send())
+                    ASSERT_EQ(rig.send(), secondReading(rig.session))
                         << "type " << type << ", MSB first " << order.value() << ", " << length
                         << " bits, polarities " << polarities;
                 }

@@ -9,12 +9,7 @@ using Word = std::vector<std::int16_t>;
 
 TEST(WordEngine, MakesTheAccessesOfEachType) {
     // Bit 1 is a one, bit 0 a zero. Bytes: chip select 1, data in 2, clock 4.
-    struct Case {
-        int type;
-        Flag msbFirst;
-        const char* accesses;
-    };
-    const Case cases[] = {
+    const Rows<int, Flag, const char*> cases{
         {1, ConstOn, "00 02 06 R379 00 04 R379 00 01"},
         {1, ConstOff, "00 00 04 R379 02 06 R379 00 01"},
         {2, ConstOn, "00 06 02 R379 04 00 R379 01"},
@@ -32,9 +27,9 @@ TEST(WordEngine, MakesTheAccessesOfEachType) {
         {8, ConstOn, "04 R379 02 06 R379 00 04 05"},
         {8, ConstOff, "04 R379 00 04 R379 02 06 05"},
     };
-    for (const Case& c : cases) {
-        EngineRig rig(c.type, c.msbFirst, {0, 1});
-        EXPECT_EQ(rig.send(), c.accesses) << "type " << c.type << " MSB " << c.msbFirst.value();
+    for (const auto& [type, msbFirst, accesses] : cases) {
+        EngineRig rig(type, msbFirst, {0, 1});
+        EXPECT_EQ(rig.send(), accesses) << "type " << type << " MSB " << msbFirst.value();
     }
 }
 
@@ -61,20 +56,19 @@ TEST(WordEngine, AppliesPolarities) {
 }
 
 TEST(WordEngine, DecodesThePinByItsPolarity) {
-    struct Case {
-        std::int16_t pin, high, low;
-        Word received;
-    };
     // Reads in the order 1, 0, 0, 1 of both bits 5 and 3; MSB first, so element 3 is the first.
-    for (const Case& c : {Case{5, 1, 0, {1, 0, 0, 1}}, Case{3, 1, 0, {1, 0, 0, 1}},
-                          Case{4, 1, 0, {0, 0, 0, 0}}, Case{5, 0, 1, {0, 1, 1, 0}}}) {
+    for (const auto& [pin, high, low, received] :
+         Rows<std::int16_t, std::int16_t, std::int16_t, Word>{{5, 1, 0, {1, 0, 0, 1}},
+                                                              {3, 1, 0, {1, 0, 0, 1}},
+                                                              {4, 1, 0, {0, 0, 0, 0}},
+                                                              {5, 0, 1, {0, 1, 1, 0}}}) {
         EngineRig rig(1, ConstOn, {0, 0, 0, 0});
-        rig.session.DOPin = c.pin;
-        rig.session.DOHighValue = c.high;
-        rig.session.DOLowValue = c.low;
+        rig.session.DOPin = pin;
+        rig.session.DOHighValue = high;
+        rig.session.DOLowValue = low;
         rig.port.answer = [](int read) { return read == 0 || read == 3 ? 0x28 : 0x80; };
         rig.send();
-        EXPECT_EQ(rig.session.WordReceived, c.received) << "pin " << c.pin << " high " << c.high;
+        EXPECT_EQ(rig.session.WordReceived, received) << "pin " << pin << " high " << high;
         EXPECT_EQ(rig.session.PortStatusSamples, (Word{0x28, 0x80, 0x80, 0x28}));
     }
 }
@@ -136,18 +130,17 @@ TEST(WordEngine, TakesNoAnswerFromAPortThatWasTakenAway) {
 }
 
 TEST(WordEngine, RefusesWhatCannotBeSentBeforeAnythingMoves) {
-    struct Case {
-        const char* what;
-        std::int16_t length;
-        std::int16_t type;
-    };
-    for (const Case& c : {Case{"no bits", 0, 1}, Case{"negative", -3, 1}, Case{"too short", 3, 1},
-                          Case{"type 0", 2, 0}, Case{"type 9", 2, 9}}) {
+    for (const auto& [what, length, type] :
+         Rows<const char*, std::int16_t, std::int16_t>{{"no bits", 0, 1},
+                                                       {"negative", -3, 1},
+                                                       {"too short", 3, 1},
+                                                       {"type 0", 2, 0},
+                                                       {"type 9", 2, 9}}) {
         EngineRig rig(1, ConstOn, {0, 1});
-        rig.session.SPIWordLength = c.length;
-        rig.session.SPIType = c.type;
-        EXPECT_THROW(rig.engine.SendSPI(), Failure) << c.what;
-        EXPECT_EQ(rig.port.log, "") << c.what;
+        rig.session.SPIWordLength = length;
+        rig.session.SPIType = type;
+        EXPECT_THROW(rig.engine.SendSPI(), Failure) << what;
+        EXPECT_EQ(rig.port.log, "") << what;
     }
 }
 

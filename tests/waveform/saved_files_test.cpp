@@ -116,48 +116,10 @@ TEST(SavedFiles, ShowWordsThroughTheDongle) {
     }
 }
 
-/// The lines CS, CLK, DI and DO, a character a sample.
-std::vector<std::string> samplesIn(const std::string& input) {
-    std::istringstream output(sigrok(input + " -O bits:width=1000"));
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(output, line);)
-        if (line.starts_with("C") || line.starts_with("D")) {
-            std::erase(line, ' ');
-            lines.push_back(line.substr(line.find(':') + 1));
-        }
-    return lines;
-}
-
-TEST(SavedFiles, HaveTheEdgesOfTheOtherTypes) {
-    struct Case {
-        int type;
-        std::vector<std::string> samples; ///< a microsecond each
-    };
-    for (const Case& c :
-         {Case{5, {"11000000011", "00011000100", "00000110000", "00000111111"}},
-          Case{6, {"11000000011", "00001001000", "00001110000", "00000111111"}},
-          Case{7, {"1100000000111", "1110010010011", "0000011100000", "0000001111111"}},
-          Case{8, {"11000000011", "11110110111", "00001110000", "00000111111"}}}) {
-        WaveformBench bench;
-        bench.configure("2");
-        bench.setType(c.type);
-        bench.record();
-        bench.send("2");
-        const SavedWords saved(bench);
-        EXPECT_EQ(samplesIn("-i " + saved.sr), c.samples) << c.type;
-        std::vector<std::string> shorter; // a sample less at either end
-        for (const std::string& line : c.samples)
-            shorter.push_back(line.substr(1, line.size() - 2));
-        EXPECT_EQ(samplesIn("-I vcd:downsample=1000 -i " + saved.vcd), shorter) << c.type;
-    }
-}
-
 TEST(SavedFiles, AreTheseBytes) {
     WaveformBench bench;
     bench.configure("1");
-    bench.program.dialog().extraPins.dataPins.enable(0).setValue(1);
-    bench.program.dialog().extraPins.dataPins.assignment(0).setText("7");
-    bench.program.dialog().extraPins.dataPins.name(0).setText("CS");
+    bench.enablePin("Data", 0, "7", "CS");
     bench.click("frmConfigureSPI.cmdApply");
     bench.setType(7);
     bench.record();
@@ -191,8 +153,7 @@ TEST(SavedFiles, AreTheseBytes) {
 std::vector<std::string> movePins(WaveformBench& bench, int count) {
     ConfigureDialog& dialog = bench.program.dialog();
     bench.configure("1");
-    dialog.extraPins.dataPins.enable(0).setValue(1);
-    dialog.extraPins.dataPins.assignment(0).setText("7");
+    bench.enablePin("Data", 0, "7");
     bench.record();
     bench.send("0");
     std::vector<std::string> names;

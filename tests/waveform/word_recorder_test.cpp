@@ -56,8 +56,7 @@ TEST(WordRecorder, RecordsFromStartToStopBesideATrace) {
 TEST(WordRecorder, ForgetsNoLevelInALongPauseFullOfPins) {
     WaveformBench bench;
     bench.configure("2");
-    bench.program.dialog().extraPins.dataPins.enable(0).setValue(1);
-    bench.program.dialog().extraPins.dataPins.assignment(0).setText("7");
+    bench.enablePin("Data", 0, "7");
     bench.click("frmConfigureSPI.cmdApply");
     bench.record();
     bench.session().DataPortPins.setLevel(5, 1);
@@ -85,23 +84,19 @@ std::vector<std::string> picturesOf(const WaveformRecording& recording, std::siz
 }
 
 TEST(WordRecorder, BeginsWithTheLastWordsBeforeIt) {
-    struct Case {
-        const char* name;
-        TestBench::WithDongle dongle;
-        bool lsbFirst;
-        bool inverted;
-    };
     using enum TestBench::WithDongle;
-    for (const Case& c :
-         {Case{"port", No, false, false}, Case{"LSB first", No, true, false},
-          Case{"other polarities", No, false, true}, Case{"dongle", Yes, true, true}}) {
-        SCOPED_TRACE(c.name);
-        WaveformBench bench("echo", {}, c.dongle);
+    for (const auto& [name, dongle, lsbFirst, inverted] :
+         Rows<const char*, TestBench::WithDongle, bool, bool>{{"port", No, false, false},
+                                                              {"LSB first", No, true, false},
+                                                              {"other polarities", No, false, true},
+                                                              {"dongle", Yes, true, true}}) {
+        SCOPED_TRACE(name);
+        WaveformBench bench("echo", {}, dongle);
         bench.configure("8");
         ConfigureDialog& dialog = bench.program.dialog();
-        (c.lsbFirst ? dialog.optLSBfirst : dialog.optMSBfirst).setValue(true);
-        (c.inverted ? dialog.optCSpositive : dialog.optCSnegative).setValue(true);
-        (c.inverted ? dialog.optDIpolarity_neg : dialog.optDIpolarity_pos).setValue(true);
+        (lsbFirst ? dialog.optLSBfirst : dialog.optMSBfirst).setValue(true);
+        (inverted ? dialog.optCSpositive : dialog.optCSnegative).setValue(true);
+        (inverted ? dialog.optDIpolarity_neg : dialog.optDIpolarity_pos).setValue(true);
         bench.program.waveform().keepLast();
         bench.send("77");
         bench.record();
@@ -119,7 +114,7 @@ TEST(WordRecorder, BeginsWithTheLastWordsBeforeIt) {
         ASSERT_EQ(bench.program.waveform().count(), 8U);
         for (std::size_t n = 0; n < recorded.size(); ++n)
             EXPECT_EQ(rebuilt[n], std::to_string(n + 1) + recorded[n].substr(1));
-        EXPECT_EQ(bench.last().rebuilt, c.dongle == No);
+        EXPECT_EQ(bench.last().rebuilt, dongle == No);
         bench.send("5A");
         EXPECT_EQ(bench.last().number, 9U);
         EXPECT_FALSE(bench.last().rebuilt);

@@ -16,7 +16,7 @@ struct FileBench : PanelBench {
     }
     std::string saved() {
         fileDialogs.answer(folder.path("saved.txt"));
-        press(save);
+        press(test::save);
         return contentOf(folder.path("saved.txt"));
     }
     TemporaryFolder folder;
