@@ -25,7 +25,7 @@ struct LiveWindow {
         program.Main();
         ConfigureDialog& dialog = program.dialog();
         dialog.Btn_ParallelPort_Click();
-        dialog.cmbSPIWordLength.setText("32"); // a log is full after some 400 ms of them
+        dialog.cmbSPIWordLength.setText("32");
         dialog.optHex.setValue(true);
         dialog.cmdApply_Click();
         program.mainForm().singleWord.txtHexWordToSend.setText("A5");

@@ -4,13 +4,8 @@
 
 #include "gui/widgets/elided_label.h"
 
-#include <functional>
-#include <set>
-
 #include <QAccessible>
 #include <QClipboard>
-#include <QMenu>
-#include <QMenuBar>
 #include <QMessageBox>
 #include <QScreen>
 #include <QScrollArea>
@@ -257,40 +252,6 @@ TEST(MainWindow, IsUsedAt800By600WithBenchAndWaveform) {
     bench.settle();
     bench.settle();
     EXPECT_EQ(bench.window.tabifiedDockWidgets(docks[1]).size(), 1);
-}
-
-TEST(MainWindow, StaysAliveInAContinuousRun) {
-    LiveWindow live;
-    auto& log = *live.window->findChild<gui::LogView*>("frmMain.lstSessionLogSingle");
-    live.program.session().ContinuousLogLimit = 3000; // never full, however slow the machine
-    auto& menu = *live.window->menuBar()->actions().first()->menu();
-    const auto words = [&live] { return live.program.mainForm().log.lines().size(); };
-    std::size_t before = 0;
-    int painted = 0;
-    // What happens in the run, one step after the other; each waits for its condition.
-    const std::vector<std::pair<std::function<bool()>, std::function<void()>>> steps{
-        {[&] { return words() > 100 && live.button("frmMain.cmdStopContinuous").isVisible(); },
-         [&] { menu.popup(QPoint(0, 0)); }},
-        {[&] { return menu.isVisible(); }, [&] { before = words(); }},
-        {[&] { return words() > before + 100; },
-         [&] {
-             menu.hide();
-             painted = log.paints();
-             live.window->resize(900, 700);
-         }},
-        {[&] { return log.paints() >= painted + 2; },
-         [&] { QTest::mouseClick(&live.button("frmMain.cmdStopContinuous"), Qt::LeftButton); }}};
-    std::size_t step = 0;
-    QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, [&] {
-        if (step < steps.size() && steps[step].first())
-            steps[step++].second();
-    });
-    timer.start(1);
-    QTest::mouseClick(&live.button("frmMain.cmdSendContinuous"), Qt::LeftButton);
-    EXPECT_EQ(step, steps.size());
-    live.window->binder().flush();
-    EXPECT_TRUE(live.button("frmMain.cmdSendOnce").isEnabled());
 }
 
 TEST(MainWindow, AbortsARunByShiftEscapeInADialogAndInABox) {

@@ -195,6 +195,28 @@ public:
                 }
     }
 
+    /// Makes a choice: clicks a box or an option, or edits a list, of which "Combo:6_ms" has the
+    /// text with underscores for blanks.
+    void make(const std::string& choice) {
+        const std::size_t colon = choice.find(':');
+        if (colon == std::string::npos)
+            return control(choice).click();
+        std::string text = choice.substr(colon + 1);
+        std::replace(text.begin(), text.end(), '_', ' ');
+        on<forms::ComboBox>(choice.substr(0, colon)).edit(text);
+    }
+    /// Whether a choice is the present one.
+    bool isMade(const std::string& choice) {
+        std::string text = choice.substr(std::min(choice.find(':'), choice.size() - 1) + 1);
+        std::replace(text.begin(), text.end(), '_', ' ');
+        forms::Control& any = control(choice.substr(0, choice.find(':')));
+        if (const auto* list = dynamic_cast<forms::ComboBox*>(&any))
+            return list->text() == text;
+        if (const auto* box = dynamic_cast<forms::CheckBox*>(&any))
+            return box->checked();
+        return dynamic_cast<forms::OptionButton&>(any).value();
+    }
+
     /// All lines of the sequence but the headers, as "MUX Write=A5".
     std::string sequence() {
         Texts result;

@@ -3,7 +3,6 @@
 #include "panels/panel_bench.h"
 
 #include <map>
-#include <optional>
 #include <tuple>
 
 namespace bitlux::test {
@@ -398,17 +397,13 @@ TEST(ChipBehindPanel, LightsThePinsAndWhichChipItIs) {
           {"Identity/VDD_ID", "Cm_Interrupts_Rh", "interrupts_Rh", 7, "VDD_ID"}}) {
         SCOPED_TRACE(fmt::format("{} {}", name, button));
         EXPECT_EQ(bench.caption(fmt::format("{}({})", row, label)), caption);
-        std::optional<Bits> others;
         for (const bool on : {true, false}) {
             bench.turn(name, on);
             bench.press(button);
-            Bits lit = bench.lit(row, plain);
-            const Bits more = bench.lit(row, striped);
-            lit.insert(lit.end(), more.begin(), more.end());
+            const forms::Color colour =
+                bench.on<forms::Label>(fmt::format("{}({})", row, label)).backColor();
             const bool litWhen = std::string_view(name) != "Pins/SAFE";
-            EXPECT_EQ(std::erase(lit, label), on == litWhen ? 1U : 0U);
-            EXPECT_EQ(lit, others.value_or(lit)) << "no other label changes";
-            others = lit;
+            EXPECT_EQ(colour == plain || colour == striped, on == litWhen);
         }
     }
 }
