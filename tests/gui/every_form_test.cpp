@@ -22,7 +22,7 @@ struct Tour : WindowBench {
         expectKeysApart(where, shown);
     }
     /// Beside the pages stand the bench, and buttons for scrolling the tabs.
-    void lookAtMain(const std::string& where) { look(where, window, 2); }
+    void lookAtMain(const std::string& where) { look(where, window, 1); }
     void lookAtPanel(const std::string& where, QWidget& shown) {
         shown.resize(1024, 600);
         look(where, shown);
@@ -32,10 +32,8 @@ struct Tour : WindowBench {
     }
 
     /// Ways back within a page: where it is drawn as a diagram, where options stand before a field.
-    const std::map<std::string, int> jumps{{"frmConfigureSPI, page 2", 1},
-                                           {"zt72518, 2, 1", 3},
-                                           {"zt72516, 2, 1", 2},
-                                           {"zt72537, 1, 6", 1}};
+    const std::map<std::string, int> jumps{
+        {"zt72518, 2, 1", 3}, {"zt72516, 2, 1", 2}, {"zt72537, 1, 6", 1}};
 
     void pages() {
         auto& tabs = get<forms::TabStrip>("frmMain.TabStripMain");

@@ -35,10 +35,10 @@ ConfigureView::ConfigureView(ConfigureDialog& form, Binder& binder, QWidget* par
       pinMarks_(form) {
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(0);
-    auto* tabs = binder_.make<QTabBar>(form_.TabStripConfig, this);
-    tabs->setExpanding(false);
-    tabs->setDrawBase(false);
-    layout->addWidget(tabs);
+    tabs_ = binder_.make<QTabBar>(form_.TabStripConfig, this);
+    tabs_->setExpanding(false);
+    tabs_->setDrawBase(false);
+    layout->addWidget(tabs_);
     auto* sheet = new QFrame(this);
     sheet->setFrameShape(QFrame::StyledPanel);
     auto* pages = new QGridLayout(sheet);
@@ -50,9 +50,8 @@ ConfigureView::ConfigureView(ConfigureDialog& form, Binder& binder, QWidget* par
     }
     layout->addWidget(sheet, 1);
     layout->addSpacing(8);
-    buttons_ = makeButtons({&form_.cmdOK, &form_.cmdCancel, &form_.cmdApply});
-    layout->addWidget(buttons_);
-    addPageKeys(*tabs, *this);
+    layout->addWidget(makeButtons({&form_.cmdOK, &form_.cmdCancel, &form_.cmdApply}));
+    addPageKeys(*tabs_, *this);
     // Behind the slot that the binder has connected.
     connect(findChild<QPushButton*>(QString::fromStdString(form_.cmdOK.fullName())),
             &QPushButton::clicked, this, [this] {
@@ -133,17 +132,10 @@ void ConfigureView::makeShownPages() {
             continue;
         made_[page] = true;
         (this->*makers[page])(pages_[page]);
-        putButtonsLast();
+        putInTabOrder(*tabs_, *pages_[page]);
         layout()->activate();
         resize(size().expandedTo(layout()->sizeHint()));
     }
-}
-
-/// In the order of the tabulator key; a page is made later than they are.
-void ConfigureView::putButtonsLast() {
-    for (auto* button : buttons_->findChildren<QPushButton*>())
-        if (QWidget* last = previousInFocusChain(); last != button)
-            setTabOrder(last, button);
 }
 
 void ConfigureView::makeGeneralPage(QWidget* page) {

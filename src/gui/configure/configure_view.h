@@ -27,7 +27,6 @@ protected:
 private:
     [[nodiscard]] bool focusIsHidden() const;
     void focusPage();
-    void putButtonsLast();
     static constexpr int pageCount = 4;
 
     void followForm();
@@ -54,13 +53,13 @@ private:
 
     ConfigureDialog& form_;
     Binder& binder_;
+    QTabBar* tabs_;
     std::array<QWidget*, pageCount> pages_{};
     std::array<bool, pageCount> made_{};
     std::array<TypeDiagram*, 8> diagrams_{};
     PinMarks pinMarks_;
     QComboBox* wordLength_ = nullptr;
     QLabel* wordLengthNote_ = nullptr;
-    QWidget* buttons_ = nullptr;
     bool wantsFocus_ = false;
     Subscription flushed_;
 };

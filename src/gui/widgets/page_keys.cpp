@@ -1,5 +1,7 @@
 #include "gui/widgets/page_keys.h"
 
+#include <vector>
+
 #include <QShortcut>
 #include <QTabBar>
 
@@ -26,6 +28,20 @@ void addPageKeys(QTabBar& tabs, QWidget& window) {
     add(Qt::CTRL | Qt::Key_PageDown, 1);
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab, -1);
     add(Qt::CTRL | Qt::Key_PageUp, -1);
+}
+
+void putInTabOrder(QWidget& before, QWidget& page) {
+    std::vector<QWidget*> fields; // before the order changes
+    for (QWidget* any = page.nextInFocusChain(); any != nullptr && any != &page;
+         any = any->nextInFocusChain())
+        if (page.isAncestorOf(any) && any->focusPolicy() != Qt::NoFocus &&
+            any->focusProxy() == nullptr)
+            fields.push_back(any);
+    QWidget* last = &before;
+    for (QWidget* field : fields) {
+        QWidget::setTabOrder(last, field);
+        last = field;
+    }
 }
 
 QWidget* firstField(QWidget& page) {

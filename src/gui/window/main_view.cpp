@@ -104,7 +104,10 @@ RunRow::Place MainView::makePage(int page) {
         widget = view;
     }
     binder_.bind(frameOf(page), *widget);
+    const bool isFirst = pages_->count() == 0;
     pages_->addWidget(widget);
+    if (!isFirst) // else it stands behind the tabs already
+        putInTabOrder(*tabs_, *widget);
     return place;
 }
 
