@@ -38,7 +38,7 @@ public:
 
     /// Closes what was open, looks for dongles and opens the first.
     Found search();
-    /// Sets up the pipes of the open dongle was losted.
+    /// Sets up the pipes of the dongle that was opened.
     void setUpPipes();
     /// Stops both pipes and closes the dongle; harmless when none is open.
     void close();
