@@ -36,6 +36,14 @@ Failure unknownBatch(const std::string& name, const std::vector<std::string>& na
     return {Failure::Kind::OutOfRange, text + "."};
 }
 
+/// A bit of a hexadecimal number.
+bool isOne(const std::string& digits, std::size_t bit) {
+    constexpr std::size_t bitsOfDigit = 4;
+    const std::size_t fromEnd = bit / bitsOfDigit + 1;
+    return fromEnd <= digits.size() &&
+           (hexDigit(digits[digits.size() - fromEnd]) >> bit % bitsOfDigit & 1) != 0;
+}
+
 class Run : public CommandRun {
 public:
     Run(const RunOptions& options, std::ostream& output, std::ostream& errors)
@@ -86,11 +94,10 @@ void Run::enterPinWord(const std::string& word) {
     if (session.DisplayHex != 0)
         return page.txtHexWordToSend.setText(digits);
     page.cmdAll0Single_Click();
-    int bit = 0;
-    for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit)
-        for (int of = 0; of < 4 && bit < SingleWordPage::bitColumns; ++of, ++bit)
-            if ((hexDigit(*digit) >> of & 1) != 0)
-                page.cmdSI_single_Click(bit);
+    const int bits = std::min<int>(session.SPIWordLength, SingleWordPage::bitColumns);
+    for (int bit = 0; bit < bits; ++bit)
+        if (isOne(digits, static_cast<std::size_t>(bit)))
+            page.cmdSI_single_Click(bit);
 }
 
 void Run::chooseCommands() {

@@ -137,15 +137,19 @@ TEST(RunCommand, EndsWithOneAtAMessage) {
 
 TEST(RunCommand, ChangesAPinOfTheDongleWithTheWordThatItIsGiven) {
     const Board board;
-    board.write("dongle.spi", dongleFile() + "\"[BatchItem]\",\"3 pin\"\r\n"
-                                             "\"[BatchItem]\",\"3 * Set HIGH: Data 0\"\r\n"
-                                             "\"[DongleData0Enable]\",1\r\n");
-    const std::string run = "run --bench echo --bus dongle --batch pin " + board.path("dongle.spi");
-    EXPECT_EQ(bitlux(run).output, "A pin goes with the word of the first page, line 1, "
-                                  "\"* Set HIGH: Data 0\": Nothing to send!\n");
-    EXPECT_EQ(bitlux(run + " --pin-word 0x3C --trace -").output,
-              "0 OUT 48 70 01 3C 00 00 00 00\n2008000 IN 48 70 01 00 00 00 00 00\n3C 00\n");
-    EXPECT_EQ(bitlux(run + " --pin-word 13C").output,
+    std::string text = dongleFile() + "\"[BatchItem]\",\"3 pin\"\r\n"
+                                      "\"[BatchItem]\",\"3 * Set HIGH: Data 0\"\r\n"
+                                      "\"[DongleData0Enable]\",1\r\n";
+    board.write("hex.spi", text);
+    board.write("binary.spi", text.replace(text.find("#FALSE#"), 7, "#TRUE#"));
+    const std::string run = "run --bench echo --bus dongle --batch pin " + board.path();
+    EXPECT_EQ(bitlux(run + "/hex.spi").output,
+              "A pin goes with the word of the first page, line 1, "
+              "\"* Set HIGH: Data 0\": Nothing to send!\n");
+    for (const char* file : {"/hex.spi", "/binary.spi"})
+        EXPECT_EQ(bitlux(run + file + " --pin-word 0x3C --trace -").output,
+                  "0 OUT 48 70 01 3C 00 00 00 00\n2008000 IN 48 70 01 00 00 00 00 00\n3C 00\n");
+    EXPECT_EQ(bitlux(run + "/hex.spi --pin-word 13C").output,
               "--pin-word \"13C\": This has 9 bits, and a word here has 8.\n");
 }
 

@@ -62,7 +62,7 @@ private:
     void paintBits(const WaveRow::Word& word, std::size_t line, WaveBit::Window WaveBit::*window,
                    const std::string& text);
     void paintBit(const Row& row, qreal from, qreal to, const QString& text);
-    void paintCursor(std::int64_t at, bool isMark);
+    void paintCursor(std::int64_t place, bool isMark);
     void paintNames();
     void paintName(std::size_t line);
     void textIn(qreal from, qreal to, qreal top, qreal height, const QString& text,
