@@ -41,7 +41,7 @@ private:
     void addReading(const Reading& reading);
     void addSwitches();
     void turn(QTreeWidgetItem& item);
-    void find(const QString& text);
+    void find(const QString& typed);
     void goToHit();
     void follow();
     void followSwitches(const Chip& chip);

@@ -35,7 +35,8 @@ void addDongleVersionExtras(PanelForm& form, const PanelWidgets& widgets, PanelE
     if (form.findPart<Part>() == nullptr)
         return;
     extras.variantFrame = &widgets.controls.get<forms::Frame>(Part::variantFrame);
-    extras.variants.push_back([widgets](QWidget* parent) { return makeVersions(widgets, parent); });
+    extras.variants.emplace_back(
+        [widgets](QWidget* parent) { return makeVersions(widgets, parent); });
 }
 
 void addDiagramExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras) {
@@ -44,7 +45,7 @@ void addDiagramExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras&
     extras.pages["mode diagram"] = [widgets](QWidget* parent) {
         return new ModeDiagram(widgets, parent);
     };
-    extras.besideTabs.push_back(
+    extras.besideTabs.emplace_back(
         [&set = form.set()](QWidget* parent) { return makeTestButton(set, parent); });
 }
 
