@@ -16,7 +16,8 @@ namespace {
 
 /// How many bits the number of these digits has, without leading zeros.
 std::size_t bitsOfDigits(std::string_view digits) {
-    const auto* const first = std::find_if(digits.begin(), digits.end(), [](char c) { return c != '0'; });
+    const auto* const first =
+        std::find_if(digits.begin(), digits.end(), [](char c) { return c != '0'; });
     if (first == digits.end())
         return 0;
     std::size_t bits = 4 * static_cast<std::size_t>(digits.end() - first - 1);
