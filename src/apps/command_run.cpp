@@ -101,7 +101,7 @@ int CommandRun::attempt() {
         if (!prepare() || boxes_.hasEnded())
             return 1;
         program_.engine().requireCarriedLength();
-        return sendAll() ? 0 : 1;
+        return sendAll() ? verdict() : 1;
     } catch (const Interrupted&) {
         constexpr int signalBase = 128; // as shells tell of a program that a signal has ended
         return signalBase + EndSignals::received().value_or(0);
@@ -114,6 +114,14 @@ int CommandRun::attempt() {
         return fail(wrong.what(), usageError);
     } catch (const Failure& failure) {
         return fail(where() + failure.what(), 1);
+    }
+}
+
+void CommandRun::wait(std::int64_t nanoseconds) {
+    const std::int64_t end = clock().nanoseconds() + nanoseconds;
+    for (std::int64_t left = nanoseconds; left > 0; left = end - clock().nanoseconds()) {
+        checkInterruption();
+        outlet_.loop().waitForEvents(left);
     }
 }
 
@@ -141,6 +149,23 @@ bool CommandRun::openFile(const std::string& fileName) {
     program_.dialog().Btn_ParallelPort_Click();
     if (!boxes_.hasEnded())
         openConfiguration(program_, fileName);
+    return !boxes_.hasEnded();
+}
+
+bool CommandRun::chooseSettings(const std::string& config) {
+    const std::optional<Bus> bus = options_.outlet.chosenBus();
+    if (config.empty())
+        return chooseBus(program_, bus);
+    if (bus != Bus::Dongle)
+        return openFile(config);
+    openConfiguration(program_, config);
+    return !boxes_.hasEnded() && chooseBus(program_, bus);
+}
+
+bool CommandRun::applySettings(const WordOptions& shape) {
+    if (!chooseSettings(shape.config))
+        return false;
+    applyWordSettings(program_, shape.settings);
     return !boxes_.hasEnded();
 }
 

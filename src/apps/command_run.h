@@ -5,6 +5,7 @@
 #include "apps/outlet.h"
 #include "apps/progress_line.h"
 #include "apps/run_boxes.h"
+#include "apps/word_options.h"
 #include "apps/word_report.h"
 #include "bench/scripted_desk.h"
 #include "platform/clock.h"
@@ -65,6 +66,8 @@ protected:
     /// Sends everything once. False after a message.
     virtual bool sendPass() = 0;
     virtual std::unique_ptr<WordReport> makeReport() = 0;
+    /// The exit code of a command that has sent all its words.
+    [[nodiscard]] virtual int verdict() const { return 0; }
     /// What stands before a message; empty where there is nothing to tell.
     [[nodiscard]] virtual std::string where() const = 0;
     [[nodiscard]] virtual std::string progressText();
@@ -74,6 +77,9 @@ protected:
     /// Opens a configuration file. One that does not choose the dongle, or finds none, goes to the
     /// parallel port, which is set up for it. False after a message.
     bool openFile(const std::string& fileName);
+    /// Chooses the bus, opens the configuration file of `shape` where it has one, and applies its
+    /// settings. False after a message.
+    bool applySettings(const WordOptions& shape);
 
     [[nodiscard]] const CommandOptions& options() const { return options_; }
     [[nodiscard]] Program& program() { return program_; }
@@ -82,6 +88,8 @@ protected:
     [[nodiscard]] StandardInput& input() { return input_; }
     [[nodiscard]] const Clock& clock() const { return outlet_.clock(); }
     [[nodiscard]] std::ostream& output() { return output_; }
+    /// Lets time pass on the clock of the words; a signal ends it.
+    void wait(std::int64_t nanoseconds);
     /// A line on `errors`; the command goes on.
     void warn(const std::string& text);
     /// Null until the first word.
@@ -90,6 +98,7 @@ protected:
 private:
     void checkInterruption();
     bool sendAll();
+    bool chooseSettings(const std::string& config);
     int attempt();
     int fail(const std::string& text, int code);
     void switchLog();

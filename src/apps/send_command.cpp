@@ -31,7 +31,6 @@ private:
     }
     [[nodiscard]] std::string where() const override;
 
-    bool chooseSettings();
     void checkGivenWords();
     [[nodiscard]] std::string digitsOf(const std::string& word);
     bool send(const std::string& word);
@@ -41,23 +40,10 @@ private:
 };
 
 bool SendRun::prepare() {
-    if (!chooseSettings())
-        return false;
-    applyWordSettings(program(), options_.shape.settings);
-    if (boxes().hasEnded())
+    if (!applySettings(options_.shape))
         return false;
     checkGivenWords();
     return true;
-}
-
-bool SendRun::chooseSettings() {
-    const std::optional<Bus> bus = options_.command.outlet.chosenBus();
-    if (options_.shape.config.empty())
-        return chooseBus(program(), bus);
-    if (bus != Bus::Dongle)
-        return openFile(options_.shape.config);
-    openConfiguration(program(), options_.shape.config);
-    return !boxes().hasEnded() && chooseBus(program(), bus);
 }
 
 /// Finds what is wrong with a word of the command line before the first is sent.

@@ -38,6 +38,13 @@ CLI::Validator fourPins() {
             "CS,DI,CLK,DO"};
 }
 
+void addConfig(CLI::App& command, std::string& config) {
+    command
+        .add_option("--config", config,
+                    "Take the settings from a configuration file; options go before it")
+        ->type_name("FILE.spi");
+}
+
 void addShape(CLI::App& command, WordSettings& settings) {
     command
         .add_option("--bits", settings.bits,
@@ -48,6 +55,9 @@ void addShape(CLI::App& command, WordSettings& settings) {
         ->check(CLI::Range(1, 8))
         ->default_str("1");
     addChoice(command, "--order", "Which bit goes first", settings.msbFirst, "msb", "msb", "lsb");
+}
+
+void addLevels(CLI::App& command, WordSettings& settings) {
     addChoice(command, "--cs", "Level of chip select when asserted", settings.csHigh, "high", "low",
               "high");
     addChoice(command, "--di", "Level of a one on data in", settings.diHigh, "high", "high", "low");
@@ -55,7 +65,7 @@ void addShape(CLI::App& command, WordSettings& settings) {
               "low");
 }
 
-void addWiring(CLI::App& command, WordSettings& settings) {
+void addPinsAndClock(CLI::App& command, WordSettings& settings) {
     command
         .add_option_function<std::string>(
             "--pins",
@@ -82,12 +92,16 @@ void addWiring(CLI::App& command, WordSettings& settings) {
 } // namespace
 
 void addWordOptions(CLI::App& command, WordOptions& options) {
-    command
-        .add_option("--config", options.config,
-                    "Take the settings from a configuration file; options go before it")
-        ->type_name("FILE.spi");
+    addConfig(command, options.config);
     addShape(command, options.settings);
-    addWiring(command, options.settings);
+    addLevels(command, options.settings);
+    addPinsAndClock(command, options.settings);
+}
+
+void addWiringOptions(CLI::App& command, WordOptions& options) {
+    addConfig(command, options.config);
+    addLevels(command, options.settings);
+    addPinsAndClock(command, options.settings);
 }
 
 } // namespace bitlux

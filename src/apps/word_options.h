@@ -19,5 +19,7 @@ struct WordOptions {
 
 /// Adds the options to a command.
 void addWordOptions(CLI::App& command, WordOptions& options);
+/// The same without length, type and order, for the words of a chip, which have those of the chip.
+void addWiringOptions(CLI::App& command, WordOptions& options);
 
 } // namespace bitlux

@@ -27,6 +27,10 @@ WordReport::WordReport(Program& program, const Clock& clock, std::ostream& outpu
 void WordReport::word() {
     sendingSince_ = never;
     ++words_;
+    printWord();
+}
+
+void WordReport::printWord() {
     const Session& session = program_.session();
     const auto length = static_cast<std::size_t>(session.SPIWordLength);
     const std::string sent = hexText(WordBits(session.WordToSend).first(length));

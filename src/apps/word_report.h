@@ -26,6 +26,11 @@ public:
     void endPass() { ++wholePasses_; }
     /// In JSON the last object: how many passes were whole, and how the command ends.
     void end(int exitCode);
+    /// Prints a line, or in JSON an object given without its braces.
+    void printLine(const std::string& line);
+    void printObject(const std::string& members);
+    [[nodiscard]] bool isJson() const { return json_; }
+    [[nodiscard]] double milliseconds() const;
 
     /// Called before anything is printed.
     std::function<void()> printing;
@@ -42,15 +47,13 @@ protected:
     [[nodiscard]] const Clock& clock() const { return clock_; }
     /// The members that objects have in common.
     [[nodiscard]] virtual std::string place() const;
-    [[nodiscard]] double milliseconds() const;
-    /// Prints an object, given without its braces.
-    void printObject(const std::string& members);
+    /// Prints a word that was answered.
+    virtual void printWord();
 
 private:
     static constexpr std::int64_t never = -1;
 
     void word();
-    void printLine(const std::string& line);
 
     Program& program_;
     const Clock& clock_;

@@ -1,6 +1,7 @@
 #include "apps/chip/chip_command.h"
 
 #include "apps/chip/chip_choice.h"
+#include "apps/chip/register_command.h"
 #include "apps/chip/register_map.h"
 #include "platform/failure.h"
 #include "platform/printable.h"
@@ -22,6 +23,8 @@ constexpr const char* examples =
     "    bitlux chip list\n"
     "    bitlux chip show zt72518\n"
     "    bitlux chip check examples/chips/adxl345.toml\n"
+    "    bitlux chip read zt72516 INIT TIMER --bench zt72516\n"
+    "    bitlux chip write zt72516 INIT.WD_spi=1 --bench zt72516\n"
     "Chips of your own are files in ~/.local/share/bitlux-forge/chips.\n";
 
 /// The title of a chip with its description, for which it has to be read.
@@ -73,7 +76,8 @@ int check(const std::string& file, std::ostream& output, std::ostream& errors) {
 
 CLI::App& addChipCommand(CLI::App& app, ChipOptions& options) {
     using Task = ChipOptions::Task;
-    CLI::App& chip = *app.add_subcommand("chip", "List, show and check descriptions of chips");
+    CLI::App& chip = *app.add_subcommand(
+        "chip", "Read and write registers of chips by name; list, show and check chips");
     chip.require_subcommand(1);
     chip.footer(examples);
     const auto add = [&](const char* name, const char* purpose, Task task) -> CLI::App& {
@@ -89,10 +93,13 @@ CLI::App& addChipCommand(CLI::App& app, ChipOptions& options) {
     add("check", "Print what is wrong with a file, with line, column and advice", Task::Check)
         .add_option("FILE", options.chip, "A file of a chip (*.toml)")
         ->required();
+    addRegisterCommands(chip, options.registers);
     return chip;
 }
 
 int runChipCommand(const ChipOptions& options, std::ostream& output, std::ostream& errors) {
+    if (options.registers.task != RegisterOptions::Task::None)
+        return runRegisterCommand(options.registers, output, errors);
     try {
         if (options.task == ChipOptions::Task::Check)
             return check(options.chip, output, errors);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "apps/chip/register_options.h"
+
 #include <cstdint>
 #include <ostream>
 #include <string>
@@ -17,13 +19,14 @@ struct ChipOptions {
     Task task = Task::List;
     bool names = false; ///< of chips alone
     std::string chip;   ///< a name or a file
+    RegisterOptions registers;
 };
 
 /// Adds the command with its own commands; `options` is filled when one of them is parsed.
 CLI::App& addChipCommand(CLI::App& app, ChipOptions& options);
 
-/// Lists the chips, shows the registers of one, or checks a file. Returns the exit code of the
-/// program: 1 after a message on `errors`.
+/// Lists the chips, shows the registers of one, checks a file, or works on registers. Returns the
+/// exit code of the program: 1 after a message on `errors`.
 int runChipCommand(const ChipOptions& options, std::ostream& output, std::ostream& errors);
 
 } // namespace bitlux

@@ -1,0 +1,260 @@
+#include "apps/chip/register_run.h"
+
+#include "apps/chip/register_command.h"
+#include "apps/chip/register_text.h"
+#include "platform/failure.h"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+namespace {
+
+using Task = RegisterOptions::Task;
+
+/// Prints what the command tells; the words themselves are not printed.
+class RegisterReport : public WordReport {
+public:
+    using WordReport::WordReport;
+
+private:
+    void printWord() override {}
+};
+
+} // namespace
+
+std::string differenceLines(const SnapshotDifference& difference) {
+    const RegisterItem& item = *difference.item;
+    if (difference.before && difference.after)
+        return changeLines(item, *difference.before, *difference.after);
+    const auto shown = [&item](const std::optional<std::uint64_t>& value) {
+        return value ? "0x" + item.hexOf(*value) : "-";
+    };
+    return fmt::format("{} {} -> {}", item.name, shown(difference.before), shown(difference.after));
+}
+
+RegisterRun::RegisterRun(const RegisterOptions& options, const RegisterCatalog& catalog,
+                         std::ostream& output, std::ostream& errors)
+    : CommandRun(options.command, output, errors),
+      options_(options),
+      catalog_(catalog),
+      exchange_(catalog.chip(), program().session(), program().engine(), boxes()),
+      access_(catalog, [this](std::uint64_t word) { return exchange_(word); }) {}
+
+bool RegisterRun::prepare() {
+    chooseItems();
+    readChanges();
+    if (options_.task == Task::Load || options_.task == Task::Diff)
+        snapshot_ = fitted(catalog_, readSnapshot(options_.file), options_.file);
+    return applySettings(options_.shape);
+}
+
+std::unique_ptr<WordReport> RegisterRun::makeReport() {
+    auto report =
+        std::make_unique<RegisterReport>(program(), clock(), output(), options().outputs.json);
+    lines_ = report.get();
+    return report;
+}
+
+void RegisterRun::chooseItems() {
+    if (options_.task != Task::Read && options_.task != Task::Watch)
+        return;
+    for (const std::string& name : options_.names)
+        items_.push_back(&catalog_.item(name));
+    if (!options_.names.empty())
+        return;
+    for (const RegisterItem& any : catalog_.items())
+        if (any.readable() && !any.clears())
+            items_.push_back(&any);
+}
+
+void RegisterRun::readChanges() {
+    if (options_.task != Task::Write)
+        return;
+    for (const std::string& text : options_.names)
+        if (options_.raw.empty())
+            addChange(text);
+        else
+            changeOf(catalog_.item(text)).whole = wholeNumber(options_.raw);
+    for (const Change& any : changes_)
+        if (!any.whole && any.fields.empty())
+            throw WrongUse(options_.raw + ": This is no number.");
+}
+
+RegisterRun::Change& RegisterRun::changeOf(const RegisterItem& item) {
+    const auto found = std::find_if(changes_.begin(), changes_.end(),
+                                    [&item](const Change& any) { return any.item == &item; });
+    return found != changes_.end() ? *found : changes_.emplace_back(Change{&item, {}, {}});
+}
+
+/// Titles may contain points and equals signs: the first division that gives names of the chip
+/// counts.
+void RegisterRun::addChange(const std::string& text) {
+    const auto equals = text.find('=');
+    if (equals == std::string::npos)
+        throw WrongUse(text + ": This is neither REGISTER.FIELD=VALUE nor REGISTER=VALUE.");
+    for (auto end = equals; end != std::string::npos; end = text.find('=', end + 1)) {
+        if (const RegisterItem* whole = catalog_.find(text.substr(0, end))) {
+            const std::optional<std::uint64_t> value = wholeNumber(text.substr(end + 1));
+            if (!value)
+                throw WrongUse(text + ": " + whole->name + " takes a number.");
+            changeOf(*whole).whole = value;
+            return;
+        }
+        for (auto dot = text.find('.'); dot < end; dot = text.find('.', dot + 1)) {
+            const RegisterItem* item = catalog_.find(text.substr(0, dot));
+            const std::string field = text.substr(dot + 1, end - dot - 1);
+            if (item == nullptr || !item->hasField(field))
+                continue;
+            changeOf(*item).fields.emplace_back(field, text.substr(end + 1));
+            return;
+        }
+    }
+    const auto dot = text.find('.');
+    const RegisterItem& item = catalog_.item(text.substr(0, std::min(dot, equals)));
+    static_cast<void>(item.field(text.substr(dot + 1, equals - dot - 1), 0)); // raises
+}
+
+bool RegisterRun::sendPass() {
+    try {
+        perform();
+        return !boxes().hasEnded();
+    } catch (const Failure&) {
+        if (boxes().hasEnded()) // its message has been shown
+            return false;
+        throw;
+    }
+}
+
+void RegisterRun::perform() {
+    switch (options_.task) {
+    case Task::Read:
+        return readItems();
+    case Task::Write:
+        return writeChanges();
+    case Task::Dump:
+        return dump();
+    case Task::Diff:
+        return compare();
+    case Task::Load:
+        return load();
+    case Task::Watch:
+        return watch();
+    case Task::Decode:
+    case Task::None:
+        return;
+    }
+}
+
+void RegisterRun::print(const std::string& lines, const std::string& kind,
+                        const std::string& members) {
+    if (lines_->isJson())
+        lines_->printObject(fmt::format(R"("kind":"{}",{})", kind, members));
+    else
+        lines_->printLine(lines);
+}
+
+void RegisterRun::readItems() {
+    for (const RegisterItem* item : items_) {
+        const std::uint64_t value = access_.read(*item);
+        print(valueLines(*item, value), "register", valueMembers(*item, value));
+    }
+}
+
+void RegisterRun::writeChanges() {
+    for (const Change& any : changes_)
+        write(any);
+}
+
+void RegisterRun::write(const Change& change) {
+    const RegisterItem& item = *change.item;
+    const auto base = options_.fromReset || change.whole ? RegisterAccess::Base::Reset
+                                                         : RegisterAccess::Base::Chip;
+    std::uint64_t value = access_.changed(item, change.fields, base);
+    if (change.whole)
+        value = *change.whole;
+    access_.write(item, value);
+    print(valueLines(item, value), "written", valueMembers(item, value));
+    if (!options_.verify)
+        return;
+    if (!item.readable() || item.clears())
+        throw Failure(Failure::Kind::OutOfRange,
+                      item.name + " was written, and cannot be read back");
+    const std::uint64_t now = access_.read(item);
+    if (RegisterAccess::differingBits(item, value, now) != 0)
+        printMismatch({&item, value, now});
+}
+
+void RegisterRun::printMismatch(const RegisterAccess::Mismatch& mismatch) {
+    verdict_ = differsError;
+    print("Did not take: " + changeLines(*mismatch.item, mismatch.written, mismatch.read),
+          "mismatch", changeMembers({mismatch.item, mismatch.written, mismatch.read}));
+}
+
+void RegisterRun::dump() {
+    const RegisterSnapshot snapshot = access_.dump(options_.all);
+    if (!options_.file.empty())
+        saveSnapshot(catalog_, snapshot, options_.file);
+    if (lines_->isJson()) {
+        for (const auto& [name, value] : snapshot.values)
+            print("", "register", valueMembers(catalog_.item(name), value));
+    } else if (options_.file.empty()) {
+        std::string text = snapshotText(catalog_, snapshot);
+        text.pop_back(); // the line ends itself
+        lines_->printLine(text);
+    }
+}
+
+void RegisterRun::compare() {
+    RegisterSnapshot now{.chip = catalog_.chip().name, .values = {}};
+    for (const auto& [name, value] : snapshot_.values)
+        if (const RegisterItem& item = catalog_.item(name); item.readable())
+            now.values.push_back({name, access_.read(item)});
+        else
+            now.values.push_back({name, value});
+    for (const SnapshotDifference& any : differences(catalog_, snapshot_, now)) {
+        verdict_ = differsError;
+        print(differenceLines(any), "difference", changeMembers(any));
+    }
+}
+
+void RegisterRun::load() {
+    const RegisterAccess::Loaded loaded = access_.load(snapshot_, options_.verify);
+    for (const RegisterItem* item : loaded.written) {
+        const std::uint64_t value = snapshot_.find(item->name)->value;
+        print(valueLines(*item, value), "written", valueMembers(*item, value));
+    }
+    for (const RegisterAccess::Mismatch& any : loaded.mismatches)
+        printMismatch(any);
+}
+
+void RegisterRun::watch() {
+    for (int pass = 0; options_.times == 0 || pass < options_.times; ++pass) {
+        if (pass > 0)
+            wait(options_.every);
+        watchOnce();
+    }
+}
+
+void RegisterRun::watchOnce() {
+    constexpr double millisecondsOfSecond = 1000;
+    for (const RegisterItem* item : items_) {
+        const std::uint64_t value = access_.read(*item);
+        const auto last = watched_.find(item);
+        if (last != watched_.end() && last->second == value)
+            continue;
+        const SnapshotDifference change{
+            item, last == watched_.end() ? std::nullopt : std::optional(last->second), value};
+        const std::string fields =
+            change.before ? changedFields(*item, *change.before, value) : item->summaryOf(value);
+        print(fmt::format("{:10.3f} s  {} 0x{}{}{}", lines_->milliseconds() / millisecondsOfSecond,
+                          item->name, item->hexOf(value), fields.empty() ? "" : "  ", fields),
+              "change",
+              fmt::format(R"("ms":{:.3f},{})", lines_->milliseconds(), changeMembers(change)));
+        watched_[item] = value;
+    }
+}
+
+} // namespace bitlux
