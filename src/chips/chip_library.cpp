@@ -73,6 +73,17 @@ std::vector<std::string> chipFolders() {
     return folders;
 }
 
+/// Variants are devices of the chips of the product.
+ChipPtr namedChip(ChipLibrary& library, const std::string& name) {
+    const std::vector<ChipLibrary::Entry> entries = library.entries();
+    const bool isChip = std::any_of(entries.begin(), entries.end(),
+                                    [&name](const auto& any) { return any.name == name; });
+    for (const ChipLibrary::Entry& any : entries)
+        if (!isChip && any.file.empty() && embeddedChip(any.name)->findDevice(name) != nullptr)
+            return embeddedChip(any.name);
+    return library.chip(name);
+}
+
 } // namespace
 
 ChipPtr embeddedChip(std::string_view name) {
@@ -94,6 +105,15 @@ std::string describe(const Problems& problems, const std::string& file) {
     for (const Problem& problem : problems)
         text += (text.empty() ? "" : "\n") + describe(problem, file);
     return text;
+}
+
+ChipPtr chosenChip(ChipLibrary& library, const std::string& nameOrFile) {
+    if (nameOrFile.find('/') == std::string::npos && !nameOrFile.ends_with(".toml"))
+        return namedChip(library, nameOrFile);
+    ChipFile file = readChipFile(nameOrFile);
+    if (!file.chip)
+        throw Failure(Failure::Kind::File, describe(file.problems, nameOrFile));
+    return file.chip;
 }
 
 Problems problemsOfUsersChip(const Chip& chip) {

@@ -93,6 +93,11 @@ private:
     std::map<std::string, Known, std::less<>> known_; ///< of users, by name
 };
 
+/// What "NAME|FILE" of a command line or script stands for: a file when it has a "/" or ends in
+/// ".toml", else the chip of this name, or the chip that has the device of this name. Raises
+/// Failure as ChipLibrary::chip does; of a file it tells all problems.
+ChipPtr chosenChip(ChipLibrary& library, const std::string& nameOrFile);
+
 /// What is wrong with a chip in a file of a user beyond what validate() finds: its name is that of
 /// a chip of the product, or it wants something that only those have.
 Problems problemsOfUsersChip(const Chip& chip);

@@ -222,6 +222,9 @@ struct Register {
     Access access = Access::ReadWrite;
     std::uint64_t neverWritten = 0;  ///< data bits that a write leaves 0
     std::uint64_t alwaysWritten = 0; ///< data bits that a write sets
+    /// The chip changes it itself, or a write starts something: a snapshot is not written back to
+    /// it, and what a read shows is not compared with what was written.
+    bool isVolatile = false;
     /// Labels that are the register's value, bit 0 first. Without them the choices are its value;
     /// the captions are there all the same.
     Row row;

@@ -237,6 +237,7 @@ Register readRegister(const Node& node, Problems& problems) {
     made.reset = table.word("reset").value_or(0);
     made.neverWritten = table.word("never_written").value_or(0);
     made.alwaysWritten = table.word("always_written").value_or(0);
+    made.isVolatile = table.truth("volatile", false);
     made.note = table.text("note");
     const std::string stem = identifier(made.title);
     const int width = table.number("width", 0, 1, mostBits); // 0 when the captions tell it

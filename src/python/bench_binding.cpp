@@ -287,6 +287,7 @@ void bindBench(py::module_& module) {
     bindForms(bench);
     bindDesk(bench);
     bindTransfers(bench);
+    bindChipsOfBench(bench);
     bindFiles(bench);
     bindEnd(bench);
     bench.def_property_readonly("bench", virtualBench, py::return_value_policy::reference_internal,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/failure.h"
+#include "platform/forms/unknown_name.h"
 #include "python/script_bench.h"
 #include "python/values.h"
 
@@ -116,6 +117,7 @@ void bindControls(py::module_& module);
 void bindMessages(py::module_& module);
 void bindVirtualBench(py::module_& module);
 void bindSession(py::module_& module);
+void bindChips(py::module_& module);
 void bindBench(py::module_& module);
 
 using BenchHolder = std::shared_ptr<ScriptBench>;
@@ -124,6 +126,7 @@ using BenchClass = py::class_<ScriptBench, BenchHolder>;
 // Parts of the class Bench.
 void bindStart(BenchClass& bench);
 void bindTransfers(BenchClass& bench);
+void bindChipsOfBench(BenchClass& bench);
 
 /// The variables of a bench's program.
 struct SessionView {

@@ -26,6 +26,7 @@ struct Exceptions {
     PyObject* unreachable;
     PyObject* unansweredBox;
     PyObject* unknownName;
+    PyObject* mismatch;
 };
 
 PyObject* makeException(py::module_& module, const char* name, const char* documentation,
@@ -94,6 +95,10 @@ void makeExceptions(py::module_& module) {
         failure);
     exceptions.fileFailure = makeException(
         module, "FileFailure", "A file cannot be read or written; the text names it.", failure);
+    exceptions.mismatch = makeException(
+        module, "Mismatch",
+        "A register has another value than it was to have; differences lists what differs.",
+        failure);
     exceptions.unreachable =
         makeException(module, "Unreachable",
                       "A hand reached for a control that is hidden or disabled.", runtimeError);
@@ -145,5 +150,6 @@ PYBIND11_MODULE(bitlux, module) {
     module.attr("__version__") = bitlux::programVersion;
     makeExceptions(module);
     bindControls(module);
+    bindChips(module);
     bindBench(module);
 }

@@ -180,6 +180,20 @@ WordElements ScriptBench::transferWord(WordElements word) {
     return session.WordReceived;
 }
 
+std::uint64_t ScriptBench::answered(const std::function<std::uint64_t()>& send) {
+    interruption_.check();
+    const bool onDongle = program_->engine().usesDongle();
+    const std::size_t before = boxes_.shown().size();
+    try {
+        return send();
+    } catch (const Failure& failure) {
+        if (boxes_.shown().size() == before)
+            throw;
+        throw Failure(onDongle ? Failure::Kind::LinkFailed : Failure::Kind::PortUnusable,
+                      lastMessage(before));
+    }
+}
+
 void ScriptBench::restClock() {
     const Session& session = program_->session();
     if (session.ParallelPortReady && session.SPIType >= 1 && session.SPIType <= 8)

@@ -89,6 +89,9 @@ public:
     /// or PortUnusable with the text of the message when a word does not go through.
     void transfer(std::vector<WordElements> words, int bits, int type,
                   std::vector<WordElements>& answers);
+    /// Sends a word by `send`, which raises Failure when it is not answered. The failure then has
+    /// the text of the message, and the kind of the bus.
+    std::uint64_t answered(const std::function<std::uint64_t()>& send);
     /// Both raise Failure with the text of the message when the file was not opened or saved whole.
     void open(const std::string& fileName);
     void save(const std::string& fileName);

@@ -58,6 +58,25 @@ std::uint64_t RegisterAccess::changed(const RegisterItem& item,
     return value;
 }
 
+std::vector<RegisterAccess::Mismatch> RegisterAccess::verified(const RegisterItem& item,
+                                                               std::uint64_t written) const {
+    if (!item.readable() || item.clears() || item.owner->isVolatile)
+        throw refused(item.name + " was written, and a read-back shows something else");
+    const std::uint64_t now = read(item);
+    if (differingBits(item, written, now) == 0)
+        return {};
+    return {{&item, written, now}};
+}
+
+RegisterSnapshot RegisterAccess::now(const RegisterSnapshot& wanted) const {
+    RegisterSnapshot result{.chip = wanted.chip, .values = {}};
+    for (const auto& [name, value] : wanted.values) {
+        const RegisterItem& item = catalog_.item(name);
+        result.values.push_back({name, item.readable() ? read(item) : value});
+    }
+    return result;
+}
+
 RegisterSnapshot RegisterAccess::dump(bool all) const {
     RegisterSnapshot snapshot{.chip = catalog_.chip().name, .values = {}};
     for (const RegisterItem& item : catalog_.items())
@@ -69,7 +88,7 @@ RegisterSnapshot RegisterAccess::dump(bool all) const {
 std::uint64_t RegisterAccess::differingBits(const RegisterItem& item, std::uint64_t written,
                                             std::uint64_t read) {
     const chips::Register& target = *item.owner;
-    const bool isComparable = target.access == chips::Access::ReadWrite;
+    const bool isComparable = target.access == chips::Access::ReadWrite && !target.isVolatile;
     return isComparable ? (written ^ read) & item.mask() & ~target.neverWritten : 0;
 }
 
@@ -77,18 +96,16 @@ RegisterAccess::Loaded RegisterAccess::load(const RegisterSnapshot& wanted, bool
     Loaded result;
     for (const auto& [name, value] : wanted.values) {
         const RegisterItem& item = catalog_.item(name);
-        if (!item.writable())
+        if (!item.writable() || item.owner->isVolatile)
             continue;
         const bool isHarmless = item.readable() && !item.clears();
         if (isHarmless && differingBits(item, value, read(item)) == 0)
             continue;
         write(item, value);
         result.written.push_back(&item);
-        if (!verify || !isHarmless)
-            continue;
-        const std::uint64_t now = read(item);
-        if (differingBits(item, value, now) != 0)
-            result.mismatches.push_back({&item, value, now});
+        if (verify && isHarmless)
+            for (const Mismatch& any : verified(item, value))
+                result.mismatches.push_back(any);
     }
     return result;
 }

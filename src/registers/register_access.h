@@ -55,10 +55,18 @@ public:
                                         const std::vector<FieldChange>& changes,
                                         Base base = Base::Chip) const;
 
+    /// Reads an item back that was written: one mismatch or none. Raises Failure (OutOfRange) for
+    /// one whose read is impossible, would clear it, or shows something else.
+    [[nodiscard]] std::vector<Mismatch> verified(const RegisterItem& item,
+                                                 std::uint64_t written) const;
+    /// What the chip has now of the values of a snapshot; those that cannot be read stay as they
+    /// are.
+    [[nodiscard]] RegisterSnapshot now(const RegisterSnapshot& wanted) const;
     /// Reads all that can be read. What a read would clear is left out unless `all`.
     [[nodiscard]] RegisterSnapshot dump(bool all = false) const;
-    /// Writes the registers whose values differ in the chip, and those that cannot be read.
-    /// `verify` reads each back that was written, as far as a read is harmless.
+    /// Writes the registers whose values differ in the chip, and those that cannot be read;
+    /// volatile ones are left out. `verify` reads each back that was written, as far as a read is
+    /// harmless.
     Loaded load(const RegisterSnapshot& wanted, bool verify) const;
     /// The bits in which `read` differs from `written`, among those that a read gives back.
     [[nodiscard]] static std::uint64_t differingBits(const RegisterItem& item,

@@ -39,6 +39,10 @@ std::uint64_t RegisterItem::mask() const {
     return chips::BitList::range(0, width).mask();
 }
 
+std::uint64_t RegisterItem::reset() const {
+    return isRegister ? owner->reset : view->reset.value_or(view->ownValue() ? 0 : owner->reset);
+}
+
 std::string RegisterItem::hexOf(std::uint64_t value) const {
     constexpr int bitsOfDigit = 4;
     return fmt::format("{:0{}X}", value, std::max(1, (width + bitsOfDigit - 1) / bitsOfDigit));
@@ -149,10 +153,14 @@ const RegisterItem* RegisterCatalog::find(std::string_view wanted) const {
 const RegisterItem& RegisterCatalog::item(std::string_view wanted) const {
     if (const RegisterItem* found = find(wanted))
         return *found;
+    throw unknownName("register", wanted, names());
+}
+
+std::vector<std::string> RegisterCatalog::names() const {
     std::vector<std::string> names;
     for (const RegisterItem& any : items_)
         names.push_back(any.name);
-    throw unknownName("register", wanted, names);
+    return names;
 }
 
 } // namespace bitlux

@@ -24,6 +24,8 @@ struct RegisterItem {
     /// A read changes the chip.
     [[nodiscard]] bool clears() const { return view != nullptr && view->clears; }
     [[nodiscard]] std::uint64_t mask() const;
+    /// The value after a reset.
+    [[nodiscard]] std::uint64_t reset() const;
     /// A value in hexadecimal with as many digits as the item needs, without "0x".
     [[nodiscard]] std::string hexOf(std::uint64_t value) const;
     [[nodiscard]] bool hasField(std::string_view wanted) const;
@@ -42,6 +44,7 @@ public:
 
     [[nodiscard]] const chips::Chip& chip() const { return *chip_; }
     [[nodiscard]] const std::vector<RegisterItem>& items() const { return items_; }
+    [[nodiscard]] std::vector<std::string> names() const;
     /// An item by its name, or a view by the name of its row of labels, without
     /// regard to case, blanks and underscores. Raises Failure (OutOfRange) with similar names when
     /// there is none.

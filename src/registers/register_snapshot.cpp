@@ -82,7 +82,8 @@ std::vector<SnapshotDifference> differences(const RegisterCatalog& catalog,
     };
     for (const RegisterItem& item : catalog.items()) {
         const SnapshotDifference both{&item, valueIn(before, item.name), valueIn(after, item.name)};
-        if (both.before != both.after)
+        const bool isCompared = !item.isRegister || !item.owner->isVolatile;
+        if (isCompared && both.before != both.after)
             found.push_back(both);
     }
     return found;

@@ -34,7 +34,7 @@ struct SnapshotDifference {
     [[nodiscard]] std::uint64_t bits() const { return before && after ? *before ^ *after : 0; }
 };
 
-/// The values that differ, in the order of the chip's file.
+/// The values that differ, in the order of the chip's file. Volatile registers are left out.
 std::vector<SnapshotDifference> differences(const RegisterCatalog& catalog,
                                             const RegisterSnapshot& before,
                                             const RegisterSnapshot& after);

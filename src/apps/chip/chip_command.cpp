@@ -1,6 +1,5 @@
 #include "apps/chip/chip_command.h"
 
-#include "apps/chip/chip_choice.h"
 #include "apps/chip/register_command.h"
 #include "apps/chip/register_map.h"
 #include "platform/failure.h"
@@ -105,7 +104,7 @@ int runChipCommand(const ChipOptions& options, std::ostream& output, std::ostrea
             return check(options.chip, output, errors);
         chips::ChipLibrary library;
         if (options.task == ChipOptions::Task::Show)
-            printRegisterMap(*chosenChip(library, options.chip), output);
+            printRegisterMap(*chips::chosenChip(library, options.chip), output);
         else
             list(options, output, errors);
         return 0;

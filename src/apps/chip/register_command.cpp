@@ -1,6 +1,5 @@
 #include "apps/chip/register_command.h"
 
-#include "apps/chip/chip_choice.h"
 #include "apps/chip/register_run.h"
 #include "apps/chip/register_text.h"
 #include "apps/json_text.h"
@@ -83,7 +82,7 @@ private:
 
 int decode(const RegisterOptions& options, std::ostream& output) {
     chips::ChipLibrary library;
-    const RegisterCatalog catalog(chosenChip(library, options.chip));
+    const RegisterCatalog catalog(chips::chosenChip(library, options.chip));
     const chips::WordFormat& format = catalog.chip().word;
     const std::uint64_t word = hexWord(options.names.front(), format);
     std::optional<std::uint64_t> answer;
@@ -105,7 +104,7 @@ int compareFiles(const RegisterOptions& options, std::ostream& output) {
     const std::string& afterFile = options.names[first + 1];
     const RegisterSnapshot before = readSnapshot(beforeFile);
     const RegisterCatalog catalog(first == 0 ? library.chip(before.chip)
-                                             : chosenChip(library, options.names.front()));
+                                             : chips::chosenChip(library, options.names.front()));
     const std::vector<SnapshotDifference> found =
         differences(catalog, fitted(catalog, before, beforeFile),
                     fitted(catalog, readSnapshot(afterFile), afterFile));
@@ -117,26 +116,13 @@ int compareFiles(const RegisterOptions& options, std::ostream& output) {
     return found.empty() ? 0 : differsError;
 }
 
-/// A bus that the chip's words can go out on, where none is chosen.
-CommandOptions commandFor(const RegisterOptions& options, const chips::WordFormat& format) {
-    CommandOptions command = options.command;
-    OutletOptions& outlet = command.outlet;
-    if (!format.packed)
-        return command;
-    if (outlet.chosenBus() == Bus::Port)
-        throw WrongUse("The words of this chip are whole bytes, which only the dongle takes.");
-    outlet.bus = "dongle";
-    return command;
-}
-
 int sendWords(RegisterOptions options, std::ostream& output, std::ostream& errors) {
     chips::ChipLibrary library;
     if (options.task == Task::Diff) {
         options.chip = options.names.front();
         options.file = options.names.back();
     }
-    const RegisterCatalog catalog(chosenChip(library, options.chip));
-    options.command = commandFor(options, catalog.chip().word);
+    const RegisterCatalog catalog(chips::chosenChip(library, options.chip));
     return RegisterRun(options, catalog, output, errors).run();
 }
 

@@ -54,7 +54,8 @@ public:
         addWiringOptions(made, options_.shape);
         const std::function<void()> check = addCommandOptions(
             made, options_.command,
-            "Send through the dongle or the parallel port; without it as the chip's words need it");
+            "Send through the dongle or the parallel port; without it through the dongle when "
+            "there is one, on the virtual bench through the port");
         made.final_callback([options = &options_, task, check] {
             check();
             options->task = task;

@@ -40,8 +40,7 @@ RegisterRun::RegisterRun(const RegisterOptions& options, const RegisterCatalog& 
     : CommandRun(options.command, output, errors),
       options_(options),
       catalog_(catalog),
-      exchange_(catalog.chip(), program().session(), program().engine(), boxes()),
-      access_(catalog, [this](std::uint64_t word) { return exchange_(word); }) {}
+      access_(catalog, [this](std::uint64_t word) { return (*exchange_)(word); }) {}
 
 bool RegisterRun::prepare() {
     chooseItems();
@@ -119,9 +118,13 @@ void RegisterRun::addChange(const std::string& text) {
 
 bool RegisterRun::sendPass() {
     try {
+        exchange_.emplace(catalog_.chip().word, program().session(), program().engine(),
+                          program().pins());
         perform();
+        exchange_.reset();
         return !boxes().hasEnded();
     } catch (const Failure&) {
+        exchange_.reset();
         if (boxes().hasEnded()) // its message has been shown
             return false;
         throw;
@@ -177,14 +180,9 @@ void RegisterRun::write(const Change& change) {
         value = *change.whole;
     access_.write(item, value);
     print(valueLines(item, value), "written", valueMembers(item, value));
-    if (!options_.verify)
-        return;
-    if (!item.readable() || item.clears())
-        throw Failure(Failure::Kind::OutOfRange,
-                      item.name + " was written, and cannot be read back");
-    const std::uint64_t now = access_.read(item);
-    if (RegisterAccess::differingBits(item, value, now) != 0)
-        printMismatch({&item, value, now});
+    if (options_.verify)
+        for (const RegisterAccess::Mismatch& any : access_.verified(item, value))
+            printMismatch(any);
 }
 
 void RegisterRun::printMismatch(const RegisterAccess::Mismatch& mismatch) {
@@ -208,13 +206,7 @@ void RegisterRun::dump() {
 }
 
 void RegisterRun::compare() {
-    RegisterSnapshot now{.chip = catalog_.chip().name, .values = {}};
-    for (const auto& [name, value] : snapshot_.values)
-        if (const RegisterItem& item = catalog_.item(name); item.readable())
-            now.values.push_back({name, access_.read(item)});
-        else
-            now.values.push_back({name, value});
-    for (const SnapshotDifference& any : differences(catalog_, snapshot_, now)) {
+    for (const SnapshotDifference& any : differences(catalog_, snapshot_, access_.now(snapshot_))) {
         verdict_ = differsError;
         print(differenceLines(any), "difference", changeMembers(any));
     }

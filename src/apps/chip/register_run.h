@@ -54,7 +54,7 @@ private:
 
     const RegisterOptions& options_;
     const RegisterCatalog& catalog_;
-    ChipExchange exchange_;
+    std::optional<ChipExchange> exchange_; ///< while words are sent
     RegisterAccess access_;
     WordReport* lines_ = nullptr;
     std::vector<const RegisterItem*> items_;
