@@ -117,11 +117,10 @@ int CommandRun::attempt() {
     }
 }
 
-void CommandRun::wait(std::int64_t nanoseconds) {
-    const std::int64_t end = clock().nanoseconds() + nanoseconds;
-    for (std::int64_t left = nanoseconds; left > 0; left = end - clock().nanoseconds()) {
+void CommandRun::waitUntil(std::int64_t nanoseconds) {
+    while (clock().nanoseconds() < nanoseconds) {
         checkInterruption();
-        outlet_.loop().waitForEvents(left);
+        outlet_.loop().waitForEvents(nanoseconds - clock().nanoseconds());
     }
 }
 

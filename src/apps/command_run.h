@@ -88,8 +88,8 @@ protected:
     [[nodiscard]] StandardInput& input() { return input_; }
     [[nodiscard]] const Clock& clock() const { return outlet_.clock(); }
     [[nodiscard]] std::ostream& output() { return output_; }
-    /// Lets time pass on the clock of the words; a signal ends it.
-    void wait(std::int64_t nanoseconds);
+    /// Lets time pass on clock(); a signal ends it.
+    void waitUntil(std::int64_t nanoseconds);
     /// A line on `errors`; the command goes on.
     void warn(const std::string& text);
     /// Null until the first word.

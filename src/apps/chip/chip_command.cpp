@@ -4,6 +4,7 @@
 #include "apps/chip/register_map.h"
 #include "platform/failure.h"
 #include "platform/printable.h"
+#include "registers/register_catalog.h"
 
 #include <algorithm>
 
@@ -56,6 +57,20 @@ void list(const ChipOptions& options, std::ostream& output, std::ostream& errors
             fmt::print(errors, "{}\n", reason);
 }
 
+void show(const ChipOptions& options, std::ostream& output) {
+    chips::ChipLibrary library;
+    const chips::ChipPtr chip = chips::chosenChip(library, options.chip);
+    if (!options.names && !options.fields)
+        return printRegisterMap(*chip, output);
+    const RegisterCatalog catalog(chip);
+    for (const RegisterItem& item : catalog.items())
+        if (options.names)
+            fmt::print(output, "{}\n", item.name);
+        else if (item.writable())
+            for (const NamedField& field : item.fields)
+                fmt::print(output, "{}.{}\n", item.name, field.name);
+}
+
 int check(const std::string& file, std::ostream& output, std::ostream& errors) {
     chips::ChipFile result = chips::readChipFile(file);
     if (result.chip)
@@ -86,9 +101,10 @@ CLI::App& addChipCommand(CLI::App& app, ChipOptions& options) {
     };
     add("list", "Print the chips: those of the program, and those in files of users", Task::List)
         .add_flag("--names", options.names, "Print their names alone");
-    add("show", "Print the registers of a chip", Task::Show)
-        .add_option("CHIP", options.chip, "Name of a chip, or a file (*.toml)")
-        ->required();
+    CLI::App& show = add("show", "Print the registers of a chip", Task::Show);
+    show.add_option("CHIP", options.chip, "Name of a chip, or a file (*.toml)")->required();
+    show.add_flag("--names", options.names, "Print only the names of its registers and flags");
+    show.add_flag("--fields", options.fields, "Print only the REGISTER.FIELD that can be written");
     add("check", "Print what is wrong with a file, with line, column and advice", Task::Check)
         .add_option("FILE", options.chip, "A file of a chip (*.toml)")
         ->required();
@@ -102,9 +118,8 @@ int runChipCommand(const ChipOptions& options, std::ostream& output, std::ostrea
     try {
         if (options.task == ChipOptions::Task::Check)
             return check(options.chip, output, errors);
-        chips::ChipLibrary library;
         if (options.task == ChipOptions::Task::Show)
-            printRegisterMap(*chips::chosenChip(library, options.chip), output);
+            show(options, output);
         else
             list(options, output, errors);
         return 0;

@@ -17,8 +17,9 @@ struct ChipOptions {
     enum class Task : std::uint8_t { List, Show, Check };
 
     Task task = Task::List;
-    bool names = false; ///< of chips alone
-    std::string chip;   ///< a name or a file
+    bool names = false;  ///< of chips or registers alone
+    bool fields = false; ///< print what `chip write` takes alone
+    std::string chip;    ///< a name or a file
     RegisterOptions registers;
 };
 

@@ -223,10 +223,11 @@ void RegisterRun::load() {
 }
 
 void RegisterRun::watch() {
+    std::int64_t due = clock().nanoseconds();
     for (int pass = 0; options_.times == 0 || pass < options_.times; ++pass) {
-        if (pass > 0)
-            wait(options_.every);
+        waitUntil(due);
         watchOnce();
+        due = std::max(due + options_.every, clock().nanoseconds());
     }
 }
 
