@@ -37,8 +37,8 @@ void WordReport::printWord() {
     const std::string received = hexText(session.WordReceived);
     if (json_)
         printObject(
-            fmt::format(R"("kind":"word","word":{},{},"sent":"{}","received":"{}","bits":{})",
-                        words_, place(), sent, received, length));
+            fmt::format(R"("kind":"word","word":{},{},"sent":"{}","received":"{}","bits":{}{})",
+                        words_, place(), sent, received, length, moreOfWord()));
     else
         printLine(fmt::format("{} {}", sent, received));
 }

@@ -49,6 +49,8 @@ protected:
     [[nodiscard]] virtual std::string place() const;
     /// Prints a word that was answered.
     virtual void printWord();
+    /// Further members of the object of a word, each behind a comma.
+    [[nodiscard]] virtual std::string moreOfWord() const { return {}; }
 
 private:
     static constexpr std::int64_t never = -1;

@@ -1,9 +1,8 @@
 #include "apps/chip/register_options.h"
 
+#include "apps/duration.h"
 #include "apps/examples.h"
-#include "registers/named_field.h"
 
-#include <charconv>
 #include <limits>
 
 #include <CLI/CLI.hpp>
@@ -16,27 +15,6 @@ namespace {
 using Task = RegisterOptions::Task;
 
 constexpr const char* chipHelp = "Name of a chip, or a file (*.toml)";
-
-/// "200ms", "1.5s" or a number of milliseconds, in nanoseconds; nothing for any other text.
-std::optional<std::int64_t> durationFrom(std::string_view text) {
-    constexpr double millisecond = 1e6;
-    constexpr double second = 1e9;
-    constexpr double longest = 86'400 * second;
-    double unit = millisecond;
-    if (text.ends_with("ms")) {
-        text.remove_suffix(2);
-    } else if (text.ends_with('s')) {
-        text.remove_suffix(1);
-        unit = second;
-    }
-    double number = 0;
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    const bool isGood = error == std::errc{} && stop == end && number > 0;
-    return isGood && number * unit <= longest
-               ? std::optional(static_cast<std::int64_t>(number * unit))
-               : std::nullopt;
-}
 
 class Adder {
 public:
@@ -142,18 +120,7 @@ void addWatch(Adder& add, RegisterOptions& options) {
     watch.add_option("REGISTER", options.names, "Registers or flags")->required();
     constexpr std::int64_t usual = 200'000'000;
     options.every = usual;
-    watch
-        .add_option_function<std::string>(
-            "--every",
-            [&options](const std::string& text) {
-                if (const auto duration = durationFrom(text))
-                    options.every = *duration;
-                else
-                    throw CLI::ValidationError("--every", "takes a time such as 200ms or 1.5s");
-            },
-            "Time between two reads")
-        ->type_name("TIME")
-        ->default_str("200ms");
+    addDuration(watch, "--every", options.every, "Time between two reads").default_str("200ms");
     watch.add_option("--times", options.times, "Read so many times; without it until Ctrl-C")
         ->check(CLI::Range(1, std::numeric_limits<int>::max()).description("NUMBER"));
     addExamples(watch, {"bitlux chip watch zt72516 TIMER MODE --every 200ms"});
