@@ -22,8 +22,10 @@ struct ExpectOptions {
     int retries = 0; ///< how often a word is sent again; 0 without a limit of its own
 };
 
-/// Adds the options to a command.
+/// Adds the options to a command: patterns of answers.
 void addExpectOptions(CLI::App& command, ExpectOptions& options);
+/// The same for fields of registers; each --expect has one.
+void addExpectedFields(CLI::App& command, ExpectOptions& options);
 
 /// Whether an answer that does not match may be asked for again.
 class Retries {

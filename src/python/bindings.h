@@ -68,6 +68,12 @@ auto act(ScriptBench& bench, Action&& action) {
     });
 }
 
+/// Raises Mismatch of the module.
+[[noreturn]] void raiseMismatch(const std::string& text, const py::list& differences);
+
+/// Seconds that a script gave, in milliseconds; raises ValueError below 0 and beyond 1e9.
+double millisecondsFrom(double seconds);
+
 /// Takes what a script gave; what is wrong with it is a ValueError.
 template <typename Action>
 auto argument(Action&& action) {

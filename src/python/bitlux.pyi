@@ -256,6 +256,13 @@ class Register:
     @property
     def fields(self) -> List[str]: ...
     def read(self) -> RegisterValue: ...
+    def wait_for(
+        self,
+        value: Union[None, int, Dict[str, Union[int, str]]] = None,
+        *,
+        within: float = 1.0,
+        **fields: Union[int, str],
+    ) -> RegisterValue: ...
     def write(
         self,
         value: Union[None, int, Dict[str, Union[int, str]]] = None,
@@ -348,6 +355,16 @@ class Bench:
     recording: bool
     @property
     def bench(self) -> VirtualBench: ...
+    def expect(
+        self,
+        word: int,
+        pattern: str,
+        *,
+        within: float = 0.0,
+        retries: int = 0,
+        bits: int = 0,
+        type: int = 0,
+    ) -> int: ...
     def transfer(self, word: int, bits: int = 0, type: int = 0) -> int: ...
     def transfer_many(self, words: Iterable[int], bits: int = 0, type: int = 0) -> List[int]: ...
     def open(self, file_name: str) -> None: ...

@@ -97,13 +97,6 @@ const RegisterItem& itemOf(const ScriptChip& chip, const std::string& name) {
     raiseUnknown(name, chip.catalog().names());
 }
 
-[[noreturn]] void raiseMismatch(const std::string& text, const py::list& differences) {
-    py::object raised = classNamed("Mismatch")(text);
-    raised.attr("differences") = differences;
-    PyErr_SetObject(py::type::of(raised).ptr(), raised.ptr());
-    throw py::error_already_set();
-}
-
 void demandTaken(const std::vector<RegisterAccess::Mismatch>& mismatches) {
     if (mismatches.empty())
         return;
@@ -148,9 +141,14 @@ py::object readRegister(const RegisterHandle& self) {
     return registerValueOf(*self.item, value);
 }
 
-py::object writeRegister(const RegisterHandle& self, const py::object& value, bool fromReset,
-                         bool verify, const py::kwargs& named) {
-    const RegisterItem& item = *self.item;
+/// A whole value or fields, as a script gives them.
+struct Given {
+    std::optional<std::uint64_t> whole;
+    std::vector<FieldChange> changes;
+};
+
+/// Raises what is wrong with it before a word is sent.
+Given givenFrom(const RegisterItem& item, const py::object& value, const py::kwargs& named) {
     py::dict fields = named;
     std::optional<std::uint64_t> whole;
     if (py::isinstance<py::dict>(value))
@@ -164,12 +162,20 @@ py::object writeRegister(const RegisterHandle& self, const py::object& value, bo
         throw py::value_error("Give a value or fields");
     if (whole && (*whole & ~item.mask()) != 0)
         throw py::value_error(fmt::format("{} has {} bits", item.name, item.width));
-    const std::vector<FieldChange> changes = changesFrom(fields);
+    std::vector<FieldChange> changes = changesFrom(fields);
     checkChanges(item, changes);
+    return {whole, std::move(changes)};
+}
+
+py::object writeRegister(const RegisterHandle& self, const py::object& value, bool fromReset,
+                         bool verify, const py::kwargs& named) {
+    const RegisterItem& item = *self.item;
+    const Given given = givenFrom(item, value, named);
     const auto base = fromReset ? RegisterAccess::Base::Reset : RegisterAccess::Base::Chip;
     std::vector<RegisterAccess::Mismatch> mismatches;
     const std::uint64_t written = self.chip->perform([&](const RegisterAccess& access) {
-        const std::uint64_t all = whole ? *whole : access.changed(item, changes, base);
+        const std::uint64_t all =
+            given.whole ? *given.whole : access.changed(item, given.changes, base);
         access.write(item, all);
         if (verify)
             mismatches = access.verified(item, all);
@@ -177,6 +183,24 @@ py::object writeRegister(const RegisterHandle& self, const py::object& value, bo
     });
     demandTaken(mismatches);
     return registerValueOf(item, written);
+}
+
+py::object waitForRegister(const RegisterHandle& self, const py::object& value, double within,
+                           const py::kwargs& named) {
+    const RegisterItem& item = *self.item;
+    const Given given = givenFrom(item, value, named);
+    const Assignment wanted{&item, given.changes, given.whole};
+    ScriptBench& bench = self.chip->bench();
+    const double end = bench.milliseconds() + millisecondsFrom(within);
+    for (;;) {
+        const std::uint64_t now =
+            self.chip->perform([&item](const RegisterAccess& access) { return access.read(item); });
+        const std::string unmet = wanted.unmetIn(now);
+        if (unmet.empty())
+            return registerValueOf(item, now);
+        if (bench.milliseconds() >= end)
+            raiseMismatch(fmt::format("{}: {}, after {} s", item.name, unmet, within), py::list());
+    }
 }
 
 const char* accessOf(const RegisterItem& item) {
@@ -216,6 +240,12 @@ void bindRegister(py::module_& module) {
                 return names;
             },
             "The names of its fields, from the highest bit down.")
+        .def("wait_for", waitForRegister, py::arg("value") = py::none(), py::kw_only(),
+             py::arg("within") = 1.0,
+             "Read it until it has the value, or its fields have theirs: "
+             "wait_for(STATE=\"Normal\",\n"
+             "within=0.5), in seconds. Returns the value; raises Mismatch when time is up, and as\n"
+             "read and write.")
         .def("read", readRegister,
              "Read it: one word, two where the chip answers with the next word. Raises Failure\n"
              "for a register that no word reads, LinkFailed or PortUnusable without an answer.")

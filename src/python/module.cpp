@@ -97,7 +97,8 @@ void makeExceptions(py::module_& module) {
         module, "FileFailure", "A file cannot be read or written; the text names it.", failure);
     exceptions.mismatch = makeException(
         module, "Mismatch",
-        "A register has another value than it was to have; differences lists what differs.",
+        "An answer or a register is not what it was to be; differences lists registers that "
+        "differ.",
         failure);
     exceptions.unreachable =
         makeException(module, "Unreachable",
@@ -116,6 +117,21 @@ void makeExceptions(py::module_& module) {
 
 py::object exceptionOf(const Failure& failure) {
     return py::reinterpret_borrow<py::object>(classOf(failure.kind()))(failure.what());
+}
+
+void raiseMismatch(const std::string& text, const py::list& differences) {
+    const py::object raised = py::reinterpret_borrow<py::object>(exceptions.mismatch)(text);
+    raised.attr("differences") = differences;
+    PyErr_SetObject(exceptions.mismatch, raised.ptr());
+    throw py::error_already_set();
+}
+
+double millisecondsFrom(double seconds) {
+    constexpr double longest = 1e9;
+    constexpr double millisecondsOfSecond = 1000;
+    if (!(seconds >= 0 && seconds <= longest))
+        throw py::value_error("A time is 0 to 1e9 seconds");
+    return seconds * millisecondsOfSecond;
 }
 
 void demandOpen(ScriptBench& bench) {

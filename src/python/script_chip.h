@@ -20,6 +20,7 @@ public:
           catalog_(chips::chosenChip(bench_->program().chipLibrary(), chip)),
           decoder_(catalog_) {}
 
+    [[nodiscard]] ScriptBench& bench() const { return *bench_; }
     [[nodiscard]] const RegisterCatalog& catalog() const { return catalog_; }
     [[nodiscard]] const WordDecoder& decoder() const { return decoder_; }
 

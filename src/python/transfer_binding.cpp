@@ -1,6 +1,7 @@
 // Words past the forms, and what went over the wire.
 
 #include "python/bindings.h"
+#include "sending/answer_pattern.h"
 
 #include <cstdint>
 #include <limits>
@@ -65,6 +66,40 @@ py::object transfer(ScriptBench& bench, const py::object& word, int bits, int ty
     return transferMany(bench, py::make_tuple(word), bits, type)[0];
 }
 
+/// What an engineer reads of a word whose answer never was as it was to be.
+std::string mismatchText(const AnswerPattern& pattern, const WordElements& word,
+                         const WordElements& answer, int attempts) {
+    return fmt::format("The answer to {} is {}, not {}{}\n{}", hexText(word), hexText(answer),
+                       pattern.text(),
+                       attempts > 1 ? fmt::format(", after {} attempts", attempts) : "",
+                       pattern.comparison(answer));
+}
+
+WordElements wholeElements(const py::handle& word, int length) {
+    WordElements elements = elementsOf(word, length);
+    elements.resize(static_cast<std::size_t>(length));
+    return elements;
+}
+
+py::object expectAnswer(ScriptBench& bench, const py::object& word, const std::string& text,
+                        double within, int retries, int bits, int type) {
+    const int length = lengthOf(bench, bits);
+    const AnswerPattern pattern = argument([&] { return AnswerPattern::parse(text, length); });
+    const double end = bench.milliseconds() + millisecondsFrom(within);
+    if (retries < 0)
+        throw py::value_error("retries is 0 or more");
+    for (int attempt = 1;; ++attempt) {
+        const py::object answer = transfer(bench, word, bits, type);
+        const WordElements elements = wholeElements(answer, length);
+        if (pattern.matches(elements))
+            return answer;
+        const bool isOver = within > 0 ? bench.milliseconds() >= end : retries == 0;
+        if (isOver || (retries > 0 && attempt > retries))
+            raiseMismatch(mismatchText(pattern, wholeElements(word, length), elements, attempt),
+                          py::list());
+    }
+}
+
 py::list traceOf(ScriptBench& bench) {
     py::list result;
     for (const WireAccess& access : bench.trace().accesses()) {
@@ -123,6 +158,15 @@ void bindTrace(BenchClass& bench) {
 void bindTransfers(BenchClass& bench) {
     bindTrace(bench);
     bench
+        .def("expect", expectAnswer, py::arg("word"), py::arg("pattern"), py::kw_only(),
+             py::arg("within") = 0.0, py::arg("retries") = 0, py::arg("bits") = 0,
+             py::arg("type") = 0,
+             "Send a word as transfer does, and return its answer if it matches a pattern: "
+             "\"5AXX\",\n"
+             "\"0b1X0X\", or value and mask \"5A/F0\". Else the word is sent again for so many\n"
+             "seconds, or so many times; with both the nearer limit counts. Raises Mismatch when\n"
+             "none has matched, ValueError for a pattern that is not as long as the word, and as\n"
+             "transfer.")
         .def(
             "transfer", transfer, py::arg("word"), py::arg("bits") = 0, py::arg("type") = 0,
             "Send a word and return the answer, in the shape in force but for bits (1 to 160) and\n"

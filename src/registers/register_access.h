@@ -1,5 +1,6 @@
 #pragma once
 
+#include "registers/assignment.h"
 #include "registers/register_catalog.h"
 #include "registers/register_snapshot.h"
 
@@ -12,9 +13,6 @@
 #include <vector>
 
 namespace bitlux {
-
-/// "FIELD=VALUE" as text, apart.
-using FieldChange = std::pair<std::string, std::string>;
 
 /// Reads and writes the registers of a chip by name.
 class RegisterAccess {

@@ -54,7 +54,10 @@ void addRead(Adder& add, RegisterOptions& options) {
     add.takeChip(read);
     read.add_option("REGISTER", options.names,
                     "Registers or flags; without them all that a read does not clear");
-    addExamples(read, {"bitlux chip read zt72516 INIT TIMER --bench zt72516"});
+    addExpectedFields(read, options.expect);
+    addExamples(read,
+                {"bitlux chip read zt72516 INIT TIMER --bench zt72516",
+                 "bitlux chip read zt72516 'Mode Flags' --expect 'FSM State 0=1' --within 500ms"});
 }
 
 void addWrite(Adder& add, RegisterOptions& options) {

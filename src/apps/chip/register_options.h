@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apps/command_run.h"
+#include "apps/expected_answers.h"
 #include "apps/word_options.h"
 
 #include <cstdint>
@@ -24,6 +25,7 @@ struct RegisterOptions {
     std::string chip;               ///< a name or a file
     std::vector<std::string> names; ///< registers, changes, files or words
     std::string file;               ///< a snapshot to write or to load
+    ExpectOptions expect;           ///< its patterns are FIELD=VALUE
     bool all = false;               ///< also what a read clears
     bool verify = false;            ///< read back what was written
     bool fromReset = false;         ///< fields that are not named get their reset values

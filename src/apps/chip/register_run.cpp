@@ -45,6 +45,7 @@ RegisterRun::RegisterRun(const RegisterOptions& options, const RegisterCatalog& 
 bool RegisterRun::prepare() {
     chooseItems();
     readChanges();
+    readExpectations();
     if (options_.task == Task::Load || options_.task == Task::Diff)
         snapshot_ = fitted(catalog_, readSnapshot(options_.file), options_.file);
     return applySettings(options_.shape);
@@ -72,48 +73,25 @@ void RegisterRun::chooseItems() {
 void RegisterRun::readChanges() {
     if (options_.task != Task::Write)
         return;
+    const std::optional<std::uint64_t> raw = wholeNumber(options_.raw);
+    if (!options_.raw.empty() && !raw)
+        throw WrongUse(options_.raw + ": This is no number.");
     for (const std::string& text : options_.names)
-        if (options_.raw.empty())
-            addChange(text);
+        if (raw)
+            assignmentOf(changes_, catalog_.item(text)).whole = raw;
         else
-            changeOf(catalog_.item(text)).whole = wholeNumber(options_.raw);
-    for (const Change& any : changes_)
-        if (!any.whole && any.fields.empty())
-            throw WrongUse(options_.raw + ": This is no number.");
+            addAssignment(catalog_, text, changes_);
 }
 
-RegisterRun::Change& RegisterRun::changeOf(const RegisterItem& item) {
-    const auto found = std::find_if(changes_.begin(), changes_.end(),
-                                    [&item](const Change& any) { return any.item == &item; });
-    return found != changes_.end() ? *found : changes_.emplace_back(Change{&item, {}, {}});
-}
-
-/// Titles may contain points and equals signs: the first division that gives names of the chip
-/// counts.
-void RegisterRun::addChange(const std::string& text) {
-    const auto equals = text.find('=');
-    if (equals == std::string::npos)
-        throw WrongUse(text + ": This is neither REGISTER.FIELD=VALUE nor REGISTER=VALUE.");
-    for (auto end = equals; end != std::string::npos; end = text.find('=', end + 1)) {
-        if (const RegisterItem* whole = catalog_.find(text.substr(0, end))) {
-            const std::optional<std::uint64_t> value = wholeNumber(text.substr(end + 1));
-            if (!value)
-                throw WrongUse(text + ": " + whole->name + " takes a number.");
-            changeOf(*whole).whole = value;
-            return;
-        }
-        for (auto dot = text.find('.'); dot < end; dot = text.find('.', dot + 1)) {
-            const RegisterItem* item = catalog_.find(text.substr(0, dot));
-            const std::string field = text.substr(dot + 1, end - dot - 1);
-            if (item == nullptr || !item->hasField(field))
-                continue;
-            changeOf(*item).fields.emplace_back(field, text.substr(end + 1));
-            return;
-        }
+void RegisterRun::readExpectations() {
+    const RegisterItem* usual = items_.size() == 1 ? items_.front() : nullptr;
+    for (const std::string& text : options_.expect.patterns)
+        addAssignment(catalog_, text, expected_, usual);
+    for (const Assignment& any : expected_) {
+        static_cast<void>(any.unmetIn(0)); // raises where a value cannot be
+        if (std::find(items_.begin(), items_.end(), any.item) == items_.end())
+            items_.push_back(any.item);
     }
-    const auto dot = text.find('.');
-    const RegisterItem& item = catalog_.item(text.substr(0, std::min(dot, equals)));
-    static_cast<void>(item.field(text.substr(dot + 1, equals - dot - 1), 0)); // raises
 }
 
 bool RegisterRun::sendPass() {
@@ -161,17 +139,37 @@ void RegisterRun::print(const std::string& lines, const std::string& kind,
 
 void RegisterRun::readItems() {
     for (const RegisterItem* item : items_) {
-        const std::uint64_t value = access_.read(*item);
+        const std::uint64_t value = readExpected(*item);
         print(valueLines(*item, value), "register", valueMembers(*item, value));
     }
 }
 
+std::uint64_t RegisterRun::readExpected(const RegisterItem& item) {
+    const auto expected =
+        std::find_if(expected_.begin(), expected_.end(),
+                     [&item](const Assignment& any) { return any.item == &item; });
+    if (expected == expected_.end())
+        return access_.read(item);
+    Retries retries(options_.expect, clock().nanoseconds());
+    std::uint64_t value = 0;
+    std::string unmet;
+    do {
+        value = access_.read(item);
+        unmet = expected->unmetIn(value);
+    } while (!unmet.empty() && retries.mayAskAgain(clock().nanoseconds()));
+    if (!unmet.empty()) {
+        verdict_ = differsError;
+        warn(fmt::format("{}: {}", item.name, unmet));
+    }
+    return value;
+}
+
 void RegisterRun::writeChanges() {
-    for (const Change& any : changes_)
+    for (const Assignment& any : changes_)
         write(any);
 }
 
-void RegisterRun::write(const Change& change) {
+void RegisterRun::write(const Assignment& change) {
     const RegisterItem& item = *change.item;
     const auto base = options_.fromReset || change.whole ? RegisterAccess::Base::Reset
                                                          : RegisterAccess::Base::Chip;

@@ -22,13 +22,6 @@ public:
                 std::ostream& output, std::ostream& errors);
 
 private:
-    /// The changes of a register, in one write.
-    struct Change {
-        const RegisterItem* item = nullptr;
-        std::vector<FieldChange> fields;
-        std::optional<std::uint64_t> whole;
-    };
-
     bool prepare() override;
     bool sendPass() override;
     std::unique_ptr<WordReport> makeReport() override;
@@ -37,13 +30,14 @@ private:
 
     void chooseItems();
     void readChanges();
-    Change& changeOf(const RegisterItem& item);
-    void addChange(const std::string& text);
+    void readExpectations();
 
     void perform();
     void readItems();
+    /// Reads until the value is as expected or time is up; the last value.
+    std::uint64_t readExpected(const RegisterItem& item);
     void writeChanges();
-    void write(const Change& change);
+    void write(const Assignment& change);
     void dump();
     void compare();
     void load();
@@ -58,7 +52,8 @@ private:
     RegisterAccess access_;
     WordReport* lines_ = nullptr;
     std::vector<const RegisterItem*> items_;
-    std::vector<Change> changes_;
+    std::vector<Assignment> changes_; ///< each in one write
+    std::vector<Assignment> expected_;
     RegisterSnapshot snapshot_;
     std::map<const RegisterItem*, std::uint64_t> watched_; ///< last values
     int verdict_ = 0;
