@@ -89,7 +89,6 @@ TEST(BatchView, IsWorkedByTheKeyboardAlone) {
     EXPECT_EQ(bench.widget<QComboBox>("frmMain.cmbBatches").currentText(), "Nightfall");
 
     bench.window.activateWindow();
-    bench.settle();
     auto& send = bench.widget<QPushButton>("frmMain.cmdSendOnce");
     EXPECT_EQ(send.shortcut(), QKeySequence("Alt+S"));
     send.setFocus();

@@ -12,7 +12,6 @@ TEST(BytePanelsView, LeadIntoStopModeByTheKeyboardAlone) {
     auto& mode = bench.widget<QWidget>("ZT72537.OptMcr(1)");
     mode.setFocus();
     QTest::keyClick(&mode, Qt::Key_Space);
-    bench.settle();
     EXPECT_FALSE(bench.widget<QPushButton>("ZT72537.CmdMcr").isVisible());
     auto& interval = bench.widget<QComboBox>("ZT72537.CyclicSenseCombo");
     interval.setFocus();
@@ -20,7 +19,6 @@ TEST(BytePanelsView, LeadIntoStopModeByTheKeyboardAlone) {
     auto& enter = bench.widget<QPushButton>("ZT72537.CmdMcr2");
     enter.setFocus();
     QTest::keyClick(&enter, Qt::Key_Space);
-    bench.settle();
     EXPECT_TRUE(bench.widget<QPushButton>("ZT72537.CmdMcr").isVisible());
     EXPECT_EQ(bench.dongle.lastOut()[3], 0x09) << "Stop mode with the shutdown enabled";
 }

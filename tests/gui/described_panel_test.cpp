@@ -119,7 +119,6 @@ TEST(DescribedPanel, ScrollsManyPagesOnASmallScreen) {
     DescribedPanel bench(text);
     EXPECT_LE(bench.panel->minimumSizeHint().height(), 600);
     bench.form().registerTabs.click(60);
-    bench.settle();
     auto& tabs = bench.widget<QTabBar>("Panel_chip.RegisterTabs");
     EXPECT_TRUE(tabs.rect().contains(tabs.tabRect(59).center()));
     EXPECT_TRUE(bench.widget<QLabel>("Panel_chip.R59_W(0)").isVisible());

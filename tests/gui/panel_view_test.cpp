@@ -37,7 +37,6 @@ TEST(PanelView, OpensTheModelOfItsChipOnTheBench) {
     WindowBench bench;
     gui::addBench(bench.window, bench.bench, "loopback");
     bench.program.forms().show("ZT72518");
-    bench.settle();
     bench.press("panel.model");
     EXPECT_EQ(bench.widget<QComboBox>("bench.device").currentText(), "zt72518d");
     auto& chip = bench.widget<QDockWidget>("chip");
@@ -103,7 +102,6 @@ TEST(PanelView, LightsBitsOfARegisterByMouseAndKeyboard) {
 TEST(PanelView, WantsASecondPressForWhatCannotBeUndone) {
     PanelBench bench;
     bench.program.forms().show("TestMode");
-    bench.settle();
     auto& trim = bench.widget<gui::ConfirmButton>("TestMode.trim_send");
     const auto press = [&trim] { QTest::mouseClick(&trim, Qt::LeftButton); };
     const auto timer = [&trim](const char* name) { return trim.findChild<QTimer*>(name); };
@@ -252,7 +250,6 @@ TEST(PanelView, UnloadsTheFormWhenItIsClosedAndOpensAnew) {
     EXPECT_TRUE(bench.panel.isNull());
 
     bench.program.forms().show("ZT72518");
-    bench.settle();
     EXPECT_TRUE(bench.widget<QLabel>("ZT72518.Mux_W(0)").isVisible());
 }
 
@@ -298,7 +295,6 @@ TEST(PanelView, ShowsWhatTheVariantLacksAsDisabled) {
     PanelBench bench;
     QTest::mouseClick(&bench.widget<QRadioButton>("ZT72518.opt_vb(5)"), Qt::LeftButton, {},
                       QPoint(5, 5));
-    bench.settle();
     EXPECT_FALSE(bench.widget<QLabel>("ZT72518.Mux_W(7)").isEnabled());
     QTest::mouseClick(&bench.widget<QLabel>("ZT72518.Mux_W(7)"), Qt::LeftButton);
     bench.settle();
