@@ -9,9 +9,22 @@
 namespace bitlux::test {
 namespace {
 
-constexpr std::string_view driver = R"([chip]
-title = "Lamp driver"
-description = "With a blink"
+constexpr std::string_view driver = R"(
+chip = { title = "Lamp driver", description = "With a blink" }
+register = [
+  { title = "Lämp", address = 3, reset = 6, page = "Light", bits = [
+      "-", "L0", "L1", "a caption that is long, 0", "a caption that is long, 1", "{5..30}", "Blink",
+    ], field = [
+      { title = "Brightness", bits = "2:1", texts = ["off", "half", "full"], codes = [0, 1, 3] },
+      { title = "Blinks", bits = 31, note = "twice a second" },
+    ], view = [
+      { title = "Read" },
+      { title = "Faults", reads = "flags", bits = ["open", "short"] },
+    ], note = """A sentence that is longer than a line of the terminal has room for, so that it \
+goes on in the next.""" },
+  { title = "Clear", address = 4, page = "Light", access = "write only", width = 9 },
+]
+command = [{ title = "Reset", word = 0xFF, note = "Ends all." }]
 [word]
 bits = 40
 type = 2
@@ -21,38 +34,6 @@ write = 0x4000000000
 flags = 0x100000000
 check = { kind = "odd parity", over = "38:33", place = 39 }
 answer = "next word"
-[[register]]
-title = "Lämp"
-address = 3
-reset = 6
-page = "Light"
-bits = ["-", "L0", "L1", "a caption that is long, 0", "a caption that is long, 1", "{5..30}", "Blink"]
-note = "A sentence that is longer than a line of the terminal has room for, so that it goes on in the next."
-[[register.field]]
-title = "Brightness"
-bits = "2:1"
-texts = ["off", "half", "full"]
-codes = [0, 1, 3]
-[[register.field]]
-title = "Blinks"
-bits = 31
-note = "twice a second"
-[[register.view]]
-title = "Read"
-[[register.view]]
-title = "Faults"
-reads = "flags"
-bits = ["open", "short"]
-[[register]]
-title = "Clear"
-address = 4
-page = "Light"
-access = "write only"
-width = 9
-[[command]]
-title = "Reset"
-word = 0xFF
-note = "Ends all."
 )";
 
 TEST(ChipCommand, ShowsTheRegistersOfAChip) {

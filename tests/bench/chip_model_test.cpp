@@ -64,8 +64,25 @@ private:
 
 /// A word of 16 bits: write, flags, three bits of address, three of status, eight of data.
 const std::string accessChip = R"(
-[chip]
-title = "Made up"
+chip = { title = "Made up" }
+register = [
+  { title = "Control", address = 0, width = 8, reset = 0x5A },
+  { title = "Sensor", address = 1, width = 8, reset = 0xC3, access = "read only" },
+  { title = "Key", address = 2, width = 8, access = "write only", write = { reply = "Sensor" } },
+  { title = "Events", address = 3, reset = 0x05, access = "read clears", bits = [
+    "Start", "-", " Start " ] },
+  { title = "Pending", address = 4, width = 8, reset = 0xFF, access = "write one clears" },
+  { title = "Slow", address = 5, width = 8, reset = 0x61, never_written = 0xE0 },
+  { title = "Fast", address = 5, width = 8, always_written = 0x80, view = [
+    { title = "Fast", extra = 0x80, row = "Fast_R" } ] },
+  { title = "Supply", address = 6, width = 2, view = [
+    {},
+    { title = "Supply flags", reads = "flags", bits = ["UV", "OV"], clears = true },
+    { title = "Latched", reads = "flags", extra = 0x80, bits = ["Was UV", "-"] },
+    { title = "Revision", address = 7, reset = 0x2, switches = "Identity", bits = [
+      "Rev 0", "Rev 1" ] },
+  ] },
+]
 [word]
 bits = 16
 address = "13:11"
@@ -77,68 +94,6 @@ flags = 0x4000
 bits = ["-", "-", "-", "-", "-", "-", "-", "-", "HOT", "LOW", "-", "-", "-", "-", "-", "-"]
 of_read = "9:8"
 sum = [{ bit = 15, of = 'Supply_Latched(0)' }]
-[[register]]
-title = "Control"
-address = 0
-width = 8
-reset = 0x5A
-[[register]]
-title = "Sensor"
-address = 1
-width = 8
-reset = 0xC3
-access = "read only"
-[[register]]
-title = "Key"
-address = 2
-width = 8
-access = "write only"
-write = { reply = "Sensor" }
-[[register]]
-title = "Events"
-address = 3
-bits = ["Start", "-", " Start "]
-reset = 0x05
-access = "read clears"
-[[register]]
-title = "Pending"
-address = 4
-width = 8
-reset = 0xFF
-access = "write one clears"
-[[register]]
-title = "Slow"
-address = 5
-width = 8
-reset = 0x61
-never_written = 0xE0
-[[register]]
-title = "Fast"
-address = 5
-width = 8
-always_written = 0x80
-view = [{ title = "Fast", extra = 0x80, row = "Fast_R" }]
-[[register]]
-title = "Supply"
-address = 6
-width = 2
-[[register.view]]
-[[register.view]]
-title = "Supply flags"
-reads = "flags"
-bits = ["UV", "OV"]
-clears = true
-[[register.view]]
-title = "Latched"
-reads = "flags"
-extra = 0x80
-bits = ["Was UV", "-"]
-[[register.view]]
-title = "Revision"
-address = 7
-reset = 0x2
-switches = "Identity"
-bits = ["Rev 0", "Rev 1"]
 )";
 
 TEST(ChipModel, FollowsTheAccessOfEachRegister) {
@@ -178,20 +133,15 @@ TEST(ChipModel, TurnsOnWhatItTellsByName) {
 TEST(ChipModel, ChecksWordsAndAnswersWithACheck) {
     // Write bit, two bits of address, four of data, odd parity over all of them.
     const std::string parityChip = R"(
-[chip]
-title = "Parity"
+chip = { title = "Parity" }
+register = [{ title = "Level", address = 1, width = 4 }]
 [word]
 bits = 8
 address = "6:5"
 data = "4:1"
 write = 0x80
 check = { kind = "odd parity", over = "7:1", place = "0" }
-[[register]]
-title = "Level"
-address = 1
-width = 4
 )";
-    ;
     ModelRig parity(parityChip, 8);
     parity.play("AD=01 20=0D AF=01 Last_word>AF,_wrong_check Level>6 20=0D");
     EXPECT_EQ(parity.send(0xAE, 9), 0x002U) << "another length";
@@ -199,18 +149,14 @@ width = 4
 
     // 24 bits: write bit, seven of address, eight of data, CRC-8 with the polynomial 0x07.
     ModelRig crc(R"(
-[chip]
-title = "CRC"
+chip = { title = "CRC" }
+register = [{ title = "Level", address = 0x12, width = 8 }]
 [word]
 bits = 24
 address = "22:16"
 data = "15:8"
 write = 0x800000
 check = { kind = "crc", over = "23:8", place = "7:0", polynomial = 0x07 }
-[[register]]
-title = "Level"
-address = 0x12
-width = 8
 )",
                  24);
     ;
@@ -220,8 +166,11 @@ width = 8
 
 TEST(ChipModel, AnswersWithTheNextWord) {
     ModelRig rig(R"(
-[chip]
-title = "Late"
+chip = { title = "Late" }
+register = [
+  { title = "Level", address = 1, width = 12, reset = 0x123 },
+  { title = "Events", address = 2, width = 12, access = "read clears", reset = 0x800 },
+]
 [word]
 bits = 16
 address = "14:12"
@@ -231,17 +180,6 @@ answer = "next word"
 [word.status]
 of_read = "15"
 bits = ["-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "Fault"]
-[[register]]
-title = "Level"
-address = 1
-width = 12
-reset = 0x123
-[[register]]
-title = "Events"
-address = 2
-width = 12
-access = "read clears"
-reset = 0x800
 )",
                  16);
     ;
@@ -252,17 +190,9 @@ reset = 0x800
 
 TEST(ChipModel, TakesWordsOfSixtyFourBits) {
     ModelRig rig(R"(
-[chip]
-title = "Wide"
-[word]
-bits = 64
-address = "62:48"
-data = "47:0"
-write = "0x8000000000000000"
-[[register]]
-title = "Wide"
-address = 0x7FFF
-width = 48
+chip = { title = "Wide" }
+word = { bits = 64, address = "62:48", data = "47:0", write = "0x8000000000000000" }
+register = [{ title = "Wide", address = 0x7FFF, width = 48 }]
 )",
                  64);
     ;
@@ -271,23 +201,13 @@ width = 48
 
 TEST(ChipModel, HasTheDevicesOfItsFile) {
     const std::string text = R"(
-[chip]
-title = "Family"
-[word]
-bits = 8
-address = "6:5"
-data = "3:0"
-write = 0x80
-[[register]]
-title = "Number"
-address = 1
-width = 4
-access = "read only"
-[[device]]
-name = "small"
-[[device]]
-name = "large"
-reset = { register = "Number", value = 0x9 }
+chip = { title = "Family" }
+word = { bits = 8, address = "6:5", data = "3:0", write = 0x80 }
+register = [{ title = "Number", address = 1, width = 4, access = "read only" }]
+device = [
+  { name = "small" },
+  { name = "large", reset = { register = "Number", value = 0x9 } },
+]
 )";
     ModelRig(text, 8, "small").play("20=00");
     ModelRig(text, 8, "large").play("20=09");
