@@ -291,15 +291,5 @@ TEST(PanelView, MayBeClosedWhileASequenceRuns) {
     EXPECT_EQ(bench.program.session().ZT72518PanelActive, 0);
 }
 
-TEST(PanelView, ShowsWhatTheVariantLacksAsDisabled) {
-    PanelBench bench;
-    QTest::mouseClick(&bench.widget<QRadioButton>("ZT72518.opt_vb(5)"), Qt::LeftButton, {},
-                      QPoint(5, 5));
-    EXPECT_FALSE(bench.widget<QLabel>("ZT72518.Mux_W(7)").isEnabled());
-    QTest::mouseClick(&bench.widget<QLabel>("ZT72518.Mux_W(7)"), Qt::LeftButton);
-    bench.settle();
-    EXPECT_NE(bench.color("ZT72518.Mux_W(7)"), lit);
-}
-
 } // namespace
 } // namespace bitlux::test

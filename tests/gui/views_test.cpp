@@ -74,19 +74,6 @@ TEST(ConfigureView, IsWalkedThroughWithTheKeyboardAlone) {
     EXPECT_EQ(bench.program.dialog().txtPartName.text(), "Generic");
 }
 
-TEST(ConfigureView, StaysOpenWhenApplyRefuses) {
-    WindowBench bench;
-    bench.choose("frmMain.itemPortOptions");
-    bench.press("frmConfigureSPI.Btn_ParallelPort");
-    bench.program.dialog().cmbSPIWordLength.setText("500");
-    bench.press("frmConfigureSPI.cmdOK");
-    EXPECT_EQ(bench.boxes.takeTexts(),
-              std::vector<std::string>{"The maximum number of SPI bits is 160"});
-    EXPECT_TRUE(bench.program.dialog().visible());
-    bench.window.findChild<QDialog*>()->close();
-    EXPECT_FALSE(bench.program.dialog().visible());
-}
-
 TEST(ConfigureView, SaysBesideTheFieldsWhatIsWrong) {
     WindowBench bench;
     bench.choose("frmMain.itemPortOptions");
