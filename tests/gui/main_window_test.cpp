@@ -42,20 +42,16 @@ TEST(WordEntry, TakesWordAfterWordAsPeopleWriteThem) {
     EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), "DEad");
     QTest::keyClick(&entry, Qt::Key_Return);
 
-    const auto after = [&](Qt::Key key) {
-        QTest::keyClick(&entry, key);
-        return bench.text("frmMain.txtHexWordToSend");
-    };
-    EXPECT_EQ(after(Qt::Key_Down), "DEad");
+    QTest::keyClick(&entry, Qt::Key_Down);
+    EXPECT_EQ(entry.text(), "DEad");
     QTest::keyClicks(&entry, "77");
-    EXPECT_EQ(after(Qt::Key_Up), "DEad");
-    EXPECT_EQ(after(Qt::Key_Up), "1234");
-    EXPECT_EQ(after(Qt::Key_Up), "00A5");
-    EXPECT_EQ(after(Qt::Key_Up), "00A5");
-    EXPECT_EQ(after(Qt::Key_Down), "1234");
-    EXPECT_EQ(after(Qt::Key_Down), "DEad");
-    EXPECT_EQ(after(Qt::Key_Down), "77");
-    EXPECT_EQ(after(Qt::Key_Down), "77");
+    using enum Qt::Key;
+    for (const auto& [key, text] :
+         {row(Key_Up, "DEad"), row(Key_Up, "1234"), row(Key_Up, "00A5"), row(Key_Up, "00A5"),
+          row(Key_Down, "1234"), row(Key_Down, "DEad"), row(Key_Down, "77"), row(Key_Down, "77")}) {
+        QTest::keyClick(&entry, key);
+        EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), text);
+    }
 
     // What a script writes is shown as it is.
     bench.get<forms::TextBox>("frmMain.txtHexWordToSend").setText("0x1 2");

@@ -50,23 +50,16 @@ TEST(PanelView, OpensTheModelOfItsChipOnTheBench) {
 }
 
 TEST(WindowPlace, IsBesideTheOtherWhereTheScreenHasRoom) {
-    struct Case {
-        QSize window;
-        QRect other;
-        QPoint place;
-    };
     const QRect screen(0, 40, 1920, 1040);
-    for (const Case& c :
-         {Case{{1000, 800}, {100, 100, 700, 600}, {800, 100}},  // right of it
-          Case{{1000, 800}, {1100, 100, 700, 600}, {100, 100}}, // left of it
-          Case{{1000, 300}, {600, 100, 700, 600}, {600, 700}},  // below
-          Case{{1000, 300}, {600, 500, 700, 500}, {600, 200}},  // above
-          Case{{1000, 800}, {100, 500, 700, 600}, {800, 280}},  // inside the screen
-          Case{{1300, 900}, {700, 100, 700, 600}, {0, 100}},    // what covers the least
-          Case{{3000, 2000}, {700, 100, 700, 600}, {0, 40}}}) {
-        const QPoint place = gui::placeBeside(c.window, c.other, screen);
-        EXPECT_EQ(place, c.place) << place.x() << ", " << place.y();
-    }
+    for (const auto& [window, other, place] : Rows<QSize, QRect, QPoint>{
+             {{1000, 800}, {100, 100, 700, 600}, {800, 100}},  // right of it
+             {{1000, 800}, {1100, 100, 700, 600}, {100, 100}}, // left of it
+             {{1000, 300}, {600, 100, 700, 600}, {600, 700}},  // below
+             {{1000, 300}, {600, 500, 700, 500}, {600, 200}},  // above
+             {{1000, 800}, {100, 500, 700, 600}, {800, 280}},  // inside the screen
+             {{1300, 900}, {700, 100, 700, 600}, {0, 100}},    // what covers the least
+             {{3000, 2000}, {700, 100, 700, 600}, {0, 40}}})
+        EXPECT_EQ(gui::placeBeside(window, other, screen), place) << window.width();
 }
 
 TEST(PanelView, LightsBitsOfARegisterByMouseAndKeyboard) {

@@ -13,7 +13,9 @@ namespace bitlux::test {
 /// The program on the virtual bench in its window, worked by mouse and keyboard through the object
 /// names of the widgets.
 struct WindowBench : TestBench {
-    gui::MainWindow window{program};
+    TemporaryFolder folder;
+    gui::UserSettings settings{QString::fromStdString(folder.path("window.conf"))};
+    gui::MainWindow window{program, settings};
 
     explicit WindowBench(const std::string& device = "loopback") : TestBench(device) {
         window.fitToContent();
