@@ -71,14 +71,14 @@ TEST(Zt72518, GoesToLowPowerAndWakes) {
          "5A00 5C60 DD80&FF=1B", // VDD may not be switched off
          "5A00 5C80 DD80&FF=83 1D80&F8=80 @60000 DD80&FF=83 5C10 DD80&FF=13 E380=4420",
          "5E01 5A00 5C60 DD80=0000 2580=0000 !CAN_WU Mode>Reset @4 DD80&FF=13",
-         // The timer wakes it
-         "5E01 5809 5A00 5CC0 @128- Mode>Low_Power_Vdd_On_(Stop) @130 Mode>Normal_Request "
-         "E380&10=10",
-         "5E01 5809 5A00 5C70 @128- Mode>Low_Power_Vdd_Off_(Sleep) @130 Mode>Normal_Request "
-         "E380&10=10",
          "5A00 5C80 !I/O_0_2_INT_WU @8 Mode>Normal_Request E380=4440",
          "5A00 5C80 !CAN_WU @8 Mode>Normal_Request E100=5080",
          "5080 5A00 5C80~1D80&7 Mode>Low_Power_Vdd_On_(Stop)"});
+    for (const auto& [mode, low] : Rows<const char*, const char*>{
+             {"5CC0", "Low_Power_Vdd_On_(Stop)"}, {"5C70", "Low_Power_Vdd_Off_(Sleep)"}})
+        ChipRig().play(fmt::format("5E01 5809 5A00 {} @128- Mode>{} " // the timer wakes it
+                                   "@130 Mode>Normal_Request E380&10=10",
+                                   mode, low));
 }
 
 TEST(Zt72518, ChecksParityWhenToldTo) {

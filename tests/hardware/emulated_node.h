@@ -13,6 +13,7 @@ namespace bitlux::test {
 /// lock, on a thread of the test bed. One program at a time may hold it.
 class EmulatedNode {
 public:
+    virtual ~EmulatedNode() { detach(); }
     EmulatedNode(const EmulatedNode&) = delete;
     EmulatedNode& operator=(const EmulatedNode&) = delete;
 
@@ -24,7 +25,6 @@ public:
 protected:
     /// `description` has the device in words of the test bed.
     EmulatedNode(const Testbed& testbed, std::string node, const std::string& description);
-    virtual ~EmulatedNode() { detach(); }
     /// Nothing is answered from here on; for destructors of those who answer.
     void detach();
 

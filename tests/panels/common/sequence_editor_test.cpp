@@ -14,19 +14,12 @@ TEST(SequenceEditor, InsertsWaitsAndRemovesLines) {
     bench.press("Cm_Wait");
     EXPECT_EQ(bench.sequence(), "a=1 b=50ms c=3 Wait=10");
     EXPECT_EQ(bench.text("ZT72518.Text_Wait"), "10");
-    bench.commands().select(2);
-    bench.type("Text_Wait", "25");
-    bench.press("Cm_Wait");
+    bench.work("List_Commands=2 Text_Wait=25 Cm_Wait");
     EXPECT_EQ(bench.sequence(), "a=1 Wait=25 b=50ms c=3 Wait=10");
     EXPECT_EQ(bench.commands().listIndex(), 3) << "the selection goes along";
-    bench.type("Text_Wait", "");
-    bench.commands().select(0);
-    bench.press("Cm_Wait");
-    bench.press("Cm_Remove_Line");
+    bench.work("Text_Wait= List_Commands=0 Cm_Wait Cm_Remove_Line");
     EXPECT_EQ(bench.sequence(), "Wait=10 a=1 Wait=25 b=50ms c=3 Wait=10") << "the headers stay";
-    bench.commands().select(6);
-    bench.press("Cm_Remove_Line");
-    bench.press("Cm_Remove_Line");
+    bench.work("List_Commands=6 Cm_Remove_Line Cm_Remove_Line");
     EXPECT_EQ(bench.sequence(), "Wait=10 a=1 Wait=25 b=50ms");
     bench.boxes.answer(MessageBox::Answer::No);
     bench.press("Cm_CLEAR_lists");
@@ -62,8 +55,7 @@ TEST(SequenceEditor, MovesLinesByDragging) {
     EXPECT_EQ(bench.lists().List_Value.listIndex(), 1) << "goes with its line";
     bench.press("Cm_Remove_Line");
     EXPECT_EQ(bench.lists().List_Value.listIndex(), 1);
-    bench.commands().select(1);
-    bench.press("Cm_Remove_Line");
+    bench.work("List_Commands=1 Cm_Remove_Line");
     EXPECT_EQ(bench.lists().List_Value.listIndex(), -1);
     EXPECT_EQ(bench.sequence(), "b=50ms");
 }

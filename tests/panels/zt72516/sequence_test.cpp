@@ -70,25 +70,18 @@ TEST(Zt72516Sequence, IsEdited) {
     Bench bench;
     auto& commands = bench.on<forms::ListBox>("List_Commands");
     bench.fill("INT Request=a;Goto Init Mode=b");
-    bench.press("cm_MoveUp"); // nothing is selected
-    commands.select(1);
-    bench.press("cm_MoveUp");
-    commands.select(2);
-    bench.press("cm_MoveDown");
+    bench.work("cm_MoveUp"); // nothing is selected
+    bench.work("List_Commands=1 cm_MoveUp List_Commands=2 cm_MoveDown");
     const std::string text = "Please select a valid command to move.";
     EXPECT_EQ(bench.boxes.takeTexts(), (Texts{text, text, text}));
     bench.press("cm_MoveUp");
     EXPECT_EQ(bench.column("List_Commands"), "Commands|Goto Init Mode|INT Request");
     EXPECT_EQ(bench.column("List_Value"), "Value in Hex (data only)|b|a");
     EXPECT_EQ(commands.listIndex(), 1);
-    bench.on<forms::TextBox>("Text_Wait").setText("soon");
-    bench.press("Cm_Wait");
+    bench.work("Text_Wait=soon Cm_Wait");
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Enter a numeric value for the wait time."});
-    bench.on<forms::TextBox>("Text_Wait").setText("1.5e1");
-    bench.press("Cm_Wait");
-    commands.select(0);
-    bench.press("Cm_Remove_Line"); // the headers stay
-    bench.press("Cm_Wait");        // but go down
+    // The headers stay, but go down.
+    bench.work("Text_Wait=1.5e1 Cm_Wait List_Commands=0 Cm_Remove_Line Cm_Wait");
     EXPECT_EQ(bench.column("List_Commands"), "Wait|Commands|Wait|Goto Init Mode|INT Request");
     EXPECT_EQ(bench.column("List_Value"), "1.5e1|Value in Hex (data only)|1.5e1|b|a");
     bench.boxes.answer(MessageBox::Answer::Yes);
