@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 
 #include <fmt/format.h>
+#include <gtest/gtest.h>
 
 namespace bitlux::test {
 
@@ -25,6 +26,13 @@ inline Outcome bitlux(const std::string& arguments) {
         output.append(block.data(), size);
     const int status = ::pclose(pipe);
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output};
+}
+
+/// Runs the real program, which says all of this and ends so.
+inline void expectRun(const std::string& arguments, const std::string& output, int code = 0) {
+    const Outcome outcome = bitlux(arguments);
+    EXPECT_EQ(outcome.output, output) << arguments;
+    EXPECT_EQ(outcome.code, code) << arguments;
 }
 
 } // namespace bitlux::test

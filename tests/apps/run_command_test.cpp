@@ -125,11 +125,8 @@ TEST(RunCommand, EndsWithOneAtAMessage) {
               "Word 1, line 1, \"read id\": No answer came in 1 s.\n"
               "0 OUT 08 70 00 A5 00 00 00 00\n"},
              {"/board.spi --log /missing/log",
-              "The file \"/missing/log\" cannot be written: No such file or directory.\n"}}) {
-        const Outcome outcome = bitlux(start + arguments + " </dev/null");
-        EXPECT_EQ(outcome.output, output) << arguments;
-        EXPECT_EQ(outcome.code, 1) << arguments;
-    }
+              "The file \"/missing/log\" cannot be written: No such file or directory.\n"}})
+        expectRun(start + arguments + " </dev/null", output, 1);
     for (const char* arguments : {"", "--times 0", "--bus port", "--bench echo --json --log -"})
         EXPECT_EQ(board.run(arguments).code, *arguments == '\0' ? 1 : 2) << arguments;
     EXPECT_EQ(board.run("--bench echo >/dev/full").code, 1);
@@ -143,14 +140,15 @@ TEST(RunCommand, ChangesAPinOfTheDongleWithTheWordThatItIsGiven) {
     board.write("hex.spi", text);
     board.write("binary.spi", text.replace(text.find("#FALSE#"), 7, "#TRUE#"));
     const std::string run = "run --bench echo --bus dongle --batch pin " + board.path();
-    EXPECT_EQ(bitlux(run + "/hex.spi").output,
+    expectRun(run + "/hex.spi",
               "A pin goes with the word of the first page, line 1, "
-              "\"* Set HIGH: Data 0\": Nothing to send!\n");
+              "\"* Set HIGH: Data 0\": Nothing to send!\n",
+              1);
     for (const char* file : {"/hex.spi", "/binary.spi"})
-        EXPECT_EQ(bitlux(run + file + " --pin-word 0x3C --trace -").output,
+        expectRun(run + file + " --pin-word 0x3C --trace -",
                   "0 OUT 48 70 01 3C 00 00 00 00\n2008000 IN 48 70 01 00 00 00 00 00\n3C 00\n");
-    EXPECT_EQ(bitlux(run + "/hex.spi --pin-word 13C").output,
-              "--pin-word \"13C\": This has 9 bits, and a word here has 8.\n");
+    expectRun(run + "/hex.spi --pin-word 13C",
+              "--pin-word \"13C\": This has 9 bits, and a word here has 8.\n", 2);
 }
 
 TEST(RunCommand, GoesOnAtAPauseAndEndsQuietlyWhereNobodyReads) {

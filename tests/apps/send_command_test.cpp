@@ -11,60 +11,52 @@ namespace bitlux::test {
 namespace {
 
 TEST(SendCommand, PrintsALineAWord) {
-    for (const auto& [arguments, output] :
-         {row("loopback A5", "A5 A5\n"), row("loopback --bits 10 3f", "03F 03F\n"),
-          row("none --bits 12 --do low 0", "000 000\n"),
-          row("loopback --bits 16 --type 5 --order lsb --cs high --pins 9,5,3,13 A5C3",
-              "A5C3 4B86\n"),
-          row("scripted --replies 1234,ff --bits 16 --order lsb --type 5 0 0 0",
-              "0000 1234\n0000 00FF\n0000 00FF\n"),
-          row("zt72518s --bus dongle --bits 16 --type 2 --turn-on 'vdd ov' "
+    for (const auto& [arguments, output] : Rows<const char*, const char*>{
+             {"loopback A5", "A5 A5\n"},
+             {"loopback --bits 10 3f", "03F 03F\n"},
+             {"none --bits 12 --do low 0", "000 000\n"},
+             {"loopback --bits 16 --type 5 --order lsb --cs high --pins 9,5,3,13 A5C3",
+              "A5C3 4B86\n"},
+             {"scripted --replies 1234,ff --bits 16 --order lsb --type 5 0 0 0",
+              "0000 1234\n0000 00FF\n0000 00FF\n"},
+             {"zt72518s --bus dongle --bits 16 --type 2 --turn-on 'vdd ov' "
               "--turn-on 'CAN Low/Tx Dom' 2580 E500 E100 BF00",
-              "2580 92CA\nE500 9204\nE100 1004\nBF00 0000\n")}) {
-        const Outcome outcome = bitlux(std::string("send --bench ") + arguments);
-        EXPECT_EQ(outcome.output, output) << arguments;
-        EXPECT_EQ(outcome.code, 0) << arguments;
-    }
+              "2580 92CA\nE500 9204\nE100 1004\nBF00 0000\n"},
+             {"echo --bits 16 --repeat 2 0xA5 a5_c3",
+              "00A5 0000\nA5C3 00A5\n00A5 A5C3\nA5C3 00A5\n"},
+             {"loopback --bits 2 --type 7 --trace - 2", // the words alone
+              "0 W 378 04\n1000 W 378 00\n2000 R 379 00\n3000 W 378 06\n4000 W 378 02\n"
+              "5000 R 379 20\n6000 W 378 04\n7000 W 378 00\n8000 W 378 01\n9000 W 378 05\n"
+              "2 1\n"}})
+        expectRun(std::string("send --bench ") + arguments, output);
 }
 
 TEST(SendCommand, SendsThroughTheDongle) {
-    constexpr const char* oneGoodWord =
-        "1234 0000\nWord 2, \"5678\": Check the USB cable and restart program\n";
-    for (const auto& [arguments, output, code] : Rows<const char*, const char*, int>{
-             {"--bench loopback --bits 32 --trace - DEADBEEF",
+    const std::string cable = "Check the USB cable and restart program\n";
+    const std::string lengths = "The dongle carries words of 8, 16, 24, 32 or 40 bits, not of ";
+    for (const auto& [arguments, output, code] : Rows<const char*, std::string, int>{
+             {"loopback --bits 32 --trace - DEADBEEF",
               "0 OUT 20 70 00 DE AD BE EF 00\n2032000 IN 20 70 00 DE AD BE EF 00\n"
               "DEADBEEF DEADBEEF\n",
               0},
-             {"--bench stuck-high --bits 8 --cs high --di low --do low --type 3 --order lsb "
-              "--trace - 0F",
+             {"stuck-high --bits 8 --cs high --di low --do low --type 3 --order lsb --trace - 0F",
               "0 OUT 08 4A 00 F0 00 00 00 00\n2008000 IN 08 4A 00 00 00 00 00 00\n0F 00\n", 0},
-             {"--bench loopback --clock 62.5k --trace - A5",
+             {"loopback --clock 62.5k --trace - A5",
               "0 OUT 08 F0 00 A5 00 00 00 00\n2128000 IN 08 F0 00 A5 00 00 00 00\nA5 A5\n", 0},
-             {"--bench echo --bits 16 --fault late:700 1234 5678", "1234 0000\n5678 1234\n", 0},
-             {"--bench echo --bits 16 --fault gone@2 1234 5678 9ABC", oneGoodWord, 1},
-             {"--bench echo --bits 16 --fault short:5/0 --fault stalled@2 1234 5678", oneGoodWord,
-              1},
-             {"--bench echo --bits 16 --fault silent@2 --timeout 0.6 1234 5678 9ABC",
+             {"echo --bits 16 --fault late:700 1234 5678", "1234 0000\n5678 1234\n", 0},
+             {"echo --bits 16 --fault gone@2 1234 5678 9ABC",
+              "1234 0000\nWord 2, \"5678\": " + cable, 1},
+             {"echo --bits 16 --fault short:5/0 --fault stalled@2 1234 5678",
+              "1234 0000\nWord 2, \"5678\": " + cable, 1},
+             {"echo --bits 16 --fault silent@2 --timeout 0.6 1234 5678 9ABC",
               "1234 0000\nWord 2, \"5678\": No answer came in 0.6 s.\n", 1},
-             {"--bench echo --bits 16 --fault babbling@2 1 2 3 4",
-              "0001 0000\n0002 0001\nWord 3, \"3\": Check the USB cable and restart program\n", 1},
-             {"--bench loopback --bits 9 1FF",
-              "The dongle carries words of 8, 16, 24, 32 or 40 bits, not of 9.\n", 1},
-             {"--bench loopback --bits 48 1",
-              "The dongle carries words of 8, 16, 24, 32 or 40 bits, not of 48.\n", 1}}) {
-        const Outcome outcome = bitlux(fmt::format("send --bus dongle {}", arguments));
-        EXPECT_EQ(outcome.output, output) << arguments;
-        EXPECT_EQ(outcome.code, code) << arguments;
-    }
+             {"echo --bits 16 --fault babbling@2 1 2 3 4",
+              "0001 0000\n0002 0001\nWord 3, \"3\": " + cable, 1},
+             {"loopback --bits 9 1FF", lengths + "9.\n", 1},
+             {"loopback --bits 48 1", lengths + "48.\n", 1}})
+        expectRun(std::string("send --bus dongle --bench ") + arguments, output, code);
     EXPECT_EQ(bitlux("send --bench loopback --bus port --trace - --bits 1 1").output.substr(0, 10),
               "0 W 378 00");
-}
-
-TEST(SendCommand, TracesTheWordsAlone) {
-    const Outcome outcome = bitlux("send --bench loopback --bits 2 --type 7 --trace - 2");
-    EXPECT_EQ(outcome.output,
-              "0 W 378 04\n1000 W 378 00\n2000 R 379 00\n3000 W 378 06\n4000 W 378 02\n"
-              "5000 R 379 20\n6000 W 378 04\n7000 W 378 00\n8000 W 378 01\n9000 W 378 05\n2 1\n");
 }
 
 TEST(SendCommand, FindsWhatCannotBeWrittenBeforeAnythingIsSent) {
@@ -98,14 +90,6 @@ TEST(SendCommand, LetsEveryOutputStandOnItsOwn) {
     EXPECT_TRUE(contentOf(folder.path("t")).starts_with("0 W 378 00\n"));
 }
 
-TEST(SendCommand, SaysThatTheTraceHasNoRoom) {
-    const Outcome outcome = bitlux("send --bench loopback --trace /dev/full --log - 1 2");
-    EXPECT_EQ(outcome.output, "The file \"/dev/full\" cannot be written: No space left on device.\n"
-                              "01 01\n02 02\nSPI Word Sent:\n  01\nSPI Word Received:\n  01\n \n"
-                              "SPI Word Sent:\n  02\nSPI Word Received:\n  02\n \n");
-    EXPECT_EQ(outcome.code, 1);
-}
-
 TEST(SendCommand, EndsOrderlyAtASignal) {
     for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
         const TemporaryFolder folder;
@@ -129,16 +113,14 @@ TEST(SendCommand, EndsOrderlyAtASignal) {
     EXPECT_EQ(endless.rest().size() % 6, 0U) << "whole lines";
 }
 
-TEST(SendCommand, TakesWordsAsPeopleWriteThem) {
-    EXPECT_EQ(bitlux("send --bench echo --bits 16 --repeat 2 0xA5 a5_c3").output,
-              "00A5 0000\nA5C3 00A5\n00A5 A5C3\nA5C3 00A5\n");
+TEST(SendCommand, TakesWordsFromItsInput) {
     const TemporaryFolder folder;
-    EXPECT_EQ(bitlux("send --bench echo 1 - 2 <" + folder.write("in", "3 0x4\n\n5")).output,
+    expectRun("send --bench echo 1 - 2 <" + folder.write("in", "3 0x4\n\n5"),
               "01 00\n03 01\n04 03\n05 04\n02 05\n");
-    const Outcome wrong = bitlux("send --bench echo - <" + folder.write("in", "3\n 4 100 5\n"));
-    EXPECT_EQ(wrong.output, "03 00\n04 03\nWord 3, \"100\", line 2 of the standard input: This has "
-                            "9 bits, and a word here has 8.\n");
-    EXPECT_EQ(wrong.code, 1);
+    expectRun("send --bench echo - <" + folder.write("in", "3\n 4 100 5\n"),
+              "03 00\n04 03\nWord 3, \"100\", line 2 of the standard input: This has 9 bits, and a "
+              "word here has 8.\n",
+              1);
 }
 
 TEST(SendCommand, TakesTheSettingsOfAFile) {
@@ -167,14 +149,15 @@ TEST(SendCommand, TakesTheSettingsOfAFile) {
 
 TEST(SendCommand, EndsWithOneAtAMessage) {
     for (const auto& [arguments, output] : Rows<const char*, const char*>{
-             {"--bench loopback --pins 2,2,4,12 1",
+             {"loopback --pins 2,2,4,12 1",
               "Pin Conflict!  Please select a different pin configuration.\n"},
-             {"--config /missing/x.spi --bench none 1", "There is no file \"/missing/x.spi\".\n"},
-             {"--bench loopback --turn-on x 1", "This device has no switches\n"}}) {
-        const Outcome outcome = bitlux(std::string("send ") + arguments);
-        EXPECT_EQ(outcome.output, output) << arguments;
-        EXPECT_EQ(outcome.code, 1) << arguments;
-    }
+             {"none --config /missing/x.spi 1", "There is no file \"/missing/x.spi\".\n"},
+             {"loopback --turn-on x 1", "This device has no switches\n"},
+             {"loopback --trace /dev/full --log - 1 2",
+              "The file \"/dev/full\" cannot be written: No space left on device.\n"
+              "01 01\n02 02\nSPI Word Sent:\n  01\nSPI Word Received:\n  01\n \n"
+              "SPI Word Sent:\n  02\nSPI Word Received:\n  02\n \n"}})
+        expectRun(std::string("send --bench ") + arguments, output, 1);
 }
 
 TEST(SendCommand, EndsWithTwoAtABadUsage) {
@@ -211,11 +194,8 @@ TEST(SendCommand, EndsWithTwoAtABadUsage) {
               "Word 2, \"100\": This has 9 bits, and a word here has 8.\n"},
              {"send --bench loopback 12 xy",
               "Word 2, \"xy\": This is no hexadecimal number.\nRun with --help for more "
-              "information.\n"}}) {
-        const Outcome outcome = bitlux(arguments);
-        EXPECT_EQ(outcome.output, output);
-        EXPECT_EQ(outcome.code, 2) << arguments;
-    }
+              "information.\n"}})
+        expectRun(arguments, output, 2);
 }
 
 TEST(Help, EndsWithExamplesAndExitCodes) {

@@ -12,45 +12,44 @@ TEST(ShowCommand, PrintsWhatAFileHolds) {
     const TemporaryFolder folder;
     folder.write("board.spi", boardFile);
     folder.write("dongle.spi", dongleFile());
-    const Outcome outcome = bitlux("show " + folder.path("board.spi"));
-    EXPECT_EQ(outcome.output, "Settings\n"
-                              "  Part          B\xC3\xBCro\n"
-                              "  Word          8 bits, MSB first\n"
-                              "  Bus           the parallel port\n"
-                              "  SPI type      1\n"
-                              "  Chip select   low when asserted\n"
-                              "  Data in       a one is high\n"
-                              "  Data out      a one is high\n"
-                              "  Dongle clock  1 MHz\n"
-                              "  Port address  the first that is found\n"
-                              "  Port pins     CS 2, DI 3, CLK 4, DO 12\n"
-                              "  Data pins     EN on 5\n"
-                              "  Control pins  none\n"
-                              "  Dongle pins   none\n"
-                              "  Display       hexadecimal\n"
-                              "  Session Log   on, 5 words of continuous sending\n"
-                              "  Part tabs     none\n"
-                              "\nQuick Commands: 2\n"
-                              "  A5  read id\n"
-                              "  0F  gr\xC3\xBCn \"a\\b\" ?[2J\n"
-                              "\nCommands To Send: 5\n"
-                              "     1  read id\n"
-                              "     2  * Wait 2 hrs\n"
-                              "     3  * Set HIGH: EN\n"
-                              "     4  * Set LOW: DIS\n"
-                              "     5  gr\xC3\xBCn \"a\\b\" ?[2J\n"
-                              "\nBatches: 2\n"
-                              "  sweep\n"
-                              "     1  read id\n"
-                              "     2  * Wait 5 ms\n"
-                              "     3  * Set HIGH: EN\n"
-                              "     4  read id\n"
-                              "  hold on\n"
-                              "     1  read id\n"
-                              "     2  * Pause\n"
-                              "     3  read id\n");
-    EXPECT_EQ(outcome.code, 0);
-    EXPECT_EQ(bitlux("show --batches " + folder.path("board.spi")).output, "sweep\nhold on\n");
+    expectRun("show " + folder.path("board.spi"),
+              "Settings\n"
+              "  Part          B\xC3\xBCro\n"
+              "  Word          8 bits, MSB first\n"
+              "  Bus           the parallel port\n"
+              "  SPI type      1\n"
+              "  Chip select   low when asserted\n"
+              "  Data in       a one is high\n"
+              "  Data out      a one is high\n"
+              "  Dongle clock  1 MHz\n"
+              "  Port address  the first that is found\n"
+              "  Port pins     CS 2, DI 3, CLK 4, DO 12\n"
+              "  Data pins     EN on 5\n"
+              "  Control pins  none\n"
+              "  Dongle pins   none\n"
+              "  Display       hexadecimal\n"
+              "  Session Log   on, 5 words of continuous sending\n"
+              "  Part tabs     none\n"
+              "\nQuick Commands: 2\n"
+              "  A5  read id\n"
+              "  0F  gr\xC3\xBCn \"a\\b\" ?[2J\n"
+              "\nCommands To Send: 5\n"
+              "     1  read id\n"
+              "     2  * Wait 2 hrs\n"
+              "     3  * Set HIGH: EN\n"
+              "     4  * Set LOW: DIS\n"
+              "     5  gr\xC3\xBCn \"a\\b\" ?[2J\n"
+              "\nBatches: 2\n"
+              "  sweep\n"
+              "     1  read id\n"
+              "     2  * Wait 5 ms\n"
+              "     3  * Set HIGH: EN\n"
+              "     4  read id\n"
+              "  hold on\n"
+              "     1  read id\n"
+              "     2  * Pause\n"
+              "     3  read id\n");
+    expectRun("show --batches " + folder.path("board.spi"), "sweep\nhold on\n");
     EXPECT_NE(bitlux("show " + folder.path("dongle.spi"))
                   .output.find("  Bus           the dongle, else the parallel port\n"),
               std::string::npos);
@@ -82,13 +81,12 @@ TEST(ShowCommand, EndsWithOneAtADamagedFile) {
     const TemporaryFolder folder;
     const std::string file =
         folder.write("damaged.spi", boardFile + "\"[QuickCommand]\",\"1 0\"\r\n");
-    const Outcome outcome = bitlux("show " + file);
-    EXPECT_EQ(outcome.output,
+    expectRun("show " + file,
               fmt::format("The file \"{}\" is damaged in line 26: the Quick Command "
                           "\"1 0\" has no 8 bits and a name.\n",
-                          file));
-    EXPECT_EQ(outcome.code, 1);
-    EXPECT_EQ(bitlux("show " + folder.write("empty.spi", "")).output, "Invalid File Format.\n");
+                          file),
+              1);
+    expectRun("show " + folder.write("empty.spi", ""), "Invalid File Format.\n", 1);
 }
 
 TEST(ShowCommand, GoesOnWithoutAChipThatIsMissing) {

@@ -1,26 +1,19 @@
-#include "bench/device.h"
-#include "bench/dongle_word.h"
 #include "bench/model/chip_model.h"
-#include "bench/simulated_dongle.h"
 #include "chips/chip_reader.h"
+#include "dongle_rig.h"
 #include "platform/failure.h"
+#include "support/rows.h"
 
-#include <map>
 #include <string>
-#include <utility>
-#include <vector>
-
-#include <fmt/format.h>
-#include <gtest/gtest.h>
 
 namespace bitlux::test {
 namespace {
 
 /// A chip from a text, with words of up to 64 bits clocked through its pins.
-class ModelRig {
+class ModelRig : public ChipScript {
 public:
-    explicit ModelRig(const std::string& text, const std::string& device = "made")
-        : chip_(makeChipModel(read(text), device)) {}
+    ModelRig(const std::string& text, int bits, const std::string& device = "made")
+        : chip_(makeChipModel(read(text), device)), bits_(bits) {}
 
     static chips::ChipPtr read(const std::string& text) {
         const chips::ChipFile file = chips::readChip(text, "made.toml");
@@ -28,6 +21,7 @@ public:
             ADD_FAILURE() << describe(problem, "made.toml");
         return file.chip;
     }
+    std::uint64_t send(std::uint64_t word) override { return send(word, bits_); }
     std::uint64_t send(std::uint64_t word, int bits) {
         const BusShape shape{.wordLength = bits};
         std::uint64_t answer = 0;
@@ -49,9 +43,7 @@ public:
         drive();
         return answer;
     }
-    void turn(const std::string& name, bool on = true) {
-        chip_->turn(switchNamed(*chip_, name), on);
-    }
+    Chip& present() override { return *chip_; }
     std::string switches() const {
         std::string all;
         for (const ChipSwitch& one : chip_->switches())
@@ -67,12 +59,30 @@ public:
 
 private:
     std::unique_ptr<Chip> chip_;
+    int bits_;
 };
 
 /// A word of 16 bits: write, flags, three bits of address, three of status, eight of data.
 const std::string accessChip = R"(
-[chip]
-title = "Made up"
+chip = { title = "Made up" }
+register = [
+  { title = "Control", address = 0, width = 8, reset = 0x5A },
+  { title = "Sensor", address = 1, width = 8, reset = 0xC3, access = "read only" },
+  { title = "Key", address = 2, width = 8, access = "write only", write = { reply = "Sensor" } },
+  { title = "Events", address = 3, reset = 0x05, access = "read clears", bits = [
+    "Start", "-", " Start " ] },
+  { title = "Pending", address = 4, width = 8, reset = 0xFF, access = "write one clears" },
+  { title = "Slow", address = 5, width = 8, reset = 0x61, never_written = 0xE0 },
+  { title = "Fast", address = 5, width = 8, always_written = 0x80, view = [
+    { title = "Fast", extra = 0x80, row = "Fast_R" } ] },
+  { title = "Supply", address = 6, width = 2, view = [
+    {},
+    { title = "Supply flags", reads = "flags", bits = ["UV", "OV"], clears = true },
+    { title = "Latched", reads = "flags", extra = 0x80, bits = ["Was UV", "-"] },
+    { title = "Revision", address = 7, reset = 0x2, switches = "Identity", bits = [
+      "Rev 0", "Rev 1" ] },
+  ] },
+]
 [word]
 bits = 16
 address = "13:11"
@@ -84,92 +94,24 @@ flags = 0x4000
 bits = ["-", "-", "-", "-", "-", "-", "-", "-", "HOT", "LOW", "-", "-", "-", "-", "-", "-"]
 of_read = "9:8"
 sum = [{ bit = 15, of = 'Supply_Latched(0)' }]
-[[register]]
-title = "Control"
-address = 0
-width = 8
-reset = 0x5A
-[[register]]
-title = "Sensor"
-address = 1
-width = 8
-reset = 0xC3
-access = "read only"
-[[register]]
-title = "Key"
-address = 2
-width = 8
-access = "write only"
-write = { reply = "Sensor" }
-[[register]]
-title = "Events"
-address = 3
-bits = ["Start", "-", " Start "]
-reset = 0x05
-access = "read clears"
-[[register]]
-title = "Pending"
-address = 4
-width = 8
-reset = 0xFF
-access = "write one clears"
-[[register]]
-title = "Slow"
-address = 5
-width = 8
-reset = 0x61
-never_written = 0xE0
-[[register]]
-title = "Fast"
-address = 5
-width = 8
-always_written = 0x80
-view = [{ title = "Fast", extra = 0x80, row = "Fast_R" }]
-[[register]]
-title = "Supply"
-address = 6
-width = 2
-[[register.view]]
-[[register.view]]
-title = "Supply flags"
-reads = "flags"
-bits = ["UV", "OV"]
-clears = true
-[[register.view]]
-title = "Latched"
-reads = "flags"
-extra = 0x80
-bits = ["Was UV", "-"]
-[[register.view]]
-title = "Revision"
-address = 7
-reset = 0x2
-switches = "Identity"
-bits = ["Rev 0", "Rev 1"]
 )";
 
 TEST(ChipModel, FollowsTheAccessOfEachRegister) {
-    ModelRig rig(accessChip);
-    const auto exchange = [&rig](const std::vector<std::pair<unsigned, unsigned>>& words) {
-        for (const auto& [word, answer] : words)
-            EXPECT_EQ(rig.send(word, 16), answer) << std::hex << word;
-    };
-    exchange({{0x0000, 0x5A}, {0x80A5, 0x00}, {0x0000, 0xA5}});                 // read write
-    exchange({{0x0800, 0xC3}, {0x8811, 0x00}, {0x0800, 0xC3}});                 // read only
-    exchange({{0x9077, 0xC3}, {0x1000, 0x00}});                                 // write only
-    exchange({{0x1800, 0x05}, {0x1800, 0x00}, {0x98FF, 0x00}, {0x1800, 0x00}}); // read clears
-    exchange({{0xA00F, 0x00}, {0x2000, 0xF0}, {0xA0F0, 0x00}, {0x2000, 0x00}}); // ones clear
-    exchange({{0xA81F, 0x00}, {0x2800, 0x7F}, {0xA8B3, 0x00}});                 // one address
-    exchange({{0x2800, 0x7F}, {0x2880, 0xB3}});
-    exchange({{0x3880, 0x02}, {0x7800, 0x00}}); // a value of its own, and no flags there
+    ModelRig rig(accessChip, 16);
+    rig.play("0000=5A 80A5=00 0000=A5");                 // read write
+    rig.play("0800=C3 8811=00 0800=C3");                 // read only
+    rig.play("9077=C3 1000=00");                         // write only
+    rig.play("1800=05 1800=00 98FF=00 1800=00");         // read clears
+    rig.play("A00F=00 2000=F0 A0F0=00 2000=00");         // ones clear
+    rig.play("A81F=00 2800=7F A8B3=00 2800=7F 2880=B3"); // one address
+    rig.play("3880=02 7800=00");                         // a value of its own, and no flags there
     EXPECT_EQ(rig.readings(), "Last word=7800 Control=A5 Sensor=C3 Key=77 Events=0 Pending=00 "
                               "Slow=7F Fast=B3 Supply=0 ");
-    exchange({{0xC000, 0x00}}); // no operation
-    EXPECT_EQ(rig.readings().substr(0, 24), "Last word=C000, unknown ");
+    rig.play("C000=00 Last_word>C000,_unknown"); // no operation
 }
 
 TEST(ChipModel, TurnsOnWhatItTellsByName) {
-    ModelRig rig(accessChip);
+    ModelRig rig(accessChip, 16);
     EXPECT_EQ(rig.switches().substr(0, 22), "Sensor/0 Sensor/1 Sens");
     EXPECT_NE(rig.switches().find("Events/Start Events/Start 2 Pending/0 "), std::string::npos);
     EXPECT_NE(rig.switches().find("Pending/7 Supply flags/UV Supply flags/OV Latched/Was UV "
@@ -177,79 +119,58 @@ TEST(ChipModel, TurnsOnWhatItTellsByName) {
                                   "Faults/Silent Faults/Output stuck high Faults/Flags stay "),
               std::string::npos)
         << rig.switches();
-    rig.turn("ov");
-    rig.turn("Was UV");
-    rig.turn("LOW");
-    rig.turn("Sensor/0", false);
-    rig.turn("Rev 0");
-    EXPECT_EQ(rig.send(0x7000, 16), 0x0202U);
-    EXPECT_EQ(rig.send(0x7000, 16), 0x0200U) << "cleared by reading";
-    EXPECT_EQ(rig.send(0x7080, 16), 0x0201U);
-    EXPECT_EQ(rig.send(0x7080, 16), 0x0201U) << "not cleared";
-    EXPECT_EQ(rig.send(0x0800, 16), 0x02C2U);
-    EXPECT_EQ(rig.send(0x3800, 16), 0x0203U);
-    EXPECT_EQ(rig.send(0x8000, 16), 0x8200U) << "with the sum of flags";
-    rig.turn("UV");
-    rig.turn("Flags stay");
-    for (int time = 0; time < 2; ++time)
-        EXPECT_EQ(rig.send(0x7000, 16), 0x0201U);
-    rig.turn("Silent");
-    EXPECT_EQ(rig.send(0x8042, 16), 0x0000U);
-    rig.turn("Silent", false);
-    EXPECT_EQ(rig.send(0x0000, 16), 0x0200U) << "a silent chip takes nothing";
-    rig.turn("Output stuck high");
-    EXPECT_EQ(rig.send(0x0000, 16), 0xFFFFU);
+    EXPECT_EQ(rig.present().switches().at(switchNamed(rig.present(), "ov")).name, "OV");
+    rig.play("!OV !Was_UV !LOW !-Sensor/0 !Rev_0");
+    rig.play("7000=0202 7000=0200"); // cleared by reading
+    rig.play("7080=0201 7080=0201"); // not cleared
+    rig.play("0800=02C2 3800=0203");
+    rig.play("8000=8200"); // with the sum of flags
+    rig.play("!UV !Flags_stay 7000=0201 7000=0201");
+    rig.play("!Silent 8042=0000 !-Silent 0000=0200"); // a silent chip takes nothing
+    rig.play("!Output_stuck_high 0000=FFFF");
 }
 
 TEST(ChipModel, ChecksWordsAndAnswersWithACheck) {
     // Write bit, two bits of address, four of data, odd parity over all of them.
-    ModelRig parity(R"(
-[chip]
-title = "Parity"
+    const std::string parityChip = R"(
+chip = { title = "Parity" }
+register = [{ title = "Level", address = 1, width = 4 }]
 [word]
 bits = 8
 address = "6:5"
 data = "4:1"
 write = 0x80
 check = { kind = "odd parity", over = "7:1", place = "0" }
-[[register]]
-title = "Level"
-address = 1
-width = 4
-)");
-    EXPECT_EQ(parity.send(0xAD, 8), 0x01U);
-    EXPECT_EQ(parity.send(0x20, 8), 0x0DU);
-    EXPECT_EQ(parity.send(0xAF, 8), 0x01U) << "wrong parity";
-    EXPECT_EQ(parity.readings(), "Last word=AF, wrong check Level=6 ");
-    EXPECT_EQ(parity.send(0x20, 8), 0x0DU);
+)";
+    ModelRig parity(parityChip, 8);
+    parity.play("AD=01 20=0D AF=01 Last_word>AF,_wrong_check Level>6 20=0D");
     EXPECT_EQ(parity.send(0xAE, 9), 0x002U) << "another length";
-    EXPECT_EQ(parity.send(0x20, 8), 0x0DU);
+    parity.play("20=0D");
 
     // 24 bits: write bit, seven of address, eight of data, CRC-8 with the polynomial 0x07.
     ModelRig crc(R"(
-[chip]
-title = "CRC"
+chip = { title = "CRC" }
+register = [{ title = "Level", address = 0x12, width = 8 }]
 [word]
 bits = 24
 address = "22:16"
 data = "15:8"
 write = 0x800000
 check = { kind = "crc", over = "23:8", place = "7:0", polynomial = 0x07 }
-[[register]]
-title = "Level"
-address = 0x12
-width = 8
-)");
-    EXPECT_EQ(crc.send(0x92A5B9, 24), 0x000000U);
-    EXPECT_EQ(crc.send(0x12007D, 24), 0x00A572U);
-    EXPECT_EQ(crc.send(0x9277BB, 24), 0x000000U);
-    EXPECT_EQ(crc.send(0x12007F, 24), 0x00A572U) << "answered, but the write was not taken";
+)",
+                 24);
+    ;
+    // The second write has a wrong check: it is answered, but not taken.
+    crc.play("92A5B9=000000 12007D=00A572 9277BB=000000 12007F=00A572");
 }
 
 TEST(ChipModel, AnswersWithTheNextWord) {
     ModelRig rig(R"(
-[chip]
-title = "Late"
+chip = { title = "Late" }
+register = [
+  { title = "Level", address = 1, width = 12, reset = 0x123 },
+  { title = "Events", address = 2, width = 12, access = "read clears", reset = 0x800 },
+]
 [word]
 bits = 16
 address = "14:12"
@@ -259,79 +180,45 @@ answer = "next word"
 [word.status]
 of_read = "15"
 bits = ["-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "Fault"]
-[[register]]
-title = "Level"
-address = 1
-width = 12
-reset = 0x123
-[[register]]
-title = "Events"
-address = 2
-width = 12
-access = "read clears"
-reset = 0x800
-)");
-    const std::pair<unsigned, unsigned> words[] = {{0x1000, 0x0000}, {0x2000, 0x0123},
-                                                   {0x2000, 0x0800}, {0x9ABC, 0x0000},
-                                                   {0x1000, 0x0000}, {0x0000, 0x0ABC}};
-    for (const auto& [word, answer] : words)
-        EXPECT_EQ(rig.send(word, 16), answer) << std::hex << word;
-    rig.send(0x1000, 16);
-    rig.turn("Fault");
+)",
+                 16);
+    ;
+    rig.play("1000=0000 2000=0123 2000=0800 9ABC=0000 1000=0000 0000=0ABC 1000 !Fault");
     EXPECT_EQ(rig.send(0x1000, 8), 0x8AU) << "the answer of a word that is too short";
     EXPECT_EQ(rig.send(0x1000, 16), 0x8ABCU) << "which counts for nothing";
 }
 
 TEST(ChipModel, TakesWordsOfSixtyFourBits) {
     ModelRig rig(R"(
-[chip]
-title = "Wide"
-[word]
-bits = 64
-address = "62:48"
-data = "47:0"
-write = "0x8000000000000000"
-[[register]]
-title = "Wide"
-address = 0x7FFF
-width = 48
-)");
-    EXPECT_EQ(rig.send(0xFFFF'FEDC'BA98'7654, 64), 0U);
-    EXPECT_EQ(rig.send(0x7FFF'0000'0000'0000, 64), 0x0000'FEDC'BA98'7654U);
+chip = { title = "Wide" }
+word = { bits = 64, address = "62:48", data = "47:0", write = "0x8000000000000000" }
+register = [{ title = "Wide", address = 0x7FFF, width = 48 }]
+)",
+                 64);
+    ;
+    rig.play("FFFFFEDCBA987654=0 7FFF000000000000=0000FEDCBA987654");
 }
 
 TEST(ChipModel, HasTheDevicesOfItsFile) {
     const std::string text = R"(
-[chip]
-title = "Family"
-[word]
-bits = 8
-address = "6:5"
-data = "3:0"
-write = 0x80
-[[register]]
-title = "Number"
-address = 1
-width = 4
-access = "read only"
-[[device]]
-name = "small"
-[[device]]
-name = "large"
-reset = { register = "Number", value = 0x9 }
+chip = { title = "Family" }
+word = { bits = 8, address = "6:5", data = "3:0", write = 0x80 }
+register = [{ title = "Number", address = 1, width = 4, access = "read only" }]
+device = [
+  { name = "small" },
+  { name = "large", reset = { register = "Number", value = 0x9 } },
+]
 )";
-    EXPECT_EQ(ModelRig(text, "small").send(0x20, 8), 0x00U);
-    EXPECT_EQ(ModelRig(text, "large").send(0x20, 8), 0x09U);
+    ModelRig(text, 8, "small").play("20=00");
+    ModelRig(text, 8, "large").play("20=09");
     EXPECT_THROW(makeChipModel(ModelRig::read(text), "medium"), Failure);
-    EXPECT_THROW(makeChipModel(ModelRig::read("[chip]\ntitle = \"X\"\nmodel = [\"zt72518\"]\n[word]"
-                                              "\nbits = 8\n[[command]]\ntitle = \"Go\"\nword = 1"),
-                               "made"),
-                 Failure)
-        << "the part needs registers that are not there";
-    EXPECT_THROW(makeChipModel(ModelRig::read("[chip]\ntitle = \"X\"\nmodel = [\"zt1\"]\n[word]"
-                                              "\nbits = 8\n[[command]]\ntitle = \"Go\"\nword = 1"),
-                               "made"),
-                 Failure);
+    for (const char* part : {"zt72518", "zt1"}) { // wants other registers; is not there
+        const auto chip =
+            ModelRig::read(fmt::format("[chip]\ntitle = \"X\"\nmodel = [\"{}\"]\n[word]\nbits = 8\n"
+                                       "[[command]]\ntitle = \"Go\"\nword = 1",
+                                       part));
+        EXPECT_THROW(makeChipModel(chip, "made"), Failure) << part;
+    }
 
     struct OneChip : ChipSource {
         chips::ChipPtr chip;
@@ -367,48 +254,24 @@ private:
 };
 
 TEST(ChipModel, IsCaughtUpWithoutEveryRefresh) {
-    const UsbFrame resetsOf20{16, 0x31, 0, 0x4A, 0x18};
-    const UsbFrame enhanced4{16, 0x31, 0, 0x4C, 0x0C};
-    const UsbFrame allowsVddOff{16, 0x31, 0, 0x5E, 0x01};
-    const UsbFrame refresh{16, 0x31, 0, 0x5A, 0x00};
-    const UsbFrame sleep{16, 0x31, 0, 0x5C, 0x60};
-    const UsbFrame pulses{0, 69, 0, 16, 0, 7, 0}; // every 37 ms
-    const UsbFrame simple1ms{0, 21, 0, 8, 0};
-    const UsbFrame enhanced1ms{0, 21, 0, 11, 0};
-    const std::pair<std::vector<UsbFrame>, const char*> cases[] = {
-        {{simple1ms}, "Normal"},
-        {{enhanced4, enhanced1ms}, "Normal"},
-        {{pulses, simple1ms}, "Normal"},
-        {{allowsVddOff, refresh, sleep, simple1ms}, "Low Power Vdd Off (Sleep)"},
-        {{resetsOf20, enhanced4, simple1ms}, "Reset"}};
-    for (const auto& [frames, mode] : cases) {
-        VirtualClock clock;
+    // The watchdog served every millisecond, by a simple word or an enhanced one.
+    for (const char* steps :
+         {"<0015000800> @600000 Mode>Normal", "4C0C <0015000B00> @600000 Mode>Normal",
+          "<00450010000700> <0015000800> @600000 Mode>Normal", // pulses every 37 ms
+          "5E01 5A00 5C60 <0015000800> @600000 Mode>Low_Power_Vdd_Off_(Sleep)",
+          "4A18 4C0C <0015000800> @600000 Mode>Reset"}) { // resets of 20 ms
         const auto device = std::make_shared<CountingDevice>(makeDevice("zt72518d"));
-        SimulatedDongle dongle(clock, device);
-        dongle.setWiring([](int type) {
-            return BusShape{.validOnRising = type == 1, .toggledOnRising = type == 2};
-        });
-        dongle.plug();
-        const auto out = dongle.makeEndpoint();
-        out->open(0);
-        out->bind(0x02);
-        out->startWriting({});
-        for (const UsbFrame& frame : frames)
-            EXPECT_EQ(out->write(frame), UsbStatus::Success);
-        device->changes = 0;
-        constexpr std::int64_t period = 1'000'000;
-        clock.idle(600'000 * period + period / 2);
-        dongle.catchUp();
-        EXPECT_EQ(device->chip()->readings().front().value, mode);
-        EXPECT_LT(device->changes, 100'000) << mode;
-        const int jumped = device->changes;
-        clock.idle(period);
-        dongle.catchUp();
-        EXPECT_GT(device->changes, jumped) << "the next refresh comes at its time";
-        clock.idle(period / 4);
-        const int before = device->changes;
-        dongle.catchUp();
-        EXPECT_EQ(device->changes, before) << "and no other before";
+        DongleRig rig(device, 16, 2);
+        rig.play(steps);
+        EXPECT_LT(device->changes, 100'000) << steps;
+        int busy = 0; // quarters of a period with the next refresh, and no other
+        for (int quarter = 0; quarter < 4; ++quarter) {
+            const int before = device->changes;
+            rig.clock.idle(millisecond / 4);
+            rig.dongle.catchUp();
+            busy += device->changes > before ? 1 : 0;
+        }
+        EXPECT_EQ(busy, 1) << steps;
     }
 }
 

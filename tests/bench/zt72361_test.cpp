@@ -4,149 +4,94 @@
 #include "dongle_rig.h"
 
 #include "platform/failure.h"
+#include "support/rows.h"
 
 #include <string>
-#include <tuple>
-#include <utility>
-#include <vector>
 
 namespace bitlux::test {
 namespace {
 
-class Rig : public DongleRig {
-public:
+struct Rig : DongleRig {
     explicit Rig(const std::string& device = "zt72361") : DongleRig(device, 8, 1) {}
-
-    std::string mode() { return reading("Mode"); }
-    std::string watchdog() { return reading("Watchdog"); }
 };
 
 TEST(Zt72361, ReadsTheFlagsOfEachRegister) {
     Rig rig;
-    for (const char* flag :
-         {"GFAIL", "CAN-UF", "CAN-WU", "V2LOW", "L1WU", "CanL to Vbat", "CanH to 5V"})
-        rig.turn(flag);
-    rig.expect({{0x00, 0x2}, {0x20, 0x0}, {0x3B, 0x0}, {0x20, 0xB}, {0x40, 0xA}, {0x60, 0x8},
-                {0x80, 0x2}, {0xA0, 0x4}, {0xC0, 0x8}, {0xE0, 0x4}, {0xB3, 0x0}, {0xBF, 0x0},
-                {0xDF, 0x0}, {0xA0, 0x4}, {0x57, 0x0}, {0x40, 0xA}, {0x5B, 0x0}, {0x40, 0x0},
-                {0xA0, 0x0}, {0xC0, 0x0}, {0x80, 0x2}});
-    EXPECT_EQ(rig.reading("TIM 1") + rig.reading("TIM 2") + rig.reading("CAN"), "373");
+    rig.play("!GFAIL !CAN-UF !CAN-WU !V2LOW !L1WU !CanL_to_Vbat !CanH_to_5V");
+    rig.play("00=2 20=0 3B=0 20=B 40=A 60=8 80=2 A0=4 C0=8 E0=4 B3=0 BF=0 DF=0 A0=4 57=0 40=A "
+             "5B=0 40=0 A0=0 C0=0 80=2 TIM_1>3 TIM_2>7 CAN>3");
 
     Rig earlier("zt72390");
     for (const char* flag : {"CAN-UF", "CanL to Vbat", "Rx recessive"})
-        EXPECT_THROW(earlier.turn(flag), Failure) << flag;
-    earlier.turn("CUR");
-    EXPECT_EQ(earlier.send(0x40), 0x2U);
+        EXPECT_THROW(switchNamed(earlier.chip(), flag), Failure) << flag;
+    earlier.play("!CUR 40=2");
 }
 
 TEST(Zt72361, IsResetAfterThePeriodOfTimer1) {
-    const std::vector<std::pair<unsigned, std::int64_t>> periods{
-        {0xB0, 10}, {0xB5, 45}, {0xB2, 100}, {0xB7, 350}};
-    for (const auto& [timer, period] : periods) {
-        Rig rig;
-        rig.send(timer);
-        rig.at(1000 * millisecond);
-        EXPECT_EQ(rig.mode(), "Standby");
-        rig.send(0x11);
-        rig.goTo(period * millisecond);
-        rig.send(timer); // in the last moment
-        const std::int64_t over = rig.sentAt + period * millisecond + 1;
-        rig.at(over - 1);
-        EXPECT_EQ(rig.mode(), "Normal") << "refreshed";
-        rig.at(over);
-        EXPECT_EQ(rig.lines(), 0U) << "in reset";
-        EXPECT_EQ(rig.send(0x11), 0U) << "does not listen";
-        rig.at(over + 5 * millisecond - 1);
-        EXPECT_EQ(rig.mode(), "Reset");
-        rig.at(over + 5 * millisecond);
-        EXPECT_EQ(rig.mode(), "Standby");
-        EXPECT_EQ(rig.reading("TIM 1"), "0");
-        rig.expect({{0x00, 0x1}, {0x00, 0x0}});
+    for (const auto& [timer, period] :
+         {std::pair{"B0", 10}, {"B5", 45}, {"B2", 100}, {"B7", 350}}) {
+        const std::string refreshed = // in the last moment
+            fmt::format("{0} @1000 Mode>Standby 11 @{1} {0} @{1} Mode>Normal @{1}+ ", timer,
+                        period);
+        Rig().play(refreshed + "lines=0 11=0"); // it does not listen
+        Rig().play(refreshed + fmt::format("Mode>Reset @{0} Mode>Reset @{0}+ Mode>Standby TIM_1>0 "
+                                           "00=1 00=0",
+                                           period + 5));
     }
 }
 
 TEST(Zt72361, ChangesItsModeAsItIsTold) {
-    // Words; the mode they lead to; whether the watchdog runs; flags of IOR.
-    using Case = std::tuple<std::vector<unsigned>, const char*, bool, unsigned>;
-    for (const auto& [words, mode, watchdog, flags] :
-         {Case{{0x11}, "Normal", true, 0}, Case{{0x11, 0x12}, "Standby", false, 0},
-          Case{{0x11, 0x13}, "Stop", false, 0}, Case{{0x38, 0x13}, "Stop", true, 0},
-          Case{{0x14}, "Standby", false, 0}, Case{{0x34, 0x14}, "Sleep", false, 0},
-          Case{{0x11, 0x10}, "Normal, debug", false, 1}, Case{{0x15, 0x10}, "Normal", true, 0},
-          Case{{0x15, 0x11}, "Normal", true, 0}, Case{{0x11, 0x16}, "Standby, debug", false, 1},
-          Case{{0x38, 0x17}, "Stop, debug", false, 1}, Case{{0x11, 0x18}, "Normal", true, 0}}) {
+    // Words, the mode they lead to, whether the watchdog runs, flags of IOR.
+    for (const auto& [words, mode, runs, flags] :
+         Rows<const char*, const char*, bool, int>{{"11", "Normal", true, 0},
+                                                   {"11 12", "Standby", false, 0},
+                                                   {"11 13", "Stop", false, 0},
+                                                   {"38 13", "Stop", true, 0},
+                                                   {"14", "Standby", false, 0},
+                                                   {"34 14", "Sleep", false, 0},
+                                                   {"11 10", "Normal,_debug", false, 1},
+                                                   {"15 10", "Normal", true, 0},
+                                                   {"15 11", "Normal", true, 0},
+                                                   {"11 16", "Standby,_debug", false, 1},
+                                                   {"38 17", "Stop,_debug", false, 1},
+                                                   {"11 18", "Normal", true, 0}}) {
         Rig rig;
-        for (const unsigned word : words)
-            rig.send(word);
-        EXPECT_EQ(rig.mode(), mode);
-        EXPECT_EQ(rig.watchdog() != "off", watchdog) << mode;
-        EXPECT_EQ(rig.send(0x60), flags) << mode;
+        rig.play(fmt::format("{} Mode>{}", words, mode));
+        EXPECT_EQ(rig.reading("Watchdog") != "off", runs) << words;
+        rig.play(fmt::format("60={}", flags));
     }
-    Rig rig;
-    rig.send(0x11);
-    rig.turn("DEBUG");
-    rig.goTo(1000 * millisecond);
-    EXPECT_EQ(rig.mode(), "Normal, debug");
-    rig.turn("DEBUG", false);
-    rig.goTo(1011 * millisecond);
-    EXPECT_EQ(rig.mode(), "Reset");
+    Rig().play("11 !DEBUG @1000 Mode>Normal,_debug !-DEBUG @1011 Mode>Reset");
 }
 
 TEST(Zt72361, IsServedByTheDongle) {
     Rig rig;
-    const auto serve = [&rig](std::uint8_t state, std::uint8_t word, std::uint8_t period) {
-        EXPECT_EQ(rig.exchange({0, 4, 0, state, word, period, 1}), (UsbFrame{0, 4}));
-    };
-    const auto at = [&rig](std::int64_t time) {
-        rig.at(time);
-        return rig.watchdog();
-    };
     const std::int64_t start = rig.clock.nanoseconds();
-    serve(1, 0xB1, 20); // 45 ms, written every 40
-    EXPECT_EQ(rig.reading("TIM 1"), "1") << "at once";
-    rig.send(0x11);
-    EXPECT_EQ(at(start + 40 * millisecond - 1), "7.0 ms left");
-    EXPECT_EQ(at(start + 40 * millisecond), "45.0 ms left");
-    rig.exchange({8, 0x30, 0, 0x00, 0, 0, 0, 1}); // stops another chip's
-    EXPECT_EQ(at(start + 36'000'000 * millisecond), "45.0 ms left");
-    serve(2, 0xB1, 20); // no state of it
-    EXPECT_EQ(at(start + 36'000'079 * millisecond), "6.0 ms left");
-    serve(0, 0xB1, 20);
+    rig.play("<00040001B11401>=0004 TIM_1>1 11"); // 45 ms, written every 40, from now on
+    rig.at(start + 40 * millisecond - 1);
+    rig.play("Watchdog>7.0_ms_left");
+    rig.at(start + 40 * millisecond);
+    rig.play("Watchdog>45.0_ms_left <0830000000000001>"); // stops another chip's
+    rig.at(start + 36'000'000 * millisecond);
+    rig.play("Watchdog>45.0_ms_left <00040002B11401>=0004"); // no state of it
+    rig.at(start + 36'000'079 * millisecond);
+    rig.play("Watchdog>6.0_ms_left <00040000B11401>=0004");
     rig.at(start + 36'000'086 * millisecond);
-    EXPECT_EQ(rig.mode(), "Reset");
+    rig.play("Mode>Reset");
 }
 
 TEST(Zt72361, WakesByFlagsThatItLetsThrough) {
-    using Case = std::tuple<std::vector<unsigned>, const char*, const char*>;
-    for (const auto& [words, flag, mode] :
-         {Case{{0x91, 0x13}, "L1WU", "Standby"}, Case{{0x91, 0x13}, "L2WU", "Stop"},
-          Case{{0x98, 0x34, 0x14}, "L3WU", "Reset"}, Case{{0x93, 0x34, 0x14}, "L3WU", "Sleep"},
-          Case{{0x51, 0x13}, "CAN-WU", "Standby"}, Case{{0x53, 0x13}, "CAN-WU", "Stop"},
-          Case{{0x51, 0x34, 0x14}, "CAN-WU", "Reset"}, Case{{0x50, 0x13}, "CAN-WU", "Stop"},
-          Case{{0x51, 0x13}, "CAN-F", "Stop"}}) {
-        Rig rig;
-        for (const unsigned word : words)
-            rig.send(word);
-        rig.turn(flag);
-        EXPECT_EQ(rig.mode(), mode) << words.front() << " " << flag;
-        rig.goTo(10 * millisecond);
-        EXPECT_EQ(rig.lines(), std::string(mode) == "Sleep" ? 2U : 3U);
-    }
+    playEach<Rig>({"91 13 !L1WU Mode>Standby @10 lines=3", "91 13 !L2WU Mode>Stop @10 lines=3",
+                   "98 34 14 !L3WU Mode>Reset @10 lines=3", "93 34 14 !L3WU Mode>Sleep @10 lines=2",
+                   "51 13 !CAN-WU Mode>Standby @10 lines=3", "53 13 !CAN-WU Mode>Stop @10 lines=3",
+                   "51 34 14 !CAN-WU Mode>Reset @10 lines=3", "50 13 !CAN-WU Mode>Stop @10 lines=3",
+                   "51 13 !CAN-F Mode>Stop @10 lines=3"});
 }
 
 TEST(Zt72361, InterruptsByFlagsThatAreNotMasked) {
-    const std::vector<std::pair<const char*, unsigned>> bits{
-        {"MCR flags/VDDTEMP", 0x2}, {"CAN-F", 0x1},  {"HS1OT", 0x4}, {"V2LOW", 0x4},
-        {"VSUPLOW", 0x8},           {"BATFAIL", 0x0}};
-    for (const auto& [flag, bit] : bits) {
-        Rig rig;
-        rig.turn(flag);
-        EXPECT_EQ(rig.send(0xE0), bit) << flag;
-        EXPECT_EQ(rig.lines(), bit != 0 ? 3U : 2U) << flag;
-        rig.send(0xF0 | bit);
-        EXPECT_EQ(rig.send(0xE0), 0U) << flag;
-        EXPECT_EQ(rig.lines(), 2U) << flag;
-    }
+    playEach<Rig>({"!MCR_flags/VDDTEMP E0=2 lines=3 F2 E0=0 lines=2",
+                   "!CAN-F E0=1 lines=3 F1 E0=0 lines=2", "!HS1OT E0=4 lines=3 F4 E0=0 lines=2",
+                   "!V2LOW E0=4 lines=3 F4 E0=0 lines=2", "!VSUPLOW E0=8 lines=3 F8 E0=0 lines=2",
+                   "!BATFAIL E0=0 lines=2 F0 E0=0 lines=2"});
 }
 
 } // namespace

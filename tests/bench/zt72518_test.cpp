@@ -1,62 +1,33 @@
 #include "dongle_rig.h"
+#include "support/test_bench.h"
 
-#include "platform/failure.h"
-
-#include <map>
 #include <string>
-#include <tuple>
-#include <vector>
-
-#include <gtest/gtest.h>
 
 namespace bitlux::test {
 namespace {
 
 /// A chip of the family.
-class ChipRig : public DongleRig {
-public:
-    explicit ChipRig(const std::string& device = "zt72518d") : DongleRig(device, 16, 2) {}
-
-    /// The low byte of the reply.
-    unsigned read(unsigned word) { return send(word) & 0xFF; }
-    /// Answers the random word with a choice of mode.
-    void special(unsigned choice) { send(0x5200 | choice << 6 | (~send(0x1300) & 0x3F)); }
+struct ChipRig : DongleRig {
+    ChipRig() : DongleRig("zt72518d", 16, 2) {}
 };
 
 TEST(Zt72518, AnswersEachViewOfARegister) {
-    ChipRig rig;
-    rig.send(0x60C9);
-    rig.send(0x62F9);
-    EXPECT_EQ(rig.send(0x2180), 0xC0U); // transmitter and receiver of CAN
-    rig.turn("Pins/I/O 0");
-    EXPECT_EQ(rig.send(0x2380), 0x51U); // 0: its pin, 1: driven low, 2 and 3: high
-    rig.send(0x40E8);
-    EXPECT_EQ(rig.send(0x0180), 0xE8U); // a register with one view
-    rig.send(0x64FB);
-    EXPECT_EQ(rig.send(0x2500), 0x82BBU) << "the request for an interrupt clears itself";
-    EXPECT_EQ(rig.send(0xE500), 0x8280U);
-    EXPECT_EQ(rig.send(0xE500), 0x0000U);
-    rig.turn("VSUV");
-    EXPECT_EQ(rig.send(0xDF80), 0x0100U) << "the other view clears nothing";
-    rig.turn("Flags stay");
-    for (int time = 0; time < 2; ++time)
-        EXPECT_EQ(rig.send(0xDF00), 0x0102U);
+    playEach<ChipRig>({"60C9 2180=00C0",             // transmitter and receiver of CAN
+                       "62F9 !Pins/I/O_0 2380=0051", // 0: its pin, 1: driven low, 2 and 3: high
+                       "40E8 0180=00E8",             // a register with one view
+                       "64FB 2500=82BB E500=8280 E500=0000",  // the request clears itself
+                       "!VSUV DF80=0100 DF00=0102 DF00=0000", // the other view clears nothing
+                       "!Flags_stay !VSUV DF00=0102 DF00=0102"});
 }
 
 TEST(Zt72518, HasSwitchesByName) {
     ChipRig rig;
-    const std::map<std::string, std::string> refusals{
-        {"Vaux OV0", "The chip has no switch \"Vaux OV0\"; there is Vaux OV, Vaux OC"},
-        {"rx low", "More than one switch is called \"rx low\"; there is CAN Low/Rx Low, "
-                   "Lin 1/Rx Low, Lin 2/Rx Low"},
-        {"", "The chip has no switch \"\""}};
-    for (const auto& [name, message] : refusals) {
-        try {
-            rig.turn(name);
-            ADD_FAILURE() << name;
-        } catch (const Failure& failure) {
-            EXPECT_EQ(failure.what(), message);
-        }
+    for (const auto& [name, message] : Rows<const char*, const char*>{
+             {"Vaux OV0", "The chip has no switch \"Vaux OV0\"; there is Vaux OV, Vaux OC"},
+             {"rx low", "More than one switch is called \"rx low\"; there is CAN Low/Rx Low, "
+                        "Lin 1/Rx Low, Lin 2/Rx Low"},
+             {"", "The chip has no switch \"\""}}) {
+        EXPECT_EQ(failureOf([&, text = name] { switchNamed(rig.chip(), text); }), message);
     }
     for (std::size_t i = 0; i < rig.chip().switches().size(); ++i) {
         const ChipSwitch& one = rig.chip().switches()[i];
@@ -66,251 +37,106 @@ TEST(Zt72518, HasSwitchesByName) {
 
 TEST(Zt72518, ChangesItsModeForTheInvertedRandomWord) {
     ChipRig rig;
-    rig.special(2);
-    EXPECT_EQ(rig.read(0x1300) & 0xC0, 0x80U);
-    rig.send(0x5A00);
-    EXPECT_EQ(rig.read(0xDD80), 0x0BU);
-    rig.send(0x5240 | (rig.send(0x1300) & 0x3F)); // not inverted
-    EXPECT_EQ(rig.read(0xDD80), 0x0BU);
-    rig.special(1);
-    EXPECT_EQ(rig.read(0xDD80), 0x03U);
-    rig.send(0x5A00);
-    EXPECT_EQ(rig.read(0xDD80), 0x1BU); // Normal
-    EXPECT_EQ(rig.read(0x1D80) >> 3, 0x03U);
-    EXPECT_EQ(rig.read(0x1300) & 0xC0, 0xC0U);
-    rig.send(0x1D00); // leaves debug
-    EXPECT_EQ(rig.read(0xDD80), 0x1AU);
-    rig.special(3);
-    EXPECT_EQ(rig.read(0xDD80), 0x1AU);
-    rig.special(0);
-    EXPECT_EQ(rig.read(0xDD80), 0x13U); // Normal Request after the reset
-    EXPECT_EQ(rig.read(0xE380), 0x02U);
-    rig.special(1);
-    const unsigned random = rig.send(0x1300);
+    rig.play("5280~1300&3F 1300&C0=80 5A00 DD80&FF=0B");                    // Flash
+    rig.send(0x5240 | (rig.send(0x1300) & 0x3F));                           // not inverted
+    rig.play("DD80&FF=0B 5240~1300&3F DD80&FF=03 5A00 DD80&FF=1B");         // Init, then Normal
+    rig.play("1D80&F8=18 1300&C0=C0 1D00 DD80&FF=1A");                      // leaves debug
+    rig.play("52C0~1300&3F DD80&FF=1A 5200~1300&3F DD80&FF=13 E380&FF=02"); // Normal Request
+    rig.play("5240~1300&3F");
+    const std::uint64_t random = rig.send(0x1300);
     rig.send(0x5200 | (random & 0x30) | (~random & 0x0F)); // works the SAFE pin
-    EXPECT_EQ(rig.read(0xDD80), 0x01U);
-    EXPECT_EQ(rig.read(0xDD00), 0x01U); // releases it, and leaves debug
-    EXPECT_EQ(rig.read(0xDD80), 0x02U);
+    rig.play("DD80&FF=01 DD00&FF=01 DD80&FF=02");          // releases it, and leaves debug
 }
 
 TEST(Zt72518, ResetsWhenTheWatchdogExpires) {
-    ChipRig alive;
-    alive.send(0x5A00);
-    alive.goTo(256 * millisecond - 1);
-    EXPECT_EQ(alive.send(0xDD80), 0x001BU);
-    ChipRig late;
-    late.send(0x5A00);
-    late.goTo(256 * millisecond);
-    EXPECT_EQ(late.send(0xDD80), 0x0000U); // in reset for a millisecond
-    EXPECT_EQ(late.send(0xDD80), 0x2213U);
-    EXPECT_EQ(late.read(0xE580), 0x01U);
-
-    for (const auto& [timer0, microseconds] :
-         {std::pair{0x5400U, 2500}, {0x5409U, 6000}, {0x541FU, 512000}}) {
-        for (const bool expired : {false, true}) {
-            ChipRig rig;
-            rig.send(timer0);
-            rig.send(0x5A00);
-            rig.goTo(microseconds * std::int64_t{1000} - (expired ? 0 : 1));
-            EXPECT_EQ(rig.reading("Mode"), expired ? "Reset" : "Normal") << timer0;
-            EXPECT_EQ(rig.exchange({0, 5})[3], expired ? 0x00 : 0x02);
-        }
-    }
-
-    ChipRig window;
-    window.send(0x4C02);
-    window.send(0x5A00);
-    window.goTo(128 * millisecond);
-    window.send(0x5A00);
-    EXPECT_EQ(window.reading("Mode"), "Normal");
-    window.goTo(128 * millisecond - 1);
-    window.send(0x5A00);
-    EXPECT_EQ(window.read(0xE580), 0x01U) << "too early";
-
-    // Mode; words that lead there, with a period set first; milliseconds.
-    using Slow = std::tuple<const char*, std::vector<unsigned>, std::int64_t>;
-    for (const auto& [mode, words, period] :
-         {Slow{"Flash", {0x5800}, 48}, Slow{"Flash", {0x58A0}, 1024},
-          Slow{"Low Power Vdd On (Stop)", {0x5810, 0x5A00, 0x5C88}, 24},
-          Slow{"Low Power Vdd On (Stop)", {0x58F0, 0x5A00, 0x5C88}, 2048}}) {
-        for (const bool expired : {false, true}) {
-            ChipRig rig;
-            for (const unsigned word : words)
-                rig.send(word);
-            if (words.size() == 1)
-                rig.special(2);
-            rig.goTo(period * millisecond - (expired ? 0 : 1));
-            EXPECT_EQ(rig.reading("Mode"), expired ? "Reset" : mode) << period;
-        }
-    }
-
-    ChipRig again;
-    again.send(0x4A10); // resets of 10 ms
-    again.send(0x5A00);
-    again.goTo((256 + 10 + 256) * millisecond);
-    EXPECT_EQ(again.reading("Mode"), "Reset");
-    again.goTo((256 + 10 + 256 + 10) * millisecond);
-    EXPECT_EQ(again.read(0xE580), 0x03U);
+    playEach<ChipRig>(
+        {"5A00 @256- DD80=001B",
+         "5A00 @256 DD80=0000 DD80=2213 E580&FF=01", // in reset for a millisecond
+         "5400 5A00 @2.5- Mode>Normal lines=2", "5400 5A00 @2.5 Mode>Reset lines=0",
+         "5409 5A00 @6- Mode>Normal lines=2", "5409 5A00 @6 Mode>Reset lines=0",
+         "541F 5A00 @512- Mode>Normal lines=2", "541F 5A00 @512 Mode>Reset lines=0",
+         "4C02 5A00 @128 5A00 Mode>Normal @128- 5A00 E580&FF=01", // too early
+         "5800 5280~1300&3F @48- Mode>Flash", "5800 5280~1300&3F @48 Mode>Reset",
+         "58A0 5280~1300&3F @1024- Mode>Flash", "58A0 5280~1300&3F @1024 Mode>Reset",
+         "5810 5A00 5C88 @24- Mode>Low_Power_Vdd_On_(Stop)", "5810 5A00 5C88 @24 Mode>Reset",
+         "58F0 5A00 5C88 @2048- Mode>Low_Power_Vdd_On_(Stop)", "58F0 5A00 5C88 @2048 Mode>Reset",
+         // Resets of 10 ms, between which nobody refreshes
+         "4A10 5A00 @522 Mode>Reset @532 E580&FF=03"});
 }
 
 TEST(Zt72518, GoesToLowPowerAndWakes) {
-    ChipRig rig;
-    rig.send(0x5C80);
-    EXPECT_EQ(rig.read(0xDD80), 0x03U) << "only from Normal";
-    rig.send(0x5A00);
-    rig.send(0x5C81);
-    EXPECT_EQ(rig.read(0xDD80), 0x1BU) << "the random bits have to be 0";
-    rig.send(0x5C80);
-    EXPECT_EQ(rig.read(0xDD80), 0x83U);
-    EXPECT_EQ(rig.read(0x1D80) & 0xF8, 0x80U);
-    rig.clock.idle(60'000 * millisecond);
-    EXPECT_EQ(rig.read(0xDD80), 0x83U);
-    rig.send(0x5C10);
-    EXPECT_EQ(rig.read(0xDD80), 0x13U);
-    EXPECT_EQ(rig.send(0xE380), 0x4420U);
-
-    rig.send(0x5A00);
-    rig.send(0x5C60);
-    EXPECT_EQ(rig.read(0xDD80), 0x1BU) << "VDD may not be switched off";
-    rig.send(0x5E01);
-    rig.send(0x5C60);
-    EXPECT_EQ(rig.send(0xDD80), 0x0000U);
-    EXPECT_EQ(rig.send(0x2580), 0x0000U);
-    rig.turn("CAN WU");
-    EXPECT_EQ(rig.reading("Mode"), "Reset");
-    rig.clock.idle(millisecond);
-    EXPECT_EQ(rig.read(0xDD80), 0x13U);
-
-    for (const unsigned word : {0x5CC0U, 0x5C70U}) { // the timer wakes it
-        ChipRig timed;
-        for (const unsigned setUp : {0x5E01U, 0x5809U, 0x5A00U, word})
-            timed.send(setUp);
-        timed.goTo(128 * millisecond - 1);
-        EXPECT_EQ(timed.reading("Mode").substr(0, 9), "Low Power");
-        timed.clock.idle(2 * millisecond);
-        EXPECT_EQ(timed.reading("Mode"), "Normal Request");
-        EXPECT_EQ(timed.read(0xE380) & 0x10, 0x10U);
-    }
-
-    for (const auto& [flag, word, answer] :
-         {std::tuple{"I/O_0_2 INT_WU", 0xE380U, 0x4440U}, {"CAN WU", 0xE100U, 0x5080U}}) {
-        ChipRig woken;
-        woken.send(0x5A00);
-        woken.send(0x5C80);
-        woken.turn(flag);
-        woken.clock.idle(5 * millisecond);
-        EXPECT_EQ(woken.reading("Mode"), "Normal Request") << flag;
-        EXPECT_EQ(woken.send(word), answer) << flag;
-    }
-
-    ChipRig random;
-    random.send(0x5080);
-    random.send(0x5A00);
-    random.send(0x5C80 | (~random.send(0x1D80) & 7));
-    EXPECT_EQ(random.reading("Mode"), "Low Power Vdd On (Stop)");
+    playEach<ChipRig>(
+        {"5C80 DD80&FF=03",      // only from Normal
+         "5A00 5C81 DD80&FF=1B", // the random bits have to be 0
+         "5A00 5C60 DD80&FF=1B", // VDD may not be switched off
+         "5A00 5C80 DD80&FF=83 1D80&F8=80 @60000 DD80&FF=83 5C10 DD80&FF=13 E380=4420",
+         "5E01 5A00 5C60 DD80=0000 2580=0000 !CAN_WU Mode>Reset @4 DD80&FF=13",
+         "5A00 5C80 !I/O_0_2_INT_WU @8 Mode>Normal_Request E380=4440",
+         "5A00 5C80 !CAN_WU @8 Mode>Normal_Request E100=5080",
+         "5080 5A00 5C80~1D80&7 Mode>Low_Power_Vdd_On_(Stop)"});
+    for (const auto& [mode, low] : Rows<const char*, const char*>{
+             {"5CC0", "Low_Power_Vdd_On_(Stop)"}, {"5C70", "Low_Power_Vdd_Off_(Sleep)"}})
+        ChipRig().play(fmt::format("5E01 5809 5A00 {} @128- Mode>{} " // the timer wakes it
+                                   "@130 Mode>Normal_Request E380&10=10",
+                                   mode, low));
 }
 
 TEST(Zt72518, ChecksParityWhenToldTo) {
     ChipRig rig;
-    rig.send(0x5140); // the bit in the high byte does not matter yet
-    rig.send(0x5E0F); // an even count wants it
-    EXPECT_EQ(rig.read(0x1F00), 0x00U);
-    EXPECT_EQ(rig.send(0xE300), 0x0420U);
-    rig.send(0x5F0F);
-    EXPECT_EQ(rig.read(0x1F00), 0x0FU);
-    rig.send(0x5F07);
-    EXPECT_EQ(rig.read(0x1F00), 0x0FU);
-    rig.send(0x5E07);
-    EXPECT_EQ(rig.read(0x1F00), 0x07U);
-    rig.special(2);
-    EXPECT_EQ(rig.read(0xDD80), 0x0BU) << "its words carry no parity";
+    rig.play("5140");                      // the bit in the high byte does not matter yet
+    rig.play("5E0F 1F00&FF=00 E300=0420"); // an even count wants it
+    rig.play("5F0F 1F00&FF=0F 5F07 1F00&FF=0F 5E07 1F00&FF=07");
+    rig.play("5280~1300&3F DD80&FF=0B"); // its words carry no parity
 }
 
 TEST(Zt72518, IgnoresWordsOfAnotherLength) {
-    ChipRig rig;
-    rig.exchange({24, 0x31, 0, 0x5A, 0x00, 0x00});
-    rig.exchange({8, 0x31, 0, 0x5A});
-    EXPECT_EQ(rig.send(0xDD80), 0x0403U);
-    EXPECT_EQ(rig.send(0xE300), 0x0420U);
+    ChipRig().play("<1831005A0000> <0831005A> DD80=0403 E300=0420");
 }
 
 TEST(Zt72518, CanBeFaulty) {
-    ChipRig rig;
-    rig.turn("No watchdog");
-    rig.send(0x5A00);
-    rig.clock.idle(60'000 * millisecond);
-    EXPECT_EQ(rig.send(0xDD80), 0x001BU);
-    rig.turn("RST");
-    rig.turn("INT");
-    EXPECT_EQ(rig.send(0xDD80), 0xA01BU);
-    EXPECT_EQ(rig.exchange({0, 5})[3], 0x01);
+    ChipRig().play("!No_watchdog 5A00 @60000 DD80=001B !RST !INT DD80=A01B lines=1");
 }
 
 TEST(Zt72518, IsRefreshedByTheDongle) {
-    for (unsigned mode = 0; mode < 4; ++mode) {
+    for (unsigned mode = 0; mode < 4; ++mode) { // every 100 ms, then no more
         ChipRig rig;
-        rig.send(0x4C00 | mode << 2);
-        rig.exchange({0, 21, 0, static_cast<std::uint8_t>(8 + mode), 6}); // 100 ms
-        rig.clock.idle(10'000 * millisecond);
-        EXPECT_EQ(rig.send(0xDD80), 0x001BU) << mode;
-        rig.clock.idle(10'000 * millisecond);
-        EXPECT_EQ(rig.send(0xE580), 0x0000U) << mode;
-        const std::int64_t stop = rig.clock.nanoseconds();
-        rig.exchange({0, 21, 0, 32});
-        // The last refresh was up to 100 ms ago.
-        rig.clock.idle(stop + 155 * millisecond - rig.clock.nanoseconds());
-        EXPECT_EQ(rig.reading("Mode"), "Normal") << mode;
-        rig.clock.idle(103 * millisecond);
-        EXPECT_EQ(rig.read(0xDD80), 0x13U) << mode;
-        EXPECT_EQ(rig.read(0xE580), 0x01U) << mode;
+        rig.play(fmt::format("{:X} <0015000{:X}06>", 0x4C00 | mode << 2, 8 + mode));
+        rig.play("@10000 DD80=001B @10000 E580=0000 <00150020>");
+        rig.play("@157 Mode>Normal @260 DD80&FF=13 E580&FF=01");
     }
-    for (const auto& [chipMode, dongleMode] : {std::pair{0x4C04U, 8}, {0x4C08U, 11}}) {
-        ChipRig rig; // the chip wants another answer
-        rig.send(chipMode);
-        rig.exchange({0, 21, 0, static_cast<std::uint8_t>(dongleMode), 6});
-        rig.clock.idle(10 * millisecond);
-        EXPECT_EQ(rig.read(0xE580) & 1, 1U);
-    }
-    ChipRig slow;
-    slow.exchange({0x80, 21, 0, 8, 7}); // 500 ms, with a trigger
-    slow.clock.idle(300 * millisecond);
-    EXPECT_EQ(slow.reading("Mode"), "Normal Request");
+    // The chip wants another answer.
+    playEach<ChipRig>({"4C04 <0015000806> @12 E580&1=1", "4C08 <0015000B06> @12 E580&1=1"});
+    ChipRig slow; // 500 ms, with a trigger
+    slow.play("<8015000807> @300 Mode>Normal_Request");
     EXPECT_EQ(slow.dongle.triggers(), 1);
     EXPECT_EQ(slow.dongle.readings().front().value, "Simple WD every 500 ms");
     slow.dongle.unplug();
-    slow.clock.idle(100 * millisecond);
+    slow.play("@400");
     EXPECT_EQ(slow.dongle.readings().front().value, "off");
 }
 
 TEST(Zt72518, IsWokenByPulsesOfCurrent) {
-    using Case = std::tuple<unsigned, std::uint8_t, bool, const char*>;
-    for (const auto& [initWdog, length, wakes, pulses] : // from 8 ms on a pulse is long
-         {Case{0x4C20, 20, false, "20 ms every 70 ms"}, Case{0x4C40, 5, true, "5 ms every 55 ms"},
-          Case{0x4C60, 8, false, "8 ms every 58 ms"}, Case{0x4C60, 9, true, "9 ms every 59 ms"}}) {
+    const std::string sleeps = "@206 Mode>Low_Power_Vdd_On_(Stop) DF80&FF=00";
+    const std::string wakes = "@206 Mode>Normal_Request DF80&FF=01";
+    for (const auto& [pulses, outcome, told] : // from 8 ms on a pulse is long
+         Rows<const char*, std::string, const char*>{
+             {"54BE 4C20 5A00 5C80 <00450010001401>", sleeps, "20 ms every 70 ms"},
+             {"54BE 4C40 5A00 5C80 <00450010000501>", wakes, "5 ms every 55 ms"},
+             {"54BE 4C60 5A00 5C80 <00450010000801>", sleeps, "8 ms every 58 ms"},
+             {"54BE 4C60 5A00 5C80 <00450010000901>", wakes, "9 ms every 59 ms"}}) {
         ChipRig rig;
-        for (const unsigned word : {0x54BEU, initWdog, 0x5A00U, 0x5C80U})
-            rig.send(word);
-        rig.exchange({0, 69, 0, 16, 0, length, 1});
-        rig.clock.idle(200 * millisecond);
-        EXPECT_EQ(rig.reading("Mode"), wakes ? "Normal Request" : "Low Power Vdd On (Stop)");
-        EXPECT_EQ(rig.read(0xDF80), wakes ? 1U : 0U) << "the current woke it";
-        EXPECT_EQ(rig.dongle.readings().at(1).value, pulses);
-        rig.exchange({0, 69, 0, 0});
+        rig.play(pulses);
+        EXPECT_EQ(rig.dongle.readings().at(1).value, told);
+        rig.play(outcome + " <00450000>");
         EXPECT_EQ(rig.dongle.readings().at(1).value, "off");
     }
 }
 
 TEST(Zt72518, RemembersTestCommandsAndTrimming) {
     ChipRig rig;
-    rig.exchange({0, 37, 0, 39, 254, 10});
-    EXPECT_EQ(rig.reading("Trimming"), "none") << "not in test mode";
-    rig.exchange({0, 13, 127});
-    rig.send(0x4210);
-    rig.send(0x4403);
-    EXPECT_EQ(rig.reading("Test mode"), "10 03");
-    rig.exchange({0, 37, 0, 39, 254, 10});
-    EXPECT_EQ(rig.reading("Trimming"), "27 FE, TXD low 10");
-    EXPECT_EQ(rig.reading("Test mode"), "27 FE");
+    rig.play("<00250027FE0A> Trimming>none"); // not in test mode
+    rig.play("<000D7F> 4210 4403 Test_mode>10_03");
+    rig.play("<00250027FE0A> Trimming>27_FE,_TXD_low_10 Test_mode>27_FE");
 }
 
 } // namespace

@@ -33,24 +33,14 @@ TEST(Devices, OfTheProductAreToldAsTheirFilesTellThem) {
 }
 
 TEST(Devices, AreCheckedWithTheirResets) {
-    const std::string chip = R"([chip]
-title = "Lamp"
-[word]
-bits = 8
-address = "6:5"
-data = "3:0"
-write = 0x80
-flags = 0x10
+    const std::string chip = R"(
+chip = { title = "Lamp" }
+word = { bits = 8, address = "6:5", data = "3:0", write = 0x80, flags = 0x10 }
 [[register]]
 title = "Level"
 address = 1
 width = 4
-[[register.view]]
-[[register.view]]
-title = "Flags"
-reads = "flags"
-bits = ["A", "B"]
-reset = 3
+view = [{}, { title = "Flags", reads = "flags", bits = ["A", "B"], reset = 3 }]
 )";
     const ChipFile plain = readChip(chip, "lamp.toml");
     ASSERT_NE(plain.chip, nullptr);
@@ -60,16 +50,16 @@ reset = 3
          {std::pair{"name = \"x\"\nreset = [{ register = \"Level\", value = 15 }, { register = "
                     "\"Level\", view = \"Flags\", value = 3 }]",
                     ""},
-          {"reset = []", "19:1: `name` is missing"},
-          {"name = \"a b\"", "19:1: \"a b\" is no name of a device"},
-          {"name = \"x\"\n[[device]]\nname = \"x\"", "21:1: there are two devices \"x\""},
-          {"name = \"x\"\nvariant = \"y\"", "19:1: there is no variant \"y\""},
+          {"reset = []", "9:1: `name` is missing"},
+          {"name = \"a b\"", "9:1: \"a b\" is no name of a device"},
+          {"name = \"x\"\n[[device]]\nname = \"x\"", "11:1: there are two devices \"x\""},
+          {"name = \"x\"\nvariant = \"y\"", "9:1: there is no variant \"y\""},
           {"name = \"x\"\nreset = { register = \"Lever\" }",
-           "21:9: there is no register \"Lever\""},
+           "11:9: there is no register \"Lever\""},
           {"name = \"x\"\nreset = { register = \"Level\", view = \"Read\" }",
-           "21:9: \"Level\" has no view \"Read\" with a value of its own"},
+           "11:9: \"Level\" has no view \"Read\" with a value of its own"},
           {"name = \"x\"\nreset = { register = \"Level\", view = \"Flags\", value = 4 }",
-           "21:9: the reset value has too many bits"}}) {
+           "11:9: the reset value has too many bits"}}) {
         const ChipFile file = readChip(chip + "[[device]]\n" + device, "lamp.toml");
         const Problem none;
         const Problem& found = file.problems.empty() ? none : file.problems.front();
@@ -79,7 +69,8 @@ reset = 3
                   expected)
             << device;
     }
-    const ChipFile wide = readChip(chip.substr(0, chip.size() - 2) + "4\n", "lamp.toml");
+    const std::string tooMuch = std::string(chip).replace(chip.find("reset = 3"), 9, "reset = 4");
+    const ChipFile wide = readChip(tooMuch, "lamp.toml");
     ASSERT_EQ(wide.problems.size(), 1U);
     EXPECT_EQ(wide.problems.front().text, "the reset value has more than 2 bits");
 }

@@ -40,6 +40,10 @@ struct BatchBench : WindowBench {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
         settle();
     }
+    void keys(std::initializer_list<Qt::Key> several) {
+        for (const Qt::Key one : several)
+            key(one);
+    }
     void keys(const QString& text) {
         QTest::keyClicks(QApplication::focusWidget(), text);
         settle();
@@ -59,29 +63,19 @@ struct BatchBench : WindowBench {
 TEST(BatchView, IsWorkedByTheKeyboardAlone) {
     BatchBench bench;
     bench.available().setFocus();
-    bench.key(Qt::Key_Down);
-    bench.key(Qt::Key_Return);
-    bench.key(Qt::Key_End);
-    bench.key(Qt::Key_Return);
-    for (int i = 0; i < 3; ++i)
-        bench.key(Qt::Key_Tab);
-    bench.key(Qt::Key_Space); // Add Wait
+    bench.keys({Qt::Key_Down, Qt::Key_Return, Qt::Key_End, Qt::Key_Return});
+    bench.keys({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space}); // Add Wait
     EXPECT_EQ(QApplication::focusWidget()->objectName(), "frmAddWait.txtWaitTime");
     bench.keys("250");
-    bench.key(Qt::Key_Tab);
-    bench.key(Qt::Key_Home); // ms
-    bench.key(Qt::Key_Return);
+    bench.keys({Qt::Key_Tab, Qt::Key_Home, Qt::Key_Return}); // ms
     EXPECT_EQ(bench.linesToSend(), (Texts{"Wake", "Sleep", "* Wait 250 ms"}));
 
     bench.window.activateWindow();
     bench.settle();
     bench.toSend().setFocus();
-    bench.key(Qt::Key_Home);
-    bench.key(Qt::Key_Return); // Remove
+    bench.keys({Qt::Key_Home, Qt::Key_Return}); // Remove
     EXPECT_EQ(bench.linesToSend(), (Texts{"Sleep", "* Wait 250 ms"}));
-    bench.key(Qt::Key_Tab);
-    bench.key(Qt::Key_Tab);
-    bench.key(Qt::Key_Space); // Save Batch
+    bench.keys({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space}); // Save Batch
     EXPECT_EQ(QApplication::focusWidget()->objectName(), "frmSaveBatch.txtBatchName");
     bench.keys("Nightfall");
     bench.key(Qt::Key_Return);
@@ -89,7 +83,6 @@ TEST(BatchView, IsWorkedByTheKeyboardAlone) {
     EXPECT_EQ(bench.widget<QComboBox>("frmMain.cmbBatches").currentText(), "Nightfall");
 
     bench.window.activateWindow();
-    bench.settle();
     auto& send = bench.widget<QPushButton>("frmMain.cmdSendOnce");
     EXPECT_EQ(send.shortcut(), QKeySequence("Alt+S"));
     send.setFocus();

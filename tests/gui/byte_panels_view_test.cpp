@@ -7,24 +7,6 @@
 namespace bitlux::test {
 namespace {
 
-TEST(BytePanelsView, LeadIntoStopModeByTheKeyboardAlone) {
-    PanelWindow bench("zt72537", "ZT72537");
-    auto& mode = bench.widget<QWidget>("ZT72537.OptMcr(1)");
-    mode.setFocus();
-    QTest::keyClick(&mode, Qt::Key_Space);
-    bench.settle();
-    EXPECT_FALSE(bench.widget<QPushButton>("ZT72537.CmdMcr").isVisible());
-    auto& interval = bench.widget<QComboBox>("ZT72537.CyclicSenseCombo");
-    interval.setFocus();
-    QTest::keyClick(&interval, Qt::Key_Down);
-    auto& enter = bench.widget<QPushButton>("ZT72537.CmdMcr2");
-    enter.setFocus();
-    QTest::keyClick(&enter, Qt::Key_Space);
-    bench.settle();
-    EXPECT_TRUE(bench.widget<QPushButton>("ZT72537.CmdMcr").isVisible());
-    EXPECT_EQ(bench.dongle.lastOut()[3], 0x09) << "Stop mode with the shutdown enabled";
-}
-
 TEST(BytePanelsView, SayThatNothingIsSentLeastSignificantBitFirst) {
     PanelWindow bench("zt72361", "ZT72361");
     const auto isTold = [&bench] {

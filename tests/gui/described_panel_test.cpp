@@ -20,34 +20,18 @@ namespace {
 
 /// Words of 48 bits with a wide register, and answers in four columns.
 constexpr const char* wide = R"toml(
-[chip]
-title = "Wide one"
-name = "wide"
-[word]
-bits = 48
-address = "47:33"
-data = "31:0"
-write = 0x100000000
-read = 0
-[[register]]
-title = "Channels"
-address = 16
-bits = ["CHANNEL_{0..31}"]
-zero = 0xC0C0FF
-  [[register.field]]
-  title = "All of them"
-  bits = "31:16,7:0"
-  texts = ["off", "on"]
-  codes = [0, 0xFFFFFF]
-[automatic_reads]
-[sequence]
-boxes = 3
-asks_to_save = true
-stops = {}
-answers = [
+chip = { title = "Wide one", name = "wide" }
+word = { bits = 48, address = "47:33", data = "31:0", write = 0x100000000, read = 0 }
+register = [
+  { title = "Channels", address = 16, bits = ["CHANNEL_{0..31}"], zero = 0xC0C0FF, field = [
+    { title = "All of them", bits = "31:16,7:0", texts = ["off", "on"], codes = [0, 0xFFFFFF] },
+  ] },
+]
+automatic_reads = {}
+sequence = { boxes = 3, asks_to_save = true, stops = {}, answers = [
   { list = "Answer3", title = "Byte 3" }, { list = "Answer2", title = "Byte 2" },
   { list = "Answer1", title = "Byte 1" }, { list = "Answer0", title = "Byte 0" },
-]
+] }
 )toml";
 
 struct DescribedPanel : WindowBench {
@@ -119,7 +103,6 @@ TEST(DescribedPanel, ScrollsManyPagesOnASmallScreen) {
     DescribedPanel bench(text);
     EXPECT_LE(bench.panel->minimumSizeHint().height(), 600);
     bench.form().registerTabs.click(60);
-    bench.settle();
     auto& tabs = bench.widget<QTabBar>("Panel_chip.RegisterTabs");
     EXPECT_TRUE(tabs.rect().contains(tabs.tabRect(59).center()));
     EXPECT_TRUE(bench.widget<QLabel>("Panel_chip.R59_W(0)").isVisible());

@@ -37,7 +37,6 @@ TEST(PanelView, OpensTheModelOfItsChipOnTheBench) {
     WindowBench bench;
     gui::addBench(bench.window, bench.bench, "loopback");
     bench.program.forms().show("ZT72518");
-    bench.settle();
     bench.press("panel.model");
     EXPECT_EQ(bench.widget<QComboBox>("bench.device").currentText(), "zt72518d");
     auto& chip = bench.widget<QDockWidget>("chip");
@@ -51,23 +50,16 @@ TEST(PanelView, OpensTheModelOfItsChipOnTheBench) {
 }
 
 TEST(WindowPlace, IsBesideTheOtherWhereTheScreenHasRoom) {
-    struct Case {
-        QSize window;
-        QRect other;
-        QPoint place;
-    };
     const QRect screen(0, 40, 1920, 1040);
-    for (const Case& c :
-         {Case{{1000, 800}, {100, 100, 700, 600}, {800, 100}},  // right of it
-          Case{{1000, 800}, {1100, 100, 700, 600}, {100, 100}}, // left of it
-          Case{{1000, 300}, {600, 100, 700, 600}, {600, 700}},  // below
-          Case{{1000, 300}, {600, 500, 700, 500}, {600, 200}},  // above
-          Case{{1000, 800}, {100, 500, 700, 600}, {800, 280}},  // inside the screen
-          Case{{1300, 900}, {700, 100, 700, 600}, {0, 100}},    // what covers the least
-          Case{{3000, 2000}, {700, 100, 700, 600}, {0, 40}}}) {
-        const QPoint place = gui::placeBeside(c.window, c.other, screen);
-        EXPECT_EQ(place, c.place) << place.x() << ", " << place.y();
-    }
+    for (const auto& [window, other, place] : Rows<QSize, QRect, QPoint>{
+             {{1000, 800}, {100, 100, 700, 600}, {800, 100}},  // right of it
+             {{1000, 800}, {1100, 100, 700, 600}, {100, 100}}, // left of it
+             {{1000, 300}, {600, 100, 700, 600}, {600, 700}},  // below
+             {{1000, 300}, {600, 500, 700, 500}, {600, 200}},  // above
+             {{1000, 800}, {100, 500, 700, 600}, {800, 280}},  // inside the screen
+             {{1300, 900}, {700, 100, 700, 600}, {0, 100}},    // what covers the least
+             {{3000, 2000}, {700, 100, 700, 600}, {0, 40}}})
+        EXPECT_EQ(gui::placeBeside(window, other, screen), place) << window.width();
 }
 
 TEST(PanelView, LightsBitsOfARegisterByMouseAndKeyboard) {
@@ -103,7 +95,6 @@ TEST(PanelView, LightsBitsOfARegisterByMouseAndKeyboard) {
 TEST(PanelView, WantsASecondPressForWhatCannotBeUndone) {
     PanelBench bench;
     bench.program.forms().show("TestMode");
-    bench.settle();
     auto& trim = bench.widget<gui::ConfirmButton>("TestMode.trim_send");
     const auto press = [&trim] { QTest::mouseClick(&trim, Qt::LeftButton); };
     const auto timer = [&trim](const char* name) { return trim.findChild<QTimer*>(name); };
@@ -252,7 +243,6 @@ TEST(PanelView, UnloadsTheFormWhenItIsClosedAndOpensAnew) {
     EXPECT_TRUE(bench.panel.isNull());
 
     bench.program.forms().show("ZT72518");
-    bench.settle();
     EXPECT_TRUE(bench.widget<QLabel>("ZT72518.Mux_W(0)").isVisible());
 }
 
@@ -292,17 +282,6 @@ TEST(PanelView, MayBeClosedWhileASequenceRuns) {
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(bench.panel.isNull());
     EXPECT_EQ(bench.program.session().ZT72518PanelActive, 0);
-}
-
-TEST(PanelView, ShowsWhatTheVariantLacksAsDisabled) {
-    PanelBench bench;
-    QTest::mouseClick(&bench.widget<QRadioButton>("ZT72518.opt_vb(5)"), Qt::LeftButton, {},
-                      QPoint(5, 5));
-    bench.settle();
-    EXPECT_FALSE(bench.widget<QLabel>("ZT72518.Mux_W(7)").isEnabled());
-    QTest::mouseClick(&bench.widget<QLabel>("ZT72518.Mux_W(7)"), Qt::LeftButton);
-    bench.settle();
-    EXPECT_NE(bench.color("ZT72518.Mux_W(7)"), lit);
 }
 
 } // namespace

@@ -20,19 +20,11 @@ QString nameOf(const std::string& name) {
     return QString::fromStdString(name);
 }
 
-struct RecentBench : TestBench {
-    TemporaryFolder folder;
-    gui::UserSettings settings{nameOf(folder.path("window.conf"))};
-    gui::MainWindow window{program, settings};
-
-    RecentBench() {
-        window.show();
-        settle();
-    }
+struct RecentBench : WindowBench {
+    RecentBench() { settle(); }
     void settle() {
-        window.binder().flush();
+        WindowBench::settle();
         emit window.findChild<QTimer*>("workTitle")->timeout({}); // not waited for
-        QApplication::processEvents();
     }
     /// The entries of the menu as it opens.
     QList<QAction*> entries() {

@@ -1,8 +1,8 @@
 #include "gui/configure/type_diagram.h"
 #include "gui/desktop/theme.h"
+#include "support/rows.h"
 
 #include <map>
-#include <tuple>
 
 #include <QApplication>
 #include <QImage>
@@ -55,9 +55,8 @@ struct Lines {
 };
 
 TEST(TypeTiming, FollowsTheWritesOfEachType) {
-    using Case = std::tuple<int, bool, const char*, const char*, const char*, const char*,
-                            const char*, const char*>;
-    const Case cases[] = {
+    using Text = const char*;
+    const Rows<int, bool, Text, Text, Text, Text, Text, Text> cases{
         {1, true, "110000000000111", "000010101010000", "    vtvtvtvt   ", "   33221100    ",
          "  333221100x   ", "    3 2 1 0    "},
         {2, true, "110000000001111", "000101010100000", "   tvtvtvtv    ", "   33221100    ",
@@ -131,21 +130,20 @@ TEST(TypeDiagram, LinesFillWholePixels) {
 }
 
 TEST(TypeDiagram, TellsTheTimingInWords) {
-    using Case = std::tuple<int, gui::WordLook, const char*>;
-    for (const auto& [type, look, words] :
-         {Case{3,
-               {},
-               "Timing of SPI type 3: data is valid on the falling edge of CLK, toggled on the "
-               "rising edge, CLK idles high; SPI mode 2, MSB first; CS is low within the word"},
-          Case{6,
-               {.msbFirst = false, .selectedWhenHigh = true},
-               "Timing of SPI type 6: data is valid and toggled on the rising edge of CLK, DO is "
-               "read just before it, CLK idles low; LSB first; CS is high within the word"},
-          Case{5,
-               {},
-               "Timing of SPI type 5: data is valid and toggled on the falling edge of CLK, DO is "
-               "read just before it, CLK idles low; MSB first, CLK stays low after bit 3; CS is "
-               "low within the word"}}) {
+    for (const auto& [type, look, words] : Rows<int, gui::WordLook, const char*>{
+             {3,
+              {},
+              "Timing of SPI type 3: data is valid on the falling edge of CLK, toggled on the "
+              "rising edge, CLK idles high; SPI mode 2, MSB first; CS is low within the word"},
+             {6,
+              {.msbFirst = false, .selectedWhenHigh = true},
+              "Timing of SPI type 6: data is valid and toggled on the rising edge of CLK, DO is "
+              "read just before it, CLK idles low; LSB first; CS is high within the word"},
+             {5,
+              {},
+              "Timing of SPI type 5: data is valid and toggled on the falling edge of CLK, DO is "
+              "read just before it, CLK idles low; MSB first, CLK stays low after bit 3; CS is "
+              "low within the word"}}) {
         gui::TypeDiagram diagram(type);
         diagram.setType(type, look);
         EXPECT_EQ(diagram.accessibleDescription().toStdString(), words);

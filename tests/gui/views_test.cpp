@@ -15,7 +15,6 @@ namespace {
 TEST(ConfigureView, BringsTheDialogToTheHand) {
     WindowBench bench;
     bench.choose("frmMain.itemPortOptions");
-    bench.settle();
     auto& dialog = *bench.window.findChild<QDialog*>();
     EXPECT_TRUE(dialog.isVisible());
     bench.press("frmConfigureSPI.Btn_ParallelPort");
@@ -28,15 +27,12 @@ TEST(ConfigureView, BringsTheDialogToTheHand) {
     bench.widget<QRadioButton>("frmConfigureSPI.optHex").click();
     auto& pages = bench.widget<QTabBar>("frmConfigureSPI.TabStripConfig");
     pages.setCurrentIndex(3);
-    bench.settle();
     bench.widget<QCheckBox>("frmConfigureSPI.chkEnableLog").click();
     pages.setCurrentIndex(1);
-    bench.settle();
     bench.widget<QComboBox>("frmConfigureSPI.cmbCS").setCurrentIndex(7);
     emit bench.widget<QComboBox>("frmConfigureSPI.cmbCS").activated(7);
     bench.widget<QRadioButton>("frmConfigureSPI.optLSBfirst").click();
     bench.widget<QTabBar>("frmConfigureSPI.TabStripSPItype").setCurrentIndex(2);
-    bench.settle();
     EXPECT_TRUE(bench.widget<QWidget>("frmConfigureSPI.frameSPIpicture(3)").isVisible());
     EXPECT_FALSE(bench.widget<QWidget>("frmConfigureSPI.frameSPIpicture(1)").isVisible());
     EXPECT_FALSE(bench.widget<QRadioButton>("frmConfigureSPI.optBinary").isChecked());
@@ -54,7 +50,6 @@ TEST(ConfigureView, BringsTheDialogToTheHand) {
 TEST(ConfigureView, IsWalkedThroughWithTheKeyboardAlone) {
     WindowBench bench;
     bench.choose("frmMain.itemPortOptions");
-    bench.settle();
     auto& dialog = *bench.window.findChild<QDialog*>();
     auto& tabs = bench.widget<QTabBar>("frmConfigureSPI.TabStripConfig");
     const auto focused = [&dialog] {
@@ -79,23 +74,9 @@ TEST(ConfigureView, IsWalkedThroughWithTheKeyboardAlone) {
     EXPECT_EQ(bench.program.dialog().txtPartName.text(), "Generic");
 }
 
-TEST(ConfigureView, StaysOpenWhenApplyRefuses) {
-    WindowBench bench;
-    bench.choose("frmMain.itemPortOptions");
-    bench.press("frmConfigureSPI.Btn_ParallelPort");
-    bench.program.dialog().cmbSPIWordLength.setText("500");
-    bench.press("frmConfigureSPI.cmdOK");
-    EXPECT_EQ(bench.boxes.takeTexts(),
-              std::vector<std::string>{"The maximum number of SPI bits is 160"});
-    EXPECT_TRUE(bench.program.dialog().visible());
-    bench.window.findChild<QDialog*>()->close();
-    EXPECT_FALSE(bench.program.dialog().visible());
-}
-
 TEST(ConfigureView, SaysBesideTheFieldsWhatIsWrong) {
     WindowBench bench;
     bench.choose("frmMain.itemPortOptions");
-    bench.settle();
     bench.press("frmConfigureSPI.Btn_ParallelPort");
     auto& length = bench.widget<QComboBox>("frmConfigureSPI.cmbSPIWordLength");
     auto& note = bench.widget<QLabel>("wordLengthNote");
@@ -114,7 +95,6 @@ TEST(ConfigureView, SaysBesideTheFieldsWhatIsWrong) {
     EXPECT_FALSE(isRed(note));
 
     bench.widget<QTabBar>("frmConfigureSPI.TabStripConfig").setCurrentIndex(1);
-    bench.settle();
     auto& pin = bench.widget<QComboBox>("frmConfigureSPI.cmbDI");
     auto& clashes = bench.widget<QLabel>("pinClashes");
     const auto choosePin = [&](int index) {
@@ -143,7 +123,6 @@ TEST(BenchView, ChangesTheDeviceAndShowsThePins) {
                                     &bench.window);
     bench.window.addDockWidget(Qt::BottomDockWidgetArea, view);
     bench.configure("8");
-    bench.settle();
     EXPECT_EQ(bench.widget<QLabel>("bench.data0").text(), "1"); // chip select idles high
     EXPECT_EQ(bench.widget<QLabel>("bench.data2").text(), "0");
     const auto answerTo = [&bench](const std::string& word) {
@@ -158,7 +137,6 @@ TEST(BenchView, ChangesTheDeviceAndShowsThePins) {
     bench.settle();
     EXPECT_EQ(bench.window.focusWidget(), &device);
     bench.program.mainForm().run.cmdSendOnce.setFocus();
-    bench.settle();
     EXPECT_EQ(bench.window.focusWidget(), &bench.widget<QPushButton>("frmMain.cmdSendOnce"));
     device.setCurrentText("stuck-high");
     EXPECT_EQ(answerTo("12"), "FF");

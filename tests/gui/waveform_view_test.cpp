@@ -52,7 +52,6 @@ TEST(WaveformView, IsMadeAndRecordsOnlyWhenOpened) {
     EXPECT_EQ(&bench.program.pins().port(), &bench.port);
     bench.send("77"); // while it is closed
     open->trigger();  // begins anew, with the last words before
-    bench.settle();
     EXPECT_TRUE(bench.widget<QDockWidget>("waveform").isVisible());
     EXPECT_EQ(bench.widget<QLabel>("waveform.place").text(), "Word 2 of 2");
     EXPECT_TRUE(bench.widget<QAbstractScrollArea>("waveform.canvas")

@@ -13,7 +13,9 @@ namespace bitlux::test {
 /// The program on the virtual bench in its window, worked by mouse and keyboard through the object
 /// names of the widgets.
 struct WindowBench : TestBench {
-    gui::MainWindow window{program};
+    TemporaryFolder folder;
+    gui::UserSettings settings{QString::fromStdString(folder.path("window.conf"))};
+    gui::MainWindow window{program, settings};
 
     explicit WindowBench(const std::string& device = "loopback") : TestBench(device) {
         window.fitToContent();
@@ -28,8 +30,23 @@ struct WindowBench : TestBench {
         QApplication::processEvents();
     }
 
+    void configure(const std::string& bits, const std::vector<std::string>& options = {"optHex"}) {
+        TestBench::configure(bits, options);
+        settle();
+    }
+    void choose(const std::string& item) {
+        TestBench::choose(item);
+        settle();
+    }
+
+    /// A widget that is up to date.
     template <typename Widget>
     Widget& widget(const QString& name) {
+        settle();
+        return widgetAsItIs<Widget>(name);
+    }
+    template <typename Widget>
+    Widget& widgetAsItIs(const QString& name) {
         auto* found = window.findChild<Widget*>(name);
         if (found == nullptr)
             throw std::runtime_error("no widget " + name.toStdString());

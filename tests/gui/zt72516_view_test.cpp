@@ -17,10 +17,8 @@ TEST(Zt72516View, TurnsItsPagesByTheArrows) {
     tabs.setFocus();
     for (int page = 1; page < 20; ++page)
         QTest::keyClick(&tabs, Qt::Key_Down);
-    bench.settle();
     EXPECT_TRUE(bench.widget<QLabel>("ZT72516.SGT_Reg(15)").isVisible());
     bench.get<forms::TabStrip>("ZT72516.RegisterTabs").click(9);
-    bench.settle();
     EXPECT_EQ(bench.widget<QRadioButton>("ZT72516.MODE_Option_VDD_ON(5)").accessibleName(),
               "FWU OFF, Periodic Sense ON, Peroidic INT OFF, Watchdog ON");
     for (const char* word : {"ZT72516.SPIWordSent", "ZT72516.SPIWordRcvd", "ZT72516.SPI_Word(0)"})

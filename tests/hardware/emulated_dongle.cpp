@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <optional>
 #include <span>
-#include <stdexcept>
 #include <utility>
 
 #include <fmt/format.h>
@@ -47,6 +46,10 @@ std::string hexadecimal(const std::string& bytes) {
     return digits;
 }
 
+std::string nodeAt(int address) {
+    return fmt::format("/dev/bus/usb/001/{:03}", address);
+}
+
 /// Which configuration is active, and no other question.
 int answerControl(usbdevfs_ctrltransfer& control) {
     constexpr std::uint8_t getConfiguration = 8;
@@ -59,21 +62,14 @@ int answerControl(usbdevfs_ctrltransfer& control) {
 } // namespace
 
 EmulatedDongle::EmulatedDongle(const Testbed& testbed, const TemporaryFolder& list, DongleKind kind)
-    : testbed_(testbed.get()),
+    : EmulatedNode(testbed, nodeAt(kind.address),
+                   fmt::format("P: /devices/usb{0}\nN: {1}={2}\nE: DEVNAME=/dev/{1}\n"
+                               "E: SUBSYSTEM=usb\n\n",
+                               kind.address, nodeAt(kind.address).substr(5),
+                               hexadecimal(kind.descriptors))),
       folder_(list.path(fmt::format("1-{}", kind.address))),
       kind_(std::move(kind)),
-      driver_(umockdev_ioctl_base_new()),
       answer_(&echo) {
-    g_signal_connect_data(driver_, "handle-ioctl", reinterpret_cast<GCallback>(&onRequest), this,
-                          nullptr, GConnectFlags{});
-    g_signal_connect_data(driver_, "client-vanished", reinterpret_cast<GCallback>(&onVanished),
-                          this, nullptr, GConnectFlags{});
-    const std::string device =
-        fmt::format("P: /devices/usb{0}\nN: {1}={2}\nE: DEVNAME=/dev/{1}\nE: SUBSYSTEM=usb\n\n",
-                    kind_.address, node().substr(5), hexadecimal(kind_.descriptors));
-    if (umockdev_testbed_add_from_string(testbed_, device.c_str(), nullptr) == FALSE ||
-        umockdev_testbed_attach_ioctl(testbed_, node().c_str(), driver_, nullptr) == FALSE)
-        throw std::runtime_error("no emulated " + node());
     polled_ = std::make_unique<PolledNode>(node());
     const std::string place = fmt::format("1-{}", kind_.address);
     plugIn(list, place, kind_.address, kind_.descriptors);
@@ -83,106 +79,58 @@ EmulatedDongle::EmulatedDongle(const Testbed& testbed, const TemporaryFolder& li
 
 EmulatedDongle::~EmulatedDongle() {
     unplug();
-    umockdev_testbed_detach_ioctl(testbed_, node().c_str(), nullptr);
+    detach();
     umockdev_testbed_remove_device(testbed_,
                                    fmt::format("/sys/devices/usb{}", kind_.address).c_str());
-    g_signal_handlers_disconnect_by_data(driver_, this);
-    g_object_unref(driver_);
-}
-
-std::string EmulatedDongle::node() const {
-    return fmt::format("/dev/bus/usb/001/{:03}", kind_.address);
-}
-
-void EmulatedDongle::answerWith(Answer answer) {
-    const std::lock_guard lock(mutex_);
-    answer_ = std::move(answer);
 }
 
 void EmulatedDongle::send(Packet packet) {
-    const std::lock_guard lock(mutex_);
-    unsent_.push_back(std::move(packet));
-    sendWaiting();
-    tellPoll();
-}
-
-void EmulatedDongle::stallNextFrame() {
-    const std::lock_guard lock(mutex_);
-    stallsNextFrame_ = true;
+    locked([&] {
+        unsent_.push_back(std::move(packet));
+        sendWaiting();
+        tellPoll();
+    });
 }
 
 void EmulatedDongle::stallForGood() {
-    const std::lock_guard lock(mutex_);
-    stallsForGood_ = inHalted_ = true;
-    sendWaiting();
-    tellPoll();
+    locked([this] {
+        stallsForGood_ = inHalted_ = true;
+        sendWaiting();
+        tellPoll();
+    });
 }
 
 void EmulatedDongle::unplug() {
-    const std::lock_guard lock(mutex_);
-    if (!isGone_)
-        goAway();
+    locked([this] {
+        if (!isGone_)
+            goAway();
+    });
 }
 
 void EmulatedDongle::refuse(unsigned long request, int error) {
-    const std::lock_guard lock(mutex_);
-    refused_ = request;
-    refusal_ = error;
-}
-
-bool EmulatedDongle::isHeld() {
-    const std::lock_guard lock(mutex_);
-    return holder_ != nullptr;
-}
-
-std::vector<UsbFrame> EmulatedDongle::frames() {
-    const std::lock_guard lock(mutex_);
-    return frames_;
+    locked([&] {
+        refused_ = request;
+        refusal_ = error;
+    });
 }
 
 int EmulatedDongle::count(unsigned long request) {
-    const std::lock_guard lock(mutex_);
-    return static_cast<int>(std::count(requests_.begin(), requests_.end(), request));
-}
-
-int EmulatedDongle::requests() {
-    const std::lock_guard lock(mutex_);
-    return static_cast<int>(requests_.size());
-}
-
-std::set<int> EmulatedDongle::typesUsed() {
-    const std::lock_guard lock(mutex_);
-    return types_;
+    return locked(
+        [&] { return static_cast<int>(std::count(requests_.begin(), requests_.end(), request)); });
 }
 
 int EmulatedDongle::submitted(std::uint8_t endpoint) {
-    const std::lock_guard lock(mutex_);
-    return static_cast<int>(std::count(submitted_.begin(), submitted_.end(), endpoint));
+    return locked([&] {
+        return static_cast<int>(std::count(submitted_.begin(), submitted_.end(), endpoint));
+    });
 }
 
-int EmulatedDongle::waiting() {
-    const std::lock_guard lock(mutex_);
-    return static_cast<int>(waiting_.size());
+int EmulatedDongle::answer(UMockdevIoctlClient* client, unsigned long request) {
+    const int result = answer(client, request, argumentOf(client));
+    tellPoll();
+    return result;
 }
 
-gboolean EmulatedDongle::onRequest(UMockdevIoctlBase*, UMockdevIoctlClient* client, gpointer self) {
-    auto* const dongle = static_cast<EmulatedDongle*>(self);
-    const std::lock_guard lock(dongle->mutex_);
-    const unsigned long request = umockdev_ioctl_client_get_request(client);
-    dongle->requests_.push_back(request);
-    const int result = dongle->answer(client, request, argumentOf(client));
-    dongle->tellPoll();
-    umockdev_ioctl_client_complete(client, result < 0 ? -1 : result, result < 0 ? -result : 0);
-    return TRUE;
-}
-
-void EmulatedDongle::onVanished(UMockdevIoctlBase*, UMockdevIoctlClient* client, gpointer self) {
-    auto* const dongle = static_cast<EmulatedDongle*>(self);
-    const std::lock_guard lock(dongle->mutex_);
-    dongle->forget(client);
-}
-
-/// A result, or a negative error, as in the kernel.
 int EmulatedDongle::answer(UMockdevIoctlClient* client, unsigned long request, void* argument) {
     if (request == USBDEVFS_REAPURBNDELAY)
         return reap(client, &pointedTo<void*>(argument));
@@ -344,13 +292,11 @@ int EmulatedDongle::reap(UMockdevIoctlClient* client, void** urb) {
     return 0;
 }
 
-/// Ends what a program has here, without a trace.
 void EmulatedDongle::forget(const UMockdevIoctlClient* client) {
     const auto isTheirs = [client](const Transfer& t) { return t.client == client; };
     std::erase_if(waiting_, isTheirs);
     std::erase_if(ended_, isTheirs);
-    if (holder_ == client)
-        holder_ = nullptr;
+    EmulatedNode::forget(client);
 }
 
 void EmulatedDongle::goAway() {
@@ -358,8 +304,7 @@ void EmulatedDongle::goAway() {
     for (const Transfer& transfer : std::exchange(waiting_, {}))
         end(transfer, ESHUTDOWN);
     std::filesystem::remove_all(folder_);
-    g_autofree gchar* root = umockdev_testbed_get_root_dir(testbed_);
-    std::filesystem::remove(root + node());
+    std::filesystem::remove(file());
     polled_->hangUp();
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "emulated_node.h"
 #include "polled_node.h"
 #include "support/temporary_folder.h"
 #include "support/usb_descriptors.h"
-#include "testbed.h"
 
 #include "platform/linux/os_descriptors.h"
 #include "platform/usb_endpoint.h"
@@ -12,7 +12,6 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <set>
 #include <string>
 #include <vector>
@@ -42,40 +41,49 @@ struct DongleKind {
 /// A USB device plugged in at bus 1: its folder in a list that stands for the kernel's, and its
 /// node with the kernel's driver for user programs behind it, as far as programs can tell. Echoes
 /// frames unless told otherwise.
-class EmulatedDongle {
+class EmulatedDongle : EmulatedNode {
 public:
     using Answer = std::function<std::vector<Packet>(const UsbFrame&)>;
 
     EmulatedDongle(const Testbed& testbed, const TemporaryFolder& list, DongleKind kind = {});
     /// Unplugs.
-    ~EmulatedDongle();
-    EmulatedDongle(const EmulatedDongle&) = delete;
-    EmulatedDongle& operator=(const EmulatedDongle&) = delete;
+    ~EmulatedDongle() override;
+    using EmulatedNode::isHeld;
 
     /// What comes back for each frame from now on.
-    void answerWith(Answer answer);
+    void answerWith(const Answer& answer) {
+        locked([&] { answer_ = answer; });
+    }
     /// Sends something that nobody asked for.
     void send(Packet packet);
     /// Halts the OUT endpoint when the next frame comes.
-    void stallNextFrame();
+    void stallNextFrame() {
+        locked([this] { stallsNextFrame_ = true; });
+    }
     /// Halts the IN endpoint, and halts it again when somebody clears it.
     void stallForGood();
     void unplug();
     /// Answers `request` with an error from now on; 0 for as usual.
     void refuse(unsigned long request, int error);
 
-    [[nodiscard]] std::string node() const;
-    [[nodiscard]] bool isHeld();
-    [[nodiscard]] std::vector<UsbFrame> frames();
+    [[nodiscard]] std::vector<UsbFrame> frames() {
+        return locked([this] { return frames_; });
+    }
     /// How often a program asked for `request`, or for anything.
     [[nodiscard]] int count(unsigned long request);
-    [[nodiscard]] int requests();
+    [[nodiscard]] int requests() {
+        return locked([this] { return static_cast<int>(requests_.size()); });
+    }
     /// Transfers submitted for an endpoint since it was plugged in.
     [[nodiscard]] int submitted(std::uint8_t endpoint);
     /// The types of the transfers of frames.
-    [[nodiscard]] std::set<int> typesUsed();
+    [[nodiscard]] std::set<int> typesUsed() {
+        return locked([this] { return types_; });
+    }
     /// Transfers that wait for the device to send something.
-    [[nodiscard]] int waiting();
+    [[nodiscard]] int waiting() {
+        return locked([this] { return static_cast<int>(waiting_.size()); });
+    }
 
 private:
     struct Transfer {
@@ -87,8 +95,7 @@ private:
         std::vector<std::uint8_t> bytes{}; // for the program
     };
 
-    static gboolean onRequest(UMockdevIoctlBase*, UMockdevIoctlClient* client, gpointer self);
-    static void onVanished(UMockdevIoctlBase*, UMockdevIoctlClient* client, gpointer self);
+    int answer(UMockdevIoctlClient* client, unsigned long request) override;
     int answer(UMockdevIoctlClient* client, unsigned long request, void* argument);
     int claim(UMockdevIoctlClient* client);
     int submit(const Transfer& transfer);
@@ -98,17 +105,13 @@ private:
     int discard(const void* urb);
     int reap(UMockdevIoctlClient* client, void** urb);
     void end(Transfer transfer, int error = 0);
-    void forget(const UMockdevIoctlClient* client);
+    void forget(const UMockdevIoctlClient* client) override;
     void goAway();
     void tellPoll();
 
-    UMockdevTestbed* testbed_;
     std::string folder_; // in the list
     DongleKind kind_;
-    UMockdevIoctlBase* driver_;
     std::unique_ptr<PolledNode> polled_;
-    std::mutex mutex_; // requests arrive on a thread of the test bed
-    UMockdevIoctlClient* holder_ = nullptr;
     Answer answer_;
     std::vector<Packet> unsent_;
     std::vector<Transfer> waiting_;
@@ -121,7 +124,6 @@ private:
     unsigned long refused_ = 0;
     int refusal_ = 0;
     std::vector<UsbFrame> frames_;
-    std::vector<unsigned long> requests_;
     std::vector<std::uint8_t> submitted_;
     std::set<int> types_;
 };

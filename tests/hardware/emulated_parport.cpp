@@ -1,9 +1,7 @@
 #include "emulated_parport.h"
 
 #include <cerrno>
-#include <cstddef>
 #include <filesystem>
-#include <stdexcept>
 
 #include <linux/ppdev.h>
 #include <sys/ioctl.h>
@@ -43,36 +41,10 @@ private:
 } // namespace
 
 EmulatedParport::EmulatedParport(const Testbed& testbed, int number)
-    : testbed_(testbed.get()),
-      node_(fmt::format("/dev/parport{}", number)),
-      driver_(umockdev_ioctl_base_new()) {
-    g_signal_connect_data(driver_, "handle-ioctl", reinterpret_cast<GCallback>(&onRequest), this,
-                          nullptr, GConnectFlags{});
-    g_signal_connect_data(driver_, "client-vanished", reinterpret_cast<GCallback>(&onVanished),
-                          this, nullptr, GConnectFlags{});
-    const std::string device = fmt::format("P: /devices/parport{0}\nN: parport{0}\n"
-                                           "E: DEVNAME=/dev/parport{0}\nE: SUBSYSTEM=ppdev\n\n",
-                                           number);
-    if (umockdev_testbed_add_from_string(testbed_, device.c_str(), nullptr) == FALSE ||
-        umockdev_testbed_attach_ioctl(testbed_, node_.c_str(), driver_, nullptr) == FALSE)
-        throw std::runtime_error("no emulated " + node_);
-}
-
-EmulatedParport::~EmulatedParport() {
-    umockdev_testbed_detach_ioctl(testbed_, node_.c_str(), nullptr);
-    g_signal_handlers_disconnect_by_data(driver_, this);
-    g_object_unref(driver_);
-}
-
-void EmulatedParport::break_(const Fault& fault) {
-    const std::lock_guard lock(mutex_);
-    fault_ = fault;
-}
-
-void EmulatedParport::repair() {
-    const std::lock_guard lock(mutex_);
-    fault_.reset();
-}
+    : EmulatedNode(testbed, fmt::format("/dev/parport{}", number),
+                   fmt::format("P: /devices/parport{0}\nN: parport{0}\nE: DEVNAME=/dev/parport{0}\n"
+                               "E: SUBSYSTEM=ppdev\n\n",
+                               number)) {}
 
 void EmulatedParport::takeAway() const {
     std::filesystem::rename(file(), file() + ".removed");
@@ -82,53 +54,19 @@ void EmulatedParport::bringBack() const {
     std::filesystem::rename(file() + ".removed", file());
 }
 
-std::string EmulatedParport::file() const {
-    gchar* const root = umockdev_testbed_get_root_dir(testbed_);
-    const std::string name = root + node_;
-    g_free(root);
-    return name;
-}
-
-bool EmulatedParport::isHeld() {
-    const std::lock_guard lock(mutex_);
-    return holder_ != nullptr;
-}
-
-std::vector<unsigned long> EmulatedParport::requests() {
-    const std::lock_guard lock(mutex_);
-    return requests_;
-}
-
-gboolean EmulatedParport::onRequest(UMockdevIoctlBase*, UMockdevIoctlClient* client,
-                                    gpointer self) {
-    const int error = static_cast<EmulatedParport*>(self)->answer(client);
-    umockdev_ioctl_client_complete(client, error == 0 ? 0 : -1, error);
-    return TRUE;
-}
-
-void EmulatedParport::onVanished(UMockdevIoctlBase*, UMockdevIoctlClient* client, gpointer self) {
-    auto* const port = static_cast<EmulatedParport*>(self);
-    const std::lock_guard lock(port->mutex_);
-    if (port->holder_ == client)
-        port->holder_ = nullptr;
-}
-
-int EmulatedParport::answer(UMockdevIoctlClient* client) {
-    const std::lock_guard lock(mutex_);
-    const unsigned long request = umockdev_ioctl_client_get_request(client);
-    requests_.push_back(request);
+int EmulatedParport::answer(UMockdevIoctlClient* client, unsigned long request) {
     if (const std::optional<int> error = injectedError(request))
         return *error;
     if (request == PPEXCL)
         return 0;
     if (request == PPCLAIM)
         return claim(client);
-    return holder_ == client ? access(client, request) : EINVAL;
+    return holder_ == client ? access(client, request) : -EINVAL;
 }
 
 int EmulatedParport::claim(UMockdevIoctlClient* client) {
     if (holder_ != nullptr)
-        return holder_ == client ? EINVAL : ENXIO;
+        return holder_ == client ? -EINVAL : -ENXIO;
     holder_ = client;
     return 0;
 }
@@ -158,18 +96,14 @@ int EmulatedParport::access(UMockdevIoctlClient* client, unsigned long request) 
         PointedByte(client).set(wires.control);
         return 0;
     default:
-        return EINVAL;
+        return -EINVAL;
     }
 }
 
 std::optional<int> EmulatedParport::injectedError(unsigned long request) {
-    if (!fault_ || fault_->request != request)
+    if (!fault_ || fault_->request != request || fault_->passing-- > 0 || fault_->times-- <= 0)
         return std::nullopt;
-    if (fault_->passing-- > 0)
-        return std::nullopt;
-    if (fault_->times-- <= 0)
-        return std::nullopt;
-    return fault_->error;
+    return -fault_->error;
 }
 
 } // namespace bitlux::test

@@ -1,12 +1,9 @@
 #pragma once
 
-#include "testbed.h"
+#include "emulated_node.h"
 
 #include <cstdint>
-#include <functional>
-#include <mutex>
 #include <optional>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -25,12 +22,11 @@ struct ParportRegisters {
 
 /// The node /dev/parportN with the kernel's user-space driver behind it, as far as programs can
 /// tell: one exclusive holder, nothing without a claim.
-class EmulatedParport {
+class EmulatedParport : EmulatedNode {
 public:
     EmulatedParport(const Testbed& testbed, int number);
-    ~EmulatedParport();
-    EmulatedParport(const EmulatedParport&) = delete;
-    EmulatedParport& operator=(const EmulatedParport&) = delete;
+    ~EmulatedParport() override { detach(); }
+    using EmulatedNode::isHeld;
 
     /// Answers `request` with an error, `times` times from now on, after letting `passing` pass.
     struct Fault {
@@ -39,35 +35,31 @@ public:
         int times = 1'000'000;
         int passing = 0;
     };
-    void break_(const Fault& fault);
-    void repair();
+    void break_(const Fault& fault) {
+        locked([&] { fault_ = fault; });
+    }
+    void repair() {
+        locked([this] { fault_.reset(); });
+    }
     /// The node goes, and requests go on succeeding, as when the kernel removes a port.
     void takeAway() const;
     void bringBack() const;
 
-    [[nodiscard]] bool isHeld();
     /// Every request that came, in order.
-    [[nodiscard]] std::vector<unsigned long> requests();
+    [[nodiscard]] std::vector<unsigned long> requests() {
+        return locked([this] { return requests_; });
+    }
 
     /// The registers; not to be touched while a request is under way.
     ParportRegisters wires;
 
 private:
-    static gboolean onRequest(UMockdevIoctlBase*, UMockdevIoctlClient* client, gpointer self);
-    static void onVanished(UMockdevIoctlBase*, UMockdevIoctlClient* client, gpointer self);
-    int answer(UMockdevIoctlClient* client);
+    int answer(UMockdevIoctlClient* client, unsigned long request) override;
     int claim(UMockdevIoctlClient* client);
     int access(UMockdevIoctlClient* client, unsigned long request);
     std::optional<int> injectedError(unsigned long request);
-    [[nodiscard]] std::string file() const; ///< of the node, in the test bed
 
-    UMockdevTestbed* testbed_;
-    std::string node_;
-    UMockdevIoctlBase* driver_;
-    std::mutex mutex_; // requests arrive on a thread of the test bed
-    UMockdevIoctlClient* holder_ = nullptr;
     std::optional<Fault> fault_;
-    std::vector<unsigned long> requests_;
 };
 
 } // namespace bitlux::test

@@ -33,13 +33,8 @@ TEST_F(UsbTransferTest, CarriesAWordWithOneTransferEachWay) {
 }
 
 TEST_F(UsbTransferTest, TellsWhatComesBackForAFrame) {
-    struct Case {
-        const char* what;
-        std::vector<Packet> packets;
-        std::vector<UsbStatus> statuses;
-    };
     const std::vector<std::uint8_t> bytes(word.begin(), word.end());
-    const Case cases[] = {
+    const Rows<const char*, std::vector<Packet>, std::vector<UsbStatus>> cases{
         {"echo", {{bytes}}, {UsbStatus::Success}},
         {"silent", {}, {}},
         {"late", {{bytes, 0, milliseconds(50)}}, {UsbStatus::NothingRead, UsbStatus::Success}},
@@ -54,11 +49,11 @@ TEST_F(UsbTransferTest, TellsWhatComesBackForAFrame) {
          {UsbStatus::Failed, UsbStatus::Success}},
         {"twice", {{bytes}, {bytes}}, {UsbStatus::Success, UsbStatus::Success}},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
-        dongle.answerWith([&](const UsbFrame&) { return c.packets; });
+    for (const auto& [what, packets, statuses] : cases) {
+        SCOPED_TRACE(what);
+        dongle.answerWith([all = packets](const UsbFrame&) { return all; });
         EXPECT_EQ(link.writer->write(word), UsbStatus::Success);
-        for (const UsbStatus status : c.statuses) {
+        for (const UsbStatus status : statuses) {
             UsbFrame frame{};
             const std::int64_t wait = status == UsbStatus::NothingRead ? 0 : enough;
             EXPECT_EQ(link.reader->read(frame, wait), status);

@@ -25,7 +25,6 @@
 namespace bitlux::test {
 
 using Texts = std::vector<std::string>;
-using Lines = std::vector<std::pair<std::string, std::string>>;
 using Names = std::set<std::string>;
 using Bits = std::vector<int>;
 
@@ -49,8 +48,10 @@ struct PanelStep {
     const char* hands;
     const char* effects = ""; ///< as of PanelBench::outcomeOf
     /// Parted by semicolons: "Row=E8" and "Row~E8" are a row lit in its first and in the striped
-    /// colour, "Row(4)=8" the part of it that begins there, "Label:text" a caption, "Name+" and
-    /// "Name-" a control that is visible or hidden, "Name>text" what the chip tells of its state.
+    /// colour, "Row(4)=8" the part of it that begins there, "Name:text" a caption or a text,
+    /// "Name#FF" a back colour, "Name+" and "Name-" a control that is visible or hidden, "Name^1" a
+    /// choice that is made and "Name^0" one that is not, "Name>text" what the chip tells of its
+    /// state.
     const char* shows = "";
 };
 
@@ -154,11 +155,12 @@ public:
                                lists().value(row));
         return all;
     }
+    void work(const std::string& hands) {
+        for (const std::string& hand : split(hands, ' '))
+            act(hand);
+    }
     std::string effectsOf(const std::string& hands) {
-        return effects([&] {
-            for (const std::string& hand : split(hands, ' '))
-                act(hand);
-        });
+        return effects([&] { work(hands); });
     }
     /// Effects, and the boxes that came, as "[text]".
     std::string outcomeOf(const std::string& hands) {
@@ -224,20 +226,27 @@ public:
             result.push_back(fmt::format("{}={}", lists().command(row), lists().value(row)));
         return fmt::format("{}", fmt::join(result, " "));
     }
-    void fill(const Lines& lines) {
+    /// Fills the sequence: "MUX Write=A5;Wait=10".
+    void fill(const std::string& sequence) {
         lists().clear();
-        for (const auto& [command, value] : lines)
-            lists().append(command, value);
+        for (const std::string& line : split(sequence, ';')) {
+            const std::size_t equals = line.find('=');
+            lists().append(line.substr(0, equals), line.substr(equals + 1));
+        }
     }
-    /// Plays lines; what went out.
-    std::string run(const Lines& lines) {
-        fill(lines);
+    /// Plays a sequence; what went out.
+    std::string run(const std::string& sequence) {
+        fill(sequence);
         return run();
     }
     std::string run() {
         trace.clear();
         press("Cm_Run_Seq");
         return sent();
+    }
+    /// Hands that come while the loop turns for the nth time.
+    void atTurn(int turn, const std::string& hands) {
+        loop.atTurn(turn, [this, hands] { work(hands); });
     }
     /// Lets time pass in the loop of the program; what went out.
     std::string pass(std::int64_t milliseconds) {
@@ -273,17 +282,25 @@ protected:
             bar->move(std::stoi(value));
         else if (auto* list = dynamic_cast<forms::ComboBox*>(named))
             list->select(std::stoi(value));
+        else if (auto* lines = dynamic_cast<forms::ListBox*>(named))
+            lines->select(std::stoi(value));
         else
             dynamic_cast<forms::TextBox&>(*named).edit(value);
     }
     /// What is really seen of an item of a step.
     std::string shown(const std::string& item) {
-        const std::size_t end = item.find_first_of("=~:>+-");
+        const std::size_t end = item.find_first_of("=~:>+-#^");
         const std::string name = item.substr(0, end);
         const auto digits = static_cast<int>(item.size() - end - 1);
         switch (item.at(end)) {
         case ':':
+            if (const auto* box = dynamic_cast<forms::TextBox*>(&control(name)))
+                return name + ":" + box->text();
             return name + ":" + caption(name);
+        case '#':
+            return fmt::format("{}#{:X}", name, control(name).backColor());
+        case '^':
+            return name + (isMade(name) ? "^1" : "^0");
         case '>':
             return name + ">" + reading(name);
         case '+':

@@ -33,26 +33,11 @@ TEST(WordEngine, MakesTheAccessesOfEachType) {
     }
 }
 
-TEST(WordEngine, SkipsTheOnlyRisingEdgeOfAOneBitWordOfType5) {
-    EXPECT_EQ(EngineRig(5, ConstOn, {1}).send(), "00 04 R379 02 01");
-}
-
 TEST(WordEngine, KeepsTheOtherPinsOfTheRegister) {
     EngineRig rig(2, ConstOn, {1});
     rig.session.DataPortPins.setLevel(7, ConstHigh);
     EXPECT_EQ(rig.send(), "80 86 82 R379 81");
     EXPECT_EQ(rig.session.DataPortPins.value(), 0x81);
-}
-
-TEST(WordEngine, AppliesPolarities) {
-    EngineRig rig(1, ConstOn, {0, 1});
-    rig.session.CSAssertLevel = ConstHigh;
-    rig.session.CSIdleLevel = ConstLow;
-    rig.session.DIOneLevel = ConstLow;
-    rig.session.DIZeroLevel = ConstHigh;
-    rig.pins.rest();
-    rig.port.log.clear();
-    EXPECT_EQ(rig.send(), "03 01 05 R379 03 07 R379 03 02");
 }
 
 TEST(WordEngine, DecodesThePinByItsPolarity) {

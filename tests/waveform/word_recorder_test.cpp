@@ -145,16 +145,16 @@ TEST(WaveRow, PutsWordsOneAfterTheOther) {
     EXPECT_EQ(lines,
               (std::vector<std::string>{"H 0L 5H 5625nsL 10625nsH", "L 2H 4L 7625nsH 9625nsL",
                                         "L 1H 4L", "? 2H 5? 7625nsL"}));
-    struct Place {
-        std::int64_t at, time;
-        std::size_t word;
-    };
     const std::int64_t idle = later - 5000;
-    for (const Place& p :
-         {Place{-100, -100, 0}, Place{5000, 5000, 0}, Place{5312, 5000 + idle * 312 / 625, 0},
-          Place{5625, later, 1}, Place{9625, later + 4000, 1}, Place{11000, later + 5375, 1}}) {
-        EXPECT_EQ(row.timeAt(p.at), p.time) << p.at;
-        EXPECT_EQ(row.wordAt(p.at), p.word) << p.at;
+    for (const auto& [at, time, word] :
+         Rows<std::int64_t, std::int64_t, std::size_t>{{-100, -100, 0},
+                                                       {5000, 5000, 0},
+                                                       {5312, 5000 + idle * 312 / 625, 0},
+                                                       {5625, later, 1},
+                                                       {9625, later + 4000, 1},
+                                                       {11000, later + 5375, 1}}) {
+        EXPECT_EQ(row.timeAt(at), time) << at;
+        EXPECT_EQ(row.wordAt(at), word) << at;
     }
     EXPECT_EQ(row.idleBefore(1), idle);
 }

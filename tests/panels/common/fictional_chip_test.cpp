@@ -26,10 +26,14 @@ struct LampBench : TestBench {
             word = word << 1 | (session().WordToSend[i] == 1 ? 1U : 0U);
         return fmt::format("{:04X}/{} ", word, session().SPIType);
     }
+    template <typename T>
+    T& on(const char* control) {
+        return dynamic_cast<T&>(panel.control(control));
+    }
     void click(const char* control) { panel.control(control).click(); }
     std::uint64_t row(const char* name) { return panel.pageControls.row(name).value(); }
     std::string column(const char* list) {
-        auto& box = dynamic_cast<forms::ListBox&>(panel.control(list));
+        auto& box = on<forms::ListBox>(list);
         std::string lines;
         for (std::size_t i = 1; i < box.count(); ++i)
             lines += box.line(i) + ";";
@@ -57,13 +61,12 @@ TEST(FictionalChip, HasItsPagesFromItsFileAlone) {
     bench.click("Lamp_Blink");
     EXPECT_EQ(bench.row("Lamp_W"), 0x804U);
     bench.click("Lamp_W(1)");
-    EXPECT_TRUE(
-        dynamic_cast<forms::OptionButton&>(bench.panel.control("Lamp_Brightness(3)")).value());
+    EXPECT_TRUE(bench.on<forms::OptionButton>("Lamp_Brightness(3)").value());
     bench.click("Cm_Lamp_W");
     bench.click("Cm_Lamp_R");
     EXPECT_EQ(bench.row("Lamp_R"), 0U) << "a loopback answers a read with itself";
 
-    auto& period = dynamic_cast<forms::ComboBox&>(bench.panel.control("Combo_Blink"));
+    auto& period = bench.on<forms::ComboBox>("Combo_Blink");
     EXPECT_EQ(period.text(), "Select the period");
     period.edit("4 s");
     EXPECT_EQ(bench.row("Blink_W"), 0x1U);
@@ -123,7 +126,7 @@ TEST(FictionalChip, HasItsSequenceFromItsFileAlone) {
 
 TEST(FictionalChip, StopsItsSequenceAndAsksToSaveIt) {
     LampBench bench;
-    auto& lines = dynamic_cast<forms::ListBox&>(bench.panel.control("List_Commands"));
+    auto& lines = bench.on<forms::ListBox>("List_Commands");
     for (const char* button : {"Seq_Lamp_R", "Seq_Blink_R", "Seq_Lamp_R"})
         bench.click(button);
     lines.select(2);
@@ -131,16 +134,15 @@ TEST(FictionalChip, StopsItsSequenceAndAsksToSaveIt) {
     EXPECT_EQ(bench.panel.sequence.Val_loop(0).text() + bench.panel.sequence.Val_loop(1).text(),
               "23");
 
-    auto& values = dynamic_cast<forms::ListBox&>(bench.panel.control("List_Value"));
+    auto& values = bench.on<forms::ListBox>("List_Value");
     values.select(3);
     bench.panel.sequence.Val_loop(2).setText("7");
     bench.click("Cm_Change_Value");
     EXPECT_EQ(bench.column("List_Value"), ";;7;");
 
-    EXPECT_EQ(dynamic_cast<forms::OptionButton&>(bench.panel.control("R_Condition1(1)")).caption(),
-              "IRQ");
+    EXPECT_EQ(bench.on<forms::OptionButton>("R_Condition1(1)").caption(), "IRQ");
     bench.click("Ch_FirstCondition");
-    dynamic_cast<forms::TextBox&>(bench.panel.control("Text_FirstCondition")).setText("2");
+    bench.on<forms::TextBox>("Text_FirstCondition").setText("2");
     bench.loop.atTime(bench.clock.nanoseconds() + 1'000'000, [&bench] {
         EXPECT_EQ(bench.words, "0000/2 3000/2 ");
         bench.click("Cm_PassCondition1");
@@ -161,9 +163,8 @@ TEST(FictionalChip, ReadsByItself) {
         bench.panel.call("AutoReadTimer_Timer");
         return bench.words;
     };
-    EXPECT_EQ(dynamic_cast<forms::CheckBox&>(bench.panel.control("AutoRead(1)")).caption(),
-              "Blink");
-    auto& timer = dynamic_cast<forms::Timer&>(bench.panel.control("AutoReadTimer"));
+    EXPECT_EQ(bench.on<forms::CheckBox>("AutoRead(1)").caption(), "Blink");
+    auto& timer = bench.on<forms::Timer>("AutoReadTimer");
     EXPECT_EQ(timer.interval(), 200);
     bench.click("AutoRead(1)");
     bench.click("AutoRead(2)");

@@ -4,10 +4,9 @@ namespace bitlux::test {
 namespace {
 
 struct EditorBench : PanelBench {
-    EditorBench() { fill({{"a", "1"}, {"b", "50ms"}, {"c", "3"}}); }
+    EditorBench() { fill("a=1;b=50ms;c=3"); }
     forms::ListBox& commands() { return lists().List_Commands; }
     forms::ListBox& values() { return lists().List_Value; }
-    std::string loopBox(int index) { return text(full(fmt::format("Val_loop({})", index))); }
 };
 
 TEST(SequenceEditor, InsertsWaitsAndRemovesLines) {
@@ -15,19 +14,12 @@ TEST(SequenceEditor, InsertsWaitsAndRemovesLines) {
     bench.press("Cm_Wait");
     EXPECT_EQ(bench.sequence(), "a=1 b=50ms c=3 Wait=10");
     EXPECT_EQ(bench.text("ZT72518.Text_Wait"), "10");
-    bench.commands().select(2);
-    bench.type("Text_Wait", "25");
-    bench.press("Cm_Wait");
+    bench.work("List_Commands=2 Text_Wait=25 Cm_Wait");
     EXPECT_EQ(bench.sequence(), "a=1 Wait=25 b=50ms c=3 Wait=10");
     EXPECT_EQ(bench.commands().listIndex(), 3) << "the selection goes along";
-    bench.type("Text_Wait", "");
-    bench.commands().select(0);
-    bench.press("Cm_Wait");
-    bench.press("Cm_Remove_Line");
+    bench.work("Text_Wait= List_Commands=0 Cm_Wait Cm_Remove_Line");
     EXPECT_EQ(bench.sequence(), "Wait=10 a=1 Wait=25 b=50ms c=3 Wait=10") << "the headers stay";
-    bench.commands().select(6);
-    bench.press("Cm_Remove_Line");
-    bench.press("Cm_Remove_Line");
+    bench.work("List_Commands=6 Cm_Remove_Line Cm_Remove_Line");
     EXPECT_EQ(bench.sequence(), "Wait=10 a=1 Wait=25 b=50ms");
     bench.boxes.answer(MessageBox::Answer::No);
     bench.press("Cm_CLEAR_lists");
@@ -63,53 +55,36 @@ TEST(SequenceEditor, MovesLinesByDragging) {
     EXPECT_EQ(bench.lists().List_Value.listIndex(), 1) << "goes with its line";
     bench.press("Cm_Remove_Line");
     EXPECT_EQ(bench.lists().List_Value.listIndex(), 1);
-    bench.commands().select(1);
-    bench.press("Cm_Remove_Line");
+    bench.work("List_Commands=1 Cm_Remove_Line");
     EXPECT_EQ(bench.lists().List_Value.listIndex(), -1);
     EXPECT_EQ(bench.sequence(), "b=50ms");
 }
 
 TEST(SequenceEditor, PicksTheLinesOfTheLoop) {
-    EditorBench bench;
-    const auto colours = [&bench] {
-        return fmt::format("{:X} {:X}", bench.on<forms::Label>("Label_Liste(5)").backColor(),
-                           bench.on<forms::Label>("Label_Liste(6)").backColor());
-    };
-    EXPECT_FALSE(bench.on<forms::Label>("Label_Liste(5)").visible());
-    bench.tick("Ch_Loop");
-    EXPECT_TRUE(bench.on<forms::Label>("Label_Liste(5)").visible());
-    EXPECT_TRUE(bench.on<forms::TextBox>("Val_loop(1)").enabled());
-    bench.commands().select(2);
-    EXPECT_EQ(bench.loopBox(0) + bench.loopBox(1), "22");
-    EXPECT_EQ(colours(), "8000000F FF");
-    bench.commands().select(3);
-    EXPECT_EQ(bench.loopBox(0) + bench.loopBox(1), "23");
-    EXPECT_EQ(colours(), "FF 8000000F");
-    bench.commands().select(3); // the same line once more
-    bench.commands().select(1);
-    EXPECT_EQ(bench.loopBox(0) + bench.loopBox(1), "33") << "a stop is not before the start";
+    EditorBench().walk(std::initializer_list<PanelStep>{
+        {"", "", "Label_Liste(5)-"},
+        {"Ch_Loop List_Commands=2", "",
+         "Label_Liste(5)+;Val_loop(0):2;Val_loop(1):2;Label_Liste(5)#8000000F;Label_Liste(6)#FF"},
+        {"List_Commands=3", "",
+         "Val_loop(0):2;Val_loop(1):3;Label_Liste(5)#FF;Label_Liste(6)#8000000F"},
+        // The same line once more; a stop is not before the start.
+        {"List_Commands=3 List_Commands=1", "", "Val_loop(0):3;Val_loop(1):3"},
+    });
 }
 
 TEST(SequenceEditor, ChangesValues) {
     EditorBench bench;
-    auto& times = bench.panel().part<zt72518::Watchdog>().wd_config(3);
-    auto& box = bench.panel().sequence.Val_loop(2);
-    EXPECT_FALSE(times.visible());
-    bench.values().select(3);
-    EXPECT_EQ(box.text(), "3");
-    box.setText("7F");
-    bench.press("watchdog(15)");
-    bench.values().select(2);
-    EXPECT_TRUE(times.visible());
-    EXPECT_FALSE(box.enabled());
-    EXPECT_EQ(times.text(), "50ms");
-    times.select(9);
-    bench.press("watchdog(15)");
+    bench.walk(std::initializer_list<PanelStep>{
+        {"List_Value=3", "", "wd_config(3)-;Val_loop(2):3"},
+        {"Val_loop(2)=7F watchdog(15) List_Value=2", "", "wd_config(3)+"},
+    });
+    EXPECT_FALSE(bench.panel().sequence.Val_loop(2).enabled());
+    EXPECT_EQ(bench.on<forms::ComboBox>("wd_config(3)").text(), "50ms");
+    bench.work("wd_config(3)=9 watchdog(15)");
     EXPECT_EQ(bench.sequence(), "a=1 b=5s c=7F");
-    bench.values().select(0);
-    EXPECT_FALSE(times.visible());
-    box.setText("00");
-    bench.press("watchdog(15)");
+    bench.walk(std::initializer_list<PanelStep>{
+        {"List_Value=0 Val_loop(2)=00 watchdog(15)", "", "wd_config(3)-"},
+    });
     EXPECT_EQ(bench.column("List_Value").front(), "Value in Hexa");
 }
 

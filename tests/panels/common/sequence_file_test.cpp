@@ -25,14 +25,14 @@ struct FileBench : PanelBench {
 TEST(SequenceFile, IsWrittenAndReadByteForByte) {
     FileBench bench;
     EXPECT_EQ(bench.saved(), "Command\tValue\r\nCommands\tValue in Hexa\t\r\n");
-    bench.fill({{"MUX Write", "5"}, {"Enhanced 4", "10ms"}, {"Größe µ€", ""}, {"", "A5"}});
+    bench.fill("MUX Write=5;Enhanced 4=10ms;Größe µ€=;=A5");
     const std::string bytes = "Command\tValue\r\nCommands\tValue in Hexa\t\r\nMUX Write\t5\t\r\n"
                               "Enhanced 4\t10ms\t\r\nGr\xF6\xDF"
                               "e \xB5\x80\t\t\r\n\tA5\t\r\n";
     EXPECT_EQ(bench.saved(), bytes);
     const std::string rows = bench.sequence();
     const Texts commands = bench.column("List_Commands");
-    bench.fill({{"Wait", "1"}});
+    bench.fill("Wait=1");
     bench.lists().addAnswer({"x", "y"});
     EXPECT_EQ(bench.loadFrom(bytes), "");
     EXPECT_EQ(bench.sequence(), rows);
@@ -61,7 +61,7 @@ TEST(SequenceFile, TakesWhatOtherProgramsLeave) {
 
 TEST(SequenceFile, ChangesNothingWhenItIsDamaged) {
     FileBench bench;
-    bench.fill({{"Wait", "1"}, {"MUX Write", "2"}});
+    bench.fill("Wait=1;MUX Write=2");
     const std::string name = bench.folder.path("a.txt");
     const std::string head = "Command\tValue\r\nCommands\tValue in Hexa\t\r\n";
     const auto damaged = [&name](int line, const char* reason) {

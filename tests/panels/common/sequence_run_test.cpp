@@ -2,7 +2,6 @@
 
 #include "platform/failure.h"
 
-#include <functional>
 #include <tuple>
 
 namespace bitlux::test {
@@ -12,7 +11,6 @@ struct RunBench : PanelBench {
     explicit RunBench(const Texts& replies = {"0000"}) : PanelBench("scripted", replies) {}
 
     bool idle() { return get<forms::Button>("ZT72518.Cm_Run_Seq").enabled(); }
-    void at(int turn, std::function<void()> action) { loop.atTurn(turn, std::move(action)); }
     std::string answers() {
         const Texts high = column("List_Val_read1");
         const Texts low = column("List_Val_read0");
@@ -23,30 +21,25 @@ struct RunBench : PanelBench {
         return fmt::format("{}", fmt::join(rows, "|"));
     }
     /// Lines that tell themselves apart: MUX Write 1, 2, ...
-    static Lines writes(int count) {
-        Lines lines;
+    static std::string writes(int count) {
+        std::string lines;
         for (int line = 1; line <= count; ++line)
-            lines.emplace_back("MUX Write", fmt::format("{:X}", line));
+            lines += fmt::format("MUX Write={:X};", line);
         return lines;
     }
-    forms::FormSet otherForms{boxes};
     Texts numbers() { return column("List1"); }
+
+    forms::FormSet otherForms{boxes};
 };
+
+constexpr const char* poll = " <00 05 00 00 00 00 00 00>";
 
 TEST(SequenceRun, PlaysEveryKindOfLine) {
     RunBench bench({"A50C", "0F10", "FFD5", "0102"});
-    bench.panel().part<zt72518::Watchdog>().wd_config(0).setListIndex(1);
-    bench.panel().part<zt72518::Watchdog>().wd_config(1).setListIndex(9);
-    EXPECT_EQ(bench.run({{"MUX Write", "5"},
-                         {"Wrong name", "7f"},
-                         {"Special Mode", "2"},
-                         {"CAN Read Low", ""},
-                         {"Enhanced 2", "10ms"},
-                         {"Simple WD", "no time"},
-                         {"Start Watchdog", ""},
-                         {"One Simple Watchdog", ""},
-                         {"Wait", "1"},
-                         {"MUX Write", " F F"}}),
+    bench.work("wd_config(0)=1 wd_config(1)=9");
+    EXPECT_EQ(bench.run("MUX Write=5;Wrong name=7f;Special Mode=2;CAN Read Low=;Enhanced 2=10ms;"
+                        "Simple WD=no time;Start Watchdog=;One Simple Watchdog=;Wait=1;"
+                        "MUX Write= F F"),
               "4005 007F 1300 52AA 1D00 <00 15 00 0A 04 00 00 00> <00 15 00 08 04 00 00 00> "
               "<00 15 00 09 09 00 00 00> 5A00 40FF");
     EXPECT_EQ(bench.answers(), " 1010 0101  (A5), 0000  1100  (C)| 0000  1111  (F), 0001 0000  (10)"
@@ -55,7 +48,7 @@ TEST(SequenceRun, PlaysEveryKindOfLine) {
     EXPECT_EQ(bench.numbers().at(10) + bench.numbers().at(11), "1011  ---->");
     EXPECT_TRUE(bench.idle());
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
-    EXPECT_EQ(bench.run({}), "");
+    EXPECT_EQ(bench.run(""), "");
     EXPECT_EQ(bench.answers(), "");
     EXPECT_TRUE(bench.idle());
     bench.run(RunBench::writes(60));
@@ -65,30 +58,26 @@ TEST(SequenceRun, PlaysEveryKindOfLine) {
 TEST(SequenceRun, ComputesAParityThatDoesNotCount) {
     RunBench bench;
     bench.panel().part<zt72518::ChipWords>().SPIParityEnabled = true;
-    EXPECT_EQ(bench.run({{"MUX Write", "1"},
-                         {"Init Misc Write", "40"},
-                         {"MUX Write", "3"},
-                         {"CAN Read Low", "5"},
-                         {"Init Misc Write", "3F"},
-                         {"MUX Write", "4"}}),
+    EXPECT_EQ(bench.run("MUX Write=1;Init Misc Write=40;MUX Write=3;CAN Read Low=5;"
+                        "Init Misc Write=3F;MUX Write=4"),
               "4001 5040 4003 1D05 503F 4004");
     EXPECT_EQ(bench.panel().part<zt72518::ChipWords>().ParityBit, 1) << "that of 03";
 }
 
 TEST(SequenceRun, EndsAtALineThatCannotBe) {
-    for (const auto& [command, value, text] :
-         {std::tuple{"MUX Write", "zz", "The value \"zz\" is no hexadecimal number"},
-          {"MUX Write", "100", "The value \"100\" is more than 8 bits"},
-          {"Special Mode", "4", "There is no Special Mode 4"},
-          {"Wait", "a while", "Type mismatch: the text is no number"},
-          {"Wait", "", "Type mismatch: the text is no number"}}) {
+    for (const auto& [line, text] : Rows<const char*, const char*>{
+             {"MUX Write=zz", "The value \"zz\" is no hexadecimal number"},
+             {"MUX Write=100", "The value \"100\" is more than 8 bits"},
+             {"Special Mode=4", "There is no Special Mode 4"},
+             {"Wait=a while", "Type mismatch: the text is no number"},
+             {"Wait=", "Type mismatch: the text is no number"}}) {
         RunBench bench;
-        EXPECT_EQ(bench.run({{"MUX Write", "1"}, {command, value}, {"MUX Write", "2"}}), "4001");
+        EXPECT_EQ(bench.run(fmt::format("MUX Write=1;{};MUX Write=2", line)), "4001");
         EXPECT_EQ(bench.boxes.takeTexts(), Texts{text});
         EXPECT_TRUE(bench.idle());
     }
     RunBench bench;
-    bench.at(2, [&] { bench.lists().clear(); });
+    bench.loop.atTurn(2, [&] { bench.lists().clear(); });
     EXPECT_EQ(bench.run(RunBench::writes(4)), "4001 4002");
     EXPECT_EQ(bench.boxes.takeTexts().size(), 1U);
     EXPECT_TRUE(bench.idle());
@@ -96,69 +85,55 @@ TEST(SequenceRun, EndsAtALineThatCannotBe) {
 
 TEST(SequenceRun, RepeatsLinesUntilItIsStopped) {
     RunBench bench;
-    bench.tick("Ch_Loop");
-    bench.type("Val_loop(0)", "3");
-    bench.type("Val_loop(1)", "5");
+    bench.work("Ch_Loop Val_loop(0)=3 Val_loop(1)=5");
     std::size_t most = 0;
     for (int turn = 1; turn < 20; ++turn)
-        bench.at(turn, [&] { most = std::max(most, bench.column("List_Val_read1").size()); });
-    bench.at(20, [&] { bench.press("Cm_Stop_Loop"); });
+        bench.loop.atTurn(turn,
+                          [&] { most = std::max(most, bench.column("List_Val_read1").size()); });
+    bench.atTurn(20, "Cm_Stop_Loop");
     EXPECT_EQ(bench.run(RunBench::writes(6)),
               "4001 4002 4003 4004 4005 4003 4004 4005 4003 4004 4005 4006");
     EXPECT_LE(most, 6U) << "never past line 5";
     EXPECT_EQ(bench.column("List_Val_read1").size(), 7U);
     EXPECT_EQ(bench.run(), "4001 4002 4003 4004 4005 4006") << "a stop goes on counting";
     bench.panel().sequence.variables.LoopStopRequest = false;
-    bench.type("Val_loop(1)", "7");
+    bench.work("Val_loop(1)=7");
     EXPECT_EQ(bench.run(), "4001 4002 4003 4004 4005 4006") << "the loop is not within the lines";
 }
 
 TEST(SequenceRun, StopsForTheLinesOfTheChip) {
-    for (const bool first : {true, false})
-        for (const bool reset : {true, false}) {
-            RunBench bench;
-            bench.tick("Ch_FirstCondition");
-            bench.type("Text_FirstCondition", "2");
-            if (!first) {
-                bench.tick("Ch_SecondCondition");
-                bench.press("Cm_PassCondition1");
-                bench.type("Text_SecondCondition", "3");
-            }
-            const std::string options = first ? "R_Condition1" : "R_Condition2";
-            bench.get<forms::OptionButton>(fmt::format("ZT72518.{}({})", options, reset ? 0 : 1))
-                .click();
-            // The other line does not count; the right one ends it.
-            const int lines = first ? 2 : 3;
-            bench.at(lines + 2, [&] { bench.dongle.setLines(reset, !reset); });
-            bench.at(lines + 4, [&] { bench.dongle.setLines(!reset, reset); });
-            const std::string poll = " <00 05 00 00 00 00 00 00>";
-            std::string expected = first ? "4001 4002" : "4001 4002 4003";
-            for (int sample = 0; sample < 5; ++sample)
-                expected += poll;
-            EXPECT_EQ(bench.run(RunBench::writes(4)), expected + (first ? " 4003 4004" : " 4004"))
-                << reset;
-            EXPECT_FALSE(bench.panel().part<SequenceStops>().Condition1Seen ||
-                         bench.panel().part<SequenceStops>().Condition2Seen);
-        }
+    const std::string first = "Ch_FirstCondition Text_FirstCondition=2 ";
+    const std::string second = first + "Ch_SecondCondition Cm_PassCondition1 "
+                                       "Text_SecondCondition=3 ";
+    for (const auto& [hands, reset, lines, before, after] :
+         Rows<std::string, bool, int, std::string, const char*>{
+             {first + "R_Condition1(0)", true, 2, "4001 4002", " 4003 4004"},
+             {first + "R_Condition1(1)", false, 2, "4001 4002", " 4003 4004"},
+             {second + "R_Condition2(0)", true, 3, "4001 4002 4003", " 4004"},
+             {second + "R_Condition2(1)", false, 3, "4001 4002 4003", " 4004"}}) {
+        RunBench bench;
+        bench.work(hands);
+        // The other line does not count; the right one ends it.
+        for (const auto& [turn, isReset] : {std::pair{lines + 2, reset}, {lines + 4, !reset}})
+            bench.loop.atTurn(turn,
+                              [&dongle = bench.dongle, on = isReset] { dongle.setLines(on, !on); });
+        EXPECT_EQ(bench.run(RunBench::writes(4)), before + poll + poll + poll + poll + poll + after)
+            << hands;
+        const auto& stops = bench.panel().part<SequenceStops>();
+        EXPECT_FALSE(stops.Condition1Seen || stops.Condition2Seen);
+    }
 }
 
 TEST(SequenceRun, PassesAConditionByHand) {
     RunBench bench;
-    bench.tick("Ch_FirstCondition");
-    bench.type("Text_FirstCondition", "1");
-    bench.at(3, [&] {
-        EXPECT_FALSE(bench.idle());
-        bench.press("Cm_PassCondition1");
-    });
-    EXPECT_EQ(bench.run(RunBench::writes(2)),
-              "4001 <00 05 00 00 00 00 00 00> <00 05 00 00 00 00 00 00> 4002");
+    bench.work("Ch_FirstCondition Text_FirstCondition=1");
+    bench.atTurn(3, "Cm_PassCondition1");
+    EXPECT_EQ(bench.run(RunBench::writes(2)), std::string("4001") + poll + poll + " 4002");
     EXPECT_EQ(bench.run(), "4001 4002") << "one press goes on counting";
-    for (const char* beyond : {"7", "1e300"}) {
-        bench.type("Text_FirstCondition", beyond);
+    for (const char* beyond : {"7", "1e300", "-3"}) {
+        bench.work(fmt::format("Text_FirstCondition={}", beyond));
         EXPECT_EQ(bench.run(), "4001 4002") << beyond;
     }
-    bench.type("Text_FirstCondition", "-3");
-    EXPECT_EQ(bench.run(), "4001 4002");
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
 }
 
@@ -167,10 +142,10 @@ TEST(SequenceRun, TellsOnceThatTheDongleIsGoneDuringACondition) {
         RunBench bench;
         if (!plugged)
             bench.session().USBReady = false;
-        bench.tick("Ch_FirstCondition");
-        bench.type("Text_FirstCondition", "0");
-        bench.at(2, [&] { bench.dongle.unplug(); });
-        bench.at(40, [&] { bench.press("Cm_PassCondition1"); });
+        bench.work("Ch_FirstCondition Text_FirstCondition=0");
+        bench.loop.atTurn(2, [&] { bench.dongle.unplug(); });
+        bench.loop.atTurn(3, [&] { EXPECT_FALSE(bench.idle()); });
+        bench.atTurn(40, "Cm_PassCondition1");
         const std::int64_t start = bench.clock.nanoseconds();
         bench.run();
         EXPECT_EQ(bench.boxes.takeTexts().size(), plugged ? 1U : 0U);
@@ -180,10 +155,9 @@ TEST(SequenceRun, TellsOnceThatTheDongleIsGoneDuringACondition) {
 
 TEST(SequenceRun, SamplesAgainWhenTheDongleIsBack) {
     RunBench bench;
-    bench.tick("Ch_FirstCondition");
-    bench.type("Text_FirstCondition", "0");
-    bench.at(2, [&] { bench.dongle.unplug(); });
-    bench.at(9, [&] {
+    bench.work("Ch_FirstCondition Text_FirstCondition=0");
+    bench.loop.atTurn(2, [&] { bench.dongle.unplug(); });
+    bench.loop.atTurn(9, [&] {
         bench.dongle.plug();
         bench.dongle.setLines(false, true);
         bench.program.mainForm().call("Start_USB");
@@ -194,42 +168,34 @@ TEST(SequenceRun, SamplesAgainWhenTheDongleIsBack) {
 
 TEST(SequenceRun, KeepsTheSecondConditionThatTheFirstOneBrought) {
     RunBench bench;
-    bench.tick("Ch_FirstCondition");
-    bench.tick("Ch_SecondCondition");
-    bench.type("Text_FirstCondition", "1");
-    bench.type("Text_SecondCondition", "2");
-    bench.press("Cm_PassCondition1");
-    bench.at(1, [&] { bench.tick("Ch_FirstCondition"); });
-    bench.at(4, [&] { bench.press("Cm_PassCondition2"); });
-    EXPECT_EQ(bench.run(RunBench::writes(3)),
-              "4001 4002 <00 05 00 00 00 00 00 00> <00 05 00 00 00 00 00 00> 4003");
+    bench.work("Ch_FirstCondition Ch_SecondCondition Text_FirstCondition=1 "
+               "Text_SecondCondition=2 Cm_PassCondition1");
+    bench.atTurn(1, "Ch_FirstCondition");
+    bench.atTurn(4, "Cm_PassCondition2");
+    EXPECT_EQ(bench.run(RunBench::writes(3)), std::string("4001 4002") + poll + poll + " 4003");
 }
 
 TEST(SequenceRun, IsOneAtATime) {
     RunBench bench;
-    bench.at(1, [&] { bench.panel().call("Cm_Run_Seq"); });
+    bench.loop.atTurn(1, [&] { bench.panel().call("Cm_Run_Seq"); });
     EXPECT_EQ(bench.run(RunBench::writes(2)), "4001 4002");
     EXPECT_TRUE(bench.idle());
 }
 
 TEST(SequenceRun, WaitsAsLongAsItSays) {
-    struct Case {
-        const char* value;
-        std::int64_t milliseconds;
-    };
-    for (const Case& c :
-         {Case{"0", 0}, Case{"-5", 0}, Case{"1", 1}, Case{"2.6", 3}, Case{"70000", 70'000}}) {
+    for (const auto& [value, milliseconds] : Rows<const char*, std::int64_t>{
+             {"0", 0}, {"-5", 0}, {"1", 1}, {"2.6", 3}, {"70000", 70'000}}) {
+        SCOPED_TRACE(value);
         RunBench bench;
-        bench.fill({{"MUX Write", "1"}, {"Wait", c.value}, {"MUX Write", "2"}});
+        bench.fill(fmt::format("MUX Write=1;Wait={};MUX Write=2", value));
         constexpr std::int64_t word = 2 * SimulatedDongle::transferTime + 16'000;
         const std::int64_t start = bench.clock.nanoseconds();
-        const std::int64_t wait = c.milliseconds * millisecond;
+        const std::int64_t wait = milliseconds * millisecond;
         const int turns = bench.loop.turns();
         if (wait > 0)
-            bench.loop.atTime(start + word + wait - 1,
-                              [&] { EXPECT_EQ(bench.sent(), "4001") << c.value; });
+            bench.loop.atTime(start + word + wait - 1, [&] { EXPECT_EQ(bench.sent(), "4001"); });
         bench.press("Cm_Run_Seq");
-        EXPECT_EQ(bench.clock.nanoseconds() - start, word + wait + word) << c.value;
+        EXPECT_EQ(bench.clock.nanoseconds() - start, word + wait + word);
         EXPECT_EQ(bench.sent(), wait > 0 ? "4002" : "4001 4002");
         EXPECT_LE(bench.loop.turns() - turns, 5) << "it sleeps";
         EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
@@ -237,18 +203,16 @@ TEST(SequenceRun, WaitsAsLongAsItSays) {
 }
 
 TEST(SequenceRun, EndsAWaitWhenItsTimerIsDisabled) {
-    for (const char* how : {"Timer1_Timer", "no driver"}) {
+    for (const bool driven : {true, false}) {
         RunBench bench;
-        if (how == std::string("no driver"))
+        if (!driven)
             bench.loop.drive(bench.otherForms);
         const std::int64_t start = bench.clock.nanoseconds();
-        bench.loop.atTime(start + 70 * millisecond, [&] {
-            if (how == std::string("Timer1_Timer"))
-                bench.panel().call(how);
-        });
-        bench.run({{"Wait", "90"}});
-        EXPECT_EQ(bench.clock.nanoseconds() - start,
-                  (how == std::string("no driver") ? 90 : 70) * millisecond);
+        if (driven)
+            bench.loop.atTime(start + 70 * millisecond,
+                              [&] { bench.panel().call("Timer1_Timer"); });
+        bench.run("Wait=90");
+        EXPECT_EQ(bench.clock.nanoseconds() - start, (driven ? 70 : 90) * millisecond);
         EXPECT_FALSE(bench.panel().sequence.player.Timer1.enabled());
     }
 }
@@ -257,9 +221,7 @@ TEST(SequenceRun, TellsWhereItIs) {
     using Awaited = SequenceProgress::Awaited;
     RunBench bench;
     SequencePlayer& run = bench.panel().sequence.player;
-    bench.tick("Ch_FirstCondition");
-    bench.type("Text_FirstCondition", "2");
-    bench.on<forms::OptionButton>("R_Condition1(1)").click();
+    bench.work("Ch_FirstCondition Text_FirstCondition=2 R_Condition1(1)");
     std::vector<std::tuple<int, std::int64_t, Awaited>> seen;
     const Subscription watch = run.progressChanged.follow([&] {
         if (!run.progress())
@@ -268,7 +230,7 @@ TEST(SequenceRun, TellsWhereItIs) {
         if (seen.back() == std::tuple(2, 0, Awaited::Interrupt))
             bench.press("Cm_PassCondition1");
     });
-    bench.run({{"MUX Write", "1"}, {"MUX Write", "2"}, {"MUX Write", "3"}, {"Wait", "40"}});
+    bench.run("MUX Write=1;MUX Write=2;MUX Write=3;Wait=40");
     const decltype(seen) expected{{2, 0, Awaited::Interrupt},
                                   {2, 0, Awaited::Nothing},
                                   {4, 40 * millisecond, Awaited::Nothing},
@@ -276,61 +238,56 @@ TEST(SequenceRun, TellsWhereItIs) {
     EXPECT_EQ(seen, expected);
     EXPECT_FALSE(run.progress());
 
-    bench.fill({{"MUX Write", "1"}, {"MUX Write", "no number"}});
+    bench.fill("MUX Write=1;MUX Write=no number");
     EXPECT_THROW(bench.panel().call("RunSequenceRange", 1, 2), Failure);
     EXPECT_FALSE(run.progress()) << "nor after a run that failed";
 }
 
 TEST(SequenceRun, TriggersAtOneLine) {
     RunBench bench;
-    bench.type("Val_loop(3)", "2");
-    EXPECT_EQ(bench.run(RunBench::writes(3)), "4001 4002! 4003");
-    EXPECT_EQ(bench.run({{"Wait", "1"}, {"Simple WD", "1ms"}, {"MUX Write", "1"}}),
-              "<80 15 00 08 00 00 00 00> 4001");
-    EXPECT_EQ(bench.run({{"MUX Write", "1"}, {"Special Mode", "0"}}), "4001 1300! 523F");
-    EXPECT_EQ(bench.run({{"MUX Write", "1"}, {"Wait", "1"}, {"MUX Write", "2"}}), "4001 4002");
+    bench.work("Val_loop(3)=2");
+    for (const auto& [lines, words] : Rows<const char*, const char*>{
+             {"MUX Write=1;MUX Write=2;MUX Write=3", "4001 4002! 4003"},
+             {"Wait=1;Simple WD=1ms;MUX Write=1", "<80 15 00 08 00 00 00 00> 4001"},
+             {"MUX Write=1;Special Mode=0", "4001 1300! 523F"},
+             {"MUX Write=1;Wait=1;MUX Write=2", "4001 4002"}})
+        EXPECT_EQ(bench.run(lines), words);
 }
 
 TEST(SequenceRun, GoesOnWithoutSendingWhenTheFormGoes) {
-    const std::tuple<const char*, Lines, bool> cases[] = {
-        {"between lines", RunBench::writes(50), false},
-        {"in a wait", {{"MUX Write", "1"}, {"Wait", "90"}, {"MUX Write", "2"}}, false},
-        {"in a condition", RunBench::writes(2), true},
-        {"in a loop", RunBench::writes(1), false}};
-    for (const auto& [what, lines, waitsForReset] : cases) {
+    for (const auto& [hands, lines] : Rows<const char*, std::string>{
+             {"", RunBench::writes(50)},
+             {"", "MUX Write=1;Wait=90;MUX Write=2"},
+             {"Ch_FirstCondition Text_FirstCondition=1", RunBench::writes(2)},
+             {"Ch_Loop Val_loop(0)=1 Val_loop(1)=1", RunBench::writes(1)}}) {
+        SCOPED_TRACE(lines);
         RunBench bench;
-        bench.type("Val_loop(0)", "1");
-        bench.type("Val_loop(1)", "1");
-        if (std::string(what) == "in a loop")
-            bench.tick("Ch_Loop");
-        bench.type("Text_FirstCondition", "1");
-        if (waitsForReset)
-            bench.tick("Ch_FirstCondition");
+        bench.work(hands);
         bool gone = false;
         bench.program.forms().formGoing.subscribe([&](forms::Form&) {
             gone = true;
             bench.sent();
         });
-        bench.at(2, [&] { bench.program.forms().unload("ZT72518"); });
+        bench.loop.atTurn(2, [&] { bench.program.forms().unload("ZT72518"); });
         bench.fill(lines);
         bench.press("Cm_Run_Seq");
-        EXPECT_TRUE(gone) << what;
-        EXPECT_EQ(bench.sent(), "") << what;
-        EXPECT_EQ(bench.boxes.takeTexts(), Texts{}) << what;
+        EXPECT_TRUE(gone);
+        EXPECT_EQ(bench.sent(), "");
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
         EXPECT_TRUE(bench.panel().sequence.variables.RunEnabled) << "a new form begins anew";
     }
 }
 
 TEST(SequenceRun, EndsWithTheProgram) {
     RunBench bench;
-    bench.at(2, [&] { bench.program.end(); });
-    EXPECT_EQ(bench.run({{"MUX Write", "1"}, {"Wait", "90"}, {"MUX Write", "2"}}), "4001");
+    bench.loop.atTurn(2, [&] { bench.program.end(); });
+    EXPECT_EQ(bench.run("MUX Write=1;Wait=90;MUX Write=2"), "4001");
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
 }
 
 TEST(SequenceRun, GoesOnAfterAFailedTransfer) {
     RunBench bench;
-    bench.at(1, [&] { bench.dongle.unplug(); });
+    bench.loop.atTurn(1, [&] { bench.dongle.unplug(); });
     EXPECT_EQ(bench.run(RunBench::writes(3)), "4001");
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Check the USB cable and restart program"})
         << "once a run";

@@ -195,33 +195,28 @@ TEST(Zt72516Shape, OutlastsApply) {
 
 TEST(Zt72516Watchdog, IsHandedToTheDongle) {
     Bench bench;
-    auto& mode = bench.on<forms::ComboBox>("Watchdog_Mode");
-    auto& timing = bench.on<forms::ComboBox>("Watchdog_Timing");
-    EXPECT_EQ(bench.caption("Watchdog_Status"), "Watchdog is Off");
-    EXPECT_FALSE(mode.enabled());
+    const auto& timing = bench.on<forms::ComboBox>("Watchdog_Timing");
+    EXPECT_FALSE(bench.on<forms::ComboBox>("Watchdog_Mode").enabled());
     bench.call("Btn_Start_Watchdog_Click");
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Please set watchdog mode and timing values."});
     EXPECT_TRUE(bench.session().ZT72516WatchdogStart);
-    EXPECT_EQ(bench.caption("Watchdog_Status") + bench.sent(), "Watchdog is Off");
+    bench.expect("Watchdog_Status:Watchdog is Off");
+    EXPECT_EQ(bench.sent(), "");
     bench.call("Btn_Stop_Watchdog_Click");
     EXPECT_EQ(bench.sent(), "<00 16 00 00 00 00 00 00>");
-    auto& box = bench.on<forms::CheckBox>("Check_UseSpiDongleForWD");
-    box.click();
-    mode.select(3);
-    timing.select(9);
     bench.session().USBReadDone = true; // of an answer long ago
-    bench.press("Btn_Start_Watchdog");
-    bench.press("Btn_Start_Watchdog");
-    EXPECT_EQ(bench.sent(), "<00 16 00 0B 09 00 00 00> <00 16 00 0B 09 00 00 00>");
+    bench.walk(std::initializer_list<PanelStep>{
+        {"Check_UseSpiDongleForWD Watchdog_Mode=3 Watchdog_Timing=9 Btn_Start_Watchdog "
+         "Btn_Start_Watchdog",
+         "<00 16 00 0B 09 00 00 00> <00 16 00 0B 09 00 00 00>", "Watchdog_Status#FF00"},
+        {"Check_UseSpiDongleForWD", "<00 16 00 00 00 00 00 00>", "Watchdog_Status#FF"},
+    });
     EXPECT_FALSE(bench.session().ZT72516WatchdogStart);
-    EXPECT_EQ(bench.on<forms::Label>("Watchdog_Status").backColor(), 0x00FF00U);
-    box.click();
     EXPECT_FALSE(timing.enabled());
-    EXPECT_EQ(bench.sent(), "<00 16 00 00 00 00 00 00>");
-    EXPECT_EQ(bench.on<forms::Label>("Watchdog_Status").backColor(), 0x0000FFU);
     bench.session().USBReady = false;
     bench.call("Btn_Stop_Watchdog_Click");
-    EXPECT_EQ(bench.caption("Watchdog_Status") + bench.sent(), "Watch Dog is OFF");
+    bench.expect("Watchdog_Status:Watch Dog is OFF");
+    EXPECT_EQ(bench.sent(), "");
 }
 
 TEST(Zt72516Watchdog, IsStoppedWithoutAPanel) {

@@ -49,27 +49,15 @@ TEST(Choices, LightTheirBitsAndFollowThem) {
 
 TEST(Choices, TellTheSameOnTheirTwins) {
     PanelBench bench;
-    const auto isSet = [&](const char* option) {
-        return bench.on<forms::OptionButton>(option).value();
-    };
-    bench.choose("R_Init_Wd(10)");
-    EXPECT_TRUE(isSet("R_Init_Wd(14)"));
-    bench.choose("R_Init_Wd(12)");
-    EXPECT_TRUE(isSet("R_Init_Wd(8)"));
-    EXPECT_FALSE(isSet("R_Init_Wd(10)"));
-    EXPECT_EQ(bench.row("Init_Wdog_W"), 0x20U);
-    bench.choose("R_Init_Wd(4)");
-    EXPECT_TRUE(isSet("R_Wd_Refresh(3)"));
     EXPECT_THROW(bench.choose("R_Wd_Refresh(0)"), forms::Unreachable);
-    bench.control("Wd_Refresh_W(0)").click();
-    EXPECT_EQ(bench.row("Wd_Refresh_W"), 0x01U);
-    EXPECT_TRUE(isSet("R_Wd_Refresh(3)"));
-
-    bench.choose("R_Init_Misc(1)");
-    EXPECT_TRUE(bench.on<forms::CheckBox>("Ch_Init_Misc(0)").checked());
-    bench.tick("Ch_Init_Misc(0)");
-    EXPECT_FALSE(bench.on<forms::OptionButton>("R_Init_Misc(3)").visible());
-    EXPECT_TRUE(bench.on<forms::OptionButton>("R_Init_Misc(4)").visible());
+    bench.walk(std::initializer_list<PanelStep>{
+        {"R_Init_Wd(10)", "", "R_Init_Wd(14)^1"},
+        {"R_Init_Wd(12)", "", "R_Init_Wd(8)^1;R_Init_Wd(10)^0;Init_Wdog_W=20"},
+        {"R_Init_Wd(4)", "", "R_Wd_Refresh(3)^1"},
+        {"Wd_Refresh_W(0)", "", "Wd_Refresh_W=01;R_Wd_Refresh(3)^1"},
+        {"R_Init_Misc(1)", "", "Ch_Init_Misc(0)^1"},
+        {"Ch_Init_Misc(0)", "", "R_Init_Misc(3)-;R_Init_Misc(4)+"},
+    });
 }
 
 TEST(Choices, TellTheirBitsInTooltips) {
@@ -85,35 +73,24 @@ TEST(Choices, TellTheirBitsInTooltips) {
 }
 
 TEST(Choices, OfLowPowerModesMakeTheirWords) {
-    PanelBench bench;
-    bench.control("Mode_Rm_W(1)").click();
-    bench.tick("opt_s_mode(0)");
-    EXPECT_EQ(bench.row("Mode_Rm_W"), 0x02U) << "no mode is chosen";
-    bench.choose("s_mode(0)");
-    EXPECT_EQ(bench.row("Mode_Rm_W"), 0x72U);
-    bench.tick("opt_s_mode(1)");
-    EXPECT_EQ(bench.row("Mode_Rm_W"), 0x7AU);
-    bench.choose("s_mode(1)");
-    EXPECT_EQ(bench.row("Mode_Rm_W"), 0xE2U);
-    bench.tick("opt_s_mode(2)");
-    bench.tick("opt_s_mode(3)");
-    bench.tick("opt_s_mode(0)");
-    EXPECT_EQ(bench.effectsOf("Cm_Mode_RM_W(0)"), "5CBA");
-    EXPECT_EQ(bench.effectsOf("Cm_Mode_RM_W(1)"), "5C10");
-    EXPECT_FALSE(bench.on<forms::OptionButton>("s_mode(1)").value());
-    EXPECT_FALSE(bench.on<forms::CheckBox>("opt_s_mode(2)").checked());
-    EXPECT_EQ(bench.row("Mode_Rm_W"), 0x10U);
+    PanelBench().walk(std::initializer_list<PanelStep>{
+        {"Mode_Rm_W(1) opt_s_mode(0)", "", "Mode_Rm_W=02"}, // no mode is chosen
+        {"s_mode(0)", "", "Mode_Rm_W=72"},
+        {"opt_s_mode(1)", "", "Mode_Rm_W=7A"},
+        {"s_mode(1)", "", "Mode_Rm_W=E2"},
+        {"opt_s_mode(2) opt_s_mode(3) opt_s_mode(0) Cm_Mode_RM_W(0)", "5CBA"},
+        {"Cm_Mode_RM_W(1)", "5C10", "s_mode(1)^0;opt_s_mode(2)^0;Mode_Rm_W=10"},
+    });
 }
 
 TEST(Choices, OfSpecialModeGoWithTheRandomWordInverted) {
     PanelBench bench("scripted", {"0029"}); // 10 1001 at random
-    bench.choose("R_Spe_Mode(2)");
-    EXPECT_EQ(bench.effectsOf("Cm_Spe_Mode_W(1)"), "1300 5296");
-    EXPECT_EQ(bench.row("Spe_Mode_Rl"), 0x29U);
+    bench.walk(std::initializer_list<PanelStep>{
+        {"R_Spe_Mode(2) Cm_Spe_Mode_W(1)", "1300 5296", "Spe_Mode_Rl=29"},
+        {"Cm_Spe_Mode_W(2)", "1300 5226"},
+        {"R_Spe_Mode(3) Seq_Spe_Mode_W", "+Special Mode=3"},
+    });
     EXPECT_EQ(bench.lit("Spe_Mode_Rl_b", plain), (Bits{1, 2, 4}));
-    EXPECT_EQ(bench.effectsOf("Cm_Spe_Mode_W(2)"), "1300 5226");
-    bench.choose("R_Spe_Mode(3)");
-    EXPECT_EQ(bench.effectsOf("Seq_Spe_Mode_W"), "+Special Mode=3");
 }
 
 TEST(RamPage, KeepsItsByteAsTwoHexadecimalDigits) {

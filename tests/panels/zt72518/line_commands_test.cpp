@@ -7,24 +7,23 @@ namespace {
 TEST(LineCommands, DecodeOddNames) {
     PanelBench bench;
     const auto& variables = bench.panel().part<zt72518::LineCommands>();
-    for (const auto& [name, high] :
-         std::initializer_list<std::pair<const char*, int>>{{"Wait", 0},
-                                                            {"Wd Refresh Read High", 0},
-                                                            {"Wd Refresh Write", 0},
-                                                            {"MUX Read High", 1},
-                                                            {"Init Misc Read High", 17},
-                                                            {"Special Mode", 0},
-                                                            {"Spe Mode Write", 0},
-                                                            {"Spe Mode Read High", 19},
-                                                            {"Regulator Read High", 0},
-                                                            {"CAN Read Low", 29},
-                                                            {"LIN 0 Read Flag High", 0},
-                                                            {"Simple WD", 0},
-                                                            {"Enhanced 4", 0},
-                                                            {"Write RAM", 0},
-                                                            {" Write", 0},
-                                                            {"mux write", 0},
-                                                            {"", 0}}) {
+    for (const auto& [name, high] : Rows<const char*, int>{{"MUX Read High", 1},
+                                                           {"Init Misc Read High", 17},
+                                                           {"Spe Mode Read High", 19},
+                                                           {"CAN Read Low", 29},
+                                                           {"Wait", 0},
+                                                           {"Wd Refresh Read High", 0},
+                                                           {"Special Mode", 0},
+                                                           {"Wd Refresh Write", 0},
+                                                           {"Spe Mode Write", 0},
+                                                           {"Simple WD", 0},
+                                                           {"Regulator Read High", 0},
+                                                           {"LIN 0 Read Flag High", 0},
+                                                           {"Enhanced 4", 0},
+                                                           {"Write RAM", 0},
+                                                           {" Write", 0},
+                                                           {"mux write", 0},
+                                                           {"", 0}}) {
         bench.panel().call("Decod_Name", name);
         EXPECT_EQ(variables.SequenceHighByte, high) << name;
         EXPECT_FALSE(variables.SequenceIsWrite || variables.SequenceIsWatchdog) << name;

@@ -3,75 +3,48 @@
 namespace bitlux::test {
 namespace {
 
-constexpr const char* checkTheCable = "Check the USB cable and restart program";
-
-struct WatchdogBench : PanelBench {
-    zt72518::Watchdog& watchdog() { return panel().part<zt72518::Watchdog>(); }
-    std::string after(int button) {
-        sent();
-        press(fmt::format("watchdog({})", button));
-        return sent();
-    }
-    std::string state() {
-        const forms::Label& label = watchdog().wd_aff(1);
-        return fmt::format("{} {:X}", label.caption(), label.backColor());
-    }
-    void configure() {
-        watchdog().wd_config(0).select(3);
-        watchdog().wd_config(1).select(7);
-        watchdog().wd_config(2).select(8);
-        watchdog().wd_current_time.move(77);
-    }
-};
+constexpr const char* configure = "wd_config(0)=3 wd_config(1)=7 wd_config(2)=8 wd_current_time=77";
+constexpr const char* on = "wd_aff(1):Watch Dog is ON;wd_aff(1)#FF";
+constexpr const char* off = "wd_aff(1):Watch Dog is OFF;wd_aff(1)#8000000F";
 
 TEST(Watchdog, StartsAndStopsByItsButtons) {
-    WatchdogBench bench;
-    EXPECT_EQ(bench.watchdog().wd_aff(0).caption(), "TH = 5 ms");
-    EXPECT_EQ(bench.watchdog().wd_config(0).text() + bench.watchdog().wd_config(1).text() +
-                  bench.watchdog().wd_config(2).text(),
-              "WatchDog modeWatchDog timerWatchDog TL");
-    for (const int button : {0, 4, 8})
-        EXPECT_EQ(bench.after(button), "") << button;
-    EXPECT_EQ(bench.boxes.takeTexts(),
-              (Texts{"Please configure WatchDog", "Please configure WatchDog Current",
-                     "Please configure WatchDog Current"}));
-    EXPECT_EQ(bench.state(), "Watch Dog is OFF 8000000F");
-    EXPECT_EQ(bench.sequence(), "");
-
-    bench.configure();
-    EXPECT_EQ(bench.watchdog().wd_aff(0).caption(), "TH = 77 ms");
-    EXPECT_EQ(bench.after(0), "<00 15 00 0B 07 00 00 00>");
-    EXPECT_EQ(bench.state(), "Watch Dog is ON FF");
-    EXPECT_EQ(bench.after(2), "<00 15 00 20 00 00 00 00>");
-    EXPECT_EQ(bench.state(), "Watch Dog is OFF 8000000F");
-    EXPECT_EQ(bench.after(4), "<00 45 00 10 00 4D 08 00>");
-    EXPECT_EQ(bench.after(6), "<00 45 00 00 00 00 00 00>");
-    EXPECT_EQ(bench.after(1), "");
-    EXPECT_EQ(bench.sequence(), "Enhanced 4=500ms");
-    EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
+    PanelBench bench;
+    for (const auto& [list, prompt] :
+         {std::pair{0, "WatchDog mode"}, {1, "WatchDog timer"}, {2, "WatchDog TL"}})
+        EXPECT_EQ(bench.on<forms::ComboBox>(fmt::format("wd_config({})", list)).text(), prompt);
+    bench.expect("wd_aff(0):TH = 5 ms");
+    bench.walk(std::initializer_list<PanelStep>{
+        {"watchdog(0)", "[Please configure WatchDog]", off},
+        {"watchdog(4)", "[Please configure WatchDog Current]"},
+        {"watchdog(8)", "[Please configure WatchDog Current]"},
+        {configure, "", "wd_aff(0):TH = 77 ms"},
+        {"watchdog(0)", "<00 15 00 0B 07 00 00 00>", on},
+        {"watchdog(2)", "<00 15 00 20 00 00 00 00>", off},
+        {"watchdog(4)", "<00 45 00 10 00 4D 08 00>"},
+        {"watchdog(6)", "<00 45 00 00 00 00 00 00>"},
+        {"watchdog(1)", "+Enhanced 4=500ms"},
+    });
 }
 
 TEST(Watchdog, SendsTheRequestThatCountsMost) {
-    WatchdogBench bench;
-    bench.configure();
+    PanelBench bench;
+    bench.work(configure);
     Session& session = bench.session();
     session.WdStopRequest = true;
     session.WdConfigRequest = true;
     session.WdSequenceRequest = true;
     session.WdSequenceMode = 1;
     session.WdSequenceTime = 2;
-    bench.sent();
-    bench.panel().call("send_wd");
-    EXPECT_EQ(bench.sent(), "<00 15 00 09 02 00 00 00>");
-    EXPECT_EQ(bench.state(), "Watch Dog is ON FF");
+    const auto send = [&] { bench.panel().call("send_wd"); };
+    EXPECT_EQ(bench.effects(send), "<00 15 00 09 02 00 00 00>");
+    bench.expect(on);
     session.WdStopRequest = true;
     session.WdConfigRequest = true;
-    bench.panel().call("send_wd");
-    EXPECT_EQ(bench.sent(), "<00 15 00 20 00 00 00 00>");
+    EXPECT_EQ(bench.effects(send), "<00 15 00 20 00 00 00 00>");
     EXPECT_FALSE(session.WdStopRequest || session.WdConfigRequest);
     session.WdStopRequest = true;
     bench.session().USBReady = false;
-    bench.panel().call("send_wd");
+    send();
     EXPECT_TRUE(session.WdStopRequest) << "nothing happens without a dongle";
     bench.panel().call("send_wd_current");
     EXPECT_EQ(bench.sent(), "");
@@ -80,7 +53,7 @@ TEST(Watchdog, SendsTheRequestThatCountsMost) {
     bench.program.mainForm().call("send_wd");
     EXPECT_EQ(bench.sent(), "<00 15 00 20 00 00 00 00>") << "also when the panel was closed";
 
-    bench.fill({{"Simple WD", "2ms"}, {"Simple WD", "5s"}, {"Simple WD", "6s"}});
+    bench.fill("Simple WD=2ms;Simple WD=5s;Simple WD=6s");
     for (const auto& [line, time] : {std::pair{1, 1}, {2, 9}, {3, 9}}) {
         bench.panel().call("decod_wd_time", line);
         EXPECT_EQ(session.WdSequenceTime, time);
@@ -88,12 +61,11 @@ TEST(Watchdog, SendsTheRequestThatCountsMost) {
 }
 
 TEST(Watchdog, EndsTheAutomaticReadsWhenTheDongleDoesNotAnswer) {
-    WatchdogBench bench;
-    bench.configure();
-    bench.tick("read_auto(41)");
-    bench.tick("read_auto(34)");
+    PanelBench bench;
+    bench.work(configure);
+    bench.work("read_auto(41) read_auto(34)");
     bench.dongle.setFaults(DongleFaults({dongleFaultFrom("silent")}));
-    bench.after(0);
+    bench.press("watchdog(0)");
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{checkTheCable});
     EXPECT_TRUE(bench.session().LinkFailed);
     EXPECT_FALSE(bench.panel().part<AutoReads>().timer.enabled());
