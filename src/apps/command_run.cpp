@@ -101,7 +101,7 @@ int CommandRun::attempt() {
         if (!prepare() || boxes_.hasEnded())
             return 1;
         program_.engine().requireCarriedLength();
-        return sendAll() ? verdict() : 1;
+        return sendAll() || !boxes_.hasEnded() ? verdict() : 1;
     } catch (const Interrupted&) {
         constexpr int signalBase = 128; // as shells tell of a program that a signal has ended
         return signalBase + EndSignals::received().value_or(0);

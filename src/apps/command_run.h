@@ -63,10 +63,10 @@ public:
 protected:
     /// Brings the program to where it can send. False after a message.
     virtual bool prepare() = 0;
-    /// Sends everything once. False after a message.
+    /// Sends everything once. False when the command is to end, perhaps after a message.
     virtual bool sendPass() = 0;
     virtual std::unique_ptr<WordReport> makeReport() = 0;
-    /// The exit code of a command that has sent all its words.
+    /// The exit code of a command that no message has ended.
     [[nodiscard]] virtual int verdict() const { return 0; }
     /// What stands before a message; empty where there is nothing to tell.
     [[nodiscard]] virtual std::string where() const = 0;

@@ -1,6 +1,7 @@
 #include "apps/run_command.h"
 
 #include "apps/examples.h"
+#include "apps/line_verdicts.h"
 #include "apps/run_report.h"
 #include "apps/word_source.h"
 #include "platform/conversions.h"
@@ -55,6 +56,11 @@ private:
     std::unique_ptr<WordReport> makeReport() override;
     [[nodiscard]] std::string where() const override;
     [[nodiscard]] std::string progressText() override;
+    [[nodiscard]] int verdict() const override { return verdict_; }
+
+    void readExpected();
+    void mismatched(const std::string& line, const std::string& text);
+    void saveReport();
 
     [[nodiscard]] MultipleRun& multiple() { return program().mainForm().multiple; }
     void chooseCommands();
@@ -67,6 +73,10 @@ private:
     const RunReport* report_ = nullptr;
     Subscription lineBegins_;
     Subscription pinMissing_;
+    ExpectedLines expected_;
+    std::optional<LineVerdicts> verdicts_; ///< while words are sent
+    int verdict_ = 0;
+    bool isStopped_ = false;
     std::set<std::size_t> toldLines_; ///< that set a pin which is not there
 };
 
@@ -78,7 +88,34 @@ bool Run::prepare() {
     chooseCommands();
     if (options_.pinWord)
         enterPinWord(*options_.pinWord);
+    readExpected();
     return true;
+}
+
+void Run::readExpected() {
+    if (options_.expect.empty())
+        return;
+    expected_ = ExpectedLines::read(options_.expect, program().session().SPIWordLength);
+    const forms::ListBox& list = program().mainForm().commands.lstCommandsToSend;
+    std::vector<std::string> lines;
+    for (std::size_t i = 0; i < list.count(); ++i)
+        lines.push_back(list.line(i));
+    expected_.demandIn(lines);
+}
+
+void Run::mismatched(const std::string& line, const std::string& text) {
+    verdict_ = differsError;
+    warn(fmt::format("Word {}, {}: {}", report_->words(), line, text));
+    isStopped_ = options_.stops;
+    if (isStopped_)
+        multiple().abandon();
+}
+
+void Run::saveReport() {
+    if (options_.junit.empty() || !verdicts_)
+        return;
+    verdicts_->finish();
+    verdicts_->saveJUnit(options_.junit, options_.batch.value_or(options_.file));
 }
 
 void Run::enterPinWord(const std::string& word) {
@@ -122,6 +159,12 @@ std::unique_ptr<WordReport> Run::makeReport() {
         [this](std::size_t line, const std::string& name) { tellMissingPin(line, name); });
     auto report = std::make_unique<RunReport>(program(), clock(), output(), options().outputs.json);
     report_ = report.get();
+    if (!options_.expect.empty() || !options_.junit.empty()) {
+        verdicts_.emplace(program(), clock(), expected_);
+        verdicts_->mismatched = [this](const std::string& line, const std::string& text) {
+            mismatched(line, text);
+        };
+    }
     return report;
 }
 
@@ -132,8 +175,11 @@ void Run::tellMissingPin(std::size_t line, const std::string& name) {
 }
 
 bool Run::sendPass() {
+    if (verdicts_)
+        verdicts_->beginPass();
     program().forms().get<forms::Button>("frmMain.cmdSendOnce").click();
-    return !boxes().hasEnded();
+    saveReport();
+    return !boxes().hasEnded() && !isStopped_;
 }
 
 std::string Run::where() const {
@@ -173,6 +219,14 @@ CLI::App& addRunCommand(CLI::App& app, RunOptions& options) {
                    "The word of the first page, with which extra pins of the dongle change")
         ->type_name("HEX");
     run.add_flag("--yes", options.passesPauses, "Go on at a pause without asking");
+    CLI::Option* expect =
+        run.add_option("--expect", options.expect,
+                       "What answers have to be, by Quick Command or line; exit code 3 otherwise")
+            ->type_name("FILE.toml");
+    run.add_flag("--stop", options.stops, "End at the first answer that is otherwise")
+        ->needs(expect);
+    run.add_option("--junit", options.junit, "Write a report with a test case for each line")
+        ->type_name("FILE.xml");
     const std::function<void()> check =
         addCommandOptions(run, options.command,
                           "Whether a dongle is plugged into the virtual bench; the file chooses "
@@ -183,7 +237,8 @@ CLI::App& addRunCommand(CLI::App& app, RunOptions& options) {
             throw CLI::ValidationError("--bus", "needs --bench; the file chooses the bus");
     });
     addExamples(run, {"bitlux run board.spi --batch sweep --times 100 --log log.txt",
-                      "bitlux run board.spi --bench echo --json"});
+                      "bitlux run board.spi --bench echo --json",
+                      "bitlux run board.spi --expect expect.toml --junit report.xml"});
     return run;
 }
 

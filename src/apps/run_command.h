@@ -14,6 +14,9 @@ struct RunOptions {
     std::string file;
     std::optional<std::string> batch; ///< the Commands To Send without one
     bool passesPauses = false;
+    std::string expect;                 ///< a file with the answers that are expected, or empty
+    std::string junit;                  ///< the report of what has come, or empty
+    bool stops = false;                 ///< at the first mismatch
     std::optional<std::string> pinWord; ///< hexadecimal; with which pins of the dongle change
 };
 

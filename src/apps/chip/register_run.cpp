@@ -80,13 +80,25 @@ void RegisterRun::readChanges() {
         if (raw)
             assignmentOf(changes_, catalog_.item(text)).whole = raw;
         else
-            addAssignment(catalog_, text, changes_);
+            add(text, changes_);
+}
+
+/// A text that is no assignment is a wrong use of the command.
+void RegisterRun::add(const std::string& text, std::vector<Assignment>& assignments,
+                      const RegisterItem* usual) {
+    try {
+        addAssignment(catalog_, text, assignments, usual);
+    } catch (const Failure& failure) {
+        if (failure.kind() == Failure::Kind::Conversion)
+            throw WrongUse(failure.what());
+        throw;
+    }
 }
 
 void RegisterRun::readExpectations() {
     const RegisterItem* usual = items_.size() == 1 ? items_.front() : nullptr;
     for (const std::string& text : options_.expect.patterns)
-        addAssignment(catalog_, text, expected_, usual);
+        add(text, expected_, usual);
     for (const Assignment& any : expected_) {
         static_cast<void>(any.unmetIn(0)); // raises where a value cannot be
         if (std::find(items_.begin(), items_.end(), any.item) == items_.end())

@@ -31,6 +31,8 @@ private:
     void chooseItems();
     void readChanges();
     void readExpectations();
+    void add(const std::string& text, std::vector<Assignment>& assignments,
+             const RegisterItem* usual = nullptr);
 
     void perform();
     void readItems();
