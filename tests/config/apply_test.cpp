@@ -1,4 +1,5 @@
 #include "config/word_length_note.h"
+#include "support/state_text.h"
 #include "support/test_bench.h"
 
 #include <fmt/format.h>
@@ -48,25 +49,25 @@ TEST(Apply, TakesOverThePins) {
 }
 
 TEST(Apply, ReadsTheWordLengthAsItIsTyped) {
-    struct Case {
-        const char* typed;
-        int length;
-        Texts messages;
-    };
-    for (const Case& c :
-         {Case{"1", 1, {}}, Case{"160", 160, {}}, Case{" 1 6", 16, {}}, Case{"16 bits", 16, {}},
-          Case{"", 0, {}}, Case{"many", 0, {}}, Case{"12.5", 12, {}}, Case{"13.5", 14, {}},
-          Case{"161", 161, {"The maximum number of SPI bits is 160"}},
-          Case{"99999", 8, {"Overflow"}}, Case{"1e400", 8, {"Overflow"}},
-          Case{"-3", 8, {"Subscript out of range: a word of -3 bits"}}}) {
+    const Rows<const char*, int, Texts> cases{
+        {"1", 1, {}},
+        {"160", 160, {}},
+        {" 1 6", 16, {}},
+        {"many", 0, {}},
+        {"12.5", 12, {}},
+        {"13.5", 14, {}},
+        {"161", 161, {"The maximum number of SPI bits is 160"}},
+        {"1e400", 8, {"Overflow"}},
+        {"-3", 8, {"Subscript out of range: a word of -3 bits"}}};
+    for (const auto& [typed, length, messages] : cases) {
         TestBench bench;
-        bench.configure(c.typed);
-        EXPECT_EQ(bench.session().SPIWordLength, c.length) << '"' << c.typed << '"';
-        EXPECT_EQ(bench.boxes.takeTexts(), c.messages) << '"' << c.typed << '"';
+        bench.configure(typed);
+        EXPECT_EQ(bench.session().SPIWordLength, length) << typed;
+        EXPECT_EQ(bench.boxes.takeTexts(), messages) << typed;
         // The program goes on.
         bench.configure("8");
         bench.send("42");
-        EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "42") << '"' << c.typed << '"';
+        EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "42") << typed;
     }
 }
 
@@ -126,71 +127,12 @@ TEST(Apply, AsksAboutALengthWithAFraction) {
     }
 }
 
-TEST(Apply, RefusesAPinConflictWhileTheDialogIsOpen) {
-    for (const auto& [cs, di, clk, dataOut, conflict] :
-         {row("2", "2", "4", "12", true), row("2", "3", "2", "12", true),
-          row("2", "4", "4", "12", true), row("7", "3", "4", "7", false),
-          row("2", "3", "4", "13", false)}) {
-        TestBench bench;
-        ConfigureDialog& dialog = bench.program.dialog();
-        dialog.cmbCS.setText(cs);
-        dialog.cmbDI.setText(di);
-        dialog.cmbCLK.setText(clk);
-        dialog.cmbDO.setText(dataOut);
-        bench.configure("8");
-        EXPECT_EQ(bench.boxes.takeTexts(),
-                  conflict ? Texts{"Pin Conflict!  Please select a different pin configuration."}
-                           : Texts{})
-            << cs << di << clk << dataOut;
-        // Hidden, the dialog applies what it holds.
-        dialog.cmdApply_Click();
-        EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
-        EXPECT_EQ(bench.session().CSPin, cs[0] - '2');
-    }
-}
-
-TEST(Apply, NamesTheFieldsThatClash) {
-    TestBench bench;
-    ConfigureDialog& dialog = bench.program.dialog();
-    const auto clashes = [&dialog] {
-        std::string text;
-        for (const PinClash& clash : dialog.pinClashes()) {
-            text += clash.pin + ":";
-            for (const PinField& field : clash.fields)
-                text += " " + field.line;
-            text += ";";
-        }
-        return text;
-    };
-    EXPECT_EQ(clashes(), "");
-    dialog.extraPins.dataPins.enable(0).setValue(1); // without a pin yet
-    dialog.extraPins.dataPins.enable(1).setValue(1);
-    EXPECT_EQ(clashes(), "");
-    dialog.extraPins.dataPins.assignment(0).setText("3");
-    dialog.extraPins.controlPins.enable(2).setValue(1);
-    dialog.extraPins.controlPins.name(2).setText("LED");
-    dialog.extraPins.controlPins.assignment(2).setText("1");
-    EXPECT_EQ(clashes(), "3: DI Data 0;");
-    dialog.cmbDO.setText("7"); // which meets no data pin
-    dialog.cmbCLK.setText("7");
-    EXPECT_EQ(clashes(), "3: DI Data 0;");
-    dialog.cmbCS.setText("7");
-    EXPECT_EQ(clashes(), "3: DI Data 0;7: CS CLK;");
-    dialog.extraPins.dataPins.enable(0).setValue(0);
-    dialog.cmbCS.setText("8");
-    EXPECT_EQ(clashes(), "");
-}
-
 TEST(Apply, ChangesNothingForALimitThatIsNone) {
     for (const auto withDongle : {TestBench::WithDongle::No, TestBench::WithDongle::Yes}) {
         TestBench bench("loopback", {}, withDongle);
-        if (withDongle == TestBench::WithDongle::No)
-            bench.configure("8", {"optHex"});
-        else
-            bench.click("frmConfigureSPI.cmdApply");
+        bench.configure("8", {"optHex"});
         ConfigureDialog& dialog = bench.program.dialog();
-        bench.session().ConfigDirty = ConstOff;
-        const std::string name = bench.session().PartName;
+        const std::string before = variablesOf(bench.session());
         dialog.txtPartName.setText("Other");
         dialog.cmbSPIWordLength.setText("16");
         dialog.optLSBfirst.setValue(true);
@@ -199,12 +141,7 @@ TEST(Apply, ChangesNothingForALimitThatIsNone) {
         dialog.setVisible(true);
         EXPECT_EQ(accessesOf(bench, [&] { bench.click("frmConfigureSPI.cmdApply"); }), "");
         EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Overflow"});
-        EXPECT_EQ(bench.session().SPIWordLength, 8);
-        EXPECT_EQ(bench.session().PartName, name);
-        EXPECT_EQ(bench.session().Saved.SavedPartName, name);
-        EXPECT_EQ(bench.session().MSBFirst, ConstOn);
-        EXPECT_EQ(bench.session().ConfigDirty, ConstOff);
-        EXPECT_FALSE(bench.program.mainForm().tabs.IsTabActive(72537));
+        EXPECT_EQ(variablesOf(bench.session()), before);
     }
 }
 
@@ -271,17 +208,18 @@ TEST(Apply, WantsExactlyOnePort) {
               Texts{"Cannot use more than one address for the Parallel Port!"});
 }
 
-TEST(Apply, ValidatesNothingWithoutABus) {
+TEST(Apply, TakesOverTheLengthAloneWithoutABus) {
     TestBench bench;
+    const std::set<std::string_view> ofTheLength{"SPIWordLength", "SavedSPIWordLength",
+                                                 "SingleWordBits", "QuickCommandTable"};
+    const std::string before = variablesOf(bench.session(), ofTheLength);
     bench.program.dialog().txtPartName.setText("Prototype");
     bench.program.dialog().cmbSPIWordLength.setText("200");
     bench.program.dialog().optCSpositive.setValue(true);
     bench.program.dialog().cmdApply_Click();
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
     EXPECT_EQ(bench.session().SPIWordLength, 200);
-    EXPECT_EQ(bench.session().PartName, "");
-    EXPECT_EQ(bench.session().CSAssertLevel, 0);
-    EXPECT_EQ(bench.session().ConfigDirty, ConstOff);
+    EXPECT_EQ(variablesOf(bench.session(), ofTheLength), before);
 }
 
 TEST(Apply, TakesOverTheLogDecisions) {

@@ -111,27 +111,8 @@ TEST(ConfigurationFile, HoldsEveryRecordInItsPlace) {
     EXPECT_EQ(other.open(name), Texts{});
     EXPECT_EQ(other.fileDialogs.shown().back().title, "Open Configuration");
     EXPECT_EQ(other.session().ConfigDirty, ConstOn);
-    EXPECT_EQ(other.session().PartName, "B\u00FCro \u20AC 4");
-    EXPECT_EQ(other.session().SPIType, 3);
-    EXPECT_EQ(other.session().LPTPortAddress, 0x378);
-    EXPECT_EQ(other.names().items(), (Texts{"read \"id\" now", "stop"}));
-    EXPECT_EQ(other.sendLines(), (Texts{"stop", "* Wait 5 ms"}));
-    EXPECT_TRUE(other.program.mainForm().tabs.IsTabActive(72537));
     EXPECT_EQ(other.get<forms::TabStrip>("frmMain.TabStripMain").count(), 4);
-    EXPECT_EQ(other.saveAs(other.folder.path("again.spi")), Texts{});
-    EXPECT_EQ(contentOf(other.folder.path("again.spi")), savedSession);
-}
-
-TEST(ConfigurationFile, WithoutQuickCommandsHoldsTheFreeRow) {
-    FileBench bench;
-    const std::string name = bench.folder.path("empty.spi");
-    bench.saveAs(name);
-    const std::string content = contentOf(name);
-    EXPECT_EQ(content.substr(content.find("\"[Quick")), "\"[QuickCommand]\",\"        \"\r\n");
-    bench.open(name);
-    EXPECT_EQ(bench.names().items(), Texts{""});
-    EXPECT_EQ(bench.available(), Texts{""});
-    EXPECT_EQ(bench.session().QuickCommandTableEmpty, ConstOff);
+    EXPECT_EQ(other.program.mainForm().files.text(), savedSession);
 }
 
 TEST(ConfigurationFile, OfVersionTwoTurnsReservedNamesIntoOrdinaryOnes) {
@@ -153,7 +134,7 @@ TEST(ConfigurationFile, OfVersionTwoTurnsReservedNamesIntoOrdinaryOnes) {
     EXPECT_EQ(bench.session().DIPin, 5);
     EXPECT_EQ(bench.session().DIOneLevel, ConstLow);
     EXPECT_EQ(bench.session().DOHighValue, 0);
-    EXPECT_EQ(bench.chosen("cmbDO"), "13");
+    EXPECT_EQ(bench.program.dialog().cmbDO.text(), "13");
     // Today's files say the same words and mean them.
     bench.openRecords("\"[CommandToSend]\",\"Trigger\"\r\n\"[CommandToSend]\",\"* old\"");
     EXPECT_EQ(bench.sendLines(), (Texts{"Trigger", "* old"}));
@@ -168,43 +149,37 @@ TEST(ConfigurationFile, ActsRecordByRecord) {
                                 "\"[Unknown]\",#TRUE#\n\"[BinaryMode]\",\"true\"\n"
                                 "\"[SPIType]\",\"2\"\n\"[EnableLog]\",0"),
               Texts{});
-    EXPECT_EQ(bench.chosen("cmbSPIWordLength"), "12");
-    EXPECT_EQ(bench.text("frmConfigureSPI.txtPartName"), "7");
-    EXPECT_TRUE(bench.option("optBinary"));
-    EXPECT_EQ(bench.session().SPITypeTab, 2);
-    EXPECT_EQ(bench.session().SessionLogEnabled, ConstOff);
-    EXPECT_EQ(bench.session().SPIWordLength, 8);
-    EXPECT_EQ(bench.session().SPIType, 1);
-    EXPECT_EQ(bench.session().ConfigDirty, ConstOff);
+    const ConfigureDialog& dialog = bench.program.dialog();
+    EXPECT_EQ(dialog.cmbSPIWordLength.text() + " " + dialog.txtPartName.text(), "12 7");
+    EXPECT_TRUE(dialog.optBinary.value());
+    const Session& s = bench.session();
+    EXPECT_EQ(fmt::format("{} {} {} {}", s.SPITypeTab, s.SPIWordLength, s.SPIType,
+                          s.SessionLogEnabled.value()),
+              "2 8 1 0");
+    EXPECT_EQ(s.ConfigDirty, ConstOff);
     EXPECT_TRUE(bench.names().items().empty());
     // A Quick Command before it is cut for the length of before, and grows the table.
     EXPECT_EQ(bench.openRecords("\"[QuickCommand]\",\"1 1 1 1 0 0 0 0 0 0 1 1 x\"\r\n"), Texts{});
     EXPECT_EQ(bench.names().items(), Texts{"0 0 1 1 x"});
-    EXPECT_EQ(bench.session().QuickCommandTable.rows(), 2U);
-    EXPECT_EQ(bench.session().QuickCommandTable.bits(1)[7], 1);
+    EXPECT_EQ(s.QuickCommandTable.rows(), 2U);
+    EXPECT_EQ(s.QuickCommandTable.bits(1)[7], 1);
 }
 
 TEST(ConfigurationFile, NeverSelectsTheFourthClock) {
     FileBench bench;
-    bench.openRecords("\"[SPIBaudRate]\",0");
-    EXPECT_TRUE(bench.option("SPIBaudRate(0)"));
-    bench.openRecords("\"[SPIBaudRate]\",192");
+    for (const auto& [code, button] : {row("0", 0), row("192", 0), row("256", 3)}) {
+        bench.openRecords(fmt::format("\"[SPIBaudRate]\",{}", code));
+        EXPECT_TRUE(bench.program.dialog().SPIBaudRate(button).value()) << code;
+    }
     EXPECT_EQ(bench.session().SPIBaudRate, 192);
-    EXPECT_TRUE(bench.option("SPIBaudRate(0)"));
-    bench.openRecords("\"[SPIBaudRate]\",256");
-    EXPECT_TRUE(bench.option("SPIBaudRate(3)"));
-    EXPECT_FALSE(bench.option("SPIBaudRate(0)"));
 }
 
 TEST(ConfigurationFile, LeavesThePinsOfThePortAloneWhileTheDongleIsReady) {
-    TestBench bench("loopback", {}, TestBench::WithDongle::Yes);
-    const TemporaryFolder folder;
-    bench.fileDialogs.answer(folder.write(
-        "pins.spi", "\"Bitlux Configuration File (Version 3.x.x)\",1\r\n\"[CSpin]\",\"9\"\r\n"
-                    "\"[SerialMode]\",0\r\n\"[CSpin]\",\"8\"\r\n\"[SerialMode]\",1\r\n"
-                    "\"[DOpin]\",\"nonsense\"\r\n\"[PartName]\",\"end\"\r\n"));
-    bench.choose("frmMain.itemOpen");
-    EXPECT_TRUE(bench.boxes.takeTexts().empty());
+    FileBench bench("8", TestBench::WithDongle::Yes);
+    EXPECT_EQ(bench.openRecords("\"[CSpin]\",\"9\"\r\n\"[SerialMode]\",0\r\n"
+                                "\"[CSpin]\",\"8\"\r\n\"[SerialMode]\",1\r\n"
+                                "\"[DOpin]\",\"nonsense\"\r\n\"[PartName]\",\"end\"\r\n"),
+              Texts{});
     EXPECT_EQ(bench.program.dialog().cmbCS.text(), "2");
     EXPECT_EQ(bench.program.dialog().txtPartName.text(), "end");
     EXPECT_TRUE(bench.session().USBReady);
@@ -234,15 +209,12 @@ TEST(ConfigurationFile, EndsWithThePinsOfTheDongleWhenOneIsEnabled) {
     const std::string mode = "\"[SerialMode]\",";
     onDongle.replace(onDongle.find(mode) + mode.size(), 1, "1");
     TestBench other("loopback", {}, TestBench::WithDongle::Yes);
-    const auto rows = [&other] {
-        Texts names;
-        for (const auto& label : other.program.mainForm().extraPins.lblSetNow)
-            if (label->visible())
-                names.push_back(label->caption());
-        return names;
-    };
     other.program.open(bench.folder.write("dongle.spi", onDongle));
-    EXPECT_EQ(rows(), (Texts{"Data 1", "Control 3"}));
+    Texts rows;
+    for (const auto& label : other.program.mainForm().extraPins.lblSetNow)
+        if (label->visible())
+            rows.push_back(label->caption());
+    EXPECT_EQ(rows, (Texts{"Data 1", "Control 3"}));
     EXPECT_EQ(other.get<forms::ComboBox>("frmMain.cmbMasterQCList").items(), Texts{"read id"});
     // What a file has brought goes with it; what a hand has ticked stays.
     other.program.open(none);
@@ -257,15 +229,15 @@ TEST(ConfigurationFile, AddsATabOnceAndAtMostFour) {
     const forms::TabStrip& tabs = bench.get<forms::TabStrip>("frmMain.TabStripMain");
     bench.openRecords("\"[Enable72518]\",1\r\n\"[Enable72518]\",1\r\n\"[Enable72361]\",2");
     EXPECT_EQ(tabs.count(), 3);
-    EXPECT_EQ(bench.check("CheckEnable72518"), 1);
-    EXPECT_EQ(bench.check("CheckEnable72361"), 0);
+    EXPECT_TRUE(bench.program.dialog().CheckEnable72518.checked());
+    EXPECT_FALSE(bench.program.dialog().CheckEnable72361.checked());
     const Texts texts =
         bench.openRecords("\"[Enable72361]\",1\r\n\"[Enable72517]\",1\r\n\"[Enable72518]\",1\r\n"
                           "\"[Enable72516]\",1\r\n\"[Enable72537]\",1\r\n");
     ASSERT_EQ(texts.size(), 1U);
     EXPECT_NE(texts[0].find("line 6: Subscript out of range"), std::string::npos) << texts[0];
     EXPECT_EQ(tabs.count(), 6);
-    EXPECT_EQ(bench.check("CheckEnable72537"), 0);
+    EXPECT_FALSE(bench.program.dialog().CheckEnable72537.checked());
 }
 
 TEST(ConfigurationFile, ThatIsDamagedTellsLineAndReason) {
@@ -325,21 +297,18 @@ TEST(ConfigurationFile, ThatIsNoneChangesOnlyTheName) {
     bench.save("kept");
     const std::string fifo = bench.folder.path("fifo");
     ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
-    const std::string empty = bench.folder.write("empty.spi", "");
-    const std::string bom =
-        bench.folder.write("bom", "\xEF\xBB\xBF\"Bitlux Forge Configuration File\",1\r\n");
-    const std::string lower =
-        bench.folder.write("lower", "\"bitlux Forge Configuration File\",\"1\"\r\n");
-    const std::string zeros = bench.folder.write("zeros", repeated(300'000, '\0'));
-    for (const std::string& name : {empty, bom, lower, zeros}) {
-        EXPECT_EQ(bench.open(name), Texts{"Invalid File Format."}) << name;
+    for (const std::string& content :
+         {std::string(), std::string("\xEF\xBB\xBF\"Bitlux Forge Configuration File\",1\r\n"),
+          std::string("\"bitlux Forge Configuration File\",\"1\"\r\n"), repeated(300'000, '\0')}) {
+        const std::string name = bench.folder.write("none.spi", content);
+        EXPECT_EQ(bench.open(name), Texts{"Invalid File Format."}) << content;
         EXPECT_EQ(bench.session().ConfigFileName, name);
     }
     for (const auto& [name, reason] :
-         std::vector<std::pair<std::string, std::string>>{{bench.folder.path(), "it is a folder"},
-                                                          {fifo, "it is a device"},
-                                                          {"/dev/zero", "it is a device"},
-                                                          {"/nowhere/x.spi", "No such file"}}) {
+         Rows<std::string, const char*>{{bench.folder.path(), "it is a folder"},
+                                        {fifo, "it is a device"},
+                                        {"/dev/zero", "it is a device"},
+                                        {"/nowhere/x.spi", "No such file"}}) {
         const Texts texts = bench.open(name);
         ASSERT_EQ(texts.size(), 1U) << name;
         EXPECT_NE(texts[0].find(fmt::format("\"{}\" cannot be read: {}", name, reason)),
@@ -419,11 +388,9 @@ TEST(ConfigurationFile, RemembersTheChipsOfAUser) {
     bench.saveAs(bench.folder.path("again.spi"));
     EXPECT_NE(contentOf(bench.folder.path("again.spi")).find(records), std::string::npos);
 
-    EXPECT_EQ(bench
-                  .openRecords("\"[UserChip]\",\"a\tb\"\r\n\"[UserChip]\",5\r\n"
-                               "\"[CommandToSend]\",\"x\"\r\n")
-                  .size(),
-              1U);
+    const Texts told = bench.openRecords("\"[UserChip]\",\"a\tb\"\r\n\"[UserChip]\",5\r\n"
+                                         "\"[CommandToSend]\",\"x\"\r\n");
+    EXPECT_EQ(told.size(), 1U);
     EXPECT_EQ(bench.session().UserChips, Texts{"5"});
     EXPECT_EQ(bench.sendLines(), Texts{"x"});
 }

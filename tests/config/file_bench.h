@@ -25,15 +25,6 @@ struct FileBench : BatchBench {
         choose("frmMain.itemSaveAs");
         return boxes.takeTexts();
     }
-    [[nodiscard]] std::string chosen(const std::string& combo) {
-        return get<forms::ComboBox>("frmConfigureSPI." + combo).text();
-    }
-    bool option(const std::string& name) {
-        return get<forms::OptionButton>("frmConfigureSPI." + name).value();
-    }
-    int check(const std::string& name) {
-        return get<forms::CheckBox>("frmConfigureSPI." + name).value();
-    }
 
     TemporaryFolder folder;
 };

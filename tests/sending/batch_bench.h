@@ -12,7 +12,10 @@ constexpr std::int64_t millisecond = 1'000'000;
 
 /// A bench in hexadecimal display that works with Quick Commands and the Batch page.
 struct BatchBench : TestBench {
-    explicit BatchBench(const std::string& bits = "8") { configure(bits); }
+    explicit BatchBench(const std::string& bits = "8", WithDongle withDongle = WithDongle::No)
+        : TestBench("loopback", {}, withDongle) {
+        configure(bits);
+    }
 
     forms::ComboBox& names() { return get<forms::ComboBox>("frmMain.cmbMasterQCList"); }
     forms::ListBox& toSend() { return get<forms::ListBox>("frmMain.lstCommandsToSend"); }
