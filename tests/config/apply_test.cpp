@@ -222,21 +222,5 @@ TEST(Apply, TakesOverTheLengthAloneWithoutABus) {
     EXPECT_EQ(variablesOf(bench.session(), ofTheLength), before);
 }
 
-TEST(Apply, TakesOverTheLogDecisions) {
-    for (const auto& [option, limit, enabled, continuousLimit] :
-         Rows<const char*, const char*, Flag, int>{
-             {"optLogOff", "7", ConstOff, 5},
-             {"optLogForever", "7", ConstOn, 20000},
-             {"optLogFixedNumber", "7", ConstOn, 7},
-             {"optLogFixedNumber", "2.5", ConstOn, 2},
-             {"optLogFixedNumber", "no number", ConstOn, 0}}) {
-        TestBench bench;
-        bench.program.dialog().txtMessageLimit.setText(limit);
-        bench.configure("8", {option});
-        EXPECT_EQ(bench.session().ContinuousLogEnabled, enabled) << option << limit;
-        EXPECT_EQ(bench.session().ContinuousLogLimit, continuousLimit) << option << limit;
-    }
-}
-
 } // namespace
 } // namespace bitlux::test

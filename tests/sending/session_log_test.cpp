@@ -1,5 +1,5 @@
+#include "batch_bench.h"
 #include "support/file_size_limit.h"
-#include "support/test_bench.h"
 
 #include <gtest/gtest.h>
 
@@ -17,19 +17,11 @@ Texts times(int count, const Texts& word, const Texts& note = {}) {
 }
 
 /// A bench with a word of 8 bits ready to go, with these options of the log applied.
-struct LogBench : TestBench {
-    explicit LogBench(const std::vector<std::string>& options = {},
-                      const std::string& limit = "5") {
+struct LogBench : BatchBench {
+    explicit LogBench(const Texts& options = {}, const std::string& limit = "5") {
         program.dialog().txtMessageLimit.setText(limit);
-        std::vector<std::string> all{"optHex"};
-        all.insert(all.end(), options.begin(), options.end());
-        configure("8", all);
+        configure("8", options);
         edit("frmMain.txtHexWordToSend", "A5");
-    }
-
-    void sendContinuously(int words) {
-        loop.atTurn(words, [this] { click("frmMain.cmdStopContinuous"); });
-        click("frmMain.cmdSendContinuous");
     }
 };
 
@@ -47,8 +39,8 @@ TEST(SessionLog, WritesTheSameFiveLinesInBothLists) {
         const Texts expected{"SPI Word Sent:", shown, "SPI Word Received:", shown, " "};
         EXPECT_EQ(bench.log(), expected) << bits;
         EXPECT_EQ(bench.lines("frmMain.lstSessionLogMult"), expected) << bits;
-        EXPECT_EQ(bench.get<forms::ListBox>("frmMain.lstSessionLogSingle").listIndex(), 4);
-        EXPECT_EQ(bench.get<forms::ListBox>("frmMain.lstSessionLogMult").listIndex(), 4);
+        for (const char* list : {"frmMain.lstSessionLogSingle", "frmMain.lstSessionLogMult"})
+            EXPECT_EQ(bench.get<forms::ListBox>(list).listIndex(), 4);
     }
 }
 
@@ -56,26 +48,24 @@ TEST(SessionLog, WritesElementsThatAreNoBits) {
     LogBench bench;
     bench.session().WordToSend = {1, 0, 12, 0, 0, 0, 0, 0};
     bench.session().WordReceived = {1, 0, 2, 0, 0, 0, 0, 0};
-    bench.session().DisplayHex = 0;
-    bench.program.forms().form("frmMain").call("UpdateLog");
-    EXPECT_EQ(bench.log()[1], "  0000012"
-                              "01");
+    for (const std::int16_t display : std::array<std::int16_t, 3>{0, 1, 7}) {
+        bench.session().DisplayHex = display;
+        bench.program.mainForm().call("UpdateLog");
+    }
+    EXPECT_EQ(bench.log()[1], "  000001201");
     EXPECT_EQ(bench.log()[3], "  00000x01");
-    bench.session().DisplayHex = 1;
-    bench.program.forms().form("frmMain").call("UpdateLog");
     EXPECT_EQ(bench.log()[6], "  031"); // 1 + 4 * 12 is no digit, and stands as it is
-    bench.session().DisplayHex = 7;
-    bench.program.forms().form("frmMain").call("UpdateLog");
     EXPECT_EQ(bench.log()[11], "  ");
 }
 
 TEST(SessionLog, FollowsTheModesOfAContinuousRun) {
     const Texts suspended{"Continuous Send Log Suspended", " "};
     const Texts disabled{"Continuous Send Log Disabled", " "};
-    const Rows<std::vector<std::string>, const char*, int, Texts> cases{
-        {{}, "5", 9, times(5, wordA5, suspended)}, {{}, "5", 4, times(4, wordA5)},
-        {{}, "5", 5, times(5, wordA5, suspended)}, {{}, "1", 3, times(1, wordA5, suspended)},
-        {{"optLogOff"}, "5", 6, disabled},         {{"optLogForever"}, "5", 9, times(9, wordA5)}};
+    const Rows<Texts, const char*, int, Texts> cases{
+        {{}, "2.5", 3, times(2, wordA5, suspended)}, {{}, "no number", 3, {}},
+        {{}, "5", 9, times(5, wordA5, suspended)},   {{}, "5", 4, times(4, wordA5)},
+        {{}, "5", 5, times(5, wordA5, suspended)},   {{}, "1", 3, times(1, wordA5, suspended)},
+        {{"optLogOff"}, "5", 6, disabled},           {{"optLogForever"}, "5", 9, times(9, wordA5)}};
     for (const auto& [options, limit, words, expected] : cases) {
         LogBench bench(options, limit);
         bench.sendContinuously(words);
@@ -187,24 +177,15 @@ TEST(SessionLog, CanBeSwitchedOff) {
             << name;
 }
 
-TEST(SessionLog, ClearsBothLists) {
-    for (const bool byMenu : {false, true}) {
+TEST(SessionLog, StopsARunBeforeItSavesOrClearsBothLists) {
+    for (const char* item : {"itemClearLog", "cmdClearLogMult", "cmdSaveLogSingle"}) {
         LogBench bench;
-        bench.click("frmMain.cmdSendOnce");
-        byMenu ? bench.choose("frmMain.itemClearLog") : bench.click("frmMain.cmdClearLogMult");
-        EXPECT_EQ(bench.log(), Texts{});
-        EXPECT_EQ(bench.lines("frmMain.lstSessionLogMult"), Texts{});
-        EXPECT_EQ(bench.get<forms::ListBox>("frmMain.lstSessionLogMult").listIndex(), -1);
-        EXPECT_EQ(bench.session().SessionLogCount, 0);
-    }
-}
-
-TEST(SessionLog, StopsARunBeforeItSavesOrClears) {
-    for (const char* button : {"cmdClearLogSingle", "cmdSaveLogSingle"}) {
-        LogBench bench;
-        bench.loop.atTurn(2, [&] { bench.click(std::string("frmMain.") + button); });
+        bench.loop.atTurn(2, [&] { bench.program.mainForm().control(item).click(); });
         bench.click("frmMain.cmdSendContinuous");
-        EXPECT_EQ(bench.loop.turns(), 2) << button;
+        EXPECT_EQ(bench.loop.turns(), 2) << item;
+        const bool saves = item == std::string("cmdSaveLogSingle");
+        EXPECT_EQ(bench.log(), saves ? times(2, wordA5) : Texts{}) << item;
+        EXPECT_EQ(bench.lines("frmMain.lstSessionLogMult"), bench.log()) << item;
     }
 }
 
