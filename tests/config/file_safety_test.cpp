@@ -97,8 +97,7 @@ TEST(ConfigurationFile, IsKeptWhenItHasMoreQuickCommandsThanThereAre) {
     std::filesystem::create_directory(name + "~");
     bench.click("frmConfigureSPI.cmdApply");
     bench.choose("frmMain.itemSave");
-    const Texts texts = bench.boxes.takeTexts();
-    EXPECT_NE(texts.at(0).find("Nothing was saved"), std::string::npos) << texts.at(0);
+    expectBox(bench.boxes.takeTexts(), "Nothing was saved");
     EXPECT_EQ(contentOf(name), one);
     EXPECT_EQ(bench.session().ConfigDirty, ConstOn);
 }

@@ -195,12 +195,10 @@ TEST(SessionLog, SavesUnderTheNameThatWasChosenOnce) {
     bench.click("frmMain.cmdSendOnce");
     bench.fileDialogs.answer(folder.path("log.txt"));
     bench.click("frmMain.cmdSaveLogSingle");
-    ASSERT_EQ(bench.fileDialogs.shown().size(), 1U);
-    const FileDialog dialog = bench.fileDialogs.shown().front();
+    const FileDialog dialog = bench.fileDialogs.shown().at(0);
     EXPECT_EQ(dialog.kind, FileDialog::Kind::Save);
-    EXPECT_EQ(dialog.title, "Save Session Log");
-    EXPECT_EQ(dialog.filter, "Text Files (*.txt)|*.txt|All Files (*.*)|*.*");
-    EXPECT_EQ(dialog.fileName, "");
+    EXPECT_EQ(dialog.title + "|" + dialog.filter + "|" + dialog.fileName,
+              "Save Session Log|Text Files (*.txt)|*.txt|All Files (*.*)|*.*|");
     EXPECT_EQ(contentOf(folder.path("log.txt")),
               "SPI Word Sent:\r\n  A5\r\nSPI Word Received:\r\n  A5\r\n \r\n");
 
@@ -236,23 +234,22 @@ TEST(SessionLog, DoesNotSaveWithoutAName) {
 
 TEST(SessionLog, ReportsAFileThatCannotBeWritten) {
     const TemporaryFolder folder;
+    const std::string missing = folder.path("missing/log.txt");
     LogBench bench;
     bench.click("frmMain.cmdSendOnce");
-    bench.session().LogFileName = folder.path("missing/log.txt");
-    bench.click("frmMain.cmdSaveLogSingle");
-    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"The file \"" + folder.path("missing/log.txt") +
-                                             "\" cannot be written: No such file or directory."});
-    EXPECT_FALSE(bench.pointer.busy());
-    EXPECT_EQ(bench.log(), wordA5);
     // A new name is in use once it was written to: the next Save asks again, or goes to the old
     // one.
     for (const std::string& before : {std::string(), folder.path("good.txt")}) {
         bench.session().LogFileName = before;
-        bench.fileDialogs.answer(folder.path("missing/log.txt"));
+        bench.fileDialogs.answer(missing);
         bench.choose(before.empty() ? "frmMain.itemSaveLog" : "frmMain.itemSaveLogAs");
-        EXPECT_EQ(bench.boxes.takeTexts().size(), 1U);
+        EXPECT_EQ(
+            bench.boxes.takeTexts(),
+            Texts{"The file \"" + missing + "\" cannot be written: No such file or directory."});
         EXPECT_EQ(bench.session().LogFileName, before);
+        EXPECT_FALSE(bench.pointer.busy());
     }
+    EXPECT_EQ(bench.log(), wordA5);
 }
 
 } // namespace
