@@ -21,26 +21,15 @@ constexpr const char* savedSession =
     "\"Bitlux Configuration File (Version 3.x.x)\",\"Verification Line\"\r\n"
     "\"[PartName]\",\"B\xFC"
     "ro \x80 4\"\r\n"
-    "\"[Enable72361]\",1\r\n"
-    "\"[Enable72517]\",0\r\n"
-    "\"[Enable72518]\",0\r\n"
-    "\"[Enable72516]\",0\r\n"
-    "\"[Enable72537]\",1\r\n"
+    "\"[Enable72361]\",1\r\n\"[Enable72517]\",0\r\n\"[Enable72518]\",0\r\n"
+    "\"[Enable72516]\",0\r\n\"[Enable72537]\",1\r\n"
     "\"[SPIWordLength]\",\"4\"\r\n"
-    "\"[HardCode3BC]\",0\r\n"
-    "\"[HardCode378]\",1\r\n"
-    "\"[HardCode278]\",0\r\n"
-    "\"[BinaryMode]\",#FALSE#\r\n"
-    "\"[SerialMode]\",0\r\n"
-    "\"[CSpin]\",\"2\"\r\n"
-    "\"[DIpin]\",\"3\"\r\n"
-    "\"[DOpin]\",\"15\"\r\n"
-    "\"[CLKpin]\",\"4\"\r\n"
-    "\"[CSpositive]\",#TRUE#\r\n"
-    "\"[DIpositive]\",#TRUE#\r\n"
-    "\"[DOpositive]\",#FALSE#\r\n"
-    "\"[MSBFirst]\",#FALSE#\r\n"
-    "\"[SPIType]\",3\r\n"
+    "\"[HardCode3BC]\",0\r\n\"[HardCode378]\",1\r\n\"[HardCode278]\",0\r\n"
+    "\"[BinaryMode]\",#FALSE#\r\n\"[SerialMode]\",0\r\n"
+    "\"[CSpin]\",\"2\"\r\n\"[DIpin]\",\"3\"\r\n\"[DOpin]\",\"15\"\r\n"
+    "\"[CLKpin]\",\"4\"\r\n\"[CSpositive]\",#TRUE#\r\n"
+    "\"[DIpositive]\",#TRUE#\r\n\"[DOpositive]\",#FALSE#\r\n"
+    "\"[MSBFirst]\",#FALSE#\r\n\"[SPIType]\",3\r\n"
     "\"[Data0Enable]\",0\r\n\"[Data0Name]\",\"Data 0\"\r\n\"[Data0Assignment]\",\"\"\r\n"
     "\"[Data1Enable]\",1\r\n\"[Data1Name]\",\"RESET\"\r\n\"[Data1Assignment]\",\"9\"\r\n"
     "\"[Data2Enable]\",0\r\n\"[Data2Name]\",\"Data 2\"\r\n\"[Data2Assignment]\",\"\"\r\n"
@@ -54,17 +43,13 @@ constexpr const char* savedSession =
     "2\"\r\n\"[Control2Assignment]\",\"\"\r\n"
     "\"[Control3Enable]\",1\r\n\"[Control3Name]\",\"Control "
     "3\"\r\n\"[Control3Assignment]\",\"16\"\r\n"
-    "\"[EnableLog]\",1\r\n"
-    "\"[LogOff]\",#FALSE#\r\n"
-    "\"[LogForever]\",#TRUE#\r\n"
-    "\"[LogFixedNumber]\",#FALSE#\r\n"
-    "\"[MessageLimit]\",\"5\"\r\n"
+    "\"[EnableLog]\",1\r\n\"[LogOff]\",#FALSE#\r\n\"[LogForever]\",#TRUE#\r\n"
+    "\"[LogFixedNumber]\",#FALSE#\r\n\"[MessageLimit]\",\"5\"\r\n"
     "\"[SPIBaudRate]\",64\r\n"
     "\"[ApplyNow]\",\"This applies the Config Form changes above\"\r\n"
     "\"[QuickCommand]\",\"1 0 1 0 read \"id\" now\"\r\n"
     "\"[QuickCommand]\",\"0 0 1 1 stop\"\r\n"
-    "\"[CommandToSend]\",\"stop\"\r\n"
-    "\"[CommandToSend]\",\"* Wait 5 ms\"\r\n"
+    "\"[CommandToSend]\",\"stop\"\r\n\"[CommandToSend]\",\"* Wait 5 ms\"\r\n"
     "\"[BatchItem]\",\"1 first\"\r\n"
     "\"[BatchItem]\",\"1 read \"id\" now\"\r\n"
     "\"[BatchItem]\",\"2 second one\"\r\n"
@@ -120,10 +105,9 @@ TEST(ConfigurationFile, OfVersionTwoTurnsReservedNamesIntoOrdinaryOnes) {
               Texts{});
     EXPECT_EQ(bench.names().items(), (Texts{"+ old name", "*new"}));
     EXPECT_EQ(bench.sendLines(), (Texts{"* Pause", "+ old name", "* old name", "*new"}));
-    EXPECT_EQ(bench.session().DIPin, 5);
-    EXPECT_EQ(bench.session().DIOneLevel, ConstLow);
-    EXPECT_EQ(bench.session().DOHighValue, 0);
-    EXPECT_EQ(bench.program.dialog().cmbDO.text(), "13");
+    const Session& s = bench.session();
+    EXPECT_EQ(fmt::format("DI {}{} DO {}{}", s.DIPin, s.DIOneLevel, s.DOPin, s.DOHighValue),
+              "DI 50 DO 40");
     // Today's files say the same words and mean them.
     bench.openRecords("\"[CommandToSend]\",\"Trigger\"\r\n\"[CommandToSend]\",\"* old\"");
     EXPECT_EQ(bench.sendLines(), (Texts{"Trigger", "* old"}));
@@ -174,6 +158,13 @@ TEST(ConfigurationFile, LeavesThePinsOfThePortAloneWhileTheDongleIsReady) {
     EXPECT_TRUE(bench.session().USBReady);
 }
 
+/// What follows when Data 1 and Control 3 of the dongle are enabled.
+constexpr const char* donglePins =
+    "\"[DongleData0Enable]\",0\r\n\"[DongleData1Enable]\",1\r\n\"[DongleData2Enable]\",0\r\n"
+    "\"[DongleData3Enable]\",0\r\n\"[DongleData4Enable]\",0\r\n"
+    "\"[DongleControl0Enable]\",0\r\n\"[DongleControl1Enable]\",0\r\n"
+    "\"[DongleControl2Enable]\",0\r\n\"[DongleControl3Enable]\",1\r\n";
+
 TEST(ConfigurationFile, EndsWithThePinsOfTheDongleWhenOneIsEnabled) {
     FileBench bench("4");
     bench.save("read id", "A");
@@ -183,15 +174,7 @@ TEST(ConfigurationFile, EndsWithThePinsOfTheDongleWhenOneIsEnabled) {
     bench.program.dialog().extraPins.Check(1).setValue(1);
     bench.program.dialog().extraPins.Check(8).setValue(1);
     bench.saveAs(two);
-    EXPECT_EQ(contentOf(two), contentOf(none) + "\"[DongleData0Enable]\",0\r\n"
-                                                "\"[DongleData1Enable]\",1\r\n"
-                                                "\"[DongleData2Enable]\",0\r\n"
-                                                "\"[DongleData3Enable]\",0\r\n"
-                                                "\"[DongleData4Enable]\",0\r\n"
-                                                "\"[DongleControl0Enable]\",0\r\n"
-                                                "\"[DongleControl1Enable]\",0\r\n"
-                                                "\"[DongleControl2Enable]\",0\r\n"
-                                                "\"[DongleControl3Enable]\",1\r\n");
+    EXPECT_EQ(contentOf(two), contentOf(none) + donglePins);
 
     // They reach the rows behind the Apply of the file, which empties no list a second time.
     std::string onDongle = contentOf(two);
@@ -220,10 +203,10 @@ TEST(ConfigurationFile, AddsATabOnceAndAtMostFour) {
     EXPECT_EQ(tabs.count(), 3);
     EXPECT_TRUE(bench.program.dialog().CheckEnable72518.checked());
     EXPECT_FALSE(bench.program.dialog().CheckEnable72361.checked());
-    const Texts texts =
+    expectBox(
         bench.openRecords("\"[Enable72361]\",1\r\n\"[Enable72517]\",1\r\n\"[Enable72518]\",1\r\n"
-                          "\"[Enable72516]\",1\r\n\"[Enable72537]\",1\r\n");
-    expectBox(texts, "line 6: Subscript out of range");
+                          "\"[Enable72516]\",1\r\n\"[Enable72537]\",1\r\n"),
+        "line 6: Subscript out of range");
     EXPECT_EQ(tabs.count(), 6);
     EXPECT_FALSE(bench.program.dialog().CheckEnable72537.checked());
 }

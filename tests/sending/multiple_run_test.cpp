@@ -98,16 +98,11 @@ TEST(MultipleRun, TellsOfPinsThatAreNotThereUntilTheNextRun) {
 TEST(MultipleRun, WaitsAsLongAsItSays) {
     RunBench bench;
     for (const auto& [wait, milliseconds] :
-         Rows<std::string, std::int64_t>{{"0 ms", 0},
-                                         {"1 ms", 1},
-                                         {"1.5 s", 1500},
-                                         {"2 min", 120'000},
-                                         {"3 hrs", 10'800'000},
-                                         {"23 days", 1'987'200'000},
-                                         {"-4 s", 0}}) {
+         {row("0 ms", 0), row("1 ms", 1), row("1.5 s", 1500), row("2 min", 120'000),
+          row("3 hrs", 10'800'000), row("23 days", 1'987'200'000), row("-4 s", 0)}) {
         const std::int64_t start = bench.clock.nanoseconds();
         const int turns = bench.loop.turns();
-        EXPECT_EQ(bench.play({"* Wait " + wait}), Texts{});
+        EXPECT_EQ(bench.play({fmt::format("* Wait {}", wait)}), Texts{});
         EXPECT_EQ(bench.clock.nanoseconds() - start, milliseconds * millisecond) << wait;
         EXPECT_LE(bench.loop.turns() - turns, 2) << wait << ": it sleeps";
     }

@@ -14,11 +14,8 @@ constexpr const char* overwrite = "Quick Command already exists!  Overwrite it?"
 TEST(QuickCommands, AreSavedAndShownAgain) {
     const std::string longest = "8" + repeated(38, '0') + "1";
     for (const auto& [bits, typed, padded, shown] :
-         Rows<const char*, std::string, std::string, std::string>{
-             {"12", "1", "001", "001"},
-             {"13", "1abc", "1abc", "1ABC"},
-             {"1", "1", "1", "1"},
-             {"160", longest, longest, longest}}) {
+         {row("12", "1", "001", "001"), row("13", "1abc", "1abc", "1ABC"), row("1", "1", "1", "1"),
+          row("160", longest.c_str(), longest.c_str(), longest.c_str())}) {
         BatchBench bench(bits);
         bench.save("one", typed);
         EXPECT_EQ(bench.text("frmMain.txtHexWordToSend"), padded) << typed;

@@ -16,16 +16,12 @@ TEST(SingleWord, SendsHexTextAndShowsTheAnswer) {
     const std::string longest = "8" + repeated(39, '0');
     const std::string zeros = repeated(10000, '0') + "1234";
     for (const auto& [bits, typed, padded, received] :
-         Rows<const char*, std::string, std::string, std::string>{
-             {"16", "a5c3", "a5c3", "A5C3"},
-             {"16", "7", "0007", "0007"},
-             {"15", "7FFF", "7FFF", "7FFF"},
-             {"16", "0A5C3", "0A5C3", "A5C3"},
-             {"1", "1", "1", "1"},
-             {"10", "3fF", "3fF", "3FF"},
-             {"16", zeros, zeros, "1234"},
-             {"41", "1fedcba9876", "1fedcba9876", "1FEDCBA9876"},
-             {"160", longest, longest, longest}}) {
+         {row("16", "a5c3", "a5c3", "A5C3"), row("16", "7", "0007", "0007"),
+          row("15", "7FFF", "7FFF", "7FFF"), row("16", "0A5C3", "0A5C3", "A5C3"),
+          row("1", "1", "1", "1"), row("10", "3fF", "3fF", "3FF"),
+          row("16", zeros.c_str(), zeros.c_str(), "1234"),
+          row("41", "1fedcba9876", "1fedcba9876", "1FEDCBA9876"),
+          row("160", longest.c_str(), longest.c_str(), longest.c_str())}) {
         TestBench bench;
         bench.configure(bits);
         bench.send(typed);
