@@ -3,12 +3,11 @@
 #include "support/test_bench.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
 namespace {
-
-using Answer = MessageBox::Answer;
 
 const char* const hexNote = "You have selected a SPI word length longer than 40 bits.\r\n"
                             "You will only be able to enter your commands in Hex mode.";
@@ -49,21 +48,15 @@ TEST(Apply, TakesOverThePins) {
 }
 
 TEST(Apply, ReadsTheWordLengthAsItIsTyped) {
-    const Rows<const char*, int, Texts> cases{
-        {"1", 1, {}},
-        {"160", 160, {}},
-        {" 1 6", 16, {}},
-        {"many", 0, {}},
-        {"12.5", 12, {}},
-        {"13.5", 14, {}},
-        {"161", 161, {"The maximum number of SPI bits is 160"}},
-        {"1e400", 8, {"Overflow"}},
-        {"-3", 8, {"Subscript out of range: a word of -3 bits"}}};
-    for (const auto& [typed, length, messages] : cases) {
+    for (const auto& [typed, length, message] :
+         {row("1", 1, ""), row("160", 160, ""), row(" 1 6", 16, ""), row("many", 0, ""),
+          row("12.5", 12, ""), row("13.5", 14, ""),
+          row("161", 161, "The maximum number of SPI bits is 160"), row("1e400", 8, "Overflow"),
+          row("-3", 8, "Subscript out of range: a word of -3 bits")}) {
         TestBench bench;
         bench.configure(typed);
         EXPECT_EQ(bench.session().SPIWordLength, length) << typed;
-        EXPECT_EQ(bench.boxes.takeTexts(), messages) << typed;
+        EXPECT_EQ(fmt::format("{}", fmt::join(bench.boxes.takeTexts(), "|")), message) << typed;
         // The program goes on.
         bench.configure("8");
         bench.send("42");
@@ -87,33 +80,30 @@ TEST(Apply, EmptiesListsOnlyWhenTheLengthChanges) {
 }
 
 TEST(Apply, ShowsALongWordInHexOnly) {
-    for (const auto& [bits, display, messages] :
-         {std::tuple{"64", 1, Texts{hexNote}}, std::tuple{"41", 1, Texts{hexNote}},
-          std::tuple{"40", 0, Texts{}}}) {
+    for (const auto& [bits, onlyHex] : {row("64", true), row("41", true), row("40", false)}) {
         TestBench bench;
         bench.configure(bits, {"optBinary"});
-        EXPECT_EQ(bench.session().DisplayHex, display) << bits;
-        EXPECT_EQ(bench.program.dialog().optHex.value(), display == 1) << bits;
-        EXPECT_EQ(bench.boxes.takeTexts(), messages) << bits;
+        EXPECT_EQ(bench.session().DisplayHex, onlyHex ? 1 : 0) << bits;
+        EXPECT_EQ(bench.program.dialog().optHex.value(), onlyHex) << bits;
+        EXPECT_EQ(bench.boxes.takeTexts(), onlyHex ? Texts{hexNote} : Texts{}) << bits;
     }
 }
 
 TEST(Apply, AsksAboutALengthWithAFraction) {
-    const std::string longWord =
-        std::string(hexNote) + "\r\nClick OK to use Hex mode, or click Cancel to discard changes.";
-    for (const Answer answer : {Answer::Ok, Answer::Cancel}) {
+    for (const bool goesOn : {true, false}) {
+        const auto answer = goesOn ? MessageBox::Answer::Ok : MessageBox::Answer::Cancel;
         TestBench bench;
         bench.boxes.answer(answer);
         bench.configure("50.5", {"optBinary"});
-        EXPECT_EQ(bench.boxes.takeTexts(), Texts{longWord});
+        EXPECT_EQ(bench.boxes.takeTexts(),
+                  Texts{std::string(hexNote) + "\r\nClick OK to use Hex mode, or click Cancel to "
+                                               "discard changes."});
         EXPECT_EQ(bench.boxes.shown().back().title, "WARNING");
         EXPECT_EQ(bench.session().SPIWordLength, 50);
-        EXPECT_EQ(bench.session().DisplayHex, answer == Answer::Ok ? 1 : 0);
-        EXPECT_EQ(bench.program.dialog().optHex.value(), answer == Answer::Ok);
-        EXPECT_EQ(bench.session().ConfigDirty, answer == Answer::Ok ? ConstOn : ConstOff);
-    }
-    for (const Answer answer : {Answer::Ok, Answer::Cancel}) {
-        TestBench bench;
+        EXPECT_EQ(bench.session().DisplayHex, goesOn ? 1 : 0);
+        EXPECT_EQ(bench.program.dialog().optHex.value(), goesOn);
+        EXPECT_EQ(bench.session().ConfigDirty, goesOn ? ConstOn : ConstOff);
+
         bench.configure("12");
         bench.get<forms::ComboBox>("frmMain.cmbMasterQCList").addItem("Wake up");
         bench.boxes.answer(answer);
@@ -122,8 +112,7 @@ TEST(Apply, AsksAboutALengthWithAFraction) {
             bench.boxes.takeTexts(),
             Texts{"Changing the number of SPI bits will destroy all of your Quick Commands.\r\n"
                   "Click OK to continue with changes, or click Cancel to discard changes."});
-        EXPECT_EQ(bench.get<forms::ComboBox>("frmMain.cmbMasterQCList").items().empty(),
-                  answer == Answer::Ok);
+        EXPECT_EQ(bench.get<forms::ComboBox>("frmMain.cmbMasterQCList").items().empty(), goesOn);
     }
 }
 
@@ -177,32 +166,27 @@ TEST(WordLengthNote, SaysWhatApplyMakesOfTheTextAndWhatTheBusTakes) {
     }
 }
 
-TEST(Apply, ChoosesThePort) {
-    for (const auto& [box, address] : // the first that is found where no box is ticked
-         Rows<int, int>{{-1, 0x378}, {0, 0x3BC}, {1, 0x378}, {2, 0x278}}) {
-        TestBench bench;
-        ConfigureDialog& dialog = bench.program.dialog();
-        dialog.Btn_ParallelPort_Click();
-        if (box >= 0)
-            dialog.chkHardCodeLPT(box).setValue(1);
-        dialog.cmdApply_Click();
-        EXPECT_EQ(bench.session().LPTPortAddress, address) << box;
-    }
-}
-
 TEST(Apply, WantsExactlyOnePort) {
     TestBench bench;
     ConfigureDialog& dialog = bench.program.dialog();
     dialog.Btn_ParallelPort_Click();
+    dialog.cmdApply_Click();
+    EXPECT_EQ(bench.session().LPTPortAddress, 0x378) << "the first that is found";
+    for (const auto& [box, address] : {row(0, 0x3BC), row(1, 0x378), row(2, 0x278)}) {
+        dialog.chkHardCodeLPT(box).setValue(1);
+        dialog.cmdApply_Click();
+        EXPECT_EQ(bench.session().LPTPortAddress, address) << box;
+    }
+    dialog.chkHardCodeLPT(2).setValue(0);
     dialog.setVisible(true);
     dialog.cmbPortsAvailable.setListIndex(-1);
     bench.click("frmConfigureSPI.cmdApply");
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Please Select a Parallel Port."});
     // By hand at most one box is set, so two need a handler that has not run.
-    for (const int box : {0, 2})
+    for (const int box : {0, 2}) {
         dialog.chkHardCodeLPT(box).setHandler(forms::ControlEvent::Click, nullptr);
-    dialog.chkHardCodeLPT(0).setValue(1);
-    dialog.chkHardCodeLPT(2).setValue(1);
+        dialog.chkHardCodeLPT(box).setValue(1);
+    }
     bench.click("frmConfigureSPI.cmdApply");
     EXPECT_EQ(bench.boxes.takeTexts(),
               Texts{"Cannot use more than one address for the Parallel Port!"});

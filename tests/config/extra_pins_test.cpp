@@ -1,4 +1,4 @@
-#include "support/test_bench.h"
+#include "sending/batch_bench.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -18,7 +18,7 @@ void enable(TestBench& bench, const Pin& pin) {
     bench.enablePin(pin.kind, pin.row, pin.number, pin.name);
 }
 
-struct PortBench : TestBench {
+struct PortBench : BatchBench {
     explicit PortBench(const std::vector<Pin>& pins) {
         for (const Pin& pin : pins)
             enable(*this, pin);
@@ -176,18 +176,14 @@ TEST(ExtraPins, AreLoggedByTheRulesOfWords) {
     bench.edit("frmMain.txtHexWordToSend", "1");
     // Two words are logged; what is set behind the limit is not.
     bench.session().ContinuousLogLimit = 2;
-    for (const int turn : {1, 3})
-        bench.loop.atTurn(turn, [&bench, turn] {
-            if (turn == 3)
-                bench.click("frmMain.cmdStopContinuous");
-            bench.program.mainForm().extraPins.optSetHighNow_Click(0);
-        });
-    bench.loop.atTurn(2, [&bench] { bench.program.mainForm().extraPins.optSetLowNow_Click(0); });
-    bench.click("frmMain.cmdSendContinuous");
+    ExtraPinRows& pins = bench.program.mainForm().extraPins;
+    bench.loop.atTurn(1, [&pins] { pins.optSetHighNow_Click(0); });
+    bench.loop.atTurn(2, [&pins] { pins.optSetLowNow_Click(0); });
+    bench.sendContinuously(3);
     const Texts log = bench.log();
-    EXPECT_EQ(std::count(log.begin(), log.end(), "Set HIGH: EN"), 2);
-    EXPECT_EQ(std::count(log.begin(), log.end(), "Set LOW: EN"), 0);
+    EXPECT_EQ(log.at(5), "Set HIGH: EN");
     EXPECT_EQ(log.back(), " ");
+    EXPECT_EQ(std::count(log.begin(), log.end(), "Set LOW: EN"), 0);
 }
 
 TEST(ExtraPins, BecomeLinesOfTheCommandsToSend) {
@@ -202,6 +198,7 @@ TEST(ExtraPins, AndThoseOfTheWordAreCheckedBeforeTheyAreApplied) {
     using Pins = std::vector<Pin>;
     using Word = std::array<const char*, 4>; // CS, DI, CLK and DO
     const char* const noPin = "No pin assignment was made for one or more Extra Pins.";
+    const char* const conflict = "Pin Conflict!  Please select a different pin configuration.";
     const Word usual{"2", "3", "4", "12"};
     const Rows<Pins, Word, std::string> cases{
         {{}, {"2", "2", "4", "12"}, "2: CS DI;"},
@@ -229,11 +226,8 @@ TEST(ExtraPins, AndThoseOfTheWordAreCheckedBeforeTheyAreApplied) {
         const bool misses = found == noPin;
         EXPECT_EQ(clashes(dialog), misses ? "" : found);
         bench.configure("8");
-        const std::string conflict = "Pin Conflict!  Please select a different pin configuration.";
-        EXPECT_EQ(bench.boxes.takeTexts(), found.empty() ? Texts{}
-                                           : misses      ? Texts{noPin}
-                                                         : Texts{conflict})
-            << found;
+        EXPECT_EQ(bench.boxes.takeTexts(),
+                  found.empty() ? Texts{} : Texts{misses ? noPin : conflict});
         // Hidden, as for a configuration file, the dialog does not look for conflicts.
         dialog.cmdApply_Click();
         EXPECT_EQ(bench.boxes.takeTexts(), misses ? Texts{noPin} : Texts{}) << found;

@@ -77,15 +77,13 @@ TEST(MultipleRun, PlaysTheLines) {
 TEST(MultipleRun, TellsOfPinsThatAreNotThereUntilTheNextRun) {
     RunBench bench;
     nameDataPin(bench.session(), 5, "WAKE");
-    const auto showPins = [&bench](const Texts& names) {
-        bench.program.mainForm().extraPins.fill(names);
-    };
-    showPins({"WAKE"});
+    ExtraPinRows& pins = bench.program.mainForm().extraPins;
+    pins.fill({"WAKE"});
     bench.play({"gone"});
     EXPECT_EQ(bench.notice(), "There is no Quick Command \"gone\"");
     bench.play({"* Wait 1 ms", "* Set LOW: A", "a", "* Set HIGH: WAKE", "* Set HIGH: B"});
     EXPECT_EQ(bench.notice(), "Line 2: there is no extra pin \"A\", nor those of 1 more line");
-    showPins({"WAKE", "A"});
+    pins.fill({"WAKE", "A"});
     EXPECT_EQ(bench.notice(), "Line 5: there is no extra pin \"B\"");
     bench.play({"* Set LOW: WAKE", "a"});
     EXPECT_EQ(bench.notice(), "");
@@ -173,10 +171,8 @@ TEST(MultipleRun, CancelEndsTheRunThatAnotherBeganInToo) {
 
 TEST(MultipleRun, AbortEndsItWithNothingMoreGoingOut) {
     const auto abort = [](RunBench& bench) { bench.click("frmMain.cmdAbort"); };
-    const Texts first{"Waiting 1 hrs ...", "Wait Aborted"};
     const Rows<const char*, std::string, std::function<void(RunBench&)>, Texts> cases{
-        {"once", "frmMain.cmdSendOnce", abort, first},
-        {"continuously", "frmMain.cmdSendContinuous", abort, first},
+        {"continuously", "frmMain.cmdSendContinuous", abort, {"Waiting 1 hrs ...", "Wait Aborted"}},
         {"behind Cancel",
          "frmMain.cmdSendOnce",
          [&](RunBench& bench) {
