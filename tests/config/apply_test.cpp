@@ -1,13 +1,13 @@
 #include "config/word_length_note.h"
+#include "support/state_text.h"
 #include "support/test_bench.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
 namespace {
-
-using Answer = MessageBox::Answer;
 
 const char* const hexNote = "You have selected a SPI word length longer than 40 bits.\r\n"
                             "You will only be able to enter your commands in Hex mode.";
@@ -48,25 +48,19 @@ TEST(Apply, TakesOverThePins) {
 }
 
 TEST(Apply, ReadsTheWordLengthAsItIsTyped) {
-    struct Case {
-        const char* typed;
-        int length;
-        Texts messages;
-    };
-    for (const Case& c :
-         {Case{"1", 1, {}}, Case{"160", 160, {}}, Case{" 1 6", 16, {}}, Case{"16 bits", 16, {}},
-          Case{"", 0, {}}, Case{"many", 0, {}}, Case{"12.5", 12, {}}, Case{"13.5", 14, {}},
-          Case{"161", 161, {"The maximum number of SPI bits is 160"}},
-          Case{"99999", 8, {"Overflow"}}, Case{"1e400", 8, {"Overflow"}},
-          Case{"-3", 8, {"Subscript out of range: a word of -3 bits"}}}) {
+    for (const auto& [typed, length, message] :
+         {row("1", 1, ""), row("160", 160, ""), row(" 1 6", 16, ""), row("many", 0, ""),
+          row("12.5", 12, ""), row("13.5", 14, ""),
+          row("161", 161, "The maximum number of SPI bits is 160"), row("1e400", 8, "Overflow"),
+          row("-3", 8, "Subscript out of range: a word of -3 bits")}) {
         TestBench bench;
-        bench.configure(c.typed);
-        EXPECT_EQ(bench.session().SPIWordLength, c.length) << '"' << c.typed << '"';
-        EXPECT_EQ(bench.boxes.takeTexts(), c.messages) << '"' << c.typed << '"';
+        bench.configure(typed);
+        EXPECT_EQ(bench.session().SPIWordLength, length) << typed;
+        EXPECT_EQ(fmt::format("{}", fmt::join(bench.boxes.takeTexts(), "|")), message) << typed;
         // The program goes on.
         bench.configure("8");
         bench.send("42");
-        EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "42") << '"' << c.typed << '"';
+        EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "42") << typed;
     }
 }
 
@@ -86,33 +80,30 @@ TEST(Apply, EmptiesListsOnlyWhenTheLengthChanges) {
 }
 
 TEST(Apply, ShowsALongWordInHexOnly) {
-    for (const auto& [bits, display, messages] :
-         {std::tuple{"64", 1, Texts{hexNote}}, std::tuple{"41", 1, Texts{hexNote}},
-          std::tuple{"40", 0, Texts{}}}) {
+    for (const auto& [bits, onlyHex] : {row("64", true), row("41", true), row("40", false)}) {
         TestBench bench;
         bench.configure(bits, {"optBinary"});
-        EXPECT_EQ(bench.session().DisplayHex, display) << bits;
-        EXPECT_EQ(bench.program.dialog().optHex.value(), display == 1) << bits;
-        EXPECT_EQ(bench.boxes.takeTexts(), messages) << bits;
+        EXPECT_EQ(bench.session().DisplayHex, onlyHex ? 1 : 0) << bits;
+        EXPECT_EQ(bench.program.dialog().optHex.value(), onlyHex) << bits;
+        EXPECT_EQ(bench.boxes.takeTexts(), onlyHex ? Texts{hexNote} : Texts{}) << bits;
     }
 }
 
 TEST(Apply, AsksAboutALengthWithAFraction) {
-    const std::string longWord =
-        std::string(hexNote) + "\r\nClick OK to use Hex mode, or click Cancel to discard changes.";
-    for (const Answer answer : {Answer::Ok, Answer::Cancel}) {
+    for (const bool goesOn : {true, false}) {
+        const auto answer = goesOn ? MessageBox::Answer::Ok : MessageBox::Answer::Cancel;
         TestBench bench;
         bench.boxes.answer(answer);
         bench.configure("50.5", {"optBinary"});
-        EXPECT_EQ(bench.boxes.takeTexts(), Texts{longWord});
+        EXPECT_EQ(bench.boxes.takeTexts(),
+                  Texts{std::string(hexNote) + "\r\nClick OK to use Hex mode, or click Cancel to "
+                                               "discard changes."});
         EXPECT_EQ(bench.boxes.shown().back().title, "WARNING");
         EXPECT_EQ(bench.session().SPIWordLength, 50);
-        EXPECT_EQ(bench.session().DisplayHex, answer == Answer::Ok ? 1 : 0);
-        EXPECT_EQ(bench.program.dialog().optHex.value(), answer == Answer::Ok);
-        EXPECT_EQ(bench.session().ConfigDirty, answer == Answer::Ok ? ConstOn : ConstOff);
-    }
-    for (const Answer answer : {Answer::Ok, Answer::Cancel}) {
-        TestBench bench;
+        EXPECT_EQ(bench.session().DisplayHex, goesOn ? 1 : 0);
+        EXPECT_EQ(bench.program.dialog().optHex.value(), goesOn);
+        EXPECT_EQ(bench.session().ConfigDirty, goesOn ? ConstOn : ConstOff);
+
         bench.configure("12");
         bench.get<forms::ComboBox>("frmMain.cmbMasterQCList").addItem("Wake up");
         bench.boxes.answer(answer);
@@ -121,76 +112,16 @@ TEST(Apply, AsksAboutALengthWithAFraction) {
             bench.boxes.takeTexts(),
             Texts{"Changing the number of SPI bits will destroy all of your Quick Commands.\r\n"
                   "Click OK to continue with changes, or click Cancel to discard changes."});
-        EXPECT_EQ(bench.get<forms::ComboBox>("frmMain.cmbMasterQCList").items().empty(),
-                  answer == Answer::Ok);
+        EXPECT_EQ(bench.get<forms::ComboBox>("frmMain.cmbMasterQCList").items().empty(), goesOn);
     }
-}
-
-TEST(Apply, RefusesAPinConflictWhileTheDialogIsOpen) {
-    for (const auto& [cs, di, clk, dataOut, conflict] :
-         {row("2", "2", "4", "12", true), row("2", "3", "2", "12", true),
-          row("2", "4", "4", "12", true), row("7", "3", "4", "7", false),
-          row("2", "3", "4", "13", false)}) {
-        TestBench bench;
-        ConfigureDialog& dialog = bench.program.dialog();
-        dialog.cmbCS.setText(cs);
-        dialog.cmbDI.setText(di);
-        dialog.cmbCLK.setText(clk);
-        dialog.cmbDO.setText(dataOut);
-        bench.configure("8");
-        EXPECT_EQ(bench.boxes.takeTexts(),
-                  conflict ? Texts{"Pin Conflict!  Please select a different pin configuration."}
-                           : Texts{})
-            << cs << di << clk << dataOut;
-        // Hidden, the dialog applies what it holds.
-        dialog.cmdApply_Click();
-        EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
-        EXPECT_EQ(bench.session().CSPin, cs[0] - '2');
-    }
-}
-
-TEST(Apply, NamesTheFieldsThatClash) {
-    TestBench bench;
-    ConfigureDialog& dialog = bench.program.dialog();
-    const auto clashes = [&dialog] {
-        std::string text;
-        for (const PinClash& clash : dialog.pinClashes()) {
-            text += clash.pin + ":";
-            for (const PinField& field : clash.fields)
-                text += " " + field.line;
-            text += ";";
-        }
-        return text;
-    };
-    EXPECT_EQ(clashes(), "");
-    dialog.extraPins.dataPins.enable(0).setValue(1); // without a pin yet
-    dialog.extraPins.dataPins.enable(1).setValue(1);
-    EXPECT_EQ(clashes(), "");
-    dialog.extraPins.dataPins.assignment(0).setText("3");
-    dialog.extraPins.controlPins.enable(2).setValue(1);
-    dialog.extraPins.controlPins.name(2).setText("LED");
-    dialog.extraPins.controlPins.assignment(2).setText("1");
-    EXPECT_EQ(clashes(), "3: DI Data 0;");
-    dialog.cmbDO.setText("7"); // which meets no data pin
-    dialog.cmbCLK.setText("7");
-    EXPECT_EQ(clashes(), "3: DI Data 0;");
-    dialog.cmbCS.setText("7");
-    EXPECT_EQ(clashes(), "3: DI Data 0;7: CS CLK;");
-    dialog.extraPins.dataPins.enable(0).setValue(0);
-    dialog.cmbCS.setText("8");
-    EXPECT_EQ(clashes(), "");
 }
 
 TEST(Apply, ChangesNothingForALimitThatIsNone) {
     for (const auto withDongle : {TestBench::WithDongle::No, TestBench::WithDongle::Yes}) {
         TestBench bench("loopback", {}, withDongle);
-        if (withDongle == TestBench::WithDongle::No)
-            bench.configure("8", {"optHex"});
-        else
-            bench.click("frmConfigureSPI.cmdApply");
+        bench.configure("8", {"optHex"});
         ConfigureDialog& dialog = bench.program.dialog();
-        bench.session().ConfigDirty = ConstOff;
-        const std::string name = bench.session().PartName;
+        const std::string before = variablesOf(bench.session());
         dialog.txtPartName.setText("Other");
         dialog.cmbSPIWordLength.setText("16");
         dialog.optLSBfirst.setValue(true);
@@ -199,12 +130,7 @@ TEST(Apply, ChangesNothingForALimitThatIsNone) {
         dialog.setVisible(true);
         EXPECT_EQ(accessesOf(bench, [&] { bench.click("frmConfigureSPI.cmdApply"); }), "");
         EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Overflow"});
-        EXPECT_EQ(bench.session().SPIWordLength, 8);
-        EXPECT_EQ(bench.session().PartName, name);
-        EXPECT_EQ(bench.session().Saved.SavedPartName, name);
-        EXPECT_EQ(bench.session().MSBFirst, ConstOn);
-        EXPECT_EQ(bench.session().ConfigDirty, ConstOff);
-        EXPECT_FALSE(bench.program.mainForm().tabs.IsTabActive(72537));
+        EXPECT_EQ(variablesOf(bench.session()), before);
     }
 }
 
@@ -240,64 +166,44 @@ TEST(WordLengthNote, SaysWhatApplyMakesOfTheTextAndWhatTheBusTakes) {
     }
 }
 
-TEST(Apply, ChoosesThePort) {
-    for (const auto& [box, address] : // the first that is found where no box is ticked
-         Rows<int, int>{{-1, 0x378}, {0, 0x3BC}, {1, 0x378}, {2, 0x278}}) {
-        TestBench bench;
-        ConfigureDialog& dialog = bench.program.dialog();
-        dialog.Btn_ParallelPort_Click();
-        if (box >= 0)
-            dialog.chkHardCodeLPT(box).setValue(1);
-        dialog.cmdApply_Click();
-        EXPECT_EQ(bench.session().LPTPortAddress, address) << box;
-    }
-}
-
 TEST(Apply, WantsExactlyOnePort) {
     TestBench bench;
     ConfigureDialog& dialog = bench.program.dialog();
     dialog.Btn_ParallelPort_Click();
+    dialog.cmdApply_Click();
+    EXPECT_EQ(bench.session().LPTPortAddress, 0x378) << "the first that is found";
+    for (const auto& [box, address] : {row(0, 0x3BC), row(1, 0x378), row(2, 0x278)}) {
+        dialog.chkHardCodeLPT(box).setValue(1);
+        dialog.cmdApply_Click();
+        EXPECT_EQ(bench.session().LPTPortAddress, address) << box;
+    }
+    dialog.chkHardCodeLPT(2).setValue(0);
     dialog.setVisible(true);
     dialog.cmbPortsAvailable.setListIndex(-1);
     bench.click("frmConfigureSPI.cmdApply");
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Please Select a Parallel Port."});
     // By hand at most one box is set, so two need a handler that has not run.
-    for (const int box : {0, 2})
+    for (const int box : {0, 2}) {
         dialog.chkHardCodeLPT(box).setHandler(forms::ControlEvent::Click, nullptr);
-    dialog.chkHardCodeLPT(0).setValue(1);
-    dialog.chkHardCodeLPT(2).setValue(1);
+        dialog.chkHardCodeLPT(box).setValue(1);
+    }
     bench.click("frmConfigureSPI.cmdApply");
     EXPECT_EQ(bench.boxes.takeTexts(),
               Texts{"Cannot use more than one address for the Parallel Port!"});
 }
 
-TEST(Apply, ValidatesNothingWithoutABus) {
+TEST(Apply, TakesOverTheLengthAloneWithoutABus) {
     TestBench bench;
+    const std::set<std::string_view> ofTheLength{"SPIWordLength", "SavedSPIWordLength",
+                                                 "SingleWordBits", "QuickCommandTable"};
+    const std::string before = variablesOf(bench.session(), ofTheLength);
     bench.program.dialog().txtPartName.setText("Prototype");
     bench.program.dialog().cmbSPIWordLength.setText("200");
     bench.program.dialog().optCSpositive.setValue(true);
     bench.program.dialog().cmdApply_Click();
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
     EXPECT_EQ(bench.session().SPIWordLength, 200);
-    EXPECT_EQ(bench.session().PartName, "");
-    EXPECT_EQ(bench.session().CSAssertLevel, 0);
-    EXPECT_EQ(bench.session().ConfigDirty, ConstOff);
-}
-
-TEST(Apply, TakesOverTheLogDecisions) {
-    for (const auto& [option, limit, enabled, continuousLimit] :
-         Rows<const char*, const char*, Flag, int>{
-             {"optLogOff", "7", ConstOff, 5},
-             {"optLogForever", "7", ConstOn, 20000},
-             {"optLogFixedNumber", "7", ConstOn, 7},
-             {"optLogFixedNumber", "2.5", ConstOn, 2},
-             {"optLogFixedNumber", "no number", ConstOn, 0}}) {
-        TestBench bench;
-        bench.program.dialog().txtMessageLimit.setText(limit);
-        bench.configure("8", {option});
-        EXPECT_EQ(bench.session().ContinuousLogEnabled, enabled) << option << limit;
-        EXPECT_EQ(bench.session().ContinuousLogLimit, continuousLimit) << option << limit;
-    }
+    EXPECT_EQ(variablesOf(bench.session(), ofTheLength), before);
 }
 
 } // namespace

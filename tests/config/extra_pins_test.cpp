@@ -1,4 +1,4 @@
-#include "support/test_bench.h"
+#include "sending/batch_bench.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -18,7 +18,7 @@ void enable(TestBench& bench, const Pin& pin) {
     bench.enablePin(pin.kind, pin.row, pin.number, pin.name);
 }
 
-struct PortBench : TestBench {
+struct PortBench : BatchBench {
     explicit PortBench(const std::vector<Pin>& pins) {
         for (const Pin& pin : pins)
             enable(*this, pin);
@@ -44,10 +44,9 @@ std::string rows(TestBench& bench) {
         int shown = 0;
         for (const char* control : {"lblPinName", "cmdToggleHigh", "cmdToggleLow", "lblSetNow",
                                     "optSetHighNow", "optSetLowNow"})
-            shown +=
-                bench.program.forms().control(fmt::format("frmMain.{}({})", control, row)).visible()
-                    ? 1
-                    : 0;
+            shown += bench.program.mainForm().control(fmt::format("{}({})", control, row)).visible()
+                         ? 1
+                         : 0;
         EXPECT_TRUE(shown == 0 || shown == 6) << row;
         if (shown > 0)
             names += fmt::format("[{}]", bench.label(fmt::format("frmMain.lblSetNow({})", row)));
@@ -61,24 +60,33 @@ std::string wireOf(TestBench& bench, const std::function<void()>& action) {
 
 std::string setNow(TestBench& bench, int row, bool high) {
     return wireOf(bench, [&] {
-        bench
-            .get<forms::OptionButton>(
-                fmt::format("frmMain.optSet{}Now({})", high ? "High" : "Low", row))
+        bench.program.mainForm()
+            .control(fmt::format("optSet{}Now({})", high ? "High" : "Low", row))
             .click();
     });
+}
+
+/// The fields that share a pin, as "3: DI Data 0;".
+std::string clashes(const ConfigureDialog& dialog) {
+    std::string text;
+    for (const PinClash& clash : dialog.pinClashes()) {
+        text += clash.pin + ":";
+        for (const PinField& field : clash.fields)
+            text += " " + field.line;
+        text += ";";
+    }
+    return text;
 }
 
 TEST(ExtraPins, FillRowsInTheirOrder) {
     PortBench bench({{"Control", 2, "16", "Reset"}});
     EXPECT_EQ(rows(bench), "[Reset]");
-    EXPECT_EQ(bench.program.forms().control("frmMain.cmdToggleHigh(0)").tooltip(),
-              "Click to set Reset high in 'Commands To Send'");
-    EXPECT_EQ(bench.program.forms().control("frmMain.cmdToggleLow(0)").tooltip(),
-              "Click to set Reset low in 'Commands To Send'");
-    EXPECT_EQ(bench.program.forms().control("frmMain.optSetHighNow(0)").tooltip(),
-              "Click to set Reset high");
-    EXPECT_EQ(bench.program.forms().control("frmMain.optSetLowNow(0)").tooltip(),
-              "Click to set Reset low");
+    for (const auto& [name, tooltip] :
+         {row("cmdToggleHigh", "Click to set Reset high in 'Commands To Send'"),
+          row("cmdToggleLow", "Click to set Reset low in 'Commands To Send'"),
+          row("optSetHighNow", "Click to set Reset high"),
+          row("optSetLowNow", "Click to set Reset low")})
+        EXPECT_EQ(bench.program.mainForm().control(fmt::format("{}(0)", name)).tooltip(), tooltip);
     enable(bench, {"Data", 3, "9", ""});
     EXPECT_EQ(rows(bench), "[Reset]") << "not yet applied";
     bench.configure("8");
@@ -143,7 +151,6 @@ TEST(ExtraPins, AreFoundByName) {
 
 TEST(ExtraPins, TravelWithAWordOnTheDongle) {
     PinsOnDongle bench({1, 7, 8});
-    const std::string answer = "; IN 08 70 00 A5 00 00 00 00";
     EXPECT_EQ(setNow(bench, 0, true), "OUT 48 70 02 A5 00 00 00 00; IN 48 70 02 A5 00 00 00 00");
     EXPECT_EQ(setNow(bench, 1, true), "OUT 48 70 82 A5 00 00 00 00; IN 48 70 82 A5 00 00 00 00");
     EXPECT_EQ(setNow(bench, 2, true), "OUT C8 70 82 A5 00 00 00 00; IN C8 70 82 A5 00 00 00 00");
@@ -170,18 +177,14 @@ TEST(ExtraPins, AreLoggedByTheRulesOfWords) {
     bench.edit("frmMain.txtHexWordToSend", "1");
     // Two words are logged; what is set behind the limit is not.
     bench.session().ContinuousLogLimit = 2;
-    for (const int turn : {1, 3})
-        bench.loop.atTurn(turn, [&bench, turn] {
-            if (turn == 3)
-                bench.click("frmMain.cmdStopContinuous");
-            bench.program.mainForm().extraPins.optSetHighNow_Click(0);
-        });
-    bench.loop.atTurn(2, [&bench] { bench.program.mainForm().extraPins.optSetLowNow_Click(0); });
-    bench.click("frmMain.cmdSendContinuous");
+    ExtraPinRows& pins = bench.program.mainForm().extraPins;
+    bench.loop.atTurn(1, [&pins] { pins.optSetHighNow_Click(0); });
+    bench.loop.atTurn(2, [&pins] { pins.optSetLowNow_Click(0); });
+    bench.sendContinuously(3);
     const Texts log = bench.log();
-    EXPECT_EQ(std::count(log.begin(), log.end(), "Set HIGH: EN"), 2);
-    EXPECT_EQ(std::count(log.begin(), log.end(), "Set LOW: EN"), 0);
+    EXPECT_EQ(log.at(5), "Set HIGH: EN");
     EXPECT_EQ(log.back(), " ");
+    EXPECT_EQ(std::count(log.begin(), log.end(), "Set LOW: EN"), 0);
 }
 
 TEST(ExtraPins, BecomeLinesOfTheCommandsToSend) {
@@ -192,50 +195,56 @@ TEST(ExtraPins, BecomeLinesOfTheCommandsToSend) {
     EXPECT_TRUE(bench.log().empty());
 }
 
-TEST(ExtraPins, AreCheckedBeforeTheyAreApplied) {
-    const std::string conflict = "Pin Conflict!  Please select a different pin configuration.";
-    for (const auto& [pins, chipSelect, dataOut, messages] :
-         Rows<std::vector<Pin>, const char*, const char*, Texts>{
-             {{{"Data", 0, "", ""}},
-              "2",
-              "12",
-              {"No pin assignment was made for one or more Extra Pins."}},
-             {{{"Control", 3, "", ""}},
-              "2",
-              "12",
-              {"No pin assignment was made for one or more Extra Pins."}},
-             {{{"Data", 0, "2", ""}}, "2", "12", {conflict}},
-             {{{"Data", 0, "5", ""}, {"Data", 1, "5", ""}}, "2", "12", {conflict}},
-             {{{"Control", 0, "16", ""}, {"Control", 3, "16", ""}}, "2", "12", {conflict}},
-             {{{"Data", 0, "7", ""}}, "2", "7", {}},
-             {{}, "7", "7", {}},
-             {{{"Control", 0, "1", ""}}, "2", "12", {}},
-             {{{"Control", 0, "14", ""}}, "2", "12", {}}}) {
+TEST(ExtraPins, AndThoseOfTheWordAreCheckedBeforeTheyAreApplied) {
+    using Pins = std::vector<Pin>;
+    using Word = std::array<const char*, 4>; // CS, DI, CLK and DO
+    const char* const noPin = "No pin assignment was made for one or more Extra Pins.";
+    const char* const conflict = "Pin Conflict!  Please select a different pin configuration.";
+    const Word usual{"2", "3", "4", "12"};
+    const Rows<Pins, Word, std::string> cases{
+        {{}, {"2", "2", "4", "12"}, "2: CS DI;"},
+        {{}, {"2", "3", "2", "12"}, "2: CS CLK;"},
+        {{}, {"2", "4", "4", "12"}, "4: DI CLK;"},
+        {{}, {"7", "3", "4", "7"}, ""}, // DO is on another connector row
+        {{{"Data", 0, "", ""}}, usual, noPin},
+        {{{"Control", 3, "", ""}}, usual, noPin},
+        {{{"Data", 0, "2", ""}}, usual, "2: CS Data 0;"},
+        {{{"Data", 0, "5", ""}, {"Data", 1, "5", ""}}, usual, "5: Data 0 Data 1;"},
+        {{{"Control", 0, "16", ""}, {"Control", 3, "16", "LED"}}, usual, "16: Control 0 LED;"},
+        {{{"Data", 0, "3", ""}}, {"7", "3", "7", "7"}, "3: DI Data 0;7: CS CLK;"},
+        {{{"Data", 0, "7", ""}}, {"2", "3", "4", "7"}, ""},
+        {{{"Control", 0, "1", ""}}, usual, ""},
+        {{{"Control", 0, "14", ""}}, usual, ""}};
+    for (const auto& [pins, word, found] : cases) {
         TestBench bench;
         for (const Pin& pin : pins)
             enable(bench, pin);
         ConfigureDialog& dialog = bench.program.dialog();
-        dialog.cmbCS.setText(chipSelect);
-        dialog.cmbDO.setText(dataOut);
+        dialog.cmbCS.setText(word[0]);
+        dialog.cmbDI.setText(word[1]);
+        dialog.cmbCLK.setText(word[2]);
+        dialog.cmbDO.setText(word[3]);
+        const bool misses = found == noPin;
+        EXPECT_EQ(clashes(dialog), misses ? "" : found);
         bench.configure("8");
-        EXPECT_EQ(bench.boxes.takeTexts(), messages) << chipSelect << dataOut;
+        EXPECT_EQ(bench.boxes.takeTexts(),
+                  found.empty() ? Texts{} : Texts{misses ? noPin : conflict});
         // Hidden, as for a configuration file, the dialog does not look for conflicts.
         dialog.cmdApply_Click();
-        const bool stopsAlways = !messages.empty() && messages[0] != conflict;
-        EXPECT_EQ(bench.boxes.takeTexts(), stopsAlways ? messages : Texts{});
+        EXPECT_EQ(bench.boxes.takeTexts(), misses ? Texts{noPin} : Texts{}) << found;
+        EXPECT_EQ(bench.session().CSPin, misses ? 0 : word[0][0] - '2');
     }
 }
 
 TEST(ExtraPins, TurnToTheirPage) {
     TestBench bench;
+    const forms::Form& main = bench.program.mainForm();
     for (const std::string which : {"", "Now"}) {
         std::string shown;
         for (const int tab : {1, 2, 2, 1}) {
             bench.get<forms::TabStrip>("frmMain.TabStripLogPins" + which).click(tab);
             for (const int page : {1, 2})
-                if (bench.program.forms()
-                        .control(fmt::format("frmMain.frameLogPins{}({})", which, page))
-                        .visible())
+                if (main.control(fmt::format("frameLogPins{}({})", which, page)).visible())
                     shown += std::to_string(page);
         }
         EXPECT_EQ(shown, "1221");

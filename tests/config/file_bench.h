@@ -4,7 +4,15 @@
 
 #include <string>
 
+#include <gtest/gtest.h>
+
 namespace bitlux::test {
+
+/// One box was shown, whose text has this part.
+inline void expectBox(const Texts& texts, const std::string& part) {
+    ASSERT_EQ(texts.size(), 1U) << part;
+    EXPECT_NE(texts[0].find(part), std::string::npos) << texts[0];
+}
 
 /// A bench that opens and saves files.
 struct FileBench : BatchBench {
@@ -24,15 +32,6 @@ struct FileBench : BatchBench {
         fileDialogs.answer(name);
         choose("frmMain.itemSaveAs");
         return boxes.takeTexts();
-    }
-    [[nodiscard]] std::string chosen(const std::string& combo) {
-        return get<forms::ComboBox>("frmConfigureSPI." + combo).text();
-    }
-    bool option(const std::string& name) {
-        return get<forms::OptionButton>("frmConfigureSPI." + name).value();
-    }
-    int check(const std::string& name) {
-        return get<forms::CheckBox>("frmConfigureSPI." + name).value();
     }
 
     TemporaryFolder folder;

@@ -12,18 +12,13 @@ namespace bitlux::test {
 namespace {
 
 /// A port that is listed and cannot be opened.
-struct ClosedPort : ParallelPort {
-    ClosedPort() : ParallelPort(true) {}
+struct ClosedPort : SimulatedPort {
+    using SimulatedPort::SimulatedPort;
     [[noreturn]] static void fail() {
         throw Failure(Failure::Kind::PortUnusable, "The port is held by another program.");
     }
     std::int32_t Inp(std::int16_t) override { fail(); }
     void Outp(std::int16_t, std::int16_t) override { fail(); }
-    void EnablePorts(std::int16_t, std::int16_t) override {}
-    void DisablePorts(std::int16_t, std::int16_t) override {}
-    std::int16_t GetLPTPortAddress(std::int16_t number) override {
-        return number == 1 ? address378 : std::int16_t{0};
-    }
 };
 
 TEST(ConfigurationFile, IsNotDamagedByAPortThatCannotBeUsed) {
@@ -34,8 +29,8 @@ TEST(ConfigurationFile, IsNotDamagedByAPortThatCannotBeUsed) {
     writer.saveAs(name);
     const std::string content = contentOf(name);
 
-    ClosedPort port;
     TestBench around; // for its dongle, its clock and its desk
+    ClosedPort port(around.clock, makeDevice("none"));
     Program program({.port = port, .usb = around.dongle, .clock = around.clock},
                     around.desk.desk());
     program.Main();
@@ -102,8 +97,7 @@ TEST(ConfigurationFile, IsKeptWhenItHasMoreQuickCommandsThanThereAre) {
     std::filesystem::create_directory(name + "~");
     bench.click("frmConfigureSPI.cmdApply");
     bench.choose("frmMain.itemSave");
-    const Texts texts = bench.boxes.takeTexts();
-    EXPECT_NE(texts.at(0).find("Nothing was saved"), std::string::npos) << texts.at(0);
+    expectBox(bench.boxes.takeTexts(), "Nothing was saved");
     EXPECT_EQ(contentOf(name), one);
     EXPECT_EQ(bench.session().ConfigDirty, ConstOn);
 }
@@ -112,6 +106,7 @@ TEST(ConfigurationFile, TakesThePlaceOfAllThatWasThere) {
     FileBench bench;
     const std::string name = bench.folder.path("empty.spi");
     bench.saveAs(name);
+    EXPECT_TRUE(contentOf(name).ends_with("\r\n\"[QuickCommand]\",\"        \"\r\n"));
     bench.save("old");
     bench.setToSend({"old"});
     bench.saveBatch("old Batch");
@@ -121,6 +116,8 @@ TEST(ConfigurationFile, TakesThePlaceOfAllThatWasThere) {
     bench.loop.atTurn(9, [] { FAIL() << "the run went on"; });
     bench.click("frmMain.cmdSendContinuous");
     EXPECT_EQ(bench.names().items(), Texts{""});
+    EXPECT_EQ(bench.available(), Texts{""});
+    EXPECT_EQ(bench.session().QuickCommandTableEmpty, ConstOff);
     EXPECT_EQ(bench.session().BatchCount(), 1);
     EXPECT_EQ(bench.get<forms::ComboBox>("frmMain.cmbBatches").items(), Texts{});
     EXPECT_EQ(bench.sendLines(), Texts{});

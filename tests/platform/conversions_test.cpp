@@ -88,11 +88,5 @@ TEST(Letters, AreTheSameInEitherCase) {
         EXPECT_FALSE(equalIgnoringCase("{4b322ac1-ECA3}", other)) << other;
 }
 
-TEST(Hex, HasNoLeadingZeros) {
-    EXPECT_EQ(hex(0), "0");
-    EXPECT_EQ(hex(0xA5), "A5");
-    EXPECT_EQ(hex(~std::uint64_t{0}), "FFFFFFFFFFFFFFFF");
-}
-
 } // namespace
 } // namespace bitlux

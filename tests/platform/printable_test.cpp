@@ -1,5 +1,7 @@
 #include "platform/printable.h"
 
+#include "support/rows.h"
+
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
@@ -7,23 +9,23 @@ namespace {
 
 TEST(Printable, KeepsTextAndDisarmsTheRest) {
     using namespace std::string_view_literals;
-    struct Case {
-        std::string_view text;
-        const char* shown;
+    const Rows<std::string_view, const char*> cases{
+        {"", ""},
+        {"Word dongle", "Word dongle"},
+        {"0123456789AB", "0123456789AB"},
+        {"0123456789ABC", "0123456789AB..."},
+        {"\x1b[2J\a\x7f", "?[2J??"},
+        {"a\0b\nc"sv, "a?b?c"},
+        {"\xc2\xb5SPI", "\xc2\xb5SPI"},
+        {"\xe2\x82\xac \xf0\x9f\x98\x80", "\xe2\x82\xac \xf0\x9f\x98\x80"},
+        {"\xc2\x9b", "??"},                       // a control character of two bytes
+        {"\xe2\x82", "??"},                       // cut off
+        {"\xc2x\x80\xff", "?x??"},                // no UTF-8
+        {"\xc0\xaf\xf8z", "???z"},                // likewise
+        {"0123456789A\xc2\xb5", "0123456789A..."} // never half a character
     };
-    for (const Case& c : {
-             Case{"", ""}, Case{"Word dongle", "Word dongle"}, Case{"0123456789AB", "0123456789AB"},
-             Case{"0123456789ABC", "0123456789AB..."}, Case{"\x1b[2J\a\x7f", "?[2J??"},
-             Case{"a\0b\nc"sv, "a?b?c"}, Case{"\xc2\xb5SPI", "\xc2\xb5SPI"},
-             Case{"\xe2\x82\xac \xf0\x9f\x98\x80", "\xe2\x82\xac \xf0\x9f\x98\x80"},
-             Case{"\xc2\x9b", "??"},                        // a control character of two bytes
-             Case{"\xc2", "?"},                             // cut off
-             Case{"\xe2\x82", "??"},                        // likewise
-             Case{"\xc2x\x80\xff", "?x??"},                 // no UTF-8
-             Case{"\xc0\xaf\xf8z", "???z"},                 // likewise
-             Case{"0123456789A\xc2\xb5", "0123456789A..."}, // never half a character
-         })
-        EXPECT_EQ(printable(c.text, 12), c.shown) << c.text;
+    for (const auto& [text, shown] : cases)
+        EXPECT_EQ(printable(text, 12), shown) << text;
 }
 
 } // namespace

@@ -77,8 +77,14 @@ protected:
         return result;
     }
 
+    [[nodiscard]] std::string failureOnAFullDisk() const {
+        const FileSizeLimit limit(10'000);
+        return failureToWrite(file, {std::string(20'000, 'x')});
+    }
+
     TemporaryFolder folder;
     std::string file = folder.path("a.txt");
+    const std::string tooLarge = "The file \"" + file + "\" cannot be written: File too large.";
     const std::vector<std::string> untouched{"a.txt=old\n"};
 };
 
@@ -104,11 +110,7 @@ TEST_F(TextFile, StaysWholeWhenTheWriterFails) {
 }
 
 TEST_F(TextFile, StaysWholeWhenTheDiskIsFull) {
-    const std::string failure = inChild([this] {
-        const FileSizeLimit limit(10'000);
-        return failureToWrite(file, {std::string(20'000, 'x')});
-    });
-    EXPECT_EQ(failure, "The file \"" + file + "\" cannot be written: File too large.");
+    EXPECT_EQ(failureOnAFullDisk(), tooLarge);
     EXPECT_EQ(all(), untouched);
 }
 
@@ -160,26 +162,14 @@ TEST_F(TextFile, IsWrittenInPlaceWhereTheFolderTakesNoOther) {
     EXPECT_EQ(overwrite("old"), "");
     const std::vector<std::string> old{"a.txt=old\r\n"};
     EXPECT_EQ(all(), old);
-    const std::string full = asOrdinaryUser([this] {
-        const FileSizeLimit limit(10'000);
-        return failureToWrite(file, {std::string(20'000, 'x')});
-    });
-    EXPECT_EQ(full, "The file \"" + file + "\" cannot be written: File too large.");
+    EXPECT_EQ(asOrdinaryUser([this] { return failureOnAFullDisk(); }), tooLarge);
     EXPECT_EQ(all(), old);
 }
 
 TEST_F(TextFile, TakesNoHalfOfALine) {
-    const std::string failure = inChild([this] {
-        const FileSizeLimit limit(10);
-        try {
-            appendLine(file, "more");
-            appendLine(file, "and more"); // for which there is no room
-        } catch (const Failure& met) {
-            return std::string(met.what());
-        }
-        return std::string();
-    });
-    EXPECT_EQ(failure, "The file \"" + file + "\" cannot be written: File too large.");
+    const FileSizeLimit limit(10);
+    appendLine(file, "more");
+    EXPECT_EQ(failureOf([this] { appendLine(file, "and more"); }), tooLarge); // without room
     EXPECT_EQ(all(), std::vector<std::string>{"a.txt=old\nmore\r\n"});
 }
 

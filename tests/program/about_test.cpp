@@ -11,32 +11,26 @@ struct CountedTool : SystemInformation {
     int starts = 0;
 };
 
-TEST(AboutForm, TellsVersionAndBuildAndStartsTheSystemsTool) {
-    VirtualClock clock;
-    VirtualBench bench(clock, makeDevice("loopback"));
-    ScriptedDesk scripted(clock);
-    CountedTool tool;
-    Desk desk = scripted.desk();
-    desk.systemInformation = &tool;
-    Program program(bench.hardware(), desk);
-    program.Main();
-    program.mainForm().itemAbout.click();
-    AboutForm& form = program.aboutForm();
-    EXPECT_TRUE(form.visible());
-    EXPECT_TRUE(form.lblVersion.caption().starts_with("Version 0."));
-    EXPECT_EQ(form.lblBuild.caption(), "Build 4457");
-    form.cmdSysInfo.click();
-    EXPECT_EQ(tool.starts, 1);
-    form.cmdOK.click();
-    EXPECT_FALSE(form.visible());
-}
-
-TEST(AboutForm, OffersNoToolWhereThereIsNone) {
-    TestBench bench;
-    bench.choose("frmMain.itemAbout");
-    EXPECT_FALSE(bench.program.aboutForm().cmdSysInfo.enabled());
-    bench.program.aboutForm().call("cmdSysInfo_Click");
-    EXPECT_TRUE(bench.boxes.shown().empty());
+TEST(AboutForm, TellsVersionAndBuildAndStartsTheSystemsToolWhereThereIsOne) {
+    for (const bool withTool : {true, false}) {
+        TestBench around; // for its hardware and its desk
+        CountedTool tool;
+        Desk desk = around.desk.desk();
+        desk.systemInformation = withTool ? &tool : nullptr;
+        Program program(around.bench.hardware(), desk);
+        program.Main();
+        program.mainForm().itemAbout.click();
+        AboutForm& form = program.aboutForm();
+        EXPECT_TRUE(form.visible());
+        EXPECT_TRUE(form.lblVersion.caption().starts_with("Version 0."));
+        EXPECT_EQ(form.lblBuild.caption(), "Build 4457");
+        EXPECT_EQ(form.cmdSysInfo.enabled(), withTool);
+        form.call("cmdSysInfo_Click");
+        EXPECT_EQ(tool.starts, withTool ? 1 : 0);
+        form.cmdOK.click();
+        EXPECT_FALSE(form.visible());
+        EXPECT_TRUE(around.boxes.shown().empty());
+    }
 }
 
 } // namespace

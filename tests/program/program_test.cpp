@@ -2,7 +2,6 @@
 #include "support/test_bench.h"
 
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -15,21 +14,17 @@ namespace {
 TEST(Program, StartsWithItsDefaults) {
     TestBench bench;
     const Session& s = bench.session();
-    EXPECT_EQ(fmt::format("{} {} {} {} {} {} {} {} {} {}", s.BuildNumber, s.SPIWordLength,
-                          s.MaxSPIBits, s.SPIType, s.MSBFirst == ConstOn, s.DisplayHex,
-                          s.SPIBaudRate, s.LPTPortAddresses[0], s.SessionLogCapacity,
-                          s.ContinuousLogLimit),
-              "4457 8 160 1 true 0 64 888 20000 5");
+    EXPECT_EQ(fmt::format("{} {} {} {} {} {} {} {} {}", s.BuildNumber, s.SPIWordLength,
+                          s.MaxSPIBits, s.SPIType, s.DisplayHex, s.SPIBaudRate,
+                          s.LPTPortAddresses[0], s.SessionLogCapacity, s.ContinuousLogLimit),
+              "4457 8 160 1 0 64 888 20000 5");
     EXPECT_FALSE(s.ParallelPortReady || s.USBReady || s.LinkFailed);
-    EXPECT_EQ(s.SessionLogEnabled, ConstOn);
-    EXPECT_EQ(s.ContinuousLogEnabled, ConstOn);
+    for (const Flag on :
+         {s.MSBFirst, s.SessionLogEnabled, s.ContinuousLogEnabled, s.QuickCommandTableEmpty})
+        EXPECT_EQ(on, ConstOn);
     EXPECT_EQ(s.ConfigDirty, ConstOff);
-    EXPECT_EQ(s.QuickCommandTableEmpty, ConstOn);
     EXPECT_EQ(s.SingleWordBits, std::vector<std::int16_t>(9, 0));
-}
 
-TEST(Program, ShowsTheMainFormWithEightBitsAndTwoTabs) {
-    TestBench bench;
     const auto visible = [&](const char* name) {
         return bench.program.forms().control(name).visible();
     };
@@ -41,16 +36,11 @@ TEST(Program, ShowsTheMainFormWithEightBitsAndTwoTabs) {
     EXPECT_TRUE(bench.boxes.shown().empty());
 }
 
-TEST(Program, LeavesThePortAloneUntilItIsSetUp) {
+TEST(Program, TouchesThePortWhenItIsSetUpAndLeavesItIdle) {
     TestBench bench;
     EXPECT_EQ(bench.clock.nanoseconds(), 0);
     bench.configure("8");
     EXPECT_EQ(bench.clock.nanoseconds(), SimulatedPort::accessTime);
-}
-
-TEST(Program, LeavesThePinsIdleAtItsEnd) {
-    TestBench bench;
-    bench.configure("8");
     bench.session().WordToSend.assign(8, 7); // stops in the word, chip select asserted
     bench.program.engine().SendSPI();
     EXPECT_EQ(accessesOf(bench, [&] { bench.program.end(); }), "01");
@@ -82,8 +72,8 @@ TEST(Program, OpensTheFileThatTheCommandLineNames) {
         folder.write("with blanks \u00FC.spi", "\"Bitlux Forge Configuration File\",0\r\n"
                                                "\"[PartName]\",\"from the file\"\r\n");
     const auto start = [](const std::string& commandLine) {
-        return std::make_unique<TestBench>("loopback", std::vector<std::string>{},
-                                           TestBench::WithDongle::No, commandLine);
+        return std::make_unique<TestBench>("loopback", Texts{}, TestBench::WithDongle::No,
+                                           commandLine);
     };
     const auto opened = start(name);
     EXPECT_EQ(opened->text("frmConfigureSPI.txtPartName"), "from the file");
@@ -93,8 +83,7 @@ TEST(Program, OpensTheFileThatTheCommandLineNames) {
     for (const std::string& bad : {"\"" + name + "\"", folder.path(), folder.path("none.spi")}) {
         const auto bench = start(bad);
         EXPECT_EQ(bench->boxes.takeTexts(),
-                  std::vector<std::string>{
-                      "Invalid configuration file name specified on the command line."});
+                  Texts{"Invalid configuration file name specified on the command line."});
         EXPECT_EQ(bench->session().ConfigFileName, "");
         EXPECT_TRUE(bench->program.mainForm().visible());
     }
@@ -114,21 +103,22 @@ struct DirtyBench : TestBench {
     std::string name = folder.path("end.spi");
 };
 
+const auto roads = {+[](DirtyBench& bench) { bench.choose("frmMain.itemExit"); },
+                    +[](DirtyBench& bench) { bench.program.close(); },
+                    +[](DirtyBench& bench) { bench.program.mainForm().call("Form_Unload"); }};
+
 TEST(Program, AsksOnceBeforeItEndsByWhicheverRoad) {
-    const auto roads = {+[](DirtyBench& bench) { bench.choose("frmMain.itemExit"); },
-                        +[](DirtyBench& bench) { bench.program.close(); },
-                        +[](DirtyBench& bench) { bench.program.mainForm().call("Form_Unload"); }};
     for (const auto& road : roads) {
         DirtyBench bench;
         int ends = 0;
         const Subscription watch = bench.program.ended.follow([&ends] { ++ends; });
         bench.boxes.answer(MessageBox::Answer::Yes);
         road(bench);
-        ASSERT_EQ(bench.boxes.shown().size(), 1U);
-        EXPECT_EQ(bench.boxes.shown()[0].title, "Last Chance to Save");
-        EXPECT_EQ(bench.boxes.shown()[0].text, "Save configuration before exiting?");
-        EXPECT_EQ(bench.boxes.shown()[0].buttons, MessageBox::Buttons::YesNo);
-        EXPECT_EQ(bench.boxes.shown()[0].icon, MessageBox::Icon::Question);
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Save configuration before exiting?"});
+        const MessageBox& box = bench.boxes.shown().front();
+        EXPECT_EQ(box.title, "Last Chance to Save");
+        EXPECT_EQ(box.buttons, MessageBox::Buttons::YesNo);
+        EXPECT_EQ(box.icon, MessageBox::Icon::Question);
         EXPECT_NE(contentOf(bench.name).find("\"[PartName]\",\"typed\""), std::string::npos);
         bench.program.close();
         bench.program.end();
@@ -154,26 +144,23 @@ TEST(Program, StaysWhenTheSaveThatWasWantedFails) {
          Rows<std::string, std::optional<std::string>, std::size_t>{
              {"nowhere/x.spi", {}, 2}, {"", {}, 1}, {"", "", 2}}) {
         DirtyBench bench;
-        Program& program = bench.program;
         const auto wantSave = [&bench, file = fileName, given = answer] {
             bench.session().ConfigFileName = file.empty() ? "" : bench.folder.path(file);
             bench.fileDialogs.answer(given);
             bench.boxes.answer(MessageBox::Answer::Yes);
         };
-        for (const auto& road : {std::function<void()>([&] { bench.choose("frmMain.itemExit"); }),
-                                 {[&] { program.close(); }},
-                                 {[&] { program.mainForm().call("Form_Unload"); }}}) {
+        for (const auto& road : roads) {
             wantSave();
-            road();
-            EXPECT_TRUE(program.running());
+            road(bench);
+            EXPECT_TRUE(bench.program.running());
             EXPECT_EQ(bench.session().ConfigDirty, ConstOn);
             EXPECT_EQ(bench.boxes.takeTexts().size(), boxes);
         }
         bench.send("5A");
         EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "5A");
         wantSave();
-        program.close(Program::Closing::System);
-        EXPECT_FALSE(program.running());
+        bench.program.close(Program::Closing::System);
+        EXPECT_FALSE(bench.program.running());
     }
 }
 

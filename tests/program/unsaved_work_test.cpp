@@ -53,12 +53,10 @@ TEST(UnsavedWork, IsKeptEveryTwoMinutesWhileThereIsSome) {
     bench.open("board.spi");
     bench.saveAs("board.spi"); // as it looks when it was opened
     bench.open("board.spi");
-    EXPECT_EQ(bench.session().ConfigDirty, ConstOn);
     EXPECT_FALSE(bench.work().differs()) << "it was merely opened";
     bench.pass(121'000);
     EXPECT_EQ(bench.draft(), "");
     bench.type("ADC");
-    EXPECT_TRUE(bench.work().differs());
     bench.pass(118'999);
     EXPECT_EQ(bench.draft(), "");
     bench.pass(1);
@@ -68,7 +66,6 @@ TEST(UnsavedWork, IsKeptEveryTwoMinutesWhileThereIsSome) {
               fmt::format("{}\"[RecoveredFrom]\",\"{}\"\r\n", expected, user.path("board.spi")));
     // Undone, it goes at the next look, and done again it comes.
     bench.type("Generic");
-    EXPECT_FALSE(bench.work().differs());
     bench.pass(120'000);
     EXPECT_EQ(bench.draft(), "");
     bench.type("ADC");
@@ -76,7 +73,6 @@ TEST(UnsavedWork, IsKeptEveryTwoMinutesWhileThereIsSome) {
     EXPECT_NE(bench.draft(), "");
     bench.choose("frmMain.itemSave");
     EXPECT_EQ(bench.draft(), "");
-    EXPECT_FALSE(bench.work().differs());
     EXPECT_EQ(bench.origins(), Texts{});
 }
 

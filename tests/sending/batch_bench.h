@@ -10,9 +10,25 @@ namespace bitlux::test {
 
 constexpr std::int64_t millisecond = 1'000'000;
 
+/// The five run buttons: + visible and enabled, - visible and disabled, . hidden; in the order
+/// Send Once, Cancel, Send Continuously, Stop, Abort.
+inline std::string runButtons(TestBench& bench) {
+    std::string state;
+    for (const char* name :
+         {"cmdSendOnce", "cmdCancelSingle", "cmdSendContinuous", "cmdStopContinuous", "cmdAbort"}) {
+        const forms::Control& button = bench.program.mainForm().control(name);
+        state += !button.visible() ? '.' : button.enabled() ? '+' : '-';
+    }
+    return state;
+}
+constexpr const char* idleButtons = "+.+..";
+
 /// A bench in hexadecimal display that works with Quick Commands and the Batch page.
 struct BatchBench : TestBench {
-    explicit BatchBench(const std::string& bits = "8") { configure(bits); }
+    explicit BatchBench(const std::string& bits = "8", WithDongle withDongle = WithDongle::No)
+        : TestBench("loopback", {}, withDongle) {
+        configure(bits);
+    }
 
     forms::ComboBox& names() { return get<forms::ComboBox>("frmMain.cmbMasterQCList"); }
     forms::ListBox& toSend() { return get<forms::ListBox>("frmMain.lstCommandsToSend"); }
@@ -33,6 +49,11 @@ struct BatchBench : TestBench {
         setToSend(lines);
         click("frmMain.cmdSendOnce");
         return boxes.takeTexts();
+    }
+    /// Sends continuously until the n-th turn of the loop.
+    void sendContinuously(int turns) {
+        loop.atTurn(turns, [this] { click("frmMain.cmdStopContinuous"); });
+        click("frmMain.cmdSendContinuous");
     }
     bool dirty() {
         const bool dirty = session().ConfigDirty == ConstOn;

@@ -94,14 +94,10 @@ TEST(AddWait, TakesNumbersThatFit) {
         bench.get<forms::ComboBox>("frmAddWait.cmbUnits").edit(unit);
         bench.get<forms::TextBox>("frmAddWait.txtWaitTime").key(forms::KeyCode::Enter);
         const bool added = message == nullptr;
-        if (added) {
-            EXPECT_EQ(bench.sendLines(), Texts{"* Wait " + number + " " + unit});
-            EXPECT_TRUE(bench.boxes.shown().empty()) << number << unit;
-        } else {
-            EXPECT_EQ(bench.sendLines(), Texts{}) << number << unit;
-            EXPECT_EQ(bench.boxes.takeTexts(), Texts{message}) << number << unit;
-        }
-        EXPECT_EQ(form.visible(), !added) << number << unit;
+        const Texts line{"* Wait " + number + " " + unit};
+        EXPECT_EQ(bench.sendLines(), added ? line : Texts{});
+        EXPECT_EQ(bench.boxes.takeTexts(), added ? Texts{} : Texts{message}) << line[0];
+        EXPECT_EQ(form.visible(), !added) << line[0];
         bench.click("frmAddWait.cmdCancel");
         EXPECT_FALSE(form.visible());
     }
@@ -152,23 +148,21 @@ TEST(Batches, NeedAName) {
 }
 
 TEST(Batches, AreDeleted) {
-    const Rows<int, std::vector<MessageBox::Answer>, const char*, Texts> cases{
-        {0, {yes}, "B|line of B|C|line of C|", {"line of B"}},
-        {1, {yes}, "A|line of A|C|line of C|", {"line of A"}},
-        {2, {yes}, "A|line of A|B|line of B|", {"line of A"}},
-        {1, {no}, "A|line of A|B|line of B|C|line of C|", {"line of B"}},
-    };
-    for (const auto& [selected, answers, left, loaded] : cases) {
+    const Rows<int, MessageBox::Answer, const char*, Texts> cases{
+        {0, yes, "B|line of B|C|line of C|", {"line of B"}},
+        {1, yes, "A|line of A|C|line of C|", {"line of A"}},
+        {2, yes, "A|line of A|B|line of B|", {"line of A"}},
+        {1, no, "A|line of A|B|line of B|C|line of C|", {"line of B"}}};
+    for (const auto& [selected, answer, left, loaded] : cases) {
         ThreeBatches bench;
         bench.batches().select(selected);
-        for (const auto answer : answers)
-            bench.boxes.answer(answer);
+        bench.boxes.answer(answer);
         bench.click("frmMain.cmdDeleteBatch");
         EXPECT_EQ(bench.boxes.takeTexts(), Texts{sure}) << selected;
         EXPECT_EQ(bench.boxes.shown().back().title, "Delete Batch");
         EXPECT_EQ(bench.all(), left) << selected;
         EXPECT_EQ(bench.sendLines(), loaded) << selected;
-        EXPECT_EQ(bench.dirty(), answers[0] == yes) << selected;
+        EXPECT_EQ(bench.dirty(), answer == yes) << selected;
     }
 }
 

@@ -18,8 +18,9 @@ struct RunBench : BatchBench {
         openBatchPage();
     }
     MultipleRun& run() { return program.mainForm().multiple; }
-    /// The log in short: words as they were sent, texts as they stand.
+    /// The log behind a run, in short: words as they were sent, texts as they stand.
     Texts logged() {
+        EXPECT_EQ(runButtons(*this), idleButtons);
         Texts result;
         const Texts all = log();
         for (std::size_t i = 0; i < all.size(); ++i)
@@ -37,19 +38,6 @@ struct RunBench : BatchBench {
         action();
         return clock.nanoseconds() - start;
     }
-    bool idle() {
-        const RunControls& controls = program.mainForm().run;
-        return controls.cmdSendOnce.visible() && controls.cmdSendOnce.enabled() &&
-               controls.cmdSendContinuous.visible() && controls.cmdSendContinuous.enabled() &&
-               !controls.cmdCancelSingle.visible() && !controls.cmdStopContinuous.visible() &&
-               !controls.cmdAbort.visible();
-    }
-    /// Sends continuously until the n-th turn of the loop.
-    void playContinuously(const Texts& lines, int turns) {
-        setToSend(lines);
-        loop.atTurn(turns, [this] { click("frmMain.cmdStopContinuous"); });
-        click("frmMain.cmdSendContinuous");
-    }
 };
 
 TEST(MultipleRun, PlaysTheLines) {
@@ -64,12 +52,10 @@ TEST(MultipleRun, PlaysTheLines) {
         {{"a", "", "b"}, {"0A"}, {noCommand}},
         {{"* Wait 0 ms", "a"}, {"Waiting 0 ms ...", "Done Waiting", "0A"}, {}},
         {{"* Wait 5 weeks", "a"}, {}, {noUnit}},
-        {{"* Wait", "a"}, {}, {noUnit}},
         {{"* Wait x s", "a"}, {"Waiting x s ..."}, {"Type mismatch: the text is no number"}},
         {{"* Wait 1e400 s", "a"}, {"Waiting 1e400 s ..."}, {"Overflow"}},
         {{"* Wait 1  s", "a"}, {}, {noUnit}},
         {{"*", "a"}, {}, {noMatch}},
-        {{"* ", "a"}, {}, {noMatch}},
         {{"* pause", "a"}, {}, {noMatch}},
         {{"* Set HIGH: NO PIN", "a"}, {"0A"}, {}},
         {{"* Set HIGH: WAKE UP", "* Set HIGH: WAKE UP", "* Set LOW: WAKE UP", "* Set LOW: WAKE UP"},
@@ -84,7 +70,6 @@ TEST(MultipleRun, PlaysTheLines) {
         bench.program.mainForm().extraPins.fill({"RESET", "WAKE UP"});
         EXPECT_EQ(bench.play(lines), boxes) << lines[0];
         EXPECT_EQ(bench.logged(), log) << lines[0];
-        EXPECT_TRUE(bench.idle()) << lines[0];
         EXPECT_EQ(bench.session().DataPortPins.level(5), 0) << lines[0];
     }
 }
@@ -92,36 +77,30 @@ TEST(MultipleRun, PlaysTheLines) {
 TEST(MultipleRun, TellsOfPinsThatAreNotThereUntilTheNextRun) {
     RunBench bench;
     nameDataPin(bench.session(), 5, "WAKE");
-    const auto showPins = [&bench](const Texts& names) {
-        bench.program.mainForm().extraPins.fill(names);
-    };
-    showPins({"WAKE"});
+    ExtraPinRows& pins = bench.program.mainForm().extraPins;
+    pins.fill({"WAKE"});
     bench.play({"gone"});
     EXPECT_EQ(bench.notice(), "There is no Quick Command \"gone\"");
     bench.play({"* Wait 1 ms", "* Set LOW: A", "a", "* Set HIGH: WAKE", "* Set HIGH: B"});
     EXPECT_EQ(bench.notice(), "Line 2: there is no extra pin \"A\", nor those of 1 more line");
-    showPins({"WAKE", "A"});
+    pins.fill({"WAKE", "A"});
     EXPECT_EQ(bench.notice(), "Line 5: there is no extra pin \"B\"");
     bench.play({"* Set LOW: WAKE", "a"});
     EXPECT_EQ(bench.notice(), "");
     // In a continuous run a later pass says it on.
-    bench.playContinuously({"* Set LOW: B", "a"}, 3);
+    bench.setToSend({"* Set LOW: B", "a"});
+    bench.sendContinuously(3);
     EXPECT_EQ(bench.notice(), "Line 1: there is no extra pin \"B\"");
 }
 
 TEST(MultipleRun, WaitsAsLongAsItSays) {
     RunBench bench;
     for (const auto& [wait, milliseconds] :
-         Rows<std::string, std::int64_t>{{"0 ms", 0},
-                                         {"1 ms", 1},
-                                         {"1.5 s", 1500},
-                                         {"2 min", 120'000},
-                                         {"3 hrs", 10'800'000},
-                                         {"23 days", 1'987'200'000},
-                                         {"-4 s", 0}}) {
+         {row("0 ms", 0), row("1 ms", 1), row("1.5 s", 1500), row("2 min", 120'000),
+          row("3 hrs", 10'800'000), row("23 days", 1'987'200'000), row("-4 s", 0)}) {
         const std::int64_t start = bench.clock.nanoseconds();
         const int turns = bench.loop.turns();
-        EXPECT_EQ(bench.play({"* Wait " + wait}), Texts{});
+        EXPECT_EQ(bench.play({fmt::format("* Wait {}", wait)}), Texts{});
         EXPECT_EQ(bench.clock.nanoseconds() - start, milliseconds * millisecond) << wait;
         EXPECT_LE(bench.loop.turns() - turns, 2) << wait << ": it sleeps";
     }
@@ -136,84 +115,64 @@ TEST(MultipleRun, PausesUntilTheUserGoesOn) {
             if (goOn)
                 bench.loop.atTurn(1, [&] { bench.click("frmMain.cmdStopContinuous"); });
             bench.click(button);
-            const MessageBox& box = bench.boxes.shown().at(0);
-            EXPECT_EQ(box.text, "SPI routine paused.  Click OK to continue,\r\n"
-                                "or click Cancel to stop.");
+            EXPECT_EQ(bench.boxes.takeTexts(),
+                      Texts{"SPI routine paused.  Click OK to continue,\r\n"
+                            "or click Cancel to stop."});
+            const MessageBox& box = bench.boxes.shown().front();
             EXPECT_EQ(box.title, "SPI Transfers Paused");
             EXPECT_EQ(box.buttons, MessageBox::Buttons::OkCancel);
             EXPECT_EQ(box.icon, MessageBox::Icon::Information);
-            EXPECT_EQ(bench.boxes.shown().size(), 1U);
             EXPECT_EQ(bench.logged(), goOn ? (Texts{"0A", "0B"}) : Texts{"0A"}) << button;
-            EXPECT_TRUE(bench.idle()) << button;
         }
 }
 
 TEST(MultipleRun, EndsAWaitAtOnceAndPlaysTheRest) {
-    for (const bool once : {true, false}) {
-        const std::string start = once ? "frmMain.cmdSendOnce" : "frmMain.cmdSendContinuous";
+    for (const auto& [start, stop] :
+         {row("cmdSendOnce", "cmdCancelSingle"), row("cmdSendContinuous", "cmdStopContinuous")}) {
         RunBench bench;
+        forms::Form& form = bench.program.mainForm();
+        forms::Control& startButton = form.control(start);
+        forms::Control& stopButton = form.control(stop);
         bench.setToSend({"* Wait 1 hrs", "a", "* Wait 1 hrs", "b"});
         const std::int64_t at = bench.clock.nanoseconds() + 7 * millisecond;
         bench.loop.atTime(at - 5 * millisecond, [] {}); // an event that is none of its business
-        bench.loop.atTime(at, [&] {
-            bench.click(once ? "frmMain.cmdCancelSingle" : "frmMain.cmdStopContinuous");
-        });
-        EXPECT_LT(bench.elapsedIn([&] { bench.click(start); }), 8 * millisecond) << start;
+        bench.loop.atTime(at, [&] { stopButton.click(); });
+        EXPECT_LT(bench.elapsedIn([&] { startButton.click(); }), 8 * millisecond) << start;
         EXPECT_EQ(bench.logged(), (Texts{"Waiting 1 hrs ...", "Done Waiting", "0A",
                                          "Waiting 1 hrs ...", "Done Waiting", "0B"}))
             << start;
-        EXPECT_TRUE(bench.idle()) << start;
     }
 }
 
 TEST(MultipleRun, WaitsOnWhileTheUserWorksElsewhere) {
     constexpr std::int64_t second = 1000 * millisecond;
-    for (const char* start : {"frmMain.cmdSendOnce", "frmMain.cmdSendContinuous"}) {
-        const bool once = start == std::string("frmMain.cmdSendOnce");
-        RunBench bench;
-        bench.setToSend({"* Wait 600 s", "a"});
-        const std::int64_t at = bench.clock.nanoseconds();
-        auto& tabs = bench.get<forms::TabStrip>("frmMain.TabStripMain");
-        const RunControls& run = bench.program.mainForm().run;
-        bench.loop.atTime(at + 5 * second, [&] {
-            if (once) // a change of page stops a continuous run
-                tabs.click(1);
-            bench.edit("frmMain.txtHexWordToSend", "3C");
-        });
-        bench.loop.atTime(at + 6 * second, [&] {
-            if (once) {
-                bench.get<forms::TextBox>("frmMain.txtHexWordToSend").key(forms::KeyCode::Enter);
-                EXPECT_TRUE(run.cmdCancelSingle.visible());
-                EXPECT_FALSE(run.cmdSendOnce.visible());
-                EXPECT_FALSE(run.cmdSendContinuous.enabled());
-            }
-        });
-        bench.loop.atTime(at + 601 * second, [&] { bench.click("frmMain.cmdStopContinuous"); });
-        EXPECT_EQ(bench.elapsedIn([&] { bench.click(start); }) / second, once ? 600 : 601);
-        EXPECT_EQ(bench.logged()[1], once ? "3C" : "Done Waiting");
-        EXPECT_TRUE(bench.idle());
-    }
+    RunBench bench;
+    bench.setToSend({"* Wait 600 s", "a"});
+    bench.loop.atTime(bench.clock.nanoseconds() + 5 * second, [&] {
+        bench.get<forms::TabStrip>("frmMain.TabStripMain").click(1);
+        bench.edit("frmMain.txtHexWordToSend", "3C");
+        bench.get<forms::TextBox>("frmMain.txtHexWordToSend").key(forms::KeyCode::Enter);
+        EXPECT_EQ(runButtons(bench), ".+-.+");
+    });
+    EXPECT_EQ(bench.elapsedIn([&] { bench.click("frmMain.cmdSendOnce"); }) / second, 600);
+    EXPECT_EQ(bench.logged().at(1), "3C");
 }
 
 TEST(MultipleRun, CancelEndsTheRunThatAnotherBeganInToo) {
     RunBench bench;
     bench.setToSend({"* Wait 1 hrs", "a"});
+    RunControls& run = bench.program.mainForm().run;
     const std::int64_t at = bench.clock.nanoseconds();
-    for (const int n : {1, 2}) // the second within the wait of the first
-        bench.loop.atTime(at + n * millisecond, [&, n] {
-            n == 1 ? bench.program.mainForm().run.cmdSendOnce_Click()
-                   : bench.program.mainForm().run.cmdCancelSingle.click();
-        });
-    EXPECT_LT(bench.elapsedIn([&] { bench.click("frmMain.cmdSendContinuous"); }), 3 * millisecond);
-    EXPECT_TRUE(bench.idle());
+    bench.loop.atTime(at + millisecond, [&run] { run.cmdSendOnce_Click(); });
+    bench.loop.atTime(at + 2 * millisecond, [&run] { run.cmdCancelSingle.click(); });
+    EXPECT_LT(bench.elapsedIn([&run] { run.cmdSendContinuous.click(); }), 3 * millisecond);
+    EXPECT_EQ(bench.logged().back(), "0A");
 }
 
 TEST(MultipleRun, AbortEndsItWithNothingMoreGoingOut) {
     const auto abort = [](RunBench& bench) { bench.click("frmMain.cmdAbort"); };
-    const Texts first{"Waiting 1 hrs ...", "Wait Aborted"};
     const Rows<const char*, std::string, std::function<void(RunBench&)>, Texts> cases{
-        {"once", "frmMain.cmdSendOnce", abort, first},
-        {"continuously", "frmMain.cmdSendContinuous", abort, first},
+        {"continuously", "frmMain.cmdSendContinuous", abort, {"Waiting 1 hrs ...", "Wait Aborted"}},
         {"behind Cancel",
          "frmMain.cmdSendOnce",
          [&](RunBench& bench) {
@@ -245,14 +204,10 @@ TEST(MultipleRun, AbortEndsItWithNothingMoreGoingOut) {
         bench.click(start);
         EXPECT_LT(bench.clock.nanoseconds() - at, 2 * millisecond) << what;
         EXPECT_EQ(bench.logged(), log) << what;
-        EXPECT_TRUE(bench.idle()) << what;
     }
 }
 
 TEST(MultipleRun, LogsAContinuousRunByItsRules) {
-    Texts everyPass;
-    for (int pass = 0; pass < 4; ++pass) // a wait has a turn of the loop, and so has a pass
-        everyPass.insert(everyPass.end(), {"0A", "Waiting 0 s ...", "Done Waiting"});
     const Rows<const char*, Texts, Texts> cases{
         {"optLogFixedNumber",
          {"a", "b"},
@@ -260,7 +215,7 @@ TEST(MultipleRun, LogsAContinuousRunByItsRules) {
         {"optLogFixedNumber",
          {"a", "* Wait 0 s"},
          {"0A", "Waiting 0 s ...", "Done Waiting", "0A", "Waiting 0 s ...", "Done Waiting"}},
-        {"optLogForever", {"a", "* Wait 0 s"}, everyPass},
+        {"optLogForever", {"a", "b"}, {"0A", "0B", "0A", "0B", "0A", "0B", "0A", "0B"}},
         {"optLogOff", {"a", "b"}, {"Continuous Send Log Disabled"}},
         {"optLogOff", {"* Wait 0 s", "a"}, {}},
     };
@@ -271,7 +226,8 @@ TEST(MultipleRun, LogsAContinuousRunByItsRules) {
         bench.session().ContinuousLogEnabled =
             option == std::string("optLogOff") ? ConstOff : ConstOn;
         bench.session().ContinuousLogLimit = 2;
-        bench.playContinuously(lines, 8);
+        bench.setToSend(lines);
+        bench.sendContinuously(4);
         EXPECT_EQ(bench.logged(), log) << option << " " << lines[0];
     }
 }
@@ -285,7 +241,7 @@ TEST(MultipleRun, SleepsWithAnEmptyListUntilThereIsSomethingOrItIsStopped) {
     bench.loop.atTime(at + 60'001 * millisecond, [&] { bench.click("frmMain.cmdStopContinuous"); });
     bench.click("frmMain.cmdSendContinuous");
     EXPECT_LT(bench.loop.turns() - turns, 200);
-    EXPECT_TRUE(bench.idle());
+    EXPECT_EQ(runButtons(bench), idleButtons);
     EXPECT_EQ(bench.play({}), Texts{"Nothing to send."});
 }
 
@@ -302,19 +258,10 @@ TEST(MultipleRun, RefusesAFullLog) {
 TEST(MultipleRun, GoesOnAfterAFailedTransfer) {
     RunBench bench;
     bench.session().ParallelPortReady = false;
-    int boxes = 0;
     for (int presses = 1; presses <= 2; ++presses) {
-        boxes += static_cast<int>(bench.play({"a", "* Wait 1 s", "b"}).size());
-        EXPECT_EQ(boxes, presses) << "once a run, not once a word";
+        EXPECT_EQ(bench.play({"a", "* Wait 1 s", "b"}).size(), 1U) << "not once a word";
         EXPECT_EQ(bench.logged(), (Texts{"Waiting 1 s ...", "Done Waiting"}));
     }
-    bench.get<forms::TabStrip>("frmMain.TabStripMain").click(1);
-    bench.send("A5");
-    EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "xx") << "there was no answer";
-    EXPECT_EQ(bench.logged(), Texts{});
-    bench.session().ParallelPortReady = true;
-    bench.send("A5");
-    EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "A5");
 }
 
 TEST(MultipleRun, LivesThroughChangesDuringAWait) {
@@ -343,7 +290,7 @@ TEST(MultipleRun, LivesThroughChangesDuringAWait) {
         bench.loop.atTime(bench.clock.nanoseconds() + millisecond,
                           [&bench, act = change] { act(bench); });
         EXPECT_EQ(bench.play({"* Wait 1 s", "a"}), boxes) << what;
-        EXPECT_TRUE(bench.idle()) << what;
+        EXPECT_EQ(runButtons(bench), idleButtons) << what;
         EXPECT_FALSE(bench.run().progress()) << what;
     }
 }
@@ -360,7 +307,8 @@ TEST(MultipleRun, ShowsWhereItIs) {
     bench.play({"a", "* Wait 5 ms"});
     EXPECT_EQ(seen, "1.0/2:0 1.1/2:0 1.1/2:5 1.1/2:0 - ");
     seen.clear();
-    bench.playContinuously({"a"}, 2);
+    bench.setToSend({"a"});
+    bench.sendContinuously(2);
     EXPECT_EQ(seen, "1.0/1:0 - 2.0/1:0 - ");
 }
 

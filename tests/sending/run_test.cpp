@@ -1,47 +1,31 @@
-#include "support/test_bench.h"
+#include "batch_bench.h"
 
 #include <gtest/gtest.h>
 
 namespace bitlux::test {
 namespace {
 
-/// The five run buttons: + visible and enabled, - visible and disabled, . hidden; in the order
-/// Send Once, Cancel, Send Continuously, Stop, Abort.
-std::string buttons(TestBench& bench) {
-    std::string state;
-    for (const char* name :
-         {"cmdSendOnce", "cmdCancelSingle", "cmdSendContinuous", "cmdStopContinuous", "cmdAbort"}) {
-        const forms::Control& button =
-            bench.program.forms().control(std::string("frmMain.") + name);
-        state += !button.visible() ? '.' : button.enabled() ? '+' : '-';
-    }
-    return state;
-}
-
 int wordsIn(TestBench& bench) {
     return static_cast<int>(bench.log().size() / 5);
 }
 
 TEST(Run, HasThreeStates) {
-    TestBench bench;
-    bench.configure("8");
-    EXPECT_EQ(buttons(bench), "+.+..");
+    BatchBench bench;
+    EXPECT_EQ(runButtons(bench), idleButtons);
     std::string whileSending;
-    bench.program.engine().wordTransferred.subscribe([&] { whileSending = buttons(bench); });
+    bench.program.engine().wordTransferred.subscribe([&] { whileSending = runButtons(bench); });
     bench.send("A5");
     EXPECT_EQ(whileSending, ".+-.+");
-    EXPECT_EQ(buttons(bench), "+.+..");
-    bench.loop.atTurn(3, [&] { bench.click("frmMain.cmdStopContinuous"); });
-    bench.click("frmMain.cmdSendContinuous");
+    EXPECT_EQ(runButtons(bench), idleButtons);
+    bench.sendContinuously(3);
     EXPECT_EQ(whileSending, "-..++");
-    EXPECT_EQ(buttons(bench), "+.+..");
+    EXPECT_EQ(runButtons(bench), idleButtons);
     EXPECT_EQ(wordsIn(bench), 1 + 3);
     EXPECT_EQ(bench.session().ContinuousLogCount, 1);
 }
 
 TEST(ContinuousCount, TellsWordsAndRateFourTimesASecond) {
-    TestBench bench;
-    bench.configure("8");
+    BatchBench bench;
     bench.edit("frmMain.txtHexWordToSend", "A5");
     std::vector<std::string> told;
     std::int64_t next = 0;
@@ -53,51 +37,27 @@ TEST(ContinuousCount, TellsWordsAndRateFourTimesASecond) {
         if (told.empty() || told.back() != text)
             told.push_back(text);
     });
-    bench.loop.atTurn(60, [&] { bench.click("frmMain.cmdStopContinuous"); });
-    bench.click("frmMain.cmdSendContinuous");
+    bench.sendContinuously(60);
     EXPECT_EQ(told, (Texts{"1 words", "26 words", "51 words, 100 words/s"}));
     told.clear();
-    bench.loop.atTurn(1, [&] { bench.click("frmMain.cmdStopContinuous"); });
-    bench.click("frmMain.cmdSendContinuous");
+    bench.sendContinuously(1);
     EXPECT_EQ(told, Texts{"1 words"}) << "a second run counts anew";
 }
 
 TEST(Run, CancelChangesTheButtonsAlone) {
-    TestBench bench;
-    bench.configure("8");
+    BatchBench bench;
     std::string cancelled;
     bench.program.engine().wordTransferred.subscribe([&] {
         bench.click("frmMain.cmdCancelSingle");
-        cancelled = buttons(bench);
+        cancelled = runButtons(bench);
     });
     bench.send("A5");
     EXPECT_EQ(cancelled, "+.+.+");
     EXPECT_EQ(wordsIn(bench), 1);
 }
 
-TEST(Run, EndsAtTheFirstBadWord) {
-    TestBench bench;
-    bench.configure("8");
-    bench.edit("frmMain.txtHexWordToSend", "1");
-    bench.loop.atTurn(2, [&] { bench.edit("frmMain.txtHexWordToSend", "xyz"); });
-    bench.click("frmMain.cmdSendContinuous");
-    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Not a valid hex number!"});
-    EXPECT_EQ(buttons(bench), "+.+..");
-    EXPECT_EQ(wordsIn(bench), 2);
-}
-
-TEST(Run, EndsWhenTheDialogOpens) {
-    TestBench bench;
-    bench.configure("8");
-    bench.edit("frmMain.txtHexWordToSend", "1");
-    bench.loop.atTurn(2, [&] { bench.configure("24"); });
-    bench.click("frmMain.cmdSendContinuous");
-    EXPECT_EQ(bench.loop.turns(), 2);
-    EXPECT_EQ(buttons(bench), "+.+..");
-}
-
 TEST(Run, FollowsAWordLengthThatAHandlerChanges) {
-    TestBench bench;
+    BatchBench bench;
     bench.configure("8", {"optBinary"});
     const auto changeLength = [&bench](std::int16_t length) {
         bench.session().SPIWordLength = length;
@@ -105,21 +65,29 @@ TEST(Run, FollowsAWordLengthThatAHandlerChanges) {
     };
     bench.loop.atTurn(1, [&] { changeLength(12); });
     bench.loop.atTurn(2, [&] { changeLength(3); });
-    bench.loop.atTurn(3, [&] { bench.click("frmMain.cmdStopContinuous"); });
-    bench.click("frmMain.cmdSendContinuous");
-    EXPECT_EQ(bench.log()[3], "  00000000");
-    EXPECT_EQ(bench.log()[8], "  1111 11111111");
-    EXPECT_EQ(bench.log()[13], "  111");
+    bench.sendContinuously(3);
+    const Texts log = bench.log();
+    EXPECT_EQ((Texts{log[3], log[8], log[13]}), (Texts{"  00000000", "  1111 11111111", "  111"}));
 }
 
-TEST(Run, DoesNotStayRunningAfterAFailure) {
-    TestBench bench;
-    bench.configure("8");
-    bench.edit("frmMain.txtHexWordToSend", "1");
-    bench.loop.atTurn(1, [&] { bench.session().SPIType = 12; });
-    bench.click("frmMain.cmdSendContinuous");
-    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Subscript out of range: there is no SPI type 12"});
-    EXPECT_EQ(buttons(bench), "+.+..");
+TEST(Run, EndsWhereItCannotGoOn) {
+    const Rows<std::function<void(TestBench&)>, Texts, int> cases{
+        {[](TestBench& bench) { bench.edit("frmMain.txtHexWordToSend", "xyz"); },
+         {"Not a valid hex number!"},
+         10},
+        {[](TestBench& bench) { bench.session().SPIType = 12; },
+         {"Subscript out of range: there is no SPI type 12"},
+         10},
+        {[](TestBench& bench) { bench.configure("24"); }, {}, 0}}; // the log is emptied
+    for (const auto& [event, boxes, lines] : cases) {
+        BatchBench bench;
+        bench.edit("frmMain.txtHexWordToSend", "1");
+        bench.loop.atTurn(2, [&bench, act = event] { act(bench); });
+        bench.click("frmMain.cmdSendContinuous");
+        EXPECT_EQ(bench.boxes.takeTexts(), boxes);
+        EXPECT_EQ(runButtons(bench), idleButtons);
+        EXPECT_EQ(bench.log().size(), static_cast<std::size_t>(lines));
+    }
 }
 
 TEST(Run, ShowsNoAnswerWhereNoneCame) {
@@ -141,8 +109,7 @@ TEST(Run, ShowsNoAnswerWhereNoneCame) {
 }
 
 TEST(Run, DependsOnTheTab) {
-    TestBench bench;
-    bench.configure("8");
+    BatchBench bench;
     bench.edit("frmMain.txtHexWordToSend", "1");
     bench.session().ActiveMainTab = 2;
     bench.click("frmMain.cmdSendOnce");
@@ -155,8 +122,7 @@ TEST(Run, DependsOnTheTab) {
     EXPECT_EQ(wordsIn(bench), 0);
     const auto continuously = [&bench](std::int16_t tab) {
         bench.session().ActiveMainTab = tab;
-        bench.loop.atTurn(2, [&] { bench.click("frmMain.cmdStopContinuous"); });
-        bench.click("frmMain.cmdSendContinuous");
+        bench.sendContinuously(2);
         return wordsIn(bench);
     };
     EXPECT_EQ(continuously(3), 0);

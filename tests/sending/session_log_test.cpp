@@ -1,5 +1,5 @@
+#include "batch_bench.h"
 #include "support/file_size_limit.h"
-#include "support/test_bench.h"
 
 #include <gtest/gtest.h>
 
@@ -17,19 +17,11 @@ Texts times(int count, const Texts& word, const Texts& note = {}) {
 }
 
 /// A bench with a word of 8 bits ready to go, with these options of the log applied.
-struct LogBench : TestBench {
-    explicit LogBench(const std::vector<std::string>& options = {},
-                      const std::string& limit = "5") {
+struct LogBench : BatchBench {
+    explicit LogBench(const Texts& options = {}, const std::string& limit = "5") {
         program.dialog().txtMessageLimit.setText(limit);
-        std::vector<std::string> all{"optHex"};
-        all.insert(all.end(), options.begin(), options.end());
-        configure("8", all);
+        configure("8", options);
         edit("frmMain.txtHexWordToSend", "A5");
-    }
-
-    void sendContinuously(int words) {
-        loop.atTurn(words, [this] { click("frmMain.cmdStopContinuous"); });
-        click("frmMain.cmdSendContinuous");
     }
 };
 
@@ -47,8 +39,8 @@ TEST(SessionLog, WritesTheSameFiveLinesInBothLists) {
         const Texts expected{"SPI Word Sent:", shown, "SPI Word Received:", shown, " "};
         EXPECT_EQ(bench.log(), expected) << bits;
         EXPECT_EQ(bench.lines("frmMain.lstSessionLogMult"), expected) << bits;
-        EXPECT_EQ(bench.get<forms::ListBox>("frmMain.lstSessionLogSingle").listIndex(), 4);
-        EXPECT_EQ(bench.get<forms::ListBox>("frmMain.lstSessionLogMult").listIndex(), 4);
+        for (const char* list : {"frmMain.lstSessionLogSingle", "frmMain.lstSessionLogMult"})
+            EXPECT_EQ(bench.get<forms::ListBox>(list).listIndex(), 4);
     }
 }
 
@@ -56,26 +48,24 @@ TEST(SessionLog, WritesElementsThatAreNoBits) {
     LogBench bench;
     bench.session().WordToSend = {1, 0, 12, 0, 0, 0, 0, 0};
     bench.session().WordReceived = {1, 0, 2, 0, 0, 0, 0, 0};
-    bench.session().DisplayHex = 0;
-    bench.program.forms().form("frmMain").call("UpdateLog");
-    EXPECT_EQ(bench.log()[1], "  0000012"
-                              "01");
+    for (const std::int16_t display : std::array<std::int16_t, 3>{0, 1, 7}) {
+        bench.session().DisplayHex = display;
+        bench.program.mainForm().call("UpdateLog");
+    }
+    EXPECT_EQ(bench.log()[1], "  000001201");
     EXPECT_EQ(bench.log()[3], "  00000x01");
-    bench.session().DisplayHex = 1;
-    bench.program.forms().form("frmMain").call("UpdateLog");
     EXPECT_EQ(bench.log()[6], "  031"); // 1 + 4 * 12 is no digit, and stands as it is
-    bench.session().DisplayHex = 7;
-    bench.program.forms().form("frmMain").call("UpdateLog");
     EXPECT_EQ(bench.log()[11], "  ");
 }
 
 TEST(SessionLog, FollowsTheModesOfAContinuousRun) {
     const Texts suspended{"Continuous Send Log Suspended", " "};
     const Texts disabled{"Continuous Send Log Disabled", " "};
-    const Rows<std::vector<std::string>, const char*, int, Texts> cases{
-        {{}, "5", 9, times(5, wordA5, suspended)}, {{}, "5", 4, times(4, wordA5)},
-        {{}, "5", 5, times(5, wordA5, suspended)}, {{}, "1", 3, times(1, wordA5, suspended)},
-        {{"optLogOff"}, "5", 6, disabled},         {{"optLogForever"}, "5", 9, times(9, wordA5)}};
+    const Rows<Texts, const char*, int, Texts> cases{
+        {{}, "2.5", 3, times(2, wordA5, suspended)}, {{}, "no number", 3, {}},
+        {{}, "5", 9, times(5, wordA5, suspended)},   {{}, "5", 4, times(4, wordA5)},
+        {{}, "5", 5, times(5, wordA5, suspended)},   {{}, "1", 3, times(1, wordA5, suspended)},
+        {{"optLogOff"}, "5", 6, disabled},           {{"optLogForever"}, "5", 9, times(9, wordA5)}};
     for (const auto& [options, limit, words, expected] : cases) {
         LogBench bench(options, limit);
         bench.sendContinuously(words);
@@ -187,24 +177,15 @@ TEST(SessionLog, CanBeSwitchedOff) {
             << name;
 }
 
-TEST(SessionLog, ClearsBothLists) {
-    for (const bool byMenu : {false, true}) {
+TEST(SessionLog, StopsARunBeforeItSavesOrClearsBothLists) {
+    for (const char* item : {"itemClearLog", "cmdClearLogMult", "cmdSaveLogSingle"}) {
         LogBench bench;
-        bench.click("frmMain.cmdSendOnce");
-        byMenu ? bench.choose("frmMain.itemClearLog") : bench.click("frmMain.cmdClearLogMult");
-        EXPECT_EQ(bench.log(), Texts{});
-        EXPECT_EQ(bench.lines("frmMain.lstSessionLogMult"), Texts{});
-        EXPECT_EQ(bench.get<forms::ListBox>("frmMain.lstSessionLogMult").listIndex(), -1);
-        EXPECT_EQ(bench.session().SessionLogCount, 0);
-    }
-}
-
-TEST(SessionLog, StopsARunBeforeItSavesOrClears) {
-    for (const char* button : {"cmdClearLogSingle", "cmdSaveLogSingle"}) {
-        LogBench bench;
-        bench.loop.atTurn(2, [&] { bench.click(std::string("frmMain.") + button); });
+        bench.loop.atTurn(2, [&] { bench.program.mainForm().control(item).click(); });
         bench.click("frmMain.cmdSendContinuous");
-        EXPECT_EQ(bench.loop.turns(), 2) << button;
+        EXPECT_EQ(bench.loop.turns(), 2) << item;
+        const bool saves = item == std::string("cmdSaveLogSingle");
+        EXPECT_EQ(bench.log(), saves ? times(2, wordA5) : Texts{}) << item;
+        EXPECT_EQ(bench.lines("frmMain.lstSessionLogMult"), bench.log()) << item;
     }
 }
 
@@ -212,22 +193,25 @@ TEST(SessionLog, SavesUnderTheNameThatWasChosenOnce) {
     const TemporaryFolder folder;
     LogBench bench;
     bench.click("frmMain.cmdSendOnce");
+    bench.click("frmMain.cmdSaveLogSingle"); // cancelled
+    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"No filename selected.  Cannot Save."});
+    EXPECT_EQ(bench.session().LogFileName, "");
     bench.fileDialogs.answer(folder.path("log.txt"));
     bench.click("frmMain.cmdSaveLogSingle");
-    ASSERT_EQ(bench.fileDialogs.shown().size(), 1U);
-    const FileDialog dialog = bench.fileDialogs.shown().front();
+    const FileDialog dialog = bench.fileDialogs.shown().at(0);
     EXPECT_EQ(dialog.kind, FileDialog::Kind::Save);
-    EXPECT_EQ(dialog.title, "Save Session Log");
-    EXPECT_EQ(dialog.filter, "Text Files (*.txt)|*.txt|All Files (*.*)|*.*");
-    EXPECT_EQ(dialog.fileName, "");
+    EXPECT_EQ(dialog.title + "|" + dialog.filter + "|" + dialog.fileName,
+              "Save Session Log|Text Files (*.txt)|*.txt|All Files (*.*)|*.*|");
     EXPECT_EQ(contentOf(folder.path("log.txt")),
               "SPI Word Sent:\r\n  A5\r\nSPI Word Received:\r\n  A5\r\n \r\n");
 
     // The second time it does not ask, and replaces the file.
     bench.click("frmMain.cmdClearLogMult");
     bench.click("frmMain.cmdSaveLogMult");
-    EXPECT_EQ(bench.fileDialogs.shown().size(), 1U);
+    EXPECT_EQ(bench.fileDialogs.shown().size(), 2U);
     EXPECT_EQ(contentOf(folder.path("log.txt")), "");
+    bench.choose("frmMain.itemSaveLogAs"); // cancelled
+    EXPECT_EQ(bench.session().LogFileName, folder.path("log.txt"));
 
     bench.fileDialogs.answer(folder.path("other.txt"));
     bench.choose("frmMain.itemSaveLogAs");
@@ -240,38 +224,24 @@ TEST(SessionLog, SavesUnderTheNameThatWasChosenOnce) {
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
 }
 
-TEST(SessionLog, DoesNotSaveWithoutAName) {
-    LogBench bench;
-    bench.click("frmMain.cmdSendOnce");
-    bench.click("frmMain.cmdSaveLogSingle"); // cancelled
-    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"No filename selected.  Cannot Save."});
-    EXPECT_EQ(bench.session().LogFileName, "");
-    // A cancelled Save As leaves file and name as they were.
-    bench.session().LogFileName = "kept.txt";
-    bench.choose("frmMain.itemSaveLogAs");
-    EXPECT_EQ(bench.session().LogFileName, "kept.txt");
-    EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
-}
-
 TEST(SessionLog, ReportsAFileThatCannotBeWritten) {
     const TemporaryFolder folder;
+    const std::string missing = folder.path("missing/log.txt");
     LogBench bench;
     bench.click("frmMain.cmdSendOnce");
-    bench.session().LogFileName = folder.path("missing/log.txt");
-    bench.click("frmMain.cmdSaveLogSingle");
-    EXPECT_EQ(bench.boxes.takeTexts(), Texts{"The file \"" + folder.path("missing/log.txt") +
-                                             "\" cannot be written: No such file or directory."});
-    EXPECT_FALSE(bench.pointer.busy());
-    EXPECT_EQ(bench.log(), wordA5);
     // A new name is in use once it was written to: the next Save asks again, or goes to the old
     // one.
     for (const std::string& before : {std::string(), folder.path("good.txt")}) {
         bench.session().LogFileName = before;
-        bench.fileDialogs.answer(folder.path("missing/log.txt"));
+        bench.fileDialogs.answer(missing);
         bench.choose(before.empty() ? "frmMain.itemSaveLog" : "frmMain.itemSaveLogAs");
-        EXPECT_EQ(bench.boxes.takeTexts().size(), 1U);
+        EXPECT_EQ(
+            bench.boxes.takeTexts(),
+            Texts{"The file \"" + missing + "\" cannot be written: No such file or directory."});
         EXPECT_EQ(bench.session().LogFileName, before);
+        EXPECT_FALSE(bench.pointer.busy());
     }
+    EXPECT_EQ(bench.log(), wordA5);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "support/test_bench.h"
+#include "batch_bench.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
@@ -16,16 +16,12 @@ TEST(SingleWord, SendsHexTextAndShowsTheAnswer) {
     const std::string longest = "8" + repeated(39, '0');
     const std::string zeros = repeated(10000, '0') + "1234";
     for (const auto& [bits, typed, padded, received] :
-         Rows<const char*, std::string, std::string, std::string>{
-             {"16", "a5c3", "a5c3", "A5C3"},
-             {"16", "7", "0007", "0007"},
-             {"15", "7FFF", "7FFF", "7FFF"},
-             {"16", "0A5C3", "0A5C3", "A5C3"},
-             {"1", "1", "1", "1"},
-             {"10", "3fF", "3fF", "3FF"},
-             {"16", zeros, zeros, "1234"},
-             {"41", "1fedcba9876", "1fedcba9876", "1FEDCBA9876"},
-             {"160", longest, longest, longest}}) {
+         {row("16", "a5c3", "a5c3", "A5C3"), row("16", "7", "0007", "0007"),
+          row("15", "7FFF", "7FFF", "7FFF"), row("16", "0A5C3", "0A5C3", "A5C3"),
+          row("1", "1", "1", "1"), row("10", "3fF", "3fF", "3FF"),
+          row("16", zeros.c_str(), zeros.c_str(), "1234"),
+          row("41", "1fedcba9876", "1fedcba9876", "1FEDCBA9876"),
+          row("160", longest.c_str(), longest.c_str(), longest.c_str())}) {
         TestBench bench;
         bench.configure(bits);
         bench.send(typed);
@@ -66,16 +62,15 @@ TEST(SingleWord, SendsTheBitButtons) {
     for (const int bit : {0, 9, 4, 4, 1})
         bench.click(fmt::format("frmMain.cmdSI_single({})", bit));
     EXPECT_EQ(bench.session().SingleWordBits, (Word{1, 1, 0, 0, 0, 0, 0, 0, 0, 1, 0}));
-    EXPECT_EQ(buttonCaption(bench, 9), "1");
-    EXPECT_EQ(buttonCaption(bench, 4), "0");
+    EXPECT_EQ(buttonCaption(bench, 9) + buttonCaption(bench, 4), "10");
     EXPECT_TRUE(bench.get<forms::Button>("frmMain.cmdSendOnce").hasFocus());
-    bench.click("frmMain.cmdSendOnce");
-    bench.click("frmMain.cmdSendOnce");
-    std::string shown;
-    for (int bit = 9; bit >= 0; --bit)
-        shown += bench.label(fmt::format("frmMain.lblSO_single({})", bit));
-    EXPECT_EQ(shown, "1000000011");
-    EXPECT_EQ(bench.log()[1], "  10 00000011");
+    for (int i = 0; i < 2; ++i)
+        bench.click("frmMain.cmdSendOnce");
+    EXPECT_EQ(bench.label("frmMain.lblSO_single(9)") + bench.label("frmMain.lblSO_single(4)"),
+              "10");
+    EXPECT_EQ(bench.log(), (Texts{"SPI Word Sent:", "  10 00000011", "SPI Word Received:",
+                                  "  00 00000000", " ", "SPI Word Sent:", "  10 00000011",
+                                  "SPI Word Received:", "  10 00000011", " "}));
 }
 
 TEST(SingleWord, LeavesABitButtonWithAnotherCaptionAlone) {
@@ -110,8 +105,7 @@ TEST(SingleWord, ClearsAndSetsAllBits) {
 }
 
 TEST(SingleWord, EnterSends) {
-    TestBench bench;
-    bench.configure("8");
+    BatchBench bench;
     bench.edit("frmMain.txtHexWordToSend", "3c");
     bench.get<forms::TextBox>("frmMain.txtHexWordToSend").key(forms::KeyCode::Enter);
     bench.get<forms::Button>("frmMain.cmdSendOnce").key(forms::KeyCode::Enter);
@@ -127,43 +121,34 @@ TEST(SingleWord, FollowsLengthAndDisplay) {
           row("40", "optHex", 40, true, true), row("160", "optHex", 40, true, true)}) {
         TestBench bench;
         bench.configure(bits, {display});
-        const auto visible = [&bench](const std::string& name) {
-            return bench.program.forms().control("frmMain." + name).visible();
-        };
+        const forms::Form& form = bench.program.mainForm();
         for (int i = 0; i < 40; ++i)
             for (const char* array :
                  {"cmdSI_single", "lblSO_single", "lblInBitsSingle", "lblOutBitsSingle"})
-                EXPECT_EQ(visible(fmt::format("{}({})", array, i)), i < columns)
+                EXPECT_EQ(form.control(fmt::format("{}({})", array, i)).visible(), i < columns)
                     << array << i << " of " << bits;
-        for (const char* name : {"lblHexDI", "lblHexDO", "txtHexWordToSend", "lblHexWordReceived"})
-            EXPECT_EQ(visible(name), hex) << name << " of " << bits;
-        EXPECT_EQ(visible("frameSPIinSingle"), !hex) << bits;
-        EXPECT_EQ(visible("frameSPIoutSingle"), !hex) << bits;
-        EXPECT_EQ(visible("lblSItitle"), titles) << bits;
-        EXPECT_EQ(visible("lblSOtitle"), titles) << bits;
+        for (const auto& [name, shown] :
+             {row("lblHexDI", hex), row("lblHexDO", hex), row("txtHexWordToSend", hex),
+              row("lblHexWordReceived", hex), row("frameSPIinSingle", !hex),
+              row("frameSPIoutSingle", !hex), row("lblSItitle", titles), row("lblSOtitle", titles)})
+            EXPECT_EQ(form.control(name).visible(), shown) << name << " of " << bits;
     }
 }
 
-TEST(SingleWord, ReportsADisplayThatIsNeitherHexNorBinary) {
-    TestBench bench;
-    bench.configure("8");
-    bench.session().DisplayHex = 2;
-    bench.click("frmMain.cmdSendOnce");
-    EXPECT_EQ(bench.boxes.takeTexts(),
-              Texts{"Problem!  This program couldn't figure out whether to use hex or binary."});
-    EXPECT_EQ(bench.log(), Texts{});
-}
-
-TEST(SingleWord, FailsPlainlyWithAWordOfNoBits) {
+TEST(SingleWord, FailsPlainlyWithAWordOfNoBitsOrADisplayThatIsNone) {
     TestBench bench;
     bench.configure("");
-    EXPECT_FALSE(bench.program.forms().control("frmMain.cmdSI_single(0)").visible());
-    bench.session().DisplayHex = 0;
-    bench.click("frmMain.cmdSendOnce");
-    EXPECT_EQ(bench.boxes.takeTexts(),
-              Texts{"Subscript out of range: a word of 0 bits cannot be sent"});
-    bench.click("frmMain.cmdSendOnce"); // it is there again
-    EXPECT_EQ(bench.boxes.takeTexts().size(), 1U);
+    EXPECT_FALSE(bench.program.mainForm().control("cmdSI_single(0)").visible());
+    for (const auto& [bits, display, text] :
+         {row("", 0, "Subscript out of range: a word of 0 bits cannot be sent"),
+          row("8", 2, "Problem!  This program couldn't figure out whether to use hex or binary."),
+          row("", 0, "Subscript out of range: a word of 0 bits cannot be sent")}) {
+        bench.configure(bits);
+        bench.session().DisplayHex = static_cast<std::int16_t>(display);
+        bench.click("frmMain.cmdSendOnce");
+        EXPECT_EQ(bench.boxes.takeTexts(), Texts{text});
+    }
+    EXPECT_EQ(bench.log(), Texts{});
 }
 
 } // namespace

@@ -20,6 +20,14 @@ std::vector<Reply> parsed(const std::vector<std::string>& replies) {
     return result;
 }
 
+WireTrace recorded(TestBench& bench, const std::function<void()>& action) {
+    WireTrace trace;
+    bench.program.startRecording(trace);
+    action();
+    bench.program.stopRecording();
+    return trace;
+}
+
 } // namespace
 
 TestBench::TestBench(const std::string& device, const std::vector<std::string>& replies,
@@ -73,10 +81,7 @@ std::vector<std::string> TestBench::lines(const std::string& list) {
 }
 
 std::string accessesOf(TestBench& bench, const std::function<void()>& action) {
-    WireTrace trace;
-    bench.program.startRecording(trace);
-    action();
-    bench.program.stopRecording();
+    const WireTrace trace = recorded(bench, action);
     std::vector<std::string> accesses;
     for (const WireAccess& access : trace.accesses())
         accesses.push_back(fmt::format("{}{:02X}", access.kind == WireAccess::Kind::Read ? "R" : "",
@@ -86,10 +91,7 @@ std::string accessesOf(TestBench& bench, const std::function<void()>& action) {
 
 std::vector<std::string> traceOf(TestBench& bench, const std::function<void()>& action,
                                  Times times) {
-    WireTrace trace;
-    bench.program.startRecording(trace);
-    action();
-    bench.program.stopRecording();
+    const WireTrace trace = recorded(bench, action);
     std::vector<std::string> lines;
     for (const WireAccess& access : trace.accesses()) {
         const std::string line = trace.line(access);

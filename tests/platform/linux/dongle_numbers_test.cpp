@@ -39,28 +39,25 @@ TEST(DongleNumbers, ReadsAPairALine) {
 }
 
 TEST(DongleNumbers, ReportsALineThatIsNoPair) {
-    struct Case {
-        std::string_view content;
-        const char* problem;
-    };
     using namespace std::string_view_literals;
-    for (const Case& c :
-         {Case{"\n\nzz\n", "line 3: \"zz\""}, Case{"1234:abcd\n1234:abc\n", "line 2: \"1234:abc\""},
-          Case{"1234:abcde", "line 1: \"1234:abcde\""}, Case{"12:34", "line 1: \"12:34\""},
-          Case{"1234abcd5", "line 1: \"1234abcd5\""}, Case{"1234:abcg", "line 1: \"1234:abcg\""},
-          Case{"-123:abcd", "line 1: \"-123:abcd\""}, Case{"0x12:abcd", "line 1: \"0x12:abcd\""},
-          Case{"1234: bcd", "line 1: \"1234: bcd\""},
-          Case{"1234:abcd 1234:abce", "line 1: \"1234:abcd 1234:abce\""},
-          Case{"1234:abcd\r1234:abce", "line 1: \"1234:abcd?1234:abce\""},
-          Case{"1234:abcd\0"sv, "line 1: \"1234:abcd?\""}, Case{"\x1b[2J", "line 1: \"?[2J\""},
-          Case{"0123456789012345678901234567890123456789x",
-               "line 1: \"0123456789012345678901234567890123456789...\""}}) {
+    Rows<std::string_view, std::string> cases{
+        {"\n\nzz\n", "line 3: \"zz\""},
+        {"1234:abcd\n1234:abc\n", "line 2: \"1234:abc\""},
+        {"1234:abcd\r1234:abce", "line 1: \"1234:abcd?1234:abce\""},
+        {"1234:abcd\0"sv, "line 1: \"1234:abcd?\""},
+        {"\x1b[2J", "line 1: \"?[2J\""},
+        {"0123456789012345678901234567890123456789x",
+         "line 1: \"0123456789012345678901234567890123456789...\""}};
+    for (const char* line : {"1234:abcde", "12:34", "1234abcd5", "1234:abcg", "-123:abcd",
+                             "0x12:abcd", "1234: bcd", "1234:abcd 1234:abce"})
+        cases.emplace_back(line, fmt::format("line 1: \"{}\"", line));
+    for (const auto& [content, problem] : cases) {
         const TemporaryFolder folder;
-        const std::string file = folder.write("dongles.conf", c.content);
+        const std::string file = folder.write("dongles.conf", content);
         const DongleNumbers numbers({file});
-        ASSERT_EQ(numbers.problems().size(), 1U) << c.content;
+        ASSERT_EQ(numbers.problems().size(), 1U) << content;
         EXPECT_EQ(numbers.problems()[0],
-                  fmt::format("{}, {} is no pair of numbers such as 1234:abcd.", file, c.problem));
+                  fmt::format("{}, {} is no pair of numbers such as 1234:abcd.", file, problem));
     }
 }
 
@@ -87,13 +84,9 @@ TEST(DongleNumbers, IsNotHurtByGarbage) {
     ASSERT_EQ(numbers.problems().size(), 7U) << fmt::format("{}", numbers.problems());
     EXPECT_NE(numbers.problems()[5].find(": and "), std::string::npos) << numbers.problems()[5];
     EXPECT_NE(numbers.problems()[6].find("is longer than 65536 bytes"), std::string::npos);
-}
-
-TEST(DongleNumbers, LeavesOutALineThatItsLimitCuts) {
-    const TemporaryFolder folder;
-    std::string content = "#";
-    content.append(65536 - 5 - 2, 'x').append("\n1234:abcd\n");
-    EXPECT_EQ(listed(DongleNumbers({folder.write("long", content)})), "");
+    std::string cut(65536 - 5 - 1, '#');
+    cut += "\n1234:abcd\n";
+    EXPECT_EQ(listed(DongleNumbers({folder.write("cut by the limit", cut)})), "");
 }
 
 TEST(DongleNumbers, ReportsWhatCannotBeRead) {
