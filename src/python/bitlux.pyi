@@ -219,7 +219,8 @@ class Session:
     def BatchCount(self) -> int: ...
 
 class RegisterValue(int):
-    name: str
+    @property
+    def name(self) -> str: ...
     @property
     def hex(self) -> str: ...
     @property

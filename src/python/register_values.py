@@ -10,10 +10,15 @@ class RegisterValue(int):
 
     def __new__(cls, value, name="", digits=1, fields=()):
         self = super().__new__(cls, value)
-        self.name = name
+        self._name = name
         self._digits = digits
         self._fields = {field: (code, text, bits) for field, code, text, bits in fields}
         return self
+
+    @property
+    def name(self):
+        """The name of the register."""
+        return self._name
 
     @property
     def hex(self):
