@@ -150,6 +150,7 @@ void ConfigureDialog::Form_Load() {
         saveSnapshot();
         savePortSnapshot();
     } else {
+        showInForce();
         cmdCancel_Click();
         setVisible(true);
     }

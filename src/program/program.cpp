@@ -60,25 +60,27 @@ Program::Program(const Hardware& hardware, const Desk& desk)
               [this] {
                   MainForm& form = *mainForm_;
                   return std::make_unique<ConfigureDialog>(
-                      forms_, ConfigureDialog::Parts{
-                                  .session = session_,
-                                  .pins = pins_,
-                                  .boxes = desk_.boxes,
-                                  .singleWord = form.singleWord,
-                                  .log = form.log,
-                                  .commands = form.commands,
-                                  .emptied = form.emptied,
-                                  .extraPins = form.extraPins,
-                                  .labelMainTitle = form.labelMainTitle,
-                                  .lblConfigNag = form.lblConfigNag,
-                                  .startUsb = [this] { Start_USB(); },
-                                  .resetTabs =
-                                      [this, &form] { // the last step of Apply
-                                          form.tabs.ResetTabs();
-                                          panels_.keepShape();
-                                      },
-                                  .addPartTab =
-                                      [&form](std::int32_t part) { form.tabs.addPartTab(part); }});
+                      forms_,
+                      ConfigureDialog::Parts{
+                          .session = session_,
+                          .pins = pins_,
+                          .boxes = desk_.boxes,
+                          .singleWord = form.singleWord,
+                          .log = form.log,
+                          .commands = form.commands,
+                          .emptied = form.emptied,
+                          .extraPins = form.extraPins,
+                          .labelMainTitle = form.labelMainTitle,
+                          .lblConfigNag = form.lblConfigNag,
+                          .startUsb = [this] { Start_USB(); },
+                          .resetTabs =
+                              [this, &form] { // the last step of Apply
+                                  form.tabs.ResetTabs();
+                                  panels_.keepShape();
+                              },
+                          .addPartTab = [&form](std::int32_t part) { form.tabs.addPartTab(part); },
+                          .hasPartTab =
+                              [&form](std::int32_t part) { return form.tabs.IsTabActive(part); }});
               }),
       saveBatch_(forms_, "frmSaveBatch",
                  [this] {
