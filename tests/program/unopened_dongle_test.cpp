@@ -1,5 +1,6 @@
 // A dongle that is found and cannot be opened, because another program holds it.
 
+#include "platform/failure.h"
 #include "support/test_bench.h"
 
 #include <gtest/gtest.h>
@@ -21,6 +22,12 @@ std::string offered(TestBench& bench) {
 
 constexpr const char* port = "box - clock - pins + port list + (Anything between 1 and 160)";
 constexpr const char* dongle = "box + clock + pins - port list - (Anything between 1 and 40)";
+
+TEST(UnopenedDongle, IsAFaultOfNoFrame) {
+    for (const char* text : {"busy@2", "busy/0.5", "busy:3"})
+        EXPECT_THROW(dongleFaultFrom(text), Failure) << text;
+    EXPECT_EQ(DongleFaults({dongleFaultFrom("busy")}).next().kind, DongleFault::Kind::None);
+}
 
 TEST(UnopenedDongle, LeavesTheParallelPort) {
     TestBench bench;
