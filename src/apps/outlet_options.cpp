@@ -14,7 +14,7 @@ namespace bitlux {
 
 namespace {
 
-/// Takes what `read` reads without Failure.
+/// Accepts what `read` reads without Failure.
 CLI::Validator readable(const std::string& name, std::function<void(const std::string&)> read) {
     return {[read = std::move(read)](const std::string& text) -> std::string {
                 try {

@@ -8,13 +8,13 @@
 
 namespace bitlux {
 
-/// What `bitlux run` was told.
+/// Arguments of `bitlux run`.
 struct RunOptions {
     CommandOptions command;
     std::string file;
-    std::optional<std::string> batch; ///< the Commands To Send without one
+    std::optional<std::string> batch; ///< without one the Commands To Send
     bool passesPauses = false;
-    std::optional<std::string> pinWord; ///< hexadecimal; with which pins of the dongle change
+    std::optional<std::string> pinWord; ///< hexadecimal; sent with changes of the dongle's pins
 };
 
 /// Adds the command to the command line; `options` is filled when it is parsed.

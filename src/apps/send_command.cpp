@@ -60,7 +60,7 @@ bool SendRun::chooseSettings() {
     return !boxes().hasEnded() && chooseBus(program(), bus);
 }
 
-/// Finds what is wrong with a word of the command line before the first is sent.
+/// Finds problems with the words of the command line before the first is sent.
 void SendRun::checkGivenWords() {
     std::uint64_t number = 0;
     for (const std::string& text : options_.words) {

@@ -9,7 +9,7 @@
 
 namespace bitlux {
 
-/// What `bitlux send` was told.
+/// Arguments of `bitlux send`.
 struct SendOptions {
     CommandOptions command;
     WordOptions shape;

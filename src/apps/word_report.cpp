@@ -39,7 +39,7 @@ void WordReport::word() {
         printLine(fmt::format("{} {}", sent, received));
 }
 
-/// Whoever reads the lines has each at once.
+/// A reader of the lines gets each at once.
 void WordReport::printLine(const std::string& line) {
     if (printing)
         printing();

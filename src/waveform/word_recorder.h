@@ -11,8 +11,8 @@ namespace bitlux {
 /// The names that the extra pins of the port have in a session.
 ExtraPinNames extraPinNames(const Session& session);
 
-/// Keeps the last words that went over the wire. Its memory is bounded: when it is full, the oldest
-/// words go, each as a whole; the last word is always kept.
+/// Keeps the last words on the wire. Its memory is bounded: when it is full, the oldest words are
+/// dropped, each as a whole; the last word is always kept.
 class WordRecorder : public WireListener {
 public:
     static constexpr std::size_t usualLimit = 16U << 20U; ///< bytes

@@ -6,9 +6,8 @@
 
 namespace bitlux {
 
-/// What "NAME|FILE" on a command line stands for: a file when it has a "/" or ends in ".toml", else
-/// the chip of this name. Raises Failure as ChipLibrary::chip does; of a file it tells all
-/// problems.
+/// Resolves "NAME|FILE" of a command line: a file when it has a "/" or ends in ".toml", else the
+/// chip of this name. Raises Failure like ChipLibrary::chip; for a file the text has all problems.
 chips::ChipPtr chosenChip(chips::ChipLibrary& library, const std::string& nameOrFile);
 
 } // namespace bitlux

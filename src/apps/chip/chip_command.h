@@ -10,12 +10,12 @@ class App;
 
 namespace bitlux {
 
-/// What `bitlux chip` was told.
+/// Arguments of `bitlux chip`.
 struct ChipOptions {
     enum class Task : std::uint8_t { List, Show, Check };
 
     Task task = Task::List;
-    bool names = false; ///< of chips alone
+    bool names = false; ///< only the names of chips
     std::string chip;   ///< a name or a file
 };
 
