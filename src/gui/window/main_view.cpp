@@ -31,7 +31,7 @@ MainView::MainView(Program& program, Binder& binder, QWidget* parent)
     pages_ = new QVBoxLayout;
     layout->addLayout(pages_, 1);
     runRow_ = new RunRow(form_.run, binder_, this);
-    leaveOutRelics();
+    leaveOutUnusedControls();
     flushed_ = binder_.flushed.follow([this] { follow(); });
     follow();
 }
@@ -49,11 +49,11 @@ QWidget* MainView::makeHeader() {
     return header;
 }
 
-void MainView::leaveOutRelics() {
-    for (const forms::Control* relic :
+void MainView::leaveOutUnusedControls() {
+    for (const forms::Control* unused :
          {static_cast<forms::Control*>(&form_.Command1), static_cast<forms::Control*>(&form_.Text1),
           static_cast<forms::Control*>(&form_.Text2)})
-        binder_.leaveOut(*relic);
+        binder_.leaveOut(*unused);
 }
 
 bool MainView::focusIsHidden() const {

@@ -37,7 +37,7 @@ private:
     [[nodiscard]] forms::Frame& frameOf(int page) const;
 
     QWidget* makeHeader();
-    void leaveOutRelics();
+    void leaveOutUnusedControls();
     void follow();
     RunRow::Place makePage(int page); ///< returns the place of the run buttons on it
 
