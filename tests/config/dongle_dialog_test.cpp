@@ -12,9 +12,8 @@ struct DongleDialog : TestBench {
     DongleDialog() : TestBench("echo", {}, WithDongle::Yes) { open(); }
 
     ConfigureDialog& dialog() { return program.dialog(); }
-    void open() { choose("frmMain.itemPortOptions"); }
-    void choose(const std::string& item) { TestBench::choose(item); }
-    void choose(std::initializer_list<forms::OptionButton*> options) {
+    void open() { TestBench::choose("frmMain.itemPortOptions"); }
+    static void choose(std::initializer_list<forms::OptionButton*> options) {
         for (forms::OptionButton* option : options)
             option->click();
     }
