@@ -22,7 +22,7 @@
 namespace bitlux {
 namespace {
 
-/// The commands with what each was told.
+/// The commands and their arguments.
 class Commands {
 public:
     explicit Commands(CLI::App& app)
@@ -34,7 +34,7 @@ public:
         addDoctorCommand(app, doctorOptions_);
     }
 
-    /// Runs the one that was parsed.
+    /// Runs the command that was parsed.
     [[nodiscard]] int perform() const {
         if (send_.parsed())
             return runSendCommand(sendOptions_, std::cout, std::cerr);
@@ -63,7 +63,7 @@ private:
     const CLI::App& chip_;
 };
 
-/// What to say of a first argument that is neither a command nor an option.
+/// The message for a first argument that is neither a command nor an option.
 std::optional<std::string> unknownCommand(const CLI::App& app, std::string_view given) {
     std::vector<std::string> names;
     for (const CLI::App* command : app.get_subcommands({}))

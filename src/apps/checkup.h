@@ -10,13 +10,13 @@
 
 namespace bitlux {
 
-/// The dongles, their list and their rights.
+/// Checks the dongles, their list and their rights.
 Findings examineDongles(const Machine& machine, const DongleNumbers& numbers);
 
-/// The parallel ports, their drivers and their rights.
+/// Checks the parallel ports, their drivers and their rights.
 Findings examinePorts(const Machine& machine);
 
-/// What a user who lacks the rights of a group has to do; empty for one who has them.
+/// What a user has to do to get the rights of a group; empty for one who has them.
 std::string groupFix(const Machine& machine, std::string_view group);
 
 /// Adds which programs hold the node, and what to do about it.

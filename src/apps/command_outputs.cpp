@@ -33,7 +33,7 @@ bool mayWrite(const fs::path& path, int mode) {
     return ::faccessat(AT_FDCWD, path.c_str(), mode, AT_EACCESS) == 0;
 }
 
-/// Finds before anything is sent what would keep a file from being saved afterwards.
+/// Finds, before anything is sent, what would prevent a file from being saved afterwards.
 void demandWritable(const std::string& fileName) {
     if (fileName.empty() || fileName == here)
         return;
@@ -95,7 +95,7 @@ void CommandOutputs::begin(Program& program) {
         beginLog(program.mainForm().log.file);
 }
 
-/// Words go on when it can take no more.
+/// Sending continues when the file cannot be written any more.
 void CommandOutputs::beginLog(LogFile& file) {
     logFailed_ = file.failed.follow([this, &file] {
         fmt::print(errors_, "{}; the log ends there.\n", file.failure());

@@ -19,9 +19,9 @@ public:
     /// Failure (File).
     TraceOutput(const std::string& name, std::ostream& output);
 
-    /// What is traced, and not written yet.
+    /// What was recorded and is not yet written.
     [[nodiscard]] WireTrace& trace() { return trace_; }
-    /// Writes it. Raises Failure (File) when there is no room.
+    /// Writes it. Raises Failure (File) when the disk is full.
     void write();
 
 private:
@@ -31,9 +31,9 @@ private:
     WireTrace trace_;
 };
 
-/// Where the results of a command go beside its lines: the trace and the file of the log after each
-/// word, all else in the end. Each output stands on its own: one that fails is told, and all others
-/// are written.
+/// The outputs of a command beside its lines: the trace and the file of the log, written after each
+/// word, and the others, written at the end. The outputs are independent: a failed one is reported,
+/// and the others are written.
 class CommandOutputs {
 public:
     /// All outlive this.
@@ -42,11 +42,11 @@ public:
 
     /// Raises Failure (File) when a file cannot be written.
     void open();
-    /// Words are recorded from now on, as far as an output wants them.
+    /// Starts recording, as far as the outputs require it.
     void begin(Program& program);
-    /// Records no more.
+    /// Stops recording.
     void stop(Program& program);
-    /// Writes all outputs; false when one has failed, now or before.
+    /// Writes all outputs; false when one failed, now or before.
     bool save(Program& program);
 
 private:

@@ -18,12 +18,13 @@ namespace bitlux {
 
 namespace {
 
-// What ends a command where it is. No std::exception, so that no handler takes it for a failure.
+// These end a command at once. They are no std::exception, so that no handler takes them for a
+// failure.
 
-/// A signal has come.
+/// A signal was received.
 struct Interrupted {};
 
-/// A word took longer than it may.
+/// A word exceeded its time-out.
 struct TimedOut {
     std::string where;
 };
@@ -103,7 +104,7 @@ int CommandRun::attempt() {
         program_.engine().requireCarriedLength();
         return sendAll() || !boxes_.hasEnded() ? verdict() : 1;
     } catch (const Interrupted&) {
-        constexpr int signalBase = 128; // as shells tell of a program that a signal has ended
+        constexpr int signalBase = 128; // as shells report a program that was ended by a signal
         return signalBase + EndSignals::received().value_or(0);
     } catch (const OutputClosed&) {
         nobodyReads_ = true;
@@ -175,9 +176,9 @@ bool CommandRun::sendAll() {
     rate_.begin(realTime_.nanoseconds());
     report_->printing = [this, isTerminal = isatty(STDOUT_FILENO) == 1] {
         if (isTerminal)
-            progress_.clear(); // what is printed next stands in its place
+            progress_.clear(); // the next line is printed in its place
     };
-    // Words follow each other without a turn of the loop, which a signal would count in.
+    // Words follow each other without a turn of the loop, which would check for signals.
     const Subscription starting =
         program_.engine().wordStarting.follow([this] { checkInterruption(); });
     for (int pass = 0; pass < options_.times; ++pass) {
@@ -190,8 +191,8 @@ bool CommandRun::sendAll() {
     return true;
 }
 
-/// The list is kept for who wants it printed and for no other, since a full one would end the run;
-/// a file takes the words without it.
+/// The list is kept only to be printed, since a full one would end the run; a file receives the
+/// words without it.
 void CommandRun::switchLog() {
     forms::CheckBox& log = program_.dialog().chkEnableLog;
     if (log.checked() != (options_.outputs.log == "-"))
@@ -209,7 +210,7 @@ std::string CommandRun::countText() {
 int CommandRun::finish(int code) {
     isOver_ = true;
     progress_.clear();
-    outputs_.stop(program_); // the levels of rest are no part of a word that was cut off
+    outputs_.stop(program_); // the idle levels do not belong to an aborted word
     program_.end();
     if (!report_)
         return code;
@@ -221,7 +222,7 @@ int CommandRun::finish(int code) {
         isWritten = static_cast<bool>(output_.flush());
     } catch (const OutputClosed&) {
         nobodyReads_ = true;
-    } catch (const Failure&) { // the words could not be printed either
+    } catch (const Failure&) { // printing the words failed too
     }
     return isWritten || nobodyReads_ ? code : std::max(code, 1);
 }

@@ -27,28 +27,28 @@ namespace bitlux {
 /// The exit code for a command line that cannot be understood.
 inline constexpr int usageError = 2;
 
-/// What all commands that send words are told alike.
+/// The options of all commands that send words.
 struct CommandOptions {
     OutletOptions outlet;
     OutputOptions outputs;
-    double timeout = 0; ///< seconds that a word may take, 0 for as long as it takes
-    int times = 1;      ///< how often everything is sent
+    double timeout = 0; ///< the longest time for a word in seconds, 0 for no limit
+    int times = 1;      ///< number of repetitions
 };
 
-/// Adds the options to a command; `busHelp` is what --bus does there. The result raises
-/// CLI::ValidationError for options that do not go together; to be called when all are parsed.
+/// Adds the options to a command; `busHelp` describes --bus for it. The result raises
+/// CLI::ValidationError for options that exclude each other; to be called after parsing.
 [[nodiscard]] std::function<void()> addCommandOptions(CLI::App& command, CommandOptions& options,
                                                       const std::string& busHelp);
 
-/// The command line asks for what cannot be; found before anything was sent.
+/// The command line requests something impossible; detected before anything was sent.
 class WrongUse : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// A command that sends words: the program on its bus, the signals that end it, its lines and its
-/// outputs. A message box ends it, its text on `errors`; so does a signal, before the next word or
-/// in a wait, with an orderly end.
+/// A command that sends words: the program on its bus, the signals that end it, its printed lines
+/// and its output files. A message box ends it, its text on `errors`; so does a signal, orderly,
+/// before the next word or in a wait.
 class CommandRun {
 public:
     /// All outlive it.
@@ -61,21 +61,21 @@ public:
     int run();
 
 protected:
-    /// Brings the program to where it can send. False after a message.
+    /// Prepares the program for sending. False after a message.
     virtual bool prepare() = 0;
     /// Sends everything once. False when the command is to end, perhaps after a message.
     virtual bool sendPass() = 0;
     virtual std::unique_ptr<WordReport> makeReport() = 0;
     /// The exit code of a command that no message has ended.
     [[nodiscard]] virtual int verdict() const { return 0; }
-    /// What stands before a message; empty where there is nothing to tell.
+    /// A prefix of messages; empty when there is nothing to say.
     [[nodiscard]] virtual std::string where() const = 0;
     [[nodiscard]] virtual std::string progressText();
-    /// How many words, and how many a second.
+    /// The number of words, and the rate.
     [[nodiscard]] std::string countText();
 
-    /// Opens a configuration file. One that does not choose the dongle, or finds none, goes to the
-    /// parallel port, which is set up for it. False after a message.
+    /// Opens a configuration file. When it does not choose the dongle, or there is none, sets up
+    /// the parallel port. False after a message.
     bool openFile(const std::string& fileName);
     /// Chooses the bus, opens the configuration file of `shape` where it has one, and applies its
     /// settings. False after a message.
@@ -90,7 +90,7 @@ protected:
     [[nodiscard]] std::ostream& output() { return output_; }
     /// Lets time pass on clock(); a signal ends it.
     void waitUntil(std::int64_t nanoseconds);
-    /// A line on `errors`; the command goes on.
+    /// Prints a line on `errors`; the command continues.
     void warn(const std::string& text);
     /// Null until the first word.
     [[nodiscard]] const WordReport* report() const { return report_.get(); }
@@ -118,10 +118,10 @@ private:
     Program program_;
     CommandOutputs outputs_;
     std::unique_ptr<WordReport> report_;
-    SystemClock realTime_; ///< on the bench time passes as words want it
+    SystemClock realTime_; ///< on the bench the time of words is virtual
     WordRate rate_;
-    bool isOver_ = false;      ///< signals count no more
-    bool nobodyReads_ = false; ///< what is printed
+    bool isOver_ = false;      ///< signals are ignored from now on
+    bool nobodyReads_ = false; ///< of the printed lines
 };
 
 } // namespace bitlux

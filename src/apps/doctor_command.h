@@ -10,7 +10,7 @@ class App;
 
 namespace bitlux {
 
-/// What `bitlux doctor` was told.
+/// Arguments of `bitlux doctor`.
 struct DoctorOptions {
     bool udev = false; ///< print a rule file instead
 };
@@ -18,8 +18,9 @@ struct DoctorOptions {
 /// Adds the command to the command line; `options` is filled when it is parsed.
 CLI::App& addDoctorCommand(CLI::App& app, DoctorOptions& options);
 
-/// Prints a line for everything that sending over a real bus needs, with what to do where it is
-/// wrong, and a verdict. Returns the exit code of the program: 0 when a bus can be used.
+/// Prints a line for everything that sending over a real bus requires, with a remedy where
+/// something is wrong, and a verdict. Returns the exit code of the program: 0 when a bus can be
+/// used.
 int runDoctorCommand(const DoctorOptions& options, const Machine& machine, std::ostream& output,
                      std::ostream& errors);
 

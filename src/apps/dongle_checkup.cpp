@@ -17,7 +17,7 @@ using Rank = Finding::Rank;
 
 constexpr std::string_view listName = "dongles.conf";
 
-/// The driver that has interface 0, and under which name.
+/// The driver of interface 0, and the name of the interface.
 struct Binding {
     std::string interface; ///< as "1-2:1.0"
     std::string driver;    ///< empty for none
@@ -37,7 +37,7 @@ Binding bindingOf(const UsbCandidate& candidate) {
     return {};
 }
 
-/// The driver that stands for programs.
+/// The kernel's driver for user programs.
 bool isPrograms(const Binding& binding) {
     return binding.driver == "usbfs";
 }
@@ -193,7 +193,7 @@ void DongleCheckup::examineRules() {
     Finding finding{.subject = "udev rules",
                     .text = std::string(isPackaged ? packagedRuleFile : udevRuleFile)};
     if (!missing.empty()) {
-        // root can do without
+        // root needs no membership
         finding.rank = machine_.membership(std::string(dongleGroup)) == Membership::NotNeeded
                            ? Rank::Note
                            : Rank::Wrong;

@@ -6,10 +6,9 @@
 
 namespace bitlux {
 
-/// SIGINT, SIGTERM and SIGHUP as something to ask for, for as long as this lives; there is one at a
-/// time. The first signal is only noted, a second of its kind ends the program. A signal that was
-/// ignored before stays ignored. An output that nobody reads any more is no signal meanwhile but a
-/// failure of writing.
+/// Records SIGINT, SIGTERM and SIGHUP while this exists; there is at most one instance. The first
+/// signal is only recorded, a second of its kind ends the program. A signal that was ignored before
+/// stays ignored. Meanwhile writing to a closed output is a failure instead of a signal.
 class EndSignals {
 public:
     EndSignals();
@@ -17,7 +16,7 @@ public:
     EndSignals(const EndSignals&) = delete;
     EndSignals& operator=(const EndSignals&) = delete;
 
-    /// The number of the last one that arrived.
+    /// The number of the last signal.
     [[nodiscard]] static std::optional<int> received();
 
 private:

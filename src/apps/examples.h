@@ -9,7 +9,7 @@ class App;
 
 namespace bitlux {
 
-/// Ends the help of a command with lines to try, and with the exit codes.
+/// Ends the help of a command with examples and the exit codes.
 void addExamples(CLI::App& command, const std::vector<std::string>& lines);
 
 } // namespace bitlux

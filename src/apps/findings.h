@@ -6,14 +6,14 @@
 
 namespace bitlux {
 
-/// One line of what the doctor says.
+/// One line of the doctor's output.
 struct Finding {
     enum class Rank : std::uint8_t { Good, Note, Wrong };
 
     Rank rank = Rank::Good;
     std::string subject;
     std::string text;
-    std::string fix = {};  ///< a command line, or what to do by hand; empty where nothing is
+    std::string fix = {};  ///< a command line, or what to do by hand; may be empty
     bool isUsable = false; ///< words can be sent over it now
 };
 

@@ -11,7 +11,7 @@ std::string jsonString(std::string_view text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];
         const auto byte = static_cast<std::uint8_t>(c);
-        // The control characters behind ASCII are two bytes; terminals obey them too.
+        // The control characters after ASCII are two bytes; terminals interpret them too.
         const auto next = static_cast<std::uint8_t>(i + 1 < text.size() ? text[i + 1] : 0);
         if (c == '"' || c == '\\') {
             (result += '\\') += c;

@@ -8,7 +8,7 @@ class App;
 
 namespace bitlux {
 
-/// What `bitlux list` was told.
+/// Arguments of `bitlux list`.
 struct ListOptions {
     bool names = false; ///< without descriptions
 };

@@ -16,16 +16,16 @@ enum class Membership : std::uint8_t {
     NotNeeded, ///< root
 };
 
-/// What the doctor examines, and for whom.
+/// The machine that the doctor examines, and its user.
 struct Machine {
-    std::string root; ///< stands before /sys, /proc, /dev and /etc; empty for the real ones
+    std::string root; ///< prefix of /sys, /proc, /dev and /etc; empty for the real ones
     std::vector<std::string> dongleFiles; ///< dongles.conf, the system's first
     std::string user;
     std::function<Membership(const std::string& group)> membership;
     /// Whether the user may read and write a device node.
     std::function<bool(const std::string& node)> mayOpen;
-    /// Asks a device that dongles.conf does not list whether it is a dongle. Called only for those
-    /// that the user may open. Empty: only what is listed is one.
+    /// Asks a device that dongles.conf does not list whether it is a dongle. Called only for
+    /// devices that the user may open. Empty: only listed devices are dongles.
     std::function<bool(const UsbCandidate&)> isDongle;
 };
 

@@ -6,9 +6,9 @@
 
 namespace bitlux {
 
-/// Opens a configuration file as File, Open does. Raises Failure (File) when there is none of this
-/// name, and Failure with file, line and reason when it is damaged; what is no configuration ends
-/// in a box.
+/// Opens a configuration file like File, Open. Raises Failure (File) when there is no file of this
+/// name, and Failure with file, line and reason when it is damaged; for a file that is no
+/// configuration a box is shown.
 void openConfiguration(Program& program, const std::string& fileName);
 
 } // namespace bitlux

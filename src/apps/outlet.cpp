@@ -30,7 +30,7 @@ std::unique_ptr<BenchClock> makeClock(bool real, const Interruption& interruptio
     return std::make_unique<InterruptibleVirtualClock>(interruption);
 }
 
-/// Who chose the port has no dongle opened.
+/// No dongle is opened when the port was chosen.
 HardwareChoice choiceOf(const OutletOptions& options) {
     HardwareChoice choice;
     choice.serial = options.serial;

@@ -16,22 +16,21 @@ namespace bitlux {
 
 class LinuxHardware;
 
-/// What the words go out on: this machine, in real time, or the virtual bench, in virtual time.
+/// The destination of words: this machine, in real time, or the virtual bench, in virtual time.
 class Outlet {
 public:
-    /// Prints on `errors` what is wrong with the lists of dongles.
+    /// Prints problems of the lists of dongles on `errors`.
     Outlet(const OutletOptions& options, Interruption interruption, std::ostream& errors);
     ~Outlet();
     Outlet(const Outlet&) = delete;
     Outlet& operator=(const Outlet&) = delete;
 
-    /// Raises Failure, with what there is instead, when the port or the dongle that was chosen is
-    /// not there.
+    /// Raises Failure, naming the alternatives, when the chosen port or dongle does not exist.
     void demandChosen() const;
     [[nodiscard]] Hardware hardware();
     [[nodiscard]] EventLoop& loop() { return loop_; }
     [[nodiscard]] const Clock& clock() const { return *clock_; }
-    /// Wires the device of the bench as the settings in force tell.
+    /// Wires the device of the bench as the settings in force say.
     void wireFor(const Session& session);
 
 private:

@@ -14,7 +14,7 @@ namespace bitlux {
 
 namespace {
 
-/// Takes what `read` reads without Failure.
+/// Accepts what `read` reads without Failure.
 CLI::Validator readable(const std::string& name, std::function<void(const std::string&)> read) {
     return {[read = std::move(read)](const std::string& text) -> std::string {
                 try {
@@ -48,7 +48,8 @@ void addBenchOptions(CLI::App& command, OutletOptions& options) {
     command
         .add_option("--fault", options.faults,
                     "What goes wrong with the dongle of the virtual bench: silent, late:MS, "
-                    "short:BYTES, stalled, babbling, gone, gone:MS; then @FRAME, /CHANCE")
+                    "short:BYTES, stalled, babbling, gone, gone:MS; then @FRAME, /CHANCE; "
+                    "or busy: it cannot be opened")
         ->check(readable("FAULT", [](const std::string& text) { dongleFaultFrom(text); }))
         ->take_all()
         ->allow_extra_args(false);

@@ -14,7 +14,7 @@ class App;
 
 namespace bitlux {
 
-/// Where a command sends to.
+/// The destination of a command.
 struct OutletOptions {
     std::string bench;               ///< a device of the virtual bench, empty for this machine
     std::string bus;                 ///< "dongle", "port" or empty
@@ -22,18 +22,18 @@ struct OutletOptions {
     std::string serial;              ///< the serial number of the dongle, or empty
     std::vector<std::string> faults; ///< of the dongle on the virtual bench
     std::uint32_t seed = 1;
-    std::string replies;               ///< hexadecimal numbers between commas
+    std::string replies;               ///< hexadecimal numbers separated by commas
     std::vector<std::string> switches; ///< of the chip on the virtual bench, turned on
 
     [[nodiscard]] std::optional<Bus> chosenBus() const;
 };
 
-/// Adds the options to a command; `busHelp` is what --bus does there. The result raises
-/// CLI::ValidationError for options that do not go together; to be called when all are parsed.
+/// Adds the options to a command; `busHelp` describes --bus for it. The result raises
+/// CLI::ValidationError for options that exclude each other; to be called after parsing.
 [[nodiscard]] std::function<void()> addOutletOptions(CLI::App& command, OutletOptions& options,
                                                      const std::string& busHelp);
 
-/// Texts between commas.
+/// The texts between the commas.
 std::vector<std::string> splitAtCommas(const std::string& text);
 
 } // namespace bitlux

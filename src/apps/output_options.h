@@ -9,17 +9,17 @@ class App;
 
 namespace bitlux {
 
-/// What a command leaves beside its lines: names of files, empty for none.
+/// The output files of a command: names, empty for none.
 struct OutputOptions {
     std::string trace; ///< "-" for the standard output
     std::string log;   ///< likewise
     std::string vcd;
     std::string sr;
-    bool json = false; ///< objects for the lines
+    bool json = false; ///< prints objects instead of lines
 };
 
-/// Adds the options to a command. The result raises CLI::ValidationError for options that do not
-/// go together; to be called when all are parsed.
+/// Adds the options to a command. The result raises CLI::ValidationError for options that exclude
+/// each other; to be called after parsing.
 [[nodiscard]] std::function<void()> addOutputOptions(CLI::App& command, OutputOptions& options);
 
 } // namespace bitlux

@@ -120,7 +120,7 @@ void PortCheckup::examineUse(int number, const std::string& node, Finding& findi
     finding.isUsable = true;
 }
 
-/// Drivers registered on the port, in the order of their names; a program shows as "ppdev0".
+/// Drivers registered on the port, in the order of their names; a program appears as "ppdev0".
 std::vector<std::string> PortCheckup::usersOf(int number) const {
     std::vector<std::string> users;
     std::error_code error;
@@ -169,7 +169,7 @@ Finding PortCheckup::examineGroup() const {
         finding.text = fmt::format("{} is a member, but not in this login", machine_.user);
         break;
     case Membership::Missing:
-        if (isAnyUsable()) { // by other rights
+        if (isAnyUsable()) { // through other rights
             finding.rank = Rank::Note;
             finding.text = fmt::format("{} is no member, and needs not be", machine_.user);
             return finding;

@@ -9,14 +9,14 @@
 
 namespace bitlux {
 
-/// A line at the bottom of a terminal that tells where a long run is. It comes after half a second,
-/// changes at most four times a second, and leaves nothing behind when it is cleared.
+/// A line at the bottom of a terminal with the position of a long run. It appears after half a
+/// second, changes at most four times a second, and leaves no trace when it is cleared.
 class ProgressLine {
 public:
-    /// Nothing is ever shown unless `terminal` is one.
+    /// Nothing is shown unless `terminal` is a terminal.
     ProgressLine(std::ostream& terminal, bool isTerminal);
 
-    /// Shows the text when it is time to; it is made only then.
+    /// Shows the text if an update is due; the text is made only then.
     void offer(const std::function<std::string()>& text);
     void clear();
 

@@ -7,8 +7,8 @@
 
 namespace bitlux {
 
-/// The message boxes of a run on a terminal. A pause asks whoever sits there; without anybody, and
-/// with any other box, the run ends.
+/// The message boxes of a run on a terminal. A pause asks the user of the terminal; without a
+/// terminal, and with any other box, the run ends.
 class RunBoxes : public TerminalBoxes {
 public:
     /// Answers are lines of `input`; all outlive this.
@@ -16,13 +16,13 @@ public:
 
     MessageBox::Answer show(const MessageBox& box) override;
 
-    /// A pause goes on at once, without anybody.
+    /// Whether a pause continues without a question.
     bool passesPauses = false;
     /// Called before anything is printed.
     std::function<void()> printing;
     /// Called when a box has ended the run.
     std::function<void()> ended;
-    /// Whether one has: with a message, or with a pause that was cancelled.
+    /// Whether a box ended the run: with a message, or a cancelled pause.
     [[nodiscard]] bool hasEnded() const { return hasEnded_; }
 
 private:

@@ -64,7 +64,7 @@ private:
 
     [[nodiscard]] MultipleRun& multiple() { return program().mainForm().multiple; }
     void chooseCommands();
-    /// Into the field of the first page, or into its bits, as the settings show the word.
+    /// Enters it in the field of the first page, or in its bits, depending on the display.
     void enterPinWord(const std::string& word);
     /// Once for each line.
     void tellMissingPin(std::size_t line, const std::string& name);
@@ -77,7 +77,7 @@ private:
     std::optional<LineVerdicts> verdicts_; ///< while words are sent
     int verdict_ = 0;
     bool isStopped_ = false;
-    std::set<std::size_t> toldLines_; ///< that set a pin which is not there
+    std::set<std::size_t> toldLines_; ///< lines with a pin that does not exist
 };
 
 bool Run::prepare() {
@@ -149,8 +149,8 @@ void Run::chooseCommands() {
 }
 
 std::unique_ptr<WordReport> Run::makeReport() {
-    // A pin that a line sets is no word, which a signal would be looked for before. The report
-    // hears of the line later.
+    // A line that sets a pin sends no word, before which a signal would be checked. The report is
+    // notified of the line later.
     lineBegins_ = multiple().progressChanged.follow([this] {
         if (multiple().progress())
             interruption().check();
@@ -187,7 +187,7 @@ std::string Run::where() const {
         return "";
     if (report_->isSending())
         return fmt::format("Word {}, {}: ", report_->words() + 1, report_->lineText());
-    // On the dongle that word may be none.
+    // On the dongle the field may be empty.
     return report_->isAtPin() ? fmt::format("A pin goes with the word of the first page, {}: ",
                                             report_->lineText())
                               : "";

@@ -8,16 +8,16 @@
 
 namespace bitlux {
 
-/// What `bitlux run` was told.
+/// Arguments of `bitlux run`.
 struct RunOptions {
     CommandOptions command;
     std::string file;
-    std::optional<std::string> batch; ///< the Commands To Send without one
+    std::optional<std::string> batch; ///< without one the Commands To Send
     bool passesPauses = false;
     std::string expect;                 ///< a file with the answers that are expected, or empty
     std::string junit;                  ///< the report of what has come, or empty
     bool stops = false;                 ///< at the first mismatch
-    std::optional<std::string> pinWord; ///< hexadecimal; with which pins of the dongle change
+    std::optional<std::string> pinWord; ///< hexadecimal; sent with changes of the dongle's pins
 };
 
 /// Adds the command to the command line; `options` is filled when it is parsed.

@@ -104,7 +104,7 @@ const AnswerPattern* SendRun::patternOf(std::size_t word) const {
     return patterns_.size() == 1 ? &patterns_.front() : &patterns_.at(word);
 }
 
-/// Finds what is wrong with a word of the command line before the first is sent.
+/// Finds problems with the words of the command line before the first is sent.
 void SendRun::checkGivenWords() {
     std::uint64_t number = 0;
     for (const std::string& text : options_.words) {

@@ -10,7 +10,7 @@
 
 namespace bitlux {
 
-/// What `bitlux send` was told.
+/// Arguments of `bitlux send`.
 struct SendOptions {
     CommandOptions command;
     WordOptions shape;

@@ -8,10 +8,10 @@
 
 namespace bitlux {
 
-/// Names and values for a reader's eye.
+/// Names and values for display.
 using SettingRows = std::vector<std::pair<std::string, std::string>>;
 
-/// The settings as the configuration dialog holds them, but for the bus.
+/// The settings in the configuration dialog, without the bus.
 SettingRows settingRows(Program& program);
 
 } // namespace bitlux

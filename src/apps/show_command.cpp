@@ -23,7 +23,7 @@ namespace {
 
 constexpr std::size_t longestName = 1000;
 
-/// The program with a file, on a bench that nothing is sent to.
+/// The program with a file, on a bench on which nothing is sent.
 class Show {
 public:
     Show(const ShowOptions& options, std::ostream& output, std::ostream& errors)
@@ -64,7 +64,7 @@ private:
         fmt::print(output_, "  {:>4}  {}{}\n", number, printable(line, longestName),
                    hasNoWord(line) ? "  (no word)" : "");
     }
-    /// Of a Quick Command that is not there; a run ends at such a line.
+    /// For a Quick Command that does not exist; a run ends at such a line.
     [[nodiscard]] bool hasNoWord(const std::string& line) {
         return !isInstruction(line) &&
                (line.empty() || !program_.session().QuickCommandTable.lastRowNamed(line));
@@ -90,8 +90,8 @@ void Show::printSettings() {
     printRows(rows);
 }
 
-/// Without a dongle the file cannot choose it, and with one it leaves the pins of the port alone;
-/// so it is opened once more when all else is read.
+/// Without a dongle the file cannot choose it, and with one the file does not read the pins of the
+/// port. So it is opened again, when everything else is read.
 const char* Show::bus() {
     bench_.dongle.plug();
     openConfiguration(program_, options_.file);

@@ -43,7 +43,7 @@ std::optional<std::string> StandardInput::line() {
 
 /// False at the end of the input.
 bool StandardInput::fill() {
-    constexpr int slice = 50; // milliseconds that an interruption may have to wait
+    constexpr int slice = 50; // milliseconds until an interruption is noticed
     {
         const ScopedValue waiting(waiting_, true);
         while (!canBeRead(slice))

@@ -7,7 +7,7 @@
 
 namespace bitlux {
 
-/// The lines of the standard input. Whoever waits for one can be interrupted.
+/// The lines of the standard input. Waiting for a line can be interrupted.
 class StandardInput {
 public:
     /// `interruption` outlives this.
@@ -16,7 +16,7 @@ public:
     /// The next line without its end; nothing at the end of the input. Input that cannot be read
     /// raises Failure (File).
     std::optional<std::string> line();
-    /// Whether somebody may be typing.
+    /// Whether a user may be typing, since it is a terminal.
     [[nodiscard]] bool isWaiting() const { return waiting_; }
 
 private:

@@ -15,7 +15,7 @@ MessageBox::Answer TerminalBoxes::show(const MessageBox& box) {
 void TerminalBoxes::print(const MessageBox& box) {
     if (where)
         errors_ << printable(where());
-    // A name out of a file may hold what a terminal would obey.
+    // A name from a file may contain control characters.
     constexpr std::string_view ending = lineBreak;
     std::string_view rest = box.text;
     for (std::size_t end = 0; end != std::string_view::npos;) {

@@ -9,16 +9,16 @@
 
 namespace bitlux {
 
-/// Message boxes on a terminal: the text on the error stream. Where there is a choice the
-/// cautious button is taken, since nobody is asked.
+/// Message boxes on a terminal: the text is printed on the error stream. Of several buttons the
+/// cautious one is pressed, since nobody is asked.
 class TerminalBoxes : public MessageBoxes {
 public:
     explicit TerminalBoxes(std::ostream& errors) : errors_(errors) {}
     MessageBox::Answer show(const MessageBox& box) override;
 
-    /// Whether any box was shown that is more than a notice.
+    /// Whether a box other than a notice was shown.
     [[nodiscard]] bool shown() const { return shown_; }
-    /// What stands before a message and tells where the command is.
+    /// A prefix of messages with the position of the command.
     std::function<std::string()> where;
 
 protected:
@@ -30,7 +30,7 @@ private:
     bool shown_ = false;
 };
 
-/// A file dialog on a terminal: the name that the command line gave.
+/// A file dialog on a terminal: returns the name from the command line.
 class GivenFileName : public FileDialogs {
 public:
     explicit GivenFileName(std::string fileName) : fileName_(std::move(fileName)) {}

@@ -10,18 +10,18 @@ namespace bitlux {
 
 inline constexpr std::string_view udevRuleFile = "/etc/udev/rules.d/70-bitlux-forge.rules";
 
-/// What an installed program brings along: a rule for all that the system's dongles.conf lists, in
-/// force while there is no file of the administrator.
+/// What an installed program contains: a rule for everything in the system's dongles.conf, valid
+/// while the administrator has no file of the same name.
 inline constexpr std::string_view packagedRuleFile = "/usr/lib/udev/rules.d/70-bitlux-forge.rules";
 
-/// Whose members may open a dongle without sitting at the machine.
+/// The group whose members may open a dongle without a local login.
 inline constexpr std::string_view dongleGroup = "plugdev";
 
-/// Makes the kernel's devices look at the rules again.
+/// Makes the kernel apply the rules to its devices again.
 inline constexpr std::string_view udevReloadCommand =
     "sudo udevadm control --reload && sudo udevadm trigger";
 
-/// Writes the rules and makes them work.
+/// A command line that writes the rules and applies them.
 std::string udevInstallCommand();
 
 /// A rule file that lets users open the devices with these numbers.

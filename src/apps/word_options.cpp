@@ -13,7 +13,7 @@ namespace bitlux {
 
 namespace {
 
-/// An option that takes one of two texts, the first for true and the usual one first.
+/// An option with one of two texts: the first is true and the default.
 void addChoice(CLI::App& command, const std::string& name, const std::string& help,
                std::optional<bool>& choice, const std::string& yes, const std::string& usual,
                const std::string& other) {

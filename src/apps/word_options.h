@@ -10,8 +10,8 @@ class App;
 
 namespace bitlux {
 
-/// How the words of a command are shaped: as a configuration file says, and as options say, which
-/// go before the file.
+/// The shape of the words of a command: from a configuration file, and from options, which override
+/// the file.
 struct WordOptions {
     std::string config; ///< a configuration file, or empty
     WordSettings settings;

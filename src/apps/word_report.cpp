@@ -43,7 +43,7 @@ void WordReport::printWord() {
         printLine(fmt::format("{} {}", sent, received));
 }
 
-/// Whoever reads the lines has each at once.
+/// A reader of the lines gets each at once.
 void WordReport::printLine(const std::string& line) {
     if (printing)
         printing();

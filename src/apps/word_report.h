@@ -11,12 +11,12 @@
 
 namespace bitlux {
 
-/// Prints the words that a program sends, each as soon as its answer is there: a line "SENT
-/// RECEIVED" in hexadecimal, or an object of JSON. Times are milliseconds on the clock since it was
-/// made. An output that cannot be written raises Failure (File).
+/// Prints the words that a program sends, each when its answer has arrived: a line "SENT RECEIVED"
+/// in hexadecimal, or a JSON object. Times are milliseconds on the clock since its construction. An
+/// output that cannot be written raises Failure (File).
 class WordReport {
 public:
-    /// All outlive it; the words of `program` are printed for as long as it lives.
+    /// All outlive it; the words of `program` are printed while it exists.
     WordReport(Program& program, const Clock& clock, std::ostream& output, bool json);
     virtual ~WordReport() = default;
     WordReport(const WordReport&) = delete;
@@ -24,7 +24,7 @@ public:
 
     void beginPass() { ++pass_; }
     void endPass() { ++wholePasses_; }
-    /// In JSON the last object: how many passes were whole, and how the command ends.
+    /// In JSON the last object: the number of complete passes, and how the command ends.
     void end(int exitCode);
     /// Prints a line, or in JSON an object given without its braces.
     void printLine(const std::string& line);
@@ -36,9 +36,9 @@ public:
     std::function<void()> printing;
     /// The present pass, from 1.
     [[nodiscard]] int pass() const { return pass_; }
-    /// How many words were answered.
+    /// The number of answered words.
     [[nodiscard]] std::uint64_t words() const { return words_; }
-    /// How long the word that is on its way has been, in nanoseconds; 0 when none is.
+    /// The time since the word in transfer was sent, in nanoseconds; 0 when there is none.
     [[nodiscard]] std::int64_t sendingFor() const;
     [[nodiscard]] bool isSending() const { return sendingSince_ >= 0; }
 

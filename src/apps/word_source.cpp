@@ -14,7 +14,7 @@ namespace bitlux {
 
 namespace {
 
-/// How many bits the number of these digits has, without leading zeros.
+/// The number of bits of the number with these digits, without leading zeros.
 std::size_t bitsOfDigits(std::string_view digits) {
     const auto* const first =
         std::find_if(digits.begin(), digits.end(), [](char c) { return c != '0'; });

@@ -12,19 +12,18 @@
 
 namespace bitlux {
 
-/// The hexadecimal digits of a word as people write it: "A5C3", "0xA5C3", "A5_C3". Nothing when
-/// the text is none.
+/// The hexadecimal digits of a word in a usual notation: "A5C3", "0xA5C3", "A5_C3". Nothing for any
+/// other text.
 std::optional<std::string> wordDigits(std::string_view text);
 
-/// The digits of a word for so many bits. Raises Failure: Conversion when the text is no number,
-/// OutOfRange when it has more bits.
+/// The digits of a word of this number of bits. Raises Failure: Conversion when the text is no
+/// number, OutOfRange when it has more bits.
 std::string fittingDigits(std::string_view text, std::size_t length);
 
-/// Stands for the words of the standard input.
+/// The argument for the words of the standard input.
 inline constexpr std::string_view standardInputWords = "-";
 
-/// The words that a command was given; those of the standard input are parted by blanks and line
-/// ends.
+/// The words for a command; those of the standard input are separated by blanks and line ends.
 class WordSource {
 public:
     struct Word {

@@ -19,7 +19,8 @@ constexpr std::int64_t millisecond = 1'000'000;
 [[noreturn]] void refuse(std::string_view text) {
     throw Failure(Failure::Kind::Conversion,
                   fmt::format("\"{}\" is no fault: say silent, late:MS, short:BYTES, stalled, "
-                              "babbling, gone or gone:MS, and where wanted @FRAME and /CHANCE",
+                              "babbling, gone or gone:MS, and where wanted @FRAME and /CHANCE; "
+                              "or busy",
                               text));
 }
 
@@ -74,6 +75,10 @@ bool readKind(std::string_view kind, std::string_view value, DongleFault& fault)
 DongleFault dongleFaultFrom(std::string_view text) {
     std::string_view rest = text;
     DongleFault fault;
+    if (text == "busy") {
+        fault.kind = DongleFault::Kind::Busy;
+        return fault;
+    }
     const std::string_view chance = cutFrom(rest, '/');
     const std::string_view frame = cutFrom(rest, '@');
     const std::string_view value = cutFrom(rest, ':');
@@ -84,6 +89,13 @@ DongleFault dongleFaultFrom(std::string_view text) {
         refuse(text);
     return fault;
 }
+
+DongleFaults::DongleFaults(std::vector<DongleFault> faults, std::uint32_t seed)
+    : faults_(std::move(faults)),
+      random_(seed),
+      refusesOpening_(std::erase_if(faults_, [](const DongleFault& fault) {
+                          return fault.kind == DongleFault::Kind::Busy;
+                      }) > 0) {}
 
 DongleFault DongleFaults::next() {
     ++frames_;

@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::size_t firstDataByte = 3;
 
-/// Where the bit that travels as the n-th stands. Bits beyond the frame have no place.
+/// The position of the n-th bit in the order of transfer. Bits beyond the frame have none.
 struct Place {
     explicit Place(int n) : byte(firstDataByte + static_cast<std::size_t>(n / 8)), bit(7 - n % 8) {}
 
@@ -52,7 +52,7 @@ public:
         const bool sameEdge = shape_.validOnRising == shape_.toggledOnRising;
         bool firstEdge = !shape_.clockIdlesHigh; // rising
         if (!sameEdge && firstEdge == shape_.validOnRising) {
-            put(bit); // it has to stand before the first edge
+            put(bit); // it must be stable before the first edge
             drive();
         }
         bool received = false;

@@ -21,6 +21,8 @@ public:
     UsbStatus open(int index) override {
         if (index != 0 || !dongle_.plugged())
             return UsbStatus::Gone;
+        if (dongle_.faults_.refusesOpening())
+            return UsbStatus::Busy;
         plugging_ = dongle_.plugging_;
         return UsbStatus::Success;
     }

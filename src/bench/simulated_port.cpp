@@ -44,7 +44,7 @@ std::int32_t SimulatedPort::Inp(std::int16_t address) {
         return status;
     }
     default:
-        return 0xFF; // nobody drives the bus there
+        return 0xFF; // nothing drives the bus there
     }
 }
 

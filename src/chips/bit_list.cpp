@@ -13,7 +13,7 @@ namespace {
 
 constexpr int mostBits = 64;
 
-/// The number that `text` is, 0 to 63.
+/// Parses a number from 0 to 63.
 std::optional<int> bitNumber(std::string_view text) {
     const std::optional<int> number = wholeNumber<int>(text);
     return number && *number >= 0 && *number < mostBits ? number : std::nullopt;

@@ -7,7 +7,7 @@
 
 #include <fmt/format.h>
 
-/// Checks the chip files that its arguments name, as the build does with those of the product.
+/// Checks the chip files named as arguments. The build runs it for the chips of the product.
 int main(int count, char** arguments) try {
     using namespace bitlux::chips;
     int bad = 0;

@@ -64,7 +64,7 @@ private:
         checkCharacters(line.value, at);
     }
 
-    /// Files of sequences are in a code page.
+    /// Files of sequences use a code page.
     void checkCharacters(const std::string& text, const Place& at) {
         try {
             toCodePage(text);
@@ -201,7 +201,7 @@ private:
                 found_.census.nearText(caption.label));
     }
 
-    /// Pages that a part in C++ fills have its names.
+    /// Pages that a part in C++ fills must have the names that the part expects.
     void checkPages() {
         constexpr std::array<std::string_view, 4> known{"registers", "flags", "sequence",
                                                         "automatic reads"};
@@ -256,7 +256,7 @@ private:
 
     const Findings& found_;
     const Chip& chip_;
-    bool hasParts_; ///< in C++, which make controls and pages that the file does not tell
+    bool hasParts_; ///< in C++, which make controls and pages that are not in the file
     Names variants_;
     Names lines_{"Wait"};
     std::set<std::pair<std::string, std::string>> shared_; ///< write rows with their lines

@@ -9,7 +9,7 @@ namespace bitlux::chips {
 
 namespace {
 
-/// The words that a write of a register can be: bits that are always the same, and the others.
+/// The words that writes of a register can be: constant bits, and the others.
 struct Writes {
     const Register* owner = nullptr;
     std::uint64_t fixed = 0; ///< mask
@@ -56,7 +56,7 @@ private:
     void checkRequests() {
         for (const Register& any : found_.chip.registers)
             for (const View& view : any.views)
-                if (view.row.form == any.row.form && // else the same view, shown once more
+                if (view.row.form == any.row.form && // else the same view, shown again
                     view.address <= word_.address.largest())
                     checkRequest(any, view);
     }
@@ -79,7 +79,7 @@ private:
                                        view.operation == Operation::Flags ? "flags" : "read",
                                        other.owner->title),
                            "Give each operation bits of its own.");
-                told_ = true; // of all registers it is the same fault
+                told_ = true; // the same fault concerns all registers
                 return;
             }
     }

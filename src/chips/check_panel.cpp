@@ -9,7 +9,7 @@ namespace bitlux::chips {
 
 namespace {
 
-/// Each box has one use.
+/// Each box has a single use.
 void checkBoxes(const AutomaticReads& reads, const Findings& found) {
     std::set<int> taken;
     const auto take = [&](int box) {
@@ -27,7 +27,7 @@ void checkBoxes(const AutomaticReads& reads, const Findings& found) {
         take(group.box);
 }
 
-/// That all boxes are there which are named somewhere.
+/// Every box that is referred to must exist.
 void checkNumbers(const AutomaticReads& reads, const Findings& found) {
     int highest = reads.lost.highest();
     for (const AutomaticReads::Group& group : reads.groups)

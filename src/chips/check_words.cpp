@@ -6,7 +6,7 @@ namespace bitlux::chips {
 
 namespace {
 
-constexpr int frameBits = 40; ///< data that a frame of the dongle takes
+constexpr int frameBits = 40; ///< data bits of a dongle's frame
 constexpr int byteBits = 8;
 
 class WordsCheck {

@@ -50,7 +50,7 @@ ChipPtr read(const EmbeddedChip& any) {
     return result.chip;
 }
 
-/// Calls `visit` with the chip files of a folder; what cannot be looked at is not there.
+/// Calls `visit` with the chip files of a folder; inaccessible ones are skipped.
 void eachFile(const std::string& folder, const std::function<void(const fs::path& file)>& visit) {
     if (folder.empty())
         return;
@@ -87,7 +87,7 @@ ChipPtr namedChip(ChipLibrary& library, const std::string& name) {
 } // namespace
 
 ChipPtr embeddedChip(std::string_view name) {
-    static std::mutex guard; // a test or a script may run programs side by side
+    static std::mutex guard; // tests and scripts may run several programs at once
     static std::map<std::string, ChipPtr, std::less<>> known;
     const std::lock_guard lock(guard);
     if (const auto found = known.find(name); found != known.end())
@@ -155,7 +155,7 @@ std::vector<ChipLibrary::Entry> ChipLibrary::entries() const {
     for (const std::string& folder : folders_)
         eachFile(folder, [&files](const fs::path& file) {
             if (isChipName(file.stem().native()))
-                files.emplace(file.stem(), file); // the first one stays
+                files.emplace(file.stem(), file); // keeps the first one
         });
     std::vector<Entry> all;
     for (const auto& [name, file] : files)
@@ -227,7 +227,7 @@ ChipPtr ChipLibrary::refreshed(std::string_view name) {
 }
 
 ChipPtr ChipLibrary::read(std::string_view name, const std::string& file) {
-    const Stamp stamp = stampOf(file); // before it is read: a change meanwhile is seen next time
+    const Stamp stamp = stampOf(file); // before reading: a change meanwhile is noticed next time
     ChipFile result = readChipFile(file);
     if (result.chip) {
         result.problems = problemsOfUsersChip(*result.chip);

@@ -11,58 +11,58 @@
 
 namespace bitlux::chips {
 
-/// A chip of the product by name, read when it is first asked for. Raises Failure (OutOfRange) that
-/// tells near names for any other name.
+/// A chip of the product by name, parsed at the first request. Raises Failure (OutOfRange) with
+/// near names for an unknown name.
 ChipPtr embeddedChip(std::string_view name);
 
 /// All problems of a file, one a line.
 std::string describe(const Problems& problems, const std::string& file);
 
-/// The chips that there are: those of the product, and those in files of users, each named as its
-/// file is. It looks at the folders when it is asked, and reads a file when its chip is first asked
-/// for; one that is damaged hinders no other.
+/// The available chips: those of the product, and those in files of users, each named like its
+/// file. The folders are read at every request, and a file is parsed at the first request of its
+/// chip; a damaged file does not affect the others.
 class ChipLibrary {
 public:
     struct Entry {
         std::string name;
         std::string file; ///< empty for a chip of the product
     };
-    /// What became of a file that was to be kept.
+    /// The result of keeping a file.
     struct Kept {
         enum class Outcome : std::uint8_t {
-            Done,    ///< it is in the user's folder now
-            There,   ///< it was there already, byte for byte
-            Exists,  ///< another file has the name, and was to stay
-            Refused, ///< `problems` tell why
+            Done,    ///< the file is in the user's folder now
+            There,   ///< the same file was already there
+            Exists,  ///< another file has the name and was not to be replaced
+            Refused, ///< for the reasons in `problems`
         };
         Outcome outcome = Outcome::Refused;
         std::string name; ///< of the chip; empty when the file is damaged
-        std::string file; ///< where it is, or the one that has the name
+        std::string file; ///< its place, or that of the file that has the name
         Problems problems;
     };
 
     /// The folder `chips` in each of dataFolders().
     ChipLibrary();
-    /// The first folder is the user's own. A file hides those of its name in later folders. Empty
-    /// names and folders that do not exist have no files.
+    /// The first folder is the user's own. A file hides those of the same name in later folders.
+    /// Empty names and folders that do not exist are skipped.
     explicit ChipLibrary(std::vector<std::string> folders) : folders_(std::move(folders)) {}
 
-    /// All of them by their names, read or not.
+    /// All chips by their names, parsed or not.
     [[nodiscard]] std::vector<Entry> entries() const;
     [[nodiscard]] std::vector<std::string> names() const;
-    /// The user's files that stand for no chip, with the reason. Those whose content is wrong are
-    /// not among them: they are not read for it.
+    /// The user's files that are no chips by their names, with the reason. Files with invalid
+    /// content are not included, since this does not parse them.
     [[nodiscard]] std::vector<std::string> leftOut() const;
-    /// Whether there is a file of a user with this chip.
+    /// Whether a file of a user contains this chip.
     [[nodiscard]] bool isUsers(std::string_view name) const { return !fileOf(name).empty(); }
 
     /// Raises Failure (OutOfRange), with near names, unless there is such a file.
     void requireUsers(std::string_view name) const;
-    /// A chip, read at the first time. Raises Failure: OutOfRange with near names when there is
-    /// none, File with all problems when its file is damaged.
+    /// A chip, parsed at the first request. Raises Failure: OutOfRange with near names when there
+    /// is none, File with all problems when its file is damaged.
     ChipPtr chip(std::string_view name);
-    /// The same, read again when the file is another one than at that time. A chip that somebody
-    /// holds stays as it is.
+    /// The same, parsed again when the file has changed since. A chip already returned stays
+    /// unchanged.
     ChipPtr refreshed(std::string_view name);
 
     /// Reads and checks a file from anywhere and copies it to the user's folder under the name of
@@ -71,7 +71,7 @@ public:
     Kept keep(const std::string& fileName, bool replaces = false);
 
 private:
-    /// By what a file that was replaced or changed differs from before.
+    /// Identifies the version of a file that may be replaced or changed.
     struct Stamp {
         std::uint64_t device = 0;
         std::uint64_t node = 0;
@@ -98,8 +98,8 @@ private:
 /// Failure as ChipLibrary::chip does; of a file it tells all problems.
 ChipPtr chosenChip(ChipLibrary& library, const std::string& nameOrFile);
 
-/// What is wrong with a chip in a file of a user beyond what validate() finds: its name is that of
-/// a chip of the product, or it wants something that only those have.
+/// Problems of a chip in a file of a user beyond validate(): its name is that of a chip of the
+/// product, or it uses something reserved for those.
 Problems problemsOfUsersChip(const Chip& chip);
 
 } // namespace bitlux::chips

@@ -217,7 +217,7 @@ void readDocument(const Node& document, const std::string& file, Chip& chip, Pro
     chip.panel = readPanel(table.section("panel"), chip, problems);
 }
 
-/// In the order of the text, and no more than anybody reads.
+/// In the order of the text, limited to a readable number.
 void arrange(Problems& problems) {
     std::stable_sort(problems.begin(), problems.end(),
                      [](const Problem& one, const Problem& other) {

@@ -12,21 +12,21 @@
 
 namespace bitlux::chips {
 
-/// The controls that a description makes, with those of its sequence. Two of one name are a
-/// problem; rows that registers share are not.
+/// The controls that a description makes, including those of its sequence. Two with the same name
+/// are a problem, unless they are rows that registers share.
 class ControlCensus {
 public:
     enum class Kind : std::uint8_t { Label, Button, Option, Box, Other };
 
-    /// Adds what it finds to `problems`.
+    /// Adds its findings to `problems`.
     ControlCensus(const Chip& chip, Problems& problems);
 
-    /// Nothing when there is none of this name on the panel, or on a companion form.
+    /// Null when there is none of this name on the panel, or on a companion form.
     [[nodiscard]] std::optional<Kind> kindOf(const ControlName& name,
                                              const std::string& form = {}) const;
-    /// Whether there is one of the elements `first` to `last`; of any index when they are -1.
+    /// Whether one of the elements `first` to `last` exists; any index when they are -1.
     [[nodiscard]] bool hasAny(const std::string& name, int first, int last) const;
-    /// Advice for a name that there is none of.
+    /// Advice for an unknown name.
     [[nodiscard]] std::string nearText(const ControlName& name) const;
 
 private:
@@ -51,12 +51,12 @@ private:
     void tellTwice(const ControlName& name, const Place& at, const Name& before);
 
     std::map<Key, Taken> taken_;
-    /// By form and their small letters, which handlers go by.
+    /// By form and lower-case name, which handlers use.
     std::map<std::pair<std::string, std::string>, Name> names_;
     std::set<std::pair<std::string, int>> told_; ///< names and lines
     std::map<Key, int> rows_;                    ///< widths, by their first labels
     Problems& problems_;
-    mutable int asked_ = 0; ///< for near names, which take time
+    mutable int asked_ = 0; ///< limits the searches for near names, which take time
 };
 
 } // namespace bitlux::chips

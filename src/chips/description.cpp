@@ -83,7 +83,7 @@ bool Register::standsAbove() const {
 }
 
 std::vector<std::string> Chip::registerPages() const {
-    std::vector<std::pair<int, std::string>> named; // by their lines
+    std::vector<std::pair<int, std::string>> named; // by their line names
     for (const Register& any : registers)
         if (any.row.form.empty() && !any.standsAbove())
             named.emplace_back(any.at.line, any.page);

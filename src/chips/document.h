@@ -11,14 +11,14 @@
 
 namespace bitlux::chips {
 
-/// A value of a TOML document with its place in the text.
+/// A value of a TOML document with its position in the text.
 struct Node {
     struct Entry;
     using List = std::vector<Node>;
     using Table = std::vector<Entry>; ///< in the order of the keys
 
     Place at;
-    Place keyAt{}; ///< where its key stands, when it is the value of one
+    Place keyAt{}; ///< position of its key, when it is the value of one
     std::variant<std::int64_t, double, bool, std::string, List, Table> value;
 
     [[nodiscard]] const std::string* text() const { return std::get_if<std::string>(&value); }
@@ -35,14 +35,15 @@ struct Node::Entry {
     Node value;
 };
 
-/// Parses a TOML text that is bearable (see parser_guard.h). A text that is none gives nothing and
-/// one problem. Tables and lists may lie in each other 32 deep; a key may have up to eight dots.
+/// Parses a TOML text that the parser can handle (see parser_guard.h). For an invalid text the
+/// result is empty and there is one problem. Tables and lists may be nested 32 deep; a key may have
+/// up to eight dots.
 std::optional<Node> parseDocument(std::string_view text, Problems& problems);
 
-/// Writes out what a document says in short: a table in a list with a table `repeat` of parallel
-/// lists stands once for each of their places, with `{key}` in its texts replaced by what the list
-/// of that key has there; and `{0..15}` in a text of a list stands for as many texts. What repeats
-/// nothing, or stands where it repeats nothing, is a problem. No more than `most` nodes come of it.
+/// Expands the short forms of a document. A table in a list that contains a table `repeat` of
+/// parallel lists is repeated for each position of these lists, with `{key}` in its texts replaced
+/// by the element of that key's list. `{0..15}` in a text of a list is replaced by as many texts. A
+/// short form that repeats nothing is a problem. The result has at most `most` nodes.
 void expand(Node& document, std::size_t most, Problems& problems);
 
 } // namespace bitlux::chips

@@ -5,8 +5,8 @@
 
 namespace bitlux::chips {
 
-/// A chip of the product: its file as a text that the build took in. What lists of devices show is
-/// told beside it, so that they need not read the text.
+/// A chip of the product: its file as a text embedded by the build. What lists of devices show is
+/// stored separately, so that they need not parse the text.
 struct EmbeddedChip {
     struct Device {
         std::string_view name;

@@ -21,10 +21,10 @@ namespace {
 constexpr const char* repeatKey = "repeat";
 constexpr int longestRange = 64;
 
-/// The numbers of "{first..last}" in a text, and where it stands.
+/// The numbers of "{first..last}" in a text, and its position.
 struct Range {
     std::size_t begin = 0;
-    std::size_t end = 0; ///< behind the closing brace
+    std::size_t end = 0; ///< after the closing brace
     int first = 0;
     int last = 0;
 };
@@ -69,10 +69,10 @@ std::optional<std::string_view> placeholderIn(std::string_view text) {
     return std::nullopt;
 }
 
-/// What the lists of a `repeat` have at one place.
+/// The elements of the lists of a `repeat` at one position.
 using Values = std::map<std::string, const Node*, std::less<>>;
 
-/// How much a node is, with all that lies in it.
+/// The number of nodes of a node, including itself.
 std::size_t weightOf(const Node& node) {
     constexpr std::size_t lengthOfOne = 16;
     std::size_t weight = 1;
@@ -175,7 +175,7 @@ private:
                          [](const Node::Entry& entry) { return entry.key == repeatKey; });
         Node repeat = std::move(found->value);
         entries.erase(found);
-        expand(repeat); // its lists may have ranges
+        expand(repeat); // its lists may contain ranges
         const std::optional<std::size_t> times = timesOf(repeat);
         if (!times)
             return;
@@ -187,7 +187,7 @@ private:
                 values.emplace(key, &(*list.list())[i]);
                 added += weightOf((*list.list())[i]);
             }
-            if (tooMany(element, weight * (1 + added))) // before the memory is taken
+            if (tooMany(element, weight * (1 + added))) // before memory is allocated
                 return;
             Node one = element;
             fill(one, values);
@@ -198,7 +198,7 @@ private:
         }
     }
 
-    /// What no `repeat` around it has filled.
+    /// Reports keys that no surrounding `repeat` has filled.
     void findUnfilled(const Node& node) {
         if (node.text() != nullptr) {
             if (const std::optional<std::string_view> name = placeholderIn(*node.text()))
@@ -214,7 +214,7 @@ private:
         }
     }
 
-    /// How often a `repeat` repeats; nothing when it is wrong.
+    /// The number of repetitions of a `repeat`; nothing when it is invalid.
     std::optional<std::size_t> timesOf(const Node& repeat) {
         std::optional<std::size_t> times;
         bool good = repeat.table() != nullptr && !repeat.table()->empty();
@@ -244,7 +244,8 @@ private:
         }
     }
 
-    /// A text that is nothing but a key becomes the value itself, which may be a number or a list.
+    /// A text that consists of a single key becomes the value itself, which may be a number or a
+    /// list.
     static void fillText(Node& node, const std::string& text, const Values& values) {
         std::string filled;
         std::size_t done = 0;
@@ -269,7 +270,7 @@ private:
     std::size_t most_;
     Problems& problems_;
     std::size_t count_ = 0;
-    int nesting_ = 0; ///< of tables that repeat
+    int nesting_ = 0; ///< of repeated tables
 };
 
 } // namespace

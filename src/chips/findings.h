@@ -8,7 +8,7 @@
 
 namespace bitlux::chips {
 
-/// What the checks of a description work with, and where they put what they find.
+/// The input of the checks of a description, and their result.
 struct Findings {
     const Chip& chip;
     const ControlCensus& census;
@@ -23,13 +23,13 @@ struct Findings {
 void checkWords(const Findings& found);
 /// Registers one by one: addresses, widths, fields, views.
 void checkRegisters(const Findings& found);
-/// Requests that a chip could not tell from each other. To be called when the words are right.
+/// Requests that a chip could not distinguish. To be called when the words are valid.
 void checkOverlaps(const Findings& found);
-/// Devices of the virtual bench, and the reset values that they and views have.
+/// Devices of the virtual bench, and the reset values of devices and views.
 void checkDevices(const Findings& found);
-/// What repeats by itself, and what of that is named elsewhere.
+/// Automatic reads, and references to them.
 void checkPanel(const Findings& found);
-/// Titles, lines of a sequence, and whatever is named elsewhere.
+/// Titles, lines of a sequence, and references to them.
 void checkNames(const Findings& found);
 
 } // namespace bitlux::chips

@@ -119,7 +119,7 @@ std::vector<ControlName> allReads(const Chip& chip) {
     return buttons;
 }
 
-/// Of a control, or of an array of them.
+/// Reads a control, or an array of controls.
 std::string nameOf(TableReader& table, const char* key, const std::string& otherwise) {
     const ControlName name = table.control(key, {.name = otherwise});
     return name.exists() ? name.name : otherwise;

@@ -10,7 +10,7 @@ namespace bitlux::chips {
 namespace {
 
 constexpr int mostBits = 64;
-constexpr std::size_t mostOptions = 4; ///< more choices are a list, where the file does not say
+constexpr std::size_t mostOptions = 4; ///< more choices are a list, unless the file says otherwise
 constexpr std::array accessNames{"read write", "read only", "write only", "read clears",
                                  "write one clears"};
 
@@ -33,7 +33,7 @@ void readChoices(TableReader& table, Field& field) {
             {.text = texts[i], .code = i < codes.size() ? codes[i] : std::uint64_t{i}});
 }
 
-/// Whether a key names the field's control, and so tells its kind.
+/// Whether a key names the field's control, and thereby its kind.
 bool readNamedControl(TableReader& table, Field& field) {
     constexpr std::array<std::pair<const char*, Field::Kind>, 3> keys{
         {{"options", Field::Kind::Options},
@@ -54,7 +54,7 @@ bool readNamedControl(TableReader& table, Field& field) {
     return named > 0;
 }
 
-/// The control that bits and texts suggest.
+/// The kind of control that bits and texts suggest.
 void deriveControl(const std::string& stem, bool writable, Field& field) {
     const std::string name = stem + "_" + identifier(field.title);
     const bool single = field.bits.size() == 1;
@@ -63,7 +63,7 @@ void deriveControl(const std::string& stem, bool writable, Field& field) {
     else
         field.kind = field.choices.size() <= mostOptions ? Field::Kind::Options : Field::Kind::List;
     if (!writable || (field.choices.empty() && !single))
-        return; // nothing to choose, or a number: its bits tell
+        return; // nothing to choose, or a number: the bits show it
     field.control.name = name;
     if (field.kind == Field::Kind::Options)
         field.control.index = 0;
@@ -153,7 +153,7 @@ void readWrite(const Node& node, const std::string& stem, Register& made, Proble
     made.alarmText = table.text("alarm_text", made.alarm.exists() ? made.title + " alarm" : "");
 }
 
-/// A register that says nothing of views has one, as wide as itself.
+/// A register without views in the file has one of its own width.
 void readViews(TableReader& table, const std::string& stem, Register& made, Problems& problems) {
     const bool none = !table.has("view");
     for (const Node* view : table.tables("view"))
@@ -240,7 +240,7 @@ Register readRegister(const Node& node, Problems& problems) {
     made.isVolatile = table.truth("volatile", false);
     made.note = table.text("note");
     const std::string stem = identifier(made.title);
-    const int width = table.number("width", 0, 1, mostBits); // 0 when the captions tell it
+    const int width = table.number("width", 0, 1, mostBits); // 0 when the captions determine it
     made.row = readRow(table, numbered(width), {.name = stem + "_W", .index = 0});
     made.hexBox = table.control("hex_box");
     made.hexButton =

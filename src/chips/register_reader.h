@@ -4,13 +4,13 @@
 
 namespace bitlux::chips {
 
-/// A title as part of a name: letters and digits stay, all else becomes an underscore.
+/// A title as part of a name: letters and digits remain, everything else becomes an underscore.
 std::string identifier(std::string_view title);
 
-/// Row, captions and colours; `captions` and `first` stand where the table has none.
+/// Row, captions and colours; `captions` and `first` are the defaults.
 Row readRow(TableReader& table, std::vector<std::string> captions, ControlName first);
 
-/// The line of a sequence that a write, a view or a command has.
+/// The line of a sequence for a write, a view or a command.
 Line readLine(TableReader& table, const std::string& name, const ControlName& button);
 
 /// A register with its fields and views.

@@ -107,7 +107,7 @@ std::vector<const Node*> TableReader::tables(std::string_view key) {
     return elements(key);
 }
 
-/// Control characters would break rows of files and obey no window.
+/// Control characters would break the rows of files, and windows do not show them.
 bool TableReader::isClean(const Node& node, const std::string& text, std::string_view key) {
     const bool clean = std::none_of(text.begin(), text.end(), [](char c) {
         const auto byte = static_cast<unsigned char>(c);

@@ -13,18 +13,18 @@
 namespace bitlux::chips {
 
 /// Reads a table of a chip's file key by key; the keys are literals. A value of the wrong kind is a
-/// problem and reads as if it were missing; a key that nobody asked for is one when the reader
-/// goes.
+/// problem and treated as missing; keys that were not read are problems when the reader is
+/// destroyed.
 class TableReader {
 public:
-    /// A node that is no table is a problem, and reads as an empty one. Both outlive the reader.
+    /// A node that is no table is a problem and treated as an empty one. Both outlive the reader.
     TableReader(const Node& node, Problems& problems);
     ~TableReader();
     TableReader(const TableReader&) = delete;
     TableReader& operator=(const TableReader&) = delete;
 
     [[nodiscard]] Place at() const { return node_.at; }
-    /// Where the value of a key stands; the table's own place when it is missing.
+    /// The position of a key's value; the position of the table when the key is missing.
     [[nodiscard]] Place at(std::string_view key) const;
     [[nodiscard]] bool has(std::string_view key) { return take(key) != nullptr; }
     /// The node of a key, or an empty table.
@@ -36,28 +36,28 @@ public:
 
     /// A text has no control characters.
     std::string text(std::string_view key, std::string otherwise = {});
-    /// Says that a key is missing unless it is there.
+    /// Adds a problem if a key is missing.
     bool require(std::string_view key, std::string advice);
-    /// A text that has to be there and to say something.
+    /// A required text that is not empty.
     std::string required(std::string_view key);
     std::vector<std::string> texts(std::string_view key);
     bool truth(std::string_view key, bool otherwise);
     /// A whole number from `least` to `most`.
     int number(std::string_view key, int otherwise, int least, int most);
-    /// 0 or more; texts as "0xFFFFFFFFFFFFFFFF" serve for what TOML cannot say.
+    /// 0 or more; texts as "0xFFFFFFFFFFFFFFFF" are for numbers beyond TOML's range.
     std::optional<std::uint64_t> word(std::string_view key);
     std::vector<std::uint64_t> words(std::string_view key);
     /// A word of up to 32 bits.
     std::uint32_t colour(std::string_view key, std::uint32_t otherwise);
     /// "7:5", "2:0,4:3", or the number of one bit.
     std::optional<BitList> bits(std::string_view key);
-    /// "Name" or "Name(3)"; an empty text is none. `otherwise` stands when the key is missing.
+    /// "Name" or "Name(3)"; an empty text is no control. `otherwise` is the default.
     ControlName control(std::string_view key, ControlName otherwise = {});
-    /// A list of such names; an empty text keeps the place of one that is not there.
+    /// A list of such names; an empty text stands for a missing control.
     std::vector<ControlName> controls(std::string_view key);
     /// A list of "Name", "Name(3)" or "Name(4..7)".
     std::vector<ControlRange> ranges(std::string_view key);
-    /// Those of one text, parted by blanks.
+    /// The names in one text, separated by blanks.
     std::vector<ControlRange> rangesIn(std::string_view text);
     /// Index of one of `choices`; 0 when the key is missing.
     int oneOf(std::string_view key, const std::vector<std::string>& choices);

@@ -4,7 +4,7 @@
 
 namespace bitlux::chips {
 
-/// What is wrong with a description; nothing when all of it can be used.
+/// The problems of a description; empty when it is valid.
 Problems validate(const Chip& chip);
 
 } // namespace bitlux::chips

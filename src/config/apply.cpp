@@ -324,15 +324,17 @@ void ConfigureDialog::choosePort() {
 
 void ConfigureDialog::showPartTabs() {
     parts_.resetTabs();
-    const std::array<std::pair<const forms::CheckBox*, std::int32_t>, 5> parts{
-        {{&CheckEnable72361, 72361},
-         {&CheckEnable72517, 72517},
-         {&CheckEnable72518, 72518},
-         {&CheckEnable72537, 72537},
-         {&CheckEnable72516, 72516}}};
-    for (const auto& [check, number] : parts)
-        if (check->checked())
+    for (const auto& [box, number] : partBoxes())
+        if (box->checked())
             parts_.addPartTab(number);
+}
+
+std::array<std::pair<forms::CheckBox*, std::int32_t>, 5> ConfigureDialog::partBoxes() {
+    return {{{&CheckEnable72361, 72361},
+             {&CheckEnable72517, 72517},
+             {&CheckEnable72518, 72518},
+             {&CheckEnable72537, 72537},
+             {&CheckEnable72516, 72516}}};
 }
 
 double ConfigureDialog::wantedWordLength() const {

@@ -78,7 +78,8 @@ std::optional<std::vector<std::string>> ConfigurationFiles::play(const std::stri
     replacing.raise();
     recoveredFrom_.reset();
     const Hourglass hourglass(parts_.desk.pointer);
-    // What a file has brought goes with it; what a hand has ticked and not saved stays.
+    // Settings of the previous file are cleared; those that the user ticked and did not save
+    // remain.
     if (std::exchange(fileHasDonglePins_, false))
         dialog().extraPins.clearDonglePins();
     reader.read();

@@ -35,7 +35,7 @@ std::string quoted(std::string_view text) {
     return fmt::format("\"{}\"", printable(toUtf8(text), most));
 }
 
-/// The number that the text stands for; `kind` says what else it might have been.
+/// The number in the text; `kind` names the other kinds that are allowed.
 double numberIn(std::string_view text, const char* kind) {
     try {
         return toNumber(text);

@@ -10,7 +10,7 @@ namespace {
 
 using forms::ComboBox;
 
-constexpr int baudStep = 64; // the code stands in the two top bits of its byte
+constexpr int baudStep = 64; // the code is in the two top bits of its byte
 constexpr const char* rangeOnUsb = "(Anything between 1 and 40)";
 constexpr const char* rangeOnPort = "(Anything between 1 and 160)";
 
@@ -150,6 +150,7 @@ void ConfigureDialog::Form_Load() {
         saveSnapshot();
         savePortSnapshot();
     } else {
+        showInForce();
         cmdCancel_Click();
         setVisible(true);
     }

@@ -17,7 +17,10 @@
 #include "transfer/dongle_link.h"
 #include "transfer/pin_layer.h"
 
+#include <array>
+#include <cstdint>
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace bitlux {
@@ -41,6 +44,7 @@ public:
         std::function<void()> startUsb;  ///< looks for the dongle and calls arrangeFor
         std::function<void()> resetTabs; ///< removes the part tabs of the main form
         std::function<void(std::int32_t partNumber)> addPartTab;
+        std::function<bool(std::int32_t partNumber)> hasPartTab;
     };
 
     ConfigureDialog(forms::FormSet& set, Parts parts);
@@ -98,10 +102,13 @@ private:
     void applyLogDecisions(std::int16_t limit);
     void choosePort();
     void showPartTabs();
+    [[nodiscard]] std::array<std::pair<forms::CheckBox*, std::int32_t>, 5> partBoxes();
 
     void saveSnapshot();
     void savePortSnapshot();
     void restoreSnapshot();
+    /// Sets the controls that have no snapshot to what is in force.
+    void showInForce();
 
     void recreateWord();
     void emptyLists();

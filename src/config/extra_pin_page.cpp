@@ -14,7 +14,7 @@ namespace {
 constexpr int dataPinCount = 5;
 constexpr int controlPinCount = 4;
 
-/// "Data 0": a number's text has room for its sign in front.
+/// "Data 0": the text of a number has a place for its sign.
 std::string pinName(const std::string& kind, int number) {
     return fmt::format("{} {}", kind, number);
 }

@@ -16,7 +16,7 @@ namespace bitlux {
 
 namespace {
 
-/// A name stands behind the bits, each of which has a blank behind it.
+/// A name follows the bits, each of which is followed by a blank.
 bool hasName(std::string_view value) {
     for (std::size_t length = 1; length > 0; value.remove_prefix(length)) {
         const bool isBit = value.starts_with("0 ") || value.starts_with("1 ");

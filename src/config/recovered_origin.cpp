@@ -53,7 +53,7 @@ std::string originIn(const std::string& fileName) {
             parseRecord(std::string_view(end).substr(end.rfind('\n') + 1));
         const auto* text = std::get_if<std::string_view>(&record.value);
         return record.key == recoveredFromKey && text != nullptr ? unescapedName(*text) : "";
-    } catch (const Failure&) { // somebody has written into it
+    } catch (const Failure&) { // its content was changed
         return {};
     }
 }

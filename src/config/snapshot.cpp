@@ -3,6 +3,7 @@
 #include "config/configure_dialog.h"
 
 #include <algorithm>
+#include <string>
 
 namespace bitlux {
 
@@ -72,6 +73,20 @@ void ConfigureDialog::restoreSnapshot() {
     const int ports = static_cast<int>(cmbPortsAvailable.items().size());
     if (ports > 0 && saved.SavedPortListIndex < ports)
         cmbPortsAvailable.setListIndex(std::max(saved.SavedPortListIndex, 0));
+}
+
+void ConfigureDialog::showInForce() {
+    for (const auto& [box, number] : partBoxes())
+        box->setValue(parts_.hasPartTab(number) ? 1 : 0);
+    chkEnableLog.setValue(session_.SessionLogEnabled == ConstOn ? 1 : 0);
+    chkEnableLog_Click();
+    txtMessageLimit.setText(std::to_string(session_.ContinuousLogLimit));
+    ChkSerialPort.setValue(session_.USBReady ? 1 : 0);
+    if (!usesDongle())
+        return;
+    for (int pin = 0; pin <= extraPins.Check.last(); ++pin)
+        extraPins.Check(pin).setValue(parts_.extraPins.has(ExtraPinPage::donglePinName(pin)) ? 1
+                                                                                             : 0);
 }
 
 } // namespace bitlux

@@ -1,8 +1,8 @@
-// Writes a picture of every form in its main states, for people to look at: all of them, those of
-// the panel of the ZT7251x family with "panel", of that of the ZT72516 with "zt72516", of those
-// whose words are bytes with "bytes", the notices of the status line with "notices", the waveforms
-// with "waveform", of the page of the ZT72517 with "zt72517", or those of the panel of a chip's
-// file with "chip" and its name. In front of these stand a folder and the scale.
+// Writes a picture of every form in its main states, for visual checks: all of them; those of the
+// panel of the ZT7251x family with "panel", of the ZT72516 with "zt72516", of the chips whose words
+// are bytes with "bytes"; the notices of the status line with "notices", the waveforms with
+// "waveform", the page of the ZT72517 with "zt72517"; or those of the panel of a chip's file with
+// "chip" and its name. A folder and the scale precede these.
 
 #include "bench/scripted_desk.h"
 #include "chips/chip_library.h"
@@ -84,7 +84,7 @@ public:
         window.grab().save(file);
     }
 
-    /// A refresh after each word, as between the clicks of a hand.
+    /// Refreshes after each word, as between two clicks of a user.
     void sendWords(const State& state, gui::MainWindow& window) {
         for (const char* word : state.words) {
             if (state.hex)
@@ -404,7 +404,7 @@ void paintTypes(const QString& file, bool msbFirst, QSize size) {
     sheet.grab().save(file);
 }
 
-/// Pictures that stand in files of their own; true when nothing else is wanted.
+/// Pictures with source files of their own; true when nothing else is wanted.
 bool paintScreens(std::string_view only, const QString& folder, const QString& tail) {
     struct Row {
         std::string_view name;

@@ -59,7 +59,7 @@ std::optional<double> fewDigits(std::string_view text) {
     return wholeNumber<std::uint32_t>(text);
 }
 
-/// from_chars knows no "D" for an exponent.
+/// from_chars does not accept "D" for an exponent.
 void spellExponent(std::string& number) {
     const std::size_t sign = number.front() == '-' || number.front() == '+' ? 1 : 0;
     const std::size_t behindDigits = number.find_first_not_of("0123456789.", sign);

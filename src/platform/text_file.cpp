@@ -70,7 +70,7 @@ private:
     int error_;
 };
 
-/// A new file beside its target that takes the target's place, or goes away.
+/// A new file beside its target, which replaces the target or is removed.
 class Replacement {
 public:
     explicit Replacement(const fs::path& target)
@@ -121,8 +121,8 @@ private:
     bool finished_ = false;
 };
 
-/// Writes over a file where it stands. Room for all of it comes first, so that a full disk leaves
-/// the old content whole.
+/// Overwrites a file in place. The space for all of it is allocated first, so that a full disk
+/// leaves the old content intact.
 void overwrite(const std::string& shownName, const fs::path& target, std::string_view content) {
     OpenFile file(::open(target.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat old {};

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::int16_t batchTab = 2; ///< the last of the generic ones
 
-/// Puts the dongle into test mode. One that does not answer, or that is gone, is no failure.
+/// Puts the dongle into test mode. A missing answer or dongle is no failure.
 void enterTestMode(const Session& session, DongleLink& dongle) {
     if (!session.USBReady)
         return;

@@ -60,25 +60,27 @@ Program::Program(const Hardware& hardware, const Desk& desk)
               [this] {
                   MainForm& form = *mainForm_;
                   return std::make_unique<ConfigureDialog>(
-                      forms_, ConfigureDialog::Parts{
-                                  .session = session_,
-                                  .pins = pins_,
-                                  .boxes = desk_.boxes,
-                                  .singleWord = form.singleWord,
-                                  .log = form.log,
-                                  .commands = form.commands,
-                                  .emptied = form.emptied,
-                                  .extraPins = form.extraPins,
-                                  .labelMainTitle = form.labelMainTitle,
-                                  .lblConfigNag = form.lblConfigNag,
-                                  .startUsb = [this] { Start_USB(); },
-                                  .resetTabs =
-                                      [this, &form] { // the last step of Apply
-                                          form.tabs.ResetTabs();
-                                          panels_.keepShape();
-                                      },
-                                  .addPartTab =
-                                      [&form](std::int32_t part) { form.tabs.addPartTab(part); }});
+                      forms_,
+                      ConfigureDialog::Parts{
+                          .session = session_,
+                          .pins = pins_,
+                          .boxes = desk_.boxes,
+                          .singleWord = form.singleWord,
+                          .log = form.log,
+                          .commands = form.commands,
+                          .emptied = form.emptied,
+                          .extraPins = form.extraPins,
+                          .labelMainTitle = form.labelMainTitle,
+                          .lblConfigNag = form.lblConfigNag,
+                          .startUsb = [this] { Start_USB(); },
+                          .resetTabs =
+                              [this, &form] { // the last step of Apply
+                                  form.tabs.ResetTabs();
+                                  panels_.keepShape();
+                              },
+                          .addPartTab = [&form](std::int32_t part) { form.tabs.addPartTab(part); },
+                          .hasPartTab =
+                              [&form](std::int32_t part) { return form.tabs.IsTabActive(part); }});
               }),
       saveBatch_(forms_, "frmSaveBatch",
                  [this] {
@@ -196,7 +198,7 @@ bool Program::ValidFile(const std::string& name) {
 }
 
 void Program::putIdleLevelsOnPins() {
-    // The clock goes low here whatever the type; Apply has its own idle levels.
+    // The clock is set low here for any type; Apply has its own idle levels.
     session_.DataPortPins.setLevel(session_.CSPin, session_.CSIdleLevel);
     session_.DataPortPins.setLevel(session_.ClockPin, session_.ClockLowLevel);
     session_.DataPortPins.setLevel(session_.DIPin, session_.DIZeroLevel);
@@ -318,7 +320,7 @@ void Program::itemUpdateDongle_Click() {
     if (desk_.boxes.show(question) != MessageBox::Answer::Yes || !canReachDongle())
         return;
     {
-        // A later word must not carry it, whatever becomes of this one.
+        // A later word must not contain it, even when this one fails.
         const ScopedValue request(session_.FirmwareUpdateRequest, true);
         session_.WordToSend.assign(static_cast<std::size_t>(session_.SPIWordLength), 0);
         engine_.SendSPI();
@@ -345,7 +347,7 @@ void Program::stopRecording() {
 
 void Program::itemExit_Click() {
     mainForm_->run.cmdStopContinuous_Click();
-    panels_.unloadAtEnd(); // while they can tell the dongle
+    panels_.unloadAtEnd(); // while the dongle can still be commanded
     const bool hadDongle = session_.USBReady;
     dongle_.close();
     addWait_->setVisible(false);
@@ -359,7 +361,7 @@ void Program::itemExit_Click() {
 void Program::close(Closing who) {
     if (closing_ || !running_)
         return;
-    // When nobody answers the question it can be asked again.
+    // When the question is not answered it can be asked again.
     const ScopedValue closing(closing_, true);
     const ScopedValue systemEnds(systemEnds_, who == Closing::System);
     forms_.perform("frmMain.Form_QueryUnload", [this] { mainForm_->call("Form_QueryUnload"); });
@@ -421,7 +423,7 @@ void Program::end() {
 void Program::unloadPanels() {
     try {
         panels_.unloadAtEnd();
-    } catch (...) { // who leaves a box unanswered must not keep the pins from their rest
+    } catch (...) { // an unanswered box must not keep the pins from their idle levels
         session_.LinkFailed = true;
     }
 }

@@ -59,7 +59,7 @@ double checkedDuration(double milliseconds) {
     return milliseconds;
 }
 
-/// The function of Python takes the interpreter when it is called, and when it goes.
+/// The Python function needs the interpreter lock when it is called, and when it is destroyed.
 void at(ScriptBench& bench, double milliseconds, const std::function<void()>& action) {
     const double duration = checkedDuration(milliseconds);
     act(bench, [&] {
@@ -108,7 +108,7 @@ BenchControls& virtualBench(ScriptBench& bench) {
     return *bench.bench();
 }
 
-/// Something that a hand does to a form by its name.
+/// User input on a form, by its name.
 auto toForm(void (forms::FormSet::*deed)(std::string_view)) {
     return [deed](ScriptBench& self, const std::string& form) {
         act(self, [&] { (self.program().forms().*deed)(form); });

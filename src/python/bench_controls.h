@@ -10,8 +10,8 @@
 
 namespace bitlux {
 
-/// The virtual bench in the hands of a script: what its device answers, and what goes wrong. Each
-/// change raises Failure (OutOfRange) once the bench is closed.
+/// The virtual bench for a script: what its device answers, and what goes wrong. Each change raises
+/// Failure (OutOfRange) once the bench is closed.
 class BenchControls {
 public:
     BenchControls(VirtualBench& bench, std::string device);
@@ -31,7 +31,7 @@ public:
     void setSilent(bool silent);
     [[nodiscard]] double lateMilliseconds() const { return late_; }
     void setLateMilliseconds(double milliseconds);
-    /// Further faults by their texts (dongleFaultFrom); frames are counted anew.
+    /// Further faults by their texts (dongleFaultFrom); the count of frames restarts.
     void setFaults(const std::vector<std::string>& faults, std::uint32_t seed);
 
     void plug();
@@ -39,13 +39,13 @@ public:
     void setLines(bool interrupt, bool reset);
 
     [[nodiscard]] const VirtualBench& bench() const { return bench_; }
-    /// Whether the bench is closed; it is open where nobody tells.
+    /// Whether the bench is closed; open when it is not set.
     std::function<bool()> isClosed;
     /// Raises Failure (OutOfRange) when it is.
     void demandOpen() const;
 
 private:
-    /// The bench, for a change.
+    /// The bench, to be changed.
     [[nodiscard]] VirtualBench& changed();
     void applyFaults();
 

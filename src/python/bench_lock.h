@@ -7,17 +7,17 @@
 
 namespace bitlux {
 
-/// Lets one thread at a time into a bench, as often as it likes. Where the program waits for events
-/// the thread lets go of all it holds, so that another one can act as a user would.
+/// Admits one thread at a time to a bench; it may enter repeatedly. While the program waits for
+/// events the thread releases the lock completely, so that another thread can act like a user.
 class BenchLock {
 public:
-    /// Waits at most so long; false when another thread is still inside.
+    /// Waits at most this long; false when another thread is still inside.
     bool enter(std::chrono::milliseconds wait);
     void leave();
 
-    /// How often the thread was inside, which takeBack wants to know.
+    /// Returns how often the thread was inside, which takeBack needs.
     unsigned letGo();
-    /// Waits for as long as it takes.
+    /// Waits without limit.
     void takeBack(unsigned depth);
 
 private:

@@ -1,4 +1,4 @@
-// How a bench starts: what a script says about it, and what the program does while it waits.
+// Starting a bench: the arguments of a script, and what the program does while it waits.
 
 #include "python/bindings.h"
 #include "workbench/library_chips.h"
@@ -15,7 +15,7 @@ namespace {
 
 using SteadyClock = std::chrono::steady_clock;
 
-/// Signals are looked for so often at most: asking costs as much as a short word.
+/// The shortest time between two checks for signals: a check costs as much as a short word.
 constexpr std::chrono::milliseconds signalInterval{20};
 
 Interruption interruptionOfPython(const std::shared_ptr<BenchLock>& lock) {

@@ -13,7 +13,7 @@
 
 namespace bitlux::python {
 
-/// Lets other threads of Python run for as long as it lives; harmless where they may already.
+/// Lets other Python threads run while it exists; harmless where they already may.
 class WithoutGil {
 public:
     WithoutGil() {
@@ -25,8 +25,8 @@ private:
     std::optional<py::gil_scoped_release> released_;
 };
 
-/// A call of a script is inside a bench. Another thread's call waits until it has left, with the
-/// interpreter free, and signals are handled meanwhile.
+/// A call of a script is inside a bench. A call from another thread waits until it has left,
+/// without the interpreter lock, and signals are handled meanwhile.
 class InBench {
 public:
     explicit InBench(ScriptBench& bench);
@@ -38,15 +38,15 @@ private:
     BenchLock& lock_;
 };
 
-/// Looks at something of a bench, which may have been closed.
+/// Reads something of a bench, which may be closed.
 template <typename Action>
 auto look(ScriptBench& bench, Action&& action) {
     const InBench inside(bench);
     return std::forward<Action>(action)();
 }
 
-/// Acts, also on a bench that has been closed. On hardware other threads run meanwhile, so `action`
-/// touches nothing of Python.
+/// Acts on a bench, which may be closed. On hardware other threads run meanwhile, so `action` must
+/// not use Python objects.
 template <typename Action>
 auto actAnyway(ScriptBench& bench, Action&& action) {
     const InBench inside(bench);
@@ -56,10 +56,10 @@ auto actAnyway(ScriptBench& bench, Action&& action) {
     return bench.act(std::forward<Action>(action));
 }
 
-/// Raises Failure for a bench that has been closed.
+/// Raises Failure for a closed bench.
 void demandOpen(ScriptBench& bench);
 
-/// Acts on a bench. One that has been closed raises Failure.
+/// Acts on a bench. Raises Failure for a closed one.
 template <typename Action>
 auto act(ScriptBench& bench, Action&& action) {
     return actAnyway(bench, [&] {
@@ -74,7 +74,7 @@ auto act(ScriptBench& bench, Action&& action) {
 /// Seconds that a script gave, in milliseconds; raises ValueError below 0 and beyond 1e9.
 double millisecondsFrom(double seconds);
 
-/// Takes what a script gave; what is wrong with it is a ValueError.
+/// Reads an argument of a script; a problem with it is a ValueError.
 template <typename Action>
 auto argument(Action&& action) {
     try {
@@ -84,10 +84,10 @@ auto argument(Action&& action) {
     }
 }
 
-/// The exception of Python that stands for a failure.
+/// The Python exception for a failure.
 py::object exceptionOf(const Failure& failure);
 
-/// A control in the hands of a script. It is found by its name again after its form has gone.
+/// A control in a script. It is found again by its name after its form was destroyed.
 class ControlHandle {
 public:
     /// Raises UnknownName.

@@ -164,7 +164,7 @@ const char* kindOf(const ControlHandle& handle) {
     return "";
 }
 
-/// Something a hand does to a control of any kind.
+/// User input on a control of any kind.
 auto byHand(void (*deed)(forms::Control&)) {
     return [deed](const ControlHandle& handle) {
         act(handle.bench(), [&] { deed(handle.control()); });

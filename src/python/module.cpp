@@ -17,7 +17,7 @@ namespace bitlux::python {
 
 namespace {
 
-/// The exceptions of the module; they live as long as the interpreter.
+/// The exceptions of the module; they exist as long as the interpreter.
 struct Exceptions {
     PyObject* failure;
     PyObject* linkFailed;

@@ -24,7 +24,7 @@ std::unique_ptr<BenchClock> makeClock(bool realTime, const Interruption& interru
     return std::make_unique<InterruptibleVirtualClock>(interruption);
 }
 
-/// The session with another shape of a word, for as long as it lives.
+/// While it exists, the session has another shape of words.
 class BorrowedShape {
 public:
     BorrowedShape(Session& session, int bits, int type)
@@ -85,7 +85,7 @@ ScriptBench::ScriptBench(const HardwareSetup& setup, Interruption interruption,
 }
 
 ScriptBench::~ScriptBench() {
-    // What an end may still wait for asks nobody any more.
+    // The end of the program is not interrupted.
     interruption_.check = [] {};
 }
 
@@ -105,7 +105,7 @@ void ScriptBench::start(const Hardware& hardware) {
     program_->Main(setup_.commandLine);
     if (controls_)
         controls_->isClosed = [this] { return !program_->running(); };
-    failures_.clear(); // the start goes on after them; their boxes tell
+    failures_.clear(); // the start continues after these failures; their boxes report them
 }
 
 void ScriptBench::makeReady(std::optional<Bus> bus, const WordSettings& words) {

@@ -25,35 +25,35 @@
 
 namespace bitlux {
 
-/// A word or an answer, element i being bit i.
+/// A word or an answer; element i is bit i.
 using WordElements = std::vector<std::int16_t>;
 
-/// What a bench offers when its program starts.
+/// The state of a bench when its program starts.
 struct BenchSetup {
     std::string device = "loopback";
-    std::optional<Bus> bus; ///< makes the program ready to send; nothing leaves it as it starts
-    WordSettings words;     ///< where it is made ready
+    std::optional<Bus> bus; ///< prepares the program for sending, without sending anything
+    WordSettings words;     ///< in force after that
     std::vector<std::int16_t> ports{address378}; ///< the addresses of LPT1, LPT2 and so on
-    bool dongle = false; ///< whether one is plugged in; so it is for its bus
+    bool dongle = false; ///< whether one is plugged in; always for the bus "dongle"
     std::string commandLine;
-    std::vector<std::string> markers; ///< marker files that are there
+    std::vector<std::string> markers; ///< marker files that exist
     std::vector<MessageBox::Answer> answers;
     bool realTime = false;
 };
 
-/// What the program is made ready to send on when it starts on the hardware of this machine.
+/// What the program is prepared for when it starts on the hardware of this machine.
 struct HardwareSetup {
-    std::optional<Bus> bus; ///< the dongle when there is one, else the port, where nothing is said
+    std::optional<Bus> bus; ///< by default the dongle if there is one, else the port
     HardwareChoice choice;
     WordSettings words;
 };
 
-/// The program in the hands of a script: without a window, on the virtual bench or on hardware,
-/// with scripted answers to boxes and dialogs.
+/// The program for a script: without a window, on the virtual bench or on hardware, with scripted
+/// answers to boxes and dialogs.
 class ScriptBench {
 public:
-    /// `lock` is what the interruption lets go of while it sleeps. Raises Failure (PortUnusable,
-    /// LinkFailed) when the program was to be made ready and cannot be.
+    /// `lock` is released while the interruption sleeps. Raises Failure (PortUnusable, LinkFailed)
+    /// when the program cannot be prepared for sending.
     ScriptBench(BenchSetup setup, Interruption interruption, std::shared_ptr<BenchLock> lock);
     ScriptBench(const HardwareSetup& setup, Interruption interruption,
                 std::shared_ptr<BenchLock> lock);
@@ -61,8 +61,8 @@ public:
     ScriptBench(const ScriptBench&) = delete;
     ScriptBench& operator=(const ScriptBench&) = delete;
 
-    /// Runs what the script does. When something that a hand started has failed meanwhile, its
-    /// exception is raised in the end; the box that tells so has been shown.
+    /// Runs an action of the script. If an input handler failed meanwhile, its exception is raised
+    /// at the end; its box was shown.
     template <typename Action>
     auto act(Action&& action) {
         const std::size_t before = failures_.size();
@@ -76,23 +76,24 @@ public:
         }
     }
 
-    /// Time passes, with all that happens in it.
+    /// Lets time pass, with all due events.
     void runFor(double milliseconds);
-    /// `action` runs when so much time has passed, also within a call that lasts.
+    /// Runs `action` after this time, also within a call.
     void at(double milliseconds, std::function<void()> action);
     [[nodiscard]] double milliseconds() const;
 
-    /// Sends words of so many bits, without touching the settings, and adds their answers to
-    /// `answers`; element i of a word is bit i. 0 stands for the present length or type.
+    /// Sends words of this number of bits, without changing the settings, and appends their answers
+    /// to `answers`; element i of a word is bit i. 0 stands for the present length or type.
     ///
-    /// Raises Failure: OutOfRange for a shape that there is none of, with nothing sent; LinkFailed
-    /// or PortUnusable with the text of the message when a word does not go through.
+    /// Raises Failure: OutOfRange for an impossible shape, with nothing sent; LinkFailed or
+    /// PortUnusable with the text of the message when a word fails.
     void transfer(std::vector<WordElements> words, int bits, int type,
                   std::vector<WordElements>& answers);
     /// Sends a word by `send`, which raises Failure when it is not answered. The failure then has
     /// the text of the message, and the kind of the bus.
     std::uint64_t answered(const std::function<std::uint64_t()>& send);
-    /// Both raise Failure with the text of the message when the file was not opened or saved whole.
+    /// Both raise Failure with the text of the message when the file was not opened or saved
+    /// completely.
     void open(const std::string& fileName);
     void save(const std::string& fileName);
 
@@ -107,7 +108,8 @@ public:
     /// Null on hardware.
     [[nodiscard]] BenchControls* bench() { return controls_.get(); }
 
-    /// Counts the forms that have gone: a control that was found before may be gone with one.
+    /// The number of forms that were destroyed: a control that was found before may be invalid
+    /// after a change.
     [[nodiscard]] int generation() const { return generation_; }
 
 private:
@@ -115,7 +117,7 @@ private:
     void makeReady(std::optional<Bus> bus, const WordSettings& words);
     WordElements transferWord(WordElements word);
     void raiseFailure(std::size_t before);
-    /// The clock idles as the type in force wants it.
+    /// Sets the clock pin to the idle level of the type in force.
     void restClock();
     [[nodiscard]] std::string lastMessage(std::size_t before) const;
 
@@ -133,7 +135,7 @@ private:
     QuietPointer pointer_;
     std::unique_ptr<InterruptibleLoop> loop_;
     WireRing trace_;
-    std::vector<std::exception_ptr> failures_; ///< of what hands started
+    std::vector<std::exception_ptr> failures_; ///< of input handlers
     std::unique_ptr<Program> program_;
     bool recording_ = false;
     int generation_ = 0;

@@ -1,4 +1,4 @@
-// Words past the forms, and what went over the wire.
+// Words sent without the forms, and the wire trace.
 
 #include "python/bindings.h"
 #include "sending/answer_pattern.h"
@@ -34,7 +34,7 @@ py::list numbersOf(const std::vector<WordElements>& answers) {
     return numbers;
 }
 
-/// Raises what has ended a transfer, with the answers that had come.
+/// Raises what ended a transfer, with the answers received until then.
 [[noreturn]] void raiseWith(const py::object& exception, const std::vector<WordElements>& answers) {
     exception.attr("answers") = numbersOf(answers);
     PyErr_SetObject(py::type::of(exception).ptr(), exception.ptr());

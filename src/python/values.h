@@ -15,8 +15,8 @@ namespace bitlux::python {
 
 namespace py = pybind11;
 
-/// What a script has raised within a call of the program. No std::exception, so that no handler
-/// takes it for a failure of its own.
+/// An exception that a script raised within a call of the program. It is no std::exception, so that
+/// no handler takes it for a failure of its own.
 struct ScriptError {
     py::error_already_set error;
 };
@@ -26,17 +26,17 @@ py::object toPython(const forms::Value& value);
 forms::Value fromPython(const py::handle& value);
 
 py::object toPython(const VariablePlace& place);
-/// Raises TypeError, ValueError, and AttributeError for what can only be read.
+/// Raises TypeError, ValueError, and AttributeError for read-only properties.
 void assign(const VariablePlace& place, const std::string& name, const py::handle& value);
 
-/// Bits of a number that is not negative, element i being bit i; raises ValueError for others.
+/// The bits of a number that is not negative; element i is bit i. Raises ValueError for others.
 std::vector<std::int16_t> bitsOf(const py::int_& number);
 py::int_ numberOf(const std::vector<std::int16_t>& bits);
 Reply replyOf(const py::int_& number);
 py::int_ numberOf(const Reply& reply);
 
 const char* nameOf(MessageBox::Answer answer);
-/// Raises ValueError for a text that is no button.
+/// Raises ValueError for a text that names no button.
 MessageBox::Answer answerFrom(const std::string& name);
 
 } // namespace bitlux::python

@@ -93,7 +93,8 @@ void bindVirtualBench(py::module_& module) {
             py::arg("faults"), py::arg("seed") = 1,
             "What goes wrong with the dongle from now on, as \"short:5/0.25\", \"late:700@3\":\n"
             "silent, late:MS, short:BYTES, stalled, babbling, gone, gone:MS; then @FRAME, /CHANCE\n"
-            "from 0 to 1, drawn from seed. Raises ValueError for any other text.")
+            "from 0 to 1, drawn from seed; or busy: it cannot be opened. Raises ValueError for\n"
+            "any other text.")
         .def("unplug", &BenchControls::unplug, "Pull the dongle out.")
         .def("plug", &BenchControls::plug, "Plug the dongle in.")
         .def_property_readonly(

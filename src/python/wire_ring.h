@@ -8,7 +8,7 @@
 
 namespace bitlux {
 
-/// The last of what happened on the wire: when it is full, the oldest goes.
+/// The last accesses and frames on the wire: when it is full, the oldest are dropped.
 class WireRing : public WireListener {
 public:
     static constexpr std::size_t usualLimit = 100'000;
@@ -23,7 +23,7 @@ public:
     }
 
     [[nodiscard]] const std::deque<WireAccess>& accesses() const { return accesses_; }
-    /// How many have gone since it was cleared.
+    /// The number dropped since it was cleared.
     [[nodiscard]] std::uint64_t dropped() const { return dropped_; }
     [[nodiscard]] std::size_t limit() const { return limit_; }
     void setLimit(std::size_t limit) {

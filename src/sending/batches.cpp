@@ -84,7 +84,7 @@ void Batches::cmdDeleteBatch_Click() {
         session_.ConfigDirty = ConstOn;
         return;
     }
-    // Whoever keeps the only Batch is asked a second time.
+    // Replacing the only Batch is confirmed by a second question.
     const std::optional<int> n = find(cmbBatches.text());
     if (!n) {
         say("Batch name was not found!");
@@ -93,7 +93,7 @@ void Batches::cmdDeleteBatch_Click() {
     if (!confirmDelete())
         return;
     cmbBatches.removeItem(*n - 1);
-    // Selecting a Batch loads it, and it is found as long as the lists stand where they were.
+    // Selecting a Batch loads it, and it is found while the lists keep their order.
     cmbBatches.setListIndex(cmbBatches.items().empty() ? -1 : 0);
     session_.lstBatchList.remove(*n);
     session_.ConfigDirty = ConstOn;

@@ -35,8 +35,8 @@ void turnPage(const forms::TabStrip& tabs, const forms::ControlArray<forms::Fram
     current = static_cast<std::int16_t>(tabs.selected());
 }
 
-/// The pin update flag for as long as it lives. Where no word has carried the change, the pins and
-/// the choice of the row are what they were, or none.
+/// The pin update flag, while this exists. If no word transferred the change, the pins and the
+/// choice of the row are restored.
 class PinUpdate {
 public:
     PinUpdate(Session& session, forms::OptionGroup& choice)

@@ -8,8 +8,8 @@
 
 namespace bitlux {
 
-/// The progress of a run for as long as it lives. A run that a handler starts during the wait of
-/// another gives place to that one at its end.
+/// The progress of a run, while this exists. A run that a handler starts during the wait of another
+/// is replaced by that one at its end.
 class MultipleRun::Shown {
 public:
     Shown(MultipleRun& run, const RunProgress& progress) : run_(run), outer_(run.progress_) {

@@ -15,7 +15,7 @@ constexpr std::int64_t sleepWithoutWords = 1'000'000'000;
 
 } // namespace
 
-/// A run, for as long as this lives.
+/// A run, while this exists.
 class RunControls::UnderWay {
 public:
     UnderWay(RunControls& controls, State first)

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::uint8_t highestType = 7;
 
-/// Goes through the elements of a word in the order in which they travel.
+/// Iterates over the elements of a word in the order of transfer.
 class Elements {
 public:
     explicit Elements(const Session& session)

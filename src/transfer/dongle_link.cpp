@@ -15,7 +15,7 @@ constexpr std::uint8_t inPipe = 0x81;
 constexpr std::uint8_t outPipe = 0x02;
 constexpr UsbBuffers buffers{.size = 8, .count = 3, .errorsAllowed = 5};
 
-/// Frames that nobody asked for; a dongle that sends more does not stop by itself.
+/// Unexpected frames; a dongle that sends more does not stop by itself.
 constexpr int mostUnasked = 64;
 
 /// The transport is asked again when this has passed; it ends no wait.
@@ -131,7 +131,7 @@ DongleLink::Outcome DongleLink::attempt(const UsbFrame& frame, UsbFrame& answer,
     Sent sent{.start = clock_.nanoseconds(), .limit = limit, .outcome = {}};
     try {
         awaitAnswer(sent, loop);
-    } catch (...) { // whoever waited was interrupted; the answer may still come
+    } catch (...) { // the wait was interrupted; the answer may still come
         if (!sent.outcome)
             missAnswer(clock_.nanoseconds() + lateAnswerLimit);
         throw;
@@ -169,7 +169,7 @@ void DongleLink::look(Sent& sent, std::int64_t longest) {
     }
 }
 
-/// Lets the answer come that somebody further down the stack waits for, or its time pass.
+/// Waits for the answer that a caller further down the stack expects, or for its time-out.
 void DongleLink::settleWaiting() {
     while (waiting_ != nullptr && !waiting_->outcome)
         look(*waiting_, endlessWait);

@@ -25,7 +25,7 @@ void sample(const PortWord& run, std::ptrdiff_t element) {
     run.samples[element] = static_cast<std::int16_t>(run.port.Inp(status));
 }
 
-/// Elements from the first to travel on that are bits; the others are not sent.
+/// The number of elements, in the order of transfer, that are bits; the others are not sent.
 int countBits(const std::int16_t* word, int length, bool msbFirst) {
     // Looked through without a branch first: nearly always there are no others.
     std::int16_t all = 0;

@@ -13,7 +13,7 @@ namespace {
 const ExtraPinNames donglePinNames{"Data 0",    "Data 1",    "Data 2",    "Data 3",   "Data 4",
                                    "Control 0", "Control 1", "Control 2", "Control 3"};
 
-/// Clocks the bits of a frame as its type says, half a period of its clock from edge to edge.
+/// Clocks the bits of a frame according to its type, half a period of its clock from edge to edge.
 class CommandedDrawing {
 public:
     CommandedDrawing(const CommandedWord& word, const WordRecord& record, const WireAccess& frame,
@@ -60,7 +60,7 @@ private:
 
     void write() { lines_.write(now_, levels()); }
 
-    /// Whether data is valid on the first edge of a bit, the one that leaves the idle level.
+    /// Whether data is valid on the first edge of a bit, the one from the idle level.
     [[nodiscard]] bool validComesFirst() const {
         return (type_.valid == Edge::Rising) == (type_.idle == ConstLow);
     }
@@ -104,7 +104,7 @@ private:
         lines_.sample(*bit.received == word_.dataOutOneIsHigh);
     }
 
-    /// The first of its two events makes a bit.
+    /// The first of the two events of a bit adds it.
     WaveBit& bitFor(int n) {
         const auto index = static_cast<std::size_t>(n);
         if (index == waveform_.bits.size())

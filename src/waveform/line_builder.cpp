@@ -21,7 +21,7 @@ LineBuilder::LineBuilder(Waveform& waveform, LineLevels before,
                       {"DO", Level::Unknown, {}}};
     for (unsigned n = 0; n < extraPins.size(); ++n) {
         const std::string& name = extraPins.at(n);
-        const auto isNamesake = [&](unsigned bit) { // pins of one name move together
+        const auto isNamesake = [&](unsigned bit) { // pins with the same name move together
             return extraPins.at(bit - firstExtraBit) == name;
         };
         if (name.empty() || std::any_of(extraBits_.begin(), extraBits_.end(), isNamesake))

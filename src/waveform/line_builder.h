@@ -18,21 +18,21 @@ constexpr LineLevels levelBit(unsigned bit, bool high) {
     return static_cast<LineLevels>((high ? 1U : 0U) << bit);
 }
 
-/// Makes the lines of a waveform of what happens one after the other. Times are those of the
-/// clock of the recording.
+/// Makes the lines of a waveform from successive events. Times are those of the clock of the
+/// recording.
 class LineBuilder {
 public:
-    /// `lines` get their edges from here; extra pins without a name are left out.
+    /// The edges are added to `lines`; extra pins without a name are left out.
     LineBuilder(Waveform& waveform, LineLevels before,
                 const std::array<std::string, 12>& extraPins);
 
-    /// The lines take other levels.
+    /// The lines change their levels.
     void write(std::int64_t at, LineLevels levels);
     /// DO was read.
     void sample(bool high);
     [[nodiscard]] std::int64_t lastWrite() const { return lastWrite_; }
 
-    /// Leaves out the extra pins that did not move and makes times count from the word's origin.
+    /// Removes the extra pins that did not change, and makes times relative to the word's origin.
     void finish();
 
 private:

@@ -78,7 +78,7 @@ private:
             take();
     }
 
-    /// False when the word ends before the bit does.
+    /// False when the word ends before the end of the bit.
     bool takeBit(int n) {
         WaveBit bit;
         bit.number = shape_.msbFirst ? shape_.length - 1 - n : n;
@@ -116,7 +116,7 @@ private:
         bit.dataIn.from = lines_.lastWrite();
     }
 
-    /// Each bit stands until the next takes its place.
+    /// Each bit lasts until the next one.
     void closeWindows(std::int64_t ending) {
         auto& bits = waveform_.bits;
         for (std::size_t n = 0; n < bits.size(); ++n) {

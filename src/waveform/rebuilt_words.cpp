@@ -10,7 +10,7 @@ namespace bitlux {
 
 namespace {
 
-/// Takes down what is written, and reads the samples that were read then.
+/// Records the writes, and answers reads with the original samples.
 class RepeatingPort : public ParallelPort {
 public:
     explicit RepeatingPort(const SentWord& word) : ParallelPort(false), word_(word) {}
@@ -64,7 +64,7 @@ std::vector<WireAccess> portAccesses(const SentWord& word) {
                  word.type, word.msbFirst);
     std::vector<WireAccess> accesses = port.takeAccesses();
     const auto count = static_cast<std::int64_t>(accesses.size());
-    const std::int64_t time = std::max(word.end - word.begin, count); // no two at one moment
+    const std::int64_t time = std::max(word.end - word.begin, count); // no two at the same time
     for (std::int64_t n = 0; n < count; ++n)
         accesses[static_cast<std::size_t>(n)].nanoseconds = word.begin + time * (n + 1) / count;
     return accesses;
@@ -100,7 +100,7 @@ std::vector<WordRecord> rebuiltRecords(const std::vector<SentWord>& words,
         WordRecord record;
         record.shape = shapeOf(word, extraPins);
         record.complete = true;
-        record.rebuilt = !word.onDongle; // one through the dongle is drawn as commanded anyway
+        record.rebuilt = !word.onDongle; // a word through the dongle is drawn as commanded anyway
         if (!records.empty())
             carryLevels(records.back(), record);
         else if (word.onDongle)

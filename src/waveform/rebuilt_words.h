@@ -8,8 +8,8 @@
 
 namespace bitlux {
 
-/// Records of words of which only what they were made of is kept: the accesses are those that the
-/// word engine made, spread evenly over the time that the word took.
+/// Records of words of which only the data is kept: the accesses are those of the word engine,
+/// spread evenly over the duration of the word.
 std::vector<WordRecord> rebuiltRecords(const std::vector<SentWord>& words,
                                        const std::shared_ptr<const ExtraPinNames>& extraPins);
 

@@ -18,7 +18,7 @@ namespace {
 constexpr std::int64_t second = 1'000'000'000;
 /// Samples before the first change and after the last word.
 constexpr std::int64_t margin = 2;
-constexpr std::size_t chunkBytes = std::size_t{4} << 20U; // as large as the format's own programs
+constexpr std::size_t chunkBytes = std::size_t{4} << 20U; // as the programs of this format write
 
 std::int64_t exactTick(const WaveChanges& waves) {
     std::int64_t tick = second;
@@ -27,7 +27,7 @@ std::int64_t exactTick(const WaveChanges& waves) {
     return std::gcd(tick, waves.end);
 }
 
-/// Between changes that are not simultaneous.
+/// The shortest distance of changes that are not simultaneous.
 std::int64_t shortestGap(const WaveChanges& waves) {
     std::int64_t shortest = second;
     for (std::size_t i = 1; i < waves.changes.size(); ++i)
@@ -36,7 +36,7 @@ std::int64_t shortestGap(const WaveChanges& waves) {
     return shortest;
 }
 
-/// Ticks of round sample rates, from the shortest.
+/// Sample periods of round rates, the shortest first.
 constexpr std::array<std::int64_t, 16> roundTicks{
     1, 2, 5, 10, 20, 50, 100, 200, 500, 1000, 2000, 5000, 10000, 20000, 50000, 100000};
 
@@ -52,7 +52,7 @@ bool fits(const WaveChanges& waves, std::int64_t tick, std::size_t mostSamples) 
     return static_cast<std::size_t>(samplesOf(waves, tick)) * bytesOfSample(waves) <= mostSamples;
 }
 
-/// The shortest tick of a round rate that fits, or else the longest that keeps the edges apart.
+/// The shortest period of a round rate that fits, or else the longest that separates the edges.
 std::int64_t coarserTick(const WaveChanges& waves, std::size_t mostSamples) {
     const std::int64_t longest = shortestGap(waves);
     std::int64_t best = 1;
@@ -76,7 +76,7 @@ std::string metadata(const WaveChanges& waves, std::int64_t tick) {
     return text + fmt::format("unitsize={}\n", bytesOfSample(waves));
 }
 
-/// Puts samples into the archive, a chunk at a time.
+/// Writes samples to the archive in chunks.
 class Samples {
 public:
     Samples(ZipArchive& archive, const WaveChanges& waves)
@@ -92,7 +92,7 @@ public:
         byte = static_cast<std::uint8_t>(high ? byte | mask : byte & ~mask);
     }
 
-    /// The levels as they are, up to this sample and without it.
+    /// Repeats the present levels up to this sample, exclusive.
     void fillTo(std::int64_t sample) {
         for (; written_ < sample; ++written_) {
             chunk_.insert(chunk_.end(), levels_.begin(), levels_.end());
@@ -138,7 +138,7 @@ std::string sessionFile(const WaveChanges& waves, std::int64_t tick) {
     return archive.finish();
 }
 
-/// The first of the words that have room with this tick.
+/// The first of the words that fit with this period.
 std::size_t firstThatFits(const WaveChanges& waves, std::int64_t tick, std::size_t mostSamples) {
     const auto room = static_cast<std::int64_t>(mostSamples / bytesOfSample(waves)) - 2 * margin;
     const auto first =
@@ -161,7 +161,7 @@ SampledWords exportSr(const std::deque<WordRecord>& words, const std::string& fi
             replaceFile(fileName, sessionFile(waves, tick));
             return {.words = words.size() - first, .tick = tick, .exact = exact};
         }
-        // Extra pins may have moved long before the first word that is left.
+        // Extra pins may have changed long before the first word that is kept.
         first += std::max<std::size_t>(firstThatFits(waves, tick, mostSamples), 1);
         first = std::min(first, words.size() - 1);
     }

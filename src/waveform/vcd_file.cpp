@@ -13,7 +13,7 @@ namespace {
 /// Idle time before the first change and after the last word, so that a reader sees the levels.
 constexpr std::int64_t margin = 1000;
 
-/// Of printable characters, as few as there are lines for: "!" to "~", then "!!" and so on.
+/// An identifier of printable characters, as short as possible: "!" to "~", then "!!" and so on.
 std::string identifierOf(std::size_t line) {
     constexpr std::size_t characters = '~' - '!' + 1;
     std::string identifier;

@@ -15,15 +15,15 @@ struct WaveChanges {
         Level to;
     };
     struct Line {
-        std::string name; ///< its own among the lines, printable and without blanks
+        std::string name; ///< unique among the lines, printable and without blanks
         Level before;
     };
 
-    /// Of the words from `first` on, of which there is one at least. Words never overlap: one that
-    /// would begin before the end of another begins with it.
+    /// Converts the words from `first` on, at least one. Words never overlap: one that would begin
+    /// before the end of another begins at that end.
     WaveChanges(const std::deque<WordRecord>& words, std::size_t first);
 
-    std::vector<Line> lines;          ///< CS, CLK, DI, DO, then every extra pin that moved
+    std::vector<Line> lines;          ///< CS, CLK, DI, DO, then every extra pin that changed
     std::vector<Change> changes;      ///< in order; times are nanoseconds, the first is 0
     std::vector<std::int64_t> begins; ///< of the words
     std::int64_t end = 0;             ///< of the last word
@@ -34,7 +34,7 @@ private:
     std::size_t lineOf(const Waveform& waveform, std::size_t line);
     std::string freeName(const std::string& name) const;
 
-    std::vector<std::string> names_; ///< of the lines, as the user knows them
+    std::vector<std::string> names_; ///< of the lines, as shown to the user
     std::vector<Level> levels_;
 };
 

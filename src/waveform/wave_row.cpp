@@ -14,7 +14,7 @@ void put(WaveLine& line, std::int64_t at, Level level) {
         line.edges.push_back({at, level});
 }
 
-/// A share of a length, as `part` is of `whole`.
+/// A share of a length, like `part` of `whole`.
 std::int64_t scaled(std::int64_t length, std::int64_t part, std::int64_t whole) {
     return static_cast<std::int64_t>(static_cast<double>(length) * static_cast<double>(part) /
                                      static_cast<double>(whole));
@@ -31,7 +31,7 @@ WaveRow::WaveRow(std::vector<Waveform> waveforms) {
         if (!words.empty()) {
             const Word& last = words.back();
             word.at = end() + gap;
-            // As commanded, a word can end after the next one was handed over.
+            // As commanded, a word may end after the begin of the next one.
             word.begin = std::max(word.waveform.origin - words.front().waveform.origin,
                                   last.begin + last.waveform.end);
         }
@@ -44,14 +44,14 @@ void WaveRow::addLines(std::size_t word) {
     const Waveform& waveform = words[word].waveform;
     const std::int64_t at = words[word].at;
     const std::int64_t idle = std::max<std::int64_t>(idleBefore(word), 1);
-    const auto place = [&](std::int64_t time) { // edges before a word are in the stretch before it
+    const auto place = [&](std::int64_t time) { // edges before a word are in the gap before it
         if (word == 0 || time >= 0)
             return at + time;
         return at - scaled(gap, std::min(-time, idle), idle);
     };
     for (std::size_t i = 0; i < waveform.lines.size(); ++i) {
         WaveLine& line = lineFor(waveform, i);
-        if (word > 0) // nothing is known of DO, and the wiring may be another
+        if (word > 0) // DO is unknown, and the wiring may differ
             put(line, endOf(word - 1), waveform.lines[i].before);
         for (const WaveLine::Edge& edge : waveform.lines[i].edges)
             put(line, place(edge.at), edge.to);

@@ -9,7 +9,7 @@ namespace bitlux {
 
 namespace {
 
-/// Hexadecimal, "?" for a digit with a bit that is not known.
+/// Hexadecimal, "?" for a digit with an unknown bit.
 std::string hexText(const Waveform& waveform,
                     const std::function<std::optional<bool>(const WaveBit&)>& valueOf) {
     constexpr int unknown = -1;

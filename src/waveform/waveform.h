@@ -11,7 +11,7 @@ namespace bitlux {
 
 enum class Level : std::uint8_t { Low, High, Unknown };
 
-/// A line over the time of a word.
+/// The levels of a line during a word.
 struct WaveLine {
     struct Edge {
         std::int64_t at;
@@ -20,15 +20,15 @@ struct WaveLine {
 
     std::string name;
     Level before = Level::Unknown;
-    std::vector<Edge> edges; ///< in order, each to another level
+    std::vector<Edge> edges; ///< in order, each changes the level
 
     /// At an edge, the level after it.
     [[nodiscard]] Level levelAt(std::int64_t at) const;
 };
 
-/// A bit of the word on its way.
+/// A bit of the word in transfer.
 struct WaveBit {
-    /// Where a line stands for the bit; empty when it never did.
+    /// The time in which a line has the level of the bit; empty when it never had.
     struct Window {
         std::int64_t from = 0;
         std::int64_t to = 0;
@@ -42,11 +42,12 @@ struct WaveBit {
     Window dataOut;
 };
 
-/// What a word did on the lines. Times are nanoseconds since the word began.
+/// The lines during a word. Times are nanoseconds since the word began.
 ///
-/// On the parallel port it is what was written and read. DO is known at the samples alone; a sample
-/// counts from the last write before it, since nothing has moved the chip after that, until the
-/// next, and before the first it is unknown. Through the dongle it is what the frame commands.
+/// On the parallel port these are the levels written and read. DO is known only where it was
+/// sampled. A sample is valid from the last write before it, since nothing has moved the chip after
+/// that, until the next one; before the first it is unknown. Through the dongle these are the
+/// levels that the frame commands.
 struct Waveform {
     static constexpr std::size_t chipSelect = 0;
     static constexpr std::size_t clock = 1;
@@ -64,11 +65,11 @@ struct Waveform {
     bool selectedWhenHigh = false;
     std::int64_t origin = 0; ///< when the word began, on the clock of the recording
     std::int64_t end = 0;    ///< of the word
-    /// CS, CLK, DI and DO, then the extra pins that moved since the word before. Those have edges
-    /// before the word's begin.
+    /// CS, CLK, DI and DO, then the extra pins that changed since the previous word. Those have
+    /// edges before the word's begin.
     std::vector<WaveLine> lines{};
-    std::vector<WaveBit> bits{}; ///< in the order in which they travelled
-    /// Upper-case hexadecimal with "?" where a bit is not known.
+    std::vector<WaveBit> bits{}; ///< in the order of transfer
+    /// Upper-case hexadecimal with "?" for a digit with an unknown bit.
     std::string sent{};
     std::string received{};
 };

@@ -4,13 +4,13 @@
 
 namespace bitlux {
 
-/// A frame of the dongle that carries a word, taken apart.
+/// The content of a dongle's frame with a word.
 struct CommandedWord {
     explicit CommandedWord(const UsbFrame& frame);
 
     int length;              ///< bits
     int type;                ///< 1 to 8
-    bool changesPins;        ///< the extra pins take the levels of the frame
+    bool changesPins;        ///< the extra pins get the levels of the frame
     std::uint16_t extraPins; ///< bits 0 to 4: Data 0 to Data 4; 5 to 8: Control 0 to 3
     bool selectedWhenHigh;
     bool dataInOneIsHigh;
@@ -18,10 +18,10 @@ struct CommandedWord {
     std::int64_t halfPeriod; ///< of the clock, in nanoseconds
 };
 
-/// The bit of a frame that travels as the n-th, from 0; 0 beyond the frame.
+/// The n-th bit of a frame in the order of transfer, from 0; 0 beyond the frame.
 bool bitOf(const UsbFrame& frame, int n);
 
-/// Makes the levels that a record left behind those before the next.
+/// Copies the levels after a record to those before the next.
 void carryLevels(const WordRecord& record, WordRecord& next);
 
 } // namespace bitlux

@@ -6,7 +6,8 @@ namespace bitlux {
 
 namespace {
 
-/// Of accesses between two words more than these are not kept, only the levels that they left.
+/// The largest number of accesses kept between two words; of more only the resulting levels are
+/// kept.
 constexpr std::size_t mostBetween = 1000;
 
 std::size_t bytesOf(const WordRecord& record) {
@@ -68,7 +69,7 @@ const WordRecord* WordRecorder::word(std::uint64_t number) const {
 }
 
 void WordRecorder::begin() {
-    if (inWord_) // its transfer ended by an exception
+    if (inWord_) // an exception ended its transfer
         finish(false);
     inWord_ = true;
     current_.firstOfWord = current_.accesses.size();
@@ -100,7 +101,7 @@ void WordRecorder::finish(bool complete) {
     if (!inWord_)
         return;
     inWord_ = false;
-    if (current_.accesses.size() == current_.firstOfWord) // nothing went out
+    if (current_.accesses.size() == current_.firstOfWord) // nothing was sent
         return;
     current_.complete = complete;
     keep(std::move(current_));

@@ -2,17 +2,17 @@
 
 #include "platform/failure.h"
 
-#define ZLIB_CONST // what is packed is only read
+#define ZLIB_CONST // the input is only read
 #include <zlib.h>
 
 namespace bitlux {
 
 namespace {
 
-constexpr std::uint16_t version = 20; // of the format that knows deflated entries
+constexpr std::uint16_t version = 20; // the first with deflated entries
 constexpr std::uint16_t deflated = 8;
 constexpr std::uint16_t firstDay =
-    (1U << 5U) | 1U; // 1980-01-01, so that equal words make equal files
+    (1U << 5U) | 1U; // 1980-01-01, so that equal words result in equal files
 
 template <typename... Numbers>
 std::string littleEndian(Numbers... numbers) {
@@ -25,7 +25,7 @@ std::string littleEndian(Numbers... numbers) {
     return bytes;
 }
 
-/// Without the header and the checksum that would make it a file of its own.
+/// Without the header and the checksum of a stand-alone file.
 std::string packed(std::span<const std::uint8_t> content) {
     constexpr int withoutHeader = -15;
     constexpr int usualMemory = 8;

@@ -7,8 +7,8 @@
 
 namespace bitlux {
 
-/// A ZIP file in memory, of entries below 4 GB. The small part of the format that a session needs;
-/// a library for it would bring its cryptography into every start of the window.
+/// A ZIP file in memory, of entries below 4 GB. Only the part of the format that a session needs; a
+/// library would load its cryptography at every start of the window.
 class ZipArchive {
 public:
     void add(const std::string& name, std::span<const std::uint8_t> content);

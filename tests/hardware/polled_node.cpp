@@ -4,6 +4,7 @@
 #include <ctime>
 #include <mutex>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include <poll.h>
@@ -19,6 +20,7 @@ std::mutex mutex; // the test bed's thread polls as well
 std::vector<const PolledNode*> nodes;
 thread_local int pollsOfThread = 0;
 thread_local int waitsOfThread = 0;
+thread_local std::function<void()> eventOfThread;
 
 ino_t fileOf(const std::string& node) {
     struct stat status {};
@@ -83,11 +85,17 @@ int PolledNode::waits() {
     return waitsOfThread;
 }
 
+void PolledNode::whenWaiting(std::function<void()> event) {
+    eventOfThread = std::move(event);
+}
+
 namespace {
 
 int pollAll(pollfd* asked, nfds_t count, int milliseconds) {
     ++pollsOfThread;
     waitsOfThread += std::max(milliseconds, 0);
+    if (milliseconds != 0 && eventOfThread)
+        std::exchange(eventOfThread, nullptr)();
     std::vector<pollfd> real(asked, asked + count);
     {
         const std::lock_guard lock(mutex);

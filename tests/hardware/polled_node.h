@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -31,6 +32,8 @@ public:
     static int polls();
     /// How many milliseconds this thread was ready to wait in all its polls.
     static int waits();
+    /// Runs `event` once, when this thread next begins to wait in a poll.
+    static void whenWaiting(std::function<void()> event);
 
 private:
     ino_t file_;

@@ -31,7 +31,6 @@ namespace bitlux::test {
 
 inline constexpr UsbBuffers threeFrames{.size = 8, .count = 3, .errorsAllowed = 5};
 inline constexpr std::int64_t enough = 2'000'000'000;
-inline constexpr std::int64_t little = 20'000'000;
 
 /// Two endpoints on a dongle, one that reads and one that writes.
 class UsbLink {

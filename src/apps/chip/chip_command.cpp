@@ -27,7 +27,7 @@ constexpr const char* examples =
     "    bitlux chip write zt72516 INIT.WD_spi=1 --bench zt72516\n"
     "Chips of your own are files in ~/.local/share/bitlux-forge/chips.\n";
 
-/// The title of a chip with its description, for which it has to be read.
+/// The title of a chip with its description, which requires reading it.
 std::string lineOf(chips::ChipLibrary& library, const chips::ChipLibrary::Entry& entry) {
     constexpr std::size_t longestText = 200;
     try {

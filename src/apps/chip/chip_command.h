@@ -12,7 +12,7 @@ class App;
 
 namespace bitlux {
 
-/// What `bitlux chip` was told.
+/// Arguments of `bitlux chip`.
 struct ChipOptions {
     enum class Task : std::uint8_t { List, Show, Check };
 

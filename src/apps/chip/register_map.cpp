@@ -29,10 +29,10 @@ std::string shown(const std::string& text) {
     return printable(text, longestText);
 }
 
-/// Characters of a text, of which each takes a column.
+/// The number of characters of a text, each one column wide.
 std::size_t widthOf(std::string_view text) {
     return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
-        return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; // a further byte of a character
+        return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; // not a continuation byte
     }));
 }
 
@@ -60,7 +60,7 @@ const char* accessText(Access access) {
     return "";
 }
 
-/// Words in lines, those behind the first indented to `column`.
+/// Wraps words into lines, indented to `column` from the second on.
 class Lines {
 public:
     Lines(std::ostream& output, std::string start, std::size_t column)
@@ -72,7 +72,7 @@ public:
     Lines(const Lines&) = delete;
     Lines& operator=(const Lines&) = delete;
 
-    /// `item` stays in one line.
+    /// `item` stays on one line.
     void add(const std::string& item) {
         const std::size_t needed = widthOf(item) + (isNew_ ? 0 : 1);
         if (!isNew_ && widthOf(line_) + needed > columns) {
@@ -132,7 +132,7 @@ public:
     }
 
 private:
-    /// Registers and commands, as `isHere` tells by their pages and forms.
+    /// Registers and commands that `isHere` selects by their pages and forms.
     template <typename IsHere>
     void printAll(const std::string& heading, IsHere isHere) const {
         bool isEmpty = true;
@@ -184,7 +184,7 @@ private:
         printDevices();
     }
 
-    /// What the variants are called on the virtual bench.
+    /// The names of the variants on the virtual bench.
     void printDevices() const {
         if (chip_.devices.size() < 2)
             return;
@@ -197,7 +197,7 @@ private:
                 .addWords(shown(any.description));
     }
 
-    /// In as many lines as it takes, from a column on.
+    /// Prints a text from a column on, in several lines if necessary.
     void addLine(const std::string& text, std::size_t column) const {
         Lines(output_, "", column).addWords(text);
     }
@@ -219,7 +219,7 @@ private:
         }
         printBits(any.row, told);
         for (const View& view : any.views)
-            if (view.row.form == any.row.form) // else it is shown once more
+            if (view.row.form == any.row.form) // else it is listed again
                 printView(view, any);
     }
 
@@ -238,7 +238,7 @@ private:
                 .addWords(shown(choice.text));
     }
 
-    /// The captions of bits that no field tells, the highest first.
+    /// The captions of bits without a field, the highest first.
     void printBits(const chips::Row& row, std::uint64_t told) const {
         std::vector<std::string> items;
         for (int bit = row.width() - 1; bit >= 0; --bit) {
@@ -253,12 +253,12 @@ private:
             lines.add(items[i] + (i + 1 < items.size() ? "," : ""));
     }
 
-    /// A title behind the heading that it stands under.
+    /// A title after its heading.
     static std::string titleOf(const std::string& group, const std::string& title) {
         return shown(group.empty() ? title : group + ": " + title);
     }
 
-    /// A view that shows the register as its write row does needs no words.
+    /// A view that shows the register like its write row is not described.
     void printView(const View& view, const Register& owner) const {
         if (view.operation == chips::Operation::Read && view.address == owner.address &&
             view.row.captions == owner.row.captions)

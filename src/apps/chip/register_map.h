@@ -6,9 +6,9 @@
 
 namespace bitlux {
 
-/// Prints what a chip's file says of words, registers and commands, in lines of up to 80 columns:
-/// address, title, access and reset value of each register, and below it its bits with what they
-/// mean. Only a single text that is longer goes beyond.
+/// Prints the words, registers and commands of a chip's file in lines of up to 80 columns: address,
+/// title, access and reset value of each register, and below it its bits with their meaning. Only a
+/// longer single text exceeds the width.
 void printRegisterMap(const chips::Chip& chip, std::ostream& output);
 
 } // namespace bitlux

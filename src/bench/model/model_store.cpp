@@ -26,7 +26,7 @@ ModelStore::ModelStore(chips::ChipPtr chip, std::string_view device)
                       fmt::format("{} has no device \"{}\"", chip_->title, device));
     for (const chips::Register& any : chip_->registers)
         values_.push_back(any.reset);
-    // The same request may stand twice, where a companion form shows a view once more.
+    // The same request may occur twice, when a companion form shows a view again.
     std::map<std::tuple<chips::Operation, std::uint64_t, std::uint64_t>, std::size_t> known;
     for (std::size_t i = 0; i < chip_->registers.size(); ++i) {
         std::vector<std::size_t>& places = viewsAt_.emplace_back();

@@ -56,7 +56,7 @@ public:
     }
 
 private:
-    /// The title of the view where it tells the view from others.
+    /// The title of the view, if it distinguishes the view from others.
     [[nodiscard]] std::string groupOf(const chips::Register& owner, const chips::View& view) const {
         if (!view.switches.empty())
             return view.switches;

@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::int64_t millisecond = 1'000'000;
 
-/// One of two times in milliseconds, doubled as often as the lower `doublings` bits tell.
+/// One of two times in milliseconds, doubled as often as the lower `doublings` bits say.
 std::int64_t oneOfTwo(std::uint64_t field, int doublings, std::int64_t first, std::int64_t second) {
     const std::uint64_t mask = (std::uint64_t{1} << doublings) - 1;
     return ((field >> doublings & 1) != 0 ? second : first) * millisecond << (field & mask);

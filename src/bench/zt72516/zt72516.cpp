@@ -36,7 +36,7 @@ constexpr int safeActive = 8;
 
 struct ModeRow {
     const char* name;
-    std::uint8_t state; ///< as the chip tells it
+    std::uint8_t state; ///< as the chip reports it
 };
 using Mode = ChipModes::Mode;
 constexpr std::array<ModeRow, 7> modeRows{{{"Init", 1},

@@ -57,7 +57,7 @@ private:
 } // namespace
 
 void Zt72517::setLines(bool nstb, bool en) {
-    // The modes follow the lines at once: nothing tells how long the way into sleep takes.
+    // The modes follow the lines at once: the duration of the entry to sleep is unknown.
     nstb_ = nstb;
     en_ = en;
 }

@@ -112,7 +112,7 @@ void ModeMachine::wake() {
     if (mode() == Mode::LowPowerOn)
         modes_.enter(Mode::NormalRequest);
     else if (mode() == Mode::LowPowerOff)
-        modes_.reset(); // VDD comes up anew
+        modes_.reset(); // VDD is switched on again
 }
 
 // Words

@@ -57,7 +57,7 @@ public:
     [[nodiscard]] std::vector<Reading> readings() const override;
 
 private:
-    /// A view that tells how the chip is.
+    /// A view that shows the state of the chip.
     struct MadeView {
         const chips::View* view;
         std::uint8_t (Part::*value)() const;

@@ -17,7 +17,7 @@ constexpr std::int64_t resetTime = 5 * millisecond;
 
 constexpr ByteService::Chip clears{.number = dongle::serve72537,
                                    .on = 2,
-                                   .step = millisecond * 3 / 4, // of the period it is told
+                                   .step = millisecond * 3 / 4, // of the commanded period
                                    .type = 2,
                                    .stoppedByWords = true};
 

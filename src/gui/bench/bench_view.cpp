@@ -19,7 +19,7 @@ namespace bitlux::gui {
 
 namespace {
 
-/// Shows a level as "1" or "0", lit when high.
+/// Shows a level as "1" or "0", highlighted when high.
 void showLevel(QLabel& label, bool high) {
     const QString text = high ? "1" : "0";
     if (label.text() == text)
@@ -137,7 +137,7 @@ void BenchView::showModel(const chips::Chip& chip, const QWidget& panel) {
         fillDevices();
         device_->setCurrentText(QString::fromStdString(chip.devices.front().name));
     }
-    if (bench_.dongle.chip() == nullptr) // the bench says why
+    if (bench_.dongle.chip() == nullptr) // the bench shows the reason
         return;
     chipShown_->setChecked(true);
     chip_->openBeside(panel);
@@ -210,7 +210,7 @@ void BenchView::fillDevices() {
             device_->addItem(text);
 }
 
-/// A chip that was opened meanwhile is a device too.
+/// Adds chips that were opened since.
 bool BenchView::eventFilter(QObject* watched, QEvent* event) {
     if (watched == device_ && event->type() == QEvent::FocusIn)
         fillDevices();

@@ -19,16 +19,16 @@ class QLineEdit;
 
 namespace bitlux::gui {
 
-/// The virtual bench beside the program: which device is on the lines, whether the dongle is
-/// plugged in, and what stands on the bus in use: the pins of the port, or frames and pins of the
-/// dongle. For the model of a chip there is a view of the chip at the side.
+/// The virtual bench below the window: which device is on the lines, whether the dongle is plugged
+/// in, and the state of the bus in use: the pins of the port, or frames and pins of the dongle. For
+/// the model of a chip there is a view of the chip at the side.
 class BenchView : public QDockWidget {
 public:
-    /// `device` is the name of the one that is on the lines. Follows the refreshes of `binder`.
+    /// `device` is the name of the device on the lines. Follows the refreshes of `binder`.
     BenchView(VirtualBench& bench, const Program& program, const QString& device, Binder& binder,
               QWidget* parent);
 
-    /// Shows the model of a chip beside a panel; a device that is another chip gives way to it.
+    /// Shows the model of a chip beside a panel; it replaces a device that is another chip.
     void showModel(const chips::Chip& chip, const QWidget& panel);
 
 protected:
@@ -66,7 +66,7 @@ private:
     Subscription flushed_;
 };
 
-/// Puts the virtual bench below the program's window, and the way to it into the panels.
+/// Adds the virtual bench below the program's window, and the button for it to the panels.
 void addBench(MainWindow& window, VirtualBench& bench, const QString& device);
 
 } // namespace bitlux::gui

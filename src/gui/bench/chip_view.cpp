@@ -21,7 +21,7 @@ namespace {
 constexpr int indexRole = Qt::UserRole;
 constexpr int refreshInterval = 250; // ms
 
-/// Groups that are open from the start; the others tell in their line what is on.
+/// Groups that are open initially; the line of a closed group says what is on.
 bool startsOpen(const QString& group) {
     return group == "State" || group == "Dongle" || group == "Pins" || group == "Faults";
 }
@@ -162,7 +162,7 @@ void ChipView::find(const QString& typed) {
     }
 }
 
-/// From the search to what it found; once more, to the next of it.
+/// Moves from the search field to the first match, and from there to the next.
 void ChipView::goToHit() {
     std::vector<QTreeWidgetItem*> hits;
     for (QTreeWidgetItemIterator any(tree_, QTreeWidgetItemIterator::NotHidden); *any != nullptr;

@@ -15,15 +15,15 @@ class QTreeWidgetItem;
 namespace bitlux::gui {
 
 /// The chip on the virtual bench: its state and that of the dongle's services, and what the user
-/// may turn on and off. Time goes on for the chip while this is shown.
+/// can turn on and off. Time passes for the chip while this is shown.
 class ChipView : public QDockWidget {
 public:
     ChipView(VirtualBench& bench, Binder& binder, QWidget* parent);
 
-    /// Another device is on the lines, which is a chip.
+    /// The device on the lines has changed; the new one is a chip.
     void chipChanged();
 
-    /// Comes out of its window, beside another, ready to be searched.
+    /// Moves out of the main window, beside another window, with the focus in the search field.
     void openBeside(const QWidget& other);
 
     Event<> closed; ///< by its button

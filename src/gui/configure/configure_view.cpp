@@ -45,14 +45,14 @@ ConfigureView::ConfigureView(ConfigureDialog& form, Binder& binder, QWidget* par
     for (int page = 0; page < pageCount; ++page) {
         auto* widget = new QWidget(sheet);
         binder_.bind(form_.FrameConfig(page + 1), *widget);
-        pages->addWidget(widget, 0, 0); // all in one place; one is visible
+        pages->addWidget(widget, 0, 0); // all in one cell; one is visible
         pages_[static_cast<std::size_t>(page)] = widget;
     }
     layout->addWidget(sheet, 1);
     layout->addSpacing(8);
     layout->addWidget(makeButtons({&form_.cmdOK, &form_.cmdCancel, &form_.cmdApply}));
     addPageKeys(*tabs_, *this);
-    // Behind the slot that the binder has connected.
+    // After the slot that the binder has connected.
     connect(findChild<QPushButton*>(QString::fromStdString(form_.cmdOK.fullName())),
             &QPushButton::clicked, this, [this] {
                 if (!form_.visible())
@@ -61,7 +61,7 @@ ConfigureView::ConfigureView(ConfigureDialog& form, Binder& binder, QWidget* par
     leaveOutHiddenControls();
     flushed_ = binder_.flushed.follow([this] { followForm(); });
     followForm();
-    // As large as the largest page will want to be, so that turning pages moves nothing.
+    // The size of the largest page, so that changing pages moves nothing.
     const QSize wanted(fontMetrics().averageCharWidth() * 92, fontMetrics().height() * 45);
     resize(wanted.boundedTo(QGuiApplication::primaryScreen()->availableSize() - QSize(40, 60)));
 }
@@ -79,7 +79,7 @@ bool ConfigureView::focusIsHidden() const {
     return focused != nullptr && !focused->isVisibleTo(this);
 }
 
-/// When a page is turned, the toolkit would go on to whatever comes next.
+/// When the page changes, the toolkit would move the focus to any next widget.
 bool ConfigureView::focusNextPrevChild(bool next) {
     return focusIsHidden() || FormDialog::focusNextPrevChild(next);
 }
@@ -88,7 +88,7 @@ void ConfigureView::focusPage() {
     for (QWidget* page : pages_)
         if (QWidget* field = page->isVisible() ? firstField(*page) : nullptr) {
             wantsFocus_ = false;
-            field->setFocus(Qt::TabFocusReason); // which selects the text of a field
+            field->setFocus(Qt::TabFocusReason); // selects the text of a field
         }
 }
 

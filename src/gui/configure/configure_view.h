@@ -10,8 +10,8 @@ namespace bitlux::gui {
 
 class TypeDiagram;
 
-/// The window of frmConfigureSPI: its controls, laid out on four pages, each made when it is first
-/// shown. It shows itself while the form is visible.
+/// The window of frmConfigureSPI: its controls on four pages, each made when it is first shown. It
+/// is shown while the form is visible.
 class ConfigureView : public FormDialog {
 public:
     ConfigureView(ConfigureDialog& form, Binder& binder, QWidget* parent);
@@ -20,7 +20,7 @@ public:
     Event<> accepted;
 
 protected:
-    /// It opens, and its pages are turned, with the focus in the first field.
+    /// When it opens or the page changes, the first field has the focus.
     void showEvent(QShowEvent* event) override;
     bool focusNextPrevChild(bool next) override;
 
@@ -47,7 +47,7 @@ private:
     void followWordLength();
     void leaveOutHiddenControls();
 
-    /// A group box with a pair of options below each other.
+    /// A group box with a pair of options, one below the other.
     QGroupBox* pairBox(forms::Frame& frame, forms::OptionButton& first, forms::OptionButton& second,
                        QWidget* parent);
 

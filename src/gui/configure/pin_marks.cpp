@@ -14,7 +14,7 @@ namespace bitlux::gui {
 
 namespace {
 
-/// A border over a widget, which goes on working.
+/// A border over a widget, which stays usable.
 class Border : public QWidget {
 public:
     explicit Border(QWidget& over) : QWidget(&over) {

@@ -9,17 +9,17 @@
 
 namespace bitlux::gui {
 
-/// Marks the fields of the configuration dialog whose pins clash, for the eye and for assistive
-/// tools, and says under them which lines share a pin.
+/// Marks the fields of the configuration dialog whose pins clash, visibly and for assistive tools,
+/// and says below them which lines share a pin.
 class PinMarks {
 public:
     explicit PinMarks(const ConfigureDialog& form) : form_(form) {}
 
-    /// A field that was made.
+    /// Adds a field.
     void add(const forms::ComboBox& control, QComboBox& field);
-    /// Where the clashes are told on a page.
+    /// Makes the note of a page, which lists the clashes.
     QLabel* makeNote(QWidget* parent);
-    /// Brings marks and notes up to date.
+    /// Updates marks and notes.
     void follow();
 
 private:

@@ -57,7 +57,7 @@ QSize TypeDiagram::sizeHint() const {
 }
 
 QSize TypeDiagram::minimumSizeHint() const {
-    // That of the largest, so that nothing around it moves when the type changes.
+    // The size of the largest, so that nothing around it moves when the type changes.
     QSize size;
     for (int type = 1; type <= 8; ++type)
         for (const bool msbFirst : {false, true})

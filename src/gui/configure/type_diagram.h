@@ -4,13 +4,13 @@
 
 namespace bitlux::gui {
 
-/// What a word of any type may look like beside it.
+/// What the diagram needs to know of the word beside its type.
 struct WordLook {
     bool msbFirst = true;
     bool selectedWhenHigh = false;
 };
 
-/// The timing diagram of one SPI type (1 to 8), drawn from the table of clocking types, with data
+/// The timing diagram of an SPI type (1 to 8), drawn from the table of clocking types, with data
 /// lines of the default polarity. It scales with its width and follows font and palette.
 class TypeDiagram : public QWidget {
 public:

@@ -7,7 +7,7 @@ namespace bitlux::gui {
 
 namespace {
 
-// Logical pixels; all else follows the font.
+// Logical pixels; everything else follows the font.
 constexpr qreal gap = 6;
 constexpr qreal rowGap = 10;
 constexpr qreal symbolWidth = 12;
@@ -25,19 +25,19 @@ qreal namesWidth(const QFontMetricsF& font) {
     return width + gap;
 }
 
-/// Where something stands in a row, so that a label stays clear of it.
+/// The extent of something in a row, which a label avoids.
 struct Span {
     qreal from;
     qreal to;
 };
 
-/// The middle of the widest room that the spans leave; they are sorted.
+/// The middle of the widest gap between the spans, which are sorted.
 qreal widestRoom(const std::vector<Span>& spans) {
     qreal place = 0;
     qreal widest = 0;
     for (std::size_t i = 1; i < spans.size(); ++i) {
         const qreal room = spans[i].from - spans[i - 1].to;
-        if (room > widest + 1) { // of equal ones the first, whatever the rounding
+        if (room > widest + 1) { // the first of equal gaps, whatever the rounding
             widest = room;
             place = spans[i - 1].to + room / 2;
         }
@@ -75,9 +75,10 @@ TypePicture::TypePicture(QPainter& painter, const QWidget& widget, const Content
 
 QSize TypePicture::minimumSize(const QFont& font, const Content& content) {
     const QFontMetricsF metrics(font);
-    // The shortest eye holds the end of a change, a digit and a dot that is read before the edge.
+    // The shortest eye holds the end of a change, a digit, and a dot that is sampled before the
+    // edge.
     const qreal digit = (metrics.horizontalAdvance('0') + 2 * gap) / 0.7;
-    const qreal idle = (metrics.horizontalAdvance(idleText) + gap) / 2; // two units at least
+    const qreal idle = (metrics.horizontalAdvance(idleText) + gap) / 2; // at least two units
     const qreal caption = (metrics.horizontalAdvance(content.caption) + gap) /
                           (content.timing.deselected - content.timing.selected);
     const qreal waves = TypeTiming::end * std::max({digit, idle, caption});

@@ -10,21 +10,21 @@
 
 namespace bitlux::gui {
 
-/// One painting of a type's timing on a widget, in its font and palette.
+/// Paints the timing of a type once, in a widget's font and palette.
 class TypePicture {
 public:
     struct Content {
         TypeTiming timing;
         bool sameEdge = false;         ///< data is valid and toggled on one edge
         bool selectedWhenHigh = false; ///< level of chip select within the word
-        QString caption;               ///< stands within chip select
+        QString caption;               ///< inside the chip select line
     };
 
     TypePicture(QPainter& painter, const QWidget& widget, const Content& content);
 
     void paint();
 
-    /// Smaller than this, text would be cut.
+    /// Below this size, text would be cut.
     [[nodiscard]] static QSize minimumSize(const QFont& font, const Content& content);
 
 private:
@@ -39,7 +39,7 @@ private:
     struct Wave {
         qreal top, middle, bottom;
     };
-    /// What a data line shows for a while.
+    /// The state of a data line for some time.
     struct Stretch {
         enum class Shape : std::uint8_t { Low, Floating, Eye };
         int from;

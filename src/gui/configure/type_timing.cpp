@@ -13,7 +13,7 @@ struct Levels {
     int bit = TypeTiming::noBit;
 };
 
-/// Takes down what the writes of a word do to the lines.
+/// Records what the writes of a word do to the lines.
 class Recorder {
 public:
     Recorder(const ClockingType& type, bool msbFirst)
@@ -38,7 +38,7 @@ public:
     [[nodiscard]] const Levels& levels() const { return levels_; }
     [[nodiscard]] const TypeTiming& timing() const { return timing_; }
 
-    /// Of the n-th bit on its way.
+    /// The number of the bit that is transferred n-th.
     [[nodiscard]] int bitAt(int n) const {
         if (n < 0 || n >= TypeTiming::bits)
             return TypeTiming::noBit;

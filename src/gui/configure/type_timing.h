@@ -6,9 +6,9 @@
 
 namespace bitlux::gui {
 
-/// A short word of one SPI type as it passes over the bus: the writes of the word engine, evenly
-/// spaced, and a chip that follows the edges of the type. Times are in writes, which are halves of
-/// a bit; the word begins after an idle stretch.
+/// A short word of one SPI type on the bus: the writes of the word engine, evenly spaced, and a
+/// chip that follows the edges of the type. Times are in writes, each half a bit; the word begins
+/// after some idle time.
 struct TypeTiming {
     static constexpr int bits = 4;
     static constexpr int end = 15; ///< leaves the longest type as much idle time as before the word
@@ -20,7 +20,7 @@ struct TypeTiming {
         bool valid;   ///< the chip takes data; false without chip select
         bool toggled; ///< the chip changes data; false without chip select
     };
-    /// Data stands still; `bit` counts from the least significant one, or is noBit.
+    /// The data is stable; `bit` counts from the least significant one, or is noBit.
     struct Window {
         int from;
         int to;
@@ -28,14 +28,14 @@ struct TypeTiming {
     };
     struct Read {
         double at; ///< next to the write that comes before or after it
-        int bit;   ///< the bit that it is taken for
+        int bit;   ///< the bit that is sampled
     };
 
     int selected = 0;
     int deselected = 0;
     std::vector<ClockEdge> clock;
     std::vector<Window> dataIn;  ///< zero outside
-    std::vector<Window> dataOut; ///< from chip select on to its end
+    std::vector<Window> dataOut; ///< while chip select is asserted
     std::vector<Read> reads;
 };
 

@@ -2,8 +2,8 @@
 
 namespace bitlux::gui {
 
-/// Lets assistive tools and test tools read and work the widgets that the toolkit does not know. To
-/// be called once, before the first window.
+/// Lets assistive tools and test tools read and operate the widgets that the toolkit does not know.
+/// To be called once, before the first window.
 void installAccessibility();
 
 } // namespace bitlux::gui

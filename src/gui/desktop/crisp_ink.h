@@ -4,8 +4,8 @@
 
 namespace bitlux::gui {
 
-/// Draws lines that fill whole pixels of the device at any scale factor, wherever the widget
-/// stands. Positions are those of the painter; a line lies right of or below its position.
+/// Draws lines that fill whole device pixels at any scale factor, at any position of the widget.
+/// Positions are those of the painter; a line is right of or below its position.
 class CrispInk {
 public:
     explicit CrispInk(QPainter& painter)
@@ -13,7 +13,7 @@ public:
 
     [[nodiscard]] qreal x(qreal x) const;
     [[nodiscard]] qreal y(qreal y) const;
-    /// Nearest whole number of device pixels, one at least.
+    /// The nearest whole number of device pixels, at least one.
     [[nodiscard]] qreal length(qreal length) const;
 
     /// These take positions from x() and y(), and widths from length().

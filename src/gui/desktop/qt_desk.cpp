@@ -71,7 +71,7 @@ MessageBox::Answer answerOf(int button, const MessageBox& box) {
     return box.canBeLeft ? MessageBox::Answer::Cancel : cautiousAnswer(box.buttons);
 }
 
-/// Escape and the close button of a box that can be left are no button of it.
+/// Lets Escape and the close button leave the box without pressing one of its buttons.
 void letLeave(QMessageBox& widget) {
     QPushButton* leave = widget.addButton(QMessageBox::Cancel);
     leave->hide();
@@ -79,7 +79,7 @@ void letLeave(QMessageBox& widget) {
     widget.setInformativeText("Escape goes back to the program.");
 }
 
-/// "Text Files (*.txt)|*.txt|All Files (*.*)|*.*" as the toolkit wants it.
+/// Converts "Text Files (*.txt)|*.txt|All Files (*.*)|*.*" for the toolkit.
 QStringList filterOf(const std::string& filter) {
     const QStringList parts = QString::fromStdString(filter).split('|');
     QStringList filters;
@@ -91,13 +91,13 @@ QStringList filterOf(const std::string& filter) {
     return filters;
 }
 
-/// The ending of names that a filter's pattern wants, without its point.
+/// The file name extension of a filter's pattern, without its point.
 QString endingOf(const QString& filter) {
     const QString pattern = filter.section('(', -1).section(')', 0, 0);
     return pattern.startsWith("*.") ? pattern.mid(2) : QString();
 }
 
-/// What a box or dialog stands over: the active window, or the only one there is.
+/// The parent of a box or dialog: the active window, or the only one there is.
 QWidget* owner() {
     if (QWidget* active = QApplication::activeWindow())
         return active;

@@ -40,7 +40,7 @@ public:
 };
 
 /// The event loop of the toolkit. A continuous run asks for a turn after every word, which may be
-/// every few microseconds; no hand and no eye notices that events are delivered once a millisecond.
+/// every few microseconds; delivering events once a millisecond is fast enough for a user.
 class QtEventLoop : public EventLoop {
 public:
     static constexpr std::int64_t shortestTurn = 1'000'000; ///< nanoseconds

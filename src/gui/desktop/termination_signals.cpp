@@ -25,7 +25,7 @@ void tell(int) {
 
 TerminationSignals::TerminationSignals(std::function<void()> arrived) {
     if (pipe2(pipe_.data(), O_CLOEXEC | O_NONBLOCK) != 0)
-        return; // the signals end the program as ever
+        return; // the signals then end the program by default
     writeEnd = pipe_[1];
     auto* notifier = new QSocketNotifier(pipe_[0], QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this, arrived = std::move(arrived)] {

@@ -8,8 +8,8 @@
 
 namespace bitlux::gui {
 
-/// SIGTERM and SIGINT as events of the toolkit's loop, for as long as this lives; there is one at a
-/// time. A signal that was ignored before stays ignored.
+/// SIGTERM and SIGINT as events of the event loop, while this exists; there is at most one
+/// instance. A signal that was ignored before stays ignored.
 class TerminationSignals : public QObject {
 public:
     explicit TerminationSignals(std::function<void()> arrived);

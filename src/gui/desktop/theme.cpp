@@ -24,9 +24,9 @@ public:
     [[nodiscard]] QIconEngine* clone() const override { return new MoreEngine; }
 };
 
-/// The toolkit's style, with some things drawn plainly that it takes from pictures or paints at
-/// length: frames, tabs, buttons, fields, and the arrow of a menu bar, which is hardly ever seen.
-/// Drawn they are crisp at any scale, and the readers of image formats need not be loaded for them.
+/// The toolkit's style, with some elements drawn more simply: frames, tabs, buttons, fields, and
+/// the arrow of a menu bar. The toolkit paints them from pictures or slowly. Drawn, they are crisp
+/// at any scale, and no readers of image formats are loaded for them.
 class Style : public QProxyStyle {
 public:
     Style() : QProxyStyle("Fusion") {}
@@ -76,12 +76,12 @@ public:
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* result) const override {
         if (hint == SH_Widget_Animation_Duration)
-            return 0; // nothing glides
+            return 0; // no animations
         return QProxyStyle::styleHint(hint, option, widget, result);
     }
 
 private:
-    /// A fifth of the text's color on the window's; opaque, which is filled at once.
+    /// A fifth of the text's colour on the window's; opaque, since this is filled faster.
     static QColor lineColor(const QStyleOption& option) {
         const QColor text = option.palette.color(QPalette::WindowText);
         const QColor window = option.palette.color(QPalette::Window);
@@ -99,7 +99,7 @@ private:
             painter.fillRect(side, color);
     }
 
-    /// A surface with a thin line around it, which tells where the focus is.
+    /// A surface with a thin border, which shows the focus.
     static void drawPanel(const QStyleOption& option, QPainter& painter, const QColor& surface,
                           bool marked) {
         constexpr qreal radius = 2.5;
@@ -153,7 +153,7 @@ private:
         painter.restore();
     }
 
-    /// The toolkit's line around it cannot be seen on a dark window.
+    /// The toolkit's border is invisible on a dark window.
     void drawIndicator(PrimitiveElement element, const QStyleOption& option, QPainter& painter,
                        const QWidget* widget) const {
         QProxyStyle::drawPrimitive(element, &option, &painter, widget);

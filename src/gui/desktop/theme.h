@@ -7,21 +7,21 @@ class QWidget;
 
 namespace bitlux::gui {
 
-/// Puts the program's style and palette in force.
+/// Sets the program's style and palette.
 void applyTheme(bool dark);
 [[nodiscard]] bool isDark();
 /// The same with the colours of the desktop.
 void applyDesktopTheme();
 
-/// Behind bits and digits that changed with the last word.
+/// The background of bits and digits that changed with the last word.
 [[nodiscard]] QColor changedColor();
 
-/// For what is wrong, beside the widget that it is about.
+/// The ink of a complaint beside the widget that it is about.
 [[nodiscard]] QColor warningColor();
-/// Gives a label that ink, or its own again.
+/// Gives a label that ink, or its own.
 void showWarning(QWidget& label, bool wrong);
 
-/// For words, addresses and the log.
+/// The font of words, addresses and the log.
 [[nodiscard]] QFont fixedFont();
 [[nodiscard]] QFont scaled(const QFont& font, qreal factor);
 

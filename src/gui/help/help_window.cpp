@@ -17,7 +17,7 @@
 #include <QSplitter>
 #include <QTextBrowser>
 
-// Outside of any namespace, as the toolkit wants it.
+// Outside of any namespace, as the toolkit requires.
 static void initializeHelpPages() {
     Q_INIT_RESOURCE(help);
 }
@@ -186,7 +186,7 @@ void HelpWindow::find(bool forwards) {
     const QUrl origin = browser_->source();
     const QTextCursor cursor = browser_->textCursor();
     constexpr int count = static_cast<int>(pages.size());
-    for (int step = 1; step <= count; ++step) { // the last is the page itself, from its other end
+    for (int step = 1; step <= count; ++step) { // the last is the other end of this page
         const int page = (pageOf(browser_->source()) + (forwards ? 1 : count - 1)) % count;
         show(page);
         browser_->moveCursor(forwards ? QTextCursor::Start : QTextCursor::End);

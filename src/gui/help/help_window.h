@@ -10,12 +10,12 @@ class QTextBrowser;
 
 namespace bitlux::gui {
 
-/// The help: pages of our own beside a table of contents, with a search over all of them.
+/// The help: pages beside a table of contents, with a search over all of them.
 class HelpWindow : public QWidget {
 public:
     HelpWindow();
 
-    /// As `show`, and in front of the other windows.
+    /// Like `show`, and in front of the other windows.
     void bringToFront();
 
 protected:
@@ -27,7 +27,7 @@ private:
     QListWidget* makeContents();
     void setColors();
     void show(int page);
-    /// Searches from where the last match stands on, through the other pages and back to here.
+    /// Searches from the last match on, through the other pages and back to here.
     void find(bool forwards);
     bool findOnPage(bool forwards);
 

@@ -18,7 +18,7 @@ QWidget* makePage(AutoReads& reads, const PanelWidgets& widgets, QWidget* parent
     return sheet;
 }
 
-/// The first of some boxes; the others do the same.
+/// The first of some boxes that all do the same.
 void addFirst(const std::vector<int>& boxes, AutoReads& reads, const PanelWidgets& widgets,
               PanelExtras& extras) {
     for (const int box : boxes)
@@ -52,7 +52,7 @@ QWidget* makeAutoReads(AutoReads& reads, Binder& binder, QWidget* parent) {
         for (int place = 0; const int read : shown) {
             grid->addWidget(binder.make<QCheckBox>(reads.boxes(read), box), 1 + place % lines,
                             column + place / lines);
-            grid->setColumnStretch(column + place / lines, 1); // all are equally wide
+            grid->setColumnStretch(column + place / lines, 1); // all have the same width
             ++place;
         }
         column += (static_cast<int>(shown.size()) + lines - 1) / lines;

@@ -5,11 +5,11 @@
 
 namespace bitlux::gui {
 
-/// The boxes that choose what is read again and again, by their groups.
+/// The boxes that choose what is read repeatedly, by their groups.
 [[nodiscard]] QWidget* makeAutoReads(AutoReads& reads, Binder& binder, QWidget* parent);
 
-/// A page "automatic reads", and above all pages what turns them on and what records; nothing for a
-/// panel without such reads.
+/// A page "automatic reads", and above all pages the boxes that turn them on and that record;
+/// nothing for a panel without such reads.
 void addAutoReadExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 
 } // namespace bitlux::gui

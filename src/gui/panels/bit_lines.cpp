@@ -9,7 +9,7 @@ namespace bitlux::gui {
 namespace {
 
 constexpr int byteBits = 8;
-constexpr int between = 2; ///< lines
+constexpr int between = 2; ///< pixels between lines
 
 } // namespace
 
@@ -88,7 +88,7 @@ void BitLines::setGeometry(const QRect& rect) {
     const int inLine = cellsInLine(rect.width());
     const int cellHeight = lineHeight(rect.width());
     const int lines = (count() - 1) / inLine + 1;
-    int place = inLine * lines - count(); // of the first cell; the places before it are empty
+    int place = inLine * lines - count(); // of the first cell; the cells before it stay empty
     for (const auto& cell : cells_) {
         const int column = place % inLine;
         const int left = rect.left() + rect.width() * column / inLine;

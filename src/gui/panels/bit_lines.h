@@ -7,18 +7,18 @@
 
 namespace bitlux::gui {
 
-/// The cells of a word, the highest bit first: in one line where they find room, else in lines of
-/// 32, 16 or 8. They end on the right, so that bits of all lines stand below each other; less than
-/// a byte stand where they stand in a byte.
+/// The cells of a word, the highest bit first: in one line if they fit, else in lines of 32, 16 or
+/// 8. The lines are aligned on the right, so that bits of equal weight are below each other; fewer
+/// than eight bits keep their position in the byte.
 class BitLines : public QLayout {
 public:
     BitLines() = default;
     ~BitLines() override;
 
-    /// Narrower than this a cell cannot be read.
+    /// The smallest width at which a cell can be read.
     void setLeastWidth(int width);
     [[nodiscard]] int leastWidth() const { return leastWidth_; }
-    /// No line has more cells than this, however much room there is.
+    /// The largest number of cells in a line, whatever the width.
     void setMostCells(int cells);
 
     void addItem(QLayoutItem* item) override { cells_.emplace_back(item); }
@@ -36,14 +36,14 @@ public:
 
 private:
     [[nodiscard]] int cellsInLine(int width) const;
-    /// Room that a line has in any case.
+    /// The minimum width of a line.
     [[nodiscard]] int leastCells() const;
-    /// Of lines in so much room: that of the highest cell.
+    /// The height of lines of this width: that of the highest cell.
     [[nodiscard]] int lineHeight(int width) const;
     [[nodiscard]] int usualHeight() const;
 
     std::vector<std::unique_ptr<QLayoutItem>> cells_;
-    int mostCells_ = 64; // as many as there may be
+    int mostCells_ = 64; // no limit
     int leastWidth_ = 0;
     mutable int measuredCell_ = -1; ///< width of cells whose height is known
     mutable int measuredHeight_ = 0;

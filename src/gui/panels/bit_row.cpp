@@ -21,14 +21,14 @@ constexpr int cellWidth = 11; ///< in characters
 constexpr int leastCellWidth = 5;
 constexpr int lines = 2;
 constexpr int fullWidth = 100; ///< of letters, in percent
-constexpr int narrow = 90;     // two steps: each is a font to load
+constexpr int narrow = 90;     // in two steps: each is a font to load
 constexpr int narrowest = 80;
 constexpr int gap = 3;
 constexpr qreal numberScale = 0.75;
 constexpr qreal captionScale = 0.85;
 constexpr std::size_t byteBits = 8;
 
-/// What all cells of a font have alike.
+/// What all cells with the same font share.
 struct CellFont {
     explicit CellFont(const QFont& font)
         : caption(font),
@@ -45,7 +45,7 @@ struct CellFont {
     QSize hint;
 };
 
-/// Nearly all cells have one font.
+/// Nearly all cells have the same font.
 const CellFont& cellFont(const QFont& font) {
     static std::optional<CellFont> last;
     if (!last)
@@ -55,7 +55,7 @@ const CellFont& cellFont(const QFont& font) {
     return *last;
 }
 
-/// A zero in it looks as if it were not lit.
+/// A zero of this colour looks unlit.
 bool isGround(std::uint32_t colour) {
     return colour == forms::windowColor || colour == forms::buttonFaceColor;
 }
@@ -141,7 +141,7 @@ int BitCell::heightForWidth(int width) const {
     if (caption.count(' ') + caption.count(QChar(0x200B)) < lines)
         return hint_.height();
     const int room = width - 2 * gap;
-    // Narrow letters in some room break where full ones do in more of it.
+    // Narrow letters wrap at a smaller width than full ones.
     const QRect wanted =
         fontMetrics().boundingRect(QRect(0, 0, room * fullWidth / stretchIn(room), QWIDGETSIZE_MAX),
                                    Qt::TextWordWrap, caption);
@@ -151,7 +151,7 @@ int BitCell::heightForWidth(int width) const {
 void BitCell::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const bool carries = text() != "-" && isEnabled();
-    // A label that is lit has a colour of its own; the ink goes with it.
+    // A lit label has a colour of its own, and the ink must contrast with it.
     QColor ink =
         palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText);
     painter.fillRect(rect(),
@@ -176,7 +176,7 @@ void BitCell::paintEvent(QPaintEvent*) {
 void BitCell::paintEdges(QPainter& painter) const {
     constexpr float faint = 0.25F;
     constexpr float strong = 0.5F;
-    QColor edge = palette().color(QPalette::Active, QPalette::WindowText); // goes with the ground
+    QColor edge = palette().color(QPalette::Active, QPalette::WindowText); // has contrast
     edge.setAlphaF(faint);
     painter.setPen(edge);
     painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
@@ -212,7 +212,7 @@ BitRow::BitRow(const LabelRow& row, Use use, Binder& binder, QWidget* parent)
     layout->addLayout(lines_, 1);
     makeCells(use, binder);
     value_->setFont(fixedFont());
-    const QString widest(std::max(row.size() / 4 + 3, 7), '0'); // a byte's row has some room too
+    const QString widest(std::max(row.size() / 4 + 3, 7), '0'); // at least as wide as for a byte
     value_->setMinimumWidth(value_->fontMetrics().horizontalAdvance(widest));
     value_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     value_->setAlignment(Qt::AlignCenter);
@@ -245,7 +245,7 @@ void BitRow::makeCells(Use use, Binder& binder) {
 
 void BitRow::measureCells() {
     int least = cells_.front()->minimumSizeHint().width();
-    if (cells_.size() > byteBits) // else there is one line in any case
+    if (cells_.size() > byteBits) // else there is always one line
         least = std::max(least, readableCellWidth());
     lines_->setLeastWidth(least);
 }
@@ -275,7 +275,7 @@ void BitRow::numberFrom(int first) {
 }
 
 void BitRow::markFields(std::uint64_t tops) {
-    for (std::size_t i = 0; i + 1 < cells_.size(); ++i) // the row begins with the last
+    for (std::size_t i = 0; i + 1 < cells_.size(); ++i) // the last is on the left
         cells_[i]->setFieldTop((tops >> i & 1) != 0);
 }
 

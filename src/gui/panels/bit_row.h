@@ -13,29 +13,29 @@ namespace bitlux::gui {
 
 class BitLines;
 
-/// A bit as a cell of a register's row: its number above its caption, lit by the back colour of
-/// the label that it is tied to.
+/// A bit as a cell of a register's row: its number above its caption, lit by the back colour of the
+/// label that it is bound to.
 class BitCell : public QLabel {
 public:
     BitCell(int bit, bool clickable, QWidget* parent);
 
     void setNumber(int bit) { bit_ = bit; }
-    /// A field begins here, from the left.
+    /// Marks the left edge of a field.
     void setFieldTop(bool top) { isFieldTop_ = top; }
 
-    /// Tells the value beside the number: for rows whose zeros have a colour too.
+    /// Shows the value beside the number: for rows whose zeros have a colour too.
     void tellValue(bool one);
 
-    /// Tells its number and its caption, which may have changed, to assistive technology.
+    /// Gives its number and its caption, which may have changed, to assistive tools.
     void nameAfterCaption();
 
-    /// Arrow keys lead to these.
+    /// The neighbours, which the arrow keys reach.
     void setNeighbours(BitCell* left, BitCell* right);
 
-    /// In which the longest part of the caption finds room, if need be in narrow letters.
+    /// The width at which the longest part of the caption fits, if necessary in narrow letters.
     [[nodiscard]] int readableWidth() const;
     [[nodiscard]] QSize sizeHint() const override { return hint_; }
-    /// Of a caption that wants more than two lines.
+    /// The height of a caption of more than two lines.
     [[nodiscard]] int heightForWidth(int width) const override;
     [[nodiscard]] QSize minimumSizeHint() const override {
         return {hint_.width() / 2, hint_.height()};
@@ -47,32 +47,32 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    void measure(); ///< anew with each font
+    void measure(); ///< after each change of the font
     void paintEdges(QPainter& painter) const;
-    /// The caption, with a place to break it behind each line in it where it has no blank.
+    /// The caption; without blanks, it may break after each underscore.
     [[nodiscard]] QString breakable() const;
-    /// Of the longest part that is not broken, in pixels.
+    /// Width of the longest part without a break, in pixels.
     [[nodiscard]] int longestPart() const;
-    /// Width of letters, in percent, in which the longest part has room in so many pixels, or the
-    /// least there is.
+    /// Width of letters, in percent, with which the longest part fits in this number of pixels, or
+    /// the smallest width.
     [[nodiscard]] int stretchIn(int width) const;
 
     int bit_;
     QFont numberFont_;
     int numberHeight_ = 0;
-    int character_ = 0; ///< width of one in the caption, on average
+    int character_ = 0; ///< average width of a character of the caption
     QSize hint_;
     std::optional<bool> told_;
-    QString named_; ///< the caption that its accessible name tells
+    QString named_; ///< the caption in its accessible name
     bool isFieldTop_ = false;
-    mutable QString measured_; ///< the caption whose longest part is known
+    mutable QString measured_; ///< the caption of the measured part
     mutable int longest_ = 0;  ///< 0 for none
     BitCell* left_ = nullptr;
     BitCell* right_ = nullptr;
 };
 
-/// The bits of a word, the highest on the left, and its hexadecimal value behind them. Only one
-/// cell is on the way of the Tab key.
+/// The bits of a word, the highest on the left, followed by its hexadecimal value. Only one cell is
+/// in the tab order.
 class BitRow : public QWidget {
 public:
     enum class Use { Shown, Clicked };
@@ -80,18 +80,19 @@ public:
     BitRow(const LabelRow& row, Use use, Binder& binder, QWidget* parent);
 
     [[nodiscard]] int size() const { return static_cast<int>(cells_.size()); }
-    /// Bit 0 is told as this one, and the others follow.
+    /// The number of the cell for bit 0; the others follow.
     void numberFrom(int first);
-    /// Parts the fields: bit i of `tops` tells that a field begins with cell i, from the left.
+    /// Separates the fields: bit i of `tops` says that a field begins with cell i, from the left.
     void markFields(std::uint64_t tops);
-    /// Narrower than this a cell cannot be read; rows of one width break where they have the same.
+    /// The smallest width at which a cell can be read; rows with the same value wrap at the same
+    /// width.
     [[nodiscard]] int leastCellWidth() const;
-    /// In which each caption finds room.
+    /// The width at which every caption fits.
     [[nodiscard]] int readableCellWidth() const;
     void setLeastCellWidth(int width);
-    /// No line is longer than this, however much room there is.
+    /// The largest number of cells in a line, whatever the width.
     void setLongestLine(int bits);
-    /// Room for the value behind the bits.
+    /// The width for the value after the bits.
     [[nodiscard]] int valueWidth() const { return value_->minimumWidth(); }
     void setValueWidth(int width) { value_->setMinimumWidth(width); }
 
@@ -100,7 +101,7 @@ private:
     void measureCells();
     void showValue();
 
-    std::optional<LabelRow> row_; ///< nothing when its form has gone
+    std::optional<LabelRow> row_; ///< nothing when its form was destroyed
     std::vector<BitCell*> cells_; ///< bit 0 first
     BitLines* lines_;
     QLabel* value_;

@@ -12,7 +12,7 @@ namespace bitlux::gui {
 
 namespace {
 
-constexpr int lineCharacters = 58; ///< about as many a line of a long text has
+constexpr int lineCharacters = 58; ///< characters in a line of a long text, about
 constexpr int leastCharacters = 24;
 constexpr int betweenColumns = 16;
 constexpr int wraps = Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap | Qt::TextShowMnemonic;
@@ -41,7 +41,7 @@ void ChoiceOption::setColumns(const ColumnPlaces& columns) {
 int ChoiceOption::indent() const {
     QStyleOptionButton option;
     initStyleOption(&option);
-    option.rect = {0, 0, 1000, QRadioButton::sizeHint().height()}; // its place counts, not its end
+    option.rect = {0, 0, 1000, QRadioButton::sizeHint().height()}; // any width will do
     return style()->subElementRect(QStyle::SE_RadioButtonContents, &option, this).left();
 }
 

@@ -8,13 +8,13 @@
 
 namespace bitlux::gui {
 
-/// Where the words of texts stand below the heads of columns.
+/// The columns of the words of texts, below column headings.
 class ColumnPlaces {
 public:
     ColumnPlaces(QStringList heads, const QFontMetrics& metrics);
 
     [[nodiscard]] const QStringList& heads() const { return heads_; }
-    /// In front of the column, in pixels.
+    /// left of the column, in pixels
     [[nodiscard]] int left(qsizetype column) const;
     [[nodiscard]] int width() const { return left(heads_.size()); }
 
@@ -23,15 +23,15 @@ private:
     std::vector<int> widths_;
 };
 
-/// An option of a field. A long text stands in several lines; below the heads of columns each word
-/// of the text has its column.
+/// An option of a field. A long text is wrapped into several lines; below column headings each word
+/// of the text is in its column.
 class ChoiceOption : public QRadioButton {
 public:
     explicit ChoiceOption(QWidget* parent) : QRadioButton(parent) {}
 
-    /// To be told once the text is there.
+    /// To be called after the text is set.
     void setColumns(const ColumnPlaces& columns);
-    /// In front of the texts.
+    /// Width left of the texts.
     [[nodiscard]] int indent() const;
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -54,7 +54,7 @@ private:
     std::optional<ColumnPlaces> columns_;
 };
 
-/// The heads of columns, above options that begin `indent` further to the right.
+/// The column headings, above options that begin `indent` further to the right.
 class ColumnHeads : public QWidget {
 public:
     ColumnHeads(ColumnPlaces columns, int indent, QWidget* parent);

@@ -10,15 +10,15 @@ namespace bitlux::gui {
 
 class RowGrid;
 
-/// The window of a form beside a panel, made from the chip's description: what reads or sends
-/// several, and the last word, stay in sight; the rows of registers and of views scroll below.
-/// Closing it hides the form.
+/// The window of a form beside a panel, made from the chip's description. The buttons that read or
+/// send several registers, and the last word, stay visible; the rows of registers and of views
+/// scroll below them. Closing the window hides the form.
 class CompanionView : public FormDialog {
 public:
     CompanionView(CompanionForm& form, Binder& binder, QWidget* parent);
 
 protected:
-    /// As in a panel, neither Escape nor Enter does anything that no control takes.
+    /// As in a panel, Escape and Enter do nothing unless a control handles them.
     void keyPressEvent(QKeyEvent* event) override { event->ignore(); }
 
 private:

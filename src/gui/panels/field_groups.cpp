@@ -19,7 +19,7 @@ bool isBox(const chips::Field& field) {
     return field.kind == Kind::Box;
 }
 
-/// What a hand reads on a control.
+/// The visible text of a control.
 QString captionOf(const PanelWidgets& widgets, const ControlRef& name) {
     const auto* control = dynamic_cast<const forms::Captioned*>(widgets.controls.find(name));
     return control == nullptr ? QString() : textOf(control->caption());
@@ -112,7 +112,7 @@ void FieldGroups::addBoxes(const chips::Register& shown) {
     const bool single =
         std::all_of(boxes.begin(), boxes.end(), [](const auto* f) { return f->bits.size() == 1; });
     std::stable_sort(boxes.begin(), boxes.end(), [](const auto* one, const auto* other) {
-        return one->bits.highest() > other->bits.highest(); // as the row above
+        return one->bits.highest() > other->bits.highest(); // in the order of the row above
     });
     QGroupBox* box = nullptr;
     QVBoxLayout* column = makeGroup(single ? "Single bits" : "Switches", box);
@@ -167,7 +167,7 @@ void FieldGroups::addActions(const std::string& group, const Actions& actions) {
     QVBoxLayout* column = makeGroup(group.empty() ? QString("Commands") : textOf(group), box);
     auto* grid = new QGridLayout;
     grid->setSpacing(4);
-    constexpr int places = 2; // beside each other, and the rest
+    constexpr int places = 2; // beside each other, without the rest
     grid->setColumnStretch(places, 1);
     column->addLayout(grid);
     for (const Action& action : actions) {

@@ -6,14 +6,14 @@
 
 namespace bitlux::gui {
 
-/// Makes titled groups of what chooses the values of fields, and of commands.
+/// Makes titled groups of the controls that choose the values of fields, and of commands.
 class FieldGroups {
 public:
-    /// They become children of `parent` and stand in `flow`.
+    /// The groups become children of `parent` in the layout `flow`.
     FieldGroups(const PanelWidgets& widgets, QWidget* parent, GroupFlow& flow)
         : widgets_(widgets), parent_(parent), flow_(flow) {}
 
-    /// A group for each field; boxes are together.
+    /// A group for each field; all check boxes in one.
     void add(const chips::Register& shown);
     /// A register without rows, as one group with its buttons.
     void addWhole(const chips::Register& shown, const QString& title);

@@ -9,10 +9,10 @@
 
 namespace bitlux::gui {
 
-/// Rows of views with the headings of their groups, or with those of their registers.
+/// Rows of views, under the headings of their groups or of their registers.
 void addViewGroups(const std::vector<PlacedView>& views, qreal scale, RowGrid& grid);
 
-/// A page of flags: a row of bits for each view that stands on it.
+/// A page of flags: a row of bits for each of its views.
 class FlagsView : public QWidget {
 public:
     FlagsView(const chips::Chip& chip, std::size_t outerPage, const PanelWidgets& widgets,

@@ -52,7 +52,7 @@ std::vector<int> GroupFlow::widthsIn(const Row& row, int width) const {
         spare -= item->sizeHint().width();
     std::vector<int> widths;
     for (int i = 0; i < groups; ++i) {
-        // What does not divide goes to the last, so that all rows end at the same place.
+        // The last one gets the remainder, so that all rows end at the same position.
         int share = i + 1 < groups ? spare / groups : spare - spare / groups * (groups - 1);
         if (spare_ == Spare::Left)
             share = std::min(spare, 0);
@@ -69,7 +69,7 @@ int GroupFlow::heightOf(const Row& row, const std::vector<int>& widths) {
     return height;
 }
 
-/// Groups that are left over stand below those above them, if they find room there.
+/// The groups of an incomplete last row are placed below those above them, if they fit there.
 int GroupFlow::widthOfRest(const Row& row, int width, std::size_t above) {
     int wanted = -beside;
     for (const QLayoutItem* item : row)

@@ -7,9 +7,9 @@
 
 namespace bitlux::gui {
 
-/// Groups side by side for as long as there is room, then in the next row; those of a row are
-/// equally high, and share its width where the spare room is shared; few that are left over in the
-/// last row stand below those above them.
+/// Groups beside each other as far as they fit, then in the next row. Groups of a row have the same
+/// height, and share its width if the spare width is shared. The groups of an incomplete last row
+/// are placed below those above them.
 class GroupFlow : public QLayout {
 public:
     enum class Spare { Shared, Left };
@@ -25,9 +25,9 @@ public:
     [[nodiscard]] Qt::Orientations expandingDirections() const override { return {}; }
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }
     [[nodiscard]] int heightForWidth(int width) const override;
-    /// Of all groups in a row where the spare room is left, else as the least.
+    /// All groups in one row if the spare width is left, else the minimum size.
     [[nodiscard]] QSize sizeHint() const override;
-    /// Of the widest group.
+    /// The size of the widest group.
     [[nodiscard]] QSize minimumSize() const override;
     void setGeometry(const QRect& rect) override;
 
@@ -42,7 +42,7 @@ private:
 
     [[nodiscard]] std::vector<Row> rowsIn(int width) const;
     [[nodiscard]] std::vector<Line> linesIn(int width) const;
-    /// Of the groups of a row that is so wide.
+    /// Widths of the groups in a row of this width.
     [[nodiscard]] std::vector<int> widthsIn(const Row& row, int width) const;
     static int heightOf(const Row& row, const std::vector<int>& widths);
     static int widthOfRest(const Row& row, int width, std::size_t above);

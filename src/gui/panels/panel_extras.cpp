@@ -11,7 +11,7 @@ namespace {
 
 using AddExtras = void (*)(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 
-/// Each adds what some part brings, if the panel has it.
+/// Each adds the extras of one part, if the panel has it.
 constexpr std::array<AddExtras, 5> rows{addDongleVersionExtras, addAutoReadExtras, addStopExtras,
                                         addDiagramExtras, addSheetExtras};
 

@@ -10,7 +10,7 @@
 
 namespace bitlux::gui {
 
-/// Makes a widget for some place of a panel's window, when that is first looked at.
+/// Makes a widget of a panel's window, when its page is first shown.
 using MakeWidget = std::function<QWidget*(QWidget* parent)>;
 
 /// What parts add to a page of registers.
@@ -21,11 +21,11 @@ struct PageExtras {
         std::vector<forms::Label*> bits;
     };
 
-    MakeWidget entry;                        ///< in front of a write row that registers share
-    chips::ControlName besideWrite;          ///< button behind it, or behind Write
+    MakeWidget entry;                        ///< before a write row that registers share
+    chips::ControlName besideWrite;          ///< button after it, or after Write
     std::vector<Row> rows;                   ///< below those of the registers
     std::vector<chips::ControlName> buttons; ///< below the rows
-    std::vector<MakeWidget> groups;          ///< behind the groups of the fields
+    std::vector<MakeWidget> groups;          ///< after the groups of the fields
 };
 
 /// What parts add to the page of the sequence.
@@ -38,17 +38,17 @@ struct PanelExtras {
     // Above all pages.
     forms::Frame* variantFrame = nullptr; ///< around the choice of the variant
     std::vector<MakeWidget> variants;     ///< beside it
-    std::vector<MakeWidget> reads;        ///< beside what reads at once
+    std::vector<MakeWidget> reads;        ///< beside the buttons that read at once
     std::vector<MakeWidget> besideTabs;
 
     std::map<std::string, PageExtras, std::less<>> registerPages; ///< by their titles
     std::map<std::string, MakeWidget, std::less<>> pages;         ///< by OuterPage::shows
     SequenceExtras sequence;
-    /// Whatever these do, others do as well that stand beside them or above all pages.
+    /// Controls that are left out, since visible ones beside them or above all pages do the same.
     std::vector<const forms::Control*> copies;
 };
 
-/// What the parts of a form add. The form outlives whatever is made with it.
+/// The extras of all parts of a form. The form outlives the widgets that are made with them.
 [[nodiscard]] PanelExtras extrasOf(PanelForm& form, const PanelWidgets& widgets);
 
 } // namespace bitlux::gui

@@ -7,7 +7,7 @@ namespace bitlux::gui {
 
 namespace {
 
-/// Where a view is: an outer page of flags, or else a page of registers.
+/// The place of a view: an outer page of flags, or else a page of registers.
 struct ViewPlace {
     std::optional<std::size_t> flags;
     std::string registers;
@@ -36,7 +36,7 @@ ViewPlace placeOf(const chips::Chip& chip, const chips::Register& owner, const c
     return {.flags = {}, .registers = owner.page};
 }
 
-/// The actions that `wanted` says are there, by form and page.
+/// The actions that `wanted` accepts, by form and page.
 template <typename Wanted>
 Actions actionsWhere(const chips::Chip& chip, Wanted wanted) {
     static const chips::ControlName none;

@@ -98,7 +98,7 @@ void PanelSideView::alignRows() {
         title = std::max(title, any->sizeHint().width());
     for (QWidget* any : titles_)
         any->setMinimumWidth(title);
-    constexpr int letters = 9; // of a caption, at their usual width
+    constexpr int letters = 9; // of a caption, of average width
     int cell = fontMetrics().averageCharWidth() * letters;
     for (const BitRow* row : rows_)
         cell = std::max(cell, row->readableCellWidth());

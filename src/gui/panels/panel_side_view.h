@@ -6,8 +6,9 @@
 
 namespace bitlux::gui {
 
-/// What stands beside all pages of a panel whose file puts views there: the status of the last
-/// answer, the views with their buttons, what reads at once, and what the parts add to that.
+/// The column beside all pages of a panel whose file puts views there: the status of the last
+/// answer, the views with their buttons, the buttons that read at once, and the extras of the
+/// parts.
 class PanelSideView : public Sheet {
 public:
     PanelSideView(PanelForm& form, const PanelExtras& extras, const PanelWidgets& widgets,

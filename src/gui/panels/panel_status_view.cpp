@@ -12,7 +12,7 @@ namespace bitlux::gui {
 
 namespace {
 
-/// Widgets side by side, in further lines where one is too narrow.
+/// Widgets beside each other, wrapped into further lines if necessary.
 GroupFlow& flowIn(QWidget* widget) {
     auto* flow = new GroupFlow(GroupFlow::Spare::Left);
     flow->setContentsMargins(0, 0, 0, 0);

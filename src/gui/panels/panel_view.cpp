@@ -17,7 +17,7 @@ namespace bitlux::gui {
 
 namespace {
 
-/// A page that is looked at for the first time is made and put where it is shown; true then.
+/// Makes a page that is shown for the first time, in its place; true if it did.
 template <typename Make>
 bool showPage(QStackedWidget& stack, QWidget*& page, Make make) {
     const bool isNew = page == nullptr;
@@ -26,7 +26,7 @@ bool showPage(QStackedWidget& stack, QWidget*& page, Make make) {
         stack.addWidget(page);
     }
     if (stack.currentWidget() != page) {
-        // Pages that are not in front want no room of the window.
+        // Hidden pages do not affect the size of the window.
         stack.currentWidget()->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
         page->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
         stack.setCurrentWidget(page);
@@ -120,7 +120,7 @@ void PanelView::makeTimers() {
 
 void PanelView::followForm() {
     const auto page = static_cast<std::size_t>(form_.outerTabs.selected() - 1);
-    const bool isSequence = form_.shows("sequence"); // whose lists want the room
+    const bool isSequence = form_.shows("sequence"); // its lists use the space
     if (side_ != nullptr && isSequence)
         side_->hide();
     if (showPage(*pages_, made_.at(page), [this, page] { return makePage(page); }))

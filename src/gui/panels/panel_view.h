@@ -12,18 +12,18 @@ class QStackedWidget;
 
 namespace bitlux::gui {
 
-/// Shows the model of a chip on the virtual bench, beside the panel that wants it.
+/// Shows the model of a chip on the virtual bench, beside the panel that requests it.
 using ShowModel = std::function<void(const chips::Chip& chip, QWidget& panel)>;
 
-/// The window of a chip's panel. The pages are made when they are first looked at. Closing it
-/// unloads the form.
+/// The window of a chip's panel. A page is made when it is first shown. Closing the window unloads
+/// the form.
 class PanelView : public FormDialog {
 public:
     /// `showModel` is empty where there is no virtual bench.
     PanelView(PanelForm& form, Binder& binder, const ShowModel& showModel, QWidget* parent);
 
 protected:
-    /// Neither Escape nor Enter does anything here that no control takes.
+    /// Escape and Enter do nothing unless a control handles them.
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
@@ -34,7 +34,7 @@ private:
     QWidget* makePage(std::size_t page);
     QWidget* makeRegisters();
     void followRegisters();
-    /// What stands beside the pages is read behind them.
+    /// Puts what is beside the pages after them in the tab order.
     void putSideLast();
     QWidget* makeRegisterPage(const std::string& page);
 
@@ -44,8 +44,8 @@ private:
     const PanelExtras extras_;
     const std::vector<std::string> registerTitles_;
     QStackedWidget* pages_;
-    QWidget* side_ = nullptr;    ///< null where nothing stands beside the pages
-    std::vector<QWidget*> made_; ///< null before they are looked at
+    QWidget* side_ = nullptr;    ///< null where nothing is beside the pages
+    std::vector<QWidget*> made_; ///< null until first shown
     QStackedWidget* registerPages_ = nullptr;
     std::vector<QWidget*> madeRegisters_;
     Subscription flushed_;

@@ -25,7 +25,7 @@ struct PanelWidgets {
         return binder.make<Widget>(controls.get<Control>(name), parent);
     }
 
-    /// Enter is no press of it: the button would send a word.
+    /// Enter does not press it: the button would send a word.
     static QPushButton* button(Binder& binder, forms::Button& control, QWidget* parent) {
         auto* made = binder.make<QPushButton>(control, parent);
         made->setAutoDefault(false);
@@ -34,25 +34,25 @@ struct PanelWidgets {
     QPushButton* button(const ControlRef& name, QWidget* parent) const {
         return button(binder, controls.get<forms::Button>(name), parent);
     }
-    /// A button among many with the same caption: it is told by `about`, or by its tooltip when
-    /// that says more.
+    /// A button among many with the same caption: `about` distinguishes it, or its tooltip if that
+    /// says more.
     RowButton* rowButton(const ControlRef& name, QWidget* parent, const QString& about = {}) const;
 
-    /// A box for a short text; `name` is for those who hear it.
+    /// A box for a short text; `name` is for assistive tools.
     QLineEdit* entry(forms::TextBox& control, const QString& prompt, const QString& name,
                      QWidget* parent) const;
 
     /// A heading; `scale` is that of its letters.
     static QLabel* heading(const QString& text, qreal scale, QWidget* parent);
-    /// A text of some length about what stands above it.
+    /// A longer text about what is above it.
     static QLabel* note(const std::string& text, QWidget* parent);
-    /// The lines of a group stand close to each other.
+    /// Reduces the distance between the lines of a group.
     static void setLines(QVBoxLayout& group);
-    /// A widget that is hidden keeps its room.
+    /// Keeps the space of a widget while it is hidden.
     static void keepRoom(QWidget& widget);
 };
 
-/// Widths of the two buttons in front of a row of bits, by the texts that find room.
+/// Widths of the two buttons before a row of bits, by the texts that must fit.
 inline constexpr const char* rowButtonRoom = "write command";
 inline constexpr const char* appendButtonRoom = "Read Low";
 

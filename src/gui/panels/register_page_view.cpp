@@ -48,7 +48,7 @@ bool RegisterPageView::hasRows(const Registers& registers) const {
 
 bool RegisterPageView::keepsRowsInSight(const Registers& registers) const {
     constexpr int mostLines = 5;
-    constexpr int bitsInLine = 16; // of a small window
+    constexpr int bitsInLine = 16; // in a small window
     const chips::Register& shown = *registers.front();
     int lines = 0;
     for (const chips::View* view : ownViews(chip_, shown))
@@ -80,7 +80,7 @@ void RegisterPageView::addSheet(const std::vector<Registers>& sections) {
     layout->addWidget(sheet);
     QWidget* content = sheet->widget();
     auto* column = columnOf(content);
-    GroupFlow* whole = nullptr; // of registers without rows that follow each other
+    GroupFlow* whole = nullptr; // of successive registers without rows
     for (const Registers& section : sections) {
         if (hasRows(section)) {
             whole = nullptr;

@@ -12,9 +12,9 @@ namespace bitlux::gui {
 class FieldGroups;
 
 /// A page of registers and commands, made from the description of the chip. Of a single register
-/// the bits to write and those that were read stay in sight, and the choices scroll below them; of
-/// several, and of one with many rows, all scrolls. What has no bits at all stands on a sheet of
-/// titled groups.
+/// the bits to write and the bits read stay visible, and the choices scroll below them; of several
+/// registers, or one with many rows, everything scrolls. A page without bits is a sheet of titled
+/// groups.
 class RegisterPageView : public QWidget {
 public:
     /// `page` is one of Chip::registerPages.
@@ -26,9 +26,10 @@ private:
     void addSheet(const std::vector<Registers>& sections);
     void addSection(const Registers& registers, QVBoxLayout& column, QWidget* parent);
     void addGuests(QVBoxLayout& column, QWidget* parent);
-    /// The groups of what a page ends with: commands, and what parts add.
+    /// The groups at the end of a page: commands, and extras of the parts.
     void addRest(QVBoxLayout& column, QWidget* parent);
-    /// It is one register, whose rows leave room for the choices on a small screen.
+    /// Whether it is one register, whose rows leave enough height for the choices on a small
+    /// screen.
     [[nodiscard]] bool keepsRowsInSight(const Registers& registers) const;
     [[nodiscard]] bool hasRows(const Registers& registers) const;
 

@@ -9,7 +9,7 @@ namespace {
 constexpr qreal titleScale = 1.1;
 constexpr qreal partScale = 1.0;
 
-/// The bits on the left of which a field of a register begins or ends.
+/// The bits on whose left side a field of a register begins or ends.
 std::uint64_t edgesOf(const chips::Register& shown) {
     std::uint64_t edges = 0;
     for (const chips::Field& field : shown.fields)
@@ -17,7 +17,7 @@ std::uint64_t edgesOf(const chips::Register& shown) {
     return edges;
 }
 
-/// A view that shows what is written has its fields; another one shows something else.
+/// A view that shows the written value has its fields; other views do not.
 std::uint64_t edgesOf(const chips::Register& owner, const chips::View& view) {
     const bool readsBack = view.operation == chips::Operation::Read && view.extra == 0 &&
                            view.address == owner.address;
@@ -145,7 +145,7 @@ void RegisterRows::addViews(const chips::Register& shown, Starts starts) {
 
 void RegisterRows::addReads(const chips::Register& owner, const chips::Row& row, Starts& starts) {
     for (const chips::View* view : viewsIn(owner, row)) {
-        // Views that stand below a heading of their own are told by their rows.
+        // Views below a heading of their own are named by their rows.
         const std::string& about = view->group.empty() ? owner.title : row.first.name;
         starts.push_back(buttons(view->button, view->line.button, textOf(about).replace('_', ' ')));
     }

@@ -6,8 +6,8 @@
 
 namespace bitlux::gui {
 
-/// The rows of registers: one, or several that share their write row. A view that shares a row with
-/// another one, or with what is written, has its button beside that.
+/// The rows of registers: one register, or several that share their write row. A view that shares
+/// its row with another one, or with the written value, has its button beside that row.
 class RegisterRows : public RowGrid {
 public:
     RegisterRows(const chips::Chip& chip, const Registers& registers, const PageExtras& extras,
@@ -18,14 +18,14 @@ private:
 
     void addRegister(const chips::Register& shown, const PageExtras& extras);
     void addSharing(const Registers& registers, const PageExtras& extras);
-    /// The box that shows the row in hexadecimal, and the button that takes the row from there.
+    /// The box that shows the row in hexadecimal, and the button that copies its value to the row.
     void addHexBox(const chips::Register& shown);
-    /// The buttons of a register that shares its write row, in front of its first view.
+    /// The buttons of a register that shares its write row, before its first view.
     void addSharer(const chips::Register& shown);
     /// The button of each view that `row` shows.
     void addReads(const chips::Register& owner, const chips::Row& row, Starts& starts);
     void addViews(const chips::Register& shown, Starts starts);
-    /// In the order of their rows, each with the views that it shows; without the write row.
+    /// In the order of their rows, each with its views; without the write row.
     [[nodiscard]] std::vector<const chips::Row*> viewRows(const chips::Register& shown) const;
     [[nodiscard]] Views viewsIn(const chips::Register& owner, const chips::Row& row) const;
 

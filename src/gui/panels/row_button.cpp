@@ -8,7 +8,7 @@ namespace bitlux::gui {
 
 namespace {
 
-constexpr int beside = 14; ///< the text
+constexpr int beside = 14; ///< pixels beside the text
 constexpr int above = 8;
 
 } // namespace
@@ -32,7 +32,7 @@ QString RowButton::shownText() const {
     if (fontMetrics().horizontalAdvance(shown) <= roomWidth())
         return shown;
     const auto middle = shown.size() / 2;
-    qsizetype best = -1; // the blank that is nearest to the middle
+    qsizetype best = -1; // the blank nearest to the middle
     for (auto blank = shown.indexOf(' '); blank >= 0; blank = shown.indexOf(' ', blank + 1))
         if (best < 0 || std::abs(blank - middle) < std::abs(best - middle))
             best = blank;

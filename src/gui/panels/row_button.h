@@ -4,13 +4,12 @@
 
 namespace bitlux::gui {
 
-/// A button that is as wide as all others of its column: a caption that is too long for it stands
-/// in two lines.
+/// A button as wide as all others of its column: a caption that is too long is shown in two lines.
 class RowButton : public QPushButton {
 public:
     explicit RowButton(QWidget* parent) : QPushButton(parent) { setAutoDefault(false); }
 
-    /// Room for this text; for the own caption when it is empty.
+    /// The size for this text; for its own caption when it is empty.
     void setRoomFor(const QString& text);
 
     [[nodiscard]] QSize sizeHint() const override;

@@ -9,8 +9,8 @@ namespace bitlux::gui {
 
 namespace {
 
-constexpr int columns = 3;     ///< two of buttons, and one of bits
-constexpr int narrowBits = 16; ///< more want the whole width, below their buttons
+constexpr int columns = 3;     ///< two of buttons, one of bits
+constexpr int narrowBits = 16; ///< more bits need the whole width, below their buttons
 
 } // namespace
 
@@ -108,7 +108,7 @@ int RowGrid::addSideBySide(const Starts& starts, int line) {
 void RowGrid::addButtons(const std::vector<chips::ControlName>& names) {
     if (names.empty())
         return;
-    if (names.size() == 1) { // does what those above it do
+    if (names.size() == 1) { // does the same as the one above
         addRow({buttons("", names.front(), {})}, nullptr);
         return;
     }
@@ -121,7 +121,7 @@ void RowGrid::addButtons(const std::vector<chips::ControlName>& names) {
 }
 
 void RowGrid::alignCells() const {
-    std::map<int, int> widest; // by the bits of a row
+    std::map<int, int> widest; // by the number of bits
     for (const BitRow* row : rows_)
         widest[row->size()] = std::max(widest[row->size()], row->leastCellWidth());
     int values = 0;

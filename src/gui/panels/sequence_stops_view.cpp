@@ -18,7 +18,7 @@ struct Stop {
     forms::Button& pass;
 };
 
-/// The part of a stop: a group where its frame has a caption.
+/// The controls of a stop: a group if its frame has a caption.
 QWidget* makeFrame(const PanelWidgets& widgets, forms::Frame& frame, QWidget* parent) {
     if (frame.caption().empty()) {
         auto* plain = new QWidget(parent);
@@ -52,7 +52,7 @@ QWidget* makeStop(const PanelWidgets& widgets, const Stop& stop, QWidget* parent
     QPushButton* pass = PanelWidgets::button(binder, stop.pass, part);
     pass->setAccessibleName(pass->text() + " " + about);
     grid->addWidget(pass, 1, isLong ? 3 : 2);
-    // The same columns in both parts.
+    // Both parts have the same columns.
     if (!isLong)
         for (const int column : {0, 1})
             grid->setColumnMinimumWidth(column, part->fontMetrics().averageCharWidth() * 13);

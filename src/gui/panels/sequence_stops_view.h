@@ -4,7 +4,7 @@
 
 namespace bitlux::gui {
 
-/// The points at which a run stops, in the page of the sequence; nothing for a panel without them.
+/// The points at which a run stops, on the page of the sequence; nothing for a panel without them.
 void addStopExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 
 } // namespace bitlux::gui

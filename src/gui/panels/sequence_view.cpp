@@ -17,10 +17,10 @@ namespace bitlux::gui {
 
 namespace {
 
-/// Of a list: characters at least, and those that it wants.
+/// Widths of a list, in characters: the minimum, and the preferred one.
 struct Share {
     int least;
-    int wanted; ///< 0 for no more than the least
+    int wanted; ///< 0 for the minimum
 };
 
 int wantedFor(std::size_t text) {
@@ -29,7 +29,7 @@ int wantedFor(std::size_t text) {
     return std::min(static_cast<int>(text) + beside, most);
 }
 
-/// Of a column of answers, of which there may be several.
+/// A column of answers, of which there may be several.
 Share answerShare(std::size_t columns, const std::string& title) {
     constexpr int allCharacters = 40;
     return {std::clamp(allCharacters / static_cast<int>(columns), 10, 20), wantedFor(title.size())};
@@ -66,7 +66,7 @@ SequenceView::SequenceView(PanelForm& form, const SequenceExtras& extras,
     layout->addWidget(makeLists(form.chip()), 1);
     layout->addWidget(makeTools(extras));
     for (const auto& number : sequence_.Val_loop)
-        if (!widgets_.binder.isBound(*number)) // no part works with it
+        if (!widgets_.binder.isBound(*number)) // no part uses it
             widgets_.binder.leaveOut(*number);
     followForm();
     follow();
@@ -124,7 +124,8 @@ LogView* SequenceView::makeList(forms::ListBox& control, const QString& name, QW
 
 void SequenceView::scrollTogether() {
     for (LogView* list : lists_) {
-        // One that shows a bar shortens its lines, and all have to stand side by side.
+        // A horizontal scroll bar in one list reduces its height, and the lines of all lists must
+        // be aligned.
         list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         if (list != lists_.back())
             list->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -250,7 +251,7 @@ QWidget* SequenceView::makeEditor(QWidget* parent) {
 void SequenceView::follow() {
     const SequenceLists& lists = sequence_.lists;
     const std::optional<SequenceProgress>& progress = sequence_.player.progress();
-    std::size_t rows = lists.List_Commands.count() + 1; // the arrow may stand behind the last one
+    std::size_t rows = lists.List_Commands.count() + 1; // the arrow may be after the last line
     for (std::size_t i = 0; i < lists.columns(); ++i)
         rows = std::max(rows, lists.answers(i).count());
     for (LogView* list : lists_)

@@ -12,9 +12,9 @@ namespace bitlux::gui {
 
 class RunProgressView;
 
-/// The page of the sequence: line numbers, commands, values and answers side by side, which scroll
-/// together, and beside them what works on the lines and runs them. The line that runs stands out
-/// in all of them and stays in sight.
+/// The page of the sequence: line numbers, commands, values and answers beside each other, which
+/// scroll together, and beside them the controls that edit and run the lines. The line that runs is
+/// highlighted in all lists and stays visible.
 class SequenceView : public QWidget {
 public:
     SequenceView(PanelForm& form, const SequenceExtras& extras, const PanelWidgets& widgets,
@@ -47,7 +47,7 @@ private:
     QPushButton* runButton_ = nullptr;
     RunProgressView* progress_ = nullptr;
     bool scrolling_ = false;
-    qint64 runTheme_ = 0; ///< palette of the program in which the run is shown, 0 while none is
+    qint64 runTheme_ = 0; ///< palette in which the run is shown, 0 while there is no run
     Subscription flushed_;
     Subscription progressed_;
     Subscription formGoing_;

@@ -4,8 +4,8 @@
 
 namespace bitlux::gui {
 
-/// A part of a page that scrolls where there is no room for it. The tabulator key goes through what
-/// it holds, and brings it into sight.
+/// A part of a page that scrolls when it does not fit. Moving the focus into it scrolls to the
+/// widget with the focus.
 class Sheet : public QScrollArea {
 public:
     explicit Sheet(QWidget* parent) : QScrollArea(parent) {

@@ -29,7 +29,7 @@ bool isWide(const Control& control) {
     return control.kind() == Control::Kind::ComboBox || control.kind() == Control::Kind::ScrollBar;
 }
 
-/// The button that appends a line stays as it is beside one that sends.
+/// Whether the button appends a line; such a button keeps its width.
 bool appends(const Control& control) {
     const auto* button = dynamic_cast<const forms::Button*>(&control);
     return button != nullptr && button->caption().starts_with('>');
@@ -91,8 +91,8 @@ private:
         addControls(*place, controls);
     }
 
-    /// What stands in front of a row: its caption, a label, or the button that a label explains;
-    /// null where nothing does.
+    /// What precedes a row: its caption, a label, or the button that a label explains; null if
+    /// nothing does.
     QWidget* captionOf(const chips::Sheet::Row& row, std::vector<Control*>& controls) {
         if (!row.caption.empty())
             return new QLabel(textOf(row.caption), box_);
@@ -150,7 +150,7 @@ private:
         return made;
     }
 
-    /// Null for a button that does at once what it does.
+    /// Null for a button that acts at once.
     QPushButton* confirmed(forms::Button& control) {
         std::vector<const chips::Sheet::Confirmation*> questions;
         for (const chips::Sheet::Confirmation& any : sheet_.confirmations)
@@ -164,7 +164,7 @@ private:
         return made;
     }
 
-    /// One that has no text is a lamp.
+    /// A label without a text is a lamp.
     QWidget* label(forms::Label& control) {
         auto* made = binder_.make<QLabel>(control, box_);
         if (control.caption().empty())
@@ -205,7 +205,7 @@ private:
     Binder& binder_;
     QWidget* box_;
     QGridLayout* grid_;
-    QString name_; ///< what the next control is about
+    QString name_; ///< the name for the next control
 };
 
 QWidget* makePage(const chips::Sheet& sheet, PanelForm& form, Binder& binder, QWidget* parent) {
@@ -260,7 +260,7 @@ MakeWidget makerOf(const chips::Sheet& sheet, const chips::Sheet::Group& group, 
     };
 }
 
-/// What a sheet adds beside the rows of a page of registers, and behind its fields.
+/// What a sheet adds beside the rows of a page of registers, and after its fields.
 void addToPage(const chips::Sheet& sheet, PanelForm& form, const PanelWidgets& widgets,
                PageExtras& page) {
     if (sheet.stacked)

@@ -5,16 +5,16 @@
 
 namespace bitlux::gui {
 
-/// The controls of a range, in order. Raises UnknownName for one that the form has not.
+/// The controls of a range, in order. Raises UnknownName for one that the form does not have.
 [[nodiscard]] std::vector<forms::Control*> controlsIn(const chips::ControlRange& range,
                                                       forms::Form& form);
 
 /// The groups of a sheet that a chip's file describes, in their columns. Raises UnknownName for a
-/// control that the form has not.
+/// control that the form does not have.
 [[nodiscard]] QWidget* makeSheet(const chips::Sheet& sheet, forms::Form& form, Binder& binder,
                                  QWidget* parent);
 
-/// Pages of the panel that are sheets, and groups that sheets add to pages of registers.
+/// Pages of the panel that are sheets, and groups of sheets on pages of registers.
 void addSheetExtras(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 
 /// The window of a form beside a panel that is a sheet. Closing it hides the form.

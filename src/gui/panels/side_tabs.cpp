@@ -12,18 +12,19 @@ constexpr int indent = 10;
 constexpr int markWidth = 3;
 constexpr int spacing = 8;
 constexpr int manyTabs = 18;
-constexpr int closeSpacing = 3; ///< of many, so that all are in sight on a small screen
+constexpr int closeSpacing = 3; ///< when there are many, so that all are visible on a small screen
 } // namespace
 
 SideTabs::SideTabs(QWidget* parent) : QTabBar(parent) {
     setShape(RoundedWest);
     setDrawBase(false);
     setExpanding(false);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Maximum); // they scroll where there are many
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Maximum); // many tabs scroll
 }
 
 QSize SideTabs::tabSizeHint(int) const {
-    // All tabs are as wide as the widest, and the toolkit asks for each at every tab that is added.
+    // All tabs are as wide as the widest, and the toolkit asks for every width whenever one is
+    // added.
     if (count() < measured_)
         measured_ = widest_ = 0;
     for (; measured_ < count(); ++measured_)

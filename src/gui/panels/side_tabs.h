@@ -4,7 +4,7 @@
 
 namespace bitlux::gui {
 
-/// Tabs below each other with their texts as they are read.
+/// Tabs below each other, with horizontal texts.
 class SideTabs : public QTabBar {
 public:
     explicit SideTabs(QWidget* parent);
@@ -17,7 +17,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    // Tabs that were measured, from the first on, and the widest text of these.
+    // The number of tabs already measured, and the widest text of these.
     mutable int measured_ = 0;
     mutable int widest_ = 0;
 };

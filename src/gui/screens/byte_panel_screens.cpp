@@ -16,7 +16,7 @@ namespace {
 
 constexpr QSize smallScreen(1024, 600);
 
-/// A chip with its panel, what is turned on at it, and what is pressed.
+/// A chip with its panel, the switches that are turned on, and the buttons that are pressed.
 class Stage {
 public:
     Stage(std::string chip, std::string form, const std::vector<const char*>& on)

@@ -17,7 +17,7 @@ void saveFormPicture(MainWindow& window, const std::string& caption, QSize size,
         if (!size.isEmpty())
             dialog->resize(size);
         window.binder().flush();
-        constexpr int passes = 3; // what becomes visible settles the layouts above it in turn
+        constexpr int passes = 3; // what becomes visible changes the layouts above it in turn
         for (int pass = 0; pass < passes; ++pass)
             QApplication::processEvents();
         dialog->grab().save(file);

@@ -29,13 +29,13 @@ public:
         dialog.cmdApply_Click();
     }
 
-    /// The window with the waveform of its words; on a desk as well as on a small screen.
+    /// The window with the waveform of its words, on a large and on a small screen.
     void paintWindow(const QString& prefix, const QString& tail) {
         MainWindow window(program_);
         addBench(window, bench_, "echo");
         window.show();
         window.fitToContent();
-        send("A5"); // is there when the view opens
+        send("A5"); // shown when the view opens
         window.findChild<QAction*>("openWaveform")->trigger();
         shoot(window, prefix + "-before" + tail);
         for (const char* word : {"3C", "7", "81"}) {

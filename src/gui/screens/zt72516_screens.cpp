@@ -15,7 +15,7 @@ namespace {
 
 constexpr QSize smallScreen(1024, 600);
 
-/// The panel with everything that the marker file brings.
+/// The panel with everything that the marker file adds.
 class Stage {
 public:
     Stage(QString prefix, QString tail) : prefix_(std::move(prefix)), tail_(std::move(tail)) {
@@ -50,7 +50,7 @@ private:
 
     void press(const std::string& button) { program_.forms().get<forms::Button>(button).click(); }
 
-    /// Every page as it is after a read, where it has one.
+    /// Every page after a read, if it has one.
     void paintRegisters(const std::string& size) {
         const QSize wanted = size.empty() ? QSize() : smallScreen;
         PanelForm& form = panel();

@@ -13,8 +13,8 @@ namespace bitlux::gui {
 
 namespace {
 
-constexpr double widestGap = 160;  ///< pixels that zooming in gives the shortest time between edges
-constexpr double widestView = 1e7; ///< pixels of a word, so that a scroll bar can count them
+constexpr double widestGap = 160;  ///< pixels between the two closest edges at the highest zoom
+constexpr double widestView = 1e7; ///< pixels of a word, within the range of a scroll bar
 constexpr const char* hint = "Send a word to see it on the lines";
 
 } // namespace
@@ -40,7 +40,7 @@ void WaveCanvas::show(std::vector<Waveform> words) {
     describe();
 }
 
-/// View and cursors stay where they were in the last word.
+/// Keeps view and cursors at their positions in the last word.
 void WaveCanvas::moveWith(std::int64_t distance) {
     scale_.from += static_cast<double>(distance);
     for (std::optional<std::int64_t>* any : {&cursor_, &mark_})
@@ -110,7 +110,7 @@ void WaveCanvas::zoomAround(double factor, double pixel) {
     const double at = scale_.at(pixel);
     const double nsPerPixel = scale_.nsPerPixel / factor;
     setScale(nsPerPixel, at - pixel * nsPerPixel);
-    // The limit of the zoom may have been nearer.
+    // The zoom may have reached its limit.
     setScale(scale_.nsPerPixel, at - pixel * scale_.nsPerPixel);
 }
 
@@ -120,7 +120,7 @@ std::vector<std::int64_t> WaveCanvas::edges(bool ofChosen) const {
         if (ofChosen && line_.value_or(line) != line)
             continue;
         for (const WaveLine::Edge& edge : row_.lines[line].edges)
-            if (edge.at >= 0) // the others are not in sight
+            if (edge.at >= 0) // the others are not visible
                 all.push_back(edge.at);
     }
     std::sort(all.begin(), all.end());

@@ -10,21 +10,21 @@
 
 namespace bitlux::gui {
 
-/// The picture of a word, or of several in a row, with two cursors; to be zoomed and scrolled by
-/// mouse and keyboard. Places are those on the axis of the row.
+/// The picture of a word, or of several in a row, with two cursors; zoomed and scrolled by mouse
+/// and keyboard. Positions are those on the axis of the row.
 class WaveCanvas : public QAbstractScrollArea {
 public:
     explicit WaveCanvas(QWidget* parent);
 
-    /// Shows words one after the other, of which the last is the one that is looked at: as far
-    /// zoomed and scrolled in it as in the one before; all as a whole when they were.
+    /// Shows words one after the other. The last one is the current word: zoomed and scrolled like
+    /// the one before; the whole row if the whole was visible.
     void show(std::vector<Waveform> words);
     [[nodiscard]] const WaveRow& row() const { return row_; }
     /// The last of the words; one without lines when there is none.
     [[nodiscard]] const Waveform& waveform() const;
 
     void fit();
-    /// `factor` above 1 shows more of less, around the cursor when it is in sight.
+    /// A `factor` above 1 zooms in, around the cursor if it is visible.
     void zoom(double factor);
 
     [[nodiscard]] std::optional<std::int64_t> cursor() const { return cursor_; }
@@ -32,13 +32,13 @@ public:
     /// The second cursor.
     [[nodiscard]] std::optional<std::int64_t> mark() const { return mark_; }
     void setMark(std::optional<std::int64_t> at);
-    /// Moves the cursor to the next or previous edge of the chosen line, of all when none is.
+    /// Moves the cursor to the next or previous edge of the chosen line, or of all lines.
     void moveToEdge(bool forward);
-    /// The line (an index of the row's) whose edges are gone to; nothing for those of all.
+    /// The line (an index in the row) on whose edges the cursor moves; nothing for all lines.
     [[nodiscard]] std::optional<std::size_t> line() const { return line_; }
     void chooseLine(std::optional<std::size_t> line);
 
-    /// "3.000 µs: CS 0, CLK 1, DI 1, DO 1", with the word in front where there are several; empty
+    /// "3.000 µs: CS 0, CLK 1, DI 1, DO 1", preceded by the word if there are several; empty
     /// without a cursor.
     [[nodiscard]] QString readout() const;
     /// "Δ 2.000 µs, 500 kHz": the real time from the second cursor to the cursor; empty without
@@ -47,7 +47,7 @@ public:
 
     Event<> cursorMoved; ///< or the second one
     Event<> lineChosen;
-    Event<int> wordWanted; ///< the one so many words on
+    Event<int> wordWanted; ///< relative to the current word
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
@@ -62,10 +62,10 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
-    [[nodiscard]] double begin() const; ///< of what can be shown, in nanoseconds
+    [[nodiscard]] double begin() const; ///< of the visible range, in nanoseconds
     [[nodiscard]] double end() const;
     [[nodiscard]] double width() const; ///< of the waves, in pixels
-    /// In order, each once; of the chosen line alone when that is wanted.
+    /// In order, without repetitions; of the chosen line alone if requested.
     [[nodiscard]] std::vector<std::int64_t> edges(bool ofChosen = false) const;
     [[nodiscard]] std::optional<std::int64_t> edgeFrom(std::optional<std::int64_t> at,
                                                        bool forward) const;
@@ -82,10 +82,10 @@ private:
     void paintFocus(QPainter& painter) const;
 
     WaveRow row_;
-    std::vector<qreal> rowEnds_; ///< as they were painted last
+    std::vector<qreal> rowEnds_; ///< as painted last
     WaveScale scale_;
     bool fitted_ = true;
-    bool scrollsItself_ = false; ///< the bars follow the scale, not the other way round
+    bool scrollsItself_ = false; ///< the scroll bars are being set from the scale
     std::optional<std::int64_t> cursor_;
     std::optional<std::int64_t> mark_;
     std::optional<std::size_t> line_;

@@ -16,7 +16,7 @@ namespace bitlux::gui {
 namespace {
 
 constexpr double keyFactor = 1.5;
-constexpr double wheelFactor = 1.25; ///< a notch of the wheel
+constexpr double wheelFactor = 1.25; ///< one step of the wheel
 constexpr double wheelNotch = 120;
 constexpr double snapDistance = 5; ///< pixels
 
@@ -32,13 +32,13 @@ void WaveCanvas::stepLine(int lines) {
     const int count = static_cast<int>(row_.lines.size());
     if (count == 0)
         return;
-    // All lines stand before the first.
+    // The entry for all lines precedes the first line.
     const int here = line_ ? static_cast<int>(*line_) + 1 : 0;
     const int next = std::clamp(here + lines, 0, count);
     chooseLine(next == 0 ? std::nullopt : std::optional(static_cast<std::size_t>(next - 1)));
 }
 
-/// The edge behind or before a place, which stays where there is none; nothing without edges.
+/// The edge after or before a position, or that position if there is none; nothing without edges.
 std::optional<std::int64_t> WaveCanvas::edgeFrom(std::optional<std::int64_t> at,
                                                  bool forward) const {
     const std::vector<std::int64_t> all = edges(true);
@@ -146,7 +146,7 @@ void WaveCanvas::mousePressEvent(QMouseEvent* event) {
         return;
     if (event->position().x() >= WavePicture::namesWidth(font(), row_.lines)) {
         takeMouse(*event);
-    } else if (event->button() == Qt::LeftButton) { // once more on a name and it is all again
+    } else if (event->button() == Qt::LeftButton) { // a second click chooses all lines
         const auto row = std::upper_bound(rowEnds_.begin(), rowEnds_.end(), event->position().y());
         const auto line = static_cast<std::size_t>(row - rowEnds_.begin());
         if (line < row_.lines.size())

@@ -1,4 +1,4 @@
-// What stands around the waves: stretches between words, ruler, names, cursors.
+// What surrounds the waves: intervals between words, ruler, names, cursors.
 
 #include "gui/waveform/wave_picture.h"
 
@@ -9,12 +9,12 @@ namespace bitlux::gui {
 
 namespace {
 
-// Logical pixels; all else follows the font.
+// Logical pixels; everything else follows the font.
 constexpr qreal gap = 8;
 constexpr qreal rulerMark = 5;
 constexpr qreal rulerDistance = 90;
 
-/// "1.25 ms": three digits say enough of a stretch in which nothing happens.
+/// "1.25 ms": three digits are enough for an interval without events.
 QString durationText(std::int64_t nanoseconds) {
     std::int64_t step = 1;
     while (nanoseconds / step >= 1000)
@@ -49,8 +49,8 @@ void WavePicture::paintRuler() {
         free = paintRulerOf(word, step, free);
 }
 
-/// The times of a word, of which the first and the last of all go on to the borders; text begins
-/// at `free`, and the result is where it may go on.
+/// The times of a word, of which the first and the last of all extend to the borders; text begins
+/// at `free`, and the result is the next free position.
 qreal WavePicture::paintRulerOf(std::size_t word, std::int64_t step, qreal free) {
     const WaveScale& scale = content_.scale;
     const auto origin = static_cast<double>(row_.words[word].at);

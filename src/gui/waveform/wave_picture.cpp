@@ -9,19 +9,19 @@ namespace bitlux::gui {
 
 namespace {
 
-// Logical pixels; all else follows the font.
+// Logical pixels; everything else follows the font.
 constexpr qreal gap = 8;
 constexpr qreal rowGap = 9;
 constexpr qreal rulerMark = 5;
 constexpr qreal widestNames = 140;
 constexpr qreal largestDot = 3;
-constexpr qreal guideDistance = 14; ///< samples that stand closer have no line
+constexpr qreal guideDistance = 14; ///< samples that are closer have no line
 
 qreal wordHeight(const QFontMetricsF& font) {
     return font.height() + 2;
 }
 
-/// Of the bits and the room for the dots below them.
+/// Height of the bits and of the dots below them.
 qreal bitsHeight(const QFontMetricsF& font) {
     return font.height() + largestDot;
 }
@@ -34,12 +34,12 @@ qreal rulerHeight(const QFontMetricsF& font) {
     return font.height() + rulerMark + 4;
 }
 
-/// Of the waves alone, at the least.
+/// Minimum height of the waves alone.
 qreal waveHeight(const QFontMetricsF& font) {
     return font.height();
 }
 
-/// From the longest to the shortest that still says something.
+/// From the longest to the shortest text.
 QStringList captions(const Waveform& waveform, bool isAlone) {
     const QString number = QString::number(waveform.number);
     QString text = QString("type %1, %2 bits, %3 first")
@@ -114,7 +114,7 @@ void WavePicture::layOutRows() {
     const qreal needed = height(widgetFont_, row_.lines.size());
     const auto count = static_cast<qreal>(std::max<std::size_t>(row_.lines.size(), 1));
     const qreal more = std::max(0.0, size_.height() - needed) / count;
-    const qreal stretch = std::min(more, 0.7 * font_.height()); // taller waves say no more
+    const qreal stretch = std::min(more, 0.7 * font_.height()); // higher waves show nothing more
     const qreal spread = std::min(more - stretch, font_.height());
     qreal y = rowGap - content_.scrolled;
     for (std::size_t line = 0; line < row_.lines.size(); ++line) {
@@ -130,7 +130,7 @@ void WavePicture::layOutRows() {
 }
 
 qreal WavePicture::x(double at) const {
-    // What lies far outside stays near, where the painter's numbers are exact.
+    // Keeps positions far outside near, where the painter's numbers are exact.
     return ink_.x(std::clamp(names_ + content_.scale.x(at), -10.0, size_.width() + 10));
 }
 
@@ -222,8 +222,8 @@ void WavePicture::paintGuides(const WaveRow::Word& word) {
     for (const WaveBit& bit : word.waveform.bits) {
         const qreal at = x(static_cast<double>(word.at + bit.sampledAt));
         if (bit.received && at >= names_)
-            for (const std::size_t line :
-                 {Waveform::clock, Waveform::dataIn, Waveform::dataOut}) // around what is written
+            for (const std::size_t line : {Waveform::clock, Waveform::dataIn,
+                                           Waveform::dataOut}) // the lines around the texts
                 ink_.dashed(at, ink_.y(rows_[line].top - 3), rows_[line].bottom, thin_, color);
     }
 }

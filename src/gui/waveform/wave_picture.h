@@ -11,14 +11,14 @@
 
 namespace bitlux::gui {
 
-/// One painting of words on a widget, in its font and palette: a row a line under each other, bits
-/// and words written over DI and DO, a ruler below with the time since each word's begin. Between
-/// two words stands a band, with its duration where there is room for it.
+/// Paints words once, in a widget's font and palette: a row for each line, bits and words above DI
+/// and DO, and below a ruler with the time since each word's begin. Between two words is a band,
+/// with its duration if that fits.
 class WavePicture {
 public:
     struct Content {
         const WaveRow& row;
-        WaveScale scale; ///< of what stands right of the names
+        WaveScale scale; ///< of the area right of the names
         std::optional<std::int64_t> cursor;
         std::optional<std::int64_t> mark; ///< the second cursor
         std::optional<std::size_t> line;  ///< that the user chose
@@ -31,13 +31,13 @@ public:
 
     /// Width of the column of names.
     [[nodiscard]] static qreal namesWidth(const QFont& font, const std::vector<WaveLine>& lines);
-    /// Of so many rows and the ruler; less and the text would be cut.
+    /// Height of this number of rows and the ruler; with less, text would be cut.
     [[nodiscard]] static qreal height(const QFont& font, std::size_t lines);
-    /// Where the rows of the lines end.
+    /// The lower ends of the rows.
     [[nodiscard]] std::vector<qreal> rowEnds() const;
 
 private:
-    /// Of a line: bits and word stand above its wave, if it has any.
+    /// Height of a line: bits and word are above its wave, if it has any.
     struct Row {
         qreal word, bits, top, bottom;
     };
@@ -79,7 +79,7 @@ private:
     qreal thin_;
     qreal thick_;
     qreal names_;
-    qreal ruler_ = 0; ///< where it begins
+    qreal ruler_ = 0; ///< its upper edge
     std::vector<Row> rows_;
 };
 

@@ -18,7 +18,7 @@ namespace bitlux::gui {
 namespace {
 
 constexpr double buttonFactor = 1.5;
-constexpr int leastLines = 16; ///< of text, that a page wants in sight
+constexpr int leastLines = 16; ///< the minimum height of a page, in lines of text
 
 QDockWidget* otherDockBelow(QMainWindow& window, const QDockWidget& view) {
     QDockWidget* other = nullptr;
@@ -32,8 +32,8 @@ bool isTooLow(int pageHeight, const QMainWindow& window) {
     return pageHeight < leastLines * window.fontMetrics().height();
 }
 
-/// Gives the view its place above the other docks, and the window the height for it. Where the page
-/// would have too little left, the view shares its place with them.
+/// Places the view above the other docks, and enlarges the window for it. If too little of the page
+/// would remain, the view becomes a tab beside the other docks.
 void place(QDockWidget& view, QMainWindow& window) {
     QDockWidget* other = otherDockBelow(window, view);
     window.addDockWidget(Qt::BottomDockWidgetArea, &view, Qt::Vertical);
@@ -96,7 +96,7 @@ QPushButton* WaveformView::addButton(QBoxLayout& row, const QString& text, const
     button->setObjectName("waveform." + name);
     button->setToolTip(tip);
     button->setAutoDefault(false);
-    if (text.size() == 1) { // a sign, which says nothing to who does not see it
+    if (text.size() == 1) { // a symbol, which means nothing to a screen reader
         button->setAccessibleName(tip);
         button->setFixedWidth(button->sizeHint().height() + 4);
     }
@@ -163,7 +163,7 @@ void WaveformView::addEdgeButtons(QBoxLayout& row) {
             [this] { canvas_->moveToEdge(true); });
 }
 
-/// The lines are those of the words that are shown.
+/// The lines of the words that are shown.
 void WaveformView::followLines() {
     QStringList wanted{"All edges"};
     for (const WaveLine& line : canvas_->row().lines)
@@ -238,12 +238,12 @@ void WaveformView::step(int words) {
     const auto first = static_cast<std::int64_t>(recording_.words().front().number);
     const auto last = static_cast<std::int64_t>(recording_.count());
     const auto wanted = static_cast<std::int64_t>(canvas_->waveform().number) + words;
-    hold_->setChecked(true); // who looks back would lose the word with the next
+    hold_->setChecked(true); // the next word would replace the one that the user looks at
     showWord(static_cast<std::uint64_t>(std::clamp(wanted, first, last)));
     refresh();
 }
 
-/// A window that became lower gives its page the room back.
+/// Gives the page its height back when the window becomes lower.
 void WaveformView::makeRoom() {
     auto* window = qobject_cast<QMainWindow*>(parentWidget());
     if (window == nullptr || !isVisible() || isFloating() ||
@@ -261,7 +261,7 @@ void WaveformView::makeRoom() {
 
 bool WaveformView::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Resize && watched == parentWidget())
-        QTimer::singleShot(0, this, [this] { makeRoom(); }); // when the page has its new height
+        QTimer::singleShot(0, this, [this] { makeRoom(); }); // after the page has its new height
     return QDockWidget::eventFilter(watched, event);
 }
 
@@ -286,7 +286,7 @@ void WaveformView::showEvent(QShowEvent* event) {
 
 void WaveformView::hideEvent(QHideEvent* event) {
     QDockWidget::hideEvent(event);
-    if (event->spontaneous()) // minimised with its window it goes on
+    if (event->spontaneous()) // minimised with its window it continues
         return;
     if (startedHere_)
         recording_.stop();
@@ -308,7 +308,7 @@ void addWaveformEntry(QMenu& menu, QMainWindow& window, Program& program) {
                          if (view != nullptr)
                              view->setVisible(on);
                          if (on)
-                             view->raise(); // where it shares its place
+                             view->raise(); // it may be a tab
                      });
 }
 

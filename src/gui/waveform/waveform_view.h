@@ -18,13 +18,13 @@ class QPushButton;
 
 namespace bitlux::gui {
 
-/// The waveform of the last word beside the log, or of one that is held while others pass; with the
-/// words before it in a row when that is wanted. Words are recorded while the view is open; it
-/// begins with the last few before.
+/// The waveform of the last word beside the log, or of a word that is held while others are sent;
+/// on request in a row with the words before it. Words are recorded while the view is open; it
+/// begins with the last few.
 class WaveformView : public QDockWidget {
 public:
     static constexpr int shortPause = 16;    ///< milliseconds to the refresh after a single word
-    static constexpr int refreshPause = 100; ///< between refreshes; an eye follows no faster
+    static constexpr int refreshPause = 100; ///< between refreshes; faster ones could not be seen
     static constexpr std::uint64_t rowLength = 8; ///< words
 
     WaveformView(Program& program, QWidget* parent);
@@ -58,7 +58,7 @@ private:
     WaveformRecording& recording_;
     WaveCanvas* canvas_;
     QLabel* place_ = nullptr;
-    QComboBox* lines_ = nullptr; ///< whose edges are gone to; all, then each
+    QComboBox* lines_ = nullptr; ///< the line for moving along edges; all, then each
     QLabel* readout_;
     QLabel* difference_;
     QPushButton* previous_ = nullptr;
@@ -69,8 +69,8 @@ private:
     QPushButton* saveSr_ = nullptr;
     QTimer timer_; ///< runs while words wait to be shown
     QElapsedTimer sinceRefresh_;
-    bool startedHere_ = false;          ///< the recording; one that somebody else started goes on
-    std::uint64_t known_ = 0;           ///< words when it was refreshed last
+    bool startedHere_ = false; ///< by this view; a recording that was started elsewhere continues
+    std::uint64_t known_ = 0;  ///< number of words at the last refresh
     std::array<Subscription, 3> words_; ///< while it is open
 };
 

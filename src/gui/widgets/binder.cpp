@@ -11,7 +11,7 @@ Binder::Binder(forms::FormSet& forms) : forms_(forms) {
     timer_.setSingleShot(true);
     timer_.setInterval(frame);
     connect(&timer_, &QTimer::timeout, this, [this] { flush(); });
-    timer_.start(); // for what changed before anybody listened
+    timer_.start(); // for changes before anybody listened
     becameDirty_ = forms_.becameDirty.follow([this] { timer_.start(); });
     formGoing_ = forms_.formGoing.follow([this](forms::Form& form) { forget(form); });
 }
@@ -36,7 +36,7 @@ void Binder::bind(forms::CheckBox& control, QCheckBox& widget) {
 }
 void Binder::bind(forms::ComboBox& control, QComboBox& widget) {
     add<ComboBoxBinding>(control, widget);
-    if (QLineEdit* edit = widget.lineEdit()) { // it has the mouse, the box the keyboard
+    if (QLineEdit* edit = widget.lineEdit()) { // it receives the mouse, the box the keyboard
         controls_[edit] = &control;
         edit->installEventFilter(this);
     }
@@ -98,7 +98,7 @@ void Binder::followFocus(const Binding& binding) {
     if (focused == &control)
         return;
     widget->setFocus();
-    if (widget->window()->focusWidget() == widget) // else it is disabled, and comes again
+    if (widget->window()->focusWidget() == widget) // else disabled; tried again later
         focused = &control;
 }
 
@@ -115,7 +115,7 @@ void Binder::forget(const forms::Form& form) {
         if (found == bindings_.end())
             continue;
         found->second->leave();
-        // One of its slots may be what runs; it stays as long as the widget.
+        // One of its slots may be running; the binding is destroyed with the widget.
         const std::shared_ptr<Binding> binding = std::move(found->second);
         connect(&binding->object(), &QObject::destroyed, this, [binding] {});
         bindings_.erase(found);
@@ -140,7 +140,7 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
             byHand([&control] { control.doubleClick(); });
         break;
     case QEvent::DragEnter:
-        // A file is the window's affair, not a text for a field.
+        // The window opens dropped files; a field does not take them as text.
         if (static_cast<QDragEnterEvent*>(event)->mimeData()->hasUrls()) {
             event->ignore();
             return true;
@@ -158,7 +158,7 @@ bool Binder::keyPressed(forms::Control& control, QObject* widget, const QKeyEven
     const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
     if (enter && control.hasKeyHandler()) {
         byHand([&control] { control.key(forms::KeyCode::Enter); });
-        if (controls_.contains(widget)) // else its form is gone
+        if (controls_.contains(widget)) // else its form was destroyed
             enterTaken.raise(control);
         return true;
     }

@@ -16,7 +16,7 @@
 
 namespace bitlux::gui {
 
-/// Ties the controls of forms to widgets and keeps the widgets up to date: controls that changed
+/// Binds the controls of forms to widgets and keeps the widgets up to date: controls that changed
 /// are refreshed together, at most once a frame.
 class Binder : public QObject {
 public:
@@ -39,7 +39,7 @@ public:
     void bind(forms::TextBox& control, QLineEdit& widget);
     void bind(forms::Timer& control, QTimer& timer);
 
-    /// A new widget, tied to a control.
+    /// A new widget, bound to a control.
     template <typename Widget, typename Control>
     Widget* make(Control& control, QWidget* parent) {
         auto* widget = new Widget(parent);
@@ -47,21 +47,22 @@ public:
         return widget;
     }
 
-    /// Flushes soon, also when no control changes.
+    /// Flushes soon, even when no control changes.
     void flushSoon();
-    /// Refreshes what changed, now.
+    /// Refreshes what changed, immediately.
     void flush();
-    /// The program has other colors.
+    /// The program's colours have changed.
     void refreshAll();
     /// After a flush.
     Event<> flushed;
-    /// After a control's handler of keys has taken Enter.
+    /// After a control's key handler has handled Enter.
     Event<const forms::Control&> enterTaken;
 
-    /// The controls of a form go; their widgets do nothing any more, and may be destroyed later.
+    /// The controls of a form are destroyed; their widgets do nothing any more, and may be
+    /// destroyed later.
     void forget(const forms::Form& form);
 
-    /// A control that has no widget on purpose: nothing ever shows it.
+    /// Declares that a control has no widget on purpose: nothing shows it.
     void leaveOut(const forms::Control& control) { leftOut_.insert(&control); }
 
     [[nodiscard]] bool isLeftOut(const forms::Control& control) const {
@@ -88,8 +89,8 @@ private:
     std::unordered_map<const forms::Control*, std::unique_ptr<Binding>> bindings_;
     std::unordered_map<const QObject*, forms::Control*> controls_;
     std::unordered_set<const forms::Control*> leftOut_;
-    /// The control of a form that had the focus when the window last followed it. A hand may have
-    /// gone elsewhere since, to what is no control; it is not pulled back.
+    /// The control of a form that had the focus when the window last followed it. The user may have
+    /// moved the focus since, to a widget that is no control; it stays there.
     std::unordered_map<const forms::Form*, const forms::Control*> focused_;
     QTimer timer_;
     Subscription becameDirty_;

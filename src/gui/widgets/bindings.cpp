@@ -78,7 +78,7 @@ void WidgetBinding::refreshColor() {
 void WidgetBinding::bringUpToDate() {
     const QSignalBlocker blocker(widget_);
     refreshContent();
-    // A layout would show a new widget that nobody has hidden in so many words.
+    // A layout would show a new widget that was never hidden explicitly.
     const bool mayBeShown = !widget_.testAttribute(Qt::WA_WState_ExplicitShowHide);
     if (widget_.isVisibleTo(widget_.parentWidget()) != control().visible() ||
         (mayBeShown && !control().visible()))
@@ -145,9 +145,9 @@ void OptionButtonBinding::refreshContent() {
 ComboBoxBinding::ComboBoxBinding(forms::ComboBox& control, QComboBox& widget)
     : WidgetBinding(control, widget), control_(control), widget_(widget) {
     if (control.style() == forms::ComboBox::Style::Editable) {
-        // setEditable would make the list that drops down, too, long before it does.
+        // setEditable would also make the drop-down list, long before it is needed.
         widget_.setLineEdit(new QLineEdit(&widget_));
-        // The text is what was typed and no more, and typing it chooses nothing.
+        // The text is exactly what was typed, and typing selects no item.
         widget_.setCompleter(nullptr);
         QObject::disconnect(widget_.lineEdit(), &QLineEdit::editingFinished, &widget_, nullptr);
     }
@@ -227,7 +227,7 @@ void ListBoxBinding::refreshContent() {
 
 ScrollBarBinding::ScrollBarBinding(forms::ScrollBar& control, QAbstractSlider& widget)
     : WidgetBinding(control, widget), control_(control), widget_(widget) {
-    widget_.setTracking(false); // the value changes when the thumb is let go
+    widget_.setTracking(false); // the value changes when the thumb is released
     QObject::connect(&widget, &QAbstractSlider::sliderMoved, &widget,
                      [this](int value) { byHand([this, value] { control_.drag(value); }); });
     QObject::connect(&widget, &QAbstractSlider::valueChanged, &widget,
@@ -272,7 +272,7 @@ void TextBoxBinding::refreshContent() {
 
 TimerBinding::TimerBinding(forms::Timer& control, QTimer& timer)
     : Binding(control, timer), control_(control), timer_(timer) {
-    timer.setTimerType(Qt::PreciseTimer); // a coarse one may come early
+    timer.setTimerType(Qt::PreciseTimer); // a coarse timer may come early
     QObject::connect(&timer, &QTimer::timeout, &timer, [this] { control_.fire(); });
 }
 

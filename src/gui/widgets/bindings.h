@@ -23,9 +23,8 @@
 
 namespace bitlux::gui {
 
-/// Ties a control to its widget: the widget's object name is the control's full name, refresh()
-/// brings the widget up to date with its signals blocked, and what a hand does to the widget is
-/// done to the control.
+/// Binds a control to its widget: the widget's object name is the control's full name, refresh()
+/// updates the widget with its signals blocked, and user input on the widget goes to the control.
 class Binding {
 public:
     Binding(forms::Control& control, QObject& object);
@@ -36,17 +35,17 @@ public:
     [[nodiscard]] forms::Control& control() const { return control_; }
     [[nodiscard]] QObject& object() const { return object_; }
 
-    /// Nothing once the control is gone.
+    /// Nothing once the control is destroyed.
     void refresh() {
         if (!gone_)
             bringUpToDate();
     }
-    /// The control goes; the widget stays for a while and does nothing.
+    /// The control is destroyed; the widget remains for a while and does nothing.
     void leave();
 
 protected:
-    /// Runs what a hand does. A control that was hidden or disabled since the last refresh is out
-    /// of reach, whatever the widget still shows; then nothing happens but the refresh.
+    /// Runs an input of the user. For a control that was hidden or disabled since the last refresh
+    /// only the refresh happens, whatever the widget still shows.
     void byHand(const std::function<void()>& action);
     virtual void bringUpToDate() = 0;
 
@@ -63,16 +62,16 @@ public:
 
 protected:
     void bringUpToDate() final;
-    /// Brings what is special about the kind up to date.
+    /// Updates what is special about the kind.
     virtual void refreshContent() = 0;
 
 private:
     void refreshColor();
 
     QWidget& widget_;
-    forms::Color color_; ///< that is shown; the one at first is the kind's own
+    forms::Color color_; ///< the colour shown; initially that of the kind
     forms::Color ownColor_;
-    qint64 theme_ = 0; ///< palette of the program when the color was shown
+    qint64 theme_ = 0; ///< palette of the program when the colour was shown
 };
 
 class ButtonBinding : public WidgetBinding {
@@ -96,7 +95,7 @@ private:
     ConfirmButton& widget_;
 };
 
-/// A widget that has a text already keeps it.
+/// A widget that already has a text keeps it.
 class CheckBoxBinding : public WidgetBinding {
 public:
     CheckBoxBinding(forms::CheckBox& control, QCheckBox& widget);
@@ -129,7 +128,7 @@ private:
     std::vector<std::string> shown_;
 };
 
-/// A frame that is a page: no more than visible or not.
+/// A frame that is a page: only visible or not.
 class PageBinding : public WidgetBinding {
 public:
     PageBinding(forms::Frame& control, QWidget& page) : WidgetBinding(control, page) {}

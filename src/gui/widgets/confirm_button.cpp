@@ -8,7 +8,7 @@ namespace bitlux::gui {
 
 ConfirmButton::ConfirmButton(Question question, QWidget* parent)
     : QPushButton(parent), question_(std::move(question)), patience_(this), doubleClick_(this) {
-    setAutoDefault(false); // Enter in another field is no press
+    setAutoDefault(false); // Enter in another field must not press it
     patience_.setSingleShot(true);
     patience_.setInterval(patience);
     patience_.setObjectName("patience");
@@ -56,7 +56,7 @@ void ConfirmButton::rest() {
     patience_.stop();
     asked_.clear();
     setText(caption_);
-    setFont(QFont()); // that of the widgets around it
+    setFont(QFont()); // the inherited font
 }
 
 } // namespace bitlux::gui

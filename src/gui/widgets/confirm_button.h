@@ -8,7 +8,7 @@
 namespace bitlux::gui {
 
 /// A button for what cannot be undone. The first press shows what will happen; a second one within
-/// five seconds does it. Leaving the button, or a change of what would happen, starts anew.
+/// five seconds does it. Leaving the button, or a change of the text, cancels the first press.
 class ConfirmButton : public QPushButton {
 public:
     static constexpr int patience = 5000; ///< milliseconds
@@ -31,7 +31,7 @@ private:
 
     Question question_;
     QString caption_;
-    QString asked_; ///< empty at rest
+    QString asked_; ///< empty when nothing is to be confirmed
     QTimer patience_;
     QTimer doubleClick_; ///< while it runs, a press may be the second half of a double click
 };

@@ -5,12 +5,12 @@
 namespace bitlux::gui {
 
 /// A label of digits that can mark those that changed: its text is plain, the marks are painted
-/// behind it. Digits are compared from the right, where the least significant ones stand.
+/// behind it. Digits are compared from the right, the least significant end.
 class DigitsLabel : public QLabel {
 public:
     explicit DigitsLabel(QWidget* parent = nullptr);
 
-    /// From now on the digits that differ from what was there at the last call are marked.
+    /// Marks the digits that differ from those of the last call.
     void markChanges();
 
     [[nodiscard]] const QString& marks() const { return marks_; }
@@ -24,7 +24,7 @@ protected:
 
 private:
     QString before_;
-    QString marks_; ///< '*' for a digit that changed, as long as the text
+    QString marks_; ///< '*' for a digit that changed; as long as the text
 };
 
 } // namespace bitlux::gui

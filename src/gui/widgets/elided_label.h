@@ -4,8 +4,8 @@
 
 namespace bitlux::gui {
 
-/// A line of plain text that gives way: what does not fit is left out, and the whole is its
-/// tooltip.
+/// A line of plain text that may be narrower than its text: the end is elided, and the tooltip
+/// shows the whole text.
 class ElidedLabel : public QLabel {
 public:
     explicit ElidedLabel(QWidget* parent = nullptr);

@@ -50,7 +50,7 @@ void FormDialog::changeEvent(QEvent* event) {
 
 void FormDialog::closeEvent(QCloseEvent* event) {
     leave_();
-    event->setAccepted(gone_ || !form_.visible()); // a form that could not go stays on the screen
+    event->setAccepted(gone_ || !form_.visible()); // a form that refused to close stays visible
 }
 
 void FormDialog::keyPressEvent(QKeyEvent* event) {

@@ -10,20 +10,20 @@
 
 namespace bitlux::gui {
 
-/// The window of a form that is a dialog. Escape and closing it do what its Cancel button does.
+/// The window of a form that is a dialog. Escape and closing do what its Cancel button does.
 class FormDialog : public QDialog {
 public:
     FormDialog(forms::Form& form, forms::Button& cancel, Binder& binder, QWidget* parent)
         : FormDialog(
               form, [&cancel] { cancel.click(); }, binder, parent) {}
-    /// `leave` is what Escape and closing it do.
+    /// `leave` is called by Escape and by closing.
     FormDialog(forms::Form& form, std::function<void()> leave, Binder& binder, QWidget* parent);
 
-    /// Shows or hides this, as the form is.
+    /// Shows or hides this, like the form.
     void follow();
 
 protected:
-    /// A row of buttons, of which Enter presses the first where no control takes it.
+    /// A row of buttons. Enter presses the first one unless another control handles it.
     QWidget* makeButtons(std::initializer_list<forms::Button*> controls);
 
     void changeEvent(QEvent* event) override;
@@ -35,7 +35,7 @@ private:
     std::function<void()> leave_;
     Binder& binder_;
     Subscription formGoing_;
-    bool gone_ = false; ///< the form, which must not be asked any more
+    bool gone_ = false; ///< the form was destroyed and must not be used
 };
 
 } // namespace bitlux::gui

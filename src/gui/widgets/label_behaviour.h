@@ -6,25 +6,24 @@
 namespace bitlux::gui {
 
 /// What a label does beside showing its text: it can be pressed, by the left button, by Space while
-/// it has the focus, or by an assistive tool; and it can be a lamp, lit or not. Belongs to its
-/// label.
+/// it has the focus, or by an assistive tool; and it can be a lamp, lit or not. Owned by its label.
 class LabelBehaviour : public QObject {
     Q_OBJECT
 
 public:
     explicit LabelBehaviour(QLabel& label);
 
-    /// That of a label; null for one that only shows a text.
+    /// The behaviour of a label; null for one that only shows a text.
     [[nodiscard]] static LabelBehaviour* of(const QLabel& label);
 
     void setPressable(bool pressable) { pressable_ = pressable; }
     [[nodiscard]] bool isPressable() const { return pressable_; }
-    /// Nothing happens on a label that cannot be pressed now.
+    /// Does nothing on a label that cannot be pressed now.
     void press();
 
-    /// Makes it a lamp; assistive tools are told when it changes.
+    /// Makes the label a lamp; assistive tools are notified of its changes.
     void light(bool lit);
-    /// It is a bit of a row, which alone knows the colour of a one: its owner calls light().
+    /// The label is a bit of a row, which alone knows the colour of a one: its owner calls light().
     void setBitOfRow() { bitOfRow_ = true; }
     [[nodiscard]] bool isBitOfRow() const { return bitOfRow_; }
     [[nodiscard]] bool isLamp() const { return lamp_; }
@@ -32,7 +31,7 @@ public:
 
 signals:
     void clicked();
-    /// The clicks that it is made of are told too.
+    /// Also reports the single clicks of a double click.
     void doubleClicked();
 
 protected:
@@ -44,7 +43,7 @@ private:
     bool lamp_ = false;
     bool lit_ = false;
     bool bitOfRow_ = false;
-    bool held_ = false; ///< the left button went down on the label
+    bool held_ = false; ///< the left button was pressed on the label
 };
 
 } // namespace bitlux::gui

@@ -31,7 +31,7 @@ void addPageKeys(QTabBar& tabs, QWidget& window) {
 }
 
 void putInTabOrder(QWidget& before, QWidget& page) {
-    std::vector<QWidget*> fields; // before the order changes
+    std::vector<QWidget*> fields; // collected before the order changes
     for (QWidget* any = page.nextInFocusChain(); any != nullptr && any != &page;
          any = any->nextInFocusChain())
         if (page.isAncestorOf(any) && any->focusPolicy() != Qt::NoFocus &&

@@ -5,14 +5,14 @@ class QWidget;
 
 namespace bitlux::gui {
 
-/// Ctrl+Tab and Ctrl+PgDn turn to the next page, with Shift or PgUp to the one before, while the
-/// focus is in `window`.
+/// Ctrl+Tab and Ctrl+PgDn show the next page, with Shift or PgUp the previous one, while the focus
+/// is in `window`.
 void addPageKeys(QTabBar& tabs, QWidget& window);
 
-/// The first widget in a page that the tabulator key reaches; null when there is none.
+/// The first widget of a page in the tab order; null when there is none.
 [[nodiscard]] QWidget* firstField(QWidget& page);
 
-/// The fields of a page that was made late follow `before` in the order of the tabulator key.
+/// Puts the fields of a page that was made late after `before` in the tab order.
 void putInTabOrder(QWidget& before, QWidget& page);
 
 } // namespace bitlux::gui

@@ -10,7 +10,7 @@ namespace bitlux::gui {
 
 namespace {
 
-constexpr int usualTitle = 30; ///< pixels of a title bar while nothing tells
+constexpr int usualTitle = 30; ///< pixels of a title bar while its height is unknown
 
 int covered(const QRect& one, const QRect& other) {
     const QRect common = one.intersected(other);
@@ -46,7 +46,7 @@ QSize roomForWindow(const QWidget& window) {
 
 void openBeside(QWidget& window, const QWidget& other) {
     const QRect screen = other.screen()->availableGeometry();
-    const QSize frame = frameOf(other); // it will have one like that
+    const QSize frame = frameOf(other); // the frame will be like that of the other window
     window.resize(window.size().boundedTo(screen.size() - frame));
     window.move(placeBeside(window.size() + frame, other.frameGeometry(), screen));
 }

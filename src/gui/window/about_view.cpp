@@ -23,7 +23,7 @@ AboutView::AboutView(AboutForm& form, Binder& binder, QWidget* parent)
     int row = 1;
     for (forms::Label* line : {&form.lblVersion, &form.lblBuild}) {
         auto* label = binder.make<QLabel>(*line, this);
-        label->setTextInteractionFlags(Qt::TextSelectableByMouse); // for a report
+        label->setTextInteractionFlags(Qt::TextSelectableByMouse); // to be copied into a report
         layout->addWidget(label, row++, 1);
     }
     auto* disclaimer = binder.make<QLabel>(form.lblDisclaimer, this);

@@ -47,7 +47,7 @@ QWidget* BatchView::makeLists() {
 
 LogView* BatchView::makeList(forms::ListBox& control, const QString& title, QWidget* parent) {
     auto* list = binder_.make<LogView>(control, parent);
-    list->setFont(QApplication::font()); // of names, not of digits below each other
+    list->setFont(QApplication::font()); // names need no digits of equal width
     list->setAccessibleName(title);
     return list;
 }

@@ -9,12 +9,12 @@
 namespace bitlux::gui {
 
 /// The page of Batches: the Quick Commands on the left, the commands to send on the right, between
-/// them what fills and orders these, and below the saved Batches and the Session Log.
+/// them the controls that fill and order these, and below the saved Batches and the Session Log.
 class BatchView : public QWidget {
 public:
     BatchView(MainForm& form, Binder& binder, QWidget* parent);
 
-    /// Where the run buttons stand on this page.
+    /// The place of the run buttons on this page.
     [[nodiscard]] const RunRow::Place& runPlace() const { return runPlace_; }
 
 private:

@@ -5,7 +5,7 @@
 
 namespace bitlux::gui {
 
-/// The arguments as they stand, joined by a blank: the name of one configuration file.
+/// The arguments joined by blanks, otherwise unchanged: the name of one configuration file.
 [[nodiscard]] std::string commandLineOf(int argc, const char* const* argv);
 
 /// What to print instead of running, when the command line is "--help" or "--version" and no file

@@ -10,7 +10,7 @@ namespace bitlux::gui {
 
 namespace {
 
-/// A place in the list; what it says follows the lines that scroll through it.
+/// A visible line of the list, by its position. Its text changes as the list scrolls.
 class LinePlace : public QAccessibleInterface, public QAccessibleActionInterface {
 public:
     LinePlace(LogView& view, QAccessibleInterface& list, int place)

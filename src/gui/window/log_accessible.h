@@ -4,7 +4,7 @@
 
 namespace bitlux::gui {
 
-/// For assistive tools: a LogView as a list whose items are the lines in sight. Null for any other
+/// For assistive tools: a LogView as a list whose items are the visible lines. Null for any other
 /// object.
 QAccessibleInterface* logInterface(const QString& key, QObject* object);
 

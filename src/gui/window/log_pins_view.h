@@ -31,7 +31,7 @@ private:
     Binder& binder_;
     Page page_;
     QWidget* pins_;
-    QWidget* hint_ = nullptr; ///< says where pins are enabled; there while none is
+    QWidget* hint_ = nullptr; ///< says where pins are enabled; visible while none is
     Subscription flushed_;
 };
 

@@ -43,7 +43,7 @@ void LogView::showLines(const forms::LineSource& lines, int count, int current) 
         tellSelection();
 }
 
-/// Assistive tools follow the selection, and the line that has the focus with it.
+/// Assistive tools follow the selection, and with it the line that has the focus.
 void LogView::tellSelection() {
     if (!QAccessible::isActive() || current_ < 0)
         return;
@@ -60,7 +60,7 @@ void LogView::mark(int index) {
         return;
     marked_ = index;
     if (marked_ >= 0 && marked_ < count_) {
-        bringIntoSight(std::min(marked_ + 1, scrolledLines() - 1)); // what comes next, too
+        bringIntoSight(std::min(marked_ + 1, scrolledLines() - 1)); // the next line too
         bringIntoSight(marked_);
     }
     viewport()->update();
@@ -74,7 +74,7 @@ void LogView::scrollAsIf(int lines) {
 }
 
 QString LogView::line(int index) const {
-    // Lines may have gone since the last refresh, and a paint may come before the next.
+    // Lines may have been removed since the last refresh, and a paint may precede the next one.
     const auto place = static_cast<std::size_t>(index);
     return place < lines_->size() ? QString::fromStdString(lines_->line(place)) : QString();
 }
@@ -94,7 +94,7 @@ QRect LogView::lineRect(int index) const {
 }
 
 QSize LogView::sizeHint() const {
-    // From the window's font: the font of the lines is loaded when there are lines.
+    // In the window's font: the font of the lines is not loaded before there are lines.
     constexpr int columns = 48;
     constexpr int rows = 12;
     const QFontMetrics metrics(QApplication::font());
@@ -129,7 +129,7 @@ void LogView::updateScrollBar() {
 
 void LogView::measure() {
     if (!isVisible())
-        return; // whoever looks at a list first loads the font of its lines
+        return; // the first list with lines loads their font
     for (int i = 0; i < visibleCount(); ++i)
         widest_ = std::max(widest_, fontMetrics().horizontalAdvance(line(firstVisible() + i)));
     const int width = viewport()->width();
@@ -155,7 +155,7 @@ void LogView::paintArrow(QPainter& painter, const QRect& row) const {
         QPolygon({tip, tip + QPoint(-2 * half, -half), tip + QPoint(-2 * half, half)}));
 }
 
-/// What stands out behind the lines. The marked row may have no line yet.
+/// What is highlighted behind the lines. The marked row may have no line yet.
 void LogView::paintRows(QPainter& painter) const {
     if (header_)
         painter.fillRect(lineRect(0), palette().color(QPalette::AlternateBase));

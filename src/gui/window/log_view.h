@@ -8,7 +8,7 @@ class QHelpEvent;
 
 namespace bitlux::gui {
 
-/// The lines of a list box. Only those in sight are made and painted, so that a list of 20,000
+/// The lines of a list box. Only the visible lines are made and painted, so that a list of 20,000
 /// lines that grows with every word costs no more than a short one.
 class LogView : public QAbstractScrollArea {
     Q_OBJECT
@@ -16,29 +16,29 @@ class LogView : public QAbstractScrollArea {
 public:
     explicit LogView(QWidget* parent = nullptr);
 
-    /// Shows `count` lines of `lines`, which outlives this, with the selection at `current` (-1
-    /// for none). A selection that moved is brought into sight.
+    /// Shows `count` lines of `lines`, which outlives this, with the selection at `current` (-1 for
+    /// none). Scrolls to a selection that moved.
     void showLines(const forms::LineSource& lines, int count, int current);
 
-    /// Keeps room for a mark before the lines.
+    /// Leaves space for a mark before the lines.
     void setMarkable() { markable_ = true; }
-    /// A line can be dragged to the place of another, by the mouse or by Alt with Up and Down.
+    /// A line can be dragged to the position of another, by the mouse or by Alt with Up and Down.
     void setDraggable() { draggable_ = true; }
 
     /// The first line is a header.
     void setHeader() { header_ = true; }
-    /// Scrolls as if there were as many lines, whatever there are: lists of different length that
-    /// stand side by side go together.
+    /// Scrolls as if there were this number of lines, so that lists of different length beside each
+    /// other scroll together.
     void scrollAsIf(int lines);
 
-    /// Marks a line, -1 for none. A mark that moved is brought into sight.
+    /// Marks a line, -1 for none. Scrolls to a mark that moved.
     void mark(int index);
     [[nodiscard]] int marked() const { return marked_; }
 
     [[nodiscard]] int count() const { return count_; }
     [[nodiscard]] int current() const { return current_; }
     [[nodiscard]] QString line(int index) const;
-    /// Lines in sight: the first, and how many.
+    /// The visible lines: the first, and their number.
     [[nodiscard]] int firstVisible() const;
     [[nodiscard]] int visibleCount() const;
     [[nodiscard]] QRect lineRect(int index) const;
@@ -49,11 +49,11 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
 
 signals:
-    /// A user's hand chose a line.
+    /// The user chose a line.
     void selected(int index);
-    /// A line was clicked twice; it was selected before.
+    /// A line was double-clicked; it was selected before.
     void doubleClicked();
-    /// A line was dragged to the place of another.
+    /// A line was dragged to the position of another.
     void dragged(int from, int to);
 
 protected:
@@ -63,7 +63,7 @@ protected:
     void scrollContentsBy(int dx, int dy) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
-    /// Tells a line that has no room in a tooltip.
+    /// Shows a line that does not fit in a tooltip.
     bool viewportEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -85,7 +85,7 @@ private:
     [[nodiscard]] int scrolledLines() const { return scrolled_ < 0 ? count_ : scrolled_; }
     [[nodiscard]] int wholeLinesInSight() const;
     void updateScrollBar();
-    /// Makes room for the widest of the lines in sight.
+    /// Adapts the scroll range to the widest of the visible lines.
     void measure();
     void bringIntoSight(int index);
     void tellSelection();
@@ -94,14 +94,15 @@ private:
     int count_ = 0;
     int current_ = -1;
     int marked_ = -1;
-    /// Widest line that was in sight since lines went, in pixels. It grows only: a bar below the
-    /// lines can hide the very line that needs it, and would come and go for ever.
+    /// Widest line that was visible since lines were removed, in pixels. It only grows: a scroll
+    /// bar below the lines can hide the line that needs it, and would appear and disappear again
+    /// and again.
     int widest_ = 0;
     int paints_ = 0;
     bool markable_ = false;
     bool draggable_ = false;
     bool header_ = false;
-    int scrolled_ = -1; ///< lines to scroll over, -1 for those that there are
+    int scrolled_ = -1; ///< number of lines to scroll over, -1 for the existing ones
     int pressed_ = -1;  ///< line under the pointer when the button went down
     int target_ = -1;   ///< line under the pointer while another is dragged
     QPoint pressedAt_;

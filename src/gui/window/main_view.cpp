@@ -31,7 +31,7 @@ MainView::MainView(Program& program, Binder& binder, QWidget* parent)
     pages_ = new QVBoxLayout;
     layout->addLayout(pages_, 1);
     runRow_ = new RunRow(form_.run, binder_, this);
-    leaveOutRelics();
+    leaveOutUnusedControls();
     flushed_ = binder_.flushed.follow([this] { follow(); });
     follow();
 }
@@ -49,11 +49,11 @@ QWidget* MainView::makeHeader() {
     return header;
 }
 
-void MainView::leaveOutRelics() {
-    for (const forms::Control* relic :
+void MainView::leaveOutUnusedControls() {
+    for (const forms::Control* unused :
          {static_cast<forms::Control*>(&form_.Command1), static_cast<forms::Control*>(&form_.Text1),
           static_cast<forms::Control*>(&form_.Text2)})
-        binder_.leaveOut(*relic);
+        binder_.leaveOut(*unused);
 }
 
 bool MainView::focusIsHidden() const {
@@ -61,7 +61,8 @@ bool MainView::focusIsHidden() const {
     return focused != nullptr && isAncestorOf(focused) && !focused->isVisibleTo(this);
 }
 
-/// When a page is turned, the toolkit would go on to whatever comes next, also in another pane.
+/// When the page changes, the toolkit would move the focus to any next widget, also in another
+/// pane.
 bool MainView::focusNextPrevChild(bool next) {
     return focusIsHidden() || QWidget::focusNextPrevChild(next);
 }
@@ -106,7 +107,7 @@ RunRow::Place MainView::makePage(int page) {
     binder_.bind(frameOf(page), *widget);
     const bool isFirst = pages_->count() == 0;
     pages_->addWidget(widget);
-    if (!isFirst) // else it stands behind the tabs already
+    if (!isFirst) // else it already follows the tabs
         putInTabOrder(*tabs_, *widget);
     return place;
 }

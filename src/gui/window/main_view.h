@@ -15,15 +15,16 @@ namespace bitlux::gui {
 
 class SingleWordView;
 
-/// The main form: its title, the tabs and their pages, each made when it is first shown. It decides
-/// nothing; what is visible and enabled is the form's affair.
+/// The main form: its title, the tabs and their pages. A page is made when it is first shown. The
+/// view decides nothing; the form determines what is visible and enabled.
 class MainView : public QWidget {
 public:
     MainView(Program& program, Binder& binder, QWidget* parent = nullptr);
 
-    /// Where a user begins to type.
+    /// The widget in which a user begins to type.
     void focusEntry();
-    /// Where words are typed on the page in sight, the next one replaces the one that stands there.
+    /// Where words are typed on the visible page, selects the current one, so that the next
+    /// replaces it.
     void enterNextWord();
 
 protected:
@@ -36,9 +37,9 @@ private:
     [[nodiscard]] forms::Frame& frameOf(int page) const;
 
     QWidget* makeHeader();
-    void leaveOutRelics();
+    void leaveOutUnusedControls();
     void follow();
-    RunRow::Place makePage(int page); ///< the place of the run buttons on it
+    RunRow::Place makePage(int page); ///< returns the place of the run buttons on it
 
     Program& program_;
     MainForm& form_;
@@ -47,7 +48,7 @@ private:
     SingleWordView* singleWord_ = nullptr; ///< once it is made
     RunRow* runRow_ = nullptr;
     QVBoxLayout* pages_ = nullptr;
-    /// Where the run buttons stand on each page; empty before the page is made.
+    /// The place of the run buttons on each page; empty before the page is made.
     std::array<RunRow::Place, pageCount> runPlaces_{};
     Subscription flushed_;
 };

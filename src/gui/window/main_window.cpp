@@ -34,11 +34,11 @@ namespace bitlux::gui {
 
 namespace {
 
-constexpr int leastSize = 200; ///< pixels each way of a window that can be used
+constexpr int leastSize = 200; ///< pixels of a usable window in each direction
 constexpr const char* configurationEnding = ".spi";
 constexpr const char* chipEnding = ".toml";
 
-/// The one file that is dragged, if it is a configuration or a chip.
+/// The file that is dragged, if it is a single configuration or chip.
 QString draggedFile(const QMimeData& data) {
     const QList<QUrl> urls = data.urls();
     if (urls.size() != 1 || !urls.first().isLocalFile())
@@ -62,7 +62,7 @@ MainWindow::MainWindow(Program& program, UserSettings settings)
     auto* scroll = new QScrollArea(this);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setFocusPolicy(Qt::NoFocus); // it follows the focus of what is in it
+    scroll->setFocusPolicy(Qt::NoFocus); // it scrolls to the widget with the focus
     view_ = new MainView(program, binder_, scroll);
     scroll->setWidget(view_);
     setCentralWidget(scroll);
@@ -73,7 +73,7 @@ MainWindow::MainWindow(Program& program, UserSettings settings)
     notice_ = new NoticeView(
         program.mainForm().notices, [this] { binder_.flushSoon(); }, this);
     statusBar()->addWidget(notice_);
-    statusBar()->setSizeGripEnabled(false); // the window's own border does that
+    statusBar()->setSizeGripEnabled(false); // the window border does that
     makeMenus();
     binder_.bind(program.mainForm().unsaved.timer_keep, *new QTimer(this));
     constexpr int second = 1000;
@@ -170,7 +170,7 @@ void MainWindow::makeFileMenu() {
 void MainWindow::addExit(QMenu& menu, forms::MenuItem& item) {
     auto* exit = new QAction(this);
     binder_.bind(item, *exit);
-    disconnect(exit, &QAction::triggered, exit, nullptr); // from the handler
+    disconnect(exit, &QAction::triggered, exit, nullptr); // from the binding
     connect(exit, &QAction::triggered, this, [this] { program_.exit(); });
     exit->setShortcut(QKeySequence::Quit);
     menu.addAction(exit);
@@ -196,7 +196,7 @@ void MainWindow::formGoing(forms::Form& form) {
     const auto found = dialogs_.find(&form);
     if (found == dialogs_.end())
         return;
-    found->second->deleteLater(); // one of its buttons may be what unloads the form
+    found->second->deleteLater(); // one of its buttons may have caused the unloading
     dialogs_.erase(found);
 }
 
@@ -204,7 +204,7 @@ FormDialog* MainWindow::makeDialog(forms::Form& form) {
     if (auto* configure = dynamic_cast<ConfigureDialog*>(&form)) {
         auto* view = new ConfigureView(*configure, binder_, this);
         view->accepted.subscribe([this] {
-            binder_.flush(); // words may be typed now that were bits before
+            binder_.flush(); // words may now be typed instead of entered as bits
             view_->enterNextWord();
         });
         return view;
@@ -277,7 +277,7 @@ void MainWindow::fitToContent() {
 void MainWindow::restorePlace() {
     const QByteArray place = settings_.place();
     const bool known = !place.isEmpty() && restoreGeometry(place);
-    // Whatever the file says, a hand has to find the window and get hold of it.
+    // Whatever the file says, the window must be large enough to be seen and moved.
     const QSize least = size().boundedTo(normalGeometry().size());
     if (!known || least.width() < leastSize || least.height() < leastSize)
         fitToContent();
@@ -321,7 +321,7 @@ void MainWindow::changeEvent(QEvent* event) {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     program_.close();
-    if (program_.running()) { // the question that an earlier close asked is on the screen
+    if (program_.running()) { // the question of an earlier close is still open
         event->ignore();
         return;
     }
@@ -342,7 +342,7 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 
 void MainWindow::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
-    // Later, so that whoever was dragged from need not wait for a box.
+    // Later, so that the source of the drag need not wait for a box.
     QTimer::singleShot(0, this,
                        [this, name = draggedFile(*event->mimeData())] { openDropped(name); });
 }

@@ -22,9 +22,9 @@ class HelpWindow;
 class NoticeView;
 class RunProgressView;
 
-/// The main window: menus, the pages of frmMain in a scroll area, a status line; and the windows
-/// of the other forms as they are shown. Closing it ends the program, and the program's end closes
-/// all windows. A configuration file or a chip that is dropped on it is opened.
+/// The main window: menus, the pages of frmMain in a scroll area, a status line; and the windows of
+/// the other forms as they are shown. Closing it ends the program, and the end of the program
+/// closes all windows. A configuration file or a chip that is dropped on it is opened.
 class MainWindow : public QMainWindow {
 public:
     explicit MainWindow(Program& program, UserSettings settings = UserSettings());
@@ -34,12 +34,12 @@ public:
     [[nodiscard]] Binder& binder() { return binder_; }
     [[nodiscard]] MainView& view() { return *view_; }
 
-    /// What the panels that are opened from now on show the model of their chip with.
+    /// Sets how panels that are opened from now on show the model of their chip.
     void showModelsBy(ShowModel showModel) { showModel_ = std::move(showModel); }
 
-    /// The size that shows everything without a scroll bar, if the screen has it.
+    /// The size that shows everything without a scroll bar, if it fits the screen.
     void fitToContent();
-    /// Where it stood last time, if that is known; else as fitToContent.
+    /// Restores the last position and size, if known; else as fitToContent.
     void restorePlace();
 
 protected:
@@ -53,7 +53,7 @@ private:
     void makeMenus();
     void makeFileMenu();
     void makeHelpMenu();
-    /// Its handler asks about changes when all else is closed; a hand is asked first.
+    /// Exit closes everything before its handler asks about changes; here the user is asked first.
     void addExit(QMenu& menu, forms::MenuItem& item);
     QAction* menuItem(QMenu& menu, forms::MenuItem& item);
     void formShown(forms::Form& form);
@@ -67,7 +67,7 @@ private:
     void showHelp();
     void followRun();
     void makeDarkEntry(QMenu& view);
-    /// The program has other colours.
+    /// The program's colours have changed.
     void recolor();
 
     Program& program_;
@@ -79,9 +79,9 @@ private:
     NoticeView* notice_;
     QAction* dark_ = nullptr;
     RunProgressView* progress_ = nullptr; ///< made for the first run
-    std::unique_ptr<HelpWindow> help_;    ///< once it was asked for
+    std::unique_ptr<HelpWindow> help_;    ///< made at the first request
     ShowModel showModel_;                 ///< empty without a virtual bench
-    QTimer presence_;                     ///< looks whether the dongle is still there
+    QTimer presence_;                     ///< checks whether the dongle is still present
     std::array<Subscription, 9> subscriptions_;
     std::map<const forms::Form*, FormDialog*> dialogs_; ///< those that were shown
 };

@@ -42,11 +42,11 @@ void NoticeView::follow() {
     setVisible(notice.has_value());
     if (!notice)
         return;
-    constexpr int longest = 46; // characters that are always in sight
+    constexpr int longest = 46; // characters that are always visible
     const QString text = QString::fromStdString(notice->text);
     if (text_->text() != text) {
         text_->setText(text);
-        text_->setMinimumWidth(0); // what was there before counts in the hint
+        text_->setMinimumWidth(0); // the size hint includes the previous minimum
         text_->setMinimumWidth(
             std::min(text_->sizeHint().width(), text_->fontMetrics().averageCharWidth() * longest));
     }

@@ -10,14 +10,14 @@
 
 namespace bitlux::gui {
 
-/// A notice in the status line: its sentence, and its button where it has one. Hidden while there
-/// is none.
+/// A notice in the status line: its sentence, and its button if it has one. Hidden while there is
+/// none.
 class NoticeView : public QWidget {
 public:
-    /// `pressed` is told after the button has done its work.
+    /// `pressed` is called after the button's procedure.
     NoticeView(StatusNotices& notices, std::function<void()> pressed, QWidget* parent);
 
-    /// Brings it up to date.
+    /// Shows the current notice.
     void follow();
 
 protected:

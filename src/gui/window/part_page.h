@@ -9,17 +9,17 @@
 
 namespace bitlux::gui {
 
-/// A page of a part: what it is for, and the button that opens the part's panel where there is one.
+/// A page of a part: what it is for, and the button that opens the part's panel, if there is one.
 class PartPage : public QWidget {
 public:
     static constexpr int pspiPage = 3; ///< of the ZT72517
     static constexpr int chipPage = 8; ///< FrameChip, which all chips of users share
 
-    /// `page` is the index of the page in FrameMain, 3 to 7, or chipPage; `before` is the control
-    /// that the tabulator key reaches before it.
+    /// `page` is the index of the page in FrameMain, 3 to 7, or chipPage; `before` precedes it in
+    /// the tab order.
     PartPage(MainTabs& tabs, int page, QWidget& before, Binder& binder, QWidget* parent);
 
-    /// Adds what the page shows in itself; the tabulator key goes on from `last`.
+    /// Adds the content of the page; the tab order continues from `last`.
     void add(QWidget& content, QWidget& last);
 
     [[nodiscard]] const RunRow::Place& runPlace() const { return runPlace_; }

@@ -8,7 +8,7 @@
 
 namespace bitlux::gui {
 
-/// The configuration files that were used last, as they are known when the menu opens.
+/// The configuration files that were used last, read when the menu opens.
 class RecentMenu : public QMenu {
 public:
     /// `settings` outlive the menu.

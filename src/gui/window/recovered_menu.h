@@ -9,7 +9,7 @@
 
 namespace bitlux::gui {
 
-/// The unsaved work that was kept, as it is known when the menu opens.
+/// The unsaved work that was kept, read when the menu opens.
 class RecoveredMenu : public QMenu {
 public:
     RecoveredMenu(std::function<std::vector<RecoveredFile>()> files,

@@ -9,8 +9,8 @@ namespace bitlux::gui {
 
 namespace {
 
-constexpr int countdown = 100; ///< milliseconds between two looks at a wait
-constexpr int counting = 250;  ///< and at a number of words
+constexpr int countdown = 100; ///< milliseconds between two updates during a wait
+constexpr int counting = 250;  ///< and of a count of words
 
 std::string durationText(std::int64_t nanoseconds) {
     const std::int64_t tenths = (nanoseconds + 99'999'999) / 100'000'000;
@@ -64,7 +64,7 @@ void RunProgressView::follow() {
         timer_.start(changes);
     if (!run)
         return;
-    setRange(0, std::max(run->lines, 1)); // 0 would be a bar that moves for ever
+    setRange(0, std::max(run->lines, 1)); // 0 would be a bar that moves without end
     setValue(run->line);
     setFormat(QString::fromStdString(run->text));
 }

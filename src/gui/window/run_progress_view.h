@@ -13,24 +13,24 @@
 
 namespace bitlux::gui {
 
-/// What is told of a run.
+/// What is shown of a run.
 struct ShownRun {
     int line = 0;    ///< from 1
     int lines = 0;   ///< 0 where there is no list
-    int changes = 0; ///< milliseconds after which the text may be another by itself; 0 for never
+    int changes = 0; ///< milliseconds after which the text may differ; 0 for never
     std::string text;
 };
 
-/// Where a run is: line, what is left of a wait, how many words in a continuous run. Hidden while
-/// none is on.
+/// The position of a run: line, remaining wait, number of words of a continuous run. Hidden while
+/// there is no run.
 class RunProgressView : public QProgressBar {
 public:
-    /// Nothing while no run is on.
+    /// Nothing while there is no run.
     using Look = std::function<std::optional<ShownRun>()>;
 
     RunProgressView(Look look, Binder& binder, QWidget* parent);
 
-    /// What was looked at goes.
+    /// The object that is looked at is destroyed.
     void leave();
 
 private:

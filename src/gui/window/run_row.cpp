@@ -10,7 +10,7 @@ namespace bitlux::gui {
 RunRow::RunRow(RunControls& run, Binder& binder, QWidget* parent) : QWidget(parent) {
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
-    // The two of a pair share a place, so that nothing moves when one takes over.
+    // The two buttons of a pair share a place, so that nothing moves when one replaces the other.
     const std::array<forms::Button*, 5> controls{&run.cmdSendOnce, &run.cmdCancelSingle,
                                                  &run.cmdSendContinuous, &run.cmdStopContinuous,
                                                  &run.cmdAbort};
@@ -22,7 +22,7 @@ RunRow::RunRow(RunControls& run, Binder& binder, QWidget* parent) : QWidget(pare
         buttons_[i] = button;
     }
     grid->setColumnStretch(3, 1);
-    // In every window of the program; the button's own would go with its text.
+    // For every window of the program; a shortcut of the button itself would change with its text.
     new QShortcut(
         Qt::SHIFT | Qt::Key_Escape, this, [abort = buttons_.back()] { abort->click(); },
         Qt::ApplicationShortcut);
@@ -31,7 +31,7 @@ RunRow::RunRow(RunControls& run, Binder& binder, QWidget* parent) : QWidget(pare
 void RunRow::moveTo(const Place& place) {
     if (parentWidget() == place.room)
         return;
-    const QPointer<QWidget> focused = window()->focusWidget(); // would lose the focus on the way
+    const QPointer<QWidget> focused = window()->focusWidget(); // which moving takes away
     if (place.room->layout() == nullptr)
         (new QVBoxLayout(place.room))->setContentsMargins(0, 0, 0, 0);
     place.room->layout()->addWidget(this);

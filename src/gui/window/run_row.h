@@ -10,15 +10,15 @@
 
 namespace bitlux::gui {
 
-/// The five run buttons. They are shared by the pages and stand on the one that is shown.
+/// The five run buttons. The pages share them; they are on the visible page.
 class RunRow : public QWidget {
 public:
     RunRow(RunControls& run, Binder& binder, QWidget* parent);
 
-    /// Where it stands on a page.
+    /// Its place on a page.
     struct Place {
         QWidget* room = nullptr;
-        QWidget* before = nullptr; ///< the last control before it that the tabulator key reaches
+        QWidget* before = nullptr; ///< the last control before it in the tab order
     };
     void moveTo(const Place& place);
 

@@ -26,7 +26,7 @@ SingleWordView::SingleWordView(Program& program, Binder& binder, QWidget& before
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(10);
-    // The first child, so that who reads the window hears of the entries first, whenever made.
+    // The first child, so that a screen reader reads the entries first, whenever they are made.
     auto* entries = new QWidget(this);
     entries_ = new QVBoxLayout(entries);
     entries_->setContentsMargins(0, 0, 0, 0);
@@ -57,7 +57,7 @@ QWidget* SingleWordView::makeBitRow(QGroupBox* frame, QLabel* title, bool toSend
     auto* row = new QHBoxLayout(frame);
     row->setContentsMargins(10, 6, 10, 8);
     row->setSpacing(12);
-    // Both titles take the same room, so that the bits stand below each other.
+    // Both titles have the same width, so that the bits are aligned.
     title->setMinimumWidth(title->fontMetrics().horizontalAdvance("Word Received (DO)") + 4);
     title->setContentsMargins(0, 0, 0, toSend ? 4 : 2); // on one line with the bits
     row->addWidget(title, 0, Qt::AlignBottom);
@@ -67,7 +67,7 @@ QWidget* SingleWordView::makeBitRow(QGroupBox* frame, QLabel* title, bool toSend
 }
 
 void SingleWordView::makeMissingGroups() {
-    constexpr int place = 1; // behind the title; higher bits stand to the left
+    constexpr int place = 1; // after the title; higher bits are to the left
     bool made = false;
     for (std::size_t group = 0; group < groups_.size(); ++group) {
         if (!isShown(group) || groups_[group][0] != nullptr)
@@ -167,7 +167,7 @@ QWidget* SingleWordView::makeCommandRow() {
     return widget;
 }
 
-/// Panels and extra pins send words too; those of a run are the page's while it is shown.
+/// Panels and extra pins send words too; the words of a run belong to this page while it is shown.
 void SingleWordView::noteWord() {
     if (hexEntry_ != nullptr && form_.singleWord.txtHexWordToSend.visible() &&
         form_.run.state() != RunControls::State::Idle && isVisible())
@@ -185,7 +185,7 @@ void SingleWordView::follow() {
     const SingleWordPage& page = form_.singleWord;
     const bool asBits = page.frameSPIinSingle.visible();
     const bool asHex = page.txtHexWordToSend.visible();
-    // Either display, and each group of bits, is made when it is shown for the first time.
+    // Either display, and each group of bits, is made when it is first shown.
     if (asBits && bits_ == nullptr)
         entries_->insertWidget(0, makeBitRows());
     if (asHex && hexRows_ == nullptr) {

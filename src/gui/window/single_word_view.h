@@ -18,14 +18,14 @@ namespace bitlux::gui {
 /// The page of single words: the word as bits or digits, the Quick Commands, the Session Log.
 class SingleWordView : public QWidget {
 public:
-    /// `before` is what the tabulator key reaches before the page.
+    /// `before` precedes the page in the tab order.
     SingleWordView(Program& program, Binder& binder, QWidget& before, QWidget* parent);
 
-    /// Where the run buttons stand on this page.
+    /// The place of the run buttons on this page.
     [[nodiscard]] const RunRow::Place& runPlace() const { return runPlace_; }
 
-    /// The next word that is typed replaces the one that stands there; nothing where words are
-    /// bits.
+    /// Selects the word, so that the next one typed replaces it. Does nothing where words are
+    /// entered as bits.
     void enterNextWord();
 
 private:
@@ -35,7 +35,7 @@ private:
     QWidget* makeGroup(int group, bool toSend);
     QWidget* makeHexRows();
     QWidget* makeCommandRow();
-    /// Lets the tabulator key go through the entries, from the left, before the buttons.
+    /// Puts the entries, from the left, before the buttons in the tab order.
     void orderTabs();
     [[nodiscard]] bool isShown(std::size_t group) const;
     void noteWord();

@@ -57,7 +57,7 @@ void UserSettings::setDark(bool dark) {
 }
 
 QVariant UserSettings::value(const QString& key) const {
-    if (!QFileInfo::exists(fileName_)) // most of what follows is not needed then
+    if (!QFileInfo::exists(fileName_)) // then most of the rest is not needed
         return {};
     return QSettings(fileName_, QSettings::IniFormat).value(key);
 }

@@ -8,13 +8,13 @@
 
 namespace bitlux::gui {
 
-/// What the window remembers for its user from one session to the next: where it stood, whether it
-/// is dark, and which configuration files were used. Without a file it remembers nothing.
+/// What the window remembers for its user from one session to the next: its position, whether it is
+/// dark, and which configuration files were used. Without a file it remembers nothing.
 class UserSettings {
 public:
     static constexpr qsizetype recentLimit = 8;
 
-    /// `fileName` need not exist. `program` tells programs apart that stand in different places.
+    /// `fileName` need not exist. `program` separates programs with windows of their own.
     explicit UserSettings(QString fileName = {}, QString program = "window");
 
     /// The file of this user.
@@ -25,12 +25,12 @@ public:
     void fileUsed(const QString& fileName);
     void clearRecentFiles();
 
-    /// As QWidget::saveGeometry tells it; empty when nothing is known.
+    /// The result of QWidget::saveGeometry; empty when nothing is known.
     [[nodiscard]] QByteArray place() const;
     void setPlace(const QByteArray& place);
 
-    /// Whether the user wants dark windows; nothing when it was never said, and they go with the
-    /// desktop.
+    /// Whether the user wants dark windows; nothing when the user never chose, and the desktop
+    /// decides.
     [[nodiscard]] std::optional<bool> dark() const;
     void setDark(bool dark);
 

@@ -23,7 +23,7 @@ namespace bitlux::gui {
 
 namespace {
 
-/// For the one way out on which nothing is unwound: the display is gone and the toolkit exits.
+/// For the one exit without stack unwinding: the display is gone and the toolkit exits.
 Program* runningProgram = nullptr;
 
 void endRunningProgram() {
@@ -31,7 +31,7 @@ void endRunningProgram() {
         runningProgram->end();
 }
 
-/// Makes the bench ready: the port is found too, and words are typed in hexadecimal.
+/// Prepares the bench: sets up the port, and selects hexadecimal display.
 void setUp(Program& program) {
     ConfigureDialog& dialog = program.dialog();
     dialog.Btn_ParallelPort_Click();
@@ -40,7 +40,7 @@ void setUp(Program& program) {
     program.session().ConfigDirty = ConstOff;
 }
 
-/// The end of the user's session, which a user who wants to stay calls off.
+/// The end of the user's session. A user who wants to continue cancels it.
 void endWithSession(Program& program, QSessionManager& manager) {
     if (!manager.allowsInteraction()) {
         program.end();
@@ -52,7 +52,7 @@ void endWithSession(Program& program, QSessionManager& manager) {
     manager.release();
 }
 
-/// The window and what stands in it, made when the program shows its main form.
+/// The window and its contents, made when the program shows its main form.
 class Stage {
 public:
     Stage(Program& program, VirtualBench* bench, UserSettings settings)
@@ -102,7 +102,7 @@ int runInWindow(const std::string& commandLine, const Hardware& hardware, Virtua
             qApp, &QGuiApplication::commitDataRequest, &termination,
             [&program](QSessionManager& manager) { endWithSession(program, manager); });
         program.Main(commandLine);
-        if (program.running()) { // it may have ended in a box about the file
+        if (program.running()) { // a message box about the file may have ended it
             program.mainForm().unsaved.keepIn(stateFolder());
             result = QApplication::exec();
         }
@@ -120,7 +120,7 @@ int runWindow(int argc, char** argv, const Hardware& hardware, VirtualBench* ben
         std::cout << *answer;
         return 0;
     }
-    int count = 1; // the toolkit has no arguments of its own among these
+    int count = 1; // none of the arguments is for the toolkit
     QApplication application(count, argv);
     QApplication::setApplicationName(applicationTitle);
     QGuiApplication::setDesktopFileName(bench != nullptr ? "io.bitlux.Bench" : "io.bitlux.Forge");

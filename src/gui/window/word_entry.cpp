@@ -7,8 +7,7 @@ namespace bitlux::gui {
 
 namespace {
 
-/// Takes out of a text what people write between digits. What the form has put there stays as it
-/// is.
+/// Removes separators from a text. A text that comes from the form stays unchanged.
 class PlainWord : public QValidator {
 public:
     PlainWord(const forms::TextBox& control, QObject* parent)

@@ -7,23 +7,23 @@
 
 namespace bitlux::gui {
 
-/// The words that were sent, to be walked through as a shell's history is. The last thousand; none
-/// is the same as the one before it.
+/// The words that were sent, recalled like the history of a shell. Keeps the last thousand, without
+/// repetitions in succession.
 class WordHistory {
 public:
-    /// A word that goes out; the walk begins anew.
+    /// Adds a word that is sent, and ends the recall.
     void add(const std::string& word);
 
-    /// The word before; nothing at the oldest. `shown` is what stands in the field: it is passed
-    /// over, and kept when the walk begins.
+    /// The previous word; nothing at the oldest. `shown` is the text of the field: an equal word is
+    /// skipped, and it is kept when the recall begins.
     [[nodiscard]] std::optional<std::string> earlier(const std::string& shown);
-    /// The word behind, and what was kept behind the newest; nothing where no walk is on.
+    /// The next word, after the newest the text that was kept; nothing when no recall is active.
     [[nodiscard]] std::optional<std::string> later();
 
 private:
     std::deque<std::string> words_;
-    std::size_t place_ = 0; ///< of the word that is shown; words_.size() while no walk is on
-    std::string typed_;     ///< what was in the field when the walk began
+    std::size_t place_ = 0; ///< of the word that is shown; words_.size() when no recall is active
+    std::string typed_;     ///< text of the field when the recall began
 };
 
 } // namespace bitlux::gui

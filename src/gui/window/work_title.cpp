@@ -7,7 +7,7 @@ namespace bitlux::gui {
 WorkTitle::WorkTitle(Program& program, QWidget& window)
     : form_(program.mainForm()), session_(program.session()), window_(window) {
     later_.setSingleShot(true);
-    later_.setParent(&window); // for those who look for it by its name
+    later_.setParent(&window); // tests find it by its name
     later_.setObjectName("workTitle");
     connect(&later_, &QTimer::timeout, this, [this] { showChanged(); });
     form_.unsaved.compareFromNow();
@@ -22,7 +22,7 @@ QString WorkTitle::fileName() const {
 
 void WorkTitle::follow() {
     QString name = fileName();
-    name.replace("[*]", "[*][*]"); // the toolkit's mark of a changed file
+    name.replace("[*]", "[*][*]"); // "[*]" is the toolkit's mark of a changed file
     window_.setWindowTitle(name.isEmpty() ? QString("%1[*]").arg(applicationTitle)
                                           : QString("%1[*] - %2").arg(name, applicationTitle));
     if (!later_.isActive())

@@ -8,16 +8,17 @@
 
 namespace bitlux::gui {
 
-/// The title of the main window: the file in use, and soon a star when something differs from it.
+/// The title of the main window: the file in use, and shortly after a change a star while the state
+/// differs from the file.
 class WorkTitle : public QObject {
 public:
     static constexpr int shortPause = 100; ///< milliseconds from a change to the star
     static constexpr int longPause = 1000; ///< of a large configuration
 
-    /// From now on what there is counts as saved. Both outlive it.
+    /// The current state counts as saved. Both outlive it.
     WorkTitle(Program& program, QWidget& window);
 
-    /// Brings the title up to date.
+    /// Updates the title.
     void follow();
 
 private:

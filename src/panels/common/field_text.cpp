@@ -9,7 +9,7 @@ namespace bitlux {
 
 namespace {
 
-/// Highest bit first, as a data sheet has it, in whatever order the field counts them.
+/// Highest bit first, as in a data sheet, in any order of the field's bits.
 std::string bitsText(const chips::BitList& bits) {
     std::string text;
     for (int bit = bits.highest(); bit >= 0; --bit) {

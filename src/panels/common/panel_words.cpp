@@ -22,7 +22,8 @@ int digitsFor(int bits) {
 
 } // namespace
 
-/// While it lives, the session has the shape of the chip's words. What it had before comes back.
+/// While it exists, the session has the shape of the chip's words. Then the previous shape is
+/// restored.
 class PanelWords::Shape {
 public:
     Shape(Session& session, const chips::WordFormat& format, std::int16_t type)

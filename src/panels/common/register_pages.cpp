@@ -15,7 +15,7 @@ namespace bitlux {
 
 namespace {
 
-/// Index of the choice that stands for a value, -1 when none does.
+/// Index of the choice for a value, -1 when there is none.
 int choiceOf(const chips::Field& field, std::uint64_t value) {
     const auto found =
         std::find_if(field.choices.begin(), field.choices.end(),

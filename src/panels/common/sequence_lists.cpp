@@ -9,7 +9,7 @@
 namespace bitlux {
 
 /// Numbers from 0 on, an arrow behind one of them; as many as are prepared, or as the arrow needs.
-/// Other texts can stand for numbers.
+/// Other texts may be numbers too.
 class SequenceLists::LineNumbers : public forms::LineSource {
 public:
     explicit LineNumbers(std::size_t prepared) : prepared_(prepared) {}
@@ -137,7 +137,7 @@ void SequenceLists::goBack(int from, const std::string& text, int to) {
     if (!arrowAtLine_)
         return;
     numbers_->texts[static_cast<std::size_t>(from)] = text;
-    const int before = to - 1; // a blank stands in front of its digits
+    const int before = to - 1; // a blank precedes its digits
     numbers_->texts[static_cast<std::size_t>(before)] =
         fmt::format("{} {}", before < 10 ? " " : "", before);
     List1.linesChanged();

@@ -19,7 +19,7 @@ constexpr const char* waitCommand = "Wait";
 
 } // namespace
 
-/// The run button is disabled for as long as this lives.
+/// The run button is disabled while this exists.
 class SequencePlayer::ButtonOff {
 public:
     explicit ButtonOff(forms::Button& button) : button_(button) { button_.disable(); }
@@ -31,7 +31,7 @@ private:
     forms::Button& button_;
 };
 
-/// A wait: the timer runs for as long as this lives.
+/// A wait: the timer runs while this exists.
 class SequencePlayer::Waiting {
 public:
     Waiting(SequencePlayer& player, std::int32_t milliseconds, std::optional<std::int64_t> end)
@@ -51,7 +51,7 @@ private:
     SequencePlayer& player_;
 };
 
-/// There is progress for as long as the outermost of these lives.
+/// There is progress while the outermost of these exists.
 class SequencePlayer::Shown {
 public:
     explicit Shown(SequencePlayer& player) : player_(player), isOutermost_(!player.progress_) {
@@ -209,7 +209,7 @@ std::int32_t SequencePlayer::endlessOrLong(int line, const std::string& value) c
 }
 
 void SequencePlayer::waitFor(std::int32_t milliseconds) {
-    // A timer of a window may come late, and one that nobody drives never.
+    // A timer of a window may come late, and a timer that nothing drives never comes.
     const std::int64_t end = parts_.clock.nanoseconds() + milliseconds * millisecond;
     const Waiting waiting(*this, milliseconds, end);
     for (std::int64_t left = milliseconds * millisecond;

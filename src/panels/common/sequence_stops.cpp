@@ -26,7 +26,7 @@ forms::ControlArray<forms::OptionButton> lineOptions(forms::Form& form, forms::O
     return options;
 }
 
-/// The line that a box tells, from 0 to `last`.
+/// The line in a box, from 0 to `last`.
 int lineIn(const forms::TextBox& box, int last) {
     return static_cast<int>(
         std::nearbyint(std::clamp<double>(val(box.text()), 0, std::max(last, 0))));
@@ -113,7 +113,7 @@ bool SequenceStops::sample() const {
 void SequenceStops::await(const Condition& condition) {
     sequence_.player.await(condition.lines(0).value() ? SequenceProgress::Awaited::Reset
                                                       : SequenceProgress::Awaited::Interrupt);
-    bool lost = false; // who is told once need not be told at each sample
+    bool lost = false; // the user is told once, not at each sample
     while (!condition.seen && !condition.pass && sequence_.variables.RunEnabled) {
         lost = lost ? session_.LinkFailed : !sample();
         if (condition.lines(0).value() ? session_.ResetSeen : session_.InterruptSeen)

@@ -52,7 +52,7 @@ void Modes::addHandlers() {
     OptCan_Click(false);
 }
 
-/// In Normal mode the watchdog has to run before the chip is there.
+/// The watchdog must run before the chip enters Normal mode.
 void Modes::writes(const chips::Register& target, std::uint64_t word) {
     const std::uint64_t data = word & dataMask & ~target.alwaysWritten;
     if (&target == &mode_ && data == normalMode)
@@ -60,7 +60,7 @@ void Modes::writes(const chips::Register& target, std::uint64_t word) {
     session_.ZT72361Data = static_cast<std::uint8_t>(data);
 }
 
-/// The other modes do without it, but for the word that enters and leaves debug mode.
+/// The other modes need none, except for the word that enters and leaves debug mode.
 void Modes::wrote(const chips::Line& line) {
     if (line.name == mode_.writeLine.name && session_.ZT72361Data > normalMode)
         watchdog_.choose(false);
@@ -76,7 +76,7 @@ void Modes::CmdEnterStop_Click() {
     send({"OptMcr", 1}, "CmdMcr");
     send({"OptRcr", 6}, "CmdRcr");
     controls_.run("CmdReadAll");
-    if (!session_.WordAnswered) // there are no flags that were read
+    if (!session_.WordAnswered) // no flags were read
         return;
     boxes_.show(
         {.text = "Flags read, ready to enter in Stop Mode !", .title = "Enter in Stop Mode"});

@@ -7,8 +7,8 @@ namespace bitlux::zt72361 {
 
 class Watchdog;
 
-/// What the chip's modes ask of the watchdog, the way into Stop mode, the reads that repeat, and
-/// the label of the byte that was sent last.
+/// The watchdog's state in each mode of the chip, the procedure for Stop mode, the automatic reads,
+/// and the label of the byte that was sent last.
 class Modes : public PanelPart {
 public:
     explicit Modes(const PanelContext& context);

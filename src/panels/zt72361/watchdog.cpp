@@ -39,8 +39,7 @@ void Watchdog::choose(bool wanted) {
     controls_.get<forms::OptionButton>(wanted ? on : off).setValue(true);
 }
 
-/// The option runs its handler when it is newly chosen, and once more here: the frame goes out in
-/// any case.
+/// A change of the option runs its handler, and this runs it again: the frame is sent in any case.
 void Watchdog::start() {
     choose(true);
     OptWdEn_Click(true);

@@ -10,11 +10,11 @@ public:
     explicit Watchdog(const PanelContext& context);
 
     [[nodiscard]] bool isOn() const;
-    /// As a hand that chooses ON or OFF.
+    /// Chooses ON or OFF like a user.
     void choose(bool wanted);
     void start();
 
-    /// Tells the dongle to serve the watchdog, with 1, or to stop, with 0.
+    /// Commands the dongle to serve the watchdog (1) or to stop (0).
     void send_wd_361(int state);
 
 private:

@@ -9,8 +9,8 @@
 
 namespace bitlux::zt72516 {
 
-/// What the lines of the sequence do: reads and writes go out as they are built, commands are what
-/// their buttons do, and a name that is none sends 0.
+/// Plays the lines of the sequence: reads and writes are sent as built, commands do the same as
+/// their buttons, and an unknown name sends 0.
 class LineCommands : public PanelPart, public SequenceCommands {
 public:
     explicit LineCommands(const PanelContext& context);
@@ -21,8 +21,7 @@ public:
                                   const std::string& value) override;
 
     /// Builds the word of a line in WordToSend, a write with the value in row `index` of
-    /// List_Value; or carries a command out. SendAfterConvert tells that the word is yet to be
-    /// sent.
+    /// List_Value; or executes a command. SendAfterConvert says that the word is still to be sent.
     void CovertNameToSpiWord(const std::string& name, int index);
 
     // Variables of the form

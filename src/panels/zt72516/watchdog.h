@@ -7,8 +7,8 @@
 
 namespace bitlux::zt72516 {
 
-/// The watchdog that the dongle serves: its mode and time, and the buttons that hand it over and
-/// take it back. A panel that goes takes it back.
+/// The watchdog that the dongle serves: its mode and time, and the buttons that start and stop the
+/// service. Unloading the panel stops it.
 class Watchdog : public PanelPart {
 public:
     explicit Watchdog(const PanelContext& context);
@@ -37,9 +37,9 @@ public:
     forms::Label Watchdog_Status;
 };
 
-/// Tells the dongle to start as the lists say, once, where ZT72516WatchdogStart says so, else to
-/// stop; `lists` touches the panel. Does nothing without a dongle. One that does not answer takes
-/// the panel ZT72518 from sight, where there is one. Whether one has answered.
+/// Commands the dongle to start with the values of the lists, once, if ZT72516WatchdogStart is set,
+/// else to stop; `lists` makes the panel if necessary. Does nothing without a dongle. When the
+/// dongle does not answer, the panel ZT72518 is hidden, if it exists. Returns whether it answered.
 bool Send72516WatchdogCmd(Session& session, DongleLink& link, forms::FormSet& forms,
                           const std::function<const Watchdog&()>& lists);
 

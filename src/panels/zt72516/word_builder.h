@@ -10,10 +10,10 @@
 
 namespace bitlux::zt72516 {
 
-/// The procedures that build a word bit by bit in WordToSend, and the displays of what was sent and
-/// received. While the panel is active, the answer to every word is shown, whoever sent it.
+/// The procedures that build a word bit by bit in WordToSend, and the displays of the word sent and
+/// received. While the panel is active, the answer to every word is shown, from any sender.
 ///
-/// WordToSend has at least the bits of the chip's words after each of the procedures.
+/// After each of the procedures, WordToSend has at least the bits of the chip's words.
 class WordBuilder : public PanelPart {
 public:
     explicit WordBuilder(const PanelContext& context);
@@ -31,7 +31,7 @@ public:
     void UpdateSpiWordSent();
     void UpdateSpiWordDisplay();
     void UpdateSpiWordReceived();
-    /// What to type in place of a key; 0 for nothing.
+    /// The key to use instead of `key`; 0 for none.
     int HexCheck(int key);
 
 private:

@@ -18,12 +18,12 @@ namespace bitlux::zt72517 {
 namespace {
 
 constexpr std::int32_t partNumber = 72517;
-constexpr int tabThatRefreshes = 3; ///< by its position, whichever part it has
+constexpr int tabThatRefreshes = 3; ///< by its position, for any part
 constexpr int shortestInterval = 100;
 constexpr int firstInterval = 500;
 constexpr int longestInterval = 2000;
 
-/// Of the configuration byte.
+/// Bits of the configuration byte.
 constexpr int crankBit = 1;
 constexpr int wakeUpBit = 2;
 constexpr int slewRateFactor = 4;
@@ -55,7 +55,7 @@ forms::ControlArray<T> row(forms::Form& form, const char* name, Captions caption
 constexpr Captions canFlags{"CANF0", "CANF1", "CANF2", "Tx-PD", "Rx-PR", "Bus Dom"};
 constexpr Captions supplyFlags{"VDD Low", "VIO Low", "VSUV", "VSOV", "CAN cur", "VDD Temp"};
 
-/// Index of the option that is selected, -1 for none.
+/// Index of the selected option, -1 for none.
 int selectedIn(const forms::ControlArray<forms::OptionButton>& all) {
     for (const auto& option : all)
         if (option->value())
@@ -148,7 +148,7 @@ bool PspiPage::transfer(int byte) {
     const ScopedValue waits(waits_, true);
     session_.USBReadDone = parts_.dongle.exchangeInTurns(frame, answer_, parts_.loop);
     if (!session_.USBReadDone)
-        timer_flag.disable(); // where the page is not in sight the option alone does not
+        timer_flag.disable(); // while the page is hidden the option alone does not
     return session_.USBReadDone;
 }
 
@@ -169,7 +169,7 @@ void PspiPage::chg_state() {
         return;
     session_.PSPIModeChange = true;
     SendPSPI();
-    // Without an answer it stays, so that the next byte takes the change along.
+    // Without an answer it stays set, so that the next byte includes the change.
     if (std::exchange(session_.USBReadDone, false))
         session_.PSPIModeChange = false;
 }
@@ -215,7 +215,7 @@ void PspiPage::showConfiguration(int byte) {
 void PspiPage::slr_opt() {
     if (adjusting_)
         return;
-    if (!canSend()) // the options go on showing what the chip has
+    if (!canSend()) // the options continue to show the state of the chip
         return showConfiguration(sent_);
     sent_ = configuration();
     transferByte(sent_);

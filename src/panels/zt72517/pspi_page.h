@@ -22,18 +22,18 @@ struct FlagLine {
     FlagLine(forms::Form& form, const char* name, std::uint8_t readCommand, int first,
              std::initializer_list<const char*> captions);
 
-    std::uint8_t command;                    ///< the byte that reads them
+    std::uint8_t command;                    ///< the command byte
     forms::ControlArray<forms::Label> flags; ///< by their bits
     forms::Button read;
 };
 
-/// The page of the main form that works with the ZT72517: its two lines, its configuration byte,
-/// and its flags, over the dongle's byte-wide link. A frame waits for its answer while the event
-/// loop goes on; what would send another one meanwhile is left out. Without a dongle nothing is
-/// sent and nothing changes.
+/// The page of the main form for the ZT72517: its two lines, its configuration byte, and its flags,
+/// over the dongle's byte-wide link. A frame waits for its answer while the event loop runs;
+/// handlers that would send another one meanwhile do nothing. Without a dongle nothing is sent and
+/// nothing changes.
 class PspiPage {
 public:
-    /// What it works with; all outlive it.
+    /// The dependencies; all outlive it.
     struct Parts {
         Session& session;
         DongleLink& dongle;
@@ -45,9 +45,10 @@ public:
 
     PspiPage(forms::Form& form, Parts parts);
 
-    /// Sends SingleWordBits(0), or a change of the lines; USBReadDone tells whether an answer came.
+    /// Sends SingleWordBits(0), or a change of the lines; USBReadDone says whether an answer
+    /// arrived.
     void SendPSPI();
-    /// Sends the lines as PSPIMode has them.
+    /// Sends the levels of the lines in PSPIMode.
     void chg_state();
     /// Sends the configuration byte.
     void slr_opt();
@@ -70,7 +71,7 @@ private:
     bool transferByte(int byte);
     bool readFlags(int number);
     void showCanFailure();
-    /// The configuration byte as its options show it.
+    /// The configuration byte of the selected options.
     [[nodiscard]] int configuration() const;
     void showConfiguration(int byte);
     [[nodiscard]] const FlagLine& line(int number) const;
@@ -78,9 +79,9 @@ private:
     Parts parts_;
     Session& session_;
     UsbFrame answer_{};
-    bool waits_ = false;     ///< for an answer, or under the message that none came
-    bool adjusting_ = false; ///< options go back by themselves
-    int sent_ = 32;          ///< configuration byte, as the options stand at first
+    bool waits_ = false;     ///< for an answer, or while the message of a missing answer is open
+    bool adjusting_ = false; ///< options are being reset
+    int sent_ = 32;          ///< configuration byte, initially that of the selected options
     forms::OptionGroup nstbGroup_;
     forms::OptionGroup enGroup_;
     forms::OptionGroup slewRateGroup_;

@@ -9,8 +9,8 @@ namespace bitlux::zt72518 {
 
 namespace {
 
-constexpr int highByte = 8;              ///< lowest bit of it
-constexpr std::uint64_t specialMode = 9; ///< register whose writes carry no parity
+constexpr int highByte = 8;              ///< its lowest bit
+constexpr std::uint64_t specialMode = 9; ///< register that is written without parity
 constexpr ControlRef parityBox{"Ch_Init_Misc", 6};
 
 } // namespace

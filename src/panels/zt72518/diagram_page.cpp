@@ -20,7 +20,7 @@ constexpr const char* lines = "lin_pre";
 constexpr ControlRef modeText{"read_pre_prog", 0};
 constexpr ControlRef requestMode{"read_pre_prog", 1};
 
-/// The words that a button may send.
+/// The words that a button can send.
 std::string tooltipOf(const ModeButton& button) {
     std::vector<std::string> words;
     if (button.select)

@@ -9,8 +9,8 @@
 
 namespace bitlux::zt72518 {
 
-/// The page with the picture of the chip's modes: buttons that lead the chip from one mode to
-/// another, and the present mode lit, read four times a second while that is asked for.
+/// The page with the picture of the chip's modes: buttons that change the mode, and the present
+/// mode highlighted, on request read four times a second.
 class DiagramPage : public PanelPart {
 public:
     static constexpr forms::Color presentModeColour = 0xC0C000;
@@ -21,13 +21,13 @@ public:
 
     void Send_pre_prog_Click(int index);
     void timer_auto_pre_Timer();
-    /// The page is left: nothing is read any more.
+    /// The page is left: reading stops.
     void leave();
 
 private:
     void addControls();
     [[nodiscard]] forms::CheckBox& box(int index) const;
-    // Each sends its words in turn; false when the link failed.
+    // Each sends its words in order; false when the link failed.
     bool enterMode(std::uint8_t select);
     bool sendStep(const ModeWord& step);
     void showMode(int lowByte);

@@ -19,7 +19,7 @@ DongleVersion::DongleVersion(const PanelContext& context)
     controls_.addFrame(versionFrame, "");
     controls_.addFrame(variantFrame, "");
     controls_.addOptions(versions, {"Original BusTether version", "BusTether version for 72518"});
-    controls_.get<forms::OptionButton>(for72518).setValue(true); // everything is there at first
+    controls_.get<forms::OptionButton>(for72518).setValue(true); // initially nothing is restricted
     controls_.onClick(original, [this] { chooseOriginal(); });
     controls_.onClick(for72518, [this] { chooseFor72518(); });
     form_.procedure("TesterPresenceFichier",
@@ -44,7 +44,7 @@ void DongleVersion::chooseOriginal() const {
 }
 
 void DongleVersion::chooseFor72518() const {
-    // The first condition's own box shows and hides the other frame.
+    // The box of the first condition shows and hides the other frame.
     for (const char* shown : {"frame_Condition(0)", "wd_aff(4)", "wd_refresh(0)", "wd_refresh(1)"})
         form_.control(shown).show();
     form_.control(triggerLine).enable();

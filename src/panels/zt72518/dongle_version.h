@@ -6,10 +6,11 @@
 
 namespace bitlux::zt72518 {
 
-/// The choice of the dongle's version, which a marker file offers, and what an old one lacks.
+/// The choice of the dongle's version, which a marker file offers, and the restrictions of an old
+/// one.
 class DongleVersion : public PanelPart {
 public:
-    /// Its presence offers the choice.
+    /// The marker file that offers the choice.
     static constexpr const char* markerFile = "72518VBopt.txt";
     static constexpr ControlRef versions{"opt_vb", 0};
     static constexpr int count = 2;
@@ -19,11 +20,11 @@ public:
 
     explicit DongleVersion(const PanelContext& context);
 
-    /// Shows or hides what the marker file decides.
+    /// Shows or hides what depends on the marker file.
     void load() override;
 
 private:
-    /// Whether the named file is there.
+    /// Whether the named file exists.
     [[nodiscard]] bool TesterPresenceFichier(const std::string& path) const;
     void chooseOriginal() const;
     void chooseFor72518() const;
@@ -33,7 +34,7 @@ private:
     const MarkerFiles& markers_;
 
 public:
-    // They pan the two pictures with the choices inside their frame, in percent.
+    // They scroll the two pictures with the choices inside their frame, in percent.
     forms::ScrollBar HScroll1;
     forms::ScrollBar VScroll1;
 };

@@ -63,7 +63,7 @@ void LastWordLabels::showReceived() {
         for (const int label : receivedLabels)
             show(label, text);
     }
-    // Kept: this one counts the ones of each group, from the lowest on.
+    // Intended: this one counts the ones of each group, from the lowest on.
     show(receivedLabels.front(), fmt::format("Received : {}{} - {}{}", digit(ones(0)),
                                              digit(ones(4)), digit(ones(8)), digit(ones(12))));
 }

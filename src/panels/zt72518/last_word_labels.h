@@ -8,7 +8,7 @@
 
 namespace bitlux::zt72518 {
 
-/// The labels that tell the word sent and the word received last while the panel is active:
+/// The labels that show the last word sent and the last word received while the panel is active:
 /// Label_Liste(0) to (2) and (3), (7), (8).
 class LastWordLabels : public PanelPart {
 public:

@@ -74,7 +74,7 @@ void LineCommands::enterSpecialMode(std::uint8_t choice) {
         throw Failure(Failure::Kind::OutOfRange,
                       fmt::format("There is no Special Mode {}", choice));
     words_.send(static_cast<std::uint8_t>(specialModeRead + words_.ReadBit), 0);
-    if (!sequence_.variables.RunEnabled) // the panel was closed under a box
+    if (!sequence_.variables.RunEnabled) // the panel was closed while a message box was open
         return;
     constexpr unsigned allRandomBits = (1U << SpecialModePage::randomBits) - 1;
     const unsigned inverse = allRandomBits & ~static_cast<unsigned>(words_.replyLow());
@@ -87,7 +87,7 @@ std::vector<std::string> LineCommands::send(const std::string& name, const std::
     if (SequenceIsWatchdog)
         return {};
     words_.WordLowByte = byteIn(value);
-    // Computed as for a write by hand; the words of a run carry none.
+    // Computed as for a write by hand; the words of a run have none.
     if (SequenceIsWrite && words_.SPIParityEnabled)
         words_.ParityOfWordLow(words_.WordLowByte);
     words_.send(SequenceHighByte, words_.WordLowByte);

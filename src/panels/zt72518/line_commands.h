@@ -11,8 +11,8 @@
 
 namespace bitlux::zt72518 {
 
-/// What the lines of the sequence do: words of registers and flags by their names, a change of mode
-/// by the random word, and what the dongle does for the watchdog. A name that is none sends 0.
+/// Plays the lines of the sequence: words of registers and flags by their names, a change of mode
+/// by the random word, and commands to the dongle for the watchdog. An unknown name sends 0.
 class LineCommands : public PanelPart, public SequenceCommands {
 public:
     explicit LineCommands(const PanelContext& context);
@@ -21,8 +21,8 @@ public:
     std::vector<std::string> play(int line, const std::string& name,
                                   const std::string& value) override;
 
-    /// Sets SequenceHighByte (0 for a name that is none), SequenceIsWrite and SequenceIsWatchdog. A
-    /// watchdog command is carried out at once.
+    /// Sets SequenceHighByte (0 for an unknown name), SequenceIsWrite and SequenceIsWatchdog. A
+    /// watchdog command is executed at once.
     void Decod_Name(std::string_view name);
 
     // Variables of the form

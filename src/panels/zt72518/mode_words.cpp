@@ -25,7 +25,7 @@ constexpr std::array<ModeWord, 10> vddOnWords{
      {.word = 0x580E, .box = 4},
      {.word = 0x5CC0, .box = 4, .whenClear = 0x5C80}}};
 
-// The words for LIN go out on every variant here.
+// The words for LIN are sent on every variant here.
 constexpr std::array<ModeWord, 11> vddOffWords{{{.word = 0xE380, .box = 16},
                                                 {.word = 0xE100, .box = 16},
                                                 {.word = 0xE700, .box = 16},

@@ -8,14 +8,14 @@
 #include <span>
 #include <string_view>
 
-/// The modes of the ZT7251x family: the words that lead from one to another, and how the mode is
-/// told.
+/// The modes of the ZT7251x family: the words that change the mode, and the display of the mode.
 namespace bitlux::zt72518 {
 
-/// A word on the way to a mode. A box may decide between two words, or whether there is one.
+/// One of the words that change the mode. A box may select one of two words, or whether a word is
+/// sent.
 struct ModeWord {
     std::uint16_t word = 0;                   ///< sent when the box is ticked, or always
-    int box = -1;                             ///< pre_prog_box that decides
+    int box = -1;                             ///< the pre_prog_box
     std::optional<std::uint16_t> whenClear{}; ///< sent when it is not ticked
     bool onlyWhereEnabled = false;            ///< left out on variants that disable the box
 };
@@ -24,9 +24,10 @@ struct ModeWord {
 struct ModeButton {
     std::string_view caption;
     std::span<const ModeWord> words;
-    /// Value of the select bits by which the mode is entered from the random word, before `words`.
+    /// Value of the select bits in the inverted random word that enters the mode, sent before
+    /// `words`.
     std::optional<std::uint8_t> select{};
-    bool skipsEntry = false; ///< the mode is not entered again when the chip is in it
+    bool skipsEntry = false; ///< sends no words for entering the mode when the chip is in it
 };
 
 inline constexpr std::uint16_t readRandomWord = 0x1300;
@@ -39,9 +40,9 @@ extern const std::array<ModeButton, 7> modeButtons;
 /// Captions of the boxes of the diagram.
 extern const std::array<std::string_view, 17> modeBoxes;
 inline constexpr int autoReadingBox = 10;
-inline constexpr int modeLines = 10; ///< transitions that the picture shows
+inline constexpr int modeLines = 10; ///< number of transitions in the picture
 
-/// What the diagram shows for a low byte of the mode flags from `least` to `most`.
+/// The display for a low byte of the mode flags from `least` to `most`.
 struct ShownMode {
     int least = 0;
     int most = 0;

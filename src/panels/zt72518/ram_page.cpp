@@ -16,7 +16,7 @@ constexpr const char* bits = "RAM";
 constexpr ControlRef confirm{"Cm_OK_val_hexa"};
 constexpr ControlRef readAll{"Cm_RAM_Rl_All"};
 
-/// The digits of a text, at most as many as find room, in capitals.
+/// The digits of a text, as many as fit, in capitals.
 std::string digitsOf(const std::string& text) {
     std::string kept;
     for (const char c : text)
@@ -65,7 +65,7 @@ int RamPage::filterKey(int key) {
     const int passed = filters_.HEXA_check(key);
     const bool isFull = Val_Hex_RAM.text().size() - Val_Hex_RAM.selectionLength() >= digits;
     if (passed >= '0' && isFull)
-        Val_Hex_RAM.select(digits - 1, 1); // what is typed takes its place
+        Val_Hex_RAM.select(digits - 1, 1); // the next key replaces it
     return passed;
 }
 

@@ -5,8 +5,8 @@
 
 namespace bitlux::zt72518 {
 
-/// What the page of the four RAM bytes has beside a register's page: the byte of the write row as
-/// hexadecimal text, and reading all four. It brings the filters of keys as well.
+/// What the page of the four RAM bytes has in addition to a register's page: the byte of the write
+/// row as hexadecimal text, and reading all four. It also provides the key filters.
 class RamPage : public PanelPart {
 public:
     explicit RamPage(const PanelContext& context);

@@ -59,7 +59,7 @@ void SpecialModePage::showInverse() {
 
 void SpecialModePage::activateSafePin() {
     controls_.run(readRandom);
-    // Told by the last two bits of the random word, which go back as they came.
+    // Shown by the last two bits of the random word, which are returned unchanged.
     constexpr unsigned sameBits = 0x30;
     const std::uint64_t inverse = pages_.value(register_) & 0x3FU;
     words_.write(register_, inverse ^ sameBits);

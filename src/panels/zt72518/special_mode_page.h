@@ -4,8 +4,8 @@
 
 namespace bitlux::zt72518 {
 
-/// What the page of Special Mode has beside a register's page: a mode is entered by a word that
-/// repeats the random word of the chip, inverted.
+/// What the page of Special Mode has in addition to a register's page: a mode is entered by a word
+/// that contains the inverted random word of the chip.
 class SpecialModePage : public PanelPart {
 public:
     static constexpr const char* registerTitle = "Special Mode";

@@ -86,7 +86,7 @@ std::vector<std::string> threeBits() {
     return {"0", "1", "2", "3", "4", "5", "6", "7"};
 }
 
-/// The words of a command, the second with its low byte or "xx", or none.
+/// The words of a command, the second with its low byte or "xx", or without it.
 std::string wordText(TestCommand command, const std::string& second) {
     const std::string first =
         fmt::format("0x{:02X}{:02X}", testWordHigh, static_cast<int>(command));

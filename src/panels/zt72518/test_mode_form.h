@@ -17,11 +17,11 @@
 
 namespace bitlux::zt72518 {
 
-/// The form "TestMode": brings internal thresholds and flags to pins, starts scan tests, and trims
+/// The form "TestMode": routes internal thresholds and flags to pins, starts scan tests, and trims
 /// oscillator and bias, with or without burning fuses.
 class TestModeForm : public forms::Form {
 public:
-    /// What the form works with; all outlive it. The chip describes the form's sheet.
+    /// The dependencies; all outlive it. The chip's file describes the layout of the form.
     struct Parts {
         chips::ChipPtr chip; ///< of the family
         Session& session;
@@ -32,33 +32,34 @@ public:
 
     TestModeForm(forms::FormSet& set, const Parts& parts);
 
-    /// How the controls stand in the window.
+    /// The layout of the controls in the window.
     [[nodiscard]] const chips::Sheet& sheet() const { return *parts_.chip->sheetOf(name()); }
 
-    /// Sends both words of TestWords, in another type than that of the chip where one is given.
+    /// Sends both words of TestWords, in the given type or else in the chip's.
     void Send_SPI(std::optional<std::int16_t> type = {});
     void can_lin_Click(int index);
     void thres_combox_Click();
     void thres_send_Click();
     void term_send_Click();
     void trim_send_Click();
-    /// Has the dongle burn what the bytes in the elements 8 and 0 of WordToSend tell, with data out
-    /// low for the time of trimming_txd, and waits for it without limit. Nothing without a dongle.
+    /// Commands the dongle to burn the fuses in the elements 8 and 0 of WordToSend, with data out
+    /// low for the time of trimming_txd, and waits for it without limit. Does nothing without a
+    /// dongle.
     void send_trimming();
     void tests_send_Click(int index);
 
 private:
-    /// Tooltips of the buttons: the words that they send.
+    /// Tooltips of the buttons: their words.
     void tellWords();
     void choose(TestCommand command, std::uint8_t second = 0);
     void sendFirstWord(std::optional<std::int16_t> type = {});
-    /// The word whose bytes begin at a place of TestWords.
+    /// The word that begins at a position of TestWords.
     [[nodiscard]] std::uint64_t wordIn(std::size_t place) const;
     [[nodiscard]] Trimming trimming() const;
     void showTxd(bool burns);
     void showTxdTime();
     void buildPattern();
-    /// The byte that Text1 tells; nothing for any other text.
+    /// The byte in Text1; nothing for an invalid text.
     [[nodiscard]] std::optional<std::uint8_t> pattern() const;
     void sendPattern();
 
@@ -95,8 +96,8 @@ public:
     forms::Button trim_send;
     forms::ControlArray<forms::Button> tests_send;
 
-    // The pattern: a byte as eight binary digits in Text1, bit 7 first. The other three write their
-    // bits into it, and what stands there is what is sent.
+    // The pattern: a byte as eight binary digits in Text1, bit 7 first. The other three controls
+    // write their bits into it, and its content is sent.
     forms::CheckBox bit_6;
     forms::ComboBox periph_dec;       ///< bits 5 to 3
     forms::ComboBox periph_scan_list; ///< bits 2 to 0

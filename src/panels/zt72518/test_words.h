@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
-/// The factory test side of the ZT72518 family: commands of one or two words of 16 bits, whose high
-/// bytes never change and whose low bytes tell the command.
+/// The factory test mode of the ZT72518 family: commands of one or two words of 16 bits, with
+/// constant high bytes; the low bytes are the command.
 namespace bitlux::zt72518 {
 
 inline constexpr std::uint8_t testWordHigh = 66;
@@ -14,7 +14,7 @@ inline constexpr std::uint8_t secondTestWordHigh = 68;
 /// Low byte of the first word.
 enum class TestCommand : std::uint8_t {
     CanLinFlag = 16, ///< the second word has the number of the flag
-    Trimming = 32,   ///< and the version; the second word has the other fields
+    Trimming = 32,   ///< with the version; the second word has the other fields
     Thermal = 48,
     Threshold = 64, ///< the second word has the number of the threshold
     Scan = 80,
@@ -23,7 +23,7 @@ enum class TestCommand : std::uint8_t {
     Pattern = 128, ///< the second word has the pattern
 };
 
-/// A flag of CAN and LIN that can be brought to a pin.
+/// A flag of CAN and LIN that can be routed to a pin.
 struct TestFlag {
     std::string_view title;
     std::string_view caption;
@@ -45,13 +45,13 @@ inline constexpr std::array<TestFlag, 13> testFlags{{
     {"HF LIN1", "LIN1 output signal on when detecting DPI"},
 }};
 
-/// A signal that a threshold brings to a pin; empty where there is none.
+/// A signal that a threshold routes to a pin; empty where there is none.
 struct TestSignal {
     std::string_view name;
     std::string_view description;
 };
 
-/// Each threshold brings two signals.
+/// Each threshold routes two signals.
 using TestThreshold = std::array<TestSignal, 2>;
 
 inline constexpr std::array<TestThreshold, 19> testThresholds{{
@@ -86,7 +86,7 @@ inline constexpr std::array<TestThreshold, 19> testThresholds{{
     {{{"BIAS_STP", ""}, {}}},
 }};
 
-/// What is trimmed, by the numbers of the fields of its two words.
+/// The trimming values, as numbers of the fields of the two words.
 struct Trimming {
     int version = 0; ///< of trimVersions
     bool is3V3 = false;

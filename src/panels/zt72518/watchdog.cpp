@@ -52,7 +52,7 @@ forms::ControlArray<forms::ComboBox> configurations(forms::Form& form) {
             }};
 }
 
-/// With the pulse on the trigger output that the next frame was asked for.
+/// With the pulse on the trigger output if it was requested for the next frame.
 UsbFrame triggeredFrame(std::uint8_t command, Session& session) {
     UsbFrame frame = commandFrame(command);
     if (std::exchange(session.USBFrameTopBit, false))
@@ -62,14 +62,14 @@ UsbFrame triggeredFrame(std::uint8_t command, Session& session) {
 
 } // namespace
 
-/// A button of the array, what a click on it does, and what it appends to the sequence instead.
+/// A button of the array, its effect, and the line that it appends to the sequence instead.
 struct Watchdog::Press {
     const char* caption;
     void (Watchdog::*action)();
     const char* line = nullptr;
 };
 
-// The pulse of current has its four buttons on two pages, and so has the single refresh.
+// The pulse of current has its four buttons on two pages, and the single refresh too.
 const std::array<Watchdog::Press, 16> Watchdog::presses{{
     {"Config WatchDog   START", &Watchdog::start},
     {">SEQ", &Watchdog::appendStart},

@@ -14,7 +14,7 @@
 namespace bitlux::zt72518 {
 
 /// The watchdog that the dongle serves: its mode and time, its pulse of current, and the buttons
-/// that start it, stop it, and put either into the sequence.
+/// that start it, stop it, and append either to the sequence.
 class Watchdog : public PanelPart {
 public:
     explicit Watchdog(const PanelContext& context);
@@ -24,14 +24,13 @@ public:
     /// The number of a mode, nothing for any other text.
     static std::optional<int> modeNumber(std::string_view text);
 
-    /// Sends what is requested, if there is a dongle; of a stop and a start by a sequence the start
-    /// wins.
+    /// Sends what is requested, if there is a dongle. A start by a sequence overrides a stop.
     void send_wd();
-    /// Starts or stops the pulse of current, as WdCurrentOn tells.
+    /// Starts or stops the pulse of current, depending on WdCurrentOn.
     void send_wd_current();
-    /// Takes the time of a line of the sequence; any other text leaves the one there was.
+    /// Takes the time of a line of the sequence; any other text keeps the previous time.
     void decod_wd_time(int line);
-    /// A line of the sequence starts a mode.
+    /// Starts a mode for a line of the sequence.
     void startBySequence(int mode, int line);
 
 private:
@@ -62,7 +61,7 @@ private:
 public:
     forms::ControlArray<forms::ComboBox> wd_config; ///< mode, time, low time, time of a line
     forms::ScrollBar wd_current_time;               ///< high time in ms
-    forms::ControlArray<forms::Label> wd_aff;       ///< 0 the high time, 1 whether it is on
+    forms::ControlArray<forms::Label> wd_aff;       ///< 0 the high time, 1 the state
     forms::ControlArray<forms::Label> wd_refresh;   ///< captions of the mode and of the time
     forms::ControlArray<forms::Button> watchdog;
 };

@@ -30,7 +30,7 @@ void LastWord::showSent() {
     if (session_.ZT72537PanelActive != active || session_.WordToSend.empty())
         return;
     const int sent = session_.WordToSend.front();
-    constexpr int bare = 15; // kept: a lone F, where other digits have a zero in front
+    constexpr int bare = 15; // intended: a single F, where other digits have a leading zero
     controls_.get<forms::Label>(sentLabel).setCaption(
         fmt::format("Sent : {}{}", sent < bare ? "0" : "", hex(static_cast<std::uint64_t>(sent))));
 }

@@ -5,8 +5,8 @@
 
 namespace bitlux::zt72537 {
 
-/// The labels that tell the byte of the last word in both directions, and the system status, of
-/// every word that goes through the dongle while the panel is open.
+/// The labels that show the byte of the last word in both directions, and the system status, for
+/// every word through the dongle while the panel is open.
 class LastWord : public PanelPart {
 public:
     explicit LastWord(const PanelContext& context);

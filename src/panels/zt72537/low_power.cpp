@@ -59,8 +59,9 @@ LowPower::LowPower(const PanelContext& context)
     guide(false);
 }
 
-/// The boxes of the procedure set what those of the inputs' page set, and follow them. Those of the
-/// high sides switch them on and off on their page; they begin cleared, since one has to be chosen.
+/// The boxes of the procedure set the boxes of the inputs' page, and follow them. The boxes of the
+/// high sides switch them on and off on their page; they are cleared initially, since one must be
+/// chosen.
 void LowPower::linkWakeUps() {
     for (int input = 0; input < wakeUpInputs; ++input) {
         const ControlRef here{"WakeUpModeCheck", input};
@@ -77,8 +78,8 @@ void LowPower::linkWakeUps() {
                           [this, &side] { choose(isTicked(side.box) ? side.on : side.on + 1); });
 }
 
-/// The interval is one of the page of the timing, which it chooses there. Without a scheduled
-/// wake-up a cyclic sense that is timed there has none.
+/// Chooses the interval on the page of the timing. Without a scheduled wake-up a cyclic sense that
+/// is timed there has none.
 void LowPower::linkCyclicSense() {
     controls_.onClick("CyclicSenseCombo", [this] {
         const int interval = controls_.get<forms::ComboBox>("CyclicSenseCombo").listIndex();
@@ -154,7 +155,7 @@ bool LowPower::isComplete() const {
 }
 
 void LowPower::CmdMcr2_Click() {
-    choose({"OptHscr", 1}); // both high sides answer to SPI alone
+    choose({"OptHscr", 1}); // only SPI controls both high sides
     choose({"OptHscr", 3});
     if (!isComplete())
         return;

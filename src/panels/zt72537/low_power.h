@@ -6,8 +6,8 @@ namespace bitlux::zt72537 {
 
 class Watchdog;
 
-/// The guided way into Stop and Sleep mode: the page of the modes becomes a procedure in which the
-/// user chooses what wakes the chip and what becomes of its watchdog.
+/// The guided entry to Stop and Sleep mode: the page of the modes becomes a procedure in which the
+/// user chooses the wake-up sources of the chip and the state of its watchdog.
 class LowPower : public PanelPart {
 public:
     explicit LowPower(const PanelContext& context);
@@ -19,7 +19,7 @@ private:
     void CmdMcr2_Click();
     /// Shows the procedure, or the page of the modes.
     void guide(bool on);
-    /// Shows a step of it.
+    /// Shows a step of the procedure.
     void showStep(const ControlRef& frame);
     void goBack();
     [[nodiscard]] bool isComplete() const;

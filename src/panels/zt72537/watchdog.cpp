@@ -25,7 +25,7 @@ constexpr int interval = 500; // ms
 constexpr forms::Color bright = 0x8080FF;
 constexpr forms::Color white = 0xFFFFFF;
 
-/// In ms, for a resistor in kOhm that the chip knows.
+/// In ms, for a resistor in kOhm within the chip's range.
 std::optional<double> periodOf(const std::string& resistor) {
     constexpr double least = 20;
     constexpr double beyond = 320;

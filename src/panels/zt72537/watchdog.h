@@ -6,7 +6,7 @@
 namespace bitlux::zt72537 {
 
 /// The chip's watchdog, which the dongle serves, its period, the automatic reads, and the boxes
-/// that say what becomes of them in low power.
+/// that determine both in low-power modes.
 class Watchdog : public PanelPart {
 public:
     explicit Watchdog(const PanelContext& context);
@@ -14,7 +14,7 @@ public:
     void load() override;
     void unload() override { send_wd_537(0); }
 
-    /// Tells the dongle to serve the watchdog, with 1, or to stop, with 0.
+    /// Commands the dongle to serve the watchdog (1) or to stop (0).
     void send_wd_537(int state);
     void stopReads();
 

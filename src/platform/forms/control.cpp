@@ -70,7 +70,7 @@ void Control::type(std::string_view text) {
 
 void Control::strike(Keystroke stroke) {
     raise(ControlEvent::KeyDown, toValue(stroke.code));
-    if (!visible_ || !enabled_) // the handler has taken the control away from the hand
+    if (!visible_ || !enabled_) // the handler hid or disabled the control
         return;
     char character = stroke.character;
     if (character != 0) {

@@ -21,7 +21,7 @@ namespace {
 struct EventName {
     std::string_view suffix;
     ControlEvent event;
-    std::size_t arguments; ///< that the event itself tells
+    std::size_t arguments; ///< number supplied by the event itself
 };
 
 constexpr std::array events{EventName{"Click", ControlEvent::Click, 0},

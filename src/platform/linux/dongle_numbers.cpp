@@ -17,7 +17,7 @@ namespace bitlux {
 
 namespace {
 
-/// More than any list written by hand; keeps a wrong file from costing time.
+/// More than any list written by hand; limits the time for a wrong file.
 constexpr std::size_t mostBytes = 65536;
 constexpr std::size_t mostBadLinesTold = 5;
 constexpr std::size_t mostOfALineTold = 40;

@@ -33,7 +33,7 @@ FileStart readFileStart(const std::string& fileName, std::size_t most) {
     if (descriptor < 0)
         return {.bytes = {}, .error = errno};
     FileStart start;
-    start.bytes.resize(most + 1); // one more tells whether the file goes on
+    start.bytes.resize(most + 1); // one more byte shows whether the file is longer
     start.error = fill(descriptor, start.bytes);
     ::close(descriptor);
     if (start.error != 0)

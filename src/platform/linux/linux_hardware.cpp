@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t longestSerial = 60;
 
-/// What stands in a message for the dongles that there are.
+/// The list of dongles in a message.
 std::string described(const std::vector<UsbCandidate>& dongles) {
     std::vector<std::string> texts;
     for (const UsbCandidate& dongle : dongles)

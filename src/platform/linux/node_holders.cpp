@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Processes come and go meanwhile; a folder that is gone ends the walk without a word.
+/// Processes start and end meanwhile; a folder that has disappeared ends the search silently.
 template <typename Visit>
 void forEachEntry(const fs::path& folder, Visit visit) {
     std::error_code error;

@@ -106,8 +106,8 @@ UsbStatus OpenDongle::setConfiguration(int index) {
     return status;
 }
 
-/// The pipes that were found are those of the active configuration. Setting that one anew would
-/// reset the device, and another one is of no use.
+/// The pipes that were found belong to the active configuration. Setting it again would reset the
+/// device, and another one is of no use.
 UsbStatus OpenDongle::expectActive(int configuration) {
     int active = 0;
     const UsbStatus status =
@@ -225,7 +225,7 @@ void OpenDongle::takeWritten() {
     }
 }
 
-/// What a read ends with, or nothing as long as there is nothing to tell.
+/// The result of a read, or nothing while there is none.
 std::optional<UsbStatus> OpenDongle::whatHasCome(UsbFrame& frame) {
     if (writing_)
         takeWritten();
@@ -253,7 +253,8 @@ void OpenDongle::endHalt() {
         reading_->take();
 }
 
-/// Queues anew what was taken. What a read ends with when its transfer ended so, if it ends.
+/// Queues the taken transfer again. Returns the result of a read whose transfer ended so, if it is
+/// complete.
 std::optional<UsbStatus> OpenDongle::afterReading(UsbStatus outcome, bool isStalled) {
     if (outcome == UsbStatus::Gone)
         return connection_.note(LIBUSB_ERROR_NO_DEVICE);

@@ -23,14 +23,14 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view prefix = "running-";
 
-/// Locks a file that is still in its folder, whoever may have removed it meanwhile.
+/// Locks a file, and makes sure that it was not removed meanwhile.
 bool lock(int descriptor) {
     struct stat status {};
     return ::flock(descriptor, LOCK_EX | LOCK_NB) == 0 && ::fstat(descriptor, &status) == 0 &&
            status.st_nlink > 0;
 }
 
-/// Whether the owner of a marker has gone; the marker is removed then.
+/// Whether the owner of a marker has ended; the marker is removed then.
 bool takeAway(const fs::path& file) {
     const int descriptor = ::open(file.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
     if (descriptor < 0)

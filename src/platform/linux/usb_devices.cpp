@@ -19,7 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A device that tells more about itself is no dongle.
+/// A device with longer descriptors is no dongle.
 constexpr std::size_t mostDescriptorBytes = 65536;
 
 std::string lineOf(const std::string& fileName) {
@@ -64,7 +64,7 @@ bool isA(std::uint8_t type, Bytes descriptor) {
     return !descriptor.empty() && descriptor[1] == type;
 }
 
-/// All descriptors of a configuration behind its own. `active` 0 asks for the first configuration.
+/// All descriptors of a configuration after its own. `active` 0 selects the first configuration.
 std::optional<Bytes> configuration(Bytes bytes, std::uint8_t active) {
     if (!isA(USB_DT_DEVICE, takeDescriptor(bytes)))
         return std::nullopt;

@@ -15,7 +15,7 @@ namespace bitlux::gui {
 
 namespace {
 
-/// The button of the present state, which cannot be pressed, stands out.
+/// Highlights the button of the present state, which cannot be pressed.
 class StateButton : public QPushButton {
 public:
     explicit StateButton(QWidget* parent) : QPushButton(parent) {
@@ -89,7 +89,7 @@ QWidget* PspiView::makeStates() {
     const auto head = [&](const char* text, int row, int column) {
         grid->addWidget(centred(new QLabel(text, box)), row, column);
     };
-    // The states stand where the levels of the two lines meet.
+    // A state is in the row and column of the levels of its two lines.
     head("EN 0", 0, 1);
     head("EN 1", 0, 2);
     head("NSTB 0", 1, 0);
@@ -193,7 +193,7 @@ void PspiView::addFlagLine(int number, zt72517::FlagLine& line, QGridLayout& gri
     for (const auto& flag : line.flags) {
         const int column = flag->index().value() + 1;
         grid.addWidget(lamp(add<QLabel>(*flag, parent)), number, column);
-        grid.setColumnStretch(column, 1); // all are equally wide
+        grid.setColumnStretch(column, 1); // all have the same width
     }
     constexpr int behindFlags = 7;
     auto* read = add<QPushButton>(line.read, parent);

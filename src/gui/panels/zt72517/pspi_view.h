@@ -11,15 +11,15 @@ class QGridLayout;
 
 namespace bitlux::gui {
 
-/// What the page of the ZT72517 shows: the state diagram, the lines by hand, the configuration, a
-/// free byte, and the flags with their refresh.
+/// The content of the page of the ZT72517: the state diagram, the lines set by hand, the
+/// configuration, a free byte, and the flags with their refresh.
 class PspiView : public QWidget {
 public:
-    /// `before` is the control that the tabulator key reaches before it.
+    /// `before` precedes it in the tab order.
     PspiView(zt72517::PspiPage& page, const Session& session, QWidget& before, Binder& binder,
              QWidget* parent);
 
-    /// That which the tabulator key reaches last.
+    /// The last widget in the tab order.
     [[nodiscard]] QWidget& last() const { return *order_.back(); }
 
 private:
@@ -32,13 +32,13 @@ private:
     QWidget* makeFlags();
     void addFlagLine(int number, zt72517::FlagLine& line, QGridLayout& grid, QWidget* parent);
     QLayout* makeRefresh(QWidget* parent);
-    /// Options side by side within their frame.
+    /// Options beside each other within their frame.
     QWidget* makeOptions(forms::Frame& frame, const forms::ControlArray<forms::OptionButton>& all,
                          QWidget* parent);
 
     zt72517::PspiPage& page_;
     Binder& binder_;
-    std::vector<QWidget*> order_; ///< of the tabulator key
+    std::vector<QWidget*> order_; ///< the tab order
     Subscription flushed_;
 };
 

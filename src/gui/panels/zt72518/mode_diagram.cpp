@@ -19,13 +19,13 @@ namespace {
 constexpr int requestPlace = static_cast<int>(zt72518::modeButtons.size());
 constexpr int wakeUpPlace = 3;
 
-/// Centers of the modes by the index of their buttons, Normal Request behind them, in parts of the
-/// picture.
+/// Centres of the modes by the index of their buttons, Normal Request after them, in fractions of
+/// the picture.
 constexpr std::array<QPointF, requestPlace + 1> places{
     QPointF(0.50, 0.52), QPointF(0.84, 0.90), QPointF(0.16, 0.90), QPointF(0.72, 0.62),
     QPointF(0.50, 0.27), QPointF(0.84, 0.09), QPointF(0.16, 0.09), QPointF(0.16, 0.52)};
 
-/// An arrow from mode to mode; some belong to one transition.
+/// An arrow from mode to mode; several may belong to one transition.
 struct Arrow {
     int line;
     int from;
@@ -51,7 +51,7 @@ const QColor ground(0x2C, 0x37, 0x45);
 const QColor quiet(0x62, 0x75, 0x8C);
 const QColor possible(Qt::white);
 
-/// Where the line between the centers of two boxes leaves the first.
+/// The point at which the line between the centres of two boxes leaves the first.
 QPointF edgeOf(const QRectF& box, QPointF towards) {
     const QPointF way = towards - box.center();
     const qreal horizontal = way.x() == 0 ? 1e9 : (box.width() / 2 + 4) / std::abs(way.x());
@@ -88,7 +88,7 @@ void paintTransition(QPainter& painter, const std::vector<QWidget*>& modes, int 
 
 } // namespace
 
-/// A transition that is possible now: visible on top of the quiet picture.
+/// A transition that is possible now: drawn over the others.
 class ModePicture::Transition : public QLabel {
 public:
     Transition(int line, const std::vector<QWidget*>& modes, QWidget* parent)
@@ -163,7 +163,7 @@ void ModePicture::resizeEvent(QResizeEvent* event) {
 void ModePicture::place() {
     const QSize size(fontMetrics().averageCharWidth() * 22, fontMetrics().height() * 2 + 8);
     for (std::size_t i = 0; i < modes_.size(); ++i) {
-        const bool isMode = i != wakeUpPlace; // the other one is a way between two
+        const bool isMode = i != wakeUpPlace; // the other one is an intermediate state
         QRect box(QPoint(), isMode ? size : QSize(size.width() * 2 / 3, size.height() * 2 / 3));
         box.moveCenter(QPoint(static_cast<int>(places.at(i).x() * width()),
                               static_cast<int>(places.at(i).y() * height())));
@@ -212,7 +212,7 @@ QWidget* ModeDiagram::makeBoxes(const QString& title, int button) {
     auto* group = new QGroupBox(title, this);
     auto* column = new QVBoxLayout(group);
     column->setSpacing(2);
-    std::vector<int> boxes; // one may decide about several words
+    std::vector<int> boxes; // a box may affect several words
     for (const zt72518::ModeWord& word :
          zt72518::modeButtons.at(static_cast<std::size_t>(button)).words)
         if (word.box >= 0 && std::find(boxes.begin(), boxes.end(), word.box) == boxes.end())

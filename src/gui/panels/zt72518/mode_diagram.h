@@ -26,14 +26,14 @@ private:
     class Transition;
 
     void place();
-    /// Assistive tools are told of an arrow while it is in sight.
+    /// Assistive tools are notified of an arrow while it is visible.
     void nameTransitions();
 
-    std::vector<QWidget*> modes_; ///< in the order of their places
+    std::vector<QWidget*> modes_; ///< in the order of their positions
     std::vector<Transition*> transitions_;
 };
 
-/// The page of the picture, with the boxes that decide what its buttons send.
+/// The page of the picture, with the boxes that determine what its buttons send.
 class ModeDiagram : public QWidget {
 public:
     ModeDiagram(const PanelWidgets& widgets, QWidget* parent);
