@@ -10,44 +10,44 @@
 #include <string_view>
 #include <vector>
 
-/// What a chip's file says of its panel, beside the registers: the sequence, reads that repeat, the
-/// controls of parts and where they stand, pages and companion forms.
+/// The description of a chip's panel beyond its registers: the sequence, automatic reads, the
+/// controls of parts and their layout, pages and companion forms.
 namespace bitlux::chips {
 
-/// The button that a sequence's editor of values makes for itself.
+/// The name of the button of a sequence's value editor, if no part provides one.
 inline constexpr std::string_view changeButton = "Cm_Change_Value";
 
-/// How the sequence of a panel looks and behaves.
+/// Appearance and behaviour of the sequence of a panel.
 struct SequenceStyle {
     struct Column {
         std::string list;
         std::string title;
     };
 
-    /// What a wait looks like, and how long it may be.
+    /// Appearance and limits of a wait.
     struct Wait {
-        std::string text = "Value"; ///< in the box at the start
+        std::string text = "Value"; ///< initial text of its box
         std::string timer = "Timer1";
-        bool asksNumber = false; ///< any other text is refused; else it is replaced
-        bool endless = false;    ///< one of 0, or of a text that is no number, has no end
+        bool asksNumber = false; ///< refuses any other text; else it is replaced
+        bool endless = false;    ///< a wait of 0, or of a text that is no number, never ends
     };
     struct Loop {
         std::string caption = "Loop";
-        std::string start; ///< texts of the boxes at the start
+        std::string start; ///< initial texts of the boxes
         std::string stop;
-        ControlName startLabel; ///< captions of the boxes, where they are there with a loop alone
+        ControlName startLabel; ///< captions of the boxes, if they are shown with a loop only
         ControlName stopLabel;
-        bool hides = false;   ///< without a loop its controls are hidden, not disabled
-        bool endsRun = false; ///< a stop ends the run; else the lines behind the loop follow
-        bool picks = false;   ///< a click on a line picks start and stop by turns
+        bool hides = false;   ///< hides its controls without a loop; else disables them
+        bool endsRun = false; ///< the stop ends the run; else the lines after the loop follow
+        bool picks = false;   ///< clicks on lines choose start and stop alternately
     };
-    /// Two points at which a run stops until the chip resets or interrupts, or the user lets it
-    /// pass; none without texts of their boxes.
+    /// Two points at which a run stops until the chip reports a reset or an interrupt, or the user
+    /// continues it; none if the boxes have no texts.
     struct Stops {
         std::vector<std::string> frames; ///< captions of the two frames
         std::vector<std::string> boxes;
         std::vector<std::string> events{"Reset", "Interrupt"};
-        bool acts = true; ///< else the controls are there and do nothing
+        bool acts = true; ///< else the controls exist without effect
 
         [[nodiscard]] bool exists() const { return !boxes.empty(); }
     };
@@ -55,12 +55,12 @@ struct SequenceStyle {
     /// Edits the value of the selected line in an element of Val_loop.
     struct Editor {
         int box = 0;        ///< element; none when it is 0
-        ControlName list;   ///< of a part: values that are texts of it are chosen from it
-        ControlName button; ///< of a part, which calls ChangeValue; else the editor makes one
+        ControlName list;   ///< of a part: values among its texts are chosen in it
+        ControlName button; ///< of a part, which calls ChangeValue; else the editor has one
 
         [[nodiscard]] bool exists() const { return box > 0; }
     };
-    /// The line at which the dongle gives a pulse, told in an element of Val_loop.
+    /// The line at which the dongle outputs a pulse; an element of Val_loop contains it.
     struct Trigger {
         int box = 0;       ///< element; none when it is 0
         ControlName label; ///< of a part: its caption
@@ -70,17 +70,17 @@ struct SequenceStyle {
 
     std::string valueTitle = "Value in Hexa";
     std::vector<Column> answers;
-    int numbers = 42; ///< line numbers that are there in any case
-    int boxes = 2;    ///< elements of Val_loop: start and stop of the loop, and what parts add
+    int numbers = 42; ///< line numbers that are always shown
+    int boxes = 2;    ///< elements of Val_loop: start and stop of the loop, and those of parts
     std::string appendTitle = ">SEQ"; ///< of the buttons that append a line
-    bool wholeWords = false;          ///< a line that writes holds the word, else the data
-    bool arrowAtLine = false;         ///< at the line that is played, else at the next one
+    bool wholeWords = false;          ///< a line of a write contains the word, else the data
+    bool arrowAtLine = false;         ///< points to the current line, else to the next one
     bool moves = false;               ///< buttons move the selected line up and down
-    bool headersMove = false;         ///< a wait can be put in front of the headers
-    /// A file is read field by field, as a comma or quotes end them; what was read before an error
-    /// stays, and nothing is said of errors. Else a file is taken whole or not at all.
+    bool headersMove = false;         ///< a wait can be inserted before the headers
+    /// A file is read field by field, ended by a comma or quotes; what was read before an error is
+    /// kept, without a message. Else a file is read completely or not at all.
     bool fieldFiles = false;
-    bool asksToSave = false; ///< of a panel that goes while its sequence is in sight
+    bool asksToSave = false; ///< when the panel closes while its sequence is visible
     Wait wait;
     Loop loop;
     Stops stops;
@@ -89,16 +89,16 @@ struct SequenceStyle {
     Place at;
 };
 
-/// Reads that repeat by themselves: boxes choose the buttons that are pressed.
+/// Automatic reads: boxes select the buttons that are pressed.
 struct AutomaticReads {
     /// A box that ticks others.
     struct Group {
         int box = 0;
         std::string title;
         BitList ticks;  ///< boxes
-        BitList clears; ///< boxes that it leaves clear, or clears with the others
+        BitList clears; ///< boxes that stay cleared, or are cleared with the others
     };
-    /// What has to be known of a box.
+    /// The tooltip of a box.
     struct Note {
         int box = 0;
         std::string text;
@@ -107,12 +107,12 @@ struct AutomaticReads {
     std::string array = "AutoRead"; ///< name of the boxes
     std::string timer = "AutoReadTimer";
     int interval = 500;               ///< ms
-    std::vector<ControlName> buttons; ///< by their boxes, in the order of the reads
+    std::vector<ControlName> buttons; ///< one for each box, in the order of the reads
     std::vector<int> switches;        ///< boxes that turn the reads on and off
-    std::vector<int> recorders;       ///< boxes that record what is sent by hand
+    std::vector<int> recorders;       ///< boxes that record manually sent words
     std::vector<Group> groups;
     std::vector<Note> notes;
-    BitList lost; ///< boxes that are cleared when the chip is out of reach
+    BitList lost; ///< boxes that are cleared when the chip cannot be reached
     Place at;
 
     [[nodiscard]] bool exists() const { return !buttons.empty(); }
@@ -120,14 +120,14 @@ struct AutomaticReads {
     [[nodiscard]] int last() const;
 };
 
-/// Controls of a panel to which parts in C++ give their meaning.
+/// Controls of a panel whose behaviour is in parts in C++.
 struct OwnControl {
     enum class Kind : std::uint8_t { Label, Button, Box, Frame, Entry, Options, List, Bar };
 
     Kind kind = Kind::Label;
-    ControlName name;               ///< of options the first one
-    std::vector<std::string> texts; ///< the caption; of options and lists one for each
-    std::string prompt;             ///< what a list shows before anything is chosen
+    ControlName name;               ///< the first one of options
+    std::vector<std::string> texts; ///< the caption; one for each option or line of a list
+    std::string prompt;             ///< text of a list before anything is chosen
     int selected = -1;              ///< option at the start, -1 for none
     int least = 0;                  ///< of a bar
     int most = 0;
@@ -137,66 +137,66 @@ struct OwnControl {
     Place at;
 };
 
-/// A page, or the window of a form beside the panel, of controls that parts in C++ make, in titled
-/// groups; on a page of registers the groups stand behind those of the fields.
+/// A page, or the window of a companion form, with controls that parts in C++ create, in titled
+/// groups; on a page of registers the groups follow those of the fields.
 struct Sheet {
-    /// Controls side by side; a label in front is the caption of what follows.
+    /// Controls side by side; a leading label is the caption of the others.
     struct Row {
         std::string caption;
         std::vector<ControlRange> controls;
     };
     struct Group {
         std::string title;
-        ControlName frame; ///< around it; its caption is the title then
+        ControlName frame; ///< around it; its caption is then the title
         std::vector<Row> rows;
-        ControlName state; ///< label below them, whose colour tells how things are
+        ControlName state; ///< label below them whose colour shows the state
         int column = 0;    ///< of the sheet, from the left
     };
-    /// A button whose effect cannot be undone: the window wants a second press of it.
+    /// A button whose effect cannot be undone: the window requires a second press.
     struct Confirmation {
         ControlName button;
-        ControlName selected; ///< option with which this text holds; any when it is empty
-        std::string text;     ///< what the second press does
+        ControlName selected; ///< option for which this text applies; any if empty
+        std::string text;     ///< effect of the second press
     };
 
-    std::string page;  ///< what the outer page shows, or the title of a page of registers
+    std::string page;  ///< content of the outer page, or title of a page of registers
     std::string title; ///< beside all pages
-    std::string form;  ///< that has the controls, where it is not the panel
+    std::string form;  ///< with the controls, if it is not the panel
     std::vector<Group> groups;
-    std::vector<Confirmation> confirmations; ///< the first one that holds is asked
-    bool hasReads = false;                   ///< the automatic reads stand below
-    bool stacked = false; ///< on a page of registers: the groups stand below each other
+    std::vector<Confirmation> confirmations; ///< the first one that applies is used
+    bool hasReads = false;                   ///< the automatic reads are below
+    bool stacked = false; ///< on a page of registers: the groups are below each other
 
     // Beside the rows of a page of registers.
-    ControlName entry;       ///< text box in front of a write row that registers share
-    ControlName besideWrite; ///< button behind it, or behind Write
-    ControlName bitsButton;  ///< in front of a further row of labels
+    ControlName entry;       ///< text box before a write row shared by registers
+    ControlName besideWrite; ///< button after it, or after Write
+    ControlName bitsButton;  ///< before a further row of labels
     std::vector<ControlRange> bits;
     std::vector<ControlName> buttons; ///< below the rows
     Place at;
 };
 
-/// Tabs of the panel: each shows the pages of registers, the flags, the sequence, or something that
-/// is written in C++.
+/// A tab of the panel: shows the pages of registers, the flags, the sequence, or a page written
+/// in C++.
 struct OuterPage {
     std::string title;
     std::string shows;
 };
 
-/// A form beside the panel that is made from the description: registers, views and buttons name it
-/// with `form`. It is hidden when the panel goes.
+/// A companion form made from the description: registers, views and buttons refer to it by `form`.
+/// It is hidden when the panel closes.
 struct Companion {
     std::string form;
     std::string caption; ///< of its window
-    ControlName button;  ///< of the panel, which shows it
+    ControlName button;  ///< of the panel; shows the form
     std::string title;   ///< of that button
-    bool marked = false; ///< the button wants the panel's marker file
+    bool marked = false; ///< the button requires the panel's marker file
 };
 
-/// How the panel's form is put together.
+/// The layout of the panel's form.
 struct PanelLayout {
-    /// How long the words of the main window have the shape of the chip's. In front, the panel's
-    /// own words travel in whatever shape the session has then.
+    /// How long the words of the main window have the shape of the chip's words. While in front,
+    /// the panel's own words use the shape of the session at that moment.
     enum class Holds : std::uint8_t { WhileOpen, WhileInFront };
 
     std::string form;    ///< name of the form
@@ -204,23 +204,23 @@ struct PanelLayout {
     ControlName outerTabs;
     ControlName registerTabs;
     std::vector<OuterPage> pages;
-    int firstPage = 0;                   ///< index of the page that is shown at first
-    std::vector<std::string> parts;      ///< that are written in C++, by name
-    std::vector<std::string> companions; ///< forms beside the panel; those in C++ go with it
-    std::vector<Companion> described;    ///< those of them that are made from the description
-    std::vector<Sheet::Row> lastWord;    ///< labels in place of the word that was sent last
-    std::vector<ControlRange> texts;     ///< labels beside that
-    std::vector<ControlRange> copies;    ///< do what others do, and have no widget
-    std::string marker;                  ///< file whose presence brings hidden things
-    /// Session variable that is 1 while the panel holds the shape of words; none when it is empty.
+    int firstPage = 0;                   ///< index of the page shown first
+    std::vector<std::string> parts;      ///< names of those written in C++
+    std::vector<std::string> companions; ///< companion forms; those in C++ close with it
+    std::vector<Companion> described;    ///< those of them made from the description
+    std::vector<Sheet::Row> lastWord;    ///< labels instead of the last word sent
+    std::vector<ControlRange> texts;     ///< labels beside it
+    std::vector<ControlRange> copies;    ///< have the effect of others, and no widget
+    std::string marker;                  ///< file whose presence shows hidden controls
+    /// Session variable that is 1 while the panel defines the shape of words; empty for none.
     std::string active;
     Holds holds = Holds::WhileOpen;
-    bool leavesType = false;   ///< words travel in the SPI type that is set, not in the chip's
-    bool showsType = false;    ///< the configuration dialog shows the type that it holds
+    bool leavesType = false;   ///< words use the current SPI type, not the chip's
+    bool showsType = false;    ///< the configuration dialog shows the panel's type
     bool unloadsAtEnd = false; ///< the end of the program unloads it
     Place at;
 
-    /// A form that is made from the description, by name; null when there is none.
+    /// A companion form made from the description, by name; null if there is none.
     [[nodiscard]] const Companion* findDescribed(std::string_view name) const;
 };
 
