@@ -77,14 +77,13 @@ RegisterAccess::Loaded RegisterAccess::load(const RegisterSnapshot& wanted, bool
     Loaded result;
     for (const auto& [name, value] : wanted.values) {
         const RegisterItem& item = catalog_.item(name);
-        if (!item.writable())
+        if (!item.writable() || item.clears()) // what such a read gave is no setting
             continue;
-        const bool isHarmless = item.readable() && !item.clears();
-        if (isHarmless && differingBits(item, value, read(item)) == 0)
+        if (item.readable() && differingBits(item, value, read(item)) == 0)
             continue;
         write(item, value);
         result.written.push_back(&item);
-        if (!verify || !isHarmless)
+        if (!verify || !item.readable())
             continue;
         const std::uint64_t now = read(item);
         if (differingBits(item, value, now) != 0)

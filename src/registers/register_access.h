@@ -57,8 +57,8 @@ public:
 
     /// Reads all that can be read. What a read would clear is left out unless `all`.
     [[nodiscard]] RegisterSnapshot dump(bool all = false) const;
-    /// Writes the registers whose values differ in the chip, and those that cannot be read.
-    /// `verify` reads each back that was written, as far as a read is harmless.
+    /// Writes the registers whose values differ in the chip, and those that cannot be read; none
+    /// that a read changes. `verify` reads each back that was written, where it can be read.
     Loaded load(const RegisterSnapshot& wanted, bool verify) const;
     /// The bits in which `read` differs from `written`, among those that a read gives back.
     [[nodiscard]] static std::uint64_t differingBits(const RegisterItem& item,

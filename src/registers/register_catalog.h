@@ -23,6 +23,7 @@ struct RegisterItem {
     [[nodiscard]] bool writable() const { return isRegister && owner->writable(); }
     /// A read changes the chip.
     [[nodiscard]] bool clears() const { return view != nullptr && view->clears; }
+    [[nodiscard]] bool readsHarmlessly() const { return readable() && !clears(); }
     [[nodiscard]] std::uint64_t mask() const;
     /// A value in hexadecimal with as many digits as the item needs, without "0x".
     [[nodiscard]] std::string hexOf(std::uint64_t value) const;

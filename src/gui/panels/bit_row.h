@@ -26,7 +26,11 @@ public:
     /// Tells the value beside the number: for rows whose zeros have a colour too.
     void tellValue(bool one);
 
-    /// Tells its number and its caption, which may have changed, to assistive technology.
+    /// The bit differs from what it was or should be.
+    void setMarked(bool marked);
+
+    /// Tells its number, its caption and its mark, which may have
+    /// changed, to assistive technology.
     void nameAfterCaption();
 
     /// Arrow keys lead to these.
@@ -47,8 +51,10 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void tellName();
     void measure(); ///< anew with each font
     void paintEdges(QPainter& painter) const;
+    void paintMark(QPainter& painter) const;
     /// The caption, with a place to break it behind each line in it where it has no blank.
     [[nodiscard]] QString breakable() const;
     /// Of the longest part that is not broken, in pixels.
@@ -65,6 +71,7 @@ private:
     std::optional<bool> told_;
     QString named_; ///< the caption that its accessible name tells
     bool isFieldTop_ = false;
+    bool isMarked_ = false;
     mutable QString measured_; ///< the caption whose longest part is known
     mutable int longest_ = 0;  ///< 0 for none
     BitCell* left_ = nullptr;
