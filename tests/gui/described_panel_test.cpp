@@ -161,9 +161,10 @@ TEST(DescribedPanel, MarksTheBitsThatASnapshotHasOtherwise) {
     const QImage plain = bit.grab().toImage();
     EXPECT_EQ(button.menu(), nullptr);
     button.setFocus();
+    QTimer::singleShot(0, &button, [] { // the menu is a loop of its own
+        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_C);
+    });
     QTest::keyClick(&button, Qt::Key_Space);
-    ASSERT_NE(button.menu(), nullptr);
-    QTest::keyClick(button.menu(), Qt::Key_C);
     bench.settle();
 
     auto& report = bench.widget<QDialog>("panel.report");
@@ -181,8 +182,7 @@ TEST(DescribedPanel, MarksTheBitsThatASnapshotHasOtherwise) {
     EXPECT_EQ(texts(*line.child(1)), "Brightness|half|off");
     EXPECT_NE(bit.grab().toImage(), plain);
     EXPECT_EQ(bit.accessibleName(), "bit 2 LEVEL 1, differs");
-    QTest::keyClick(&report, Qt::Key_M, Qt::AltModifier);
-    bench.settle();
+    bench.press("panel.report.clear");
     EXPECT_EQ(bit.grab().toImage(), plain);
     EXPECT_EQ(bit.accessibleName(), "bit 2 LEVEL 1");
 }

@@ -57,6 +57,7 @@ void SnapshotReportView::addButtons(QLayout& column) {
         QApplication::clipboard()->setText(textOf(form_.snapshots.report().text()));
     });
     clear_ = new QPushButton("Clear &Marks", widget);
+    clear_->setObjectName("panel.report.clear");
     clear_->setToolTip("Removes the marks from the rows of the panel");
     connect(clear_, &QPushButton::clicked, this, [this] {
         form_.set().perform(form_.name() + ".ClearMarks", [this] { form_.call("ClearMarks"); });

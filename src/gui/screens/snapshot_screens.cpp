@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QTimer>
 
 namespace bitlux::gui {
 
@@ -63,9 +64,11 @@ void paintSnapshots(MainWindow& window, QWidget& panel, PanelForm& form, Scripte
     save(window, *report, prefix + "-marks-report" + tail);
     report->close();
     auto* button = panel.findChild<QPushButton*>("panel.snapshots");
+    QTimer::singleShot(0, button, [&] { // the menu is a loop of its own
+        save(window, *button->menu(), prefix + "-marks-menu" + tail);
+        button->menu()->close();
+    });
     button->click();
-    save(window, *button->menu(), prefix + "-marks-menu" + tail);
-    button->menu()->close();
     form.call("ClearMarks");
 }
 
