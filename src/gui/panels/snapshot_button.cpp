@@ -28,6 +28,13 @@ void SnapshotButton::initStyleOption(QStyleOptionButton* option) const {
     option->features |= QStyleOptionButton::HasMenu;
 }
 
+QSize SnapshotButton::sizeHint() const {
+    QSize size = QPushButton::sizeHint();
+    if (menu() == nullptr) // else it is in there
+        size.rwidth() += style()->pixelMetric(QStyle::PM_MenuButtonIndicator, nullptr, this);
+    return size;
+}
+
 void SnapshotButton::makeMenu() {
     auto* menu = new QMenu(this);
     menu->setToolTipsVisible(true);

@@ -15,6 +15,9 @@ class SnapshotButton : public QPushButton {
 public:
     SnapshotButton(PanelForm& form, QWidget* parent);
 
+    /// With room for the arrow.
+    [[nodiscard]] QSize sizeHint() const override;
+
 protected:
     /// Has the arrow of a menu from the start.
     void initStyleOption(QStyleOptionButton* option) const override;
