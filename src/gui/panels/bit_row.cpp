@@ -95,7 +95,13 @@ void BitCell::nameAfterCaption() {
 }
 
 void BitCell::tellName() {
-    setAccessibleName(QString("bit %1 %2%3").arg(bit_).arg(named_, isMarked_ ? ", differs" : ""));
+    QString name = QStringLiteral("bit ");
+    name += QString::number(bit_);
+    name += u' ';
+    name += named_;
+    if (isMarked_)
+        name += QStringLiteral(", differs");
+    setAccessibleName(name);
 }
 
 void BitCell::setNeighbours(BitCell* left, BitCell* right) {

@@ -2,6 +2,7 @@
 
 #include "gui/panels/snapshot_report_view.h"
 #include "gui/window/main_window.h"
+#include "platform/forms/form_set.h"
 
 #include <algorithm>
 #include <string>
@@ -33,7 +34,9 @@ const RegisterItem* makeSnapshot(const RegisterCatalog& catalog, PanelForm& form
                                  ScriptedDesk& desk, const std::string& file) {
     constexpr std::size_t step = 5;
     desk.fileDialogs.answer(file);
-    form.call("SaveSnapshot");
+    form.set().perform("screens", [&form] { form.call("SaveSnapshot"); });
+    if (!isSnapshotFile(file)) // the bus does not carry the words of the chip
+        return nullptr;
     RegisterSnapshot snapshot = readSnapshot(file);
     for (std::size_t i = 0; i < snapshot.values.size(); i += step)
         snapshot.values[i].value ^= changedBits & catalog.item(snapshot.values[i].name).mask();
@@ -45,6 +48,8 @@ const RegisterItem* makeSnapshot(const RegisterCatalog& catalog, PanelForm& form
 
 void paintSnapshots(MainWindow& window, QWidget& panel, PanelForm& form, ScriptedDesk& desk,
                     const QString& prefix, const QString& tail) {
+    for (int tab = 1; !form.shows("registers"); ++tab)
+        form.outerTabs.click(tab);
     const QTemporaryDir folder;
     const std::string file = folder.filePath("before.toml").toStdString();
     const RegisterCatalog catalog(std::make_shared<const chips::Chip>(form.chip()));
@@ -55,8 +60,6 @@ void paintSnapshots(MainWindow& window, QWidget& panel, PanelForm& form, Scripte
     form.call("CompareSnapshot");
     const std::vector<std::string> pages = form.chip().registerPages();
     const auto page = std::find(pages.begin(), pages.end(), first->owner->page);
-    for (int tab = 1; !form.shows("registers"); ++tab)
-        form.outerTabs.click(tab);
     if (page != pages.end())
         form.registerTabs.click(static_cast<int>(page - pages.begin()) + 1);
     save(window, panel, prefix + "-marks" + tail);
