@@ -12,6 +12,7 @@
 #include "gui/help/help_window.h"
 #include "gui/screens/byte_panel_screens.h"
 #include "gui/screens/notice_screens.h"
+#include "gui/screens/snapshot_screens.h"
 #include "gui/screens/waveform_screens.h"
 #include "gui/screens/zt72516_screens.h"
 #include "gui/screens/zt72517_screens.h"
@@ -246,6 +247,7 @@ public:
         choose("flags");
         shoot(window, panel, prefix + "-disabled-flags" + tail);
         choose("registers");
+        gui::paintSnapshots(window, panel, form, desk_, prefix, tail);
         program_.forms().unload("ZT72518");
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         paintTestMode(window, prefix + "-test-mode", tail);
@@ -282,6 +284,7 @@ public:
             else
                 shoot(window, panel, prefix + QString("-page-%1").arg(page) + tail);
         }
+        gui::paintSnapshots(window, panel, form, desk_, prefix, tail);
         program_.forms().unload(name);
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }

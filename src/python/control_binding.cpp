@@ -256,6 +256,9 @@ void bindControls(py::module_& module) {
         .def_property_readonly(
             "back_color", [](const ControlHandle& handle) { return handle.control().backColor(); },
             "A number: 0xBBGGRR, or 0x80000005 of a window, 0x8000000F of a button's face.")
+        .def_property_readonly(
+            "marked", [](const ControlHandle& handle) { return handle.control().marked(); },
+            "True for a bit of a panel that differs from a snapshot or from what was written.")
         .def("__repr__", [](const ControlHandle& handle) {
             return "<" + std::string(kindOf(handle)) + " " + handle.name() + ">";
         });

@@ -96,14 +96,13 @@ RegisterAccess::Loaded RegisterAccess::load(const RegisterSnapshot& wanted, bool
     Loaded result;
     for (const auto& [name, value] : wanted.values) {
         const RegisterItem& item = catalog_.item(name);
-        if (!item.writable() || item.owner->isVolatile)
+        if (!item.isRestorable())
             continue;
-        const bool isHarmless = item.readable() && !item.clears();
-        if (isHarmless && differingBits(item, value, read(item)) == 0)
+        if (item.readable() && differingBits(item, value, read(item)) == 0)
             continue;
         write(item, value);
         result.written.push_back(&item);
-        if (verify && isHarmless)
+        if (verify && item.readable())
             for (const Mismatch& any : verified(item, value))
                 result.mismatches.push_back(any);
     }

@@ -23,6 +23,11 @@ struct RegisterItem {
     [[nodiscard]] bool writable() const { return isRegister && owner->writable(); }
     /// A read changes the chip.
     [[nodiscard]] bool clears() const { return view != nullptr && view->clears; }
+    /// A snapshot may be written back to it.
+    [[nodiscard]] bool isRestorable() const {
+        return writable() && !clears() && !owner->isVolatile;
+    }
+    [[nodiscard]] bool readsHarmlessly() const { return readable() && !clears(); }
     [[nodiscard]] std::uint64_t mask() const;
     /// The value after a reset.
     [[nodiscard]] std::uint64_t reset() const;

@@ -89,6 +89,28 @@ std::vector<SnapshotDifference> differences(const RegisterCatalog& catalog,
     return found;
 }
 
+std::vector<FieldDifference> fieldDifferences(const RegisterItem& item, std::uint64_t before,
+                                              std::uint64_t after) {
+    std::vector<FieldDifference> found;
+    for (const NamedField& any : item.fields) {
+        const FieldDifference both{&any, any.bits.taken(before), any.bits.taken(after)};
+        if (both.before != both.after && (any.appliesTo(before) || any.appliesTo(after)))
+            found.push_back(both);
+    }
+    return found;
+}
+
+std::string changedFields(const RegisterItem& item, std::uint64_t before, std::uint64_t after) {
+    constexpr std::size_t longestText = 1000;
+    std::string text;
+    for (const FieldDifference& any : fieldDifferences(item, before, after))
+        text += fmt::format("{}{} {} -> {}", text.empty() ? "" : ", ",
+                            printable(any.field->name, longestText),
+                            printable(any.field->shown(any.before), longestText),
+                            printable(any.field->shown(any.after), longestText));
+    return text;
+}
+
 std::string snapshotText(const RegisterCatalog& catalog, const RegisterSnapshot& snapshot) {
     std::string text =
         fmt::format("[{}]\nchip = {}\n\n[{}]\n", headTable, quoted(snapshot.chip), valuesTable);

@@ -39,6 +39,19 @@ std::vector<SnapshotDifference> differences(const RegisterCatalog& catalog,
                                             const RegisterSnapshot& before,
                                             const RegisterSnapshot& after);
 
+/// A field that has another value.
+struct FieldDifference {
+    const NamedField* field = nullptr;
+    std::uint64_t before = 0;
+    std::uint64_t after = 0;
+};
+
+/// The fields that differ in two values, among those that count in one of them.
+std::vector<FieldDifference> fieldDifferences(const RegisterItem& item, std::uint64_t before,
+                                              std::uint64_t after);
+/// The same in one line: "VDDrstD 10ms -> 1ms, WD_spi 0 -> 1".
+std::string changedFields(const RegisterItem& item, std::uint64_t before, std::uint64_t after);
+
 /// A TOML text: the chip, and a line for each register and view with its fields in a comment.
 std::string snapshotText(const RegisterCatalog& catalog, const RegisterSnapshot& snapshot);
 /// Replaces the file atomically. Raises Failure (File).

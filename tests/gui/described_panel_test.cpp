@@ -4,6 +4,7 @@
 #include "chips/chip_library.h"
 #include "chips/chip_reader.h"
 #include "support/lamp_chip.h"
+#include "support/temporary_folder.h"
 #include "window_bench.h"
 #include "window_checks.h"
 
@@ -11,6 +12,8 @@
 
 #include <QAccessible>
 #include <QDialog>
+#include <QMenu>
+#include <QTreeWidget>
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
@@ -127,6 +130,44 @@ TEST(DescribedPanel, TakesTheColoursOfARowForItsValue) {
     EXPECT_EQ(heard->state().checked, 1U);
     EXPECT_NE(bit.grab().toImage(), zero);
     EXPECT_EQ(bit.palette().color(QPalette::Window), QColor(0xC0, 0xFF, 0xFF));
+}
+
+/// The menu opens by the keyboard, and is not made before. A mark is seen, heard and cleared.
+TEST(DescribedPanel, MarksTheBitsThatASnapshotHasOtherwise) {
+    DescribedPanel bench(lampChip);
+    bench.configure("8");
+    const TemporaryFolder folder;
+    bench.fileDialogs.answer(
+        folder.write("a.toml", "[snapshot]\nchip = \"chip\"\n[values]\nLamp = 0x804\nBlink = 0\n"));
+    auto& button = bench.widget<QPushButton>("panel.snapshots");
+    auto& bit = bench.widget<QLabel>("Panel_chip.Lamp_R(2)");
+    const QImage plain = bit.grab().toImage();
+    EXPECT_EQ(button.menu(), nullptr);
+    button.setFocus();
+    QTimer::singleShot(0, &button, [] { // the menu is a loop of its own
+        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_C);
+    });
+    QTest::keyClick(&button, Qt::Key_Space);
+    bench.settle();
+
+    auto& report = bench.widget<QDialog>("panel.report");
+    EXPECT_TRUE(report.isVisible());
+    EXPECT_EQ(report.windowTitle(), "Lamp driver: Compare");
+    EXPECT_EQ(bench.widget<QLabel>("panel.report.heading").text(),
+              "Different from a.toml: 1 of 2 registers.");
+    const QTreeWidgetItem& line =
+        *bench.widget<QTreeWidget>("panel.report.registers").topLevelItem(0);
+    const auto texts = [](const QTreeWidgetItem& item) {
+        return QStringList({item.text(0), item.text(1), item.text(2)}).join('|');
+    };
+    EXPECT_EQ(texts(line), "Lamp|0x804|0x000");
+    EXPECT_EQ(texts(*line.child(0)), "Blink|1|0");
+    EXPECT_EQ(texts(*line.child(1)), "Brightness|half|off");
+    EXPECT_NE(bit.grab().toImage(), plain);
+    EXPECT_EQ(bit.accessibleName(), "bit 2 LEVEL 1, differs");
+    bench.press("panel.report.clear");
+    EXPECT_EQ(bit.grab().toImage(), plain);
+    EXPECT_EQ(bit.accessibleName(), "bit 2 LEVEL 1");
 }
 
 TEST(DescribedPanel, ShowsTheWordThatWasSentLast) {

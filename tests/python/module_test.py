@@ -159,7 +159,8 @@ class Names(Case):
             for name in bench.controls(form):
                 control = bench[name]
                 self.assertEqual(control.name, name)
-                for part in ("caption", "text", "value", "items", "list_index", "tooltip"):
+                for part in ("caption", "text", "value", "items", "list_index", "tooltip",
+                             "marked"):
                     getattr(control, part)
         for name in dir(bench.session):
             value = getattr(bench.session, name)

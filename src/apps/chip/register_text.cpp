@@ -33,18 +33,6 @@ std::string fieldMember(const NamedField& field, std::uint64_t code) {
                        text.empty() ? "" : R"(,"text":)" + jsonString(text));
 }
 
-/// Fields that count in either value and differ.
-template <typename Use>
-void eachChangedField(const RegisterItem& item, std::uint64_t before, std::uint64_t after,
-                      Use use) {
-    for (const NamedField& any : item.fields) {
-        const std::uint64_t old = any.bits.taken(before);
-        const std::uint64_t now = any.bits.taken(after);
-        if (old != now && (any.appliesTo(before) || any.appliesTo(after)))
-            use(any, old, now);
-    }
-}
-
 } // namespace
 
 std::string valueLines(const RegisterItem& item, std::uint64_t value) {
@@ -60,20 +48,9 @@ std::string valueLines(const RegisterItem& item, std::uint64_t value) {
 std::string changeLines(const RegisterItem& item, std::uint64_t before, std::uint64_t after) {
     std::string text = fmt::format("{} 0x{} -> 0x{}", printable(item.name, longestText),
                                    item.hexOf(before), item.hexOf(after));
-    eachChangedField(item, before, after, [&text](const NamedField& field, auto old, auto now) {
-        text += fmt::format("\n{}: {} -> {}", fieldHead(field), shownValue(field, old),
-                            shownValue(field, now));
-    });
-    return text;
-}
-
-std::string changedFields(const RegisterItem& item, std::uint64_t before, std::uint64_t after) {
-    std::string text;
-    eachChangedField(item, before, after, [&text](const NamedField& field, auto old, auto now) {
-        text += fmt::format(
-            "{}{} {} -> {}", text.empty() ? "" : ", ", printable(field.name, longestText),
-            printable(field.shown(old), longestText), printable(field.shown(now), longestText));
-    });
+    for (const FieldDifference& any : fieldDifferences(item, before, after))
+        text += fmt::format("\n{}: {} -> {}", fieldHead(*any.field),
+                            shownValue(*any.field, any.before), shownValue(*any.field, any.after));
     return text;
 }
 
@@ -92,13 +69,11 @@ std::string changeMembers(const SnapshotDifference& difference) {
     };
     std::string fields;
     if (difference.before && difference.after)
-        eachChangedField(*difference.item, *difference.before, *difference.after,
-                         [&fields](const NamedField& field, auto old, auto now) {
-                             fields += fmt::format(
-                                 R"({}{{"name":{},"bits":"{}","before":{},"after":{}}})",
-                                 fields.empty() ? "" : ",", jsonString(field.name),
-                                 field.bits.text(), old, now);
-                         });
+        for (const FieldDifference& any :
+             fieldDifferences(*difference.item, *difference.before, *difference.after))
+            fields += fmt::format(R"({}{{"name":{},"bits":"{}","before":{},"after":{}}})",
+                                  fields.empty() ? "" : ",", jsonString(any.field->name),
+                                  any.field->bits.text(), any.before, any.after);
     return fmt::format(R"("name":{},"before":{},"after":{},"fields":[{}])",
                        jsonString(difference.item->name), number(difference.before),
                        number(difference.after), fields);

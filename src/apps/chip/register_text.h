@@ -14,8 +14,6 @@ namespace bitlux {
 std::string valueLines(const RegisterItem& item, std::uint64_t value);
 /// "INIT 0x000010 -> 0x000210", and below it a line for each field that differs.
 std::string changeLines(const RegisterItem& item, std::uint64_t before, std::uint64_t after);
-/// The same in one line: "VDDrstD 10ms -> 1ms, WD_spi 0 -> 1".
-std::string changedFields(const RegisterItem& item, std::uint64_t before, std::uint64_t after);
 
 /// `"name":"INIT","value":16,"hex":"000010","fields":[...]`
 std::string valueMembers(const RegisterItem& item, std::uint64_t value);

@@ -79,11 +79,29 @@ void BitCell::tellValue(bool one) {
     update();
 }
 
+void BitCell::setMarked(bool marked) {
+    if (isMarked_ == marked)
+        return;
+    isMarked_ = marked;
+    tellName();
+    update();
+}
+
 void BitCell::nameAfterCaption() {
     if (named_ == text() && !accessibleName().isNull())
         return;
     named_ = text();
-    setAccessibleName(QString("bit %1 %2").arg(bit_).arg(named_));
+    tellName();
+}
+
+void BitCell::tellName() {
+    QString name = QStringLiteral("bit ");
+    name += QString::number(bit_);
+    name += u' ';
+    name += named_;
+    if (isMarked_)
+        name += QStringLiteral(", differs");
+    setAccessibleName(name);
 }
 
 void BitCell::setNeighbours(BitCell* left, BitCell* right) {
@@ -171,6 +189,20 @@ void BitCell::paintEvent(QPaintEvent*) {
     const QRect caption = inner.adjusted(0, numberHeight_, 0, 0);
     painter.drawText(caption, Qt::AlignCenter | Qt::TextWordWrap, breakable());
     paintEdges(painter);
+    if (isMarked_)
+        paintMark(painter);
+}
+
+/// In the ink of the cell: a corner that is filled, and a thick line below.
+void BitCell::paintMark(QPainter& painter) const {
+    constexpr int line = 3;
+    const int corner = numberHeight_ * 2 / 3;
+    const QColor ink = palette().color(QPalette::Active, QPalette::WindowText);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ink);
+    painter.drawPolygon(QPolygon({{width() - corner, 0}, {width(), 0}, {width(), corner}}));
+    painter.drawRect(QRect(0, height() - line, width(), line));
 }
 
 void BitCell::paintEdges(QPainter& painter) const {
@@ -287,6 +319,7 @@ void BitRow::showValue() {
     for (int bit = 0; bit < size(); ++bit) {
         BitCell& cell = *cells_[static_cast<std::size_t>(bit)];
         const bool one = row_->lit(bit);
+        cell.setMarked(row_->label(bit).marked());
         LabelBehaviour::of(cell)->light(one);
         if (isTwoColoured_)
             cell.tellValue(one);

@@ -26,7 +26,10 @@ public:
     /// Shows the value beside the number: for rows whose zeros have a colour too.
     void tellValue(bool one);
 
-    /// Gives its number and its caption, which may have changed, to assistive tools.
+    /// The bit differs from what it was or should be.
+    void setMarked(bool marked);
+
+    /// Gives its number, its caption and its mark, which may have changed, to assistive tools.
     void nameAfterCaption();
 
     /// The neighbours, which the arrow keys reach.
@@ -47,8 +50,10 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void tellName();
     void measure(); ///< after each change of the font
     void paintEdges(QPainter& painter) const;
+    void paintMark(QPainter& painter) const;
     /// The caption; without blanks, it may break after each underscore.
     [[nodiscard]] QString breakable() const;
     /// Width of the longest part without a break, in pixels.
@@ -65,6 +70,7 @@ private:
     std::optional<bool> told_;
     QString named_; ///< the caption in its accessible name
     bool isFieldTop_ = false;
+    bool isMarked_ = false;
     mutable QString measured_; ///< the caption of the measured part
     mutable int longest_ = 0;  ///< 0 for none
     BitCell* left_ = nullptr;

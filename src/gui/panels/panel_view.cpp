@@ -6,6 +6,7 @@
 #include "gui/panels/register_page_view.h"
 #include "gui/panels/sequence_view.h"
 #include "gui/panels/side_tabs.h"
+#include "gui/panels/snapshot_button.h"
 #include "gui/widgets/page_keys.h"
 #include "gui/widgets/window_place.h"
 #include "platform/forms/form_set.h"
@@ -97,6 +98,7 @@ QWidget* PanelView::makeTabs(const ShowModel& showModel) {
             row->addWidget(widgets_.button(any.button, widget));
     for (const MakeWidget& make : extras_.besideTabs)
         row->addWidget(make(widget));
+    row->addWidget(new SnapshotButton(form_, widget));
     if (showModel)
         row->addWidget(makeModelButton(showModel, widget));
     return widget;

@@ -3,11 +3,14 @@
 #include "bench/chosen_marker_files.h"
 #include "bench/scripted_desk.h"
 #include "gui/screens/form_picture.h"
+#include "gui/screens/snapshot_screens.h"
 #include "gui/window/main_window.h"
 #include "workbench/virtual_bench.h"
 
 #include <string>
 #include <utility>
+
+#include <QDialog>
 
 namespace bitlux::gui {
 
@@ -36,6 +39,7 @@ public:
             paintRegisters(isSmall ? "-small" : "");
             paintSequence(isSmall ? "-small" : "");
         }
+        paintSnapshots(window, *window.findChild<QDialog*>(), panel(), desk_, prefix_, tail_);
         for (const char* form : {"ZT72516ReadFlags", "ZT72516TestMode"}) {
             program_.forms().show(form);
             if (form == std::string("ZT72516ReadFlags"))

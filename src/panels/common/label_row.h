@@ -45,6 +45,12 @@ public:
             set(bit, (value >> bit & 1) != 0);
     }
 
+    /// Marks the labels of these bits, and no others.
+    void mark(std::uint64_t bits) const {
+        for (int bit = 0; bit < size(); ++bit)
+            label(bit).setMarked((bits >> bit & 1) != 0);
+    }
+
 private:
     Labels labels_;
     chips::RowColours colours_;

@@ -67,6 +67,7 @@ PanelForm::PanelForm(forms::FormSet& set, const std::string& name, chips::ChipPt
                 }),
       hexBoxes(*this, *chip_, pageControls, {outside.desk.boxes, outside.desk.sound}),
       variants(*chip_, *this, pageControls),
+      snapshots(*this, chip_, pageControls, words, registers, outside_),
       outerTabs(*this, chip_->panel.outerTabs.name, outerTabsOf(*chip_),
                 elementOf(chip_->panel.outerTabs)),
       registerTabs(*this, chip_->panel.registerTabs.name, registerTabsOf(*chip_),

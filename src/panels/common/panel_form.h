@@ -6,6 +6,7 @@
 #include "panels/common/panel_controls.h"
 #include "panels/common/panel_part.h"
 #include "panels/common/panel_sequence.h"
+#include "panels/common/panel_snapshots.h"
 #include "panels/common/panel_words.h"
 #include "panels/common/read_alls.h"
 #include "panels/common/register_pages.h"
@@ -83,6 +84,7 @@ public:
     RegisterPages registers;
     HexBoxes hexBoxes;
     VariantRules variants;
+    PanelSnapshots snapshots;
     forms::TabStrip outerTabs;
     forms::TabStrip registerTabs; ///< in the order of Chip::registerPages
 

@@ -134,21 +134,32 @@ void PanelWords::tellStatus(Purpose purpose) {
     answered(inPart ? format_.statusOfRead : none);
 }
 
-void PanelWords::write(const chips::Register& target, std::uint64_t data) {
+void PanelWords::put(const chips::Register& target, std::uint64_t data) {
     sendAdjusted(Purpose::Write, &target, wordOf(target, data));
     tellStatus(Purpose::Write);
+}
+
+std::uint64_t PanelWords::fetch(const chips::View& view) {
+    sendAdjusted(Purpose::Read, nullptr, wordOf(view));
+    if (format_.answersNext)
+        sendAdjusted(Purpose::Read, nullptr, format_.fetch.value_or(wordOf(view)));
+    tellStatus(Purpose::Read);
+    return format_.data.taken(answer());
+}
+
+void PanelWords::write(const chips::Register& target, std::uint64_t data) {
+    put(target, data);
+    wasWritten(target);
     if (target.writeLine.exists())
         sent(target.writeLine, hex(data));
 }
 
 std::uint64_t PanelWords::read(const chips::View& view) {
-    sendAdjusted(Purpose::Read, nullptr, wordOf(view));
-    if (format_.answersNext)
-        sendAdjusted(Purpose::Read, nullptr, format_.fetch.value_or(wordOf(view)));
-    tellStatus(Purpose::Read);
+    const std::uint64_t value = fetch(view);
+    wasRead(view);
     if (view.line.exists())
         sent(view.line, view.line.value);
-    return format_.data.taken(answer());
+    return value;
 }
 
 void PanelWords::command(const chips::Command& command) {

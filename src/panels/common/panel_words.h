@@ -51,6 +51,9 @@ public:
     /// The value of a view in the chip's answer; 0 without an answer.
     std::uint64_t read(const chips::View& view);
     void command(const chips::Command& command);
+    // The same for the program's own purposes: neither recorded nor told as read or written.
+    void put(const chips::Register& target, std::uint64_t data);
+    std::uint64_t fetch(const chips::View& view);
 
     /// The words that these send, before `adjust`.
     [[nodiscard]] std::uint64_t wordOf(const chips::Register& target, std::uint64_t data) const;
@@ -72,6 +75,9 @@ public:
     std::function<void()> starting = [] {};
     /// A word was answered: the status bits of the answer.
     std::function<void(const chips::BitList& status)> answered = [](const chips::BitList&) {};
+    /// A register was written, a view was read.
+    std::function<void(const chips::Register& target)> wasWritten = [](const chips::Register&) {};
+    std::function<void(const chips::View& view)> wasRead = [](const chips::View&) {};
     /// The user has sent what a line with this name and value means.
     std::function<void(const chips::Line& line, const std::string& value)> sent =
         [](const chips::Line&, const std::string&) {};

@@ -248,7 +248,13 @@ std::uint64_t RegisterPages::value(const chips::Register& of) const {
 }
 
 void RegisterPages::write(const chips::Register& target) {
-    words_.write(target, value(target));
+    const std::uint64_t sent = value(target);
+    send(target, sent);
+    written(target, sent);
+}
+
+void RegisterPages::send(const chips::Register& target, std::uint64_t value) {
+    words_.write(target, value);
     const std::uint64_t reply = words_.format().data.taken(words_.answer());
     if (const chips::View* shown = replyOf(target))
         controls_.row(shown->row.first).show(reply);
@@ -277,10 +283,21 @@ bool RegisterPages::isThere(const chips::View& view) const {
 void RegisterPages::read(const chips::View& view) {
     if (!view.on.empty() && !isThere(view))
         return;
-    const std::uint64_t value = words_.read(view);
+    show(view, words_.read(view));
+}
+
+void RegisterPages::show(const chips::View& view, std::uint64_t value) const {
     controls_.row(view.row.first).show(value);
     if (view.told.exists())
         tell(view);
+}
+
+void RegisterPages::adopt(const chips::Register& target, std::uint64_t value) const {
+    if (target.row.exists())
+        controls_.row(target.row.first).show(value);
+    for (const chips::Field& field : target.fields)
+        if (field.follows)
+            follow(field, field.bits.taken(value));
 }
 
 void RegisterPages::tell(const chips::View& view) const {
@@ -337,7 +354,7 @@ void RegisterPages::carryOut(const chips::Command& command) {
     read(view);
     controls_.row(owner.row.first)
         .show((~controls_.row(view.row.first).value() & inverted) | (code.value & ~inverted));
-    write(owner);
+    send(owner, value(owner));
 }
 
 void RegisterPages::addButton(const ControlRef& name, const std::string& caption,

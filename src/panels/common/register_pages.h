@@ -34,6 +34,12 @@ public:
     void write(const chips::Register& target);
     /// Reads a view into its row; no effect if the variant lacks it.
     void read(const chips::View& view);
+    /// The chosen variant has it.
+    [[nodiscard]] bool isThere(const chips::View& view) const;
+    /// Shows a value in the row of a view.
+    void show(const chips::View& view, std::uint64_t value) const;
+    /// Makes a value that of a register, in its row and its choices.
+    void adopt(const chips::Register& target, std::uint64_t value) const;
     /// Executes a command as its button does.
     void carryOut(const chips::Command& command);
     /// The marker file of the panel exists: lists show all their choices from now on.
@@ -42,7 +48,12 @@ public:
     [[nodiscard]] std::string tooltip(const chips::View& view) const { return words_.text(view); }
     void append(const std::string& name, const std::string& value) const { append_(name, value); }
 
+    /// The user has written a register with this value.
+    std::function<void(const chips::Register& target, std::uint64_t value)> written =
+        [](const chips::Register&, std::uint64_t) {};
+
 private:
+    void send(const chips::Register& target, std::uint64_t value);
     void add(const chips::Register& added);
     void addRegister(const chips::Register& added);
     void addWriteRow(const chips::Register& added);
@@ -66,7 +77,6 @@ private:
     void follow(const chips::Field& field, std::uint64_t value) const;
     void addTold(const chips::View& view);
     void tell(const chips::View& view) const;
-    [[nodiscard]] bool isThere(const chips::View& view) const;
     [[nodiscard]] bool counts(const chips::Field& field) const;
     [[nodiscard]] std::uint64_t codeOf(const chips::Field& field) const;
     [[nodiscard]] std::string lineValue(const chips::Register& of) const;

@@ -96,6 +96,10 @@ public:
     [[nodiscard]] Color backColor() const { return backColor_; }
     void setBackColor(Color color) { assign(backColor_, color); }
 
+    /// A mark for the user, such as one on a bit that differs; not one by colour alone.
+    [[nodiscard]] bool marked() const { return marked_; }
+    void setMarked(bool marked) { assign(marked_, marked); }
+
     [[nodiscard]] bool hasFocus() const;
     /// Runs LostFocus of the control that had it and GotFocus, when it is another one.
     void setFocus();
@@ -168,6 +172,7 @@ private:
     Kind kind_;
     bool visible_ = true;
     bool enabled_ = true;
+    bool marked_ = false;
     bool dirty_ = false;
 };
 
