@@ -57,7 +57,7 @@ std::string WordNames::current() const {
     return all.size() == 1 ? all.front() : std::string();
 }
 
-const WordDecoder* WordNames::decoder() {
+std::shared_ptr<const WordDecoder> WordNames::decoder() {
     const std::string wanted = chip();
     if (wanted != read_) {
         read_ = wanted;
@@ -65,12 +65,12 @@ const WordDecoder* WordNames::decoder() {
         problem_.clear();
         if (!wanted.empty())
             try {
-                known_ = std::make_unique<Known>(parts_.library.refreshed(wanted));
+                known_ = std::make_shared<const Known>(parts_.library.refreshed(wanted));
             } catch (const Failure& failure) {
                 problem_ = failure.what();
             }
     }
-    return known_ ? &known_->decoder : nullptr;
+    return known_ ? std::shared_ptr<const WordDecoder>(known_, &known_->decoder) : nullptr;
 }
 
 } // namespace bitlux

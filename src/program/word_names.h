@@ -36,8 +36,8 @@ public:
     [[nodiscard]] std::string current() const;
     /// The chip that counts; empty for none.
     [[nodiscard]] std::string chip() const { return picked_.empty() ? current() : picked_; }
-    /// Of that chip, until the next call; null for none, and when its file is damaged.
-    const WordDecoder* decoder();
+    /// Of that chip; null for none, and when its file is damaged.
+    std::shared_ptr<const WordDecoder> decoder();
     /// What is wrong with the file; empty for nothing.
     [[nodiscard]] const std::string& problem() const { return problem_; }
 
@@ -56,7 +56,7 @@ private:
     std::string picked_;
     std::vector<std::string> panels_; ///< chips whose panels are shown, the last one last
     std::string read_;                ///< whose names are known, or whose file is damaged
-    std::unique_ptr<Known> known_;
+    std::shared_ptr<const Known> known_;
     std::string problem_;
 };
 

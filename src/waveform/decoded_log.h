@@ -6,7 +6,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <utility>
 
 namespace bitlux {
 
@@ -21,8 +23,8 @@ public:
     /// The engine outlives it.
     explicit DecodedLog(const WordEngine& engine) : engine_(engine) {}
 
-    /// Whose words they are; null for no chip. It outlives this, or is replaced before it goes.
-    void decodeBy(const WordDecoder* decoder) { decoder_ = decoder; }
+    /// Whose words they are; null for no chip.
+    void decodeBy(std::shared_ptr<const WordDecoder> decoder) { decoder_ = std::move(decoder); }
 
     /// Number of the first row, and behind the last one.
     [[nodiscard]] std::size_t first() const;
@@ -45,7 +47,7 @@ private:
     [[nodiscard]] DecodedWord answered(std::size_t row) const;
 
     const WordEngine& engine_;
-    const WordDecoder* decoder_ = nullptr;
+    std::shared_ptr<const WordDecoder> decoder_;
 };
 
 } // namespace bitlux

@@ -3,7 +3,9 @@
 #include "gui/desktop/crisp_ink.h"
 #include "gui/waveform/wave_scale.h"
 #include "waveform/wave_row.h"
+#include "waveform/word_labels.h"
 
+#include <memory>
 #include <optional>
 
 #include <QFontMetricsF>
@@ -11,9 +13,17 @@
 
 namespace bitlux::gui {
 
+/// By whose names words are told.
+struct WaveNames {
+    std::shared_ptr<const WordDecoder> decoder{}; ///< none without one
+    /// What was sent before the first word, where that is known.
+    std::optional<std::uint64_t> before{};
+};
+
 /// One painting of words on a widget, in its font and palette: a row a line under each other, bits
 /// and words written over DI and DO, a ruler below with the time since each word's begin. Between
-/// two words stands a band, with its duration where there is room for it.
+/// two words stands a band, with its duration where there is room for it. With names that of the
+/// register stands above a word, and its fields below their bits; only what is in sight is decoded.
 class WavePicture {
 public:
     struct Content {
@@ -23,6 +33,7 @@ public:
         std::optional<std::int64_t> mark; ///< the second cursor
         std::optional<std::size_t> line;  ///< that the user chose
         qreal scrolled = 0;               ///< pixels of the rows above the widget
+        WaveNames names{};
     };
 
     WavePicture(QPainter& painter, const QWidget& widget, const Content& content);
@@ -32,14 +43,14 @@ public:
     /// Width of the column of names.
     [[nodiscard]] static qreal namesWidth(const QFont& font, const std::vector<WaveLine>& lines);
     /// Of so many rows and the ruler; less and the text would be cut.
-    [[nodiscard]] static qreal height(const QFont& font, std::size_t lines);
+    [[nodiscard]] static qreal height(const QFont& font, std::size_t lines, bool isNamed);
     /// Where the rows of the lines end.
     [[nodiscard]] std::vector<qreal> rowEnds() const;
 
 private:
-    /// Of a line: bits and word stand above its wave, if it has any.
+    /// Of a line: name, word and bits stand above its wave, if it has any, and fields below.
     struct Row {
-        qreal word, bits, top, bottom;
+        qreal name, word, bits, top, bottom, fields, end;
     };
     struct Colors {
         explicit Colors(const QWidget& widget);
@@ -61,6 +72,10 @@ private:
     void paintSamples(const WaveRow::Word& word);
     void paintBits(const WaveRow::Word& word, std::size_t line, WaveBit::Window WaveBit::*window,
                    const std::string& text);
+    void paintNamesOf(std::size_t word);
+    void paintLabels(const WaveRow::Word& word, std::size_t line, WaveBit::Window WaveBit::*window,
+                     const WordLabels& labels);
+    void paintField(const Row& row, qreal from, qreal to, const QString& text);
     void paintBit(const Row& row, qreal from, qreal to, const QString& text);
     void paintCursor(std::int64_t place, bool isMark);
     void paintNames();
