@@ -31,17 +31,22 @@ struct DecodedBench : TestBench {
 };
 
 TEST(DecodedWords, AreExportedAsTheyAreShown) {
-    DecodedBench bench("scripted", {"00000000", "03001A2B"});
+    DecodedBench bench("scripted", {"00000000", "06000010"});
     bench.configure("32");
     bench.program.decoded().names().pick("zt72516");
-    bench.send("43001A2B");
+    bench.send("46000020");
     bench.clock.spend(1'500'000);
-    bench.send("03000000");
+    bench.send("06000000");
     const std::string sessionLog = fmt::format("{}", fmt::join(bench.log(), "\n"));
     const TemporaryFolder folder;
     bench.fileDialogs.answer(folder.path("log.csv"));
     bench.program.decoded().saveCsvAs();
-    EXPECT_EQ(contentOf(folder.path("log.csv")), "");
+    EXPECT_EQ(contentOf(folder.path("log.csv")),
+              "Time (ms),Bus,Word,Answer,Meaning,Meaning of the answer\r\n"
+              "0.000,Port,0x46000020,0x00000000,"
+              "AMUX write: Device Selection = Voltage at SG3,\r\n"
+              "1.599,Port,0x06000000,0x06000010,AMUX read,"
+              "\"Device Selection = Voltage at SG1; status: VPRE -G, VREG -G\"\r\n");
     EXPECT_EQ(fmt::format("{}", fmt::join(bench.log(), "\n")), sessionLog);
 
     bench.click("frmMain.cmdClearLogSingle");
@@ -90,13 +95,14 @@ bits = ["ON", "-", "-", "-", "-", "-", "-", "-"]
     DecodedBench bench("echo");
     bench.program.decoded().names().pick("late");
     bench.configure("16");
-    for (const char* word : {"0100", "8101", "0100"})
+    for (const char* word : {"0101", "8101", "0100"})
         bench.send(word);
     bench.session().SPIWordLength = 8; // a word of another length is nobody's
     bench.send("01");
     bench.session().SPIWordLength = 16;
     bench.send("7F00");
-    EXPECT_EQ(bench.rows(), Texts{});
+    EXPECT_EQ(bench.rows(), (Texts{"0101 0000: Mode read / ", "8101 0101: Mode write: ON / ON",
+                                   "0100 8101: Mode read / ", "01 01:  / ", "7F00 0100:  / "}));
 }
 
 TEST(DecodedWords, AreToldByTheChipThatTheUserWorksWith) {
@@ -155,6 +161,8 @@ TEST(WordCopies, SayWhatIsInForce) {
     bench.program.dialog().ChkSerialPort.setValue(0);
     bench.program.dialog().Btn_ParallelPort_Click();
     bench.program.copies().bench = [] { return Texts{"--bench", "echo"}; };
+    bench.session().DIPin = 1;
+    bench.session().ClockPin = 2;
     bench.session().DOPin = 4;
     EXPECT_EQ(line(copies.ofRows({0})),
               "bitlux send --bits 16 --type 1 --order lsb --cs high --di low --pins 2,3,4,13 "

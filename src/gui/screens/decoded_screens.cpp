@@ -37,10 +37,12 @@ public:
         decoded.click();
         shoot(window, prefix + "-empty" + tail);
         for (const char* word : {"43001A2B", "03000000", "45F0001E", "05000000", "80000000",
-                                 "46123456", "7F000000", "43000010", "03000000", "A0000000"}) {
+                                 "41123456", "7F000000", "43000010", "03000000", "A0000000"}) {
             clock_.spend(1'234'567);
             send(word);
         }
+        window.binder().flush();
+        window.findChild<DecodedView*>()->refresh();
         window.findChild<DecodedView*>()->selectRow(2);
         shoot(window, prefix + tail);
         window.resize(800, 600);
@@ -54,15 +56,18 @@ public:
         program_.mainForm().tabs.TabStripMain.click(1);
         window.binder().flush();
         decoded.click();
-        window.resize(1100, 900);
+        window.showNormal();
+        window.resize(1100, 960);
         window.findChild<QAction*>("openWaveform")->trigger();
+        auto& canvas =
+            dynamic_cast<WaveCanvas&>(*window.findChild<QAbstractScrollArea*>("waveform.canvas"));
         send("43001A2B");
         shoot(window, prefix + "-wave" + tail);
         send("03000000");
         shoot(window, prefix + "-wave-read" + tail);
         window.findChild<QPushButton*>("waveform.inRow")->click();
         shoot(window, prefix + "-wave-row" + tail);
-        window.findChild<WaveCanvas*>()->zoom(8);
+        canvas.zoom(8);
         window.resize(800, 600);
         shoot(window, prefix + "-wave-small" + tail);
     }

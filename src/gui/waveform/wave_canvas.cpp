@@ -221,7 +221,8 @@ QString WaveCanvas::namesText() const {
 }
 
 QSize WaveCanvas::sizeHint() const {
-    const int rows = static_cast<int>(WavePicture::height(font(), Waveform::firstExtra, false));
+    const int rows = static_cast<int>(
+        WavePicture::height(font(), Waveform::firstExtra, names_.decoder != nullptr));
     return {640, rows + 2 * frameWidth() + horizontalScrollBar()->sizeHint().height()};
 }
 

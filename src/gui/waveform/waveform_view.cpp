@@ -48,6 +48,8 @@ void place(QDockWidget& view, QMainWindow& window) {
         window.splitDockWidget(&view, other, Qt::Vertical);
     if (more > 0)
         window.resize(window.width(), window.height() + more);
+    else
+        window.resizeDocks({&view}, {wanted}, Qt::Vertical);
 }
 
 } // namespace

@@ -48,6 +48,7 @@ void DecodedView::prepare() {
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     setTabKeyNavigation(false);
     setShowGrid(false);
     setWordWrap(false);
@@ -55,24 +56,18 @@ void DecodedView::prepare() {
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setSectionResizeMode(static_cast<int>(Column::Meaning),
-                                             QHeaderView::Stretch);
-    horizontalHeader()->setSectionResizeMode(static_cast<int>(Column::AnswerMeaning),
-                                             QHeaderView::Stretch);
-    horizontalHeader()->setMinimumSectionSize(fontMetrics().averageCharWidth() * 6);
+    horizontalHeader()->setDefaultSectionSize(fontMetrics().averageCharWidth() * 6);
     changeEvent(nullptr);
 }
 
-void DecodedView::addTools(QBoxLayout& column, int place) {
-    column.insertWidget(place, names_);
-    column.insertWidget(place + 1, export_);
+void DecodedView::addTools(QBoxLayout& row) {
+    row.addWidget(names_);
+    row.addStretch();
+    row.addWidget(export_);
 }
 
-void DecodedView::setShown(bool shown) {
-    for (QWidget* widget : {static_cast<QWidget*>(this), static_cast<QWidget*>(names_),
-                            static_cast<QWidget*>(export_)})
-        widget->setVisible(shown);
-    if (!shown) {
+void DecodedView::setFollowing(bool isShown) {
+    if (!isShown) {
         subscriptions_ = {};
         return;
     }
@@ -117,6 +112,27 @@ void DecodedView::measure() {
         if (wanted > columnWidth(section))
             setColumnWidth(section, wanted);
     }
+    shareRoom();
+}
+
+/// What both mean has the room that is left; where that is little, one scrolls.
+void DecodedView::shareRoom() {
+    constexpr int least = 26; // letters
+    int room = viewport()->width();
+    for (int section = 0; section < static_cast<int>(Column::Meaning); ++section)
+        room -= columnWidth(section);
+    const int each = std::max(room / 2, least * fontMetrics().averageCharWidth());
+    for (const Column column : {Column::Meaning, Column::AnswerMeaning})
+        setColumnWidth(static_cast<int>(column), each);
+}
+
+void DecodedView::resizeEvent(QResizeEvent* event) {
+    QScrollBar& bar = *verticalScrollBar();
+    const bool isAtEnd = bar.value() == bar.maximum();
+    QTableView::resizeEvent(event);
+    shareRoom();
+    if (isAtEnd)
+        scrollToBottom();
 }
 
 std::vector<std::size_t> DecodedView::selectedWords() const {

@@ -20,13 +20,13 @@ public:
 
     DecodedView(Program& program, Binder& binder, QWidget* parent);
 
-    /// Puts the choice of the chip and "Export CSV..." into a column of buttons.
-    void addTools(QBoxLayout& column, int place);
+    /// The choice of the chip and "Export CSV...", which stand above the table.
+    void addTools(QBoxLayout& row);
     [[nodiscard]] QComboBox& names() const { return *names_; }
     [[nodiscard]] QPushButton& exportButton() const { return *export_; }
 
-    /// Shows or hides it with its tools. It follows the words while it is shown.
-    void setShown(bool shown);
+    /// It follows the words while it is shown.
+    void setFollowing(bool isShown);
     /// Shows what there is now.
     void refresh();
     [[nodiscard]] std::vector<std::size_t> selectedWords() const;
@@ -38,10 +38,12 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void prepare();
     void measure();
+    void shareRoom();
     void copyRows() const;
 
     Program& program_;

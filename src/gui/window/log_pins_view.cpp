@@ -79,20 +79,32 @@ void LogPinsView::addDecoded(QBoxLayout& row, QBoxLayout& buttons, QWidget& line
     button->setToolTip("Shows each word that was sent with its time and what it means to a chip");
     button->setCheckable(true);
     buttons.addWidget(button);
-    connect(button, &QPushButton::toggled, this,
-            [this, &row, &buttons, &lines, &list, button,
-             view = static_cast<DecodedView*>(nullptr)](bool on) mutable {
-                if (view == nullptr) {
-                    view = new DecodedView(program_, binder_, list.parentWidget());
-                    row.insertWidget(row.indexOf(&list) + 1, view, 1);
-                    view->addTools(buttons, buttons.indexOf(button) + 1);
-                    setTabOrder(&lines, view);
-                    setTabOrder(button, &view->names());
-                    setTabOrder(&view->names(), &view->exportButton());
-                }
-                list.setVisible(!on);
-                view->setShown(on);
-            });
+    connect(
+        button, &QPushButton::toggled, this,
+        [this, &row, &lines, &list, view = static_cast<DecodedView*>(nullptr)](bool on) mutable {
+            if (view == nullptr) {
+                view = makeDecoded(*list.parentWidget(), lines);
+                row.insertWidget(row.indexOf(&list) + 1, view->parentWidget(), 1);
+            }
+            list.setVisible(!on);
+            view->parentWidget()->setVisible(on);
+            view->setFollowing(on);
+        });
+}
+
+DecodedView* LogPinsView::makeDecoded(QWidget& page, QWidget& lines) {
+    auto* made = new QWidget(&page);
+    auto* column = new QVBoxLayout(made);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto* view = new DecodedView(program_, binder_, made);
+    auto* tools = new QHBoxLayout;
+    view->addTools(*tools);
+    column->addLayout(tools);
+    column->addWidget(view, 1);
+    setTabOrder(&lines, &view->names());
+    setTabOrder(&view->names(), &view->exportButton());
+    setTabOrder(&view->exportButton(), view);
+    return view;
 }
 
 void LogPinsView::makeShownPins() {

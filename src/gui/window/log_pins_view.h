@@ -10,6 +10,8 @@ class QGridLayout;
 
 namespace bitlux::gui {
 
+class DecodedView;
+
 /// The lower part of a generic page: two tabs, the Session Log and the extra pins. The page of the
 /// pins is made when it is first shown, as is the decoded log in place of the list.
 class LogPinsView : public QWidget {
@@ -22,6 +24,7 @@ public:
 private:
     void fillLog(QWidget& page);
     void addDecoded(QBoxLayout& row, QBoxLayout& buttons, QWidget& lines);
+    DecodedView* makeDecoded(QWidget& page, QWidget& lines);
     void makeShownPins();
     void addRow(QGridLayout& grid, int row);
     void follow();
