@@ -93,7 +93,7 @@ TEST(DecodedView, GoesAlongWithTheLastWordUntilOneLooksBack) {
     for (int word = 0; word < 2000; ++word)
         bench.program.engine().SendSPI();
     bench.table().refresh();
-    EXPECT_LE(bench.table().model()->rowCount(), static_cast<int>(SentWords::most) + 1024);
+    EXPECT_LE(bench.table().model()->rowCount(), static_cast<int>(SentWords::most) + 2048);
     EXPECT_NE(bench.cell(50, DecodedLog::Column::Time), inSight);
 }
 

@@ -48,8 +48,6 @@ void place(QDockWidget& view, QMainWindow& window) {
         window.splitDockWidget(&view, other, Qt::Vertical);
     if (more > 0)
         window.resize(window.width(), window.height() + more);
-    else
-        window.resizeDocks({&view}, {wanted}, Qt::Vertical);
 }
 
 } // namespace
@@ -319,13 +317,16 @@ void addWaveformEntry(QMenu& menu, QMainWindow& window, Program& program) {
     open->setShortcut(Qt::Key_F8);
     QObject::connect(open, &QAction::toggled, &window,
                      [&, open, view = static_cast<WaveformView*>(nullptr)](bool on) mutable {
-                         if (view == nullptr && on) {
+                         const bool isFirst = view == nullptr && on;
+                         if (isFirst) {
                              view = new WaveformView(program, &window);
                              view->closed.subscribe([open] { open->setChecked(false); });
                              place(*view, window);
                          }
                          if (view != nullptr)
                              view->setVisible(on);
+                         if (isFirst) // else it has the least where the window could not grow
+                             window.resizeDocks({view}, {view->sizeHint().height()}, Qt::Vertical);
                          if (on)
                              view->raise(); // where it shares its place
                      });

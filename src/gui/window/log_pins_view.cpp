@@ -74,7 +74,7 @@ void LogPinsView::fillLog(QWidget& page) {
 void LogPinsView::addDecoded(QBoxLayout& row, QBoxLayout& buttons, QWidget& lines) {
     QWidget& list = *lines.parentWidget();
     buttons.addSpacing(8);
-    auto* button = new QPushButton("&Decoded", list.parentWidget());
+    auto* button = new QPushButton("De&coded", list.parentWidget());
     button->setObjectName(single() ? "decodedSingle" : "decodedMult");
     button->setToolTip("Shows each word that was sent with its time and what it means to a chip");
     button->setCheckable(true);

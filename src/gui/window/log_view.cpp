@@ -115,8 +115,13 @@ int LogView::indexAt(const QPoint& place) const {
 }
 
 void LogView::selectAt(const QPoint& place) {
-    if (const int index = indexAt(place); index >= 0)
-        emit selected(index);
+    const int index = indexAt(place);
+    if (index < 0)
+        return;
+    current_ = index; // for those who cannot wait for the refresh
+    viewport()->update();
+    tellSelection();
+    emit selected(index);
 }
 
 int LogView::wholeLinesInSight() const {
