@@ -30,7 +30,7 @@ std::vector<Words> groupsOf(const Words& words) {
 
 /// On one line, or on as many as it takes, indented.
 std::string listed(const std::vector<std::string>& items, std::size_t around) {
-    const std::string line = fmt::format("{}", fmt::join(items, ", "));
+    std::string line = fmt::format("{}", fmt::join(items, ", "));
     if (line.size() + around <= longestLine)
         return line;
     constexpr std::string_view indent = "\n    ";
@@ -87,7 +87,8 @@ std::string pythonText(const Words& words) {
         const std::string head = isOne ? "b.transfer(" : "b.transfer_many([";
         const std::string tail =
             fmt::format("{}, bits={}, type={})\n", isOne ? "" : "]", shape.bits, shape.type);
-        text += head + listed(numbersOf(group), head.size() + tail.size()) + tail;
+        text +=
+            fmt::format("{}{}{}", head, listed(numbersOf(group), head.size() + tail.size()), tail);
     }
     return text;
 }

@@ -150,7 +150,8 @@ void WavePicture::paintField(const Row& row, qreal from, qreal to, const QString
     const QRectF bar(from + thin_, row.fields, to - from - 2 * thin_, font_.height());
     painter_.fillRect(bar, colors_.grid);
     const QString shown = font_.elidedText(text, Qt::ElideRight, bar.width() - 4);
-    if (shown.size() > 1 || shown == text)
+    constexpr qsizetype least = 4; // fewer letters say nothing
+    if (shown.size() >= least || shown == text)
         textIn(bar.left(), bar.right(), bar.top(), bar.height(), shown, colors_.line);
 }
 

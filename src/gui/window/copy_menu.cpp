@@ -2,6 +2,7 @@
 
 #include "gui/window/log_view.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -74,12 +75,13 @@ private:
     }
 
     bool copyBy(const QKeyEvent& event) {
-        for (const Row& row : rows)
-            if (event.keyCombination() == row.keys) {
-                copy(row.form);
-                return true;
-            }
-        return false;
+        const auto* const row = std::find_if(rows.begin(), rows.end(), [&event](const Row& any) {
+            return any.keys == event.keyCombination();
+        });
+        if (row == rows.end())
+            return false;
+        copy(row->form);
+        return true;
     }
 
     void copy(WordCopies::Form form) {
