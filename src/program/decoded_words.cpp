@@ -1,5 +1,7 @@
 #include "program/decoded_words.h"
 
+#include <optional>
+
 namespace bitlux {
 
 DecodedLog& DecodedWords::log() {

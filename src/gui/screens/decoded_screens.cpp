@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QPushButton>
 #include <QThread>
 
 namespace bitlux::gui {

@@ -1,5 +1,7 @@
 #include "gui/widgets/names_box.h"
 
+#include <algorithm>
+
 #include <QAbstractItemView>
 
 namespace bitlux::gui {

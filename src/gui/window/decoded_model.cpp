@@ -2,6 +2,8 @@
 
 #include "gui/desktop/theme.h"
 
+#include <utility>
+
 namespace bitlux::gui {
 
 namespace {

@@ -3,6 +3,7 @@
 #include "program/decoded_words.h"
 
 #include <QAbstractTableModel>
+#include <QFont>
 
 namespace bitlux::gui {
 

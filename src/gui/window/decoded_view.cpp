@@ -7,8 +7,11 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QPainter>
+#include <QPushButton>
 #include <QScrollBar>
 
 namespace bitlux::gui {

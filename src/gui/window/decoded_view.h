@@ -5,10 +5,13 @@
 #include "gui/window/decoded_model.h"
 #include "program/program.h"
 
+#include <array>
+
 #include <QTableView>
 #include <QTimer>
 
 class QBoxLayout;
+class QPushButton;
 
 namespace bitlux::gui {
 
