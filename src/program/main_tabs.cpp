@@ -129,6 +129,24 @@ std::int32_t MainTabs::selectedPart() const {
     return session_.PartTabs.at(static_cast<std::size_t>(tab - genericPages - 1)).PartNumber;
 }
 
+std::string MainTabs::selectedChip() const {
+    const int tab = TabStripMain.selected();
+    const std::vector<std::string> all = chipTabs();
+    return tab > genericPages && tab <= TabStripMain.count()
+               ? all.at(static_cast<std::size_t>(tab - genericPages - 1))
+               : std::string();
+}
+
+std::vector<std::string> MainTabs::chipTabs() const {
+    std::vector<std::string> all;
+    for (int tab = genericPages + 1; tab <= lastPartTab(); ++tab)
+        all.push_back(fmt::format(
+            "zt{}",
+            session_.PartTabs.at(static_cast<std::size_t>(tab - genericPages - 1)).PartNumber));
+    all.insert(all.end(), chips_.begin(), chips_.end());
+    return all;
+}
+
 void MainTabs::addPartTab(std::int32_t partNumber) {
     const PartRow& row = rowOf(partNumber);
     const int tab = lastPartTab() + 1;

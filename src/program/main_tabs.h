@@ -44,6 +44,10 @@ public:
     [[nodiscard]] bool IsTabActive(std::int32_t partNumber) const;
     /// The part whose tab is selected, 0 for other tabs.
     [[nodiscard]] std::int32_t selectedPart() const;
+    /// The chip whose tab is selected, by its name; empty for other tabs. A part may have no file.
+    [[nodiscard]] std::string selectedChip() const;
+    /// The chips that have a tab, in the order of the tabs.
+    [[nodiscard]] std::vector<std::string> chipTabs() const;
     /// Adds the tab of a part after the others, even when it has one. Four fit; one more, like an
     /// unknown part, raises Failure (OutOfRange).
     void addPartTab(std::int32_t partNumber);

@@ -104,7 +104,12 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                .markers = markers_,
                .clock = clock_,
                .showType = [this] { showType(); }},
-              library_) {
+              library_),
+      decoded_(engine_,
+               {.library = library_,
+                .forms = forms_,
+                .tabs = [this]() -> const MainTabs& { return mainForm_->tabs; }},
+               desk_) {
     forms_.unloadThrough("frmMain", [this] { close(); });
     options_.useUsb = [this] { return dialog_->ChkSerialPort.checked(); };
     options_.logForever = [this] { return dialog_->optLogForever.value(); };
@@ -220,6 +225,7 @@ void Program::registerProcedures(MainForm& form) {
     form.procedure("itemExit_Click", [this] { itemExit_Click(); });
     form.procedure("Form_QueryUnload", [&form] { form.run.cmdStopContinuous_Click(); });
     form.procedure("Form_Unload", [this] { Form_Unload(); });
+    form.log.cleared.subscribe([this] { engine_.restartWords(); });
     form.batches.showSaveBatch = [this] { saveBatch_->setVisible(true); };
     form.editor.showAddWait = [this] { addWait_->setVisible(true); };
     form.tabs.startUsb = [this] { Start_USB(); };

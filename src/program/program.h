@@ -8,9 +8,11 @@
 #include "platform/hardware.h"
 #include "platform/linux/user_marker_files.h"
 #include "program/about_form.h"
+#include "program/decoded_words.h"
 #include "program/main_form.h"
 #include "program/panels.h"
 #include "program/waveform_recording.h"
+#include "program/word_copies.h"
 #include "sending/add_wait_form.h"
 #include "sending/save_batch_form.h"
 #include "session/live_options.h"
@@ -98,6 +100,9 @@ public:
     [[nodiscard]] AddWaitForm& addWaitForm() { return *addWait_; }
     [[nodiscard]] AboutForm& aboutForm() { return *about_; }
     [[nodiscard]] Panels& panels() { return panels_; }
+    /// The words of the Session Log by the names of a chip.
+    [[nodiscard]] DecodedWords& decoded() { return decoded_; }
+    [[nodiscard]] WordCopies& copies() { return copies_; }
 
 private:
     void registerProcedures(MainForm& form);
@@ -142,6 +147,8 @@ private:
     forms::FormSlot<AddWaitForm> addWait_;
     forms::FormSlot<AboutForm> about_;
     Panels panels_;
+    DecodedWords decoded_;
+    WordCopies copies_{*this};
     bool running_ = false;
     bool closing_ = false;
     bool settled_ = false;    ///< the user has answered what to do with the changes

@@ -8,6 +8,10 @@
 
 namespace bitlux {
 
+namespace {
+constexpr std::size_t lastWords = 8; ///< that a recording begins with
+}
+
 void WireTap::join(WireListener& listener) {
     listeners_.push_back(&listener);
     if (listeners_.size() > 1)
@@ -33,8 +37,9 @@ void WaveformRecording::start(std::size_t limit) {
         return;
     std::vector<WordRecord> before;
     if (const SentWords* sent = parts_.engine.sentWords())
-        before = rebuiltRecords(
-            sent->words(), std::make_shared<const ExtraPinNames>(extraPinNames(parts_.session)));
+        before =
+            rebuiltRecords(sent->last(lastWords),
+                           std::make_shared<const ExtraPinNames>(extraPinNames(parts_.session)));
     recorder_ = std::make_unique<WordRecorder>(parts_.session, parts_.engine, parts_.dongle, limit,
                                                std::move(before));
     parts_.tap.join(*recorder_);

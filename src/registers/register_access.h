@@ -62,9 +62,9 @@ public:
     [[nodiscard]] RegisterSnapshot now(const RegisterSnapshot& wanted) const;
     /// Reads all that can be read. What a read would clear is left out unless `all`.
     [[nodiscard]] RegisterSnapshot dump(bool all = false) const;
-    /// Writes the registers whose values differ in the chip, and those that cannot be read; volatile
-    /// ones, and those that a read changes, are left out. `verify` reads each back that was
-    /// written, as far as it can be read.
+    /// Writes the registers whose values differ in the chip, and those that cannot be read;
+    /// volatile ones, and those that a read changes, are left out. `verify` reads each back that
+    /// was written, as far as it can be read.
     Loaded load(const RegisterSnapshot& wanted, bool verify) const;
     /// The bits in which `read` differs from `written`, among those that a read gives back.
     [[nodiscard]] static std::uint64_t differingBits(const RegisterItem& item,

@@ -41,8 +41,10 @@ public:
     [[nodiscard]] std::string statusIn(const DecodedWord& request, std::uint64_t answer) const;
     /// The fields in the answer to a read, and the status.
     [[nodiscard]] std::string answerText(const DecodedWord& request, std::uint64_t answer) const;
+    /// The format of the chip's words.
+    [[nodiscard]] const chips::WordFormat& format() const { return catalog_.chip().word; }
     /// The chip's words have as many bits.
-    [[nodiscard]] bool fits(int bits) const { return catalog_.chip().word.bits == bits; }
+    [[nodiscard]] bool fits(int bits) const { return format().bits == bits; }
 
 private:
     [[nodiscard]] const RegisterItem* writtenBy(std::uint64_t address, std::uint64_t data) const;

@@ -55,13 +55,24 @@ void LogLines::keepLast(std::size_t lines) {
 }
 
 std::string LogLines::line(std::size_t index) const {
-    const std::size_t wanted = begin_ + index;
-    const auto after = std::upper_bound(
-        entries_.begin(), entries_.end(), wanted,
-        [](std::size_t number, const Entry& entry) { return number < entry.firstLine; });
-    const Entry& entry = *std::prev(after);
-    const std::size_t within = wanted - entry.firstLine;
+    const Entry& entry = entryAt(begin_ + index);
+    const std::size_t within = begin_ + index - entry.firstLine;
     return entry.text.empty() ? textOf(entry.word)[within] : entry.text[within];
+}
+
+std::vector<std::int16_t> LogLines::sentAt(std::size_t index) const {
+    if (index >= size())
+        return {};
+    const Entry& entry = entryAt(begin_ + index);
+    return entry.text.empty() ? unpack(entry.word.sent, entry.word.length)
+                              : std::vector<std::int16_t>{};
+}
+
+const LogLines::Entry& LogLines::entryAt(std::size_t number) const {
+    const auto after = std::upper_bound(
+        entries_.begin(), entries_.end(), number,
+        [](std::size_t wanted, const Entry& entry) { return wanted < entry.firstLine; });
+    return *std::prev(after);
 }
 
 std::vector<std::string> LogLines::textOf(WordBits sent, WordBits received, WordDisplay display) {

@@ -28,6 +28,9 @@ public:
     /// The five lines of a word.
     static std::vector<std::string> textOf(WordBits sent, WordBits received, WordDisplay display);
 
+    /// The word that was sent, of the word that a line belongs to; empty for a line of text.
+    [[nodiscard]] std::vector<std::int16_t> sentAt(std::size_t index) const;
+
     [[nodiscard]] std::size_t size() const override { return end_ - begin_; }
     [[nodiscard]] std::string line(std::size_t index) const override;
 
@@ -49,6 +52,7 @@ private:
     };
 
     static std::vector<std::string> textOf(const RawWord& word);
+    [[nodiscard]] const Entry& entryAt(std::size_t number) const;
     void add(const RawWord& word, std::vector<std::string> text, std::size_t lines);
 
     std::deque<Entry> entries_;

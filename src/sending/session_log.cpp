@@ -129,6 +129,7 @@ bool SessionLog::full() const {
 void SessionLog::clear() {
     lines_->clear();
     linesChanged();
+    cleared.raise();
 }
 
 void SessionLog::cmdClearLogSingle_Click() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/desk.h"
+#include "platform/event.h"
 #include "platform/forms/control_array.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
@@ -43,6 +44,8 @@ public:
     /// True when the log is on and has no room for a further word; never while a file is open.
     [[nodiscard]] bool full() const;
     void clear();
+
+    Event<> cleared;
 
     void cmdClearLogSingle_Click();
     /// Writes to the file in use, or asks for one, which becomes the file in use once it was

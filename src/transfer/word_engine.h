@@ -53,6 +53,11 @@ public:
     void keepWords(const Clock& clock) { sentWords_ = std::make_unique<SentWords>(clock); }
     /// Null while no words are kept.
     [[nodiscard]] const SentWords* sentWords() const { return sentWords_.get(); }
+    /// The list of the kept words begins with the next one.
+    void restartWords() {
+        if (sentWords_)
+            sentWords_->restart();
+    }
 
     /// Callers that send many words begin a run on it.
     [[nodiscard]] FailureBoxes& failures() const { return failures_; }

@@ -18,7 +18,7 @@ public:
     std::int32_t Inp(std::int16_t address) override {
         const int element = word_.msbFirst ? word_.length - 1 - reads_ : reads_;
         ++reads_;
-        const std::int16_t value = word_.samples.at(static_cast<std::size_t>(element));
+        const std::int16_t value = word_.samples()[static_cast<std::size_t>(element)];
         note(WireAccess::Kind::Read, address, value);
         return value;
     }
@@ -55,7 +55,7 @@ std::vector<WireAccess> portAccesses(const SentWord& word) {
                   .address = word.address,
                   .isFast = false,
                   .shadow = shadow,
-                  .word = word.sent.data(),
+                  .word = word.sent().data(),
                   .samples = samples.data(),
                   .length = word.length,
                   .chipSelect = {pins.CSPin, levels.CSAssertLevel, levels.CSIdleLevel},

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
+#include <QPointer>
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -235,6 +236,13 @@ void BenchView::connectDevice() {
     follow();
 }
 
+std::vector<std::string> BenchView::commandOptions() const {
+    const std::string name = device_->currentText().toStdString();
+    if (name != "scripted")
+        return {"--bench", name};
+    return {"--bench", name, "--replies", replies_->text().remove(' ').toStdString()};
+}
+
 void BenchView::follow() {
     const bool onDongle = program_.engine().usesDongle();
     portPins_->setVisible(!onDongle);
@@ -266,6 +274,9 @@ void BenchView::followDongle() {
 void addBench(MainWindow& window, VirtualBench& bench, const QString& device) {
     auto* view = new BenchView(bench, window.program(), device, window.binder(), &window);
     window.addDockWidget(Qt::BottomDockWidgetArea, view);
+    window.program().copies().bench = [view = QPointer(view)] {
+        return view ? view->commandOptions() : std::vector<std::string>();
+    };
     window.showModelsBy(
         [view](const chips::Chip& chip, const QWidget& panel) { view->showModel(chip, panel); });
 }

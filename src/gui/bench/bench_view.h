@@ -30,6 +30,8 @@ public:
 
     /// Shows the model of a chip beside a panel; it replaces a device that is another chip.
     void showModel(const chips::Chip& chip, const QWidget& panel);
+    /// Options by which `bitlux send` sends to such a device.
+    [[nodiscard]] std::vector<std::string> commandOptions() const;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

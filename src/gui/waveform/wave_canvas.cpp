@@ -1,7 +1,5 @@
 #include "gui/waveform/wave_canvas.h"
 
-#include "gui/waveform/wave_picture.h"
-
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -38,6 +36,13 @@ void WaveCanvas::show(std::vector<Waveform> words) {
     else
         setScale(scale_.nsPerPixel, scale_.from);
     describe();
+}
+
+void WaveCanvas::setNames(const WaveNames& names) {
+    names_ = names;
+    updateScrollBars(); // the rows are higher with names
+    describe();
+    viewport()->update();
 }
 
 /// Keeps view and cursors at their positions in the last word.
@@ -95,7 +100,8 @@ void WaveCanvas::updateScrollBars() {
     horizontalScrollBar()->setValue(
         static_cast<int>(std::lround((scale_.from - begin()) / scale_.nsPerPixel)));
     scrollsItself_ = false;
-    const int rows = static_cast<int>(WavePicture::height(font(), row_.lines.size()));
+    const int rows =
+        static_cast<int>(WavePicture::height(font(), row_.lines.size(), names_.decoder != nullptr));
     verticalScrollBar()->setRange(0, std::max(0, rows - viewport()->height()));
     verticalScrollBar()->setPageStep(viewport()->height());
     verticalScrollBar()->setSingleStep(fontMetrics().height());
@@ -189,11 +195,34 @@ void WaveCanvas::describe() {
                  word.rebuilt ? ", edges evenly spaced" : "", word.complete ? "" : ", failed", sent,
                  QString::fromStdString(word.sent), received, QString::fromStdString(word.received))
             .arg(readout(), difference())
-            .trimmed());
+            .trimmed() +
+        namesText());
+}
+
+/// What the last word and its answer mean; empty where they mean nothing.
+QString WaveCanvas::namesText() const {
+    if (names_.decoder == nullptr)
+        return {};
+    const std::size_t words = row_.words.size();
+    const std::optional<std::uint64_t> before =
+        words < 2 ? names_.before : std::optional(sentNumber(row_.words[words - 2].waveform));
+    const auto textOf = [](const char* line, const WordLabels& labels) {
+        if (labels.title.empty())
+            return QString();
+        QStringList fields;
+        for (const WordLabels::Span& span : labels.spans)
+            fields << QString::fromStdString(span.text);
+        return QString(" %1: %2%3%4.")
+            .arg(line, QString::fromStdString(labels.title), fields.isEmpty() ? "" : ": ",
+                 fields.join(", "));
+    };
+    return textOf("DI", labelsOfWord(*names_.decoder, waveform())) +
+           textOf("DO", labelsOfAnswer(*names_.decoder, waveform(), before));
 }
 
 QSize WaveCanvas::sizeHint() const {
-    const int rows = static_cast<int>(WavePicture::height(font(), Waveform::firstExtra));
+    const int rows = static_cast<int>(
+        WavePicture::height(font(), Waveform::firstExtra, names_.decoder != nullptr));
     return {640, rows + 2 * frameWidth() + horizontalScrollBar()->sizeHint().height()};
 }
 
@@ -214,8 +243,8 @@ void WaveCanvas::paintEvent(QPaintEvent*) {
                                        .cursor = cursor_,
                                        .mark = mark_,
                                        .line = line_,
-                                       .scrolled =
-                                           static_cast<qreal>(verticalScrollBar()->value())};
+                                       .scrolled = static_cast<qreal>(verticalScrollBar()->value()),
+                                       .names = names_};
     WavePicture picture(painter, *viewport(), content);
     picture.paint();
     rowEnds_ = picture.rowEnds();

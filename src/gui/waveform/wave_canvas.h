@@ -1,6 +1,6 @@
 #pragma once
 
-#include "gui/waveform/wave_scale.h"
+#include "gui/waveform/wave_picture.h"
 #include "platform/event.h"
 #include "waveform/wave_row.h"
 
@@ -19,6 +19,8 @@ public:
     /// Shows words one after the other. The last one is the current word: zoomed and scrolled like
     /// the one before; the whole row if the whole was visible.
     void show(std::vector<Waveform> words);
+    /// By whose names the words are told.
+    void setNames(const WaveNames& names);
     [[nodiscard]] const WaveRow& row() const { return row_; }
     /// The last of the words; one without lines when there is none.
     [[nodiscard]] const Waveform& waveform() const;
@@ -79,10 +81,12 @@ private:
     [[nodiscard]] std::int64_t placeAt(double pixel) const;
     void takeMouse(const QMouseEvent& event);
     void describe();
+    [[nodiscard]] QString namesText() const;
     void paintFocus(QPainter& painter) const;
 
     WaveRow row_;
     std::vector<qreal> rowEnds_; ///< as painted last
+    WaveNames names_;
     WaveScale scale_;
     bool fitted_ = true;
     bool scrollsItself_ = false; ///< the scroll bars are being set from the scale

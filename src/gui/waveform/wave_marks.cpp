@@ -103,6 +103,58 @@ void WavePicture::paintName(std::size_t line) {
                                               : "0");
 }
 
+void WavePicture::paintNamesOf(std::size_t word) {
+    const WaveRow::Word& shown = row_.words[word];
+    const bool isInSight = x(static_cast<double>(row_.endOf(word))) > names_ &&
+                           x(static_cast<double>(shown.at)) < size_.width();
+    if (!isInSight || rows_.size() <= Waveform::dataOut)
+        return;
+    const WordDecoder& decoder = *content_.names.decoder;
+    const std::optional<std::uint64_t> before =
+        word == 0 ? content_.names.before
+                  : std::optional(sentNumber(row_.words[word - 1].waveform));
+    paintLabels(shown, Waveform::dataIn, &WaveBit::dataIn, labelsOfWord(decoder, shown.waveform));
+    paintLabels(shown, Waveform::dataOut, &WaveBit::dataOut,
+                labelsOfAnswer(decoder, shown.waveform, before));
+}
+
+void WavePicture::paintLabels(const WaveRow::Word& word, std::size_t line,
+                              WaveBit::Window WaveBit::*window, const WordLabels& labels) {
+    /// Where bits are on the axis, whichever of them travels first.
+    const auto stretchOf = [&](int low, int high) {
+        std::pair<qreal, qreal> stretch{size_.width() + gap, 0};
+        for (const WaveBit& bit : word.waveform.bits)
+            if (bit.number >= low && bit.number <= high) {
+                const WaveBit::Window& at = bit.*window;
+                stretch.first = std::min(stretch.first, x(static_cast<double>(word.at + at.from)));
+                stretch.second = std::max(stretch.second, x(static_cast<double>(word.at + at.to)));
+            }
+        return std::pair(std::max(stretch.first, names_), std::min(stretch.second, size_.width()));
+    };
+    if (labels.title.empty())
+        return;
+    const Row& row = rows_[line];
+    const auto [left, right] = stretchOf(0, word.waveform.length - 1);
+    const QString title = font_.elidedText(QString::fromStdString(labels.title), Qt::ElideRight,
+                                           std::max(0.0, right - left));
+    textIn(left, right, row.name, font_.height(), title, colors_.line);
+    for (const WordLabels::Span& span : labels.spans) {
+        const auto [from, to] = stretchOf(span.low, span.high);
+        if (from < to)
+            paintField(row, from, to, QString::fromStdString(span.text));
+    }
+}
+
+/// A bar below the bits, with the text where something of it has room.
+void WavePicture::paintField(const Row& row, qreal from, qreal to, const QString& text) {
+    const QRectF bar(from + thin_, row.fields, to - from - 2 * thin_, font_.height());
+    painter_.fillRect(bar, colors_.grid);
+    const QString shown = font_.elidedText(text, Qt::ElideRight, bar.width() - 4);
+    constexpr qsizetype least = 4; // fewer letters say nothing
+    if (shown.size() >= least || shown == text)
+        textIn(bar.left(), bar.right(), bar.top(), bar.height(), shown, colors_.line);
+}
+
 void WavePicture::paintCursor(std::int64_t place, bool isMark) {
     const qreal at = ink_.x(names_ + content_.scale.x(static_cast<double>(place)));
     if (at < names_ || at > size_.width() || row_.words.empty())

@@ -12,6 +12,7 @@ namespace {
 // Logical pixels; everything else follows the font.
 constexpr qreal gap = 8;
 constexpr qreal rowGap = 9;
+constexpr qreal fieldGap = 4;
 constexpr qreal rulerMark = 5;
 constexpr qreal widestNames = 140;
 constexpr qreal largestDot = 3;
@@ -19,6 +20,15 @@ constexpr qreal guideDistance = 14; ///< samples that are closer have no line
 
 qreal wordHeight(const QFontMetricsF& font) {
     return font.height() + 2;
+}
+
+qreal nameHeight(const QFontMetricsF& font) {
+    return font.height() + 1;
+}
+
+/// Of the fields and the gap above them.
+qreal fieldsHeight(const QFontMetricsF& font) {
+    return font.height() + fieldGap;
 }
 
 /// Height of the bits and of the dots below them.
@@ -101,17 +111,19 @@ qreal WavePicture::namesWidth(const QFont& font, const std::vector<WaveLine>& li
     return std::ceil(std::min(width, widestNames) + level + 2 * gap);
 }
 
-qreal WavePicture::height(const QFont& font, std::size_t lines) {
+qreal WavePicture::height(const QFont& font, std::size_t lines, bool isNamed) {
     const QFontMetricsF metrics(font);
     qreal height = rulerHeight(metrics) + rowGap;
     for (std::size_t line = 0; line < lines; ++line)
         height += waveHeight(metrics) + rowGap +
-                  (hasBits(line) ? wordHeight(metrics) + bitsHeight(metrics) : 0);
+                  (hasBits(line) ? wordHeight(metrics) + bitsHeight(metrics) : 0) +
+                  (hasBits(line) && isNamed ? nameHeight(metrics) + fieldsHeight(metrics) : 0);
     return std::ceil(height);
 }
 
 void WavePicture::layOutRows() {
-    const qreal needed = height(widgetFont_, row_.lines.size());
+    const bool isNamed = content_.names.decoder != nullptr;
+    const qreal needed = height(widgetFont_, row_.lines.size(), isNamed);
     const auto count = static_cast<qreal>(std::max<std::size_t>(row_.lines.size(), 1));
     const qreal more = std::max(0.0, size_.height() - needed) / count;
     const qreal stretch = std::min(more, 0.7 * font_.height()); // higher waves show nothing more
@@ -119,12 +131,16 @@ void WavePicture::layOutRows() {
     qreal y = rowGap - content_.scrolled;
     for (std::size_t line = 0; line < row_.lines.size(); ++line) {
         Row row{};
-        row.word = ink_.y(y);
+        const bool hasNames = isNamed && hasBits(line);
+        row.name = y;
+        row.word = ink_.y(y + (hasNames ? nameHeight(font_) : 0));
         row.bits = row.word + (hasBits(line) ? wordHeight(font_) : 0);
         row.top = ink_.y(row.bits + (hasBits(line) ? bitsHeight(font_) : 0));
         row.bottom = ink_.y(row.top + waveHeight(font_) + stretch);
+        row.fields = row.bottom + fieldGap;
+        row.end = row.bottom + (hasNames ? fieldsHeight(font_) : 0);
         rows_.push_back(row);
-        y = row.bottom + rowGap + spread;
+        y = row.end + rowGap + spread;
     }
     ruler_ = ink_.y(size_.height() - rulerHeight(font_));
 }
@@ -153,6 +169,9 @@ void WavePicture::paint() {
         paintBits(word, Waveform::dataIn, &WaveBit::dataIn, word.waveform.sent);
         paintBits(word, Waveform::dataOut, &WaveBit::dataOut, word.waveform.received);
     }
+    if (content_.names.decoder != nullptr)
+        for (std::size_t word = 0; word < row_.words.size(); ++word)
+            paintNamesOf(word);
     painter_.restore();
     paintRuler();
     paintNames();
@@ -165,7 +184,7 @@ void WavePicture::paint() {
 std::vector<qreal> WavePicture::rowEnds() const {
     std::vector<qreal> ends;
     for (const Row& row : rows_)
-        ends.push_back(std::min(row.bottom + rowGap / 2, ruler_));
+        ends.push_back(std::min(row.end + rowGap / 2, ruler_));
     return ends;
 }
 

@@ -125,6 +125,10 @@ void WaveformView::addWordButtons(QBoxLayout& row) {
     place_->setObjectName("waveform.place");
     row.addWidget(place_);
     row.addStretch();
+    names_ = new NamesBox(program_.decoded().names(), this);
+    names_->setObjectName("waveform.chip");
+    row.addWidget(names_);
+    row.addSpacing(6);
 }
 
 void WaveformView::addZoomButtons(QBoxLayout& row) {
@@ -181,7 +185,9 @@ void WaveformView::followLines() {
 void WaveformView::follow() {
     words_ = {program_.engine().wordTransferred.follow([this] { refreshSoon(); }),
               program_.engine().sendFailed.follow([this] { refreshSoon(); }),
-              program_.dongle().failed.follow([this] { refreshSoon(); })};
+              program_.dongle().failed.follow([this] { refreshSoon(); }),
+              program_.decoded().names().changed.follow([this] { refresh(); }),
+              program_.forms().formShown.follow([this](forms::Form&) { refreshSoon(); })};
 }
 
 void WaveformView::refreshSoon() {
@@ -194,6 +200,7 @@ void WaveformView::refresh() {
     known_ = recording_.count();
     if (!hold_->isChecked() && known_ > 0)
         showWord(known_);
+    followNames();
     const std::uint64_t shown = canvas_->waveform().number;
     const bool hasWords = !recording_.words().empty();
     place_->setText(hasWords && shown > 0 ? placeText() : QString());
@@ -202,6 +209,16 @@ void WaveformView::refresh() {
     hold_->setEnabled(hasWords);
     saveVcd_->setEnabled(hasWords);
     saveSr_->setEnabled(hasWords);
+}
+
+void WaveformView::followNames() {
+    names_->follow();
+    WaveNames names{.decoder = program_.decoded().names().decoder()};
+    const WaveRow& row = canvas_->row();
+    if (names.decoder != nullptr && names.decoder->format().answersNext && !row.words.empty())
+        if (const WordRecord* before = recording_.word(row.words.front().waveform.number - 1))
+            names.before = sentNumber(waveformOf(*before));
+    canvas_->setNames(names);
 }
 
 QString WaveformView::placeText() const {
@@ -300,13 +317,16 @@ void addWaveformEntry(QMenu& menu, QMainWindow& window, Program& program) {
     open->setShortcut(Qt::Key_F8);
     QObject::connect(open, &QAction::toggled, &window,
                      [&, open, view = static_cast<WaveformView*>(nullptr)](bool on) mutable {
-                         if (view == nullptr && on) {
+                         const bool isFirst = view == nullptr && on;
+                         if (isFirst) {
                              view = new WaveformView(program, &window);
                              view->closed.subscribe([open] { open->setChecked(false); });
                              place(*view, window);
                          }
                          if (view != nullptr)
                              view->setVisible(on);
+                         if (isFirst) // else it has the least where the window could not grow
+                             window.resizeDocks({view}, {view->sizeHint().height()}, Qt::Vertical);
                          if (on)
                              view->raise(); // it may be a tab
                      });

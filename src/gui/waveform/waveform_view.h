@@ -1,6 +1,7 @@
 #pragma once
 
 #include "gui/waveform/wave_canvas.h"
+#include "gui/widgets/names_box.h"
 #include "program/program.h"
 
 #include <array>
@@ -50,6 +51,7 @@ private:
     void refresh();
     [[nodiscard]] QString placeText() const;
     void showWord(std::uint64_t number);
+    void followNames();
     void step(int words);
     void showReadout();
     void makeRoom();
@@ -58,6 +60,7 @@ private:
     WaveformRecording& recording_;
     WaveCanvas* canvas_;
     QLabel* place_ = nullptr;
+    NamesBox* names_ = nullptr;
     QComboBox* lines_ = nullptr; ///< the line for moving along edges; all, then each
     QLabel* readout_;
     QLabel* difference_;
@@ -71,7 +74,7 @@ private:
     QElapsedTimer sinceRefresh_;
     bool startedHere_ = false; ///< by this view; a recording that was started elsewhere continues
     std::uint64_t known_ = 0;  ///< number of words at the last refresh
-    std::array<Subscription, 3> words_; ///< while it is open
+    std::array<Subscription, 5> words_; ///< while it is open
 };
 
 /// Adds the menu entry that opens and closes the view, which is made when it is first opened.

@@ -1,5 +1,6 @@
 #include "gui/window/batch_view.h"
 
+#include "gui/window/copy_menu.h"
 #include "gui/window/log_pins_view.h"
 
 #include <QApplication>
@@ -9,8 +10,8 @@
 
 namespace bitlux::gui {
 
-BatchView::BatchView(MainForm& form, Binder& binder, QWidget* parent)
-    : QWidget(parent), form_(form), binder_(binder) {
+BatchView::BatchView(Program& program, Binder& binder, QWidget* parent)
+    : QWidget(parent), program_(program), form_(program.mainForm()), binder_(binder) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(10);
@@ -18,7 +19,7 @@ BatchView::BatchView(MainForm& form, Binder& binder, QWidget* parent)
     layout->addWidget(makeBatchRow());
     runPlace_.room = new QWidget(this);
     layout->addWidget(runPlace_.room);
-    layout->addWidget(new LogPinsView(form_, binder_, LogPinsView::Page::Batch, this), 2);
+    layout->addWidget(new LogPinsView(program_, binder_, LogPinsView::Page::Batch, this), 2);
     flushed_ = binder_.flushed.follow([this] {
         const std::optional<RunProgress>& progress = form_.multiple.progress();
         toSend_->mark(progress ? static_cast<int>(progress->line) : -1);
@@ -49,6 +50,9 @@ LogView* BatchView::makeList(forms::ListBox& control, const QString& title, QWid
     auto* list = binder_.make<LogView>(control, parent);
     list->setFont(QApplication::font()); // names need no digits of equal width
     list->setAccessibleName(title);
+    addCopyMenu(*list, program_.copies(), [this, list](int line) {
+        return program_.copies().ofQuickCommand(list->line(line).toStdString());
+    });
     return list;
 }
 

@@ -2,7 +2,7 @@
 
 #include "gui/widgets/binder.h"
 #include "gui/window/run_row.h"
-#include "program/main_form.h"
+#include "program/program.h"
 
 #include <QWidget>
 
@@ -12,7 +12,7 @@ namespace bitlux::gui {
 /// them the controls that fill and order these, and below the saved Batches and the Session Log.
 class BatchView : public QWidget {
 public:
-    BatchView(MainForm& form, Binder& binder, QWidget* parent);
+    BatchView(Program& program, Binder& binder, QWidget* parent);
 
     /// The place of the run buttons on this page.
     [[nodiscard]] const RunRow::Place& runPlace() const { return runPlace_; }
@@ -23,6 +23,7 @@ private:
     QWidget* makeButtons(QWidget* parent);
     QWidget* makeBatchRow();
 
+    Program& program_;
     MainForm& form_;
     Binder& binder_;
     LogView* toSend_ = nullptr;

@@ -1,7 +1,12 @@
 #include "gui/window/log_pins_view.h"
 
+#include "gui/window/copy_menu.h"
+#include "gui/window/decoded_view.h"
+
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace bitlux::gui {
@@ -13,8 +18,8 @@ constexpr int pinsTab = 2;
 
 } // namespace
 
-LogPinsView::LogPinsView(MainForm& form, Binder& binder, Page page, QWidget* parent)
-    : QWidget(parent), form_(form), binder_(binder), page_(page) {
+LogPinsView::LogPinsView(Program& program, Binder& binder, Page page, QWidget* parent)
+    : QWidget(parent), program_(program), form_(program.mainForm()), binder_(binder), page_(page) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -47,17 +52,61 @@ void LogPinsView::fillLog(QWidget& page) {
     SessionLog& log = form_.log;
     auto* row = new QHBoxLayout(&page);
     row->setContentsMargins(0, 0, 0, 0);
+    auto* list = new QWidget(&page); // is hidden for the list, whose own state the form has
+    auto* around = new QVBoxLayout(list);
+    around->setContentsMargins(0, 0, 0, 0);
     auto* lines =
-        binder_.make<LogView>(single() ? log.lstSessionLogSingle : log.lstSessionLogMult, &page);
+        binder_.make<LogView>(single() ? log.lstSessionLogSingle : log.lstSessionLogMult, list);
     lines->setAccessibleName("Session Log");
-    row->addWidget(lines, 1);
+    addCopyMenu(*lines, program_.copies(), [this](int line) {
+        return program_.copies().ofLogLine(static_cast<std::size_t>(line));
+    });
+    around->addWidget(lines);
+    row->addWidget(list, 1);
     auto* buttons = new QVBoxLayout;
     buttons->addWidget(
         binder_.make<QPushButton>(single() ? log.cmdSaveLogSingle : log.cmdSaveLogMult, &page));
     buttons->addWidget(
         binder_.make<QPushButton>(single() ? log.cmdClearLogSingle : log.cmdClearLogMult, &page));
+    addDecoded(*row, *buttons, *lines);
     buttons->addStretch();
     row->addLayout(buttons);
+}
+
+void LogPinsView::addDecoded(QBoxLayout& row, QBoxLayout& buttons, QWidget& lines) {
+    QWidget& list = *lines.parentWidget();
+    buttons.addSpacing(8);
+    auto* button = new QPushButton("De&coded", list.parentWidget());
+    button->setObjectName(single() ? "decodedSingle" : "decodedMult");
+    button->setToolTip("Shows each word that was sent with its time and what it means to a chip");
+    button->setCheckable(true);
+    buttons.addWidget(button);
+    connect(
+        button, &QPushButton::toggled, this,
+        [this, &row, &lines, &list, view = static_cast<DecodedView*>(nullptr)](bool on) mutable {
+            if (view == nullptr) {
+                view = makeDecoded(*list.parentWidget(), lines);
+                row.insertWidget(row.indexOf(&list) + 1, view->parentWidget(), 1);
+            }
+            list.setVisible(!on);
+            view->parentWidget()->setVisible(on);
+            view->setFollowing(on);
+        });
+}
+
+DecodedView* LogPinsView::makeDecoded(QWidget& page, QWidget& lines) {
+    auto* made = new QWidget(&page);
+    auto* column = new QVBoxLayout(made);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto* view = new DecodedView(program_, binder_, made);
+    auto* tools = new QHBoxLayout;
+    view->addTools(*tools);
+    column->addLayout(tools);
+    column->addWidget(view, 1);
+    setTabOrder(&lines, &view->names());
+    setTabOrder(&view->names(), &view->exportButton());
+    setTabOrder(&view->exportButton(), view);
+    return view;
 }
 
 void LogPinsView::makeShownPins() {

@@ -114,6 +114,16 @@ int LogView::indexAt(const QPoint& place) const {
     return index < count_ ? index : -1;
 }
 
+void LogView::selectAt(const QPoint& place) {
+    const int index = indexAt(place);
+    if (index < 0)
+        return;
+    current_ = index; // for those who cannot wait for the refresh
+    viewport()->update();
+    tellSelection();
+    emit selected(index);
+}
+
 int LogView::wholeLinesInSight() const {
     return std::max(1, viewport()->height() / lineHeight());
 }
@@ -242,11 +252,15 @@ void LogView::showWhole(const QHelpEvent& event) const {
                        viewport());
 }
 
+void LogView::copyLine() const {
+    if (current_ >= 0)
+        QApplication::clipboard()->setText(line(current_));
+}
+
 void LogView::keyPressEvent(QKeyEvent* event) {
     int target = 0;
     if (event->matches(QKeySequence::Copy)) {
-        if (current_ >= 0)
-            QApplication::clipboard()->setText(line(current_));
+        copyLine();
         return;
     }
     const bool moves = draggable_ && event->modifiers() == Qt::AltModifier && current_ >= 0;

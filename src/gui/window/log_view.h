@@ -43,6 +43,12 @@ public:
     [[nodiscard]] int visibleCount() const;
     [[nodiscard]] QRect lineRect(int index) const;
 
+    /// Selects the line at a place of the viewport, as a click does.
+    void selectAt(const QPoint& place);
+
+    /// Puts the selected line on the clipboard.
+    void copyLine() const;
+
     /// How often the lines were painted.
     [[nodiscard]] int paints() const { return paints_; }
 

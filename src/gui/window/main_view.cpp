@@ -92,7 +92,7 @@ RunRow::Place MainView::makePage(int page) {
         place = singleWord_->runPlace();
         widget = singleWord_;
     } else if (page == batchPage) {
-        auto* view = new BatchView(form_, binder_, this);
+        auto* view = new BatchView(program_, binder_, this);
         place = view->runPlace();
         widget = view;
     } else {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "gui/widgets/binder.h"
-#include "program/main_form.h"
+#include "program/program.h"
 
 #include <QWidget>
 
@@ -10,7 +10,7 @@ namespace bitlux::gui {
 /// The Quick Commands on the page of single words: chosen, named, saved and deleted.
 class QuickCommandRow : public QWidget {
 public:
-    QuickCommandRow(MainForm& form, Binder& binder, QWidget* parent);
+    QuickCommandRow(Program& program, Binder& binder, QWidget* parent);
 };
 
 } // namespace bitlux::gui

@@ -31,10 +31,10 @@ SingleWordView::SingleWordView(Program& program, Binder& binder, QWidget& before
     entries_ = new QVBoxLayout(entries);
     entries_->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(entries);
-    layout->addWidget(makeCommandRow());
+    layout->addWidget(makeCommandRow(program));
     runPlace_.room = new QWidget(this);
     layout->addWidget(runPlace_.room);
-    layout->addWidget(new LogPinsView(form_, binder_, LogPinsView::Page::SingleWord, this), 1);
+    layout->addWidget(new LogPinsView(program, binder_, LogPinsView::Page::SingleWord, this), 1);
     subscriptions_ = {program.engine().wordStarting.follow([this] { noteWord(); }),
                       program.engine().wordTransferred.follow([this] { answered_ = true; }),
                       binder_.flushed.follow([this] { follow(); })};
@@ -154,11 +154,11 @@ QWidget* SingleWordView::makeHexRows() {
     return hexRows_;
 }
 
-QWidget* SingleWordView::makeCommandRow() {
+QWidget* SingleWordView::makeCommandRow(Program& program) {
     auto* widget = new QWidget(this);
     auto* row = new QHBoxLayout(widget);
     row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(new QuickCommandRow(form_, binder_, widget), 1);
+    row->addWidget(new QuickCommandRow(program, binder_, widget), 1);
     row->addSpacing(24);
     row->addWidget(binder_.make<QPushButton>(form_.singleWord.cmdAll0Single, widget));
     auto* last = binder_.make<QPushButton>(form_.singleWord.cmdAll1Single, widget);

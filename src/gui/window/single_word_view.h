@@ -34,7 +34,7 @@ private:
     void makeMissingGroups();
     QWidget* makeGroup(int group, bool toSend);
     QWidget* makeHexRows();
-    QWidget* makeCommandRow();
+    QWidget* makeCommandRow(Program& program);
     /// Puts the entries, from the left, before the buttons in the tab order.
     void orderTabs();
     [[nodiscard]] bool isShown(std::size_t group) const;
