@@ -67,7 +67,7 @@ std::string Assignment::unmetIn(std::uint64_t value) const {
         const std::uint64_t found = field.bits.taken(value);
         if (found != wanted)
             unmet += fmt::format("{}{} = {}, not {}", unmet.empty() ? "" : "; ", field.name,
-                                 field.shown(found), field.shown(wanted));
+                                 field.brief(found), field.brief(wanted));
     }
     return unmet;
 }

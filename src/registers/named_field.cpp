@@ -79,6 +79,22 @@ std::string NamedField::shown(std::uint64_t code) const {
     return code <= lastDigit ? std::to_string(code) : fmt::format("0x{:X}", code);
 }
 
+std::string NamedField::brief(std::uint64_t code) const {
+    std::string text = shown(code);
+    const std::size_t colon = text.find(": ");
+    if (colon != std::string::npos) {
+        const std::string head = text.substr(0, colon);
+        const auto beginning =
+            std::count_if(choices.begin(), choices.end(),
+                          [&head](const Choice& any) { return any.text.starts_with(head); });
+        if (beginning == 1)
+            return head;
+    }
+    if (text.ends_with('.') && !text.ends_with(".."))
+        text.pop_back();
+    return text;
+}
+
 std::uint64_t NamedField::codeFrom(std::string_view text) const {
     constexpr std::size_t longest = 80;
     const std::optional<std::uint64_t> number = wholeNumber(text);

@@ -32,6 +32,9 @@ struct NamedField {
     [[nodiscard]] std::string_view textOf(std::uint64_t code) const;
     /// The text, else the number: decimal for up to 9, else hexadecimal.
     [[nodiscard]] std::string shown(std::uint64_t code) const;
+    /// The same in short: of a text such as "Enhanced 1: refresh by a code." what is in front of
+    /// ": ", if no other value begins so, and no full stop.
+    [[nodiscard]] std::string brief(std::uint64_t code) const;
     /// The value that a user means: a number ("5", "0x1F", "0b101") or a text of the field.
     /// Raises Failure: OutOfRange for a number that does not fit, Conversion for any other text and
     /// for one that is both a number and the text of another value.

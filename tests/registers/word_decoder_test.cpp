@@ -39,5 +39,16 @@ TEST(WordDecoder, TellsRegistersOfOneAddressApart) {
     EXPECT_EQ(decoder.decode(0xA0).title(), "TIM flags read");
 }
 
+TEST(WordDecoder, ShortensLongTexts) {
+    const RegisterCatalog catalog(chips::embeddedChip("zt72516"));
+    EXPECT_EQ(WordDecoder(catalog).decode(0x43000214).text(),
+              "INIT write: SAFEB = Function Disabled (W/D Inhibit Mode), WD2INT = Function "
+              "disabled, MCU_OC, OC-TIM (In Low Power VDD On Mode) = No W/D - Vdd over-current has "
+              "no effect, WD SAFEb = SAFEb terminal is set low at the time of the RESET terminal "
+              "low activation, WD_spi = Enhanced 1, WDN/WIN = Watchdog operation is TIME OUT, W/D "
+              "refresh can occur anytime, VDDLrst = Reset at approx 0.9 VDD, VDDrstD = 10ms "
+              "[Default], VAUX 3/5 = VAUX = 5V");
+}
+
 } // namespace
 } // namespace bitlux::test
