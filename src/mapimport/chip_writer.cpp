@@ -64,8 +64,8 @@ private:
 
 class ChipWriter {
 public:
-    ChipWriter(const FittedChip& chip, const ImportOptions& options, bool withNotes)
-        : chip_(chip), word_(options.word), name_(options.name), withNotes_(withNotes) {}
+    ChipWriter(const FittedChip& chip, const ImportOptions& options, bool isShort)
+        : chip_(chip), word_(options.word), name_(options.name), isShort_(isShort) {}
 
     std::string head(const std::string& source) {
         constexpr std::size_t longest = 200;
@@ -92,10 +92,11 @@ public:
         if (any.isVolatile)
             lines.add("volatile", "true");
         lines.addText("page", any.page);
-        if (withNotes_)
+        if (!isShort_)
             lines.addText("note", any.note);
         for (const FittedField& field : any.fields)
-            addField(field, text);
+            if (!isShort_ || field.width > 1 || !field.choices.empty() || field.shares)
+                addField(field, text);
         if (any.readClears)
             text += "\n  [[register.view]]\n  clears = true\n";
         return text;
@@ -154,26 +155,30 @@ private:
 
     /// The captions of the bits where fields give them names, else their number.
     void addBits(const FittedRegister& any, Lines& lines) const {
-        if (any.fields.empty() || !withNotes_)
+        if (any.fields.empty())
             return lines.add("width", fmt::format("{}", any.width));
-        std::vector<const FittedField*> at(static_cast<std::size_t>(any.width));
+        std::vector<const FittedField*> at(static_cast<std::size_t>(any.width) + 1);
         for (const FittedField& field : any.fields)
-            if (!field.shares)
-                for (int bit = field.first; bit < field.first + field.width; ++bit)
-                    at.at(static_cast<std::size_t>(bit)) = &field;
+            for (int bit = field.first; bit < field.first + field.width; ++bit)
+                if (const FittedField*& place = at.at(static_cast<std::size_t>(bit)); !place)
+                    place = &field;
         std::vector<std::string> captions;
-        const FittedField* before = nullptr;
-        for (const FittedField* field : at) {
-            if (field == nullptr)
-                captions.push_back(tomlString("-"));
-            else if (field->width == 1)
-                captions.push_back(tomlString(field->title));
-            else if (field != before)
-                captions.push_back(
-                    tomlString(fmt::format("{} {{0..{}}}", field->title, field->width - 1)));
-            before = field;
+        for (int bit = 0, first = 0; bit < any.width; first = ++bit) {
+            const FittedField* field = at.at(static_cast<std::size_t>(bit));
+            while (field != nullptr && at.at(static_cast<std::size_t>(bit) + 1) == field)
+                ++bit;
+            captions.push_back(tomlString(captionOf(field, first, bit)));
         }
         lines.add("bits", fmt::format("[{}]", fmt::join(captions, ", ")));
+    }
+
+    /// Of the bits `first` to `last` of a register, which are those of a field or one without.
+    static std::string captionOf(const FittedField* field, int first, int last) {
+        if (field == nullptr)
+            return "-";
+        return field->width == 1 ? field->title
+                                 : fmt::format("{} {{{}..{}}}", field->title, first - field->first,
+                                               last - field->first);
     }
 
     void addField(const FittedField& field, std::string& text) const {
@@ -185,7 +190,7 @@ private:
             addChoices(field, lines);
         if (field.shares)
             lines.add("shares", "true");
-        if (withNotes_)
+        if (!isShort_)
             lines.addText("note", field.note);
     }
 
@@ -206,42 +211,35 @@ private:
     const FittedChip& chip_;
     const WordKeys& word_;
     const std::string& name_;
-    bool withNotes_; ///< and captions of bits
+    bool isShort_; ///< without notes, and without fields that captions can tell
 };
 
 } // namespace
 
-std::string chipText(const FittedChip& chip, const ImportOptions& options,
-                     const std::string& source, chips::Problems& notes) {
-    std::string text;
-    for (const bool withNotes : {true, false}) {
-        ChipWriter writer(chip, options, withNotes);
-        text = writer.head(source);
-        std::size_t written = 0;
+ChipText chipText(const FittedChip& chip, const ImportOptions& options, const std::string& source,
+                  chips::Problems& notes) {
+    ChipText made;
+    for (const bool isShort : {false, true}) {
+        ChipWriter writer(chip, options, isShort);
+        made = {.text = writer.head(source), .registers = 0};
         for (const FittedRegister& any : chip.registers) {
             const std::string more = writer.registerText(any);
-            if (text.size() + more.size() > chips::longestFile)
+            if (made.text.size() + more.size() > chips::longestFile)
                 break;
-            text += more;
-            ++written;
+            made.text += more;
+            ++made.registers;
         }
-        if (written == chip.registers.size()) {
-            if (!withNotes)
-                notes.push_back({{},
-                                 "the descriptions and the captions of bits are left out: a "
-                                 "chip's file has up to 1 MiB",
-                                 "Choose peripherals with --only."});
-            return text;
-        }
-        if (!withNotes)
-            notes.push_back(
-                {{},
-                 fmt::format("the last {} registers and all descriptions are left out: a "
-                             "chip's file has up to 1 MiB",
-                             chip.registers.size() - written),
-                 "Choose peripherals with --only."});
+        if (made.registers == chip.registers.size() && !isShort)
+            return made;
     }
-    return text;
+    constexpr const char* advice = "A chip's file has up to 1 MiB: choose peripherals with --only.";
+    notes.push_back({{}, "descriptions are left out, and single bits are captions alone", advice});
+    if (made.registers < chip.registers.size())
+        notes.push_back({{},
+                         fmt::format("the last {} registers are left out",
+                                     chip.registers.size() - made.registers),
+                         advice});
+    return made;
 }
 
 } // namespace bitlux::mapimport

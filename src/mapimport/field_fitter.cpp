@@ -53,7 +53,7 @@ std::vector<FittedField> FieldFitter::fit(const MapRegister& source, const Fitte
             one.shares = true;
             note(field.at,
                  fmt::format("\"{}\" of \"{}\" has bits that another field has too", one.title,
-                             title),
+                             owner.title),
                  "It shares them.");
         }
         taken |= mask;

@@ -41,8 +41,9 @@ ImportedMap importMap(std::string_view source, const std::string& file,
         if (chip.registers.empty())
             throw MapError({xml.placeOf(xml.root()), "no register is left",
                             "See what was left out, or choose others."});
-        made.text = chipText(chip, options, file, made.notes);
-        made.registers = chip.registers.size();
+        ChipText written = chipText(chip, options, file, made.notes);
+        made.text = std::move(written.text);
+        made.registers = written.registers;
     } catch (const MapError& error) {
         made.problems.push_back(error.problem());
     }

@@ -95,7 +95,7 @@ void MapBuilder::apply(pugi::xml_node access, pugi::xml_node write, pugi::xml_no
     if (write && !to.setWrite(textOf(write)))
         note(write, fmt::format("\"{}\" is no effect of a write that is known", textOf(write)),
              "It is left out.");
-    if (read)
+    if (!textOf(read).empty())
         to.readChanges = true;
 }
 

@@ -43,8 +43,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     fuzz::require(made.text.size() <= chips::longestFile, "a file that is too long");
     const chips::ChipFile chip = chips::readChip(made.text, "fuzz.toml");
-    for (const chips::Problem& problem : chip.problems)
-        fmt::print(stderr, "{}\n", describe(problem, "fuzz.toml"));
     fuzz::require(chip.chip != nullptr, "a file that is no chip");
     fuzz::require(chip.chip->registers.size() == made.registers, "registers that were lost");
     return 0;

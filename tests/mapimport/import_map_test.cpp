@@ -76,7 +76,7 @@ TEST(ImportMap, WritesAPeripheralOfAnSvd) {
     options.only = {"adc1"};
     options.base = 0x20;
     const ImportedMap made = importMap(meter, "some/meter.svd", options);
-    EXPECT_EQ(made.text, R"(# Imported from meter.svd.
+    EXPECT_EQ(made.text, R"toml(# Imported from meter.svd.
 
 [chip]
 title = "METER"
@@ -173,11 +173,11 @@ address = 0x7
 width = 8
 access = "write one clears"
 page = "ADC1"
-)");
+)toml");
     EXPECT_EQ(notesOf(made),
-              R"(map:12:5: reserved fields are left out: 2. This is the first one.
-map:15:5: the value 2 of "x2" is left out. The field "GAIN2" has 1 bits.
-map:20:7: "GAIN" of "STAT" has bits that another field has too. It shares them.)");
+              R"(map:13:7: "GAIN" of "STAT" has bits that another field has too. It shares them.
+map:15:8: the value 2 of "x2" is left out. The field "GAIN2" has 1 bits.
+map:18:7: reserved fields are left out: 2. This is the first one.)");
     EXPECT_EQ(chipOf(made)->registers.size(), 6U);
 }
 
@@ -212,12 +212,11 @@ TEST(ImportMap, WritesTheBlocksOfAnIpXactComponent) {
  <~register><~name>odd</~name><~addressOffset>BASE + 4</~addressOffset><~size>8</~size></~register>
 </~addressBlock>)";
     const ImportedMap made = importMap(component("ipxact", of2014, body), "core.xml", {});
-    EXPECT_EQ(made.text.substr(made.text.find("[word]")),
-              R"([word]
+    EXPECT_EQ(made.text.substr(made.text.find("[word]")), R"toml([word]
 # A register map does not know the words that carry it: fill in these keys.
 # bits = ... # bits of a word, 1 to 64
 # type = ... # SPI type, 1 to 8; without it 1
-# address = ... # bits that carry the address, as "15:8"; at least 5
+# address = ... # bits that carry the address, as "15:8"; at least 6
 # data = ... # bits that carry the data, as "7:0"; at least 16
 # write = ... # bits that are set in each write, as 0x8000
 # read = ... # bits that are set in each read, as 0x8000
@@ -242,26 +241,42 @@ note = "run: oneToSet"
   codes = [0x0, 0x3]
   note = "(read only)"
 
-                  [[register.view]] clears = true
+  [[register.view]]
+  clears = true
 
-                      [[register]] title = "lane_0_GO_0" address = 0xE width = 16 access =
-                          "write only" page = "regs"
+[[register]]
+title = "lane_0_GO_0"
+address = 0xE
+width = 16
+access = "write only"
+page = "regs"
 
-                              [[register]] title = "lane_0_GO_1" address = 0x10 width = 16 access =
-                                  "write only" page = "regs"
+[[register]]
+title = "lane_0_GO_1"
+address = 0x10
+width = 16
+access = "write only"
+page = "regs"
 
-                                      [[register]] title = "lane_1_GO_0" address = 0x1E width =
-                                          16 access = "write only" page = "regs"
+[[register]]
+title = "lane_1_GO_0"
+address = 0x1E
+width = 16
+access = "write only"
+page = "regs"
 
-                                              [[register]] title = "lane_1_GO_1" address =
-                                                  0x20 width = 16 access = "write only" page =
-                                                      "regs")
-    ");
-        EXPECT_EQ(
-            notesOf(made),
-            R"(map:3:2: writes of "MODE" do more than set its bits. It is marked as volatile; its note names the fields.
-map:6:73: `value` is no number: "RESET_STATE". The reset value is 0 instead.
-map:14:2: the register "odd" is left out: `addressOffset` is no number: "BASE + 4". Write a number in place of the expression.)");
+[[register]]
+title = "lane_1_GO_1"
+address = 0x20
+width = 16
+access = "write only"
+page = "regs"
+)toml");
+    EXPECT_EQ(
+        notesOf(made),
+        R"(map:3:2: writes of "MODE" do more than set its bits. It is marked as volatile; its note names the fields.
+map:7:116: `value` is no number: "RESET_STATE". The reset value is 0 instead.
+map:15:2: the register "odd" is left out: `addressOffset` is no number: "BASE + 4". Write a number in place of the expression.)");
     // the file says itself what is missing
     const chips::ChipFile file = chips::readChip(made.text, "core.toml");
     EXPECT_EQ(chips::describe(file.problems, "core.toml"),
@@ -289,17 +304,18 @@ std::string registerText(const std::string& name, int offset, std::string_view m
     return fmt::format("<register><name>{}</name><addressOffset>{}</addressOffset>{}</register>\n",
                        name, offset, more);
 }
-std::string device(const std::string& registers, std::string_view head = {}) {
+std::string device(const std::string& registers) {
     return fmt::format(
-        "<device>{}<name>D</name><size>16</size><peripherals><peripheral><name>P</name>"
+        "<device><name>D</name><size>16</size><peripherals><peripheral><name>P</name>"
         "<baseAddress>0</baseAddress><registers>\n{}</registers></peripheral>"
         "</peripherals></device>",
-        head, registers);
+        registers);
 }
 
 TEST(ImportMap, MakesFitWhatAChipCannotSay) {
-    constexpr const char* bit =
-        "<fields><field><name>b</name><bitOffset>3</bitOffset></field></fields>";
+    constexpr const char* wide =
+        "<size>32</size><resetValue>0xFFFFFFFF</resetValue><fields><field><name>b</"
+        "name><bitOffset>3</bitOffset></field></fields>";
     const ImportedMap made = importMap(
         device(
             registerText(
@@ -312,23 +328,32 @@ TEST(ImportMap, MakesFitWhatAChipCannotSay) {
             registerText(
                 "List", 3,
                 "<fields><field><name>Commands</name><bitOffset>0</bitOffset></field></fields>") +
-            registerText("WIDE", 4,
-                         std::string("<size>32</size><resetValue>0xFFFFFFFF</resetValue>") + bit) +
-            registerText("LONG", 5, "<size>128</size>") + registerText("FAR", 64) +
-            registerText("IN", 6, "<access>read-only</access>") +
+            registerText("WIDE", 4, wide) + registerText("LONG", 5, "<size>128</size>") +
+            registerText("FAR", 64) + registerText("IN", 6, "<access>read-only</access>") +
             registerText("OUT", 6, "<access>write-only</access>") + registerText("TWICE", 6) +
-            registerText("PART", 2, "<access>writeOnce</access>") +
+            registerText("PART", 9) + registerText("PORT", 9, "<access>writeOnce</access>") +
             registerText("BELL", 7, "<description>a\x01 \x7F \xFF</description>")),
         "odd.svd", wordOptions());
     EXPECT_EQ(
         notesOf(made),
-        R"(map:2:1: the field "w" of "A" became "w_2". Titles and the names of controls differ from each other.
-)");
+        R"t(map:2:65: the field "W" of "A" became "W_2". Titles and the names of controls differ from each other.
+map:2:120: the field "w" of "A" became "w_3". Titles and the names of controls differ from each other.
+map:2:175: the field "far" is left out: it has bits beyond the register "A". The register has 16 bits.
+map:2:234: the field "日{1}" of "A" became "___(1)". Titles and the names of controls differ from each other.
+map:3:1: "a" became "a_2". Titles and the names of controls differ from each other.
+map:5:68: the field "Commands" of "List" became "Commands_2". Titles and the names of controls differ from each other.
+map:6:1: "WIDE" is shortened from 32 to 16 bits. No field lies beyond.
+map:6:1: the reset value of "WIDE" is shortened to 16 bits. It had more.
+map:7:1: "LONG" is left out: it has 128 bits. Up to 16 bits are possible.
+map:8:1: "FAR" is left out: its address 0x40 has more than 6 bits. Give more bits to --address, or a --base or --step.
+map:11:1: "TWICE" is left out: it has the address of "IN". Describe it as fields with `shares` there.
+map:13:1: "PORT" is left out: it has the address of "PART". Describe it as fields with `shares` there.
+map:14:1: the description of "BELL" was changed. It was too long, or had characters that cannot be shown.)t");
     const chips::ChipPtr chip = chipOf(made);
     std::string titles;
     for (const chips::Register& any : chip->registers)
         titles += any.title + " ";
-    EXPECT_EQ(titles, "");
+    EXPECT_EQ(titles, "A a_2 A_b List WIDE IN OUT PART BELL ");
 }
 
 TEST(ImportMap, StaysWithinTheLimitsOfAChipsFile) {
@@ -339,9 +364,15 @@ TEST(ImportMap, StaysWithinTheLimitsOfAChipsFile) {
     ImportOptions options = wordOptions();
     options.word.bits = 64;
     options.word.address = chips::BitList::range(16, 16);
+    options.word.write = std::uint64_t{1} << 63;
     const ImportedMap made = importMap(device(registerText("R%s", 0, many)), "big.svd", options);
     EXPECT_LE(made.text.size(), chips::longestFile);
-    EXPECT_EQ(notesOf(made), "");
+    EXPECT_EQ(
+        notesOf(made),
+        "map: descriptions are left out, and single bits are captions alone. A chip's file has "
+        "up to 1 MiB: choose peripherals with --only.\n"
+        "map:2:1: the registers from \"R4096\" on are left out: a chip's file has up to 4096. "
+        "Choose peripherals with --only.");
     EXPECT_EQ(chipOf(made)->registers.size(), 4096U);
 
     // 600 registers with all that they have
