@@ -154,7 +154,7 @@ private:
     }
 
     /// The captions of the bits where fields give them names, else their number.
-    void addBits(const FittedRegister& any, Lines& lines) const {
+    static void addBits(const FittedRegister& any, Lines& lines) {
         if (any.fields.empty())
             return lines.add("width", fmt::format("{}", any.width));
         std::vector<const FittedField*> at(static_cast<std::size_t>(any.width) + 1);

@@ -42,7 +42,7 @@ std::vector<FittedField> FieldFitter::fit(const MapRegister& source, const Fitte
         const auto bits = static_cast<std::uint64_t>(owner.width);
         if (field.width == 0 || field.first >= bits || field.width > bits - field.first) {
             note(field.at,
-                 fmt::format("the field \"{}\" is left out: it has bits beyond the register \"{}\"",
+                 fmt::format(R"(the field "{}" is left out: it has bits beyond the register "{}")",
                              field.name, owner.title),
                  fmt::format("The register has {} bits.", owner.width));
             continue;
@@ -52,7 +52,7 @@ std::vector<FittedField> FieldFitter::fit(const MapRegister& source, const Fitte
         if ((taken & mask) != 0) {
             one.shares = true;
             note(field.at,
-                 fmt::format("\"{}\" of \"{}\" has bits that another field has too", one.title,
+                 fmt::format(R"("{}" of "{}" has bits that another field has too)", one.title,
                              owner.title),
                  "It shares them.");
         }
@@ -73,7 +73,7 @@ FittedField FieldFitter::fitted(const MapField& source, const FittedRegister& ow
     made.title = titles_.fieldTitle(owner.title, wanted);
     if (isChanged || made.title != wanted)
         note(source.at,
-             fmt::format("the field \"{}\" of \"{}\" became \"{}\"", source.name, owner.title,
+             fmt::format(R"(the field "{}" of "{}" became "{}")", source.name, owner.title,
                          made.title),
              "Titles and the names of controls differ from each other.");
     made.choices = choicesOf(source, made.width, notes_);

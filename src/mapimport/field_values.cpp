@@ -61,7 +61,7 @@ private:
     void takeRest(const MapValue& value) {
         if (width_ > widestWithRest)
             return note(value,
-                        fmt::format("\"{}\" means all other values of \"{}\", and is left out",
+                        fmt::format(R"("{}" means all other values of "{}", and is left out)",
                                     textOf(value), field_.name),
                         "Describe it in a note.");
         for (std::uint64_t code = 0; code <= largest_; ++code)

@@ -162,7 +162,7 @@ private:
         if (readsToo || writesToo) {
             made.access = readsToo ? Access::WriteOnly : Access::ReadOnly;
             note(source.at,
-                 fmt::format("\"{}\" can only be {}: it has the address of \"{}\"", source.name,
+                 fmt::format(R"("{}" can only be {}: it has the address of "{}")", source.name,
                              readsToo ? "written" : "read", other),
                  "One word reads one register.");
         }
@@ -189,7 +189,7 @@ private:
             wanted = fmt::format("Register_{:X}", made.address);
         made.title = titles_.registerTitle(wanted);
         if (isChanged || made.title != wanted)
-            note(source.at, fmt::format("\"{}\" became \"{}\"", source.name, made.title),
+            note(source.at, fmt::format(R"("{}" became "{}")", source.name, made.title),
                  "Titles and the names of controls differ from each other.");
         made.page = cleanTitle(source.block, isChanged);
         if (made.page.empty() || made.page == chips::statusPage)

@@ -56,11 +56,11 @@ XmlSource::XmlSource(std::string_view text) {
 
 void XmlSource::checkDepth() const {
     int depth = 0;
-    for (pugi::xml_node node = root(); node;) {
+    for (pugi::xml_node node = root(); !node.empty();) {
         if (depth > deepest)
             refuse(placeOf(node), "the elements lie too deep in each other",
                    "A register map has them up to 64 deep.");
-        if (node.first_child()) {
+        if (!node.first_child().empty()) {
             node = node.first_child();
             ++depth;
             continue;

@@ -26,7 +26,7 @@ private:
     chips::Problem problem_;
 };
 
-inline constexpr std::size_t longestSource = 64 * 1024 * 1024; ///< bytes
+inline constexpr std::size_t longestSource = std::size_t{64} << 20; ///< bytes
 
 /// A parsed XML text that knows the place of each element. Entities that the text declares stay
 /// what they are, and nothing outside of the text is read.
