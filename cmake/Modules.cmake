@@ -3,11 +3,12 @@
 # stops the build with the file and the line.
 
 # module -> modules that it uses directly; their own dependencies come with them
-set(BITLUX_MODULES platform session chips registers transfer waveform sending config panels program bench
-    workbench apps python gui)
+set(BITLUX_MODULES platform session chips mapimport registers transfer waveform sending config panels program
+    bench workbench apps python gui)
 set(BITLUX_USES_platform)
 set(BITLUX_USES_session)
 set(BITLUX_USES_chips platform)
+set(BITLUX_USES_mapimport chips)
 set(BITLUX_USES_registers chips)
 set(BITLUX_USES_transfer platform session)
 set(BITLUX_USES_waveform transfer registers)
@@ -17,7 +18,7 @@ set(BITLUX_USES_panels sending registers)
 set(BITLUX_USES_program config panels waveform)
 set(BITLUX_USES_bench platform chips)
 set(BITLUX_USES_workbench program bench)
-set(BITLUX_USES_apps workbench)
+set(BITLUX_USES_apps workbench mapimport)
 set(BITLUX_USES_python workbench)
 set(BITLUX_USES_gui workbench)
 # modules that may use Qt

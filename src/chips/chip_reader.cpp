@@ -8,6 +8,7 @@
 #include "chips/validate.h"
 
 #include <algorithm>
+#include <bit>
 #include <filesystem>
 #include <fstream>
 
@@ -79,6 +80,48 @@ WordFormat readWord(const Node& node, Problems& problems) {
     if (table.has("status"))
         readStatus(table.section("status"), word, problems);
     return word;
+}
+
+/// Bits that a number takes.
+int bitsOf(std::uint64_t number) {
+    return std::max(1, static_cast<int>(std::bit_width(number)));
+}
+
+/// Whether some register is written and read by the same word while no bits tell which is meant.
+bool needsConstants(const Chip& chip) {
+    return std::any_of(chip.registers.begin(), chip.registers.end(), [](const Register& any) {
+        return any.writable() && any.neverWritten == 0 && any.alwaysWritten == 0 &&
+               std::any_of(any.views.begin(), any.views.end(), [&any](const View& view) {
+                   return view.operation == Operation::Read && view.extra == 0 &&
+                          view.address == any.address;
+               });
+    });
+}
+
+/// Tells which keys of `[word]` are missing without which no word carries the registers.
+void requireForRegisters(const Node& node, const Chip& chip, Problems& problems) {
+    if (node.table() == nullptr || chip.registers.empty())
+        return;
+    std::uint64_t address = 0;
+    int width = 1;
+    for (const Register& any : chip.registers) {
+        address = std::max(address, any.address);
+        width = std::max(width, any.width());
+    }
+    const auto missing = [&](const char* text, std::string advice) {
+        problems.push_back({node.at, text, std::move(advice)});
+    };
+    if (address > 0 && node.find("address") == nullptr)
+        missing("`address` is missing",
+                fmt::format("Say which bits of a word carry the address, as \"15:8\"; at least {}.",
+                            bitsOf(address)));
+    if (node.find("data") == nullptr)
+        missing("`data` is missing",
+                fmt::format("Say which bits of a word carry the data, as \"7:0\"; at least {}.",
+                            width));
+    if (node.find("write") == nullptr && node.find("read") == nullptr && needsConstants(chip))
+        missing("`write` and `read` are missing",
+                "Give the bits that are set in each write, in each read, or in both, as 0x8000.");
 }
 
 GivenBack readGivenBack(const Node& node, Problems& problems) {
@@ -196,6 +239,8 @@ void readDocument(const Node& document, const std::string& file, Chip& chip, Pro
     if (table.has("word"))
         chip.word = readWord(table.section("word"), problems);
     readRegisters(table, chip, problems);
+    if (table.has("word"))
+        requireForRegisters(table.section("word"), chip, problems);
     for (const Node* command : table.tables("command"))
         chip.commands.push_back(readCommand(*command, problems));
     for (const Node* group : table.tables("read_all"))

@@ -37,6 +37,13 @@ std::string lowerCase(std::string text) {
 
 } // namespace
 
+std::vector<std::string> controlsOfEveryPanel() {
+    std::vector<std::string> names{"Val_loop", "PanelTabs", "RegisterTabs"};
+    for (const auto& [name, kind] : sequenceControls)
+        names.emplace_back(name);
+    return names;
+}
+
 ControlCensus::ControlCensus(const Chip& chip, Problems& problems) : problems_(problems) {
     addSequence(chip);
     add(chip.panel.outerTabs, Kind::Other, chip.panel.at);

@@ -9,8 +9,12 @@
 #include <string>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 namespace bitlux::chips {
+
+/// Names of controls that every panel has, so that no title may lead to them.
+std::vector<std::string> controlsOfEveryPanel();
 
 /// The controls that a description makes, including those of its sequence. Two with the same name
 /// are a problem, unless they are rows that registers share.

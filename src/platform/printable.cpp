@@ -22,8 +22,11 @@ std::size_t shownLength(std::string_view text) {
     for (std::size_t i = 1; i < length; ++i)
         if ((byteAt(text, i) & 0xC0) != 0x80)
             return 0;
-    const bool isControl = lead == 0xC2 && byteAt(text, 1) < 0xA0;
-    return isControl ? 0 : length;
+    const std::uint8_t second = length > 1 ? byteAt(text, 1) : 0;
+    const bool isControl = lead == 0xC2 && second < 0xA0;
+    const bool isNone = (lead == 0xE0 && second < 0xA0) || (lead == 0xED && second >= 0xA0) ||
+                        (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second >= 0x90);
+    return isControl || isNone ? 0 : length;
 }
 
 } // namespace

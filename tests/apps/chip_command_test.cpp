@@ -125,5 +125,70 @@ TEST(ChipCommand, ListsTheChips) {
     EXPECT_TRUE(bitlux("chip show lamp").output.starts_with("lamp: A lamp\n"));
 }
 
+TEST(ChipCommand, ImportsARegisterMap) {
+    const TemporaryFolder folder;
+    const std::string map = folder.write(
+        "meter.svd",
+        "<device><name>M</name><peripherals><peripheral><name>P</name><baseAddress>0x40"
+        "</baseAddress><registers>\n<register><name>A</name><addressOffset>0</addressOffset>"
+        "</register>\n<register><name>B</name><addressOffset>4</addressOffset><size>8</size>"
+        "</register></registers></peripheral></peripherals></device>");
+    const std::string file = folder.path("meter.toml");
+    const std::string command = fmt::format("chip import {} -o {} ", map, file);
+    const std::string missing = fmt::format(
+        "{0}:6:1: `bits` is missing. Say how many bits a word has.\n"
+        "{0}:6:1: `address` is missing. Say which bits of a word carry the address, as \"15:8\"; "
+        "at "
+        "least 7.\n"
+        "{0}:6:1: `data` is missing. Say which bits of a word carry the data, as \"7:0\"; at least "
+        "32.\n"
+        "{0}:6:1: `write` and `read` are missing. Give the bits that are set in each write, in "
+        "each "
+        "read, or in both, as 0x8000.\n",
+        file);
+    Outcome outcome = bitlux(command);
+    EXPECT_EQ(outcome.output, "2 registers; before the chip can be used:\n" + missing);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(bitlux("chip check " + file).output, missing);
+
+    outcome =
+        bitlux(command + "--only p --base 40 --step 4 --bits 10 --type 3 --address 8 --data 7:0 "
+                         "--write 0x200 --answer 'next word' --fetch 1");
+    EXPECT_EQ(outcome.output,
+              map + ":2:1: \"A\" is left out: it has 32 bits. Up to 8 bits are possible.\n"
+                    "1 registers\n");
+    const std::string kept = contentOf(file);
+    EXPECT_EQ(kept, R"(# Imported from meter.svd.
+
+[chip]
+title = "M"
+
+[word]
+bits = 10
+type = 3
+address = "8"
+data = "7:0"
+write = 0x200
+answer = "next word"
+fetch = 0x1
+
+[[register]]
+title = "B"
+address = 0x1
+width = 8
+page = "P"
+)");
+    EXPECT_EQ(bitlux("chip check " + file).code, 0);
+
+    outcome = bitlux(command + "--only Q");
+    EXPECT_EQ(outcome.output,
+              map + ": there is no peripheral or address block \"Q\". There is P.\n");
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_EQ(bitlux(command + "--data 0-7").code, 2);
+    EXPECT_EQ(bitlux("chip import " + folder.path("none.svd")).output,
+              folder.path("none.svd") + ": The file cannot be read.\n");
+    EXPECT_EQ(contentOf(file), kept);
+}
+
 } // namespace
 } // namespace bitlux::test

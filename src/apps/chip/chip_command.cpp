@@ -23,6 +23,7 @@ constexpr const char* examples =
     "    bitlux chip list\n"
     "    bitlux chip show zt72518\n"
     "    bitlux chip check examples/chips/adxl345.toml\n"
+    "    bitlux chip import meter.svd -o meter.toml\n"
     "    bitlux chip read zt72516 INIT TIMER --bench zt72516\n"
     "    bitlux chip write zt72516 INIT.WD_spi=1 --bench zt72516\n"
     "Chips of your own are files in ~/.local/share/bitlux-forge/chips.\n";
@@ -91,7 +92,7 @@ int check(const std::string& file, std::ostream& output, std::ostream& errors) {
 CLI::App& addChipCommand(CLI::App& app, ChipOptions& options) {
     using Task = ChipOptions::Task;
     CLI::App& chip = *app.add_subcommand(
-        "chip", "Read and write registers of chips by name; list, show and check chips");
+        "chip", "Read and write registers of chips by name; list, show, check and import chips");
     chip.require_subcommand(1);
     chip.footer(examples);
     const auto add = [&](const char* name, const char* purpose, Task task) -> CLI::App& {
@@ -108,6 +109,7 @@ CLI::App& addChipCommand(CLI::App& app, ChipOptions& options) {
     add("check", "Print what is wrong with a file, with line, column and advice", Task::Check)
         .add_option("FILE", options.chip, "A file of a chip (*.toml)")
         ->required();
+    addImportCommand(chip, options.import);
     addRegisterCommands(chip, options.registers);
     return chip;
 }
@@ -116,6 +118,8 @@ int runChipCommand(const ChipOptions& options, std::ostream& output, std::ostrea
     if (options.registers.task != RegisterOptions::Task::None)
         return runRegisterCommand(options.registers, output, errors);
     try {
+        if (options.import.isGiven)
+            return runImportCommand(options.import, output, errors);
         if (options.task == ChipOptions::Task::Check)
             return check(options.chip, output, errors);
         if (options.task == ChipOptions::Task::Show)

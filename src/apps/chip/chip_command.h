@@ -1,5 +1,6 @@
 #pragma once
 
+#include "apps/chip/import_command.h"
 #include "apps/chip/register_options.h"
 
 #include <cstdint>
@@ -20,14 +21,15 @@ struct ChipOptions {
     bool names = false;  ///< of chips or registers alone
     bool fields = false; ///< print what `chip write` takes alone
     std::string chip;    ///< a name or a file
+    ImportCommandOptions import;
     RegisterOptions registers;
 };
 
 /// Adds the command with its own commands; `options` is filled when one of them is parsed.
 CLI::App& addChipCommand(CLI::App& app, ChipOptions& options);
 
-/// Lists the chips, shows the registers of one, checks a file, or works on registers. Returns the
-/// exit code of the program: 1 after a message on `errors`.
+/// Lists the chips, shows the registers of one, checks or imports a file, or works on registers.
+/// Returns the exit code of the program: 1 after a message on `errors`.
 int runChipCommand(const ChipOptions& options, std::ostream& output, std::ostream& errors);
 
 } // namespace bitlux
