@@ -13,8 +13,7 @@ TEST(WordsDuringARun, OfAutomaticReadsGoOutInTheWaitAndLeaveTheAnswersOfTheLines
     PanelBench bench("scripted", fiveReplies);
     bench.panel().part<AutoReads>().boxes(0).setValue(1);
     bench.tick("read_auto(34)");
-    EXPECT_EQ(bench.run({{"MUX Write", "5"}, {"Wait", "1200"}, {"CAN Read Low", ""}}),
-              "4005 0100 0100 1D00");
+    EXPECT_EQ(bench.run("MUX Write=5;Wait=1200;CAN Read Low="), "4005 0100 0100 1D00");
     EXPECT_EQ(bench.column("List_Val_read0"),
               (Texts{"LSB in binary (hexa)", " 0000  0001  (1)", "", " 0000  0100  (4)"}));
     bench.expect("Mux_Rl=03;Can_Rl=00"); // of the second read; a line shows nothing there
@@ -31,9 +30,7 @@ TEST(WordsDuringARun, OfButtonsGoOutBetweenTheLines) {
     });
     bench.loop.atTime(bench.clock.nanoseconds() + 50 * millisecond,
                       [&] { bench.press("Cm_CAN_Rl"); });
-    EXPECT_EQ(
-        bench.run({{"MUX Write", "1"}, {"MUX Write", "2"}, {"Wait", "90"}, {"MUX Write", "3"}}),
-        "4001 400F 4002 2100 4003");
+    EXPECT_EQ(bench.run("MUX Write=1;MUX Write=2;Wait=90;MUX Write=3"), "4001 400F 4002 2100 4003");
     EXPECT_EQ(bench.column("List_Val_read0").size(), 5U);
     EXPECT_EQ(bench.caption("Label_Liste(0)"), "Sent : 40 - 03");
 }
@@ -53,7 +50,7 @@ TEST(WordsDuringARun, OfTheMainWindowGoOutWhereTheirLengthIsThatOfThePanel) {
                  "or a panel has set that length."}}}) {
         PanelBench bench("scripted", fiveReplies, "ZT72518", {}, prepare);
         bench.loop.atTurn(1, [&bench] { bench.send("A5C3"); });
-        EXPECT_EQ(bench.run({{"MUX Write", "1"}, {"MUX Write", "2"}}), words);
+        EXPECT_EQ(bench.run("MUX Write=1;MUX Write=2"), words);
         EXPECT_EQ(bench.boxes.takeTexts(), box);
         EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), box.empty() ? "2202" : "");
     }
@@ -62,7 +59,7 @@ TEST(WordsDuringARun, OfTheMainWindowGoOutWhereTheirLengthIsThatOfThePanel) {
 TEST(WordsDuringARun, HaveTheAppliedShapeWhenTheirPanelLeavesTheFront) {
     PanelBench bench("scripted", {"00000000"}, "ZT72516", {.bits = 32});
     bench.loop.atTurn(1, [&] { bench.program.forms().deactivate("ZT72516"); });
-    EXPECT_EQ(bench.run({{"TIMER Reg Read", ""}, {"TIMER Reg Read", ""}}), "05000000 00:8");
+    EXPECT_EQ(bench.run("TIMER Reg Read=;TIMER Reg Read="), "05000000 00:8");
     EXPECT_EQ(bench.session().SPIWordLength, 8);
 }
 
