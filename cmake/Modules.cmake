@@ -3,7 +3,7 @@
 # stops the build with the file and the line.
 
 # module -> modules that it uses directly; their own dependencies come with them
-set(BITLUX_MODULES platform session chips registers transfer waveform sending config panels program bench
+set(BITLUX_MODULES platform session chips registers transfer waveform sending journal config panels program bench
     workbench apps python gui)
 set(BITLUX_USES_platform)
 set(BITLUX_USES_session)
@@ -12,9 +12,10 @@ set(BITLUX_USES_registers chips)
 set(BITLUX_USES_transfer platform session)
 set(BITLUX_USES_waveform transfer)
 set(BITLUX_USES_sending transfer)
+set(BITLUX_USES_journal sending)
 set(BITLUX_USES_config sending)
 set(BITLUX_USES_panels sending registers)
-set(BITLUX_USES_program config panels waveform)
+set(BITLUX_USES_program config panels waveform journal)
 set(BITLUX_USES_bench platform chips)
 set(BITLUX_USES_workbench program bench)
 set(BITLUX_USES_apps workbench)
