@@ -98,7 +98,10 @@ JournalPlayer::Parts Replay::partsOf() {
 }
 
 bool Replay::choose(Bus bus) {
-    return chooseBus(program(), bus) && !boxes().hasEnded();
+    if (!chooseBus(program(), bus))
+        return false;
+    applyWordSettings(program(), {}); // as the port is there with it only
+    return !boxes().hasEnded();
 }
 
 bool Replay::prepare() {

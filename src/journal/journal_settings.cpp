@@ -66,14 +66,16 @@ JournalSettings JournalSettings::of(const Session& session, bool onDongle) {
                         .msbFirst = session.MSBFirst == ConstOn,
                         .csHigh = session.CSAssertLevel == ConstHigh,
                         .diHigh = session.DIOneLevel == ConstHigh,
-                        .doHigh = session.DOHighValue == 1,
-                        .pins = {session.CSPin, session.DIPin, session.ClockPin, session.DOPin},
-                        .clock = session.SPIBaudRate,
-                        .data = session.DataPortPins.value(),
-                        .control = session.ControlPortPins.value(),
-                        .donglePins0 = session.USBExtraPins0,
-                        .donglePins1 = session.USBExtraPins1,
-                        .lastByte = {}};
+                        .doHigh = session.DOHighValue == 1};
+    if (!onDongle) {
+        now.pins = {session.CSPin, session.DIPin, session.ClockPin, session.DOPin};
+        now.data = session.DataPortPins.value();
+        now.control = session.ControlPortPins.value();
+        return now;
+    }
+    now.clock = session.SPIBaudRate;
+    now.donglePins0 = session.USBExtraPins0;
+    now.donglePins1 = session.USBExtraPins1;
     if (session.ZT72537PanelActive == 1)
         now.lastByte = session.ZT72537FrameByte7;
     return now;
@@ -87,13 +89,16 @@ void JournalSettings::applyTo(Session& session) const {
     setLevels(session.DIOneLevel, session.DIZeroLevel, diHigh);
     session.DOHighValue = doHigh ? 1 : 0;
     session.DOLowValue = doHigh ? 0 : 1;
-    session.CSPin = pins[0];
-    session.DIPin = pins[1];
-    session.ClockPin = pins[2];
-    session.DOPin = pins[3];
+    if (!onDongle) {
+        session.CSPin = pins[0];
+        session.DIPin = pins[1];
+        session.ClockPin = pins[2];
+        session.DOPin = pins[3];
+        session.DataPortPins.setValue(data);
+        session.ControlPortPins.setValue(control);
+        return;
+    }
     session.SPIBaudRate = clock;
-    session.DataPortPins.setValue(data);
-    session.ControlPortPins.setValue(control);
     session.USBExtraPins0 = donglePins0;
     session.USBExtraPins1 = donglePins1;
     session.ZT72537PanelActive = lastByte ? 1 : 0;
@@ -118,11 +123,14 @@ void JournalSettings::addTo(Json& object) const {
     object["cs"] = levelName(csHigh);
     object["di"] = levelName(diHigh);
     object["do"] = levelName(doHigh);
-    object["pins"] = pinText(pins);
+    if (!onDongle) {
+        object["pins"] = pinText(pins);
+        object["data_register"] = data;
+        object["control_register"] = control;
+        return;
+    }
     object["clock"] =
         clockNames.at(static_cast<std::size_t>(clock / clockStep) % clockNames.size());
-    object["data_register"] = data;
-    object["control_register"] = control;
     object["dongle_pins"] = donglePins0 | donglePins1 << 8;
     if (lastByte)
         object["last_byte"] = *lastByte;
@@ -132,7 +140,6 @@ JournalSettings JournalSettings::from(const Json& object) {
     constexpr int longest = 160;
     constexpr int types = 8;
     constexpr std::int64_t mostDonglePins = 0x1FF;
-    const std::int64_t donglePins = numberMember(object, "dongle_pins", 0, mostDonglePins);
     JournalSettings read{.onDongle = choiceMember(object, "bus", "dongle", "port"),
                          .bits =
                              static_cast<std::int16_t>(numberMember(object, "bits", 1, longest)),
@@ -140,14 +147,17 @@ JournalSettings JournalSettings::from(const Json& object) {
                          .msbFirst = choiceMember(object, "order", "msb", "lsb"),
                          .csHigh = choiceMember(object, "cs", "high", "low"),
                          .diHigh = choiceMember(object, "di", "high", "low"),
-                         .doHigh = choiceMember(object, "do", "high", "low"),
-                         .pins = pinsFrom(textMember(object, "pins")),
-                         .clock = clockFrom(textMember(object, "clock")),
-                         .data = byteMember(object, "data_register"),
-                         .control = byteMember(object, "control_register"),
-                         .donglePins0 = static_cast<std::uint8_t>(donglePins & 0xFF),
-                         .donglePins1 = static_cast<std::uint8_t>(donglePins >> 8),
-                         .lastByte = {}};
+                         .doHigh = choiceMember(object, "do", "high", "low")};
+    if (!read.onDongle) {
+        read.pins = pinsFrom(textMember(object, "pins"));
+        read.data = byteMember(object, "data_register");
+        read.control = byteMember(object, "control_register");
+        return read;
+    }
+    read.clock = clockFrom(textMember(object, "clock"));
+    const std::int64_t donglePins = numberMember(object, "dongle_pins", 0, mostDonglePins);
+    read.donglePins0 = static_cast<std::uint8_t>(donglePins & 0xFF);
+    read.donglePins1 = static_cast<std::uint8_t>(donglePins >> 8);
     if (object.contains("last_byte"))
         read.lastByte = byteMember(object, "last_byte");
     return read;

@@ -18,8 +18,8 @@ namespace {
 
 const std::string header =
     R"({"kind":"journal","version":1,"program":"P","started":"S","bus":"port","bits":16,"type":1,)"
-    R"("order":"msb","cs":"low","di":"high","do":"high","pins":"2,3,4,12","clock":"1M",)"
-    R"("data_register":1,"control_register":11,"dongle_pins":0})"
+    R"("order":"msb","cs":"low","di":"high","do":"high","pins":"2,3,4,12",)"
+    R"("data_register":1,"control_register":11})"
     "\n";
 
 class Journal : public testing::Test {
@@ -55,8 +55,8 @@ TEST_F(Journal, HasEveryWordWithItsAnswer) {
     expectRun("send --bench echo --bits 16 --journal " + path("j.jsonl") + " A5C3 0FF0",
               "A5C3 0000\n0FF0 A5C3\n");
     EXPECT_EQ(journal(),
-              header + R"({"kind":"word","us":0,"took":67,"sent":"A5C3","received":"0000"}
-{"kind":"word","us":67,"took":67,"sent":"0FF0","received":"A5C3"}
+              header + R"({"kind":"word","us":0,"took":51,"sent":"A5C3","received":"0000"}
+{"kind":"word","us":51,"took":51,"sent":"0FF0","received":"A5C3"}
 )");
 }
 
@@ -70,11 +70,10 @@ TEST_F(Journal, HasWaitsPinsAndBoxes) {
     bitlux("run " + file + " --bench echo --batch sweep --journal " + path("j.jsonl"));
     const std::string all = journal();
     EXPECT_EQ(all.substr(all.find('\n') + 1),
-              R"({"kind":"word","us":0,"took":35,"sent":"A5","received":"00"}
-{"kind":"wait","us":35,"for":5000}
-{"kind":"pins","us":5036,"register":"data","value":9}
-{"kind":"settings","us":5036}
-{"kind":"word","us":5036,"took":35,"sent":"A5","received":"A5"}
+              R"({"kind":"word","us":0,"took":27,"sent":"A5","received":"00"}
+{"kind":"wait","us":27,"for":5000}
+{"kind":"pins","us":5028,"register":"data","value":9}
+{"kind":"word","us":5028,"took":27,"sent":"A5","received":"A5"}
 )");
 }
 
@@ -82,13 +81,18 @@ TEST_F(Journal, IsSentAgainExactly) {
     // After a pin the clock of the replay is one access ahead.
     const std::string times = "(^|\n)[0-9]+";
     const std::string port = write("port.spi", boardFile);
-    const std::string dongle = write("dongle.spi", dongleFile());
+    const std::string dongle =
+        write("dongle.spi", dongleFile() + "\"[BatchItem]\",\"3 pin\"\r\n"
+                                           "\"[BatchItem]\",\"3 read id\"\r\n"
+                                           "\"[BatchItem]\",\"3 * Set HIGH: Data 0\"\r\n"
+                                           "\"[BatchItem]\",\"3 read id\"\r\n"
+                                           "\"[DongleData0Enable]\",1\r\n");
     expectSameWire("send --bits 13 --type 7 --order lsb --cs high --di low --pins 9,8,7,15 1A5C 3",
                    "--bench loopback --bus port", "2 words, 0 differences");
     expectSameWire("send --bits 24 --type 3 --clock 62.5k --do low A5C3FF 0FF000 1",
                    "--bench loopback --bus dongle", "3 words, 0 differences");
     expectSameWire("run " + port, "--bench echo --bus port", "2 words, 0 differences", times);
-    expectSameWire("run " + dongle + " --pin-word 3C", "--bench echo --bus dongle",
+    expectSameWire("run " + dongle + " --batch pin --pin-word 3C", "--bench echo --bus dongle",
                    "3 words, 0 differences");
     // The chip's words have a length and a type of their own.
     expectSameWire("chip write zt72516 INIT.WD_spi=1 --verify", "--bench zt72516 --bus port",
@@ -105,8 +109,8 @@ TEST_F(Journal, KeepsPausesUnlessTold) {
         const std::size_t at = output.find(name) + name.size();
         return output.substr(at, output.find(',', at) - at);
     };
-    EXPECT_EQ(lastTime(""), "5.072");
-    EXPECT_EQ(lastTime("--fast"), "0.071");
+    EXPECT_EQ(lastTime(""), "5.056");
+    EXPECT_EQ(lastTime("--fast"), "0.055");
 }
 
 TEST_F(Journal, TellsTheFirstDifferenceAndTheirCount) {
@@ -142,11 +146,15 @@ TEST_F(Journal, OfALostDongleIsSentAgain) {
     bitlux("send --bench loopback --bus dongle --fault gone@3 --journal " + path("j.jsonl") +
            " A5 5A 3C");
     const std::string all = journal();
-    EXPECT_EQ(all.substr(all.find(R"({"kind":"word","us":4)")), "");
+    EXPECT_EQ(all.substr(all.find(R"({"kind":"dongle")")),
+              R"({"kind":"dongle","us":4016,"present":false}
+{"kind":"word","us":4016,"took":0,"sent":"3C","received":null}
+{"kind":"box","us":4016,"title":"Bitlux Forge","text":"Check the USB cable and restart program"}
+)");
     expectRun("replay " + path("j.jsonl") + " --bench loopback --bus dongle --fault gone@3",
-              path("j.jsonl") + ", line 4: " + lost + "3 words, 0 differences\n");
+              path("j.jsonl") + ", line 5: " + lost + "3 words, 0 differences\n");
     expectRun("replay " + path("j.jsonl") + " --bench loopback",
-              "Line 4, word 3, 3C: 3C, and the journal has no answer\n"
+              "Line 5, word 3, 3C: 3C, and the journal has no answer\n"
               "3 words, 1 differences\n",
               3);
 }
@@ -193,10 +201,14 @@ TEST_F(Journal, SaysWhatIsWrongWithIt) {
 }
 
 TEST_F(Journal, ThatCannotBeWrittenIsTold) {
-    expectRun("send --bench loopback --journal /dev/full A5 5A",
-              "The file \"/dev/full\" cannot be written: No space left on device. The journal "
-              "ends there.\nA5 A5\n5A 5A\n",
-              1);
+    const Outcome full =
+        shell("trap '' XFSZ; ulimit -f 1; " BITLUX_PROGRAM " send --bench loopback --journal " +
+              path("full.jsonl") + " 1 2 3 4 5 6 7 8 2>&1");
+    EXPECT_EQ(full.output, "01 01\n02 02\n03 03\n04 04\nThe file \"" + path("full.jsonl") +
+                               "\" cannot be written: File too large. The journal ends there.\n"
+                               "05 05\n06 06\n07 07\n08 08\n");
+    EXPECT_EQ(full.code, 1);
+    expectRun("replay " + path("full.jsonl") + " --bench loopback", "4 words, 0 differences\n");
     expectRun("send --bench loopback --journal " + path("none/j.jsonl") + " A5",
               "The file \"" + path("none/j.jsonl") +
                   "\" cannot be written: No such file or directory.\n",
