@@ -2,6 +2,7 @@
 
 #include "journal/json_members.h"
 #include "platform/conversions.h"
+#include "platform/printable.h"
 #include "sending/word_text.h"
 
 #include <fstream>
@@ -11,6 +12,7 @@ namespace bitlux {
 
 namespace {
 
+constexpr std::size_t longestInMessage = 60;
 constexpr std::int64_t nanosecondsOfMicrosecond = 1000;
 constexpr std::int64_t mostMicroseconds =
     std::numeric_limits<std::int64_t>::max() / (4 * nanosecondsOfMicrosecond);
@@ -122,7 +124,8 @@ JournalEntry JournalReader::entryFrom(std::string_view line) {
     } else if (kind == "wait" || kind == "box" || kind == "dongle" || kind == "remark") {
         entry.content = JournalRemark{};
     } else {
-        throw Failure(Failure::Kind::Conversion, fmt::format("there is no kind \"{}\"", kind));
+        throw Failure(Failure::Kind::Conversion,
+                      fmt::format("there is no kind \"{}\"", printable(kind, longestInMessage)));
     }
     return entry;
 }

@@ -453,7 +453,7 @@ class Module(Case):
             file = pathlib.Path(folder, "j.jsonl")
             bench.journal(str(file))
             send(bench, "A5")
-            bench.call("read_rstint")
+            bench.call("frmMain.read_rstint")
             bench.end_journal()
             send(bench, "5A")
             lines = [json.loads(line) for line in file.read_text().splitlines()]
