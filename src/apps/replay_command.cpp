@@ -79,6 +79,7 @@ private:
     bool busIsChosen_; ///< by the command line
     JournalPlayer player_;
     ReplayReport* lines_ = nullptr;
+    std::size_t line_ = 0;   ///< that is being played, 0 for none
     JournalAnswers answers_; ///< that are others
 };
 
@@ -121,9 +122,7 @@ std::unique_ptr<WordReport> Replay::makeReport() {
 }
 
 std::string Replay::where() const {
-    return lines_ != nullptr && lines_->entry != nullptr
-               ? fmt::format("{}, line {}: ", options_.file, lines_->entry->line)
-               : "";
+    return line_ > 0 ? fmt::format("{}, line {}: ", options_.file, line_) : "";
 }
 
 bool Replay::sendPass() {
@@ -141,12 +140,14 @@ void Replay::playAll() {
     JournalReader reader(options_.file);
     reader.next(); // the settings, which hold since prepare()
     for (auto entry = reader.next(); entry; entry = reader.next()) {
+        line_ = entry->line;
         lines_->entry = &*entry;
         player_.play(*entry);
         if (std::holds_alternative<JournalWord>(entry->content))
             program().mainForm().log.logWord(false);
-        lines_->entry = nullptr;
     }
+    line_ = 0;
+    lines_->entry = nullptr;
     if (survey_.isCutOff)
         warn("The last line of the journal was cut off, and is left out.");
 }

@@ -108,7 +108,7 @@ void JournalPlayer::write(const JournalPins& pins) {
         parts_.pins.ToggleControlPort();
 }
 
-void JournalPlayer::compare(Difference difference) {
+void JournalPlayer::compare(const Difference& difference) {
     if (difference.then == difference.now)
         return;
     ++differences_;

@@ -61,7 +61,7 @@ private:
     void send(const JournalEntry& entry, const JournalWord& word);
     void send(const JournalEntry& entry, const JournalCommand& command);
     void write(const JournalPins& pins);
-    void compare(Difference difference);
+    void compare(const Difference& difference);
 
     Parts parts_;
     std::int64_t endThen_ = 0; ///< of the last line, in the journal

@@ -35,7 +35,7 @@ bool flagMember(const Json& object, const char* name) {
 UsbFrame frameFrom(const Json& value, const char* name) {
     if (!value.is_string())
         refuseMember(name, "is no text");
-    const std::string& text = value.get_ref<const std::string&>();
+    const auto& text = value.get_ref<const std::string&>();
     constexpr std::size_t step = 3; ///< from byte to byte
     UsbFrame frame{};
     for (std::size_t i = 0; i < frame.size() && i * step + 1 < text.size(); ++i) {
@@ -62,6 +62,17 @@ JournalPins pinsFrom(const Json& object) {
     return {.pinRegister = isData ? PinRegister::Data : PinRegister::Control,
             .value = static_cast<std::uint8_t>(
                 numberMember(object, "value", 0, isData ? mostData : mostControl))};
+}
+
+void demandHeader(const Json& object) {
+    if (textMember(object, "kind") != "journal")
+        throw Failure(Failure::Kind::Conversion, "a journal begins with the kind \"journal\"");
+    const std::int64_t version =
+        numberMember(object, "version", 1, std::numeric_limits<std::int32_t>::max());
+    if (version > journalVersion)
+        throw Failure(Failure::Kind::Conversion,
+                      fmt::format("it is of version {}, and this program reads up to {}", version,
+                                  journalVersion));
 }
 
 } // namespace
@@ -128,17 +139,6 @@ JournalEntry JournalReader::entryFrom(std::string_view line) {
                       fmt::format("there is no kind \"{}\"", printable(kind, longestInMessage)));
     }
     return entry;
-}
-
-void JournalReader::demandHeader(const Json& object) {
-    if (textMember(object, "kind") != "journal")
-        throw Failure(Failure::Kind::Conversion, "a journal begins with the kind \"journal\"");
-    const std::int64_t version =
-        numberMember(object, "version", 1, std::numeric_limits<std::int32_t>::max());
-    if (version > journalVersion)
-        throw Failure(Failure::Kind::Conversion,
-                      fmt::format("it is of version {}, and this program reads up to {}", version,
-                                  journalVersion));
 }
 
 JournalWord JournalReader::wordFrom(const Json& object) const {

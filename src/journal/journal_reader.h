@@ -25,7 +25,6 @@ private:
     [[nodiscard]] JournalEntry entryFrom(std::string_view line);
     [[nodiscard]] JournalWord wordFrom(const nlohmann::ordered_json& object) const;
     [[nodiscard]] std::string digits(const nlohmann::ordered_json& value, const char* name) const;
-    void demandHeader(const nlohmann::ordered_json& object);
 
     LineReader lines_;
     bool endsWithLine_;

@@ -41,7 +41,7 @@ std::array<std::int16_t, 4> pinsFrom(std::string_view text) {
 }
 
 std::int16_t clockFrom(const std::string& text) {
-    const auto found = std::find(clockNames.begin(), clockNames.end(), text);
+    const auto* const found = std::find(clockNames.begin(), clockNames.end(), text);
     if (found == clockNames.end())
         refuseMember("clock", "is none of 4M, 1M, 500k and 62.5k");
     return static_cast<std::int16_t>((found - clockNames.begin()) * clockStep);

@@ -50,7 +50,7 @@ inline bool choiceMember(const Json& object, const char* name, const char* yes, 
     const std::string& text = textMember(object, name);
     if (text != yes && text != no)
         throw Failure(Failure::Kind::Conversion,
-                      fmt::format("\"{}\" is neither \"{}\" nor \"{}\"", name, yes, no));
+                      fmt::format(R"("{}" is neither "{}" nor "{}")", name, yes, no));
     return text == yes;
 }
 

@@ -219,6 +219,14 @@ TEST_F(Journal, ThatCannotBeWrittenIsTold) {
     EXPECT_EQ(contentOf(file), header);
 }
 
+TEST_F(Journal, EndsAtAWordThatTheBusCannotCarry) {
+    bitlux("send --bench loopback --bits 13 --journal " + path("j.jsonl") + " 1A5C");
+    expectRun("replay " + path("j.jsonl") + " --bench loopback --bus dongle",
+              path("j.jsonl") + ", line 2: The dongle carries words of 8, 16, 24, 32 or 40 bits, "
+                                "not of 13.\n",
+              1);
+}
+
 /// The commands of the page in a folder of their own, with what it says that they print.
 TEST_F(Journal, ExamplesOfThePageAreTrue) {
     const std::string page = contentOf(BITLUX_SOURCE "/docs/test-rig.md");
