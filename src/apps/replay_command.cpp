@@ -109,6 +109,7 @@ bool Replay::prepare() {
     const Bus ofJournal = survey_.settings.onDongle ? Bus::Dongle : Bus::Port;
     if (!choose(busIsChosen_ ? *options().outlet.chosenBus() : ofJournal))
         return false;
+    line_ = 1;
     player_.begin(survey_.settings);
     player_.differs.subscribe([this](const Difference& difference) { tell(difference); });
     return true;

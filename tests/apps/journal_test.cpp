@@ -222,7 +222,7 @@ TEST_F(Journal, ThatCannotBeWrittenIsTold) {
 TEST_F(Journal, EndsAtAWordThatTheBusCannotCarry) {
     bitlux("send --bench loopback --bits 13 --journal " + path("j.jsonl") + " 1A5C");
     expectRun("replay " + path("j.jsonl") + " --bench loopback --bus dongle",
-              path("j.jsonl") + ", line 2: The dongle carries words of 8, 16, 24, 32 or 40 bits, "
+              path("j.jsonl") + ", line 1: The dongle carries words of 8, 16, 24, 32 or 40 bits, "
                                 "not of 13.\n",
               1);
 }

@@ -11,7 +11,7 @@ namespace {
 TEST(JournalItem, RecordsUntilItIsChosenAgain) {
     const TemporaryFolder folder;
     const std::string file = folder.path("j.jsonl");
-    TestBench bench("echo", {}, WithDongle::Yes);
+    TestBench bench("echo", {}, TestBench::WithDongle::Yes);
     bench.fileDialogs.answer(file);
     bench.choose("frmMain.itemRecordJournal");
     EXPECT_EQ(bench.program.mainForm().notices.now()->text, "Recording a journal to " + file);
@@ -24,7 +24,7 @@ TEST(JournalItem, RecordsUntilItIsChosenAgain) {
     session.FirmwareUpdateRequest = true;
     bench.program.engine().SendSPI();
     bench.choose("frmMain.itemRecordJournal");
-    EXPECT_FALSE(bench.program.mainForm().notices.now());
+    EXPECT_FALSE(bench.program.journal().isOn());
     bench.program.engine().SendSPI();
     const std::string all = contentOf(file);
     EXPECT_EQ(all.substr(all.find(R"({"kind":"settings")")),
