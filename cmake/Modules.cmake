@@ -3,8 +3,8 @@
 # stops the build with the file and the line.
 
 # module -> modules that it uses directly; their own dependencies come with them
-set(BITLUX_MODULES platform session chips mapimport registers transfer waveform sending config panels program
-    bench workbench apps python gui)
+set(BITLUX_MODULES platform session chips mapimport registers transfer waveform sending journal config panels
+    program bench workbench apps python gui)
 set(BITLUX_USES_platform)
 set(BITLUX_USES_session)
 set(BITLUX_USES_chips platform)
@@ -13,9 +13,10 @@ set(BITLUX_USES_registers chips)
 set(BITLUX_USES_transfer platform session)
 set(BITLUX_USES_waveform transfer registers)
 set(BITLUX_USES_sending transfer)
+set(BITLUX_USES_journal sending)
 set(BITLUX_USES_config sending)
 set(BITLUX_USES_panels sending registers)
-set(BITLUX_USES_program config panels waveform)
+set(BITLUX_USES_program config panels waveform journal)
 set(BITLUX_USES_bench platform chips)
 set(BITLUX_USES_workbench program bench)
 set(BITLUX_USES_apps workbench mapimport)

@@ -2,6 +2,7 @@
 #include "apps/doctor_command.h"
 #include "apps/examples.h"
 #include "apps/list_command.h"
+#include "apps/replay_command.h"
 #include "apps/run_command.h"
 #include "apps/send_command.h"
 #include "apps/show_command.h"
@@ -28,6 +29,7 @@ public:
     explicit Commands(CLI::App& app)
         : send_(addSendCommand(app, sendOptions_)),
           run_(addRunCommand(app, runOptions_)),
+          replay_(addReplayCommand(app, replayOptions_)),
           show_(addShowCommand(app, showOptions_)),
           list_(addListCommand(app, listOptions_)),
           chip_(addChipCommand(app, chipOptions_)) {
@@ -40,6 +42,8 @@ public:
             return runSendCommand(sendOptions_, std::cout, std::cerr);
         if (run_.parsed())
             return runRunCommand(runOptions_, std::cout, std::cerr);
+        if (replay_.parsed())
+            return runReplayCommand(replayOptions_, std::cout, std::cerr);
         if (show_.parsed())
             return runShowCommand(showOptions_, std::cout, std::cerr);
         if (list_.parsed())
@@ -52,12 +56,14 @@ public:
 private:
     SendOptions sendOptions_;
     RunOptions runOptions_;
+    ReplayOptions replayOptions_;
     ShowOptions showOptions_;
     ListOptions listOptions_;
     ChipOptions chipOptions_;
     DoctorOptions doctorOptions_;
     const CLI::App& send_;
     const CLI::App& run_;
+    const CLI::App& replay_;
     const CLI::App& show_;
     const CLI::App& list_;
     const CLI::App& chip_;

@@ -81,6 +81,8 @@ void CommandOutputs::open() {
         demandWritable(*fileName);
     if (!options_.trace.empty())
         trace_.emplace(options_.trace, output_);
+    if (!options_.journal.empty())
+        journal_ = std::make_unique<GrowingFile>(options_.journal);
 }
 
 void CommandOutputs::begin(Program& program) {
@@ -93,6 +95,16 @@ void CommandOutputs::begin(Program& program) {
         program.waveform().start();
     if (!options_.log.empty() && options_.log != here)
         beginLog(program.mainForm().log.file);
+    if (journal_)
+        beginJournal(program.journal());
+}
+
+void CommandOutputs::beginJournal(JournalRecording& journal) {
+    journalFailed_ = journal.failed.follow([this, &journal] {
+        fmt::print(errors_, "{} The journal ends there.\n", journal.failure());
+        good_ = false;
+    });
+    attempt([&] { journal.start(std::move(journal_)); });
 }
 
 /// Sending continues when the file cannot be written any more.
@@ -117,6 +129,7 @@ void CommandOutputs::stop(Program& program) {
     transferred_.reset();
     program.stopRecording();
     program.waveform().stop();
+    program.journal().stop();
 }
 
 bool CommandOutputs::save(Program& program) {

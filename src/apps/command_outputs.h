@@ -6,6 +6,7 @@
 
 #include <fstream>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -31,9 +32,9 @@ private:
     WireTrace trace_;
 };
 
-/// The outputs of a command beside its lines: the trace and the file of the log, written after each
-/// word, and the others, written at the end. The outputs are independent: a failed one is reported,
-/// and the others are written.
+/// The outputs of a command beside its lines: the trace, the file of the log and the journal,
+/// written after each word, and the others, written at the end. The outputs are independent: a
+/// failed one is reported, and the others are written.
 class CommandOutputs {
 public:
     /// All outlive this.
@@ -52,6 +53,7 @@ public:
 private:
     void attempt(const std::function<void()>& write);
     void beginLog(LogFile& file);
+    void beginJournal(JournalRecording& journal);
     void writeTrace(Program& program);
     void saveVcd(Program& program);
     void saveSr(Program& program);
@@ -63,6 +65,8 @@ private:
     std::optional<TraceOutput> trace_; ///< until it has failed
     Subscription transferred_;
     Subscription logFailed_;
+    std::unique_ptr<GrowingFile> journal_; ///< until it is recorded into
+    Subscription journalFailed_;
     bool good_ = true;
 };
 

@@ -1,5 +1,7 @@
 #include "apps/output_options.h"
 
+#include <utility>
+
 #include <CLI/CLI.hpp>
 
 namespace bitlux {
@@ -17,11 +19,17 @@ std::function<void()> addOutputOptions(CLI::App& command, OutputOptions& options
         .add_option("--vcd", options.vcd, "Save the waveform of the words as a value change dump")
         ->type_name("FILE");
     command.add_option("--sr", options.sr, "Save it as a sigrok session")->type_name("FILE");
+    command
+        .add_option("--journal", options.journal,
+                    "Record the words and their answers, as they come, for bitlux replay")
+        ->type_name("FILE");
     command.add_flag("--json", options.json, "Print objects of JSON, one a line");
     return [&options] {
-        if (options.vcd == "-" || options.sr == "-")
-            throw CLI::ValidationError(options.vcd == "-" ? "--vcd" : "--sr",
-                                       "needs a file; the standard output has the words");
+        for (const auto& [name, file] :
+             {std::pair("--vcd", &options.vcd), std::pair("--sr", &options.sr),
+              std::pair("--journal", &options.journal)})
+            if (*file == "-")
+                throw CLI::ValidationError(name, "needs a file; the standard output has the words");
         if (options.json && (options.log == "-" || options.trace == "-"))
             throw CLI::ValidationError(options.log == "-" ? "--log" : "--trace",
                                        "with --json needs a file");

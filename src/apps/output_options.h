@@ -15,6 +15,7 @@ struct OutputOptions {
     std::string log;   ///< likewise
     std::string vcd;
     std::string sr;
+    std::string journal;
     bool json = false; ///< prints objects instead of lines
 };
 

@@ -12,7 +12,7 @@ namespace bitlux {
 MessageBox::Answer RunBoxes::show(const MessageBox& box) {
     if (printing)
         printing();
-    if (isNotice(box))
+    if (isNotice(box) || passesMessages)
         return TerminalBoxes::show(box);
     const bool isPause = box.title == MultipleRun::pausedTitle;
     if (isPause && passesPauses) {

@@ -18,6 +18,8 @@ public:
 
     /// Whether a pause continues without a question.
     bool passesPauses = false;
+    /// A message is told, and the run goes on.
+    bool passesMessages = false;
     /// Called before anything is printed.
     std::function<void()> printing;
     /// Called when a box has ended the run.

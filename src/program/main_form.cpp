@@ -29,6 +29,7 @@ MainForm::MainForm(forms::FormSet& set, const Parts& parts)
       labelMainTitle(*this, "labelMainTitle", "Generic Bitlux Forge"),
       lblConfigNag(*this, "lblConfigNag", "(Not Configured)"),
       itemOpenChip(*this, "itemOpenChip", "Open C&hip..."),
+      itemRecordJournal(*this, "itemRecordJournal", "Record &Journal..."),
       itemPortOptions(*this, "itemPortOptions", "Edit &Configuration..."),
       itemUpdateDongle(*this, "itemUpdateDongle", "&Update Dongle Firmware..."),
       itemExit(*this, "itemExit", "E&xit"),

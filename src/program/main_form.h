@@ -70,6 +70,7 @@ public:
     forms::Label labelMainTitle;
     forms::Label lblConfigNag;
     forms::MenuItem itemOpenChip; ///< asks for the file of a chip
+    forms::MenuItem itemRecordJournal;
     forms::MenuItem itemPortOptions;
     forms::MenuItem itemUpdateDongle;
     forms::MenuItem itemExit;

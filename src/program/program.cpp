@@ -23,7 +23,13 @@ constexpr std::int32_t pspiPart = 72517;
 } // namespace
 
 Program::Program(const Hardware& hardware, const Desk& desk)
-    : desk_(desk),
+    : boxes_(desk.boxes),
+      desk_{.boxes = boxes_,
+            .fileDialogs = desk.fileDialogs,
+            .pointer = desk.pointer,
+            .loop = desk.loop,
+            .systemInformation = desk.systemInformation,
+            .sound = desk.sound},
       clock_(hardware.clock),
       markers_(hardware.markers != nullptr ? *hardware.markers : userMarkers_),
       forms_(desk_.boxes),
@@ -56,6 +62,15 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                                                                         .library = library_});
           },
           [this](MainForm& form) { registerProcedures(form); }),
+      journal_({.session = session_,
+                .engine = engine_,
+                .dongle = dongle_,
+                .pins = pins_,
+                .boxes = boxes_,
+                .tap = tap_,
+                .clock = hardware.clock,
+                .fileDialogs = desk_.fileDialogs,
+                .mainForm = [this]() -> MainForm& { return *mainForm_; }}),
       dialog_(forms_, "frmConfigureSPI",
               [this] {
                   MainForm& form = *mainForm_;
@@ -232,6 +247,8 @@ void Program::registerProcedures(MainForm& form) {
     form.tabs.showPanel = [this](std::int32_t part) { showPanel(part); };
     form.tabs.showUserPanel = [this](const std::string& chip) { panels_.showUsers(chip); };
     form.procedure("itemOpenChip_Click", [this] { itemOpenChip_Click(); });
+    form.procedure("itemRecordJournal_Click", [this] { journal_.itemRecordJournal_Click(); });
+    form.notices.add([this] { return journal_.notice(); });
     form.procedure("itemUpdateDongle_Click", [this] { itemUpdateDongle_Click(); });
     form.procedure("Start_USB", [this] { Start_USB(); });
     form.procedure("send_wd", [this] { zt72518Watchdog().send_wd(); });

@@ -2,6 +2,7 @@
 
 #include "chips/chip_library.h"
 #include "config/configure_dialog.h"
+#include "journal/observed_boxes.h"
 #include "platform/clock.h"
 #include "platform/desk.h"
 #include "platform/forms/form_set.h"
@@ -9,6 +10,7 @@
 #include "platform/linux/user_marker_files.h"
 #include "program/about_form.h"
 #include "program/decoded_words.h"
+#include "program/journal_recording.h"
 #include "program/main_form.h"
 #include "program/panels.h"
 #include "program/waveform_recording.h"
@@ -82,6 +84,8 @@ public:
     void stopRecording();
     /// The words on the wire as waveforms, recorded on demand.
     [[nodiscard]] WaveformRecording& waveform() { return waveform_; }
+    /// The words and their answers as a file that can be sent again, recorded on demand.
+    [[nodiscard]] JournalRecording& journal() { return journal_; }
     /// Save the words that waveform() keeps; see waveform_files.h.
     void saveVcd(const std::string& fileName) const { waveform_.saveVcd(fileName); }
     SampledWords saveSr(const std::string& fileName) const { return waveform_.saveSr(fileName); }
@@ -126,6 +130,7 @@ private:
     bool canReachDongle();
     void restPins();
 
+    ObservedBoxes boxes_;
     Desk desk_;
     const Clock& clock_;
     const UserMarkerFiles userMarkers_;
@@ -142,6 +147,7 @@ private:
     WireListener* trace_ = nullptr;
     WaveformRecording waveform_;
     forms::FormSlot<MainForm> mainForm_;
+    JournalRecording journal_;
     forms::FormSlot<ConfigureDialog> dialog_;
     forms::FormSlot<SaveBatchForm> saveBatch_;
     forms::FormSlot<AddWaitForm> addWait_;

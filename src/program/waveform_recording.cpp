@@ -14,22 +14,41 @@ constexpr std::size_t lastWords = 8; ///< that a recording begins with
 
 void WireTap::join(WireListener& listener) {
     listeners_.push_back(&listener);
-    if (listeners_.size() > 1)
-        return;
-    pins_.startRecording(*this, clock_);
-    dongle_.startRecording(*this, clock_);
+    follow();
+}
+
+void WireTap::joinFrames(WireListener& listener) {
+    frameListeners_.push_back(&listener);
+    follow();
 }
 
 void WireTap::leave(WireListener& listener) {
-    if (std::erase(listeners_, &listener) == 0 || !listeners_.empty())
-        return;
-    pins_.stopRecording();
-    dongle_.stopRecording();
+    std::erase(listeners_, &listener);
+    std::erase(frameListeners_, &listener);
+    follow();
+}
+
+/// Listens where somebody wants to hear.
+void WireTap::follow() {
+    if (isOnPort_ != !listeners_.empty()) {
+        isOnPort_ = !isOnPort_;
+        if (isOnPort_)
+            pins_.startRecording(*this, clock_);
+        else
+            pins_.stopRecording();
+    }
+    if (listeners_.empty() && frameListeners_.empty())
+        dongle_.stopRecording();
+    else
+        dongle_.startRecording(*this, clock_);
 }
 
 void WireTap::add(const WireAccess& access) {
     for (WireListener* listener : listeners_)
         listener->add(access);
+    if (access.kind == WireAccess::Kind::FrameOut || access.kind == WireAccess::Kind::FrameIn)
+        for (WireListener* listener : frameListeners_)
+            listener->add(access);
 }
 
 void WaveformRecording::start(std::size_t limit) {

@@ -25,15 +25,20 @@ public:
 
     /// The listener must be removed before it is destroyed.
     void join(WireListener& listener);
+    /// The same for the frames of the dongle alone; nothing is in front of the port for it.
+    void joinFrames(WireListener& listener);
     void leave(WireListener& listener);
 
 private:
     void add(const WireAccess& access) override;
+    void follow();
 
     PinLayer& pins_;
     DongleLink& dongle_;
     const Clock& clock_;
     std::vector<WireListener*> listeners_;
+    std::vector<WireListener*> frameListeners_;
+    bool isOnPort_ = false;
 };
 
 /// Records the words on the wire from start to stop, for display and saving. Costs nothing while

@@ -244,8 +244,19 @@ void bindFiles(BenchClass& bench) {
             [](ScriptBench& self, const std::string& name) {
                 look(self, [&] { self.program().saveSr(name); });
             },
+            py::arg("file_name"), "Save it as a sigrok session. Raises FileFailure when it cannot.")
+        .def(
+            "journal",
+            [](ScriptBench& self, const std::string& name) {
+                look(self, [&] { self.program().journal().start(name); });
+            },
             py::arg("file_name"),
-            "Save it as a sigrok session. Raises FileFailure when it cannot.");
+            "From now on record every word with its answer, as it comes, for \"bitlux replay\".\n"
+            "Ends an earlier recording. Raises FileFailure when the file cannot be written.")
+        .def(
+            "end_journal", [](ScriptBench& self) { look(self, [&] { self.endJournal(); }); },
+            "Record no more; harmless when nothing is recorded. Raises FileFailure when the file\n"
+            "could take no more before, where the recording ended by itself.");
 }
 
 void bindEnd(BenchClass& bench) {

@@ -232,4 +232,11 @@ void ScriptBench::record(bool on) {
     }
 }
 
+void ScriptBench::endJournal() {
+    const std::string failure = program_->journal().failure();
+    program_->journal().stop();
+    if (!failure.empty())
+        throw Failure(Failure::Kind::File, failure);
+}
+
 } // namespace bitlux

@@ -103,6 +103,8 @@ public:
     [[nodiscard]] WireRing& trace() { return trace_; }
     [[nodiscard]] bool recording() const { return recording_; }
     void record(bool on);
+    /// Raises Failure (File) when the journal ended before its time.
+    void endJournal();
     [[nodiscard]] BenchLock& lock() { return *lock_; }
     [[nodiscard]] bool onHardware() const { return hardware_ != nullptr; }
     /// Null on hardware.

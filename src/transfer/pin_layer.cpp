@@ -26,12 +26,14 @@ std::int16_t ConvertPin(std::string_view pin) {
 void PinLayer::ToggleDataPort() {
     write(*port_, session_.LPTPortAddress, session_.DataPortPins.value());
     port_->complete();
+    written.raise(PinRegister::Data);
 }
 
 void PinLayer::ToggleControlPort() {
     const auto address = static_cast<std::int16_t>(session_.LPTPortAddress + controlRegister);
     write(*port_, address, session_.ControlPortPins.value());
     port_->complete();
+    written.raise(PinRegister::Control);
 }
 
 void PinLayer::rest() {

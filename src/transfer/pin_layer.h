@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/clock.h"
+#include "platform/event.h"
 #include "platform/parallel_port.h"
 #include "session/session.h"
+#include "transfer/extra_pins.h"
 #include "transfer/wire_trace.h"
 
 #include <cstdint>
@@ -25,6 +27,9 @@ public:
 
     void ToggleDataPort();
     void ToggleControlPort();
+
+    /// A register was written by one of these, not by a word.
+    Event<PinRegister> written;
 
     /// Puts chip select, data in and clock to their idle levels, the clock to that of the type.
     void rest();

@@ -16,9 +16,8 @@ struct Outcome {
     std::string output; ///< of both streams
 };
 
-/// Runs the real program with these arguments of a shell line.
-inline Outcome bitlux(const std::string& arguments) {
-    const std::string line = fmt::format("{} {} 2>&1", BITLUX_PROGRAM, arguments);
+/// Runs a line of the shell.
+inline Outcome shell(const std::string& line) {
     FILE* pipe = ::popen(line.c_str(), "r");
     std::string output;
     std::array<char, 4096> block{};
@@ -26,6 +25,11 @@ inline Outcome bitlux(const std::string& arguments) {
         output.append(block.data(), size);
     const int status = ::pclose(pipe);
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output};
+}
+
+/// Runs the real program with these arguments of a shell line.
+inline Outcome bitlux(const std::string& arguments) {
+    return shell(fmt::format("{} {} 2>&1", BITLUX_PROGRAM, arguments));
 }
 
 /// Runs the real program, which says all of this and ends so.

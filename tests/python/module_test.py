@@ -2,6 +2,7 @@
 
 import ast
 import inspect
+import json
 import os
 import pathlib
 import signal
@@ -446,6 +447,24 @@ class Module(Case):
             with self.assertRaisesRegex(bitlux.Failure, "nowhere"):
                 bench.sr(folder + "/nowhere/z.sr")
         self.assertIn("$dumpvars", dump)
+
+    def test_record_a_journal_of_the_words(self):
+        bench = bitlux.Bench(device="loopback", bus="dongle")
+        with tempfile.TemporaryDirectory() as folder:
+            file = pathlib.Path(folder, "j.jsonl")
+            bench.journal(str(file))
+            send(bench, "A5")
+            bench.call("frmMain.read_rstint")
+            bench.end_journal()
+            send(bench, "5A")
+            lines = [json.loads(line) for line in file.read_text().splitlines()]
+            with self.assertRaisesRegex(bitlux.FileFailure, "nowhere"):
+                bench.journal(folder + "/nowhere/j.jsonl")
+            bench.end_journal()
+        self.assertEqual([line["kind"] for line in lines], ["journal", "word", "command"])
+        self.assertEqual((lines[1]["sent"], lines[1]["received"]), ("A5", "A5"))
+        self.assertEqual(lines[2]["frame"], "00 05 00 00 00 00 00 00")
+        self.assertRegex(lines[2]["answer"], "^00 05 00 ")
 
     def test_has_a_stub_that_is_in_step_and_documentation(self):
         self.assertRegex(bitlux.__version__, r"^\d+\.\d+\.\d+$")

@@ -163,6 +163,10 @@ void MainWindow::makeFileMenu() {
     menuItem(file, form.log.itemSaveLogAs);
     menuItem(file, form.log.itemClearLog);
     menuItem(file, form.log.file.itemLogToFile);
+    QAction* journal = menuItem(file, form.itemRecordJournal);
+    journal->setCheckable(true);
+    connect(&file, &QMenu::aboutToShow, journal,
+            [this, journal] { journal->setChecked(program_.journal().isOn()); });
     file.addSeparator();
     addExit(file, form.itemExit);
 }
