@@ -28,6 +28,8 @@ public:
     /// Raises Failure, with what there is instead, when the port or the dongle that was chosen is
     /// not there.
     void demandChosen() const;
+    /// Why a dongle that is there was not opened; see LinuxUsbHost.
+    [[nodiscard]] std::string refusal() const;
     [[nodiscard]] Hardware hardware();
     [[nodiscard]] EventLoop& loop() { return loop_; }
     [[nodiscard]] const Clock& clock() const { return *clock_; }

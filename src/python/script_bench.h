@@ -33,6 +33,7 @@ struct BenchSetup {
     std::string device = "loopback";
     std::optional<Bus> bus; ///< makes the program ready to send; nothing leaves it as it starts
     WordSettings words;     ///< where it is made ready
+    std::string config;     ///< a file that makes it ready; it chooses the bus where `bus` does not
     std::vector<std::int16_t> ports{address378}; ///< the addresses of LPT1, LPT2 and so on
     bool dongle = false; ///< whether one is plugged in; so it is for its bus
     std::string commandLine;
@@ -46,6 +47,7 @@ struct HardwareSetup {
     std::optional<Bus> bus; ///< the dongle when there is one, else the port, where nothing is said
     HardwareChoice choice;
     WordSettings words;
+    std::string config; ///< as that of BenchSetup
 };
 
 /// The program in the hands of a script: without a window, on the virtual bench or on hardware,
@@ -112,7 +114,10 @@ public:
 
 private:
     void start(const Hardware& hardware);
-    void makeReady(std::optional<Bus> bus, const WordSettings& words);
+    void makeReady(std::optional<Bus> bus, const std::string& config, const WordSettings& words);
+    void chooseBusOrRaise(std::optional<Bus> bus);
+    void openSettings(std::optional<Bus> bus, const std::string& config);
+    [[nodiscard]] std::string refusal() const;
     WordElements transferWord(WordElements word);
     void raiseFailure(std::size_t before);
     /// The clock idles as the type in force wants it.
