@@ -332,6 +332,9 @@ void bindChip(py::module_& module) {
             "title", [](const ScriptChip& self) { return self.catalog().chip().title; },
             "Its title for people.")
         .def_property_readonly(
+            "bits", [](const ScriptChip& self) { return self.catalog().chip().word.bits; },
+            "How many bits its words have.")
+        .def_property_readonly(
             "names", [](const ScriptChip& self) { return self.catalog().names(); },
             "The names of its registers and flags, in the order of its file.")
         .def(
@@ -387,7 +390,7 @@ void makeValueClasses(py::module_& module) {
             return *found;
         });
     py::exec(registerValues, space);
-    for (const char* name : {"RegisterValue", "Difference", "DecodedWord"})
+    for (const char* name : {"RegisterValue", "Difference", "DecodedWord", "SentWord"})
         module.attr(name) = space[name];
 }
 
