@@ -200,6 +200,7 @@ py::object waitForRegister(const RegisterHandle& self, const py::object& value, 
             return registerValueOf(item, now);
         if (bench.milliseconds() >= end)
             raiseMismatch(fmt::format("{}: {}, after {} s", item.name, unmet, within), py::list());
+        act(bench, [&bench] { bench.runFor(pauseBetweenAttempts); });
     }
 }
 

@@ -125,14 +125,19 @@ void ScriptBench::chooseBusOrRaise(std::optional<Bus> bus) {
 }
 
 /// A file that chooses the port is read again when there is one: what it says of its pins counts
-/// only then.
+/// only then. The dongle needs an Apply to take the settings of such a file.
 void ScriptBench::openSettings(std::optional<Bus> bus, const std::string& config) {
     open(config);
-    if (bus != Bus::Dongle && program_->engine().usesDongle())
+    if (bus != Bus::Port && program_->engine().usesDongle())
         return;
-    chooseBusOrRaise(bus == Bus::Dongle ? Bus::Dongle : Bus::Port);
-    if (bus != Bus::Dongle)
+    if (bus != Bus::Dongle) {
+        chooseBusOrRaise(Bus::Port);
         open(config);
+        return;
+    }
+    chooseBusOrRaise(bus);
+    applyWordSettings(*program_, {});
+    program_->mainForm().quickCommands.RestoreQuickCommands();
 }
 
 void ScriptBench::makeReady(std::optional<Bus> bus, const std::string& config,

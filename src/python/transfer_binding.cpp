@@ -100,6 +100,7 @@ py::object expectAnswer(ScriptBench& bench, const py::object& word, const std::s
         if (isOver || (retries > 0 && attempt > retries))
             raiseMismatch(mismatchText(pattern, wholeElements(word, length), elements, attempt),
                           py::list());
+        act(bench, [&] { bench.runFor(pauseBetweenAttempts); });
     }
 }
 
