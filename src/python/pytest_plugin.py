@@ -1,13 +1,11 @@
 """The bench and the chip as fixtures of pytest, on the virtual bench or on hardware."""
 
-from __future__ import annotations
-
 import dataclasses
 import re
 import zlib
 from collections.abc import Generator, Iterator
 from pathlib import Path
-from typing import Any
+from typing import Any, Literal
 
 import pytest
 
@@ -28,7 +26,7 @@ class Settings:
 
     hardware: bool
     device: str
-    bus: str | None
+    bus: Literal["dongle", "port"] | None
     config: str
     chip: str
     port: str | None
@@ -54,7 +52,8 @@ class Rig:
 
 
 SETTINGS = pytest.StashKey[Settings]()
-FREE_SERIALS = pytest.StashKey[list[str]]()
+# Serial numbers of dongles, for workers to come; an empty one stands for any board.
+FREE_BOARDS = pytest.StashKey[list[str]]()
 RIG = pytest.StashKey[Rig]()
 
 
@@ -62,7 +61,7 @@ RIG = pytest.StashKey[Rig]()
 def bench(
     request: pytest.FixtureRequest, tmp_path_factory: pytest.TempPathFactory
 ) -> Iterator[bitlux.Bench]:
-    """The program, ready to send on the virtual bench or on the hardware that the options choose."""
+    """The program, ready to send on the virtual bench, or on the hardware that options choose."""
     settings = request.config.stash[SETTINGS]
     try:
         opened = settings.open()
@@ -77,16 +76,17 @@ def bench(
 @pytest.fixture
 def chip(request: pytest.FixtureRequest, bench: bitlux.Bench) -> bitlux.Chip:
     """The chip of --bitlux-chip, with its registers by name, on the bus of the bench."""
-    known = request.node.stash[RIG].chip
-    if known is None:
+    rig: Rig = request.node.stash[RIG]
+    if rig.chip is None:
         pytest.fail("Which chip? --bitlux-chip NAME, or bitlux_chip in pytest.ini", pytrace=False)
-    return known
+    return rig.chip
 
 
 def pytest_addoption(parser: pytest.Parser) -> None:
     group = parser.getgroup("bitlux", "Bitlux Forge")
     for name, text in OPTIONS.items():
-        group.addoption(f"--bitlux-{name}", metavar="FILE" if name == "config" else "NAME", help=text)
+        metavar = "FILE" if name == "config" else "NAME"
+        group.addoption(f"--bitlux-{name}", metavar=metavar, help=text)
         parser.addini(f"bitlux_{name}", f"{text}; --bitlux-{name} counts before it")
     group.addoption("--bitlux-hardware", action="store_true",
                     help="Send on the hardware of this machine, not on the virtual bench")
@@ -101,17 +101,18 @@ def pytest_addoption(parser: pytest.Parser) -> None:
 
 
 def pytest_configure(config: pytest.Config) -> None:
-    config.addinivalue_line("markers", "hardware: needs the real chip; skipped on the virtual bench")
-    serials = [text.strip() for text in (config.getoption("bitlux_serials") or "").split(",")]
-    serials = [text for text in serials if text]
+    marker = "hardware: needs the real chip; skipped on the virtual bench"
+    config.addinivalue_line("markers", marker)
+    named = (config.getoption("bitlux_serials") or "").split(",")
+    serials = [text.strip() for text in named if text.strip()]
     worker: dict[str, Any] | None = getattr(config, "workerinput", None)
     if worker is None:
         check(config, serials)
-        serial = config.getoption("bitlux_serial") or (serials[0] if serials else None)
+        boards = serials or [config.getoption("bitlux_serial") or ""]
     else:
-        serial = worker.get("bitlux_serial")
-    config.stash[FREE_SERIALS] = serials
-    config.stash[SETTINGS] = settings_of(config, serial)
+        boards = [worker.get("bitlux_board", "")]
+    config.stash[SETTINGS] = settings_of(config, boards[0] or None)
+    config.stash[FREE_BOARDS] = boards
 
 
 def check(config: pytest.Config, serials: list[str]) -> None:
@@ -153,13 +154,14 @@ def chosen_file(config: pytest.Config, name: str) -> str:
 
 
 def settings_of(config: pytest.Config, serial: str | None) -> Settings:
+    bus = chosen(config, "bus")
     chip = chosen(config, "chip")
     if chip.endswith(".toml"):
         chip = chosen_file(config, "chip")
     return Settings(
         hardware=is_on_hardware(config),
         device=chosen(config, "device") or chip or "loopback",
-        bus=chosen(config, "bus") or None,
+        bus="dongle" if bus == "dongle" else "port" if bus else None,
         config=chosen_file(config, "config"),
         chip=chip,
         port=config.getoption("bitlux_port"),
@@ -170,26 +172,27 @@ def settings_of(config: pytest.Config, serial: str | None) -> Settings:
 @pytest.hookimpl(optionalhook=True)
 def pytest_configure_node(node: Any) -> None:
     """Gives a worker of pytest-xdist a dongle that no other has."""
-    free = node.config.stash[FREE_SERIALS]
-    if free:
-        node.workerinput["bitlux_serial"] = free.pop(0)
-    elif is_on_hardware(node.config):
+    if not is_on_hardware(node.config):
+        return
+    free = node.config.stash[FREE_BOARDS]
+    if not free:
         raise pytest.UsageError("More workers than --bitlux-serials names dongles")
+    node.workerinput["bitlux_board"] = free.pop(0)
 
 
 @pytest.hookimpl(optionalhook=True)
 def pytest_testnodedown(node: Any) -> None:
     """The dongle of a worker that has ended, or crashed, is free for the next."""
-    if "bitlux_serial" in node.workerinput:
-        node.config.stash[FREE_SERIALS].append(node.workerinput["bitlux_serial"])
+    if "bitlux_board" in node.workerinput:
+        node.config.stash[FREE_BOARDS].append(node.workerinput["bitlux_board"])
 
 
 def pytest_report_header(config: pytest.Config) -> str | None:
     settings = config.stash[SETTINGS]
     if settings.hardware:
         names = ("serials", "serial", "port", "bus")
-        which = next(filter(None, (config.getoption(f"bitlux_{name}") for name in names)), "any bus")
-        return f"bitlux: hardware ({which})"
+        which = [config.getoption(f"bitlux_{name}") for name in names]
+        return f"bitlux: hardware ({next(filter(None, which), 'any bus')})"
     if any(chosen(config, name) for name in OPTIONS):
         return f"bitlux: virtual bench with {settings.device}"
     return None

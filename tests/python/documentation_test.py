@@ -29,7 +29,8 @@ def make_configuration():
     """What the page takes for granted: a file with three Quick Commands that are sent in turn."""
     with bitlux.Bench(device="zt72518d", bus="dongle", bits=16, type=2) as bench:
         bench["frmMain.TabStripMain"].value = 2
-        for name, word in (("write RAM A", "425A"), ("read RAM A", "0300"), ("read Timer 0", "1500")):
+        words = {"write RAM A": "425A", "read RAM A": "0300", "read Timer 0": "1500"}
+        for name, word in words.items():
             bench["frmMain.txtHexWordToSend"].text = word
             bench["frmMain.cmbMasterQCList"].text = name
             bench["frmMain.cmdSaveQC"].click()
