@@ -117,11 +117,12 @@ void ScriptBench::chooseBusOrRaise(std::optional<Bus> bus) {
     const std::size_t before = boxes_.shown().size();
     if (chooseBus(*program_, bus, [this] { return refusal(); }))
         return;
-    const std::string text = bus ? lastMessage(before) : refusal();
-    throw Failure(Failure::Kind::PortUnusable,
-                  text.empty() ? "Neither a dongle nor a parallel port can be used; \"bitlux "
-                                 "doctor\" tells what is missing."
-                               : text);
+    std::string text = refusal();
+    if (text.empty())
+        text = bus ? lastMessage(before)
+                   : "Neither a dongle nor a parallel port can be used; \"bitlux doctor\" tells "
+                     "what is missing.";
+    throw Failure(Failure::Kind::PortUnusable, text);
 }
 
 /// A file that chooses the port is read again when there is one: what it says of its pins counts
