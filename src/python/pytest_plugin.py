@@ -1,11 +1,15 @@
 """The bench and the chip as fixtures of pytest, on the virtual bench or on hardware."""
 
 import dataclasses
+import fcntl
+import os
 import re
+import tempfile
 import zlib
 from collections.abc import Generator, Iterator
 from pathlib import Path
 from typing import Any, Literal
+from urllib.parse import quote
 
 import pytest
 
@@ -41,6 +45,12 @@ class Settings:
         bus = self.bus if self.bus or self.config else "dongle"
         return bitlux.Bench(device=self.device, bus=bus, config=self.config)
 
+    def board(self) -> str:
+        """What of the hardware the tests use, for messages."""
+        if self.serial:
+            return f"the dongle {self.serial}"
+        return f"the port {self.port}" if self.port else "the hardware of this machine"
+
 
 @dataclasses.dataclass(frozen=True)
 class Rig:
@@ -55,6 +65,7 @@ SETTINGS = pytest.StashKey[Settings]()
 # Serial numbers of dongles, for workers to come; an empty one stands for any board.
 FREE_BOARDS = pytest.StashKey[list[str]]()
 RIG = pytest.StashKey[Rig]()
+RESERVED = pytest.StashKey[int]()
 
 
 @pytest.fixture
@@ -63,6 +74,8 @@ def bench(
 ) -> Iterator[bitlux.Bench]:
     """The program, ready to send on the virtual bench, or on the hardware that options choose."""
     settings = request.config.stash[SETTINGS]
+    if settings.hardware and RESERVED not in request.config.stash:
+        reserve(request.config, settings.board())
     try:
         opened = settings.open()
         chip = opened.chip(settings.chip) if settings.chip else None
@@ -80,6 +93,26 @@ def chip(request: pytest.FixtureRequest, bench: bitlux.Bench) -> bitlux.Chip:
     if rig.chip is None:
         pytest.fail("Which chip? --bitlux-chip NAME, or bitlux_chip in pytest.ini", pytrace=False)
     return rig.chip
+
+
+def reserve(config: pytest.Config, board: str) -> None:
+    """Keeps other runs of tests from a board until this one ends, also between two tests, when no
+    process has it open. The lock is the kernel's, and goes with the process."""
+    folder = os.environ.get("XDG_RUNTIME_DIR") or tempfile.gettempdir()
+    file = Path(folder, f"bitlux-{os.getuid()}-{quote(board, safe='')}.lock")
+    flags = os.O_RDWR | os.O_CREAT | os.O_NOFOLLOW
+    descriptor = os.open(file, flags, 0o600)
+    try:
+        fcntl.flock(descriptor, fcntl.LOCK_EX | fcntl.LOCK_NB)
+    except BlockingIOError:
+        owner = os.read(descriptor, 32).decode()
+        os.close(descriptor)
+        text = f"Another run of tests, process {owner}, uses {board}"
+        raise pytest.fail.Exception(text, pytrace=False) from None
+    os.ftruncate(descriptor, 0)
+    os.write(descriptor, str(os.getpid()).encode())
+    config.stash[RESERVED] = descriptor
+    config.add_cleanup(lambda: os.close(descriptor))
 
 
 def pytest_addoption(parser: pytest.Parser) -> None:

@@ -28,8 +28,9 @@ BOARDS = """
 
 
 @pytest.fixture
-def run(pytester):
+def run(pytester, monkeypatch):
     """Runs pytest in a folder of its own; every warning is an error."""
+    monkeypatch.setenv("XDG_RUNTIME_DIR", str(pytester.path))
 
     def run_with(*options):
         return pytester.runpytest_subprocess("-W", "error", "--strict-markers", "-rs", *options)
@@ -186,3 +187,27 @@ def test_the_worker_after_a_crash_takes_over_the_dongle(pytester, run):
     """)
     run("-n", "1", "--bitlux-serial", "A").assert_outcomes(passed=1, failed=1)
     assert opened_by_process() == [{"A"}, {"A"}]
+
+
+def test_two_runs_never_share_a_dongle(pytester, run):
+    pytester.makeconftest(BOARDS)
+    pytester.makepyfile("""
+        import os, subprocess, sys
+
+        def run_word(serial):
+            command = [sys.executable, "-m", "pytest", "--bitlux-serial", serial, "-k", "word"]
+            return subprocess.run(command, text=True, stdout=subprocess.PIPE).stdout
+
+        def test_before(bench):
+            pass
+
+        def test_between():
+            told = f"Another run of tests, process {os.getpid()}, uses the dongle A"
+            assert told in run_word("A")
+            assert "1 passed" in run_word("B")
+
+        def test_word(bench):
+            pass
+    """)
+    run("--bitlux-serial", "A").assert_outcomes(passed=3)
+    run("--bitlux-serial", "A", "-k", "word").assert_outcomes(passed=1)
