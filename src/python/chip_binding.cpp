@@ -149,16 +149,16 @@ struct Given {
 
 /// Raises what is wrong with it before a word is sent.
 Given givenFrom(const RegisterItem& item, const py::object& value, const py::kwargs& named) {
-    py::dict fields = named;
+    const py::dict& fields = named;
     std::optional<std::uint64_t> whole;
     if (py::isinstance<py::dict>(value))
         for (const auto& [name, code] : py::cast<py::dict>(value))
             fields[name] = code;
     else if (!value.is_none())
         whole = numberFrom(value);
-    if (whole && fields.size() > 0)
+    if (whole && !fields.empty())
         throw py::value_error("Give a whole value or fields, not both");
-    if (!whole && fields.size() == 0)
+    if (!whole && fields.empty())
         throw py::value_error("Give a value or fields");
     if (whole && (*whole & ~item.mask()) != 0)
         throw py::value_error(fmt::format("{} has {} bits", item.name, item.width));
