@@ -92,7 +92,7 @@ py::object expectAnswer(ScriptBench& bench, const py::object& word, const std::s
     if (retries < 0)
         throw py::value_error("retries is 0 or more");
     for (int attempt = 1;; ++attempt) {
-        const py::object answer = transfer(bench, word, bits, type);
+        py::object answer = transfer(bench, word, bits, type);
         const WordElements elements = wholeElements(answer, length);
         if (pattern.matches(elements))
             return answer;
