@@ -34,6 +34,8 @@ set(CPACK_DEBIAN_FORGE_PACKAGE_DEPENDS
 # Wayland its plugin.
 set(CPACK_DEBIAN_FORGE_PACKAGE_RECOMMENDS
     "desktop-file-utils, shared-mime-info, fonts-dejavu-core, hicolor-icon-theme, qt6-wayland, udev")
+# The plugin of pytest is of use with it alone.
+set(CPACK_DEBIAN_FORGE_PACKAGE_SUGGESTS "python3-pytest, python3-pytest-xdist")
 set(CPACK_DEBIAN_FORGE_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/conffiles)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 include(CPack)

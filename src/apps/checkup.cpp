@@ -18,10 +18,7 @@ std::string groupFix(const Machine& machine, std::string_view group) {
 }
 
 void tellHolders(const std::vector<NodeHolder>& holders, Finding& finding) {
-    std::string names;
-    for (const NodeHolder& holder : holders)
-        names += fmt::format("{}{} (process {})", names.empty() ? "" : ", ", holder.name,
-                             holder.process);
+    const std::string names = holdersText(holders);
     finding.rank = Finding::Rank::Wrong;
     finding.text += names.empty() ? ", but a program that you may not see holds it"
                                   : fmt::format(", but it is held by {}", names);

@@ -154,12 +154,13 @@ bool CommandRun::openFile(const std::string& fileName) {
 
 bool CommandRun::chooseSettings(const std::string& config) {
     const std::optional<Bus> bus = options_.outlet.chosenBus();
+    const auto refusal = [this] { return outlet_.refusal(); };
     if (config.empty())
-        return chooseBus(program_, bus);
+        return chooseBus(program_, bus, refusal);
     if (bus != Bus::Dongle)
         return openFile(config);
     openConfiguration(program_, config);
-    return !boxes_.hasEnded() && chooseBus(program_, bus);
+    return !boxes_.hasEnded() && chooseBus(program_, bus, refusal);
 }
 
 bool CommandRun::applySettings(const WordOptions& shape) {

@@ -3,6 +3,7 @@
 #include "platform/linux/file_start.h"
 #include "platform/printable.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include <fmt/format.h>
@@ -35,6 +36,15 @@ Binding bindingOf(const UsbCandidate& candidate) {
         return {name, fs::read_symlink(entry->path() / "driver", none).filename().string()};
     }
     return {};
+}
+
+/// Whether the device is plugged into another machine and comes over the network: the kernel's
+/// usbip puts it behind a host controller of its own.
+bool comesByUsbip(const UsbCandidate& candidate) {
+    std::error_code error;
+    const fs::path folder = fs::canonical(candidate.folder, error);
+    return std::any_of(folder.begin(), folder.end(),
+                       [](const fs::path& part) { return part.string().starts_with("vhci_hcd"); });
 }
 
 /// The kernel's driver for user programs.
@@ -106,6 +116,9 @@ void DongleCheckup::examine(const UsbCandidate& candidate, Finding& finding) con
         finding.text += fmt::format(" \"{}\"", printable(candidate.name, 60));
     if (!candidate.serial.empty())
         finding.text += fmt::format(", serial number {},", printable(candidate.serial, 60));
+    if (comesByUsbip(candidate))
+        finding.text += candidate.serial.empty() ? ", from another machine by usbip,"
+                                                 : " from another machine by usbip,";
     const bool isListed = numbers_.contains(candidate.numbers);
     const bool isDongle =
         isListed || (machine_.mayOpen(node) && machine_.isDongle && machine_.isDongle(candidate));

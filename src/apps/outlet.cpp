@@ -89,6 +89,10 @@ void Outlet::demandChosen() const {
         machine_->demandChosen(DongleLink::deviceInterfaceClass);
 }
 
+std::string Outlet::refusal() const {
+    return machine_ ? machine_->usb().refusal() : "";
+}
+
 Hardware Outlet::hardware() {
     return {.port = bench_ ? static_cast<ParallelPort&>(bench_->port) : machine_->port(),
             .usb = *usb_,

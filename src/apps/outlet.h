@@ -27,6 +27,8 @@ public:
 
     /// Raises Failure, naming the alternatives, when the chosen port or dongle does not exist.
     void demandChosen() const;
+    /// Why a dongle that is there was not opened; see LinuxUsbHost.
+    [[nodiscard]] std::string refusal() const;
     [[nodiscard]] Hardware hardware();
     [[nodiscard]] EventLoop& loop() { return loop_; }
     [[nodiscard]] const Clock& clock() const { return *clock_; }

@@ -5,11 +5,13 @@
 #include "bench/zt72517/zt72517.h"
 #include "platform/conversions.h"
 #include "platform/failure.h"
+#include "platform/forms/near_names.h"
 
 #include <array>
 #include <utility>
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 namespace bitlux {
 
@@ -141,7 +143,11 @@ std::unique_ptr<Device> makeDevice(std::string_view name, const std::vector<Repl
             return row.make(replies);
     if (chips::ChipPtr chip = chips.chipOf(name))
         return makeChipModel(std::move(chip), name);
-    throw Failure(Failure::Kind::OutOfRange, fmt::format("There is no device \"{}\"", name));
+    const std::vector<std::string> near = forms::nearNames(name, deviceNames(chips));
+    const std::string text = fmt::format("There is no device \"{}\"", name);
+    throw Failure(Failure::Kind::OutOfRange,
+                  near.empty() ? text
+                               : fmt::format("{}. Did you mean {}?", text, fmt::join(near, ", ")));
 }
 
 std::string deviceDescription(std::string_view name, const ChipSource& chips) {

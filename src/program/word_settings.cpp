@@ -20,13 +20,17 @@ void choosePins(ConfigureDialog& dialog, const std::array<std::string, 4>& pins)
     dialog.cmbDO.setText(pins[3]);
 }
 
-void useDongle(Program& program) {
+void useDongle(Program& program, const std::function<std::string()>& refusal) {
     forms::CheckBox& box = program.dialog().ChkSerialPort;
     if (program.session().USBReady && !box.checked())
         box.setValue(1);
-    if (!program.engine().usesDongle())
-        throw Failure(Failure::Kind::LinkFailed,
-                      "There is no dongle that could be opened; \"bitlux doctor\" tells why.");
+    if (program.engine().usesDongle())
+        return;
+    const std::string reason = refusal();
+    throw Failure(Failure::Kind::LinkFailed,
+                  reason.empty()
+                      ? "There is no dongle that could be opened; \"bitlux doctor\" tells why."
+                      : reason);
 }
 
 bool usePort(Program& program) {
@@ -39,10 +43,11 @@ bool usePort(Program& program) {
 
 } // namespace
 
-bool chooseBus(Program& program, std::optional<Bus> bus) {
+bool chooseBus(Program& program, std::optional<Bus> bus,
+               const std::function<std::string()>& refusal) {
     if (bus == Bus::Port || (!bus && !program.engine().usesDongle()))
         return usePort(program);
-    useDongle(program);
+    useDongle(program, refusal);
     return true;
 }
 

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -27,7 +28,10 @@ struct WordSettings {
 
 /// Chooses the bus in the configuration dialog; without one the dongle when there is one, else the
 /// port. False after a message when there is no port; a missing dongle raises Failure (LinkFailed).
-bool chooseBus(Program& program, std::optional<Bus> bus);
+/// `refusal` says why a dongle that is there was not opened; where it is empty, the text of the
+/// failure says how to find out.
+bool chooseBus(Program& program, std::optional<Bus> bus,
+               const std::function<std::string()>& refusal);
 
 /// Sets the controls of the configuration dialog and applies them, with words in hexadecimal. A
 /// refusal of Apply is a message.

@@ -57,6 +57,11 @@ WordSettings wordsFrom(std::optional<int> bits, std::optional<int> type) {
     return words;
 }
 
+void checkWords(std::optional<int> bits, std::optional<int> type, const std::string& config) {
+    if (!config.empty() && (bits || type))
+        throw py::value_error("bits and type are those of the file config");
+}
+
 std::vector<std::int16_t> addressesFrom(const std::vector<int>& ports) {
     std::vector<std::int16_t> addresses;
     for (const int port : ports) {
@@ -84,14 +89,16 @@ BenchHolder benchOf(std::string device, const std::optional<std::string>& bus,
                     const std::string& clock, const std::vector<int>& ports, bool dongle,
                     std::string commandLine, std::vector<std::string> markers,
                     const std::vector<std::string>& answers, std::optional<int> bits,
-                    std::optional<int> type) {
+                    std::optional<int> type, std::string config) {
     if (clock != "virtual" && clock != "real")
         throw py::value_error(R"(clock is "virtual" or "real")");
+    checkWords(bits, type, config);
     if (!bus && (bits || type))
         throw py::value_error("bits and type need a bus");
     return makeBench({.device = std::move(device),
                       .bus = busFrom(bus),
                       .words = wordsFrom(bits, type),
+                      .config = std::move(config),
                       .ports = addressesFrom(ports),
                       .dongle = dongle,
                       .commandLine = std::move(commandLine),
@@ -103,8 +110,10 @@ BenchHolder benchOf(std::string device, const std::optional<std::string>& bus,
 
 BenchHolder hardware(const std::optional<std::string>& bus, const py::object& port,
                      const std::optional<std::string>& serial, std::optional<int> bits,
-                     std::optional<int> type) {
-    HardwareSetup setup{.bus = busFrom(bus), .choice = {}, .words = wordsFrom(bits, type)};
+                     std::optional<int> type, const std::string& config) {
+    checkWords(bits, type, config);
+    HardwareSetup setup{
+        .bus = busFrom(bus), .choice = {}, .words = wordsFrom(bits, type), .config = config};
     if (!port.is_none() && (setup.bus == Bus::Dongle || serial))
         throw py::value_error("port is of no use with a dongle");
     if (serial && setup.bus == Bus::Port)
@@ -132,27 +141,33 @@ void bindStart(BenchClass& bench) {
              py::arg("ports") = std::vector<int>{address378}, py::arg("dongle") = false,
              py::arg("command_line") = "", py::arg("markers") = std::vector<std::string>{},
              py::arg("answers") = std::vector<std::string>{}, py::arg("bits") = py::none(),
-             py::arg("type") = py::none(),
+             py::arg("type") = py::none(), py::arg("config") = "",
              "The program on the virtual bench.\n\n"
              "device is a name that \"bitlux list\" prints; ports are the base addresses of LPT1 "
              "to\n"
              "LPT3, 1 to 0xFFFF each. With bus, \"dongle\" or \"port\", it is ready to send words "
              "of\n"
-             "bits (1 to 160, else 8) on an SPI type (1 to 8, else 1). answers are those of boxes\n"
-             "during the start. Raises ValueError for what there is none of, PortUnusable and\n"
-             "LinkFailed when the bus is not there.")
+             "bits (1 to 160, else 8) on an SPI type (1 to 8, else 1); with config as that "
+             "configuration\n"
+             "file says, which without bus chooses the bus too. answers are those of boxes during\n"
+             "the start. Raises ValueError for what there is none of, PortUnusable and LinkFailed\n"
+             "when the bus is not there, and as open.")
         .def_static(
             "hardware", &hardware, py::kw_only(), py::arg("bus") = py::none(),
             py::arg("port") = py::none(), py::arg("serial") = py::none(),
-            py::arg("bits") = py::none(), py::arg("type") = py::none(),
+            py::arg("bits") = py::none(), py::arg("type") = py::none(), py::arg("config") = "",
             "The program on this machine, ready to send in hexadecimal.\n\n"
             "bus is \"dongle\" or \"port\"; without it the dongle when there is one, else the "
             "port.\n"
             "port is \"lpt1\" to \"lpt3\" or a base address, serial the serial number of the "
             "dongle,\n"
-            "bits 1 to 160 (else 8), type 1 to 8 (else 1). Raises ValueError for wrong arguments,\n"
-            "PortUnusable or LinkFailed, with what there is instead, when it cannot be made "
-            "ready.");
+            "bits 1 to 160 (else 8), type 1 to 8 (else 1). With config the settings are those of "
+            "that\n"
+            "configuration file, which without bus chooses the bus too. Raises ValueError for "
+            "wrong\n"
+            "arguments, PortUnusable or LinkFailed, with what there is instead or with the program "
+            "that\n"
+            "holds the dongle, when it cannot be made ready, and as open.");
 }
 
 } // namespace bitlux::python

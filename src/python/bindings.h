@@ -68,6 +68,10 @@ auto act(ScriptBench& bench, Action&& action) {
     });
 }
 
+/// Milliseconds that pass between two questions to a chip whose answer is waited for: timers and
+/// actions of the script run, and other programs do.
+inline constexpr double pauseBetweenAttempts = 1;
+
 /// Raises Mismatch of the module.
 [[noreturn]] void raiseMismatch(const std::string& text, const py::list& differences);
 

@@ -238,6 +238,12 @@ class Difference(NamedTuple):
     @property
     def fields(self) -> Dict[str, Tuple[Optional[int], Optional[int]]]: ...
 
+class SentWord(NamedTuple):
+    word: int
+    answer: Optional[int]
+    bits: int
+    at_ms: float
+
 class DecodedWord(NamedTuple):
     kind: Literal["write", "read", "command", "unknown"]
     name: str
@@ -283,6 +289,8 @@ class Chip:
     @property
     def title(self) -> str: ...
     @property
+    def bits(self) -> int: ...
+    @property
     def names(self) -> List[str]: ...
     def __getitem__(self, name: str) -> Register: ...
     def dump(self, all: bool = False) -> Dict[str, RegisterValue]: ...
@@ -306,6 +314,7 @@ class Bench:
         answers: Sequence[Button] = ...,
         bits: Optional[int] = None,
         type: Optional[int] = None,
+        config: str = "",
     ) -> None: ...
     @staticmethod
     def hardware(
@@ -315,6 +324,7 @@ class Bench:
         serial: Optional[str] = None,
         bits: Optional[int] = None,
         type: Optional[int] = None,
+        config: str = "",
     ) -> "Bench": ...
     def __enter__(self) -> "Bench": ...
     def __exit__(
@@ -355,6 +365,7 @@ class Bench:
     def trace_dropped(self) -> int: ...
     trace_limit: int
     def clear_trace(self) -> None: ...
+    def last_words(self, count: int = 20) -> List[SentWord]: ...
     recording: bool
     @property
     def bench(self) -> VirtualBench: ...

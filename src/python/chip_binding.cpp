@@ -149,16 +149,16 @@ struct Given {
 
 /// Raises what is wrong with it before a word is sent.
 Given givenFrom(const RegisterItem& item, const py::object& value, const py::kwargs& named) {
-    py::dict fields = named;
+    const py::dict& fields = named;
     std::optional<std::uint64_t> whole;
     if (py::isinstance<py::dict>(value))
         for (const auto& [name, code] : py::cast<py::dict>(value))
             fields[name] = code;
     else if (!value.is_none())
         whole = numberFrom(value);
-    if (whole && fields.size() > 0)
+    if (whole && !fields.empty())
         throw py::value_error("Give a whole value or fields, not both");
-    if (!whole && fields.size() == 0)
+    if (!whole && fields.empty())
         throw py::value_error("Give a value or fields");
     if (whole && (*whole & ~item.mask()) != 0)
         throw py::value_error(fmt::format("{} has {} bits", item.name, item.width));
@@ -200,6 +200,7 @@ py::object waitForRegister(const RegisterHandle& self, const py::object& value, 
             return registerValueOf(item, now);
         if (bench.milliseconds() >= end)
             raiseMismatch(fmt::format("{}: {}, after {} s", item.name, unmet, within), py::list());
+        act(bench, [&bench] { bench.runFor(pauseBetweenAttempts); });
     }
 }
 
@@ -332,6 +333,9 @@ void bindChip(py::module_& module) {
             "title", [](const ScriptChip& self) { return self.catalog().chip().title; },
             "Its title for people.")
         .def_property_readonly(
+            "bits", [](const ScriptChip& self) { return self.catalog().chip().word.bits; },
+            "How many bits its words have.")
+        .def_property_readonly(
             "names", [](const ScriptChip& self) { return self.catalog().names(); },
             "The names of its registers and flags, in the order of its file.")
         .def(
@@ -387,7 +391,7 @@ void makeValueClasses(py::module_& module) {
             return *found;
         });
     py::exec(registerValues, space);
-    for (const char* name : {"RegisterValue", "Difference", "DecodedWord"})
+    for (const char* name : {"RegisterValue", "Difference", "DecodedWord", "SentWord"})
         module.attr(name) = space[name];
 }
 

@@ -1,4 +1,4 @@
-"""Values of a chip's registers. It is executed in the module, with field_name from C++."""
+"""Values that the module returns. It is executed in the module, with field_name from C++."""
 
 from typing import NamedTuple, Optional
 
@@ -73,6 +73,21 @@ class Difference(NamedTuple):
         return line + (f": {fields}" if fields else "")
 
     __repr__ = __str__
+
+
+class SentWord(NamedTuple):
+    """A word that went over the wire, and its answer; None when it has none, or when bits of it
+    are not known. bits is the length of both, at_ms when it began, on the clock of the bench."""
+
+    word: int
+    answer: Optional[int]
+    bits: int
+    at_ms: float
+
+    def __repr__(self):
+        digits = (self.bits + 3) // 4
+        answer = "no answer" if self.answer is None else f"{self.answer:0{digits}X}"
+        return f"{self.word:0{digits}X} -> {answer}"
 
 
 class DecodedWord(NamedTuple):

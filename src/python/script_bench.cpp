@@ -63,13 +63,14 @@ ScriptBench::ScriptBench(BenchSetup setup, Interruption interruption,
       usb_(std::make_unique<InterruptibleUsbHost>(bench_->dongle, *clock_, interruption_)),
       controls_(std::make_unique<BenchControls>(*bench_, setup_.device)) {
     bench_->port.setAddresses(setup_.ports);
-    if (setup_.dongle || setup_.bus == Bus::Dongle)
+    const bool fileChooses = !setup_.config.empty() && !setup_.bus;
+    if (setup_.dongle || setup_.bus == Bus::Dongle || fileChooses)
         bench_->dongle.plug();
     for (const MessageBox::Answer answer : setup_.answers)
         boxes_.answer(answer);
     start({.port = bench_->port, .usb = *usb_, .clock = *clock_, .markers = &markers_});
-    if (setup_.bus)
-        makeReady(setup_.bus, setup_.words);
+    if (setup_.bus || fileChooses)
+        makeReady(setup_.bus, setup_.config, setup_.words);
 }
 
 ScriptBench::ScriptBench(const HardwareSetup& setup, Interruption interruption,
@@ -81,7 +82,7 @@ ScriptBench::ScriptBench(const HardwareSetup& setup, Interruption interruption,
       usb_(std::make_unique<InterruptibleUsbHost>(hardware_->usb(), *clock_, interruption_)) {
     hardware_->demandChosen(DongleLink::deviceInterfaceClass);
     start({.port = hardware_->port(), .usb = *usb_, .clock = *clock_});
-    makeReady(setup.bus, setup.words);
+    makeReady(setup.bus, setup.config, setup.words);
 }
 
 ScriptBench::~ScriptBench() {
@@ -108,14 +109,47 @@ void ScriptBench::start(const Hardware& hardware) {
     failures_.clear(); // the start continues after these failures; their boxes report them
 }
 
-void ScriptBench::makeReady(std::optional<Bus> bus, const WordSettings& words) {
+std::string ScriptBench::refusal() const {
+    return hardware_ ? hardware_->usb().refusal() : "";
+}
+
+void ScriptBench::chooseBusOrRaise(std::optional<Bus> bus) {
     const std::size_t before = boxes_.shown().size();
-    if (!chooseBus(*program_, bus))
-        throw Failure(Failure::Kind::PortUnusable,
-                      bus ? lastMessage(before)
-                          : "Neither a dongle nor a parallel port can be used; \"bitlux doctor\" "
-                            "tells what is missing.");
-    applyWordSettings(*program_, words);
+    if (chooseBus(*program_, bus, [this] { return refusal(); }))
+        return;
+    std::string text = refusal();
+    if (text.empty())
+        text = bus ? lastMessage(before)
+                   : "Neither a dongle nor a parallel port can be used; \"bitlux doctor\" tells "
+                     "what is missing.";
+    throw Failure(Failure::Kind::PortUnusable, text);
+}
+
+/// A file that chooses the port is read again when there is one: what it says of its pins counts
+/// only then. The dongle needs an Apply to take the settings of such a file.
+void ScriptBench::openSettings(std::optional<Bus> bus, const std::string& config) {
+    open(config);
+    if (bus != Bus::Port && program_->engine().usesDongle())
+        return;
+    if (bus != Bus::Dongle) {
+        chooseBusOrRaise(Bus::Port);
+        open(config);
+        return;
+    }
+    chooseBusOrRaise(bus);
+    applyWordSettings(*program_, {});
+    program_->mainForm().quickCommands.RestoreQuickCommands();
+}
+
+void ScriptBench::makeReady(std::optional<Bus> bus, const std::string& config,
+                            const WordSettings& words) {
+    const std::size_t before = boxes_.shown().size();
+    if (config.empty()) {
+        chooseBusOrRaise(bus);
+        applyWordSettings(*program_, words);
+    } else {
+        openSettings(bus, config);
+    }
     if (boxes_.shown().size() > before)
         throw Failure(Failure::Kind::PortUnusable, lastMessage(before));
     program_->session().ConfigDirty = ConstOff;

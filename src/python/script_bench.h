@@ -33,6 +33,7 @@ struct BenchSetup {
     std::string device = "loopback";
     std::optional<Bus> bus; ///< prepares the program for sending, without sending anything
     WordSettings words;     ///< in force after that
+    std::string config;     ///< a file that prepares it; it chooses the bus where `bus` does not
     std::vector<std::int16_t> ports{address378}; ///< the addresses of LPT1, LPT2 and so on
     bool dongle = false; ///< whether one is plugged in; always for the bus "dongle"
     std::string commandLine;
@@ -46,6 +47,7 @@ struct HardwareSetup {
     std::optional<Bus> bus; ///< by default the dongle if there is one, else the port
     HardwareChoice choice;
     WordSettings words;
+    std::string config; ///< as that of BenchSetup
 };
 
 /// The program for a script: without a window, on the virtual bench or on hardware, with scripted
@@ -116,7 +118,10 @@ public:
 
 private:
     void start(const Hardware& hardware);
-    void makeReady(std::optional<Bus> bus, const WordSettings& words);
+    void makeReady(std::optional<Bus> bus, const std::string& config, const WordSettings& words);
+    void chooseBusOrRaise(std::optional<Bus> bus);
+    void openSettings(std::optional<Bus> bus, const std::string& config);
+    [[nodiscard]] std::string refusal() const;
     WordElements transferWord(WordElements word);
     void raiseFailure(std::size_t before);
     /// Sets the clock pin to the idle level of the type in force.

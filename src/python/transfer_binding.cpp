@@ -2,8 +2,11 @@
 
 #include "python/bindings.h"
 #include "sending/answer_pattern.h"
+#include "waveform/waveform.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <deque>
 #include <limits>
 
 #include <fmt/format.h>
@@ -89,7 +92,7 @@ py::object expectAnswer(ScriptBench& bench, const py::object& word, const std::s
     if (retries < 0)
         throw py::value_error("retries is 0 or more");
     for (int attempt = 1;; ++attempt) {
-        const py::object answer = transfer(bench, word, bits, type);
+        py::object answer = transfer(bench, word, bits, type);
         const WordElements elements = wholeElements(answer, length);
         if (pattern.matches(elements))
             return answer;
@@ -97,6 +100,7 @@ py::object expectAnswer(ScriptBench& bench, const py::object& word, const std::s
         if (isOver || (retries > 0 && attempt > retries))
             raiseMismatch(mismatchText(pattern, wholeElements(word, length), elements, attempt),
                           py::list());
+        act(bench, [&] { bench.runFor(pauseBetweenAttempts); });
     }
 }
 
@@ -113,6 +117,35 @@ py::list traceOf(ScriptBench& bench) {
                                          static_cast<std::uint16_t>(access.address), access.value));
     }
     return result;
+}
+
+py::object sentWordOf(const py::object& type, const WordRecord& record) {
+    const Waveform wave = waveformOf(record);
+    WordElements sent(static_cast<std::size_t>(wave.length));
+    WordElements received(sent.size());
+    bool isKnown = wave.complete;
+    for (const WaveBit& bit : wave.bits) {
+        sent.at(static_cast<std::size_t>(bit.number)) = bit.sent ? 1 : 0;
+        received.at(static_cast<std::size_t>(bit.number)) = bit.received.value_or(false) ? 1 : 0;
+        isKnown = isKnown && bit.received;
+    }
+    constexpr double nanosecondsOfMillisecond = 1e6;
+    return type(numberOf(sent), isKnown ? py::object(numberOf(received)) : py::none(), wave.length,
+                static_cast<double>(wave.origin) / nanosecondsOfMillisecond);
+}
+
+py::list lastWords(ScriptBench& bench, int count) {
+    if (count < 0)
+        throw py::value_error("count is 0 or more");
+    const py::object type = py::module_::import("bitlux").attr("SentWord");
+    return look(bench, [&] {
+        const std::deque<WordRecord>& words = bench.program().waveform().words();
+        py::list result;
+        const std::size_t kept = std::min(words.size(), static_cast<std::size_t>(count));
+        for (std::size_t i = words.size() - kept; i < words.size(); ++i)
+            result.append(sentWordOf(type, words[i]));
+        return result;
+    });
 }
 
 void setTraceLimit(ScriptBench& bench, std::int64_t limit) {
@@ -143,6 +176,10 @@ void bindTrace(BenchClass& bench) {
         .def(
             "clear_trace", [](ScriptBench& self) { look(self, [&] { self.trace().clear(); }); },
             "Forget what went over the wire so far, and how much was dropped.")
+        .def("last_words", lastWords, py::arg("count") = 20,
+             "So many of the last words that were recorded, from the oldest to the last, as a list "
+             "of\n"
+             "SentWord. Raises ValueError below 0.")
         .def_property(
             "recording",
             [](ScriptBench& self) { return look(self, [&] { return self.recording(); }); },

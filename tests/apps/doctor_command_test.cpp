@@ -184,6 +184,26 @@ TEST(Doctor, NamesTheProgramsThatHoldADongle) {
               "bitlux-forge (process 97), virtual?[2J (process 812). To do: close that program");
 }
 
+TEST(Doctor, TellsOfADongleThatComesByUsbip) {
+    MadeMachine made;
+    made.plugDongleIn();
+    made.list("1234:abcd\n");
+    made.openable.insert(usbNodeName);
+    const std::string remote = "sys/devices/platform/vhci_hcd.0/usb3/1-2";
+    fs::create_directories(fs::path(made.root.path(remote)).parent_path());
+    fs::rename(made.root.path("sys/bus/usb/devices/1-2"), made.root.path(remote));
+    made.link("sys/bus/usb/devices/1-2", "../../../devices/platform/vhci_hcd.0/usb3/1-2");
+    EXPECT_EQ(made.run(), 0);
+    EXPECT_EQ(made.line(usbNodeName),
+              "ok: 1234:abcd \"Word dongle\", from another machine by usbip, is a dongle by "
+              "dongles.conf and can be opened");
+    made.root.write(remote + "/serial", "A-17\n");
+    EXPECT_EQ(made.run(), 0);
+    EXPECT_EQ(made.line(usbNodeName),
+              "ok: 1234:abcd \"Word dongle\", serial number A-17, from another machine by usbip, "
+              "is a dongle by dongles.conf and can be opened");
+}
+
 TEST(Doctor, AsksADeviceThatIsNotListed) {
     enum Answer : std::uint8_t { Yes, No, NobodyAsks };
     for (const auto& [mayOpen, answer, driver, said, advice] :

@@ -151,7 +151,8 @@ TEST(Device, NamesWhatItDoesNotKnow) {
         EXPECT_THROW(replyFromHex(text), Failure) << '"' << text << '"';
     for (const std::string& name : deviceNames())
         EXPECT_NE(makeDevice(name), nullptr) << name;
-    EXPECT_THROW(makeDevice("Echo"), Failure);
+    EXPECT_EQ(failureOf([] { makeDevice("Echo"); }),
+              "There is no device \"Echo\". Did you mean echo?");
 }
 
 TEST(SimulatedPort, HasTheRegistersOfAPort) {

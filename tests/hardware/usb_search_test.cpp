@@ -1,6 +1,7 @@
 #include "ordinary_user.h"
 #include "usb_link.h"
 
+#include <filesystem>
 #include <optional>
 #include <set>
 #include <utility>
@@ -10,6 +11,8 @@
 namespace bitlux::test {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr std::string_view storageInterface = "\x09\x04\x00\x00\x02\x08\x06\x50\x00"sv;
 
@@ -99,17 +102,27 @@ TEST_F(UsbSearchTest, FindsTheOneWithASerialNumberAndAsksNoOther) {
 }
 
 TEST_F(UsbSearchTest, KeepsOtherProgramsOut) {
-    EmulatedDongle dongle(testbed, list);
+    EmulatedDongle dongle(testbed, list, {.serial = "A-17"});
     UsbLink link(host);
     EXPECT_EQ(link.open(), UsbStatus::Success);
+    TemporaryFolder processes;
+    processes.write("97/comm", "bitlux-forge\n");
+    fs::create_directories(processes.path("97/fd"));
+    fs::create_symlink("/dev/bus/usb/001/004", processes.path("97/fd/7"));
+    places.processes = processes.path();
     LinuxUsbHost otherProgram(places);
     UsbLink otherLink(otherProgram);
     EXPECT_EQ(otherLink.open(), UsbStatus::Busy);
+    EXPECT_EQ(otherProgram.refusal(), "The dongle A-17 is in use by bitlux-forge (process 97).");
+    fs::remove(processes.path("97/fd/7"));
+    EXPECT_EQ(otherProgram.refusal(),
+              "The dongle A-17 is in use by a program that you may not see.");
     link.expectEcho();
     link.reader->close();
     EXPECT_EQ(otherLink.open(), UsbStatus::Busy);
     link.writer->close();
     EXPECT_EQ(otherLink.open(), UsbStatus::Success);
+    EXPECT_EQ(otherProgram.refusal(), "");
 }
 
 TEST_F(UsbSearchTest, CarriesWordsOnInterruptPipes) {

@@ -80,6 +80,19 @@ class Registers(unittest.TestCase):
             deaf.load({"SGFS": 9}, verify=True)
         self.assertEqual(raised.exception.differences[0].after, 0)
 
+    def test_a_field_is_waited_for(self):
+        register = self.chip["SGFS"]
+        self.bench.at(20, lambda: register.write(SG0=1))
+        self.assertEqual(register.wait_for(SG0=1, SG3=0, within=0.1), 1)
+        self.assertEqual(register.wait_for(1, within=0), 1)
+        with self.assertRaisesRegex(bitlux.Mismatch, "^SGFS: SG3 = 0, not 1, after 0.05 s$"):
+            register.wait_for({"SG3": 1}, within=0.05)
+        for error, action in ((KeyError, lambda: register.wait_for(SG99=1)),
+                              (ValueError, lambda: register.wait_for(1, within=-1)),
+                              (ValueError, lambda: register.wait_for())):
+            with self.assertRaises(error):
+                action()
+
     def test_a_word_says_what_it_means(self):
         word = self.chip.decode(0x89000000, 0x00000008)
         self.assertEqual((word.kind, word.name, word.value), ("read", "Mode Flags", 8))

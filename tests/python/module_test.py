@@ -88,6 +88,37 @@ class Words(Case):
             bench.transfer_many([5, 6, 7, 8])
         self.assertEqual(caught.exception.answers, [0, 5])
 
+    def test_are_expected_to_be_answered(self):
+        bench = bitlux.Bench(device="scripted", bus="port")
+        bench.bench.replies = [0x5A, 0x5B, 0xA5]
+        self.assertEqual(bench.expect(1, "5X"), 0x5A)
+        self.assertEqual(bench.expect(1, "0b1XX0_0101", retries=1), 0xA5)
+        with self.assertRaises(bitlux.Mismatch) as caught:
+            bench.expect(1, "05/0F", retries=0, within=0)
+            bench.expect(1, "55", retries=2)
+        self.assertEqual(str(caught.exception), "The answer to 01 is A5, not 55, after 3 attempts\n"
+                         "  10100101  answer\n  01010101  expected\n  ^^^^")
+        self.assertEqual(len(bench.last_words()), 7)
+        with self.assertRaisesRegex(bitlux.Mismatch, "after [0-9]{2,} attempts"):
+            bench.expect(1, "55", within=0.05)
+        self.assertGreaterEqual(bench.clock_ms, 50)
+        self.refuse(ValueError, lambda: bench.expect(1, "123"), lambda: bench.expect(1, "5Y"),
+                    lambda: bench.expect(1, "55", retries=-1),
+                    lambda: bench.expect(1, "55", within=-1))
+
+    def test_that_went_last_can_be_read(self):
+        bench = bitlux.Bench(device="echo", bus="dongle", bits=16)
+        self.assertEqual(bench.last_words(), [])
+        bench.transfer_many([0xA5C3, 0x0FF0])
+        first, last = bench.last_words()
+        self.assertEqual((repr(first), last[:3]), ("A5C3 -> 0000", (0x0FF0, 0xA5C3, 16)))
+        self.assertLess(first.at_ms, last.at_ms)
+        self.assertEqual(bench.last_words(1), [last])
+        bench.bench.set_faults(["gone@1"])
+        self.refuse(bitlux.LinkFailed, lambda: bench.transfer(0x1234))
+        self.assertEqual(repr(bench.last_words(1)[0]), "1234 -> no answer")
+        self.refuse(ValueError, lambda: bench.last_words(-1))
+
     def test_can_be_typed(self):
         bench = bitlux.Bench(bus="dongle")
         entry = bench[ENTRY]
@@ -407,6 +438,24 @@ class Files(Case):
                         lambda: other.save(nowhere))
             other.session.ConfigFileName = nowhere
             self.refuse(bitlux.FileFailure, other["frmMain.itemSave"].click)  # of a handler too
+
+
+    def test_choose_bus_and_words_of_a_bench(self):
+        with tempfile.TemporaryDirectory() as folder:
+            for made_on in ("port", "dongle"):
+                name = os.path.join(folder, "board.spi")
+                made = bitlux.Bench(bus=made_on, bits=24, type=3)
+                keep(made, "Wake up", "00A5C3")
+                made.save(name)
+                for bus in (None, "port", "dongle"):
+                    bench = bitlux.Bench(bus=bus, config=name)
+                    self.assertEqual(bench.transfer(0xA5C3), 0xA5C3)
+                    kind = bench.trace[0][0]
+                    self.assertEqual(kind, "W" if (bus or made_on) == "port" else "OUT")
+                    self.assertEqual((bench.session.SPIWordLength, bench.session.SPIType), (24, 3))
+                    self.assertEqual(bench.session.QuickCommandTable[0][0], "Wake up")
+            self.refuse(ValueError, lambda: bitlux.Bench(bus="port", bits=8, config=name))
+            self.refuse(bitlux.FileFailure, lambda: bitlux.Bench(config=folder + "/none.spi"))
 
 
 class Module(Case):

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <tuple>
 #include <utility>
 
 namespace bitlux::forms {
@@ -30,16 +31,20 @@ std::size_t editDistance(std::string_view a, std::string_view b) {
 std::vector<std::string> nearNames(std::string_view wanted, const std::vector<std::string>& names) {
     constexpr std::size_t most = 3;
     constexpr std::size_t longest = 64; // a longer name is no slip of a finger
-    std::vector<std::pair<std::size_t, std::string>> ranked;
+    const auto begins = [wanted](const std::string& name) {
+        return equalIgnoringCase(name.substr(0, wanted.size()), wanted);
+    };
+    // of equal distance those first that begin with what is wanted
+    std::vector<std::tuple<std::size_t, bool, std::string>> ranked;
     if (wanted.size() <= longest)
         for (const std::string& name : names)
             if (const std::size_t distance = editDistance(wanted, name);
                 distance <= wanted.size() / 3 + 1)
-                ranked.emplace_back(distance, name);
+                ranked.emplace_back(distance, !begins(name), name);
     std::sort(ranked.begin(), ranked.end());
     std::vector<std::string> result;
     for (std::size_t i = 0; i < std::min(most, ranked.size()); ++i)
-        result.push_back(std::move(ranked[i].second));
+        result.push_back(std::move(std::get<std::string>(ranked[i])));
     return result;
 }
 

@@ -1,6 +1,7 @@
 #include "platform/linux/dongle_search.h"
 
 #include "platform/letters.h"
+#include "platform/linux/node_holders.h"
 #include "platform/linux/os_descriptors.h"
 #include "platform/linux/usb_connection.h"
 
@@ -33,6 +34,10 @@ std::vector<UsbCandidate> DongleSearch::find(std::string_view deviceInterfaceCla
 
 std::string DongleSearch::node(const UsbCandidate& candidate) const {
     return fmt::format("{}/{:03}/{:03}", places_.nodes, candidate.bus, candidate.address);
+}
+
+std::string DongleSearch::holders(const UsbCandidate& candidate) const {
+    return holdersText(findHolders(usbNode(candidate), places_.processes));
 }
 
 bool DongleSearch::names(const UsbCandidate& candidate, std::string_view deviceInterfaceClass) {

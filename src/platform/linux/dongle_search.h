@@ -14,6 +14,7 @@ namespace bitlux {
 struct UsbPlaces {
     std::string devices = "/sys/bus/usb/devices"; ///< the kernel's list
     std::string nodes = "/dev/bus/usb";
+    std::string processes = "/proc"; ///< the kernel's folder of them
     std::vector<std::string> numberFiles = DongleNumbers::files();
 };
 
@@ -31,6 +32,8 @@ public:
 
     /// The device node of a candidate.
     [[nodiscard]] std::string node(const UsbCandidate& candidate) const;
+    /// The programs that have a candidate open, as far as this user may see; see holdersText.
+    [[nodiscard]] std::string holders(const UsbCandidate& candidate) const;
 
 private:
     struct Answer {

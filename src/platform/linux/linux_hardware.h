@@ -27,7 +27,7 @@ public:
     void demandChosen(std::string_view deviceInterfaceClass) const;
 
     [[nodiscard]] ParallelPort& port();
-    [[nodiscard]] UsbHost& usb() { return usb_; }
+    [[nodiscard]] LinuxUsbHost& usb() { return usb_; }
 
 private:
     HardwareChoice choice_;

@@ -1,12 +1,21 @@
 #include "platform/linux/linux_usb_host.h"
 
 #include "platform/linux/open_dongle.h"
+#include "platform/printable.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace bitlux {
+
+namespace {
+
+constexpr std::size_t longestSerial = 60;
+
+} // namespace
 
 class LinuxUsbHost::Endpoint final : public UsbEndpoint {
 public:
@@ -120,8 +129,22 @@ std::unique_ptr<UsbEndpoint> LinuxUsbHost::makeEndpoint() {
 }
 
 int LinuxUsbHost::search(std::string_view deviceInterfaceClass) {
+    result_ = UsbStatus::Success;
     found_ = search_.find(deviceInterfaceClass);
     return static_cast<int>(found_.size());
+}
+
+std::string LinuxUsbHost::refusal() const {
+    if (result_ == UsbStatus::Success)
+        return {};
+    const std::string dongle = wanted_.serial.empty()
+                                   ? "The dongle"
+                                   : "The dongle " + printable(wanted_.serial, longestSerial);
+    if (result_ != UsbStatus::Busy)
+        return dongle + " cannot be opened; \"bitlux doctor\" tells why.";
+    const std::string holders = search_.holders(wanted_);
+    return fmt::format("{} is in use by {}.", dongle,
+                       holders.empty() ? "a program that you may not see" : holders);
 }
 
 UsbStatus LinuxUsbHost::openDongle(int index, std::shared_ptr<OpenDongle>& dongle) {
@@ -136,8 +159,10 @@ UsbStatus LinuxUsbHost::openDongle(int index, std::shared_ptr<OpenDongle>& dongl
             return UsbStatus::Success;
         }
     auto opened = std::make_shared<OpenDongle>(search_.node(device), device);
-    if (opened->status() != UsbStatus::Success)
-        return opened->status();
+    wanted_ = device;
+    result_ = opened->status();
+    if (result_ != UsbStatus::Success)
+        return result_;
     shared_.push_back({device, opened});
     dongle = std::move(opened);
     return UsbStatus::Success;

@@ -21,6 +21,10 @@ public:
 
     std::unique_ptr<UsbEndpoint> makeEndpoint() override;
 
+    /// Why a dongle that was found was not opened since the last search: a sentence, which names
+    /// the program that holds it. Empty when there is nothing to say.
+    [[nodiscard]] std::string refusal() const;
+
 private:
     class Endpoint;
 
@@ -36,6 +40,8 @@ private:
 
     DongleSearch search_;
     std::vector<UsbCandidate> found_;
+    UsbCandidate wanted_; ///< the last that was to be opened
+    UsbStatus result_ = UsbStatus::Success;
     std::vector<Shared> shared_;
 };
 

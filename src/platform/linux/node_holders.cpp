@@ -9,6 +9,9 @@
 #include <optional>
 #include <string_view>
 
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
 namespace bitlux {
 
 namespace {
@@ -48,6 +51,13 @@ std::vector<NodeHolder> findHolders(const std::string& node, const std::string& 
     std::sort(found.begin(), found.end(),
               [](const NodeHolder& a, const NodeHolder& b) { return a.process < b.process; });
     return found;
+}
+
+std::string holdersText(const std::vector<NodeHolder>& holders) {
+    std::vector<std::string> texts;
+    for (const NodeHolder& holder : holders)
+        texts.push_back(fmt::format("{} (process {})", holder.name, holder.process));
+    return fmt::format("{}", fmt::join(texts, ", "));
 }
 
 } // namespace bitlux

@@ -16,4 +16,7 @@ struct NodeHolder {
 std::vector<NodeHolder> findHolders(const std::string& node,
                                     const std::string& processes = "/proc");
 
+/// As "bitlux-forge (process 97), python3 (process 812)"; empty for nobody.
+std::string holdersText(const std::vector<NodeHolder>& holders);
+
 } // namespace bitlux
