@@ -152,15 +152,18 @@ bool CommandRun::openFile(const std::string& fileName) {
     return !boxes_.hasEnded();
 }
 
+bool CommandRun::useBus(std::optional<Bus> bus) {
+    return chooseBus(program_, bus, [this] { return outlet_.refusal(); });
+}
+
 bool CommandRun::chooseSettings(const std::string& config) {
     const std::optional<Bus> bus = options_.outlet.chosenBus();
-    const auto refusal = [this] { return outlet_.refusal(); };
     if (config.empty())
-        return chooseBus(program_, bus, refusal);
+        return useBus(bus);
     if (bus != Bus::Dongle)
         return openFile(config);
     openConfiguration(program_, config);
-    return !boxes_.hasEnded() && chooseBus(program_, bus, refusal);
+    return !boxes_.hasEnded() && useBus(bus);
 }
 
 bool CommandRun::applySettings(const WordOptions& shape) {

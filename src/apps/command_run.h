@@ -77,6 +77,8 @@ protected:
     /// Opens a configuration file. When it does not choose the dongle, or there is none, sets up
     /// the parallel port. False after a message.
     bool openFile(const std::string& fileName);
+    /// Chooses the bus as chooseBus() does; a dongle that is in use is named with its holder.
+    bool useBus(std::optional<Bus> bus);
     /// Chooses the bus, opens the configuration file of `shape` where it has one, and applies its
     /// settings. False after a message.
     bool applySettings(const WordOptions& shape);

@@ -99,7 +99,7 @@ JournalPlayer::Parts Replay::partsOf() {
 }
 
 bool Replay::choose(Bus bus) {
-    if (!chooseBus(program(), bus))
+    if (!useBus(bus))
         return false;
     applyWordSettings(program(), {}); // as the port is there with it only
     return !boxes().hasEnded();

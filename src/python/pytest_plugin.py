@@ -4,6 +4,7 @@ import dataclasses
 import fcntl
 import os
 import re
+import shutil
 import tempfile
 import zlib
 from collections.abc import Generator, Iterator
@@ -58,6 +59,7 @@ class Rig:
 
     bench: bitlux.Bench
     chip: bitlux.Chip | None
+    journal: Path
     folders: pytest.TempPathFactory
 
 
@@ -81,8 +83,10 @@ def bench(
         chip = opened.chip(settings.chip) if settings.chip else None
     except (bitlux.Failure, ValueError) as failure:
         raise pytest.fail.Exception(str(failure), pytrace=False) from None
-    with opened:
-        request.node.stash[RIG] = Rig(opened, chip, tmp_path_factory)
+    with opened, tempfile.TemporaryDirectory(prefix="bitlux-") as folder:
+        journal = Path(folder, "journal.jsonl")
+        opened.journal(str(journal))
+        request.node.stash[RIG] = Rig(opened, chip, journal, tmp_path_factory)
         yield opened
 
 
@@ -251,7 +255,7 @@ def pytest_runtest_makereport(item: pytest.Item) -> Generator[None, Any, None]:
     lines = [word_line(word, rig.chip) for word in words]
     folder = folder_of(item, rig)
     try:
-        lines += [f"{name}: {file}" for name, file in save_files(rig.bench, folder)]
+        lines += [f"{name}: {file}" for name, file in save_files(rig, folder)]
     except (bitlux.Failure, OSError) as failure:
         lines.append(f"The files of this test were not saved: {failure}")
     report.sections.append((f"bitlux: last {len(words)} words", "\n".join(lines)))
@@ -299,9 +303,11 @@ def folder_of(item: pytest.Item, rig: Rig) -> Path:
     return root / f"{name}-{zlib.crc32(item.nodeid.encode()):08x}"
 
 
-def save_files(bench: bitlux.Bench, folder: Path) -> Iterator[tuple[str, Path]]:
-    """Saves what tells of a failed test beside its report; the name and the file of each."""
+def save_files(rig: Rig, folder: Path) -> Iterator[tuple[str, Path]]:
+    """Saves the waveform and the journal of a failed test; yields the name and file of each."""
     folder.mkdir(parents=True, exist_ok=True)
     waveform = folder / "waveform.vcd"
-    bench.vcd(str(waveform))
+    rig.bench.vcd(str(waveform))
     yield "waveform", waveform
+    if rig.journal.exists():  # it is gone when the end of the fixture itself has failed
+        yield "journal", Path(shutil.copy(rig.journal, folder))

@@ -85,7 +85,10 @@ def test_a_failure_has_the_last_words_and_the_waveform(pytester, run):
         "      60.480 ms  5A -> 00",
         "      62.488 ms  0300 -> 041D  RAM A read -> RAM 4, RAM 3, RAM 2, RAM 0; status: I/O_G",
         f"waveform: {waveform}",
+        f"journal: {waveform.with_name('journal.jsonl')}",
     ])
+    journal = waveform.with_name("journal.jsonl").read_text().splitlines()
+    assert len(journal) == 1 + 30 + 1 + 1 + 2  # settings at the start and around another shape
 
 
 def test_an_ini_file_names_chip_and_settings_from_its_own_folder(pytester, run):
