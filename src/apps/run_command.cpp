@@ -1,6 +1,7 @@
 #include "apps/run_command.h"
 
 #include "apps/examples.h"
+#include "apps/expected_answers.h"
 #include "apps/line_verdicts.h"
 #include "apps/run_report.h"
 #include "apps/word_source.h"
