@@ -117,7 +117,8 @@ endfunction()
 #             PRECOMPILED <header> ... TOGETHER c.cpp ...)
 # A program NAME is made of NAME.cpp, which holds its main function, and the module's library. Sources
 # that stand APART the module builds by itself. Large headers of libraries that many of its sources
-# include it has PRECOMPILED; sources that would each compile the same library are compiled TOGETHER.
+# include it has PRECOMPILED; sources that would each compile the same library are compiled TOGETHER
+# (14 sources of the command line: 14 s of processor time for 83).
 function(bitlux_add_module NAME)
     cmake_parse_arguments(PARSE_ARGV 1 MODULE "" "" "SOURCES;LINKS;PROGRAMS;APART;PRECOMPILED;TOGETHER")
     list(TRANSFORM MODULE_PROGRAMS APPEND .cpp OUTPUT_VARIABLE mains)

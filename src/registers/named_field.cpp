@@ -83,7 +83,7 @@ std::string NamedField::brief(std::uint64_t code) const {
     std::string text = shown(code);
     const std::size_t colon = text.find(": ");
     if (colon != std::string::npos) {
-        const std::string head = text.substr(0, colon);
+        std::string head = text.substr(0, colon);
         const auto beginning =
             std::count_if(choices.begin(), choices.end(),
                           [&head](const Choice& any) { return any.text.starts_with(head); });

@@ -137,7 +137,8 @@ TEST(BenchView, ChangesTheDeviceAndShowsThePins) {
     bench.settle();
     EXPECT_EQ(bench.window.focusWidget(), &device);
     bench.program.mainForm().run.cmdSendOnce.setFocus();
-    EXPECT_EQ(bench.window.focusWidget(), &bench.widget<QPushButton>("frmMain.cmdSendOnce"));
+    const auto& sendOnce = bench.widget<QPushButton>("frmMain.cmdSendOnce"); // up to date now
+    EXPECT_EQ(bench.window.focusWidget(), &sendOnce);
     device.setCurrentText("stuck-high");
     EXPECT_EQ(answerTo("12"), "FF");
     device.setCurrentText("scripted");
