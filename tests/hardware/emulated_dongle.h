@@ -43,6 +43,8 @@ struct DongleKind {
 /// frames unless told otherwise.
 class EmulatedDongle : EmulatedNode {
 public:
+    using EmulatedNode::node; ///< for loops of the measurements
+
     using Answer = std::function<std::vector<Packet>(const UsbFrame&)>;
 
     EmulatedDongle(const Testbed& testbed, const TemporaryFolder& list, DongleKind kind = {});
