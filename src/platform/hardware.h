@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/adapter.h"
 #include "platform/clock.h"
 #include "platform/marker_files.h"
 #include "platform/parallel_port.h"
@@ -13,6 +14,7 @@ struct Hardware {
     UsbHost& usb;
     const Clock& clock;
     const MarkerFiles* markers = nullptr; ///< those in the user's folder when there are none
+    AdapterHost* adapters = nullptr;      ///< null where there can be none
 };
 
 } // namespace bitlux

@@ -1,0 +1,72 @@
+#include "platform/adapter.h"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+
+namespace bitlux {
+
+namespace {
+
+constexpr int lines = 8;
+constexpr int pins = 17;
+
+std::string rangeText(int first, int last) {
+    if (first == last)
+        return fmt::format("{}", first);
+    return fmt::format("{}{}{}", first, last == first + 1 ? " and " : " to ", last);
+}
+
+} // namespace
+
+AdapterWiring AdapterWiring::standard() {
+    AdapterWiring wiring;
+    constexpr std::array pinOfLine{4, 3, 12, 2, 5, 6, 7, 8};
+    for (int line = 0; line < lines; ++line)
+        wiring.connect(pinOfLine.at(static_cast<std::size_t>(line)), line);
+    return wiring;
+}
+
+bool AdapterWiring::connect(int pin, int line) {
+    const bool isTaken = std::find(lines_.begin(), lines_.end(), line) != lines_.end();
+    if (pin < 1 || pin > pins || line < 0 || line >= lines || isTaken)
+        return false;
+    lines_.at(static_cast<std::size_t>(pin)) = static_cast<std::int8_t>(line);
+    return true;
+}
+
+void AdapterWiring::cutFrom(int count) {
+    std::replace_if(
+        lines_.begin(), lines_.end(), [count](int line) { return line >= count; }, std::int8_t{-1});
+}
+
+std::optional<int> AdapterWiring::lineOf(int pin) const {
+    if (pin < 1 || pin > pins || lines_.at(static_cast<std::size_t>(pin)) < 0)
+        return std::nullopt;
+    return lines_.at(static_cast<std::size_t>(pin));
+}
+
+std::string AdapterWiring::pinsText() const {
+    std::vector<std::string> ranges;
+    for (int pin = 1; pin <= pins; ++pin) {
+        if (!lineOf(pin))
+            continue;
+        const int first = pin;
+        while (lineOf(pin + 1))
+            ++pin;
+        ranges.push_back(rangeText(first, pin));
+    }
+    if (ranges.empty())
+        return "none";
+    std::string text = ranges.front();
+    for (std::size_t i = 1; i < ranges.size(); ++i)
+        text += (i + 1 == ranges.size() ? " and " : ", ") + ranges[i];
+    return text;
+}
+
+std::string Adapter::name() const {
+    return serial.empty() ? fmt::format("{} at {}", type, place)
+                          : fmt::format("{} {}", type, serial);
+}
+
+} // namespace bitlux
