@@ -110,6 +110,8 @@ bool ConfigureDialog::applyToParallelPort(std::int16_t logLimit) {
         return false;
     if (!settlePortChoice())
         return refuse(noPortChosen);
+    if (!acceptAdapter())
+        return false;
     if (!acceptWordLength())
         return false;
     if (session_.StartingUp != ConstOn)
@@ -216,6 +218,14 @@ bool ConfigureDialog::settlePortChoice() {
     return true;
 }
 
+bool ConfigureDialog::acceptAdapter() {
+    const Adapter* adapter = adapters.chosen();
+    if (adapter == nullptr)
+        return true;
+    const std::string missing = AdapterChoice::missingPins(*adapter, pinFields());
+    return missing.empty() || refuse(missing);
+}
+
 bool ConfigureDialog::acceptWordLength() {
     const double wanted = wantedWordLength();
     if (wanted > session_.MaxSPIBits)
@@ -306,6 +316,17 @@ void ConfigureDialog::applyLogDecisions(std::int16_t limit) {
 }
 
 void ConfigureDialog::choosePort() {
+    if (const Adapter* adapter = adapters.chosen()) {
+        parts_.adapterBus.use(*adapter);
+        session_.LPTPortAddress = address378;
+        session_.Saved.SavedPortIndex = 0;
+        return;
+    }
+    parts_.adapterBus.leave();
+    chooseListedPort();
+}
+
+void ConfigureDialog::chooseListedPort() {
     if (cmbPortsAvailable.enabled()) {
         constexpr std::size_t digit = 3; // "LPT1: 0x378"
         const int number = hexDigit(cmbPortsAvailable.text().at(digit));

@@ -108,6 +108,17 @@ Setting enableLog(ConfigureDialog& dialog) {
     return setting;
 }
 
+/// In the file only where an adapter is chosen, so that other files stay as they were.
+Setting adapter(ConfigureDialog& dialog) {
+    Setting setting{"[Adapter]", {}, [&dialog](const RecordValue& value) {
+                        const std::string& other = dialog.adapters.insteadOfFiles;
+                        dialog.chooseAdapter(other.empty() ? textOf(value) : other);
+                    }};
+    if (const Adapter* chosen = dialog.adapters.chosen())
+        setting.value = [name = chosen->name()] { return name; };
+    return setting;
+}
+
 Setting baudRate(ConfigureDialog& dialog, Session& session) {
     return {"[SPIBaudRate]", [&session] { return session.SPIBaudRate; },
             [&dialog, &session](const RecordValue& value) {
@@ -163,6 +174,7 @@ std::vector<ConfigurationSetting> configurationSettings(ConfigureDialog& dialog,
         address("[HardCode278]", dialog, 2),
         either("[BinaryMode]", dialog.optBinary, dialog.optHex),
         serialMode(dialog),
+        adapter(dialog),
     };
     addPins(settings, dialog, session);
     settings.push_back(either("[MSBFirst]", dialog.optMSBfirst, dialog.optLSBfirst));

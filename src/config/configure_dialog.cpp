@@ -67,6 +67,7 @@ ConfigureDialog::ConfigureDialog(forms::FormSet& set, Parts parts)
       lblPortDisabled(*this, "lblPortDisabled"),
       lblLPTaddress(*this, "lblLPTaddress", "Choose from the list below:  (Recommended)"),
       cmbPortsAvailable(*this, "cmbPortsAvailable", ComboBox::Style::List),
+      adapters(parts_.adapterBus, cmbPortsAvailable),
       chkHardCodeLPT(addressBoxes(*this)),
       frameSPIBaudRate(*this, "frameSPIBaudRate", "Clock of the dongle"),
       SPIBaudRate(baudRates(*this, baudGroup_)),
@@ -188,7 +189,7 @@ void ConfigureDialog::SetDefaults() {
 }
 
 void ConfigureDialog::Btn_ParallelPort_Click() {
-    ParallelPort& port = parts_.pins.port();
+    ParallelPort& port = parts_.pins.machinePort();
     if (port.IsWinNT())
         port.SetFastMode(0);
     cmbPortsAvailable.clear();
@@ -204,9 +205,36 @@ void ConfigureDialog::Btn_ParallelPort_Click() {
         session_.ParallelPortReady = true;
         cmbPortsAvailable.setListIndex(0);
     }
+    listAdapters();
     if (!session_.ParallelPortReady)
         parts_.boxes.show({.text = "A parallel port was not detected.",
                            .hint = "\"bitlux doctor\" in a terminal tells what is missing."});
+}
+
+void ConfigureDialog::listAdapters() {
+    if (!adapters.addFound())
+        return;
+    cmbPortsAvailable.enable();
+    session_.ParallelPortReady = true;
+    if (cmbPortsAvailable.listIndex() < 0)
+        cmbPortsAvailable.setListIndex(0);
+}
+
+void ConfigureDialog::chooseAdapter(const std::string& name) {
+    listAdapters();
+    if (adapters.select(name))
+        return;
+    parts_.boxes.show({.text = fmt::format("The adapter {} was not detected.", name),
+                       .hint = "\"bitlux doctor\" in a terminal tells what is missing."});
+    if (!cmbPortsAvailable.items().empty() &&
+        !parts_.adapterBus.named(cmbPortsAvailable.items()[0])) {
+        cmbPortsAvailable.setListIndex(0);
+        return;
+    }
+    // Words that are meant for the chip on one adapter must not reach that on another.
+    cmbPortsAvailable.clear();
+    session_.ParallelPortReady = false;
+    parts_.adapterBus.leave();
 }
 
 void ConfigureDialog::chkSerialPort_Click() {

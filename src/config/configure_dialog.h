@@ -1,5 +1,6 @@
 #pragma once
 
+#include "config/adapter_choice.h"
 #include "config/extra_pin_page.h"
 #include "config/type_page.h"
 #include "platform/desk.h"
@@ -33,6 +34,7 @@ public:
     struct Parts {
         Session& session;
         PinLayer& pins;
+        AdapterBus& adapterBus;
         MessageBoxes& boxes;
         SingleWordPage& singleWord;
         SessionLog& log;
@@ -68,6 +70,9 @@ public:
     /// Fills the rows of the main form with the pins that are enabled on the dongle, if it is in
     /// use.
     void showDonglePins();
+    /// Selects an adapter that a configuration file names. When there is none, shows a message and
+    /// selects the first parallel port; without one there is no port until the next search.
+    void chooseAdapter(const std::string& name);
     /// Shows the settings of the bus after a search for the dongle.
     void arrangeFor(DongleLink::Found found);
 
@@ -90,6 +95,7 @@ private:
     [[nodiscard]] bool hasPinConflict() const;
     bool acceptPortChoice();
     bool settlePortChoice();
+    bool acceptAdapter();
     bool acceptWordLength();
     bool acceptFractionalLength();
     bool acceptHexOnly();
@@ -101,6 +107,8 @@ private:
     [[nodiscard]] std::int16_t wantedLogLimit() const;
     void applyLogDecisions(std::int16_t limit);
     void choosePort();
+    void chooseListedPort();
+    void listAdapters();
     void showPartTabs();
     [[nodiscard]] std::array<std::pair<forms::CheckBox*, std::int32_t>, 5> partBoxes();
 
@@ -149,6 +157,7 @@ public:
     forms::Label lblPortDisabled;
     forms::Label lblLPTaddress;
     forms::ComboBox cmbPortsAvailable;
+    AdapterChoice adapters;
     forms::ControlArray<forms::CheckBox> chkHardCodeLPT;
     forms::Frame frameSPIBaudRate;
     forms::ControlArray<forms::OptionButton> SPIBaudRate;

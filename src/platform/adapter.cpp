@@ -11,12 +11,6 @@ namespace {
 constexpr int lines = 8;
 constexpr int pins = 17;
 
-std::string rangeText(int first, int last) {
-    if (first == last)
-        return fmt::format("{}", first);
-    return fmt::format("{}{}{}", first, last == first + 1 ? " and " : " to ", last);
-}
-
 } // namespace
 
 AdapterWiring AdapterWiring::standard() {
@@ -54,7 +48,11 @@ std::string AdapterWiring::pinsText() const {
         const int first = pin;
         while (lineOf(pin + 1))
             ++pin;
-        ranges.push_back(rangeText(first, pin));
+        if (pin - first > 1)
+            ranges.push_back(fmt::format("{} to {}", first, pin));
+        else
+            for (int single = first; single <= pin; ++single)
+                ranges.push_back(fmt::format("{}", single));
     }
     if (ranges.empty())
         return "none";
@@ -62,6 +60,16 @@ std::string AdapterWiring::pinsText() const {
     for (std::size_t i = 1; i < ranges.size(); ++i)
         text += (i + 1 == ranges.size() ? " and " : ", ") + ranges[i];
     return text;
+}
+
+std::string rateText(double bytesPerSecond) {
+    constexpr double kilo = 1e3;
+    constexpr double mega = 1e6;
+    if (bytesPerSecond >= mega)
+        return fmt::format("{:.4g} MHz", bytesPerSecond / mega);
+    if (bytesPerSecond >= kilo)
+        return fmt::format("{:.4g} kHz", bytesPerSecond / kilo);
+    return fmt::format("{:.4g} Hz", bytesPerSecond);
 }
 
 std::string Adapter::name() const {

@@ -51,7 +51,12 @@ struct Adapter {
 
     /// Type and serial number, as in lists; without a number its place, as "FT232R at 1-2".
     [[nodiscard]] std::string name() const;
+
+    bool operator==(const Adapter&) const = default;
 };
+
+/// As "1 MHz" or "93.75 kHz".
+std::string rateText(double bytesPerSecond);
 
 /// An open adapter. Its eight lines are written and sampled together, at a steady rate. All raise
 /// Failure (PortUnusable) with a sentence for the user; the link is of no more use then.

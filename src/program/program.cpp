@@ -34,6 +34,7 @@ Program::Program(const Hardware& hardware, const Desk& desk)
       markers_(hardware.markers != nullptr ? *hardware.markers : userMarkers_),
       forms_(desk_.boxes),
       pins_(session_, hardware.port),
+      adapters_(session_, pins_, hardware.adapters),
       failures_(desk_.boxes),
       dongle_(session_, hardware.usb, hardware.clock, failures_),
       engine_({.session = session_,
@@ -79,6 +80,7 @@ Program::Program(const Hardware& hardware, const Desk& desk)
                       ConfigureDialog::Parts{
                           .session = session_,
                           .pins = pins_,
+                          .adapterBus = adapters_,
                           .boxes = desk_.boxes,
                           .singleWord = form.singleWord,
                           .log = form.log,
@@ -440,6 +442,7 @@ void Program::end() {
     unloadPanels();
     dongle_.close();
     restPins();
+    adapters_.leave();
     ended.raise();
 }
 

@@ -19,6 +19,7 @@
 #include "sending/save_batch_form.h"
 #include "session/live_options.h"
 #include "session/session.h"
+#include "transfer/adapter_bus.h"
 #include "transfer/pin_layer.h"
 #include "transfer/word_engine.h"
 
@@ -95,6 +96,7 @@ public:
     [[nodiscard]] chips::ChipLibrary& chipLibrary() { return library_; }
     [[nodiscard]] Session& session() { return session_; }
     [[nodiscard]] PinLayer& pins() { return pins_; }
+    [[nodiscard]] const AdapterBus& adapters() const { return adapters_; }
     [[nodiscard]] DongleLink& dongle() { return dongle_; }
     [[nodiscard]] WordEngine& engine() { return engine_; }
     [[nodiscard]] const WordEngine& engine() const { return engine_; }
@@ -140,6 +142,7 @@ private:
     forms::FormSet forms_;
     LiveOptions options_;
     PinLayer pins_;
+    AdapterBus adapters_;
     FailureBoxes failures_;
     DongleLink dongle_;
     WordEngine engine_;

@@ -119,6 +119,8 @@ class Session:
     ParallelPortReady: bool
     LPTPortAddress: int
     LPTPortAddresses: List[int]
+    AdapterInUse: str
+    AdapterClock: int
     DIPin: int
     CSPin: int
     ClockPin: int

@@ -35,7 +35,7 @@ struct SavedDialog {
     std::int16_t SavedHardCode378 = 0;
     std::int16_t SavedHardCode278 = 0;
     int SavedPortListIndex = -1; ///< of the list of ports
-    int SavedPortIndex = 0;      ///< number n of LPTn
+    int SavedPortIndex = 0;      ///< number n of LPTn, 0 for an adapter
 };
 
 } // namespace bitlux

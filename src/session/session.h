@@ -55,7 +55,9 @@ struct Session {
     bool ParallelPortReady = false;
     std::int16_t LPTPortAddress = 0;
     std::array<std::int16_t, 4> LPTPortAddresses{};
-    std::int16_t DIPin = 0; ///< bits 0 to 7 of the data register
+    std::string AdapterInUse;      ///< the adapter that is used as the port; empty without one
+    std::int32_t AdapterClock = 0; ///< bytes a second of that adapter, 0 before it was opened
+    std::int16_t DIPin = 0;        ///< bits 0 to 7 of the data register
     std::int16_t CSPin = 0;
     std::int16_t ClockPin = 0;
     std::int16_t DOPin = 0; ///< bit 3 to 7 of the status register

@@ -65,6 +65,8 @@ constexpr std::array variables = std::to_array<SessionVariable>({
     {"ParallelPortReady", at<&Session::ParallelPortReady>},
     {"LPTPortAddress", at<&Session::LPTPortAddress>},
     {"LPTPortAddresses", at<&Session::LPTPortAddresses>},
+    {"AdapterInUse", at<&Session::AdapterInUse>},
+    {"AdapterClock", at<&Session::AdapterClock>},
     {"DIPin", at<&Session::DIPin>},
     {"CSPin", at<&Session::CSPin>},
     {"ClockPin", at<&Session::ClockPin>},

@@ -64,11 +64,26 @@ void clearPinMaps(Session& session) {
         nameControlPin(session, bit, {});
 }
 
-bool hasControlPin(const Session& session) {
+std::uint8_t usedDataPins(const Session& session) {
+    using Pins = PortPins<dataBits>;
+    auto used = static_cast<std::uint8_t>(Pins::mask(session.CSPin) | Pins::mask(session.DIPin) |
+                                          Pins::mask(session.ClockPin));
+    for (int bit = 0; bit < dataBits; ++bit)
+        if (!session.DataPortPins.name(bit).empty())
+            used |= Pins::mask(bit);
+    return used;
+}
+
+std::uint8_t usedControlPins(const Session& session) {
+    std::uint8_t used = 0;
     for (int bit = 0; bit < controlBits; ++bit)
         if (!session.ControlPortPins.name(bit).empty())
-            return true;
-    return false;
+            used |= PortPins<controlBits>::mask(bit);
+    return used;
+}
+
+bool hasControlPin(const Session& session) {
+    return usedControlPins(session) != 0;
 }
 
 void lowerControlPins(Session& session) {

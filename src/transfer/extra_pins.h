@@ -30,6 +30,11 @@ void setDonglePin(Session& session, std::string_view name, bool high);
 /// Makes all extra pins free and low on both registers.
 void clearPinMaps(Session& session);
 
+/// The bits of the data register that have an SPI line or an extra pin, and those of the control
+/// register that have an extra pin.
+std::uint8_t usedDataPins(const Session& session);
+std::uint8_t usedControlPins(const Session& session);
+
 /// Whether a pin of the control register has a name.
 bool hasControlPin(const Session& session);
 /// Makes all pins of the control register low; they keep their names.

@@ -24,16 +24,23 @@ std::int16_t ConvertPin(std::string_view pin) {
 }
 
 void PinLayer::ToggleDataPort() {
+    driveUsedPins();
     write(*port_, session_.LPTPortAddress, session_.DataPortPins.value());
     port_->complete();
     written.raise(PinRegister::Data);
 }
 
 void PinLayer::ToggleControlPort() {
+    driveUsedPins();
     const auto address = static_cast<std::int16_t>(session_.LPTPortAddress + controlRegister);
     write(*port_, address, session_.ControlPortPins.value());
     port_->complete();
     written.raise(PinRegister::Control);
+}
+
+void PinLayer::driveUsedPins() {
+    if (port_->collects()) [[unlikely]]
+        port_->drive(usedDataPins(session_), usedControlPins(session_));
 }
 
 void PinLayer::rest() {
@@ -48,6 +55,7 @@ void PinLayer::rest() {
 
 void PinLayer::startRecording(WireListener& listener, const Clock& clock) {
     stopRecording();
+    listener_.emplace(listener, clock);
     recording_.emplace(*port_, listener, clock);
     port_ = &*recording_;
 }
@@ -56,7 +64,17 @@ void PinLayer::stopRecording() {
     if (recording_) {
         port_ = &recording_->recorded();
         recording_.reset();
+        listener_.reset();
     }
+}
+
+void PinLayer::use(ParallelPort& port) {
+    if (!recording_) {
+        port_ = &port;
+        return;
+    }
+    recording_.emplace(port, listener_->listener, listener_->clock);
+    port_ = &*recording_;
 }
 
 } // namespace bitlux

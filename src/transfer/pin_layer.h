@@ -21,7 +21,8 @@ std::int16_t ConvertPin(std::string_view pin);
 /// ControlPortPins and calls a Toggle; no pin changes before.
 class PinLayer {
 public:
-    PinLayer(Session& session, ParallelPort& port) : session_(session), port_(&port) {}
+    PinLayer(Session& session, ParallelPort& port)
+        : session_(session), machinePort_(port), port_(&port) {}
     PinLayer(const PinLayer&) = delete;
     PinLayer& operator=(const PinLayer&) = delete;
 
@@ -31,11 +32,17 @@ public:
     /// A register was written by one of these, not by a word.
     Event<PinRegister> written;
 
+    /// Lets a port that can leave pins undriven drive those that the settings use.
+    void driveUsedPins();
     /// Puts chip select, data in and clock to their idle levels, the clock to that of the type.
     void rest();
 
-    /// The port in use: the real one, or the one that records.
+    /// The port in use, or the one that records what happens on it.
     [[nodiscard]] ParallelPort& port() { return *port_; }
+    /// The parallel ports of the machine, whichever port is in use.
+    [[nodiscard]] ParallelPort& machinePort() { return machinePort_; }
+    /// From now on everything goes through `port`, which outlives its use.
+    void use(ParallelPort& port);
 
     /// Reports every access from now on; costs nothing while off. The listener outlives the
     /// recording.
@@ -57,9 +64,16 @@ public:
     }
 
 private:
+    struct Listener {
+        WireListener& listener;
+        const Clock& clock;
+    };
+
     Session& session_;
+    ParallelPort& machinePort_;
     ParallelPort* port_;
     std::optional<RecordingPort> recording_;
+    std::optional<Listener> listener_; ///< of the recording
 };
 
 } // namespace bitlux

@@ -1,5 +1,7 @@
 #include "transfer/wire_trace.h"
 
+#include <algorithm>
+
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
@@ -47,14 +49,51 @@ void RecordingPort::SetFastMode(std::int32_t mode) {
 }
 
 void RecordingPort::complete() {
-    recorded_.complete();
+    if (collected_.empty()) {
+        recorded_.complete();
+        return;
+    }
+    const std::int64_t begin = clock_.nanoseconds();
+    try {
+        recorded_.complete();
+    } catch (...) { // nobody knows how many of them were made
+        collected_.clear();
+        throw;
+    }
+    reportCollected(begin);
+}
+
+void RecordingPort::drive(std::uint8_t dataPins, std::uint8_t controlPins) {
+    recorded_.drive(dataPins, controlPins);
 }
 
 void RecordingPort::record(WireAccess::Kind kind, std::int16_t address, std::int32_t value) {
-    listener_.add({.nanoseconds = clock_.nanoseconds(),
-                   .kind = kind,
-                   .address = address,
-                   .value = static_cast<std::uint8_t>(value)});
+    const WireAccess access{.nanoseconds = clock_.nanoseconds(),
+                            .kind = kind,
+                            .address = address,
+                            .value = static_cast<std::uint8_t>(value)};
+    if (recorded_.collects())
+        collected_.push_back({access, static_cast<std::int16_t>(value)});
+    else
+        listener_.add(access);
+}
+
+/// Writes follow each other at the pace of the port. A read comes just before the next write.
+void RecordingPort::reportCollected(std::int64_t begin) {
+    std::int64_t next = begin;
+    for (Collected& collected : collected_) {
+        WireAccess& access = collected.access;
+        if (access.kind == WireAccess::Kind::Read) {
+            recorded_.takeSamples({&collected.value, 1});
+            access.value = static_cast<std::uint8_t>(collected.value);
+            access.nanoseconds = std::max(begin, next - 1);
+        } else {
+            access.nanoseconds = next;
+            next += recorded_.collectedPace();
+        }
+        listener_.add(access);
+    }
+    collected_.clear();
 }
 
 } // namespace bitlux

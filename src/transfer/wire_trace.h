@@ -56,7 +56,7 @@ private:
     bool started_ = false;
 };
 
-/// A port that reports every access to another port.
+/// A port that reports every access to another port; those that it collects when they were made.
 class RecordingPort : public ParallelPort {
 public:
     RecordingPort(ParallelPort& recorded, WireListener& listener, const Clock& clock);
@@ -70,13 +70,22 @@ public:
     std::int16_t GetLPTPortAddress(std::int16_t number) override;
     void SetFastMode(std::int32_t mode) override;
     void complete() override;
+    void takeSamples(std::span<std::int16_t> values) override { recorded_.takeSamples(values); }
+    void drive(std::uint8_t dataPins, std::uint8_t controlPins) override;
 
 private:
     void record(WireAccess::Kind kind, std::int16_t address, std::int32_t value);
+    void reportCollected(std::int64_t begin);
+
+    struct Collected {
+        WireAccess access;
+        std::int16_t value; ///< a placeholder or a value
+    };
 
     ParallelPort& recorded_;
     WireListener& listener_;
     const Clock& clock_;
+    std::vector<Collected> collected_;
 };
 
 } // namespace bitlux

@@ -74,6 +74,7 @@ void WordEngine::sendOnParallelPort() {
     const SentWords::Before before =
         sentWords_ ? sentWords_->before(session_) : SentWords::Before{};
     ParallelPort& port = pins_.port();
+    pins_.driveUsedPins();
     const PortWord word{
         .port = port,
         .address = session_.LPTPortAddress,
@@ -87,6 +88,8 @@ void WordEngine::sendOnParallelPort() {
         .clock = {session_.ClockPin, session_.ClockHighLevel, session_.ClockLowLevel}};
     const bool isWhole = sendPortWord(word, session_.SPIType, session_.MSBFirst == ConstOn);
     port.complete();
+    if (port.collects()) [[unlikely]]
+        port.takeSamples(session_.PortStatusSamples);
     if (!isWhole) {
         session_.LinkFailed = true;
         fail(fmt::format("WordToSend(i) is neither a 1 or a 0!!!{}"

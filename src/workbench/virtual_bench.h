@@ -1,5 +1,6 @@
 #pragma once
 
+#include "bench/simulated_adapter.h"
 #include "bench/simulated_dongle.h"
 #include "bench/simulated_port.h"
 #include "platform/hardware.h"
@@ -9,9 +10,10 @@
 
 namespace bitlux {
 
-/// The virtual bench: a parallel port and a dongle, with one device on the lines of both.
+/// The virtual bench: a parallel port, a dongle and an adapter, with one device on the lines of
+/// all.
 struct VirtualBench {
-    /// The dongle is unplugged at first. `benchClock` outlives this.
+    /// Dongle and adapter are unplugged at first. `benchClock` outlives this.
     VirtualBench(BenchClock& benchClock, const std::shared_ptr<Device>& device);
 
     /// Puts another device on the lines.
@@ -19,11 +21,14 @@ struct VirtualBench {
     /// Wires the device as the settings in force tell; the session outlives the traffic.
     void wireFor(const Session& session);
 
-    [[nodiscard]] Hardware hardware() { return {.port = port, .usb = dongle, .clock = clock}; }
+    [[nodiscard]] Hardware hardware() {
+        return {.port = port, .usb = dongle, .clock = clock, .adapters = &adapter};
+    }
 
     BenchClock& clock;
     SimulatedPort port;
     SimulatedDongle dongle;
+    SimulatedAdapter adapter;
 };
 
 } // namespace bitlux

@@ -50,6 +50,13 @@ QString draggedFile(const QMimeData& data) {
     return {};
 }
 
+std::string adapterText(const AdapterPort& port, std::int32_t clock) {
+    const std::string name = "Adapter " + port.adapter().name();
+    if (port.isOpen())
+        return fmt::format("{}, {}", name, rateText(clock));
+    return clock != 0 ? name + ", gone" : name;
+}
+
 } // namespace
 
 MainWindow::MainWindow(Program& program, UserSettings settings)
@@ -238,6 +245,8 @@ void MainWindow::updateStatus() {
     const std::string bus =
         program_.engine().usesDongle()
             ? std::string(program_.dongle().isPresent() ? "USB dongle" : "USB dongle, gone")
+        : program_.adapters().inUse() != nullptr && session.ParallelPortReady
+            ? adapterText(*program_.adapters().inUse(), session.AdapterClock)
         : session.ParallelPortReady
             ? fmt::format("Parallel port 0x{:X}",
                           static_cast<std::uint16_t>(session.LPTPortAddress))

@@ -1,0 +1,56 @@
+#include "config/adapter_choice.h"
+
+#include "platform/conversions.h"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+namespace bitlux {
+
+namespace {
+
+/// The number of a pin as the dialog shows it. "7" of the data output reads pin 12.
+int pinNumber(const PinField& field) {
+    const int number = wholeNumber<int>(field.field->text()).value_or(0);
+    return field.line == "DO" && number == 7 ? 12 : number;
+}
+
+} // namespace
+
+bool AdapterChoice::addFound() {
+    const std::vector<Adapter>& found = adapters_.search();
+    const std::vector<std::string>& items = list_.items();
+    for (const Adapter& adapter : found)
+        if (std::find(items.begin(), items.end(), adapter.name()) == items.end())
+            list_.addItem(adapter.name());
+    return !found.empty();
+}
+
+bool AdapterChoice::select(const std::string& name) {
+    const std::vector<std::string>& items = list_.items();
+    const auto item = std::find(items.begin(), items.end(), name);
+    if (adapters_.named(name) == nullptr || item == items.end())
+        return false;
+    list_.setListIndex(static_cast<int>(item - items.begin()));
+    return true;
+}
+
+const Adapter* AdapterChoice::chosen() const {
+    return list_.enabled() && list_.listIndex() >= 0 ? adapters_.named(list_.text()) : nullptr;
+}
+
+std::string AdapterChoice::missingPins(const Adapter& adapter,
+                                       const std::vector<PinField>& fields) {
+    std::vector<std::string> missing;
+    for (const PinField& field : fields)
+        if (!adapter.wiring.lineOf(pinNumber(field)))
+            missing.push_back(fmt::format("pin {} ({})", field.field->text(), field.line));
+    if (missing.empty())
+        return {};
+    return fmt::format("The adapter {} has no line for {}. It has one for the pins {}.",
+                       adapter.name(), fmt::join(missing, ", "), adapter.wiring.pinsText());
+}
+
+} // namespace bitlux

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "config/pin_field.h"
+#include "platform/forms/controls.h"
+#include "transfer/adapter_bus.h"
+
+#include <string>
+#include <vector>
+
+namespace bitlux {
+
+/// The adapters in the dialog's list of ports, after the parallel ports.
+class AdapterChoice {
+public:
+    /// Both outlive this.
+    AdapterChoice(AdapterBus& adapters, forms::ComboBox& list) : adapters_(adapters), list_(list) {}
+
+    /// Looks for adapters and adds those that the list does not have. Whether there is one.
+    bool addFound();
+    /// Selects an adapter of the list by its name. False when the list does not have it.
+    bool select(const std::string& name);
+    /// The selected adapter; null when something else is selected, or the list does not count.
+    [[nodiscard]] const Adapter* chosen() const;
+    /// Which of the fields have a pin that the adapter does not have: a sentence, empty when all
+    /// have one.
+    [[nodiscard]] static std::string missingPins(const Adapter& adapter,
+                                                 const std::vector<PinField>& fields);
+
+    /// The name of the adapter that is used whatever adapter a configuration file names; empty for
+    /// that of the file.
+    std::string insteadOfFiles;
+
+private:
+    AdapterBus& adapters_;
+    forms::ComboBox& list_;
+};
+
+} // namespace bitlux
