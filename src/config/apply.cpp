@@ -222,7 +222,7 @@ bool ConfigureDialog::acceptAdapter() {
     const Adapter* adapter = adapters.chosen();
     if (adapter == nullptr)
         return true;
-    const std::string missing = AdapterChoice::missingPins(*adapter, pinFields());
+    const std::string missing = AdapterEntries::missingPins(*adapter, pinFields());
     return missing.empty() || refuse(missing);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "config/adapter_choice.h"
+#include "config/adapter_entries.h"
 #include "config/extra_pin_page.h"
 #include "config/type_page.h"
 #include "platform/desk.h"
@@ -157,7 +157,7 @@ public:
     forms::Label lblPortDisabled;
     forms::Label lblLPTaddress;
     forms::ComboBox cmbPortsAvailable;
-    AdapterChoice adapters;
+    AdapterEntries adapters;
     forms::ControlArray<forms::CheckBox> chkHardCodeLPT;
     forms::Frame frameSPIBaudRate;
     forms::ControlArray<forms::OptionButton> SPIBaudRate;

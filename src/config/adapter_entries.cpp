@@ -1,4 +1,4 @@
-#include "config/adapter_choice.h"
+#include "config/adapter_entries.h"
 
 #include "platform/conversions.h"
 
@@ -19,7 +19,7 @@ int pinNumber(const PinField& field) {
 
 } // namespace
 
-bool AdapterChoice::addFound() {
+bool AdapterEntries::addFound() {
     const std::vector<Adapter>& found = adapters_.search();
     const std::vector<std::string>& items = list_.items();
     for (const Adapter& adapter : found)
@@ -28,7 +28,7 @@ bool AdapterChoice::addFound() {
     return !found.empty();
 }
 
-bool AdapterChoice::select(const std::string& name) {
+bool AdapterEntries::select(const std::string& name) {
     const std::vector<std::string>& items = list_.items();
     const auto item = std::find(items.begin(), items.end(), name);
     if (adapters_.named(name) == nullptr || item == items.end())
@@ -37,11 +37,11 @@ bool AdapterChoice::select(const std::string& name) {
     return true;
 }
 
-const Adapter* AdapterChoice::chosen() const {
+const Adapter* AdapterEntries::chosen() const {
     return list_.enabled() && list_.listIndex() >= 0 ? adapters_.named(list_.text()) : nullptr;
 }
 
-std::string AdapterChoice::missingPins(const Adapter& adapter,
+std::string AdapterEntries::missingPins(const Adapter& adapter,
                                        const std::vector<PinField>& fields) {
     std::vector<std::string> missing;
     for (const PinField& field : fields)

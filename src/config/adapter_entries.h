@@ -10,10 +10,10 @@
 namespace bitlux {
 
 /// The adapters in the dialog's list of ports, after the parallel ports.
-class AdapterChoice {
+class AdapterEntries {
 public:
     /// Both outlive this.
-    AdapterChoice(AdapterBus& adapters, forms::ComboBox& list) : adapters_(adapters), list_(list) {}
+    AdapterEntries(AdapterBus& adapters, forms::ComboBox& list) : adapters_(adapters), list_(list) {}
 
     /// Looks for adapters and adds those that the list does not have. Whether there is one.
     bool addFound();
