@@ -3,8 +3,8 @@
 #include "chips/chip_library.h"
 #include "chips/chip_reader.h"
 #include "chips/document.h"
-#include "chips/parser_guard.h"
 #include "chips/table_reader.h"
+#include "platform/documents/parser_guard.h"
 #include "platform/failure.h"
 #include "platform/printable.h"
 #include "registers/names.h"
@@ -54,7 +54,7 @@ ExpectedLines ExpectedLines::read(const std::string& fileName, int bits) {
     result.fileName_ = fileName;
     chips::ChipText file = chips::readChipText(fileName);
     Problems problems = std::move(file.problems);
-    if (std::optional<chips::Problem> problem = chips::unbearable(file.text); problem)
+    if (std::optional<chips::Problem> problem = documents::unbearable(file.text); problem)
         problems.push_back(*std::move(problem));
     const std::optional<Node> document =
         problems.empty() ? chips::parseDocument(file.text, problems) : std::nullopt;

@@ -2,10 +2,10 @@
 
 #include "chips/document.h"
 #include "chips/panel_reader.h"
-#include "chips/parser_guard.h"
 #include "chips/register_reader.h"
 #include "chips/table_reader.h"
 #include "chips/validate.h"
+#include "platform/documents/parser_guard.h"
 
 #include <algorithm>
 #include <bit>
@@ -305,7 +305,7 @@ ChipFile readCheckedChip(std::string_view text, const std::string& file) {
 }
 
 ChipFile readChip(std::string_view text, const std::string& file) {
-    if (std::optional<Problem> problem = unbearable(text))
+    if (std::optional<Problem> problem = documents::unbearable(text))
         return {.chip = {}, .problems = {*std::move(problem)}};
     ChipFile result = readCheckedChip(text, file);
     if (!result.chip)

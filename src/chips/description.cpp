@@ -1,7 +1,5 @@
 #include "chips/description.h"
 
-#include "platform/printable.h"
-
 #include <algorithm>
 #include <bit>
 
@@ -11,16 +9,6 @@ namespace bitlux::chips {
 
 std::string text(const ControlName& name) {
     return name.index < 0 ? name.name : fmt::format("{}({})", name.name, name.index);
-}
-
-std::string describe(const Problem& problem, const std::string& file) {
-    constexpr std::size_t longestName = 4096;
-    constexpr std::size_t longestText = 400;
-    std::string place = printable(file, longestName);
-    if (problem.at.line > 0)
-        place += fmt::format(":{}:{}", problem.at.line, problem.at.column);
-    return fmt::format("{}: {}. {}", place, printable(problem.text, longestText),
-                       printable(problem.advice, longestText));
 }
 
 std::uint64_t WordCheck::sealed(std::uint64_t word) const {

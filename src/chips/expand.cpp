@@ -8,14 +8,6 @@
 
 namespace bitlux::chips {
 
-const Node* Node::find(std::string_view key) const {
-    if (const Table* entries = table())
-        for (const auto& [name, node] : *entries)
-            if (name == key)
-                return &node;
-    return nullptr;
-}
-
 namespace {
 
 constexpr const char* repeatKey = "repeat";

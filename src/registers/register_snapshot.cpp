@@ -3,8 +3,8 @@
 #include "chips/chip_library.h"
 #include "chips/chip_reader.h"
 #include "chips/document.h"
-#include "chips/parser_guard.h"
 #include "chips/table_reader.h"
+#include "platform/documents/parser_guard.h"
 #include "platform/failure.h"
 #include "platform/printable.h"
 #include "platform/text_file.h"
@@ -42,7 +42,7 @@ std::optional<Node> documentOf(const std::string& fileName, Problems& problems) 
     problems = std::move(file.problems);
     if (!problems.empty())
         return std::nullopt;
-    if (std::optional<chips::Problem> problem = chips::unbearable(file.text)) {
+    if (std::optional<chips::Problem> problem = documents::unbearable(file.text)) {
         problems.push_back(*std::move(problem));
         return std::nullopt;
     }

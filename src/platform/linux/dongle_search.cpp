@@ -1,6 +1,7 @@
 #include "platform/linux/dongle_search.h"
 
 #include "platform/letters.h"
+#include "platform/linux/ftdi_chip.h"
 #include "platform/linux/node_holders.h"
 #include "platform/linux/os_descriptors.h"
 #include "platform/linux/usb_connection.h"
@@ -41,6 +42,8 @@ std::string DongleSearch::holders(const UsbCandidate& candidate) const {
 }
 
 bool DongleSearch::names(const UsbCandidate& candidate, std::string_view deviceInterfaceClass) {
+    if (isFtdi(candidate.numbers)) // an adapter, which has such pipes too
+        return false;
     const Answer* const answer = answerOf(candidate);
     return answer != nullptr &&
            std::any_of(answer->classes.begin(), answer->classes.end(), [&](const auto& name) {

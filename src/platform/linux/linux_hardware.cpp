@@ -30,14 +30,16 @@ std::string described(const std::vector<UsbCandidate>& dongles) {
 
 LinuxHardware::LinuxHardware(HardwareChoice choice)
     : choice_(std::move(choice)),
-      usb_(choice_.dongles ? UsbPlaces{} : UsbPlaces{.devices = {}}, choice_.serial) {
+      usb_(choice_.dongles ? UsbPlaces{} : UsbPlaces{.devices = {}}, choice_.serial),
+      adapters_({}, choice_.adapters) {
     if (choice_.port)
         chosen_.emplace(ports_, *choice_.port);
 }
 
-void LinuxHardware::demandChosen(std::string_view deviceInterfaceClass) const {
+void LinuxHardware::demandChosen(std::string_view deviceInterfaceClass) {
     if (chosen_)
         chosen_->demand();
+    adapters_.demandChosen();
     if (choice_.serial.empty())
         return;
     const std::vector<UsbCandidate> dongles = DongleSearch(UsbPlaces{}).find(deviceInterfaceClass);

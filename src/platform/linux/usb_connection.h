@@ -23,6 +23,7 @@ public:
     /// Success, or why the node could not be opened. Gone once the device was found to be gone.
     [[nodiscard]] UsbStatus status() const { return status_; }
     [[nodiscard]] libusb_device_handle* handle() const { return handle_.get(); }
+    [[nodiscard]] libusb_context* context() const { return context_.get(); }
 
     /// Translates a result of libusb. Remembers that the device is gone.
     UsbStatus note(int result);

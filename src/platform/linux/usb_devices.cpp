@@ -1,7 +1,7 @@
 #include "platform/linux/usb_devices.h"
 
-#include "platform/conversions.h"
 #include "platform/linux/file_start.h"
+#include "platform/linux/kernel_values.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -21,17 +21,6 @@ namespace fs = std::filesystem;
 
 /// A device with longer descriptors is no dongle.
 constexpr std::size_t mostDescriptorBytes = 65536;
-
-std::string lineOf(const std::string& fileName) {
-    std::string text = readFileStart(fileName, 4096).bytes;
-    text.erase(std::find(text.begin(), text.end(), '\n'), text.end());
-    return text;
-}
-
-template <typename Number>
-std::optional<Number> numberOf(const std::string& fileName, int base) {
-    return wholeNumber<Number>(lineOf(fileName), base);
-}
 
 /// One descriptor, or several behind each other.
 using Bytes = std::span<const std::uint8_t>;
@@ -121,16 +110,16 @@ std::optional<Pipes> pipesOf(Bytes descriptors) {
 }
 
 std::optional<UsbCandidate> candidateAt(const std::string& folder) {
-    const auto bus = numberOf<int>(folder + "/busnum", 10);
-    const auto address = numberOf<int>(folder + "/devnum", 10);
-    const auto vendor = numberOf<std::uint16_t>(folder + "/idVendor", 16);
-    const auto product = numberOf<std::uint16_t>(folder + "/idProduct", 16);
+    const auto bus = kernelNumber<int>(folder + "/busnum", 10);
+    const auto address = kernelNumber<int>(folder + "/devnum", 10);
+    const auto vendor = kernelNumber<std::uint16_t>(folder + "/idVendor", 16);
+    const auto product = kernelNumber<std::uint16_t>(folder + "/idProduct", 16);
     if (!bus || *bus <= 0 || !address || *address <= 0 || !vendor || !product)
         return std::nullopt;
     const std::string text = readFileStart(folder + "/descriptors", mostDescriptorBytes).bytes;
     const std::vector<std::uint8_t> bytes(text.begin(), text.end());
     // the file is empty while the device is not configured
-    const auto active = numberOf<std::uint8_t>(folder + "/bConfigurationValue", 10);
+    const auto active = kernelNumber<std::uint8_t>(folder + "/bConfigurationValue", 10);
     const std::optional<Bytes> descriptors = configuration(bytes, active.value_or(0));
     const std::optional<Pipes> pipes = descriptors ? pipesOf(*descriptors) : std::nullopt;
     if (!pipes || !pipes->isVendorSpecific || !pipes->in || !pipes->out)
@@ -138,8 +127,8 @@ std::optional<UsbCandidate> candidateAt(const std::string& folder) {
     return UsbCandidate{.numbers = {*vendor, *product},
                         .bus = *bus,
                         .address = *address,
-                        .name = lineOf(folder + "/product"),
-                        .serial = lineOf(folder + "/serial"),
+                        .name = kernelLine(folder + "/product"),
+                        .serial = kernelLine(folder + "/serial"),
                         .folder = folder,
                         .in = *pipes->in,
                         .out = *pipes->out};

@@ -1,9 +1,9 @@
-#include "chips/parser_guard.h"
+#include "platform/documents/parser_guard.h"
 
 #include <algorithm>
 #include <cstddef>
 
-namespace bitlux::chips {
+namespace bitlux::documents {
 
 namespace {
 
@@ -130,4 +130,4 @@ std::optional<Problem> unbearable(std::string_view text) {
     return Walk(text).run();
 }
 
-} // namespace bitlux::chips
+} // namespace bitlux::documents

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "chips/problem.h"
+#include "platform/documents/problem.h"
 
 #include <optional>
 #include <string_view>
 
-namespace bitlux::chips {
+namespace bitlux::documents {
 
 /// Finds what the TOML parser cannot handle. These are: a key of more than eight dots, each of
 /// which becomes a nested table; outside texts and comments characters beyond ASCII, control
@@ -14,4 +14,4 @@ namespace bitlux::chips {
 /// backslash removes. Returns the first one of a text, or nothing.
 std::optional<Problem> unbearable(std::string_view text);
 
-} // namespace bitlux::chips
+} // namespace bitlux::documents

@@ -1,4 +1,4 @@
-#include "chips/document.h"
+#include "platform/documents/document.h"
 
 // NOLINTBEGIN(cppcoreguidelines-macro-usage): the parser's own switches
 #define TOML_EXCEPTIONS 0
@@ -7,7 +7,15 @@
 // NOLINTEND(cppcoreguidelines-macro-usage)
 #include <toml++/toml.h>
 
-namespace bitlux::chips {
+namespace bitlux::documents {
+
+const Node* Node::find(std::string_view key) const {
+    if (const Table* entries = table())
+        for (const auto& [name, node] : *entries)
+            if (name == key)
+                return &node;
+    return nullptr;
+}
 
 namespace {
 
@@ -91,4 +99,4 @@ std::optional<Node> parseDocument(std::string_view text, Problems& problems) {
     return Converter(problems).convert(result.table(), 0);
 }
 
-} // namespace bitlux::chips
+} // namespace bitlux::documents
