@@ -136,9 +136,12 @@ int CommandRun::fail(const std::string& text, int code) {
 }
 
 bool CommandRun::openFile(const std::string& fileName) {
-    openConfiguration(program_, fileName);
-    if (boxes_.hasEnded())
+    const bool onAdapter = options_.outlet.chosenBus() == Bus::Adapter;
+    if (onAdapter && !useBus(Bus::Adapter))
         return false;
+    openConfiguration(program_, fileName);
+    if (boxes_.hasEnded() || onAdapter)
+        return !boxes_.hasEnded();
     const bool usesDongle = program_.engine().usesDongle();
     if (!options_.outlet.serial.empty() && !usesDongle)
         throw WrongUse("The file chooses the parallel port, and --serial a dongle.");
@@ -169,11 +172,24 @@ bool CommandRun::chooseSettings(const std::string& config) {
 bool CommandRun::applySettings(const WordOptions& shape) {
     if (!chooseSettings(shape.config))
         return false;
-    applyWordSettings(program_, shape.settings);
+    WordSettings settings = shape.settings;
+    if (program_.engine().usesDongle())
+        settings.clock = options_.outlet.dongleClock();
+    applyWordSettings(program_, settings);
     return !boxes_.hasEnded();
 }
 
+/// The rate that an adapter has made of the wanted one.
+void CommandRun::tellRate() {
+    const int rate = program_.session().AdapterClock;
+    if (options_.outlet.clock.empty() || rate == 0)
+        return;
+    warn(fmt::format("The adapter {} clocks out {} bytes a second.",
+                     program_.session().AdapterInUse, rate));
+}
+
 bool CommandRun::sendAll() {
+    tellRate();
     switchLog();
     outputs_.begin(program_);
     report_ = makeReport();

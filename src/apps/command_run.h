@@ -104,6 +104,7 @@ private:
     int attempt();
     int fail(const std::string& text, int code);
     void switchLog();
+    void tellRate();
     int finish(int code);
 
     const CommandOptions& options_;

@@ -30,11 +30,15 @@ std::unique_ptr<BenchClock> makeClock(bool real, const Interruption& interruptio
     return std::make_unique<InterruptibleVirtualClock>(interruption);
 }
 
-/// No dongle is opened when the port was chosen.
+/// No dongle is opened when another bus was chosen.
 HardwareChoice choiceOf(const OutletOptions& options) {
     HardwareChoice choice;
-    choice.serial = options.serial;
-    choice.dongles = options.bus != "port";
+    const bool onAdapter = options.chosenBus() == Bus::Adapter;
+    (onAdapter ? choice.adapters.serial : choice.serial) = options.serial;
+    choice.dongles = options.bus != "port" && !onAdapter;
+    choice.adapters.isDemanded = onAdapter;
+    choice.adapters.clock = options.adapterClock();
+    choice.adapters.keepsLines = options.keepsLines;
     if (!options.port.empty())
         choice.port = portChoiceFrom(options.port);
     return choice;
@@ -56,6 +60,7 @@ Outlet::~Outlet() = default;
 
 void Outlet::setUpMachine(const OutletOptions& options, std::ostream& errors) {
     machine_ = std::make_unique<LinuxHardware>(choiceOf(options));
+    seesAdapters_ = options.bus.empty() || options.chosenBus() == Bus::Adapter;
     usb_ = std::make_unique<InterruptibleUsbHost>(machine_->usb(), *clock_, interruption_);
     const DongleNumbers numbers(DongleNumbers::files());
     for (const std::string& problem : numbers.problems())
@@ -67,13 +72,21 @@ void Outlet::setUpBench(const OutletOptions& options) {
         std::make_unique<VirtualBench>(*clock_, makeBenchDevice(options.bench, repliesOf(options)));
     usb_ = std::make_unique<InterruptibleUsbHost>(bench_->dongle, *clock_, interruption_);
     turnOn(options.switches);
-    if (options.bus != "dongle")
-        return;
-    std::vector<DongleFault> faults;
+    std::vector<DongleFault> texts;
     for (const std::string& fault : options.faults)
-        faults.push_back(dongleFaultFrom(fault));
-    bench_->dongle.setFaults(DongleFaults(std::move(faults), options.seed));
-    bench_->dongle.plug();
+        texts.push_back(dongleFaultFrom(fault));
+    DongleFaults faults(std::move(texts), options.seed);
+    if (options.bus == "dongle") {
+        bench_->dongle.setFaults(std::move(faults));
+        bench_->dongle.plug();
+    } else if (options.bus == "ftdi") {
+        Adapter settings = bench_->adapter.settings();
+        settings.clock = options.adapterClock().value_or(settings.clock);
+        settings.keepsLines = options.keepsLines;
+        bench_->adapter.setSettings(std::move(settings));
+        bench_->adapter.setFaults(std::move(faults));
+        bench_->adapter.plug();
+    }
 }
 
 void Outlet::turnOn(const std::vector<std::string>& switches) {
@@ -94,9 +107,12 @@ std::string Outlet::refusal() const {
 }
 
 Hardware Outlet::hardware() {
-    return {.port = bench_ ? static_cast<ParallelPort&>(bench_->port) : machine_->port(),
+    if (bench_)
+        return {.port = bench_->port, .usb = *usb_, .clock = *clock_, .adapters = &bench_->adapter};
+    return {.port = machine_->port(),
             .usb = *usb_,
-            .clock = *clock_};
+            .clock = *clock_,
+            .adapters = seesAdapters_ ? &machine_->adapters() : nullptr};
 }
 
 void Outlet::wireFor(const Session& session) {

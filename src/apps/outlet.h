@@ -25,7 +25,8 @@ public:
     Outlet(const Outlet&) = delete;
     Outlet& operator=(const Outlet&) = delete;
 
-    /// Raises Failure, naming the alternatives, when the chosen port or dongle does not exist.
+    /// Raises Failure, naming the alternatives, when the chosen port, dongle or adapter does not
+    /// exist.
     void demandChosen() const;
     /// Why a dongle that is there was not opened; see LinuxUsbHost.
     [[nodiscard]] std::string refusal() const;
@@ -44,6 +45,7 @@ private:
     std::unique_ptr<BenchClock> clock_;
     InterruptibleLoop loop_;
     std::unique_ptr<LinuxHardware> machine_;
+    bool seesAdapters_ = false; ///< of the machine
     std::unique_ptr<VirtualBench> bench_;
     std::unique_ptr<InterruptibleUsbHost> usb_;
 };

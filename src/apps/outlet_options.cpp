@@ -3,9 +3,14 @@
 #include "bench/device.h"
 #include "bench/dongle_fault.h"
 #include "platform/chosen_port.h"
+#include "platform/conversions.h"
 #include "platform/failure.h"
 #include "workbench/library_chips.h"
 
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string_view>
 #include <utility>
 
 #include <CLI/CLI.hpp>
@@ -13,6 +18,56 @@
 namespace bitlux {
 
 namespace {
+
+constexpr std::array<std::string_view, 4> dongleClocks{"4M", "1M", "500k", "62.5k"};
+
+/// A rate such as "1M", "62.5k" or "250000", in whole bytes a second.
+std::optional<int> rateFrom(std::string_view text) {
+    double factor = 1;
+    if (text.ends_with('k'))
+        factor = 1e3;
+    else if (text.ends_with('M'))
+        factor = 1e6;
+    if (factor > 1)
+        text.remove_suffix(1);
+    constexpr double highest = 1e9;
+    const std::optional<double> number = wholeNumber<double>(text);
+    if (!number || !(*number * factor >= 1 && *number * factor <= highest))
+        return std::nullopt;
+    return static_cast<int>(std::lround(*number * factor));
+}
+
+/// Accepts a bus; what follows "ftdi:" is a serial number.
+CLI::Validator busName() {
+    return {[](const std::string& text) -> std::string {
+                const bool isBus = text == "dongle" || text == "port" || text == "ftdi" ||
+                                   (text.starts_with("ftdi:") && text.size() > 5);
+                return isBus ? "" : "A bus is dongle, port, ftdi or ftdi:SERIAL";
+            },
+            "{dongle,port,ftdi,ftdi:SERIAL}"};
+}
+
+void addBus(CLI::App& command, OutletOptions& options, const std::string& help) {
+    command
+        .add_option_function<std::string>(
+            "--bus",
+            [&options](const std::string& text) {
+                const std::size_t colon = text.find(':');
+                options.bus = text.substr(0, colon);
+                if (colon != std::string::npos)
+                    options.serial = text.substr(colon + 1);
+            },
+            help)
+        ->check(busName());
+    command
+        .add_option("--clock", options.clock,
+                    "Clock in Hz: of the dongle 4M, 1M, 500k or 62.5k; of an adapter the bytes a "
+                    "second, from which the nearest is made that it has")
+        ->type_name("HZ")
+        ->default_str("1M");
+    command.add_flag("--keep-lines", options.keepsLines,
+                     "The lines of the adapter keep their levels at the end");
+}
 
 /// Accepts what `read` reads without Failure.
 CLI::Validator readable(const std::string& name, std::function<void(const std::string&)> read) {
@@ -33,7 +88,8 @@ void addMachineOptions(CLI::App& command, OutletOptions& options) {
                          [](const std::string& text) { portChoiceFrom(text); }));
     command
         .add_option("--serial", options.serial,
-                    "Which dongle of this machine, by its serial number; doctor tells them")
+                    "Which dongle of this machine, or adapter with --bus ftdi, by its serial "
+                    "number; list tells them")
         ->type_name("NUMBER");
 }
 
@@ -47,9 +103,9 @@ void addBenchOptions(CLI::App& command, OutletOptions& options) {
         }));
     command
         .add_option("--fault", options.faults,
-                    "What goes wrong with the dongle of the virtual bench: silent, late:MS, "
-                    "short:BYTES, stalled, babbling, gone, gone:MS; then @FRAME, /CHANCE; "
-                    "or busy: it cannot be opened")
+                    "What goes wrong with the dongle or the adapter of the virtual bench: silent, "
+                    "late:MS, short:BYTES, stalled, babbling (dongle), gone, gone:MS; then "
+                    "@FRAME, /CHANCE; or busy: it cannot be opened")
         ->check(readable("FAULT", [](const std::string& text) { dongleFaultFrom(text); }))
         ->take_all()
         ->allow_extra_args(false);
@@ -68,17 +124,29 @@ void checkTogether(const CLI::App& command, const OutletOptions& options) {
     const auto refuse = [](const char* option, const char* why) {
         throw CLI::ValidationError(option, why);
     };
-    if (!options.faults.empty() && (!onBench || options.bus != "dongle"))
-        refuse("--fault", "needs --bench and --bus dongle");
+    const bool onAdapter = options.chosenBus() == Bus::Adapter;
+    if (!options.faults.empty() && (!onBench || (options.bus != "dongle" && !onAdapter)))
+        refuse("--fault", "needs --bench and --bus dongle or ftdi");
+    if (options.keepsLines && !onAdapter)
+        refuse("--keep-lines", "needs --bus ftdi");
+    const bool takesDongleClock = command.get_option_no_throw("--pins") != nullptr;
+    if (!options.clock.empty() && !onAdapter && !takesDongleClock)
+        refuse("--clock", "needs --bus ftdi: the clock of the dongle is in the file");
+    if (!options.clock.empty() && !onAdapter && !options.dongleClock())
+        refuse("--clock", "of the dongle is 4M, 1M, 500k or 62.5k");
+    if (!options.clock.empty() && onAdapter && !options.adapterClock())
+        refuse("--clock", "is a rate such as 1M, 250k or 100000");
     if (!options.switches.empty() && !onBench)
         refuse("--turn-on", "needs --bench");
     if ((options.bench == "scripted") != (command.count("--replies") > 0))
         refuse("--replies", "belongs to --bench scripted, and it needs it");
-    for (const char* option : {"--port", "--serial"})
-        if (onBench && command.count(option) > 0)
-            refuse(option, "chooses on this machine, and --bench sends to none");
-    if (!options.port.empty() && (options.bus == "dongle" || !options.serial.empty()))
-        refuse("--port", "is of no use with a dongle");
+    if (onBench && !options.port.empty())
+        refuse("--port", "chooses on this machine, and --bench sends to none");
+    if (onBench && !options.serial.empty())
+        refuse(command.count("--serial") > 0 ? "--serial" : "--bus",
+               "chooses on this machine, and --bench sends to none");
+    if (!options.port.empty() && (options.bus == "dongle" || !options.serial.empty() || onAdapter))
+        refuse("--port", onAdapter ? "is of no use with --bus ftdi" : "is of no use with a dongle");
     if (!options.serial.empty() && options.bus == "port")
         refuse("--serial", "is of no use with --bus port");
 }
@@ -86,11 +154,24 @@ void checkTogether(const CLI::App& command, const OutletOptions& options) {
 } // namespace
 
 std::optional<Bus> OutletOptions::chosenBus() const {
+    if (bus == "ftdi")
+        return Bus::Adapter;
     if (bus == "dongle" || !serial.empty())
         return Bus::Dongle;
     if (bus == "port" || !port.empty())
         return Bus::Port;
     return std::nullopt;
+}
+
+std::optional<int> OutletOptions::dongleClock() const {
+    const auto found = std::find(dongleClocks.begin(), dongleClocks.end(), clock);
+    if (found == dongleClocks.end())
+        return std::nullopt;
+    return static_cast<int>(found - dongleClocks.begin());
+}
+
+std::optional<int> OutletOptions::adapterClock() const {
+    return rateFrom(clock);
 }
 
 std::vector<std::string> splitAtCommas(const std::string& text) {
@@ -107,7 +188,7 @@ std::vector<std::string> splitAtCommas(const std::string& text) {
 
 std::function<void()> addOutletOptions(CLI::App& command, OutletOptions& options,
                                        const std::string& busHelp) {
-    command.add_option("--bus", options.bus, busHelp)->check(CLI::IsMember({"dongle", "port"}));
+    addBus(command, options, busHelp);
     addMachineOptions(command, options);
     addBenchOptions(command, options);
     return [&command, &options] { checkTogether(command, options); };

@@ -65,7 +65,7 @@ void addLevels(CLI::App& command, WordSettings& settings) {
               "low");
 }
 
-void addPinsAndClock(CLI::App& command, WordSettings& settings) {
+void addPins(CLI::App& command, WordSettings& settings) {
     command
         .add_option_function<std::string>(
             "--pins",
@@ -76,17 +76,6 @@ void addPinsAndClock(CLI::App& command, WordSettings& settings) {
             "Pins of the connector")
         ->check(fourPins())
         ->default_str("2,3,4,12");
-    static const std::array<std::string, 4> clocks{"4M", "1M", "500k", "62.5k"};
-    command
-        .add_option_function<std::string>(
-            "--clock",
-            [&settings](const std::string& text) {
-                settings.clock = static_cast<int>(std::find(clocks.begin(), clocks.end(), text) -
-                                                  clocks.begin());
-            },
-            "Clock of the dongle in Hz")
-        ->check(CLI::IsMember(std::vector<std::string>(clocks.begin(), clocks.end())))
-        ->default_str("1M");
 }
 
 } // namespace
@@ -95,13 +84,13 @@ void addWordOptions(CLI::App& command, WordOptions& options) {
     addConfig(command, options.config);
     addShape(command, options.settings);
     addLevels(command, options.settings);
-    addPinsAndClock(command, options.settings);
+    addPins(command, options.settings);
 }
 
 void addWiringOptions(CLI::App& command, WordOptions& options) {
     addConfig(command, options.config);
     addLevels(command, options.settings);
-    addPinsAndClock(command, options.settings);
+    addPins(command, options.settings);
 }
 
 } // namespace bitlux

@@ -42,7 +42,7 @@ const Adapter* AdapterEntries::chosen() const {
 }
 
 std::string AdapterEntries::missingPins(const Adapter& adapter,
-                                       const std::vector<PinField>& fields) {
+                                        const std::vector<PinField>& fields) {
     std::vector<std::string> missing;
     for (const PinField& field : fields)
         if (!adapter.wiring.lineOf(pinNumber(field)))

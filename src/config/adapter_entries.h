@@ -13,7 +13,8 @@ namespace bitlux {
 class AdapterEntries {
 public:
     /// Both outlive this.
-    AdapterEntries(AdapterBus& adapters, forms::ComboBox& list) : adapters_(adapters), list_(list) {}
+    AdapterEntries(AdapterBus& adapters, forms::ComboBox& list)
+        : adapters_(adapters), list_(list) {}
 
     /// Looks for adapters and adds those that the list does not have. Whether there is one.
     bool addFound();

@@ -70,6 +70,9 @@ public:
     /// Fills the rows of the main form with the pins that are enabled on the dongle, if it is in
     /// use.
     void showDonglePins();
+    /// Looks for adapters and adds them to the list of ports. The first entry is selected where
+    /// none was.
+    void listAdapters();
     /// Selects an adapter that a configuration file names. When there is none, shows a message and
     /// selects the first parallel port; without one there is no port until the next search.
     void chooseAdapter(const std::string& name);
@@ -108,7 +111,6 @@ private:
     void applyLogDecisions(std::int16_t limit);
     void choosePort();
     void chooseListedPort();
-    void listAdapters();
     void showPartTabs();
     [[nodiscard]] std::array<std::pair<forms::CheckBox*, std::int32_t>, 5> partBoxes();
 

@@ -38,13 +38,33 @@ bool usePort(Program& program) {
     if (dialog.ChkSerialPort.checked())
         dialog.ChkSerialPort.setValue(0);
     dialog.Btn_ParallelPort_Click();
+    if (dialog.adapters.chosen() != nullptr)
+        throw Failure(Failure::Kind::PortUnusable,
+                      "There is no parallel port. An adapter is used only when it is asked for: "
+                      "as the bus ftdi.");
     return program.session().ParallelPortReady;
+}
+
+void useAdapter(Program& program) {
+    ConfigureDialog& dialog = program.dialog();
+    dialog.listAdapters();
+    if (program.adapters().found().empty())
+        throw Failure(Failure::Kind::PortUnusable,
+                      "There is no adapter; \"bitlux doctor\" tells what is missing.");
+    if (dialog.ChkSerialPort.checked())
+        dialog.ChkSerialPort.setValue(0);
+    dialog.adapters.insteadOfFiles = program.adapters().found().front().name();
+    dialog.adapters.select(dialog.adapters.insteadOfFiles);
 }
 
 } // namespace
 
 bool chooseBus(Program& program, std::optional<Bus> bus,
                const std::function<std::string()>& refusal) {
+    if (bus == Bus::Adapter) {
+        useAdapter(program);
+        return true;
+    }
     if (bus == Bus::Port || (!bus && !program.engine().usesDongle()))
         return usePort(program);
     useDongle(program, refusal);

@@ -11,7 +11,7 @@
 namespace bitlux {
 
 /// The bus for a program without a window.
-enum class Bus : std::uint8_t { Dongle, Port };
+enum class Bus : std::uint8_t { Dongle, Port, Adapter };
 
 /// Wiring and shape of the words for a program without a window; members that are not set stay
 /// unchanged.
@@ -27,7 +27,11 @@ struct WordSettings {
 };
 
 /// Chooses the bus in the configuration dialog; without one the dongle when there is one, else the
-/// port. False after a message when there is no port; a missing dongle raises Failure (LinkFailed).
+/// port. An adapter is used only where it is asked for, as its lines may belong to something else:
+/// the first that the hardware has, also for configuration files that name another one.
+///
+/// False after a message when there is no port; a missing dongle raises Failure (LinkFailed), a
+/// missing adapter, or a missing port where there is an adapter, Failure (PortUnusable).
 /// `refusal` says why a dongle that is there was not opened; where it is empty, the text of the
 /// failure says how to find out.
 bool chooseBus(Program& program, std::optional<Bus> bus,
