@@ -44,7 +44,7 @@ CLI::Validator busName() {
                                    (text.starts_with("ftdi:") && text.size() > 5);
                 return isBus ? "" : "A bus is dongle, port, ftdi or ftdi:SERIAL";
             },
-            "{dongle,port,ftdi,ftdi:SERIAL}"};
+            "{dongle,port,ftdi}[:SERIAL]"};
 }
 
 void addBus(CLI::App& command, OutletOptions& options, const std::string& help) {
@@ -63,7 +63,7 @@ void addBus(CLI::App& command, OutletOptions& options, const std::string& help) 
         .add_option("--clock", options.clock,
                     "Clock in Hz: of the dongle 4M, 1M, 500k or 62.5k; of an adapter the bytes a "
                     "second, from which the nearest is made that it has")
-        ->type_name("HZ")
+        ->type_name("{4M,1M,500k,62.5k}|HZ")
         ->default_str("1M");
     command.add_flag("--keep-lines", options.keepsLines,
                      "The lines of the adapter keep their levels at the end");

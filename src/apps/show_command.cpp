@@ -38,6 +38,7 @@ public:
 
     bool run() {
         program_.Main();
+        program_.dialog().adapters.insteadOfFiles = ""; // it is printed and not used
         openConfiguration(program_, options_.file);
         if (boxes_.shown())
             return false;
@@ -69,7 +70,7 @@ private:
         return !isInstruction(line) &&
                (line.empty() || !program_.session().QuickCommandTable.lastRowNamed(line));
     }
-    [[nodiscard]] const char* bus();
+    [[nodiscard]] std::string bus();
 
     const ShowOptions& options_;
     std::ostream& output_;
@@ -92,11 +93,13 @@ void Show::printSettings() {
 
 /// Without a dongle the file cannot choose it, and with one the file does not read the pins of the
 /// port. So it is opened again, when everything else is read.
-const char* Show::bus() {
+std::string Show::bus() {
     bench_.dongle.plug();
     openConfiguration(program_, options_.file);
-    return program_.engine().usesDongle() ? "the dongle, else the parallel port"
-                                          : "the parallel port";
+    const std::string& adapter = program_.dialog().adapters.namedByFile;
+    const std::string port =
+        adapter.empty() ? "the parallel port" : "the adapter " + printable(adapter, longestName);
+    return program_.engine().usesDongle() ? "the dongle, else " + port : port;
 }
 
 void Show::printRows(const SettingRows& rows) {

@@ -4,6 +4,7 @@
 #include "platform/forms/controls.h"
 #include "transfer/adapter_bus.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,9 +28,10 @@ public:
     [[nodiscard]] static std::string missingPins(const Adapter& adapter,
                                                  const std::vector<PinField>& fields);
 
-    /// The name of the adapter that is used whatever adapter a configuration file names; empty for
-    /// that of the file.
-    std::string insteadOfFiles;
+    /// The adapter that the last configuration file named; empty for none.
+    std::string namedByFile;
+    /// The adapter that is used whatever adapter a configuration file names; none when it is empty.
+    std::optional<std::string> insteadOfFiles;
 
 private:
     AdapterBus& adapters_;

@@ -124,6 +124,7 @@ void ConfigurationReader::read() {
 
 void ConfigurationReader::reset() {
     ConfigureDialog& dialog = parts_.dialog;
+    dialog.adapters.namedByFile.clear();
     parts_.tabs.reset();
     parts_.tabs.resetChips();
     for (forms::CheckBox* part :

@@ -111,8 +111,12 @@ Setting enableLog(ConfigureDialog& dialog) {
 /// In the file only where an adapter is chosen, so that other files stay as they were.
 Setting adapter(ConfigureDialog& dialog) {
     Setting setting{"[Adapter]", {}, [&dialog](const RecordValue& value) {
-                        const std::string& other = dialog.adapters.insteadOfFiles;
-                        dialog.chooseAdapter(other.empty() ? textOf(value) : other);
+                        AdapterEntries& adapters = dialog.adapters;
+                        adapters.namedByFile = textOf(value);
+                        const std::string name =
+                            adapters.insteadOfFiles.value_or(adapters.namedByFile);
+                        if (!name.empty())
+                            dialog.chooseAdapter(name);
                     }};
     if (const Adapter* chosen = dialog.adapters.chosen())
         setting.value = [name = chosen->name()] { return name; };

@@ -104,10 +104,18 @@ std::vector<std::string> WordCopies::sendOptions() const {
         add(options, "--pins", pinsOf(session), "2,3,4,12");
     const Options benchOptions = bench();
     options.insert(options.end(), benchOptions.begin(), benchOptions.end());
-    if (onDongle || session.ParallelPortReady)
+    const AdapterPort* adapter = onDongle ? nullptr : program_.adapters().inUse();
+    if (adapter != nullptr)
+        add(options, "--bus",
+            benchOptions.empty() && !adapter->adapter().serial.empty()
+                ? "ftdi:" + adapter->adapter().serial
+                : "ftdi",
+            "");
+    else if (onDongle || session.ParallelPortReady)
         add(options, "--bus", onDongle ? "dongle" : "port", "");
     const bool isFirst = session.LPTPortAddress == session.LPTPortAddresses[0];
-    if (!onDongle && session.ParallelPortReady && benchOptions.empty() && !isFirst)
+    if (!onDongle && adapter == nullptr && session.ParallelPortReady && benchOptions.empty() &&
+        !isFirst)
         add(options, "--port",
             fmt::format("0x{:X}", static_cast<std::uint16_t>(session.LPTPortAddress)), "");
     return options;

@@ -53,8 +53,9 @@ void useAdapter(Program& program) {
                       "There is no adapter; \"bitlux doctor\" tells what is missing.");
     if (dialog.ChkSerialPort.checked())
         dialog.ChkSerialPort.setValue(0);
-    dialog.adapters.insteadOfFiles = program.adapters().found().front().name();
-    dialog.adapters.select(dialog.adapters.insteadOfFiles);
+    const std::string name = program.adapters().found().front().name();
+    dialog.adapters.insteadOfFiles = name;
+    dialog.adapters.select(name);
 }
 
 } // namespace

@@ -51,6 +51,14 @@ void BenchControls::unplug() {
     changed().dongle.unplug();
 }
 
+void BenchControls::plugAdapter() {
+    changed().adapter.plug();
+}
+
+void BenchControls::unplugAdapter() {
+    changed().adapter.unplug();
+}
+
 void BenchControls::setLines(bool interrupt, bool reset) {
     changed().dongle.setLines(interrupt, reset);
 }
@@ -83,6 +91,7 @@ void BenchControls::applyFaults() {
         all.push_back({.kind = DongleFault::Kind::Late,
                        .duration = std::llround(late_ * nanosecondsOfMillisecond)});
     all.insert(all.end(), faults_.begin(), faults_.end());
+    changed().adapter.setFaults(DongleFaults(all, seed_));
     changed().dongle.setFaults(DongleFaults(std::move(all), seed_));
 }
 

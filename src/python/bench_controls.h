@@ -31,14 +31,18 @@ public:
     void setSilent(bool silent);
     [[nodiscard]] double lateMilliseconds() const { return late_; }
     void setLateMilliseconds(double milliseconds);
-    /// Further faults by their texts (dongleFaultFrom); the count of frames restarts.
+    /// Further faults of dongle and adapter by their texts (dongleFaultFrom); the count of frames
+    /// and words restarts.
     void setFaults(const std::vector<std::string>& faults, std::uint32_t seed);
 
     void plug();
     void unplug();
+    void plugAdapter();
+    void unplugAdapter();
     void setLines(bool interrupt, bool reset);
 
     [[nodiscard]] const VirtualBench& bench() const { return bench_; }
+    [[nodiscard]] bool isAdapterPlugged() const { return bench_.adapter.plugged(); }
     /// Whether the bench is closed; open when it is not set.
     std::function<bool()> isClosed;
     /// Raises Failure (OutOfRange) when it is.

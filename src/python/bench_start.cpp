@@ -3,9 +3,11 @@
 #include "python/bindings.h"
 #include "workbench/library_chips.h"
 
+#include <array>
 #include <chrono>
 #include <limits>
 #include <thread>
+#include <utility>
 
 #include <pybind11/stl.h>
 
@@ -41,9 +43,12 @@ Interruption interruptionOfPython(const std::shared_ptr<BenchLock>& lock) {
 std::optional<Bus> busFrom(const std::optional<std::string>& name) {
     if (!name)
         return std::nullopt;
-    if (*name != "port" && *name != "dongle")
-        throw py::value_error(R"(bus is "port" or "dongle")");
-    return *name == "port" ? Bus::Port : Bus::Dongle;
+    constexpr std::array buses{std::pair{"port", Bus::Port}, std::pair{"dongle", Bus::Dongle},
+                               std::pair{"ftdi", Bus::Adapter}};
+    for (const auto& [text, bus] : buses)
+        if (*name == text)
+            return bus;
+    throw py::value_error(R"(bus is "port", "dongle" or "ftdi")");
 }
 
 WordSettings wordsFrom(std::optional<int> bits, std::optional<int> type) {
@@ -55,6 +60,11 @@ WordSettings wordsFrom(std::optional<int> bits, std::optional<int> type) {
     words.bits = bits;
     words.type = type;
     return words;
+}
+
+void checkClock(const std::optional<int>& adapterClock) {
+    if (adapterClock && *adapterClock < 1)
+        throw py::value_error("adapter_clock is a number of bytes a second");
 }
 
 void checkWords(std::optional<int> bits, std::optional<int> type, const std::string& config) {
@@ -89,7 +99,9 @@ BenchHolder benchOf(std::string device, const std::optional<std::string>& bus,
                     const std::string& clock, const std::vector<int>& ports, bool dongle,
                     std::string commandLine, std::vector<std::string> markers,
                     const std::vector<std::string>& answers, std::optional<int> bits,
-                    std::optional<int> type, std::string config) {
+                    std::optional<int> type, std::string config, bool adapter,
+                    std::optional<int> adapterClock) {
+    checkClock(adapterClock);
     if (clock != "virtual" && clock != "real")
         throw py::value_error(R"(clock is "virtual" or "real")");
     checkWords(bits, type, config);
@@ -101,6 +113,8 @@ BenchHolder benchOf(std::string device, const std::optional<std::string>& bus,
                       .config = std::move(config),
                       .ports = addressesFrom(ports),
                       .dongle = dongle,
+                      .adapter = adapter,
+                      .adapterClock = adapterClock,
                       .commandLine = std::move(commandLine),
                       .markers = std::move(markers),
                       .answers = {},
@@ -110,23 +124,32 @@ BenchHolder benchOf(std::string device, const std::optional<std::string>& bus,
 
 BenchHolder hardware(const std::optional<std::string>& bus, const py::object& port,
                      const std::optional<std::string>& serial, std::optional<int> bits,
-                     std::optional<int> type, const std::string& config) {
+                     std::optional<int> type, const std::string& config,
+                     std::optional<int> adapterClock, bool keepLines) {
+    checkClock(adapterClock);
     checkWords(bits, type, config);
     HardwareSetup setup{
         .bus = busFrom(bus), .choice = {}, .words = wordsFrom(bits, type), .config = config};
-    if (!port.is_none() && (setup.bus == Bus::Dongle || serial))
-        throw py::value_error("port is of no use with a dongle");
+    if (!port.is_none() && (setup.bus == Bus::Dongle || setup.bus == Bus::Adapter || serial))
+        throw py::value_error("port is of no use with a dongle or an adapter");
     if (serial && setup.bus == Bus::Port)
         throw py::value_error("serial is of no use with the port");
     if (!port.is_none()) {
         setup.choice.port = portFrom(port);
         setup.bus = Bus::Port;
     }
-    if (serial) {
+    const bool onAdapter = setup.bus == Bus::Adapter;
+    if (!onAdapter && (adapterClock || keepLines))
+        throw py::value_error(R"(adapter_clock and keep_lines need bus="ftdi")");
+    if (serial && !onAdapter) {
         setup.choice.serial = *serial;
         setup.bus = Bus::Dongle;
     }
-    setup.choice.dongles = setup.bus != Bus::Port;
+    setup.choice.dongles = !setup.bus || setup.bus == Bus::Dongle;
+    setup.choice.adapters = {.isDemanded = onAdapter,
+                             .serial = onAdapter ? serial.value_or("") : "",
+                             .clock = adapterClock,
+                             .keepsLines = keepLines};
     const auto lock = std::make_shared<BenchLock>();
     const WithoutGil others;
     return std::make_shared<ScriptBench>(setup, interruptionOfPython(lock), lock);
@@ -141,26 +164,35 @@ void bindStart(BenchClass& bench) {
              py::arg("ports") = std::vector<int>{address378}, py::arg("dongle") = false,
              py::arg("command_line") = "", py::arg("markers") = std::vector<std::string>{},
              py::arg("answers") = std::vector<std::string>{}, py::arg("bits") = py::none(),
-             py::arg("type") = py::none(), py::arg("config") = "",
+             py::arg("type") = py::none(), py::arg("config") = "", py::arg("adapter") = false,
+             py::arg("adapter_clock") = py::none(),
              "The program on the virtual bench.\n\n"
              "device is a name that \"bitlux list\" prints; ports are the base addresses of LPT1 "
              "to\n"
-             "LPT3, 1 to 0xFFFF each. With bus, \"dongle\" or \"port\", it is ready to send words "
-             "of\n"
+             "LPT3, 1 to 0xFFFF each. With bus, \"dongle\", \"port\" or \"ftdi\", it is ready to "
+             "send words of\n"
              "bits (1 to 160, else 8) on an SPI type (1 to 8, else 1); with config as that "
              "configuration\n"
-             "file says, which without bus chooses the bus too. answers are those of boxes during\n"
+             "file says, which without bus chooses the bus too. dongle and adapter plug one in "
+             "also for\n"
+             "another bus; adapter_clock is in bytes a second. answers are those of boxes during\n"
              "the start. Raises ValueError for what there is none of, PortUnusable and LinkFailed\n"
              "when the bus is not there, and as open.")
         .def_static(
             "hardware", &hardware, py::kw_only(), py::arg("bus") = py::none(),
             py::arg("port") = py::none(), py::arg("serial") = py::none(),
             py::arg("bits") = py::none(), py::arg("type") = py::none(), py::arg("config") = "",
+            py::arg("adapter_clock") = py::none(), py::arg("keep_lines") = false,
             "The program on this machine, ready to send in hexadecimal.\n\n"
-            "bus is \"dongle\" or \"port\"; without it the dongle when there is one, else the "
-            "port.\n"
-            "port is \"lpt1\" to \"lpt3\" or a base address, serial the serial number of the "
-            "dongle,\n"
+            "bus is \"dongle\", \"port\" or, for an FTDI adapter, \"ftdi\"; without it the dongle "
+            "when there\n"
+            "is one, else the port. port is \"lpt1\" to \"lpt3\" or a base address, serial the "
+            "serial\n"
+            "number of the dongle or the adapter, adapter_clock its bytes a second, of which the "
+            "nearest\n"
+            "are made (see the variable AdapterClock of the session). With keep_lines its lines "
+            "keep\n"
+            "their levels at the end; else they become inputs.\n"
             "bits 1 to 160 (else 8), type 1 to 8 (else 1). With config the settings are those of "
             "that\n"
             "configuration file, which without bus chooses the bus too. Raises ValueError for "

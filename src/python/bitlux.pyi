@@ -93,6 +93,10 @@ class VirtualBench:
     def set_lines(self, interrupt: bool = False, reset: bool = False) -> None: ...
     def plug(self) -> None: ...
     def unplug(self) -> None: ...
+    def plug_adapter(self) -> None: ...
+    def unplug_adapter(self) -> None: ...
+    @property
+    def adapter_plugged(self) -> bool: ...
     @property
     def plugged(self) -> bool: ...
     @property
@@ -307,7 +311,7 @@ class Bench:
         self,
         *,
         device: str = "loopback",
-        bus: Optional[Literal["dongle", "port"]] = None,
+        bus: Optional[Literal["dongle", "port", "ftdi"]] = None,
         clock: Literal["virtual", "real"] = "virtual",
         ports: Sequence[int] = ...,
         dongle: bool = False,
@@ -317,16 +321,20 @@ class Bench:
         bits: Optional[int] = None,
         type: Optional[int] = None,
         config: str = "",
+        adapter: bool = False,
+        adapter_clock: Optional[int] = None,
     ) -> None: ...
     @staticmethod
     def hardware(
         *,
-        bus: Optional[Literal["dongle", "port"]] = None,
+        bus: Optional[Literal["dongle", "port", "ftdi"]] = None,
         port: Union[None, str, int] = None,
         serial: Optional[str] = None,
         bits: Optional[int] = None,
         type: Optional[int] = None,
         config: str = "",
+        adapter_clock: Optional[int] = None,
+        keep_lines: bool = False,
     ) -> "Bench": ...
     def __enter__(self) -> "Bench": ...
     def __exit__(

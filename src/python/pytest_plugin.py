@@ -9,17 +9,19 @@ import tempfile
 import zlib
 from collections.abc import Generator, Iterator
 from pathlib import Path
-from typing import Any, Literal
+from typing import Any, Literal, cast, get_args
 from urllib.parse import quote
 
 import pytest
 
 import bitlux
 
+Bus = Literal["dongle", "port", "ftdi"]
+
 # Those that an ini file may have as well, as bitlux_device and so on.
 OPTIONS = {
     "device": "The device on the virtual bench, as 'bitlux list' prints it; else the chip",
-    "bus": "dongle or port; else that of the file, or the dongle where there is one",
+    "bus": "dongle, port or ftdi; else that of the file, or the dongle where there is one",
     "config": "A configuration file (*.spi) with whose settings each test begins",
     "chip": "The chip of the fixture chip: a name, or a file *.toml",
 }
@@ -31,7 +33,7 @@ class Settings:
 
     hardware: bool
     device: str
-    bus: Literal["dongle", "port"] | None
+    bus: Bus | None
     config: str
     chip: str
     port: str | None
@@ -49,7 +51,7 @@ class Settings:
     def board(self) -> str:
         """What of the hardware the tests use, for messages."""
         if self.serial:
-            return f"the dongle {self.serial}"
+            return f"the {'adapter' if self.bus == 'ftdi' else 'dongle'} {self.serial}"
         return f"the port {self.port}" if self.port else "the hardware of this machine"
 
 
@@ -130,9 +132,9 @@ def pytest_addoption(parser: pytest.Parser) -> None:
     group.addoption("--bitlux-port", metavar="PORT",
                     help="Hardware: this parallel port, lpt1 to lpt3 or an address")
     group.addoption("--bitlux-serial", metavar="NUMBER",
-                    help="Hardware: the dongle with this serial number")
+                    help="Hardware: the dongle, or adapter, with this serial number")
     group.addoption("--bitlux-serials", metavar="A,B,...",
-                    help="Hardware: a dongle for each worker of pytest-xdist")
+                    help="Hardware: a dongle, or adapter, for each worker of pytest-xdist")
     group.addoption("--bitlux-artifacts", metavar="FOLDER", type=Path,
                     help="Where the files of failed tests go; else a temporary folder")
 
@@ -159,8 +161,8 @@ def check(config: pytest.Config, serials: list[str]) -> None:
         raise pytest.UsageError(f"--bitlux-{one[0]} and --bitlux-{one[1]} exclude each other")
     if len(set(serials)) < len(serials):
         raise pytest.UsageError("--bitlux-serials names a dongle twice")
-    if chosen(config, "bus") not in ("", "dongle", "port"):
-        raise pytest.UsageError("--bitlux-bus is dongle or port")
+    if chosen(config, "bus") not in ("", *get_args(Bus)):
+        raise pytest.UsageError("--bitlux-bus is dongle, port or ftdi")
     if not is_on_hardware(config):
         return
     if config.getoption("bitlux_device"):
@@ -198,7 +200,7 @@ def settings_of(config: pytest.Config, serial: str | None) -> Settings:
     return Settings(
         hardware=is_on_hardware(config),
         device=chosen(config, "device") or chip or "loopback",
-        bus="dongle" if bus == "dongle" else "port" if bus else None,
+        bus=cast(Bus, bus) if bus else None,
         config=chosen_file(config, "config"),
         chip=chip,
         port=config.getoption("bitlux_port"),

@@ -66,9 +66,14 @@ ScriptBench::ScriptBench(BenchSetup setup, Interruption interruption,
     const bool fileChooses = !setup_.config.empty() && !setup_.bus;
     if (setup_.dongle || setup_.bus == Bus::Dongle || fileChooses)
         bench_->dongle.plug();
+    setUpAdapter();
     for (const MessageBox::Answer answer : setup_.answers)
         boxes_.answer(answer);
-    start({.port = bench_->port, .usb = *usb_, .clock = *clock_, .markers = &markers_});
+    start({.port = bench_->port,
+           .usb = *usb_,
+           .clock = *clock_,
+           .markers = &markers_,
+           .adapters = &bench_->adapter});
     if (setup_.bus || fileChooses)
         makeReady(setup_.bus, setup_.config, setup_.words);
 }
@@ -81,13 +86,24 @@ ScriptBench::ScriptBench(const HardwareSetup& setup, Interruption interruption,
       hardware_(std::make_unique<LinuxHardware>(setup.choice)),
       usb_(std::make_unique<InterruptibleUsbHost>(hardware_->usb(), *clock_, interruption_)) {
     hardware_->demandChosen(DongleLink::deviceInterfaceClass);
-    start({.port = hardware_->port(), .usb = *usb_, .clock = *clock_});
+    start({.port = hardware_->port(),
+           .usb = *usb_,
+           .clock = *clock_,
+           .adapters = &hardware_->adapters()});
     makeReady(setup.bus, setup.config, setup.words);
 }
 
 ScriptBench::~ScriptBench() {
     // The end of the program is not interrupted.
     interruption_.check = [] {};
+}
+
+void ScriptBench::setUpAdapter() {
+    Adapter settings = bench_->adapter.settings();
+    settings.clock = setup_.adapterClock.value_or(settings.clock);
+    bench_->adapter.setSettings(std::move(settings));
+    if (setup_.adapter || setup_.bus == Bus::Adapter)
+        bench_->adapter.plug();
 }
 
 void ScriptBench::start(const Hardware& hardware) {
@@ -128,10 +144,17 @@ void ScriptBench::chooseBusOrRaise(std::optional<Bus> bus) {
 /// A file that chooses the port is read again when there is one: what it says of its pins counts
 /// only then. The dongle needs an Apply to take the settings of such a file.
 void ScriptBench::openSettings(std::optional<Bus> bus, const std::string& config) {
+    if (bus == Bus::Adapter)
+        chooseBusOrRaise(bus);
     open(config);
+    if (bus == Bus::Adapter && !program_->engine().usesDongle())
+        return;
     if (bus != Bus::Port && program_->engine().usesDongle())
         return;
-    if (bus != Bus::Dongle) {
+    const bool fileHasAdapter = program_->dialog().adapters.chosen() != nullptr;
+    if (!bus && fileHasAdapter)
+        return;
+    if (!bus || bus == Bus::Port) {
         chooseBusOrRaise(Bus::Port);
         open(config);
         return;

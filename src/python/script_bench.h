@@ -35,7 +35,9 @@ struct BenchSetup {
     WordSettings words;     ///< in force after that
     std::string config;     ///< a file that prepares it; it chooses the bus where `bus` does not
     std::vector<std::int16_t> ports{address378}; ///< the addresses of LPT1, LPT2 and so on
-    bool dongle = false; ///< whether one is plugged in; always for the bus "dongle"
+    bool dongle = false;             ///< whether one is plugged in; always for the bus "dongle"
+    bool adapter = false;            ///< whether one is plugged in; always for the bus "ftdi"
+    std::optional<int> adapterClock; ///< bytes a second
     std::string commandLine;
     std::vector<std::string> markers; ///< marker files that exist
     std::vector<MessageBox::Answer> answers;
@@ -117,6 +119,7 @@ public:
     [[nodiscard]] int generation() const { return generation_; }
 
 private:
+    void setUpAdapter();
     void start(const Hardware& hardware);
     void makeReady(std::optional<Bus> bus, const std::string& config, const WordSettings& words);
     void chooseBusOrRaise(std::optional<Bus> bus);

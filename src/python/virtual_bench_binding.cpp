@@ -15,7 +15,8 @@ py::dict pinsOf(const BenchControls& self) {
     const VirtualBench& bench = self.bench();
     return py::dict(
         py::arg("data") = bench.port.dataPins(), py::arg("control") = bench.port.controlPins(),
-        py::arg("data_out") = bench.port.dataOut(), py::arg("extra") = bench.dongle.extraPins());
+        py::arg("data_out") = bench.port.dataOut(), py::arg("extra") = bench.dongle.extraPins(),
+        py::arg("lines") = bench.adapter.lines(), py::arg("driven") = bench.adapter.driven());
 }
 
 std::vector<py::bytes> commandRepliesOf(const BenchControls& self) {
@@ -91,21 +92,29 @@ void bindVirtualBench(py::module_& module) {
                 argument([&] { self.setFaults(faults, seed); });
             },
             py::arg("faults"), py::arg("seed") = 1,
-            "What goes wrong with the dongle from now on, as \"short:5/0.25\", \"late:700@3\":\n"
+            "What goes wrong with dongle or adapter from now on, as \"short:5/0.25\", "
+            "\"late:700@3\":\n"
             "silent, late:MS, short:BYTES, stalled, babbling, gone, gone:MS; then @FRAME, /CHANCE\n"
-            "from 0 to 1, drawn from seed; or busy: it cannot be opened. Raises ValueError for\n"
-            "any other text.")
+            "from 0 to 1, drawn from seed; or busy: it cannot be opened. The adapter counts words "
+            "as\n"
+            "frames, and does not babble. Raises ValueError for any other text.")
         .def("unplug", &BenchControls::unplug, "Pull the dongle out.")
         .def("plug", &BenchControls::plug, "Plug the dongle in.")
         .def_property_readonly(
             "plugged", [](const BenchControls& self) { return self.bench().dongle.plugged(); },
             "Whether the dongle is plugged in.")
+        .def("unplug_adapter", &BenchControls::unplugAdapter, "Pull the adapter out.")
+        .def("plug_adapter", &BenchControls::plugAdapter, "Plug the adapter in.")
+        .def_property_readonly("adapter_plugged", &BenchControls::isAdapterPlugged,
+                               "Whether the adapter is plugged in.")
         .def("set_lines", &BenchControls::setLines, py::arg("interrupt") = false,
              py::arg("reset") = false,
              "The chip's interrupt and reset lines, as the dongle samples them.")
         .def_property_readonly("pins", pinsOf,
                                "Levels: \"data\" and \"control\" registers of the port,\n"
-                               R"("data_out" of the device, "extra" pins of the dongle.)");
+                               "\"data_out\" of the device, \"extra\" pins of the dongle, "
+                               "\"lines\" of the adapter\n"
+                               "with D0 as bit 0, and \"driven\", those that it drives.");
 }
 
 } // namespace bitlux::python

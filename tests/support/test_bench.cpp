@@ -4,6 +4,7 @@
 
 #include <fstream>
 #include <iterator>
+#include <memory>
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -23,8 +24,10 @@ std::vector<Reply> parsed(const std::vector<std::string>& replies) {
 WireTrace recorded(TestBench& bench, const std::function<void()>& action) {
     WireTrace trace;
     bench.program.startRecording(trace);
+    // Also when the action fails, since the trace goes then.
+    const std::shared_ptr<void> recording(nullptr,
+                                          [&](void*) { bench.program.stopRecording(); });
     action();
-    bench.program.stopRecording();
     return trace;
 }
 
