@@ -22,7 +22,7 @@ public:
             const char c = text_[at_];
             if (c == '"' || c == '\'') {
                 if (!mayBegin())
-                    return Problem{placeOf(at_), "a quote stands inside a key or a value",
+                    return Problem{placeOf(at_), "a quote is inside a key or a value",
                                    "Put quotes around all of it, or remove this one."};
                 passText(c);
                 if (beyondAscii_)
@@ -36,15 +36,15 @@ public:
                 continue;
             }
             if ((c == '[' || c == '{') && !mayBegin())
-                return Problem{placeOf(at_), "a bracket stands inside a key or a value",
+                return Problem{placeOf(at_), "a bracket is inside a key or a value",
                                "Put quotes around all of it, or remove this one."};
             if (c == '=' && inValue_)
-                return Problem{placeOf(at_), "an equals sign stands inside a value",
+                return Problem{placeOf(at_), "an equals sign is inside a value",
                                "Put quotes around the value, or remove this one."};
             if (c == '=' || c == '\n' || c == ',' || c == '{')
                 inValue_ = c == '=';
             if (!isPlain(c))
-                return Problem{placeOf(at_), "this character stands outside a text",
+                return Problem{placeOf(at_), "this character is outside a text",
                                "Put it into quotes, or remove it."};
             if (c == '.') {
                 if (dots_++ == 0)
@@ -64,7 +64,7 @@ private:
     static bool isPlain(char c) {
         return (c >= ' ' && c <= '~') || c == '\t' || c == '\n' || c == '\r';
     }
-    /// Whether a text may begin here, as what stands before tells.
+    /// Whether a text may begin here, judged by what precedes it.
     [[nodiscard]] bool mayBegin() const {
         constexpr std::string_view before = " \t\n=,[{";
         return at_ == 0 || before.find(text_[at_ - 1]) != std::string_view::npos ||
@@ -121,7 +121,7 @@ private:
     std::size_t first_ = 0; ///< the first dot of the key
     int dots_ = 0;
     bool inValue_ = false;                   ///< behind an equals sign
-    std::optional<std::size_t> beyondAscii_; ///< in a text, where the parser does not bear it
+    std::optional<std::size_t> beyondAscii_; ///< in a text, where the parser cannot handle it
 };
 
 } // namespace

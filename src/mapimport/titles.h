@@ -8,7 +8,7 @@
 
 namespace bitlux::mapimport {
 
-/// A text as it may stand in a chip's file: in one line, without control characters, in UTF-8, at
+/// A text as it may be used in a chip's file: in one line, without control characters, in UTF-8, at
 /// most `most` bytes and "..." long. `isChanged` is set when more than blanks was changed.
 std::string cleanText(std::string_view text, std::size_t most, bool& isChanged);
 

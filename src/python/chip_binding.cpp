@@ -315,8 +315,8 @@ py::object decode(const ScriptChip& self, const py::object& word, const py::obje
         status = decoder.statusIn(meant, *received);
         if (const auto read = decoder.valueIn(meant, *received))
             value = registerValueOf(*meant.item, *read);
-        const std::string told = decoder.answerText(meant, *received);
-        text += told.empty() ? "" : " -> " + told;
+        const std::string answer = decoder.answerText(meant, *received);
+        text += answer.empty() ? "" : " -> " + answer;
     }
     return classNamed("DecodedWord")(kinds.at(static_cast<std::size_t>(meant.kind)), name, value,
                                      status, text);

@@ -47,7 +47,7 @@ std::optional<std::uint64_t> wholeNumber(std::string_view text);
 
 /// The described fields of a register and its other captioned bits, from the highest bit down.
 std::vector<NamedField> fieldsOf(const chips::Register& of);
-/// The captioned bits of a row from the highest down, without those in `told`.
-std::vector<NamedField> bitsOf(const std::vector<std::string>& captions, std::uint64_t told = 0);
+/// The captioned bits of a row from the highest down, without those in `covered`.
+std::vector<NamedField> bitsOf(const std::vector<std::string>& captions, std::uint64_t covered = 0);
 
 } // namespace bitlux

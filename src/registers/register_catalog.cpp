@@ -24,7 +24,7 @@ const View* valueViewOf(const Register& of) {
     return found == of.views.end() ? nullptr : &*found;
 }
 
-/// A title such as "Read" does not tell views apart, its group does.
+/// A title such as "Read" does not distinguish views, its group does.
 std::string nameOf(const Register& owner, const View& view) {
     if (!comparedName(view.title).starts_with("read"))
         return view.title.substr(0, view.title.find_last_not_of(' ') + 1);

@@ -47,7 +47,7 @@ TEST(RegisterCommand, SendsTheWordsOfTheChipInItsShape) {
     });
 }
 
-TEST(RegisterCommand, TellsWhatIsWrongBeforeAWordIsSent) {
+TEST(RegisterCommand, ReportsMistakesBeforeAWordIsSent) {
     expectOutcomes({
         {"write zt72516 INIT.WDspi=1 --bench zt72516 --trace -", 1,
          "There is no field of INIT \"WDspi\". Did you mean WD_spi?\n"},

@@ -110,7 +110,7 @@ TEST(ChipModel, FollowsTheAccessOfEachRegister) {
     rig.play("C000=00 Last_word>C000,_unknown"); // no operation
 }
 
-TEST(ChipModel, TurnsOnWhatItTellsByName) {
+TEST(ChipModel, TurnsOnItsSwitchesByName) {
     ModelRig rig(accessChip, 16);
     EXPECT_EQ(rig.switches().substr(0, 22), "Sensor/0 Sensor/1 Sens");
     EXPECT_NE(rig.switches().find("Events/Start Events/Start 2 Pending/0 "), std::string::npos);
@@ -254,7 +254,7 @@ private:
 };
 
 TEST(ChipModel, IsCaughtUpWithoutEveryRefresh) {
-    // The watchdog served every millisecond, by a simple word or an enhanced one.
+    // The watchdog is served every millisecond, by a simple word or an enhanced one.
     for (const char* steps :
          {"<0015000800> @600000 Mode>Normal", "4C0C <0015000B00> @600000 Mode>Normal",
           "<00450010000700> <0015000800> @600000 Mode>Normal", // pulses every 37 ms

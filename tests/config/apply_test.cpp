@@ -116,7 +116,7 @@ TEST(Apply, AsksAboutALengthWithAFraction) {
     }
 }
 
-TEST(Apply, ChangesNothingForALimitThatIsNone) {
+TEST(Apply, ChangesNothingForAnInvalidLimit) {
     for (const auto withDongle : {TestBench::WithDongle::No, TestBench::WithDongle::Yes}) {
         TestBench bench("loopback", {}, withDongle);
         bench.configure("8", {"optHex"});
@@ -166,7 +166,7 @@ TEST(WordLengthNote, SaysWhatApplyMakesOfTheTextAndWhatTheBusTakes) {
     }
 }
 
-TEST(Apply, WantsExactlyOnePort) {
+TEST(Apply, RequiresExactlyOnePort) {
     TestBench bench;
     ConfigureDialog& dialog = bench.program.dialog();
     dialog.Btn_ParallelPort_Click();
@@ -182,7 +182,7 @@ TEST(Apply, WantsExactlyOnePort) {
     dialog.cmbPortsAvailable.setListIndex(-1);
     bench.click("frmConfigureSPI.cmdApply");
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Please Select a Parallel Port."});
-    // By hand at most one box is set, so two need a handler that has not run.
+    // A user can set at most one box; two are set only while a handler has not run.
     for (const int box : {0, 2}) {
         dialog.chkHardCodeLPT(box).setHandler(forms::ControlEvent::Click, nullptr);
         dialog.chkHardCodeLPT(box).setValue(1);

@@ -12,7 +12,7 @@
 namespace bitlux::test {
 namespace {
 
-/// Makes random settings, names and lists with a hand's means.
+/// Makes random settings, names and lists as a user does.
 class RandomHand {
 public:
     RandomHand(BatchBench& bench, unsigned seed) : bench_(bench), random_(seed) {}
@@ -24,7 +24,7 @@ public:
         dialog.ChkSerialPort.setValue(bench_.session().USBReady ? 1 : 0);
         dialog.optHex.setValue(true);
         dialog.cmbSPIWordLength.setText(std::to_string(upTo(160) + 1));
-        if (dialog.CheckEnable72516.checked()) // four tabs find room
+        if (dialog.CheckEnable72516.checked()) // four tabs are possible
             dialog.CheckEnable72517.setValue(0);
         namePins(dialog.extraPins.dataPins);
         namePins(dialog.extraPins.controlPins);
@@ -109,7 +109,7 @@ std::string stateOf(BatchBench& bench) {
                        bench.get<forms::ComboBox>("frmMain.cmbBatches").items());
 }
 
-TEST(ConfigurationRoundTrip, BringsRandomSessionsBack) {
+TEST(ConfigurationRoundTrip, RestoresRandomSessions) {
     const TemporaryFolder folder;
     const std::string name = folder.path("session.spi");
     for (const auto withDongle : {TestBench::WithDongle::No, TestBench::WithDongle::Yes})

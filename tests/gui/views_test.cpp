@@ -12,7 +12,7 @@
 namespace bitlux::test {
 namespace {
 
-TEST(ConfigureView, BringsTheDialogToTheHand) {
+TEST(ConfigureView, SetsAndAppliesTheDialog) {
     WindowBench bench;
     bench.choose("frmMain.itemPortOptions");
     auto& dialog = *bench.window.findChild<QDialog*>();
@@ -47,7 +47,7 @@ TEST(ConfigureView, BringsTheDialogToTheHand) {
     EXPECT_EQ(bench.session().SessionLogEnabled, ConstOff);
 }
 
-TEST(ConfigureView, IsWalkedThroughWithTheKeyboardAlone) {
+TEST(ConfigureView, IsUsableByKeyboardAlone) {
     WindowBench bench;
     bench.choose("frmMain.itemPortOptions");
     auto& dialog = *bench.window.findChild<QDialog*>();

@@ -86,7 +86,7 @@ TEST(DongleFrame, HasEverythingInItsPlace) {
     }
 }
 
-TEST(DongleFrame, TakesUpTheTopBitOnce) {
+TEST(DongleFrame, HasTheTopBitOnce) {
     Session session = sessionWith(a5c3);
     session.USBFrameTopBit = true;
     EXPECT_EQ(frameOf(session), "90 70 00 A5 C3 00 00 00");

@@ -54,7 +54,7 @@ void setPolarities(Session& session, bool csHigh, bool dataInverted) {
     session.DIZeroLevel = dataInverted ? 1 : 0;
 }
 
-TEST(WordEngine, AgreesWithASecondReadingForAllShapes) {
+TEST(WordEngine, AgreesWithAnIndependentModelForAllShapes) {
     std::mt19937 random(20261121);
     const int lengths[] = {1, 2, 3, 7, 8, 9, 16, 31, 32, 33, 40, 41, 64, 127, 159, 160};
     for (int type = 1; type <= 8; ++type)

@@ -90,13 +90,12 @@ private:
     const StateBit stuckHigh_ = fault(1);
     const StateBit flagsStay_ = fault(2);
 
-    bool taking_ = false;        ///< the word on its way is listened to
+    bool taking_ = false;        ///< the chip accepts the word on its way
     std::uint64_t status_ = 0;   ///< as the word began
     Reply next_;                 ///< answers the word that comes, where answers do so
     std::uint64_t nextWord_ = 0; ///< the word that it answers
     std::string lastWord_ = "none";
-    mutable std::optional<std::uint64_t>
-        asked_; ///< what stood on the line when it was last answered
+    mutable std::optional<std::uint64_t> asked_; ///< what was on the line when it was last answered
     mutable std::uint64_t answered_ = 0;
 };
 

@@ -110,7 +110,7 @@ QWidget* owner() {
 } // namespace
 
 MessageBox::Answer QtBoxes::show(const MessageBox& box) {
-    if (box.tellsOfCancel)
+    if (box.reportsCancel)
         return cautiousAnswer(box.buttons);
     QMessageBox widget(owner());
     widget.setObjectName("messageBox");

@@ -288,8 +288,8 @@ void RegisterPages::read(const chips::View& view) {
 
 void RegisterPages::show(const chips::View& view, std::uint64_t value) const {
     controls_.row(view.row.first).show(value);
-    if (view.told.exists())
-        tell(view);
+    if (view.textLabel.exists())
+        showText(view);
 }
 
 void RegisterPages::adopt(const chips::Register& target, std::uint64_t value) const {
@@ -300,10 +300,11 @@ void RegisterPages::adopt(const chips::Register& target, std::uint64_t value) co
             follow(field, field.bits.taken(value));
 }
 
-void RegisterPages::tell(const chips::View& view) const {
+void RegisterPages::showText(const chips::View& view) const {
     const std::uint64_t value = controls_.row(view.row.first).value();
-    controls_.get<forms::Label>(view.told.label)
-        .setCaption(value < view.told.texts.size() ? view.told.texts[value] : view.told.otherwise);
+    controls_.get<forms::Label>(view.textLabel.label)
+        .setCaption(value < view.textLabel.texts.size() ? view.textLabel.texts[value]
+                                                        : view.textLabel.otherwise);
 }
 
 // Buttons
@@ -314,14 +315,14 @@ void RegisterPages::addView(const chips::View& view) {
     addAppend(view.line, [this, &view] { append_(view.line.name, view.line.value); });
     if (view.frame.exists())
         controls_.addFrame(view.frame, view.group);
-    if (view.told.exists())
-        addTold(view);
+    if (view.textLabel.exists())
+        addTextLabel(view);
 }
 
-void RegisterPages::addTold(const chips::View& view) {
-    controls_.addLabel(view.told.label, view.told.texts.front());
-    if (!view.told.procedure.empty())
-        controls_.onCall(view.told.procedure, [this, &view] { tell(view); });
+void RegisterPages::addTextLabel(const chips::View& view) {
+    controls_.addLabel(view.textLabel.label, view.textLabel.texts.front());
+    if (!view.textLabel.procedure.empty())
+        controls_.onCall(view.textLabel.procedure, [this, &view] { showText(view); });
 }
 
 void RegisterPages::addCommand(const chips::Command& command) {

@@ -75,8 +75,8 @@ private:
     /// Updates the choices that contain a bit from the row.
     void follow(const chips::Register& changed, int bit) const;
     void follow(const chips::Field& field, std::uint64_t value) const;
-    void addTold(const chips::View& view);
-    void tell(const chips::View& view) const;
+    void addTextLabel(const chips::View& view);
+    void showText(const chips::View& view) const;
     [[nodiscard]] bool counts(const chips::Field& field) const;
     [[nodiscard]] std::uint64_t codeOf(const chips::Field& field) const;
     [[nodiscard]] std::string lineValue(const chips::Register& of) const;

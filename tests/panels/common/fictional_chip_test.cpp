@@ -1,4 +1,4 @@
-// A chip that its file tells whole: pages, words, sequence.
+// A chip that its file describes completely: pages, words, sequence.
 
 #include "bench/chosen_marker_files.h"
 #include "chips/chip_reader.h"
@@ -176,7 +176,7 @@ TEST(FictionalChip, ReadsByItself) {
     EXPECT_FALSE(timer.enabled());
 }
 
-TEST(FictionalChip, SendsInItsShapeAndGivesBackWhatWasAppliedLast) {
+TEST(FictionalChip, SendsInItsShapeAndRestoresWhatWasAppliedLast) {
     LampBench bench;
     EXPECT_EQ(bench.session().SPIWordLength, 15);
     EXPECT_EQ(bench.session().SPIType, 2);

@@ -133,7 +133,7 @@ TEST(SequenceFile, RecordsWhatIsSent) {
     const std::string untilFull = contentOf(name);
     bench.sent();
     {
-        const FileSizeLimit full(untilFull.size() + 5); // room for the start of a row
+        const FileSizeLimit full(untilFull.size() + 5); // space for the start of a row
         bench.press("watchdog(12)");
     }
     EXPECT_EQ(bench.sent(), "5A00") << "a full disk keeps no command back";

@@ -8,7 +8,7 @@ protected:
     Zt72361() : PanelBench("zt72361", {}, "ZT72361", {.bits = 4, .one = 0x8080FF}) {}
 };
 
-/// Every button and box, as somebody with the chip in front of him works them.
+/// Every button and box, in the order in which a user of the chip needs them.
 TEST_F(Zt72361, SendsAndShowsWhatEachControlSays) {
     walk(std::initializer_list<PanelStep>{
         // The watchdog: choosing ON and the bar's handler each send the frame.

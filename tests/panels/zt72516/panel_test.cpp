@@ -143,11 +143,11 @@ TEST(Zt72516Words, AreBuiltByName) {
     EXPECT_EQ(bench.sent(), "48000100");
 }
 
-TEST(Zt72516Shape, IsHeldInFrontAndGivenBack) {
+TEST(Zt72516Shape, IsSetInFrontAndRestored) {
     Bench bench("scripted", {"12345678", "89ABCDEF"});
     EXPECT_EQ(bench.shape(), "32/1 1 1");
     EXPECT_EQ(bench.session().WordToSend.size(), 32U);
-    bench.send("ABCDEF"); // by hand in the main window, which comes to the front
+    bench.send("ABCDEF"); // in the main window, which comes to the front
     EXPECT_EQ(bench.shape(), "24/3 0 3");
     EXPECT_EQ(bench.caption("SPIWordRcvd"), "SPI Word Rcvd:") << "the display follows no more";
     bench.program.forms().activate("ZT72516");
@@ -167,7 +167,7 @@ TEST(Zt72516Shape, IsHeldInFrontAndGivenBack) {
     bench.program.forms().unload("ZT72516");
     EXPECT_EQ(bench.shape(), "24/3 0 3");
     EXPECT_FALSE(bench.program.forms().isVisible("ZT72516TestMode"));
-    bench.program.forms().show("ZT72516TestMode"); // takes the shape for a panel that is made anew
+    bench.program.forms().show("ZT72516TestMode"); // takes the shape for a panel that is made again
     EXPECT_EQ(bench.shape(), "32/1 1 1");
     bench.program.panels().touch("zt72516").pageControls.find("Btn_Test_Mode")->show();
     bench.sent();

@@ -62,7 +62,7 @@ protected:
     FormSlot<PanelForm> b = slot("b");
 };
 
-TEST_F(Panels, AreMadeWhenTheyAreTouchedAndOneIsInFront) {
+TEST_F(Panels, AreMadeOnFirstAccessAndOneIsInFront) {
     EXPECT_EQ(set.names(), (Strings{"a", "b"}));
     set.show("a");
     set.show("a");
@@ -89,7 +89,7 @@ TEST_F(Panels, AreMadeWhenTheyAreTouchedAndOneIsInFront) {
     EXPECT_EQ(takeRan(), Strings{"b Timer"}) << "it may do so behind";
 }
 
-TEST_F(Panels, AreMadeAnewOnceUnloaded) {
+TEST_F(Panels, AreMadeAgainOnceUnloaded) {
     desk.loop.drive(set);
     Strings going;
     set.formGoing.subscribe([&](Form& form) { going.push_back(form.name()); });
@@ -106,10 +106,10 @@ TEST_F(Panels, AreMadeAnewOnceUnloaded) {
     EXPECT_EQ(takeRan(), Strings{"a Load"});
     set.unload("a");
     EXPECT_EQ(takeRan(), (Strings{"a QueryUnload", "a Unload"}));
-    bool told = false;
-    set.unloadThrough("b", [&told] { told = true; });
+    bool wasUnloaded = false;
+    set.unloadThrough("b", [&wasUnloaded] { wasUnloaded = true; });
     set.unload("b");
-    EXPECT_TRUE(told);
+    EXPECT_TRUE(wasUnloaded);
 }
 
 TEST_F(Panels, HaveTimersThatFireAsTheClockPasses) {
