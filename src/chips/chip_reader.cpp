@@ -4,6 +4,7 @@
 #include "chips/panel_reader.h"
 #include "chips/parser_guard.h"
 #include "chips/register_reader.h"
+#include "chips/sequence_reader.h"
 #include "chips/table_reader.h"
 #include "chips/validate.h"
 

@@ -102,7 +102,7 @@ private:
         }
     }
 
-    /// Behind the blanks and line ends from `start` on.
+    /// The position after the blanks and line ends from `start` on.
     [[nodiscard]] std::optional<std::size_t> beyondAsciiBehind(std::size_t start) const {
         const std::size_t next = text_.find_first_not_of(" \t\r\n", start);
         const bool isBeyond = next != std::string_view::npos && !isPlain(text_[next]);
@@ -120,7 +120,7 @@ private:
     std::size_t at_ = 0;
     std::size_t first_ = 0; ///< the first dot of the key
     int dots_ = 0;
-    bool inValue_ = false;                   ///< behind an equals sign
+    bool inValue_ = false;                   ///< after an equals sign
     std::optional<std::size_t> beyondAscii_; ///< in a text, where the parser cannot handle it
 };
 

@@ -21,7 +21,7 @@ class TitleBook {
 public:
     TitleBook();
 
-    /// The title, else with the first number behind it with which it is free: "CR_2".
+    /// The title, else with the first number appended with which it is free: "CR_2".
     std::string registerTitle(const std::string& wanted);
     /// The same for a field of a register with this title.
     std::string fieldTitle(const std::string& owner, const std::string& wanted);

@@ -60,7 +60,7 @@ void ChosenPort::demand() const {
     throw Failure(Failure::Kind::PortUnusable,
                   others.empty()
                       ? fmt::format("There is no parallel port {}, nor any other; \"bitlux "
-                                    "doctor\" shows what is missing.",
+                                    "doctor\" tells what is missing.",
                                     name())
                       : fmt::format("There is no parallel port {}; there is {}.", name(),
                                     fmt::join(others, ", ")));

@@ -120,7 +120,7 @@ void ScriptBench::chooseBusOrRaise(std::optional<Bus> bus) {
     std::string text = refusal();
     if (text.empty())
         text = bus ? lastMessage(before)
-                   : "Neither a dongle nor a parallel port can be used; \"bitlux doctor\" shows "
+                   : "Neither a dongle nor a parallel port can be used; \"bitlux doctor\" tells "
                      "what is missing.";
     throw Failure(Failure::Kind::PortUnusable, text);
 }

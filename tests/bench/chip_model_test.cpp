@@ -185,7 +185,7 @@ bits = ["-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-
     ;
     rig.play("1000=0000 2000=0123 2000=0800 9ABC=0000 1000=0000 0000=0ABC 1000 !Fault");
     EXPECT_EQ(rig.send(0x1000, 8), 0x8AU) << "the answer of a word that is too short";
-    EXPECT_EQ(rig.send(0x1000, 16), 0x8ABCU) << "which counts for nothing";
+    EXPECT_EQ(rig.send(0x1000, 16), 0x8ABCU) << "which has no effect";
 }
 
 TEST(ChipModel, TakesWordsOfSixtyFourBits) {
@@ -212,7 +212,7 @@ device = [
     ModelRig(text, 8, "small").play("20=00");
     ModelRig(text, 8, "large").play("20=09");
     EXPECT_THROW(makeChipModel(ModelRig::read(text), "medium"), Failure);
-    for (const char* part : {"zt72518", "zt1"}) { // wants other registers; is not there
+    for (const char* part : {"zt72518", "zt1"}) { // needs other registers; does not exist
         const auto chip =
             ModelRig::read(fmt::format("[chip]\ntitle = \"X\"\nmodel = [\"{}\"]\n[word]\nbits = 8\n"
                                        "[[command]]\ntitle = \"Go\"\nword = 1",

@@ -84,7 +84,7 @@ TEST(Zt72518, GoesToLowPowerAndWakes) {
 TEST(Zt72518, ChecksParityWhenEnabled) {
     ChipRig rig;
     rig.play("5140");                      // the bit in the high byte does not matter yet
-    rig.play("5E0F 1F00&FF=00 E300=0420"); // an even count wants it
+    rig.play("5E0F 1F00&FF=00 E300=0420"); // an even count needs it
     rig.play("5F0F 1F00&FF=0F 5F07 1F00&FF=0F 5E07 1F00&FF=07");
     rig.play("5280~1300&3F DD80&FF=0B"); // its words carry no parity
 }
@@ -104,7 +104,7 @@ TEST(Zt72518, IsRefreshedByTheDongle) {
         rig.play("@10000 DD80=001B @10000 E580=0000 <00150020>");
         rig.play("@157 Mode>Normal @260 DD80&FF=13 E580&FF=01");
     }
-    // The chip wants another answer.
+    // The chip expects another answer.
     playEach<ChipRig>({"4C04 <0015000806> @12 E580&1=1", "4C08 <0015000B06> @12 E580&1=1"});
     ChipRig slow; // 500 ms, with a trigger
     slow.play("<8015000807> @300 Mode>Normal_Request");

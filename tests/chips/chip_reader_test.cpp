@@ -328,7 +328,7 @@ TEST(ChipReader, SurvivesAnyFile) {
               "files.");
     EXPECT_NE(first("a=" + repeated(200'000, '[')).find("TOML_MAX_NESTED_VALUES"),
               std::string::npos);
-    // tables in tables by dots, behind a text that ends in two quotes of its own
+    // tables in tables by dots, after a text that ends in two quotes of its own
     std::string dots;
     for (int i = 0; i < 200'000; ++i)
         dots += ".a";

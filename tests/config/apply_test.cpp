@@ -70,7 +70,7 @@ TEST(Apply, EmptiesListsOnlyWhenTheLengthChanges) {
     bench.send("A5");
     bench.configure("8");
     EXPECT_EQ(bench.log().size(), 5U);
-    // A refusal comes behind it; nothing else has changed.
+    // A refusal follows it; nothing else has changed.
     bench.program.dialog().types.TabStripSPItype.click(3);
     EXPECT_EQ(accessesOf(bench, [&] { bench.configure("161"); }), "");
     EXPECT_EQ(bench.log(), Texts{});

@@ -140,7 +140,7 @@ TEST(ConfigurationFile, EndsWithThePinsOfTheDongleWhenOneIsEnabled) {
     bench.saveAs(two);
     EXPECT_EQ(contentOf(two), contentOf(none) + donglePins);
 
-    // They reach the rows behind the Apply of the file, which empties no list a second time.
+    // They reach the rows after the Apply of the file, which empties no list a second time.
     std::string onDongle = contentOf(two);
     const std::string mode = "\"[SerialMode]\",";
     onDongle.replace(onDongle.find(mode) + mode.size(), 1, "1");

@@ -1,4 +1,4 @@
-// Unsaved work in its folder: what stays of it when programs end, are killed, or run at once.
+// Unsaved work in its folder: what remains of it when programs end, are killed, or run at once.
 
 #include "config/recovered_files.h"
 #include "platform/failure.h"

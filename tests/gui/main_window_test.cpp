@@ -219,7 +219,7 @@ TEST(MainWindow, IsUsedAt800By600WithBenchAndWaveform) {
         if (waveform)
             bench.window.findChild<QAction*>("openWaveform")->trigger();
         bench.settle();
-        EXPECT_EQ(bench.window.size(), QSize(800, 600)); // nothing in it wants more
+        EXPECT_EQ(bench.window.size(), QSize(800, 600)); // nothing in it needs more
         const QStatusBar& status = *bench.window.statusBar();
         EXPECT_LE(status.geometry().bottom(), 600);
         for (const char* name : {"frmMain.txtHexWordToSend", "frmMain.cmdSendOnce"}) {

@@ -130,7 +130,7 @@ TEST(BenchView, ChangesTheDeviceAndShowsThePins) {
         return bench.label("frmMain.lblHexWordReceived");
     };
     auto& device = bench.widget<QComboBox>("bench.device");
-    // The focus stays with it while words go, and leaves it when the form wants another control.
+    // The focus stays with it while words go, and leaves it when the form focuses another control.
     bench.type("frmMain.txtHexWordToSend", "34");
     device.setFocus();
     bench.send("35");

@@ -47,7 +47,7 @@ struct PanelStep {
     /// the chip on, with underscores for blanks; "@20" lets milliseconds pass.
     const char* hands;
     const char* effects = ""; ///< as of PanelBench::outcomeOf
-    /// Parted by semicolons: "Row=E8" and "Row~E8" are a row lit in its first and in the striped
+    /// Separated by semicolons: "Row=E8" and "Row~E8" are a row lit in its first and in the striped
     /// colour, "Row(4)=8" the part of it that begins there, "Name:text" a caption or a text,
     /// "Name#FF" a back colour, "Name+" and "Name-" a control that is visible or hidden, "Name^1" a
     /// choice that is made and "Name^0" one that is not, "Name>text" what the chip reports of its

@@ -176,7 +176,7 @@ TEST(Dongle, IsNotSetToFirmwareUpdateModeByAWordThatGoesElsewhereOrNowhere) {
     bench.boxes.answer(MessageBox::Answer::Yes);
     bench.dongle.setFaults(DongleFaults({dongleFaultFrom("stalled@1")}));
     bench.choose("frmMain.itemUpdateDongle");
-    EXPECT_EQ(bench.boxes.takeTexts().back(), checkTheCable) << "no word of success";
+    EXPECT_EQ(bench.boxes.takeTexts().back(), checkTheCable) << "no message of success";
     bench.send("1");
     EXPECT_EQ(bench.dongle.lastOut(), (UsbFrame{0x10, 0x70, 0, 0, 1}));
 }

@@ -325,18 +325,18 @@ class Time(Case):
         sending.session.SessionLogEnabled = 0
         sending[ENTRY].text = "A5"
         sending.recording = False
-        interrupted(sending["frmMain.cmdSendContinuous"].click, lambda notify: sending.at(0, notify))
+        interrupted(sending["frmMain.cmdSendContinuous"].click, lambda wake: sending.at(0, wake))
         waiting = bitlux.Bench(clock="real")
-        interrupted(lambda: waiting.run_for(60000), lambda notify: waiting.at(0, notify))
+        interrupted(lambda: waiting.run_for(60000), lambda wake: waiting.at(0, wake))
         silent = bitlux.Bench(bus="dongle")
         silent.bench.set_faults(["silent@3"])
 
         def words():
             yield from (1, 2, 3)
-            notify[0]()  # they are sent once all are known
+            wake[0]()  # they are sent once all are known
 
-        notify = []
-        answers = interrupted(lambda: silent.transfer_many(words()), notify.append).answers
+        wake = []
+        answers = interrupted(lambda: silent.transfer_many(words()), wake.append).answers
         self.assertEqual(answers, [1, 2][:len(answers)])
 
     def test_lets_another_thread_run_while_the_program_waits(self):

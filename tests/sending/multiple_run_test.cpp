@@ -18,7 +18,7 @@ struct RunBench : BatchBench {
         openBatchPage();
     }
     MultipleRun& run() { return program.mainForm().multiple; }
-    /// The log behind a run, in short: words as they were sent, texts unchanged.
+    /// The log after a run, in short: words as they were sent, texts unchanged.
     Texts logged() {
         EXPECT_EQ(runButtons(*this), idleButtons);
         Texts result;

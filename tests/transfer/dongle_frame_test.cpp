@@ -100,7 +100,7 @@ TEST(DongleFrame, HasTheTopBitOnce) {
 
 TEST(DongleFrame, TakesWholeBytes) {
     // Data bytes by word length, "!" where a byte needs more bits than the word has. What has no
-    // byte of its own stays behind.
+    // byte of its own is not sent.
     const std::string bytes[] = {"0000", "!!!1", "111!", "!!!2", "2222", "!!!3",
                                  "333!", "!!!4", "4444", "!!!5", "555!", "!!!!"};
     int length = 1;

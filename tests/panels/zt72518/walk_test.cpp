@@ -392,7 +392,7 @@ TEST(ChipBehindPanel, IsOutOfReachOnTheParallelPort) {
         EXPECT_TRUE(bench.session().LinkFailed) << button;
     }
     EXPECT_EQ(press("Cm_ReadAll_Rl(0)").size(), 15U) << "does not look whether the link failed";
-    EXPECT_EQ(press("Cm_Mux_Rl"), Texts{}) << "a word of bits by chance";
+    EXPECT_EQ(press("Cm_Mux_Rl"), Texts{}) << "a word of random bits";
     EXPECT_FALSE(bench.session().LinkFailed);
     bench.click("TestMode.term_send");
     EXPECT_EQ(bench.boxes.takeTexts(), refusal);

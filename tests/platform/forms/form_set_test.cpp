@@ -84,9 +84,10 @@ TEST_F(Panels, AreMadeOnFirstAccessAndOneIsInFront) {
     set.show("b");
     takeRan();
     a->cmdBack.click();
-    EXPECT_EQ(takeRan(), (Strings{"b Deactivate", "a Activate"})) << "who works it is at it";
+    EXPECT_EQ(takeRan(), (Strings{"b Deactivate", "a Activate"}))
+        << "input brings its form to the front";
     b->tmrPoll.fire();
-    EXPECT_EQ(takeRan(), Strings{"b Timer"}) << "it may do so behind";
+    EXPECT_EQ(takeRan(), Strings{"b Timer"}) << "it may do so in the background";
 }
 
 TEST_F(Panels, AreMadeAgainOnceUnloaded) {
