@@ -9,11 +9,11 @@ namespace bitlux {
 std::int64_t CycleFinder::take(std::int64_t now, Phase phase) {
     if (!kept_.empty() && phase == kept_)
         return now - keptAt_;
-    if (kept_.empty() || ++taken_ == lasts_) {
+    if (kept_.empty() || ++taken_ == limit_) {
         kept_ = std::move(phase);
         keptAt_ = now;
         taken_ = 0;
-        lasts_ *= 2;
+        limit_ *= 2;
     }
     return 0;
 }

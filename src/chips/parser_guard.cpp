@@ -82,7 +82,7 @@ private:
         while (at_ < text_.size()) {
             if (text_[at_] == '\\' && quote == '"') {
                 if (isLong && !beyondAscii_)
-                    beyondAscii_ = beyondAsciiBehind(at_ + 1);
+                    beyondAscii_ = beyondAsciiAfter(at_ + 1);
                 at_ += 2;
                 continue;
             }
@@ -103,7 +103,7 @@ private:
     }
 
     /// The position after the blanks and line ends from `start` on.
-    [[nodiscard]] std::optional<std::size_t> beyondAsciiBehind(std::size_t start) const {
+    [[nodiscard]] std::optional<std::size_t> beyondAsciiAfter(std::size_t start) const {
         const std::size_t next = text_.find_first_not_of(" \t\r\n", start);
         const bool isBeyond = next != std::string_view::npos && !isPlain(text_[next]);
         return isBeyond ? std::optional(next) : std::nullopt;

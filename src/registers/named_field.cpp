@@ -79,7 +79,7 @@ std::string NamedField::shown(std::uint64_t code) const {
     return code <= lastDigit ? std::to_string(code) : fmt::format("0x{:X}", code);
 }
 
-std::string NamedField::brief(std::uint64_t code) const {
+std::string NamedField::shortTextOf(std::uint64_t code) const {
     std::string text = shown(code);
     const std::size_t colon = text.find(": ");
     if (colon != std::string::npos) {

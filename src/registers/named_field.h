@@ -34,7 +34,7 @@ struct NamedField {
     [[nodiscard]] std::string shown(std::uint64_t code) const;
     /// The same in short: of a text such as "Enhanced 1: refresh by a code." what is in front of
     /// ": ", if no other value begins so, and no full stop.
-    [[nodiscard]] std::string brief(std::uint64_t code) const;
+    [[nodiscard]] std::string shortTextOf(std::uint64_t code) const;
     /// The value that a user means: a number ("5", "0x1F", "0b101") or a text of the field.
     /// Raises Failure: OutOfRange for a number that does not fit, Conversion for any other text and
     /// for one that is both a number and the text of another value.

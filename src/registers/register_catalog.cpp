@@ -77,7 +77,7 @@ std::string RegisterItem::summaryOf(std::uint64_t value) const {
             text += ", ";
         text += any.name;
         if (!isFlag)
-            text.append(" = ").append(any.brief(code));
+            text.append(" = ").append(any.shortTextOf(code));
     }
     return text;
 }

@@ -13,9 +13,9 @@ namespace bitlux::test {
 namespace {
 
 /// Makes random settings, names and lists as a user does.
-class RandomHand {
+class RandomInput {
 public:
-    RandomHand(BatchBench& bench, unsigned seed) : bench_(bench), random_(seed) {}
+    RandomInput(BatchBench& bench, unsigned seed) : bench_(bench), random_(seed) {}
 
     void configure() {
         ConfigureDialog& dialog = bench_.program.dialog();
@@ -116,9 +116,9 @@ TEST(ConfigurationRoundTrip, RestoresRandomSessions) {
         for (unsigned seed = 1; seed <= 40; ++seed) {
             SCOPED_TRACE(seed);
             BatchBench bench("8", withDongle);
-            RandomHand hand(bench, seed);
-            hand.configure();
-            hand.fillLists();
+            RandomInput input(bench, seed);
+            input.configure();
+            input.fillLists();
             EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
             bench.fileDialogs.answer(name);
             bench.choose("frmMain.itemSaveAs");

@@ -108,8 +108,8 @@ TEST(MainTabs, OpenTheirPanelsWhereThereAreSome) {
 }
 
 /// Words of 24 bits in type 3 on the port, and what the status line shows.
-struct LentBench : TabBench {
-    explicit LentBench(const std::vector<int>& parts) : TabBench(parts) {
+struct BorrowedShapeBench : TabBench {
+    explicit BorrowedShapeBench(const std::vector<int>& parts) : TabBench(parts) {
         get<forms::TabStrip>("frmConfigureSPI.TabStripSPItype").click(3);
         configure("24");
         program.dialog().setVisible(false);
@@ -124,7 +124,7 @@ struct LentBench : TabBench {
 };
 
 TEST(MainTabs, RestoreTheShapeWhenTheyAreLeft) {
-    LentBench bench({72517, 72518, 72516});
+    BorrowedShapeBench bench({72517, 72518, 72516});
     bench.strip().click(4);
     bench.program.forms().unload("ZT72518");
     bench.click("frmMain.ZT72518_windows");
@@ -152,7 +152,7 @@ TEST(MainTabs, RestoreTheShapeWhenTheyAreLeft) {
 }
 
 TEST(MainTabs, LeaveAShapeThatAPageMayNotFit) {
-    LentBench bench({72516});
+    BorrowedShapeBench bench({72516});
     bench.configure("8");
     bench.program.dialog().setVisible(false);
     bench.save("Wake");

@@ -76,7 +76,7 @@ private:
     [[nodiscard]] std::uint64_t answerTo(std::uint64_t word) const;
     [[nodiscard]] std::uint64_t composed(std::uint64_t word, const Reply& reply) const;
 
-    void carryOut(const Request& request);
+    void execute(const Request& request);
     void write(const Request& request);
     void read(const Request& request);
 
@@ -230,13 +230,13 @@ void ChipModel::wordEnds(const Shifted& received, const BusShape&) {
         lastWord_ += ", wrong check";
     } else if (known) {
         next_ = replyTo(*known);
-        carryOut(*known);
+        execute(*known);
     } else {
         lastWord_ += ", unknown";
     }
 }
 
-void ChipModel::carryOut(const Request& request) {
+void ChipModel::execute(const Request& request) {
     for (const auto& part : parts_)
         if (!part->accepts(request))
             return;

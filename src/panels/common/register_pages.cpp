@@ -157,7 +157,7 @@ void RegisterPages::addTextLabel(const chips::View& view) {
 
 void RegisterPages::addCommand(const chips::Command& command) {
     addButton(command.button, command.title, tooltip(command),
-              [this, &command] { carryOut(command); });
+              [this, &command] { execute(command); });
     addAppend(command.line, [this, &command] { append_(command.line.name, command.line.value); });
 }
 
@@ -173,7 +173,7 @@ std::string RegisterPages::tooltip(const chips::Command& command) const {
     return fmt::format("{}", fmt::join(words, ", "));
 }
 
-void RegisterPages::carryOut(const chips::Command& command) {
+void RegisterPages::execute(const chips::Command& command) {
     const chips::GivenBack& code = command.givenBack;
     if (!code.exists())
         return words_.command(command);

@@ -41,7 +41,7 @@ public:
     /// Makes a value that of a register, in its row and its choices.
     void adopt(const chips::Register& target, std::uint64_t value) const;
     /// Executes a command as its button does.
-    void carryOut(const chips::Command& command);
+    void execute(const chips::Command& command);
     /// The marker file of the panel exists: lists show all their choices from now on.
     void showMarked() const;
     /// The word that reads a view.
