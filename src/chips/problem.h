@@ -20,7 +20,7 @@ struct Problem {
 
 using Problems = std::vector<Problem>;
 
-/// As "lamp.toml:12:5:bit 14 is outside the register. Give it at least 15 bits." Text from the
+/// As "lamp.toml:12:5:bit 14 lies outside the register. Give it at least 15 bits." Text from the
 /// file is made safe for a terminal.
 std::string describe(const Problem& problem, const std::string& file);
 
