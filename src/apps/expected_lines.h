@@ -12,13 +12,13 @@ namespace bitlux {
 /// What the answers of a run have to be, from a TOML file:
 ///
 ///     [quick_commands]
-///     "read id" = "5AXX"    # wherever this Quick Command is sent
+///     "read id" = "5AXX"    # each time this Quick Command is sent
 ///     [lines]
 ///     3 = "0b1X0X"          # the third line of the Batch, or of the Commands To Send
 class ExpectedLines {
 public:
     ExpectedLines() = default;
-    /// Reads the file for words of so many bits. Raises Failure (File) that tells all that is
+    /// Reads the file for words of so many bits. Raises Failure (File) that lists all that is
     /// wrong, with line and column.
     static ExpectedLines read(const std::string& fileName, int bits);
 

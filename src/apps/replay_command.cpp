@@ -70,7 +70,7 @@ private:
     JournalPlayer::Parts partsOf();
     bool choose(Bus bus);
     void playAll();
-    void tell(const Difference& difference);
+    void report(const Difference& difference);
     void tellFirst(const Difference& difference);
     void tellCount();
 
@@ -111,7 +111,7 @@ bool Replay::prepare() {
         return false;
     line_ = 1;
     player_.begin(survey_.settings);
-    player_.differs.subscribe([this](const Difference& difference) { tell(difference); });
+    player_.differs.subscribe([this](const Difference& difference) { report(difference); });
     return true;
 }
 
@@ -127,7 +127,7 @@ std::string Replay::where() const {
 }
 
 bool Replay::sendPass() {
-    // A word that fails is an answer too; its message is told once.
+    // A word that fails is an answer too; its message is shown once.
     boxes().passesMessages = true;
     const FailureBoxes::Run run(program().engine().failures());
     playAll();
@@ -153,7 +153,7 @@ void Replay::playAll() {
         warn("The last line of the journal was cut off, and is left out.");
 }
 
-void Replay::tell(const Difference& difference) {
+void Replay::report(const Difference& difference) {
     if (options_.updates)
         answers_[difference.line] = difference.now;
     if (lines_->isJson())

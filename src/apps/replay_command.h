@@ -7,7 +7,7 @@
 
 namespace bitlux {
 
-/// What `bitlux replay` was told.
+/// The options of `bitlux replay`.
 struct ReplayOptions {
     CommandOptions command;
     std::string file;     ///< a journal
@@ -18,7 +18,7 @@ struct ReplayOptions {
 /// Adds the command to the command line; `options` is filled when it is parsed.
 CLI::App& addReplayCommand(CLI::App& app, ReplayOptions& options);
 
-/// Sends again what a journal has, and tells which answers are others. Returns the exit code of the
+/// Sends again what a journal has, and reports which answers differ. Returns the exit code of the
 /// program.
 int runReplayCommand(const ReplayOptions& options, std::ostream& output, std::ostream& errors);
 

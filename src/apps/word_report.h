@@ -49,7 +49,7 @@ protected:
     [[nodiscard]] virtual std::string place() const;
     /// Prints a word that was answered.
     virtual void printWord();
-    /// Further members of the object of a word, each behind a comma.
+    /// Further members of the object of a word, each after a comma.
     [[nodiscard]] virtual std::string moreOfWord() const { return {}; }
 
 private:

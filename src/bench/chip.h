@@ -29,7 +29,7 @@ class Chip : public ShiftDevice {
 public:
     Chip* chip() override { return this; }
 
-    /// The bench has come to `now`, in nanoseconds; what was due by then happens. Told before
+    /// The bench has come to `now`, in nanoseconds; what was due by then happens. Called before
     /// anything else reaches the chip; a time that is over counts as the present one.
     virtual void timeIs(std::int64_t now) = 0;
     /// Adds to the phase of the bench at that time. Words that are drawn at random do not count.
@@ -49,7 +49,7 @@ public:
 };
 
 /// Index of the switch "GROUP/NAME", or of a NAME that only one group has; capitals do not matter.
-/// Raises Failure (OutOfRange) that tells near names for any other text.
+/// Raises Failure (OutOfRange) that names similar ones for any other text.
 std::size_t switchNamed(const Chip& chip, std::string_view name);
 
 } // namespace bitlux

@@ -21,7 +21,7 @@ private:
     Phase kept_; ///< the next ones are compared with it
     std::int64_t keptAt_ = 0;
     std::size_t taken_ = 0; ///< since then
-    std::size_t patience_ = 1;
+    std::size_t limit_ = 1; ///< the number after which the kept one is replaced
 };
 
 } // namespace bitlux

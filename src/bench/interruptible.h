@@ -29,7 +29,7 @@ private:
     const Interruption& interruption_;
 };
 
-/// Real time, likewise.
+/// The same for real time.
 class InterruptibleRealClock : public PacedClock {
 public:
     explicit InterruptibleRealClock(const Interruption& interruption)

@@ -29,7 +29,7 @@ void checkReset(const Device::Reset& reset, const Findings& found) {
                               reset.view),
                   "Name one that reads flags or has a `reset`, or leave `view` out.");
     else if ((reset.value & ~largest(view != nullptr ? view->row : owner->row)) != 0)
-        found.add(reset.at, "the reset value has too many bits", "Give one that finds room.");
+        found.add(reset.at, "the reset value has too many bits", "Give one that fits.");
 }
 
 } // namespace
@@ -56,7 +56,7 @@ void checkDevices(const Findings& found) {
             if ((view.reset.value_or(0) & ~largest(view.row)) != 0)
                 found.add(view.at,
                           fmt::format("the reset value has more than {} bits", view.row.width()),
-                          "Give one that finds room.");
+                          "Give one that fits.");
 }
 
 } // namespace bitlux::chips

@@ -70,7 +70,7 @@ private:
                                    view.title, any.title, found->second->at.line),
                        "Give it another `address` or `extra`.");
         const auto writes = writes_.find(view.address);
-        if (writes == writes_.end() || told_)
+        if (writes == writes_.end() || isReported_)
             return;
         for (const Writes& other : writes->second)
             if (((word ^ other.value) & other.fixed) == 0) {
@@ -79,7 +79,7 @@ private:
                                        view.operation == Operation::Flags ? "flags" : "read",
                                        other.owner->title),
                            "Give each operation bits of its own.");
-                told_ = true; // the same fault concerns all registers
+                isReported_ = true; // the same fault concerns all registers
                 return;
             }
     }
@@ -88,7 +88,7 @@ private:
     const WordFormat& word_;
     std::map<std::uint64_t, std::vector<Writes>> writes_; ///< by address
     std::map<std::uint64_t, const View*> requests_;       ///< by word
-    bool told_ = false;
+    bool isReported_ = false;
 };
 
 } // namespace

@@ -21,7 +21,7 @@ private:
     void checkRegister(const Register& any) const {
         if (any.address > word_.address.largest())
             add(any.at,
-                fmt::format("address {} finds no room in {} bits", any.address,
+                fmt::format("address {} does not fit into {} bits", any.address,
                             word_.address.size()),
                 "Give a smaller one, or more bits to `address` of `[word]`.");
         if (any.width() > word_.data.size())
@@ -31,7 +31,7 @@ private:
                 "Shorten it, or give more bits to `data` of `[word]`.");
         if ((any.reset & ~any.mask()) != 0)
             add(any.at, fmt::format("the reset value has more than {} bits", any.width()),
-                "Give one that finds room.");
+                "Give one that fits.");
         if (((any.neverWritten | any.alwaysWritten) & ~word_.data.largest()) != 0 ||
             (any.neverWritten & any.alwaysWritten) != 0)
             add(any.at, "`never_written` and `always_written` do not fit the data of a word",
@@ -47,7 +47,7 @@ private:
         for (auto field = any.fields.begin(); field != any.fields.end(); ++field) {
             if (field->bits.highest() >= any.width())
                 add(field->at,
-                    fmt::format("bit {} lies outside the register, which has {}",
+                    fmt::format("bit {} is outside the register, which has {}",
                                 field->bits.highest(), any.width()),
                     "Name bits of the register.");
             if (field->shares || field->when.exists())
@@ -73,7 +73,7 @@ private:
         for (const Choice& choice : field.choices)
             if (choice.code > field.bits.largest()) {
                 add(field.at,
-                    fmt::format("the value {} of \"{}\" finds no room in {} bits", choice.code,
+                    fmt::format("the value {} of \"{}\" does not fit into {} bits", choice.code,
                                 choice.text, field.bits.size()),
                     "Give fewer texts or smaller codes, or more bits to the field.");
                 break;
@@ -89,7 +89,7 @@ private:
         if (view.operation == Operation::Flags && !word_.flags)
             add(view.at, "no word reads flags", "Give `flags` in `[word]`.");
         if (view.address > word_.address.largest() && view.address != owner.address)
-            add(view.at, fmt::format("address {} finds no room in a word", view.address),
+            add(view.at, fmt::format("address {} does not fit into a word", view.address),
                 "Give a smaller one.");
         if (view.extra > word_.data.largest())
             add(view.at, "`extra` has bits beyond the data of a word", "Give a smaller one.");

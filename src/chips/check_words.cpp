@@ -54,7 +54,7 @@ private:
             checkFits(word_.at, constant, fmt::format("`{}`", name).c_str());
             if ((constant & taken) != 0)
                 add(fmt::format("`{}` has bits of the address, the data or the check", name),
-                    "Leave to it the bits that tell the operation.");
+                    "Use only bits that distinguish operations.");
         }
         checkFits(word_.at, word_.fetch.value_or(0), "`fetch`");
     }
@@ -63,7 +63,7 @@ private:
         const bool isCrc = check_.kind == WordCheck::Kind::Crc;
         if (check_.over.empty() || check_.place.empty())
             addToCheck("a check wants `over` and `place`",
-                       "Say which bits it covers and where it stands.");
+                       "Say which bits it covers and where it is placed.");
         else if (!isCrc && check_.place.size() != 1)
             addToCheck("parity takes one bit", "Name one bit as its `place`.");
         if ((check_.over.mask() & check_.place.mask()) != 0)
@@ -71,7 +71,7 @@ private:
         if (((check_.over.mask() | check_.place.mask()) & ~word_.mask()) != 0)
             addToCheck("the check has bits beyond the word", "Name bits of the word.");
         if ((check_.place.mask() & (word_.address.mask() | word_.data.mask())) != 0)
-            addToCheck("the check lies on bits of the address or the data",
+            addToCheck("the check shares bits with the address or the data",
                        "Give it bits of its own.");
         if (isCrc &&
             (check_.polynomial == 0 || check_.polynomial > check_.place.largest() ||

@@ -93,9 +93,9 @@ private:
     std::map<std::string, Known, std::less<>> known_; ///< of users, by name
 };
 
-/// What "NAME|FILE" of a command line or script stands for: a file when it has a "/" or ends in
+/// What "NAME|FILE" of a command line or script means: a file when it has a "/" or ends in
 /// ".toml", else the chip of this name, or the chip that has the device of this name. Raises
-/// Failure as ChipLibrary::chip does; of a file it tells all problems.
+/// Failure as ChipLibrary::chip does; for a file it lists all problems.
 ChipPtr chosenChip(ChipLibrary& library, const std::string& nameOrFile);
 
 /// Problems of a chip in a file of a user beyond validate(): its name is that of a chip of the

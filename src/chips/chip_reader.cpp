@@ -3,6 +3,7 @@
 #include "chips/document.h"
 #include "chips/panel_reader.h"
 #include "chips/register_reader.h"
+#include "chips/sequence_reader.h"
 #include "chips/table_reader.h"
 #include "chips/validate.h"
 #include "platform/documents/parser_guard.h"
@@ -87,7 +88,7 @@ int bitsOf(std::uint64_t number) {
     return std::max(1, static_cast<int>(std::bit_width(number)));
 }
 
-/// Whether some register is written and read by the same word while no bits tell which is meant.
+/// Whether some register is written and read by the same word while no bits distinguish the two.
 bool needsConstants(const Chip& chip) {
     return std::any_of(chip.registers.begin(), chip.registers.end(), [](const Register& any) {
         return any.writable() && any.neverWritten == 0 && any.alwaysWritten == 0 &&
@@ -98,7 +99,7 @@ bool needsConstants(const Chip& chip) {
     });
 }
 
-/// Tells which keys of `[word]` are missing without which no word carries the registers.
+/// Reports the keys of `[word]` that are missing and without which no word carries the registers.
 void requireForRegisters(const Node& node, const Chip& chip, Problems& problems) {
     if (node.table() == nullptr || chip.registers.empty())
         return;

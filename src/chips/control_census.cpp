@@ -133,7 +133,7 @@ void ControlCensus::addRegister(const Register& any) {
         add(view.button, Kind::Button, view.at, view.row.form);
         add(view.line.button, Kind::Button, view.at, view.row.form);
         add(view.frame, Kind::Other, view.at, view.row.form);
-        add(view.told.label, Kind::Label, view.at, view.row.form);
+        add(view.textLabel.label, Kind::Label, view.at, view.row.form);
     }
 }
 
@@ -170,13 +170,13 @@ void ControlCensus::add(const ControlName& name, Kind kind, const Place& at,
     const auto [found, isNew] =
         taken_.emplace(Key(form, name.name, name.index), Taken{.kind = kind, .at = at});
     if (!isNew)
-        tellTwice(name, at, {.spelling = name.name, .at = found->second.at});
+        reportDuplicate(name, at, {.spelling = name.name, .at = found->second.at});
     else if (known.isArray != isElement || known.spelling != name.name)
-        tellTwice(name, at, known);
+        reportDuplicate(name, at, known);
 }
 
-void ControlCensus::tellTwice(const ControlName& name, const Place& at, const Name& before) {
-    if (!told_.emplace(name.name, at.line).second)
+void ControlCensus::reportDuplicate(const ControlName& name, const Place& at, const Name& before) {
+    if (!reported_.emplace(name.name, at.line).second)
         return;
     std::string what = fmt::format("the control {} is there", text(name));
     if (before.spelling != name.name)

@@ -52,13 +52,13 @@ private:
     void addStops(const Place& at);
     void addRegister(const Register& any);
     void addField(const Field& field, const std::string& form);
-    void tellTwice(const ControlName& name, const Place& at, const Name& before);
+    void reportDuplicate(const ControlName& name, const Place& at, const Name& before);
 
     std::map<Key, Taken> taken_;
     /// By form and lower-case name, which handlers use.
     std::map<std::pair<std::string, std::string>, Name> names_;
-    std::set<std::pair<std::string, int>> told_; ///< names and lines
-    std::map<Key, int> rows_;                    ///< widths, by their first labels
+    std::set<std::pair<std::string, int>> reported_; ///< names and lines
+    std::map<Key, int> rows_;                        ///< widths, by their first labels
     Problems& problems_;
     mutable int asked_ = 0; ///< limits the searches for near names, which take time
 };

@@ -40,10 +40,11 @@ std::uint64_t WordFormat::word(Operation operation, std::uint64_t where,
 }
 
 std::optional<Operation> WordFormat::operationOf(std::uint64_t word) const {
-    const std::uint64_t told =
+    const std::uint64_t operationBits =
         mask() & ~(address.mask() | data.mask() | (check.exists() ? check.place.mask() : 0));
     for (const Operation operation : {Operation::Write, Operation::Read, Operation::Flags})
-        if ((operation != Operation::Flags || flags) && (word & told) == constant(operation))
+        if ((operation != Operation::Flags || flags) &&
+            (word & operationBits) == constant(operation))
             return operation;
     return std::nullopt;
 }
@@ -64,7 +65,7 @@ const View* Register::find(std::string_view wanted) const {
     return found == views.end() ? nullptr : &*found;
 }
 
-bool Register::standsAbove() const {
+bool Register::isAbovePages() const {
     return !writable() && !views.empty() &&
            std::all_of(views.begin(), views.end(),
                        [](const View& view) { return view.page == statusPage; });
@@ -73,7 +74,7 @@ bool Register::standsAbove() const {
 std::vector<std::string> Chip::registerPages() const {
     std::vector<std::pair<int, std::string>> named; // by their line names
     for (const Register& any : registers)
-        if (any.row.form.empty() && !any.standsAbove())
+        if (any.row.form.empty() && !any.isAbovePages())
             named.emplace_back(any.at.line, any.page);
     for (const Command& any : commands)
         if (any.page != statusPage && any.form.empty())

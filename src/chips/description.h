@@ -154,7 +154,7 @@ struct Field {
 };
 
 /// A label that shows the value of a view as text.
-struct Told {
+struct TextLabel {
     ControlName label;
     std::vector<std::string> texts; ///< one for each value; initially the first one
     std::string otherwise;          ///< for all other values
@@ -180,7 +180,7 @@ struct View {
     std::optional<std::uint64_t> reset;
     std::string switches; ///< group of its switches on the bench; else its title
     ControlName frame;    ///< around it, if it is above all pages
-    Told told;
+    TextLabel textLabel;
     Place at;
 
     /// A view of flags, or one with a reset value, does not show the register.
@@ -249,7 +249,7 @@ struct Register {
         return access != Access::ReadOnly && access != Access::ReadClears;
     }
     /// Has only views that are above all pages.
-    [[nodiscard]] bool standsAbove() const;
+    [[nodiscard]] bool isAbovePages() const;
     /// A view by title; null when there is none.
     [[nodiscard]] const View* find(std::string_view wanted) const;
 };

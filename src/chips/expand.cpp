@@ -97,7 +97,8 @@ public:
         if (auto* table = std::get_if<Node::Table>(&node.value)) {
             for (auto& [key, value] : *table) {
                 if (value.text() != nullptr && rangeIn(*value.text()))
-                    problems_.push_back({value.at, "a range of numbers stands where one text does",
+                    problems_.push_back({value.at,
+                                         "a range of numbers is given where one text is expected",
                                          "Put it into a list, as [\"SG{0..15}\"]."});
                 expand(value);
             }

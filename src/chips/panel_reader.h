@@ -7,8 +7,6 @@ namespace bitlux::chips {
 
 Variants readVariants(const Node& node, Problems& problems);
 
-SequenceStyle readSequence(const Node& node, Problems& problems);
-
 /// Without a list of buttons every view of `chip` is read. Its registers must have been read
 /// before.
 AutomaticReads readAutomaticReads(const Node& node, const Chip& chip, Problems& problems);

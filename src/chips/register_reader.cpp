@@ -100,17 +100,17 @@ Field readField(const Node& node, const std::string& stem, bool writable, Proble
     return field;
 }
 
-Told readTold(const Node& node, Problems& problems) {
+TextLabel readTextLabel(const Node& node, Problems& problems) {
     TableReader table(node, problems);
-    Told told;
-    told.label = table.control("label");
-    told.texts = table.texts("texts");
-    told.otherwise = table.text("otherwise");
-    told.procedure = table.text("procedure");
-    if (!told.label.exists() || told.texts.empty())
+    TextLabel made;
+    made.label = table.control("label");
+    made.texts = table.texts("texts");
+    made.otherwise = table.text("otherwise");
+    made.procedure = table.text("procedure");
+    if (!made.label.exists() || made.texts.empty())
         table.problem(table.at(), "`tells` wants a label and texts",
                       "Name the `label`, and give one of the `texts` for each value.");
-    return told;
+    return made;
 }
 
 View readView(const Node& node, const Register& owner, const std::string& stem,
@@ -139,7 +139,7 @@ View readView(const Node& node, const Register& owner, const std::string& stem,
     view.switches = table.text("switches");
     view.frame = table.control("frame");
     if (table.has("tells"))
-        view.told = readTold(table.section("tells"), problems);
+        view.textLabel = readTextLabel(table.section("tells"), problems);
     return view;
 }
 

@@ -53,7 +53,7 @@ public:
     std::optional<BitList> bits(std::string_view key);
     /// "Name" or "Name(3)"; an empty text is no control. `otherwise` is the default.
     ControlName control(std::string_view key, ControlName otherwise = {});
-    /// A list of such names; an empty text stands for a missing control.
+    /// A list of such names; an empty text means a missing control.
     std::vector<ControlName> controls(std::string_view key);
     /// A list of "Name", "Name(3)" or "Name(4..7)".
     std::vector<ControlRange> ranges(std::string_view key);

@@ -198,7 +198,7 @@ void JournalRecorder::pinsWritten(PinRegister which) {
     write(line);
 }
 
-/// A box during a word tells of its failure, or that it could not be made a frame.
+/// A box during a word reports its failure, or that it could not be made a frame.
 void JournalRecorder::boxShows(const MessageBox& box) {
     if (word_ && settings_.onDongle && !word_->isOut && parts_.dongle.isPresent())
         word_->isDoubtful = true;

@@ -211,7 +211,7 @@ private:
     const FittedChip& chip_;
     const WordKeys& word_;
     const std::string& name_;
-    bool isShort_; ///< without notes, and without fields that captions can tell
+    bool isShort_; ///< without notes, and without fields that captions can express
 };
 
 } // namespace

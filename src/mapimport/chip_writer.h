@@ -16,8 +16,8 @@ struct ChipText {
 };
 
 /// Writes a chip's file, no longer than one may be: a long one has no notes, and captions in place
-/// of fields of one bit; if that is not enough, the last registers are left out. `notes` tell so.
-/// Keys of `[word]` without a value stand there as comments. `source` is the file that was
+/// of fields of one bit; if that is not enough, the last registers are left out. `notes` say so.
+/// Keys of `[word]` without a value become comments. `source` is the file that was
 /// imported.
 ChipText chipText(const FittedChip& chip, const ImportOptions& options, const std::string& source,
                   chips::Problems& notes);

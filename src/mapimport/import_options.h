@@ -9,7 +9,8 @@
 
 namespace bitlux::mapimport {
 
-/// Keys of `[word]` of a chip's file, as they stand there. What has no value is left to the user.
+/// Keys of `[word]` of a chip's file, as they are written there. What has no value is left to the
+/// user.
 struct WordKeys {
     std::optional<int> bits;
     std::optional<int> type;

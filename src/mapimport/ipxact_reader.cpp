@@ -64,7 +64,7 @@ private:
         if (const pugi::xml_node unit = childOf(map, "addressUnitBits"); unit)
             scope.unitBits = builder_.number(unit);
         if (scope.unitBits == 0)
-            builder_.fail(childOf(map, "addressUnitBits"), "an address stands for at least one bit",
+            builder_.fail(childOf(map, "addressUnitBits"), "an address covers at least one bit",
                           "Correct `addressUnitBits`.");
         for (const pugi::xml_node& child : map.children()) {
             const std::string_view kind = localName(child);

@@ -11,7 +11,7 @@
 
 namespace bitlux::mapimport {
 
-/// An array of elements: how many, how far apart, and what stands in their names.
+/// An array of elements: how many, how far apart, and what their names contain.
 struct Copies {
     std::uint64_t count = 1;
     std::uint64_t step = 0;
@@ -41,7 +41,8 @@ public:
     [[nodiscard]] std::optional<Pattern> pattern(pugi::xml_node node) const;
     /// The name of an element; raises MapError when it has none.
     [[nodiscard]] std::string nameOf(pugi::xml_node node) const;
-    /// Applies `access` and the elements that tell what reads and writes do, where they are there.
+    /// Applies `access` and the elements that define what reads and writes do, where they are
+    /// there.
     void apply(pugi::xml_node access, pugi::xml_node write, pugi::xml_node read, Behaviour& to);
 
     /// Whether a block was chosen; it is remembered for checkChoice().

@@ -14,7 +14,7 @@ constexpr int binary = 2;
 constexpr int decimal = 10;
 constexpr int hexadecimal = 16;
 
-/// Digits behind what tells their base.
+/// Digits after the prefix of their base.
 struct Digits {
     std::string_view text;
     int base = decimal;

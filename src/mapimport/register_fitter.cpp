@@ -139,7 +139,7 @@ private:
             note(source.at,
                  fmt::format("\"{}\" is shortened from {} to {} bits", source.name, source.width,
                              widest),
-                 "No field lies beyond.");
+                 "No field is beyond them.");
         if (made.reset != source.reset)
             note(source.at,
                  fmt::format("the reset value of \"{}\" is shortened to {} bits", source.name,
@@ -179,7 +179,7 @@ private:
         return false;
     }
 
-    /// The block stands in front where another block has the name too.
+    /// The block precedes the name if another block has the same name.
     void nameRegister(const MapRegister& source, FittedRegister& made) {
         bool isChanged = false;
         const bool isShared = uses_[chips::identifier(source.name)] > 1;

@@ -8,7 +8,8 @@
 namespace bitlux::mapimport {
 
 /// Makes of a register map what a chip's file can say: titles that differ, addresses and widths
-/// that fit the words as far as these are known. What is changed or left out is told in `notes`.
+/// that fit the words as far as these are known. What is changed or left out is reported in
+/// `notes`.
 FittedChip fitted(const SourceMap& map, const ImportOptions& options, chips::Problems& notes);
 
 } // namespace bitlux::mapimport

@@ -8,7 +8,7 @@
 
 namespace bitlux::mapimport {
 
-/// A text as it may stand in a chip's file: in one line, without control characters, in UTF-8, at
+/// A text as it may be used in a chip's file: in one line, without control characters, in UTF-8, at
 /// most `most` bytes and "..." long. `isChanged` is set when more than blanks was changed.
 std::string cleanText(std::string_view text, std::size_t most, bool& isChanged);
 
@@ -21,7 +21,7 @@ class TitleBook {
 public:
     TitleBook();
 
-    /// The title, else with the first number behind it with which it is free: "CR_2".
+    /// The title, else with the first number appended with which it is free: "CR_2".
     std::string registerTitle(const std::string& wanted);
     /// The same for a field of a register with this title.
     std::string fieldTitle(const std::string& owner, const std::string& wanted);

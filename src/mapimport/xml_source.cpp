@@ -74,7 +74,7 @@ void XmlSource::checkDepth() const {
 }
 
 chips::Place XmlSource::placeOf(pugi::xml_node node) const {
-    const std::ptrdiff_t offset = node.offset_debug(); // of the name, behind the bracket
+    const std::ptrdiff_t offset = node.offset_debug(); // of the name, after the bracket
     return placeAt(static_cast<std::size_t>(std::max<std::ptrdiff_t>(offset - 1, 0)));
 }
 

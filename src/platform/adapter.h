@@ -37,10 +37,10 @@ private:
                                        -1, -1, -1, -1, -1, -1, -1, -1, -1};
 };
 
-/// The bytes that an adapter clocks out in a second unless somebody wants another rate.
+/// The bytes that an adapter clocks out in a second unless another rate is set.
 inline constexpr int standardAdapterClock = 1'000'000;
 
-/// An adapter that is plugged in, with what its user wants of it.
+/// An adapter that is plugged in, with its settings.
 struct Adapter {
     std::string type;   ///< as "FT232R"
     std::string serial; ///< its serial number, or empty

@@ -31,7 +31,7 @@ struct MessageBox {
     std::string hint = {}; ///< what may help, in a sentence
     /// Only says that the preceding file dialog was cancelled. A window does not show it, since its
     /// user knows.
-    bool tellsOfCancel = false;
+    bool reportsCancel = false;
 };
 
 /// Whether a box is only informative: nothing has failed, and there is nothing to choose.

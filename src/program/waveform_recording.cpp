@@ -28,7 +28,7 @@ void WireTap::leave(WireListener& listener) {
     follow();
 }
 
-/// Listens where somebody wants to hear.
+/// Listens on the buses that have listeners.
 void WireTap::follow() {
     if (isOnPort_ != !listeners_.empty()) {
         isOnPort_ = !isOnPort_;

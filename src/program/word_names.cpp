@@ -10,7 +10,7 @@ namespace bitlux {
 
 namespace {
 
-/// A part whose words nobody describes has none.
+/// Parts without a description have no names.
 void dropUndescribed(std::vector<std::string>& names, const chips::ChipLibrary& library) {
     const auto embedded = chips::embeddedChips();
     std::erase_if(names, [&](const std::string& name) {

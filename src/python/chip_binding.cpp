@@ -1,10 +1,11 @@
 #include "chips/chip_library.h"
 #include "platform/forms/near_names.h"
-#include "python/bindings.h"
-#include "python/script_chip.h"
+#include "python/register_binding.h"
+#include "python/register_objects.h"
 #include "registers/names.h"
 
 #include <algorithm>
+#include <array>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,7 +13,6 @@
 #include <vector>
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 #include <pybind11/eval.h>
 #include <pybind11/stl.h>
 
@@ -23,243 +23,10 @@ extern const char* const registerValues;
 
 namespace {
 
-using ChipHolder = std::shared_ptr<ScriptChip>;
-
-/// A register or flags of a chip in the hands of a script.
-struct RegisterHandle {
-    ChipHolder chip;
-    const RegisterItem* item;
-};
-
-/// Classes of register_values.py.
-py::object classNamed(const char* name) {
-    return py::module_::import("bitlux").attr(name);
-}
-
-py::object registerValueOf(const RegisterItem& item, std::uint64_t value) {
-    py::list fields;
-    for (const NamedField& any : item.fields)
-        if (any.appliesTo(value)) {
-            const std::uint64_t code = any.bits.taken(value);
-            fields.append(
-                py::make_tuple(any.name, code, std::string(any.textOf(code)), any.bits.text()));
-        }
-    return classNamed("RegisterValue")(value, item.name, item.hexOf(0).size(), fields);
-}
-
-py::dict valuesOf(const RegisterCatalog& catalog, const RegisterSnapshot& snapshot) {
-    py::dict values;
-    for (const auto& [name, value] : snapshot.values)
-        values[py::str(name)] = registerValueOf(catalog.item(name), value);
-    return values;
-}
-
-py::object differenceOf(const SnapshotDifference& difference) {
-    const auto value = [&difference](const std::optional<std::uint64_t>& known) -> py::object {
-        return known ? registerValueOf(*difference.item, *known) : py::none();
-    };
-    return classNamed("Difference")(difference.item->name, value(difference.before),
-                                    value(difference.after));
-}
-
-/// Raises ValueError for anything but a whole number from 0 to 64 bits.
-std::uint64_t numberFrom(const py::handle& value) {
-    if (!PyLong_Check(value.ptr()))
-        throw py::type_error("A value is an int");
-    const std::uint64_t number = PyLong_AsUnsignedLongLong(value.ptr());
-    if (PyErr_Occurred() != nullptr) {
-        PyErr_Clear();
-        throw py::value_error("A value is 0 or more and has up to 64 bits");
-    }
-    return number;
-}
-
-/// A dict of values by name, or the name of a file.
-RegisterSnapshot snapshotFrom(const ScriptChip& chip, const py::object& given) {
-    const RegisterCatalog& catalog = chip.catalog();
-    if (!py::isinstance<py::dict>(given)) {
-        const std::string file = py::cast<std::string>(py::str(given));
-        return fitted(catalog, readSnapshot(file), file);
-    }
-    RegisterSnapshot snapshot{.chip = catalog.chip().name, .values = {}};
-    for (const auto& [name, value] : py::cast<py::dict>(given))
-        snapshot.values.push_back({py::cast<std::string>(name), numberFrom(value)});
-    return argument([&] { return fitted(catalog, snapshot, "snapshot"); });
-}
-
-[[noreturn]] void raiseUnknown(const std::string& wanted, const std::vector<std::string>& names) {
-    throw forms::UnknownName(wanted, forms::nearNames(wanted, names));
-}
-
 const RegisterItem& itemOf(const ScriptChip& chip, const std::string& name) {
     if (const RegisterItem* found = chip.catalog().find(name))
         return *found;
     raiseUnknown(name, chip.catalog().names());
-}
-
-void demandTaken(const std::vector<RegisterAccess::Mismatch>& mismatches) {
-    if (mismatches.empty())
-        return;
-    py::list differences;
-    std::vector<std::string> lines;
-    for (const RegisterAccess::Mismatch& any : mismatches) {
-        differences.append(differenceOf({any.item, any.written, any.read}));
-        lines.push_back(py::cast<std::string>(py::str(differences[lines.size()])));
-    }
-    raiseMismatch(fmt::format("Written, and read back otherwise: {}", fmt::join(lines, "; ")),
-                  differences);
-}
-
-std::vector<FieldChange> changesFrom(const py::dict& fields) {
-    std::vector<FieldChange> changes;
-    for (const auto& [name, value] : fields) {
-        const bool isText = PyUnicode_Check(value.ptr()) != 0;
-        changes.emplace_back(py::cast<std::string>(name),
-                             isText ? py::cast<std::string>(value)
-                                    : fmt::format("0x{:X}", numberFrom(value)));
-    }
-    return changes;
-}
-
-/// Finds what is wrong with names and values before a word is sent.
-void checkChanges(const RegisterItem& item, const std::vector<FieldChange>& changes) {
-    std::vector<std::string> names;
-    for (const NamedField& any : item.fields)
-        names.push_back(any.name);
-    for (const auto& [name, text] : changes) {
-        if (!item.hasField(name))
-            raiseUnknown(name, names);
-        const NamedField& field = item.field(name, 0);
-        const std::string& value = text;
-        argument([&field, &value] { return field.codeFrom(value); });
-    }
-}
-
-py::object readRegister(const RegisterHandle& self) {
-    const std::uint64_t value = self.chip->perform(
-        [&self](const RegisterAccess& access) { return access.read(*self.item); });
-    return registerValueOf(*self.item, value);
-}
-
-/// A whole value or fields, as a script gives them.
-struct Given {
-    std::optional<std::uint64_t> whole;
-    std::vector<FieldChange> changes;
-};
-
-/// Raises what is wrong with it before a word is sent.
-Given givenFrom(const RegisterItem& item, const py::object& value, const py::kwargs& named) {
-    const py::dict& fields = named;
-    std::optional<std::uint64_t> whole;
-    if (py::isinstance<py::dict>(value))
-        for (const auto& [name, code] : py::cast<py::dict>(value))
-            fields[name] = code;
-    else if (!value.is_none())
-        whole = numberFrom(value);
-    if (whole && !fields.empty())
-        throw py::value_error("Give a whole value or fields, not both");
-    if (!whole && fields.empty())
-        throw py::value_error("Give a value or fields");
-    if (whole && (*whole & ~item.mask()) != 0)
-        throw py::value_error(fmt::format("{} has {} bits", item.name, item.width));
-    std::vector<FieldChange> changes = changesFrom(fields);
-    checkChanges(item, changes);
-    return {whole, std::move(changes)};
-}
-
-py::object writeRegister(const RegisterHandle& self, const py::object& value, bool fromReset,
-                         bool verify, const py::kwargs& named) {
-    const RegisterItem& item = *self.item;
-    const Given given = givenFrom(item, value, named);
-    const auto base = fromReset ? RegisterAccess::Base::Reset : RegisterAccess::Base::Chip;
-    std::vector<RegisterAccess::Mismatch> mismatches;
-    const std::uint64_t written = self.chip->perform([&](const RegisterAccess& access) {
-        const std::uint64_t all =
-            given.whole ? *given.whole : access.changed(item, given.changes, base);
-        access.write(item, all);
-        if (verify)
-            mismatches = access.verified(item, all);
-        return all;
-    });
-    demandTaken(mismatches);
-    return registerValueOf(item, written);
-}
-
-py::object waitForRegister(const RegisterHandle& self, const py::object& value, double within,
-                           const py::kwargs& named) {
-    const RegisterItem& item = *self.item;
-    const Given given = givenFrom(item, value, named);
-    const Assignment wanted{&item, given.changes, given.whole};
-    ScriptBench& bench = self.chip->bench();
-    const double end = bench.milliseconds() + millisecondsFrom(within);
-    for (;;) {
-        const std::uint64_t now =
-            self.chip->perform([&item](const RegisterAccess& access) { return access.read(item); });
-        const std::string unmet = wanted.unmetIn(now);
-        if (unmet.empty())
-            return registerValueOf(item, now);
-        if (bench.milliseconds() >= end)
-            raiseMismatch(fmt::format("{}: {}, after {} s", item.name, unmet, within), py::list());
-        act(bench, [&bench] { bench.runFor(pauseBetweenAttempts); });
-    }
-}
-
-const char* accessOf(const RegisterItem& item) {
-    if (!item.writable())
-        return item.clears() ? "read clears" : "read only";
-    if (!item.readable())
-        return "write only";
-    return item.owner->access == chips::Access::WriteOneClears ? "write one clears" : "read write";
-}
-
-void bindRegister(py::module_& module) {
-    py::class_<RegisterHandle>(module, "Register", "A register of a chip, or flags, by name.")
-        .def_property_readonly(
-            "name", [](const RegisterHandle& self) { return self.item->name; }, "Its name.")
-        .def_property_readonly(
-            "address", [](const RegisterHandle& self) { return self.item->owner->address; },
-            "Its address in a word.")
-        .def_property_readonly(
-            "bits", [](const RegisterHandle& self) { return self.item->width; },
-            "How many bits it has.")
-        .def_property_readonly(
-            "reset",
-            [](const RegisterHandle& self) {
-                return registerValueOf(*self.item, self.item->reset());
-            },
-            "Its value after a reset.")
-        .def_property_readonly(
-            "access", [](const RegisterHandle& self) { return accessOf(*self.item); },
-            "\"read write\", \"read only\", \"write only\", \"read clears\" or \"write one "
-            "clears\".")
-        .def_property_readonly(
-            "fields",
-            [](const RegisterHandle& self) {
-                std::vector<std::string> names;
-                for (const NamedField& any : self.item->fields)
-                    names.push_back(any.name);
-                return names;
-            },
-            "The names of its fields, from the highest bit down.")
-        .def("wait_for", waitForRegister, py::arg("value") = py::none(), py::kw_only(),
-             py::arg("within") = 1.0,
-             "Read it until it has the value, or its fields have theirs: "
-             "wait_for(STATE=\"Normal\",\n"
-             "within=0.5), in seconds. Returns the value; raises Mismatch when time is up, and as\n"
-             "read and write.")
-        .def("read", readRegister,
-             "Read it: one word, two where the chip answers with the next word. Raises Failure\n"
-             "for a register that no word reads, LinkFailed or PortUnusable without an answer.")
-        .def(
-            "write", writeRegister, py::arg("value") = py::none(), py::kw_only(),
-            py::arg("from_reset") = false, py::arg("verify") = false,
-            "Write the whole value, or change fields: write(WD_spi=1), write({\"VAUX 3/5\":\n"
-            "\"VAUX = 5V\"}) with numbers or texts. The register is read first and the other\n"
-            "fields stay; with from_reset they get their reset values. Returns the value written.\n"
-            "With verify it is read back; raises Mismatch where it did not take. Raises\n"
-            "UnknownName, ValueError for a value that a field does not have, Failure for a "
-            "register\n"
-            "that cannot be read or written, LinkFailed or PortUnusable without an answer.");
 }
 
 py::dict dump(const ScriptChip& self, bool all) {
@@ -315,8 +82,8 @@ py::object decode(const ScriptChip& self, const py::object& word, const py::obje
         status = decoder.statusIn(meant, *received);
         if (const auto read = decoder.valueIn(meant, *received))
             value = registerValueOf(*meant.item, *read);
-        const std::string told = decoder.answerText(meant, *received);
-        text += told.empty() ? "" : " -> " + told;
+        const std::string meaning = decoder.answerText(meant, *received);
+        text += meaning.empty() ? "" : " -> " + meaning;
     }
     return classNamed("DecodedWord")(kinds.at(static_cast<std::size_t>(meant.kind)), name, value,
                                      status, text);

@@ -18,7 +18,7 @@ Kind* as(const ControlHandle& handle) {
 }
 
 [[noreturn]] void refuse(const ControlHandle& handle, const char* what) {
-    throw py::attribute_error(handle.name() + " has no " + what + " that a hand could set");
+    throw py::attribute_error(handle.name() + " has no " + what + " that a user could set");
 }
 
 std::optional<std::string> captionOf(const ControlHandle& handle) {
@@ -165,9 +165,9 @@ const char* kindOf(const ControlHandle& handle) {
 }
 
 /// User input on a control of any kind.
-auto byHand(void (*deed)(forms::Control&)) {
-    return [deed](const ControlHandle& handle) {
-        act(handle.bench(), [&] { deed(handle.control()); });
+auto userInput(void (*action)(forms::Control&)) {
+    return [action](const ControlHandle& handle) {
+        act(handle.bench(), [&] { action(handle.control()); });
     };
 }
 
@@ -190,17 +190,17 @@ forms::Control& ControlHandle::control() const {
 void bindControls(py::module_& module) {
     py::class_<ControlHandle>(
         module, "Control",
-        "A control of a form. What is set or done here is what a user's hand does: handlers run,\n"
+        "A control of a form. What is set or done here is user input: handlers run,\n"
         "and a control that is hidden or disabled by itself raises Unreachable.\n"
         "A property that the kind of control does not have is None.")
         .def_property_readonly("name", &ControlHandle::name, "As \"frmMain.cmdSI_single(3)\".")
         .def_property_readonly("kind", kindOf, R"("Button", "TextBox" and so on.)")
-        .def("click", byHand([](forms::Control& control) { control.click(); }),
+        .def("click", userInput([](forms::Control& control) { control.click(); }),
              "Click it. A tab strip is clicked on the tab it shows; set value for another. Raises\n"
              "Unreachable, and Failure when a handler fails, as do all that follow.")
-        .def("double_click", byHand([](forms::Control& control) { control.doubleClick(); }),
+        .def("double_click", userInput([](forms::Control& control) { control.doubleClick(); }),
              "Double-click it.")
-        .def("focus", byHand([](forms::Control& control) { control.focus(); }),
+        .def("focus", userInput([](forms::Control& control) { control.focus(); }),
              "Move the focus to it.")
         .def(
             "key",
@@ -229,7 +229,7 @@ void bindControls(py::module_& module) {
         .def_property(
             "text", textOf, setText,
             "The text of a text box or combo box, the selected line of a list, else the\n"
-            "caption. Setting it is what a hand leaves in the box: raises Failure for what a\n"
+            "caption. Setting it is what a user leaves in the box: raises Failure for what a\n"
             "list of choices does not offer, AttributeError for another kind of control.")
         .def_property(
             "value", valueOf, setValue,

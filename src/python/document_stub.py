@@ -8,7 +8,7 @@ import bitlux
 
 
 def description(thing, name, indent):
-    """The text without the line of the signature, to stand at an indentation; empty for none."""
+    """The text without the line of the signature, indented; empty for none."""
     text = inspect.getdoc(thing) or ""
     if text.startswith(name + "("):
         text = text.partition("\n")[2].strip()

@@ -66,7 +66,7 @@ class Rig:
 
 
 SETTINGS = pytest.StashKey[Settings]()
-# Serial numbers of dongles, for workers to come; an empty one stands for any board.
+# Serial numbers of dongles, for workers to come; an empty one means any board.
 FREE_BOARDS = pytest.StashKey[list[str]]()
 RIG = pytest.StashKey[Rig]()
 RESERVED = pytest.StashKey[int]()

@@ -87,7 +87,7 @@ public:
     [[nodiscard]] double milliseconds() const;
 
     /// Sends words of this number of bits, without changing the settings, and appends their answers
-    /// to `answers`; element i of a word is bit i. 0 stands for the present length or type.
+    /// to `answers`; element i of a word is bit i. 0 means the present length or type.
     ///
     /// Raises Failure: OutOfRange for an impossible shape, with nothing sent; LinkFailed or
     /// PortUnusable with the text of the message when a word fails.

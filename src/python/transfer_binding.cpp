@@ -187,7 +187,7 @@ void bindTrace(BenchClass& bench) {
             "Whether what goes over the wire is recorded, as it is at first: in the trace, and in\n"
             "the waveform, which keeps as many of the last words as 16 MB hold. Setting it to "
             "True\n"
-            "begins the waveform anew.");
+            "restarts the waveform.");
 }
 
 } // namespace

@@ -67,7 +67,7 @@ std::string Assignment::unmetIn(std::uint64_t value) const {
         const std::uint64_t found = field.bits.taken(value);
         if (found != wanted)
             unmet += fmt::format("{}{} = {}, not {}", unmet.empty() ? "" : "; ", field.name,
-                                 field.brief(found), field.brief(wanted));
+                                 field.shortTextOf(found), field.shortTextOf(wanted));
     }
     return unmet;
 }

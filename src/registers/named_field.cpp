@@ -25,7 +25,7 @@ std::vector<std::string> textsOf(const std::vector<Choice>& choices) {
     return texts;
 }
 
-/// The choice that an option stands for; null when the field has no such option.
+/// The choice that an option selects; null when the field has no such option.
 const Choice* choiceOf(const Field& field, const ControlName& option) {
     if (field.control.name != option.name)
         return nullptr;
@@ -79,7 +79,7 @@ std::string NamedField::shown(std::uint64_t code) const {
     return code <= lastDigit ? std::to_string(code) : fmt::format("0x{:X}", code);
 }
 
-std::string NamedField::brief(std::uint64_t code) const {
+std::string NamedField::shortTextOf(std::uint64_t code) const {
     std::string text = shown(code);
     const std::size_t colon = text.find(": ");
     if (colon != std::string::npos) {
@@ -141,12 +141,12 @@ std::optional<std::uint64_t> wholeNumber(std::string_view text) {
     return error == std::errc{} && stop == end ? std::optional(number) : std::nullopt;
 }
 
-std::vector<NamedField> bitsOf(const std::vector<std::string>& captions, std::uint64_t told) {
+std::vector<NamedField> bitsOf(const std::vector<std::string>& captions, std::uint64_t covered) {
     std::vector<NamedField> fields;
     for (int bit = static_cast<int>(captions.size()) - 1; bit >= 0; --bit) {
         const std::string& caption = captions[static_cast<std::size_t>(bit)];
         const bool isNamed = caption != "-" && !caption.empty() && caption != std::to_string(bit);
-        if (isNamed && (told >> bit & 1) == 0)
+        if (isNamed && (covered >> bit & 1) == 0)
             fields.push_back({.name = caption,
                               .bits = chips::BitList::range(bit, 1),
                               .choices = {},
@@ -157,10 +157,10 @@ std::vector<NamedField> bitsOf(const std::vector<std::string>& captions, std::ui
 
 std::vector<NamedField> fieldsOf(const Register& of) {
     std::vector<NamedField> fields = describedFieldsOf(of);
-    std::uint64_t told = 0;
+    std::uint64_t covered = 0;
     for (const NamedField& any : fields)
-        told |= any.bits.mask();
-    const std::vector<NamedField> others = bitsOf(of.row.captions, told);
+        covered |= any.bits.mask();
+    const std::vector<NamedField> others = bitsOf(of.row.captions, covered);
     fields.insert(fields.end(), others.begin(), others.end());
     sortFromTheTop(fields);
     return fields;

@@ -34,7 +34,7 @@ struct NamedField {
     [[nodiscard]] std::string shown(std::uint64_t code) const;
     /// The same in short: of a text such as "Enhanced 1: refresh by a code." what is in front of
     /// ": ", if no other value begins so, and no full stop.
-    [[nodiscard]] std::string brief(std::uint64_t code) const;
+    [[nodiscard]] std::string shortTextOf(std::uint64_t code) const;
     /// The value that a user means: a number ("5", "0x1F", "0b101") or a text of the field.
     /// Raises Failure: OutOfRange for a number that does not fit, Conversion for any other text and
     /// for one that is both a number and the text of another value.
@@ -47,7 +47,7 @@ std::optional<std::uint64_t> wholeNumber(std::string_view text);
 
 /// The described fields of a register and its other captioned bits, from the highest bit down.
 std::vector<NamedField> fieldsOf(const chips::Register& of);
-/// The captioned bits of a row from the highest down, without those in `told`.
-std::vector<NamedField> bitsOf(const std::vector<std::string>& captions, std::uint64_t told = 0);
+/// The captioned bits of a row from the highest down, without those in `covered`.
+std::vector<NamedField> bitsOf(const std::vector<std::string>& captions, std::uint64_t covered = 0);
 
 } // namespace bitlux

@@ -66,7 +66,7 @@ public:
     /// volatile ones, and those that a read changes, are left out. `verify` reads each back that
     /// was written, as far as it can be read.
     Loaded load(const RegisterSnapshot& wanted, bool verify) const;
-    /// The bits in which `read` differs from `written`, among those that a read gives back.
+    /// The bits in which `read` differs from `written`, among those that a read returns.
     [[nodiscard]] static std::uint64_t differingBits(const RegisterItem& item,
                                                      std::uint64_t written, std::uint64_t read);
 

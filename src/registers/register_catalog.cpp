@@ -24,7 +24,7 @@ const View* valueViewOf(const Register& of) {
     return found == of.views.end() ? nullptr : &*found;
 }
 
-/// A title such as "Read" does not tell views apart, its group does.
+/// A title such as "Read" does not distinguish views, its group does.
 std::string nameOf(const Register& owner, const View& view) {
     if (!comparedName(view.title).starts_with("read"))
         return view.title.substr(0, view.title.find_last_not_of(' ') + 1);
@@ -77,7 +77,7 @@ std::string RegisterItem::summaryOf(std::uint64_t value) const {
             text += ", ";
         text += any.name;
         if (!isFlag)
-            text.append(" = ").append(any.brief(code));
+            text.append(" = ").append(any.shortTextOf(code));
     }
     return text;
 }

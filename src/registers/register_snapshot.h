@@ -60,7 +60,7 @@ void saveSnapshot(const RegisterCatalog& catalog, const RegisterSnapshot& snapsh
 
 /// Whether the file is a snapshot and no description of a chip. False for one that is neither.
 bool isSnapshotFile(const std::string& fileName);
-/// Reads a snapshot. Raises Failure (File) that tells what is wrong, with line and column.
+/// Reads a snapshot. Raises Failure (File) that says what is wrong, with line and column.
 RegisterSnapshot readSnapshot(const std::string& fileName);
 /// The same values in the order of the chip's file and under the names of the catalog. Raises
 /// Failure (File), with the file's name, when the snapshot is one of another chip, names something

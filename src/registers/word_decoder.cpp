@@ -68,7 +68,7 @@ DecodedWord WordDecoder::decode(std::uint64_t word) const {
     return {};
 }
 
-/// Registers of one address are told apart by the bits that are always or never written.
+/// Registers of one address are distinguished by the bits that are always or never written.
 const RegisterItem* WordDecoder::writtenBy(std::uint64_t address, std::uint64_t data) const {
     const RegisterItem* best = nullptr;
     int most = -1;

@@ -58,7 +58,7 @@ std::optional<std::string> digitsFromTheEnd(std::string_view text) {
 
 using Elements = std::vector<std::int16_t>;
 
-/// Elements of four for each digit; `any` for X where that may stand.
+/// Elements of four for each digit; `any` for X where that is allowed.
 std::optional<Elements> hexElements(std::string_view text, std::optional<std::int16_t> any) {
     const std::optional<std::string> digits = digitsFromTheEnd(text);
     if (!digits)

@@ -14,7 +14,7 @@ class AnswerPattern {
 public:
     /// Reads a pattern for words of so many bits: hexadecimal digits with X for any digit ("5AXX",
     /// "0x5AXX"), binary ones with X for any bit ("0b1X0X"), or value and mask in hexadecimal,
-    /// where a 0 of the mask is any bit ("5A/F0"). Underscores may stand between digits. Raises
+    /// where a 0 of the mask is any bit ("5A/F0"). Underscores are allowed between digits. Raises
     /// Failure: Conversion for any other text; OutOfRange, with both lengths, for one that is not
     /// as long as the word.
     static AnswerPattern parse(std::string_view text, int bits);

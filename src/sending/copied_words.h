@@ -18,7 +18,7 @@ struct CopiedWord {
 
 /// Calls of a script that has a bench `b`.
 std::string pythonText(const std::vector<CopiedWord>& words);
-/// Commands `bitlux send` for a shell. `options`, without those of the shape, stand in front of
+/// Commands `bitlux send` for a shell. `options`, without those of the shape, precede
 /// the words; what a shell would not take literally is quoted.
 std::string commandLineText(const std::vector<CopiedWord>& words,
                             const std::vector<std::string>& options);

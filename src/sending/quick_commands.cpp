@@ -13,8 +13,8 @@ namespace bitlux {
 
 namespace {
 
-/// Removes a command from a Batch, whose name stays. The line behind a removed one is not looked
-/// at, so that of two copies in a row one is left.
+/// Removes a command from a Batch, whose name stays. The line after a removed one is not
+/// checked, so that of two copies in a row one is left.
 void removeFrom(BatchLists::Lines& lines, const std::string& name) {
     std::size_t kept = 1;
     for (std::size_t i = 1; i < lines.size(); ++i) {
@@ -164,7 +164,7 @@ void QuickCommands::cmbMasterQCList_Click() {
 std::vector<std::int16_t> QuickCommands::wordOf(std::size_t row) const {
     const QuickCommandTable& table = session_.QuickCommandTable;
     const auto length = static_cast<std::size_t>(std::max<int>(session_.SPIWordLength, 0));
-    // Behind the rows in use there is a spare one. The lists still offer it when the table was
+    // After the rows in use there is a spare one. The lists still offer it when the table was
     // emptied and the names were not.
     if (row == table.rows())
         return std::vector<std::int16_t>(length, QuickCommandTable::noBit);

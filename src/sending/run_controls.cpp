@@ -19,7 +19,7 @@ constexpr std::int64_t sleepWithoutWords = 1'000'000'000;
 class RunControls::UnderWay {
 public:
     UnderWay(RunControls& controls, State first)
-        : state(first), outer(controls.run_), controls_(controls), told_(controls.failures_) {
+        : state(first), outer(controls.run_), controls_(controls), messages_(controls.failures_) {
         controls_.run_ = this;
         controls_.showButtons();
     }
@@ -36,7 +36,7 @@ public:
 
 private:
     RunControls& controls_;
-    FailureBoxes::Run told_;
+    FailureBoxes::Run messages_;
 };
 
 RunControls::RunControls(forms::Form& form, Session& session, EventLoop& loop,

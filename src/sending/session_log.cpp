@@ -158,7 +158,7 @@ void SessionLog::itemSaveLogAs_Click() {
 
 void SessionLog::saveAs(const std::optional<std::string>& fileName) {
     if (fileName.value_or("").empty()) {
-        desk_.boxes.show({.text = "No filename selected.  Cannot Save.", .tellsOfCancel = true});
+        desk_.boxes.show({.text = "No filename selected.  Cannot Save.", .reportsCancel = true});
         return;
     }
     write(*fileName);

@@ -26,7 +26,7 @@ public:
     /// Whose words they are; null for no chip.
     void decodeBy(std::shared_ptr<const WordDecoder> decoder) { decoder_ = std::move(decoder); }
 
-    /// Number of the first row, and behind the last one.
+    /// Number of the first row, and of the one after the last.
     [[nodiscard]] std::size_t first() const;
     [[nodiscard]] std::size_t end() const;
     /// Head of a column.

@@ -9,7 +9,7 @@ namespace {
 std::string shownField(const NamedField& field, std::uint64_t code) {
     const bool isFlag =
         field.bits.size() == 1 && field.textOf(0).empty() && field.textOf(1).empty();
-    return isFlag ? field.name : field.name + " = " + field.brief(code);
+    return isFlag ? field.name : field.name + " = " + field.shortTextOf(code);
 }
 
 /// The bits of a field may lie apart in the word: each stretch says what the field says.

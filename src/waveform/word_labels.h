@@ -10,7 +10,7 @@
 
 namespace bitlux {
 
-/// The names that stand by a word in a picture of it.
+/// The names beside a word in a picture of it.
 struct WordLabels {
     /// Bits side by side that belong together, and what they say.
     struct Span {

@@ -16,7 +16,7 @@ struct Outcome {
     std::string output; ///< of both streams
 };
 
-/// Runs a line of the shell.
+/// Runs a shell command.
 inline Outcome shell(const std::string& line) {
     FILE* pipe = ::popen(line.c_str(), "r");
     std::string output;
@@ -32,7 +32,7 @@ inline Outcome bitlux(const std::string& arguments) {
     return shell(fmt::format("{} {} 2>&1", BITLUX_PROGRAM, arguments));
 }
 
-/// Runs the real program, which says all of this and ends so.
+/// Runs the real program and expects this output and exit code.
 inline void expectRun(const std::string& arguments, const std::string& output, int code = 0) {
     const Outcome outcome = bitlux(arguments);
     EXPECT_EQ(outcome.output, output) << arguments;

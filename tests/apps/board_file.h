@@ -5,7 +5,7 @@
 namespace bitlux::test {
 
 /// A configuration file of the port: words of 8 bits, a pin, two Batches; names with characters of
-/// its code page and such as JSON and terminals would obey.
+/// its code page, and characters that are special to JSON and terminals.
 inline const std::string boardFile =
     "\"Bitlux Configuration File (Version 3.x.x)\",\"Verification Line\"\r\n"
     "\"[PartName]\",\"B\xFCro\"\r\n"

@@ -12,7 +12,7 @@
 
 namespace bitlux::test {
 
-/// The real program, which is given lines and answers with lines of either output.
+/// The real program: receives lines on its input, and returns lines of either output.
 class Dialogue {
 public:
     explicit Dialogue(const std::string& arguments) {

@@ -9,7 +9,7 @@
 namespace bitlux::test {
 namespace {
 
-TEST(ExpectedAnswers, TellWhatIsOtherwise) {
+TEST(ExpectedAnswers, ReportDifferences) {
     const std::vector<std::tuple<std::string, int, std::string>> rows{
         {"--bench echo --bits 16 --expect 0000,5AXX 5B13 0", 3,
          "5B13 0000\n0000 5B13\nWord 2, \"0\": 5B13 is not 5AXX\n"

@@ -51,7 +51,7 @@ TEST_F(ExpectedRun, ComparesQuickCommandsByNameAndLinesByNumber) {
 TEST_F(ExpectedRun, ReportsEachLineAsATestCase) {
     const std::string report = path("report.xml");
     EXPECT_EQ(run("[lines]\n1 = \"0b1XXXXXXX\"\n", "--batch sweep --junit " + report).code, 3);
-    // Read by a parser that knows nothing of the program.
+    // Read by an independent parser.
     const std::string reader =
         "import sys, xml.etree.ElementTree as tree\n"
         "suite = tree.parse(sys.argv[1]).getroot()[0]\n"
@@ -72,7 +72,7 @@ TEST_F(ExpectedRun, ReportsEachLineAsATestCase) {
                     "sweep.pass 1 | line 4: read id | False []\n");
 }
 
-TEST_F(ExpectedRun, TellsWhatIsWrongWithTheFileBeforeAWordIsSent) {
+TEST_F(ExpectedRun, ReportsAFaultyFileBeforeAWordIsSent) {
     const std::vector<std::tuple<std::string, std::string>> rows{
         {"[quick_commands]\n\"reed id\" = \"XX\"\n",
          ": There is no Quick Command among the lines \"reed id\". Did you mean read id?\n"},

@@ -99,7 +99,7 @@ TEST_F(Journal, IsSentAgainExactly) {
                    "3 words, 0 differences");
 }
 
-TEST_F(Journal, KeepsPausesUnlessTold) {
+TEST_F(Journal, KeepsPausesUnlessDisabled) {
     const std::string file = write("board.spi", boardFile);
     bitlux("run " + file + " --bench echo --batch sweep --journal " + path("j.jsonl"));
     const auto lastTime = [&](const std::string& options) {
@@ -113,7 +113,7 @@ TEST_F(Journal, KeepsPausesUnlessTold) {
     EXPECT_EQ(lastTime("--fast"), "0.055");
 }
 
-TEST_F(Journal, TellsTheFirstDifferenceAndTheirCount) {
+TEST_F(Journal, ReportsTheFirstDifferenceAndTheirCount) {
     bitlux("send --bench echo --bits 16 --journal " + path("j.jsonl") + " A5C3 0FF0 5");
     expectRun("replay " + path("j.jsonl") + " --bench stuck-low --trace " + path("t"),
               "Line 3, word 2, 0FF0: 0000, and the journal has A5C3\n"
@@ -200,7 +200,7 @@ TEST_F(Journal, SaysWhatIsWrongWithIt) {
     }
 }
 
-TEST_F(Journal, ThatCannotBeWrittenIsTold) {
+TEST_F(Journal, ThatCannotBeWrittenIsReported) {
     const Outcome full =
         shell("trap '' XFSZ; ulimit -f 1; " BITLUX_PROGRAM " send --bench loopback --journal " +
               path("full.jsonl") + " 1 2 3 4 5 6 7 8 2>&1");

@@ -47,7 +47,7 @@ TEST(RegisterCommand, SendsTheWordsOfTheChipInItsShape) {
     });
 }
 
-TEST(RegisterCommand, TellsWhatIsWrongBeforeAWordIsSent) {
+TEST(RegisterCommand, ReportsMistakesBeforeAWordIsSent) {
     expectOutcomes({
         {"write zt72516 INIT.WDspi=1 --bench zt72516 --trace -", 1,
          "There is no field of INIT \"WDspi\". Did you mean WD_spi?\n"},
@@ -87,7 +87,7 @@ TEST(RegisterCommand, ComparesAndRestoresSnapshots) {
          R"({"name":"SG0","bits":"0","before":0,"after":1}]})"
          "\n"},
         {"load zt72516 " + after + onBench + " --verify | head -1", 0, "SGFS = 0x0009\n"},
-        // A line that never answers otherwise than with ones.
+        // A line that answers only with ones.
         {"load zt72516 " + after + " --bench stuck-high --verify | grep SGFS", 0,
          "SGFS = 0x0009\nDid not take: SGFS 0x0009 -> 0xFFFF\n"},
         {"load zt72516 " + after + " --bench stuck-high --verify > /dev/null", 3, ""},

@@ -29,7 +29,7 @@ constexpr const char* pauseText =
 
 TEST(RunCommand, PrintsALineAWordAndSavesTheLog) {
     const Board board;
-    // A pin that is not there is told once, however often its line is played.
+    // A missing pin is reported once, however often its line is played.
     const std::string noPin = "Line 4: there is no extra pin \"DIS\".\n";
     EXPECT_EQ(board.run("--bench echo --times 2").output,
               "A5 00\n" + noPin + "0F A5\nA5 0F\n0F A5\n");
@@ -41,7 +41,7 @@ TEST(RunCommand, PrintsALineAWordAndSavesTheLog) {
               "SPI Word Sent:\r\n  0F\r\nSPI Word Received:\r\n  A5\r\n \r\n");
     EXPECT_EQ(board.run("--bench loopback --batch sweep --times 3").output,
               "A5 A5\nA5 A5\nA5 A5\nA5 A5\nA5 A5\nA5 A5\n");
-    // Without a log there is none that could be full.
+    // Without a log, no log can be full.
     EXPECT_EQ(board.run("--bench loopback --batch sweep --times 9000").code, 0);
     const std::string much = "--bench loopback --batch sweep --times 9000 --log ";
     const Outcome full = board.run(much + "-");
@@ -151,7 +151,7 @@ TEST(RunCommand, ChangesAPinOfTheDongleWithTheWordThatItIsGiven) {
               "--pin-word \"13C\": This has 9 bits, and a word here has 8.\n", 2);
 }
 
-TEST(RunCommand, GoesOnAtAPauseAndEndsQuietlyWhereNobodyReads) {
+TEST(RunCommand, GoesOnAtAPauseAndEndsQuietlyWhenItsOutputIsClosed) {
     const Board board;
     EXPECT_EQ(board.run("--bench echo --batch 'hold on' --yes </dev/null").output,
               fmt::format("A5 00\n{}A5 A5\n", pauseText));
@@ -221,7 +221,7 @@ public:
     OnTerminal(const OnTerminal&) = delete;
     OnTerminal& operator=(const OnTerminal&) = delete;
 
-    /// Reads until this stands on the terminal; false when the program ends before.
+    /// Reads until the terminal shows this; false when the program ends before.
     bool waitFor(const std::string& text) {
         std::array<char, 512> block{};
         while (seen_.find(text) == std::string::npos) {
@@ -238,7 +238,7 @@ public:
     }
     void signal(int number) const { ::kill(child_, number); }
     int exitCode() {
-        waitFor("nothing that it says"); // a terminal that nobody reads keeps it from ending
+        waitFor("nothing that it says"); // a terminal that is not read keeps it from ending
         int status = 0;
         ::waitpid(child_, &status, 0);
         return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
@@ -280,7 +280,7 @@ TEST(RunCommand, EndsOrderlyAtASignal) {
     }
 }
 
-TEST(RunCommand, EndsBetweenWordsAndTellsItsProgress) {
+TEST(RunCommand, EndsBetweenWordsAndReportsItsProgress) {
     const Board board;
     OnTerminal terminal(
         fmt::format("run {} --bench echo --batch sweep --times 2000000000", board.file),

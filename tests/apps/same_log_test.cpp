@@ -1,4 +1,4 @@
-// Whoever plays a Batch, the log is the same: the window's program, the command line, a script.
+// The window's program, the command line and a script write the same log for a Batch.
 
 #include "bitlux_program.h"
 #include "board_file.h"

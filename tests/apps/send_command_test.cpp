@@ -72,7 +72,7 @@ TEST(SendCommand, FindsWhatCannotBeWrittenBeforeAnythingIsSent) {
     }
 }
 
-TEST(SendCommand, LetsEveryOutputStandOnItsOwn) {
+TEST(SendCommand, WritesEachOutputEvenIfAnotherFails) {
     const TemporaryFolder folder;
     folder.write("gone/x", "");
     Dialogue send(fmt::format("send --bench loopback --vcd {0}/gone/v --sr {0}/s --log - "

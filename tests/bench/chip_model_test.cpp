@@ -110,7 +110,7 @@ TEST(ChipModel, FollowsTheAccessOfEachRegister) {
     rig.play("C000=00 Last_word>C000,_unknown"); // no operation
 }
 
-TEST(ChipModel, TurnsOnWhatItTellsByName) {
+TEST(ChipModel, TurnsOnItsSwitchesByName) {
     ModelRig rig(accessChip, 16);
     EXPECT_EQ(rig.switches().substr(0, 22), "Sensor/0 Sensor/1 Sens");
     EXPECT_NE(rig.switches().find("Events/Start Events/Start 2 Pending/0 "), std::string::npos);
@@ -185,7 +185,7 @@ bits = ["-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-
     ;
     rig.play("1000=0000 2000=0123 2000=0800 9ABC=0000 1000=0000 0000=0ABC 1000 !Fault");
     EXPECT_EQ(rig.send(0x1000, 8), 0x8AU) << "the answer of a word that is too short";
-    EXPECT_EQ(rig.send(0x1000, 16), 0x8ABCU) << "which counts for nothing";
+    EXPECT_EQ(rig.send(0x1000, 16), 0x8ABCU) << "which has no effect";
 }
 
 TEST(ChipModel, TakesWordsOfSixtyFourBits) {
@@ -212,7 +212,7 @@ device = [
     ModelRig(text, 8, "small").play("20=00");
     ModelRig(text, 8, "large").play("20=09");
     EXPECT_THROW(makeChipModel(ModelRig::read(text), "medium"), Failure);
-    for (const char* part : {"zt72518", "zt1"}) { // wants other registers; is not there
+    for (const char* part : {"zt72518", "zt1"}) { // needs other registers; does not exist
         const auto chip =
             ModelRig::read(fmt::format("[chip]\ntitle = \"X\"\nmodel = [\"{}\"]\n[word]\nbits = 8\n"
                                        "[[command]]\ntitle = \"Go\"\nword = 1",
@@ -254,7 +254,7 @@ private:
 };
 
 TEST(ChipModel, IsCaughtUpWithoutEveryRefresh) {
-    // The watchdog served every millisecond, by a simple word or an enhanced one.
+    // The watchdog is served every millisecond, by a simple word or an enhanced one.
     for (const char* steps :
          {"<0015000800> @600000 Mode>Normal", "4C0C <0015000B00> @600000 Mode>Normal",
           "<00450010000700> <0015000800> @600000 Mode>Normal", // pulses every 37 ms

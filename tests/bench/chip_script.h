@@ -17,12 +17,12 @@ inline std::string withoutBlanks(std::string text) {
     return text;
 }
 
-/// A chip that is worked by steps, parted by blanks; names have underscores for theirs:
+/// A chip driven by steps, separated by blanks; names have underscores instead of blanks:
 ///   5A00          a word
 ///   DD80&FF=1B    a word and its answer, of which the bits of the mask count, or all
 ///   5240~1300&3F  a word with the bits of the mask, inverted, of the answer to another
 ///   !VDD_OV       turns a switch on, and !-VDD_OV turns it off
-///   Mode>Normal   what the chip tells of its state
+///   Mode>Normal   what the chip reports of its state
 class ChipScript {
 public:
     virtual ~ChipScript() = default;
@@ -37,9 +37,9 @@ public:
     }
 
     virtual std::uint64_t send(std::uint64_t word) = 0;
-    /// The chip, come to the present time.
+    /// The chip, at the present time.
     virtual Chip& present() = 0;
-    /// What the chip tells of its state, without blanks.
+    /// What the chip reports of its state, without blanks.
     std::string reading(const std::string& name) {
         for (const Reading& one : present().readings())
             if (withoutBlanks(one.name) == name)

@@ -11,7 +11,7 @@
 namespace bitlux::test {
 namespace {
 
-/// How a word travels: all that a device must not mind.
+/// How a word is transferred: all that must make no difference to a device.
 struct Shape {
     int type = 1;
     bool msbFirst = true;
@@ -70,7 +70,7 @@ public:
     }
 };
 
-TEST(Device, EchoAnswersWithThePreviousWordHoweverItTravels) {
+TEST(Device, EchoAnswersWithThePreviousWordInEveryTypeAndOrder) {
     for (const Shape& shape : allShapes()) {
         if (shape.type == 5 && shape.msbFirst)
             continue;
@@ -120,7 +120,7 @@ TEST(Device, StuckLinesStayWhereTheyAre) {
     }
 }
 
-TEST(Device, ScriptedAnswersAsGivenHoweverTheWordTravels) {
+TEST(Device, ScriptedAnswersAsGivenInEveryTypeAndOrder) {
     for (const Shape& shape : allShapes()) {
         // As wide as the word, narrower, wider.
         DeviceRig rig("scripted", shape, {"a6", "9", "7F3C"});
@@ -132,7 +132,7 @@ TEST(Device, ScriptedAnswersAsGivenHoweverTheWordTravels) {
 }
 
 TEST(Device, ChipAnswersWithinTheWordThatAsks) {
-    // The view is told by bit 7 of the word, which is when bit 7 of the answer is due.
+    // The view is selected by bit 7 of the word, which is when bit 7 of the answer is due.
     for (int type = 1; type <= 4; ++type)
         for (const bool inverted : {false, true}) {
             DeviceRig rig("zt72518d", {.type = type,
@@ -162,7 +162,7 @@ TEST(SimulatedPort, HasTheRegistersOfAPort) {
     port.Outp(0x278, 0x1A5);
     port.Outp(0x279, 0x0F); // the status takes no writes
     port.Outp(0x27A, 0x30C);
-    port.Outp(0x378, 0x11); // nobody there
+    port.Outp(0x378, 0x11); // no port there
     const std::pair<std::int16_t, std::int32_t> registers[] = {
         {0x278, 0xA5}, {0x279, 0x10}, {0x27A, 0x0C}, {0x27B, 0xFF}, {0x277, 0xFF}, {0x378, 0xFF}};
     for (const auto& [address, value] : registers)

@@ -12,7 +12,7 @@ namespace bitlux::test {
 
 inline constexpr std::int64_t millisecond = 1'000'000;
 
-/// A chip behind the dongle, worked with frames; its words have whole bytes. More steps:
+/// A chip behind the dongle, driven with frames; its words have whole bytes. More steps:
 ///   <0004>=0004   a frame to the dongle and its answer, which may be left out
 ///   lines=2       as the dongle samples them: 1 is an interrupt, 2 is no reset
 ///   @2.5          comes to so many milliseconds after the last word; @2.5- and @2.5+ are a

@@ -33,7 +33,7 @@ TEST(DongleFault, IsReadFromItsText) {
         EXPECT_THROW(dongleFaultFrom(text), Failure) << text;
 }
 
-TEST(DongleFault, StrikesAgainWithTheSameSeed) {
+TEST(DongleFault, RepeatsWithTheSameSeed) {
     const auto strikes = [](std::uint32_t seed) {
         DongleFaults faults({dongleFaultFrom("silent@2"), dongleFaultFrom("stalled/0.5")}, seed);
         std::string result;
@@ -73,7 +73,7 @@ private:
     bool select_ = false;
 };
 
-TEST(DongleWord, ClocksEachTypeAsItsEdgesTell) {
+TEST(DongleWord, ClocksEachTypeOnItsEdges) {
     using Case = std::tuple<bool, bool, bool, const char*>; // edges
     // Two bits, 1 then 0: sampled just before the edge on which data is valid.
     for (const auto& [validOnRising, toggledOnRising, idlesHigh, edges] :

@@ -40,7 +40,7 @@ TEST(Zt72361, IsResetAfterThePeriodOfTimer1) {
     }
 }
 
-TEST(Zt72361, ChangesItsModeAsItIsTold) {
+TEST(Zt72361, ChangesItsModeByItsWords) {
     // Words, the mode they lead to, whether the watchdog runs, flags of IOR.
     for (const auto& [words, mode, runs, flags] :
          Rows<const char*, const char*, bool, int>{{"11", "Normal", true, 0},

@@ -60,7 +60,7 @@ TEST(Zt72518, ResetsWhenTheWatchdogExpires) {
          "58A0 5280~1300&3F @1024- Mode>Flash", "58A0 5280~1300&3F @1024 Mode>Reset",
          "5810 5A00 5C88 @24- Mode>Low_Power_Vdd_On_(Stop)", "5810 5A00 5C88 @24 Mode>Reset",
          "58F0 5A00 5C88 @2048- Mode>Low_Power_Vdd_On_(Stop)", "58F0 5A00 5C88 @2048 Mode>Reset",
-         // Resets of 10 ms, between which nobody refreshes
+         // Resets of 10 ms, without a refresh between them
          "4A10 5A00 @522 Mode>Reset @532 E580&FF=03"});
 }
 
@@ -81,10 +81,10 @@ TEST(Zt72518, GoesToLowPowerAndWakes) {
                                    mode, low));
 }
 
-TEST(Zt72518, ChecksParityWhenToldTo) {
+TEST(Zt72518, ChecksParityWhenEnabled) {
     ChipRig rig;
     rig.play("5140");                      // the bit in the high byte does not matter yet
-    rig.play("5E0F 1F00&FF=00 E300=0420"); // an even count wants it
+    rig.play("5E0F 1F00&FF=00 E300=0420"); // an even count needs it
     rig.play("5F0F 1F00&FF=0F 5F07 1F00&FF=0F 5E07 1F00&FF=07");
     rig.play("5280~1300&3F DD80&FF=0B"); // its words carry no parity
 }
@@ -104,7 +104,7 @@ TEST(Zt72518, IsRefreshedByTheDongle) {
         rig.play("@10000 DD80=001B @10000 E580=0000 <00150020>");
         rig.play("@157 Mode>Normal @260 DD80&FF=13 E580&FF=01");
     }
-    // The chip wants another answer.
+    // The chip expects another answer.
     playEach<ChipRig>({"4C04 <0015000806> @12 E580&1=1", "4C08 <0015000B06> @12 E580&1=1"});
     ChipRig slow; // 500 ms, with a trigger
     slow.play("<8015000807> @300 Mode>Normal_Request");
@@ -118,7 +118,7 @@ TEST(Zt72518, IsRefreshedByTheDongle) {
 TEST(Zt72518, IsWokenByPulsesOfCurrent) {
     const std::string sleeps = "@206 Mode>Low_Power_Vdd_On_(Stop) DF80&FF=00";
     const std::string wakes = "@206 Mode>Normal_Request DF80&FF=01";
-    for (const auto& [pulses, outcome, told] : // from 8 ms on a pulse is long
+    for (const auto& [pulses, outcome, state] : // from 8 ms on a pulse is long
          Rows<const char*, std::string, const char*>{
              {"54BE 4C20 5A00 5C80 <00450010001401>", sleeps, "20 ms every 70 ms"},
              {"54BE 4C40 5A00 5C80 <00450010000501>", wakes, "5 ms every 55 ms"},
@@ -126,7 +126,7 @@ TEST(Zt72518, IsWokenByPulsesOfCurrent) {
              {"54BE 4C60 5A00 5C80 <00450010000901>", wakes, "9 ms every 59 ms"}}) {
         ChipRig rig;
         rig.play(pulses);
-        EXPECT_EQ(rig.dongle.readings().at(1).value, told);
+        EXPECT_EQ(rig.dongle.readings().at(1).value, state);
         rig.play(outcome + " <00450000>");
         EXPECT_EQ(rig.dongle.readings().at(1).value, "off");
     }

@@ -117,7 +117,7 @@ TEST(Zt72537, WakesAsItsRegistersSay) {
     }
 }
 
-TEST(Zt72537, TellsTheFirstInterruptThatIsNotMasked) {
+TEST(Zt72537, ReportsTheFirstInterruptThatIsNotMasked) {
     Rig rig;
     rig.play("!VSUV !RXSHORT !LS1CL !LS1OP !LS2CL !LS2OP !HS1CL !HS1OP !HS2CL");
     rig.play("F0=F3"); // one of the high sides is cool

@@ -63,22 +63,22 @@ ChipPtr read(const std::string& text) {
     return file.chip;
 }
 
-TEST(ChipReader, TellsPlaceFaultAndAdvice) {
+TEST(ChipReader, ReportsPlaceFaultAndAdvice) {
     // A piece, what takes its place, and the problems without the name of the file.
     const std::tuple<std::string_view, std::string_view, std::string_view> cases[] = {
         // the text
         {"bits = 16", "bits = = 16",
-         "6:8: an equals sign stands inside a value. Put quotes around the value, or remove this "
+         "6:8: an equals sign is inside a value. Put quotes around the value, or remove this "
          "one."},
         {"title = \"Time\"", "a.b.c.d.e.f.g.h.i.j = 1",
          "22:2: tables lie too deep in each other. Put fewer dots into this key."},
         {"bits = 16", "bits = 16 \u2126",
-         "6:11: this character stands outside a text. Put it into quotes, or remove it."},
+         "6:11: this character is outside a text. Put it into quotes, or remove it."},
         {"bits = 16", "bits = 16\"\"",
-         "6:10: a quote stands inside a key or a value. Put quotes around all of it, or remove "
+         "6:10: a quote is inside a key or a value. Put quotes around all of it, or remove "
          "this one."},
         {"bits = 16", "bits = 16[\"\u2126\"]",
-         "6:10: a bracket stands inside a key or a value. Put quotes around all of it, or remove "
+         "6:10: a bracket is inside a key or a value. Put quotes around all of it, or remove "
          "this one."},
         {"bits = 16", "bits = ,16",
          "6:8: Error while parsing key-value pair: expected value, saw ','. Correct the TOML text "
@@ -118,8 +118,8 @@ TEST(ChipReader, TellsPlaceFaultAndAdvice) {
          "5:1: `write` has more than 12 bits. Leave out what no word carries."},
         {"\"13:12\"", "\"13:11\"", "5:1: address and data lie on the same bits. Part them."},
         {"0x4000", "0x5000",
-         "5:1: `write` has bits of the address, the data or the check. Leave to it the bits that "
-         "tell the operation."},
+         "5:1: `write` has bits of the address, the data or the check. Use only bits that "
+         "distinguish operations."},
         {"write = 0x4000", "read = 0",
          "5:1: `read` and `write` are the same word, as for \"Lamp\". Give each operation bits of "
          "its own."},
@@ -127,14 +127,14 @@ TEST(ChipReader, TellsPlaceFaultAndAdvice) {
          "5:1: words of 15 bits cannot be packed. Packed words have 8, 16, 24, 32 or 40 bits."},
         {"write = 0x4000",
          "write = 0x4000\ncheck = { kind = \"crc\", over = \"15:13\", place = 12, polynomial = 3 }",
-         "10:9: the check lies on bits of the address or the data. Give it bits of its own.\n"
+         "10:9: the check shares bits with the address or the data. Give it bits of its own.\n"
          "10:9: the CRC's numbers do not fit its place. Give the polynomial without its highest "
          "term, in as many bits as the place has."},
         {"write = 0x4000", "write = 0x4000\nfetch = 0",
          "10:9: no answer has to be fetched. Remove `fetch`, or say `answer = \"next word\"`."},
         // registers
         {"address = 3", "address = 4",
-         "21:1: address 4 finds no room in 2 bits. Give a smaller one, or more bits to `address` "
+         "21:1: address 4 does not fit into 2 bits. Give a smaller one, or more bits to `address` "
          "of `[word]`."},
         {"address = 3", "address = 0",
          "21:1: \"Time\" is written by the words of \"Lamp\" in line 10. Give them different "
@@ -145,7 +145,7 @@ TEST(ChipReader, TellsPlaceFaultAndAdvice) {
          "21:1: the register has 13 bits, but a word carries 12 bits of data. Shorten it, or give "
          "more bits to `data` of `[word]`."},
         {"width = 4", "width = 4\nreset = 16",
-         "21:1: the reset value has more than 4 bits. Give one that finds room."},
+         "21:1: the reset value has more than 4 bits. Give one that fits."},
         {"width = 4", "width = 4\nbits = [\"{0..2}\"]",
          "25:8: there are 3 captions for 4 bits. Give one for each bit, bit 0 first, or remove "
          "`width`."},
@@ -160,11 +160,11 @@ TEST(ChipReader, TellsPlaceFaultAndAdvice) {
          "answer to a write."},
         // fields
         {"\"2:1\"", "\"12:11\"",
-         "14:1: bit 12 lies outside the register, which has 12. Name bits of the register.\n"
+         "14:1: bit 12 is outside the register, which has 12. Name bits of the register.\n"
          "18:1: \"Brightness\" in line 14 has the bits 11 as well. Name other bits, or say `shares "
          "= true` when both are meant."},
         {"\"full\"]", "\"full\", \"burning\"]",
-         "14:1: the value 4 of \"burning\" finds no room in 2 bits. Give fewer texts or smaller "
+         "14:1: the value 4 of \"burning\" does not fit into 2 bits. Give fewer texts or smaller "
          "codes, or more bits to the field."},
         {"\"dim\", \"half\", \"full\"]", "]",
          "14:1: the field has one text. Give one for each value."},
@@ -241,7 +241,7 @@ TEST(ChipReader, TellsPlaceFaultAndAdvice) {
          "and is read and written."},
         // what is written in short
         {"\"Time\"", "\"Time {0..1}\"",
-         "22:9: a range of numbers stands where one text does. Put it into a list, as "
+         "22:9: a range of numbers is given where one text is expected. Put it into a list, as "
          "[\"SG{0..15}\"]."},
         {"L{0..9}", "L{9..0}",
          "13:14: \"L{9..0}\" is no range of up to 64 numbers. Write the lower number first."},
@@ -278,7 +278,7 @@ TEST(ChipReader, DerivesWhatAFileLeavesOut) {
     ASSERT_EQ(one.views.size(), 1U);
     EXPECT_EQ(text(one.views[0].row.first), "Lamp_R(0)");
     EXPECT_EQ(chip->registers[1].row.captions, (std::vector<std::string>{"0", "1", "2", "3"}));
-    // bits that only tell something have no control
+    // bits that only show something have no control
     EXPECT_FALSE(read(changed("texts = [\"off\", \"dim\", \"half\", \"full\"]", ""))
                      ->registers[0]
                      .fields[0]
@@ -312,7 +312,7 @@ address = 1)"));
     EXPECT_EQ(second.views[1].extra, 1U);
 }
 
-TEST(ChipReader, BearsAnyFile) {
+TEST(ChipReader, SurvivesAnyFile) {
     const auto first = [](const std::string& text) {
         const std::string all = problemsOf(text);
         return all.substr(0, all.find('\n'));
@@ -328,7 +328,7 @@ TEST(ChipReader, BearsAnyFile) {
               "files.");
     EXPECT_NE(first("a=" + repeated(200'000, '[')).find("TOML_MAX_NESTED_VALUES"),
               std::string::npos);
-    // tables in tables by dots, behind a text that ends in two quotes of its own
+    // tables in tables by dots, after a text that ends in two quotes of its own
     std::string dots;
     for (int i = 0; i < 200'000; ++i)
         dots += ".a";
@@ -346,7 +346,7 @@ TEST(ChipReader, BearsAnyFile) {
                     many);
     EXPECT_NE(problemsOf(nested).find("the file says too much once it is written out"),
               std::string::npos);
-    // no more problems than anybody reads
+    // no more problems than a user can read
     std::string unknown = head;
     for (int i = 0; i < 1000; ++i)
         unknown += fmt::format("k{} = 1\n", i);
@@ -401,7 +401,7 @@ TEST(WordFormat, MakesAndKnowsWords) {
     EXPECT_EQ(crcOf(", start = 0xFF, invert = 0xFF"), 0xECU);
 }
 
-TEST(EmbeddedChips, AreTheirFiles) {
+TEST(EmbeddedChips, EqualTheirFiles) {
     for (const chips::EmbeddedChip& any : chips::embeddedChips()) {
         const std::string name(any.name);
         EXPECT_EQ(any.text, contentOf(fmt::format(BITLUX_SOURCE "/src/chips/data/{}.toml", name)));

@@ -12,23 +12,23 @@
 namespace bitlux::chips {
 namespace {
 
-TEST(Devices, OfTheProductAreToldAsTheirFilesTellThem) {
+TEST(Devices, OfTheProductAreListedAsInTheirFiles) {
     for (const EmbeddedChip& any : embeddedChips()) {
         const ChipFile file = readChip(any.text, std::string(any.name) + ".toml");
         ASSERT_NE(file.chip, nullptr) << any.name;
-        std::set<std::pair<std::string, std::string>> told;
+        std::set<std::pair<std::string, std::string>> listed;
         std::set<std::pair<std::string, std::string>> written;
         std::set<std::string_view> descriptions;
         for (const EmbeddedChip::Device& device : any.devices) {
-            told.emplace(device.name, device.description);
+            listed.emplace(device.name, device.description);
             descriptions.insert(device.description);
         }
         for (const Device& device : file.chip->devices)
             written.emplace(device.name, file.chip->description +
                                              (device.description.empty() ? "" : ". ") +
                                              device.description);
-        EXPECT_EQ(told, written);
-        EXPECT_EQ(descriptions.size(), any.devices.size()) << "a list tells them apart";
+        EXPECT_EQ(listed, written);
+        EXPECT_EQ(descriptions.size(), any.devices.size()) << "a list distinguishes them";
     }
 }
 

@@ -70,7 +70,7 @@ TEST(Apply, EmptiesListsOnlyWhenTheLengthChanges) {
     bench.send("A5");
     bench.configure("8");
     EXPECT_EQ(bench.log().size(), 5U);
-    // A refusal comes behind it; nothing else has changed.
+    // A refusal follows it; nothing else has changed.
     bench.program.dialog().types.TabStripSPItype.click(3);
     EXPECT_EQ(accessesOf(bench, [&] { bench.configure("161"); }), "");
     EXPECT_EQ(bench.log(), Texts{});
@@ -116,7 +116,7 @@ TEST(Apply, AsksAboutALengthWithAFraction) {
     }
 }
 
-TEST(Apply, ChangesNothingForALimitThatIsNone) {
+TEST(Apply, ChangesNothingForAnInvalidLimit) {
     for (const auto withDongle : {TestBench::WithDongle::No, TestBench::WithDongle::Yes}) {
         TestBench bench("loopback", {}, withDongle);
         bench.configure("8", {"optHex"});
@@ -166,7 +166,7 @@ TEST(WordLengthNote, SaysWhatApplyMakesOfTheTextAndWhatTheBusTakes) {
     }
 }
 
-TEST(Apply, WantsExactlyOnePort) {
+TEST(Apply, RequiresExactlyOnePort) {
     TestBench bench;
     ConfigureDialog& dialog = bench.program.dialog();
     dialog.Btn_ParallelPort_Click();
@@ -182,7 +182,7 @@ TEST(Apply, WantsExactlyOnePort) {
     dialog.cmbPortsAvailable.setListIndex(-1);
     bench.click("frmConfigureSPI.cmdApply");
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{"Please Select a Parallel Port."});
-    // By hand at most one box is set, so two need a handler that has not run.
+    // A user can set at most one box; two are set only while a handler has not run.
     for (const int box : {0, 2}) {
         dialog.chkHardCodeLPT(box).setHandler(forms::ControlEvent::Click, nullptr);
         dialog.chkHardCodeLPT(box).setValue(1);

@@ -1,5 +1,5 @@
-// Configuration files against their bytes: what is written, and what a file that somebody wrote by
-// hand does.
+// Configuration files against their bytes: what is written, and what a file does that was
+// written in an editor.
 
 #include "file_bench.h"
 #include "support/chip_folder.h"
@@ -72,7 +72,7 @@ TEST(ConfigurationFile, OfVersionTwoTurnsReservedNamesIntoOrdinaryOnes) {
     const Session& s = bench.session();
     EXPECT_EQ(fmt::format("DI {}{} DO {}{}", s.DIPin, s.DIOneLevel, s.DOPin, s.DOHighValue),
               "DI 50 DO 40");
-    // Today's files say the same words and mean them.
+    // Files of the present version contain the same words and mean them.
     bench.openRecords("\"[CommandToSend]\",\"Trigger\"\r\n\"[CommandToSend]\",\"* old\"");
     EXPECT_EQ(bench.sendLines(), (Texts{"Trigger", "* old"}));
 }
@@ -140,7 +140,7 @@ TEST(ConfigurationFile, EndsWithThePinsOfTheDongleWhenOneIsEnabled) {
     bench.saveAs(two);
     EXPECT_EQ(contentOf(two), contentOf(none) + donglePins);
 
-    // They reach the rows behind the Apply of the file, which empties no list a second time.
+    // They reach the rows after the Apply of the file, which empties no list a second time.
     std::string onDongle = contentOf(two);
     const std::string mode = "\"[SerialMode]\",";
     onDongle.replace(onDongle.find(mode) + mode.size(), 1, "1");
@@ -152,7 +152,7 @@ TEST(ConfigurationFile, EndsWithThePinsOfTheDongleWhenOneIsEnabled) {
             rows.push_back(label->caption());
     EXPECT_EQ(rows, (Texts{"Data 1", "Control 3"}));
     EXPECT_EQ(other.get<forms::ComboBox>("frmMain.cmbMasterQCList").items(), Texts{"read id"});
-    // What a file has brought goes with it; what a hand has ticked stays.
+    // What a file has brought goes with it; what the user has ticked stays.
     other.program.open(none);
     EXPECT_EQ(other.program.dialog().extraPins.dongleNames(), Texts{});
     other.program.dialog().extraPins.Check(0).setValue(1);
@@ -175,7 +175,7 @@ TEST(ConfigurationFile, AddsATabOnceAndAtMostFour) {
     EXPECT_FALSE(bench.program.dialog().CheckEnable72537.checked());
 }
 
-TEST(ConfigurationFile, ThatIsDamagedTellsLineAndReason) {
+TEST(ConfigurationFile, ThatIsDamagedIsReportedWithLineAndReason) {
     const std::string longLine = R"("[PartName]",")" + repeated(10'000'000, 'x') + R"(")";
     for (const auto& [record, reason] :
          {row(R"("[BinaryMode]",#TRUE)", R"("#TRUE" is no text in quotes, number, #TRUE#)"),
@@ -218,12 +218,12 @@ TEST(ConfigurationFile, ThatIsDamagedTellsLineAndReason) {
     FileBench bench;
     expectBox(bench.openRecords(std::string("\"[PartName]\",\"a\0b\"", 18)),
               "line 2: the line holds a NUL character");
-    // What a terminal would obey is disarmed, whoever words the message.
+    // Escapes for a terminal are removed, whatever part of the program words the message.
     for (const char* record : {"[CSpin]", "[EnableLog]", "[QuickCommand]"})
         expectBox(bench.openRecords(fmt::format("\"{}\",\"\x1B[2J\x9D\"", record)), "?[2J?");
 }
 
-TEST(ConfigurationFile, ThatIsNoneChangesOnlyTheName) {
+TEST(ConfigurationFile, OfAnotherFormatChangesOnlyTheName) {
     FileBench bench;
     bench.save("kept");
     const std::string fifo = bench.folder.path("fifo");
@@ -312,9 +312,9 @@ TEST(ConfigurationFile, RemembersTheChipsOfAUser) {
     bench.saveAs(bench.folder.path("again.spi"));
     EXPECT_NE(contentOf(bench.folder.path("again.spi")).find(records), std::string::npos);
 
-    const Texts told = bench.openRecords("\"[UserChip]\",\"a\tb\"\r\n\"[UserChip]\",5\r\n"
-                                         "\"[CommandToSend]\",\"x\"\r\n");
-    EXPECT_EQ(told.size(), 1U);
+    const Texts shown = bench.openRecords("\"[UserChip]\",\"a\tb\"\r\n\"[UserChip]\",5\r\n"
+                                          "\"[CommandToSend]\",\"x\"\r\n");
+    EXPECT_EQ(shown.size(), 1U);
     EXPECT_EQ(bench.session().UserChips, Texts{"5"});
     EXPECT_EQ(bench.sendLines(), Texts{"x"});
 }

@@ -12,10 +12,10 @@
 namespace bitlux::test {
 namespace {
 
-/// Makes random settings, names and lists with a hand's means.
-class RandomHand {
+/// Makes random settings, names and lists as a user does.
+class RandomInput {
 public:
-    RandomHand(BatchBench& bench, unsigned seed) : bench_(bench), random_(seed) {}
+    RandomInput(BatchBench& bench, unsigned seed) : bench_(bench), random_(seed) {}
 
     void configure() {
         ConfigureDialog& dialog = bench_.program.dialog();
@@ -24,7 +24,7 @@ public:
         dialog.ChkSerialPort.setValue(bench_.session().USBReady ? 1 : 0);
         dialog.optHex.setValue(true);
         dialog.cmbSPIWordLength.setText(std::to_string(upTo(160) + 1));
-        if (dialog.CheckEnable72516.checked()) // four tabs find room
+        if (dialog.CheckEnable72516.checked()) // four tabs are possible
             dialog.CheckEnable72517.setValue(0);
         namePins(dialog.extraPins.dataPins);
         namePins(dialog.extraPins.controlPins);
@@ -109,16 +109,16 @@ std::string stateOf(BatchBench& bench) {
                        bench.get<forms::ComboBox>("frmMain.cmbBatches").items());
 }
 
-TEST(ConfigurationRoundTrip, BringsRandomSessionsBack) {
+TEST(ConfigurationRoundTrip, RestoresRandomSessions) {
     const TemporaryFolder folder;
     const std::string name = folder.path("session.spi");
     for (const auto withDongle : {TestBench::WithDongle::No, TestBench::WithDongle::Yes})
         for (unsigned seed = 1; seed <= 40; ++seed) {
             SCOPED_TRACE(seed);
             BatchBench bench("8", withDongle);
-            RandomHand hand(bench, seed);
-            hand.configure();
-            hand.fillLists();
+            RandomInput input(bench, seed);
+            input.configure();
+            input.fillLists();
             EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
             bench.fileDialogs.answer(name);
             bench.choose("frmMain.itemSaveAs");

@@ -139,7 +139,7 @@ TEST(ConfigureDialog, TakesOverTheClockOfTheDongleAtOnce) {
     }
 }
 
-TEST(ConfigureDialog, TellsEachTypeInWords) {
+TEST(ConfigureDialog, DescribesEachTypeInWords) {
     TestBench bench;
     const TypePage& types = bench.program.dialog().types;
     for (const auto& [type, words] : {row(1, "DI and DO are valid on rising edge of CLK. "

@@ -37,7 +37,7 @@ struct PinsOnDongle : TestBench {
     }
 };
 
-/// Names of the rows that are shown, and nothing of the rows behind them.
+/// Names of the rows that are shown, and nothing of the rows after them.
 std::string rows(TestBench& bench) {
     std::string names;
     for (int row = 0; row < ExtraPinRows::rowCount; ++row) {
@@ -175,7 +175,7 @@ TEST(ExtraPins, AreLoggedByTheRulesOfWords) {
     EXPECT_EQ(bench.log(), (Texts{"Set HIGH: EN", " ", "Set LOW: EN", " "}));
     bench.click("frmMain.cmdClearLogSingle");
     bench.edit("frmMain.txtHexWordToSend", "1");
-    // Two words are logged; what is set behind the limit is not.
+    // Two words are logged; what is set beyond the limit is not.
     bench.session().ContinuousLogLimit = 2;
     ExtraPinRows& pins = bench.program.mainForm().extraPins;
     bench.loop.atTurn(1, [&pins] { pins.optSetHighNow_Click(0); });

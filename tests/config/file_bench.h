@@ -23,7 +23,7 @@ struct FileBench : BatchBench {
         choose("frmMain.itemOpen");
         return boxes.takeTexts();
     }
-    /// Opens what the lines say, behind the first record of a file of today.
+    /// Opens a file with these lines after the first record of the present format.
     Texts openRecords(const std::string& records) {
         return open(folder.write(
             "records.spi", "\"Bitlux Configuration File (Version 3.x.x)\",\"\"\r\n" + records));

@@ -21,7 +21,7 @@ struct ClosedPort : SimulatedPort {
     void Outp(std::int16_t, std::int16_t) override { fail(); }
 };
 
-TEST(ConfigurationFile, IsNotDamagedByAPortThatCannotBeUsed) {
+TEST(ConfigurationFile, SurvivesAPortThatCannotBeUsed) {
     FileBench writer;
     const std::string name = writer.folder.path("good.spi");
     writer.save("one");
@@ -102,7 +102,7 @@ TEST(ConfigurationFile, IsKeptWhenItHasMoreQuickCommandsThanThereAre) {
     EXPECT_EQ(bench.session().ConfigDirty, ConstOn);
 }
 
-TEST(ConfigurationFile, TakesThePlaceOfAllThatWasThere) {
+TEST(ConfigurationFile, ReplacesEverything) {
     FileBench bench;
     const std::string name = bench.folder.path("empty.spi");
     bench.saveAs(name);

@@ -1,4 +1,4 @@
-// Unsaved work in its folder: what stays of it when programs end, are killed, or run at once.
+// Unsaved work in its folder: what remains of it when programs end, are killed, or run at once.
 
 #include "config/recovered_files.h"
 #include "platform/failure.h"
@@ -53,7 +53,7 @@ TEST(RecoveredFiles, AreFoundByTheNextProgramAfterOneWasKilled) {
               "\"/home/%D0%B6/100%25%20%22a%22%09%C3%BC.spi\"\r\n");
     ASSERT_EQ(next.list().size(), 1U);
     EXPECT_EQ(next.list()[0].fileName, next.left()->fileName);
-    EXPECT_FALSE(RecoveredFiles(folder).left()) << "it is told once";
+    EXPECT_FALSE(RecoveredFiles(folder).left()) << "it is reported once";
     EXPECT_EQ(filesIn(folder), 2U) << "the marker of the one that runs, and the work";
     killedAfter(folder, [](RecoveredFiles&) {}); // with nothing unsaved
     EXPECT_FALSE(RecoveredFiles(folder).left());
@@ -77,7 +77,7 @@ TEST(RecoveredFiles, OfProgramsThatRunAtOnceStayApart) {
     ASSERT_EQ(one.list().size(), 1U);
     const std::string file = one.list()[0].fileName;
     EXPECT_EQ(contentOf(file), "other\r\n\"[RecoveredFrom]\",\"/x/other.spi\"\r\n");
-    // What is taken up again is a draft, which nobody else is offered.
+    // What is taken up again is a draft, which no other program offers.
     EXPECT_TRUE(one.adopt(file));
     EXPECT_FALSE(RecoveredFiles(user.path()).adopt(file));
     EXPECT_TRUE(one.list().empty());

@@ -20,7 +20,7 @@ void use(const chips::Chip& chip) {
             chip.word.word(chips::Operation::Write, any.address, any.alwaysWritten);
         fuzz::require((word & ~chip.word.mask()) == 0, "a word that is too long");
         fuzz::require(!any.writable() || chip.word.operationOf(word).has_value(),
-                      "a word that nobody knows");
+                      "an unknown word");
         for (const chips::Field& field : any.fields)
             fuzz::require(chips::BitList::parse(field.bits.text()).has_value(), "bits");
     }

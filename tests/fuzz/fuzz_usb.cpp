@@ -1,4 +1,4 @@
-// Feeds bytes to the readers of what a USB device tells: its descriptors, and the Microsoft OS
+// Feeds bytes to the readers of what a USB device reports: its descriptors, and the Microsoft OS
 // descriptors of either version.
 
 #include "hardware/os_answers.h"

@@ -1,5 +1,5 @@
-// Runs a fuzz target without the fuzzer's engine: over the files of a corpus, and over a fixed
-// choice of damages to them.
+// Runs a fuzz target without the fuzzer's engine: over the files of a corpus, and over the same
+// files damaged in a fixed way.
 //
 // usage: TARGET CORPUS_FOLDER DAMAGES_PER_FILE
 

@@ -60,7 +60,7 @@ struct BatchBench : WindowBench {
     Texts linesToSend() { return lines("frmMain.lstCommandsToSend"); }
 };
 
-TEST(BatchView, IsWorkedByTheKeyboardAlone) {
+TEST(BatchView, IsUsableByKeyboardAlone) {
     BatchBench bench;
     bench.available().setFocus();
     bench.keys({Qt::Key_Down, Qt::Key_Return, Qt::Key_End, Qt::Key_Return});

@@ -9,7 +9,7 @@ namespace {
 
 TEST(BytePanelsView, SayThatNothingIsSentLeastSignificantBitFirst) {
     PanelWindow bench("zt72361", "ZT72361");
-    const auto isTold = [&bench] {
+    const auto isShown = [&bench] {
         bench.get<forms::OptionButton>("ZT72361.OptIor(1)").setValue(true); // something to paint
         bench.get<forms::OptionButton>("ZT72361.OptIor(0)").setValue(true);
         bench.settle();
@@ -18,9 +18,9 @@ TEST(BytePanelsView, SayThatNothingIsSentLeastSignificantBitFirst) {
                 return true;
         return false;
     };
-    EXPECT_FALSE(isTold());
+    EXPECT_FALSE(isShown());
     bench.session().MSBFirst = ConstOff;
-    EXPECT_TRUE(isTold());
+    EXPECT_TRUE(isShown());
 }
 
 } // namespace

@@ -72,7 +72,7 @@ TEST(DecodedView, ShowsEachWordByTheNamesOfTheChip) {
     expectKeysApart("decoded log", decoded.window);
 }
 
-TEST(DecodedView, GoesAlongWithTheLastWordUntilOneLooksBack) {
+TEST(DecodedView, FollowsTheLastWordUntilItIsScrolledBack) {
     DecodedWindow bench;
     const QAbstractItemModelTester tester(bench.table().model());
     for (int word = 0; word < 100; ++word)
@@ -129,7 +129,7 @@ TEST(DecodedView, CopiesWordsByKeysAndMenu) {
     menu->close();
 }
 
-TEST(WaveformView, TellsWordsByTheNamesOfTheChip) {
+TEST(WaveformView, DecodesWordsByTheNamesOfTheChip) {
     WindowBench bench("zt72516");
     bench.configure("32");
     bench.program.decoded().names().pick("zt72516");

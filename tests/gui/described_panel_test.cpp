@@ -1,4 +1,4 @@
-// Panels of chips that nobody has seen before: what their files say is all there is.
+// Panels of chips that only their files describe.
 
 #include "bench/chosen_marker_files.h"
 #include "chips/chip_library.h"
@@ -111,7 +111,7 @@ TEST(DescribedPanel, ScrollsManyPagesOnASmallScreen) {
     EXPECT_TRUE(bench.widget<QLabel>("Panel_chip.R59_W(0)").isVisible());
 }
 
-/// In a row whose zeros have a colour too the value is that of the ones, and each bit tells its
+/// In a row whose zeros have a colour too the value is that of the ones, and each bit shows its
 /// own.
 TEST(DescribedPanel, TakesTheColoursOfARowForItsValue) {
     DescribedPanel bench(wide);
@@ -132,7 +132,8 @@ TEST(DescribedPanel, TakesTheColoursOfARowForItsValue) {
     EXPECT_EQ(bit.palette().color(QPalette::Window), QColor(0xC0, 0xFF, 0xFF));
 }
 
-/// The menu opens by the keyboard, and is not made before. A mark is seen, heard and cleared.
+/// The menu opens by the keyboard, and is not made before. A mark is drawn, exposed to assistive
+/// tools, and cleared.
 TEST(DescribedPanel, MarksTheBitsThatASnapshotHasOtherwise) {
     DescribedPanel bench(lampChip);
     bench.configure("8");

@@ -90,7 +90,7 @@ TEST(Ending, ByExitClosesEveryWindow) {
         EXPECT_FALSE(window->isVisible()) << window->windowTitle().toStdString();
 }
 
-TEST(Ending, IsCalledOffByWhoLeavesTheQuestion) {
+TEST(Ending, IsCancelledByClosingTheQuestion) {
     LiveWindow live;
     live.program.session().ConfigDirty = ConstOn;
     live.program.dialog().setVisible(true);
@@ -171,7 +171,7 @@ TEST(Ending, OfTheRealProgramBySignalIsOrderly) {
         << "no marker and no work is left";
 }
 
-TEST(CommandLine, IsOneNameAsItStands) {
+TEST(CommandLine, IsOneFileName) {
     const std::array<const char*, 4> words{"bitlux-forge", "-platform", "über  uns", "\"x\".spi"};
     EXPECT_EQ(gui::commandLineOf(4, words.data()), "-platform über  uns \"x\".spi");
     EXPECT_EQ(gui::commandLineOf(1, words.data()), "");

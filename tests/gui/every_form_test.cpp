@@ -21,7 +21,7 @@ struct Tour : WindowBench {
         expectReached(where, shown, jumps.contains(where) ? jumps.at(where) : jumpsBack);
         expectKeysApart(where, shown);
     }
-    /// Beside the pages stand the bench, and buttons for scrolling the tabs.
+    /// Beside the pages are the bench, and buttons for scrolling the tabs.
     void lookAtMain(const std::string& where) { look(where, window, 1); }
     void lookAtPanel(const std::string& where, QWidget& shown) {
         shown.resize(1024, 600);
@@ -31,7 +31,7 @@ struct Tour : WindowBench {
         expectReadable(where, shown);
     }
 
-    /// Ways back within a page: where it is drawn as a diagram, where options stand before a field.
+    /// Ways back within a page: where it is drawn as a diagram, where options precede a field.
     const std::map<std::string, int> jumps{
         {"zt72518, 2, 1", 3}, {"zt72516, 2, 1", 2}, {"zt72537, 1, 6", 1}};
 
@@ -93,7 +93,7 @@ struct Tour : WindowBench {
     }
 };
 
-TEST(EveryForm, IsWorkedByTheKeyboardAndHasAWidgetForEveryControl) {
+TEST(EveryForm, IsUsableByKeyboardAndHasAWidgetForEveryControl) {
     Tour tour;
     tour.pages();
     tour.dialogs();

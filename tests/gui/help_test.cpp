@@ -52,12 +52,12 @@ TEST(Help, IsSearchedThroughAllPages) {
     EXPECT_NE(found, bench.contents.item(0)->text());
     EXPECT_EQ(bench.contents.currentItem()->text(), found);
     QTest::keyClick(&bench.window, Qt::Key_Left, Qt::AltModifier);
-    bench.search.setText("nobody wrote this");
+    bench.search.setText("not in any page");
     QTest::keyClick(&bench.search, Qt::Key_Return, Qt::ShiftModifier);
-    bool told = false;
+    bool isShown = false;
     for (const QLabel* label : bench.window.findChildren<QLabel*>())
-        told = told || label->text() == "Not found";
-    EXPECT_TRUE(told);
+        isShown = isShown || label->text() == "Not found";
+    EXPECT_TRUE(isShown);
     QTest::keyClick(&bench.search, Qt::Key_Escape);
     EXPECT_FALSE(bench.window.isVisible());
 }

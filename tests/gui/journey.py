@@ -1,6 +1,6 @@
 """One journey through bitlux-bench over the accessibility bus: type a word, send it, read the
 answer and the log, start a continuous send and stop it, light a bit of a panel. What a screen reader
-would be told on the way is looked at too."""
+would be announced on the way is checked too."""
 
 import os
 import subprocess
@@ -27,7 +27,7 @@ def wait_for(what, find):
         beats = []
         GLib.timeout_add(50, lambda: beats.append(0))  # gives None: once
         while not beats:
-            GLib.MainContext.default().iteration(True)  # what is told meanwhile
+            GLib.MainContext.default().iteration(True)  # what is announced meanwhile
     sys.exit(f"not found: {what}")
 
 
@@ -57,7 +57,7 @@ def press(root, name, role="push button"):
     Atspi.Action.do_action(button, 0)
 
 
-class Told:
+class Events:
     """The names of those whose events of one kind came."""
 
     def __init__(self, event):
@@ -111,7 +111,7 @@ def write_board(folder):
 
 
 def light_a_bit(app, window):
-    checked = Told("object:state-changed:checked")
+    checked = Events("object:state-changed:checked")
     press(window, "SBC ZT7251x Family", "page tab")
     press(window, "Open ZT7251x Panel")
     bit = wait_for("bit", lambda: find(app, "check box", "bit 7 "))
@@ -126,7 +126,7 @@ def main(program):
     folder = tempfile.TemporaryDirectory()
     process = subprocess.Popen([program, write_board(folder.name)])
     try:
-        selected = Told("object:state-changed:selected")
+        selected = Events("object:state-changed:selected")
         app = wait_for("application", lambda: application("Bitlux Forge"))
         window = wait_for("window", lambda: find(app, "frame"))
         entry = wait_for("entry", lambda: find(window, "text", "Word to Send (DI):"))

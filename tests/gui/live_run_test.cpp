@@ -36,7 +36,7 @@ TEST(LiveRun, GoesOnUnderAMenuAndRepaints) {
     auto& menu = *live.window->menuBar()->actions().first()->menu();
     std::uint64_t words = 0;
     int paints = 0;
-    // Each step waits for its condition, looked at in every turn of the event loop.
+    // Each step waits for its condition, which is checked in every turn of the event loop.
     const std::vector<std::pair<std::function<bool()>, std::function<void()>>> steps{
         {[&] { return count.words() > 100; }, [&] { menu.popup(QPoint(0, 0)); }},
         {[&] { return menu.isVisible(); }, [&] { words = count.words(); }},

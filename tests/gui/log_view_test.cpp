@@ -51,7 +51,7 @@ struct ShownList {
     }
 };
 
-TEST(LogView, ComesToRestWhateverPartOfItsWidestLineIsInSight) {
+TEST(LogView, SettlesWithAnyPartOfItsWidestLineVisible) {
     CountedLines lines(60, "short");
     lines.lines[12] = std::string(100, 'W');
     ShownList list(lines);
@@ -74,7 +74,7 @@ TEST(LogView, ComesToRestWhateverPartOfItsWidestLineIsInSight) {
     EXPECT_EQ(list.view->horizontalScrollBar()->maximum(), 0);
 }
 
-TEST(LogView, MakesTheLinesInSightAndNoOther) {
+TEST(LogView, MakesOnlyTheVisibleLines) {
     const CountedLines lines(10'000, "Wake");
     ShownList list(lines);
     const int inSight = list.view->visibleCount();
@@ -110,7 +110,7 @@ TEST(LogView, ShowsByItsSelectionWhetherItHasTheFocus) {
     EXPECT_EQ(color(), QApplication::palette().color(QPalette::AlternateBase));
 }
 
-TEST(LogView, TellsALineThatHasNoRoomInATooltip) {
+TEST(LogView, ShowsALineThatDoesNotFitInATooltip) {
     CountedLines lines(2, "short");
     lines.lines[1] = "more & " + std::string(100, 'W');
     ShownList list(lines);

@@ -105,7 +105,7 @@ TEST(MainWindow, RefreshesAtMostOnceAFrame) {
     EXPECT_EQ(title.text(), "999");
 }
 
-TEST(MainWindow, TellsInTheStatusLineWhatHelps) {
+TEST(MainWindow, SuggestsRemediesInTheStatusLine) {
     WindowBench bench;
     bench.configure("24");
     const auto& text = bench.widget<QLabel>("notice.text");
@@ -140,7 +140,7 @@ TEST(MainWindow, TellsInTheStatusLineWhatHelps) {
     EXPECT_FALSE(button.isVisible());
 }
 
-TEST(MainWindow, TellsThatTheDongleIsGoneUntilItIsFound) {
+TEST(MainWindow, ShowsThatTheDongleIsGoneUntilItIsFound) {
     WindowBench bench("echo");
     bench.dongle.plug();
     bench.program.mainForm().call("Start_USB");
@@ -219,7 +219,7 @@ TEST(MainWindow, IsUsedAt800By600WithBenchAndWaveform) {
         if (waveform)
             bench.window.findChild<QAction*>("openWaveform")->trigger();
         bench.settle();
-        EXPECT_EQ(bench.window.size(), QSize(800, 600)); // nothing in it wants more
+        EXPECT_EQ(bench.window.size(), QSize(800, 600)); // nothing in it needs more
         const QStatusBar& status = *bench.window.statusBar();
         EXPECT_LE(status.geometry().bottom(), 600);
         for (const char* name : {"frmMain.txtHexWordToSend", "frmMain.cmdSendOnce"}) {
@@ -228,7 +228,7 @@ TEST(MainWindow, IsUsedAt800By600WithBenchAndWaveform) {
                 << name << ", waveform " << waveform;
         }
     }
-    // Parted by hand, the two share their place again in a window that is made lower.
+    // Two docks that the user has separated share their place again in a window that becomes lower.
     const auto docks = bench.window.findChildren<QDockWidget*>();
     ASSERT_EQ(docks.size(), 2);
     bench.window.splitDockWidget(docks[1], docks[0], Qt::Vertical);
@@ -270,7 +270,7 @@ TEST(MainWindow, AbortsARunByShiftEscapeInADialogAndInABox) {
     }
 }
 
-TEST(MainWindow, ShowsABoxForAFailureAndLives) {
+TEST(MainWindow, ShowsABoxForAFailureAndGoesOn) {
     LiveWindow live;
     live.program.session().SPIType = 12;
     QString text;
@@ -304,7 +304,7 @@ TEST(MainWindow, EnterGivesThePresetAnswerOfABox) {
     }
 }
 
-TEST(LogView, IsAListOfTheLinesInSight) {
+TEST(LogView, IsAListOfTheVisibleLines) {
     WindowBench bench;
     bench.configure("8");
     for (int i = 0; i < 40; ++i)
@@ -326,7 +326,7 @@ TEST(LogView, IsAListOfTheLinesInSight) {
     EXPECT_EQ(log.current(), 0);
     EXPECT_EQ(log.firstVisible(), 0);
     EXPECT_EQ(list->child(0)->text(QAccessible::Name), "SPI Word Sent:");
-    // An item can be chosen, and tells that the focus is with it.
+    // An item can be chosen, and reports that it has the focus.
     list->child(2)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     bench.window.activateWindow();
     log.setFocus();

@@ -49,7 +49,7 @@ TEST(PanelView, OpensTheModelOfItsChipOnTheBench) {
     EXPECT_EQ(bench.widget<QComboBox>("bench.device").currentText(), "zt72514");
 }
 
-TEST(WindowPlace, IsBesideTheOtherWhereTheScreenHasRoom) {
+TEST(WindowPlace, IsBesideTheOtherIfItFitsOnTheScreen) {
     const QRect screen(0, 40, 1920, 1040);
     for (const auto& [window, other, place] : Rows<QSize, QRect, QPoint>{
              {{1000, 800}, {100, 100, 700, 600}, {800, 100}},  // right of it
@@ -92,7 +92,7 @@ TEST(PanelView, LightsBitsOfARegisterByMouseAndKeyboard) {
     EXPECT_EQ(bench.label("ZT72518.Label_Liste(0)"), "Sent : 40 - 88");
 }
 
-TEST(PanelView, WantsASecondPressForWhatCannotBeUndone) {
+TEST(PanelView, RequiresASecondPressForWhatCannotBeUndone) {
     PanelBench bench;
     bench.program.forms().show("TestMode");
     auto& trim = bench.widget<gui::ConfirmButton>("TestMode.trim_send");
@@ -107,7 +107,7 @@ TEST(PanelView, WantsASecondPressForWhatCannotBeUndone) {
     bench.get<forms::OptionButton>("TestMode.trim_fuse(3)").click();
     press();
     EXPECT_EQ(text(), "Press again: BURNS THE FUSES, for good");
-    emit timer("patience")->timeout({});
+    emit timer("timeOut")->timeout({});
     EXPECT_EQ(text(), "Trimming");
     EXPECT_EQ(bench.bench.dongle.lastOut(), last) << "nothing has gone out yet";
     timer("doubleClick")->stop();
@@ -118,8 +118,8 @@ TEST(PanelView, WantsASecondPressForWhatCannotBeUndone) {
     EXPECT_EQ(text(), "Trimming");
 }
 
-/// To those who hear it a bit is a check box, and one that is only shown a check box that is read.
-TEST(PanelView, TellsAssistiveToolsOfItsBits) {
+/// To assistive tools a bit is a check box, and one that is only shown a read-only check box.
+TEST(PanelView, ExposesItsBitsToAssistiveTools) {
     PanelBench bench;
     QAccessibleInterface* bit =
         QAccessible::queryAccessibleInterface(&bench.widget<QLabel>("ZT72518.Mux_W(7)"));
@@ -140,7 +140,7 @@ TEST(PanelView, TellsAssistiveToolsOfItsBits) {
         QAccessibleActionInterface::toggleAction()));
 }
 
-TEST(PanelView, MakesAPageWhenItIsLookedAt) {
+TEST(PanelView, MakesAPageWhenItIsFirstShown) {
     PanelBench bench;
     EXPECT_EQ(bench.window.findChild<QWidget*>("ZT72518.Can_W(0)"), nullptr);
     bench.choose("ZT72518.tab_518(1)", 14);
@@ -200,7 +200,7 @@ TEST(PanelView, ShowsTheLineThatRunsInAllLists) {
         EXPECT_TRUE(progress.text().startsWith("Line 71 of 100, 3."))
             << progress.text().toStdString();
         EXPECT_NE(button.palette().color(QPalette::Disabled, QPalette::Button), plain);
-        // A hand may look elsewhere meanwhile, from any of them.
+        // The user may scroll any of them meanwhile.
         lists.back()->verticalScrollBar()->setValue(5);
         for (const gui::LogView* list : lists)
             EXPECT_EQ(list->verticalScrollBar()->value(), 5);
@@ -229,7 +229,7 @@ TEST(PanelView, ShowsTheModeThatWasRead) {
               "possible now: Normal Request to Normal mode");
 }
 
-TEST(PanelView, UnloadsTheFormWhenItIsClosedAndOpensAnew) {
+TEST(PanelView, UnloadsTheFormWhenItIsClosedAndOpensAgain) {
     PanelBench bench;
     bench.choose("ZT72518.tab_518(0)", 1);
     QTest::keyClick(bench.panel, Qt::Key_Escape);

@@ -69,7 +69,7 @@ TEST(RecentFiles, AreTheLastEightWithTheNewestFirst) {
     EXPECT_EQ(bench.settings.recentFiles(), QStringList());
 }
 
-TEST(RecentFiles, OpenAndTellWhenTheyAreGone) {
+TEST(RecentFiles, OpenAndAreReportedWhenMissing) {
     RecentBench bench;
     bench.save("one.spi");
     bench.save("two.spi");
@@ -116,7 +116,7 @@ TEST(ChipFiles, CanBeDroppedOnTheWindow) {
     EXPECT_EQ(bench.boxes.takeTexts().size(), 1U);
 }
 
-TEST(FileDialogs, StartOnTheFileAndKnowTheEnding) {
+TEST(FileDialogs, StartAtTheFileAndKnowTheExtension) {
     const TemporaryFolder folder;
     QString start;
     QTimer::singleShot(0, [&start] {
@@ -184,7 +184,7 @@ TEST(RecoveredMenu, OpensUnsavedWorkUnderTheNameOfItsFile) {
     EXPECT_EQ(bench.settings.recentFiles(), QStringList{nameOf(bench.folder.path("a&b.spi"))});
 }
 
-TEST(MainWindow, ComesBackWhereItStood) {
+TEST(MainWindow, ReopensAtItsLastPlace) {
     RecentBench bench;
     bench.window.resize(777, 655);
     bench.settle();
@@ -195,7 +195,7 @@ TEST(MainWindow, ComesBackWhereItStood) {
     again.restorePlace();
     EXPECT_EQ(again.size(), QSize(777, 655));
 
-    // Whatever a damaged file says, there is a window that a hand can get hold of.
+    // Whatever a damaged file says, the window can be reached with the mouse.
     const QByteArray whole = bench.settings.place();
     for (qsizetype byte = 0; byte < whole.size(); ++byte)
         for (const int value : {0, 0x80, 0xFF}) {
@@ -211,7 +211,7 @@ TEST(MainWindow, ComesBackWhereItStood) {
         }
 }
 
-TEST(MainWindow, IsDarkAsItsUserWantsElseAsTheDesktop) {
+TEST(MainWindow, IsDarkAsItsUserChoosesElseAsTheDesktop) {
     RecentBench bench;
     const auto desktopChanges = [&bench] {
         QEvent event(QEvent::ThemeChange);

@@ -129,7 +129,7 @@ TEST(TypeDiagram, LinesFillWholePixels) {
     }
 }
 
-TEST(TypeDiagram, TellsTheTimingInWords) {
+TEST(TypeDiagram, DescribesTheTimingInWords) {
     for (const auto& [type, look, words] : Rows<int, gui::WordLook, const char*>{
              {3,
               {},

@@ -12,7 +12,7 @@
 namespace bitlux::test {
 namespace {
 
-TEST(ConfigureView, BringsTheDialogToTheHand) {
+TEST(ConfigureView, SetsAndAppliesTheDialog) {
     WindowBench bench;
     bench.choose("frmMain.itemPortOptions");
     auto& dialog = *bench.window.findChild<QDialog*>();
@@ -47,7 +47,7 @@ TEST(ConfigureView, BringsTheDialogToTheHand) {
     EXPECT_EQ(bench.session().SessionLogEnabled, ConstOff);
 }
 
-TEST(ConfigureView, IsWalkedThroughWithTheKeyboardAlone) {
+TEST(ConfigureView, IsUsableByKeyboardAlone) {
     WindowBench bench;
     bench.choose("frmMain.itemPortOptions");
     auto& dialog = *bench.window.findChild<QDialog*>();
@@ -130,7 +130,7 @@ TEST(BenchView, ChangesTheDeviceAndShowsThePins) {
         return bench.label("frmMain.lblHexWordReceived");
     };
     auto& device = bench.widget<QComboBox>("bench.device");
-    // The focus stays with it while words go, and leaves it when the form wants another control.
+    // The focus stays with it while words go, and leaves it when the form focuses another control.
     bench.type("frmMain.txtHexWordToSend", "34");
     device.setFocus();
     bench.send("35");

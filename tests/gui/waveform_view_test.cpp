@@ -51,7 +51,7 @@ TEST(WaveformView, IsMadeAndRecordsOnlyWhenOpened) {
     EXPECT_FALSE(open->isChecked());
     EXPECT_EQ(&bench.program.pins().port(), &bench.port);
     bench.send("77"); // while it is closed
-    open->trigger();  // begins anew, with the last words before
+    open->trigger();  // begins again, with the last words before
     EXPECT_TRUE(bench.widget<QDockWidget>("waveform").isVisible());
     EXPECT_EQ(bench.widget<QLabel>("waveform.place").text(), "Word 2 of 2");
     EXPECT_TRUE(bench.widget<QAbstractScrollArea>("waveform.canvas")
@@ -59,7 +59,7 @@ TEST(WaveformView, IsMadeAndRecordsOnlyWhenOpened) {
                     .contains("edges evenly spaced. DI 01110111 (77)"));
     open->trigger();
     bench.settle();
-    bench.program.waveform().start(); // by somebody else: it goes on
+    bench.program.waveform().start(); // not by the window: it goes on
     for (int i = 0; i < 2; ++i)
         open->trigger();
     bench.send("3C");
@@ -147,7 +147,7 @@ TEST(WaveformView, ShowsWordsInARow) {
     bench.canvas().setMark(bench.canvas().cursor());
     bench.canvas().setCursor(bench.canvas().row().words[1].at + 1000);
     EXPECT_TRUE(bench.readout().starts_with("Word 2, 1.000 µs: CS 0")) << bench.readout();
-    // In real time, whatever the stretch between the words is wide.
+    // In real time, whatever the width of the gap between the words.
     const QString difference = bench.widget<QLabel>("waveform.difference").text();
     EXPECT_TRUE(difference.startsWith("Δ 1000")) << difference.toStdString();
     EXPECT_TRUE(difference.endsWith(" Hz")) << difference.toStdString();

@@ -10,7 +10,7 @@
 
 namespace bitlux::test {
 
-/// The program on the virtual bench in its window, worked by mouse and keyboard through the object
+/// The program on the virtual bench in its window, used by mouse and keyboard through the object
 /// names of the widgets.
 struct WindowBench : TestBench {
     TemporaryFolder folder;

@@ -49,7 +49,7 @@ void forEachPage(PanelForm& panel, Look look) {
     }
 }
 
-/// What the tabulator key reaches, once around.
+/// What the Tab key reaches, in one round.
 inline std::vector<QWidget*> tabWalk(QWidget& window) {
     window.activateWindow();
     QApplication::processEvents();
@@ -65,8 +65,7 @@ inline std::vector<QWidget*> tabWalk(QWidget& window) {
     return reached;
 }
 
-/// Whether a reader who comes from one widget finds the other further on: below it or to its right,
-/// where the two part.
+/// Whether one widget follows the other in reading order: below it, or to its right.
 inline bool isFurtherOn(const QWidget& from, const QWidget& to) {
     const QWidget* shared = from.parentWidget();
     while (shared != nullptr && !shared->isAncestorOf(&to))
@@ -82,7 +81,7 @@ inline bool isFurtherOn(const QWidget& from, const QWidget& to) {
     return after.top() > before.center().y() || after.left() > before.center().x();
 }
 
-/// All that takes the focus is reached by the tabulator key, in the order in which it is read.
+/// All that takes the focus is reached by the Tab key, in the order in which it is read.
 inline void expectReached(const std::string& where, QWidget& window, int allowed = 0) {
     const std::vector<QWidget*> reached = tabWalk(window);
     for (QWidget* widget : window.findChildren<QWidget*>())
@@ -136,7 +135,7 @@ inline void expectKeysApart(const std::string& where, const QWidget& window) {
             << where << ": " << key << ": " << texts.join(" | ").toStdString();
 }
 
-/// For those who hear them no two buttons look alike, and nothing has no name.
+/// To assistive tools no two buttons are the same, and everything has a name.
 inline void expectNamesApart(const std::string& where, const QWidget& window) {
     std::set<QString> names;
     for (const auto* button : inSight<QPushButton>(window)) {

@@ -22,7 +22,7 @@ struct PspiWindow : WindowBench {
         get<forms::TabStrip>("frmMain.TabStripMain").click(tab);
         settle();
     }
-    bool tellsOfNoDongle() {
+    bool saysNoDongle() {
         return std::ranges::any_of(window.findChildren<QLabel*>(), [](const QLabel* label) {
             return label->text().startsWith("No dongle") && label->isVisible();
         });
@@ -31,15 +31,15 @@ struct PspiWindow : WindowBench {
 
 TEST(Zt72517View, ShowsWhatTheChipHas) {
     PspiWindow bench;
-    EXPECT_TRUE(bench.tellsOfNoDongle());
+    EXPECT_TRUE(bench.saysNoDongle());
     auto& slope = bench.widget<QRadioButton>("frmMain.sr_opt(2)");
     QTest::mouseClick(&slope, Qt::LeftButton, {}, {8, slope.height() / 2});
     bench.settle();
-    EXPECT_FALSE(slope.isChecked()) << "nobody was told";
+    EXPECT_FALSE(slope.isChecked()) << "nothing was sent";
     bench.dongle.plug();
     bench.turnTo(1);
     bench.turnTo(3);
-    EXPECT_FALSE(bench.tellsOfNoDongle());
+    EXPECT_FALSE(bench.saysNoDongle());
     QTest::mouseClick(&slope, Qt::LeftButton, {}, {8, slope.height() / 2});
     bench.settle();
     EXPECT_TRUE(slope.isChecked());

@@ -32,7 +32,7 @@ std::string field(const std::string& text) {
                      text + "</field></fields></register>");
 }
 
-TEST(BadMaps, AreToldWithTheirPlace) {
+TEST(BadMaps, AreReportedWithTheirPlace) {
     struct Case {
         std::string source;
         const char* problem;
@@ -106,7 +106,7 @@ TEST(BadMaps, AreToldWithTheirPlace) {
             << c.source.substr(0, 300);
 }
 
-TEST(BadMaps, ReadNothingButThemselves) {
+TEST(BadMaps, ReadNoOtherFile) {
     const std::string source = "<!DOCTYPE device [<!ENTITY file SYSTEM \"file:///etc/hostname\">\n"
                                "<!ENTITY a \"ha\"><!ENTITY b \"&a;&a;\">]>\n" +
                                registers("<register><name>R</name><addressOffset>0</addressOffset>"

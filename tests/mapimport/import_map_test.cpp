@@ -312,7 +312,7 @@ std::string device(const std::string& registers) {
         registers);
 }
 
-TEST(ImportMap, MakesFitWhatAChipCannotSay) {
+TEST(ImportMap, AdaptsWhatAChipFileCannotExpress) {
     constexpr const char* wide =
         "<size>32</size><resetValue>0xFFFFFFFF</resetValue><fields><field><name>b</"
         "name><bitOffset>3</bitOffset></field></fields>";
@@ -342,7 +342,7 @@ map:2:175: the field "far" is left out: it has bits beyond the register "A". The
 map:2:234: the field "日{1}" of "A" became "___(1)". Titles and the names of controls differ from each other.
 map:3:1: "a" became "a_2". Titles and the names of controls differ from each other.
 map:5:68: the field "Commands" of "List" became "Commands_2". Titles and the names of controls differ from each other.
-map:6:1: "WIDE" is shortened from 32 to 16 bits. No field lies beyond.
+map:6:1: "WIDE" is shortened from 32 to 16 bits. No field is beyond them.
 map:6:1: the reset value of "WIDE" is shortened to 16 bits. It had more.
 map:7:1: "LONG" is left out: it has 128 bits. Up to 16 bits are possible.
 map:8:1: "FAR" is left out: its address 0x40 has more than 6 bits. Give more bits to --address, or a --base or --step.

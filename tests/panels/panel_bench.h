@@ -40,17 +40,17 @@ inline Texts split(const std::string& text, char separator) {
     return parts;
 }
 
-/// What a hand does on a panel, and what it leads to.
+/// What a user does on a panel, and the result.
 struct PanelStep {
     /// Controls that are clicked, "Name=5" for a bar, a list or a text, "Row=E8" to click bits
     /// until the row has this value; "Name*" is a tick of a timer, "!Group/Flag" turns a switch of
     /// the chip on, with underscores for blanks; "@20" lets milliseconds pass.
     const char* hands;
     const char* effects = ""; ///< as of PanelBench::outcomeOf
-    /// Parted by semicolons: "Row=E8" and "Row~E8" are a row lit in its first and in the striped
+    /// Separated by semicolons: "Row=E8" and "Row~E8" are a row lit in its first and in the striped
     /// colour, "Row(4)=8" the part of it that begins there, "Name:text" a caption or a text,
     /// "Name#FF" a back colour, "Name+" and "Name-" a control that is visible or hidden, "Name^1" a
-    /// choice that is made and "Name^0" one that is not, "Name>text" what the chip tells of its
+    /// choice that is made and "Name^0" one that is not, "Name>text" what the chip reports of its
     /// state.
     const char* shows = "";
 };
@@ -123,7 +123,7 @@ public:
         dongle.catchUp();
         dongle.chip()->turn(switchNamed(*dongle.chip(), name), on);
     }
-    /// What the chip tells of its state.
+    /// What the chip reports of its state.
     std::string reading(const std::string& name) {
         dongle.catchUp();
         for (const Reading& one : dongle.chip()->readings())
@@ -244,7 +244,7 @@ public:
         press("Cm_Run_Seq");
         return sent();
     }
-    /// Hands that come while the loop turns for the nth time.
+    /// User input during the nth turn of the loop.
     void atTurn(int turn, const std::string& hands) {
         loop.atTurn(turn, [this, hands] { work(hands); });
     }

@@ -8,7 +8,7 @@
 namespace bitlux {
 namespace {
 
-TEST(CodePage, TakesEveryByteThereAndBack) {
+TEST(CodePage, ConvertsEveryByteThereAndBack) {
     std::string bytes;
     for (int byte = 0; byte < 256; ++byte)
         bytes += static_cast<char>(byte);

@@ -21,7 +21,7 @@ TEST(Printable, KeepsTextAndDisarmsTheRest) {
         {"\xc2\x9b", "??"},                            // a control character of two bytes
         {"\xe2\x82", "??"},                            // cut off
         {"\xc2x\x80\xff", "?x??"},                     // no UTF-8
-        {"\xc0\xaf\xf8z", "???z"},                     // likewise
+        {"\xc0\xaf\xf8z", "???z"},                     // the same
         {"\xed\xa0\x80\xe0\x80\xf4\x90z", "???????z"}, // half a pair, too long, too large
         {"0123456789A\xc2\xb5", "0123456789A..."}      // never half a character
     };

@@ -52,8 +52,8 @@ std::string inChild(const std::function<std::string()>& action) {
         } catch (const std::exception& error) { // it must not reach the tests of this process
             answer = error.what();
         }
-        const bool told = ::write(ends[1], answer.data(), answer.size()) >= 0;
-        ::_exit(told ? 0 : 1);
+        const bool isSent = ::write(ends[1], answer.data(), answer.size()) >= 0;
+        ::_exit(isSent ? 0 : 1);
     }
     ::close(ends[1]);
     std::array<char, 1024> answer{};
@@ -114,7 +114,7 @@ TEST_F(TextFile, StaysWholeWhenTheDiskIsFull) {
     EXPECT_EQ(all(), untouched);
 }
 
-TEST_F(TextFile, TellsWhyItCannotBeWritten) {
+TEST_F(TextFile, ReportsWhyItCannotBeWritten) {
     const std::pair<std::string, const char*> cases[] = {
         {folder.path("missing/a.txt"), "No such file or directory."},
         {folder.path("a.txt/b.txt"), "Not a directory."},
@@ -128,7 +128,7 @@ TEST_F(TextFile, TellsWhyItCannotBeWritten) {
     EXPECT_TRUE(fs::is_character_file("/dev/full"));
 }
 
-/// As somebody who owns nothing here.
+/// As a user who owns nothing here.
 std::string asOrdinaryUser(const std::function<std::string()>& action) {
     return inChild([&action] {
         constexpr uid_t nobody = 65534;
@@ -169,7 +169,7 @@ TEST_F(TextFile, IsWrittenInPlaceWhereTheFolderTakesNoOther) {
 TEST_F(TextFile, TakesNoHalfOfALine) {
     const FileSizeLimit limit(10);
     appendLine(file, "more");
-    EXPECT_EQ(failureOf([this] { appendLine(file, "and more"); }), tooLarge); // without room
+    EXPECT_EQ(failureOf([this] { appendLine(file, "and more"); }), tooLarge); // on the full disk
     EXPECT_EQ(all(), std::vector<std::string>{"a.txt=old\nmore\r\n"});
 }
 

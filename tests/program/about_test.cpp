@@ -11,7 +11,7 @@ struct CountedTool : SystemInformation {
     int starts = 0;
 };
 
-TEST(AboutForm, TellsVersionAndBuildAndStartsTheSystemsToolWhereThereIsOne) {
+TEST(AboutForm, ShowsVersionAndBuildAndStartsTheSystemsToolWhereThereIsOne) {
     for (const bool withTool : {true, false}) {
         TestBench around; // for its hardware and its desk
         CountedTool tool;

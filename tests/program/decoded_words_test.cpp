@@ -97,7 +97,7 @@ bits = ["ON", "-", "-", "-", "-", "-", "-", "-"]
     bench.configure("16");
     for (const char* word : {"0101", "8101", "0100"})
         bench.send(word);
-    bench.session().SPIWordLength = 8; // a word of another length is nobody's
+    bench.session().SPIWordLength = 8; // a word of another length belongs to no chip
     bench.send("01");
     bench.session().SPIWordLength = 16;
     bench.send("7F00");
@@ -105,7 +105,7 @@ bits = ["ON", "-", "-", "-", "-", "-", "-", "-"]
                                    "0100 8101: Mode read / ", "01 01:  / ", "7F00 0100:  / "}));
 }
 
-TEST(DecodedWords, AreToldByTheChipThatTheUserWorksWith) {
+TEST(DecodedWords, AreDecodedByTheChipThatTheUserWorksWith) {
     const ChipFolder chips;
     chips.data.write("bitlux-forge/chips/broken.toml", "[chip\n");
     TestBench bench;
@@ -113,7 +113,7 @@ TEST(DecodedWords, AreToldByTheChipThatTheUserWorksWith) {
     const MainTabs& tabs = bench.program.mainForm().tabs;
     EXPECT_EQ(names.chip(), "");
     EXPECT_EQ(names.decoder(), nullptr);
-    bench.program.mainForm().call("Add72517Tab"); // nobody describes its bytes
+    bench.program.mainForm().call("Add72517Tab"); // no file describes its bytes
     bench.program.mainForm().call("Add72518Tab");
     EXPECT_EQ(names.chip(), "zt72518"); // the only one
     bench.program.mainForm().call("Add72516Tab");

@@ -102,7 +102,7 @@ TEST(Dongle, StopsAContinuousRunWhenItIsPulledOutAndGoesOnWhenItIsBack) {
     EXPECT_TRUE(bench.boxes.takeTexts().empty());
 }
 
-TEST(Dongle, IsThereAgainWhenAnExitEndsInNothing) {
+TEST(Dongle, WorksAgainAfterAnExitThatWasCancelled) {
     DongleBench bench;
     bench.session().ConfigDirty = ConstOn;
     bench.boxes.answer(MessageBox::Answer::Yes); // and the dialog for the name is cancelled
@@ -176,7 +176,7 @@ TEST(Dongle, IsNotSetToFirmwareUpdateModeByAWordThatGoesElsewhereOrNowhere) {
     bench.boxes.answer(MessageBox::Answer::Yes);
     bench.dongle.setFaults(DongleFaults({dongleFaultFrom("stalled@1")}));
     bench.choose("frmMain.itemUpdateDongle");
-    EXPECT_EQ(bench.boxes.takeTexts().back(), checkTheCable) << "no word of success";
+    EXPECT_EQ(bench.boxes.takeTexts().back(), checkTheCable) << "no message of success";
     bench.send("1");
     EXPECT_EQ(bench.dongle.lastOut(), (UsbFrame{0x10, 0x70, 0, 0, 1}));
 }
@@ -200,7 +200,7 @@ TEST(Dongle, IsChosenByItsBoxWhereItIsReady) {
     }
 }
 
-/// An endpoint of a dongle that is always there; it writes down the calls.
+/// An endpoint of a dongle that is always present; it records the calls.
 struct NotedEndpoint : UsbEndpoint {
     explicit NotedEndpoint(std::string& notes) : noted(notes) {}
     UsbStatus note(const char* call) {

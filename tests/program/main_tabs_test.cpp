@@ -36,7 +36,7 @@ struct TabBench : TestBench {
     }
 };
 
-TEST(MainTabs, StandInTheOrderOfTheParts) {
+TEST(MainTabs, AreInTheOrderOfTheParts) {
     TabBench bench({72516, 72537, 72361, 72518});
     EXPECT_EQ(bench.captions(), "[ZT72361][SBC ZT7251x Family][ZT72537 - SBC LIN 2.5G][ZT72516]");
     EXPECT_EQ(bench.session().PartTabs[1].PartNumber, 72518);
@@ -49,7 +49,7 @@ TEST(MainTabs, StandInTheOrderOfTheParts) {
     EXPECT_EQ(form.call("IsTabActive", 72537), forms::Value(false));
     form.call("ResetTabs");
     form.call("Add72518Tab");
-    form.call("Add72518Tab"); // doubles are nobody's affair
+    form.call("Add72518Tab"); // a second tab of a part changes nothing
     EXPECT_EQ(bench.captions(), "[SBC ZT7251x Family][SBC ZT7251x Family]");
 }
 
@@ -107,9 +107,9 @@ TEST(MainTabs, OpenTheirPanelsWhereThereAreSome) {
     EXPECT_EQ(opened, (std::vector{72537, 72537, 72518, 72518, 72516, 72516}));
 }
 
-/// Words of 24 bits in type 3 on the port, and what the status line tells.
-struct LentBench : TabBench {
-    explicit LentBench(const std::vector<int>& parts) : TabBench(parts) {
+/// Words of 24 bits in type 3 on the port, and what the status line shows.
+struct BorrowedShapeBench : TabBench {
+    explicit BorrowedShapeBench(const std::vector<int>& parts) : TabBench(parts) {
         get<forms::TabStrip>("frmConfigureSPI.TabStripSPItype").click(3);
         configure("24");
         program.dialog().setVisible(false);
@@ -123,8 +123,8 @@ struct LentBench : TabBench {
     }
 };
 
-TEST(MainTabs, GiveBackTheShapeThatTheyLeave) {
-    LentBench bench({72517, 72518, 72516});
+TEST(MainTabs, RestoreTheShapeWhenTheyAreLeft) {
+    BorrowedShapeBench bench({72517, 72518, 72516});
     bench.strip().click(4);
     bench.program.forms().unload("ZT72518");
     bench.click("frmMain.ZT72518_windows");
@@ -152,7 +152,7 @@ TEST(MainTabs, GiveBackTheShapeThatTheyLeave) {
 }
 
 TEST(MainTabs, LeaveAShapeThatAPageMayNotFit) {
-    LentBench bench({72516});
+    BorrowedShapeBench bench({72516});
     bench.configure("8");
     bench.program.dialog().setVisible(false);
     bench.save("Wake");
@@ -195,7 +195,7 @@ struct ChipBench : ChipFolder, TabBench {
     std::string opened;
 };
 
-TEST(MainTabs, OfUsersChipsStandBehindTheParts) {
+TEST(MainTabs, OfUsersChipsFollowThoseOfTheParts) {
     ChipBench bench;
     EXPECT_EQ(bench.captions(), "[one][two]");
     EXPECT_EQ(bench.session().ConfigDirty, ConstOn);

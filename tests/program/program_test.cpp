@@ -107,7 +107,7 @@ const auto roads = {+[](DirtyBench& bench) { bench.choose("frmMain.itemExit"); }
                     +[](DirtyBench& bench) { bench.program.close(); },
                     +[](DirtyBench& bench) { bench.program.mainForm().call("Form_Unload"); }};
 
-TEST(Program, AsksOnceBeforeItEndsByWhicheverRoad) {
+TEST(Program, AsksOnceHoweverItIsEnded) {
     for (const auto& road : roads) {
         DirtyBench bench;
         int ends = 0;

@@ -23,7 +23,7 @@ std::string offered(TestBench& bench) {
 constexpr const char* port = "box - clock - pins + port list + (Anything between 1 and 160)";
 constexpr const char* dongle = "box + clock + pins - port list - (Anything between 1 and 40)";
 
-TEST(UnopenedDongle, IsAFaultOfNoFrame) {
+TEST(UnopenedDongle, IsNoFaultOfAFrame) {
     for (const char* text : {"busy@2", "busy/0.5", "busy:3"})
         EXPECT_THROW(dongleFaultFrom(text), Failure) << text;
     EXPECT_EQ(DongleFaults({dongleFaultFrom("busy")}).next().kind, DongleFault::Kind::None);
@@ -35,7 +35,7 @@ TEST(UnopenedDongle, LeavesTheParallelPort) {
     bench.dongle.plug();
     bench.program.mainForm().call(startUsb);
     EXPECT_FALSE(bench.session().USBReady);
-    EXPECT_EQ(offered(bench), port) << "although nobody has set up a port yet";
+    EXPECT_EQ(offered(bench), port) << "although no port is set up yet";
     EXPECT_TRUE(bench.boxes.takeTexts().empty());
     bench.click("frmMain.cmdSendOnce");
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{"No device available to send SPI Data."});

@@ -1,4 +1,4 @@
-// What becomes of work that nobody saved.
+// What happens to unsaved work.
 
 #include "support/test_bench.h"
 
@@ -160,7 +160,7 @@ TEST(UnsavedWork, OfAnEndWithoutAQuestionIsOfferedAtTheNextStart) {
     EXPECT_EQ(third.origins(), Texts{});
 }
 
-TEST(UnsavedWork, ThatCannotBeKeptIsToldOf) {
+TEST(UnsavedWork, ThatCannotBeKeptIsReported) {
     const TemporaryFolder user;
     WorkBench bench(user);
     bench.type("\u0436");

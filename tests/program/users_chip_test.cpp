@@ -78,9 +78,9 @@ TEST(UsersChip, IsReplacedOnlyWhenTheUserSaysSo) {
 
     const std::string damaged = bench.data.write("damaged.toml", "[chip]\ntitle = 5\n");
     bench.open(damaged);
-    const Texts told = bench.boxes.takeTexts();
-    ASSERT_EQ(told.size(), 1U);
-    EXPECT_NE(told[0].find(damaged + ":2:9: `title` is no text"), std::string::npos) << told[0];
+    const Texts shown = bench.boxes.takeTexts();
+    ASSERT_EQ(shown.size(), 1U);
+    EXPECT_NE(shown[0].find(damaged + ":2:9: `title` is no text"), std::string::npos) << shown[0];
     EXPECT_EQ(bench.tabs().count(), 3);
 }
 

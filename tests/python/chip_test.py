@@ -36,7 +36,7 @@ class Registers(unittest.TestCase):
         self.assertEqual(self.frames_out(), ["2070004300001000"])
         self.assertEqual((self.bench.session.SPIWordLength, self.bench.session.SPIType), (8, 1))
 
-    def test_what_cannot_be_is_told_before_a_word_is_sent(self):
+    def test_what_is_impossible_is_reported_before_a_word_is_sent(self):
         init = self.chip["INIT"]
         wrong = (
             (KeyError, lambda: self.chip["INTI"]),

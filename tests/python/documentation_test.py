@@ -1,4 +1,4 @@
-"""The examples of docs/test-rig.md, run as they stand there, one after the other."""
+"""The examples of docs/test-rig.md, run unchanged, one after the other."""
 
 import re
 import subprocess
@@ -41,7 +41,7 @@ def make_configuration():
 
 
 def run_session(block):
-    """Runs the commands of a block and compares what they print; ... stands for anything."""
+    """Runs the commands of a block and compares what they print; ... matches anything."""
     code = 0
     for part in re.split(r"^\$ ", block, flags=re.M)[1:]:
         command, _, wanted = part.partition("\n")

@@ -33,7 +33,7 @@ def keep(bench, name, word):
 
 class Case(unittest.TestCase):
     def refuse(self, error, *deeds, text=""):
-        """Every deed raises error, which says so."""
+        """Every action raises the error, whose text says so."""
         for deed in deeds:
             with self.assertRaisesRegex(error, text):
                 deed()
@@ -53,7 +53,7 @@ class Words(Case):
         log = dongle["frmMain.lstSessionLogSingle"].items
         self.assertEqual(log[:2], ["SPI Word Sent:", "  A5"])
 
-    def test_go_the_short_road_in_any_shape(self):
+    def test_are_transferred_directly_in_any_shape(self):
         bench = bitlux.Bench(device="scripted", bus="port")
         bench.session.SPIType = 3
         word = 0x123456789ABCDEF0123456789ABCDEF012345678
@@ -155,7 +155,7 @@ class Boxes(Case):
         bench.call("frmMain.itemOpen_Click")  # says that no file was chosen
         self.refuse(bitlux.UnansweredBox, bench[SEND].click)  # the answer OK has gone there
 
-    def test_a_failure_in_a_handler_is_raised_and_told(self):
+    def test_a_failure_in_a_handler_is_raised_and_shown(self):
         bench = bitlux.Bench(bus="port")
         bench.session.SPIType = 9
         with self.assertRaisesRegex(bitlux.Failure, "^Subscript out of range: there is no SPI"):
@@ -255,7 +255,7 @@ class Hands(Case):
                                   (SEND, "list_index", 1)):
             self.refuse(AttributeError, lambda: setattr(bench[name], part, value))
 
-    def test_keep_a_control_whose_form_was_made_anew(self):
+    def test_keep_a_control_whose_form_was_made_again(self):
         bench = bitlux.Bench()
         name = bench["frmSaveBatch.txtBatchName"]
         bench.show("frmSaveBatch")
@@ -304,7 +304,7 @@ class Time(Case):
         def interrupted(call, begin):
             """Whether call ends when the user presses Ctrl-C, and what else was seen. Another
             process sends the signals, the second when the first was handled; begin takes what
-            tells it that the call has begun."""
+            notifies it that the call has begun."""
             begun, seen = os.pipe(), os.pipe()
             signal.signal(signal.SIGUSR1, lambda *_: os.write(seen[1], b"x"))
             child = os.fork()
@@ -325,21 +325,21 @@ class Time(Case):
         sending.session.SessionLogEnabled = 0
         sending[ENTRY].text = "A5"
         sending.recording = False
-        interrupted(sending["frmMain.cmdSendContinuous"].click, lambda tell: sending.at(0, tell))
+        interrupted(sending["frmMain.cmdSendContinuous"].click, lambda wake: sending.at(0, wake))
         waiting = bitlux.Bench(clock="real")
-        interrupted(lambda: waiting.run_for(60000), lambda tell: waiting.at(0, tell))
+        interrupted(lambda: waiting.run_for(60000), lambda wake: waiting.at(0, wake))
         silent = bitlux.Bench(bus="dongle")
         silent.bench.set_faults(["silent@3"])
 
         def words():
             yield from (1, 2, 3)
-            tell[0]()  # they are sent once all are known
+            wake[0]()  # they are sent once all are known
 
-        tell = []
-        answers = interrupted(lambda: silent.transfer_many(words()), tell.append).answers
+        wake = []
+        answers = interrupted(lambda: silent.transfer_many(words()), wake.append).answers
         self.assertEqual(answers, [1, 2][:len(answers)])
 
-    def test_lets_another_thread_in_while_the_program_waits(self):
+    def test_lets_another_thread_run_while_the_program_waits(self):
         bench = bitlux.Bench(bus="dongle", clock="real")
         answers = []
 
@@ -390,7 +390,7 @@ class Ends(Case):
 
 
 class Dongles(Case):
-    def test_misbehave_as_told(self):
+    def test_have_faults_as_set(self):
         bench = bitlux.Bench(bus="dongle")
         bench.bench.silent = True
         start = bench.clock_ms

@@ -8,7 +8,7 @@ pytest_plugins = ["pytester"]
 
 CHIP = ("--bitlux-chip", "zt72518", "--bitlux-device", "zt72518d")
 
-# Stands in for boards: dongles with serial numbers. A process keeps those that it has opened.
+# Simulates boards: dongles with serial numbers. A process keeps those that it has opened.
 BOARDS = """
     import fcntl, os
     import bitlux
@@ -139,7 +139,7 @@ def test_options_that_contradict_each_other_are_refused(pytester, run, options, 
         ((), "Which chip? --bitlux-chip NAME, or bitlux_chip in pytest.ini"),
     ],
 )
-def test_what_a_bench_cannot_start_with_is_told_in_a_line(pytester, run, options, text):
+def test_what_a_bench_cannot_start_with_is_reported_in_a_line(pytester, run, options, text):
     pytester.makepyfile("def test_none(chip): pass")
     result = run(*options)
     result.assert_outcomes(errors=1)
@@ -204,8 +204,8 @@ def test_two_runs_never_share_a_dongle(pytester, run):
             pass
 
         def test_between():
-            told = f"Another run of tests, process {os.getpid()}, uses the dongle A"
-            assert told in run_word("A")
+            expected = f"Another run of tests, process {os.getpid()}, uses the dongle A"
+            assert expected in run_word("A")
             assert "1 passed" in run_word("B")
 
         def test_word(bench):

@@ -102,7 +102,7 @@ TEST(RegisterAccess, DumpsWhatAReadDoesNotClear) {
     EXPECT_EQ(wire.access.dump(true).values.size(), 6U);
 }
 
-TEST(RegisterAccess, LoadsWhatDiffersAndTellsWhatDidNotTake) {
+TEST(RegisterAccess, LoadsWhatDiffersAndReportsWritesWithoutEffect) {
     Wire wire;
     wire.stuck = 0x02;
     const RegisterSnapshot wanted{.chip = "pump",

@@ -55,7 +55,7 @@ width = 64
     EXPECT_EQ(fitted(catalog, readSnapshot(name), name).values.at(0).value, 0xFEDC'BA98'7654'3210);
 }
 
-TEST(RegisterSnapshot, TellsWhatIsWrongWithAFile) {
+TEST(RegisterSnapshot, ReportsMistakesInAFile) {
     const TemporaryFolder folder;
     const RegisterCatalog catalog = registerCatalog();
     const std::string head = "[snapshot]\nchip = \"pump\"\n[values]\n";

@@ -9,7 +9,7 @@
 namespace bitlux::test {
 namespace {
 
-TEST(WordDecoder, TellsWhatWordsMean) {
+TEST(WordDecoder, ExplainsWords) {
     const RegisterCatalog catalog = registerCatalog();
     const WordDecoder decoder(catalog);
     const std::vector<std::tuple<std::uint64_t, std::uint64_t, std::string, std::string>> rows{
@@ -31,7 +31,7 @@ TEST(WordDecoder, TellsWhatWordsMean) {
     }
 }
 
-TEST(WordDecoder, TellsRegistersOfOneAddressApart) {
+TEST(WordDecoder, DistinguishesRegistersOfOneAddress) {
     const RegisterCatalog catalog(chips::embeddedChip("zt72361"));
     const WordDecoder decoder(catalog);
     EXPECT_EQ(decoder.decode(0xB6).text(), "TIM 1 write: Bit 2 = Enabled, Period = 100 ms");

@@ -42,7 +42,7 @@ TEST(AnswerPattern, MatchesTheBitsThatCount) {
     EXPECT_FALSE(any.matches(std::vector<std::int16_t>(8, 2))); // whole bytes are no bits
 }
 
-TEST(AnswerPattern, RefusesWhatIsNoneAndTellsBothLengths) {
+TEST(AnswerPattern, RefusesOtherTextsAndReportsBothLengths) {
     constexpr const char* none = " is no pattern: write 5AXX, 0b1X0X or 5A/F0";
     const auto lengths = [](const char* text, int has) {
         return "The pattern \"" + std::string(text) + "\" is for " + std::to_string(has) +

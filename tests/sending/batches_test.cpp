@@ -191,7 +191,7 @@ TEST(Batches, AskTwiceBeforeTheLastIsKept) {
     }
 }
 
-TEST(Batches, SayWhenANameLeadsNowhere) {
+TEST(Batches, ReportANameThatDoesNotExist) {
     ThreeBatches bench;
     bench.session().lstBatchList(2).front() = "renamed";
     bench.batches().select(1);

@@ -18,7 +18,7 @@ struct RunBench : BatchBench {
         openBatchPage();
     }
     MultipleRun& run() { return program.mainForm().multiple; }
-    /// The log behind a run, in short: words as they were sent, texts as they stand.
+    /// The log after a run, in short: words as they were sent, texts unchanged.
     Texts logged() {
         EXPECT_EQ(runButtons(*this), idleButtons);
         Texts result;
@@ -74,7 +74,7 @@ TEST(MultipleRun, PlaysTheLines) {
     }
 }
 
-TEST(MultipleRun, TellsOfPinsThatAreNotThereUntilTheNextRun) {
+TEST(MultipleRun, ReportsMissingPinsUntilTheNextRun) {
     RunBench bench;
     nameDataPin(bench.session(), 5, "WAKE");
     ExtraPinRows& pins = bench.program.mainForm().extraPins;
@@ -87,7 +87,7 @@ TEST(MultipleRun, TellsOfPinsThatAreNotThereUntilTheNextRun) {
     EXPECT_EQ(bench.notice(), "Line 5: there is no extra pin \"B\"");
     bench.play({"* Set LOW: WAKE", "a"});
     EXPECT_EQ(bench.notice(), "");
-    // In a continuous run a later pass says it on.
+    // In a continuous run a later pass keeps the notice.
     bench.setToSend({"* Set LOW: B", "a"});
     bench.sendContinuously(3);
     EXPECT_EQ(bench.notice(), "Line 1: there is no extra pin \"B\"");
@@ -135,7 +135,7 @@ TEST(MultipleRun, EndsAWaitAtOnceAndPlaysTheRest) {
         forms::Control& stopButton = form.control(stop);
         bench.setToSend({"* Wait 1 hrs", "a", "* Wait 1 hrs", "b"});
         const std::int64_t at = bench.clock.nanoseconds() + 7 * millisecond;
-        bench.loop.atTime(at - 5 * millisecond, [] {}); // an event that is none of its business
+        bench.loop.atTime(at - 5 * millisecond, [] {}); // an event that does not concern it
         bench.loop.atTime(at, [&] { stopButton.click(); });
         EXPECT_LT(bench.elapsedIn([&] { startButton.click(); }), 8 * millisecond) << start;
         EXPECT_EQ(bench.logged(), (Texts{"Waiting 1 hrs ...", "Done Waiting", "0A",
@@ -169,7 +169,7 @@ TEST(MultipleRun, CancelEndsTheRunThatAnotherBeganInToo) {
     EXPECT_EQ(bench.logged().back(), "0A");
 }
 
-TEST(MultipleRun, AbortEndsItWithNothingMoreGoingOut) {
+TEST(MultipleRun, AbortEndsItWithoutSendingMore) {
     const auto abort = [](RunBench& bench) { bench.click("frmMain.cmdAbort"); };
     const Rows<const char*, std::string, std::function<void(RunBench&)>, Texts> cases{
         {"continuously", "frmMain.cmdSendContinuous", abort, {"Waiting 1 hrs ...", "Wait Aborted"}},
@@ -187,7 +187,7 @@ TEST(MultipleRun, AbortEndsItWithNothingMoreGoingOut) {
              bench.program.mainForm().run.cmdSendOnce_Click();
          },
          {"Waiting 1 hrs ...", "Waiting 1 hrs ...", "Wait Aborted", "Wait Aborted"}},
-        {"and sends anew",
+        {"and sends again",
          "frmMain.cmdSendOnce",
          [&](RunBench& bench) {
              abort(bench);
@@ -264,7 +264,7 @@ TEST(MultipleRun, GoesOnAfterAFailedTransfer) {
     }
 }
 
-TEST(MultipleRun, LivesThroughChangesDuringAWait) {
+TEST(MultipleRun, SurvivesChangesDuringAWait) {
     const Texts gone{"Subscript out of range: line 2 of the list was removed"};
     const Texts unknown{"No Quick Commands are selected!"};
     const Rows<const char*, std::function<void(RunBench&)>, Texts> cases{

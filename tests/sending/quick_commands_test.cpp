@@ -49,7 +49,7 @@ TEST(QuickCommands, RefuseNamesAndWords) {
         EXPECT_TRUE(bench.dirty()) << name;
         if (!saved)
             continue;
-        // What is taken for a name here is taken for one in a run.
+        // What counts as a name here counts as one in a run.
         bench.openBatchPage();
         EXPECT_EQ(bench.play({name}), Texts{}) << name;
         EXPECT_EQ(bench.log().size(), 5U) << name;
@@ -230,7 +230,7 @@ TEST(QuickCommands, ComeBackInWordsOfTheirLengthAlone) {
     bench.click("frmConfigureSPI.cmdApply");
     bench.names().edit("b");
     bench.names().setListIndex(1);
-    bench.click("frmMain.cmdDeleteQC"); // what a hand deletes does not come back
+    bench.click("frmMain.cmdDeleteQC"); // what the user deletes does not come back
     EXPECT_EQ(bench.notice(), "Apply emptied the words of 2 Quick Commands");
     // another file gives them up
     const TemporaryFolder folder;
@@ -271,7 +271,7 @@ TEST(QuickCommands, AnswerEnterAndDoubleClick) {
     EXPECT_EQ(bench.names().listIndex(), 0); // saved, and the last entry is selected
     EXPECT_EQ(bench.names().text(), "a");
     bench.edit("frmMain.txtHexWordToSend", "11");
-    bench.names().key(forms::KeyCode::Enter); // sends what stands there
+    bench.names().key(forms::KeyCode::Enter); // sends what is entered there
     EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "11");
     bench.names().doubleClick(); // sends what is stored
     EXPECT_EQ(bench.label("frmMain.lblHexWordReceived"), "A5");

@@ -24,24 +24,24 @@ TEST(Run, HasThreeStates) {
     EXPECT_EQ(bench.session().ContinuousLogCount, 1);
 }
 
-TEST(ContinuousCount, TellsWordsAndRateFourTimesASecond) {
+TEST(ContinuousCount, ShowsWordsAndRateFourTimesASecond) {
     BatchBench bench;
     bench.edit("frmMain.txtHexWordToSend", "A5");
-    std::vector<std::string> told;
+    std::vector<std::string> shown;
     std::int64_t next = 0;
     bench.program.engine().wordTransferred.subscribe([&] {
         // A hundred words a second, whatever a word takes on the bus.
         next = std::max(next, bench.clock.nanoseconds()) + 10'000'000;
         bench.clock.idle(next - bench.clock.nanoseconds());
         const std::string& text = bench.program.mainForm().continuousCount.text();
-        if (told.empty() || told.back() != text)
-            told.push_back(text);
+        if (shown.empty() || shown.back() != text)
+            shown.push_back(text);
     });
     bench.sendContinuously(60);
-    EXPECT_EQ(told, (Texts{"1 words", "26 words", "51 words, 100 words/s"}));
-    told.clear();
+    EXPECT_EQ(shown, (Texts{"1 words", "26 words", "51 words, 100 words/s"}));
+    shown.clear();
     bench.sendContinuously(1);
-    EXPECT_EQ(told, Texts{"1 words"}) << "a second run counts anew";
+    EXPECT_EQ(shown, Texts{"1 words"}) << "a second run counts from 1 again";
 }
 
 TEST(Run, CancelChangesTheButtonsAlone) {

@@ -54,7 +54,7 @@ TEST(SessionLog, WritesElementsThatAreNoBits) {
     }
     EXPECT_EQ(bench.log()[1], "  000001201");
     EXPECT_EQ(bench.log()[3], "  00000x01");
-    EXPECT_EQ(bench.log()[6], "  031"); // 1 + 4 * 12 is no digit, and stands as it is
+    EXPECT_EQ(bench.log()[6], "  031"); // 1 + 4 * 12 is no digit, and is shown as it is
     EXPECT_EQ(bench.log()[11], "  ");
 }
 
@@ -71,7 +71,7 @@ TEST(SessionLog, FollowsTheModesOfAContinuousRun) {
         bench.sendContinuously(words);
         EXPECT_EQ(bench.log(), expected) << limit << ", " << words << " words";
         EXPECT_EQ(bench.lines("frmMain.lstSessionLogMult"), expected);
-        // A second run counts anew.
+        // A second run counts from 1 again.
         bench.click("frmMain.cmdClearLogSingle");
         bench.sendContinuously(words);
         EXPECT_EQ(bench.log(), expected) << limit << ", " << words << " words again";
@@ -91,7 +91,7 @@ TEST(SessionLog, RefusesToSendWhenFull) {
         "The SPI word will not be sent."};
     LogBench bench({"optLogForever"});
     EXPECT_EQ(bench.session().ContinuousLogLimit, 20000);
-    bench.click("frmMain.cmdSendContinuous"); // nobody stops it
+    bench.click("frmMain.cmdSendContinuous"); // it is not stopped
     EXPECT_EQ(bench.log().size(), 20000U);
     EXPECT_EQ(bench.boxes.takeTexts(), message);
     EXPECT_TRUE(bench.get<forms::Button>("frmMain.cmdSendOnce").enabled());

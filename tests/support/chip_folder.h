@@ -9,7 +9,7 @@
 
 namespace bitlux::test {
 
-/// A user who has no chips but those that are written here. To be there before the program is.
+/// A user who has no chips but those that are written here. Must exist before the program does.
 struct ChipFolder {
     /// A small chip, and the name of its file.
     std::string add(const std::string& name) const {

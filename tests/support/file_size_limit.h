@@ -6,7 +6,7 @@
 
 namespace bitlux::test {
 
-/// Stands for a full disk for as long as it lives: no file of this process grows beyond so many
+/// Simulates a full disk while it exists: no file of this process grows beyond so many
 /// bytes.
 class FileSizeLimit {
 public:

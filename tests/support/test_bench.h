@@ -17,7 +17,7 @@ using Texts = std::vector<std::string>;
 
 inline constexpr const char* checkTheCable = "Check the USB cable and restart program";
 
-/// The program on the virtual bench, worked through its forms by control names.
+/// The program on the virtual bench, used through its forms by control names.
 class TestBench {
 public:
     enum class WithDongle { No, Yes };
@@ -48,7 +48,7 @@ public:
     /// Gives the row of a data pin in the dialog, or of a control pin, its pin and a name.
     void enablePin(const std::string& kind, int row, const std::string& number,
                    const std::string& name = {});
-    /// What the status line tells.
+    /// What the status line shows.
     std::string notice() {
         return std::get<std::string>(program.mainForm().readVariable("StatusNotice"));
     }
@@ -76,8 +76,8 @@ public:
 /// byte.
 std::string accessesOf(TestBench& bench, const std::function<void()>& action);
 
-/// The accesses that `action` makes as the lines of a trace, each behind its time or, where nobody
-/// asks for it, without it.
+/// The accesses that `action` makes as the lines of a trace, each after its time, if that is
+/// asked for.
 enum class Times { No, Yes };
 std::vector<std::string> traceOf(TestBench& bench, const std::function<void()>& action,
                                  Times times = Times::Yes);

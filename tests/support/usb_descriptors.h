@@ -12,7 +12,7 @@ namespace bitlux::test {
 
 using namespace std::string_view_literals;
 
-/// Descriptors as a device tells them, numbers in the device's byte order.
+/// Descriptors as a device sends them, numbers in the device's byte order.
 inline constexpr std::string_view deviceDescriptor =
     "\x12\x01\x00\x02\x00\x00\x00\x40\x34\x12\xcd\xab\x00\x01\x01\x02\x00\x01"sv;
 inline constexpr std::string_view vendorInterface = "\x09\x04\x00\x00\x02\xff\x00\x00\x00"sv;
@@ -38,12 +38,12 @@ inline std::string configuration(int value, const std::vector<std::string_view>&
     return head + rest;
 }
 
-/// What a dongle tells.
+/// The descriptors of a dongle.
 inline std::string dongleDescriptors() {
     return join({deviceDescriptor, configuration(1, {vendorInterface, bulkIn, bulkOut})});
 }
 
-/// Writes a device into a folder that stands for the kernel's list.
+/// Writes a device into a folder that replaces the kernel's list.
 inline void plugIn(const TemporaryFolder& folder, const std::string& place, int address,
                    std::string_view descriptors) {
     folder.write(place + "/busnum", "1\n");

@@ -86,7 +86,7 @@ TEST(DongleFrame, HasEverythingInItsPlace) {
     }
 }
 
-TEST(DongleFrame, TakesUpTheTopBitOnce) {
+TEST(DongleFrame, HasTheTopBitOnce) {
     Session session = sessionWith(a5c3);
     session.USBFrameTopBit = true;
     EXPECT_EQ(frameOf(session), "90 70 00 A5 C3 00 00 00");
@@ -100,7 +100,7 @@ TEST(DongleFrame, TakesUpTheTopBitOnce) {
 
 TEST(DongleFrame, TakesWholeBytes) {
     // Data bytes by word length, "!" where a byte needs more bits than the word has. What has no
-    // byte of its own stays behind.
+    // byte of its own is not sent.
     const std::string bytes[] = {"0000", "!!!1", "111!", "!!!2", "2222", "!!!3",
                                  "333!", "!!!4", "4444", "!!!5", "555!", "!!!!"};
     int length = 1;

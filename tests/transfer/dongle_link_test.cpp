@@ -75,7 +75,7 @@ struct LinkRig {
     }
 };
 
-TEST(DongleLink, TakesTheAnswerOfAnInterruptedWaitForNoOther) {
+TEST(DongleLink, NeverTakesTheAnswerOfAnInterruptedWaitForAnother) {
     LinkRig rig;
     rig.breakWith("late:100");
     rig.clock.interrupts = true;
@@ -248,7 +248,7 @@ TEST(DongleLink, LetsNoFrameOfAHandlerComeBetweenAnotherAndItsAnswer) {
     EXPECT_EQ(rig.failures, 1);
 }
 
-TEST(DongleLink, BearsWhatHandlersDoToItWhileAFrameWaits) {
+TEST(DongleLink, SurvivesWhatHandlersDoWhileAFrameWaits) {
     using Act = std::function<void(TurningRig&)>;
     for (const auto& [handler, act, answer, failures] : Rows<const char*, Act, const char*, int>{
              {"lasts", [](TurningRig& rig) { rig.clock.idle(9'000 * millisecond); }, "A5",

@@ -13,7 +13,7 @@
 
 namespace bitlux::test {
 
-/// A port that writes down what it is asked to do, and answers reads by a function of the number
+/// A port that records its accesses, and answers reads by a function of the number
 /// of the read.
 class LoggingPort : public ParallelPort {
 public:

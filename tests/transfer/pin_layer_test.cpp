@@ -46,7 +46,7 @@ TEST(PortPins, KeepsToItsRegister) {
     EXPECT_EQ(pins.value(), 0x0F);
 }
 
-TEST(WireTrace, TellsTimeSinceTheFirstAccess) {
+TEST(WireTrace, RecordsTimeSinceTheFirstAccess) {
     VirtualClock clock;
     clock.spend(5'000'000);
     EngineRig rig(6, ConstOn, {1});

@@ -57,7 +57,7 @@ TEST(SentWords, KeepsTheLastOfThemWhateverTheirLength) {
     EXPECT_EQ(store.words.last(3).front().begin, (count - 2) * 1000);
 }
 
-TEST(SentWords, BeginsTheListAnew) {
+TEST(SentWords, RestartsTheList) {
     Store store;
     for (int n = 0; n < 10; ++n)
         store.add(n, 8);

@@ -10,7 +10,7 @@ namespace bitlux::test {
 namespace {
 
 /// A second, plain reading of a type: what is written before the first bit, for a one, for a zero
-/// and behind the last bit, as sums of chip select 1, data in 2 and clock 4; R reads.
+/// and after the last bit, as sums of chip select 1, data in 2 and clock 4; R reads.
 constexpr std::array<std::array<const char*, 4>, 8> readings{{{"0", "26R", "04R", "01"},
                                                               {"0", "62R", "40R", "1"},
                                                               {"4", "62R", "40R", "45"},
@@ -31,7 +31,7 @@ std::string secondReading(const Session& session) {
         steps += isOne ? one : zero;
         if (session.SPIType == 5 && i == last) // which has no rising edge
             steps.replace(steps.size() - 2, 2, isOne ? "2" : "0");
-        if (session.SPIType == 7 && n == last && isOne) // data in rests behind chip select
+        if (session.SPIType == 7 && n == last && isOne) // data in returns to rest after chip select
             steps += '3';
     }
     const bool isSkipped = session.SPIType == 7 && steps.back() == '3';
@@ -54,7 +54,7 @@ void setPolarities(Session& session, bool csHigh, bool dataInverted) {
     session.DIZeroLevel = dataInverted ? 1 : 0;
 }
 
-TEST(WordEngine, AgreesWithASecondReadingForAllShapes) {
+TEST(WordEngine, AgreesWithAnIndependentModelForAllShapes) {
     std::mt19937 random(20261121);
     const int lengths[] = {1, 2, 3, 7, 8, 9, 16, 31, 32, 33, 40, 41, 64, 127, 159, 160};
     for (int type = 1; type <= 8; ++type)

@@ -12,7 +12,7 @@
 namespace bitlux::test {
 namespace {
 
-/// What the independent decoder prints; it ends well whatever it meets.
+/// What the independent decoder prints; it must end with success.
 std::string sigrok(const std::string& arguments) {
     const std::string line = fmt::format("{} {} 2>&1", SIGROK_CLI, arguments);
     FILE* pipe = ::popen(line.c_str(), "r");

@@ -48,7 +48,7 @@ TEST(WordRecorder, RecordsFromStartToStopBesideATrace) {
     EXPECT_EQ(trace.accesses().size(), traced);
     ASSERT_EQ(bench.program.waveform().count(), 2U);
     EXPECT_EQ(bench.last().sent, "03");
-    EXPECT_EQ(&bench.program.pins().port(), &bench.port); // nothing stands before it any more
+    EXPECT_EQ(&bench.program.pins().port(), &bench.port); // nothing is in front of it any more
     bench.record();
     EXPECT_EQ(bench.program.waveform().count(), 0U);
 }

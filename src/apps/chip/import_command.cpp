@@ -83,7 +83,7 @@ void addWordOptions(CLI::App& app, mapimport::WordKeys& word) {
     add.hex("--fetch", word.fetch, 0, "The word that fetches an answer");
 }
 
-/// Raises Failure. The reader tells what is wrong with a file that is too long.
+/// Raises Failure. The reader reports a file that is too long.
 std::string contentOf(const std::string& fileName) {
     std::error_code error;
     std::ifstream file;

@@ -11,7 +11,7 @@ class App;
 
 namespace bitlux {
 
-/// What `bitlux chip import` was told.
+/// The options of `bitlux chip import`.
 struct ImportCommandOptions {
     bool isGiven = false;
     std::string source; ///< a register map

@@ -212,12 +212,12 @@ private:
                    digitsFor(any.width()));
         if (!any.note.empty())
             addLine(shown(any.note), bitsColumn);
-        std::uint64_t told = 0;
+        std::uint64_t covered = 0;
         for (const Field& field : any.fields) {
             printField(field);
-            told |= field.bits.mask();
+            covered |= field.bits.mask();
         }
-        printBits(any.row, told);
+        printBits(any.row, covered);
         for (const View& view : any.views)
             if (view.row.form == any.row.form) // else it is listed again
                 printView(view, any);
@@ -239,11 +239,11 @@ private:
     }
 
     /// The captions of bits without a field, the highest first.
-    void printBits(const chips::Row& row, std::uint64_t told) const {
+    void printBits(const chips::Row& row, std::uint64_t covered) const {
         std::vector<std::string> items;
         for (int bit = row.width() - 1; bit >= 0; --bit) {
             const std::string& caption = row.captions[static_cast<std::size_t>(bit)];
-            if ((told >> bit & 1) == 0 && caption != "-" && caption != std::to_string(bit))
+            if ((covered >> bit & 1) == 0 && caption != "-" && caption != std::to_string(bit))
                 items.push_back(fmt::format("[{}] {}", bit, shown(caption)));
         }
         if (items.empty())

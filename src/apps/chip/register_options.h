@@ -15,7 +15,7 @@ class App;
 
 namespace bitlux {
 
-/// What the commands of `bitlux chip` that work on registers were told.
+/// The options of those commands of `bitlux chip` that work on registers.
 struct RegisterOptions {
     enum class Task : std::uint8_t { None, Read, Write, Dump, Diff, Load, Decode, Watch };
 

@@ -14,7 +14,7 @@ namespace {
 
 using Task = RegisterOptions::Task;
 
-/// Prints what the command tells; the words themselves are not printed.
+/// Prints the result of the command; the words themselves are not printed.
 class RegisterReport : public WordReport {
 public:
     using WordReport::WordReport;

@@ -76,7 +76,7 @@ private:
     [[nodiscard]] std::uint64_t answerTo(std::uint64_t word) const;
     [[nodiscard]] std::uint64_t composed(std::uint64_t word, const Reply& reply) const;
 
-    void carryOut(const Request& request);
+    void execute(const Request& request);
     void write(const Request& request);
     void read(const Request& request);
 
@@ -90,13 +90,12 @@ private:
     const StateBit stuckHigh_ = fault(1);
     const StateBit flagsStay_ = fault(2);
 
-    bool taking_ = false;        ///< the word on its way is listened to
+    bool taking_ = false;        ///< the chip accepts the word on its way
     std::uint64_t status_ = 0;   ///< as the word began
     Reply next_;                 ///< answers the word that comes, where answers do so
     std::uint64_t nextWord_ = 0; ///< the word that it answers
     std::string lastWord_ = "none";
-    mutable std::optional<std::uint64_t>
-        asked_; ///< what stood on the line when it was last answered
+    mutable std::optional<std::uint64_t> asked_; ///< what was on the line when it was last answered
     mutable std::uint64_t answered_ = 0;
 };
 
@@ -231,13 +230,13 @@ void ChipModel::wordEnds(const Shifted& received, const BusShape&) {
         lastWord_ += ", wrong check";
     } else if (known) {
         next_ = replyTo(*known);
-        carryOut(*known);
+        execute(*known);
     } else {
         lastWord_ += ", unknown";
     }
 }
 
-void ChipModel::carryOut(const Request& request) {
+void ChipModel::execute(const Request& request) {
     for (const auto& part : parts_)
         if (!part->accepts(request))
             return;

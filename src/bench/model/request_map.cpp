@@ -9,7 +9,7 @@ RequestMap::RequestMap(ModelStore& store) : store_(store) {
         for (const chips::View& view : owner.views) {
             views_[{view.operation, view.address}].push_back(
                 {.owner = &owner, .view = &view, .value = &store.of(owner, view)});
-            telling_[view.operation] |= view.extra;
+            selecting_[view.operation] |= view.extra;
         }
         if (!owner.reply.empty())
             findReply(owner);
@@ -22,7 +22,7 @@ std::optional<Request> RequestMap::request(std::uint64_t word) const {
     if (!operation)
         return std::nullopt;
     const std::uint64_t address = format.address.taken(word);
-    if (format.write == format.read && operation != chips::Operation::Flags) // the address tells
+    if (format.write == format.read && operation != chips::Operation::Flags) // by the address
         operation = written_.contains(address) ? chips::Operation::Write : chips::Operation::Read;
     return Request{
         .operation = *operation, .address = address, .data = format.data.taken(word), .word = word};
@@ -32,10 +32,10 @@ const ShownView* RequestMap::viewOf(const Request& request) const {
     const auto found = views_.find({request.operation, request.address});
     if (found == views_.end())
         return nullptr;
-    const std::uint64_t told = request.data & telling_.at(request.operation);
+    const std::uint64_t selector = request.data & selecting_.at(request.operation);
     const ShownView* plain = nullptr;
     for (const ShownView& any : found->second) {
-        if (isAskedFor(*any.view, told))
+        if (isAskedFor(*any.view, selector))
             return &any;
         if (any.view->extra == 0)
             plain = &any;
@@ -43,10 +43,10 @@ const ShownView* RequestMap::viewOf(const Request& request) const {
     return request.operation == chips::Operation::Read ? plain : nullptr;
 }
 
-bool RequestMap::isAskedFor(const chips::View& view, std::uint64_t told) const {
+bool RequestMap::isAskedFor(const chips::View& view, std::uint64_t selector) const {
     const std::uint64_t tooLate =
         store_.chip().word.answersNext ? 0 : (std::uint64_t{1} << (view.row.width() - 1)) - 1;
-    return ((view.extra ^ told) & ~tooLate) == 0;
+    return ((view.extra ^ selector) & ~tooLate) == 0;
 }
 
 const chips::Register* RequestMap::registerOf(const Request& request) const {
@@ -55,11 +55,11 @@ const chips::Register* RequestMap::registerOf(const Request& request) const {
         return nullptr;
     if (found->second.size() == 1)
         return found->second.front();
-    std::uint64_t telling = 0;
+    std::uint64_t selecting = 0;
     for (const chips::Register* any : found->second)
-        telling |= any->alwaysWritten;
+        selecting |= any->alwaysWritten;
     for (const chips::Register* any : found->second)
-        if ((request.data & telling) == any->alwaysWritten)
+        if ((request.data & selecting) == any->alwaysWritten)
             return any;
     return nullptr;
 }

@@ -51,8 +51,8 @@ public:
 private:
     using Key = std::pair<chips::Operation, std::uint64_t>; ///< with the address
 
-    /// Whether the data bits `told` of a request select a view.
-    [[nodiscard]] bool isAskedFor(const chips::View& view, std::uint64_t told) const;
+    /// Whether the data bits `selector` of a request select a view.
+    [[nodiscard]] bool isAskedFor(const chips::View& view, std::uint64_t selector) const;
     /// The view of this title, of the register itself if it has one, or the first of a register.
     void findReply(const chips::Register& written);
 
@@ -60,7 +60,7 @@ private:
     std::map<Key, std::vector<ShownView>> views_;
     std::map<std::uint64_t, std::vector<const chips::Register*>> written_; ///< by address
     std::map<const chips::Register*, ShownView> replies_;
-    std::map<chips::Operation, std::uint64_t> telling_; ///< bits that distinguish views
+    std::map<chips::Operation, std::uint64_t> selecting_; ///< bits that distinguish views
 };
 
 } // namespace bitlux

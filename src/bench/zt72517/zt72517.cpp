@@ -35,7 +35,7 @@ constexpr std::array<const char*, 4> modes{"Standby", "Listen Only", "Go to Slee
 constexpr std::uint8_t configurationMask = 0xE0;
 constexpr std::uint8_t configurationMark = 0x20;
 
-/// Carries frames to the chip. A frame has the length of a word, so it is told by its command too.
+/// Carries frames to the chip. A frame has the length of a word, so its command is checked too.
 class PspiService : public DongleService {
 public:
     explicit PspiService(Zt72517& chip) : chip_(chip) {}

@@ -97,7 +97,7 @@ private:
         const bool slow = (value("CFR") & slowWakeUp) != 0;
         return static_cast<std::int64_t>(interval_) * wakeUpStep * (slow ? 8 : 1);
     }
-    /// The inputs are looked at once an interval.
+    /// The inputs are sampled once per interval.
     [[nodiscard]] bool sensesCyclically() const {
         return interval_ != 0 && (value("HSCR") & highSidesOn) != 0 && value("WUCR") != 0;
     }

@@ -62,7 +62,7 @@ QLabel* PinMarks::makeNote(QWidget* parent) {
 }
 
 void PinMarks::follow() {
-    std::map<const forms::ComboBox*, QString> told;
+    std::map<const forms::ComboBox*, QString> texts;
     QStringList all;
     const std::vector<PinClash> clashes =
         form_.usesDongle() ? std::vector<PinClash>() : form_.pinClashes();
@@ -70,11 +70,11 @@ void PinMarks::follow() {
         const QString text = QString::fromStdString(clashText(clash));
         all << text;
         for (const PinField& field : clash.fields)
-            told[field.field] = text;
+            texts[field.field] = text;
     }
     for (const Field& field : fields_) {
-        const auto found = told.find(field.control);
-        const QString text = found == told.end() ? QString() : found->second;
+        const auto found = texts.find(field.control);
+        const QString text = found == texts.end() ? QString() : found->second;
         field.mark->setVisible(!text.isEmpty());
         if (field.widget->accessibleDescription() != text)
             field.widget->setAccessibleDescription(text);

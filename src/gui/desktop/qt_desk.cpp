@@ -72,7 +72,7 @@ MessageBox::Answer answerOf(int button, const MessageBox& box) {
 }
 
 /// Lets Escape and the close button leave the box without pressing one of its buttons.
-void letLeave(QMessageBox& widget) {
+void allowClosing(QMessageBox& widget) {
     QPushButton* leave = widget.addButton(QMessageBox::Cancel);
     leave->hide();
     widget.setEscapeButton(leave);
@@ -110,7 +110,7 @@ QWidget* owner() {
 } // namespace
 
 MessageBox::Answer QtBoxes::show(const MessageBox& box) {
-    if (box.tellsOfCancel)
+    if (box.reportsCancel)
         return cautiousAnswer(box.buttons);
     QMessageBox widget(owner());
     widget.setObjectName("messageBox");
@@ -121,7 +121,7 @@ MessageBox::Answer QtBoxes::show(const MessageBox& box) {
     widget.setDefaultButton(presetOf(box));
     widget.setInformativeText(QString::fromStdString(box.hint));
     if (box.canBeLeft)
-        letLeave(widget);
+        allowClosing(widget);
     if (!box.place.empty())
         widget.setDetailedText(QString::fromStdString(box.place));
     widget.setIcon(iconOf(box.icon));

@@ -14,7 +14,7 @@ namespace {
 
 volatile sig_atomic_t writeEnd = -1;
 
-void tell(int) {
+void notify(int) {
     const int error = errno;
     const char byte = 1;
     [[maybe_unused]] const ssize_t written = write(writeEnd, &byte, 1);
@@ -34,7 +34,7 @@ TerminationSignals::TerminationSignals(std::function<void()> arrived) {
             arrived();
     });
     struct sigaction action {};
-    action.sa_handler = tell;
+    action.sa_handler = notify;
     action.sa_flags = SA_RESTART;
     for (std::size_t i = 0; i < numbers.size(); ++i) {
         sigaction(numbers[i], nullptr, &before_[i]);

@@ -15,13 +15,13 @@ namespace bitlux::gui {
 namespace {
 
 /// The arrow of a menu bar that is too narrow for its menus.
-class MoreEngine : public QIconEngine {
+class MenuArrowEngine : public QIconEngine {
 public:
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override {
         painter->setPen(QApplication::palette().color(QPalette::ButtonText));
         painter->drawText(rect, Qt::AlignCenter, QString(QChar(0xBB)));
     }
-    [[nodiscard]] QIconEngine* clone() const override { return new MoreEngine; }
+    [[nodiscard]] QIconEngine* clone() const override { return new MenuArrowEngine; }
 };
 
 /// The toolkit's style, with some elements drawn more simply: frames, tabs, buttons, fields, and
@@ -34,7 +34,7 @@ public:
     [[nodiscard]] QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
                                      const QWidget* widget) const override {
         if (icon == SP_ToolBarHorizontalExtensionButton)
-            return QIcon(new MoreEngine);
+            return QIcon(new MenuArrowEngine);
         return QProxyStyle::standardIcon(icon, option, widget);
     }
 

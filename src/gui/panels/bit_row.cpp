@@ -72,10 +72,10 @@ BitCell::BitCell(int bit, bool clickable, QWidget* parent) : QLabel(parent), bit
     }
 }
 
-void BitCell::tellValue(bool one) {
-    if (told_ == one)
+void BitCell::showValue(bool one) {
+    if (shownValue_ == one)
         return;
-    told_ = one;
+    shownValue_ = one;
     update();
 }
 
@@ -83,7 +83,7 @@ void BitCell::setMarked(bool marked) {
     if (isMarked_ == marked)
         return;
     isMarked_ = marked;
-    tellName();
+    updateName();
     update();
 }
 
@@ -91,10 +91,10 @@ void BitCell::nameAfterCaption() {
     if (named_ == text() && !accessibleName().isNull())
         return;
     named_ = text();
-    tellName();
+    updateName();
 }
 
-void BitCell::tellName() {
+void BitCell::updateName() {
     QString name = QStringLiteral("bit ");
     name += QString::number(bit_);
     name += u' ';
@@ -176,10 +176,10 @@ void BitCell::paintEvent(QPaintEvent*) {
                      (isEnabled() ? palette() : QApplication::palette()).color(QPalette::Window));
     QColor faint = ink;
     faint.setAlphaF(0.55F);
-    painter.setPen(told_ ? ink : faint);
+    painter.setPen(shownValue_ ? ink : faint);
     const QRect inner = rect().adjusted(gap, gap, -gap, -gap);
     painter.setFont(numberFont_);
-    const QString value = told_ ? (*told_ ? " = 1" : " = 0") : "";
+    const QString value = shownValue_ ? (*shownValue_ ? " = 1" : " = 0") : "";
     painter.drawText(inner, Qt::AlignHCenter | Qt::AlignTop, QString::number(bit_) + value);
     QFont letters = font();
     if (const int stretch = stretchIn(inner.width()); stretch < fullWidth)
@@ -322,7 +322,7 @@ void BitRow::showValue() {
         cell.setMarked(row_->label(bit).marked());
         LabelBehaviour::of(cell)->light(one);
         if (isTwoColoured_)
-            cell.tellValue(one);
+            cell.showValue(one);
     }
     const int digits = (row_->size() + 3) / 4;
     const QString text =

@@ -24,7 +24,7 @@ public:
     void setFieldTop(bool top) { isFieldTop_ = top; }
 
     /// Shows the value beside the number: for rows whose zeros have a colour too.
-    void tellValue(bool one);
+    void showValue(bool one);
 
     /// The bit differs from what it was or should be.
     void setMarked(bool marked);
@@ -50,7 +50,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    void tellName();
+    void updateName();
     void measure(); ///< after each change of the font
     void paintEdges(QPainter& painter) const;
     void paintMark(QPainter& painter) const;
@@ -67,7 +67,7 @@ private:
     int numberHeight_ = 0;
     int character_ = 0; ///< average width of a character of the caption
     QSize hint_;
-    std::optional<bool> told_;
+    std::optional<bool> shownValue_;
     QString named_; ///< the caption in its accessible name
     bool isFieldTop_ = false;
     bool isMarked_ = false;

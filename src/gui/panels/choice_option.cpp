@@ -31,11 +31,11 @@ int ColumnPlaces::left(qsizetype column) const {
 
 void ChoiceOption::setColumns(const ColumnPlaces& columns) {
     columns_ = columns;
-    QStringList told;
+    QStringList described;
     const QStringList shown = words();
     for (qsizetype i = 0; i < std::min(shown.size(), columns.heads().size()); ++i)
-        told << columns.heads()[i] + " " + shown[i];
-    setAccessibleName(told.join(", "));
+        described << columns.heads()[i] + " " + shown[i];
+    setAccessibleName(described.join(", "));
 }
 
 int ChoiceOption::indent() const {

@@ -110,7 +110,7 @@ std::vector<PlacedView> guestsOn(const chips::Chip& chip, const std::string& pag
     return views;
 }
 
-bool standsBeside(const chips::Chip& chip) {
+bool hasViewsBesidePages(const chips::Chip& chip) {
     return !guestsOn(chip, std::string(chips::statusPage)).empty();
 }
 

@@ -39,7 +39,7 @@ using Actions = std::vector<Action>;
 /// The views on a page of registers that belong to registers of other pages.
 [[nodiscard]] std::vector<PlacedView> guestsOn(const chips::Chip& chip, const std::string& page);
 /// Whether there are views beside all pages.
-[[nodiscard]] bool standsBeside(const chips::Chip& chip);
+[[nodiscard]] bool hasViewsBesidePages(const chips::Chip& chip);
 /// The views of an outer page of flags, by its index: those that name it, and on the first page
 /// also those that name a page that does not exist.
 [[nodiscard]] std::vector<PlacedView> flagsOn(const chips::Chip& chip, std::size_t outerPage);

@@ -30,7 +30,7 @@ PanelStatusView::PanelStatusView(PanelForm& form, const PanelExtras& extras,
     layout->setSpacing(4);
     if (form.chip().variants.exists() || !extras.variants.empty())
         layout->addWidget(makeVariants(extras));
-    const bool isAlone = !standsBeside(form.chip());
+    const bool isAlone = !hasViewsBesidePages(form.chip());
     if (isAlone && form.chip().word.status.width() > 0)
         layout->addLayout(makeStatus());
     layout->addWidget(makeTexts());

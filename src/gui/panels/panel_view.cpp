@@ -62,7 +62,7 @@ PanelView::PanelView(PanelForm& form, Binder& binder, const ShowModel& showModel
     auto* row = new QHBoxLayout;
     row->setSpacing(10);
     row->addLayout(column, 1);
-    if (standsBeside(form.chip())) {
+    if (hasViewsBesidePages(form.chip())) {
         side_ = new PanelSideView(form_, extras_, widgets_, this);
         row->addWidget(side_);
     }

@@ -8,9 +8,9 @@ RowButton* PanelWidgets::rowButton(const ControlRef& name, QWidget* parent,
                                    const QString& about) const {
     auto* made = make<RowButton, forms::Button>(name, parent);
     const bool appends = made->text().startsWith('>');
-    const QString tells = appends && !made->toolTip().isEmpty() ? made->toolTip() : about;
-    if (!tells.isEmpty())
-        made->setAccessibleName(made->text() + " " + tells);
+    const QString description = appends && !made->toolTip().isEmpty() ? made->toolTip() : about;
+    if (!description.isEmpty())
+        made->setAccessibleName(made->text() + " " + description);
     return made;
 }
 

@@ -85,9 +85,9 @@ private:
         auto* place = new QHBoxLayout;
         place->setSpacing(spacing);
         grid_->addLayout(place, line, caption != nullptr ? 1 : 0, 1, caption != nullptr ? 1 : 2);
-        const auto* told = qobject_cast<QLabel*>(caption);
-        if (told != nullptr && !told->text().trimmed().isEmpty())
-            name_ = told->text();
+        const auto* label = qobject_cast<QLabel*>(caption);
+        if (label != nullptr && !label->text().trimmed().isEmpty())
+            name_ = label->text();
         addControls(*place, controls);
     }
 

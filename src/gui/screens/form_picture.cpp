@@ -7,6 +7,12 @@
 
 namespace bitlux::gui {
 
+void savePicture(MainWindow& window, QWidget& part, const QString& name) {
+    window.binder().flush();
+    QApplication::processEvents();
+    part.grab().save(name + ".png");
+}
+
 void saveFormPicture(MainWindow& window, const std::string& caption, QSize size,
                      const QString& file) {
     window.binder().flush();
@@ -22,6 +28,15 @@ void saveFormPicture(MainWindow& window, const std::string& caption, QSize size,
             QApplication::processEvents();
         dialog->grab().save(file);
         dialog->resize(before);
+    }
+}
+
+void saveRegisterPages(MainWindow& window, QWidget& panel, PanelForm& form, const QString& prefix,
+                       const QString& tail) {
+    for (int page = 1; page <= form.registerTabs.count(); ++page) {
+        form.registerTabs.click(page);
+        savePicture(window, panel,
+                    prefix + QString("-register-%1").arg(page, 2, 10, QChar('0')) + tail);
     }
 }
 

@@ -19,7 +19,7 @@ public:
     /// Shows words one after the other. The last one is the current word: zoomed and scrolled like
     /// the one before; the whole row if the whole was visible.
     void show(std::vector<Waveform> words);
-    /// By whose names the words are told.
+    /// The names by which words are decoded.
     void setNames(const WaveNames& names);
     [[nodiscard]] const WaveRow& row() const { return row_; }
     /// The last of the words; one without lines when there is none.

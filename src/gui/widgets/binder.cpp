@@ -132,12 +132,12 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
     case QEvent::FocusIn:
         focused_[&control.form()] = &control;
-        byHand([&control] { control.focus(); });
+        performInput([&control] { control.focus(); });
         break;
     case QEvent::MouseButtonDblClick:
         if (control.kind() == forms::Control::Kind::ComboBox &&
             static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
-            byHand([&control] { control.doubleClick(); });
+            performInput([&control] { control.doubleClick(); });
         break;
     case QEvent::DragEnter:
         // The window opens dropped files; a field does not take them as text.
@@ -157,7 +157,7 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
 bool Binder::keyPressed(forms::Control& control, QObject* widget, const QKeyEvent& event) {
     const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
     if (enter && control.hasKeyHandler()) {
-        byHand([&control] { control.key(forms::KeyCode::Enter); });
+        performInput([&control] { control.key(forms::KeyCode::Enter); });
         if (controls_.contains(widget)) // else its form was destroyed
             enterTaken.raise(control);
         return true;
@@ -179,14 +179,14 @@ bool Binder::typed(forms::TextBox& control, QLineEdit& widget, const QKeyEvent& 
     const int start = widget.hasSelectedText() ? widget.selectionStart() : widget.cursorPosition();
     const int length = static_cast<int>(widget.selectedText().size());
     control.select(bytes(start), bytes(start + length) - bytes(start));
-    byHand([&] { control.key(forms::keystrokeOf(text[0].toLatin1())); });
+    performInput([&] { control.key(forms::keystrokeOf(text[0].toLatin1())); });
     flush();
     const std::string before = control.text().substr(0, control.selectionStart());
     widget.setCursorPosition(static_cast<int>(QString::fromStdString(before).size()));
     return true;
 }
 
-void Binder::byHand(const std::function<void()>& action) {
+void Binder::performInput(const std::function<void()>& action) {
     try {
         action();
     } catch (const forms::Unreachable&) {

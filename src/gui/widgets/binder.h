@@ -76,7 +76,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void byHand(const std::function<void()>& action);
+    void performInput(const std::function<void()>& action);
     void refresh(Binding& binding);
     void followFocus(const Binding& binding);
     bool keyPressed(forms::Control& control, QObject* widget, const QKeyEvent& event);

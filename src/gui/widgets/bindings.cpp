@@ -39,7 +39,7 @@ void Binding::leave() {
     object_.blockSignals(true);
 }
 
-void Binding::byHand(const std::function<void()>& action) {
+void Binding::performInput(const std::function<void()>& action) {
     if (gone_)
         return;
     try {
@@ -95,7 +95,7 @@ void WidgetBinding::bringUpToDate() {
 ButtonBinding::ButtonBinding(forms::Button& control, QPushButton& widget)
     : WidgetBinding(control, widget), control_(control), widget_(widget) {
     QObject::connect(&widget, &QPushButton::clicked, &widget,
-                     [this] { byHand([this] { control_.click(); }); });
+                     [this] { performInput([this] { control_.click(); }); });
 }
 
 void ButtonBinding::refreshContent() {
@@ -106,7 +106,7 @@ ConfirmBinding::ConfirmBinding(forms::Button& control, ConfirmButton& widget)
     : WidgetBinding(control, widget), control_(control), widget_(widget) {
     QObject::connect(&widget, &QPushButton::clicked, &widget, [this] {
         if (widget_.pressedAgain())
-            byHand([this] { control_.click(); });
+            performInput([this] { control_.click(); });
     });
 }
 void ConfirmBinding::refreshContent() {
@@ -119,7 +119,7 @@ CheckBoxBinding::CheckBoxBinding(forms::CheckBox& control, QCheckBox& widget)
       widget_(widget),
       hasOwnText_(!widget.text().isEmpty()) {
     QObject::connect(&widget, &QCheckBox::clicked, &widget,
-                     [this] { byHand([this] { control_.click(); }); });
+                     [this] { performInput([this] { control_.click(); }); });
 }
 
 void CheckBoxBinding::refreshContent() {
@@ -132,7 +132,7 @@ OptionButtonBinding::OptionButtonBinding(forms::OptionButton& control, QRadioBut
     : WidgetBinding(control, widget), control_(control), widget_(widget) {
     widget_.setAutoExclusive(false); // the control knows its group
     QObject::connect(&widget, &QRadioButton::clicked, &widget, [this] {
-        byHand([this] { control_.click(); });
+        performInput([this] { control_.click(); });
         refresh();
     });
 }
@@ -152,10 +152,11 @@ ComboBoxBinding::ComboBoxBinding(forms::ComboBox& control, QComboBox& widget)
         QObject::disconnect(widget_.lineEdit(), &QLineEdit::editingFinished, &widget_, nullptr);
     }
     widget_.setInsertPolicy(QComboBox::NoInsert);
-    QObject::connect(&widget, &QComboBox::activated, &widget,
-                     [this](int index) { byHand([this, index] { control_.select(index); }); });
+    QObject::connect(&widget, &QComboBox::activated, &widget, [this](int index) {
+        performInput([this, index] { control_.select(index); });
+    });
     QObject::connect(&widget, &QComboBox::editTextChanged, &widget, [this](const QString& text) {
-        byHand([this, &text] { control_.edit(text.toStdString()); });
+        performInput([this, &text] { control_.edit(text.toStdString()); });
     });
 }
 
@@ -190,9 +191,9 @@ LabelBinding::LabelBinding(forms::Label& control, QLabel& widget)
       behaviour_(*new LabelBehaviour(widget)) {
     widget_.setTextFormat(Qt::PlainText);
     QObject::connect(&behaviour_, &LabelBehaviour::clicked, &widget,
-                     [this] { byHand([this] { control_.click(); }); });
+                     [this] { performInput([this] { control_.click(); }); });
     QObject::connect(&behaviour_, &LabelBehaviour::doubleClicked, &widget,
-                     [this] { byHand([this] { control_.doubleClick(); }); });
+                     [this] { performInput([this] { control_.doubleClick(); }); });
 }
 
 void LabelBinding::refreshContent() {
@@ -210,14 +211,15 @@ void LabelBinding::refreshContent() {
 
 ListBoxBinding::ListBoxBinding(forms::ListBox& control, LogView& widget)
     : WidgetBinding(control, widget), control_(control), widget_(widget) {
-    QObject::connect(&widget, &LogView::selected, &widget,
-                     [this](int index) { byHand([this, index] { control_.select(index); }); });
+    QObject::connect(&widget, &LogView::selected, &widget, [this](int index) {
+        performInput([this, index] { control_.select(index); });
+    });
     QObject::connect(&widget, &LogView::doubleClicked, &widget,
-                     [this] { byHand([this] { control_.doubleClick(); }); });
+                     [this] { performInput([this] { control_.doubleClick(); }); });
     if (control.handles(forms::ControlEvent::DragDrop))
         widget.setDraggable();
     QObject::connect(&widget, &LogView::dragged, &widget, [this](int from, int to) {
-        byHand([this, from, to] { control_.dragLine(from, to); });
+        performInput([this, from, to] { control_.dragLine(from, to); });
     });
 }
 
@@ -229,9 +231,9 @@ ScrollBarBinding::ScrollBarBinding(forms::ScrollBar& control, QAbstractSlider& w
     : WidgetBinding(control, widget), control_(control), widget_(widget) {
     widget_.setTracking(false); // the value changes when the thumb is released
     QObject::connect(&widget, &QAbstractSlider::sliderMoved, &widget,
-                     [this](int value) { byHand([this, value] { control_.drag(value); }); });
+                     [this](int value) { performInput([this, value] { control_.drag(value); }); });
     QObject::connect(&widget, &QAbstractSlider::valueChanged, &widget,
-                     [this](int value) { byHand([this, value] { control_.move(value); }); });
+                     [this](int value) { performInput([this, value] { control_.move(value); }); });
 }
 
 void ScrollBarBinding::refreshContent() {
@@ -242,8 +244,9 @@ void ScrollBarBinding::refreshContent() {
 
 TabStripBinding::TabStripBinding(forms::TabStrip& control, QTabBar& widget)
     : WidgetBinding(control, widget), control_(control), widget_(widget) {
-    QObject::connect(&widget, &QTabBar::currentChanged, &widget,
-                     [this](int index) { byHand([this, index] { control_.click(index + 1); }); });
+    QObject::connect(&widget, &QTabBar::currentChanged, &widget, [this](int index) {
+        performInput([this, index] { control_.click(index + 1); });
+    });
 }
 
 void TabStripBinding::refreshContent() {
@@ -260,7 +263,7 @@ void TabStripBinding::refreshContent() {
 TextBoxBinding::TextBoxBinding(forms::TextBox& control, QLineEdit& widget)
     : WidgetBinding(control, widget), control_(control), widget_(widget) {
     QObject::connect(&widget, &QLineEdit::textChanged, &widget, [this](const QString& text) {
-        byHand([this, &text] { control_.edit(text.toStdString()); });
+        performInput([this, &text] { control_.edit(text.toStdString()); });
     });
 }
 
@@ -286,7 +289,7 @@ void TimerBinding::bringUpToDate() {
 MenuItemBinding::MenuItemBinding(forms::MenuItem& control, QAction& action)
     : Binding(control, action), control_(control), action_(action) {
     QObject::connect(&action, &QAction::triggered, &action,
-                     [this] { byHand([this] { control_.click(); }); });
+                     [this] { performInput([this] { control_.click(); }); });
 }
 
 void MenuItemBinding::bringUpToDate() {

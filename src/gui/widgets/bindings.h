@@ -46,7 +46,7 @@ public:
 protected:
     /// Runs an input of the user. For a control that was hidden or disabled since the last refresh
     /// only the refresh happens, whatever the widget still shows.
-    void byHand(const std::function<void()>& action);
+    void performInput(const std::function<void()>& action);
     virtual void bringUpToDate() = 0;
 
 private:

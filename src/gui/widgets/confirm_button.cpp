@@ -7,14 +7,14 @@
 namespace bitlux::gui {
 
 ConfirmButton::ConfirmButton(Question question, QWidget* parent)
-    : QPushButton(parent), question_(std::move(question)), patience_(this), doubleClick_(this) {
+    : QPushButton(parent), question_(std::move(question)), timeOut_(this), doubleClick_(this) {
     setAutoDefault(false); // Enter in another field must not press it
-    patience_.setSingleShot(true);
-    patience_.setInterval(patience);
-    patience_.setObjectName("patience");
+    timeOut_.setSingleShot(true);
+    timeOut_.setInterval(timeOut);
+    timeOut_.setObjectName("timeOut");
     doubleClick_.setSingleShot(true);
     doubleClick_.setObjectName("doubleClick");
-    QObject::connect(&patience_, &QTimer::timeout, this, [this] { rest(); });
+    QObject::connect(&timeOut_, &QTimer::timeout, this, [this] { rest(); });
 }
 
 void ConfirmButton::setCaption(const QString& caption) {
@@ -46,14 +46,14 @@ void ConfirmButton::ask(const QString& question) {
     QFont bold = font();
     bold.setBold(true);
     setFont(bold);
-    patience_.start();
+    timeOut_.start();
     doubleClick_.start(QApplication::doubleClickInterval());
 }
 
 void ConfirmButton::rest() {
     if (asked_.isEmpty())
         return;
-    patience_.stop();
+    timeOut_.stop();
     asked_.clear();
     setText(caption_);
     setFont(QFont()); // the inherited font

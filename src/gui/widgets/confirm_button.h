@@ -11,7 +11,7 @@ namespace bitlux::gui {
 /// five seconds does it. Leaving the button, or a change of the text, cancels the first press.
 class ConfirmButton : public QPushButton {
 public:
-    static constexpr int patience = 5000; ///< milliseconds
+    static constexpr int timeOut = 5000; ///< milliseconds
 
     /// What a press would do now.
     using Question = std::function<QString()>;
@@ -32,7 +32,7 @@ private:
     Question question_;
     QString caption_;
     QString asked_; ///< empty when nothing is to be confirmed
-    QTimer patience_;
+    QTimer timeOut_;
     QTimer doubleClick_; ///< while it runs, a press may be the second half of a double click
 };
 

@@ -5,7 +5,7 @@
 namespace bitlux::gui {
 
 /// A label of digits that can mark those that changed: its text is plain, the marks are painted
-/// behind it. Digits are compared from the right, the least significant end.
+/// after it. Digits are compared from the right, the least significant end.
 class DigitsLabel : public QLabel {
 public:
     explicit DigitsLabel(QWidget* parent = nullptr);

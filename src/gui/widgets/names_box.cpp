@@ -34,12 +34,11 @@ void NamesBox::follow() {
     const QString picked = QString::fromStdString(names_.picked());
     if (currentData().toString() != picked)
         setCurrentIndex(std::max(0, findData(picked)));
-    const QString tip =
-        names_.problem().empty()
-            ? QString(
-                  "Words are told by the names of this chip. The first choice is the chip whose "
-                  "tab or panel is open.")
-            : QString::fromStdString(names_.problem());
+    const QString tip = names_.problem().empty()
+                            ? QString("Words are decoded with the names of this chip. The first "
+                                      "choice is the chip whose "
+                                      "tab or panel is open.")
+                            : QString::fromStdString(names_.problem());
     if (toolTip() != tip)
         setToolTip(tip);
 }

@@ -6,8 +6,8 @@
 
 namespace bitlux::gui {
 
-/// By the names of which chip words are told: of the one that the user works with, or of one that
-/// is picked. The choice is the same wherever it is shown.
+/// Selects the chip whose names decode words: the one that the user works with, or one that is
+/// picked. All boxes show the same choice.
 class NamesBox : public QComboBox {
 public:
     /// `names` outlives it.

@@ -40,7 +40,7 @@ QPoint placeBeside(QSize window, const QRect& other, const QRect& screen) {
     });
 }
 
-QSize roomForWindow(const QWidget& window) {
+QSize availableWindowSize(const QWidget& window) {
     return window.screen()->availableSize() - frameOf(window);
 }
 

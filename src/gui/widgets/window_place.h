@@ -15,7 +15,7 @@ namespace bitlux::gui {
 [[nodiscard]] QPoint placeBeside(QSize window, const QRect& other, const QRect& screen);
 
 /// The largest size of a window that fits its screen, without the frame.
-[[nodiscard]] QSize roomForWindow(const QWidget& window);
+[[nodiscard]] QSize availableWindowSize(const QWidget& window);
 
 /// Places a window that is not yet on the screen beside another, with a size that fits the screen.
 void openBeside(QWidget& window, const QWidget& other);

@@ -272,7 +272,7 @@ void MainWindow::followRun() {
 }
 
 void MainWindow::fitToContent() {
-    const QSize room = roomForWindow(*this);
+    const QSize room = availableWindowSize(*this);
     int around = menuBar()->sizeHint().height() + statusBar()->sizeHint().height() + 8;
     int beside = 4;
     for (QDockWidget* dock : findChildren<QDockWidget*>()) {

@@ -69,14 +69,14 @@ std::string AutoReads::captionOf(const chips::Chip& chip, int box) const {
 }
 
 std::vector<int> AutoReads::boxesOf(std::size_t group) const {
-    const auto firstBehind = [this](std::size_t wanted) {
+    const auto firstAfter = [this](std::size_t wanted) {
         return wanted < style_.groups.size() ? style_.groups[wanted].ticks.highest() + 1
                                              : static_cast<int>(style_.buttons.size());
     };
     const bool isLast = group + 1 >= style_.groups.size();
     std::vector<int> shown;
-    for (int box = group == 0 ? 0 : firstBehind(group - 1);
-         box < (isLast ? static_cast<int>(style_.buttons.size()) : firstBehind(group)); ++box)
+    for (int box = group == 0 ? 0 : firstAfter(group - 1);
+         box < (isLast ? static_cast<int>(style_.buttons.size()) : firstAfter(group)); ++box)
         if (style_.buttons.at(static_cast<std::size_t>(box)).exists())
             shown.push_back(box);
     return shown;

@@ -13,7 +13,7 @@ namespace bitlux {
 class CommandStore;
 
 /// Repeatedly presses the read buttons whose boxes are ticked. Other boxes turn the reads on, tick
-/// a group, or record what is sent by hand.
+/// a group, or record what the user sends.
 class AutoReads : public PanelPart {
 public:
     explicit AutoReads(const PanelContext& context);

@@ -5,8 +5,8 @@
 
 namespace bitlux {
 
-void tellByteService(const PanelSurroundings& outside, const ByteService& service,
-                     ServiceNote& note) {
+void commandByteService(const PanelSurroundings& outside, const ByteService& service,
+                        ServiceNote& note) {
     if (!outside.session.USBReady)
         return;
     UsbFrame frame = commandFrame(dongle::serveByte);
@@ -15,8 +15,8 @@ void tellByteService(const PanelSurroundings& outside, const ByteService& servic
     frame[5] = frameByte(service.period);
     frame[6] = service.chip;
     UsbFrame answer{};
-    note.told(service.state != 0,
-              outside.dongle.exchange(frame, answer, DongleLink::Wait::Limited));
+    note.commanded(service.state != 0,
+                   outside.dongle.exchange(frame, answer, DongleLink::Wait::Limited));
 }
 
 } // namespace bitlux

@@ -17,7 +17,7 @@ struct ByteService {
 
 /// Sends the command to the dongle, and the result to `note`; no effect without a dongle. Raises
 /// Failure (Overflow) for a value that is not a byte.
-void tellByteService(const PanelSurroundings& outside, const ByteService& service,
-                     ServiceNote& note);
+void commandByteService(const PanelSurroundings& outside, const ByteService& service,
+                        ServiceNote& note);
 
 } // namespace bitlux

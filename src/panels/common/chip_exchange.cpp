@@ -23,7 +23,7 @@ ChipExchange::ChipExchange(const chips::WordFormat& format, Session& session, Wo
 ChipExchange::Rest::~Rest() {
     try {
         apply();
-    } catch (const Failure&) { // the port is lost, which the next word tells
+    } catch (const Failure&) { // the port is lost, which the next word reports
     }
 }
 

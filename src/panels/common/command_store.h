@@ -7,7 +7,7 @@
 
 namespace bitlux {
 
-/// Records what the user sends by hand, in a file that can be loaded and run as a sequence.
+/// Records what the user sends, in a file that can be loaded and run as a sequence.
 class CommandStore : public PanelPart {
 public:
     explicit CommandStore(const PanelContext& context);

@@ -25,7 +25,7 @@ std::vector<std::string> DescribedCommands::play(int line, const std::string& na
     if (meaning->written != nullptr)
         words_.write(*meaning->written, hexValue(value, meaning->written->width()));
     else
-        carryOut(*meaning->command);
+        execute(*meaning->command);
     return {};
 }
 

@@ -19,7 +19,7 @@ public:
     DescribedCommands(const LineIndex& index, PanelWords& words) : index_(index), words_(words) {}
 
     /// Executes a command; set by the owner of the registers.
-    std::function<void(const chips::Command& command)> carryOut = [](const chips::Command&) {};
+    std::function<void(const chips::Command& command)> execute = [](const chips::Command&) {};
 
     std::vector<std::string> play(int line, const std::string& name,
                                   const std::string& value) override;

@@ -53,7 +53,7 @@ void HeldShape::keep() {
         take();
 }
 
-void HeldShape::giveBack() {
+void HeldShape::restore() {
     held_ = false;
     if (active_ != nullptr)
         *active_ = 0;

@@ -21,7 +21,7 @@ public:
     /// Words of the chip's length, all 0, in its type from now on, if the panel holds the type.
     void take();
     /// Restores what was applied last, regardless of the state before this panel.
-    void giveBack();
+    void restore();
     /// Sets it again if it is held and was changed.
     void keep();
 

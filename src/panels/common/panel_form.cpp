@@ -73,7 +73,7 @@ PanelForm::PanelForm(forms::FormSet& set, const std::string& name, chips::ChipPt
       registerTabs(*this, chip_->panel.registerTabs.name, registerTabsOf(*chip_),
                    elementOf(chip_->panel.registerTabs)) {
     words.starting = [this] { keepShape(); };
-    sequence.commands.carryOut = [this](const chips::Command& any) { registers.carryOut(any); };
+    sequence.commands.execute = [this](const chips::Command& any) { registers.execute(any); };
     addCompanions();
     for (const chips::OwnControl& any : chip_->controls)
         pageControls.add(any);
@@ -128,7 +128,7 @@ void PanelForm::registerProcedures() {
     procedure("Form_Load", [this] { load(); });
     procedure("Form_Activate", [this] { shape_.take(); });
     if (chip_->panel.holds == chips::PanelLayout::Holds::WhileInFront)
-        procedure("Form_Deactivate", [this] { shape_.giveBack(); });
+        procedure("Form_Deactivate", [this] { shape_.restore(); });
     procedure("Form_Unload", [this] { unload(); });
 }
 
@@ -163,7 +163,7 @@ void PanelForm::unload() {
         else if (set().isVisible(
                      companion)) // another form comes to the front; it may take the shape
             set().form(companion).setVisible(false);
-    shape_.giveBack();
+    shape_.restore();
 }
 
 } // namespace bitlux

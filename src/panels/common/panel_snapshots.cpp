@@ -101,10 +101,10 @@ void PanelSnapshots::CompareSnapshot() {
     for (const Value& any : now->values)
         showRead(catalog().item(any.name), any.value,
                  any.value ^ chosen->snapshot.find(any.name)->value);
-    tellCompared(*std::move(chosen), *now);
+    reportCompared(*std::move(chosen), *now);
 }
 
-void PanelSnapshots::tellCompared(Chosen chosen, const RegisterSnapshot& now) {
+void PanelSnapshots::reportCompared(Chosen chosen, const RegisterSnapshot& now) {
     std::vector<Value>& wanted = chosen.snapshot.values;
     const std::size_t left = wanted.size() - now.values.size();
     std::erase_if(wanted, [&now](const Value& any) { return now.find(any.name) == nullptr; });
@@ -113,11 +113,11 @@ void PanelSnapshots::tellCompared(Chosen chosen, const RegisterSnapshot& now) {
                                       registers(now.values.size()));
     if (left > 0)
         heading += fmt::format(" Not compared, as no read leaves them alone: {}.", left);
-    tell({.title = compareTitle,
-          .heading = std::move(heading),
-          .before = "Snapshot",
-          .after = "Chip",
-          .lines = std::move(found)});
+    publish({.title = compareTitle,
+             .heading = std::move(heading),
+             .before = "Snapshot",
+             .after = "Chip",
+             .lines = std::move(found)});
 }
 
 void PanelSnapshots::WriteSnapshot() {
@@ -129,7 +129,7 @@ void PanelSnapshots::WriteSnapshot() {
         return;
     const RegisterSnapshot plan = toWrite(chosen->snapshot, *now);
     if (plan.values.empty())
-        return tellWritten(
+        return reportWritten(
             fmt::format("Nothing was written: no register differs from {}.", chosen->name), {});
     if (!isConfirmed(plan, chosen->name))
         return;
@@ -139,16 +139,17 @@ void PanelSnapshots::WriteSnapshot() {
     const std::string result = outside_.session.WordAnswered
                                    ? fmt::format("Did not take: {}.", refused.size())
                                    : "Then the chip did not answer.";
-    tellWritten(fmt::format("Written: {} of {}. {}", count, registers(plan.values.size()), result),
-                std::move(refused));
+    reportWritten(
+        fmt::format("Written: {} of {}. {}", count, registers(plan.values.size()), result),
+        std::move(refused));
 }
 
-void PanelSnapshots::tellWritten(std::string heading, Differences refused) {
-    tell({.title = writeTitle,
-          .heading = std::move(heading),
-          .before = "Written",
-          .after = "Read back",
-          .lines = std::move(refused)});
+void PanelSnapshots::reportWritten(std::string heading, Differences refused) {
+    publish({.title = writeTitle,
+             .heading = std::move(heading),
+             .before = "Written",
+             .after = "Read back",
+             .lines = std::move(refused)});
 }
 
 RegisterSnapshot PanelSnapshots::toWrite(const RegisterSnapshot& wanted,
@@ -176,7 +177,7 @@ bool PanelSnapshots::isConfirmed(const RegisterSnapshot& plan, const std::string
     return outside_.desk.boxes.show(question) == MessageBox::Answer::Yes;
 }
 
-void PanelSnapshots::tell(SnapshotReport report) {
+void PanelSnapshots::publish(SnapshotReport report) {
     report_ = std::move(report);
     reported.raise();
 }

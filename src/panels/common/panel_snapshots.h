@@ -75,9 +75,9 @@ private:
     /// Writes and reads back one value after the other, as long as the chip answers. How many were
     /// written; `refused` receives what did not take.
     std::size_t writeAll(const RegisterSnapshot& plan, Differences& refused);
-    void tellCompared(Chosen chosen, const RegisterSnapshot& now);
-    void tellWritten(std::string heading, Differences refused);
-    void tell(SnapshotReport report);
+    void reportCompared(Chosen chosen, const RegisterSnapshot& now);
+    void reportWritten(std::string heading, Differences refused);
+    void publish(SnapshotReport report);
 
     /// Reads back what the user has written.
     void check(const chips::Register& target, std::uint64_t value);

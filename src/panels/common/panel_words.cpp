@@ -128,7 +128,7 @@ bool PanelWords::sendAdjusted(Purpose purpose, const chips::Register* target, st
     return send(adjust ? adjust(purpose, target, word) : word);
 }
 
-void PanelWords::tellStatus(Purpose purpose) {
+void PanelWords::reportStatus(Purpose purpose) {
     static const chips::BitList none;
     const bool inPart = purpose == Purpose::Read && !format_.statusOfRead.empty();
     answered(inPart ? format_.statusOfRead : none);
@@ -136,14 +136,14 @@ void PanelWords::tellStatus(Purpose purpose) {
 
 void PanelWords::put(const chips::Register& target, std::uint64_t data) {
     sendAdjusted(Purpose::Write, &target, wordOf(target, data));
-    tellStatus(Purpose::Write);
+    reportStatus(Purpose::Write);
 }
 
 std::uint64_t PanelWords::fetch(const chips::View& view) {
     sendAdjusted(Purpose::Read, nullptr, wordOf(view));
     if (format_.answersNext)
         sendAdjusted(Purpose::Read, nullptr, format_.fetch.value_or(wordOf(view)));
-    tellStatus(Purpose::Read);
+    reportStatus(Purpose::Read);
     return format_.data.taken(answer());
 }
 
@@ -164,7 +164,7 @@ std::uint64_t PanelWords::read(const chips::View& view) {
 
 void PanelWords::command(const chips::Command& command) {
     sendAdjusted(Purpose::Command, nullptr, command.word.value_or(0));
-    tellStatus(Purpose::Command);
+    reportStatus(Purpose::Command);
     if (command.line.exists())
         sent(command.line, command.line.value);
 }

@@ -51,7 +51,7 @@ public:
     /// The value of a view in the chip's answer; 0 without an answer.
     std::uint64_t read(const chips::View& view);
     void command(const chips::Command& command);
-    // The same for the program's own purposes: neither recorded nor told as read or written.
+    // The same for the program's own purposes: neither recorded nor reported as read or written.
     void put(const chips::Register& target, std::uint64_t data);
     std::uint64_t fetch(const chips::View& view);
 
@@ -87,7 +87,7 @@ private:
 
     [[nodiscard]] bool sendable();
     bool sendAdjusted(Purpose purpose, const chips::Register* target, std::uint64_t word);
-    void tellStatus(Purpose purpose);
+    void reportStatus(Purpose purpose);
 
     const chips::WordFormat& format_;
     Session& session_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "chips/description.h"
+#include "panels/common/field_choices.h"
 #include "panels/common/panel_controls.h"
 #include "panels/common/panel_words.h"
 
@@ -12,9 +13,8 @@ namespace bitlux {
 
 /// Makes the controls and handlers of a chip's registers and commands from its description.
 ///
-/// The lit labels of the write row are the register's value. Options, boxes and lists are a second
-/// view of it: a choice lights bits, and a click on a bit selects the matching choice. Without a
-/// row the choices are the value. Write sends it, >SEQ appends it to the sequence, the read buttons
+/// The lit labels of the write row are the register's value; options, boxes and lists are a second
+/// view of it (FieldChoices). Write sends it, >SEQ appends it to the sequence, the read buttons
 /// show a view in its row.
 ///
 /// It makes those of the panel, or of one companion form. Further behaviour of a register's control
@@ -41,7 +41,7 @@ public:
     /// Makes a value that of a register, in its row and its choices.
     void adopt(const chips::Register& target, std::uint64_t value) const;
     /// Executes a command as its button does.
-    void carryOut(const chips::Command& command);
+    void execute(const chips::Command& command);
     /// The marker file of the panel exists: lists show all their choices from now on.
     void showMarked() const;
     /// The word that reads a view.
@@ -57,28 +57,14 @@ private:
     void add(const chips::Register& added);
     void addRegister(const chips::Register& added);
     void addWriteRow(const chips::Register& added);
-    void addField(const chips::Register& owner, const chips::Field& field);
-    void addOptions(const chips::Register& owner, const chips::Field& field);
-    void addGate(const chips::Field& field);
-    void addBox(const chips::Register& owner, const chips::Field& field);
-    void addList(const chips::Register& owner, const chips::Field& field);
     void addView(const chips::View& view);
     void addCommand(const chips::Command& command);
     [[nodiscard]] std::string tooltip(const chips::Command& command) const;
     void addButton(const ControlRef& name, const std::string& caption, const std::string& tooltip,
                    PanelControls::Action action);
     void addAppend(const chips::Line& line, PanelControls::Action action);
-    void chooseByText(const chips::Register& owner, const chips::Field& field,
-                      const std::string& text) const;
-    /// Sets the bits of a choice in the row, if there is one.
-    void choose(const chips::Register& owner, const chips::Field& field, std::uint64_t code) const;
-    /// Updates the choices that contain a bit from the row.
-    void follow(const chips::Register& changed, int bit) const;
-    void follow(const chips::Field& field, std::uint64_t value) const;
-    void addTold(const chips::View& view);
-    void tell(const chips::View& view) const;
-    [[nodiscard]] bool counts(const chips::Field& field) const;
-    [[nodiscard]] std::uint64_t codeOf(const chips::Field& field) const;
+    void addTextLabel(const chips::View& view);
+    void showText(const chips::View& view) const;
     [[nodiscard]] std::string lineValue(const chips::Register& of) const;
     [[nodiscard]] const chips::View* replyOf(const chips::Register& of) const;
 
@@ -87,6 +73,7 @@ private:
     PanelWords& words_;
     Append append_;
     std::string form_;
+    FieldChoices choices_;
 };
 
 } // namespace bitlux

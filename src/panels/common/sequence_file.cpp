@@ -48,7 +48,7 @@ class FieldReader {
 public:
     explicit FieldReader(const std::string& fileName) : lines_(fileName) {}
 
-    /// Nothing behind the last one, and when the file cannot be read on.
+    /// Nothing after the last one, and when the rest of the file cannot be read.
     std::optional<std::string_view> next() {
         if (!rest_)
             rest_ = nextLine();

@@ -8,7 +8,7 @@
 
 namespace bitlux {
 
-/// Numbers from 0 on, an arrow behind one of them; as many as are prepared, or as the arrow needs.
+/// Numbers from 0 on, an arrow after one of them; as many as are prepared, or as the arrow needs.
 /// Other texts may be numbers too.
 class SequenceLists::LineNumbers : public forms::LineSource {
 public:

@@ -56,7 +56,7 @@ class SequencePlayer::Shown {
 public:
     explicit Shown(SequencePlayer& player) : player_(player), isOutermost_(!player.progress_) {
         if (isOutermost_) {
-            told_.emplace(player.parts_.failures);
+            messages_.emplace(player.parts_.failures);
             player_.progress_ = {.lines = player_.parts_.lists.last(), .waitUntil = {}};
         }
     }
@@ -72,7 +72,7 @@ public:
 private:
     SequencePlayer& player_;
     bool isOutermost_;
-    std::optional<FailureBoxes::Run> told_;
+    std::optional<FailureBoxes::Run> messages_;
 };
 
 SequencePlayer::SequencePlayer(forms::Form& form, const Parts& parts)

@@ -113,7 +113,7 @@ bool SequenceStops::sample() const {
 void SequenceStops::await(const Condition& condition) {
     sequence_.player.await(condition.lines(0).value() ? SequenceProgress::Awaited::Reset
                                                       : SequenceProgress::Awaited::Interrupt);
-    bool lost = false; // the user is told once, not at each sample
+    bool lost = false; // the user is notified once, not at each sample
     while (!condition.seen && !condition.pass && sequence_.variables.RunEnabled) {
         lost = lost ? session_.LinkFailed : !sample();
         if (condition.lines(0).value() ? session_.ResetSeen : session_.InterruptSeen)

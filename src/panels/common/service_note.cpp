@@ -9,7 +9,7 @@ ServiceNote::ServiceNote(const PanelContext& context)
     WatchdogDongle.hide();
 }
 
-void ServiceNote::told(bool serves, bool answered) {
+void ServiceNote::commanded(bool serves, bool answered) {
     serves_ = serves;
     losses_ = answered ? std::optional(link_.losses()) : std::nullopt;
     show();

@@ -11,7 +11,7 @@ public:
     explicit ServiceNote(const PanelContext& context);
 
     /// The dongle was commanded to serve, or to stop; `answered`: whether it confirmed that.
-    void told(bool serves, bool answered);
+    void commanded(bool serves, bool answered);
 
     forms::Label WatchdogDongle;
 

@@ -52,12 +52,12 @@ void Watchdog::OptWdEn_Click(bool starts) {
 }
 
 void Watchdog::send_wd_361(int state) {
-    tellByteService(outside_,
-                    {.chip = dongle::serve72361,
-                     .state = state,
-                     .word = timerWord + outside_.session.ZT72361Data,
-                     .period = period_.value()},
-                    note_);
+    commandByteService(outside_,
+                       {.chip = dongle::serve72361,
+                        .state = state,
+                        .word = timerWord + outside_.session.ZT72361Data,
+                        .period = period_.value()},
+                       note_);
 }
 
 } // namespace bitlux::zt72361

@@ -54,13 +54,13 @@ void Watchdog::Check_UseSpiDongleForWD_Click() {
         Btn_Stop_Watchdog_Click();
 }
 
-void Watchdog::tellDongle(bool starts) {
+void Watchdog::commandDongle(bool starts) {
     session_.ZT72516WatchdogStart = starts;
     const bool hasDongle = session_.USBReady;
     const bool answered = Send72516WatchdogCmd(session_, dongle_, forms_,
                                                [this]() -> const Watchdog& { return *this; });
     if (hasDongle)
-        note_.told(starts, answered);
+        note_.commanded(starts, answered);
 }
 
 void Watchdog::Btn_Start_Watchdog_Click() {
@@ -69,13 +69,13 @@ void Watchdog::Btn_Start_Watchdog_Click() {
         boxes_.show({.text = "Please set watchdog mode and timing values."});
         return;
     }
-    tellDongle(true);
+    commandDongle(true);
     Watchdog_Status.setCaption("Watch Dog is ON");
     Watchdog_Status.setBackColor(onColour);
 }
 
 void Watchdog::Btn_Stop_Watchdog_Click() {
-    tellDongle(false);
+    commandDongle(false);
     Watchdog_Status.setCaption("Watch Dog is OFF");
     Watchdog_Status.setBackColor(offColour);
 }

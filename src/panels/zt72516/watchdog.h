@@ -20,7 +20,7 @@ private:
     void Btn_Stop_Watchdog_Click();
     void Check_UseSpiDongleForWD_Click();
     void enable(bool on);
-    void tellDongle(bool starts);
+    void commandDongle(bool starts);
 
     Session& session_;
     DongleLink& dongle_;

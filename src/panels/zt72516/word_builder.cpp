@@ -49,7 +49,7 @@ void WordBuilder::registerProcedures(const PanelContext& context) {
     forms::Form& form = context.form;
     HeldShape& shape = context.shape;
     form.procedure("SetDeviceParameters", [&shape] { shape.take(); });
-    form.procedure("RestoreDeviceParameters", [&shape] { shape.giveBack(); });
+    form.procedure("RestoreDeviceParameters", [&shape] { shape.restore(); });
     form.procedure("ClearWordToSend", [this] { ClearWordToSend(); });
     form.procedure("SetSpiAddress", [this](std::int32_t address) { SetSpiAddress(address); });
     form.procedure("SetReadCmd", [this] { SetReadCmd(); });

@@ -87,7 +87,7 @@ std::vector<std::string> LineCommands::send(const std::string& name, const std::
     if (SequenceIsWatchdog)
         return {};
     words_.WordLowByte = byteIn(value);
-    // Computed as for a write by hand; the words of a run have none.
+    // Computed as for a write by button; the words of a run have none.
     if (SequenceIsWrite && words_.SPIParityEnabled)
         words_.ParityOfWordLow(words_.WordLowByte);
     words_.send(SequenceHighByte, words_.WordLowByte);

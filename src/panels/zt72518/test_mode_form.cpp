@@ -129,7 +129,7 @@ TestModeForm::TestModeForm(forms::FormSet& set, const Parts& parts)
     showTxdTime();
     showTxd(false);
     buildPattern();
-    tellWords();
+    showWords();
     procedure("Send_SPI", [this] { Send_SPI(); });
     procedure("enter_test_mode_Click", [this] { this->set().form("frmMain").call("test_mode"); });
     procedure("can_lin_Click", [this](int index) { can_lin_Click(index); });
@@ -147,7 +147,7 @@ TestModeForm::TestModeForm(forms::FormSet& set, const Parts& parts)
         variable(fmt::format("TestWords({})", i), TestWords.at(i));
 }
 
-void TestModeForm::tellWords() {
+void TestModeForm::showWords() {
     for (int flag = 0; flag <= can_lin.last(); ++flag)
         can_lin(flag).setTooltip(wordText(TestCommand::CanLinFlag, fmt::format("{:02X}", flag)));
     thres_send.setTooltip(wordText(TestCommand::Threshold, "xx"));

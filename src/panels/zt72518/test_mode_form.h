@@ -50,7 +50,7 @@ public:
 
 private:
     /// Tooltips of the buttons: their words.
-    void tellWords();
+    void showWords();
     void choose(TestCommand command, std::uint8_t second = 0);
     void sendFirstWord(std::optional<std::int16_t> type = {});
     /// The word that begins at a position of TestWords.

@@ -167,7 +167,7 @@ void Watchdog::send_wd() {
     UsbFrame frame = triggeredFrame(dongle::watchdog, session_);
     frame[3] = frameByte(mode);
     frame[4] = frameByte(time);
-    note_.told(mode != 0 && mode != dongle::watchdogStop, tellDongle(frame));
+    note_.commanded(mode != 0 && mode != dongle::watchdogStop, commandDongle(frame));
 }
 
 void Watchdog::send_wd_current() {
@@ -179,10 +179,10 @@ void Watchdog::send_wd_current() {
         frame[5] = frameByte(wd_current_time.value());
         frame[6] = frameByte(wd_config(2).listIndex());
     }
-    tellDongle(frame);
+    commandDongle(frame);
 }
 
-bool Watchdog::tellDongle(const UsbFrame& frame) {
+bool Watchdog::commandDongle(const UsbFrame& frame) {
     UsbFrame answer{};
     return dongle_.exchange(frame, answer, DongleLink::Wait::Limited);
 }

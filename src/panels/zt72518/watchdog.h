@@ -38,7 +38,7 @@ private:
     static const std::array<Press, 16> presses;
 
     void watchdog_Click(int index);
-    bool tellDongle(const UsbFrame& frame);
+    bool commandDongle(const UsbFrame& frame);
     void change() { form_.call("ChangeValue"); }
     void appendStart() { sequence_.append(wd_config(0).text(), wd_config(1).text()); }
     void start();

@@ -48,7 +48,7 @@ Watchdog::Watchdog(const PanelContext& context)
           auto& lamp = controls_.get<forms::Label>(indicator);
           lamp.setBackColor(lamp.backColor() == white ? bright : white);
       }) {
-    controls_.onClick(served, [this] { tellDongle(); });
+    controls_.onClick(served, [this] { commandDongle(); });
     controls_.onClick(stopsService, [this] { stopChanges(); });
     controls_.onClick(checksInterrupt, [this] { checkInterrupt(); });
     addProcedures(context.form);
@@ -59,7 +59,7 @@ void Watchdog::addProcedures(forms::Form& form) {
         form.procedure(event, [this] {
             controls_.get<forms::Label>(period).setCaption(
                 fmt::format("T = {} ms", wd_time_.value()));
-            tellDongle();
+            commandDongle();
         });
     form.procedure("WDConfResistor_Change", [this] { WDConfResistor_Change(); });
     form.procedure("tim_int_Timer", [this] { tim_int_Timer(); });
@@ -70,18 +70,18 @@ void Watchdog::load() {
     outside_.session.LinkFailed = false;
 }
 
-void Watchdog::tellDongle() {
+void Watchdog::commandDongle() {
     send_wd_537(controls_.get<forms::CheckBox>(served).value());
 }
 
 void Watchdog::send_wd_537(int state) {
     constexpr int on = 2;
-    tellByteService(outside_,
-                    {.chip = dongle::serve72537,
-                     .state = on * state,
-                     .word = clearWord,
-                     .period = wd_time_.value()},
-                    note_);
+    commandByteService(outside_,
+                       {.chip = dongle::serve72537,
+                        .state = on * state,
+                        .word = clearWord,
+                        .period = wd_time_.value()},
+                       note_);
 }
 
 void Watchdog::stopReads() {

@@ -20,7 +20,7 @@ public:
 
 private:
     void addProcedures(forms::Form& form);
-    void tellDongle();
+    void commandDongle();
     void WDConfResistor_Change();
     void stopChanges();
     void checkInterrupt();

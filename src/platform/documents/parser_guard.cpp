@@ -22,7 +22,7 @@ public:
             const char c = text_[at_];
             if (c == '"' || c == '\'') {
                 if (!mayBegin())
-                    return Problem{placeOf(at_), "a quote stands inside a key or a value",
+                    return Problem{placeOf(at_), "a quote is inside a key or a value",
                                    "Put quotes around all of it, or remove this one."};
                 passText(c);
                 if (beyondAscii_)
@@ -36,15 +36,15 @@ public:
                 continue;
             }
             if ((c == '[' || c == '{') && !mayBegin())
-                return Problem{placeOf(at_), "a bracket stands inside a key or a value",
+                return Problem{placeOf(at_), "a bracket is inside a key or a value",
                                "Put quotes around all of it, or remove this one."};
             if (c == '=' && inValue_)
-                return Problem{placeOf(at_), "an equals sign stands inside a value",
+                return Problem{placeOf(at_), "an equals sign is inside a value",
                                "Put quotes around the value, or remove this one."};
             if (c == '=' || c == '\n' || c == ',' || c == '{')
                 inValue_ = c == '=';
             if (!isPlain(c))
-                return Problem{placeOf(at_), "this character stands outside a text",
+                return Problem{placeOf(at_), "this character is outside a text",
                                "Put it into quotes, or remove it."};
             if (c == '.') {
                 if (dots_++ == 0)
@@ -64,7 +64,7 @@ private:
     static bool isPlain(char c) {
         return (c >= ' ' && c <= '~') || c == '\t' || c == '\n' || c == '\r';
     }
-    /// Whether a text may begin here, as what stands before tells.
+    /// Whether a text may begin here, judged by what precedes it.
     [[nodiscard]] bool mayBegin() const {
         constexpr std::string_view before = " \t\n=,[{";
         return at_ == 0 || before.find(text_[at_ - 1]) != std::string_view::npos ||
@@ -82,7 +82,7 @@ private:
         while (at_ < text_.size()) {
             if (text_[at_] == '\\' && quote == '"') {
                 if (isLong && !beyondAscii_)
-                    beyondAscii_ = beyondAsciiBehind(at_ + 1);
+                    beyondAscii_ = beyondAsciiAfter(at_ + 1);
                 at_ += 2;
                 continue;
             }
@@ -102,8 +102,8 @@ private:
         }
     }
 
-    /// Behind the blanks and line ends from `start` on.
-    [[nodiscard]] std::optional<std::size_t> beyondAsciiBehind(std::size_t start) const {
+    /// The position after the blanks and line ends from `start` on.
+    [[nodiscard]] std::optional<std::size_t> beyondAsciiAfter(std::size_t start) const {
         const std::size_t next = text_.find_first_not_of(" \t\r\n", start);
         const bool isBeyond = next != std::string_view::npos && !isPlain(text_[next]);
         return isBeyond ? std::optional(next) : std::nullopt;
@@ -120,8 +120,8 @@ private:
     std::size_t at_ = 0;
     std::size_t first_ = 0; ///< the first dot of the key
     int dots_ = 0;
-    bool inValue_ = false;                   ///< behind an equals sign
-    std::optional<std::size_t> beyondAscii_; ///< in a text, where the parser does not bear it
+    bool inValue_ = false;                   ///< after an equals sign
+    std::optional<std::size_t> beyondAscii_; ///< in a text, where the parser cannot handle it
 };
 
 } // namespace

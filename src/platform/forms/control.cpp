@@ -48,19 +48,19 @@ void Control::setFocus() {
 }
 
 void Control::focus() {
-    byHand("GotFocus", [this] { form_.setFocus(*this); });
+    performInput("GotFocus", [this] { form_.setFocus(*this); });
 }
 
 void Control::click() {
-    byHand("Click", [this] { raiseClick(); });
+    performInput("Click", [this] { raiseClick(); });
 }
 
 void Control::doubleClick() {
-    byHand("DblClick", [this] { raise(ControlEvent::DblClick); });
+    performInput("DblClick", [this] { raise(ControlEvent::DblClick); });
 }
 
 void Control::key(Keystroke stroke) {
-    byHand("KeyDown", [this, stroke] { strike(stroke); });
+    performInput("KeyDown", [this, stroke] { strike(stroke); });
 }
 
 void Control::type(std::string_view text) {
@@ -114,7 +114,7 @@ void Control::touch() {
     }
 }
 
-void Control::byHand(std::string_view event, const std::function<void()>& action) {
+void Control::performInput(std::string_view event, const std::function<void()>& action) {
     if (!visible_ || !enabled_)
         throw Unreachable(fmt::format("{} is {}", fullName(), visible_ ? "disabled" : "hidden"));
     form_.set().perform(fmt::format("{}_{}", fullName(), event), [this, &action] {

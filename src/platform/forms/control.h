@@ -149,7 +149,7 @@ protected:
 
     /// Runs an action of the user: refused when the control is hidden or disabled; a failure inside
     /// is shown in a box (FormSet::perform).
-    void byHand(std::string_view event, const std::function<void()>& action);
+    void performInput(std::string_view event, const std::function<void()>& action);
 
 private:
     friend class Form;

@@ -38,7 +38,7 @@ void CheckBox::setValue(std::int16_t value) {
 }
 
 void CheckBox::click() {
-    byHand("Click", [this] { setValue(checked() ? 0 : 1); });
+    performInput("Click", [this] { setValue(checked() ? 0 : 1); });
 }
 
 void OptionGroup::clear() {
@@ -64,7 +64,7 @@ void OptionButton::setValue(bool value) {
 }
 
 void OptionButton::click() {
-    byHand("Click", [this] { setValue(true); });
+    performInput("Click", [this] { setValue(true); });
 }
 
 void TextBox::setText(std::string text) {
@@ -75,7 +75,7 @@ void TextBox::setText(std::string text) {
 }
 
 void TextBox::edit(std::string text) {
-    byHand("Change", [this, &text] { setText(std::move(text)); });
+    performInput("Change", [this, &text] { setText(std::move(text)); });
 }
 
 void TextBox::select(std::size_t start, std::size_t length) {
@@ -124,7 +124,7 @@ void ScrollBar::setValue(int value) {
 }
 
 void ScrollBar::move(int value) {
-    byHand("Change", [this, value] {
+    performInput("Change", [this, value] {
         requireInside(value);
         const bool letGo = std::exchange(dragged_, false);
         if (assign(value_, value) || letGo)
@@ -133,7 +133,7 @@ void ScrollBar::move(int value) {
 }
 
 void ScrollBar::drag(int value) {
-    byHand("Scroll", [this, value] {
+    performInput("Scroll", [this, value] {
         requireInside(value);
         if (assign(value_, value)) {
             dragged_ = true;
@@ -200,7 +200,7 @@ void ComboBox::setEditText(const std::string& text) {
 }
 
 void ComboBox::edit(const std::string& text) {
-    byHand("Change", [this, &text] {
+    performInput("Change", [this, &text] {
         if (style_ != Style::Editable) {
             setText(text);
         } else if (text_ != text) {
@@ -213,7 +213,7 @@ void ComboBox::edit(const std::string& text) {
 }
 
 void ComboBox::select(int index) {
-    byHand("Click", [this, index] {
+    performInput("Click", [this, index] {
         if (index == listIndex_)
             raiseClick();
         else
@@ -235,7 +235,7 @@ void ListBox::setListIndex(int index) {
 }
 
 void ListBox::select(int index) {
-    byHand("Click", [this, index] {
+    performInput("Click", [this, index] {
         if (index == listIndex_)
             raiseClick();
         else
@@ -244,7 +244,7 @@ void ListBox::select(int index) {
 }
 
 void ListBox::dragLine(int from, int to) {
-    byHand("DragDrop", [this, from, to] {
+    performInput("DragDrop", [this, from, to] {
         setListIndex(from);
         raise(ControlEvent::DragDrop, toValue(to));
     });
@@ -288,7 +288,7 @@ void TabStrip::setSelected(int index) {
 }
 
 void TabStrip::click(int index) {
-    byHand("Click", [this, index] {
+    performInput("Click", [this, index] {
         requireTab(index);
         assign(selected_, index);
         raiseClick();

@@ -128,7 +128,7 @@ void FormSet::letGo(Form& form) {
         if (control->kind() == Control::Kind::Timer)
             control->disable();
         forget(*control);
-        control->dirty_ = true; // what a handler still changes, nobody wants to see
+        control->dirty_ = true; // changes by a running handler are not shown
     }
     formGoing.raise(form);
 }

@@ -36,7 +36,7 @@ TEST(ClosedPanel, EndsTheServiceOfItsWatchdogOrLeavesItToTheDongle) {
         EXPECT_EQ(bench.sent(), stop) << form;
         EXPECT_EQ(bench.pass(1000), "") << form << ": nothing of the panel goes on";
         EXPECT_EQ(service(bench), after) << form;
-        bench.dongle.unplug(); // which nobody has to be told of
+        bench.dongle.unplug(); // which is not announced
         bench.program.dongle().checkPresence();
         EXPECT_EQ(bench.boxes.takeTexts(), Texts{}) << form;
     }

@@ -1,4 +1,4 @@
-// A chip that its file tells whole: pages, words, sequence.
+// A chip that its file describes completely: pages, words, sequence.
 
 #include "bench/chosen_marker_files.h"
 #include "chips/chip_reader.h"
@@ -108,7 +108,7 @@ TEST(FictionalChip, HasItsSequenceFromItsFileAlone) {
     bench.click("Cm_Run_Seq");
     bench.click("Cm_Unlock");
     EXPECT_EQ(bench.words, "4006/2 0000/2 3000/2 1234/2 3000/2 700D/2 1234/2 3000/2 700D/2 ")
-        << "a code goes back from a line as from its button";
+        << "a line returns a code as its button does";
     EXPECT_EQ(bench.panel.control("Cm_Unlock").tooltip(), "0x1234, 0x3000, 0x700x");
     bench.panel.sequence.lists.remove(5);
 
@@ -176,7 +176,7 @@ TEST(FictionalChip, ReadsByItself) {
     EXPECT_FALSE(timer.enabled());
 }
 
-TEST(FictionalChip, SendsInItsShapeAndGivesBackWhatWasAppliedLast) {
+TEST(FictionalChip, SendsInItsShapeAndRestoresWhatWasAppliedLast) {
     LampBench bench;
     EXPECT_EQ(bench.session().SPIWordLength, 15);
     EXPECT_EQ(bench.session().SPIType, 2);

@@ -49,7 +49,8 @@ TEST(SequenceEditor, MovesLinesByDragging) {
     bench.commands().dragLine(2, 99);
     EXPECT_EQ(bench.sequence(), "a=1 c=3 b=50ms");
     EXPECT_EQ(bench.commands().listIndex(), 3);
-    EXPECT_EQ(bench.lists().List_Value.listIndex(), -1) << "nothing that could be changed by error";
+    EXPECT_EQ(bench.lists().List_Value.listIndex(), -1)
+        << "no value that could be changed by mistake";
     bench.lists().List_Value.select(2);
     bench.commands().dragLine(1, 3);
     EXPECT_EQ(bench.lists().List_Value.listIndex(), 1) << "goes with its line";

@@ -133,10 +133,10 @@ TEST(SequenceFile, RecordsWhatIsSent) {
     const std::string untilFull = contentOf(name);
     bench.sent();
     {
-        const FileSizeLimit full(untilFull.size() + 5); // room for the start of a row
+        const FileSizeLimit full(untilFull.size() + 5); // space for the start of a row
         bench.press("watchdog(12)");
     }
-    EXPECT_EQ(bench.sent(), "5A00") << "a full disk keeps no command back";
+    EXPECT_EQ(bench.sent(), "5A00") << "a full disk does not prevent commands";
     EXPECT_EQ(ticks(), "00false");
     EXPECT_EQ(
         bench.boxes.takeTexts(),

@@ -20,7 +20,7 @@ struct RunBench : PanelBench {
             rows.push_back(high[row] + "," + low[row]);
         return fmt::format("{}", fmt::join(rows, "|"));
     }
-    /// Lines that tell themselves apart: MUX Write 1, 2, ...
+    /// Lines that differ: MUX Write 1, 2, ...
     static std::string writes(int count) {
         std::string lines;
         for (int line = 1; line <= count; ++line)
@@ -124,7 +124,7 @@ TEST(SequenceRun, StopsForTheLinesOfTheChip) {
     }
 }
 
-TEST(SequenceRun, PassesAConditionByHand) {
+TEST(SequenceRun, LetsTheUserPassACondition) {
     RunBench bench;
     bench.work("Ch_FirstCondition Text_FirstCondition=1");
     bench.atTurn(3, "Cm_PassCondition1");
@@ -137,7 +137,7 @@ TEST(SequenceRun, PassesAConditionByHand) {
     EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
 }
 
-TEST(SequenceRun, TellsOnceThatTheDongleIsGoneDuringACondition) {
+TEST(SequenceRun, ReportsOnceThatTheDongleIsGoneDuringACondition) {
     for (const bool plugged : {true, false}) {
         RunBench bench;
         if (!plugged)
@@ -217,7 +217,7 @@ TEST(SequenceRun, EndsAWaitWhenItsTimerIsDisabled) {
     }
 }
 
-TEST(SequenceRun, TellsWhereItIs) {
+TEST(SequenceRun, ReportsItsPosition) {
     using Awaited = SequenceProgress::Awaited;
     RunBench bench;
     SequencePlayer& run = bench.panel().sequence.player;
@@ -274,7 +274,7 @@ TEST(SequenceRun, GoesOnWithoutSendingWhenTheFormGoes) {
         EXPECT_TRUE(gone);
         EXPECT_EQ(bench.sent(), "");
         EXPECT_EQ(bench.boxes.takeTexts(), Texts{});
-        EXPECT_TRUE(bench.panel().sequence.variables.RunEnabled) << "a new form begins anew";
+        EXPECT_TRUE(bench.panel().sequence.variables.RunEnabled) << "a new form starts fresh";
     }
 }
 

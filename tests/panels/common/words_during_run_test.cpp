@@ -1,4 +1,4 @@
-// Words that others send while a sequence plays: automatic reads, and buttons pressed by hand.
+// Words that are sent while a sequence plays: by automatic reads, and by the user's buttons.
 
 #include "panels/panel_bench.h"
 

@@ -8,7 +8,7 @@ protected:
     Zt72361() : PanelBench("zt72361", {}, "ZT72361", {.bits = 4, .one = 0x8080FF}) {}
 };
 
-/// Every button and box, as somebody with the chip in front of him works them.
+/// Every button and box, in the order in which a user of the chip needs them.
 TEST_F(Zt72361, SendsAndShowsWhatEachControlSays) {
     walk(std::initializer_list<PanelStep>{
         // The watchdog: choosing ON and the bar's handler each send the frame.
@@ -55,7 +55,7 @@ TEST_F(Zt72361, SendsAndShowsWhatEachControlSays) {
          "LblCAN(2):CAN-F;LblCAN(1):CAN-UF;LblCAN(0):THERM-CUR;"
          "LblTitle(0):SBCeCAN high speed ZT72361"},
         {"OptRcr(2) CmdRcr", "30"},
-        // Automatic reads want the watchdog; what is left in the data goes with OFF.
+        // Automatic reads need the watchdog; the data that is left is sent with OFF.
         {"OptRead(1) timer_auto_read*", "00 20 40 60 80 A0 C0 E0"},
         {"CmdIntr OptWdEn(0)", "F7 <00 04 00 00 B7 3C 01 00>"},
         {"timer_auto_read*", ""},

@@ -86,7 +86,7 @@ TEST(Zt72516Marker, BringsTestFunctionsAndTheTestForm) {
         EXPECT_EQ(bench.on("Btn_Test_Mode").visible(), there);
         list.edit("Vcp divided by 5");
         const LabelRow& row = bench.program.panels().touch("zt72516").pageControls.row("AMUX_Reg");
-        EXPECT_EQ(row.value(), 44U << 3) << "a text that is typed counts all the same";
+        EXPECT_EQ(row.value(), 44U << 3) << "a typed text counts too";
         if (there) {
             EXPECT_EQ(list.items().back(), "Vcp divided by 5");
         }
@@ -143,13 +143,13 @@ TEST(Zt72516Words, AreBuiltByName) {
     EXPECT_EQ(bench.sent(), "48000100");
 }
 
-TEST(Zt72516Shape, IsHeldInFrontAndGivenBack) {
+TEST(Zt72516Shape, IsSetInFrontAndRestored) {
     Bench bench("scripted", {"12345678", "89ABCDEF"});
     EXPECT_EQ(bench.shape(), "32/1 1 1");
     EXPECT_EQ(bench.session().WordToSend.size(), 32U);
-    bench.send("ABCDEF"); // by hand in the main window, which comes to the front
+    bench.send("ABCDEF"); // in the main window, which comes to the front
     EXPECT_EQ(bench.shape(), "24/3 0 3");
-    EXPECT_EQ(bench.caption("SPIWordRcvd"), "SPI Word Rcvd:") << "the display follows no more";
+    EXPECT_EQ(bench.caption("SPIWordRcvd"), "SPI Word Rcvd:") << "the display no longer follows";
     bench.program.forms().activate("ZT72516");
     bench.sent();
     bench.session().WordToSend.assign(32, 1); // a script sends while the panel is active
@@ -167,7 +167,7 @@ TEST(Zt72516Shape, IsHeldInFrontAndGivenBack) {
     bench.program.forms().unload("ZT72516");
     EXPECT_EQ(bench.shape(), "24/3 0 3");
     EXPECT_FALSE(bench.program.forms().isVisible("ZT72516TestMode"));
-    bench.program.forms().show("ZT72516TestMode"); // takes the shape for a panel that is made anew
+    bench.program.forms().show("ZT72516TestMode"); // takes the shape for a panel that is made again
     EXPECT_EQ(bench.shape(), "32/1 1 1");
     bench.program.panels().touch("zt72516").pageControls.find("Btn_Test_Mode")->show();
     bench.sent();

@@ -124,7 +124,7 @@ TEST(Zt72516Sequence, GoesOnBesideAPanelThatIsNoLongerInFrontAndWithoutADongle) 
     bench.loop.atTurn(1, [&] { bench.program.forms().activate("frmMain"); });
     EXPECT_EQ(bench.run("INT Request=;INT Request=;TIMER Reg Write=1"),
               "48000100 000100:24 000001:24")
-        << "what travels has the length that was applied";
+        << "words have the length that was applied";
     EXPECT_EQ(bench.session().ZT72516PanelActive, 0);
     bench.program.forms().activate("ZT72516");
     bench.loop.atTurn(1, [&] { bench.dongle.unplug(); });

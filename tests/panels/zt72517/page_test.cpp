@@ -28,7 +28,7 @@ struct PspiBench : TestBench {
     forms::TabStrip& tabs() { return program.mainForm().tabs.TabStripMain; }
     zt72517::PspiPage& page() { return program.mainForm().pspi; }
 
-    /// A click by hand on any control of the page.
+    /// A user's click on any control of the page.
     void press(const std::string& control) {
         program.forms().control("frmMain." + control).click();
     }
@@ -90,7 +90,7 @@ struct PspiBench : TestBench {
         return fmt::format("{} {:X}", page().can_fail_text.caption(),
                            page().can_fail_text.backColor());
     }
-    /// Which mode cannot be chosen, the lines by hand, and what the session knows.
+    /// Which mode cannot be chosen, the lines set manually, and the session's variables.
     std::string state() {
         std::string all;
         for (const auto& button : page().mode)
@@ -110,7 +110,7 @@ struct PspiBench : TestBench {
     std::string refresh() {
         return fmt::format("{}{} {}", page().auto_opt(0).value() ? "ON" : "",
                            page().auto_opt(1).value() ? "OFF" : "",
-                           page().timer_flag.enabled() ? "runs" : "stands");
+                           page().timer_flag.enabled() ? "runs" : "stopped");
     }
 };
 
@@ -173,7 +173,7 @@ TEST(Zt72517Page, SendsAFreeByteAndTheTopPin) {
     EXPECT_EQ(bench.page().Label2(0).caption() + bench.page().refresh_aff.caption(), "ms500");
 }
 
-TEST(Zt72517Page, TellsWhatIsWrongWithTheBus) {
+TEST(Zt72517Page, ReportsFaultsOfTheBus) {
     PspiBench bench;
     const std::vector<std::string> texts{"No CAN BUS failure 8000000F", "CANL short to gnd FF",
                                          "CANL short to Vdd FF",        "CANL short to Vbat FF",
@@ -193,9 +193,9 @@ TEST(Zt72517Page, TellsWhatIsWrongWithTheBus) {
     EXPECT_THROW(form.call("decod_flag", 0, 5), Failure);
 }
 
-TEST(Zt72517Page, RefreshesTheFlagsAsLongAsItsTabStandsThird) {
+TEST(Zt72517Page, RefreshesTheFlagsAsLongAsItsTabIsThird) {
     PspiBench bench;
-    EXPECT_EQ(bench.refresh(), "OFF stands");
+    EXPECT_EQ(bench.refresh(), "OFF stopped");
     bench.turn("VSOV");
     bench.press("auto_opt(0)");
     EXPECT_EQ(bench.framesIn(550 * millisecond), oneRefresh);
@@ -211,7 +211,7 @@ TEST(Zt72517Page, RefreshesTheFlagsAsLongAsItsTabStandsThird) {
     bench.tabs().click(3);
     bench.page().auto_opt(0).setValue(true);
     bench.press("auto_opt(1)");
-    EXPECT_EQ(bench.refresh(), "OFF stands");
+    EXPECT_EQ(bench.refresh(), "OFF stopped");
 
     PspiBench behind(TestBench::WithDongle::Yes, {72361, 72517}, 4);
     behind.press("auto_opt(0)");
@@ -230,7 +230,7 @@ TEST(Zt72517Page, ShowsItsMessageOnceWhenTheDongleDoesNotAnswer) {
             << fault;
         EXPECT_EQ(bench.boxes.takeTexts(), std::vector<std::string>{checkTheCable}) << fault;
         EXPECT_EQ(bench.flags(), "10000 000 ------ ------ ") << "as they were, " << fault;
-        EXPECT_EQ(bench.refresh(), "OFF stands");
+        EXPECT_EQ(bench.refresh(), "OFF stopped");
         EXPECT_TRUE(bench.session().LinkFailed);
     }
     // The time-out of another command frame; no panel comes of it.
@@ -239,7 +239,7 @@ TEST(Zt72517Page, ShowsItsMessageOnceWhenTheDongleDoesNotAnswer) {
     bench.breakWith("silent");
     EXPECT_EQ(bench.frames([&] { bench.program.mainForm().call("Send72516WatchdogCmd"); }),
               "00 16 00 00");
-    EXPECT_EQ(bench.refresh(), "OFF stands");
+    EXPECT_EQ(bench.refresh(), "OFF stopped");
     EXPECT_EQ(bench.program.panels().find("zt72518"), nullptr);
 }
 

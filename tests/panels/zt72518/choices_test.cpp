@@ -47,7 +47,7 @@ TEST(Choices, LightTheirBitsAndFollowThem) {
         }
 }
 
-TEST(Choices, TellTheSameOnTheirTwins) {
+TEST(Choices, ShowTheSameOnTheirTwins) {
     PanelBench bench;
     EXPECT_THROW(bench.choose("R_Wd_Refresh(0)"), forms::Unreachable);
     bench.walk(std::initializer_list<PanelStep>{
@@ -60,7 +60,7 @@ TEST(Choices, TellTheSameOnTheirTwins) {
     });
 }
 
-TEST(Choices, TellTheirBitsInTooltips) {
+TEST(Choices, ShowTheirBitsInTooltips) {
     PanelBench bench;
     EXPECT_EQ(bench.control("R_MUX(5)").tooltip(), "[7:5] = 101");
     EXPECT_EQ(bench.control("R_Init_Vreg(2)").tooltip(), "[4:3] = 00");

@@ -7,7 +7,7 @@ namespace {
 
 constexpr forms::Color present = 0xC0C000;
 
-TEST(Diagram, LeadsFromModeToModeAsItsBoxesTell) {
+TEST(Diagram, SendsTheWordsThatItsBoxesSelect) {
     PanelBench bench("scripted", {"03E9"}); // normal mode, 10 1001 at random
     for (int box = 0; box <= 16; ++box)
         if (box != 10)
@@ -87,7 +87,7 @@ TEST(Diagram, IsReadFourTimesASecondUntilThePageIsLeft) {
     EXPECT_EQ(reads(1000), 0U);
 }
 
-TEST(Diagram, TellsOnceThatThereIsNoBus) {
+TEST(Diagram, ReportsOnceThatThereIsNoBus) {
     PanelBench bench;
     bench.session().USBReady = false;
     bench.tick("pre_prog_box(10)");

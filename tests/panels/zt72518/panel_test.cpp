@@ -53,7 +53,7 @@ TEST(ReadRows, NameTheModeAndTheDevice) {
     }
 }
 
-TEST(StatusLabels, TellTheWordThatWentAndTheOneThatCame) {
+TEST(StatusLabels, ShowTheWordThatWasSentAndItsAnswer) {
     PanelBench bench("scripted", {"F731"});
     const auto labels = [&] {
         Texts all;
@@ -72,7 +72,7 @@ TEST(StatusLabels, TellTheWordThatWentAndTheOneThatCame) {
     EXPECT_EQ(bench.caption("Label_Liste(0)"), "Sent : 40 - 10");
 }
 
-TEST(Panel, TakesTheShapeOfAWordAndGivesItBack) {
+TEST(Panel, SetsTheShapeOfWordsAndRestoresIt) {
     PanelBench bench;
     Session& session = bench.session();
     bench.program.forms().show("TestMode");
@@ -250,7 +250,7 @@ TEST(Variants, HideWhatTheOriginalDongleCannotDo) {
     choose(5);
     EXPECT_EQ(disabledIn(bench.program.panels().touch("zt72518")), disabled);
     tick();
-    EXPECT_EQ(tick(), "+++++ on") << "until its box is ticked anew";
+    EXPECT_EQ(tick(), "+++++ on") << "until its box is ticked again";
 }
 
 } // namespace

@@ -9,8 +9,8 @@
 namespace bitlux::test {
 namespace {
 
-/// As somebody with one chip in front of him presses them: all writes and reads of registers, the
-/// flags, the modes with the watchdog, the test commands. "%" stands for what depends on the
+/// All buttons in the order in which a user needs them: all writes and reads of registers, the
+/// flags, the modes with the watchdog, the test commands. "%" is replaced by what depends on the
 /// variant.
 constexpr PanelStep walk[] = {
     {"Mux_W=E8 Cm_MUX_W Seq_MUX_W", "40E8 +MUX Write=E8"},
@@ -146,7 +146,7 @@ constexpr PanelStep walk[] = {
     {"TestMode.tests_send(3)", "4280 4400", "Test mode>80 00"},
 };
 
-/// The variants, in the order of their options from the third on, and what stands for "%" beside a
+/// The variants, in the order of their options from the third on, and what replaces "%" beside a
 /// button or in a row.
 constexpr std::array devices{"zt72518d", "zt72518s", "zt72511", "zt72514", "zt72514d", "zt72514s"};
 const std::map<std::string, std::array<const char*, devices.size()>> differs{
@@ -210,7 +210,7 @@ private:
         EXPECT_TRUE(disabled == 0 || disabled == buttons);
         return disabled > 0;
     }
-    /// The high bytes of the words stand in the tooltips of the buttons.
+    /// The high bytes of the words are in the tooltips of the buttons.
     void expectInTooltips(const std::string& hands, const std::string& outcome) {
         std::string tooltips;
         for (const std::string& hand : split(hands, ' '))
@@ -279,7 +279,7 @@ TEST(RegisterPages, AppendLinesThatPlayWhatTheirButtonsSend) {
 }
 
 /// A row of flags: the button that reads it, its first label, the name of its switches at the chip,
-/// the status row while one of them is up, and the flags that also tell of a wake-up.
+/// the status row while one of them is up, and the flags that also report a wake-up.
 using Flags =
     std::tuple<const char*, const char*, int, const char*, unsigned, unsigned, const char*>;
 
@@ -392,7 +392,7 @@ TEST(ChipBehindPanel, IsOutOfReachOnTheParallelPort) {
         EXPECT_TRUE(bench.session().LinkFailed) << button;
     }
     EXPECT_EQ(press("Cm_ReadAll_Rl(0)").size(), 15U) << "does not look whether the link failed";
-    EXPECT_EQ(press("Cm_Mux_Rl"), Texts{}) << "a word of bits by chance";
+    EXPECT_EQ(press("Cm_Mux_Rl"), Texts{}) << "a word of random bits";
     EXPECT_FALSE(bench.session().LinkFailed);
     bench.click("TestMode.term_send");
     EXPECT_EQ(bench.boxes.takeTexts(), refusal);
@@ -408,7 +408,7 @@ TEST(RegisterPages, AddTheParityBitThatWasComputedLast) {
         EXPECT_EQ(bench.effectsOf(hands), words) << hands;
 }
 
-TEST(RegisterPages, StoreWhatTheHandSends) {
+TEST(RegisterPages, StoreWhatTheUserSends) {
     PanelBench bench;
     auto& store = bench.panel().part<CommandStore>();
     std::string stored;

@@ -73,7 +73,7 @@ TEST(Watchdog, EndsTheAutomaticReadsWhenTheDongleDoesNotAnswer) {
         EXPECT_FALSE(bench.panel().part<AutoReads>().boxes(box).checked()) << box;
 }
 
-TEST(Watchdog, OfEveryPanelTellsThatTheDongleServesItNoMore) {
+TEST(Watchdog, OfEveryPanelShowsThatTheDongleServesItNoMore) {
     for (const auto& [form, prepare, start, stop] :
          {std::tuple{"ZT72518", "wd_config(0)=0 wd_config(1)=0", "watchdog(0)", "watchdog(2)"},
           {"ZT72516", "Check_UseSpiDongleForWD Watchdog_Mode=0 Watchdog_Timing=0",

@@ -8,10 +8,10 @@ protected:
     Zt72537() : PanelBench("zt72537", {}, "ZT72537", {.bits = 4, .one = 0x8080FF}) {}
 };
 
-/// Every button and box, as somebody with the chip in front of him works them.
+/// Every button and box, in the order in which a user of the chip needs them.
 TEST_F(Zt72537, SendsAndShowsWhatEachControlSays) {
     walk(std::initializer_list<PanelStep>{
-        // The watchdog, its period, and the resistor that tells it
+        // The watchdog, its period, and the resistor that sets it
         {"wd_time=40", "<00 04 00 00 03 28 02 00>", "wd_aff(0):T = 40 ms"},
         {"WDConfResistor=319.9", "<00 04 00 00 03 96 02 00>",
          "WDPeriod:Watch-Dog Clear Period : 149.7534 ms;wd_aff(0):T = 150 ms"},
@@ -59,13 +59,13 @@ TEST_F(Zt72537, SendsAndShowsWhatEachControlSays) {
         {"OptRead(2) timer_auto_read*", "10 30 50 70 90 B0 F0"},
         {"OptRead(3) wd_en(0)", "<00 04 00 02 03 0A 02 00>"},
         {"CmdReadReg2(11)", "B0", "displayReadFlags(16)=0"},
-        // A clear by hand comes too early between those of the dongle.
+        // A clear by the button comes too early between those of the dongle.
         {"OptMcr(3) CmdMcr wd_en(0)", "03 <00 04 00 00 03 0A 02 00>"},
     });
     EXPECT_FALSE(on<forms::Timer>("timer_auto_read").runs());
 }
 
-TEST_F(Zt72537, TellsTheInterruptThatWasRead) {
+TEST_F(Zt72537, ShowsTheInterruptThatWasRead) {
     const std::vector<std::pair<int, const char*>> texts{{0, "No Interrupt"},
                                                          {1, "Lx Wake-up from Stop and Sleep Mode"},
                                                          {2, "HS Interrupt (Over-temperature)"},
@@ -130,7 +130,7 @@ TEST_F(Zt72537, EndsAutoReadWhenTheDongleDoesNotAnswer) {
     EXPECT_TRUE(on<forms::OptionButton>("OptRead(3)").value());
 }
 
-TEST_F(Zt72537, TellsOnceThatTheDongleWentInTheMiddleOfTheEntry) {
+TEST_F(Zt72537, ReportsOnceThatTheDongleWentInTheMiddleOfTheEntry) {
     outcomeOf("OptMcr(1) WakeUpModeOpt(2)");
     dongle.setFaults(DongleFaults({{.kind = DongleFault::Kind::Gone, .frame = 2}}));
     EXPECT_EQ(outcomeOf("CmdMcr2"), "20 A0 [Check the USB cable and restart program]");
@@ -138,7 +138,7 @@ TEST_F(Zt72537, TellsOnceThatTheDongleWentInTheMiddleOfTheEntry) {
     EXPECT_EQ(session().ZT72537FrameByte7, 0);
 }
 
-TEST_F(Zt72537, GivesBackTheShapeOfWordsAndStopsItsService) {
+TEST_F(Zt72537, RestoresTheShapeOfWordsAndStopsItsService) {
     EXPECT_EQ(session().SPIType, 2);
     EXPECT_EQ(session().WordToSend.size(), 8U);
     session().ZT72537FrameByte7 = 1;

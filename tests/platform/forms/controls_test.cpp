@@ -27,7 +27,7 @@ TEST_F(Controls, RunAHandlerOnceForAValueThatChanges) {
         assign();
         EXPECT_EQ(takeRan(), Strings{}) << handler << " ran for an equal value";
     }
-    // A hand's click counts on what is current too.
+    // A user's click on what is selected already counts too.
     tabs.click(3);
     lstLog.select(1);
     cmbList.select(2);
@@ -112,7 +112,7 @@ TEST_F(Controls, OptionsOfAGroupExcludeEachOther) {
     EXPECT_FALSE(optMSB.value());
 }
 
-TEST_F(Controls, AreOutOfReachOfAHandWhileHiddenOrDisabled) {
+TEST_F(Controls, RefuseUserInputWhileHiddenOrDisabled) {
     for (const char* handler :
          {"cmdSend_Click", "lstLog_DblClick", "tabs_Click", "cmbBits_Click", "chkLog_Click"})
         note(handler);
@@ -144,7 +144,7 @@ TEST_F(Controls, AreOutOfReachOfAHandWhileHiddenOrDisabled) {
     EXPECT_EQ(takeRan(), Strings{"chkLog_Click"});
 }
 
-TEST_F(Controls, AreToldOnceWhenTheyChanged) {
+TEST_F(Controls, AreReportedOnceWhenTheyChanged) {
     takeDirty();
     const auto change = [this] {
         cmdSend.setCaption("Send");
@@ -208,7 +208,7 @@ TEST_F(Controls, PassKeysToTheirHandlersFirst) {
     EXPECT_EQ(takeRan(), Strings{});
 }
 
-TEST_F(Controls, TellDraggingAScrollBarFromMovingIt) {
+TEST_F(Controls, DistinguishDraggingAScrollBarFromMovingIt) {
     ScrollBar bar(form, "barTime", 5, 500);
     note("barTime_Change");
     note("barTime_Scroll");

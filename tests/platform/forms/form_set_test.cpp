@@ -62,7 +62,7 @@ protected:
     FormSlot<PanelForm> b = slot("b");
 };
 
-TEST_F(Panels, AreMadeWhenTheyAreTouchedAndOneIsInFront) {
+TEST_F(Panels, AreMadeOnFirstAccessAndOneIsInFront) {
     EXPECT_EQ(set.names(), (Strings{"a", "b"}));
     set.show("a");
     set.show("a");
@@ -84,12 +84,13 @@ TEST_F(Panels, AreMadeWhenTheyAreTouchedAndOneIsInFront) {
     set.show("b");
     takeRan();
     a->cmdBack.click();
-    EXPECT_EQ(takeRan(), (Strings{"b Deactivate", "a Activate"})) << "who works it is at it";
+    EXPECT_EQ(takeRan(), (Strings{"b Deactivate", "a Activate"}))
+        << "input brings its form to the front";
     b->tmrPoll.fire();
-    EXPECT_EQ(takeRan(), Strings{"b Timer"}) << "it may do so behind";
+    EXPECT_EQ(takeRan(), Strings{"b Timer"}) << "it may do so in the background";
 }
 
-TEST_F(Panels, AreMadeAnewOnceUnloaded) {
+TEST_F(Panels, AreMadeAgainOnceUnloaded) {
     desk.loop.drive(set);
     Strings going;
     set.formGoing.subscribe([&](Form& form) { going.push_back(form.name()); });
@@ -106,10 +107,10 @@ TEST_F(Panels, AreMadeAnewOnceUnloaded) {
     EXPECT_EQ(takeRan(), Strings{"a Load"});
     set.unload("a");
     EXPECT_EQ(takeRan(), (Strings{"a QueryUnload", "a Unload"}));
-    bool told = false;
-    set.unloadThrough("b", [&told] { told = true; });
+    bool wasUnloaded = false;
+    set.unloadThrough("b", [&wasUnloaded] { wasUnloaded = true; });
     set.unload("b");
-    EXPECT_TRUE(told);
+    EXPECT_TRUE(wasUnloaded);
 }
 
 TEST_F(Panels, HaveTimersThatFireAsTheClockPasses) {

@@ -13,7 +13,7 @@ namespace {
 
 using Forms = SampleForm;
 
-TEST_F(Forms, NamesWhatIsNearAnUnknownName) {
+TEST_F(Forms, SuggestsNamesSimilarToAnUnknownOne) {
     const Rows<const char*, const char*, Strings> cases{
         {"frmSampel.cmdSend", "There is no frmSampel; there is frmSample", {"frmSample"}},
         {"frmSample.cmdsend",

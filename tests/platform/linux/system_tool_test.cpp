@@ -32,7 +32,7 @@ TEST(SystemTool, IsTheFirstThatSuitsTheDesktop) {
               (std::vector<std::string>{folder.path("gnome-control-center"), "info-overview"}));
 }
 
-TEST(SystemTool, GoesItsOwnWay) {
+TEST(SystemTool, RunsDetached) {
     const TemporaryFolder folder;
     const std::string fifo = folder.path("said");
     ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);

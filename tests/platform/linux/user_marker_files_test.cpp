@@ -30,7 +30,7 @@ TEST(MarkerFiles, AreThereByNameInAnyCase) {
     }
 
     home.write("bitlux-forge/72518VBOPT.TXT", "");
-    EXPECT_TRUE(user.present("72518VBopt.txt")) << "looks anew";
+    EXPECT_TRUE(user.present("72518VBopt.txt")) << "looks again";
 }
 
 } // namespace

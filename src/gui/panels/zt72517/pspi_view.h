@@ -11,7 +11,7 @@ class QGridLayout;
 
 namespace bitlux::gui {
 
-/// The content of the page of the ZT72517: the state diagram, the lines set by hand, the
+/// The content of the page of the ZT72517: the state diagram, the lines set manually, the
 /// configuration, a free byte, and the flags with their refresh.
 class PspiView : public QWidget {
 public:
