@@ -206,7 +206,7 @@ void Program::keepChip(const std::string& fileName) {
         kept = library_.keep(fileName, true);
     }
     if (kept.outcome == Outcome::Refused)
-        throw Failure(Failure::Kind::File, describe(kept.problems, fileName));
+        throw Failure(Failure::Kind::File, chips::describe(kept.problems, fileName));
     mainForm_->tabs.AddChipTab(kept.name);
     mainForm_->tabs.selectChipTab(kept.name);
 }
