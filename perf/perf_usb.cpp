@@ -3,15 +3,11 @@
 // for both.
 
 #include "emulated_dongle.h"
-
-#include "platform/linux/linux_usb_host.h"
+#include "usb_rig.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
-#include <ctime>
-#include <memory>
-#include <stdexcept>
+#include <tuple>
 #include <vector>
 
 #include <fcntl.h>
@@ -23,48 +19,12 @@
 namespace {
 
 using namespace bitlux;
+using namespace bitlux::perf;
 
 constexpr double speedLimit = 0.9;
 constexpr double processorLimit = 50; // microseconds: a twentieth of a USB frame
-constexpr int words = 300;
 constexpr int rounds = 11;
-constexpr UsbFrame word{0xDE, 0xAD, 0xBE, 0xEF, 0, 0, 0, 32};
-
-void require(bool good, const char* what) {
-    if (!good)
-        throw std::runtime_error(what);
-}
-
-/// The transport of the program.
-class Link {
-public:
-    explicit Link(const UsbPlaces& places) : host_(places) {
-        require(reader_->enumerate("") == 1, "one dongle");
-        prepare(*reader_, dongleInEndpoint);
-        prepare(*writer_, dongleOutEndpoint);
-        const UsbBuffers buffers{.size = 8, .count = 3, .errorsAllowed = 5};
-        require(reader_->startReading(buffers) == UsbStatus::Success, "reading");
-        require(writer_->startWriting(buffers) == UsbStatus::Success, "writing");
-    }
-
-    void exchange() {
-        UsbFrame answer{};
-        require(writer_->write(word) == UsbStatus::Success, "write");
-        require(reader_->read(answer, 1'000'000'000) == UsbStatus::Success, "read");
-        require(answer == word, "echo");
-    }
-
-private:
-    static void prepare(UsbEndpoint& endpoint, std::uint8_t address) {
-        for (const UsbStatus status : {endpoint.open(0), endpoint.addInterface(0, 0),
-                                       endpoint.setConfiguration(0), endpoint.bind(address)})
-            require(status == UsbStatus::Success, "open");
-    }
-
-    LinuxUsbHost host_;
-    std::unique_ptr<UsbEndpoint> reader_ = host_.makeEndpoint();
-    std::unique_ptr<UsbEndpoint> writer_ = host_.makeEndpoint();
-};
+constexpr UsbFrame word = DongleWords::word;
 
 /// The least that can be done with libusb: one buffer out, three in.
 class BareLoop {
@@ -131,34 +91,6 @@ private:
     std::size_t next_ = 0;
 };
 
-/// Microseconds a word.
-struct Cost {
-    double elapsed;
-    double processor;
-};
-
-double microseconds(clockid_t clock) {
-    timespec time{};
-    clock_gettime(clock, &time);
-    return static_cast<double>(time.tv_sec) * 1e6 + static_cast<double>(time.tv_nsec) / 1e3;
-}
-
-template <typename Loop>
-Cost measure(Loop& loop) {
-    const double start = microseconds(CLOCK_MONOTONIC);
-    const double processor = microseconds(CLOCK_THREAD_CPUTIME_ID);
-    for (int i = 0; i < words; ++i)
-        loop.exchange();
-    return {(microseconds(CLOCK_MONOTONIC) - start) / words,
-            (microseconds(CLOCK_THREAD_CPUTIME_ID) - processor) / words};
-}
-
-double median(std::vector<double> values) {
-    const auto middle = values.begin() + static_cast<long>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
-
 } // namespace
 
 int main() {
@@ -167,9 +99,9 @@ int main() {
     const test::TemporaryFolder bareList;
     test::EmulatedDongle dongle(testbed, list);
     test::EmulatedDongle bareDongle(testbed, bareList, {.address = 5});
-    Link link({.devices = list.path(),
-               .nodes = "/dev/bus/usb",
-               .numberFiles = {list.write("dongles.conf", "1234:abcd\n")}});
+    DongleWords link({.devices = list.path(),
+                      .nodes = "/dev/bus/usb",
+                      .numberFiles = {list.write("dongles.conf", "1234:abcd\n")}});
     BareLoop bare(bareDongle.node());
     std::vector<double> speeds;
     std::vector<double> shares;

@@ -47,7 +47,7 @@ public:
         if (show_.parsed())
             return runShowCommand(showOptions_, std::cout, std::cerr);
         if (list_.parsed())
-            return runListCommand(listOptions_, std::cout);
+            return runListCommand(listOptions_, thisMachine(), std::cout);
         if (chip_.parsed())
             return runChipCommand(chipOptions_, std::cout, std::cerr);
         return runDoctorCommand(doctorOptions_, thisMachine(), std::cout, std::cerr);

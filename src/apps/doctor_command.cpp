@@ -7,10 +7,13 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 #include <fmt/ostream.h>
+#include <fmt/ranges.h>
 
 namespace bitlux {
 
@@ -41,27 +44,28 @@ bool anyUsable(const Findings& findings) {
                        [](const Finding& finding) { return finding.isUsable; });
 }
 
-std::string_view verdict(bool dongle, bool port) {
-    if (dongle && port)
-        return "Usable: the USB dongle and the parallel port.";
-    if (dongle)
-        return "Usable: the USB dongle. The parallel port is not.";
-    if (port)
-        return "Usable: the parallel port. No USB dongle is.";
-    return "Usable: nothing, neither a USB dongle nor a parallel port.";
+/// No adapter is no fault.
+std::string verdict(bool dongle, bool adapter, bool port) {
+    std::vector<std::string_view> usable;
+    for (const auto& [isUsable, name] : {std::pair{dongle, "the USB dongle"},
+                                         {adapter, "the adapter"},
+                                         {port, "the parallel port"}})
+        if (isUsable)
+            usable.emplace_back(name);
+    if (usable.empty())
+        return "Usable: nothing, neither a USB dongle nor an adapter nor a parallel port.";
+    if (usable.size() == 3)
+        return fmt::format("Usable: {}, {} and {}.", usable[0], usable[1], usable[2]);
+    const std::string all = fmt::format("Usable: {}.", fmt::join(usable, " and "));
+    if (usable.size() > 1 || adapter)
+        return all;
+    return all + (dongle ? " The parallel port is not." : " No USB dongle is.");
 }
 
 int printRules(const Machine& machine, std::ostream& output, std::ostream& errors) {
     const DongleNumbers numbers(machine.dongleFiles);
     for (const std::string& problem : numbers.problems())
         fmt::print(errors, "{}\n", problem);
-    if (numbers.all().empty()) {
-        fmt::print(errors,
-                   "No rules: dongles.conf lists no device. Put the two numbers of the dongle, as "
-                   "lsusb shows them (1234:abcd), on a line of {}.\n",
-                   fmt::join(machine.dongleFiles, " or "));
-        return 1;
-    }
     output << udevRules(numbers.all());
     return 0;
 }
@@ -72,7 +76,7 @@ CLI::App& addDoctorCommand(CLI::App& app, DoctorOptions& options) {
     CLI::App& doctor =
         *app.add_subcommand("doctor", "Tell which bus can be used, and what is missing");
     doctor.add_flag("--udev", options.udev,
-                    "Print a udev rule file for the devices that dongles.conf lists");
+                    "Print a udev rule file for adapters and the devices that dongles.conf lists");
     addExamples(doctor,
                 {"bitlux doctor",
                  "bitlux doctor --udev | sudo tee /etc/udev/rules.d/70-bitlux-forge.rules"});
@@ -84,14 +88,18 @@ int runDoctorCommand(const DoctorOptions& options, const Machine& machine, std::
     if (options.udev)
         return printRules(machine, output, errors);
     const Findings dongles = examineDongles(machine, DongleNumbers(machine.dongleFiles));
+    const Findings adapters = examineAdapters(machine);
     const Findings ports = examinePorts(machine);
-    const std::size_t width = std::max(widestSubject(dongles), widestSubject(ports));
+    const std::size_t width =
+        std::max({widestSubject(dongles), widestSubject(adapters), widestSubject(ports)});
     print("USB dongle", dongles, width, output);
+    print("FTDI adapter", adapters, width, output);
     print("Parallel port", ports, width, output);
     const bool dongle = anyUsable(dongles);
+    const bool adapter = anyUsable(adapters);
     const bool port = anyUsable(ports);
-    fmt::print(output, "{}\n", verdict(dongle, port));
-    return dongle || port ? 0 : 1;
+    fmt::print(output, "{}\n", verdict(dongle, adapter, port));
+    return dongle || adapter || port ? 0 : 1;
 }
 
 } // namespace bitlux

@@ -1,6 +1,7 @@
 #include "apps/checkup.h"
+#include "apps/installed_rules.h"
 #include "apps/udev_rules.h"
-#include "platform/linux/file_start.h"
+#include "platform/linux/ftdi_chip.h"
 #include "platform/printable.h"
 
 #include <algorithm>
@@ -18,26 +19,6 @@ using Rank = Finding::Rank;
 
 constexpr std::string_view listName = "dongles.conf";
 
-/// The driver of interface 0, and the name of the interface.
-struct Binding {
-    std::string interface; ///< as "1-2:1.0"
-    std::string driver;    ///< empty for none
-};
-
-Binding bindingOf(const UsbCandidate& candidate) {
-    const std::string start = fs::path(candidate.folder).filename().string() + ":";
-    std::error_code error;
-    for (fs::directory_iterator entry(candidate.folder, error), end; !error && entry != end;
-         entry.increment(error)) {
-        const std::string name = entry->path().filename().string();
-        if (!name.starts_with(start) || !name.ends_with(".0"))
-            continue;
-        std::error_code none;
-        return {name, fs::read_symlink(entry->path() / "driver", none).filename().string()};
-    }
-    return {};
-}
-
 /// Whether the device is plugged into another machine and comes over the network: the kernel's
 /// usbip puts it behind a host controller of its own.
 bool comesByUsbip(const UsbCandidate& candidate) {
@@ -47,15 +28,10 @@ bool comesByUsbip(const UsbCandidate& candidate) {
                        [](const fs::path& part) { return part.string().starts_with("vhci_hcd"); });
 }
 
-/// The kernel's driver for user programs.
-bool isPrograms(const Binding& binding) {
-    return binding.driver == "usbfs";
-}
-
 class DongleCheckup {
 public:
     DongleCheckup(const Machine& machine, const DongleNumbers& numbers)
-        : machine_(machine), numbers_(numbers) {}
+        : machine_(machine), rules_(machine), numbers_(numbers) {}
 
     Findings run() {
         examineDevices();
@@ -71,23 +47,8 @@ private:
     void examine(const UsbCandidate& candidate, Finding& finding) const;
     void examineDongle(const UsbCandidate& candidate, Finding& finding) const;
     void examineStranger(const UsbCandidate& candidate, Finding& finding) const;
-    [[nodiscard]] std::string rightsFix(const UsbNumbers& numbers) const;
-    [[nodiscard]] std::string rules() const {
-        return readFileStart(machine_.root + std::string(udevRuleFile), 1 << 20).bytes;
-    }
-    [[nodiscard]] bool isFile(std::string_view name) const {
-        std::error_code error;
-        return fs::exists(machine_.root + std::string(name), error);
-    }
-    [[nodiscard]] bool hasPackagedRule() const {
-        return !isFile(udevRuleFile) && isFile(packagedRuleFile);
-    }
-    [[nodiscard]] bool hasRule(const UsbNumbers& numbers) const {
-        return hasPackagedRule() ? DongleNumbers({machine_.dongleFiles.front()}).contains(numbers)
-                                 : hasUdevRule(rules(), numbers);
-    }
-
     const Machine& machine_;
+    InstalledRules rules_;
     const DongleNumbers& numbers_;
     Findings findings_;
 };
@@ -102,7 +63,8 @@ void DongleCheckup::examineDevices() {
         return;
     }
     for (const UsbCandidate& candidate : findUsbCandidates(bus + "/devices"))
-        examine(candidate, findings_.emplace_back());
+        if (!isFtdi(candidate.numbers) || numbers_.contains(candidate.numbers))
+            examine(candidate, findings_.emplace_back());
     if (findings_.empty())
         findings_.push_back({Rank::Note, "dongle", "none is plugged in",
                              "plug it in; lsusb lists what the system sees"});
@@ -137,16 +99,16 @@ void DongleCheckup::examineDongle(const UsbCandidate& candidate, Finding& findin
     finding.rank = Rank::Wrong;
     if (!fs::exists(machine_.root + node, error)) {
         finding.text += ", but its node is missing";
-        finding.fix = "sudo udevadm trigger, or unplug it and plug it in again";
+        finding.fix = nodeFix;
         return;
     }
     if (!machine_.mayOpen(node)) {
         finding.text += ", but you may not open it";
-        finding.fix = rightsFix(candidate.numbers);
+        finding.fix = rules_.fix(candidate.numbers);
         return;
     }
-    const Binding binding = bindingOf(candidate);
-    if (isPrograms(binding)) {
+    const Binding binding = bindingOf(candidate.folder, 0);
+    if (binding.isPrograms()) {
         tellHolders(findHolders(node, machine_.root + "/proc"), finding);
         return;
     }
@@ -163,25 +125,18 @@ void DongleCheckup::examineDongle(const UsbCandidate& candidate, Finding& findin
 
 void DongleCheckup::examineStranger(const UsbCandidate& candidate, Finding& finding) const {
     const bool mayAsk = machine_.mayOpen(usbNode(candidate));
-    const Binding binding = bindingOf(candidate);
+    const Binding binding = bindingOf(candidate.folder, 0);
     finding.rank = Rank::Note;
     finding.text += mayAsk ? " is not known as a dongle"
                            : " cannot be asked whether it is a dongle: you may not open it";
-    if (!binding.driver.empty() && !isPrograms(binding))
+    if (!binding.driver.empty() && !binding.isPrograms())
         finding.text += fmt::format("; the system's driver {} has it", binding.driver);
     finding.text += fmt::format(". If it is one: sudo mkdir -p /etc/bitlux-forge && echo {} | "
                                 "sudo tee -a /etc/bitlux-forge/{}",
                                 numbersText(candidate.numbers), listName);
     if (!mayAsk)
         finding.text +=
-            " && " + (hasPackagedRule() ? std::string(udevReloadCommand) : udevInstallCommand());
-}
-
-std::string DongleCheckup::rightsFix(const UsbNumbers& numbers) const {
-    if (!hasRule(numbers))
-        return udevInstallCommand();
-    const std::string fix = groupFix(machine_, dongleGroup);
-    return fix.empty() ? std::string(udevReloadCommand) : fix;
+            " && " + (rules_.isPackaged() ? std::string(udevReloadCommand) : udevInstallCommand());
 }
 
 void DongleCheckup::examineList() {
@@ -199,22 +154,16 @@ void DongleCheckup::examineList() {
 void DongleCheckup::examineRules() {
     std::string missing;
     for (const UsbNumbers& numbers : numbers_.all())
-        if (!hasRule(numbers))
+        if (!rules_.cover(numbers))
             (missing += ' ') += numbersText(numbers);
-    const bool isPackaged = hasPackagedRule();
-    const bool isThere = isPackaged || !rules().empty();
-    Finding finding{.subject = "udev rules",
-                    .text = std::string(isPackaged ? packagedRuleFile : udevRuleFile)};
+    Finding finding{.subject = "udev rules", .text = rules_.file()};
     if (!missing.empty()) {
-        // root needs no membership
-        finding.rank = machine_.membership(std::string(dongleGroup)) == Membership::NotNeeded
-                           ? Rank::Note
-                           : Rank::Wrong;
+        finding.rank = missingRuleRank(machine_);
         finding.text +=
-            isThere ? " has no rule for" : " is missing; it gives users the right to open";
+            rules_.isThere() ? " has no rule for" : " is missing; it gives users the right to open";
         finding.text += missing;
         finding.fix = udevInstallCommand();
-    } else if (!isThere) {
+    } else if (!rules_.isThere()) {
         finding.rank = Rank::Note;
         finding.text = fmt::format("none; none are needed while {} lists no device", listName);
     }

@@ -1,5 +1,6 @@
 #include "apps/machine.h"
 
+#include "platform/linux/adapter_settings.h"
 #include "platform/linux/dongle_search.h"
 #include "transfer/dongle_link.h"
 
@@ -60,6 +61,7 @@ Machine thisMachine() {
     const std::string user = userName();
     return {.root = {},
             .dongleFiles = DongleNumbers::files(),
+            .adapterFiles = AdapterSettings::files(),
             .user = user,
             .membership = [user](const std::string& group) { return membershipOf(user, group); },
             .mayOpen =

@@ -19,7 +19,8 @@ enum class Membership : std::uint8_t {
 /// The machine that the doctor examines, and its user.
 struct Machine {
     std::string root; ///< prefix of /sys, /proc, /dev and /etc; empty for the real ones
-    std::vector<std::string> dongleFiles; ///< dongles.conf, the system's first
+    std::vector<std::string> dongleFiles;  ///< dongles.conf, the system's first
+    std::vector<std::string> adapterFiles; ///< adapters.conf, likewise
     std::string user;
     std::function<Membership(const std::string& group)> membership;
     /// Whether the user may read and write a device node.

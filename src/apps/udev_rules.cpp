@@ -1,5 +1,7 @@
 #include "apps/udev_rules.h"
 
+#include "platform/linux/ftdi_chip.h"
+
 #include <algorithm>
 
 #include <fmt/format.h>
@@ -16,6 +18,12 @@ std::string productMatch(const UsbNumbers& numbers) {
     return fmt::format("ATTR{{idProduct}}==\"{:04x}\"", numbers.product);
 }
 
+std::string ruleFor(const UsbNumbers& numbers) {
+    return fmt::format("SUBSYSTEM==\"usb\", {}, {}, MODE=\"0660\", GROUP=\"{}\", "
+                       "TAG+=\"uaccess\"\n",
+                       vendorMatch(numbers), productMatch(numbers), dongleGroup);
+}
+
 } // namespace
 
 std::string udevInstallCommand() {
@@ -24,14 +32,15 @@ std::string udevInstallCommand() {
 
 std::string udevRules(const std::vector<UsbNumbers>& numbers) {
     std::string rules = fmt::format(
-        "# Lets users open the dongles of Bitlux Forge: whoever sits at this machine, and from\n"
-        "# anywhere the members of the group {}. Made from dongles.conf; to install it:\n"
+        "# Lets users open FTDI adapters and the dongles of dongles.conf: whoever sits at this\n"
+        "# machine, and from anywhere the members of the group {}. To install it:\n"
         "#   {}\n",
         dongleGroup, udevInstallCommand());
     for (const UsbNumbers& pair : numbers)
-        rules += fmt::format("SUBSYSTEM==\"usb\", {}, {}, MODE=\"0660\", GROUP=\"{}\", "
-                             "TAG+=\"uaccess\"\n",
-                             vendorMatch(pair), productMatch(pair), dongleGroup);
+        if (!isFtdi(pair))
+            rules += ruleFor(pair);
+    for (const std::uint16_t product : ftdiProducts)
+        rules += ruleFor({ftdiVendor, product});
     return rules;
 }
 

@@ -10,11 +10,12 @@ namespace bitlux {
 
 inline constexpr std::string_view udevRuleFile = "/etc/udev/rules.d/70-bitlux-forge.rules";
 
-/// What an installed program contains: a rule for everything in the system's dongles.conf, valid
+/// What an installed program contains: rules for adapters and for everything in the system's
+/// dongles.conf, valid
 /// while the administrator has no file of the same name.
 inline constexpr std::string_view packagedRuleFile = "/usr/lib/udev/rules.d/70-bitlux-forge.rules";
 
-/// The group whose members may open a dongle without a local login.
+/// The group whose members may open a dongle or an adapter without a local login.
 inline constexpr std::string_view dongleGroup = "plugdev";
 
 /// Makes the kernel apply the rules to its devices again.
@@ -24,7 +25,7 @@ inline constexpr std::string_view udevReloadCommand =
 /// A command line that writes the rules and applies them.
 std::string udevInstallCommand();
 
-/// A rule file that lets users open the devices with these numbers.
+/// A rule file that lets users open adapters and the devices with these numbers.
 std::string udevRules(const std::vector<UsbNumbers>& numbers);
 
 /// Whether the text of a rule file has a rule for these numbers.

@@ -2,6 +2,7 @@
 #include "support/usb_descriptors.h"
 
 #include "apps/doctor_command.h"
+#include "apps/list_command.h"
 
 #include <filesystem>
 #include <functional>
@@ -25,7 +26,8 @@ const std::string addNumbers = "sudo mkdir -p /etc/bitlux-forge && echo 1234:abc
                                "sudo tee -a /etc/bitlux-forge/dongles.conf";
 
 const std::string addAndInstall = addNumbers + " && " + install;
-const char* const unusable = "Usable: nothing, neither a USB dongle nor a parallel port.\n";
+const char* const unusable =
+    "Usable: nothing, neither a USB dongle nor an adapter nor a parallel port.\n";
 
 /// A machine made of files.
 class MadeMachine {
@@ -33,6 +35,7 @@ public:
     MadeMachine() {
         machine.root = root.path();
         machine.dongleFiles = {root.path("etc/dongles.conf")};
+        machine.adapterFiles = {root.path("etc/adapters.conf")};
         machine.user = "ann";
         machine.membership = [this](const std::string& group) {
             const auto found = memberships.find(group);
@@ -112,6 +115,8 @@ TEST(Doctor, TellsTheTruthOfAnEmptyMachine) {
         "this container or virtual machine, if it is one\n"
         "  note   dongles.conf   lists no device\n"
         "  note   udev rules     none; none are needed while dongles.conf lists no device\n"
+        "FTDI adapter\n"
+        "  note   adapter        none is plugged in\n"
         "Parallel port\n"
         "  note   parallel port  the system knows none\n"
         "  wrong  parport_pc     the driver of the ports is not loaded. To do: sudo modprobe "
@@ -120,7 +125,7 @@ TEST(Doctor, TellsTheTruthOfAnEmptyMachine) {
         "To do: sudo modprobe ppdev\n"
         "  wrong  group lp       ann is no member and may not use the ports. To do: sudo "
         "usermod -a -G lp ann, then log in again\n"
-        "Usable: nothing, neither a USB dongle nor a parallel port.\n");
+        "Usable: nothing, neither a USB dongle nor an adapter nor a parallel port.\n");
 }
 
 TEST(Doctor, SaysWhatAListedDongleLacks) {
@@ -382,29 +387,84 @@ TEST(Doctor, TellsOfThePortsDrivers) {
 
 TEST(Doctor, PrintsUdevRules) {
     MadeMachine made;
-    made.list("1234:ABCD\nbad\n0001:0002\n");
+    made.list("1234:ABCD\nbad\n0403:6014\n");
     EXPECT_EQ(made.run(true), 0);
     std::istringstream lines(made.output.str());
     std::string rules;
     for (std::string line; std::getline(lines, line);)
         if (!line.starts_with('#'))
             rules += line + "\n";
-    EXPECT_EQ(rules, "SUBSYSTEM==\"usb\", ATTR{idVendor}==\"1234\", ATTR{idProduct}==\"abcd\", "
-                     "MODE=\"0660\", GROUP=\"plugdev\", TAG+=\"uaccess\"\n"
-                     "SUBSYSTEM==\"usb\", ATTR{idVendor}==\"0001\", ATTR{idProduct}==\"0002\", "
-                     "MODE=\"0660\", GROUP=\"plugdev\", TAG+=\"uaccess\"\n");
+    std::string expected;
+    for (const char* numbers :
+         {R"("1234", ATTR{idProduct}=="abcd")", R"("0403", ATTR{idProduct}=="6001")",
+          R"("0403", ATTR{idProduct}=="6010")", R"("0403", ATTR{idProduct}=="6011")",
+          R"("0403", ATTR{idProduct}=="6014")", R"("0403", ATTR{idProduct}=="6015")"})
+        expected += fmt::format("SUBSYSTEM==\"usb\", ATTR{{idVendor}}=={}, MODE=\"0660\", "
+                                "GROUP=\"plugdev\", TAG+=\"uaccess\"\n",
+                                numbers);
+    EXPECT_EQ(rules, expected);
     EXPECT_NE(made.output.str().find("#   " + install), std::string::npos);
     EXPECT_NE(made.errors.str().find("line 2: \"bad\""), std::string::npos);
 }
 
-TEST(Doctor, PrintsNoRulesWithoutNumbers) {
-    MadeMachine made;
-    EXPECT_EQ(made.run(true), 1);
-    EXPECT_EQ(made.output.str(), "");
-    EXPECT_EQ(made.errors.str(),
-              "No rules: dongles.conf lists no device. Put the two numbers of the dongle, as lsusb "
-              "shows them (1234:abcd), on a line of " +
-                  made.root.path("etc/dongles.conf") + ".\n");
+TEST(Doctor, SaysWhatAnAdapterLacks) {
+    const std::string devices = "sys/bus/usb/devices/";
+    const std::string tty = devices + "1-2/1-2:1.0/ttyUSB0/dev";
+    for (const auto& [what, change, line] :
+         Rows<const char*, std::function<void(MadeMachine&)>, std::string>{
+             {"all well", [](MadeMachine&) {}, "ok: FT232R A50285BI at 1-2, can be opened"},
+             {"serial driver",
+              [](MadeMachine& made) { made.runProgram(97, "minicom", "/dev/ttyUSB1"); },
+              "ok: FT232R A50285BI at 1-2, can be opened"},
+             {"talking program",
+              [](MadeMachine& made) { made.runProgram(97, "minicom", "/dev/ttyUSB0"); },
+              "wrong: FT232R A50285BI at 1-2, but it is in use as /dev/ttyUSB0 by minicom "
+              "(process 97). To do: close that program"},
+             {"other program",
+              [](MadeMachine& made) {
+                  made.bindDongle("usbfs");
+                  made.runProgram(812, "bitlux-forge", usbNodeName);
+              },
+              "wrong: FT232R A50285BI at 1-2, but it is held by bitlux-forge (process 812). To "
+              "do: close that program"},
+             {"no rights", [](MadeMachine& made) { made.openable.clear(); },
+              "wrong: FT232R A50285BI at 1-2, but you may not open it. To do: " + reload},
+             {"no rule",
+              [](MadeMachine& made) {
+                  made.openable.clear();
+                  made.root.write(rulesName, "# old");
+              },
+              "wrong: FT232R A50285BI at 1-2, but you may not open it. To do: " + install},
+             {"wrong settings",
+              [](MadeMachine& made) {
+                  made.root.write("etc/adapters.conf", "[A50285BI]\nx = 1\n");
+              },
+              "wrong: FT232R A50285BI at 1-2, but adapters.conf is wrong about it. To do: "
+              "correct adapters.conf"}}) {
+        SCOPED_TRACE(what);
+        MadeMachine made;
+        made.plugDongleIn();
+        made.memberships["plugdev"] = Membership::InEffect;
+        for (const auto& [file, text] : {std::pair{"idVendor", "0403\n"},
+                                         {"idProduct", "6001\n"},
+                                         {"bcdDevice", "0600\n"},
+                                         {"serial", "A50285BI\n"}})
+            made.root.write(devices + "1-2/" + file, text);
+        made.root.write(tty, "");
+        made.openable.insert(usbNodeName);
+        made.run(true);
+        made.root.write(rulesName, made.output.str());
+        change(made);
+        const bool isUsable = line.starts_with("ok");
+        EXPECT_EQ(made.run(), isUsable ? 0 : 1);
+        EXPECT_EQ(made.line(usbNodeName), line) << "as an adapter, and not as a strange dongle";
+        EXPECT_EQ(made.verdict(), isUsable ? "Usable: the adapter.\n" : unusable);
+        std::ostringstream list;
+        runListCommand({}, made.machine, list);
+        EXPECT_TRUE(list.str().ends_with("\nPlugged in:\n--bus ftdi:A50285BI  FT232R at 1-2 with "
+                                         "the pins 2 to 8 and 12\n"))
+            << list.str();
+    }
 }
 
 } // namespace

@@ -137,11 +137,11 @@ void AdapterSettings::read(const std::string& fileName) {
         problems_.push_back(unread_);
         return;
     }
-    for (const auto& [name, section] : *document->table()) {
-        std::erase_if(sections_, [&](const Section& other) { return other.name == name; });
+    for (const Node::Entry& entry : *document->table()) {
+        std::erase_if(sections_, [&](const Section& any) { return any.name == entry.key; });
         Section& made = sections_.emplace_back();
-        made.name = name;
-        made.wishes = SectionReading(problems).read(section);
+        made.name = entry.key;
+        made.wishes = SectionReading(problems).read(entry.value);
         if (!problems.empty())
             made.wishes.problem = describe(problems.front(), fileName);
         for (const documents::Problem& problem : std::exchange(problems, {}))

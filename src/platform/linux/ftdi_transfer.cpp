@@ -47,6 +47,10 @@ bool FtdiTransfer::callBack() const {
     using namespace std::chrono;
     if (control_->completed != 0)
         return true;
+    // libftdi's own would submit it again after a failure.
+    control_->transfer->callback = [](libusb_transfer* transfer) {
+        static_cast<ftdi_transfer_control*>(transfer->user_data)->completed = 1;
+    };
     libusb_cancel_transfer(control_->transfer);
     const auto end = steady_clock::now() + seconds(1);
     while (control_->completed == 0) {

@@ -25,8 +25,8 @@ struct AdapterPlaces {
 /// Which adapters a program may see, and what it wants of them whatever the files say.
 struct AdapterChoice {
     bool isDemanded = false; ///< one must be there
-    std::string serial;      ///< only the one that has it; all of them when it is empty
-    std::optional<int> clock;
+    std::string serial{};    ///< only the one that has it; all of them when it is empty
+    std::optional<int> clock{};
     bool keepsLines = false; ///< true: also where the files do not say so
 };
 
