@@ -1,15 +1,18 @@
-// Words of 32 bits through an emulated adapter: the exchanges of a word, how many words a second
-// beside those through an emulated dongle, and what the processor spends on one beside a bare loop
-// of libftdi that sends the same bytes. The emulation takes most of the time.
+// Words of 32 bits, sent by the engine through an emulated adapter: the exchanges of a word, how
+// many words a second beside those through an emulated dongle, and what the processor spends on one
+// beside a bare loop of libftdi that sends the same bytes. The emulation takes most of the time.
 
 #include "emulated_adapter.h"
 #include "emulated_dongle.h"
+#include "engine_bench.h"
 #include "usb_rig.h"
 
 #include "platform/linux/linux_adapter_host.h"
+#include "transfer/adapter_bus.h"
 
-#include <array>
-#include <memory>
+#include <cstdint>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include <fcntl.h>
@@ -26,43 +29,34 @@ using namespace bitlux::perf;
 constexpr double surplusLimit = 10; // microseconds
 constexpr int rounds = 11;
 
-/// What a word of 32 bits puts on the lines: selected, two levels of the clock a bit, released.
-constexpr std::size_t wordBytes = 67;
-using Word = std::array<std::uint8_t, wordBytes>;
-
-Word makeWord() {
-    Word bytes{};
-    for (std::size_t i = 0; i < bytes.size(); ++i)
-        bytes[i] = static_cast<std::uint8_t>(i % 4);
-    return bytes;
-}
-
-/// The link of the program.
+/// The program's words, from the engine down: type 1, the most significant bit first.
 class AdapterWords {
 public:
     explicit AdapterWords(const AdapterPlaces& places) : host_(places) {
-        const std::vector<Adapter> found = host_.find();
-        require(found.size() == 1, "one adapter");
-        link_ = host_.open(found.front());
-        link_->drive(0xFF);
+        require(bus_.search().size() == 1, "one adapter");
+        bus_.use(bus_.found().front());
+        bench_.pins.rest();
     }
 
     void exchange() {
-        Word samples{};
-        link_->exchange(word_, samples);
-        require(samples.back() == word_[wordBytes - 2], "samples");
+        bench_.engine.SendSPI();
+        require(bench_.session.WordAnswered, "answer");
     }
 
 private:
     LinuxAdapterHost host_;
-    std::unique_ptr<AdapterLink> link_;
-    Word word_ = makeWord();
+    EngineBench bench_{1, true};
+    AdapterBus bus_{bench_.session, bench_.pins, &host_};
 };
 
 /// The least that can be done with libftdi.
 class BareWords {
 public:
-    explicit BareWords(const std::string& node) : node_(::open(node.c_str(), O_RDWR | O_CLOEXEC)) {
+    /// `word` has the bytes of a word.
+    BareWords(const std::string& node, std::vector<std::uint8_t> word)
+        : node_(::open(node.c_str(), O_RDWR | O_CLOEXEC)),
+          word_(std::move(word)),
+          samples_(word_.size()) {
         libusb_set_option(nullptr, LIBUSB_OPTION_NO_DEVICE_DISCOVERY);
         ftdi_ = ftdi_new();
         libusb_device_handle* handle = nullptr;
@@ -82,29 +76,30 @@ public:
     }
 
     void exchange() {
-        Word samples{};
-        ftdi_transfer_control* const reading =
-            ftdi_read_data_submit(ftdi_, samples.data(), wordBytes);
-        ftdi_transfer_control* const writing =
-            ftdi_write_data_submit(ftdi_, word_.data(), wordBytes);
-        require(ftdi_transfer_data_done(writing) == wordBytes, "bare write");
-        require(ftdi_transfer_data_done(reading) == wordBytes, "bare read");
-        require(samples.back() == word_[wordBytes - 2], "bare samples");
+        const int size = static_cast<int>(word_.size());
+        ftdi_transfer_control* const reading = ftdi_read_data_submit(ftdi_, samples_.data(), size);
+        ftdi_transfer_control* const writing = ftdi_write_data_submit(ftdi_, word_.data(), size);
+        require(ftdi_transfer_data_done(writing) == size, "bare write");
+        require(ftdi_transfer_data_done(reading) == size, "bare read");
     }
 
 private:
     int node_;
     ftdi_context* ftdi_;
-    Word word_ = makeWord();
+    std::vector<std::uint8_t> word_;
+    std::vector<std::uint8_t> samples_;
 };
 
-/// Transfers to and from the adapter.
-int exchangesOf(test::EmulatedAdapter& adapter, AdapterWords& words) {
+/// What a word puts on the lines, in `exchanges` transfers to the adapter and as many from it.
+std::vector<std::uint8_t> bytesOf(test::EmulatedAdapter& adapter, AdapterWords& words,
+                                  int& exchanges) {
+    adapter.written();
     const int before = adapter.submitted(0x02) + adapter.submitted(0x81);
     words.exchange();
     const int transfers = adapter.submitted(0x02) + adapter.submitted(0x81) - before;
     require(transfers % 2 == 0, "as many out as in");
-    return transfers / 2;
+    exchanges = transfers / 2;
+    return adapter.written().front();
 }
 
 } // namespace
@@ -118,11 +113,11 @@ int main() {
     test::EmulatedAdapter bareAdapter(testbed, bareList, {.address = 6});
     test::EmulatedDongle dongle(testbed, dongleList);
     AdapterWords words({.devices = list.path(), .nodes = "/dev/bus/usb", .settingsFiles = {}});
-    BareWords bare(bareAdapter.node());
+    int exchanges = 0;
+    BareWords bare(bareAdapter.node(), bytesOf(adapter, words, exchanges));
     DongleWords dongleWords({.devices = dongleList.path(),
                              .nodes = "/dev/bus/usb",
                              .numberFiles = {dongleList.write("dongles.conf", "1234:abcd\n")}});
-    const int exchanges = exchangesOf(adapter, words);
     std::vector<double> speeds;
     std::vector<double> times;
     std::vector<double> processor;

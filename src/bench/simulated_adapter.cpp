@@ -64,7 +64,8 @@ private:
     }
     void demandThere() const {
         if (!isThere())
-            fail(settings_, "was lost while in use: it was unplugged. Plug it in, then try again.");
+            fail(settings_, "was lost while in use: it was removed. Check that it is plugged "
+                            "in, then try again.");
     }
     /// Faults that keep the bytes from the lines.
     void refuse(const DongleFault& fault) {
@@ -75,7 +76,8 @@ private:
             demandThere();
         }
         if (fault.kind == DongleFault::Kind::Stalled)
-            fail(settings_, "refused the word. Unplug it and plug it in again.");
+            fail(settings_, "has broken off the transfer. Unplug it and plug it in again, then "
+                            "try again.");
     }
     /// Faults of the samples.
     void answer(const DongleFault& fault, std::size_t count) {
@@ -84,11 +86,11 @@ private:
             const std::int64_t late = isSilent ? longestWait : fault.duration;
             adapter_.clock_.idle(std::min(late, longestWait));
             if (late >= longestWait)
-                fail(settings_, "did not answer in time. Unplug it and plug it in again.");
+                fail(settings_, "does not answer. Unplug it and plug it in again, then try again.");
         }
         if (fault.kind == DongleFault::Kind::Short)
-            fail(settings_, fmt::format("returned {} of {} samples. Unplug it and plug it in "
-                                        "again.",
+            fail(settings_, fmt::format("has sent {} of {} samples and no more. Unplug it and "
+                                        "plug it in again, then try again.",
                                         std::min<std::size_t>(fault.bytes, count), count));
     }
     void release() {

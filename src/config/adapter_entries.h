@@ -30,7 +30,8 @@ public:
 
     /// The adapter that the last configuration file named; empty for none.
     std::string namedByFile;
-    /// The adapter that is used whatever adapter a configuration file names; none when it is empty.
+    /// The adapter that is used whatever adapter or address of a port a configuration file names;
+    /// when it is empty, no adapter is used.
     std::optional<std::string> insteadOfFiles;
 
 private:

@@ -71,7 +71,10 @@ Setting partTab(std::int32_t number, forms::CheckBox& box, const PartTabAccess& 
 Setting address(std::string key, ConfigureDialog& dialog, int index) {
     Setting setting = check(std::move(key), dialog.chkHardCodeLPT(index));
     setting.read = [&dialog, index](const RecordValue& value) {
-        dialog.chkHardCodeLPT(index).setValue(integerOf(value));
+        const std::int16_t wanted = integerOf(value);
+        if (!dialog.adapters.insteadOfFiles.value_or("").empty())
+            return; // instead of the port, too
+        dialog.chkHardCodeLPT(index).setValue(wanted);
         dialog.chkHardCodeLPT_Click(index);
     };
     return setting;

@@ -2,6 +2,8 @@
 
 #include "file_bench.h"
 
+#include "program/word_settings.h"
+
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <gtest/gtest.h>
@@ -146,6 +148,14 @@ TEST(AdapterDialog, FallsBackFromAnAdapterThatIsNotThere) {
     EXPECT_EQ(withAdapter.bench.adapter.driven(), 0);
     EXPECT_EQ(withAdapter.use(0), Texts{});
     EXPECT_EQ(withAdapter.busOfAWord(), "adapter");
+}
+
+TEST(AdapterDialog, MayBeFixedWhateverFilesSay) {
+    AdapterBench bench;
+    EXPECT_TRUE(chooseBus(bench.program, Bus::Adapter, [] { return std::string(); }));
+    const std::string file = "\"[HardCode378]\",1\r\n" + (onAnother + std::string(applyNow));
+    EXPECT_EQ(bench.openRecords(file), Texts{});
+    EXPECT_EQ(bench.busOfAWord(), "adapter");
 }
 
 TEST(AdapterDialog, StopsAtAnAdapterThatIsPulledOutAndGoesOnWhenItIsBack) {

@@ -40,7 +40,7 @@ class Case(unittest.TestCase):
 
 
 class Words(Case):
-    def test_go_through_the_forms_on_either_bus(self):
+    def test_go_through_the_forms_on_every_bus(self):
         dongle = bitlux.Bench(device="loopback", bus="dongle")
         port = bitlux.Bench(device="stuck-high", bus="port")
         self.assertEqual(send(dongle, "A5"), "A5")
@@ -48,6 +48,20 @@ class Words(Case):
         frame = b"\x08\x70\x00\xa5\x00\x00\x00\x00"
         self.assertEqual(dongle.trace, [("OUT", frame), ("IN", frame)])
         self.assertEqual(port.trace[:3], [("W", 0x378, 0), ("W", 0x378, 2), ("W", 0x378, 6)])
+        adapter = bitlux.Bench(device="stuck-high", bus="ftdi", adapter_clock=250_000)
+        self.assertEqual(send(adapter, "A5"), "FF")
+        self.assertEqual(adapter.trace, port.trace)
+        session = adapter.session
+        self.assertEqual((session.AdapterInUse, session.AdapterClock), ("FT232R BENCH", 250_000))
+        self.assertEqual(adapter.bench.pins["driven"], 0x0B)
+        adapter.bench.unplug_adapter()
+        self.refuse(bitlux.PortUnusable, lambda: adapter.transfer(1), text="was removed")
+        adapter.bench.plug_adapter()
+        self.assertEqual(adapter.transfer(1), 0xFF)
+        for arguments in ({"bus": "usb"}, {"bus": "ftdi", "adapter_clock": 0}):
+            self.refuse(ValueError, lambda: bitlux.Bench(**arguments))
+        self.refuse(ValueError, lambda: bitlux.Bench.hardware(keep_lines=True),
+                    lambda: bitlux.Bench.hardware(bus="ftdi", port="lpt1"))
         port.clear_trace()
         self.assertEqual((port.trace, len(dongle.trace)), ([], 2))
         log = dongle["frmMain.lstSessionLogSingle"].items

@@ -25,8 +25,7 @@ WireTrace recorded(TestBench& bench, const std::function<void()>& action) {
     WireTrace trace;
     bench.program.startRecording(trace);
     // Also when the action fails, since the trace goes then.
-    const std::shared_ptr<void> recording(nullptr,
-                                          [&](void*) { bench.program.stopRecording(); });
+    const std::shared_ptr<void> recording(nullptr, [&](void*) { bench.program.stopRecording(); });
     action();
     return trace;
 }

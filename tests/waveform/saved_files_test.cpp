@@ -71,15 +71,22 @@ std::string sendAllLengths(WaveformBench& bench, const std::vector<std::string>&
     return expected;
 }
 
-void checkSetting(int type, bool msbFirst, bool selectedWhenHigh) {
+enum class Wire { Port, Adapter };
+
+void checkSetting(int type, bool msbFirst, bool selectedWhenHigh, Wire wire = Wire::Port) {
     WaveformBench bench("scripted", {"1", "2D", "A5", "3C96", "5A5A1234", "F0F0A5C369",
                                      "0123456789ABCDEF", "C0FFEE00112233445566778899AABBCCDDEEFF"});
+    if (wire == Wire::Adapter) {
+        bench.port.setAddresses({});
+        bench.bench.adapter.plug();
+    }
     const std::vector<std::string> options{"optHex", msbFirst ? "optMSBfirst" : "optLSBfirst",
                                            selectedWhenHigh ? "optCSpositive" : "optCSnegative"};
     bench.configure("8", options);
     bench.setType(type);
     bench.record();
     const std::string expected = sendAllLengths(bench, options);
+    EXPECT_EQ(bench.session().AdapterInUse.empty(), wire == Wire::Port);
     const SavedWords saved(bench);
     for (const std::string& input : saved.inputs())
         EXPECT_EQ(sigrok(input + decoder(type, selectedWhenHigh) +
@@ -97,6 +104,11 @@ TEST(SavedFiles, AreReadBackByAnotherDecoder) {
         for (const bool msbFirst : {true, false})
             for (const bool selectedWhenHigh : {true, false})
                 checkSetting(type, msbFirst, selectedWhenHigh);
+}
+
+TEST(SavedFiles, AreReadBackFromAnAdapter) {
+    for (int type = 1; type <= 4; ++type)
+        checkSetting(type, type % 2 == 0, type > 2, Wire::Adapter);
 }
 
 TEST(SavedFiles, ShowWordsThroughTheDongle) {
