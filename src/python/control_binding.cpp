@@ -209,8 +209,7 @@ void bindControls(py::module_& module) {
                 act(handle.bench(), [&] { handle.control().key(stroke); });
             },
             py::arg("name"),
-            "Press a key, as \"Enter\", \"Escape\", \"F5\" or \"a\". Raises UnknownName for no "
-            "key.")
+            R"(Press a key, as "Enter", "Escape", "F5" or "a". Raises UnknownName for no key.)")
         .def(
             "type",
             [](const ControlHandle& handle, const std::string& text) {
