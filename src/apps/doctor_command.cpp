@@ -56,7 +56,7 @@ std::string verdict(bool dongle, bool adapter, bool port) {
         return "Usable: nothing, neither a USB dongle nor an adapter nor a parallel port.";
     if (usable.size() == 3)
         return fmt::format("Usable: {}, {} and {}.", usable[0], usable[1], usable[2]);
-    const std::string all = fmt::format("Usable: {}.", fmt::join(usable, " and "));
+    std::string all = fmt::format("Usable: {}.", fmt::join(usable, " and "));
     if (usable.size() > 1 || adapter)
         return all;
     return all + (dongle ? " The parallel port is not." : " No USB dongle is.");

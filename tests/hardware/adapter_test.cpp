@@ -158,9 +158,11 @@ TEST_F(AdapterTest, CarriesAWordInOneExchangeThroughAnyBuffer) {
             SCOPED_TRACE(fmt::format("{} bytes on {}", size, kind.name));
             adapter.sendStatus(exchanges % 3);
             const Bytes bytes = manyBytes(size);
+            const int transfers = adapter.submitted();
             EXPECT_EQ(exchange(*link, bytes), later(before, bytes));
             EXPECT_EQ(adapter.written(), (std::vector<Bytes>{bytes}));
             EXPECT_EQ(adapter.submitted(0x02), ++exchanges);
+            EXPECT_EQ(adapter.endpointAfter(transfers), 0x81) << "somebody fetches samples";
             EXPECT_EQ(adapter.waiting(), 0);
             before = bytes.back();
         }

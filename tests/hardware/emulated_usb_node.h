@@ -36,6 +36,13 @@ public:
     }
     /// Transfers submitted for an endpoint since it was plugged in.
     [[nodiscard]] int submitted(std::uint8_t endpoint);
+    /// The endpoint of the first transfer after so many.
+    [[nodiscard]] int endpointAfter(int transfers) {
+        return locked([=, this] { return submitted_.at(static_cast<std::size_t>(transfers)); });
+    }
+    [[nodiscard]] int submitted() {
+        return locked([this] { return static_cast<int>(submitted_.size()); });
+    }
     /// Transfers that wait for the device to send something.
     [[nodiscard]] int waiting() {
         return locked([this] { return static_cast<int>(waiting_.size()); });
