@@ -85,7 +85,7 @@ void DongleBoard::skipCycles(CycleFinder& finder, std::int64_t until) {
     finder = {};
 }
 
-UsbFrame DongleBoard::carryOut(const UsbFrame& frame) {
+UsbFrame DongleBoard::execute(const UsbFrame& frame) {
     const DongleFrame read(frame);
     if (read.length > 0 && read.changesPins)
         extraPins_ = read.extraPins;

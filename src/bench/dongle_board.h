@@ -36,7 +36,7 @@ public:
     /// repeat, whole cycles are skipped.
     void catchUp();
     /// Executes a frame and returns the answer.
-    UsbFrame carryOut(const UsbFrame& frame);
+    UsbFrame execute(const UsbFrame& frame);
 
     void answerCommandsWith(std::vector<UsbFrame> answers) {
         commandAnswers_.assign(answers.begin(), answers.end());

@@ -133,7 +133,7 @@ UsbStatus SimulatedDongle::take(const UsbFrame& frame) {
         return UsbStatus::Success;
     }
     babbles_ = babbles_ || fault.kind == DongleFault::Kind::Babbling;
-    const UsbFrame answer = board_.carryOut(frame);
+    const UsbFrame answer = board_.execute(frame);
     if (fault.kind == DongleFault::Kind::Silent)
         return UsbStatus::Success;
     const DongleFrame read(frame);

@@ -118,7 +118,7 @@ void MultipleRun::passTime(std::int64_t nanoseconds) {
     const std::int64_t end = parts_.clock.nanoseconds() + nanoseconds;
     progress_->waitUntil = end;
     progressChanged.raise();
-    for (std::int64_t left = nanoseconds; left > 0 && parts_.run.goesOn() && !hasEnded();
+    for (std::int64_t left = nanoseconds; left > 0 && parts_.run.continues() && !hasEnded();
          left = end - parts_.clock.nanoseconds())
         parts_.loop.waitForEvents(left);
     progress_->waitUntil.reset();

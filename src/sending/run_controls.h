@@ -53,7 +53,7 @@ public:
     [[nodiscard]] State state() const;
     [[nodiscard]] bool continuous() const { return state() == State::Continuous; }
     /// A run is active and was not asked to stop.
-    [[nodiscard]] bool goesOn() const {
+    [[nodiscard]] bool continues() const {
         return state() == State::Once || state() == State::Continuous;
     }
     /// The run that began last must not send anything more.

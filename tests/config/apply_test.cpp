@@ -90,8 +90,8 @@ TEST(Apply, ShowsALongWordInHexOnly) {
 }
 
 TEST(Apply, AsksAboutALengthWithAFraction) {
-    for (const bool goesOn : {true, false}) {
-        const auto answer = goesOn ? MessageBox::Answer::Ok : MessageBox::Answer::Cancel;
+    for (const bool continues : {true, false}) {
+        const auto answer = continues ? MessageBox::Answer::Ok : MessageBox::Answer::Cancel;
         TestBench bench;
         bench.boxes.answer(answer);
         bench.configure("50.5", {"optBinary"});
@@ -100,9 +100,9 @@ TEST(Apply, AsksAboutALengthWithAFraction) {
                                                "discard changes."});
         EXPECT_EQ(bench.boxes.shown().back().title, "WARNING");
         EXPECT_EQ(bench.session().SPIWordLength, 50);
-        EXPECT_EQ(bench.session().DisplayHex, goesOn ? 1 : 0);
-        EXPECT_EQ(bench.program.dialog().optHex.value(), goesOn);
-        EXPECT_EQ(bench.session().ConfigDirty, goesOn ? ConstOn : ConstOff);
+        EXPECT_EQ(bench.session().DisplayHex, continues ? 1 : 0);
+        EXPECT_EQ(bench.program.dialog().optHex.value(), continues);
+        EXPECT_EQ(bench.session().ConfigDirty, continues ? ConstOn : ConstOff);
 
         bench.configure("12");
         bench.get<forms::ComboBox>("frmMain.cmbMasterQCList").addItem("Wake up");
@@ -112,7 +112,7 @@ TEST(Apply, AsksAboutALengthWithAFraction) {
             bench.boxes.takeTexts(),
             Texts{"Changing the number of SPI bits will destroy all of your Quick Commands.\r\n"
                   "Click OK to continue with changes, or click Cancel to discard changes."});
-        EXPECT_EQ(bench.get<forms::ComboBox>("frmMain.cmbMasterQCList").items().empty(), goesOn);
+        EXPECT_EQ(bench.get<forms::ComboBox>("frmMain.cmbMasterQCList").items().empty(), continues);
     }
 }
 

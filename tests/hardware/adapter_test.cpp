@@ -31,7 +31,7 @@ protected:
                 .nodes = nodes,
                 .processes = files.path("proc"),
                 .settingsFiles = {files.path("adapters.conf")},
-                .patience = patience};
+                .timeout = timeout};
     }
     std::vector<Adapter> find() { return LinuxAdapterHost(places()).find(); }
     /// The only one.
@@ -64,7 +64,7 @@ protected:
     TemporaryFolder list;
     TemporaryFolder files;
     std::string nodes = "/dev/bus/usb";
-    std::chrono::nanoseconds patience = FtdiLink::standardPatience;
+    std::chrono::nanoseconds timeout = FtdiLink::standardTimeout;
 };
 
 /// Bytes that are all different from their neighbours.
@@ -207,7 +207,7 @@ TEST_F(AdapterTest, TellsWhatGoesWrongInAWord) {
     const std::string again = ". Unplug it and plug it in again, then try again.";
     const std::string lost = "The adapter FT232R A50285BI was lost while in use: it was removed. "
                              "Check that it is plugged in, then try again.";
-    patience = 0ns;
+    timeout = 0ns;
     for (const auto& [what, fault, text] : Rows<const char*, EmulatedAdapter::Fault, std::string>{
              {"stalled out", {.stalled = 0x02}, "has broken off the transfer" + again},
              {"stalled in", {.stalled = 0x81}, "has broken off the transfer" + again},
@@ -229,10 +229,10 @@ TEST_F(AdapterTest, TellsWhatGoesWrongInAWord) {
         link.reset();
         if (fault.unplugAfter != 0)
             continue;
-        patience = FtdiLink::standardPatience;
+        timeout = FtdiLink::standardTimeout;
         link = open();
         EXPECT_EQ(exchange(*link, {1}).size(), 1U) << "opened again, it works";
-        patience = 0ns;
+        timeout = 0ns;
     }
 }
 

@@ -16,11 +16,11 @@ constexpr std::size_t longestName = 80;
 } // namespace
 
 FtdiLink::FtdiLink(const Adapter& adapter, std::unique_ptr<FtdiConnection> connection,
-                   const FtdiRate& rate, std::chrono::nanoseconds patience)
+                   const FtdiRate& rate, std::chrono::nanoseconds timeout)
     : name_(printable(adapter.name(), longestName)),
       keepsLines_(adapter.keepsLines),
       rate_(rate),
-      patience_(patience),
+      timeout_(timeout),
       connection_(std::move(connection)) {
     if (!connection_->start(rate.baud))
         failRefused();
@@ -46,7 +46,7 @@ void FtdiLink::drive(std::uint8_t outputs) {
 void FtdiLink::exchange(std::span<const std::uint8_t> bytes, std::span<std::uint8_t> samples) {
     demandUsable();
     const std::chrono::duration<double> onTheWire(static_cast<double>(bytes.size()) / rate_.bytes);
-    const auto waits = std::chrono::duration_cast<std::chrono::nanoseconds>(onTheWire) + patience_;
+    const auto waits = std::chrono::duration_cast<std::chrono::nanoseconds>(onTheWire) + timeout_;
     const UsbStatus status = connection_->exchange(bytes, samples, waits.count());
     if (status != UsbStatus::Success)
         failExchange(status, bytes.size());

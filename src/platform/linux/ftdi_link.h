@@ -15,11 +15,11 @@ namespace bitlux {
 class FtdiLink final : public AdapterLink {
 public:
     /// What an answer may take beyond the bytes themselves.
-    static constexpr std::chrono::nanoseconds standardPatience = std::chrono::milliseconds(500);
+    static constexpr std::chrono::nanoseconds standardTimeout = std::chrono::milliseconds(500);
 
     /// Takes a channel that is held. Raises Failure (PortUnusable).
     FtdiLink(const Adapter& adapter, std::unique_ptr<FtdiConnection> connection,
-             const FtdiRate& rate, std::chrono::nanoseconds patience);
+             const FtdiRate& rate, std::chrono::nanoseconds timeout);
     ~FtdiLink() override;
     FtdiLink(const FtdiLink&) = delete;
     FtdiLink& operator=(const FtdiLink&) = delete;
@@ -37,7 +37,7 @@ private:
     std::string name_;
     bool keepsLines_;
     FtdiRate rate_;
-    std::chrono::nanoseconds patience_;
+    std::chrono::nanoseconds timeout_;
     std::unique_ptr<FtdiConnection> connection_;
     std::optional<std::uint8_t> levels_; // written last
     std::string failure_;                // what has ended it

@@ -100,7 +100,7 @@ std::unique_ptr<AdapterLink> LinuxAdapterHost::open(const Adapter& adapter) {
                                                        *device->chip, wishes.channel);
     if (connection->status() != UsbStatus::Success)
         failToOpen(connection->status(), *device, name);
-    return std::make_unique<FtdiLink>(adapter, std::move(connection), rate, places_.patience);
+    return std::make_unique<FtdiLink>(adapter, std::move(connection), rate, places_.timeout);
 }
 
 void LinuxAdapterHost::demandFreeTty(const FtdiDevice& device, int channel,

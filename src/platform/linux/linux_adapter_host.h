@@ -19,7 +19,7 @@ struct AdapterPlaces {
     std::string nodes = "/dev/bus/usb";
     std::string processes = "/proc"; ///< the kernel's folder of them
     std::vector<std::string> settingsFiles = AdapterSettings::files();
-    std::chrono::nanoseconds patience = FtdiLink::standardPatience;
+    std::chrono::nanoseconds timeout = FtdiLink::standardTimeout;
 };
 
 /// Which adapters a program may see, and what it wants of them whatever the files say.

@@ -21,9 +21,9 @@ bool areUsable(const UsbBuffers& buffers) {
 }
 
 /// Waits on a connection, at least once and until its time is up.
-class Patience {
+class TimedWait {
 public:
-    Patience(UsbConnection& connection, std::chrono::nanoseconds time)
+    TimedWait(UsbConnection& connection, std::chrono::nanoseconds time)
         : connection_(connection), time_(time) {}
 
     /// False, without waiting, when the time was up at the time before.
@@ -177,23 +177,23 @@ UsbStatus OpenDongle::startWriting(const UsbBuffers& buffers) {
 UsbStatus OpenDongle::read(UsbFrame& frame, std::int64_t wait) {
     if (!reading_)
         return UsbStatus::NotSetUp;
-    Patience patience(connection_, std::chrono::nanoseconds(wait));
+    TimedWait waiting(connection_, std::chrono::nanoseconds(wait));
     do {
         if (const std::optional<UsbStatus> come = whatHasCome(frame))
             return *come;
-        if (patience.status() != UsbStatus::Success)
-            return patience.status();
-    } while (patience.wait());
+        if (waiting.status() != UsbStatus::Success)
+            return waiting.status();
+    } while (waiting.wait());
     return UsbStatus::NothingRead;
 }
 
 UsbStatus OpenDongle::write(const UsbFrame& frame) {
     if (!writing_)
         return UsbStatus::NotSetUp;
-    Patience patience(connection_, std::chrono::seconds(1));
+    TimedWait waiting(connection_, std::chrono::seconds(1));
     do
         takeWritten();
-    while (writing_->idle() == nullptr && patience.wait());
+    while (writing_->idle() == nullptr && waiting.wait());
     if (status() != UsbStatus::Success)
         return status();
     UsbTransfer* const transfer = writing_->idle();
