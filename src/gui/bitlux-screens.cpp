@@ -1,7 +1,8 @@
 // Writes a picture of every form in its main states, for visual checks: all of them; those of the
 // panel of the ZT7251x family with "panel", of the ZT72516 with "zt72516", of the chips whose words
 // are bytes with "bytes"; the decoded log with "decoded", the notices of the status line with
-// "notices", the waveforms with "waveform", the page of the ZT72517 with "zt72517"; or those of the
+// "notices", the waveforms with "waveform", the page of the ZT72517 with "zt72517", the adapter
+// of the bench with "adapter"; or those of the
 // panel of a chip's file with "chip" and its name. A folder and the scale precede these.
 
 #include "bench/scripted_desk.h"
@@ -10,6 +11,7 @@
 #include "gui/configure/type_diagram.h"
 #include "gui/desktop/theme.h"
 #include "gui/help/help_window.h"
+#include "gui/screens/adapter_screens.h"
 #include "gui/screens/byte_panel_screens.h"
 #include "gui/screens/decoded_screens.h"
 #include "gui/screens/notice_screens.h"
@@ -415,7 +417,8 @@ bool paintScreens(std::string_view only, const QString& folder, const QString& t
         const char* prefix;
         void (*paint)(const QString& prefix, const QString& tail);
     };
-    constexpr std::array rows{Row{"bytes", "", gui::paintBytePanels},
+    constexpr std::array rows{Row{"adapter", "/adapter", gui::paintAdapter},
+                              Row{"bytes", "", gui::paintBytePanels},
                               Row{"decoded", "/decoded", gui::paintDecoded},
                               Row{"notices", "/notice", gui::paintNotices},
                               Row{"waveform", "/waveform", gui::paintWaveforms},

@@ -1,0 +1,111 @@
+#include "gui/bench/bus_view.h"
+
+#include "gui/desktop/theme.h"
+#include "gui/widgets/elided_label.h"
+#include "transfer/pin_layer.h"
+
+#include <array>
+#include <optional>
+#include <vector>
+
+#include <QGridLayout>
+#include <QLabel>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+namespace bitlux::gui {
+
+namespace {
+
+constexpr int lineCount = 8;
+
+/// The signals of a word by the lines that carry them; empty for the other lines.
+std::array<std::string, lineCount> signalsOf(const AdapterWiring& wiring, const Session& session) {
+    std::array<std::string, lineCount> signals;
+    const auto put = [&](int pin, const char* signal) {
+        if (const std::optional<int> line = wiring.lineOf(pin))
+            signals.at(static_cast<std::size_t>(*line)) = signal;
+    };
+    constexpr int firstDataPin = 2;
+    put(session.ClockPin + firstDataPin, "CLK");
+    put(session.DIPin + firstDataPin, "DI");
+    put(session.CSPin + firstDataPin, "CS");
+    for (const int pin : {12, 13, 15})
+        if (ConvertPin(std::to_string(pin)) == session.DOPin)
+            put(pin, "DO");
+    return signals;
+}
+
+class AdapterView : public BusView {
+public:
+    AdapterView(const SimulatedAdapter& adapter, const Session& session, QWidget* parent)
+        : BusView(parent), adapter_(adapter), session_(session) {
+        grid().addWidget(new QLabel("Line", this), 0, 0);
+        grid().addWidget(new QLabel("Level", this), 1, 0);
+        int column = 1;
+        for (int line = 0; line < lineCount; ++line, ++column) {
+            const auto at = static_cast<std::size_t>(line);
+            levels_[at] = addLine(column, {}, QString("bench.line%1").arg(line));
+            titles_[at] = qobject_cast<QLabel*>(grid().itemAtPosition(0, column)->widget());
+            // Alike with a border and without.
+            levels_[at]->setMinimumHeight(levels_[at]->fontMetrics().height() + 2);
+        }
+        constexpr int gapWidth = 8;
+        grid().setColumnMinimumWidth(column++, gapWidth);
+        count_ = new QLabel(this);
+        bytes_ = new ElidedLabel(this);
+        bytes_->setObjectName("bench.bytes");
+        bytes_->setFont(fixedFont());
+        grid().addWidget(count_, 0, column);
+        grid().addWidget(bytes_, 1, column);
+        grid().setColumnStretch(column, 1);
+    }
+
+    void follow() override {
+        const std::array<std::string, lineCount> signals =
+            signalsOf(adapter_.settings().wiring, session_);
+        for (std::size_t line = 0; line < lineCount; ++line)
+            followLine(line, signals[line]);
+        if (const std::vector<std::uint8_t>& bytes = adapter_.lastBytes(); bytes != shownBytes_)
+            showBytes(bytes);
+    }
+
+private:
+    void followLine(std::size_t line, const std::string& signal) {
+        const auto has = [line](std::uint8_t lines) { return ((lines >> line) & 1U) != 0; };
+        const bool isInput = !has(adapter_.driven());
+        showLevel(*levels_[line], has(adapter_.lines()), isInput);
+        const std::string title =
+            signal.empty() ? fmt::format("D{}", line) : fmt::format("D{} {}", line, signal);
+        const QString told = QString::fromStdString(
+            fmt::format("{}: {}", title, isInput ? "input" : "driven by the adapter"));
+        if (levels_[line]->toolTip() == told)
+            return;
+        titles_[line]->setText(QString::fromStdString(title));
+        levels_[line]->setToolTip(told);
+        levels_[line]->setAccessibleDescription(told);
+    }
+    void showBytes(const std::vector<std::uint8_t>& bytes) {
+        shownBytes_ = bytes;
+        count_->setText(QString::fromStdString(
+            fmt::format("Last exchange: {} byte{}", bytes.size(), bytes.size() == 1 ? "" : "s")));
+        bytes_->setText(QString::fromStdString(fmt::format("{:02X}", fmt::join(bytes, " "))));
+    }
+
+    const SimulatedAdapter& adapter_;
+    const Session& session_;
+    std::array<QLabel*, lineCount> titles_{};
+    std::array<QLabel*, lineCount> levels_{};
+    QLabel* count_ = nullptr;
+    ElidedLabel* bytes_ = nullptr;
+    std::vector<std::uint8_t> shownBytes_;
+};
+
+} // namespace
+
+BusView* makeAdapterView(const SimulatedAdapter& adapter, const Session& session, QWidget* parent) {
+    return new AdapterView(adapter, session, parent);
+}
+
+} // namespace bitlux::gui
