@@ -175,8 +175,8 @@ TEST(MainWindow, SendsThroughTheAdapterOfTheBenchAlsoAfterItWasUnplugged) {
         const auto& level = bench.widget<QLabel>(QString("bench.line%1").arg(number));
         return (level.toolTip() + ", " + level.text()).toStdString();
     };
-    EXPECT_EQ(bus(), "No bus: plug in a dongle, or set up an adapter or a port by Configure, Edit "
-                     "Configuration, Setup Parallel Port");
+    EXPECT_EQ(bus(),
+              "No bus: plug in a dongle. Adapter or port: Edit Configuration, Setup Parallel Port");
     plug.click();
     bench.choose("frmMain.itemPortOptions");
     bench.press("frmConfigureSPI.Btn_ParallelPort");
@@ -196,12 +196,15 @@ TEST(MainWindow, SendsThroughTheAdapterOfTheBenchAlsoAfterItWasUnplugged) {
     bench.type("frmMain.txtHexWordToSend", "A5");
     bench.press("frmMain.cmdSendOnce");
     EXPECT_EQ(answer.text(), "A5");
-    EXPECT_EQ(bench.widget<QLabel>("bench.bytes").text(), "");
+    EXPECT_EQ(bench.widget<QLabel>("bench.bytes").text(),
+              "00 02 03 00 01 02 03 00 01 00 01 02 03 00 01 02 03 00 08");
     plug.click();
     EXPECT_EQ(line(3), "D3 CS: input, 1");
     bench.type("frmMain.txtHexWordToSend", "3C");
     bench.press("frmMain.cmdSendOnce");
-    EXPECT_EQ(bench.boxes.takeTexts(), Texts{""});
+    EXPECT_EQ(bench.boxes.takeTexts(),
+              Texts{"The adapter FT232R BENCH was lost while in use: it was unplugged. Plug it in, "
+                    "then try again."});
     EXPECT_EQ(bus(), "Adapter FT232R BENCH, gone");
     plug.click();
     bench.press("frmMain.cmdSendOnce");

@@ -21,11 +21,12 @@ namespace {
 constexpr int lineCount = 8;
 
 /// The signals of a word by the lines that carry them; empty for the other lines.
-std::array<std::string, lineCount> signalsOf(const AdapterWiring& wiring, const Session& session) {
-    std::array<std::string, lineCount> signals;
+std::array<std::string, lineCount> signalNames(const AdapterWiring& wiring,
+                                               const Session& session) {
+    std::array<std::string, lineCount> names;
     const auto put = [&](int pin, const char* signal) {
         if (const std::optional<int> line = wiring.lineOf(pin))
-            signals.at(static_cast<std::size_t>(*line)) = signal;
+            names.at(static_cast<std::size_t>(*line)) = signal;
     };
     constexpr int firstDataPin = 2;
     put(session.ClockPin + firstDataPin, "CLK");
@@ -34,44 +35,52 @@ std::array<std::string, lineCount> signalsOf(const AdapterWiring& wiring, const 
     for (const int pin : {12, 13, 15})
         if (ConvertPin(std::to_string(pin)) == session.DOPin)
             put(pin, "DO");
-    return signals;
+    return names;
 }
 
 class AdapterView : public BusView {
 public:
     AdapterView(const SimulatedAdapter& adapter, const Session& session, QWidget* parent)
         : BusView(parent), adapter_(adapter), session_(session) {
-        grid().addWidget(new QLabel("Line", this), 0, 0);
-        grid().addWidget(new QLabel("Level", this), 1, 0);
+        grid().addWidget(new QLabel("Line", this), lineRow, 0);
+        grid().addWidget(new QLabel("Signal", this), signalRow, 0);
+        grid().addWidget(new QLabel("Level", this), levelRow, 0);
         int column = 1;
-        for (int line = 0; line < lineCount; ++line, ++column) {
-            const auto at = static_cast<std::size_t>(line);
-            levels_[at] = addLine(column, {}, QString("bench.line%1").arg(line));
-            titles_[at] = qobject_cast<QLabel*>(grid().itemAtPosition(0, column)->widget());
-            // Alike with a border and without.
-            levels_[at]->setMinimumHeight(levels_[at]->fontMetrics().height() + 2);
-        }
+        for (int line = 0; line < lineCount; ++line, ++column)
+            addLineOf(line, column);
         constexpr int gapWidth = 8;
         grid().setColumnMinimumWidth(column++, gapWidth);
-        count_ = new QLabel(this);
+        count_ = new ElidedLabel(this);
         bytes_ = new ElidedLabel(this);
         bytes_->setObjectName("bench.bytes");
         bytes_->setFont(fixedFont());
-        grid().addWidget(count_, 0, column);
-        grid().addWidget(bytes_, 1, column);
+        grid().addWidget(count_, signalRow, column);
+        grid().addWidget(bytes_, levelRow, column);
         grid().setColumnStretch(column, 1);
     }
 
     void follow() override {
-        const std::array<std::string, lineCount> signals =
-            signalsOf(adapter_.settings().wiring, session_);
+        const std::array<std::string, lineCount> names =
+            signalNames(adapter_.settings().wiring, session_);
         for (std::size_t line = 0; line < lineCount; ++line)
-            followLine(line, signals[line]);
+            followLine(line, names[line]);
         if (const std::vector<std::uint8_t>& bytes = adapter_.lastBytes(); bytes != shownBytes_)
             showBytes(bytes);
     }
 
 private:
+    enum Row { lineRow, signalRow, levelRow };
+
+    void addLineOf(int line, int column) {
+        const auto at = static_cast<std::size_t>(line);
+        levels_[at] =
+            addLine(column, QString("D%1").arg(line), QString("bench.line%1").arg(line), levelRow);
+        // Alike with a border and without.
+        levels_[at]->setMinimumHeight(levels_[at]->fontMetrics().height() + 2);
+        signals_[at] = new QLabel(this);
+        signals_[at]->setAlignment(Qt::AlignCenter);
+        grid().addWidget(signals_[at], signalRow, column);
+    }
     void followLine(std::size_t line, const std::string& signal) {
         const auto has = [line](std::uint8_t lines) { return ((lines >> line) & 1U) != 0; };
         const bool isInput = !has(adapter_.driven());
@@ -82,7 +91,7 @@ private:
             fmt::format("{}: {}", title, isInput ? "input" : "driven by the adapter"));
         if (levels_[line]->toolTip() == told)
             return;
-        titles_[line]->setText(QString::fromStdString(title));
+        signals_[line]->setText(QString::fromStdString(signal));
         levels_[line]->setToolTip(told);
         levels_[line]->setAccessibleDescription(told);
     }
@@ -95,9 +104,9 @@ private:
 
     const SimulatedAdapter& adapter_;
     const Session& session_;
-    std::array<QLabel*, lineCount> titles_{};
+    std::array<QLabel*, lineCount> signals_{};
     std::array<QLabel*, lineCount> levels_{};
-    QLabel* count_ = nullptr;
+    ElidedLabel* count_ = nullptr;
     ElidedLabel* bytes_ = nullptr;
     std::vector<std::uint8_t> shownBytes_;
 };

@@ -115,7 +115,7 @@ void BenchView::addPluggedIn(QBoxLayout& row) {
     QCheckBox* dongle = plugBox(bench_.dongle, "Don&gle plugged in", "bench.dongle", this);
     dongle->setToolTip("Plugs the dongle in and pulls it out; the program looks for it at every "
                        "change of page");
-    QCheckBox* adapter = plugBox(bench_.adapter, "&Adapter plugged in", "bench.adapter", this);
+    QCheckBox* adapter = plugBox(bench_.adapter, "Adapter pl&ugged in", "bench.adapter", this);
     adapter->setToolTip("Plugs an FTDI adapter in and pulls it out; the program looks for it at "
                         "Setup Parallel Port in the configuration");
     auto* column = new QVBoxLayout;

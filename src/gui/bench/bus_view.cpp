@@ -109,7 +109,7 @@ BusView::BusView(QWidget* parent) : QWidget(parent), grid_(new QGridLayout(this)
     grid_->setVerticalSpacing(2);
 }
 
-QLabel* BusView::addLine(int column, const QString& title, const QString& name) {
+QLabel* BusView::addLine(int column, const QString& title, const QString& name, int levelRow) {
     auto* number = new QLabel(title, this);
     number->setAlignment(Qt::AlignCenter);
     auto* level = new QLabel(this);
@@ -118,7 +118,7 @@ QLabel* BusView::addLine(int column, const QString& title, const QString& name) 
     level->setObjectName(name);
     level->setMinimumWidth(level->fontMetrics().horizontalAdvance("000"));
     grid_->addWidget(number, 0, column);
-    grid_->addWidget(level, 1, column);
+    grid_->addWidget(level, levelRow, column);
     return level;
 }
 
@@ -128,7 +128,7 @@ void showLevel(QLabel& label, bool high, bool isInput) {
         return;
     label.setText(text);
     label.setAutoFillBackground(!isInput);
-    label.setFrameStyle(isInput ? QFrame::Box | QFrame::Plain : QFrame::NoFrame);
+    label.setFrameStyle(isInput ? QFrame::StyledPanel : QFrame::NoFrame);
     const bool marked = high && !isInput;
     label.setBackgroundRole(marked ? QPalette::Highlight : QPalette::AlternateBase);
     label.setForegroundRole(marked ? QPalette::HighlightedText : QPalette::WindowText);

@@ -21,8 +21,8 @@ public:
 protected:
     explicit BusView(QWidget* parent);
 
-    /// A line: its title, and below it a label for its level.
-    QLabel* addLine(int column, const QString& title, const QString& name);
+    /// A line: its title in the first row, and in the row `levelRow` a label for its level.
+    QLabel* addLine(int column, const QString& title, const QString& name, int levelRow = 1);
     [[nodiscard]] QGridLayout& grid() { return *grid_; }
 
 private:

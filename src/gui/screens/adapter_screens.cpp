@@ -5,7 +5,9 @@
 #include "gui/window/main_window.h"
 #include "workbench/virtual_bench.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
 
@@ -38,7 +40,7 @@ public:
             window.resize(smallSize);
             shoot(window, window, prefix + "-small-" + bits + tail);
         }
-        bench_.adapter.unplug();
+        window.findChild<QCheckBox*>("bench.adapter")->click();
         send("A5");
         shoot(window, window, prefix + "-gone" + tail);
     }
