@@ -50,10 +50,13 @@ public:
             addLineOf(line, column);
         constexpr int gapWidth = 8;
         grid().setColumnMinimumWidth(column++, gapWidth);
-        count_ = new ElidedLabel(this);
+        auto* title = new ElidedLabel(this);
+        title->setText("Last exchange");
+        count_ = new QLabel(this);
         bytes_ = new ElidedLabel(this);
         bytes_->setObjectName("bench.bytes");
         bytes_->setFont(fixedFont());
+        grid().addWidget(title, lineRow, column);
         grid().addWidget(count_, signalRow, column);
         grid().addWidget(bytes_, levelRow, column);
         grid().setColumnStretch(column, 1);
@@ -98,7 +101,7 @@ private:
     void showBytes(const std::vector<std::uint8_t>& bytes) {
         shownBytes_ = bytes;
         count_->setText(QString::fromStdString(
-            fmt::format("Last exchange: {} byte{}", bytes.size(), bytes.size() == 1 ? "" : "s")));
+            fmt::format("{} byte{}", bytes.size(), bytes.size() == 1 ? "" : "s")));
         bytes_->setText(QString::fromStdString(fmt::format("{:02X}", fmt::join(bytes, " "))));
     }
 
@@ -106,7 +109,7 @@ private:
     const Session& session_;
     std::array<QLabel*, lineCount> signals_{};
     std::array<QLabel*, lineCount> levels_{};
-    ElidedLabel* count_ = nullptr;
+    QLabel* count_ = nullptr;
     ElidedLabel* bytes_ = nullptr;
     std::vector<std::uint8_t> shownBytes_;
 };
