@@ -52,7 +52,7 @@ void SimulatedPort::Outp(std::int16_t address, std::int16_t value) {
     clock_.spend(accessTime);
     const int place = registerAt(address);
     if (place == dataRegister)
-        drive(static_cast<std::uint8_t>(value));
+        setLines(static_cast<std::uint8_t>(value));
     else if (place == controlRegister)
         control_ = static_cast<std::uint8_t>(value);
 }
@@ -62,7 +62,7 @@ std::int16_t SimulatedPort::GetLPTPortAddress(std::int16_t number) {
     return place < bases_.size() ? bases_[place] : std::int16_t{0};
 }
 
-void SimulatedPort::drive(std::uint8_t value) {
+void SimulatedPort::setLines(std::uint8_t value) {
     shape_ = shapeSource_();
     data_ = value;
     if (chip_ != nullptr)

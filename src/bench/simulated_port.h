@@ -45,7 +45,7 @@ public:
     std::int16_t GetLPTPortAddress(std::int16_t number) override;
 
 private:
-    void drive(std::uint8_t value);
+    void setLines(std::uint8_t value);
     /// Which register lies at an address, -1 for none.
     [[nodiscard]] int registerAt(std::int16_t address) const;
 

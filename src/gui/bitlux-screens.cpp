@@ -3,6 +3,7 @@
 // folder and the scale precede these.
 
 #include "gui/desktop/theme.h"
+#include "gui/screens/adapter_screens.h"
 #include "gui/screens/byte_panel_screens.h"
 #include "gui/screens/decoded_screens.h"
 #include "gui/screens/described_screens.h"
@@ -34,6 +35,7 @@ constexpr std::array screens{Screens{"main", "", gui::paintMain},
                              Screens{"types", "/types", gui::paintTypes},
                              Screens{"notices", "/notice", gui::paintNotices},
                              Screens{"decoded", "/decoded", gui::paintDecoded},
+                             Screens{"adapter", "/adapter", gui::paintAdapter},
                              Screens{"waveform", "/waveform", gui::paintWaveforms},
                              Screens{"bytes", "", gui::paintBytePanels},
                              Screens{"zt72516", "/zt72516", gui::paintZt72516},

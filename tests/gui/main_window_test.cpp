@@ -5,8 +5,11 @@
 #include "gui/widgets/elided_label.h"
 
 #include <QAccessible>
+#include <QCheckBox>
 #include <QClipboard>
+#include <QComboBox>
 #include <QMessageBox>
+#include <QRadioButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -158,6 +161,55 @@ TEST(MainWindow, ShowsThatTheDongleIsGoneUntilItIsFound) {
     bench.press("frmMain.cmdSendOnce");
     EXPECT_EQ(bus.text().section("    ", 0, 0), "USB dongle");
     EXPECT_FALSE(notice.isVisible());
+    EXPECT_TRUE(bench.boxes.takeTexts().empty());
+}
+
+TEST(MainWindow, SendsThroughTheAdapterOfTheBenchAlsoAfterItWasUnplugged) {
+    WindowBench bench;
+    gui::addBench(bench.window, bench.bench, "loopback");
+    auto& plug = bench.widget<QCheckBox>("bench.adapter");
+    const auto bus = [&bench] {
+        return bench.widget<QLabel>("bus").text().section("    ", 0, 0).toStdString();
+    };
+    const auto line = [&bench](int number) {
+        const auto& level = bench.widget<QLabel>(QString("bench.line%1").arg(number));
+        return (level.toolTip() + ", " + level.text()).toStdString();
+    };
+    EXPECT_EQ(bus(),
+              "No bus: plug in a dongle. Adapter or port: Edit Configuration, Setup Parallel Port");
+    plug.click();
+    bench.choose("frmMain.itemPortOptions");
+    bench.press("frmConfigureSPI.Btn_ParallelPort");
+    auto& list = bench.widget<QComboBox>("frmConfigureSPI.cmbPortsAvailable");
+    list.setCurrentText("FT232R BENCH");
+    emit list.activated(list.currentIndex());
+    bench.widget<QRadioButton>("frmConfigureSPI.optHex").click();
+    bench.press("frmConfigureSPI.cmdOK");
+    EXPECT_EQ(bus(), "Adapter FT232R BENCH, 1 MHz");
+    EXPECT_EQ(line(0), "D0 CLK: driven by the adapter, 0");
+    EXPECT_EQ(line(1), "D1 DI: driven by the adapter, 0");
+    EXPECT_EQ(line(2), "D2 DO: input, 0");
+    EXPECT_EQ(line(3), "D3 CS: driven by the adapter, 1");
+    EXPECT_EQ(line(4), "D4: input, 1");
+
+    const auto& answer = bench.widget<QLabel>("frmMain.lblHexWordReceived");
+    bench.type("frmMain.txtHexWordToSend", "A5");
+    bench.press("frmMain.cmdSendOnce");
+    EXPECT_EQ(answer.text(), "A5");
+    EXPECT_EQ(bench.widget<QLabel>("bench.bytes").text(),
+              "00 02 03 00 01 02 03 00 01 00 01 02 03 00 01 02 03 00 08");
+    plug.click();
+    EXPECT_EQ(line(3), "D3 CS: input, 1");
+    bench.type("frmMain.txtHexWordToSend", "3C");
+    bench.press("frmMain.cmdSendOnce");
+    EXPECT_EQ(bench.boxes.takeTexts(),
+              Texts{"The adapter FT232R BENCH was lost while in use: it was unplugged. Plug it in, "
+                    "then try again."});
+    EXPECT_EQ(bus(), "Adapter FT232R BENCH, gone");
+    plug.click();
+    bench.press("frmMain.cmdSendOnce");
+    EXPECT_EQ(answer.text(), "3C");
+    EXPECT_EQ(bus(), "Adapter FT232R BENCH, 1 MHz");
     EXPECT_TRUE(bench.boxes.takeTexts().empty());
 }
 

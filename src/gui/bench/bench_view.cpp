@@ -5,66 +5,36 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFontDatabase>
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPointer>
-
-#include <fmt/format.h>
-#include <fmt/ranges.h>
+#include <QVBoxLayout>
 
 namespace bitlux::gui {
 
 namespace {
 
-/// Shows a level as "1" or "0", highlighted when high.
-void showLevel(QLabel& label, bool high) {
-    const QString text = high ? "1" : "0";
-    if (label.text() == text)
-        return;
-    label.setText(text);
-    label.setBackgroundRole(high ? QPalette::Highlight : QPalette::AlternateBase);
-    label.setForegroundRole(high ? QPalette::HighlightedText : QPalette::WindowText);
-}
-
-QLabel* lamp(QWidget* parent, const QString& name) {
-    auto* label = new QLabel(parent);
-    label->setAlignment(Qt::AlignCenter);
-    label->setAutoFillBackground(true);
-    label->setObjectName(name);
-    label->setMinimumWidth(label->fontMetrics().horizontalAdvance("000"));
-    return label;
-}
-
-QGridLayout* lampGrid(QWidget* parent) {
-    auto* grid = new QGridLayout(parent);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(4);
-    grid->setVerticalSpacing(2);
-    return grid;
-}
-
-QLabel* frameLabel(QWidget* parent, const QString& name) {
-    auto* label = new QLabel(parent);
-    label->setObjectName(name);
-    label->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    return label;
-}
-
-void showFrame(QLabel& label, const UsbFrame& frame) {
-    const QString text = QString::fromStdString(fmt::format("{:02X}", fmt::join(frame, " ")));
-    if (label.text() != text)
-        label.setText(text);
+/// Plugs a device of the bench in and pulls it out.
+template <typename Pluggable>
+QCheckBox* plugBox(Pluggable& device, const QString& title, const QString& name, QWidget* parent) {
+    auto* box = new QCheckBox(title, parent);
+    box->setObjectName(name);
+    box->setChecked(device.plugged());
+    QObject::connect(box, &QCheckBox::toggled, parent, [&device](bool on) {
+        if (on)
+            device.plug();
+        else
+            device.unplug();
+    });
+    return box;
 }
 
 } // namespace
 
-BenchView::BenchView(VirtualBench& bench, const Program& program, const QString& device,
-                     Binder& binder, QWidget* parent)
+BenchView::BenchView(VirtualBench& bench, Program& program, const QString& device, Binder& binder,
+                     QWidget* parent)
     : QDockWidget("Virtual bench", parent), bench_(bench), program_(program), binder_(binder) {
     setObjectName("bench");
     setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
@@ -74,13 +44,10 @@ BenchView::BenchView(VirtualBench& bench, const Program& program, const QString&
     row->setSpacing(10);
     addDevice(*row, device);
     row->addSpacing(8);
-    addDongle(*row);
+    addPluggedIn(*row);
     row->addSpacing(8);
-    portPins_ = makePortPins();
-    donglePins_ = makeDonglePins();
-    row->addWidget(portPins_);
-    row->addWidget(donglePins_);
-    row->addStretch();
+    bus_ = new QHBoxLayout;
+    row->addLayout(bus_, 1);
     setWidget(content);
     showChip();
     flushed_ = binder.flushed.follow([this] { follow(); });
@@ -144,65 +111,20 @@ void BenchView::showModel(const chips::Chip& chip, const QWidget& panel) {
     chip_->openBeside(panel);
 }
 
-void BenchView::addDongle(QBoxLayout& row) {
-    plugged_ = new QCheckBox("Don&gle plugged in", this);
-    plugged_->setObjectName("bench.dongle");
-    plugged_->setToolTip("Plugs the dongle in and pulls it out; the program looks for it at every "
-                         "change of page");
-    plugged_->setChecked(bench_.dongle.plugged());
-    row.addWidget(plugged_);
-    connect(plugged_, &QCheckBox::toggled, this, [this](bool on) {
-        if (on)
-            bench_.dongle.plug();
-        else
-            bench_.dongle.unplug();
-        follow();
-    });
-}
-
-QLabel* BenchView::addLamp(QGridLayout& grid, int column, const QString& title,
-                           const QString& name) {
-    auto* number = new QLabel(title, this);
-    number->setAlignment(Qt::AlignCenter);
-    auto* level = lamp(this, name);
-    grid.addWidget(number, 0, column);
-    grid.addWidget(level, 1, column);
-    return level;
-}
-
-QWidget* BenchView::makePortPins() {
-    auto* pins = new QWidget(this);
-    QGridLayout& grid = *lampGrid(pins);
-    grid.addWidget(new QLabel("Pin", this), 0, 0);
-    grid.addWidget(new QLabel("Level", this), 1, 0);
-    for (int bit = 0; bit < 8; ++bit)
-        data_[static_cast<std::size_t>(bit)] =
-            addLamp(grid, bit + 1, QString::number(bit + 2), QString("bench.data%1").arg(bit));
-    const std::array<const char*, 4> controlPins{"1", "14", "16", "17"};
-    for (std::size_t bit = 0; bit < controlPins.size(); ++bit)
-        control_[bit] = addLamp(grid, static_cast<int>(bit) + 10, controlPins[bit],
-                                QString("bench.control%1").arg(bit));
-    dataOut_ = addLamp(grid, 15, "DO", "bench.dataOut");
-    for (const int gap : {9, 14})
-        grid.setColumnMinimumWidth(gap, 8);
-    return pins;
-}
-
-QWidget* BenchView::makeDonglePins() {
-    auto* pins = new QWidget(this);
-    QGridLayout& grid = *lampGrid(pins);
-    grid.addWidget(new QLabel("OUT", this), 0, 0);
-    grid.addWidget(new QLabel("IN", this), 1, 0);
-    frameOut_ = frameLabel(this, "bench.frameOut");
-    frameIn_ = frameLabel(this, "bench.frameIn");
-    grid.addWidget(frameOut_, 0, 1);
-    grid.addWidget(frameIn_, 1, 1);
-    grid.setColumnMinimumWidth(2, 8);
-    for (int pin = 0; pin < 9; ++pin)
-        extraPins_[static_cast<std::size_t>(pin)] =
-            addLamp(grid, pin + 3, pin < 5 ? QString("D%1").arg(pin) : QString("C%1").arg(pin - 5),
-                    QString("bench.extraPin%1").arg(pin));
-    return pins;
+void BenchView::addPluggedIn(QBoxLayout& row) {
+    QCheckBox* dongle = plugBox(bench_.dongle, "Don&gle plugged in", "bench.dongle", this);
+    dongle->setToolTip("Plugs the dongle in and pulls it out; the program looks for it at every "
+                       "change of page");
+    QCheckBox* adapter = plugBox(bench_.adapter, "Adapter pl&ugged in", "bench.adapter", this);
+    adapter->setToolTip("Plugs an FTDI adapter in and pulls it out; the program looks for it at "
+                        "Setup Parallel Port in the configuration");
+    auto* column = new QVBoxLayout;
+    column->setSpacing(2);
+    row.addLayout(column);
+    for (QCheckBox* box : {dongle, adapter}) {
+        column->addWidget(box);
+        connect(box, &QCheckBox::toggled, this, [this] { follow(); });
+    }
 }
 
 void BenchView::fillDevices() {
@@ -243,32 +165,31 @@ std::vector<std::string> BenchView::commandOptions() const {
     return {"--bench", name, "--replies", replies_->text().remove(' ').toStdString()};
 }
 
-void BenchView::follow() {
-    const bool onDongle = program_.engine().usesDongle();
-    portPins_->setVisible(!onDongle);
-    donglePins_->setVisible(onDongle);
-    if (onDongle) {
-        followDongle();
-        return;
+BusView* BenchView::makeBusView(Bus bus) {
+    switch (bus) {
+    case Bus::Dongle:
+        return makeDongleView(bench_.dongle, this);
+    case Bus::Adapter:
+        return makeAdapterView(bench_.adapter, program_.session(), this);
+    case Bus::Port:
+        break;
     }
-    const SimulatedPort& port = bench_.port;
-    for (int bit = 0; bit < 8; ++bit)
-        showLevel(*data_[static_cast<std::size_t>(bit)], ((port.dataPins() >> bit) & 1) != 0);
-    for (int bit = 0; bit < 4; ++bit) {
-        const bool inverted = bit != 2;
-        showLevel(*control_[static_cast<std::size_t>(bit)],
-                  (((port.controlPins() >> bit) & 1) != 0) != inverted);
-    }
-    showLevel(*dataOut_, port.dataOut());
+    return makePortView(bench_.port, this);
 }
 
-void BenchView::followDongle() {
-    const SimulatedDongle& dongle = bench_.dongle;
-    showFrame(*frameOut_, dongle.lastOut());
-    showFrame(*frameIn_, dongle.lastIn());
-    for (int pin = 0; pin < 9; ++pin)
-        showLevel(*extraPins_[static_cast<std::size_t>(pin)],
-                  ((dongle.extraPins() >> pin) & 1) != 0);
+void BenchView::follow() {
+    const Bus inUse = program_.engine().usesDongle()           ? Bus::Dongle
+                      : program_.adapters().inUse() != nullptr ? Bus::Adapter
+                                                               : Bus::Port;
+    BusView*& wanted = buses_.at(static_cast<std::size_t>(inUse));
+    if (wanted == nullptr) {
+        wanted = makeBusView(inUse);
+        bus_->addWidget(wanted);
+    }
+    for (BusView* view : buses_)
+        if (view != nullptr)
+            view->setVisible(view == wanted);
+    wanted->follow();
 }
 
 void addBench(MainWindow& window, VirtualBench& bench, const QString& device) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/bench/bus_view.h"
 #include "gui/bench/chip_view.h"
 #include "gui/widgets/binder.h"
 #include "gui/window/main_window.h"
@@ -13,19 +14,18 @@
 class QBoxLayout;
 class QCheckBox;
 class QComboBox;
-class QGridLayout;
 class QLabel;
 class QLineEdit;
 
 namespace bitlux::gui {
 
-/// The virtual bench below the window: which device is on the lines, whether the dongle is plugged
-/// in, and the state of the bus in use: the pins of the port, or frames and pins of the dongle. For
-/// the model of a chip there is a view of the chip at the side.
+/// The virtual bench below the window: which device is on the lines, whether dongle and adapter are
+/// plugged in, and the state of the bus in use. For the model of a chip there is a view of the chip
+/// at the side.
 class BenchView : public QDockWidget {
 public:
     /// `device` is the name of the device on the lines. Follows the refreshes of `binder`.
-    BenchView(VirtualBench& bench, const Program& program, const QString& device, Binder& binder,
+    BenchView(VirtualBench& bench, Program& program, const QString& device, Binder& binder,
               QWidget* parent);
 
     /// Shows the model of a chip beside a panel; it replaces a device that is another chip.
@@ -37,34 +37,26 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    enum class Bus { Port, Dongle, Adapter };
+
     void addDevice(QBoxLayout& row, const QString& device);
     void fillDevices();
-    void addDongle(QBoxLayout& row);
-    QWidget* makePortPins();
-    QWidget* makeDonglePins();
-    QLabel* addLamp(QGridLayout& grid, int column, const QString& title, const QString& name);
+    void addPluggedIn(QBoxLayout& row);
+    BusView* makeBusView(Bus bus);
     void connectDevice();
     void showChip();
     void follow();
-    void followDongle();
 
     VirtualBench& bench_;
-    const Program& program_;
+    Program& program_;
     Binder& binder_;
     ChipView* chip_ = nullptr; ///< made for the first chip
     QComboBox* device_ = nullptr;
     QLineEdit* replies_ = nullptr;
     QLabel* problem_ = nullptr;
-    std::array<QLabel*, 8> data_{};
-    std::array<QLabel*, 4> control_{};
-    QLabel* dataOut_ = nullptr;
-    QCheckBox* plugged_ = nullptr;
     QCheckBox* chipShown_ = nullptr;
-    QWidget* portPins_ = nullptr;
-    QWidget* donglePins_ = nullptr;
-    QLabel* frameOut_ = nullptr;
-    QLabel* frameIn_ = nullptr;
-    std::array<QLabel*, 9> extraPins_{};
+    QBoxLayout* bus_ = nullptr;
+    std::array<BusView*, 3> buses_{}; ///< by Bus, each made when it is first in use
     Subscription flushed_;
 };
 

@@ -166,6 +166,11 @@ void ConfigureView::makeGeneralPage(QWidget* page) {
 }
 
 QWidget* ConfigureView::makePortBox(QWidget* page) {
+    form_.ChkSerialPort.setTooltip("With the tick words go through the dongle, without it through "
+                                   "the parallel port or FTDI adapter that is chosen below");
+    form_.Btn_ParallelPort.setTooltip("Looks for parallel ports and FTDI adapters");
+    form_.cmbPortsAvailable.setTooltip("The parallel ports and FTDI adapters that were found; "
+                                       "Setup Parallel Port looks again");
     auto* box = new QGroupBox("Interface", page);
     auto* layout = new QVBoxLayout(box);
     layout->addWidget(binder_.make<QCheckBox>(form_.ChkSerialPort, box));

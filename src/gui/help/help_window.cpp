@@ -33,7 +33,7 @@ struct Page {
 
 constexpr std::array<Page, 16> pages{{{"first-steps", "First steps"},
                                       {"words", "Words, types, polarities"},
-                                      {"buses", "Dongle and parallel port"},
+                                      {"buses", "Dongle, parallel port, adapters"},
                                       {"commands", "Quick Commands and Batches"},
                                       {"continuous", "Continuous sending and the log"},
                                       {"extra-pins", "Extra pins"},

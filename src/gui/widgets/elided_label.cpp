@@ -24,7 +24,8 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
 
 bool ElidedLabel::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip)
-        setToolTip(width() < sizeHint().width() ? text() : QString());
+        setToolTip(width() < sizeHint().width() ? "<p>" + text().toHtmlEscaped() + "</p>"
+                                                : QString()); // formatted text is wrapped
     return QLabel::event(event);
 }
 

@@ -250,8 +250,8 @@ void MainWindow::updateStatus() {
         : session.ParallelPortReady
             ? fmt::format("Parallel port 0x{:X}",
                           static_cast<std::uint16_t>(session.LPTPortAddress))
-            : std::string("No bus: plug in a dongle, or choose Configure, Edit Configuration, "
-                          "Setup Parallel Port");
+            : std::string("No bus: plug in a dongle. Adapter or port: Edit Configuration, Setup "
+                          "Parallel Port");
     const std::string shape =
         fmt::format("{} bits, type {}, {} first", session.SPIWordLength, session.SPIType,
                     session.MSBFirst == ConstOn ? "MSB" : "LSB");
