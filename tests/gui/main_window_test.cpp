@@ -202,9 +202,10 @@ TEST(MainWindow, SendsThroughTheAdapterOfTheBenchAlsoAfterItWasUnplugged) {
     EXPECT_EQ(line(3), "D3 CS: input, 1");
     bench.type("frmMain.txtHexWordToSend", "3C");
     bench.press("frmMain.cmdSendOnce");
-    EXPECT_EQ(bench.boxes.takeTexts(),
-              Texts{"The adapter FT232R BENCH was lost while in use: it was unplugged. Plug it in, "
-                    "then try again."});
+    EXPECT_EQ(
+        bench.boxes.takeTexts(),
+        Texts{"The adapter FT232R BENCH was lost while in use: it was removed. Check that it is "
+              "plugged in, then try again."});
     EXPECT_EQ(bus(), "Adapter FT232R BENCH, gone");
     plug.click();
     bench.press("frmMain.cmdSendOnce");

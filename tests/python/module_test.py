@@ -427,7 +427,8 @@ class Dongles(Case):
         bench.bench.plug()
         bench.call("frmMain.Start_USB")
         self.assertEqual(bench.transfer(0xA5), 0xA5)
-        self.assertEqual(set(bench.bench.pins), {"data", "control", "data_out", "extra"})
+        self.assertEqual(set(bench.bench.pins),
+                         {"data", "control", "data_out", "extra", "lines", "driven"})
 
 
 class Files(Case):

@@ -119,7 +119,7 @@ def test_an_ini_file_names_chip_and_settings_from_its_own_folder(pytester, run):
          "--bitlux-serial and --bitlux-port exclude each other"),
         ("--bitlux-serials A,B,A", "--bitlux-serials names a dongle twice"),
         ("--bitlux-hardware --bitlux-device echo", "--bitlux-device is of no use on hardware"),
-        ("--bitlux-bus usb", "--bitlux-bus is dongle or port"),
+        ("--bitlux-bus usb", "--bitlux-bus is dongle, port or ftdi"),
         ("-n 3 --bitlux-serials A,B", "3 workers need 3 dongles: --bitlux-serials names 2"),
         ("-n 2 --bitlux-hardware", "2 workers need 2 dongles: --bitlux-serials names 0"),
     ],

@@ -69,7 +69,7 @@ TEST(AdapterSettings, TrustsNoFileThatItCannotRead) {
     const TemporaryFolder folder;
     for (const auto& [text, part] : Rows<std::string, const char*>{
              {"[A]\n2 = D4\n", ":2:5: "},
-             {"[A]\n\x01", ":2:1: this character stands outside a text"},
+             {"[A]\n\x01", ":2:1: this character is outside a text"},
              {"clock = 4\n", ":1:9: this is no table of an adapter. Begin it with the serial"},
              {std::string(70'000, '#'), ": it is longer than 64 KiB"}}) {
         const std::string file = folder.write("adapters.conf", text);
