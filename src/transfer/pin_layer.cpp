@@ -39,7 +39,7 @@ void PinLayer::ToggleControlPort() {
 }
 
 void PinLayer::driveUsedPins() {
-    if (port_->collects()) [[unlikely]]
+    if (port_->collects())
         port_->drive(usedDataPins(session_), usedControlPins(session_));
 }
 

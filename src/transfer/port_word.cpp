@@ -4,6 +4,7 @@
 #include "transfer/clocking_type.h"
 #include "transfer/pin_layer.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -118,8 +119,10 @@ bool sendWord(const PortWord& run) {
                      [clockLevelAfter<Type, MsbFirst>(bits, run.length)];
     }
     run.shadow.setValue(value);
-    if (bits != run.length)
+    if (bits != run.length) {
+        std::fill_n(run.samples + (MsbFirst ? 0 : bits), run.length - bits, std::int16_t{0});
         return false;
+    }
 
     if constexpr (type.ending == WordEnding::ClockRestsFirst) {
         value = run.dataIn.in(run.clock.in(value, idleHigh), false);

@@ -32,7 +32,7 @@ struct PortWord {
     bool isFast; ///< the mode of the port; nothing can change it during a word
     PortPins<8>& shadow;
     const std::int16_t* word;
-    std::int16_t* samples; ///< one of the status register for each element
+    std::int16_t* samples; ///< one of the status register for each element, 0 for one not sent
     int length;
     PortLine chipSelect; ///< one: asserted
     PortLine dataIn;     ///< one: a one

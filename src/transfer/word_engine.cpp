@@ -11,19 +11,35 @@ namespace bitlux {
 void WordEngine::SendSPI() {
     session_.WordAnswered = false;
     requireSendable();
-    const auto length = static_cast<std::size_t>(session_.SPIWordLength);
-    session_.WordReceived.assign(length, 0);
-    session_.PortStatusSamples.assign(length, 0);
     if (usesDongle()) {
+        clearAnswer();
         sendThroughDongle();
         return;
     }
     if (!session_.ParallelPortReady) {
+        clearAnswer();
         failures_.show({.text = "No device available to send SPI Data."});
         return;
     }
     try {
         sendOnParallelPort();
+    } catch (...) {
+        if (!session_.WordAnswered)
+            clearAnswer();
+        failOnPort();
+    }
+}
+
+void WordEngine::clearAnswer() {
+    const auto length = static_cast<std::size_t>(session_.SPIWordLength);
+    session_.WordReceived.assign(length, 0);
+    session_.PortStatusSamples.assign(length, 0);
+}
+
+/// Handles what was thrown if it says that the port is lost, else passes it on.
+void WordEngine::failOnPort() {
+    try {
+        throw;
     } catch (const Failure& failure) {
         if (failure.kind() != Failure::Kind::PortUnusable)
             throw;
@@ -70,11 +86,15 @@ void WordEngine::sendThroughDongle() {
 }
 
 void WordEngine::sendOnParallelPort() {
+    // Both are filled below.
+    session_.WordReceived.resize(static_cast<std::size_t>(session_.SPIWordLength));
+    session_.PortStatusSamples.resize(static_cast<std::size_t>(session_.SPIWordLength));
     wordStarting.raise();
     const SentWords::Before before =
         sentWords_ ? sentWords_->before(session_) : SentWords::Before{};
     ParallelPort& port = pins_.port();
-    pins_.driveUsedPins();
+    if (port.collects()) [[unlikely]]
+        pins_.driveUsedPins();
     const PortWord word{
         .port = port,
         .address = session_.LPTPortAddress,
@@ -91,6 +111,7 @@ void WordEngine::sendOnParallelPort() {
     if (port.collects()) [[unlikely]]
         port.takeSamples(session_.PortStatusSamples);
     if (!isWhole) {
+        session_.WordReceived.assign(session_.WordReceived.size(), 0);
         session_.LinkFailed = true;
         fail(fmt::format("WordToSend(i) is neither a 1 or a 0!!!{}"
                          "Check the USB cable and restart program",

@@ -77,6 +77,8 @@ private:
     void requireSendable() const;
     void sendThroughDongle();
     void sendOnParallelPort();
+    void failOnPort();
+    void clearAnswer();
     [[nodiscard]] bool decode();
     void finish();
     void fail(const std::string& text);

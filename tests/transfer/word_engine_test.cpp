@@ -64,11 +64,14 @@ TEST(WordEngine, StopsAtAnElementThatIsNoBit) {
     int transferred = 0;
     rig.engine.sendFailed.subscribe([&failed] { ++failed; });
     rig.engine.wordTransferred.subscribe([&transferred] { ++transferred; });
+    rig.session.PortStatusSamples = {9, 9, 9};
+    rig.port.answer = [](int) { return 0x20; };
     // The bit before it is out, chip select stays asserted and the clock where it is.
     EXPECT_EQ(rig.send(), "00 02 06 R379");
     EXPECT_EQ(rig.session.DataPortPins.value(), 0x06);
     EXPECT_TRUE(rig.session.LinkFailed);
     EXPECT_EQ(rig.session.WordReceived, (Word{0, 0, 0}));
+    EXPECT_EQ(rig.session.PortStatusSamples, (Word{0, 0, 0x20}));
     EXPECT_EQ(failed, 1);
     EXPECT_EQ(transferred, 0);
     EXPECT_EQ(rig.boxes.takeTexts(),
