@@ -193,10 +193,12 @@ void AdapterPort::storeStatus() {
 }
 
 void AdapterPort::takeSamples(std::span<std::int16_t> values) {
-    for (std::int16_t& value : values)
-        if (value < 0)
-            value = placeholderNumber(value) < status_.size() ? status_[placeholderNumber(value)]
-                                                              : std::int16_t{0};
+    for (std::int16_t& value : values) {
+        if (value >= 0)
+            continue;
+        const std::size_t number = placeholderNumber(value);
+        value = number < status_.size() ? std::int16_t{status_[number]} : std::int16_t{0};
+    }
 }
 
 } // namespace bitlux

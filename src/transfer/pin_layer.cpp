@@ -55,7 +55,7 @@ void PinLayer::rest() {
 
 void PinLayer::startRecording(WireListener& listener, const Clock& clock) {
     stopRecording();
-    listener_.emplace(listener, clock);
+    listener_.emplace(Listener{listener, clock});
     recording_.emplace(*port_, listener, clock);
     port_ = &*recording_;
 }
