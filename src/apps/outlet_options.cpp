@@ -119,23 +119,30 @@ void addBenchOptions(CLI::App& command, OutletOptions& options) {
         ->capture_default_str();
 }
 
-void checkTogether(const CLI::App& command, const OutletOptions& options) {
-    const bool onBench = !options.bench.empty();
-    const auto refuse = [](const char* option, const char* why) {
-        throw CLI::ValidationError(option, why);
-    };
-    const bool onAdapter = options.chosenBus() == Bus::Adapter;
-    if (!options.faults.empty() && (!onBench || (options.bus != "dongle" && !onAdapter)))
-        refuse("--fault", "needs --bench and --bus dongle or ftdi");
-    if (options.keepsLines && !onAdapter)
-        refuse("--keep-lines", "needs --bus ftdi");
+[[noreturn]] void refuse(const char* option, const char* why) {
+    throw CLI::ValidationError(option, why);
+}
+
+void checkClock(const CLI::App& command, const OutletOptions& options) {
+    if (options.clock.empty())
+        return;
+    if (options.chosenBus() == Bus::Adapter) {
+        if (!options.adapterClock())
+            refuse("--clock", "is a rate such as 1M, 250k or 100000");
+        return;
+    }
     const bool takesDongleClock = command.get_option_no_throw("--pins") != nullptr;
-    if (!options.clock.empty() && !onAdapter && !takesDongleClock)
+    if (!takesDongleClock)
         refuse("--clock", "needs --bus ftdi: the clock of the dongle is in the file");
-    if (!options.clock.empty() && !onAdapter && !options.dongleClock())
+    if (!options.dongleClock())
         refuse("--clock", "of the dongle is 4M, 1M, 500k or 62.5k");
-    if (!options.clock.empty() && onAdapter && !options.adapterClock())
-        refuse("--clock", "is a rate such as 1M, 250k or 100000");
+}
+
+void checkBench(const CLI::App& command, const OutletOptions& options) {
+    const bool onBench = !options.bench.empty();
+    if (!options.faults.empty() &&
+        (!onBench || (options.bus != "dongle" && options.chosenBus() != Bus::Adapter)))
+        refuse("--fault", "needs --bench and --bus dongle or ftdi");
     if (!options.switches.empty() && !onBench)
         refuse("--turn-on", "needs --bench");
     if ((options.bench == "scripted") != (command.count("--replies") > 0))
@@ -145,8 +152,16 @@ void checkTogether(const CLI::App& command, const OutletOptions& options) {
     if (onBench && !options.serial.empty())
         refuse(command.count("--serial") > 0 ? "--serial" : "--bus",
                "chooses on this machine, and --bench sends to none");
-    if (!options.port.empty() && (options.bus == "dongle" || !options.serial.empty() || onAdapter))
-        refuse("--port", onAdapter ? "is of no use with --bus ftdi" : "is of no use with a dongle");
+}
+
+void checkMachine(const OutletOptions& options) {
+    const bool onAdapter = options.chosenBus() == Bus::Adapter;
+    if (options.keepsLines && !onAdapter)
+        refuse("--keep-lines", "needs --bus ftdi");
+    if (!options.port.empty() && onAdapter)
+        refuse("--port", "is of no use with --bus ftdi");
+    if (!options.port.empty() && (options.bus == "dongle" || !options.serial.empty()))
+        refuse("--port", "is of no use with a dongle");
     if (!options.serial.empty() && options.bus == "port")
         refuse("--serial", "is of no use with --bus port");
 }
@@ -164,7 +179,7 @@ std::optional<Bus> OutletOptions::chosenBus() const {
 }
 
 std::optional<int> OutletOptions::dongleClock() const {
-    const auto found = std::find(dongleClocks.begin(), dongleClocks.end(), clock);
+    const auto* const found = std::find(dongleClocks.begin(), dongleClocks.end(), clock);
     if (found == dongleClocks.end())
         return std::nullopt;
     return static_cast<int>(found - dongleClocks.begin());
@@ -191,7 +206,11 @@ std::function<void()> addOutletOptions(CLI::App& command, OutletOptions& options
     addBus(command, options, busHelp);
     addMachineOptions(command, options);
     addBenchOptions(command, options);
-    return [&command, &options] { checkTogether(command, options); };
+    return [&command, &options] {
+        checkBench(command, options);
+        checkMachine(options);
+        checkClock(command, options);
+    };
 }
 
 } // namespace bitlux

@@ -4,9 +4,10 @@
 #include "platform/failure.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <limits>
 #include <optional>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -28,8 +29,8 @@ constexpr std::array statusPins{0, 0, 0, 15, 13, 12, 10, 11};
 /// One opening of the adapter of the bench.
 class SimulatedAdapter::Link : public AdapterLink {
 public:
-    Link(SimulatedAdapter& adapter, const Adapter& settings)
-        : adapter_(adapter), settings_(settings), plugging_(adapter.plugging_) {}
+    Link(SimulatedAdapter& adapter, Adapter settings)
+        : adapter_(adapter), settings_(std::move(settings)), plugging_(adapter.plugging_) {}
     ~Link() override {
         if (isThere() && !settings_.keepsLines)
             release();
@@ -150,7 +151,7 @@ std::unique_ptr<AdapterLink> SimulatedAdapter::open(const Adapter& adapter) {
 }
 
 std::uint8_t SimulatedAdapter::lines() const {
-    std::uint8_t levels = static_cast<std::uint8_t>((latch_ & driven_) | ~driven_);
+    auto levels = static_cast<std::uint8_t>((latch_ & driven_) | ~driven_);
     const std::optional<int> line =
         settings_.wiring.lineOf(statusPins.at(static_cast<std::size_t>(shape_.dataOutPin)));
     if (!line)
