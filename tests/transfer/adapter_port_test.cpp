@@ -116,12 +116,13 @@ struct Trace {
 };
 
 void setPolarities(Session& session, int which) {
-    session.CSAssertLevel = which & 1;
-    session.CSIdleLevel = 1 - session.CSAssertLevel;
-    session.DIOneLevel = which >> 1 & 1;
-    session.DIZeroLevel = 1 - session.DIOneLevel;
-    session.DOHighValue = which >> 2 & 1;
-    session.DOLowValue = 1 - session.DOHighValue;
+    const auto level = [](bool high) { return static_cast<std::int16_t>(high ? 1 : 0); };
+    session.CSAssertLevel = level((which & 1) != 0);
+    session.CSIdleLevel = level((which & 1) == 0);
+    session.DIOneLevel = level((which & 2) != 0);
+    session.DIZeroLevel = level((which & 2) == 0);
+    session.DOHighValue = level((which & 4) != 0);
+    session.DOLowValue = level((which & 4) == 0);
 }
 
 TEST(AdapterPort, MakesTheAccessesOfThePortInOneExchange) {

@@ -1,9 +1,8 @@
 #include "gui/screens/adapter_screens.h"
 
-#include "bench/scripted_desk.h"
 #include "gui/bench/bench_view.h"
+#include "gui/screens/bench_program.h"
 #include "gui/window/main_window.h"
-#include "workbench/virtual_bench.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -15,9 +14,9 @@ namespace bitlux::gui {
 
 namespace {
 
-class Stage {
+class Stage : BenchProgram {
 public:
-    explicit Stage(std::string serial) {
+    explicit Stage(std::string serial) : BenchProgram("echo") {
         Adapter settings = bench_.adapter.settings();
         settings.serial = std::move(serial);
         bench_.adapter.setSettings(settings);
@@ -83,11 +82,6 @@ private:
         QApplication::processEvents();
         part.grab().save(name + ".png");
     }
-
-    VirtualClock clock_;
-    VirtualBench bench_{clock_, makeDevice("echo")};
-    ScriptedDesk desk_{clock_};
-    Program program_{bench_.hardware(), desk_.desk()};
 };
 
 } // namespace

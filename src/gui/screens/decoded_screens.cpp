@@ -1,7 +1,7 @@
 #include "gui/screens/decoded_screens.h"
 
-#include "bench/scripted_desk.h"
 #include "gui/bench/bench_view.h"
+#include "gui/screens/bench_program.h"
 #include "gui/waveform/waveform_view.h"
 #include "gui/window/decoded_view.h"
 
@@ -15,9 +15,9 @@ namespace bitlux::gui {
 
 namespace {
 
-class Stage {
+class Stage : BenchProgram {
 public:
-    Stage() {
+    Stage() : BenchProgram("zt72516") {
         bench_.wireFor(program_.session());
         program_.Main();
         bench_.dongle.plug();
@@ -98,11 +98,6 @@ private:
         QApplication::processEvents();
         window.grab().save(name + ".png");
     }
-
-    VirtualClock clock_;
-    VirtualBench bench_{clock_, makeDevice("zt72516")};
-    ScriptedDesk desk_{clock_};
-    Program program_{bench_.hardware(), desk_.desk()};
 };
 
 } // namespace

@@ -1,12 +1,11 @@
 #include "gui/screens/main_screens.h"
 
-#include "bench/scripted_desk.h"
 #include "gui/bench/bench_view.h"
 #include "gui/help/help_window.h"
+#include "gui/screens/bench_program.h"
 #include "gui/screens/form_picture.h"
 #include "gui/window/main_window.h"
 #include "gui/window/recent_menu.h"
-#include "workbench/virtual_bench.h"
 
 #include <array>
 #include <cstdlib>
@@ -32,9 +31,9 @@ struct State {
 };
 
 /// A program on the virtual bench, brought into a state and painted.
-class Stage {
+class Stage : BenchProgram {
 public:
-    Stage() {
+    Stage() : BenchProgram("echo") {
         bench_.wireFor(program_.session());
         program_.Main();
     }
@@ -216,11 +215,6 @@ private:
         form.commands.lstCommandsToSend.select(2);
         form.commands.lstCommandsAvailable.select(0);
     }
-
-    VirtualClock clock_;
-    VirtualBench bench_{clock_, makeDevice("echo")};
-    ScriptedDesk desk_{clock_};
-    Program program_{bench_.hardware(), desk_.desk()};
 };
 
 const State states[] = {

@@ -1,8 +1,7 @@
 #include "gui/screens/notice_screens.h"
 
-#include "bench/scripted_desk.h"
+#include "gui/screens/bench_program.h"
 #include "gui/window/main_window.h"
-#include "workbench/virtual_bench.h"
 
 #include <QApplication>
 
@@ -10,9 +9,9 @@ namespace bitlux::gui {
 
 namespace {
 
-class Stage {
+class Stage : BenchProgram {
 public:
-    Stage() {
+    Stage() : BenchProgram("echo") {
         bench_.wireFor(program_.session());
         program_.Main();
         ConfigureDialog& dialog = program_.dialog();
@@ -64,11 +63,6 @@ private:
             window.grab().save(name + (small ? "-small" : "") + tail + ".png");
         }
     }
-
-    VirtualClock clock_;
-    VirtualBench bench_{clock_, makeDevice("echo")};
-    ScriptedDesk desk_{clock_};
-    Program program_{bench_.hardware(), desk_.desk()};
 };
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "gui/screens/waveform_screens.h"
 
-#include "bench/scripted_desk.h"
 #include "gui/bench/bench_view.h"
+#include "gui/screens/bench_program.h"
 #include "gui/waveform/waveform_view.h"
 
 #include <QApplication>
@@ -11,11 +11,11 @@ namespace bitlux::gui {
 
 namespace {
 
-class Stage {
+class Stage : BenchProgram {
 public:
     enum class Bus { Port, Dongle };
 
-    Stage(Bus bus, const char* bits) {
+    Stage(Bus bus, const char* bits) : BenchProgram("echo") {
         bench_.wireFor(program_.session());
         program_.Main();
         if (bus == Bus::Dongle) {
@@ -97,11 +97,6 @@ private:
         program_.waveform().stop();
         return waveformOf(program_.waveform().words().back());
     }
-
-    VirtualClock clock_;
-    VirtualBench bench_{clock_, makeDevice("echo")};
-    ScriptedDesk desk_{clock_};
-    Program program_{bench_.hardware(), desk_.desk()};
 };
 
 } // namespace

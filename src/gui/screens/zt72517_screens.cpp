@@ -1,9 +1,8 @@
 #include "gui/screens/zt72517_screens.h"
 
-#include "bench/scripted_desk.h"
 #include "gui/bench/bench_view.h"
+#include "gui/screens/bench_program.h"
 #include "gui/window/main_window.h"
-#include "workbench/virtual_bench.h"
 
 #include <QApplication>
 
@@ -11,9 +10,9 @@ namespace bitlux::gui {
 
 namespace {
 
-class Stage {
+class Stage : BenchProgram {
 public:
-    Stage() {
+    Stage() : BenchProgram("zt72517") {
         Chip& chip = *bench_.dongle.chip();
         for (const char* name : {"CAN F", "CANF0", "CANF2", "BATFAIL", "VSUV"})
             chip.turn(switchNamed(chip, name), true);
@@ -54,11 +53,6 @@ private:
         QApplication::processEvents();
         window.grab().save(name + ".png");
     }
-
-    VirtualClock clock_;
-    VirtualBench bench_{clock_, makeDevice("zt72517")};
-    ScriptedDesk desk_{clock_};
-    Program program_{bench_.hardware(), desk_.desk()};
 };
 
 } // namespace

@@ -1,12 +1,11 @@
 #include "gui/screens/zt72518_screens.h"
 
-#include "bench/scripted_desk.h"
+#include "gui/screens/bench_program.h"
 #include "gui/screens/form_picture.h"
 #include "gui/screens/snapshot_screens.h"
 #include "gui/window/main_window.h"
 #include "panels/common/sequence_stops.h"
 #include "panels/zt72518/diagram_page.h"
-#include "workbench/virtual_bench.h"
 
 #include <string_view>
 #include <utility>
@@ -18,9 +17,9 @@ namespace bitlux::gui {
 
 namespace {
 
-class Stage {
+class Stage : BenchProgram {
 public:
-    Stage() {
+    Stage() : BenchProgram("zt72518d") {
         bench_.wireFor(program_.session());
         program_.Main();
         bench_.dongle.plug();
@@ -115,11 +114,6 @@ private:
         for (int tab = 1; !panel().shows(page); ++tab)
             panel().outerTabs.click(tab);
     }
-
-    VirtualClock clock_;
-    VirtualBench bench_{clock_, makeDevice("zt72518d")};
-    ScriptedDesk desk_{clock_};
-    Program program_{bench_.hardware(), desk_.desk()};
 };
 
 } // namespace
