@@ -1,7 +1,8 @@
-// Preloaded into a program: gives it a dongle that echoes and a parallel port. What the program
-// sends is written to the file that the variable BITLUX_WIRE names: a frame as it comes, the bytes
-// for the port at the end.
+// Preloaded into a program: gives it a dongle that echoes, a parallel port and an adapter. What the
+// program sends is written to the file that the variable BITLUX_WIRE names: a frame as it comes,
+// the bytes for the port and the adapter at the end.
 
+#include "emulated_adapter.h"
 #include "emulated_dongle.h"
 #include "emulated_parport.h"
 
@@ -23,7 +24,8 @@ public:
         namespace fs = std::filesystem;
         const std::string system = root() + "/sys/bus/usb/devices";
         fs::create_directories(system);
-        fs::create_directory_symlink(list_.path("1-4"), system + "/1-4");
+        for (const char* place : {"1-4", "1-5"})
+            fs::create_directory_symlink(list_.path(place), system + "/" + place);
         const std::string parport = root() + "/proc/sys/dev/parport/parport0";
         fs::create_directories(parport);
         std::ofstream(parport + "/base-addr") << "888\t1912\n";
@@ -36,6 +38,8 @@ public:
     ~EmulatedMachine() {
         for (const Written& access : port_.wires.written)
             fmt::print(wire_, "{} {:02X}\n", access.first, access.second);
+        for (const std::vector<std::uint8_t>& bytes : adapter_.written())
+            fmt::print(wire_, "D {:02X}\n", fmt::join(bytes, " "));
     }
     EmulatedMachine(const EmulatedMachine&) = delete;
     EmulatedMachine& operator=(const EmulatedMachine&) = delete;
@@ -55,6 +59,7 @@ private:
     TemporaryFolder list_;
     EmulatedDongle dongle_{testbed_, list_};
     EmulatedParport port_{testbed_, 0};
+    EmulatedAdapter adapter_{testbed_, list_};
 };
 
 const EmulatedMachine machine;

@@ -1,4 +1,4 @@
-"""The programs as they are installed, as processes of their own, on an emulated dongle and port:
+"""The programs as they are installed, as processes of their own, on emulated hardware:
 installed_programs.py BITLUX BITLUX-FORGE EMULATED-MACHINE JOURNEY"""
 
 import os
@@ -45,12 +45,14 @@ class Programs(unittest.TestCase):
                                 stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, text=True,
                                 **streams)
 
-    def test_send_on_the_dongle_and_on_the_port(self):
+    def test_send_on_every_bus(self):
         for arguments, output, wire in (
                 (["--bits", "16", "A5C3", "1"], "A5C3 A5C3\n0001 0001\n",
                  ["10 70 00 A5 C3 00 00 00", "10 70 00 00 01 00 00 00"]),
                 (["--bus", "port", "--bits", "2", "2"], "2 0\n",
-                 on_the_port(WORD_2))):
+                 on_the_port(WORD_2)),
+                (["--bus", "ftdi:A50285BI", "--bits", "2", "2"], "2 0\n",
+                 ["D 08", "D 08", "D 08", "D 00 02 03 00 01 00 08", "D 08"])):
             process = self.start("send", *arguments)
             self.assertEqual((process.communicate()[0], process.returncode), (output, 0))
             self.assertEqual(self.wire(), wire)
