@@ -90,7 +90,9 @@ function(bitlux_check_registered FOLDER)
 endfunction()
 
 # Gives TARGET the common headers precompiled, and those that follow. The targets of a KIND are
-# compiled alike and name the same headers; the first of them precompiles for all.
+# compiled alike and name the same headers; the first of them precompiles for all. Processor time that
+# each kind saves a release build: core 51 s, small 29 s, qt 106 s, tests 18 s, tests_on_bench 27 s,
+# tests_with_qt 60 s.
 function(bitlux_precompile TARGET KIND)
     if(NOT BITLUX_PRECOMPILED_HEADERS)
         return()
@@ -118,7 +120,7 @@ endfunction()
 # A program NAME is made of NAME.cpp, which holds its main function, and the module's library. Sources
 # that stand APART the module builds by itself. Large headers of libraries that many of its sources
 # include it has PRECOMPILED; sources that would each compile the same library are compiled TOGETHER
-# (14 sources of the command line: 14 s of processor time for 83).
+# (14 sources of the command line: 14 s of processor time for 83; 12 of the Python module: 18 s for 80).
 function(bitlux_add_module NAME)
     cmake_parse_arguments(PARSE_ARGV 1 MODULE "" "" "SOURCES;LINKS;PROGRAMS;APART;PRECOMPILED;TOGETHER")
     list(TRANSFORM MODULE_PROGRAMS APPEND .cpp OUTPUT_VARIABLE mains)

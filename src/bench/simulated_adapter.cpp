@@ -90,9 +90,10 @@ private:
                 fail(settings_, "does not answer. Unplug it and plug it in again, then try again.");
         }
         if (fault.kind == DongleFault::Kind::Short)
-            fail(settings_, fmt::format("has sent {} of {} samples and no more. Unplug it and "
-                                        "plug it in again, then try again.",
-                                        std::min<std::size_t>(fault.bytes, count), count));
+            fail(settings_,
+                 fmt::format("has sent {} of {} samples and no more. Unplug it and "
+                             "plug it in again, then try again.",
+                             std::min(static_cast<std::size_t>(fault.bytes), count), count));
     }
     void release() {
         adapter_.driven_ = 0;
