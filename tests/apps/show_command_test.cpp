@@ -107,7 +107,8 @@ TEST(ListCommand, PrintsTheDevices) {
     const std::string names = bitlux("list --names").output;
     EXPECT_EQ(names.substr(0, 14), "none\nloopback\n");
     const std::string lines = bitlux("list").output;
-    EXPECT_EQ(std::count(lines.begin(), lines.begin() + lines.find("\n\nPlugged in:"), '\n') + 1,
+    const std::string devices = lines.substr(0, lines.find("\n\nPlugged in:"));
+    EXPECT_EQ(std::count(devices.begin(), devices.end(), '\n') + 1,
               std::count(names.begin(), names.end(), '\n'));
     EXPECT_EQ(lines.find("  \n"), std::string::npos) << "a device without a description";
 }
