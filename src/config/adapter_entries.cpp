@@ -20,11 +20,23 @@ int pinNumber(const PinField& field) {
 } // namespace
 
 bool AdapterEntries::addFound() {
-    const std::vector<Adapter>& found = adapters_.search();
     const std::vector<std::string>& items = list_.items();
-    for (const Adapter& adapter : found)
-        if (std::find(items.begin(), items.end(), adapter.name()) == items.end())
+    std::erase_if(entries_, [&items](const Adapter& entry) { // the list was emptied since
+        return std::find(items.begin(), items.end(), entry.name()) == items.end();
+    });
+    const std::vector<Adapter>& found = adapters_.search();
+    for (const Adapter& adapter : found) {
+        const auto known =
+            std::find_if(entries_.begin(), entries_.end(), [&adapter](const Adapter& entry) {
+                return entry.name() == adapter.name();
+            });
+        if (known != entries_.end()) {
+            *known = adapter;
+        } else {
+            entries_.push_back(adapter);
             list_.addItem(adapter.name());
+        }
+    }
     return !found.empty();
 }
 
@@ -37,8 +49,15 @@ bool AdapterEntries::select(const std::string& name) {
     return true;
 }
 
+const Adapter* AdapterEntries::find(const std::string& entry) const {
+    const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const Adapter& adapter) {
+        return adapter.name() == entry;
+    });
+    return found == entries_.end() ? nullptr : &*found;
+}
+
 const Adapter* AdapterEntries::chosen() const {
-    return list_.enabled() && list_.listIndex() >= 0 ? adapters_.named(list_.text()) : nullptr;
+    return list_.enabled() && list_.listIndex() >= 0 ? find(list_.text()) : nullptr;
 }
 
 std::string AdapterEntries::missingPins(const Adapter& adapter,

@@ -19,9 +19,12 @@ public:
 
     /// Looks for adapters and adds those that the list does not have. Whether there is one.
     bool addFound();
-    /// Selects an adapter of the list by its name. False when the list does not have it.
+    /// Selects an adapter by its name. False when the last search has not found it.
     bool select(const std::string& name);
-    /// The selected adapter; null when something else is selected, or the list does not count.
+    /// Whether the entry of a text is an adapter.
+    [[nodiscard]] bool has(const std::string& entry) const { return find(entry) != nullptr; }
+    /// The selected adapter, which may be unplugged by now; null when something else is selected,
+    /// or the list does not count.
     [[nodiscard]] const Adapter* chosen() const;
     /// Which of the fields have a pin that the adapter does not have: a sentence, empty when all
     /// have one.
@@ -35,6 +38,9 @@ public:
     std::optional<std::string> insteadOfFiles;
 
 private:
+    [[nodiscard]] const Adapter* find(const std::string& entry) const;
+
+    std::vector<Adapter> entries_;
     AdapterBus& adapters_;
     forms::ComboBox& list_;
 };

@@ -226,8 +226,7 @@ void ConfigureDialog::chooseAdapter(const std::string& name) {
         return;
     parts_.boxes.show({.text = fmt::format("The adapter {} was not detected.", name),
                        .hint = "\"bitlux doctor\" in a terminal tells what is missing."});
-    if (!cmbPortsAvailable.items().empty() &&
-        !parts_.adapterBus.named(cmbPortsAvailable.items()[0])) {
+    if (!cmbPortsAvailable.items().empty() && !adapters.has(cmbPortsAvailable.items()[0])) {
         cmbPortsAvailable.setListIndex(0);
         return;
     }

@@ -158,6 +158,20 @@ TEST(AdapterDialog, MayBeFixedWhateverFilesSay) {
     EXPECT_EQ(bench.busOfAWord(), "adapter");
 }
 
+TEST(AdapterDialog, KeepsAnEntryWhoseAdapterIsUnplugged) {
+    AdapterBench bench;
+    bench.use(1);
+    bench.bench.adapter.unplug();
+    EXPECT_EQ(bench.openRecords(std::string(onAnother) + applyNow).size(), 1U); // which searches
+    bench.choose("frmMain.itemPortOptions");
+    bench.list().select(1);
+    bench.click("frmConfigureSPI.cmdApply");
+    EXPECT_EQ(bench.boxes.takeTexts(),
+              Texts{"The adapter FT232R BENCH is not plugged in. Plug it in, then try again."});
+    bench.bench.adapter.plug();
+    EXPECT_EQ(bench.busOfAWord(), "adapter");
+}
+
 TEST(AdapterDialog, StopsAtAnAdapterThatIsPulledOutAndGoesOnWhenItIsBack) {
     AdapterBench bench;
     bench.use(1);
