@@ -27,7 +27,9 @@ using namespace bitlux;
 using namespace bitlux::perf;
 
 constexpr double surplusLimit = 10; // microseconds
-constexpr int rounds = 11;
+// Many short rounds: what disturbs one of them then disturbs few.
+constexpr int rounds = 151;
+constexpr int wordsOfRound = 25;
 
 /// The program's words, from the engine down: type 1, the most significant bit first.
 class AdapterWords {
@@ -112,9 +114,10 @@ int main() {
     test::EmulatedAdapter adapter(testbed, list);
     test::EmulatedAdapter bareAdapter(testbed, bareList, {.address = 6});
     test::EmulatedDongle dongle(testbed, dongleList);
-    AdapterWords words({.devices = list.path(), .nodes = "/dev/bus/usb", .settingsFiles = {}});
+    AdapterWords adapterWords(
+        {.devices = list.path(), .nodes = "/dev/bus/usb", .settingsFiles = {}});
     int exchanges = 0;
-    BareWords bare(bareAdapter.node(), bytesOf(adapter, words, exchanges));
+    BareWords bare(bareAdapter.node(), bytesOf(adapter, adapterWords, exchanges));
     DongleWords dongleWords({.devices = dongleList.path(),
                              .nodes = "/dev/bus/usb",
                              .numberFiles = {dongleList.write("dongles.conf", "1234:abcd\n")}});
@@ -123,9 +126,9 @@ int main() {
     std::vector<double> processor;
     std::vector<double> surplus;
     for (int round = 0; round < rounds; ++round) {
-        const Cost theirs = measure(bare);
-        const Cost ours = measure(words);
-        const Cost dongles = measure(dongleWords);
+        const Cost theirs = measure(bare, wordsOfRound);
+        const Cost ours = measure(adapterWords, wordsOfRound);
+        const Cost dongles = measure(dongleWords, wordsOfRound);
         speeds.push_back(1e6 / ours.elapsed);
         times.push_back(dongles.elapsed / ours.elapsed);
         processor.push_back(ours.processor);

@@ -61,10 +61,9 @@ inline double microseconds(clockid_t clock) {
     return static_cast<double>(time.tv_sec) * 1e6 + static_cast<double>(time.tv_nsec) / 1e3;
 }
 
-/// Of some hundred words.
+/// Of so many words.
 template <typename Loop>
-Cost measure(Loop& loop) {
-    constexpr int words = 300;
+Cost measure(Loop& loop, int words = 300) {
     const double start = microseconds(CLOCK_MONOTONIC);
     const double processor = microseconds(CLOCK_THREAD_CPUTIME_ID);
     for (int i = 0; i < words; ++i)
