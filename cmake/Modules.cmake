@@ -89,40 +89,11 @@ function(bitlux_check_registered FOLDER)
     endforeach()
 endfunction()
 
-# Gives TARGET the common headers precompiled, and those that follow. The targets of a KIND are
-# compiled alike and name the same headers; the first of them precompiles for all. Processor time that
-# each kind saves a release build: core 51 s, small 29 s, qt 106 s, tests 18 s, tests_on_bench 27 s,
-# tests_with_qt 60 s.
-function(bitlux_precompile TARGET KIND)
-    if(NOT BITLUX_PRECOMPILED_HEADERS)
-        return()
-    endif()
-    get_property(first GLOBAL PROPERTY BITLUX_PRECOMPILED_${KIND})
-    if(first)
-        target_precompile_headers(${TARGET} REUSE_FROM ${first})
-    else()
-        target_precompile_headers(${TARGET} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/common.h ${ARGN})
-        set_property(GLOBAL PROPERTY BITLUX_PRECOMPILED_${KIND} ${TARGET})
-    endif()
-endfunction()
-
-# Compiles the sources of TARGET that follow as one. Without precompiled headers, where each source is
-# to be seen as it is, they stay apart.
-function(bitlux_compile_together TARGET)
-    if(BITLUX_PRECOMPILED_HEADERS AND ARGN)
-        set_target_properties(${TARGET} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
-        set_source_files_properties(${ARGN} PROPERTIES UNITY_GROUP together)
-    endif()
-endfunction()
-
-# bitlux_add_module(NAME SOURCES a.cpp ... LINKS library ... PROGRAMS name ... APART b.cpp ...
-#             PRECOMPILED <header> ... TOGETHER c.cpp ...)
+# bitlux_add_module(NAME SOURCES a.cpp ... LINKS library ... PROGRAMS name ... APART b.cpp ...)
 # A program NAME is made of NAME.cpp, which holds its main function, and the module's library. Sources
-# that stand APART the module builds by itself. Large headers of libraries that many of its sources
-# include it has PRECOMPILED; sources that would each compile the same library are compiled TOGETHER
-# (14 sources of the command line: 14 s of processor time for 83; 12 of the Python module: 18 s for 80).
+# that stand APART the module builds by itself.
 function(bitlux_add_module NAME)
-    cmake_parse_arguments(PARSE_ARGV 1 MODULE "" "" "SOURCES;LINKS;PROGRAMS;APART;PRECOMPILED;TOGETHER")
+    cmake_parse_arguments(PARSE_ARGV 1 MODULE "" "" "SOURCES;LINKS;PROGRAMS;APART")
     list(TRANSFORM MODULE_PROGRAMS APPEND .cpp OUTPUT_VARIABLE mains)
     bitlux_check_includes(${PROJECT_SOURCE_DIR}/src ${NAME})
     bitlux_check_registered(${CMAKE_CURRENT_SOURCE_DIR} ${MODULE_SOURCES} ${mains} ${MODULE_APART})
@@ -133,13 +104,8 @@ function(bitlux_add_module NAME)
     if(MODULE_SOURCES)
         add_library(bitlux_${NAME} STATIC ${MODULE_SOURCES})
         set(scope PUBLIC)
-        set(kind core)
-        if(small)
-            target_compile_options(bitlux_${NAME} PRIVATE ${small})
-            set(kind small)
-        endif()
+        target_compile_options(bitlux_${NAME} PRIVATE ${small})
         if(NAME IN_LIST BITLUX_MODULES_WITH_QT)
-            set(kind qt)
             set_target_properties(bitlux_${NAME} PROPERTIES AUTOMOC ON)
         else() # goes into the Python module too; hidden, it is called no slower for it
             set_target_properties(bitlux_${NAME} PROPERTIES
@@ -147,11 +113,6 @@ function(bitlux_add_module NAME)
                 CXX_VISIBILITY_PRESET hidden
                 VISIBILITY_INLINES_HIDDEN ON)
         endif()
-        bitlux_reachable_modules(${NAME} reached)
-        if(platform IN_LIST reached) # the common headers are those of its libraries
-            bitlux_precompile(bitlux_${NAME} ${kind} ${MODULE_PRECOMPILED})
-        endif()
-        bitlux_compile_together(bitlux_${NAME} ${MODULE_TOGETHER})
     else()
         add_library(bitlux_${NAME} INTERFACE)
         set(scope INTERFACE)

@@ -1,6 +1,7 @@
 #include "apps/checkup.h"
 #include "apps/installed_rules.h"
 #include "apps/udev_rules.h"
+#include "platform/adapter.h"
 #include "platform/linux/linux_adapter_host.h"
 #include "platform/printable.h"
 
@@ -18,7 +19,6 @@ namespace fs = std::filesystem;
 using Rank = Finding::Rank;
 
 constexpr std::string_view settingsName = "adapters.conf";
-constexpr std::size_t longestName = 80;
 
 class AdapterCheckup {
 public:
@@ -55,7 +55,7 @@ void AdapterCheckup::examine(const FtdiDevice& device, Finding& finding) const {
     const Adapter adapter{.type = device.type, .serial = device.serial, .place = device.place};
     finding.rank = Rank::Wrong;
     finding.subject = node;
-    finding.text = printable(adapter.name(), longestName);
+    finding.text = printable(adapter.name(), longestAdapterName);
     if (!device.serial.empty())
         finding.text += " at " + device.place;
     std::error_code error;

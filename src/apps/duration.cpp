@@ -1,5 +1,7 @@
 #include "apps/duration.h"
 
+#include "platform/time_units.h"
+
 #include <charconv>
 
 #include <CLI/CLI.hpp>
@@ -7,10 +9,9 @@
 namespace bitlux {
 
 std::optional<std::int64_t> durationFrom(std::string_view text) {
-    constexpr double millisecond = 1e6;
     constexpr double second = 1e9;
     constexpr double longest = 86'400 * second;
-    double unit = millisecond;
+    double unit = double{millisecond};
     if (text.ends_with("ms")) {
         text.remove_suffix(2);
     } else if (text.ends_with('s')) {

@@ -2,6 +2,7 @@
 
 #include "platform/conversions.h"
 #include "platform/failure.h"
+#include "platform/time_units.h"
 
 #include <array>
 #include <optional>
@@ -13,8 +14,6 @@
 namespace bitlux {
 
 namespace {
-
-constexpr std::int64_t millisecond = 1'000'000;
 
 [[noreturn]] void refuse(std::string_view text) {
     throw Failure(Failure::Kind::Conversion,

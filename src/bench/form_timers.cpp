@@ -1,14 +1,12 @@
 #include "bench/form_timers.h"
 
+#include "platform/time_units.h"
+
 #include <algorithm>
 
 namespace bitlux {
 
-namespace {
-
-constexpr std::int64_t millisecond = 1'000'000;
-
-} // namespace
+namespace {} // namespace
 
 void FormTimers::drive(forms::FormSet& forms) {
     due_.clear();

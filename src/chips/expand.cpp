@@ -21,13 +21,13 @@ struct Range {
     int last = 0;
 };
 
-std::optional<int> numberIn(std::string_view text) {
+std::optional<int> wholeNumberIn(std::string_view text) {
     const std::optional<int> number = wholeNumber<int>(text);
     return number && *number >= 0 ? number : std::nullopt;
 }
 
 /// The first one from `start` on.
-std::optional<Range> rangeIn(std::string_view text, std::size_t start = 0) {
+std::optional<Range> countedRangeIn(std::string_view text, std::size_t start = 0) {
     for (std::size_t begin = text.find('{', start); begin != std::string_view::npos;
          begin = text.find('{', begin + 1)) {
         const std::size_t end = text.find('}', begin);
@@ -37,8 +37,8 @@ std::optional<Range> rangeIn(std::string_view text, std::size_t start = 0) {
         const std::size_t dots = inside.find("..");
         if (dots == std::string_view::npos)
             continue;
-        const std::optional<int> first = numberIn(inside.substr(0, dots));
-        const std::optional<int> last = numberIn(inside.substr(dots + 2));
+        const std::optional<int> first = wholeNumberIn(inside.substr(0, dots));
+        const std::optional<int> last = wholeNumberIn(inside.substr(dots + 2));
         if (first && last)
             return Range{.begin = begin, .end = end + 1, .first = *first, .last = *last};
     }
@@ -96,7 +96,7 @@ public:
             return;
         if (auto* table = std::get_if<Node::Table>(&node.value)) {
             for (auto& [key, value] : *table) {
-                if (value.text() != nullptr && rangeIn(*value.text()))
+                if (value.text() != nullptr && countedRangeIn(*value.text()))
                     problems_.push_back({value.at,
                                          "a range of numbers is given where one text is expected",
                                          "Put it into a list, as [\"SG{0..15}\"]."});
@@ -138,7 +138,7 @@ private:
 
     void addTexts(const Node& element, Node::List& made) {
         const std::string& text = *element.text();
-        const std::optional<Range> range = rangeIn(text);
+        const std::optional<Range> range = countedRangeIn(text);
         if (!range) {
             made.push_back(element);
             return;
@@ -150,7 +150,7 @@ private:
                  "Write the lower number first."});
             return;
         }
-        if (rangeIn(text, range->end))
+        if (countedRangeIn(text, range->end))
             problems_.push_back(
                 {element.at, fmt::format("\"{}\" has two ranges", text), "Write one of them out."});
         for (int number = range->first; number <= range->last && !tooMany(element); ++number) {

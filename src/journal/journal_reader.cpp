@@ -3,6 +3,7 @@
 #include "journal/json_members.h"
 #include "platform/conversions.h"
 #include "platform/printable.h"
+#include "platform/time_units.h"
 #include "sending/word_text.h"
 
 #include <fstream>
@@ -13,9 +14,8 @@ namespace bitlux {
 namespace {
 
 constexpr std::size_t longestInMessage = 60;
-constexpr std::int64_t nanosecondsOfMicrosecond = 1000;
 constexpr std::int64_t mostMicroseconds =
-    std::numeric_limits<std::int64_t>::max() / (4 * nanosecondsOfMicrosecond);
+    std::numeric_limits<std::int64_t>::max() / (4 * microsecond);
 
 bool hasWholeLastLine(const std::string& fileName) {
     std::ifstream file(fileName, std::ios::binary);
@@ -55,7 +55,7 @@ JournalCommand commandFrom(const Json& object) {
     return command;
 }
 
-JournalPins pinsFrom(const Json& object) {
+JournalPins journalPinsFrom(const Json& object) {
     constexpr int mostData = 0xFF;
     constexpr int mostControl = 0xF;
     const bool isData = choiceMember(object, "register", "data", "control");
@@ -118,10 +118,9 @@ JournalEntry JournalReader::entryFrom(std::string_view line) {
         return {.content = settings};
     }
     JournalEntry entry;
-    entry.begin = numberMember(object, "us", 0, mostMicroseconds) * nanosecondsOfMicrosecond;
+    entry.begin = numberMember(object, "us", 0, mostMicroseconds) * microsecond;
     if (kind == "word" || kind == "command")
-        entry.duration =
-            numberMember(object, "took", 0, mostMicroseconds) * nanosecondsOfMicrosecond;
+        entry.duration = numberMember(object, "took", 0, mostMicroseconds) * microsecond;
     if (kind == "word") {
         entry.content = wordFrom(object);
     } else if (kind == "settings") {
@@ -129,7 +128,7 @@ JournalEntry JournalReader::entryFrom(std::string_view line) {
         bits_ = settings.bits;
         entry.content = settings;
     } else if (kind == "pins") {
-        entry.content = pinsFrom(object);
+        entry.content = journalPinsFrom(object);
     } else if (kind == "command") {
         entry.content = commandFrom(object);
     } else if (kind == "wait" || kind == "box" || kind == "dongle" || kind == "remark") {

@@ -2,6 +2,7 @@
 
 #include "journal/journal_entry.h"
 #include "journal/json_members.h"
+#include "platform/time_units.h"
 #include "sending/word_text.h"
 
 #include <algorithm>
@@ -15,7 +16,6 @@ namespace bitlux {
 
 namespace {
 
-constexpr std::int64_t nanosecondsOfMicrosecond = 1000;
 constexpr std::size_t bitsOfByte = 8;
 
 bool isBit(std::int16_t element) {
@@ -80,7 +80,7 @@ void JournalRecorder::subscribe() {
 }
 
 std::int64_t JournalRecorder::microseconds() const {
-    return (parts_.clock.nanoseconds() - start_) / nanosecondsOfMicrosecond;
+    return (parts_.clock.nanoseconds() - start_) / microsecond;
 }
 
 void JournalRecorder::writeHeader(std::string_view program) {
@@ -217,7 +217,7 @@ void JournalRecorder::runProgresses() {
     settleCommand();
     waitUntil_ = *progress->waitUntil;
     Json line = object("wait");
-    line["for"] = parts_.multiple.remainingWait() / nanosecondsOfMicrosecond;
+    line["for"] = parts_.multiple.remainingWait() / microsecond;
     write(line);
 }
 

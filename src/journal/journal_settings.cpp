@@ -27,7 +27,7 @@ std::string pinText(const std::array<std::int16_t, 4>& pins) {
                        pins[2] + firstDataPin, statusPins.at(static_cast<std::size_t>(pins[3])));
 }
 
-std::array<std::int16_t, 4> pinsFrom(std::string_view text) {
+std::array<std::int16_t, 4> pinNumbersFrom(std::string_view text) {
     std::array<std::int16_t, 4> pins{};
     std::string_view rest = text;
     for (std::int16_t& pin : pins) {
@@ -149,7 +149,7 @@ JournalSettings JournalSettings::from(const Json& object) {
                          .diHigh = choiceMember(object, "di", "high", "low"),
                          .doHigh = choiceMember(object, "do", "high", "low")};
     if (!read.onDongle) {
-        read.pins = pinsFrom(textMember(object, "pins"));
+        read.pins = pinNumbersFrom(textMember(object, "pins"));
         read.data = byteMember(object, "data_register");
         read.control = byteMember(object, "control_register");
         return read;

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint64_t mostCopies = 65'536;
 constexpr std::uint64_t bitsOfByte = 8;
-constexpr int deepest = 16; ///< register files in each other
+constexpr int mostRegisterFileDepth = 16; ///< register files in each other
 
 /// What an element hands down to those in it.
 struct Scope {
@@ -86,9 +86,9 @@ private:
         readRegisters(block, scope);
     }
 
-    // NOLINTBEGIN(misc-no-recursion): no deeper than `deepest`
+    // NOLINTBEGIN(misc-no-recursion): no deeper than `mostRegisterFileDepth`
     void readRegisters(pugi::xml_node parent, const Scope& scope) {
-        if (scope.depth > deepest)
+        if (scope.depth > mostRegisterFileDepth)
             builder_.fail(parent, "register files lie too deep in each other",
                           "Put them up to 16 deep into each other.");
         for (const pugi::xml_node& child : parent.children()) {

@@ -11,7 +11,7 @@ namespace bitlux::mapimport {
 
 namespace {
 
-constexpr int deepest = 16; ///< clusters in clusters
+constexpr int mostClusterDepth = 16; ///< clusters in clusters
 constexpr std::uint64_t everyBit = std::numeric_limits<std::uint64_t>::max();
 
 /// What an element hands down to those in it.
@@ -51,7 +51,7 @@ private:
         take("resetMask", scope.resetMask);
         builder_.apply(element.find("access"), {}, {}, scope.behaviour);
         ++scope.depth;
-        if (scope.depth > deepest)
+        if (scope.depth > mostClusterDepth)
             builder_.fail(element.own(), "clusters lie too deep in each other",
                           "Put them up to 12 deep into each other.");
         return scope;
@@ -72,7 +72,7 @@ private:
         }
     }
 
-    // NOLINTBEGIN(misc-no-recursion): no deeper than `deepest`
+    // NOLINTBEGIN(misc-no-recursion): no deeper than `mostClusterDepth`
     void readRegisters(const SvdElement& parent, std::string_view container, const Scope& scope) {
         for (const pugi::xml_node& child : parent.list(container, "register", "cluster")) {
             if (builder_.isFull())

@@ -10,7 +10,7 @@ namespace bitlux::mapimport {
 namespace {
 
 constexpr std::ptrdiff_t mostParts = 4'000'000;
-constexpr int deepest = 64;
+constexpr int mostElementDepth = 64;
 
 [[noreturn]] void refuse(const chips::Place& at, std::string text, std::string advice) {
     throw MapError({at, std::move(text), std::move(advice)});
@@ -57,7 +57,7 @@ XmlSource::XmlSource(std::string_view text) {
 void XmlSource::checkDepth() const {
     int depth = 0;
     for (pugi::xml_node node = root(); !node.empty();) {
-        if (depth > deepest)
+        if (depth > mostElementDepth)
             refuse(placeOf(node), "the elements lie too deep in each other",
                    "A register map has them up to 64 deep.");
         if (!node.first_child().empty()) {

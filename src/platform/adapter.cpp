@@ -8,7 +8,7 @@ namespace bitlux {
 
 namespace {
 
-constexpr int lines = 8;
+constexpr int lineCount = 8;
 constexpr int pins = 17;
 
 } // namespace
@@ -16,14 +16,14 @@ constexpr int pins = 17;
 AdapterWiring AdapterWiring::standard() {
     AdapterWiring wiring;
     constexpr std::array pinOfLine{4, 3, 12, 2, 5, 6, 7, 8};
-    for (int line = 0; line < lines; ++line)
+    for (int line = 0; line < lineCount; ++line)
         wiring.connect(pinOfLine.at(static_cast<std::size_t>(line)), line);
     return wiring;
 }
 
 bool AdapterWiring::connect(int pin, int line) {
     const bool isTaken = std::find(lines_.begin(), lines_.end(), line) != lines_.end();
-    if (pin < 1 || pin > pins || line < 0 || line >= lines || isTaken)
+    if (pin < 1 || pin > pins || line < 0 || line >= lineCount || isTaken)
         return false;
     lines_.at(static_cast<std::size_t>(pin)) = static_cast<std::int8_t>(line);
     return true;

@@ -40,6 +40,9 @@ private:
 /// The bytes that an adapter clocks out in a second unless another rate is set.
 inline constexpr int standardAdapterClock = 1'000'000;
 
+/// The bytes of an adapter's name that messages show.
+inline constexpr std::size_t longestAdapterName = 80;
+
 /// An adapter that is plugged in, with its settings.
 struct Adapter {
     std::string type;   ///< as "FT232R"

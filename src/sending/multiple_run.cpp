@@ -1,5 +1,6 @@
 #include "sending/multiple_run.h"
 
+#include "platform/time_units.h"
 #include "sending/word_fit.h"
 
 #include <algorithm>
@@ -108,7 +109,6 @@ bool MultipleRun::wait(std::string_view number, std::string_view unit) {
         return refuse("There was a problem converting the units.");
     parts_.log.logLine(fmt::format("Waiting {} {} ...", number, unit), parts_.run.continuous());
     parts_.loop.turn();
-    constexpr std::int64_t millisecond = 1'000'000;
     passTime(waitMilliseconds(number, *factor) * millisecond);
     parts_.log.logNote(hasEnded() ? "Wait Aborted" : "Done Waiting", parts_.run.continuous());
     return true;

@@ -19,8 +19,8 @@ constexpr std::size_t longestExchange = 4096;
 constexpr std::size_t usualBytes = 400;
 
 /// The pins of the connector by the bits of a register; 0 for none.
-constexpr std::array dataPins{2, 3, 4, 5, 6, 7, 8, 9};
-constexpr std::array controlPins{1, 14, 16, 17};
+constexpr std::array portDataPins{2, 3, 4, 5, 6, 7, 8, 9};
+constexpr std::array portControlPins{1, 14, 16, 17};
 constexpr std::array statusPins{0, 0, 0, 15, 13, 12, 10, 11};
 // The hardware of a port inverts this one.
 constexpr int invertedPin = 11;
@@ -52,12 +52,12 @@ AdapterPort::AdapterPort(AdapterHost& host, Adapter adapter)
 }
 
 void AdapterPort::connectPins() {
-    for (std::size_t bit = 0; bit < dataPins.size(); ++bit)
+    for (std::size_t bit = 0; bit < portDataPins.size(); ++bit)
         for (std::size_t value = 0; value < linesOfData_.size(); ++value)
             if (hasBit(value, bit))
-                linesOfData_[value] |= lineMask(adapter_.wiring, dataPins[bit]);
-    for (std::size_t bit = 0; bit < controlPins.size(); ++bit) {
-        const std::uint8_t line = lineMask(adapter_.wiring, controlPins[bit]);
+                linesOfData_[value] |= lineMask(adapter_.wiring, portDataPins[bit]);
+    for (std::size_t bit = 0; bit < portControlPins.size(); ++bit) {
+        const std::uint8_t line = lineMask(adapter_.wiring, portControlPins[bit]);
         hasControlLines_ = hasControlLines_ || line != 0;
         const bool high = controlBitLevel(static_cast<int>(bit), true) == ConstHigh;
         for (std::size_t value = 0; value < linesOfControl_.size(); ++value)
@@ -118,9 +118,9 @@ void AdapterPort::addLevel() {
 
 void AdapterPort::drive(std::uint8_t dataPinsUsed, std::uint8_t controlPinsUsed) {
     std::uint8_t lines = linesOfData_[dataPinsUsed];
-    for (std::size_t bit = 0; bit < controlPins.size(); ++bit)
+    for (std::size_t bit = 0; bit < portControlPins.size(); ++bit)
         if (hasBit(controlPinsUsed, bit))
-            lines |= lineMask(adapter_.wiring, controlPins[bit]);
+            lines |= lineMask(adapter_.wiring, portControlPins[bit]);
     outputs_ = lines;
 }
 

@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::int64_t second = 1'000'000'000;
 /// Samples before the first change and after the last word.
-constexpr std::int64_t margin = 2;
+constexpr std::int64_t marginTicks = 2;
 constexpr std::size_t chunkBytes = std::size_t{4} << 20U; // as the programs of this format write
 
 std::int64_t exactTick(const WaveChanges& waves) {
@@ -45,7 +45,7 @@ std::size_t bytesOfSample(const WaveChanges& waves) {
 }
 
 std::int64_t samplesOf(const WaveChanges& waves, std::int64_t tick) {
-    return waves.end / tick + 2 * margin;
+    return waves.end / tick + 2 * marginTicks;
 }
 
 bool fits(const WaveChanges& waves, std::int64_t tick, std::size_t mostSamples) {
@@ -130,7 +130,7 @@ std::string sessionFile(const WaveChanges& waves, std::int64_t tick) {
     archive.add("metadata", metadata(waves, tick));
     Samples samples(archive, waves);
     for (const WaveChanges::Change& change : waves.changes) {
-        samples.fillTo(change.at / tick + margin);
+        samples.fillTo(change.at / tick + marginTicks);
         samples.put(change.line, change.to == Level::High);
     }
     samples.fillTo(samplesOf(waves, tick));
@@ -140,7 +140,8 @@ std::string sessionFile(const WaveChanges& waves, std::int64_t tick) {
 
 /// The first of the words that fit with this period.
 std::size_t firstThatFits(const WaveChanges& waves, std::int64_t tick, std::size_t mostSamples) {
-    const auto room = static_cast<std::int64_t>(mostSamples / bytesOfSample(waves)) - 2 * margin;
+    const auto room =
+        static_cast<std::int64_t>(mostSamples / bytesOfSample(waves)) - 2 * marginTicks;
     const auto first =
         std::lower_bound(waves.begins.begin(), waves.begins.end(), waves.end - room * tick);
     return static_cast<std::size_t>(first - waves.begins.begin());

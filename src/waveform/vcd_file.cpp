@@ -11,7 +11,7 @@ namespace bitlux {
 namespace {
 
 /// Idle time before the first change and after the last word, so that a reader sees the levels.
-constexpr std::int64_t margin = 1000;
+constexpr std::int64_t marginTime = 1000;
 
 /// An identifier of printable characters, as short as possible: "!" to "~", then "!!" and so on.
 std::string identifierOf(std::size_t line) {
@@ -41,11 +41,11 @@ std::string vcdText(const WaveChanges& waves) {
     std::int64_t now = -1;
     for (const WaveChanges::Change& change : waves.changes) {
         if (change.at != now)
-            fmt::format_to(out, "#{}\n", change.at + margin);
+            fmt::format_to(out, "#{}\n", change.at + marginTime);
         now = change.at;
         fmt::format_to(out, "{}{}\n", valueOf(change.to), identifierOf(change.line));
     }
-    fmt::format_to(out, "#{}\n", waves.end + 2 * margin);
+    fmt::format_to(out, "#{}\n", waves.end + 2 * marginTime);
     return text;
 }
 

@@ -9,7 +9,7 @@
 namespace bitlux::test {
 namespace {
 
-constexpr std::string_view driver = R"(
+constexpr std::string_view driverChip = R"(
 chip = { title = "Lamp driver", description = "With a blink" }
 register = [
   { title = "Lämp", address = 3, reset = 6, page = "Light", bits = [
@@ -38,7 +38,7 @@ answer = "next word"
 
 TEST(ChipCommand, ShowsTheRegistersOfAChip) {
     const TemporaryFolder folder;
-    expectRun("chip show " + folder.write("driver.toml", driver), R"(driver: Lamp driver
+    expectRun("chip show " + folder.write("driver.toml", driverChip), R"(driver: Lamp driver
 With a blink
 Words of 40 bits, SPI type 2, write 4000000000, read 0000000000, flags
 0100000000, address [37:33], data [31:0], parity [39], answered with the next

@@ -1,9 +1,8 @@
 #include "bitlux_program.h"
+#include "support/rows.h"
 #include "support/temporary_folder.h"
 
 #include <string>
-#include <tuple>
-#include <vector>
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
@@ -11,9 +10,9 @@
 namespace bitlux::test {
 namespace {
 
-using Rows = std::vector<std::tuple<std::string, int, std::string>>;
+using Outcomes = Rows<std::string, int, std::string>;
 
-void expectOutcomes(const Rows& rows) {
+void expectOutcomes(const Outcomes& rows) {
     for (const auto& [arguments, code, output] : rows) {
         const Outcome outcome = bitlux("chip " + arguments);
         EXPECT_EQ(outcome.code, code) << arguments;

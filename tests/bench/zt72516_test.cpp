@@ -10,8 +10,8 @@
 namespace bitlux::test {
 namespace {
 
-struct Rig : DongleRig {
-    Rig() : DongleRig("zt72516", 32, 1) {}
+struct Rig516 : DongleRig {
+    Rig516() : DongleRig("zt72516", 32, 1) {}
 
     /// In Normal, with the watchdog in force: 256 ms unless TIMER is written.
     void start(unsigned init = 0x10, unsigned timer = 0xF0001E) {
@@ -20,7 +20,7 @@ struct Rig : DongleRig {
 };
 
 TEST(Zt72516, WaitsInInitUntilItIsRefreshed) {
-    Rig rig;
+    Rig516 rig;
     rig.play("Mode>Init 89000000&FFFFFF=08 @60000 Mode>Init 47000000 Mode>Normal");
     rig.play("@60000 Mode>Normal");                // the watchdog is inhibited
     rig.play("43040010 47000000 @257 Mode>Reset"); // by another choice of SAFEb than the first one
@@ -29,7 +29,7 @@ TEST(Zt72516, WaitsInInitUntilItIsRefreshed) {
 TEST(Zt72516, IsResetAfterThePeriodOfTimer) {
     for (const auto& [timer, period] : Rows<unsigned, double>{
              {0x00, 2.5}, {0x08, 3.0}, {0x10, 3.5}, {0x18, 4.0}, {0x07, 320}, {0x1F, 512}}) {
-        Rig rig;
+        Rig516 rig;
         rig.start(0x10, timer);
         rig.play(fmt::format("@{} Mode>Normal @{} Mode>Reset", period - 0.1, period + 5));
         rig.play(fmt::format("@{} Mode>Init 88000080&FFFFFF=100", period + 12)); // after 10 ms
@@ -42,7 +42,7 @@ TEST(Zt72516, IsRefreshedAsInitSays) {
     for (const auto& [init, masks] : Rows<unsigned, std::vector<unsigned>>{
              {0x210, {0xFF}}, {0x410, {0xF0, 0x0C}}, {0x610, {0xC0, 0x30, 0x0C, 0x03}}}) {
         for (const bool wrong : {false, true}) {
-            Rig rig;
+            Rig516 rig;
             rig.start();
             rig.play(fmt::format("{:X} @200", 0x43000000 | init));
             const std::uint64_t inverse = ~rig.send(0x07000000);
@@ -54,7 +54,7 @@ TEST(Zt72516, IsRefreshedAsInitSays) {
     }
     for (const char* steps : // the first half of 256 ms is closed
          {"@127 47000000 Mode>Reset", "@130 47000000 Mode>Normal"}) {
-        Rig rig;
+        Rig516 rig;
         rig.start(0x110);
         rig.play(steps);
     }
@@ -62,7 +62,7 @@ TEST(Zt72516, IsRefreshedAsInitSays) {
 
 TEST(Zt72516, IsRefreshedByTheDongle) {
     for (unsigned mode = 0; mode < 4; ++mode) {
-        Rig rig;
+        Rig516 rig;
         rig.start();
         rig.play(fmt::format("{:X} <0016000{:X}06>=0016", 0x43000010 | mode << 9, 8 + mode));
         rig.play("<0016000C00>=0016 <001600080A>=0016"); // no mode, no time
@@ -74,7 +74,7 @@ TEST(Zt72516, CountsResetsForSafe) {
     for (const auto& [init, resets] :
          Rows<unsigned, int>{{0x00, 1}, {0x800, 2}, {0x1000, 3}, {0x1800, 5}})
         for (const int happened : {resets - 1, resets}) {
-            Rig rig;
+            Rig516 rig;
             rig.start(init);
             for (int i = 0; i < happened; ++i) // in Flash, after 32768 ms
                 rig.play("04000000 44000200~04000000&FF Mode>Flash @33000 Mode>Init");
@@ -84,7 +84,7 @@ TEST(Zt72516, CountsResetsForSafe) {
 }
 
 TEST(Zt72516, ChangesModeByItsCodeOnce) {
-    Rig rig;
+    Rig516 rig;
     const std::uint64_t code = rig.send(0x04000000) & 0xFF;
     rig.send(0x44000200 | code);
     rig.play("Mode>Init"); // not the complement
@@ -105,11 +105,11 @@ TEST(Zt72516, SleepsUntilSomethingWakesIt) {
           "Mode>Low_power_VDD_off !LIN2_Wakeup Mode>Normal",
           "49000070 Mode>Low_power_VDD_off @100 Mode>Normal",
           "49000058 Mode>Normal @100 Mode>Normal"}) {
-        Rig rig;
+        Rig516 rig;
         rig.start(0x10, 0x01001E);
         rig.play(steps);
     }
-    Rig coded; // LPM w RND
+    Rig516 coded; // LPM w RND
     coded.start(0x800010);
     coded.play("49000080 Mode>Normal 49000080~09000000&7 Mode>Low_power_VDD_on");
 }
@@ -131,8 +131,9 @@ TEST(Zt72516, SumsItsFlagsUp) {
              {"LIN3_Over_Temp", 0x8D000000, 0x18001000, 0x188},
              {"Tlim", 0, 0x10000000, 0x100},
              {"SG-G", 0, 0, 0x001}})
-        Rig().play(fmt::format("!{0} {1:X}={2:X} {1:X}={2:X} 41000000={3:X}00000 !-{0} 41000000=0",
-                               flag, word, answer, summary));
+        Rig516().play(
+            fmt::format("!{0} {1:X}={2:X} {1:X}={2:X} 41000000={3:X}00000 !-{0} 41000000=0", flag,
+                        word, answer, summary));
 }
 
 } // namespace

@@ -11,18 +11,18 @@
 namespace bitlux::test {
 namespace {
 
-struct Rig : DongleRig {
-    explicit Rig(const std::string& device = "zt72537") : DongleRig(device, 8, 2) {}
+struct Rig537 : DongleRig {
+    explicit Rig537(const std::string& device = "zt72537") : DongleRig(device, 8, 2) {}
 };
 
 TEST(Zt72537, AnswersWithFlagsBelowTheSystemStatus) {
-    Rig().play(
+    Rig537().play(
         "!VSOV !LS2CL !HS1OP !L3 08=B8 10=B8 2F=B4 30=B4 40=B0 50=B0 61=B2 70=B2 80=B4 90=B4 "
         "A0=B2 B0=B2 C7=B0 D1=B0 E0=B5 CFR>1 !TXDOM !WDERR 4B=F4 B0=F6 B0=F2");
-    Rig one("zt72534");
-    Rig none("zt72532");
+    Rig537 one("zt72534");
+    Rig537 none("zt72532");
     for (const char* flag : {"L2", "L4", "HS2CL", "HS2OP"})
-        for (Rig* variant : {&one, &none})
+        for (Rig537* variant : {&one, &none})
             EXPECT_THROW(switchNamed(variant->chip(), flag), Failure) << flag;
     for (const char* flag : {"LS1CL", "Status/LSS"})
         EXPECT_THROW(switchNamed(none.chip(), flag), Failure) << flag;
@@ -32,7 +32,7 @@ TEST(Zt72537, AnswersWithFlagsBelowTheSystemStatus) {
 
 TEST(Zt72537, IsResetWhenItsWatchdogIsNotClearedInTheWindow) {
     for (const auto& [prescaler, period] : {std::pair{"A0", 10}, {"A1", 20}, {"A7", 140}}) {
-        Rig rig;
+        Rig537 rig;
         rig.at(1000 * millisecond);
         rig.play(fmt::format("{}=02 03", prescaler)); // waits for the first clear
         const std::int64_t over = rig.sentAt + period * millisecond;
@@ -48,7 +48,7 @@ TEST(Zt72537, IsResetWhenItsWatchdogIsNotClearedInTheWindow) {
         rig.play("B0=0A B0=02 HSCR>0 TIMCR>0");
     }
     for (const auto& [early, answer] : {std::pair{1, 0x06U}, {0, 0x01U}}) { // ns
-        Rig rig;
+        Rig537 rig;
         rig.send(0x03);
         rig.at(rig.sentAt + 5 * millisecond - early);
         rig.play("03 @9");
@@ -57,7 +57,7 @@ TEST(Zt72537, IsResetWhenItsWatchdogIsNotClearedInTheWindow) {
 }
 
 TEST(Zt72537, IsServedByTheDongle) {
-    Rig rig;
+    Rig537 rig;
     rig.play("<00040001030A02>=0004 <00040002030A01>=0004 Watchdog>off"); // no state, another chip
     const std::int64_t start = rig.clock.nanoseconds();
     rig.play("<00040002030A02>=0004");
@@ -101,7 +101,7 @@ TEST(Zt72537, WakesAsItsRegistersSay) {
                                                   {"21 AA 61 01", "!L1", 40, 1},
                                                   {"21 AA 62 02", "!L2", 0, 0},
                                                   {"AA 01", "!LIN_wake-up", 10, 4}}) {
-        Rig rig;
+        Rig537 rig;
         const bool sleeps = words.ends_with("02");
         const char* const low = sleeps ? "Sleep" : "Stop";
         rig.play(fmt::format("{} @10- Mode>{} @10 {}", words, low, pin));
@@ -118,7 +118,7 @@ TEST(Zt72537, WakesAsItsRegistersSay) {
 }
 
 TEST(Zt72537, ReportsTheFirstInterruptThatIsNotMasked) {
-    Rig rig;
+    Rig537 rig;
     rig.play("!VSUV !RXSHORT !LS1CL !LS1OP !LS2CL !LS2OP !HS1CL !HS1OP !HS2CL");
     rig.play("F0=F3"); // one of the high sides is cool
     rig.play("!HS2OP E8=F2 EC=F3 EE=F4 E6=F5 EF=F2 lines=2 E6 lines=3");

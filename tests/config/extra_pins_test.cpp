@@ -197,11 +197,11 @@ TEST(ExtraPins, BecomeLinesOfTheCommandsToSend) {
 
 TEST(ExtraPins, AndThoseOfTheWordAreCheckedBeforeTheyAreApplied) {
     using Pins = std::vector<Pin>;
-    using Word = std::array<const char*, 4>; // CS, DI, CLK and DO
+    using WordPins = std::array<const char*, 4>; // CS, DI, CLK and DO
     const char* const noPin = "No pin assignment was made for one or more Extra Pins.";
     const char* const conflict = "Pin Conflict!  Please select a different pin configuration.";
-    const Word usual{"2", "3", "4", "12"};
-    const Rows<Pins, Word, std::string> cases{
+    const WordPins usual{"2", "3", "4", "12"};
+    const Rows<Pins, WordPins, std::string> cases{
         {{}, {"2", "2", "4", "12"}, "2: CS DI;"},
         {{}, {"2", "3", "2", "12"}, "2: CS CLK;"},
         {{}, {"2", "4", "4", "12"}, "4: DI CLK;"},

@@ -18,13 +18,13 @@ std::string repeated(std::string_view text, int times) {
 }
 
 /// A device with these peripherals, from line 2 on.
-std::string device(const std::string& peripherals) {
+std::string deviceWith(const std::string& peripherals) {
     return "<device><name>D</name><peripherals>\n" + peripherals + "</peripherals></device>";
 }
 /// One with a peripheral with these registers, from line 2 on.
 std::string registers(const std::string& text) {
-    return device("<peripheral><name>P</name><baseAddress>0</baseAddress><registers>" + text +
-                  "</registers></peripheral>");
+    return deviceWith("<peripheral><name>P</name><baseAddress>0</baseAddress><registers>" + text +
+                      "</registers></peripheral>");
 }
 std::string field(const std::string& text) {
     return registers("<register><name>R</name><addressOffset>0</addressOffset><fields>\n<field>"
@@ -59,16 +59,17 @@ TEST(BadMaps, AreReportedWithTheirPlace) {
                   "several files."},
              Case{std::string(mapimport::longestSource + 1, ' '),
                   "m.svd: the file is longer than 64 MiB. Part it into several files."},
-             Case{device(""),
+             Case{deviceWith(""),
                   "m.svd:1:1: no register is left. See what was left out, or choose others."},
-             Case{device("<peripheral><name>P</name></peripheral>"),
+             Case{deviceWith("<peripheral><name>P</name></peripheral>"),
                   "m.svd:2:1: `baseAddress` is missing. Add it."},
-             Case{device("<peripheral><name>P</name><baseAddress>0xG</baseAddress></peripheral>"),
+             Case{deviceWith(
+                      "<peripheral><name>P</name><baseAddress>0xG</baseAddress></peripheral>"),
                   "m.svd:2:27: `baseAddress` is no number: \"0xG\". Write it as 64 or 0x40."},
-             Case{device("<peripheral derivedFrom='Q'><name>P</name></peripheral>"),
+             Case{deviceWith("<peripheral derivedFrom='Q'><name>P</name></peripheral>"),
                   "m.svd:2:1: there is no peripheral \"Q\" to derive from. Correct `derivedFrom`."},
-             Case{device("<peripheral derivedFrom='Q'><name>P</name></peripheral>\n"
-                         "<peripheral derivedFrom='P'><name>Q</name></peripheral>"),
+             Case{deviceWith("<peripheral derivedFrom='Q'><name>P</name></peripheral>\n"
+                             "<peripheral derivedFrom='P'><name>Q</name></peripheral>"),
                   "m.svd:3:1: \"P\" is derived from itself. Break the loop of `derivedFrom`."},
              Case{registers("\n<register><addressOffset>0</addressOffset></register>"),
                   "m.svd:3:1: `register` has no name. Give it a `name`."},

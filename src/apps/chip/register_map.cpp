@@ -15,7 +15,6 @@ namespace bitlux {
 namespace {
 
 using chips::Access;
-using chips::Chip;
 using chips::Field;
 using chips::Register;
 using chips::View;
@@ -106,7 +105,7 @@ private:
 
 class Map {
 public:
-    Map(const Chip& chip, std::ostream& output)
+    Map(const chips::Chip& chip, std::ostream& output)
         : chip_(chip), output_(output), digits_(digitsFor(chip.word.address.size())) {
         std::size_t others =
             sizeof("        reset ") + accessWidth + static_cast<std::size_t>(digits_);
@@ -284,7 +283,7 @@ private:
             addLine(shown(any.note), bitsColumn);
     }
 
-    const Chip& chip_;
+    const chips::Chip& chip_;
     std::ostream& output_;
     int digits_;
     std::size_t title_ = 0;
@@ -292,7 +291,7 @@ private:
 
 } // namespace
 
-void printRegisterMap(const Chip& chip, std::ostream& output) {
+void printRegisterMap(const chips::Chip& chip, std::ostream& output) {
     Map(chip, output).print();
 }
 

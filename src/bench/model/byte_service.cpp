@@ -1,6 +1,7 @@
 #include "bench/model/byte_service.h"
 
 #include "platform/dongle_commands.h"
+#include "platform/time_units.h"
 
 #include <algorithm>
 
@@ -54,10 +55,9 @@ void ByteService::addPhase(Phase& phase, std::int64_t now) const {
 }
 
 std::vector<Reading> ByteService::readings() const {
-    constexpr double millisecond = 1e6;
     return {{"Dongle", "Watchdog",
              due_.isSet() ? fmt::format("{:02X} every {} ms", word_,
-                                        static_cast<double>(period_) / millisecond)
+                                        static_cast<double>(period_) / double{millisecond})
                           : "off"}};
 }
 

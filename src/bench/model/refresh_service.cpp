@@ -1,6 +1,7 @@
 #include "bench/model/refresh_service.h"
 
 #include "platform/dongle_commands.h"
+#include "platform/time_units.h"
 
 #include <fmt/format.h>
 
@@ -8,7 +9,6 @@ namespace bitlux {
 
 namespace {
 
-constexpr std::int64_t millisecond = 1'000'000;
 constexpr std::array<std::int64_t, 10> periods{1, 2, 3, 5, 10, 50, 100, 500, 1000, 5000};
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "bench/model/served_watchdog.h"
 
+#include "platform/time_units.h"
+
 #include <algorithm>
 
 #include <fmt/format.h>
@@ -25,10 +27,9 @@ ServedWatchdog::Outcome ServedWatchdog::take(std::uint64_t data, std::uint8_t co
 }
 
 std::string ServedWatchdog::left(std::int64_t now) const {
-    constexpr double millisecond = 1e6;
-    return due_.isSet()
-               ? fmt::format("{:.1f} ms left", static_cast<double>(due_.at() - now) / millisecond)
-               : "off";
+    return due_.isSet() ? fmt::format("{:.1f} ms left",
+                                      static_cast<double>(due_.at() - now) / double{millisecond})
+                        : "off";
 }
 
 void ServedWatchdog::addPhase(Phase& phase, std::int64_t now) const {

@@ -1,12 +1,12 @@
 #include "bench/model/watchdog_times.h"
 
+#include "platform/time_units.h"
+
 #include <array>
 
 namespace bitlux {
 
 namespace {
-
-constexpr std::int64_t millisecond = 1'000'000;
 
 /// One of two times in milliseconds, doubled as often as the lower `doublings` bits say.
 std::int64_t oneOfTwo(std::uint64_t field, int doublings, std::int64_t first, std::int64_t second) {

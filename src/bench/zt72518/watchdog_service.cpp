@@ -1,6 +1,7 @@
 #include "bench/zt72518/watchdog_service.h"
 
 #include "platform/dongle_commands.h"
+#include "platform/time_units.h"
 
 #include <algorithm>
 #include <array>
@@ -20,7 +21,6 @@ constexpr RefreshService::Chip family{
     .type = 2,
     .modes = {"Simple WD", "Enhanced 1", "Enhanced 2", "Enhanced 4"}};
 
-constexpr std::int64_t millisecond = 1'000'000;
 constexpr std::array<std::int64_t, 9> pauses{30, 50, 100, 200, 500, 1000, 2000, 5000, 10000};
 
 } // namespace

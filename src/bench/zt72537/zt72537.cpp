@@ -3,6 +3,7 @@
 #include "bench/model/byte_service.h"
 #include "bench/model/mode_timers.h"
 #include "platform/dongle_commands.h"
+#include "platform/time_units.h"
 
 #include <array>
 
@@ -10,7 +11,6 @@ namespace bitlux::zt72537 {
 
 namespace {
 
-constexpr std::int64_t millisecond = 1'000'000;
 constexpr std::int64_t watchdogPeriod = 10 * millisecond;
 constexpr std::int64_t wakeUpStep = 20 * millisecond;
 constexpr std::int64_t resetTime = 5 * millisecond;

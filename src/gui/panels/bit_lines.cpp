@@ -9,7 +9,7 @@ namespace bitlux::gui {
 namespace {
 
 constexpr int byteBits = 8;
-constexpr int between = 2; ///< pixels between lines
+constexpr int cellLineSpacing = 2; ///< pixels
 
 } // namespace
 
@@ -70,7 +70,7 @@ int BitLines::usualHeight() const {
 
 int BitLines::heightForWidth(int width) const {
     const int lines = (count() - 1) / cellsInLine(width) + 1;
-    return lines * (lineHeight(width) + between) - between;
+    return lines * (lineHeight(width) + cellLineSpacing) - cellLineSpacing;
 }
 
 QSize BitLines::sizeHint() const {
@@ -93,7 +93,7 @@ void BitLines::setGeometry(const QRect& rect) {
         const int column = place % inLine;
         const int left = rect.left() + rect.width() * column / inLine;
         const int right = rect.left() + rect.width() * (column + 1) / inLine;
-        const int top = rect.top() + place / inLine * (cellHeight + between);
+        const int top = rect.top() + place / inLine * (cellHeight + cellLineSpacing);
         cell->setGeometry(QRect(left, top, right - left, cellHeight));
         ++place;
     }

@@ -19,14 +19,14 @@ namespace {
 
 constexpr int cellWidth = 11; ///< in characters
 constexpr int leastCellWidth = 5;
-constexpr int lines = 2;
+constexpr int captionLines = 2;
 constexpr int fullWidth = 100; ///< of letters, in percent
 constexpr int narrow = 90;     // in two steps: each is a font to load
 constexpr int narrowest = 80;
-constexpr int gap = 3;
+constexpr int cellGap = 3;
 constexpr qreal numberScale = 0.75;
 constexpr qreal captionScale = 0.85;
-constexpr std::size_t byteBits = 8;
+constexpr std::size_t cellsOfOneLine = 8;
 
 /// What all cells with the same font share.
 struct CellFont {
@@ -36,7 +36,7 @@ struct CellFont {
           numberHeight(QFontMetrics(number).height()),
           character(QFontMetrics(font).averageCharWidth()),
           hint(cellWidth * character,
-               numberHeight + lines * (QFontMetrics(font).height() + 2) + 2 * gap) {}
+               numberHeight + captionLines * (QFontMetrics(font).height() + 2) + 2 * cellGap) {}
 
     QFont caption;
     QFont number;
@@ -144,7 +144,7 @@ void BitCell::measure() {
 int BitCell::readableWidth() const {
     const int least = leastCellWidth * character_;
     const int needed = longestPart() * narrowest / fullWidth + 1;
-    return std::min(std::max(least, needed) + 2 * gap, sizeHint().width());
+    return std::min(std::max(least, needed) + 2 * cellGap, sizeHint().width());
 }
 
 int BitCell::stretchIn(int width) const {
@@ -156,14 +156,15 @@ int BitCell::stretchIn(int width) const {
 
 int BitCell::heightForWidth(int width) const {
     const QString caption = breakable();
-    if (caption.count(' ') + caption.count(QChar(0x200B)) < lines)
+    if (caption.count(' ') + caption.count(QChar(0x200B)) < captionLines)
         return hint_.height();
-    const int room = width - 2 * gap;
+    const int room = width - 2 * cellGap;
     // Narrow letters wrap at a smaller width than full ones.
     const QRect wanted =
         fontMetrics().boundingRect(QRect(0, 0, room * fullWidth / stretchIn(room), QWIDGETSIZE_MAX),
                                    Qt::TextWordWrap, caption);
-    return hint_.height() + std::max(wanted.height() - lines * (fontMetrics().height() + 2), 0);
+    return hint_.height() +
+           std::max(wanted.height() - captionLines * (fontMetrics().height() + 2), 0);
 }
 
 void BitCell::paintEvent(QPaintEvent*) {
@@ -177,7 +178,7 @@ void BitCell::paintEvent(QPaintEvent*) {
     QColor faint = ink;
     faint.setAlphaF(0.55F);
     painter.setPen(shownValue_ ? ink : faint);
-    const QRect inner = rect().adjusted(gap, gap, -gap, -gap);
+    const QRect inner = rect().adjusted(cellGap, cellGap, -cellGap, -cellGap);
     painter.setFont(numberFont_);
     const QString value = shownValue_ ? (*shownValue_ ? " = 1" : " = 0") : "";
     painter.drawText(inner, Qt::AlignHCenter | Qt::AlignTop, QString::number(bit_) + value);
@@ -277,7 +278,7 @@ void BitRow::makeCells(Use use, Binder& binder) {
 
 void BitRow::measureCells() {
     int least = cells_.front()->minimumSizeHint().width();
-    if (cells_.size() > byteBits) // else there is always one line
+    if (cells_.size() > cellsOfOneLine) // else there is always one line
         least = std::max(least, readableCellWidth());
     lines_->setLeastWidth(least);
 }

@@ -7,7 +7,7 @@ namespace bitlux::gui {
 
 namespace {
 
-constexpr int beside = 8;
+constexpr int groupSpacing = 8;
 constexpr int below = 10;
 
 } // namespace
@@ -34,11 +34,11 @@ std::vector<GroupFlow::Row> GroupFlow::rowsIn(int width) const {
         if (item->isEmpty()) // hidden
             continue;
         const int wanted = item->sizeHint().width();
-        if (rows.empty() || left < beside + wanted) {
+        if (rows.empty() || left < groupSpacing + wanted) {
             rows.emplace_back();
             left = width - wanted;
         } else {
-            left -= beside + wanted;
+            left -= groupSpacing + wanted;
         }
         rows.back().push_back(item.get());
     }
@@ -47,7 +47,7 @@ std::vector<GroupFlow::Row> GroupFlow::rowsIn(int width) const {
 
 std::vector<int> GroupFlow::widthsIn(const Row& row, int width) const {
     const int groups = static_cast<int>(row.size());
-    int spare = width - (groups - 1) * beside;
+    int spare = width - (groups - 1) * groupSpacing;
     for (const QLayoutItem* item : row)
         spare -= item->sizeHint().width();
     std::vector<int> widths;
@@ -71,13 +71,13 @@ int GroupFlow::heightOf(const Row& row, const std::vector<int>& widths) {
 
 /// The groups of an incomplete last row are placed below those above them, if they fit there.
 int GroupFlow::widthOfRest(const Row& row, int width, std::size_t above) {
-    int wanted = -beside;
+    int wanted = -groupSpacing;
     for (const QLayoutItem* item : row)
-        wanted += item->sizeHint().width() + beside;
-    const int between = static_cast<int>(above - 1) * beside;
+        wanted += item->sizeHint().width() + groupSpacing;
+    const int between = static_cast<int>(above - 1) * groupSpacing;
     const int group = (width - between) / static_cast<int>(above);
     const int groups = static_cast<int>(row.size());
-    return std::clamp(groups * group + (groups - 1) * beside, std::min(wanted, width), width);
+    return std::clamp(groups * group + (groups - 1) * groupSpacing, std::min(wanted, width), width);
 }
 
 std::vector<GroupFlow::Line> GroupFlow::linesIn(int width) const {
@@ -105,9 +105,9 @@ QSize GroupFlow::sizeHint() const {
     QSize size = minimumSize();
     if (spare_ == Spare::Shared)
         return size;
-    int width = -beside;
+    int width = -groupSpacing;
     for (const auto& item : items_)
-        width += item->sizeHint().width() + beside;
+        width += item->sizeHint().width() + groupSpacing;
     return size.expandedTo({width, 0});
 }
 
@@ -125,7 +125,7 @@ void GroupFlow::setGeometry(const QRect& rect) {
         int left = rect.left();
         for (std::size_t i = 0; i < line.row.size(); ++i) {
             line.row[i]->setGeometry(QRect(left, top, line.widths[i], line.height));
-            left += line.widths[i] + beside;
+            left += line.widths[i] + groupSpacing;
         }
         top += line.height + below;
     }

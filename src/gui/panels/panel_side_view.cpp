@@ -6,7 +6,7 @@ namespace bitlux::gui {
 
 namespace {
 
-constexpr int spacing = 4;
+constexpr int sideSpacing = 4;
 constexpr qreal headingScale = 1.1;
 const std::string place(chips::statusPage);
 
@@ -23,8 +23,8 @@ PanelSideView::PanelSideView(PanelForm& form, const PanelExtras& extras,
                              const PanelWidgets& widgets, QWidget* parent)
     : Sheet(parent), form_(form), widgets_(widgets) {
     auto* column = new QVBoxLayout(widget());
-    column->setContentsMargins(0, 0, spacing, 0);
-    column->setSpacing(spacing);
+    column->setContentsMargins(0, 0, sideSpacing, 0);
+    column->setSpacing(sideSpacing);
     column->addWidget(PanelWidgets::heading(headingOf(form.chip()), headingScale, widget()));
     column->addWidget(makeReads());
     if (form.chip().word.status.width() > 0)
@@ -82,7 +82,7 @@ void PanelSideView::addView(const PlacedView& placed, QVBoxLayout& column) {
 
 void PanelSideView::addRow(QBoxLayout& line, const QString& title,
                            const std::vector<QWidget*>& buttons, BitRow& bits) {
-    line.setSpacing(spacing);
+    line.setSpacing(sideSpacing);
     titles_.push_back(new QLabel(title, bits.parentWidget()));
     line.addWidget(titles_.back());
     for (QWidget* button : buttons)

@@ -11,7 +11,7 @@ namespace bitlux::gui {
 
 namespace {
 
-constexpr int spacing = 8;
+constexpr int pageSpacing = 8;
 constexpr qreal partScale = 1.1;
 
 /// A flow of groups at the end of a column.
@@ -24,7 +24,7 @@ GroupFlow& addFlow(QVBoxLayout& column) {
 QVBoxLayout* columnOf(QWidget* widget) {
     auto* column = new QVBoxLayout(widget);
     column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(spacing);
+    column->setSpacing(pageSpacing);
     return column;
 }
 
@@ -107,7 +107,7 @@ void RegisterPageView::addSection(const Registers& registers, QVBoxLayout& colum
     FieldGroups groups(widgets_, parent, flow);
     for (const chips::Register* shown : registers)
         groups.add(*shown);
-    column.addSpacing(spacing);
+    column.addSpacing(pageSpacing);
 }
 
 void RegisterPageView::addGuests(QVBoxLayout& column, QWidget* parent) {

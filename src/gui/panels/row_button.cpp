@@ -8,7 +8,7 @@ namespace bitlux::gui {
 
 namespace {
 
-constexpr int beside = 14; ///< pixels beside the text
+constexpr int sideMargin = 14; ///< pixels
 constexpr int above = 8;
 
 } // namespace
@@ -24,7 +24,7 @@ int RowButton::roomWidth() const {
 
 QSize RowButton::sizeHint() const {
     const int lines = static_cast<int>(shownText().count('\n')) + 1;
-    return {roomWidth() + beside, lines * fontMetrics().height() + above};
+    return {roomWidth() + sideMargin, lines * fontMetrics().height() + above};
 }
 
 QString RowButton::shownText() const {

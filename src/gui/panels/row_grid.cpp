@@ -9,7 +9,7 @@ namespace bitlux::gui {
 
 namespace {
 
-constexpr int columns = 3;     ///< two of buttons, one of bits
+constexpr int gridColumns = 3; ///< two of buttons, one of bits
 constexpr int narrowBits = 16; ///< more bits need the whole width, below their buttons
 
 } // namespace
@@ -19,16 +19,16 @@ RowGrid::RowGrid(const PanelWidgets& widgets, QWidget* parent)
     setContentsMargins(0, 0, 0, 0);
     setVerticalSpacing(4);
     setHorizontalSpacing(4);
-    setColumnStretch(columns - 1, 1);
+    setColumnStretch(gridColumns - 1, 1);
 }
 
 void RowGrid::addTitle(const QString& text, qreal scale) {
-    addWidget(PanelWidgets::heading(text, scale, parent_), rowCount(), 0, 1, columns);
+    addWidget(PanelWidgets::heading(text, scale, parent_), rowCount(), 0, 1, gridColumns);
 }
 
 void RowGrid::addNote(const std::string& text) {
     if (!text.empty())
-        addWidget(PanelWidgets::note(text, parent_), rowCount(), 0, 1, columns);
+        addWidget(PanelWidgets::note(text, parent_), rowCount(), 0, 1, gridColumns);
 }
 
 RowGrid::Start RowGrid::buttons(const ControlRef& first, const ControlRef& second,
@@ -69,11 +69,11 @@ void RowGrid::addRow(const Starts& starts, BitRow* bits, std::uint64_t fieldEdge
         return;
     bits->markFields(fieldEdges);
     if (isWide)
-        addWidget(bits, first + lines, 0, 1, columns);
+        addWidget(bits, first + lines, 0, 1, gridColumns);
     else if (!hasButtons_)
-        addWidget(bits, first, 0, 1, columns);
+        addWidget(bits, first, 0, 1, gridColumns);
     else
-        addWidget(bits, first, columns - 1, std::max(lines, 1), 1);
+        addWidget(bits, first, gridColumns - 1, std::max(lines, 1), 1);
     rows_.push_back(bits);
 }
 
@@ -101,7 +101,7 @@ int RowGrid::addSideBySide(const Starts& starts, int line) {
             if (button != nullptr)
                 further->addWidget(button);
     further->addStretch();
-    addLayout(further, line, columns - 1);
+    addLayout(further, line, gridColumns - 1);
     return 1;
 }
 
@@ -117,7 +117,7 @@ void RowGrid::addButtons(const std::vector<chips::ControlName>& names) {
     for (const chips::ControlName& name : names)
         line->addWidget(widgets_.rowButton(name, parent_));
     line->addStretch();
-    addLayout(line, rowCount(), 0, 1, columns);
+    addLayout(line, rowCount(), 0, 1, gridColumns);
 }
 
 void RowGrid::alignCells() const {

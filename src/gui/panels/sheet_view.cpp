@@ -15,7 +15,7 @@ namespace {
 
 using forms::Control;
 
-constexpr int spacing = 8;
+constexpr int sheetSpacing = 8;
 
 bool isLabel(const Control& control) {
     return control.kind() == Control::Kind::Label;
@@ -56,7 +56,7 @@ public:
                    : new QGroupBox(textOf(group.title), parent)),
           grid_(new QGridLayout(box_)) {
         grid_->setVerticalSpacing(4);
-        grid_->setHorizontalSpacing(spacing);
+        grid_->setHorizontalSpacing(sheetSpacing);
         grid_->setColumnStretch(1, 1);
         if (auto* titled = qobject_cast<QGroupBox*>(box_); titled == nullptr)
             grid_->setContentsMargins(0, 0, 0, 0);
@@ -83,7 +83,7 @@ private:
         if (caption != nullptr)
             grid_->addWidget(caption, line, 0);
         auto* place = new QHBoxLayout;
-        place->setSpacing(spacing);
+        place->setSpacing(sheetSpacing);
         grid_->addLayout(place, line, caption != nullptr ? 1 : 0, 1, caption != nullptr ? 1 : 2);
         const auto* label = qobject_cast<QLabel*>(caption);
         if (label != nullptr && !label->text().trimmed().isEmpty())

@@ -10,7 +10,7 @@ namespace bitlux::gui {
 namespace {
 constexpr int indent = 10;
 constexpr int markWidth = 3;
-constexpr int spacing = 8;
+constexpr int tabSpacing = 8;
 constexpr int manyTabs = 18;
 constexpr int closeSpacing = 3; ///< when there are many, so that all are visible on a small screen
 } // namespace
@@ -30,7 +30,7 @@ QSize SideTabs::tabSizeHint(int) const {
     for (; measured_ < count(); ++measured_)
         widest_ = std::max(widest_, fontMetrics().horizontalAdvance(tabText(measured_)));
     return {widest_ + 2 * indent,
-            fontMetrics().height() + (count() > manyTabs ? closeSpacing : spacing)};
+            fontMetrics().height() + (count() > manyTabs ? closeSpacing : tabSpacing)};
 }
 
 void SideTabs::changeEvent(QEvent* event) {

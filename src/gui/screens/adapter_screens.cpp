@@ -14,9 +14,9 @@ namespace bitlux::gui {
 
 namespace {
 
-class Stage : BenchProgram {
+class AdapterStage : BenchProgram {
 public:
-    explicit Stage(std::string serial) : BenchProgram("echo") {
+    explicit AdapterStage(std::string serial) : BenchProgram("echo") {
         Adapter settings = bench_.adapter.settings();
         settings.serial = std::move(serial);
         bench_.adapter.setSettings(settings);
@@ -87,7 +87,7 @@ private:
 } // namespace
 
 void paintAdapter(const QString& prefix, const QString& tail) {
-    Stage("A50285BI").paint(prefix, tail);
+    AdapterStage("A50285BI").paint(prefix, tail);
 }
 
 } // namespace bitlux::gui

@@ -17,9 +17,9 @@ namespace {
 constexpr QSize smallScreen(1024, 600);
 
 /// A chip with its panel, the switches that are turned on, and the buttons that are pressed.
-class Stage {
+class BytePanelStage {
 public:
-    Stage(std::string chip, std::string form, const std::vector<const char*>& on)
+    BytePanelStage(std::string chip, std::string form, const std::vector<const char*>& on)
         : chip_(std::move(chip)),
           form_(std::move(form)),
           bench_(clock_, makeDevice(chip_)),
@@ -82,8 +82,8 @@ private:
 };
 
 void paintZt72537(const QString& folder, const QString& tail) {
-    Stage stage("zt72537", "ZT72537",
-                {"VSR/VSOV", "LSSR/LS1CL", "LSSR/LS1OP", "LSSR/LS2CL", "LSSR/LS2OP"});
+    BytePanelStage stage("zt72537", "ZT72537",
+                         {"VSR/VSOV", "LSSR/LS1CL", "LSSR/LS1OP", "LSSR/LS2CL", "LSSR/LS2OP"});
     stage.move("wd_time", 40);
     stage.tick("wd_en(0)");
     stage.press("CmdLscr");
@@ -102,7 +102,7 @@ void paintZt72537(const QString& folder, const QString& tail) {
 }
 
 void paintZt72361(const QString& folder, const QString& tail) {
-    Stage stage("zt72361", "ZT72361", {"TIM flags/CanL to gnd", "IOR flags/HS1OT"});
+    BytePanelStage stage("zt72361", "ZT72361", {"TIM flags/CanL to gnd", "IOR flags/HS1OT"});
     stage.move("HscWd", 20);
     stage.choose("OptRead(1)");
     stage.paintPages(folder, tail);

@@ -15,9 +15,9 @@ namespace bitlux::gui {
 
 namespace {
 
-class Stage : BenchProgram {
+class DecodedStage : BenchProgram {
 public:
-    Stage() : BenchProgram("zt72516") {
+    DecodedStage() : BenchProgram("zt72516") {
         bench_.wireFor(program_.session());
         program_.Main();
         bench_.dongle.plug();
@@ -103,7 +103,7 @@ private:
 } // namespace
 
 void paintDecoded(const QString& prefix, const QString& tail) {
-    Stage().paint(prefix, tail);
+    DecodedStage().paint(prefix, tail);
 }
 
 } // namespace bitlux::gui

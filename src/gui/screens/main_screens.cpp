@@ -31,9 +31,9 @@ struct State {
 };
 
 /// A program on the virtual bench, brought into a state and painted.
-class Stage : BenchProgram {
+class MainStage : BenchProgram {
 public:
-    Stage() : BenchProgram("echo") {
+    MainStage() : BenchProgram("echo") {
         bench_.wireFor(program_.session());
         program_.Main();
     }
@@ -229,11 +229,11 @@ const State states[] = {
 
 void paintMain(const QString& folder, const QString& tail) {
     for (const State& state : states) {
-        Stage stage;
+        MainStage stage;
         stage.bring(state);
         stage.paint(folder + "/main-" + state.name + tail + ".png", {}, &state);
     }
-    Stage dongle;
+    MainStage dongle;
     dongle.plugDongle();
     dongle.bring(states[0]);
     dongle.paint(folder + "/main-dongle" + tail + ".png", {}, &states[0]);
@@ -242,16 +242,16 @@ void paintMain(const QString& folder, const QString& tail) {
     dongle.paint(folder + "/main-dongle-pins" + tail + ".png", {});
     dongle.paintChip(folder + "/main-chip" + tail + ".png", {});
     dongle.paintChip(folder + "/main-chip-search" + tail + ".png", QSize(640, 480), "rx");
-    Stage batch;
+    MainStage batch;
     batch.bring(states[0]);
     batch.paintBatch(folder + "/batch", tail);
-    Stage parts;
+    MainStage parts;
     parts.bring(states[0]);
     parts.paintPartTabs(folder + "/main-parts" + tail + ".png", {});
     parts.paintPartTabs(folder + "/main-parts-small" + tail + ".png", QSize(640, 480));
     parts.paintPartPages(folder + "/part", tail);
     parts.paintHelp(folder, tail);
-    Stage first;
+    MainStage first;
     first.paint(folder + "/main-start" + tail + ".png", {});
     first.bring(states[4]);
     first.paint(folder + "/main-small-screen" + tail + ".png", QSize(640, 480), &states[4]);

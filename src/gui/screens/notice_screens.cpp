@@ -9,9 +9,9 @@ namespace bitlux::gui {
 
 namespace {
 
-class Stage : BenchProgram {
+class NoticeStage : BenchProgram {
 public:
-    Stage() : BenchProgram("echo") {
+    NoticeStage() : BenchProgram("echo") {
         bench_.wireFor(program_.session());
         program_.Main();
         ConfigureDialog& dialog = program_.dialog();
@@ -68,7 +68,7 @@ private:
 } // namespace
 
 void paintNotices(const QString& prefix, const QString& tail) {
-    Stage().paint(prefix, tail);
+    NoticeStage().paint(prefix, tail);
 }
 
 } // namespace bitlux::gui

@@ -11,11 +11,11 @@ namespace bitlux::gui {
 
 namespace {
 
-class Stage : BenchProgram {
+class WaveformStage : BenchProgram {
 public:
     enum class Bus { Port, Dongle };
 
-    Stage(Bus bus, const char* bits) : BenchProgram("echo") {
+    WaveformStage(Bus bus, const char* bits) : BenchProgram("echo") {
         bench_.wireFor(program_.session());
         program_.Main();
         if (bus == Bus::Dongle) {
@@ -102,13 +102,13 @@ private:
 } // namespace
 
 void paintWaveforms(const QString& prefix, const QString& tail) {
-    Stage port(Stage::Bus::Port, "8");
+    WaveformStage port(WaveformStage::Bus::Port, "8");
     port.paintTypes(prefix + "-types" + tail);
-    Stage(Stage::Bus::Port, "8").paintWindow(prefix + "-port", tail);
-    Stage(Stage::Bus::Port, "160").paintWindow(prefix + "-160", tail);
-    Stage dongle(Stage::Bus::Dongle, "8");
+    WaveformStage(WaveformStage::Bus::Port, "8").paintWindow(prefix + "-port", tail);
+    WaveformStage(WaveformStage::Bus::Port, "160").paintWindow(prefix + "-160", tail);
+    WaveformStage dongle(WaveformStage::Bus::Dongle, "8");
     dongle.paintTypes(prefix + "-types-dongle" + tail);
-    Stage(Stage::Bus::Dongle, "8").paintWindow(prefix + "-dongle", tail);
+    WaveformStage(WaveformStage::Bus::Dongle, "8").paintWindow(prefix + "-dongle", tail);
 }
 
 } // namespace bitlux::gui

@@ -19,9 +19,10 @@ namespace {
 constexpr QSize smallScreen(1024, 600);
 
 /// The panel with everything that the marker file adds.
-class Stage {
+class Zt72516Stage {
 public:
-    Stage(QString prefix, QString tail) : prefix_(std::move(prefix)), tail_(std::move(tail)) {
+    Zt72516Stage(QString prefix, QString tail)
+        : prefix_(std::move(prefix)), tail_(std::move(tail)) {
         bench_.dongle.plug();
         Chip& chip = *bench_.dongle.chip();
         for (const char* name :
@@ -132,7 +133,7 @@ private:
 } // namespace
 
 void paintZt72516(const QString& prefix, const QString& tail) {
-    Stage(prefix, tail).paint();
+    Zt72516Stage(prefix, tail).paint();
 }
 
 } // namespace bitlux::gui

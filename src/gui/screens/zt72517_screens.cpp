@@ -10,9 +10,9 @@ namespace bitlux::gui {
 
 namespace {
 
-class Stage : BenchProgram {
+class Zt72517Stage : BenchProgram {
 public:
-    Stage() : BenchProgram("zt72517") {
+    Zt72517Stage() : BenchProgram("zt72517") {
         Chip& chip = *bench_.dongle.chip();
         for (const char* name : {"CAN F", "CANF0", "CANF2", "BATFAIL", "VSUV"})
             chip.turn(switchNamed(chip, name), true);
@@ -58,7 +58,7 @@ private:
 } // namespace
 
 void paintZt72517(const QString& prefix, const QString& tail) {
-    Stage().paint(prefix, tail);
+    Zt72517Stage().paint(prefix, tail);
 }
 
 } // namespace bitlux::gui

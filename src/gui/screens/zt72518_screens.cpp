@@ -17,9 +17,9 @@ namespace bitlux::gui {
 
 namespace {
 
-class Stage : BenchProgram {
+class Zt72518Stage : BenchProgram {
 public:
-    Stage() : BenchProgram("zt72518d") {
+    Zt72518Stage() : BenchProgram("zt72518d") {
         bench_.wireFor(program_.session());
         program_.Main();
         bench_.dongle.plug();
@@ -119,7 +119,7 @@ private:
 } // namespace
 
 void paintZt72518(const QString& prefix, const QString& tail) {
-    Stage().paint(prefix, tail);
+    Zt72518Stage().paint(prefix, tail);
 }
 
 } // namespace bitlux::gui

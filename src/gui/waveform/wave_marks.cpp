@@ -10,8 +10,6 @@ namespace bitlux::gui {
 namespace {
 
 // Logical pixels; everything else follows the font.
-constexpr qreal gap = 8;
-constexpr qreal rulerMark = 5;
 constexpr qreal rulerDistance = 90;
 
 /// "1.25 ms": three digits are enough for an interval without events.
@@ -69,7 +67,7 @@ qreal WavePicture::paintRulerOf(std::size_t word, std::int64_t step, qreal free)
         if (at - half < free || at + half > size_.width())
             continue;
         textIn(at - half, at + half, ruler_ + rulerMark, font_.height(), text, colors_.quiet);
-        free = at + half + gap;
+        free = at + half + waveGap;
     }
     return free;
 }
@@ -84,15 +82,15 @@ void WavePicture::paintNames() {
 
 void WavePicture::paintName(std::size_t line) {
     const Row& row = rows_[line];
-    const QRectF place(gap, row.top - 2, names_ - 2 * gap, row.bottom - row.top + 4);
+    const QRectF place(waveGap, row.top - 2, names_ - 2 * waveGap, row.bottom - row.top + 4);
     const bool isChosen = content_.line == line;
     if (isChosen)
-        painter_.fillRect(place.adjusted(-gap / 2, 0, gap / 2, 0), colors_.accent);
+        painter_.fillRect(place.adjusted(-waveGap / 2, 0, waveGap / 2, 0), colors_.accent);
     const QString name = QString::fromStdString(row_.lines[line].name);
     painter_.setPen(isChosen ? colors_.onAccent : colors_.line);
-    painter_.drawText(
-        place, Qt::AlignLeft | Qt::AlignVCenter,
-        font_.elidedText(name, Qt::ElideRight, place.width() - font_.horizontalAdvance("0") - gap));
+    painter_.drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
+                      font_.elidedText(name, Qt::ElideRight,
+                                       place.width() - font_.horizontalAdvance("0") - waveGap));
     if (!content_.cursor)
         return;
     const Level level = row_.lines[line].levelAt(*content_.cursor);
@@ -122,7 +120,7 @@ void WavePicture::paintLabels(const WaveRow::Word& word, std::size_t line,
                               WaveBit::Window WaveBit::*window, const WordLabels& labels) {
     /// Where bits are on the axis, whichever of them travels first.
     const auto stretchOf = [&](int low, int high) {
-        std::pair<qreal, qreal> stretch{size_.width() + gap, 0};
+        std::pair<qreal, qreal> stretch{size_.width() + waveGap, 0};
         for (const WaveBit& bit : word.waveform.bits)
             if (bit.number >= low && bit.number <= high) {
                 const WaveBit::Window& at = bit.*window;
@@ -167,7 +165,7 @@ void WavePicture::paintCursor(std::int64_t place, bool isMark) {
     const auto step = static_cast<std::int64_t>(std::max(1.0, content_.scale.nsPerPixel));
     const QString text =
         timeText(place - row_.words[row_.wordAt(place)].at, std::min<std::int64_t>(step, 100));
-    const qreal width = font_.horizontalAdvance(text) + 2 * gap;
+    const qreal width = font_.horizontalAdvance(text) + 2 * waveGap;
     const qreal left = std::clamp(at - width / 2, names_, size_.width() - width);
     const QRectF flag(left, ruler_, width, font_.height() + rulerMark + 2);
     painter_.fillRect(flag, color);

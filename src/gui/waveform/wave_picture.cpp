@@ -10,10 +10,8 @@ namespace bitlux::gui {
 namespace {
 
 // Logical pixels; everything else follows the font.
-constexpr qreal gap = 8;
 constexpr qreal rowGap = 9;
 constexpr qreal fieldGap = 4;
-constexpr qreal rulerMark = 5;
 constexpr qreal widestNames = 140;
 constexpr qreal largestDot = 3;
 constexpr qreal guideDistance = 14; ///< samples that are closer have no line
@@ -107,8 +105,8 @@ qreal WavePicture::namesWidth(const QFont& font, const std::vector<WaveLine>& li
     qreal width = 0;
     for (const WaveLine& line : lines)
         width = std::max(width, metrics.horizontalAdvance(QString::fromStdString(line.name)));
-    const qreal level = metrics.horizontalAdvance("0") + gap;
-    return std::ceil(std::min(width, widestNames) + level + 2 * gap);
+    const qreal level = metrics.horizontalAdvance("0") + waveGap;
+    return std::ceil(std::min(width, widestNames) + level + 2 * waveGap);
 }
 
 qreal WavePicture::height(const QFont& font, std::size_t lines, bool isNamed) {
@@ -223,7 +221,7 @@ void WavePicture::paintCaption(const WaveRow::Word& word) {
     const qreal from = std::max(x(static_cast<double>(word.at)), names_);
     const qreal to = std::min(x(static_cast<double>(word.at + word.waveform.end)), size_.width());
     for (const QString& text : captions(word.waveform, row_.words.size() == 1))
-        if (font_.horizontalAdvance(text) + 2 * gap < to - from) {
+        if (font_.horizontalAdvance(text) + 2 * waveGap < to - from) {
             textIn(from, to, row.top, row.bottom - row.top, text, colors_.quiet);
             return;
         }

@@ -13,6 +13,9 @@
 
 namespace bitlux::gui {
 
+inline constexpr qreal waveGap = 8; ///< logical pixels around texts
+inline constexpr qreal rulerMark = 5;
+
 /// The names for the words of a picture.
 struct WaveNames {
     std::shared_ptr<const WordDecoder> decoder{}; ///< null for no names

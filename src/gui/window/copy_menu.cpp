@@ -24,7 +24,7 @@ struct Row {
     QKeyCombination keys;
 };
 
-constexpr std::array rows{
+constexpr std::array copyRows{
     Row{WordCopies::Form::Python, "Copy as &Python", Qt::CTRL | Qt::SHIFT | Qt::Key_P},
     Row{WordCopies::Form::CommandLine, "Copy as Command &Line", Qt::CTRL | Qt::SHIFT | Qt::Key_L},
     Row{WordCopies::Form::CBytes, "Copy as C &Bytes", Qt::CTRL | Qt::SHIFT | Qt::Key_B}};
@@ -64,7 +64,7 @@ private:
         QMenu* menu = parts_.menu();
         menu->setObjectName("copyMenu");
         menu->setAttribute(Qt::WA_DeleteOnClose);
-        for (const Row& row : rows) {
+        for (const Row& row : copyRows) {
             QAction* action = menu->addAction(row.text);
             action->setShortcut(row.keys); // the menu shows it
             action->setEnabled(hasWords);
@@ -75,10 +75,10 @@ private:
     }
 
     bool copyBy(const QKeyEvent& event) {
-        const auto* const row = std::find_if(rows.begin(), rows.end(), [&event](const Row& any) {
-            return any.keys == event.keyCombination();
-        });
-        if (row == rows.end())
+        const auto* const row =
+            std::find_if(copyRows.begin(), copyRows.end(),
+                         [&event](const Row& any) { return any.keys == event.keyCombination(); });
+        if (row == copyRows.end())
             return false;
         copy(row->form);
         return true;

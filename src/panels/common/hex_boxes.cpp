@@ -1,5 +1,6 @@
 #include "panels/common/hex_boxes.h"
 
+#include "panels/common/hex_value.h"
 #include "platform/conversions.h"
 
 #include <cstdint>
@@ -10,8 +11,6 @@
 namespace bitlux {
 
 namespace {
-
-constexpr int bitsOfDigit = 4;
 
 /// Of the first digits of a text; ends with the first character that is none.
 std::uint64_t valueOf(const std::string& text, std::size_t digits) {

@@ -14,7 +14,6 @@ namespace {
 
 constexpr std::size_t longestShown = 40;
 constexpr int mostBits = 64;
-constexpr int bitsOfDigit = 4;
 
 } // namespace
 

@@ -1,5 +1,6 @@
 #include "panels/common/panel_words.h"
 
+#include "panels/common/hex_value.h"
 #include "platform/conversions.h"
 #include "session/flag.h"
 
@@ -13,7 +14,6 @@ namespace bitlux {
 
 namespace {
 
-constexpr int bitsOfDigit = 4;
 constexpr std::size_t bitsOfByte = 8;
 
 int digitsFor(int bits) {

@@ -38,18 +38,18 @@ void ReadAlls::take(const chips::ReadAll& group, const chips::ReadAll::Step& ste
 }
 
 void ReadAlls::press(const chips::ReadAll& group) const {
-    using Failure = chips::ReadAll::Failure;
+    using OnFailure = chips::ReadAll::Failure;
     const std::string variant = variant_();
     for (std::size_t i = 0; i < group.steps.size(); ++i) {
-        const bool ends =
-            group.failure == Failure::Ends || (group.failure == Failure::EndsAfterFirst && i == 1);
+        const bool ends = group.failure == OnFailure::Ends ||
+                          (group.failure == OnFailure::EndsAfterFirst && i == 1);
         if (i > 0 && ends && session_.LinkFailed)
             return;
         const chips::ReadAll::Step& step = group.steps[i];
         if (step.variants.empty() ||
             std::find(step.variants.begin(), step.variants.end(), variant) != step.variants.end())
             take(group, step);
-        if (group.failure == Failure::EndsUnanswered && !session_.WordAnswered)
+        if (group.failure == OnFailure::EndsUnanswered && !session_.WordAnswered)
             return;
     }
 }

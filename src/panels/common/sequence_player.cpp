@@ -3,6 +3,7 @@
 #include "platform/conversions.h"
 #include "platform/failure.h"
 #include "platform/forms/form_set.h"
+#include "platform/time_units.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -14,7 +15,6 @@ namespace bitlux {
 
 namespace {
 
-constexpr std::int64_t millisecond = 1'000'000;
 constexpr const char* waitCommand = "Wait";
 
 } // namespace

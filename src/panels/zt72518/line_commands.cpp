@@ -41,8 +41,7 @@ std::string answerText(std::uint8_t byte) {
 } // namespace
 
 LineCommands::LineCommands(const PanelContext& context)
-    : session_(context.outside.session),
-      form_(context.form),
+    : form_(context.form),
       sequence_(context.sequence),
       chip_(context.chip),
       words_(context.part<ChipWords>()),

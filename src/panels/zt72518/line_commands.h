@@ -35,7 +35,6 @@ private:
     void enterSpecialMode(std::uint8_t choice);
     std::vector<std::string> send(const std::string& name, const std::string& value);
 
-    Session& session_;
     forms::Form& form_;
     PanelSequence& sequence_;
     const chips::Chip& chip_;

@@ -14,9 +14,9 @@ constexpr ControlRef wakeUp{"Cm_Mode_RM_W", 1};
 constexpr ControlRef appendWakeUp{"Cm_Mode_RM_W", 2};
 constexpr const char* lowPower = "s_mode";
 constexpr const char* sources = "opt_s_mode";
-constexpr const char* names = "Mode_Rm_Rh";
+constexpr const char* nameLabels = "Mode_Rm_Rh";
 constexpr int boxes = static_cast<int>(lowPowerBoxes.size());
-constexpr int modes = static_cast<int>(lowPowerModes.size());
+constexpr int modeCount = static_cast<int>(lowPowerModes.size());
 
 } // namespace
 
@@ -40,7 +40,7 @@ void ModePage::addLowPowerModes() {
     for (const LowPowerMode& any : lowPowerModes)
         captions.emplace_back(any.caption);
     controls_.addOptions({lowPower, 0}, captions);
-    for (int i = 0; i < modes; ++i)
+    for (int i = 0; i < modeCount; ++i)
         controls_.onClick({lowPower, i}, [this] { showChosen(); });
     for (int i = 0; i < boxes; ++i) {
         controls_.addBox({sources, i}, lowPowerBoxes[static_cast<std::size_t>(i)]);
@@ -51,19 +51,19 @@ void ModePage::addLowPowerModes() {
 void ModePage::addNames() {
     int label = firstModeLabel;
     for (const std::string_view name : modeNames)
-        controls_.addLabel({names, label++}, name).hide();
-    controls_.addLabel({names, label++}, lowPowerName).hide();
-    controls_.addLabel({names, label}, otherModeName).hide();
-    controls_.addLabel({names, identityLabel}, "");
+        controls_.addLabel({nameLabels, label++}, name).hide();
+    controls_.addLabel({nameLabels, label++}, lowPowerName).hide();
+    controls_.addLabel({nameLabels, label}, otherModeName).hide();
+    controls_.addLabel({nameLabels, identityLabel}, "");
     controls_.onClick({"Cm_Mode_Rm_Rh"}, [this] { showModeName(); });
     controls_.onClick({"Cm_Interrupts_Rh"}, [this] {
-        controls_.get<forms::Label>({names, identityLabel})
+        controls_.get<forms::Label>({nameLabels, identityLabel})
             .setCaption(identityText(controls_.row("interrupts_Rh").byte()));
     });
 }
 
 void ModePage::showChosen() {
-    const std::optional<int> chosen = controls_.chosen({lowPower, 0}, modes);
+    const std::optional<int> chosen = controls_.chosen({lowPower, 0}, modeCount);
     if (!chosen)
         return;
     const LowPowerMode& shown = lowPowerModes.at(static_cast<std::size_t>(*chosen));
@@ -86,14 +86,14 @@ void ModePage::wakeUpByChipSelect() {
 }
 
 void ModePage::showModeName() {
-    const std::uint8_t bits = controls_.row(names).byte();
+    const std::uint8_t bits = controls_.row(nameLabels).byte();
     ModeCode = static_cast<std::int16_t>(bits >> modeShift);
     constexpr int named = static_cast<int>(modeNames.size());
     constexpr int highestBit = 0x80;
     const int otherName = (bits & highestBit) != 0 ? named : named + 1;
     const int name = ModeCode < named ? ModeCode : otherName;
     for (int i = 0; i <= named + 1; ++i)
-        controls_.find({names, firstModeLabel + i})->setVisible(i == name);
+        controls_.find({nameLabels, firstModeLabel + i})->setVisible(i == name);
 }
 
 std::string ModePage::identityText(std::uint8_t identity) {

@@ -11,7 +11,7 @@ namespace bitlux::zt72518 {
 
 namespace {
 
-constexpr int modes = 4;
+constexpr int specialModes = 4;
 constexpr ControlRef readRandom{"Cm_Spe_Mode_Rl"};
 constexpr ControlRef readRandomToo{"Cm_Spe_Mode_Rl_b"};
 constexpr ControlRef appendMode{"Seq_Spe_Mode_W"};
@@ -66,7 +66,7 @@ void SpecialModePage::activateSafePin() {
 }
 
 void SpecialModePage::appendChoice() {
-    const int choice = controls_.chosen({"R_Spe_Mode", 0}, modes).value_or(0);
+    const int choice = controls_.chosen({"R_Spe_Mode", 0}, specialModes).value_or(0);
     pages_.append(register_.writeLine.name, std::to_string(choice));
 }
 

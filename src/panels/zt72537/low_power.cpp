@@ -23,7 +23,6 @@ constexpr ControlRef normalMode{"OptMcr", 0};
 constexpr ControlRef forcedWakeUp{"WakeUpModeOpt", 0};
 constexpr ControlRef cyclicSense{"WakeUpModeOpt", 1};
 constexpr ControlRef noWakeUp{"WakeUpModeOpt", 2};
-constexpr ControlRef stopsService{"wd_en", 1};
 constexpr ControlRef stopsReads{"wd_en", 2};
 constexpr ControlRef timesCyclicSense{"OptCswd", 1};
 constexpr ControlRef noCyclicSense{"OptTimcr", 8};

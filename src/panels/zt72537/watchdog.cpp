@@ -15,7 +15,6 @@ namespace bitlux::zt72537 {
 namespace {
 
 constexpr ControlRef served{"wd_en", 0};
-constexpr ControlRef stopsService{"wd_en", 1};
 constexpr ControlRef checksInterrupt{"wd_en", 3};
 constexpr ControlRef period{"wd_aff", 0};
 constexpr ControlRef indicator{"ShpRead", 1};

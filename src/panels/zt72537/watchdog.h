@@ -5,6 +5,9 @@
 
 namespace bitlux::zt72537 {
 
+/// The box that makes the dongle stop serving in low-power modes.
+inline constexpr ControlRef stopsService{"wd_en", 1};
+
 /// The chip's watchdog, which the dongle serves, its period, the automatic reads, and the boxes
 /// that determine both in low-power modes.
 class Watchdog : public PanelPart {

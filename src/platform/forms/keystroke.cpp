@@ -13,7 +13,7 @@ namespace bitlux::forms {
 
 namespace {
 
-constexpr std::array<std::pair<const char*, KeyCode>, 15> names{{
+constexpr std::array<std::pair<const char*, KeyCode>, 15> keyNames{{
     {"Backspace", KeyCode::Backspace},
     {"Tab", KeyCode::Tab},
     {"Enter", KeyCode::Enter},
@@ -57,7 +57,7 @@ Keystroke keystrokeNamed(std::string_view name) {
     if (name.size() == 1)
         return keystrokeOf(name.front());
     std::vector<std::string> known;
-    for (const auto& [keyName, code] : names) {
+    for (const auto& [keyName, code] : keyNames) {
         if (name == keyName)
             return keystrokeOf(code);
         known.emplace_back(keyName);

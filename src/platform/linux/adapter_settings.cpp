@@ -23,7 +23,7 @@ using documents::Node;
 using documents::Problems;
 
 /// More than any file written by hand; limits the time for a wrong one.
-constexpr std::size_t mostBytes = 65536;
+constexpr std::size_t mostSettingsBytes = 65536;
 
 /// Reads the table of one adapter.
 class SectionReading {
@@ -117,7 +117,7 @@ std::vector<std::string> AdapterSettings::files() {
 }
 
 void AdapterSettings::read(const std::string& fileName) {
-    const FileStart file = readFileStart(fileName, mostBytes);
+    const FileStart file = readFileStart(fileName, mostSettingsBytes);
     if (file.error == ENOENT || file.error == ENOTDIR)
         return;
     Problems problems;

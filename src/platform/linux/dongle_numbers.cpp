@@ -18,7 +18,7 @@ namespace bitlux {
 namespace {
 
 /// More than any list written by hand; limits the time for a wrong file.
-constexpr std::size_t mostBytes = 65536;
+constexpr std::size_t mostNumbersBytes = 65536;
 constexpr std::size_t mostBadLinesTold = 5;
 constexpr std::size_t mostOfALineTold = 40;
 
@@ -48,7 +48,7 @@ public:
         : fileName_(fileName), numbers_(numbers), problems_(problems) {}
 
     void run() {
-        FileStart file = readFileStart(fileName_, mostBytes);
+        FileStart file = readFileStart(fileName_, mostNumbersBytes);
         if (file.error == ENOENT || file.error == ENOTDIR)
             return;
         if (file.error != 0) {
@@ -64,7 +64,7 @@ public:
                                             badLines_ - mostBadLinesTold));
         if (!file.isWhole)
             problems_.push_back(fmt::format("{} is longer than {} bytes. The rest is left out.",
-                                            fileName_, mostBytes));
+                                            fileName_, mostNumbersBytes));
     }
 
 private:

@@ -3,12 +3,16 @@
 #include "platform/linux/dongle_numbers.h"
 #include "platform/linux/usb_devices.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 namespace bitlux {
+
+/// The bytes of a serial number that messages show.
+inline constexpr std::size_t longestSerial = 60;
 
 /// Where a machine lists its USB devices.
 struct UsbPlaces {

@@ -9,15 +9,9 @@
 
 namespace bitlux {
 
-namespace {
-
-constexpr std::size_t longestName = 80;
-
-} // namespace
-
 FtdiLink::FtdiLink(const Adapter& adapter, std::unique_ptr<FtdiConnection> connection,
                    const FtdiRate& rate, std::chrono::nanoseconds timeout)
-    : name_(printable(adapter.name(), longestName)),
+    : name_(printable(adapter.name(), longestAdapterName)),
       keepsLines_(adapter.keepsLines),
       rate_(rate),
       timeout_(timeout),

@@ -14,8 +14,6 @@ namespace bitlux {
 
 namespace {
 
-constexpr std::size_t longestName = 80;
-
 [[noreturn]] void fail(const std::string& text) {
     throw Failure(Failure::Kind::PortUnusable, text);
 }
@@ -32,7 +30,7 @@ FtdiRate rateFor(const Adapter& adapter, const FtdiChip& chip) {
         return *rate;
     fail(fmt::format("The adapter {} cannot put out {} bytes a second. Choose a clock from {} to "
                      "{} Hz.",
-                     printable(adapter.name(), longestName), thousands(adapter.clock),
+                     printable(adapter.name(), longestAdapterName), thousands(adapter.clock),
                      thousands(chip.slowest), thousands(chip.fastest)));
 }
 
@@ -83,7 +81,7 @@ std::vector<Adapter> LinuxAdapterHost::find() {
 }
 
 std::unique_ptr<AdapterLink> LinuxAdapterHost::open(const Adapter& adapter) {
-    const std::string name = printable(adapter.name(), longestName);
+    const std::string name = printable(adapter.name(), longestAdapterName);
     const std::vector<FtdiDevice> present = devices();
     const auto device = std::find_if(present.begin(), present.end(), [&](const FtdiDevice& any) {
         return any.serial == adapter.serial && any.place == adapter.place;
@@ -143,13 +141,13 @@ void LinuxAdapterHost::demandChosen() {
     for (const FtdiDevice& device : findFtdiDevices(places_.devices))
         others.push_back(printable(
             Adapter{.type = device.type, .serial = device.serial, .place = device.place}.name(),
-            longestName));
+            longestAdapterName));
     const std::string there =
         others.empty() ? "none is plugged in" : fmt::format("there is {}", fmt::join(others, ", "));
     if (choice_.serial.empty())
         fail("There is no adapter. Plug one in; \"bitlux doctor\" tells what is missing.");
     fail(fmt::format("There is no adapter with the serial number {}; {}.",
-                     printable(choice_.serial, longestName), there));
+                     printable(choice_.serial, longestAdapterName), there));
 }
 
 } // namespace bitlux

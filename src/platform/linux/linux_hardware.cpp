@@ -14,8 +14,6 @@ namespace bitlux {
 
 namespace {
 
-constexpr std::size_t longestSerial = 60;
-
 /// The list of dongles in a message.
 std::string described(const std::vector<UsbCandidate>& dongles) {
     std::vector<std::string> texts;

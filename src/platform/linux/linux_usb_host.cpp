@@ -11,12 +11,6 @@
 
 namespace bitlux {
 
-namespace {
-
-constexpr std::size_t longestSerial = 60;
-
-} // namespace
-
 class LinuxUsbHost::Endpoint final : public UsbEndpoint {
 public:
     explicit Endpoint(LinuxUsbHost& host) : host_(host) {}

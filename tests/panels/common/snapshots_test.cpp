@@ -143,8 +143,8 @@ TEST(PanelSnapshots, AreNotRecordedAsCommands) {
 }
 
 /// The lamp on a loopback: a read gives zeros back, so that no one takes.
-struct LampBench : TestBench {
-    LampBench() : TestBench("loopback") {
+struct EchoingLamp : TestBench {
+    EchoingLamp() : TestBench("loopback") {
         configure("8");
         sent = program.engine().wordTransferred.follow([this] {
             unsigned word = 0;
@@ -175,7 +175,7 @@ struct LampBench : TestBench {
 };
 
 TEST(PanelSnapshots, CheckWritesOnlyWhenAsked) {
-    LampBench bench;
+    EchoingLamp bench;
     bench.click("Lamp_Brightness(2)");
     bench.click("Lamp_Blink");
     EXPECT_EQ(bench.click("Cm_Lamp_W"), "4804 ");
@@ -190,7 +190,7 @@ TEST(PanelSnapshots, CheckWritesOnlyWhenAsked) {
 
 TEST(PanelSnapshots, ShowWhatWasWrittenAndWhatDidNotTake) {
     const TemporaryFolder folder;
-    LampBench bench;
+    EchoingLamp bench;
     bench.fileDialogs.answer(
         folder.write("a.toml", "[snapshot]\nchip = \"lamp\"\n[values]\nLamp = 0x804\nGuard = 9\n"));
     bench.boxes.answer(MessageBox::Answer::Yes);
