@@ -94,8 +94,11 @@ public:
 
     /// Repeats the present levels up to this sample, exclusive.
     void fillTo(std::int64_t sample) {
-        for (; written_ < sample; ++written_) {
-            chunk_.insert(chunk_.end(), levels_.begin(), levels_.end());
+        while (written_ < sample) {
+            const std::size_t room = (chunkBytes - chunk_.size()) / levels_.size();
+            const std::int64_t count = std::min(sample - written_, static_cast<std::int64_t>(room));
+            repeat(static_cast<std::size_t>(count));
+            written_ += count;
             if (chunk_.size() + levels_.size() > chunkBytes)
                 flush();
         }
@@ -108,6 +111,14 @@ public:
     }
 
 private:
+    void repeat(std::size_t samples) {
+        if (levels_.size() == 1) // most files: as fast as memory
+            chunk_.insert(chunk_.end(), samples, levels_.front());
+        else
+            for (; samples > 0; --samples)
+                chunk_.insert(chunk_.end(), levels_.begin(), levels_.end());
+    }
+
     static bool firstKnown(const WaveChanges& waves, std::size_t line) {
         if (waves.lines[line].before != Level::Unknown)
             return waves.lines[line].before == Level::High;

@@ -33,7 +33,7 @@ void CommandStore::start() {
         return;
     startSequenceFile(*fileName, SequenceLists::commandHeader, lists_.valueHeader());
     StoreFileName = *fileName;
-    StoreFileNumber = "1";
+    StoreFileNumber = '1';
     StoreCommands = true;
 }
 
