@@ -16,14 +16,14 @@ namespace bitlux {
 namespace {
 
 constexpr double nanosecondsOfSecond = 1e9;
-constexpr std::size_t longestName = 200;
+constexpr std::size_t longestVerdictName = 200;
 
 std::string seconds(std::int64_t nanoseconds) {
     return fmt::format("{:.6f}", static_cast<double>(nanoseconds) / nanosecondsOfSecond);
 }
 
 std::string nameOf(const LineVerdicts::Case& any) {
-    return fmt::format("line {}: {}", any.line + 1, printable(any.command, longestName));
+    return fmt::format("line {}: {}", any.line + 1, printable(any.command, longestVerdictName));
 }
 
 void addCase(pugi::xml_node suite, const LineVerdicts::Case& any, const std::string& suiteName) {
@@ -84,7 +84,7 @@ void LineVerdicts::word() {
                                    pattern->comparison(answer));
     if (mismatched)
         mismatched(fmt::format("line {}, \"{}\"", present.line + 1,
-                               printable(present.command, longestName)),
+                               printable(present.command, longestVerdictName)),
                    present.mismatch);
 }
 
@@ -98,13 +98,13 @@ void LineVerdicts::saveJUnit(const std::string& fileName, const std::string& sui
     pugi::xml_node suite = document.append_child("testsuites").append_child("testsuite");
     const auto failures = std::count_if(cases_.begin(), cases_.end(),
                                         [](const Case& any) { return !any.mismatch.empty(); });
-    suite.append_attribute("name").set_value(printable(suiteName, longestName).c_str());
+    suite.append_attribute("name").set_value(printable(suiteName, longestVerdictName).c_str());
     suite.append_attribute("tests").set_value(cases_.size());
     suite.append_attribute("failures").set_value(failures);
     const std::int64_t duration = cases_.empty() ? 0 : cases_.back().end - cases_.front().begin;
     suite.append_attribute("time").set_value(seconds(duration).c_str());
     for (const Case& any : cases_)
-        addCase(suite, any, printable(suiteName, longestName));
+        addCase(suite, any, printable(suiteName, longestVerdictName));
     std::ostringstream text;
     document.save(text, "  ");
     replaceFile(fileName, text.str());

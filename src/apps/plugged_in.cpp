@@ -12,7 +12,7 @@ namespace bitlux {
 
 namespace {
 
-constexpr std::size_t longestName = 60;
+constexpr std::size_t longestDeviceName = 60;
 
 void addPorts(const Machine& machine, std::vector<PluggedIn>& found) {
     const ParportList ports(machine.root + "/proc/sys/dev/parport");
@@ -34,9 +34,10 @@ void addDongles(const Machine& machine, std::vector<PluggedIn>& found) {
     for (const UsbCandidate& candidate : findUsbCandidates(machine.root + "/sys/bus/usb/devices"))
         if (isDongle(machine, numbers, candidate))
             found.push_back(
-                {"--bus dongle" + (candidate.serial.empty()
-                                       ? ""
-                                       : " --serial " + printable(candidate.serial, longestName)),
+                {"--bus dongle" +
+                     (candidate.serial.empty()
+                          ? ""
+                          : " --serial " + printable(candidate.serial, longestDeviceName)),
                  fmt::format("USB dongle at {}",
                              std::filesystem::path(candidate.folder).filename().string())});
 }
@@ -48,7 +49,7 @@ void addAdapters(const Machine& machine, std::vector<PluggedIn>& found) {
     for (const Adapter& adapter : LinuxAdapterHost(places).find())
         found.push_back(
             {"--bus ftdi" +
-                 (adapter.serial.empty() ? "" : ":" + printable(adapter.serial, longestName)),
+                 (adapter.serial.empty() ? "" : ":" + printable(adapter.serial, longestDeviceName)),
              fmt::format("{} at {} with the pins {}", adapter.type, adapter.place,
                          adapter.wiring.pinsText())});
 }

@@ -21,7 +21,7 @@ namespace bitlux {
 
 namespace {
 
-constexpr std::size_t longestName = 1000;
+constexpr std::size_t longestRecordName = 1000;
 
 /// The program with a file, on a bench on which nothing is sent.
 class Show {
@@ -62,7 +62,7 @@ private:
     void printBatches();
     void printBatchNames();
     void printLine(std::size_t number, const std::string& line) {
-        fmt::print(output_, "  {:>4}  {}{}\n", number, printable(line, longestName),
+        fmt::print(output_, "  {:>4}  {}{}\n", number, printable(line, longestRecordName),
                    hasNoWord(line) ? "  (no word)" : "");
     }
     /// For a Quick Command that does not exist; a run ends at such a line.
@@ -97,8 +97,9 @@ std::string Show::bus() {
     bench_.dongle.plug();
     openConfiguration(program_, options_.file);
     const std::string& adapter = program_.dialog().adapters.namedByFile;
-    const std::string port =
-        adapter.empty() ? "the parallel port" : "the adapter " + printable(adapter, longestName);
+    const std::string port = adapter.empty()
+                                 ? "the parallel port"
+                                 : "the adapter " + printable(adapter, longestRecordName);
     return program_.engine().usesDongle() ? "the dongle, else " + port : port;
 }
 
@@ -115,7 +116,8 @@ void Show::printQuickCommands() {
     SettingRows rows;
     for (std::size_t row = 0; row < table.rows(); ++row)
         if (!table.name(row).empty()) // a free row has no name
-            rows.emplace_back(hexText(table.bits(row)), printable(table.name(row), longestName));
+            rows.emplace_back(hexText(table.bits(row)),
+                              printable(table.name(row), longestRecordName));
     fmt::print(output_, "\nQuick Commands: {}\n", rows.size());
     printRows(rows);
 }
@@ -131,7 +133,7 @@ void Show::printBatches() {
     fmt::print(output_, "\nBatches: {}\n", batches().count());
     for (int n = 1; n <= batches().count(); ++n) {
         const BatchLists::Lines& lines = batches()(n);
-        fmt::print(output_, "  {}\n", printable(lines.front(), longestName));
+        fmt::print(output_, "  {}\n", printable(lines.front(), longestRecordName));
         for (std::size_t i = 1; i < lines.size(); ++i)
             printLine(i, lines[i]);
     }
@@ -139,7 +141,7 @@ void Show::printBatches() {
 
 void Show::printBatchNames() {
     for (int n = 1; n <= batches().count(); ++n)
-        fmt::print(output_, "{}\n", printable(batches()(n).front(), longestName));
+        fmt::print(output_, "{}\n", printable(batches()(n).front(), longestRecordName));
 }
 
 } // namespace

@@ -82,41 +82,41 @@ private:
     bool selected_ = false;
 };
 
-struct Row {
+struct DeviceRow {
     const char* name;
     const char* description; ///< a line for the user
     std::unique_ptr<Device> (*make)(const std::vector<Reply>& replies);
 };
 
-constexpr std::array rows{
-    Row{"none", "nothing is connected, the data output floats high",
-        [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
-            return std::make_unique<StuckDevice>(true);
-        }},
-    Row{"loopback", "the data output follows data in",
-        [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
-            return std::make_unique<LoopbackDevice>();
-        }},
-    Row{"echo", "answers with the previous word",
-        [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
-            return std::make_unique<EchoDevice>();
-        }},
-    Row{"stuck-high", "the data output stays high",
-        [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
-            return std::make_unique<StuckDevice>(true);
-        }},
-    Row{"stuck-low", "the data output stays low",
-        [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
-            return std::make_unique<StuckDevice>(false);
-        }},
-    Row{"scripted", "answers with the words of --replies, the last of them again and again",
-        [](const std::vector<Reply>& replies) -> std::unique_ptr<Device> {
-            return std::make_unique<ScriptedDevice>(replies);
-        }},
-    Row{"zt72517", "CAN chip on the dongle's byte-wide link: lines, configuration, flags",
-        [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
-            return std::make_unique<zt72517::Zt72517>();
-        }},
+constexpr std::array deviceRows{
+    DeviceRow{"none", "nothing is connected, the data output floats high",
+              [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
+                  return std::make_unique<StuckDevice>(true);
+              }},
+    DeviceRow{"loopback", "the data output follows data in",
+              [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
+                  return std::make_unique<LoopbackDevice>();
+              }},
+    DeviceRow{"echo", "answers with the previous word",
+              [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
+                  return std::make_unique<EchoDevice>();
+              }},
+    DeviceRow{"stuck-high", "the data output stays high",
+              [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
+                  return std::make_unique<StuckDevice>(true);
+              }},
+    DeviceRow{"stuck-low", "the data output stays low",
+              [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
+                  return std::make_unique<StuckDevice>(false);
+              }},
+    DeviceRow{"scripted", "answers with the words of --replies, the last of them again and again",
+              [](const std::vector<Reply>& replies) -> std::unique_ptr<Device> {
+                  return std::make_unique<ScriptedDevice>(replies);
+              }},
+    DeviceRow{"zt72517", "CAN chip on the dongle's byte-wide link: lines, configuration, flags",
+              [](const std::vector<Reply>&) -> std::unique_ptr<Device> {
+                  return std::make_unique<zt72517::Zt72517>();
+              }},
 };
 
 } // namespace
@@ -138,7 +138,7 @@ Reply replyFromHex(std::string_view text) {
 
 std::unique_ptr<Device> makeDevice(std::string_view name, const std::vector<Reply>& replies,
                                    const ChipSource& chips) {
-    for (const Row& row : rows)
+    for (const DeviceRow& row : deviceRows)
         if (row.name == name)
             return row.make(replies);
     if (chips::ChipPtr chip = chips.chipOf(name))
@@ -151,7 +151,7 @@ std::unique_ptr<Device> makeDevice(std::string_view name, const std::vector<Repl
 }
 
 std::string deviceDescription(std::string_view name, const ChipSource& chips) {
-    for (const Row& row : rows)
+    for (const DeviceRow& row : deviceRows)
         if (row.name == name)
             return row.description;
     for (const ChipSource::Entry& entry : chips.entries())
@@ -162,7 +162,7 @@ std::string deviceDescription(std::string_view name, const ChipSource& chips) {
 
 std::vector<std::string> deviceNames(const ChipSource& chips) {
     std::vector<std::string> names;
-    for (const Row& row : rows)
+    for (const DeviceRow& row : deviceRows)
         names.emplace_back(row.name);
     for (ChipSource::Entry& entry : chips.entries())
         names.push_back(std::move(entry.device));

@@ -13,7 +13,6 @@ namespace {
 
 constexpr std::uint16_t topPin = 0x100; ///< the extra pin that has the same place in a frame
 constexpr int byteBits = 8;
-constexpr std::size_t firstDataByte = 3;
 
 } // namespace
 

@@ -6,8 +6,6 @@ namespace bitlux {
 
 namespace {
 
-constexpr std::size_t firstDataByte = 3;
-
 /// The position of the n-th bit in the order of transfer. Bits beyond the frame have none.
 struct Place {
     explicit Place(int n) : byte(firstDataByte + static_cast<std::size_t>(n / 8)), bit(7 - n % 8) {}

@@ -4,7 +4,13 @@
 #include "bench/device.h"
 #include "platform/usb_endpoint.h"
 
+#include <cstddef>
+#include <cstdint>
+
 namespace bitlux {
+
+/// Of a frame that carries a word.
+inline constexpr std::size_t firstDataByte = 3;
 
 /// A frame as decoded by the dongle.
 struct DongleFrame {

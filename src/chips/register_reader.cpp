@@ -9,7 +9,7 @@ namespace bitlux::chips {
 
 namespace {
 
-constexpr int mostBits = 64;
+constexpr int mostRegisterBits = 64;
 constexpr std::size_t mostOptions = 4; ///< more choices are a list, unless the file says otherwise
 constexpr std::array accessNames{"read write", "read only", "write only", "read clears",
                                  "write one clears"};
@@ -168,7 +168,7 @@ void checkWidth(TableReader& table, int width, const Register& made) {
         if (!table.has("width"))
             table.require("bits",
                           "List the captions of the bits, bit 0 first, or give their `width`.");
-    } else if (table.has("bits") && (made.width() == 0 || made.width() > mostBits)) {
+    } else if (table.has("bits") && (made.width() == 0 || made.width() > mostRegisterBits)) {
         table.problem(table.at("bits"), fmt::format("there are {} captions", made.width()),
                       "Give one for each bit, bit 0 first, 1 to 64 of them.");
     } else if (width != 0 && made.width() != width) {
@@ -240,7 +240,8 @@ Register readRegister(const Node& node, Problems& problems) {
     made.isVolatile = table.truth("volatile", false);
     made.note = table.text("note");
     const std::string stem = identifier(made.title);
-    const int width = table.number("width", 0, 1, mostBits); // 0 when the captions determine it
+    const int width =
+        table.number("width", 0, 1, mostRegisterBits); // 0 when the captions determine it
     made.row = readRow(table, numbered(width), {.name = stem + "_W", .index = 0});
     made.hexBox = table.control("hex_box");
     made.hexButton =

@@ -10,12 +10,12 @@ namespace bitlux::mapimport {
 
 namespace {
 
-constexpr std::uint64_t mostCopies = 65'536;
+constexpr std::uint64_t mostRegisterCopies = 65'536;
 constexpr std::uint64_t bitsOfByte = 8;
 constexpr int mostRegisterFileDepth = 16; ///< register files in each other
 
 /// What an element hands down to those in it.
-struct Scope {
+struct IpxactScope {
     std::string block;
     std::string prefix; ///< names of the register files, each with an underscore
     std::uint64_t base = 0;
@@ -60,7 +60,7 @@ private:
     static bool isPresent(pugi::xml_node node) { return textOf(childOf(node, "isPresent")) != "0"; }
 
     void readMap(pugi::xml_node map) {
-        Scope scope;
+        IpxactScope scope;
         if (const pugi::xml_node unit = childOf(map, "addressUnitBits"); unit)
             scope.unitBits = builder_.number(unit);
         if (scope.unitBits == 0)
@@ -75,7 +75,7 @@ private:
         }
     }
 
-    void readBlock(pugi::xml_node block, Scope scope) {
+    void readBlock(pugi::xml_node block, IpxactScope scope) {
         scope.block = builder_.nameOf(block);
         if (!builder_.wants(scope.block))
             return;
@@ -87,7 +87,7 @@ private:
     }
 
     // NOLINTBEGIN(misc-no-recursion): no deeper than `mostRegisterFileDepth`
-    void readRegisters(pugi::xml_node parent, const Scope& scope) {
+    void readRegisters(pugi::xml_node parent, const IpxactScope& scope) {
         if (scope.depth > mostRegisterFileDepth)
             builder_.fail(parent, "register files lie too deep in each other",
                           "Put them up to 16 deep into each other.");
@@ -108,7 +108,7 @@ private:
         }
     }
 
-    void readCopies(pugi::xml_node node, const Scope& scope) {
+    void readCopies(pugi::xml_node node, const IpxactScope& scope) {
         const bool isFile = localName(node) == "registerFile";
         const std::string name = builder_.nameOf(node);
         const std::uint64_t offset = required(node, "addressOffset");
@@ -119,7 +119,7 @@ private:
                 isFile ? required(node, "range") : (size + scope.unitBits - 1) / scope.unitBits;
         for (std::uint64_t place = 0; place < copies.count && !builder_.isFull(); ++place) {
             builder_.countElement(node);
-            Scope copy = scope;
+            IpxactScope copy = scope;
             copy.base += offset + place * copies.step;
             const std::string called = scope.prefix + copies.nameOf(name, place);
             if (isFile) {
@@ -140,7 +140,7 @@ private:
             if (localName(dim) != "dim")
                 continue;
             const std::uint64_t count = number(dim);
-            if (count == 0 || count > mostCopies / copies.count)
+            if (count == 0 || count > mostRegisterCopies / copies.count)
                 builder_.fail(dim, "an array has 1 to 65,536 elements", "Correct `dim`.");
             std::vector<std::string> indices;
             for (std::uint64_t outer = 0; outer < copies.count; ++outer)
@@ -155,7 +155,7 @@ private:
     }
 
     void readRegister(pugi::xml_node node, const std::string& name, std::uint64_t size,
-                      const Scope& scope) {
+                      const IpxactScope& scope) {
         MapRegister made;
         made.block = scope.block;
         made.name = name;

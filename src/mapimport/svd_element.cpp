@@ -10,7 +10,7 @@ namespace bitlux::mapimport {
 
 namespace {
 
-constexpr std::uint64_t mostCopies = 65'536;
+constexpr std::uint64_t mostElementCopies = 65'536;
 
 /// Whether an element can be named in a path; containers such as `registers` cannot.
 bool hasPlace(std::string_view kind) {
@@ -93,7 +93,7 @@ std::vector<std::string> indicesFrom(std::string_view text) {
     }
     const auto from = numberFrom(first, Notation::Svd);
     const auto to = numberFrom(last, Notation::Svd);
-    if (from && to && *from <= *to && *to - *from < mostCopies)
+    if (from && to && *from <= *to && *to - *from < mostElementCopies)
         for (std::uint64_t index = *from; index <= *to; ++index)
             indices.push_back(std::to_string(index));
     return indices;
@@ -157,7 +157,7 @@ Copies copiesOf(pugi::xml_node node, MapBuilder& builder) {
     if (!dim)
         return copies;
     copies.count = builder.number(dim);
-    if (copies.count == 0 || copies.count > mostCopies)
+    if (copies.count == 0 || copies.count > mostElementCopies)
         builder.fail(dim, "an array has 1 to 65,536 elements", "Correct `dim`.");
     if (const pugi::xml_node step = childOf(node, "dimIncrement"); step)
         copies.step = builder.number(step);

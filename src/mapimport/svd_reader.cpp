@@ -15,7 +15,7 @@ constexpr int mostClusterDepth = 16; ///< clusters in clusters
 constexpr std::uint64_t everyBit = std::numeric_limits<std::uint64_t>::max();
 
 /// What an element hands down to those in it.
-struct Scope {
+struct SvdScope {
     std::string block;
     std::string prefix; ///< names of the clusters, each with an underscore
     std::uint64_t base = 0;
@@ -34,14 +34,14 @@ public:
         builder_.map.title = textOf(childOf(device, "name"));
         builder_.map.description = textOf(childOf(device, "description"));
         const SvdElement all(device, builder_);
-        const Scope scope = inner(all, {});
+        const SvdScope scope = inner(all, {});
         for (const pugi::xml_node& node : all.list("peripherals", "peripheral"))
             readPeripheral(node, scope);
     }
 
 private:
     /// The scope in an element.
-    Scope inner(const SvdElement& element, Scope scope) {
+    SvdScope inner(const SvdElement& element, SvdScope scope) {
         const auto take = [&](const char* name, std::uint64_t& to) {
             if (const pugi::xml_node found = element.find(name); found)
                 to = builder_.number(found);
@@ -57,10 +57,10 @@ private:
         return scope;
     }
 
-    void readPeripheral(pugi::xml_node node, const Scope& outer) {
+    void readPeripheral(pugi::xml_node node, const SvdScope& outer) {
         const SvdElement element(node, builder_);
         const std::string name = builder_.nameOf(node);
-        Scope scope = inner(element, outer);
+        SvdScope scope = inner(element, outer);
         const std::uint64_t base = required(element, "baseAddress");
         const Copies copies = copiesOf(node, builder_);
         for (std::uint64_t place = 0; place < copies.count; ++place) {
@@ -73,7 +73,8 @@ private:
     }
 
     // NOLINTBEGIN(misc-no-recursion): no deeper than `mostClusterDepth`
-    void readRegisters(const SvdElement& parent, std::string_view container, const Scope& scope) {
+    void readRegisters(const SvdElement& parent, std::string_view container,
+                       const SvdScope& scope) {
         for (const pugi::xml_node& child : parent.list(container, "register", "cluster")) {
             if (builder_.isFull())
                 return;
@@ -81,10 +82,10 @@ private:
             const std::string name = builder_.nameOf(child);
             const std::uint64_t offset = required(element, "addressOffset");
             const Copies copies = copiesOf(child, builder_);
-            const Scope own = inner(element, scope);
+            const SvdScope own = inner(element, scope);
             for (std::uint64_t place = 0; place < copies.count && !builder_.isFull(); ++place) {
                 builder_.countElement(child);
-                Scope copy = own;
+                SvdScope copy = own;
                 copy.base = scope.base + offset + place * copies.step;
                 const std::string called = scope.prefix + copies.nameOf(name, place);
                 if (localName(child) == "register") {
@@ -98,7 +99,7 @@ private:
     }
     // NOLINTEND(misc-no-recursion)
 
-    void readRegister(const SvdElement& element, const std::string& name, const Scope& scope) {
+    void readRegister(const SvdElement& element, const std::string& name, const SvdScope& scope) {
         MapRegister made;
         made.block = scope.block;
         made.name = name;

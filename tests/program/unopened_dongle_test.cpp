@@ -9,7 +9,7 @@ namespace bitlux::test {
 namespace {
 
 const DongleFaults held({dongleFaultFrom("busy")});
-constexpr const char* startUsb = "Start_USB";
+constexpr const char* startButton = "Start_USB";
 
 /// The state of the dialog's controls for a bus, as "box - clock - pins + extra +".
 std::string offered(TestBench& bench) {
@@ -33,7 +33,7 @@ TEST(UnopenedDongle, LeavesTheParallelPort) {
     TestBench bench;
     bench.dongle.setFaults(held);
     bench.dongle.plug();
-    bench.program.mainForm().call(startUsb);
+    bench.program.mainForm().call(startButton);
     EXPECT_FALSE(bench.session().USBReady);
     EXPECT_EQ(offered(bench), port) << "although no port is set up yet";
     EXPECT_TRUE(bench.boxes.takeTexts().empty());
@@ -52,7 +52,7 @@ TEST(UnopenedDongle, IsTakenOnceItsHolderHasGone) {
     TestBench bench;
     bench.dongle.setFaults(held);
     bench.dongle.plug();
-    bench.program.mainForm().call(startUsb);
+    bench.program.mainForm().call(startButton);
     bench.dongle.setFaults(DongleFaults());
     bench.get<forms::TabStrip>("frmMain.TabStripMain").click(2); // looks for it
     EXPECT_TRUE(bench.session().USBReady);

@@ -21,11 +21,11 @@ using chips::View;
 using chips::WordFormat;
 
 constexpr std::size_t columns = 80;
-constexpr std::size_t longestText = 1000;
-constexpr int bitsOfDigit = 4;
+constexpr std::size_t longestMapText = 1000;
+constexpr int digitBits = 4;
 
 std::string shown(const std::string& text) {
-    return printable(text, longestText);
+    return printable(text, longestMapText);
 }
 
 /// The number of characters of a text, each one column wide.
@@ -40,7 +40,7 @@ std::string padded(const std::string& text, std::size_t width) {
 }
 
 int digitsFor(int bits) {
-    return std::max(1, (bits + bitsOfDigit - 1) / bitsOfDigit);
+    return std::max(1, (bits + digitBits - 1) / digitBits);
 }
 
 const char* accessText(Access access) {

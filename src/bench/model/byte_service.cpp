@@ -11,7 +11,7 @@ namespace bitlux {
 
 namespace {
 
-constexpr int byteBits = 8;
+constexpr int serviceBits = 8;
 constexpr std::uint8_t off = 0;
 
 /// A word whose data leaves the last byte of the frame free.
@@ -46,7 +46,7 @@ void ByteService::command(const UsbFrame& frame, std::int64_t now) {
 
 void ByteService::serve(DongleBus& bus) {
     for (; due_.isDue(bus.now()); due_.set(due_.at() + period_))
-        bus.exchange(word_, byteBits, chip_.type);
+        bus.exchange(word_, serviceBits, chip_.type);
 }
 
 void ByteService::addPhase(Phase& phase, std::int64_t now) const {

@@ -15,19 +15,20 @@ namespace bitlux {
 
 namespace {
 
-struct Row {
+struct PartRow {
     const char* name;
     std::unique_ptr<ModelPart> (*make)(ModelStore& store);
 };
 
-constexpr std::array rows{Row{"zt72361", zt72361::makePart}, Row{"zt72516", zt72516::makePart},
-                          Row{"zt72518", zt72518::makePart}, Row{"zt72537", zt72537::makePart}};
+constexpr std::array partRows{
+    PartRow{"zt72361", zt72361::makePart}, PartRow{"zt72516", zt72516::makePart},
+    PartRow{"zt72518", zt72518::makePart}, PartRow{"zt72537", zt72537::makePart}};
 
 } // namespace
 
 std::unique_ptr<ModelPart> makeModelPart(std::string_view name, ModelStore& store) {
     std::vector<std::string> names;
-    for (const Row& row : rows) {
+    for (const PartRow& row : partRows) {
         if (row.name == name)
             return row.make(store);
         names.emplace_back(row.name);

@@ -9,7 +9,7 @@ namespace {
 
 // Logical pixels; everything else follows the font.
 constexpr qreal gap = 6;
-constexpr qreal rowGap = 10;
+constexpr qreal typeRowGap = 10;
 constexpr qreal symbolWidth = 12;
 constexpr qreal legendGap = 20;
 constexpr qreal arrowReach = 4;
@@ -82,7 +82,7 @@ QSize TypePicture::minimumSize(const QFont& font, const Content& content) {
     const qreal caption = (metrics.horizontalAdvance(content.caption) + gap) /
                           (content.timing.deselected - content.timing.selected);
     const qreal waves = TypeTiming::end * std::max({digit, idle, caption});
-    const qreal row = metrics.height() + 2 + rowGap;
+    const qreal row = metrics.height() + 2 + typeRowGap;
     return QSizeF(std::max(namesWidth(metrics) + waves + 1, legendWidth(metrics, content)),
                   gap + row * rowCount + metrics.height() + gap)
                .toSize() +
@@ -91,9 +91,10 @@ QSize TypePicture::minimumSize(const QFont& font, const Content& content) {
 
 void TypePicture::layOutRows(qreal height) {
     const qreal pitch = (height - font_.height() - 2 * gap) / rowCount;
-    const qreal wave = std::min(pitch - rowGap, 1.8 * font_.height());
+    const qreal wave = std::min(pitch - typeRowGap, 1.8 * font_.height());
     for (std::size_t i = 0; i < rows_.size(); ++i) {
-        const qreal top = ink_.y(gap + static_cast<qreal>(i) * pitch + (pitch - rowGap - wave) / 2);
+        const qreal top =
+            ink_.y(gap + static_cast<qreal>(i) * pitch + (pitch - typeRowGap - wave) / 2);
         const qreal bottom = ink_.y(top + wave);
         rows_[i] = {top, ink_.y((top + bottom) / 2), bottom};
     }
@@ -190,8 +191,8 @@ void TypePicture::paintIdle(double from, double to, bool high) {
 }
 
 void TypePicture::paintEdgeLines() {
-    const qreal top = ink_.y(rows_[Clock].top - rowGap / 3);
-    const qreal bottom = ink_.y(rows_[DataOut].bottom + rowGap / 2);
+    const qreal top = ink_.y(rows_[Clock].top - typeRowGap / 3);
+    const qreal bottom = ink_.y(rows_[DataOut].bottom + typeRowGap / 2);
     for (const auto& next : content_.timing.clock) {
         if (next.valid)
             ink_.vertical(x(next.at), top, bottom, thin_, colors_.accent);

@@ -31,30 +31,31 @@ struct Page {
     const char* title;
 };
 
-constexpr std::array<Page, 16> pages{{{"first-steps", "First steps"},
-                                      {"words", "Words, types, polarities"},
-                                      {"buses", "Dongle, parallel port, adapters"},
-                                      {"commands", "Quick Commands and Batches"},
-                                      {"continuous", "Continuous sending and the log"},
-                                      {"extra-pins", "Extra pins"},
-                                      {"waveform", "Waveform"},
-                                      {"panels", "Chip panels"},
-                                      {"zt72361", "Panel of the ZT72361"},
-                                      {"zt72516", "Panel of the ZT72516"},
-                                      {"zt72517", "The ZT72517"},
-                                      {"zt72537", "Panel of the ZT72537"},
-                                      {"files", "Configuration files"},
-                                      {"virtual-bench", "The virtual bench"},
-                                      {"keyboard", "Keyboard"},
-                                      {"trouble", "When something is wrong"}}};
+constexpr std::array<Page, 16> helpPages{{{"first-steps", "First steps"},
+                                          {"words", "Words, types, polarities"},
+                                          {"buses", "Dongle, parallel port, adapters"},
+                                          {"commands", "Quick Commands and Batches"},
+                                          {"continuous", "Continuous sending and the log"},
+                                          {"extra-pins", "Extra pins"},
+                                          {"waveform", "Waveform"},
+                                          {"panels", "Chip panels"},
+                                          {"zt72361", "Panel of the ZT72361"},
+                                          {"zt72516", "Panel of the ZT72516"},
+                                          {"zt72517", "The ZT72517"},
+                                          {"zt72537", "Panel of the ZT72537"},
+                                          {"files", "Configuration files"},
+                                          {"virtual-bench", "The virtual bench"},
+                                          {"keyboard", "Keyboard"},
+                                          {"trouble", "When something is wrong"}}};
 
 QUrl urlOf(int page) {
-    return QUrl(QString("qrc:/help/%1.html").arg(pages.at(static_cast<std::size_t>(page)).file));
+    return QUrl(
+        QString("qrc:/help/%1.html").arg(helpPages.at(static_cast<std::size_t>(page)).file));
 }
 
 int pageOf(const QUrl& url) {
     const QUrl whole = url.adjusted(QUrl::RemoveFragment);
-    for (int page = 0; page < static_cast<int>(pages.size()); ++page)
+    for (int page = 0; page < static_cast<int>(helpPages.size()); ++page)
         if (urlOf(page) == whole)
             return page;
     return 0;
@@ -94,7 +95,7 @@ QListWidget* HelpWindow::makeContents() {
     auto* contents = new QListWidget(this);
     contents->setSpacing(2);
     contents->setAccessibleName("Contents");
-    for (const Page& page : pages)
+    for (const Page& page : helpPages)
         contents->addItem(page.title);
     constexpr int beside = 32;
     contents->setMinimumWidth(contents->sizeHintForColumn(0) + beside);
@@ -185,7 +186,7 @@ void HelpWindow::find(bool forwards) {
         return;
     const QUrl origin = browser_->source();
     const QTextCursor cursor = browser_->textCursor();
-    constexpr int count = static_cast<int>(pages.size());
+    constexpr int count = static_cast<int>(helpPages.size());
     for (int step = 1; step <= count; ++step) { // the last is the other end of this page
         const int page = (pageOf(browser_->source()) + (forwards ? 1 : count - 1)) % count;
         show(page);

@@ -8,7 +8,7 @@ namespace bitlux::gui {
 namespace {
 
 constexpr int groupSpacing = 8;
-constexpr int below = 10;
+constexpr int belowGroup = 10;
 
 } // namespace
 
@@ -95,9 +95,9 @@ std::vector<GroupFlow::Line> GroupFlow::linesIn(int width) const {
 }
 
 int GroupFlow::heightForWidth(int width) const {
-    int height = -below;
+    int height = -belowGroup;
     for (const Line& line : linesIn(width))
-        height += line.height + below;
+        height += line.height + belowGroup;
     return std::max(height, 0);
 }
 
@@ -127,7 +127,7 @@ void GroupFlow::setGeometry(const QRect& rect) {
             line.row[i]->setGeometry(QRect(left, top, line.widths[i], line.height));
             left += line.widths[i] + groupSpacing;
         }
-        top += line.height + below;
+        top += line.height + belowGroup;
     }
 }
 

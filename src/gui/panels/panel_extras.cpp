@@ -12,14 +12,14 @@ namespace {
 using AddExtras = void (*)(PanelForm& form, const PanelWidgets& widgets, PanelExtras& extras);
 
 /// Each adds the extras of one part, if the panel has it.
-constexpr std::array<AddExtras, 5> rows{addDongleVersionExtras, addAutoReadExtras, addStopExtras,
-                                        addDiagramExtras, addSheetExtras};
+constexpr std::array<AddExtras, 5> extraAdders{addDongleVersionExtras, addAutoReadExtras,
+                                               addStopExtras, addDiagramExtras, addSheetExtras};
 
 } // namespace
 
 PanelExtras extrasOf(PanelForm& form, const PanelWidgets& widgets) {
     PanelExtras extras;
-    for (const AddExtras add : rows)
+    for (const AddExtras add : extraAdders)
         add(form, widgets, extras);
     return extras;
 }

@@ -8,11 +8,11 @@ namespace {
 
 constexpr int sideSpacing = 4;
 constexpr qreal headingScale = 1.1;
-const std::string place(chips::statusPage);
+const std::string statusPlace(chips::statusPage);
 
 QString headingOf(const chips::Chip& chip) {
     for (const chips::Sheet& sheet : chip.sheets)
-        if (sheet.page == place && !sheet.title.empty())
+        if (sheet.page == statusPlace && !sheet.title.empty())
             return textOf(sheet.title);
     return "Flags";
 }
@@ -29,7 +29,7 @@ PanelSideView::PanelSideView(PanelForm& form, const PanelExtras& extras,
     column->addWidget(makeReads());
     if (form.chip().word.status.width() > 0)
         addStatus(*column);
-    for (const PlacedView& placed : guestsOn(form.chip(), place))
+    for (const PlacedView& placed : guestsOn(form.chip(), statusPlace))
         addView(placed, *column);
     alignRows();
     for (const MakeWidget& make : extras.reads)
@@ -44,7 +44,7 @@ QWidget* PanelSideView::makeReads() {
     auto* line = new QWidget(widget());
     auto* row = new QHBoxLayout(line);
     row->setContentsMargins(0, 0, 0, 0);
-    for (const Action& action : actionsOn(form_.chip(), place))
+    for (const Action& action : actionsOn(form_.chip(), statusPlace))
         for (const chips::ControlName* button : {action.button, action.append})
             if (button->exists())
                 row->addWidget(widgets_.rowButton(*button, line, textOf(*action.group)));

@@ -3,6 +3,7 @@
 #include "gui/panels/bit_row.h"
 #include "gui/panels/row_button.h"
 #include "gui/widgets/binder.h"
+#include "gui/widgets/text.h"
 #include "panels/common/panel_controls.h"
 
 #include <string>
@@ -10,10 +11,6 @@
 #include <QBoxLayout>
 
 namespace bitlux::gui {
-
-[[nodiscard]] inline QString textOf(const std::string& text) {
-    return QString::fromStdString(text);
-}
 
 /// Makes the widgets of a panel.
 struct PanelWidgets {

@@ -12,7 +12,7 @@ namespace bitlux::gui {
 namespace {
 
 constexpr int pageSpacing = 8;
-constexpr qreal partScale = 1.1;
+constexpr qreal pagePartScale = 1.1;
 
 /// A flow of groups at the end of a column.
 GroupFlow& addFlow(QVBoxLayout& column) {
@@ -116,7 +116,7 @@ void RegisterPageView::addGuests(QVBoxLayout& column, QWidget* parent) {
         return;
     auto* grid = new RowGrid(widgets_, parent);
     column.addLayout(grid);
-    addViewGroups(guests, partScale, *grid);
+    addViewGroups(guests, pagePartScale, *grid);
 }
 
 void RegisterPageView::addRest(QVBoxLayout& column, QWidget* parent) {

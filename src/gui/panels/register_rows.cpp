@@ -7,7 +7,7 @@ namespace bitlux::gui {
 namespace {
 
 constexpr qreal titleScale = 1.1;
-constexpr qreal partScale = 1.0;
+constexpr qreal rowPartScale = 1.0;
 
 /// The bits on whose left side a field of a register begins or ends.
 std::uint64_t edgesOf(const chips::Register& shown) {
@@ -109,7 +109,7 @@ void RegisterRows::addSharing(const Registers& registers, const PageExtras& extr
 }
 
 void RegisterRows::addSharer(const chips::Register& shown) {
-    addTitle(titleOf(chip_, shown), partScale);
+    addTitle(titleOf(chip_, shown), rowPartScale);
     addNote(shown.note);
     const QString about = textOf(shown.title);
     const std::vector<const chips::Row*> rows = viewRows(shown);
@@ -135,7 +135,7 @@ void RegisterRows::addViews(const chips::Register& shown, Starts starts) {
     for (const chips::Row* row : viewRows(shown)) {
         const chips::View& first = *viewsIn(shown, *row).front();
         if (!first.group.empty() && first.group != group)
-            addTitle(textOf(first.group), partScale);
+            addTitle(textOf(first.group), rowPartScale);
         group = first.group;
         addReads(shown, *row, starts);
         addRow(starts, bits(row->first, BitRow::Use::Shown), edgesOf(shown, first));

@@ -9,7 +9,7 @@ namespace bitlux::gui {
 
 namespace {
 constexpr int indent = 10;
-constexpr int markWidth = 3;
+constexpr int tabMarkWidth = 3;
 constexpr int tabSpacing = 8;
 constexpr int manyTabs = 18;
 constexpr int closeSpacing = 3; ///< when there are many, so that all are visible on a small screen
@@ -45,7 +45,7 @@ void SideTabs::paintEvent(QPaintEvent*) {
         const QRect tab = tabRect(i);
         if (i == currentIndex()) {
             painter.fillRect(tab, palette().color(QPalette::Base));
-            painter.fillRect(QRect(tab.left(), tab.top(), markWidth, tab.height()),
+            painter.fillRect(QRect(tab.left(), tab.top(), tabMarkWidth, tab.height()),
                              palette().color(QPalette::Highlight));
         }
         painter.setPen(palette().color(QPalette::WindowText));

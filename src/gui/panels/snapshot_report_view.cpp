@@ -17,7 +17,7 @@ namespace bitlux::gui {
 
 namespace {
 
-constexpr int columns = 3;
+constexpr int reportColumns = 3;
 
 QString textOf(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -39,7 +39,7 @@ SnapshotReportView::SnapshotReportView(PanelForm& form, QWidget* parent)
     column->addWidget(heading_);
     tree_->setObjectName("panel.report.registers");
     tree_->setAccessibleName("Registers that differ");
-    tree_->setColumnCount(columns);
+    tree_->setColumnCount(reportColumns);
     tree_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     column->addWidget(tree_, 1);
     addButtons(*column);
@@ -92,7 +92,7 @@ void SnapshotReportView::addLine(const SnapshotDifference& difference) {
     const RegisterItem& item = *difference.item;
     auto* line = new QTreeWidgetItem(
         tree_, {textOf(item.name), hexOf(item, difference.before), hexOf(item, difference.after)});
-    for (int column = 1; column < columns; ++column)
+    for (int column = 1; column < reportColumns; ++column)
         line->setFont(column, fixedFont());
     if (difference.bits() != 0)
         for (const FieldDifference& any :

@@ -16,7 +16,7 @@ namespace bitlux::gui {
 
 namespace {
 
-constexpr QSize smallScreen(1024, 600);
+constexpr QSize smallBoard(1024, 600);
 
 /// The panel with everything that the marker file adds.
 class Zt72516Stage {
@@ -45,7 +45,7 @@ public:
             program_.forms().show(form);
             if (form == std::string("ZT72516ReadFlags"))
                 press("ZT72516ReadFlags.Btn_Read_All_Flags");
-            for (const QSize size : {QSize(), smallScreen})
+            for (const QSize size : {QSize(), smallBoard})
                 shoot(form, (size.isEmpty() ? "-" : "-small-") + std::string(form).substr(7), size);
         }
     }
@@ -57,7 +57,7 @@ private:
 
     /// Every page after a read, if it has one.
     void paintRegisters(const std::string& size) {
-        const QSize wanted = size.empty() ? QSize() : smallScreen;
+        const QSize wanted = size.empty() ? QSize() : smallBoard;
         PanelForm& form = panel();
         form.outerTabs.click(1);
         for (int page = 1; page <= form.registerTabs.count(); ++page) {
@@ -93,7 +93,7 @@ private:
 
     /// A sequence with a loop, in one of its waits.
     void paintSequence(const std::string& size) {
-        const QSize wanted = size.empty() ? QSize() : smallScreen;
+        const QSize wanted = size.empty() ? QSize() : smallBoard;
         PanelSequence& sequence = panel().sequence;
         panel().outerTabs.click(2);
         shoot("ZT72516", size + "-sequence-start", wanted);

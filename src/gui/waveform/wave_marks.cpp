@@ -13,7 +13,7 @@ namespace {
 constexpr qreal rulerDistance = 90;
 
 /// "1.25 ms": three digits are enough for an interval without events.
-QString durationText(std::int64_t nanoseconds) {
+QString intervalText(std::int64_t nanoseconds) {
     std::int64_t step = 1;
     while (nanoseconds / step >= 1000)
         step *= 10;
@@ -31,7 +31,7 @@ void WavePicture::paintGaps() {
         painter_.fillRect(QRectF(from, 0, to - from, ruler_), colors_.grid);
         for (const qreal at : {from, to})
             ink_.dashed(at, 0, ruler_, thin_, colors_.quiet);
-        const QString text = durationText(row_.idleBefore(word));
+        const QString text = intervalText(row_.idleBefore(word));
         if (!rows_.empty() && font_.horizontalAdvance(text) + 4 <= to - from)
             textIn(from, to, rows_[Waveform::clock].top,
                    rows_[Waveform::clock].bottom - rows_[Waveform::clock].top, text, colors_.quiet);

@@ -11,7 +11,7 @@ struct Unit {
     const char* name;
 };
 
-constexpr std::array<Unit, 3> units{{{1'000'000'000, "s"}, {1'000'000, "ms"}, {1'000, "µs"}}};
+constexpr std::array<Unit, 3> timeUnits{{{1'000'000'000, "s"}, {1'000'000, "ms"}, {1'000, "µs"}}};
 
 } // namespace
 
@@ -24,8 +24,8 @@ std::int64_t WaveScale::rulerStep(double pixels) const {
 }
 
 QString timeText(std::int64_t nanoseconds, std::int64_t step) {
-    Unit unit = units.back();
-    for (const Unit& larger : units)
+    Unit unit = timeUnits.back();
+    for (const Unit& larger : timeUnits)
         if (step >= larger.nanoseconds) {
             unit = larger;
             break;

@@ -34,7 +34,7 @@ bool isTooLow(int pageHeight, const QMainWindow& window) {
 
 /// Places the view above the other docks, and enlarges the window for it. If too little of the page
 /// would remain, the view becomes a tab beside the other docks.
-void place(QDockWidget& view, QMainWindow& window) {
+void placeDock(QDockWidget& view, QMainWindow& window) {
     QDockWidget* other = otherDockBelow(window, view);
     window.addDockWidget(Qt::BottomDockWidgetArea, &view, Qt::Vertical);
     const int room =
@@ -321,7 +321,7 @@ void addWaveformEntry(QMenu& menu, QMainWindow& window, Program& program) {
                          if (isFirst) {
                              view = new WaveformView(program, &window);
                              view->closed.subscribe([open] { open->setChecked(false); });
-                             place(*view, window);
+                             placeDock(*view, window);
                          }
                          if (view != nullptr)
                              view->setVisible(on);

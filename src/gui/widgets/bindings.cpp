@@ -1,5 +1,7 @@
 #include "gui/widgets/bindings.h"
 
+#include "gui/widgets/text.h"
+
 #include "platform/forms/form.h"
 #include "platform/forms/form_set.h"
 
@@ -11,10 +13,6 @@
 namespace bitlux::gui {
 
 namespace {
-
-QString textOf(const std::string& text) {
-    return QString::fromStdString(text);
-}
 
 QColor colorOf(forms::Color color) {
     const QPalette palette = QApplication::palette();

@@ -12,7 +12,7 @@ namespace bitlux::gui {
 
 namespace {
 
-constexpr int markWidth = 4; ///< pixels of the coloured bar in front of the sentence
+constexpr int noticeBarWidth = 4; ///< pixels of the coloured bar in front of the sentence
 
 } // namespace
 
@@ -23,7 +23,7 @@ NoticeView::NoticeView(StatusNotices& notices, std::function<void()> pressed, QW
       text_(new ElidedLabel(this)),
       button_(new QPushButton(this)) {
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(markWidth + 8, 1, 6, 1);
+    row->setContentsMargins(noticeBarWidth + 8, 1, 6, 1);
     row->setSpacing(8);
     row->addWidget(text_, 1);
     row->addWidget(button_);
@@ -57,7 +57,7 @@ void NoticeView::follow() {
 
 void NoticeView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.fillRect(QRect(0, 2, markWidth, height() - 4), changedColor());
+    painter.fillRect(QRect(0, 2, noticeBarWidth, height() - 4), changedColor());
 }
 
 } // namespace bitlux::gui

@@ -15,7 +15,7 @@ namespace {
 constexpr int readInterval = 250; // milliseconds
 constexpr int diagramTab = 2;
 constexpr const char* buttons = "Send_pre_prog";
-constexpr const char* boxes = "pre_prog_box";
+constexpr const char* boxControls = "pre_prog_box";
 constexpr const char* lines = "lin_pre";
 constexpr ControlRef modeText{"read_pre_prog", 0};
 constexpr ControlRef requestMode{"read_pre_prog", 1};
@@ -42,7 +42,7 @@ DiagramPage::DiagramPage(const PanelContext& context)
     addControls();
     for (int i = 0; i < static_cast<int>(modeButtons.size()); ++i)
         controls_.onClick({buttons, i}, [this, i] { Send_pre_prog_Click(i); });
-    controls_.onClick({boxes, autoReadingBox},
+    controls_.onClick({boxControls, autoReadingBox},
                       [this] { timer_auto_pre.setEnabled(box(autoReadingBox).checked()); });
     context.form.procedure("timer_auto_pre_Timer", [this] { timer_auto_pre_Timer(); });
     context.form.procedure("tab_518_Click", [this, &tabs = context.outerTabs](int strip) {
@@ -55,7 +55,7 @@ void DiagramPage::addControls() {
     for (int i = 0; const ModeButton& button : modeButtons)
         controls_.addButton({buttons, i++}, button.caption).setTooltip(tooltipOf(button));
     for (int i = 0; const std::string_view caption : modeBoxes)
-        controls_.addBox({boxes, i++}, caption);
+        controls_.addBox({boxControls, i++}, caption);
     for (int i = 0; i < modeLines; ++i)
         controls_.addLabel({lines, i}, "").hide();
     controls_.addLabel(modeText, "").setTooltip(fmt::format("0x{:04X}", readModeWord));
@@ -65,7 +65,7 @@ void DiagramPage::addControls() {
 }
 
 forms::CheckBox& DiagramPage::box(int index) const {
-    return controls_.get<forms::CheckBox>({boxes, index});
+    return controls_.get<forms::CheckBox>({boxControls, index});
 }
 
 void DiagramPage::Send_pre_prog_Click(int index) {

@@ -15,7 +15,7 @@ constexpr ControlRef appendWakeUp{"Cm_Mode_RM_W", 2};
 constexpr const char* lowPower = "s_mode";
 constexpr const char* sources = "opt_s_mode";
 constexpr const char* nameLabels = "Mode_Rm_Rh";
-constexpr int boxes = static_cast<int>(lowPowerBoxes.size());
+constexpr int boxCount = static_cast<int>(lowPowerBoxes.size());
 constexpr int modeCount = static_cast<int>(lowPowerModes.size());
 
 } // namespace
@@ -42,7 +42,7 @@ void ModePage::addLowPowerModes() {
     controls_.addOptions({lowPower, 0}, captions);
     for (int i = 0; i < modeCount; ++i)
         controls_.onClick({lowPower, i}, [this] { showChosen(); });
-    for (int i = 0; i < boxes; ++i) {
+    for (int i = 0; i < boxCount; ++i) {
         controls_.addBox({sources, i}, lowPowerBoxes[static_cast<std::size_t>(i)]);
         controls_.onClick({sources, i}, [this] { showChosen(); });
     }
@@ -69,7 +69,7 @@ void ModePage::showChosen() {
     const LowPowerMode& shown = lowPowerModes.at(static_cast<std::size_t>(*chosen));
     constexpr unsigned randomBits = (1U << modeShift) - 1;
     std::uint64_t bits = (pages_.value(register_) & randomBits) | shown.bits;
-    for (int i = 0; i < boxes; ++i) {
+    for (int i = 0; i < boxCount; ++i) {
         const int bit = shown.boxBits.at(static_cast<std::size_t>(i));
         if (bit >= 0 && controls_.get<forms::CheckBox>({sources, i}).checked())
             bits |= 1U << bit;
@@ -79,7 +79,7 @@ void ModePage::showChosen() {
 
 void ModePage::wakeUpByChipSelect() {
     controls_.clearOptions({lowPower, 0});
-    for (int i = 0; i < boxes; ++i)
+    for (int i = 0; i < boxCount; ++i)
         controls_.get<forms::CheckBox>({sources, i}).setValue(0);
     controls_.row("Mode_Rm_W").show(1U << wakeUpBit);
     pages_.write(register_);

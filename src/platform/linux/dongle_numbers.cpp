@@ -22,7 +22,7 @@ constexpr std::size_t mostNumbersBytes = 65536;
 constexpr std::size_t mostBadLinesTold = 5;
 constexpr std::size_t mostOfALineTold = 40;
 
-std::string_view withoutBlanks(std::string_view text) {
+std::string_view trimmed(std::string_view text) {
     constexpr std::string_view blanks = " \t\r";
     const std::size_t first = text.find_first_not_of(blanks);
     if (first == std::string_view::npos)
@@ -77,7 +77,7 @@ private:
     }
 
     void takeLine(std::string_view line, std::size_t number) {
-        const std::string_view content = withoutBlanks(line.substr(0, line.find('#')));
+        const std::string_view content = trimmed(line.substr(0, line.find('#')));
         if (content.empty())
             return;
         if (const std::optional<UsbNumbers> numbers = numbersOf(content))

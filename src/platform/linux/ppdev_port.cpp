@@ -23,14 +23,15 @@ namespace {
 constexpr std::uint8_t controlLines =
     PARPORT_CONTROL_STROBE | PARPORT_CONTROL_AUTOFD | PARPORT_CONTROL_INIT | PARPORT_CONTROL_SELECT;
 
-[[noreturn]] void fail(const std::string& text) {
+[[noreturn]] void failOnPort(const std::string& text) {
     throw Failure(Failure::Kind::PortUnusable, text);
 }
 
 [[noreturn]] void failHeld(const std::string& node) {
-    fail(fmt::format("The port {} is held by another driver or program. Unload the printer driver "
-                     "with \"sudo rmmod lp\", or close the other program.",
-                     node));
+    failOnPort(
+        fmt::format("The port {} is held by another driver or program. Unload the printer driver "
+                    "with \"sudo rmmod lp\", or close the other program.",
+                    node));
 }
 
 [[noreturn]] void failToOpen(const std::string& node, int error) {
@@ -38,17 +39,18 @@ constexpr std::uint8_t controlLines =
     case ENOENT:
     case ENXIO:
     case ENODEV:
-        fail(fmt::format("There is no port {}. Load the driver with \"sudo modprobe ppdev\".",
-                         node));
+        failOnPort(fmt::format("There is no port {}. Load the driver with \"sudo modprobe ppdev\".",
+                               node));
     case EACCES:
     case EPERM:
-        fail(fmt::format("You have no permission to use {}. Join the group lp with \"sudo usermod "
-                         "-a -G lp $USER\", then log in again.",
-                         node));
+        failOnPort(
+            fmt::format("You have no permission to use {}. Join the group lp with \"sudo usermod "
+                        "-a -G lp $USER\", then log in again.",
+                        node));
     case EBUSY:
         failHeld(node);
     default:
-        fail(fmt::format("The port {} cannot be opened: {}.", node, std::strerror(error)));
+        failOnPort(fmt::format("The port {} cannot be opened: {}.", node, std::strerror(error)));
     }
 }
 
@@ -58,11 +60,11 @@ constexpr std::uint8_t controlLines =
     case EBUSY:
         failHeld(node);
     case ENOTTY:
-        fail(fmt::format("{} is no parallel port. Remove it, and load the driver with "
-                         "\"sudo modprobe ppdev\".",
-                         node));
+        failOnPort(fmt::format("{} is no parallel port. Remove it, and load the driver with "
+                               "\"sudo modprobe ppdev\".",
+                               node));
     default:
-        fail(fmt::format("The port {} cannot be claimed: {}.", node, std::strerror(error)));
+        failOnPort(fmt::format("The port {} cannot be claimed: {}.", node, std::strerror(error)));
     }
 }
 
@@ -148,9 +150,10 @@ void PpdevPort::requirePresent() const {
 }
 
 void PpdevPort::failLost(const char* reason) const {
-    fail(fmt::format("The port {} was lost while in use: {}. Check that its card or adapter is "
-                     "plugged in, then try again.",
-                     node_, reason));
+    failOnPort(
+        fmt::format("The port {} was lost while in use: {}. Check that its card or adapter is "
+                    "plugged in, then try again.",
+                    node_, reason));
 }
 
 /// Of no file when there is none.

@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
 constexpr std::size_t mostDescriptorBytes = 65536;
 
 /// One descriptor, or several behind each other.
-using Bytes = std::span<const std::uint8_t>;
+using DescriptorBytes = std::span<const std::uint8_t>;
 
 std::size_t leastSize(std::uint8_t type) {
     switch (type) {
@@ -41,25 +41,25 @@ std::size_t leastSize(std::uint8_t type) {
 }
 
 /// Takes the next descriptor off the front; an empty one where the bytes are damaged.
-Bytes takeDescriptor(Bytes& bytes) {
+DescriptorBytes takeDescriptor(DescriptorBytes& bytes) {
     if (bytes.size() < 2 || bytes[0] > bytes.size() || bytes[0] < leastSize(bytes[1]))
         return {};
-    const Bytes descriptor = bytes.first(bytes[0]);
+    const DescriptorBytes descriptor = bytes.first(bytes[0]);
     bytes = bytes.subspan(descriptor.size());
     return descriptor;
 }
 
-bool isA(std::uint8_t type, Bytes descriptor) {
+bool isA(std::uint8_t type, DescriptorBytes descriptor) {
     return !descriptor.empty() && descriptor[1] == type;
 }
 
 /// All descriptors of a configuration after its own. `active` 0 selects the first configuration.
-std::optional<Bytes> configuration(Bytes bytes, std::uint8_t active) {
+std::optional<DescriptorBytes> configuration(DescriptorBytes bytes, std::uint8_t active) {
     if (!isA(USB_DT_DEVICE, takeDescriptor(bytes)))
         return std::nullopt;
     while (!bytes.empty()) {
-        const Bytes all = bytes;
-        const Bytes head = takeDescriptor(bytes);
+        const DescriptorBytes all = bytes;
+        const DescriptorBytes head = takeDescriptor(bytes);
         if (!isA(USB_DT_CONFIG, head))
             return std::nullopt;
         const std::size_t length = head[2] + std::size_t{head[3]} * 256;
@@ -78,7 +78,7 @@ struct Pipes {
     std::optional<UsbCandidate::Transfer> out;
 };
 
-void takeEndpoint(Bytes endpoint, Pipes& pipes) {
+void takeEndpoint(DescriptorBytes endpoint, Pipes& pipes) {
     const int type = endpoint[3] & USB_ENDPOINT_XFERTYPE_MASK;
     if (type != USB_ENDPOINT_XFER_BULK && type != USB_ENDPOINT_XFER_INT)
         return;
@@ -91,11 +91,11 @@ void takeEndpoint(Bytes endpoint, Pipes& pipes) {
 }
 
 /// Of interface 0 as it is after plugging in; nothing where the descriptors are damaged.
-std::optional<Pipes> pipesOf(Bytes descriptors) {
+std::optional<Pipes> pipesOf(DescriptorBytes descriptors) {
     Pipes pipes;
     bool isTheirs = false;
     while (!descriptors.empty()) {
-        const Bytes descriptor = takeDescriptor(descriptors);
+        const DescriptorBytes descriptor = takeDescriptor(descriptors);
         if (descriptor.empty())
             return std::nullopt;
         if (isA(USB_DT_INTERFACE, descriptor)) {
@@ -120,7 +120,7 @@ std::optional<UsbCandidate> candidateAt(const std::string& folder) {
     const std::vector<std::uint8_t> bytes(text.begin(), text.end());
     // the file is empty while the device is not configured
     const auto active = kernelNumber<std::uint8_t>(folder + "/bConfigurationValue", 10);
-    const std::optional<Bytes> descriptors = configuration(bytes, active.value_or(0));
+    const std::optional<DescriptorBytes> descriptors = configuration(bytes, active.value_or(0));
     const std::optional<Pipes> pipes = descriptors ? pipesOf(*descriptors) : std::nullopt;
     if (!pipes || !pipes->isVendorSpecific || !pipes->in || !pipes->out)
         return std::nullopt;

@@ -5,7 +5,7 @@
 namespace bitlux::test {
 namespace {
 
-constexpr forms::Color present = 0xC0C000;
+constexpr forms::Color presentColor = 0xC0C000;
 
 TEST(Diagram, SendsTheWordsThatItsBoxesSelect) {
     PanelBench bench("scripted", {"03E9"}); // normal mode, 10 1001 at random
@@ -19,7 +19,7 @@ TEST(Diagram, SendsTheWordsThatItsBoxesSelect) {
           {"Send_pre_prog(2)", "E380 E100 E700 E900 6080 6600 6800 6255 580E 5E01 5C70"},
           {"Send_pre_prog(4)", "1300 5256 4A04 4C00 4E56 5000 DF80"}})
         EXPECT_EQ(bench.effectsOf(button), words);
-    bench.control("Send_pre_prog(4)").setBackColor(present);
+    bench.control("Send_pre_prog(4)").setBackColor(presentColor);
     EXPECT_EQ(bench.effectsOf("Send_pre_prog(4)"), "4A04 4C00 4E56 5000 DF80")
         << "is in Init already";
     EXPECT_EQ(bench.control("Send_pre_prog(3)").tooltip(), "0x5C10");
@@ -39,7 +39,7 @@ TEST(Diagram, ShowsThePresentModeWhileItIsRead) {
     const auto highlighted = [&] {
         std::string all;
         for (const forms::Control* control : bench.panel().controls())
-            if (control->backColor() == present)
+            if (control->backColor() == presentColor)
                 all += control->localName();
         return all;
     };

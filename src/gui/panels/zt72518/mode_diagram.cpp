@@ -21,7 +21,7 @@ constexpr int wakeUpPlace = 3;
 
 /// Centres of the modes by the index of their buttons, Normal Request after them, in fractions of
 /// the picture.
-constexpr std::array<QPointF, requestPlace + 1> places{
+constexpr std::array<QPointF, requestPlace + 1> modePlaces{
     QPointF(0.50, 0.52), QPointF(0.84, 0.90), QPointF(0.16, 0.90), QPointF(0.72, 0.62),
     QPointF(0.50, 0.27), QPointF(0.84, 0.09), QPointF(0.16, 0.09), QPointF(0.16, 0.52)};
 
@@ -165,8 +165,8 @@ void ModePicture::place() {
     for (std::size_t i = 0; i < modes_.size(); ++i) {
         const bool isMode = i != wakeUpPlace; // the other one is an intermediate state
         QRect box(QPoint(), isMode ? size : QSize(size.width() * 2 / 3, size.height() * 2 / 3));
-        box.moveCenter(QPoint(static_cast<int>(places.at(i).x() * width()),
-                              static_cast<int>(places.at(i).y() * height())));
+        box.moveCenter(QPoint(static_cast<int>(modePlaces.at(i).x() * width()),
+                              static_cast<int>(modePlaces.at(i).y() * height())));
         modes_[i]->setGeometry(box);
     }
     for (Transition* transition : transitions_)
