@@ -10,6 +10,7 @@
 
 #include <QMenu>
 #include <QMenuBar>
+#include <QTest>
 #include <QTimer>
 
 #include <gtest/gtest.h>
