@@ -11,7 +11,7 @@ void addExamples(CLI::App& command, const std::vector<std::string>& lines) {
         text += fmt::format("  $ {}\n", line);
     command.footer(text + "\nExit codes:\n"
                           "  0  all is well\n"
-                          "  1  a message tells what is in the way\n"
+                          "  1  a message says what is wrong\n"
                           "  2  the command line cannot be understood\n"
                           "  129, 130, 143  SIGHUP, SIGINT or SIGTERM has ended it");
 }

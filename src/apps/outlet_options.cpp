@@ -89,7 +89,7 @@ void addMachineOptions(CLI::App& command, OutletOptions& options) {
     command
         .add_option("--serial", options.serial,
                     "Which dongle of this machine, or adapter with --bus ftdi, by its serial "
-                    "number; list tells them")
+                    "number; \"bitlux list\" shows them")
         ->type_name("NUMBER");
 }
 

@@ -18,7 +18,7 @@ public:
 
     /// Whether a pause continues without a question.
     bool passesPauses = false;
-    /// A message is told, and the run goes on.
+    /// A message is printed, and the run goes on.
     bool passesMessages = false;
     /// Called before anything is printed.
     std::function<void()> printing;

@@ -22,7 +22,7 @@ struct SendOptions {
 CLI::App& addSendCommand(CLI::App& app, SendOptions& options);
 
 /// Sends the words through the forms and prints a line for each, sent and received. An answer that
-/// is not as expected is told on `errors`, and the words go on. Returns the exit code of the
+/// is not as expected is reported on `errors`, and the words go on. Returns the exit code of the
 /// program.
 int runSendCommand(const SendOptions& options, std::ostream& output, std::ostream& errors);
 

@@ -180,8 +180,8 @@ std::uint8_t SimulatedAdapter::put(std::uint8_t byte, std::int64_t pace) {
     return before;
 }
 
-/// The adapter samples at every byte. To the device only the samples that count are told, one for
-/// each bit: at the edge on which data is valid where data also changes on it, else after it.
+/// The adapter samples at every byte. The device gets only the samples that count, one for each
+/// bit: at the edge on which data is valid where data also changes on it, else after it.
 void SimulatedAdapter::countSample(bool wasHigh) {
     const bool isHigh = levelOfPin(shape_.clockPin + firstDataPin);
     const bool isValidEdge = isHigh != wasHigh && isHigh == shape_.validOnRising;

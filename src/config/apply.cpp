@@ -30,7 +30,7 @@ std::string hexOnlyNote() {
 
 void ConfigureDialog::cmdApply_Click() {
     const bool hasBus = usesDongle() || session_.ParallelPortReady;
-    // A number that is none for a limit is told before anything has changed.
+    // A number that is no limit is reported before anything has changed.
     const std::int16_t logLimit = hasBus ? wantedLogLimit() : session_.ContinuousLogLimit;
     // The word length is taken over before anything is validated, and stays when a later step
     // refuses.

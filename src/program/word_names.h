@@ -13,7 +13,7 @@
 
 namespace bitlux {
 
-/// By whose names words are told: those of a chip that the user picked, else of the chip that the
+/// The chip whose names explain the words: the one that the user picked, else the one that the
 /// user works with. That is the one whose tab is selected, else whose panel was shown last, else
 /// the only one that has a tab. No file is read before decoder() is called.
 class WordNames {

@@ -19,7 +19,7 @@ void BenchLock::leave() {
         freed_.notify_one();
 }
 
-unsigned BenchLock::letGo() {
+unsigned BenchLock::releaseAll() {
     const std::scoped_lock lock(mutex_);
     if (depth_ == 0 || !isMine())
         return 0;

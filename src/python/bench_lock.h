@@ -16,7 +16,7 @@ public:
     void leave();
 
     /// Returns how often the thread was inside, which takeBack needs.
-    unsigned letGo();
+    unsigned releaseAll();
     /// Waits without limit.
     void takeBack(unsigned depth);
 

@@ -34,7 +34,7 @@ Interruption interruptionOfPython(const std::shared_ptr<BenchLock>& lock) {
             .sleep =
                 [lock](std::int64_t nanoseconds) {
                     const WithoutGil others;
-                    const unsigned depth = lock->letGo();
+                    const unsigned depth = lock->releaseAll();
                     std::this_thread::sleep_for(std::chrono::nanoseconds(nanoseconds));
                     lock->takeBack(depth);
                 }};

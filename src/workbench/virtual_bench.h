@@ -18,7 +18,7 @@ struct VirtualBench {
 
     /// Puts another device on the lines.
     void connect(const std::shared_ptr<Device>& device);
-    /// Wires the device as the settings in force tell; the session outlives the traffic.
+    /// Wires the device as the settings in force say; the session outlives the traffic.
     void wireFor(const Session& session);
 
     [[nodiscard]] Hardware hardware() {

@@ -90,13 +90,13 @@ private:
         showLevel(*levels_[line], has(adapter_.lines()), isInput);
         const std::string title =
             signal.empty() ? fmt::format("D{}", line) : fmt::format("D{} {}", line, signal);
-        const QString told = QString::fromStdString(
+        const QString tip = QString::fromStdString(
             fmt::format("{}: {}", title, isInput ? "input" : "driven by the adapter"));
-        if (levels_[line]->toolTip() == told)
+        if (levels_[line]->toolTip() == tip)
             return;
         signals_[line]->setText(QString::fromStdString(signal));
-        levels_[line]->setToolTip(told);
-        levels_[line]->setAccessibleDescription(told);
+        levels_[line]->setToolTip(tip);
+        levels_[line]->setAccessibleDescription(tip);
     }
     void showBytes(const std::vector<std::uint8_t>& bytes) {
         shownBytes_ = bytes;

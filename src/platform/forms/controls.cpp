@@ -126,8 +126,8 @@ void ScrollBar::setValue(int value) {
 void ScrollBar::move(int value) {
     performInput("Change", [this, value] {
         requireInside(value);
-        const bool letGo = std::exchange(dragged_, false);
-        if (assign(value_, value) || letGo)
+        const bool wasDragged = std::exchange(dragged_, false);
+        if (assign(value_, value) || wasDragged)
             raise(ControlEvent::Change);
     });
 }

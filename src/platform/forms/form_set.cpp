@@ -116,11 +116,11 @@ void FormSet::unload(std::string_view name) {
     form->callIfThere("Form_Unload");
     if (declared.home.find() != form) // a handler unloaded it too
         return;
-    letGo(*form);
+    detach(*form);
     gone_.push_back(declared.home.moveOut());
 }
 
-void FormSet::letGo(Form& form) {
+void FormSet::detach(Form& form) {
     if (form.visible())
         form.setVisible(false);
     leave(form);

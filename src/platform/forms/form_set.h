@@ -120,7 +120,7 @@ private:
     void leave(Form& form);
     void noteDirty(Control& control);
     void forget(Control& control);
-    void letGo(Form& form);
+    void detach(Form& form);
 
     MessageBoxes& boxes_;
     std::map<std::string, Declared, std::less<>> forms_;

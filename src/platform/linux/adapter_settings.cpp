@@ -33,8 +33,8 @@ public:
     AdapterWishes read(const Node& section) {
         const Node::Table* const table = section.table();
         if (table == nullptr)
-            tell(section, "this is no table of an adapter",
-                 "Begin it with the serial number in brackets, as [A50285BI].");
+            report(section, "this is no table of an adapter",
+                   "Begin it with the serial number in brackets, as [A50285BI].");
         else
             for (const auto& [key, value] : *table)
                 take(key, value);
@@ -52,8 +52,8 @@ private:
         else if (const std::optional<int> pin = wholeNumber<int>(key))
             takePin(*pin, value);
         else
-            tell(value, fmt::format("there is no key `{}` here", key),
-                 "The keys are pins from 1 to 17, channel, clock and keep_lines.", value.keyAt);
+            report(value, fmt::format("there is no key `{}` here", key),
+                   "The keys are pins from 1 to 17, channel, clock and keep_lines.", value.keyAt);
     }
 
     void takeChannel(const Node& value) {
@@ -61,8 +61,8 @@ private:
         if (text != nullptr && text->size() == 1 && *text >= "A" && *text <= "D")
             wishes_.channel = text->front() - 'A';
         else
-            tell(value, "`channel` is no channel of a chip",
-                 R"(Write "A" or "B", on an FT4232H also "C" or "D".)");
+            report(value, "`channel` is no channel of a chip",
+                   R"(Write "A" or "B", on an FT4232H also "C" or "D".)");
     }
 
     void takeClock(const Node& value) {
@@ -70,8 +70,8 @@ private:
         if (number != nullptr && *number > 0 && *number <= std::numeric_limits<int>::max())
             wishes_.clock = static_cast<int>(*number);
         else
-            tell(value, "`clock` is no number of bytes a second",
-                 "Write it as 500_000, without quotes.");
+            report(value, "`clock` is no number of bytes a second",
+                   "Write it as 500_000, without quotes.");
     }
 
     void takeKeeping(const Node& value) {
@@ -79,7 +79,7 @@ private:
         if (truth != nullptr)
             wishes_.keepsLines = *truth;
         else
-            tell(value, "`keep_lines` is neither true nor false", "Write true or false.");
+            report(value, "`keep_lines` is neither true nor false", "Write true or false.");
     }
 
     void takePin(int pin, const Node& value) {
@@ -87,14 +87,15 @@ private:
         const bool isLine = text != nullptr && text->size() == 2 && *text >= "D0" && *text <= "D7";
         AdapterWiring& wiring = wishes_.wiring ? *wishes_.wiring : wishes_.wiring.emplace();
         if (!isLine)
-            tell(value, fmt::format("pin {} gets no line", pin), R"(Write one from "D0" to "D7".)");
+            report(value, fmt::format("pin {} gets no line", pin),
+                   R"(Write one from "D0" to "D7".)");
         else if (!wiring.connect(pin, text->back() - '0'))
-            tell(value, fmt::format("pin {} cannot get the line {}", pin, *text),
-                 "The pins with a signal are 1 to 17, and each has a line of its own.");
+            report(value, fmt::format("pin {} cannot get the line {}", pin, *text),
+                   "The pins with a signal are 1 to 17, and each has a line of its own.");
     }
 
-    void tell(const Node& node, std::string text, std::string advice,
-              std::optional<documents::Place> at = std::nullopt) {
+    void report(const Node& node, std::string text, std::string advice,
+                std::optional<documents::Place> at = std::nullopt) {
         problems_.push_back({at.value_or(node.at), std::move(text), std::move(advice)});
     }
 

@@ -39,7 +39,7 @@ public:
     void leave();
 
     /// Writes bytes and gets a sample for each, in `waits` nanoseconds at most. NothingRead when
-    /// that time is up; `received` tells then how many samples have come.
+    /// that time is up; received() is then how many samples have come.
     /// `samples` changes on success only. NoFrame when more samples came than bytes went.
     UsbStatus exchange(std::span<const std::uint8_t> bytes, std::span<std::uint8_t> samples,
                        std::int64_t waits);

@@ -14,7 +14,7 @@ namespace bitlux {
 class LinuxUsbHost::Endpoint final : public UsbEndpoint {
 public:
     explicit Endpoint(LinuxUsbHost& host) : host_(host) {}
-    ~Endpoint() override { letGo(); }
+    ~Endpoint() override { release(); }
     Endpoint(const Endpoint&) = delete;
     Endpoint& operator=(const Endpoint&) = delete;
 
@@ -23,7 +23,7 @@ public:
     }
 
     UsbStatus open(int index) override {
-        letGo();
+        release();
         return host_.openDongle(index, dongle_);
     }
 
@@ -81,7 +81,7 @@ public:
     UsbStatus leaveConfiguration() override {
         return onDongle(isOpen(), [&] { return dongle_->leaveConfiguration(); });
     }
-    void close() override { letGo(); }
+    void close() override { release(); }
 
 private:
     static constexpr std::uint8_t none = 0;
@@ -105,7 +105,7 @@ private:
         bound_ = none;
     }
 
-    void letGo() {
+    void release() {
         unbind();
         dongle_.reset();
     }

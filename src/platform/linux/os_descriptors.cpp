@@ -95,7 +95,7 @@ void addProperty(Bytes& property, std::size_t numberSize, Names& names) {
         addStrings(value, names);
 }
 
-/// The answer, cut to the length that it tells itself by a number of `size` bytes at `offset`;
+/// The answer, cut to the length that it contains as a number of `size` bytes at `offset`;
 /// nothing where it is shorter than that.
 std::optional<std::vector<std::uint8_t>> askWhole(const AskDevice& ask, ControlQuestion question,
                                                   std::size_t offset, std::size_t size) {
@@ -112,7 +112,7 @@ std::optional<std::vector<std::uint8_t>> askWhole(const AskDevice& ask, ControlQ
     return answer;
 }
 
-// Version 1.0: a string of fixed number tells the code of a request for the extended properties.
+// Version 1.0: a string of fixed number contains the code of a request for the extended properties.
 
 std::optional<std::uint8_t> vendorCodeOfString(const AskDevice& ask) {
     static constexpr std::array<std::uint8_t, 16> head{0x12, 0x03, 'M', 0, 'S', 0, 'F', 0,
@@ -152,7 +152,7 @@ Names classesOfVersion1(const AskDevice& ask) {
     return names;
 }
 
-// Version 2.0: a capability of the whole device tells the code of a request for the set.
+// Version 2.0: a capability of the whole device contains the code of a request for the set.
 
 std::optional<std::uint8_t> vendorCodeOfCapability(const AskDevice& ask) {
     static constexpr std::array<std::uint8_t, 16> osPlatform{0xDF, 0x60, 0xDD, 0xD8, 0x89, 0x45,
