@@ -75,7 +75,7 @@ TEST(Ending, WaitsForASaveThatSucceedsUnlessTheSystemEnds) {
     const gui::TerminationSignals termination(
         [&] { live.program.close(Program::Closing::System); });
     std::raise(SIGTERM);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !live.program.running(); }, 5000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !live.program.running(); }, 30000));
     EXPECT_FALSE(live.window->isVisible());
 }
 
