@@ -11,7 +11,7 @@ namespace bitlux {
 std::optional<std::int64_t> durationFrom(std::string_view text) {
     constexpr double second = 1e9;
     constexpr double longest = 86'400 * second;
-    double unit = double{millisecond};
+    double unit = millisecond;
     if (text.ends_with("ms")) {
         text.remove_suffix(2);
     } else if (text.ends_with('s')) {

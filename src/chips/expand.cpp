@@ -162,7 +162,7 @@ private:
     }
 
     void addRepeated(Node& element, Node::List& made) {
-        Node::Table& entries = std::get<Node::Table>(element.value);
+        auto& entries = std::get<Node::Table>(element.value);
         const auto found =
             std::find_if(entries.begin(), entries.end(),
                          [](const Node::Entry& entry) { return entry.key == repeatKey; });
@@ -221,7 +221,7 @@ private:
         if (good)
             return times;
         problems_.push_back({repeat.at, "`repeat` wants lists that are equally long",
-                             "Write it as { n = [0, 1], name = [\"A\", \"B\"] }."});
+                             R"(Write it as { n = [0, 1], name = ["A", "B"] }.)"});
         return std::nullopt;
     }
 
