@@ -1,6 +1,5 @@
 #include "sending/emptied_commands.h"
 
-#include <optional>
 #include <utility>
 #include <vector>
 
@@ -54,7 +53,7 @@ void EmptiedCommands::empty() {
 
 void EmptiedCommands::forget() {
     kept_.recreate(0);
-    missing_ = 0;
+    recount();
 }
 
 void EmptiedCommands::forget(std::string_view name) {
@@ -68,17 +67,20 @@ void EmptiedCommands::forget(std::string_view name) {
     recount();
 }
 
-void EmptiedCommands::recount() {
-    missing_ = 0;
-    if (!hasNames(kept_))
-        return;
-    for (std::size_t row = 0; row < kept_.rows(); ++row)
+std::size_t EmptiedCommands::countMissing() const {
+    std::size_t missing = 0;
+    for (std::size_t row = 0; hasNames(kept_) && row < kept_.rows(); ++row)
         if (!session_.QuickCommandTable.lastRowNamed(kept_.name(row)))
-            ++missing_;
+            ++missing;
+    return missing;
 }
 
 std::size_t EmptiedCommands::count() const {
-    return kept_.wordLength() == session_.QuickCommandTable.wordLength() ? missing_ : 0;
+    if (kept_.wordLength() != session_.QuickCommandTable.wordLength())
+        return 0;
+    if (!missing_)
+        missing_ = countMissing();
+    return *missing_;
 }
 
 bool EmptiedCommands::has(std::string_view name) const {

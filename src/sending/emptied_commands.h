@@ -3,6 +3,7 @@
 #include "session/session.h"
 
 #include <cstddef>
+#include <optional>
 #include <string_view>
 
 namespace bitlux {
@@ -19,8 +20,8 @@ public:
     /// Discards the words of one name, or all.
     void forget(std::string_view name);
     void forget();
-    /// The names in the table have changed.
-    void recount();
+    /// The names in the table have changed: count() counts again.
+    void recount() { missing_.reset(); }
 
     /// Number of names without a word that restore() would give one; 0 while the word length
     /// differs from that of the kept words.
@@ -31,9 +32,13 @@ public:
     void restore();
 
 private:
+    [[nodiscard]] std::size_t countMissing() const;
+
     Session& session_;
     QuickCommandTable kept_;
-    std::size_t missing_ = 0; ///< names of kept_ that the table does not have
+    /// The names of kept_ that the table does not have, counted when they are asked for: Apply
+    /// takes no longer for a large table.
+    mutable std::optional<std::size_t> missing_;
 };
 
 } // namespace bitlux
